@@ -1,0 +1,48 @@
+// In-memory pictures: reading PNG and JPEG, writing PPM, JPEG and PNG, mirroring and copying.
+// Rows lie in memory as the loader was asked for: as stored (top first) or flipped (bottom first).
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+// Owns nothing by itself: `pixels` comes from new[] and whoever uses the record releases it with delete[].
+struct Image {
+    int32_t width;          // pixels per row
+    int32_t height;         // rows
+    int32_t channels;       // samples per pixel as the file gave them: 1 grey, 3 RGB, 4 RGBA
+    int32_t bytesPerPixel;  // every producer here sets it equal to channels
+    uint32_t stride;        // bytes from one row to the next
+    uint8_t* pixels;        // height * stride bytes
+};
+
+// A record with an uninitialised buffer of height * width * channels bytes.
+Image createImage(int width, int height, int channels);
+
+// Fills `image` from a file whose kind is told by the last three letters of its path (png, PNG; jpg, peg,
+// JPG, PEG). `flip` non-zero gives the bottom row first. Returns 0, or -1 after a line on standard error,
+// and `image` is then not to be used.
+int loadImage(const char* path, Image* image, uint8_t flip);
+
+// No transforms: palette pictures stay indices, 16-bit samples stay two bytes. 0, or -1; a file that can't be
+// opened is told on standard error, a broken one is not told by a line of ours.
+int loadPng(const char* path, Image* image, uint8_t flip);
+
+// 0, or -1 if the file can't be opened. A broken file ends the process as libjpeg does.
+int loadJpeg(const char* path, Image* image, uint8_t flip);
+
+// The writers take a record's six fields by value and write rows in memory order, so a picture grabbed from GL
+// is flipped first. They return what closing the file, or printing the error, returned.
+int writePpm(const char* path, int width, int height, int channels, int bytesPerPixel, uint32_t stride,
+             const uint8_t* pixels);
+int writeJpeg(const char* path, int width, int height, int channels, int bytesPerPixel, uint32_t stride,
+              const uint8_t* pixels);
+int writePng(const char* path, int width, int height, int channels, int bytesPerPixel, uint32_t stride,
+             const uint8_t* pixels);
+
+// Copies a rectangle of `width` x `height` pixels, counted in the destination's pixel size; neither clips nor
+// converts. Returns the number of rows copied.
+int copyImageRect(const Image& destination, int destinationX, int destinationY, const Image& source, int sourceX,
+                  int sourceY, int width, int height);
+
+// Mirrors in place, top to bottom (vertical) and left to right (horizontal); both together turn by 180 degrees.
+void flipImage(const Image& image, uint8_t vertical, uint8_t horizontal);

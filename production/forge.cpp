@@ -1,0 +1,107 @@
+// Makes the data set: every product whose sources have changed since it was last made, two at a time or more.
+// data/.made remembers the fingerprint of the sources that each file was made from.
+#include "production/forge.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cstdint>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <mutex>
+#include <string>
+#include <thread>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// FNV-1a, 64 bits (Fowler, Noll, Vo): enough to tell one version of a source from another.
+uint64_t fingerprint(const std::string& text, uint64_t hash) {
+    for (unsigned char byte : text) hash = (hash ^ byte) * 0x100000001b3u;
+    return hash;
+}
+
+std::string wholeFile(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+uint64_t sourceFingerprint(const Product& product) {
+    const fs::path production = PRODUCTION_DIR;
+    uint64_t hash = fingerprint(wholeFile(production / product.source), 0xcbf29ce484222325u);
+    if (!product.kit) return hash;
+    const std::string prefix = (production / product.kit).string();
+    std::vector<fs::path> kit;
+    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(production)) {
+        if (entry.path().string().compare(0, prefix.size(), prefix) == 0 && entry.is_regular_file())
+            kit.push_back(entry.path());
+    }
+    std::sort(kit.begin(), kit.end());
+    for (const fs::path& path : kit) hash = fingerprint(wholeFile(path), hash);
+    return hash;
+}
+
+std::map<std::string, uint64_t> readMade(const fs::path& path) {
+    std::map<std::string, uint64_t> made;
+    std::ifstream file(path);
+    uint64_t hash = 0;
+    std::string name;
+    while (file >> hash && std::getline(file >> std::ws, name)) made[name] = hash;
+    return made;
+}
+
+void writeMade(const fs::path& path, const std::map<std::string, uint64_t>& made) {
+    std::ofstream file(path);
+    for (const auto& [name, hash] : made) file << hash << ' ' << name << '\n';
+}
+
+// Written beside its place and moved there when whole, so that a run that is stopped leaves no half file.
+void makeWhole(const Product& product, const fs::path& path) {
+    fs::create_directories(path.parent_path());
+    const fs::path unfinished = path.parent_path() / ("unfinished-" + path.filename().string());
+    product.make(unfinished.c_str());
+    fs::rename(unfinished, path);
+}
+
+}  // namespace
+
+int main(int count, char** words) {
+    if (count != 2) {
+        fprintf(stderr, "usage: forge FOLDER\n");
+        return 1;
+    }
+    const fs::path folder = words[1];
+    fs::create_directories(folder);
+    std::map<std::string, uint64_t> made = readMade(folder / ".made");
+
+    // The music takes longest, so it goes first and the pictures fill the other cores.
+    std::vector<Product> work;
+    for (const auto* table : {&musicProducts, &pictureProducts, &modelProducts, &shaderProducts}) {
+        for (const Product& product : *table) {
+            const auto known = made.find(product.file);
+            const bool fresh = known != made.end() && known->second == sourceFingerprint(product);
+            if (!fresh || !fs::exists(folder / product.file)) work.push_back(product);
+        }
+    }
+
+    std::atomic<size_t> next = 0;
+    std::mutex telling;
+    auto worker = [&] {
+        for (size_t i = next++; i < work.size(); i = next++) {
+            makeWhole(work[i], folder / work[i].file);
+            const std::lock_guard<std::mutex> lock(telling);
+            made[work[i].file] = sourceFingerprint(work[i]);
+            writeMade(folder / ".made", made);
+            printf("made %s\n", work[i].file);
+            fflush(stdout);
+        }
+    };
+    std::vector<std::thread> others;
+    for (unsigned i = 1; i < std::thread::hardware_concurrency(); i++) others.emplace_back(worker);
+    worker();
+    for (std::thread& other : others) other.join();
+    return 0;
+}

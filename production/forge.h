@@ -1,0 +1,17 @@
+// The generator's table: each file of data/ with the function that makes it and the sources it is made from.
+// A new file is a new row in the table of its kind.
+#pragma once
+
+#include <vector>
+
+struct Product {
+    const char* file;              // path below the data folder, such as "ship.AML"
+    void (*make)(const char* path);  // writes the whole file; ends the process with a line if it can't
+    const char* source;            // the file below production/ that it is made by, such as "models/ship.cpp"
+    const char* kit;               // prefix of the kit files that it rests on, such as "kit/model", or nullptr
+};
+
+extern const std::vector<Product> modelProducts;
+extern const std::vector<Product> pictureProducts;
+extern const std::vector<Product> musicProducts;
+extern const std::vector<Product> shaderProducts;
