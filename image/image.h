@@ -30,8 +30,8 @@ int loadPng(const char* path, Image* image, uint8_t flip);
 // 0, or -1 if the file can't be opened. A broken file ends the process as libjpeg does.
 int loadJpeg(const char* path, Image* image, uint8_t flip);
 
-// The writers take a record's six fields by value and write rows in memory order, so a picture grabbed from GL
-// is flipped first. They return what closing the file, or printing the error, returned.
+// The writers take a record's six fields by value and write rows in memory order, so a picture grabbed from
+// GL is flipped first. They return what closing the file, or printing the error, returned.
 int writePpm(const char* path, int width, int height, int channels, int bytesPerPixel, uint32_t stride,
              const uint8_t* pixels);
 int writeJpeg(const char* path, int width, int height, int channels, int bytesPerPixel, uint32_t stride,
@@ -41,8 +41,9 @@ int writePng(const char* path, int width, int height, int channels, int bytesPer
 
 // Copies a rectangle of `width` x `height` pixels, counted in the destination's pixel size; neither clips nor
 // converts. Returns the number of rows copied.
-int copyImageRect(const Image& destination, int destinationX, int destinationY, const Image& source, int sourceX,
-                  int sourceY, int width, int height);
+int copyImageRect(const Image& destination, int destinationX, int destinationY, const Image& source,
+                  int sourceX, int sourceY, int width, int height);
 
-// Mirrors in place, top to bottom (vertical) and left to right (horizontal); both together turn by 180 degrees.
+// Mirrors in place, top to bottom (vertical) and left to right (horizontal); both together turn by 180
+// degrees.
 void flipImage(const Image& image, uint8_t vertical, uint8_t horizontal);

@@ -1,0 +1,34 @@
+// The contract of an effect: made once at load time after meshes and textures, then drawn by scenes by its
+// key. An effect sets the GL state it needs, draws at the music's time and owns nothing shared. See README.md
+// here.
+#pragma once
+
+#include "render/demo.h"
+
+struct EffectBase {
+    Demo* demo;  // not owned
+
+    explicit EffectBase(Demo* demo) : demo(demo) {}
+    virtual ~EffectBase() = default;
+
+    // Called by scenes once per use per frame, the camera already placed. Most effects draw here.
+    virtual void draw() {}
+    virtual void reserved3() {}
+    // For effects that a scene steers by two values of the effect's own meaning.
+    virtual void drawAt(float, float) {}
+    // Never called: they keep the order of the operations.
+    virtual void reserved5() {}
+    virtual void reserved6() {}
+    virtual void reserved7() {}
+    virtual void reserved8() {}
+    virtual void reserved9() {}
+    virtual void reserved10() {}
+    virtual void reserved11() {}
+
+    // Music time, seconds.
+    float time() const { return demo->clock.time(); }
+    // Seconds since the frame before; zero or negative while paused or after a seek backwards.
+    float frameTime() const { return demo->clock.delta; }
+    // 1 at a beat, 0 from 0.3 s after it.
+    float beatPulse() const { return demo->clock.beatPulse(); }
+};

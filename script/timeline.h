@@ -1,0 +1,17 @@
+// The programme: which scene is drawn at which second of the music, and how scenes are put together.
+#pragma once
+
+// What scenes read besides `demo`: written at the start of every frame.
+struct FrameState {
+    float time;   // music time, seconds
+    float delta;  // since the frame before, seconds
+    float pulse;  // beat pulse, read once
+};
+extern FrameState frame;
+
+// Draws the whole picture of the frame at `time` seconds, and ends the program at the end of the show.
+void runTimeline(float time, float delta);
+
+// The timeline's early-out, for an author's own preview: draws neither scene nor overlay when it returns
+// true.
+bool preview(float time, float delta);
