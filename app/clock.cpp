@@ -1,0 +1,80 @@
+#include "app/clock.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr float beatPulseLength = 0.3f;       // seconds
+constexpr float autoBeatStart = 17;           // seconds
+constexpr float autoBeatLatchBelow = 0.4f;    // phase up to which a beat fires, beats
+constexpr float autoBeatReleaseFrom = 0.6f;   // phase from which the next one is awaited, beats
+constexpr float rateSamplePeriod = 500;       // milliseconds
+constexpr float furthestSeek = 2147483520.f;  // milliseconds; the largest float that an int holds
+
+const float silentSpectrum[512] = {};
+
+int position(MusicSource* source) {
+    return source ? source->position() : 0;
+}
+
+}  // namespace
+
+const float* SteppedMusic::spectrum() {
+    return silentSpectrum;
+}
+
+void MusicClock::update() {
+    previousTime = currentTime;
+    currentTime = static_cast<float>(position(source) * 0.001);
+    delta = currentTime - previousTime;
+}
+
+void MusicClock::seek(float target) {
+    const float ms = target > 0 ? target * 1000 : 0;
+    if (source) source->setPosition(static_cast<int>(std::min(ms, furthestSeek)));
+}
+
+void MusicClock::pause() {
+    paused = !paused;
+    // In both directions: the second press does not resume the music.
+    if (source) source->pause();
+}
+
+void MusicClock::registerBeat() {
+    beatCount += 1;
+    lastBeatTime = time();
+}
+
+float MusicClock::beatPulse() {
+    pulseLength = beatPulseLength;
+    const float value = 1 - (time() - lastBeatTime) / pulseLength;
+    return value > 0 ? value : 0;
+}
+
+float MusicClock::frameRate() {
+    const float now = static_cast<float>(position(source));
+    if (now > sampleStart + rateSamplePeriod) {
+        lastRate = static_cast<float>(frameCount * 2);
+        sampleStart = now;
+        frameCount = 0;
+    }
+    return lastRate;
+}
+
+const float* MusicClock::spectrum() {
+    return source ? source->spectrum() : silentSpectrum;
+}
+
+void MusicClock::runAutoBeat() {
+    if (!(time() >= autoBeatStart)) return;
+    const float beats = beatPosition();
+    // Negative before beat 0, so the first beat fires at the first frame from 17 s on.
+    const float phase = beats - std::trunc(beats);
+    if (!autoBeatLatch && phase < autoBeatLatchBelow) {
+        registerBeat();
+        autoBeatLatch = true;
+    } else if (phase >= autoBeatReleaseFrom) {
+        autoBeatLatch = false;
+    }
+}

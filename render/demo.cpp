@@ -1,0 +1,120 @@
+#include "render/demo.h"
+
+#include <SDL/SDL.h>
+
+#include <cmath>
+#include <cstdlib>
+
+#include "render/quit.h"
+
+Demo* demo = nullptr;
+
+namespace {
+
+constexpr int targetSize = 1024;          // pixels; the smallest power of two that holds the screen
+constexpr int targetPictureHeight = 768;  // the 4:3 part of a target, until the screen is copied into it
+constexpr int firstTargetRecord = 90;
+constexpr float loadingTintScale = 1.02f;  // of the tinted copy over the picture
+
+Texture createTarget() {
+    Texture target;
+    glGenTextures(1, &target.texture);
+    target.width = targetSize;
+    target.height = targetPictureHeight;
+    target.textureWidth = targetSize;
+    glBindTexture(GL_TEXTURE_2D, target.texture);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, targetSize, targetSize, 0, GL_RGBA, GL_UNSIGNED_BYTE, nullptr);
+    return target;
+}
+
+void applyLight(GLenum name, const Light& light) {
+    glLightfv(name, GL_AMBIENT, light.ambient);
+    glLightfv(name, GL_DIFFUSE, light.diffuse);
+    glLightfv(name, GL_POSITION, light.position);
+    glLightfv(name, GL_SPECULAR, light.specular);
+    glLightfv(name, GL_SPOT_DIRECTION, light.spotDirection);
+    glLightf(name, GL_SPOT_EXPONENT, light.spotExponent);
+    glLightf(name, GL_SPOT_CUTOFF, light.spotCutoff);
+}
+
+}  // namespace
+
+Demo::Demo() {
+    for (int i = 0; i < 8; i++) {
+        const float x = static_cast<float>(i);
+        lights[i].position[0] = x;
+        lights[i].position[1] = x;
+        lights[i].position[2] = 4 - x;
+    }
+    for (int i = 0; i < 10; i++) textures[firstTargetRecord + i] = createTarget();
+    for (int i = 0; i < 10; i++) textureNames["rtt" + std::to_string(i)] = firstTargetRecord + i;
+}
+
+void startDemo() {
+    if (glewInit() != GLEW_OK) fatalError("Could not init GLEW: %s");
+    if (!GLEW_ARB_shading_language_100) fatalError("Seems that ARB_shading_language_100 is not supported.");
+
+    demo = new Demo;
+    demo->clock.setPulseLength(0.05f);
+    demo->clock.setBpm(140);
+    demo->setStereo(false);
+
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    gluPerspective(90, 1.3333334, 0.1, 100);
+    glMatrixMode(GL_MODELVIEW);
+    glLoadIdentity();
+
+    glDepthFunc(GL_LEQUAL);
+    glEnable(GL_DEPTH_TEST);
+    glShadeModel(GL_SMOOTH);
+    glHint(GL_PERSPECTIVE_CORRECTION_HINT, GL_NICEST);
+    glLineWidth(2);
+    demo->setViewportAspect(4, 3);
+
+    demo->loadTexture("data/loading.jpg", "loading", GL_REPEAT, GL_REPEAT);
+    demo->setTextureSize("loading", 512, 512);
+}
+
+void Demo::drawLoadingScreen() {
+    // Never seeded: every start shows the same tints.
+    const float r = static_cast<float>(rand());
+
+    glClearColor(0, 0, 0, 1);
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    glColor3f(1, 1, 1);
+    glDisable(GL_DEPTH_TEST);
+    drawScreenQuad("loading", 1);
+
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_ONE, GL_ONE);
+    glColor3f((std::sin(3 * r) + 1) * 0.5f, (std::sin(4 * r) + 1) * 0.5f, (std::sin(5 * r) + 1) * 0.5f);
+    drawScreenQuad("loading", loadingTintScale);
+
+    glDisable(GL_BLEND);
+    glFlush();
+    glEnable(GL_DEPTH_TEST);
+    SDL_GL_SwapBuffers();
+}
+
+void Demo::endFrame() {
+    previousQuadCount = quadCount;
+    quadCount = 0;
+    clock.frameCount++;
+
+    glColorMask(1, 1, 1, 1);
+    glDisable(GL_LIGHTING);
+    for (int i = 0; i < 8; i++) {
+        const GLenum name = GL_LIGHT0 + i;
+        if (lights[i].enabled) {
+            applyLight(name, lights[i]);
+            glEnable(name);
+            glEnable(GL_LIGHTING);
+        } else {
+            glDisable(name);
+        }
+    }
+    clock.runAutoBeat();
+}

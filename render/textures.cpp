@@ -1,0 +1,54 @@
+#include "image/image.h"
+#include "render/demo.h"
+#include "render/quit.h"
+
+namespace {
+
+// RGB or RGBA in whole bytes: what GL can take as it lies in memory.
+bool isTextureImage(const Image& image) {
+    return (image.channels == 3 || image.channels == 4) &&
+           image.stride == static_cast<uint32_t>(image.width) * image.channels;
+}
+
+GLuint createMipmappedTexture(const Image& image, GLenum wrapS, GLenum wrapT) {
+    const GLenum format = image.channels == 4 ? GL_RGBA : GL_RGB;
+    GLuint texture = 0;
+    glGenTextures(1, &texture);
+    glBindTexture(GL_TEXTURE_2D, texture);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, static_cast<GLint>(wrapS));
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, static_cast<GLint>(wrapT));
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR_MIPMAP_LINEAR);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+
+    // Rows follow each other without padding, whatever their width.
+    glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
+    glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
+    gluBuild2DMipmaps(GL_TEXTURE_2D, static_cast<GLint>(format), image.width, image.height, format,
+                      GL_UNSIGNED_BYTE, image.pixels);
+    glPopClientAttrib();
+    return texture;
+}
+
+}  // namespace
+
+int Demo::loadTexture(const char* path, const char* name, GLenum wrapS, GLenum wrapT) {
+    const int index = nextTexture++;
+    Texture& record = textures[index];
+    record = Texture();
+    textureNames[name] = index;
+
+    Image image;
+    if (loadImage(path, &image, 0) != 0 || !isTextureImage(image)) fatalError("File [%s] not found.");
+
+    record.texture = createMipmappedTexture(image, wrapS, wrapT);
+    record.width = record.textureWidth = image.width;
+    record.height = record.textureHeight = image.height;
+    delete[] image.pixels;
+    return index;
+}
+
+void Demo::setTextureSize(const char* name, int width, int height) {
+    Texture& record = textures[textureIndex(name)];
+    record.width = width;
+    record.height = height;
+}
