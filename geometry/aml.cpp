@@ -1,0 +1,202 @@
+#include "geometry/aml.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <new>
+#include <vector>
+
+namespace {
+
+constexpr int amlVersion = 2;
+constexpr int dumpedWords = 7;  // that a dumped line shows of a vertex
+
+// What GL takes as the components of each attribute type, and what code that reads vertices relies on.
+struct ComponentRange {
+    int least, most;
+};
+constexpr ComponentRange componentsOfType[maxAttribs] = {
+    {3, 4},    // position
+    {1, 1},    // index of a shared position
+    {3, 255},  // normal
+    {3, 255},  // face normal
+    {3, 4},    // colour
+    {3, 3},    // secondary colour
+    {1, 4},   {1, 4}, {1, 4}, {1, 4}, {1, 4}, {1, 4}, {1, 4}, {1, 4}, {1, 4}, {1, 4},  // texture coordinates
+};
+
+[[noreturn, gnu::format(printf, 2, 3)]] void fail(const char* name, const char* reason, ...) {
+    std::fprintf(stderr, "AML file %s: ", name);
+    va_list arguments;
+    va_start(arguments, reason);
+    std::vfprintf(stderr, reason, arguments);
+    va_end(arguments);
+    std::fputc('\n', stderr);
+    std::exit(1);
+}
+
+// Puts a check behind every read of another stream: one that comes back short ends the process.
+struct CheckedStream : ResDesc {
+    ResDesc& source;
+    const char* name;
+
+    CheckedStream(ResDesc& source, const char* name) : source(source), name(name) {}
+    void seek(long offset, int origin) override { source.seek(offset, origin); }
+    int read(void* buffer, size_t size) override {
+        if (size > 0 && source.read(buffer, size) != 1) fail(name, "the file ends too early");
+        return 1;
+    }
+};
+
+template <typename T>
+std::unique_ptr<T[]> allocate(size_t count, const char* name) {
+    std::unique_ptr<T[]> array(new (std::nothrow) T[count]);
+    if (!array) fail(name, "not enough memory");
+    return array;
+}
+
+void readCounts(Mesh& mesh, CheckedStream& stream) {
+    mesh.gvertexCount = stream.readShort();
+    mesh.vertexCount = stream.readShort();
+    mesh.faceCount = stream.readShort();
+    mesh.attribCount = stream.readByte();
+    if (mesh.attribCount > maxAttribs)
+        fail(stream.name, "%d attributes, where a mesh holds at most %d", mesh.attribCount, maxAttribs);
+}
+
+void readAttribTable(Mesh& mesh, CheckedStream& stream) {
+    for (int slot = 0; slot < mesh.attribCount; ++slot) {
+        const int type = stream.readByte();
+        const int size = stream.readByte();
+        if (type >= maxAttribs)
+            fail(stream.name, "attribute type %d, where the last is %d", type, maxAttribs - 1);
+        if (size < componentsOfType[type].least || size > componentsOfType[type].most)
+            fail(stream.name, "attribute type %d can't have a size of %d", type, size);
+        mesh.attribType[slot] = type;
+        mesh.attribSize[slot] = size;
+        mesh.vsize += size;
+    }
+}
+
+void readGvertices(Mesh& mesh, CheckedStream& stream) {
+    const size_t count = 3 * static_cast<size_t>(mesh.gvertexCount);
+    mesh.gvertices = allocate<float>(count, stream.name);
+    stream.read(mesh.gvertices.get(), count * sizeof(float));
+}
+
+void readVertices(Mesh& mesh, CheckedStream& stream) {
+    const size_t vsize = mesh.vsize;
+    mesh.vertices = allocate<float>(mesh.vertexCount * vsize, stream.name);
+    for (int vertex = 0; vertex < mesh.vertexCount; ++vertex)
+        stream.read(&mesh.vertices[vertex * vsize], vsize * sizeof(float));
+}
+
+void readFaces(Mesh& mesh, CheckedStream& stream) {
+    const size_t count = 3 * static_cast<size_t>(mesh.faceCount);
+    mesh.faces = allocate<uint16_t>(count, stream.name);
+    stream.read(mesh.faces.get(), count * sizeof(uint16_t));
+}
+
+// Nothing that draws, expands or traces a mesh looks at its indices again.
+void checkIndices(const Mesh& mesh, const char* name) {
+    for (int i = 0; i < 3 * mesh.faceCount; ++i) {
+        if (mesh.faces[i] >= mesh.vertexCount)
+            fail(name, "a face uses vertex %d of %d", mesh.faces[i], mesh.vertexCount);
+    }
+    if (!mesh.hasAttrib(gvertexAttrib)) return;
+    for (int vertex = 0; vertex < mesh.vertexCount; ++vertex) {
+        const uint32_t gvertex = mesh.gvertexOf(vertex);
+        if (gvertex >= static_cast<uint32_t>(mesh.gvertexCount))
+            fail(name, "a vertex uses position %u of %d", gvertex, mesh.gvertexCount);
+    }
+}
+
+void readHeader(CheckedStream& stream) {
+    for (const char magic : {'A', 'M', 'L'}) {
+        if (stream.readByte() != magic) {
+            std::fprintf(stderr, "File is not AML file (or is format version 0).\n");
+            std::exit(1);
+        }
+    }
+    if (stream.readByte() != amlVersion) {
+        std::fprintf(stderr, "AML format version != 2\n");
+        std::exit(1);
+    }
+}
+
+// The set takes the meshes only when all are read: a count is not believed before the file has held as many.
+void fill(MeshSet& set, std::vector<Mesh>& meshes) {
+    set.reset(static_cast<int>(meshes.size()));
+    std::move(meshes.begin(), meshes.end(), set.begin());
+}
+
+void dumpMesh(Mesh& mesh, int index, CheckedStream& stream) {
+    readCounts(mesh, stream);
+    for (int slot = 0; slot < mesh.attribCount; ++slot) {
+        mesh.attribSize[slot] = stream.readByte();
+        mesh.vsize += mesh.attribSize[slot];
+        std::printf("[%d] = %d\n", slot, mesh.attribSize[slot]);
+    }
+    std::printf("Reading Mesh %d:\n", index);
+    std::printf("  gvertex_count = %d\n", mesh.gvertexCount);
+    std::printf("  vertex_count = %d\n", mesh.vertexCount);
+    std::printf("  face_count = %d\n", mesh.faceCount);
+    std::printf("  attrib_count = %d\n", mesh.attribCount);
+    std::printf("  vsize = %d\n", mesh.vsize);
+    if (mesh.vertexCount > 0 && mesh.vsize < dumpedWords)
+        fail(stream.name, "vertices of %d words, where %d are printed", mesh.vsize, dumpedWords);
+
+    readGvertices(mesh, stream);
+    for (int i = 0; i < mesh.gvertexCount; ++i) {
+        const float* g = &mesh.gvertices[3 * i];
+        std::printf("gvertex %d: %f, %f, %f\n", i, g[0], g[1], g[2]);
+    }
+    readVertices(mesh, stream);
+    for (int i = 0; i < mesh.vertexCount; ++i) {
+        const float* v = &mesh.vertices[static_cast<size_t>(i) * mesh.vsize];
+        std::printf("vertex %d: %d: %f, %f, %f      %f, %f, %f\n", i, std::bit_cast<int32_t>(v[0]), v[1],
+                    v[2], v[3], v[4], v[5], v[6]);
+    }
+    readFaces(mesh, stream);
+    for (int i = 0; i < mesh.faceCount; ++i) {
+        const uint16_t* corners = mesh.face(i);
+        std::printf("face %d: %d, %d, %d\n", i, corners[0], corners[1], corners[2]);
+    }
+
+    mesh.attribType[0] = gvertexAttrib;
+    mesh.attribType[1] = normalAttrib;
+    mesh.attribType[2] = texCoordAttrib;
+    mesh.rebuildAttribs();
+}
+
+}  // namespace
+
+void loadAml(MeshSet& set, ResDesc& source, const char* name) {
+    CheckedStream stream(source, name);
+    readHeader(stream);
+    const uint32_t meshCount = static_cast<uint32_t>(stream.readInt());
+    std::vector<Mesh> meshes;
+    for (uint32_t i = 0; i < meshCount; ++i) {
+        Mesh& mesh = meshes.emplace_back();
+        readCounts(mesh, stream);
+        readAttribTable(mesh, stream);
+        readGvertices(mesh, stream);
+        readVertices(mesh, stream);
+        readFaces(mesh, stream);
+        mesh.rebuildAttribs();
+        checkIndices(mesh, name);
+    }
+    fill(set, meshes);
+}
+
+int dumpAml(MeshSet& set, ResDesc& source, const char* name) {
+    CheckedStream stream(source, name);
+    const uint32_t meshCount = static_cast<uint32_t>(stream.readInt());
+    std::printf("Mesh count = %d\n", static_cast<int>(meshCount));
+    std::vector<Mesh> meshes;
+    for (uint32_t i = 0; i < meshCount; ++i) dumpMesh(meshes.emplace_back(), static_cast<int>(i), stream);
+    fill(set, meshes);
+    return set.count - 1;
+}

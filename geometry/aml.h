@@ -1,0 +1,16 @@
+// Reading AML mesh files: "AML", a version byte, then meshes one after another, each with its attribute
+// table, shared positions, interleaved vertices and faces, all little-endian and unpadded.
+#pragma once
+
+#include "geometry/mesh.h"
+#include "geometry/res_desc.h"
+
+// Replaces the set's meshes by those of the file. A file that is not AML of version 2, ends early, or holds
+// what a mesh can't (attributes, indices) ends the process with status 1 and a line on standard error. `name`
+// is the file's, for that line.
+void loadAml(MeshSet& set, ResDesc& stream, const char* name);
+
+// For inspection: reads the older layout, without magic and version and with attribute sizes alone, prints
+// every record to standard output and returns the last mesh's index (-1 if there is none). Vertices must
+// start with a position index, a normal and texture coordinates.
+int dumpAml(MeshSet& set, ResDesc& stream, const char* name);

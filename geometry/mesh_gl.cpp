@@ -1,0 +1,104 @@
+// The part of Mesh that talks to GL.
+#include <array>
+
+#include "geometry/mesh.h"
+
+namespace {
+
+constexpr int texCoordUnits = 10;
+
+GLuint uploadBuffer(GLenum target, size_t size, const void* data) {
+    GLuint name;
+    glGenBuffersARB(1, &name);
+    glBindBufferARB(target, name);
+    glBufferDataARB(target, static_cast<GLsizeiptrARB>(size), data, GL_STATIC_DRAW);
+    return name;
+}
+
+}  // namespace
+
+void Mesh::upload() {
+    vertexBuffer = uploadBuffer(GL_ARRAY_BUFFER, wordCount() * sizeof(float), vertices.get());
+    indexBuffer = uploadBuffer(GL_ELEMENT_ARRAY_BUFFER, static_cast<size_t>(faceCount) * 3 * sizeof(uint16_t),
+                               faces.get());
+}
+
+void Mesh::releaseBuffers() {
+    glDeleteBuffersARB(1, &indexBuffer);
+    // Deletes as many names as there are attributes: the vertex buffer and then, as further names, the words
+    // that follow it in the record. GL passes over names that no buffer has, which is what they are for
+    // meshes of up to three attributes (the reserved zeros). The list is built by hand since reading on from
+    // a field is not defined.
+    const uint64_t scratchData = reinterpret_cast<uintptr_t>(scratch.data.get());
+    const auto word = [](auto value) { return static_cast<GLuint>(value); };
+    const std::array<GLuint, maxAttribs> names = {vertexBuffer,
+                                                  reserved[0],
+                                                  reserved[1],
+                                                  word(scratchData),
+                                                  word(scratchData >> 32),
+                                                  word(scratch.count),
+                                                  word(scratch.capacity),
+                                                  word(gvertexCount),
+                                                  word(vertexCount),
+                                                  word(faceCount),
+                                                  word(attribCount),
+                                                  word(attribSize[0]),
+                                                  word(attribSize[1]),
+                                                  word(attribSize[2]),
+                                                  word(attribSize[3]),
+                                                  word(attribSize[4])};
+    glDeleteBuffersARB(attribCount, names.data());
+}
+
+void Mesh::bindArrays() const {
+    glBindBufferARB(GL_ARRAY_BUFFER, vertexBuffer);
+    glBindBufferARB(GL_ELEMENT_ARRAY_BUFFER, indexBuffer);
+    const GLsizei stride = vsize * static_cast<GLsizei>(sizeof(float));
+    const auto size = [this](int type) { return attribSize[slotOfType[type]]; };
+    const auto offset = [this](int type) {
+        return reinterpret_cast<const void*>(attribOffset(type) * sizeof(float));
+    };
+    if (hasAttrib(positionAttrib)) {
+        glEnableClientState(GL_VERTEX_ARRAY);
+        glVertexPointer(size(positionAttrib), GL_FLOAT, stride, offset(positionAttrib));
+    }
+    if (hasAttrib(normalAttrib)) {
+        glEnableClientState(GL_NORMAL_ARRAY);
+        glNormalPointer(GL_FLOAT, stride, offset(normalAttrib));
+    }
+    if (hasAttrib(colorAttrib)) {
+        glEnableClientState(GL_COLOR_ARRAY);
+        glColorPointer(size(colorAttrib), GL_FLOAT, stride, offset(colorAttrib));
+    }
+    if (hasAttrib(secondaryColorAttrib)) {
+        glEnableClientState(GL_SECONDARY_COLOR_ARRAY);
+        glSecondaryColorPointer(size(secondaryColorAttrib), GL_FLOAT, stride, offset(secondaryColorAttrib));
+    }
+    for (int unit = 0; unit < texCoordUnits; ++unit) {
+        const int type = texCoordAttrib + unit;
+        if (!hasAttrib(type)) continue;
+        glClientActiveTexture(GL_TEXTURE0 + unit);
+        glEnableClientState(GL_TEXTURE_COORD_ARRAY);
+        glTexCoordPointer(size(type), GL_FLOAT, stride, offset(type));
+    }
+}
+
+void Mesh::unbindArrays() {
+    glBindBufferARB(GL_ELEMENT_ARRAY_BUFFER, 0);
+    glBindBufferARB(GL_ARRAY_BUFFER, 0);
+    for (GLenum array : {GL_VERTEX_ARRAY, GL_NORMAL_ARRAY, GL_COLOR_ARRAY, GL_SECONDARY_COLOR_ARRAY})
+        glDisableClientState(array);
+    // Downwards, so that unit 0 is the active one afterwards.
+    for (int unit = texCoordUnits - 1; unit >= 0; --unit) {
+        glClientActiveTexture(GL_TEXTURE0 + unit);
+        glDisableClientState(GL_TEXTURE_COORD_ARRAY);
+    }
+}
+
+void Mesh::draw() const {
+    bindArrays();
+    // The end of the range is one past the last vertex: drivers take it as a hint, and it is kept.
+    glDrawRangeElementsEXT(GL_TRIANGLES, 0, static_cast<GLuint>(vertexCount), 3 * faceCount,
+                           GL_UNSIGNED_SHORT, nullptr);
+    unbindArrays();
+}

@@ -1,0 +1,112 @@
+// libpng reports errors by a jump back into the function that set the jump point. The jump skips destructors
+// and may lose changed locals, so the functions with a jump point own nothing and keep what changes in a
+// record of their caller's.
+#include <png.h>
+
+#include <cstdio>
+#include <cstring>
+#include <new>
+
+#include "image/image.h"
+
+namespace {
+
+// A corrupt header must not claim more memory than any picture of ours could need.
+constexpr png_uint_32 largestSide = 65535;
+
+struct PngFile {
+    FILE* file;
+    png_structp png;
+    png_infop info;
+};
+
+bool readPicture(PngFile& source) {
+    if (setjmp(png_jmpbuf(source.png))) return false;
+    png_set_user_limits(source.png, largestSide, largestSide);
+    png_init_io(source.png, source.file);
+    png_read_png(source.png, source.info, PNG_TRANSFORM_IDENTITY, nullptr);
+    return true;
+}
+
+bool copyPicture(const PngFile& source, Image* image, bool flip) {
+    const png_bytepp rows = png_get_rows(source.png, source.info);
+    image->width = static_cast<int32_t>(png_get_image_width(source.png, source.info));
+    image->height = static_cast<int32_t>(png_get_image_height(source.png, source.info));
+    image->channels = image->bytesPerPixel = png_get_channels(source.png, source.info);
+    image->stride = static_cast<uint32_t>(png_get_rowbytes(source.png, source.info));
+    image->pixels = new (std::nothrow) uint8_t[static_cast<size_t>(image->height) * image->stride];
+    if (!image->pixels) return false;
+    for (int y = 0; y < image->height; ++y)
+        std::memcpy(image->pixels + static_cast<size_t>(y) * image->stride,
+                    rows[flip ? image->height - 1 - y : y], image->stride);
+    return true;
+}
+
+struct PngRows {
+    int width, height, channels;
+    uint32_t stride;
+    const uint8_t* pixels;
+};
+
+int colorType(int channels) {
+    switch (channels) {
+        case 1:
+            return PNG_COLOR_TYPE_GRAY;
+        case 2:
+            return PNG_COLOR_TYPE_GRAY_ALPHA;
+        case 3:
+            return PNG_COLOR_TYPE_RGB;
+        case 4:
+            return PNG_COLOR_TYPE_RGB_ALPHA;
+        default:
+            return -1;  // libpng turns it down
+    }
+}
+
+bool writePicture(PngFile& target, const PngRows& rows) {
+    if (setjmp(png_jmpbuf(target.png))) return false;
+    png_set_user_limits(target.png, PNG_UINT_31_MAX, PNG_UINT_31_MAX);
+    png_init_io(target.png, target.file);
+    png_set_IHDR(target.png, target.info, rows.width, rows.height, 8, colorType(rows.channels),
+                 PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
+    png_write_info(target.png, target.info);
+    for (int y = 0; y < rows.height; ++y)
+        png_write_row(target.png, rows.pixels + static_cast<size_t>(y) * rows.stride);
+    png_write_end(target.png, nullptr);
+    return true;
+}
+
+}  // namespace
+
+int loadPng(const char* path, Image* image, uint8_t flip) {
+    PngFile source = {std::fopen(path, "rb"), nullptr, nullptr};
+    if (!source.file) {
+        std::fprintf(stderr, "can't open %s\n", path);
+        return -1;
+    }
+    source.png = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
+    if (source.png) source.info = png_create_info_struct(source.png);
+    const bool loaded = source.info && readPicture(source) && copyPicture(source, image, flip != 0);
+    png_destroy_read_struct(&source.png, &source.info, nullptr);
+    std::fclose(source.file);
+    return loaded ? 0 : -1;
+}
+
+int writePng(const char* path, int width, int height, int channels, [[maybe_unused]] int bytesPerPixel,
+             uint32_t stride, const uint8_t* pixels) {
+    PngFile target = {std::fopen(path, "wb"), nullptr, nullptr};
+    if (!target.file) return std::fprintf(stderr, "can't open %s\n", path);
+    target.png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
+    if (!target.png) {
+        std::fprintf(stderr, "write_png: Error creating write struct\n");
+        return std::fclose(target.file);
+    }
+    target.info = png_create_info_struct(target.png);
+    const bool written = target.info && writePicture(target, {width, height, channels, stride, pixels});
+    const bool hadInfo = target.info != nullptr;
+    const int closed = std::fclose(target.file);
+    png_destroy_write_struct(&target.png, &target.info);
+    if (!hadInfo) return std::fprintf(stderr, "write_png: Error creating info struct\n");
+    if (!written) return std::fprintf(stderr, "write_png: Error 3\n");
+    return closed;
+}
