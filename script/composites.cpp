@@ -1,0 +1,41 @@
+#include "script/composites.h"
+
+#include "render/demo.h"
+#include "script/scenes.h"
+#include "script/timeline.h"
+
+void laserBoomTornApart() {
+    sceneLaserBoom();
+
+    demo->copyScreen("rtt3");
+    demo->blur("rtt3", "rtt4", 6, 0.5f, 0.5f, 1.1f, 256);
+    demo->drawScreenQuad("rtt4", 1);
+
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    // "scale" stays what the last boom left: the shock of this beat where the scene has one.
+    demo->useShader("boom");
+    demo->setUniform1f("boom", "distort", 10);
+    demo->drawScreenQuad("rtt3", 1);
+    demo->useShader();
+    glDisable(GL_BLEND);
+}
+
+void crossFadeFromRoboToRoom() {
+    sceneRobo();
+    demo->copyScreen("rtt6");
+    sceneRoom();
+    demo->copyScreen("rtt7");
+
+    demo->drawScreenQuad("rtt6", 1);
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    glColor4f(1, 1, 1, (frame.time - 137) * 0.5f);
+    demo->drawScreenQuad("rtt7", 1);
+    glDisable(GL_BLEND);
+}
+
+void roomWithCredits() {
+    sceneRoom();
+    sceneCredits();
+}

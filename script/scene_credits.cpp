@@ -1,0 +1,44 @@
+// The credit cards over the room, 169.5 to 184.2 s, and two pictures of the same family that the programme
+// leaves out.
+#include "render/demo.h"
+#include "script/scene_kit.h"
+#include "script/scenes.h"
+#include "script/timeline.h"
+
+namespace {
+
+constexpr float cardsBegin = 169.474f;  // seconds
+
+constexpr struct Card {
+    float begin;  // seconds
+    const char* texture;
+    float x, y;  // its middle; two units away from the eye a card covers a quarter of the screen
+} cards[] = {
+    {cardsBegin, "code", -1, -1},  //
+    {173.288f, "models", 1, 0},    //
+    {177.051f, "gfx", 1, 1},       //
+    {180.454f, "music", -1, 1},
+};
+
+}  // namespace
+
+void sceneCredits() {
+    if (!(frame.time > cardsBegin)) return;
+    const Card* current = cards;
+    for (const Card& card : cards) {
+        if (frame.time >= card.begin) current = &card;
+    }
+
+    useBoom(20 * frame.pulse, 0.1f);
+    glColor3f(1, 1, 1);
+    drawPicture(current->texture, current->x, current->y, -2, 1, GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    demo->useShader();
+}
+
+void sceneFade() {
+    demo->drawScreenQuad("fade", 1);
+}
+
+void sceneGreets() {
+    demo->drawScreenQuad("greets", 1);
+}

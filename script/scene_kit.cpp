@@ -1,0 +1,46 @@
+#include "script/scene_kit.h"
+
+#include "render/demo.h"
+
+int beatNumber() {
+    return static_cast<int>(demo->clock.beatPosition());
+}
+
+void lightFrom(float x, float y, float z) {
+    Light& light = demo->lights[0];
+    light.enabled = true;
+    light.position[0] = x;
+    light.position[1] = y;
+    light.position[2] = z;
+}
+
+void useBoom(float distort, float scale) {
+    demo->useShader("boom");
+    demo->setUniform1f("boom", "distort", distort);
+    demo->setUniform1f("boom", "scale", scale);
+}
+
+void drawPicture(const char* texture, float x, float y, float z, float halfWidth, GLenum sourceFactor,
+                 GLenum targetFactor) {
+    glPushMatrix();
+    glLoadIdentity();
+    glTranslatef(x, y, z);
+    glDisable(GL_LIGHTING);
+    glBindTexture(GL_TEXTURE_2D, demo->texture(texture));
+    glDisable(GL_DEPTH_TEST);
+    glEnable(GL_BLEND);
+    glBlendFunc(sourceFactor, targetFactor);
+    glDisable(GL_CULL_FACE);
+    glEnable(GL_TEXTURE_2D);
+    glBegin(GL_QUADS);
+    glTexCoord2f(0, 1);
+    glVertex2f(-halfWidth, -1);
+    glTexCoord2f(1, 1);
+    glVertex2f(halfWidth, -1);
+    glTexCoord2f(1, 0);
+    glVertex2f(halfWidth, 1);
+    glTexCoord2f(0, 0);
+    glVertex2f(-halfWidth, 1);
+    glEnd();
+    glPopMatrix();
+}

@@ -1,0 +1,91 @@
+// The hall around the mirror ball: a word flashes, shocks and white flashes on the beat, and the fade to
+// black. 137 to 195.3 s.
+#include <algorithm>
+#include <cmath>
+
+#include "effects/effect_base.h"
+#include "script/scene_kit.h"
+#include "script/scenes.h"
+#include "script/timeline.h"
+
+namespace {
+
+// Seconds of the music.
+constexpr float wordBegin = 140, wordEnd = 141.8f;
+constexpr float shocksBegin = 142;
+constexpr float breathingBegin = 154.3f;  // the camera moves with the beat
+constexpr float fadeBegin = 184.156f;
+constexpr double fadePerSecond = 0.15384615384615385;  // black after 6.5 s
+constexpr float glimpseBegin = 192.5f, glimpseEnd = 192.8f;
+
+// A circle of radius 260, and an ellipse that breathes with the beat later on.
+void placeCamera() {
+    const double t = frame.time;
+    const float p = frame.pulse;
+
+    if (frame.time >= breathingBegin) {
+        demo->setCameraEye(std::cos(0.4 * t) * (10 * p + 250) * 1.04, std::sin(0.8 * t) * 36.5 + (5 * p + 90),
+                           std::sin(0.4 * t) * (10 * p + 220) * 1.04);
+        demo->setCameraTarget(5 * p, 70, 10 * p);
+    } else {
+        demo->setCameraEye(std::cos(0.4 * t) * 260, std::sin(0.8 * t) * 36.5 + 100, std::sin(0.4 * t) * 260);
+        demo->setCameraTarget(std::sin(frame.time) * 15, 70, 0);
+    }
+    demo->applyCamera(false);
+}
+
+// At full strength for half a second, then fading, cut off at an alpha of 0.2. Depth test and blending stay
+// as the picture leaves them.
+void flashWord() {
+    if (!(frame.time > wordBegin && frame.time < wordEnd)) return;
+    glColor4f(1, 1, 1, 1.5f - (frame.time - wordBegin));
+    drawPicture("mix", 0, 0, -1, 1, GL_SRC_ALPHA, GL_ONE);
+}
+
+// 1 until the fade, then down to 0, and for the last glimpse the beat pulse. Sets the colour where it fades.
+float fade() {
+    const float t = frame.time;
+    float level = 1;
+    if (t > fadeBegin) {
+        level = std::max(0.0, 1 - (t - fadeBegin) * fadePerSecond);
+        glColor3f(level, level, level);
+    }
+    if (t > glimpseBegin && t < glimpseEnd) {
+        level = demo->clock.beatPulse();
+        glColor3f(level, level, level);
+    }
+    return level;
+}
+
+void flashWhite(float level) {
+    glEnable(GL_BLEND);
+    glDisable(GL_DEPTH_TEST);
+    glColor4f(level, level, level, 0.76f * demo->clock.beatPulse());
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE);
+    demo->drawScreenQuad("white", 1);
+    glDisable(GL_BLEND);
+    glEnable(GL_DEPTH_TEST);
+}
+
+}  // namespace
+
+void sceneRoom() {
+    const bool shocks = frame.time > shocksBegin;
+
+    placeCamera();
+    demo->effects["huone"]->draw();
+    flashWord();
+
+    demo->copyScreen("rtt1");
+    // Counted from a second before the shocks begin, so that the first one is bent already.
+    if (shocks) useBoom(frame.time - 141, 0.3f * frame.pulse);
+    glDisable(GL_BLEND);
+    demo->drawScreenQuad("rtt1", 1);
+    demo->useShader();
+
+    demo->copyScreen("rtt1");
+    demo->glow("rtt1", "rtt3", 2, 1);
+    const float level = fade();
+    demo->drawScreenQuad("rtt3", 1);
+    if (shocks) flashWhite(level);
+}

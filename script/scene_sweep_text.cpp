@@ -1,0 +1,25 @@
+// The title, swept by light, in a glow that shimmers. 0 to 9.5 s.
+#include <cmath>
+
+#include "effects/effect_base.h"
+#include "script/scenes.h"
+#include "script/timeline.h"
+
+void sceneSweepText() {
+    const float t = frame.time;
+
+    demo->lights[0].enabled = false;
+    demo->setCameraEye(20, 20, 80);
+    demo->setCameraTarget(0, 0, 0);
+    demo->applyCamera(false);
+    demo->effects["sweep"]->draw();
+
+    const float wobble = std::sin(std::sin(t) * 4 + t * 10);
+    const float strength = (wobble * 0.1f - 0.1f) + 0.95f;
+    demo->copyScreen("rtt1");
+    demo->glow("rtt1", "rtt2", 2, strength);
+    demo->drawScreenQuad("rtt2", 1);
+
+    // The overlay brings its own colour; the scene still leaves half strength behind.
+    glColor4f(1, 1, 1, 0.5f);
+}

@@ -1,0 +1,56 @@
+// The heap of boxes, sharp before the upright tunnel's blur, under a light that circles. 62.8 to 78 s.
+#include <cmath>
+
+#include "effects/effect_base.h"
+#include "script/scene_kit.h"
+#include "script/scenes.h"
+#include "script/timeline.h"
+
+namespace {
+
+constexpr float cut = 69.73f;  // seconds: the second view begins after it
+
+void placeCamera() {
+    const float sway = 34 * std::sin(0.7f * frame.time);
+    if (frame.time > cut) {
+        demo->setCameraEye(50, 40, sway + 200);
+    } else {
+        demo->setCameraEye(sway, 100, 280);
+    }
+    demo->setCameraTarget(0, 150, 0);
+    demo->applyCamera(false);
+}
+
+void drawUprightTunnel() {
+    glPushMatrix();
+    glRotatef(90, 1, 0, 0);
+    demo->effects["tunnel"]->draw();
+    glPopMatrix();
+}
+
+}  // namespace
+
+void sceneTunnelCubes() {
+    const float t = frame.time;
+
+    glEnable(GL_NORMALIZE);
+    lightFrom(200 * std::sin(t), -150, 150 * std::cos(t));
+    placeCamera();
+    glEnable(GL_LIGHTING);
+    glEnable(GL_TEXTURE_2D);
+    glColor4f(1, 1, 1, 0.5f);
+
+    drawUprightTunnel();
+    glDisable(GL_DEPTH_TEST);
+    demo->copyScreen("rtt1");
+    demo->blur("rtt1", "rtt2", 3, 0.75f, 0.75f, 1, 0);
+    demo->drawScreenQuad("rtt2", 1);
+
+    glClear(GL_DEPTH_BUFFER_BIT);
+    glEnable(GL_DEPTH_TEST);
+    demo->effects["cubes1"]->draw();
+
+    demo->copyScreen("rtt1");
+    demo->glow("rtt1", "rtt2", 2, 1.1f);
+    demo->drawScreenQuad("rtt2", 1);
+}
