@@ -1,0 +1,23 @@
+#version 110
+// Two layers of smoke that turn against each other around the middle of the disc and slide with its height.
+
+uniform float time;   // 0.01 of the disc's height
+uniform float time2;  // radians that the layers have turned
+
+varying vec2 disc;  // -1..1 around the middle
+varying vec2 wide;  // coordinates in the noise
+varying vec2 fine;
+
+vec2 turned(vec2 point, float angle) {
+    float c = cos(angle);
+    float s = sin(angle);
+    return vec2(c * point.x - s * point.y, s * point.x + c * point.y);
+}
+
+void main() {
+    gl_Position = ftransform();
+    gl_FrontColor = gl_Color;
+    disc = gl_MultiTexCoord0.st;
+    wide = turned(disc, time2) * 0.35 + vec2(0.0, time);
+    fine = turned(disc, -0.6 * time2) * 0.8 - vec2(time, 0.0);
+}
