@@ -1,0 +1,133 @@
+#include "script/resources.h"
+
+#include "effects/cube_heap.h"
+#include "effects/fake_stripes.h"
+#include "effects/huone.h"
+#include "effects/laser_tunnel.h"
+#include "effects/probes.h"
+#include "effects/robo.h"
+#include "effects/sweep_text.h"
+#include "effects/tunnel.h"
+#include "render/demo.h"
+
+namespace {
+
+constexpr int expandAndUpload = 1;
+
+struct MeshRow {
+    const char* path;
+    const char* key;
+    void (*afterwards)() = nullptr;
+};
+
+const MeshRow meshTable[] = {
+    {"data/laatikko.AML", "laatikko"},
+    {"data/ship.AML", "ship"},
+    {"data/tunneli.AML", "tunnel"},
+    {"data/robo_body.AML", "robo body"},
+    {"data/robo_arms.AML", "robo arms"},
+    {"data/robo_screen.AML", "robo screen", [] { demo->remapTexCoords("robo screen", 0, 2); }},
+    {"data/ring.AML", "ring"},
+    {"data/haromalli.AML", "haromalli"},
+    {"data/pallo.AML", "sphere"},
+    {"data/palikka.AML", "palikka"},
+    {"data/huone_simple.AML", "huone"},
+    {"data/huone_detail.AML", "huone2"},
+    {"data/tykki.AML", "tykki"},
+    {"data/pallero.AML", "pallero"},
+    {"data/pallero_detail.AML", "pallero2"},
+    {"data/block.AML", "block"},
+};
+
+// Width and height are what a screen quad takes the picture for, whatever the file's own size.
+struct TextureRow {
+    const char* path;
+    const char* key;
+    GLenum wrapS, wrapT;
+    int width, height;
+};
+
+// The lasers end in T, so that a beam's edge does not come back on its other side.
+const TextureRow textureTable[] = {
+    {"data/overlay.jpg", "overlay", GL_REPEAT, GL_REPEAT, 800, 600},
+    {"data/tex.png", "koe", GL_REPEAT, GL_REPEAT, 256, 256},
+    {"data/spot.png", "spot", GL_REPEAT, GL_REPEAT, 64, 64},
+    {"data/shiptex.png", "shiptex", GL_REPEAT, GL_REPEAT, 256, 256},
+    {"data/cubetex.png", "cubetex", GL_REPEAT, GL_REPEAT, 256, 256},
+    {"data/envmap.png", "envmap", GL_REPEAT, GL_REPEAT, 256, 256},
+    {"data/envmap2.png", "envmap2", GL_REPEAT, GL_REPEAT, 256, 256},
+    {"data/envmap4.png", "envmap4", GL_REPEAT, GL_REPEAT, 256, 256},
+    {"data/envmap3.png", "envmap3", GL_REPEAT, GL_REPEAT, 256, 256},
+    {"data/start.jpg", "start", GL_REPEAT, GL_REPEAT, 512, 512},
+    {"data/redlaser.png", "lasertex", GL_REPEAT, GL_CLAMP_TO_EDGE, 256, 256},
+    {"data/greenlaser.png", "lasertex2", GL_REPEAT, GL_CLAMP_TO_EDGE, 256, 256},
+    {"data/noise1.png", "noise1", GL_REPEAT, GL_REPEAT, 256, 256},
+    {"data/star2.png", "star", GL_REPEAT, GL_REPEAT, 128, 128},
+    {"data/roboscreen.png", "roboscreen", GL_REPEAT, GL_REPEAT, 256, 256},
+    {"data/greetsit.png", "greetsit", GL_REPEAT, GL_REPEAT, 2048, 512},
+    {"data/vornel.png", "mix", GL_REPEAT, GL_REPEAT, 512, 512},
+    {"data/credits-music.png", "music", GL_REPEAT, GL_REPEAT, 512, 512},
+    {"data/credits-code.png", "code", GL_REPEAT, GL_REPEAT, 512, 512},
+    {"data/credits-gfx.png", "gfx", GL_REPEAT, GL_REPEAT, 512, 512},
+    {"data/credits-models.png", "models", GL_REPEAT, GL_REPEAT, 512, 512},
+    {"data/white.png", "white", GL_REPEAT, GL_REPEAT, 64, 64},
+};
+
+struct EffectRow {
+    const char* key;
+    EffectBase* (*create)();
+};
+
+const EffectRow effectTable[] = {
+    {"cubes1", []() -> EffectBase* { return new CubeHeap(demo, "laatikko"); }},
+    {"stripes", []() -> EffectBase* { return new FakeStripes(demo, "haromalli", "koe"); }},
+    {"sweep", []() -> EffectBase* { return new SweepText(demo, "start"); }},
+    {"laser", []() -> EffectBase* { return new LaserTunnel(demo, "spot"); }},
+    {"tunnel", []() -> EffectBase* { return new Tunnel(demo); }},
+    {"robo", []() -> EffectBase* { return new Robo(demo); }},
+    {"probes", []() -> EffectBase* { return new Probes(demo); }},
+    {"huone", []() -> EffectBase* { return new Huone(demo, "spot"); }},
+};
+
+struct ShaderRow {
+    const char* base;
+    const char* name;
+};
+
+const ShaderRow shaderTable[] = {
+    {"data/shaders/smoke", "smoke"},         {"data/shaders/smoke2", "smoke2"},
+    {"data/shaders/distort", "distort"},     {"data/shaders/boom", "boom"},
+    {"data/shaders/antiariel", "antiariel"},
+};
+
+}  // namespace
+
+void loadMeshes() {
+    for (const MeshRow& row : meshTable) {
+        demo->loadMesh(row.path, row.key, expandAndUpload);
+        if (row.afterwards) row.afterwards();
+        demo->drawLoadingScreen();
+    }
+}
+
+void loadTextures() {
+    for (const TextureRow& row : textureTable) {
+        demo->loadTexture(row.path, row.key, row.wrapS, row.wrapT);
+        demo->setTextureSize(row.key, row.width, row.height);
+        demo->drawLoadingScreen();
+    }
+}
+
+void createEffects() {
+    for (const EffectRow& row : effectTable) {
+        demo->effects[row.key] = row.create();
+        demo->drawLoadingScreen();
+    }
+}
+
+void loadShaders() {
+    for (const ShaderRow& row : shaderTable) {
+        demo->loadShader(row.base, row.name);
+        demo->drawLoadingScreen();
+    }
+}

@@ -1,0 +1,105 @@
+// The ship in its tunnel, beams on, seen from a camera that jumps each bar. 9.5 to 32.3 s and 47.6 to 62.8 s.
+#include <cmath>
+
+#include "effects/laser_tunnel.h"
+#include "script/scene_kit.h"
+#include "script/scenes.h"
+#include "script/timeline.h"
+
+namespace {
+
+constexpr float firstBeat = 17.138f;      // seconds
+constexpr float stopsPerSecond = 0.525f;  // four beats each
+
+// 0..1 across 400 units of x (from the right), 200 of y and 1000 of z around the ship.
+constexpr struct {
+    float x, y, z;
+} laserCameraStops[] = {
+    {0.78f, 0.95f, 0.4f},   // -112, 90, -100
+    {0, 0, 0},              // 200, -100, -500
+    {0.22f, 1.25f, 0.69f},  // 112, 150, 190
+    {1, 0, 0.85f},          // -200, -100, 350; also until beat 0
+    {0.46f, 1.11f, 0.64f},  // 16, 122, 140
+};
+
+void placeCameraEye() {
+    int stop = 3;
+    if (frame.time >= firstBeat) stop = static_cast<int>((frame.time - firstBeat) * stopsPerSecond) % 5;
+    const auto [x, y, z] = laserCameraStops[stop];
+    demo->setCameraEye(200 - 400 * x, 200 * y - 100, 1000 * z - 500);
+}
+
+void drawShipInTunnel() {
+    auto* laser = static_cast<LaserTunnel*>(demo->effects["laser"]);
+    laser->beamsOn = true;
+    laser->draw();
+}
+
+// A bright burst when the tunnel opens, settled after a second; from then on a breath with the beat.
+void glowIntoRtt2() {
+    const float t = frame.time;
+    const float strength = t < 10.5f ? (10.5f - t) * 1.79f + 0.95f : 0.25f * frame.pulse + 0.95f;
+    demo->copyScreen("rtt1");
+    demo->glow("rtt1", "rtt2", 2, strength);
+}
+
+// While the picture is torn. The intro is over before the first of them begins.
+bool inDistortion() {
+    const float t = frame.time;
+    return (t > 32.6f && t < 36.46f) || (t > 47.8f && t < 51.3f);
+}
+
+float tornDistortion() {
+    return 1 + 0.1f * std::sin(3 * frame.time);
+}
+
+void useDistort(float time) {
+    demo->useShader("distort");
+    demo->setUniform1f("distort", "time", time);
+}
+
+// A shock on every odd beat, tight on the last of four. Before beat 0 numbers are negative: -15 is odd too,
+// but never the last of four.
+void boomOnOddBeats() {
+    const int beat = beatNumber();
+    if (beat % 2 == 0) return;
+    const float strong = beat % 4 == 3 ? 1.0f : 0.0f;
+    demo->copyScreen("rtt1");
+    useBoom(40 * strong + 13, 0.3f * frame.pulse);
+    demo->drawScreenQuad("rtt1", 1);
+    demo->useShader();
+}
+
+}  // namespace
+
+void sceneLaserIntro() {
+    lightFrom(200, -150, 350);
+    placeCameraEye();
+    demo->setCameraTarget(0, 0, 0);
+    demo->applyCamera(false);
+    if (frame.time < firstBeat) glColor3f(1, 1, 1);
+    drawShipInTunnel();
+
+    glowIntoRtt2();
+    if (inDistortion()) useDistort(tornDistortion());
+    demo->drawScreenQuad("rtt2", 1);
+    demo->useShader();
+    boomOnOddBeats();
+}
+
+void sceneLaserBoom() {
+    const double t = frame.time;
+
+    lightFrom(200, -150, 350);
+    placeCameraEye();
+    demo->setCameraTarget(std::sin(2.8 * t) * 65, std::cos(1.5 * t) * 60, std::cos(3.65 * t) * 52);
+    demo->applyCamera(false);
+    drawShipInTunnel();
+
+    glowIntoRtt2();
+    // Outside the intervals the warp swings around 0, not around 1: a shimmer, not a tear.
+    useDistort(inDistortion() ? tornDistortion() : 0.05f * std::sin(2 * frame.time));
+    demo->drawScreenQuad("rtt2", 1);
+    demo->useShader();
+    boomOnOddBeats();
+}
