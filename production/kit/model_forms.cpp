@@ -1,0 +1,236 @@
+#include "production/kit/model_forms.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace model {
+
+Shape grid(int columns, int rows, bool closedColumns, bool closedRows,
+           const std::function<Vec(int column, int row)>& place) {
+    Shape shape;
+    for (int r = 0; r < rows; r++)
+        for (int c = 0; c < columns; c++) shape.points.push_back(place(c, r));
+    const int across = closedColumns ? columns : columns - 1, up = closedRows ? rows : rows - 1;
+    auto uv = [&](int c, int r) { return Uv{double(c) / across, double(r) / up}; };
+    auto point = [&](int c, int r) { return (r % rows) * columns + c % columns; };
+    for (int r = 0; r < up; r++) {
+        for (int c = 0; c < across; c++)
+            addFace(shape, {point(c, r), point(c + 1, r), point(c + 1, r + 1), point(c, r + 1)},
+                    {uv(c, r), uv(c + 1, r), uv(c + 1, r + 1), uv(c, r + 1)});
+    }
+    return shape;
+}
+
+Shape lathe(const Outline& profile, int sides, double firstAngle) {
+    return welded(grid(sides, static_cast<int>(profile.size()), true, false, [&](int c, int r) {
+        const double angle = firstAngle + 2 * pi * c / sides;
+        return Vec{profile[r].x * std::cos(angle), profile[r].y, -profile[r].x * std::sin(angle)};
+    }));
+}
+
+namespace {
+
+struct Frame {
+    Vec right, up;
+};
+
+// The vector turned about a unit axis (Rodrigues' formula).
+Vec turnedAbout(Vec v, Vec axis, double angle) {
+    return v * std::cos(angle) + cross(axis, v) * std::sin(angle) +
+           axis * (dot(axis, v) * (1 - std::cos(angle)));
+}
+
+Vec across(Vec v, Vec axis) {
+    return normalized(v - axis * dot(v, axis));
+}
+
+Vec tangentAt(const std::vector<Vec>& path, size_t i, bool closed) {
+    const size_t count = path.size();
+    const size_t before = i > 0 ? i - 1 : (closed ? count - 1 : 0);
+    const size_t after = i + 1 < count ? i + 1 : (closed ? 0 : count - 1);
+    return normalized(path[after] - path[before]);
+}
+
+// Frames carried along the path by the smallest turn from tangent to tangent (Bishop 1975).
+std::vector<Frame> framesAlong(const Sweep& how) {
+    const size_t count = how.path.size();
+    std::vector<Vec> tangents;
+    for (size_t i = 0; i < count; i++) tangents.push_back(tangentAt(how.path, i, how.closedPath));
+    Vec up = across(how.up, tangents[0]);
+    if (length(up) < 0.5) up = across({0.31, 0.45, 0.84}, tangents[0]);
+    std::vector<Vec> ups = {up};
+    auto carry = [](Vec v, Vec from, Vec to) {
+        const Vec axis = cross(from, to);
+        const double size = length(axis);
+        if (size > 1e-12) v = turnedAbout(v, axis * (1 / size), std::atan2(size, dot(from, to)));
+        return across(v, to);
+    };
+    for (size_t i = 1; i < count; i++) ups.push_back(carry(ups.back(), tangents[i - 1], tangents[i]));
+    if (how.closedPath) {
+        const Vec end = carry(ups.back(), tangents.back(), tangents[0]);
+        const double twist = std::atan2(dot(cross(end, ups[0]), tangents[0]), dot(end, ups[0]));
+        for (size_t i = 0; i < count; i++) ups[i] = turnedAbout(ups[i], tangents[i], twist * i / count);
+    }
+    std::vector<Frame> frames;
+    for (size_t i = 0; i < count; i++) frames.push_back({cross(ups[i], tangents[i]), ups[i]});
+    return frames;
+}
+
+}  // namespace
+
+Shape sweep(const Outline& outline, const Sweep& how) {
+    const std::vector<Frame> frames = framesAlong(how);
+    const int steps = static_cast<int>(how.path.size()), around = static_cast<int>(outline.size());
+    std::vector<Outline> sections;
+    for (int i = 0; i < steps; i++) sections.push_back(how.change ? how.change(i, outline) : outline);
+    Shape shape = grid(around, steps, how.closedOutline, how.closedPath, [&](int c, int r) {
+        return how.path[r] + frames[r].right * sections[r][c].x + frames[r].up * sections[r][c].y;
+    });
+    if (how.closedPath || !how.closedOutline || !how.capped) return shape;
+    std::vector<int> first, last;
+    std::vector<Uv> firstUv, lastUv;
+    for (int c = 0; c < around; c++) {
+        last.push_back((steps - 1) * around + c);
+        lastUv.push_back({sections.back()[c].x, sections.back()[c].y});
+        first.push_back(around - 1 - c);
+        firstUv.push_back({sections[0][around - 1 - c].x, sections[0][around - 1 - c].y});
+    }
+    addFace(shape, first, firstUv);
+    addFace(shape, last, lastUv);
+    return shape;
+}
+
+Outline insetBy(const Outline& outline, double distance) {
+    const size_t count = outline.size();
+    Outline inset;
+    for (size_t i = 0; i < count; i++) {
+        const Flat a = outline[(i + count - 1) % count], b = outline[i], c = outline[(i + 1) % count];
+        const double in = std::hypot(b.x - a.x, b.y - a.y), out = std::hypot(c.x - b.x, c.y - b.y);
+        const Flat n0 = {-(b.y - a.y) / in, (b.x - a.x) / in}, n1 = {-(c.y - b.y) / out, (c.x - b.x) / out};
+        const double k = distance / std::max(0.2, 1 + n0.x * n1.x + n0.y * n1.y);
+        inset.push_back({b.x + (n0.x + n1.x) * k, b.y + (n0.y + n1.y) * k});
+    }
+    return inset;
+}
+
+Shape extrude(const Outline& outline, double depth, double bevel) {
+    const Outline rim = bevel > 0 ? insetBy(outline, bevel) : outline;
+    struct Layer {
+        const Outline* outline;
+        double z;
+    };
+    std::vector<Layer> layers = {{&rim, 0}, {&outline, bevel}, {&outline, depth - bevel}, {&rim, depth}};
+    if (bevel <= 0) layers = {{&outline, 0}, {&outline, depth}};
+    const int around = static_cast<int>(outline.size()), rows = static_cast<int>(layers.size());
+    Shape shape = grid(around, rows, true, false, [&](int c, int r) {
+        const Flat p = (*layers[r].outline)[c];
+        return Vec{p.x, p.y, layers[r].z};
+    });
+    std::vector<int> back, front;
+    for (int c = 0; c < around; c++) {
+        back.push_back(around - 1 - c);
+        front.push_back((rows - 1) * around + c);
+    }
+    addFace(shape, back);
+    addFace(shape, front);
+    return shape;
+}
+
+Shape box(Vec size, double bevel, int steps) {
+    // Each side is a grid of its flat middle and half of each rounded edge around it.
+    struct Knot {
+        double sign,
+            slope;  // which end of the side, and the tangent of the angle away from the side's normal
+    };
+    std::vector<Knot> knots;
+    for (int i = 0; i <= steps; i++) knots.push_back({-1, -std::tan(pi / 4 * (steps - i) / steps)});
+    for (int i = 0; i <= steps; i++) knots.push_back({1, std::tan(pi / 4 * i / steps)});
+    const int count = static_cast<int>(knots.size());
+    const Vec core = size * 0.5 - Vec{bevel, bevel, bevel};
+    Shape whole;
+    for (int side = 0; side < 6; side++) {
+        const double sign = side % 2 ? -1 : 1;
+        const Shape part = grid(count, count, false, false, [&](int c, int r) {
+            const Knot& u = knots[sign > 0 ? c : count - 1 - c];
+            const Knot& v = knots[r];
+            const Vec corner = {sign * core.x, u.sign * core.y, v.sign * core.z};
+            Vec p = normalized({sign, u.slope, v.slope}) * bevel;
+            switch (side / 2) {
+                case 0:
+                    return Vec{corner.x + p.x, corner.y + p.y, corner.z + p.z};
+                case 1:
+                    return Vec{v.sign * core.x + p.z, sign * core.y + p.x, u.sign * core.z + p.y};
+                default:
+                    return Vec{u.sign * core.x + p.y, v.sign * core.y + p.z, sign * core.z + p.x};
+            }
+        });
+        whole = joined({whole, part});
+    }
+    return welded(whole);
+}
+
+Shape icosphere(double radius, int level) {
+    const double a = 0.5257311121191336, b = 0.8506508083520400;  // of the unit icosahedron's corners
+    Shape shape;
+    shape.points = {{-a, 0, b}, {a, 0, b},   {-a, 0, -b}, {a, 0, -b}, {0, b, a},  {0, b, -a},
+                    {0, -b, a}, {0, -b, -a}, {b, a, 0},   {-b, a, 0}, {b, -a, 0}, {-b, -a, 0}};
+    const std::array<std::array<int, 3>, 20> corners = {
+        {{1, 4, 0}, {4, 9, 0},  {4, 5, 9},  {8, 5, 4},  {1, 8, 4},  {1, 10, 8}, {10, 3, 8},
+         {8, 3, 5}, {3, 2, 5},  {3, 7, 2},  {3, 10, 7}, {10, 6, 7}, {6, 11, 7}, {6, 0, 11},
+         {6, 1, 0}, {10, 1, 6}, {11, 0, 9}, {2, 11, 9}, {5, 2, 9},  {11, 2, 7}}};
+    for (const auto& c : corners) addFace(shape, {c[0], c[1], c[2]});
+    for (int i = 0; i < level; i++) {
+        Shape finer;
+        for (const Face& face : shape.faces) {
+            const Vec p = shape.points[face.points[0]], q = shape.points[face.points[1]],
+                      r = shape.points[face.points[2]];
+            const int first = static_cast<int>(finer.points.size());
+            for (const Vec& v : {p, q, r, mix(p, q, 0.5), mix(q, r, 0.5), mix(r, p, 0.5)})
+                finer.points.push_back(normalized(v));
+            for (const auto& [x, y, z] : {std::array{0, 3, 5}, {3, 1, 4}, {5, 4, 2}, {3, 4, 5}})
+                addFace(finer, {first + x, first + y, first + z});
+        }
+        shape = welded(finer);
+    }
+    return scaled(shape, {radius, radius, radius});
+}
+
+Outline polygon(int sides, double radius, double firstAngle) {
+    Outline outline;
+    for (int i = 0; i < sides; i++) {
+        const double angle = firstAngle + 2 * pi * i / sides;
+        outline.push_back({radius * std::cos(angle), radius * std::sin(angle)});
+    }
+    return outline;
+}
+
+Outline chamferedRectangle(double width, double height, double cut) {
+    const double x = width / 2, y = height / 2;
+    return {{x, -y + cut}, {x, y - cut},   {x - cut, y},   {-x + cut, y},
+            {-x, y - cut}, {-x, -y + cut}, {-x + cut, -y}, {x - cut, -y}};
+}
+
+std::vector<Vec> curveThrough(const std::vector<Vec>& points, bool closed, int steps) {
+    const int count = static_cast<int>(points.size());
+    auto at = [&](int i) {
+        if (closed) return points[(i % count + count) % count];
+        if (i < 0) return points[0] * 2 - points[1];
+        if (i >= count) return points[count - 1] * 2 - points[count - 2];
+        return points[i];
+    };
+    std::vector<Vec> curve;
+    for (int i = 0; i < (closed ? count : count - 1); i++) {
+        const Vec a = at(i - 1), b = at(i), c = at(i + 1), d = at(i + 2);
+        for (int s = 0; s < steps; s++) {
+            const double t = double(s) / steps;
+            curve.push_back((b * 2 + (c - a) * t + (a * 2 - b * 5 + c * 4 - d) * (t * t) +
+                             (b * 3 - a - c * 3 + d) * (t * t * t)) *
+                            0.5);
+        }
+    }
+    if (!closed) curve.push_back(points.back());
+    return curve;
+}
+
+}  // namespace model

@@ -1,0 +1,60 @@
+// The forms that models start from: surfaces over a grid, lathes, sweeps, extrusions, boxes and icospheres.
+// Fronts face outwards where a form has an outside. Texture coordinates run with the grid; a mapping of
+// model_mapping.h usually replaces them.
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "production/kit/model_shape.h"
+
+namespace model {
+
+// A point of an outline or of a lathe's profile.
+struct Flat {
+    double x = 0, y = 0;
+};
+using Outline = std::vector<Flat>;
+
+// Quads between `columns` x `rows` points; a closed direction joins its last point to its first. The front is
+// where columns run to the right and rows run up. Texture coordinates are 0..1 each way.
+Shape grid(int columns, int rows, bool closedColumns, bool closedRows,
+           const std::function<Vec(int column, int row)>& place);
+
+// Turns a profile of (radius, height) about the y axis. A profile that runs upwards with the axis on its left
+// gives an outward front. Points on the axis close the shape to a pole.
+Shape lathe(const Outline& profile, int sides, double firstAngle = 0);
+
+// Carries an outline (counter-clockwise, closed unless said) along a path in frames that don't twist on
+// their own; a closed path's remaining twist is spread along it. `change`, if given, edits the outline for
+// each path point (scale it, roll it). Ends of an open path are capped where the outline is closed.
+struct Sweep {
+    std::vector<Vec> path;
+    bool closedPath = false;
+    bool closedOutline = true;
+    bool capped = true;
+    Vec up = {0, 1, 0};  // where the outline's y points at the path's start, as nearly as the path allows
+    std::function<Outline(int step, const Outline&)> change;
+};
+Shape sweep(const Outline& outline, const Sweep& how);
+
+// Raises a closed counter-clockwise outline of the xy plane from z = 0 to `depth`, both rims chamfered by
+// `bevel`.
+Shape extrude(const Outline& outline, double depth, double bevel);
+
+// A box about the origin with edges rounded over `bevel` units in 2 x `steps` strips.
+Shape box(Vec size, double bevel, int steps = 1);
+
+// An icosahedron split `level` times: 20 x 4^level faces on a sphere about the origin.
+Shape icosphere(double radius, int level);
+
+// Outlines: a regular polygon (a circle with many sides), and a rectangle with cut corners, both about the
+// origin; and any outline moved inwards by a distance.
+Outline polygon(int sides, double radius, double firstAngle = 0);
+Outline chamferedRectangle(double width, double height, double cut);
+Outline insetBy(const Outline& outline, double distance);
+
+// A smooth closed or open curve through points: Catmull-Rom, `steps` points from each point to the next.
+std::vector<Vec> curveThrough(const std::vector<Vec>& points, bool closed, int steps);
+
+}  // namespace model

@@ -1,0 +1,375 @@
+#include "production/kit/model_shape.h"
+
+#include <algorithm>
+#include <array>
+#include <map>
+#include <tuple>
+#include <utility>
+
+namespace model {
+
+Vec areaVector(const Shape& shape, const Face& face) {
+    Vec sum;
+    const size_t count = face.points.size();
+    const Vec origin = shape.points[face.points[0]];
+    for (size_t i = 0; i < count; i++)
+        sum +=
+            cross(shape.points[face.points[i]] - origin, shape.points[face.points[(i + 1) % count]] - origin);
+    return sum;
+}
+
+Vec faceNormal(const Shape& shape, const Face& face) {
+    return normalized(areaVector(shape, face));
+}
+
+Vec faceCentre(const Shape& shape, const Face& face) {
+    Vec sum;
+    for (int point : face.points) sum += shape.points[point];
+    return sum * (1.0 / face.points.size());
+}
+
+void addFace(Shape& shape, std::vector<int> points, std::vector<Uv> uvs) {
+    uvs.resize(points.size());
+    shape.faces.push_back({std::move(points), std::move(uvs)});
+}
+
+Shape joined(const std::vector<Shape>& parts) {
+    Shape whole;
+    for (const Shape& part : parts) {
+        const int first = static_cast<int>(whole.points.size());
+        whole.points.insert(whole.points.end(), part.points.begin(), part.points.end());
+        for (Face face : part.faces) {
+            for (int& point : face.points) point += first;
+            whole.faces.push_back(std::move(face));
+        }
+    }
+    return whole;
+}
+
+Shape bent(Shape shape, const std::function<Vec(Vec)>& place) {
+    for (Vec& point : shape.points) point = place(point);
+    return shape;
+}
+
+Shape moved(Shape shape, Vec by) {
+    for (Vec& point : shape.points) point += by;
+    return shape;
+}
+
+Shape scaled(Shape shape, Vec by) {
+    for (Vec& point : shape.points) point = {point.x * by.x, point.y * by.y, point.z * by.z};
+    return by.x * by.y * by.z < 0 ? insideOut(std::move(shape)) : shape;
+}
+
+Shape turned(Shape shape, Axis axis, double radians) {
+    const double c = std::cos(radians), s = std::sin(radians);
+    for (Vec& p : shape.points) {
+        if (axis == Axis::x) p = {p.x, c * p.y - s * p.z, s * p.y + c * p.z};
+        if (axis == Axis::y) p = {c * p.x + s * p.z, p.y, c * p.z - s * p.x};
+        if (axis == Axis::z) p = {c * p.x - s * p.y, s * p.x + c * p.y, p.z};
+    }
+    return shape;
+}
+
+Shape reflected(const Shape& shape, Axis axis) {
+    return scaled(shape,
+                  {axis == Axis::x ? -1.0 : 1, axis == Axis::y ? -1.0 : 1, axis == Axis::z ? -1.0 : 1});
+}
+
+Shape withMirror(const Shape& shape, Axis axis) {
+    return joined({shape, reflected(shape, axis)});
+}
+
+Shape around(const Shape& shape, int copies, Axis axis) {
+    std::vector<Shape> parts;
+    for (int i = 0; i < copies; i++) parts.push_back(turned(shape, axis, 2 * pi * i / copies));
+    return joined(parts);
+}
+
+Shape insideOut(Shape shape) {
+    for (Face& face : shape.faces) {
+        std::reverse(face.points.begin(), face.points.end());
+        std::reverse(face.uvs.begin(), face.uvs.end());
+    }
+    return shape;
+}
+
+Shape smoothed(Shape shape, double radians) {
+    for (Face& face : shape.faces) face.smoothing = radians;
+    return shape;
+}
+
+namespace {
+
+// Numbers points so that those within `tolerance` of an earlier one get its number. Points are looked up in
+// the cells of a grid around them, so the result doesn't depend on where the grid's lines fall.
+class Welder {
+public:
+    explicit Welder(double tolerance) : tolerance(tolerance) {}
+
+    int numberOf(Vec p) {
+        const double cell = tolerance * 4;
+        const long long x = std::llround(p.x / cell), y = std::llround(p.y / cell),
+                        z = std::llround(p.z / cell);
+        for (long long i = x - 1; i <= x + 1; i++) {
+            for (long long j = y - 1; j <= y + 1; j++) {
+                for (long long k = z - 1; k <= z + 1; k++) {
+                    const auto found = cells.find({i, j, k});
+                    if (found == cells.end()) continue;
+                    for (int point : found->second)
+                        if (length(points[point] - p) <= tolerance) return point;
+                }
+            }
+        }
+        points.push_back(p);
+        cells[{x, y, z}].push_back(static_cast<int>(points.size()) - 1);
+        return static_cast<int>(points.size()) - 1;
+    }
+
+    std::vector<Vec> points;
+
+private:
+    double tolerance;
+    std::map<std::tuple<long long, long long, long long>, std::vector<int>> cells;
+};
+
+}  // namespace
+
+Shape welded(const Shape& shape, double tolerance) {
+    Welder welder(tolerance);
+    std::vector<int> number;
+    for (const Vec& point : shape.points) number.push_back(welder.numberOf(point));
+
+    Shape result;
+    result.points = std::move(welder.points);
+    for (const Face& face : shape.faces) {
+        Face kept;
+        kept.smoothing = face.smoothing;
+        for (size_t i = 0; i < face.points.size(); i++) {
+            const int point = number[face.points[i]];
+            if (std::find(kept.points.begin(), kept.points.end(), point) != kept.points.end()) continue;
+            kept.points.push_back(point);
+            kept.uvs.push_back(face.uvs[i]);
+        }
+        if (kept.points.size() >= 3) result.faces.push_back(std::move(kept));
+    }
+    return result;
+}
+
+namespace {
+
+// True when corner b of the outline is convex and no other corner lies in the triangle a b c.
+bool isEar(const Shape& shape, const std::vector<int>& outline, size_t b, Vec normal) {
+    const size_t count = outline.size();
+    const size_t a = (b + count - 1) % count, c = (b + 1) % count;
+    const Vec pa = shape.points[outline[a]], pb = shape.points[outline[b]], pc = shape.points[outline[c]];
+    if (dot(cross(pb - pa, pc - pb), normal) <= 1e-12) return false;
+    for (size_t i = 0; i < count; i++) {
+        if (i == a || i == b || i == c) continue;
+        const Vec p = shape.points[outline[i]];
+        if (dot(cross(pb - pa, p - pa), normal) >= 0 && dot(cross(pc - pb, p - pb), normal) >= 0 &&
+            dot(cross(pa - pc, p - pc), normal) >= 0)
+            return false;
+    }
+    return true;
+}
+
+double shorterDiagonalFirst(const Shape& shape, const Face& quad) {
+    return length(shape.points[quad.points[0]] - shape.points[quad.points[2]]) -
+           length(shape.points[quad.points[1]] - shape.points[quad.points[3]]);
+}
+
+void addTriangle(Shape& out, const Face& face, size_t a, size_t b, size_t c) {
+    out.faces.push_back({{face.points[a], face.points[b], face.points[c]},
+                         {face.uvs[a], face.uvs[b], face.uvs[c]},
+                         face.smoothing});
+}
+
+void clipEars(const Shape& shape, const Face& face, Shape& out) {
+    const Vec normal = faceNormal(shape, face);
+    std::vector<int> outline = face.points;
+    std::vector<size_t> corner(outline.size());
+    for (size_t i = 0; i < corner.size(); i++) corner[i] = i;
+    while (outline.size() > 3) {
+        size_t ear = 0;
+        while (ear + 1 < outline.size() && !isEar(shape, outline, ear, normal)) ear++;
+        const size_t before = (ear + outline.size() - 1) % outline.size(), after = (ear + 1) % outline.size();
+        addTriangle(out, face, corner[before], corner[ear], corner[after]);
+        outline.erase(outline.begin() + ear);
+        corner.erase(corner.begin() + ear);
+    }
+    addTriangle(out, face, corner[0], corner[1], corner[2]);
+}
+
+}  // namespace
+
+Shape triangulated(const Shape& shape) {
+    Shape result;
+    result.points = shape.points;
+    for (const Face& face : shape.faces) {
+        if (face.points.size() == 3) {
+            result.faces.push_back(face);
+        } else if (face.points.size() == 4) {
+            // The shorter diagonal keeps bent quads from folding; near ties go one way so that rows match.
+            const size_t from = shorterDiagonalFirst(shape, face) <= 1e-9 ? 0 : 1;
+            addTriangle(result, face, from, from + 1, (from + 2) % 4);
+            addTriangle(result, face, from, (from + 2) % 4, (from + 3) % 4);
+        } else {
+            clipEars(shape, face, result);
+        }
+    }
+    return result;
+}
+
+namespace {
+
+struct Edge {
+    std::vector<int> faces;
+    int point = -1;  // its new point
+};
+
+std::pair<int, int> edgeKey(int a, int b) {
+    return {std::min(a, b), std::max(a, b)};
+}
+
+// A point's new place: the Catmull-Clark rule inside, the cubic B-spline rule along a border.
+Vec subdividedPoint(Vec p, int faceCount, Vec faceSum, int edgeCount, Vec middleSum, int borderCount,
+                    Vec borderSum) {
+    if (borderCount > 0) return borderCount == 2 ? p * 0.5 + borderSum * 0.25 : p;
+    const double n = edgeCount;
+    return (faceSum * (1.0 / faceCount) + middleSum * (2 / n) + p * (n - 3)) * (1 / n);
+}
+
+}  // namespace
+
+Shape subdivided(const Shape& shape) {
+    const int old = static_cast<int>(shape.points.size());
+    std::map<std::pair<int, int>, Edge> edges;
+    for (size_t f = 0; f < shape.faces.size(); f++) {
+        const std::vector<int>& points = shape.faces[f].points;
+        for (size_t i = 0; i < points.size(); i++)
+            edges[edgeKey(points[i], points[(i + 1) % points.size()])].faces.push_back(static_cast<int>(f));
+    }
+
+    Shape result;
+    result.points = shape.points;
+    std::vector<Vec> centres, faceSum(old), middleSum(old), borderSum(old);
+    std::vector<int> faceCount(old), edgeCount(old), borderCount(old);
+    for (const Face& face : shape.faces) {
+        centres.push_back(faceCentre(shape, face));
+        result.points.push_back(centres.back());
+        for (int p : face.points) faceSum[p] += centres.back(), faceCount[p]++;
+    }
+    for (auto& [key, edge] : edges) {
+        const Vec middle = mix(shape.points[key.first], shape.points[key.second], 0.5);
+        const bool inner = edge.faces.size() == 2;
+        edge.point = static_cast<int>(result.points.size());
+        result.points.push_back(
+            inner ? mix(middle, mix(centres[edge.faces[0]], centres[edge.faces[1]], 0.5), 0.5) : middle);
+        for (int p : {key.first, key.second}) {
+            middleSum[p] += middle, edgeCount[p]++;
+            if (!inner) borderSum[p] += middle, borderCount[p]++;
+        }
+    }
+    for (int p = 0; p < old; p++)
+        result.points[p] = subdividedPoint(shape.points[p], faceCount[p], faceSum[p], edgeCount[p],
+                                           middleSum[p], borderCount[p], borderSum[p]);
+
+    for (size_t f = 0; f < shape.faces.size(); f++) {
+        const Face& face = shape.faces[f];
+        const size_t count = face.points.size();
+        Uv middle;
+        for (Uv uv : face.uvs) middle = middle + uv * (1.0 / count);
+        for (size_t i = 0; i < count; i++) {
+            const size_t next = (i + 1) % count, before = (i + count - 1) % count;
+            const int out = edges[edgeKey(face.points[i], face.points[next])].point;
+            const int in = edges[edgeKey(face.points[i], face.points[before])].point;
+            result.faces.push_back({{face.points[i], out, old + static_cast<int>(f), in},
+                                    {face.uvs[i], (face.uvs[i] + face.uvs[next]) * 0.5, middle,
+                                     (face.uvs[i] + face.uvs[before]) * 0.5},
+                                    face.smoothing});
+        }
+    }
+    return result;
+}
+
+namespace {
+
+// The outline moved inwards by `by` along its own plane, or nothing if it would fold.
+std::vector<Vec> insetOutline(const std::vector<Vec>& outline, Vec normal, double by) {
+    const size_t count = outline.size();
+    std::vector<Vec> inset;
+    for (size_t i = 0; i < count; i++) {
+        const Vec in = normalized(cross(normal, outline[i] - outline[(i + count - 1) % count]));
+        const Vec out = normalized(cross(normal, outline[(i + 1) % count] - outline[i]));
+        const Vec middle = normalized(in + out);
+        inset.push_back(outline[i] + middle * (by / std::max(0.2, dot(middle, in))));
+    }
+    for (size_t i = 0; i < count; i++) {
+        const size_t next = (i + 1) % count;
+        if (dot(inset[next] - inset[i], outline[next] - outline[i]) <= 0) return {};
+    }
+    return inset;
+}
+
+// Texture coordinates for a point near the face, from the affine frame of its widest corner.
+Uv uvNear(const Shape& shape, const Face& face, Vec p) {
+    const size_t count = face.points.size();
+    const Vec a = shape.points[face.points[0]];
+    const Vec u = shape.points[face.points[1]] - a, v = shape.points[face.points[count - 1]] - a;
+    const double uu = dot(u, u), uv = dot(u, v), vv = dot(v, v), pu = dot(p - a, u), pv = dot(p - a, v);
+    const double det = uu * vv - uv * uv;
+    if (det <= 0) return face.uvs[0];
+    return face.uvs[0] + (face.uvs[1] - face.uvs[0]) * ((pu * vv - pv * uv) / det) +
+           (face.uvs[count - 1] - face.uvs[0]) * ((pv * uu - pu * uv) / det);
+}
+
+// A closed strip of quads between two outlines of equal length.
+void addStrip(Shape& shape, const std::vector<int>& outer, const std::vector<Uv>& outerUv,
+              const std::vector<int>& inner, const std::vector<Uv>& innerUv, double smoothing) {
+    for (size_t i = 0; i < outer.size(); i++) {
+        const size_t next = (i + 1) % outer.size();
+        shape.faces.push_back({{outer[i], outer[next], inner[next], inner[i]},
+                               {outerUv[i], outerUv[next], innerUv[next], innerUv[i]},
+                               smoothing});
+    }
+}
+
+}  // namespace
+
+Shape panelled(const Shape& shape, const Panel& panel,
+               const std::function<bool(const Shape&, const Face&)>& chosen) {
+    Shape result;
+    result.points = shape.points;
+    for (const Face& face : shape.faces) {
+        const Vec normal = faceNormal(shape, face);
+        std::vector<Vec> outline;
+        for (int point : face.points) outline.push_back(shape.points[point]);
+        const bool wanted = !chosen || chosen(shape, face);
+        const std::vector<Vec> foot = wanted ? insetOutline(outline, normal, panel.gap) : std::vector<Vec>();
+        std::vector<Vec> top =
+            wanted ? insetOutline(outline, normal, panel.gap + panel.bevel) : std::vector<Vec>();
+        if (foot.empty() || top.empty()) {
+            result.faces.push_back(face);
+            continue;
+        }
+        auto addRing = [&](const std::vector<Vec>& ring, std::vector<int>& points, std::vector<Uv>& uvs) {
+            for (const Vec& p : ring) {
+                points.push_back(static_cast<int>(result.points.size()));
+                result.points.push_back(p);
+                uvs.push_back(uvNear(shape, face, p));
+            }
+        };
+        std::vector<int> footPoints, topPoints;
+        std::vector<Uv> footUvs, topUvs;
+        addRing(foot, footPoints, footUvs);
+        for (Vec& p : top) p += normal * panel.height;
+        addRing(top, topPoints, topUvs);
+        addStrip(result, face.points, face.uvs, footPoints, footUvs, face.smoothing);
+        addStrip(result, footPoints, footUvs, topPoints, topUvs, panel.plateSmoothing);
+        result.faces.push_back({topPoints, topUvs, panel.plateSmoothing});
+    }
+    return result;
+}
+
+}  // namespace model

@@ -1,0 +1,69 @@
+// A shape under construction: polygons over shared points, and what can be done to any shape, however it was
+// made. Operations return a new shape, so a model reads as an expression built from the inside out.
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "production/kit/model_vector.h"
+
+namespace model {
+
+constexpr double hard = 0;    // smoothing angle of a facet: every edge shows
+constexpr double soft = 0.7;  // radians (40 degrees): bevels flow into their faces, corners stay
+
+// A planar (or nearly planar) polygon, counter-clockwise seen from its front.
+struct Face {
+    std::vector<int> points;  // indices into the shape's points
+    std::vector<Uv> uvs;      // one per corner
+    double smoothing = soft;  // radians: neighbours that bend away by less share their normals with this face
+};
+
+struct Shape {
+    std::vector<Vec> points;
+    std::vector<Face> faces;
+};
+
+enum class Axis { x, y, z };
+
+// Newell's method (Sutherland et al. 1974): right for any polygon, concave or slightly bent; the length is
+// twice the area.
+Vec areaVector(const Shape& shape, const Face& face);
+Vec faceNormal(const Shape& shape, const Face& face);
+Vec faceCentre(const Shape& shape, const Face& face);
+
+// Adds a polygon; corners without texture coordinates get (0, 0).
+void addFace(Shape& shape, std::vector<int> points, std::vector<Uv> uvs = {});
+
+Shape joined(const std::vector<Shape>& parts);
+Shape moved(Shape shape, Vec by);
+Shape scaled(Shape shape, Vec by);  // negative factors mirror and keep the front in front
+Shape turned(Shape shape, Axis axis, double radians);
+Shape reflected(const Shape& shape, Axis axis);   // the mirror image alone
+Shape withMirror(const Shape& shape, Axis axis);  // the shape and its mirror image
+Shape around(const Shape& shape, int copies,
+             Axis axis);  // copies spread evenly over a full turn, the first in place
+Shape insideOut(Shape shape);
+Shape bent(Shape shape, const std::function<Vec(Vec)>& place);  // moves every point
+Shape smoothed(Shape shape, double radians);                    // sets the smoothing angle of every face
+
+// Joins points closer than `tolerance` and drops what collapses: repeated corners, then faces below three.
+Shape welded(const Shape& shape, double tolerance = 1e-6);
+
+// Polygons cut to triangles (ear clipping, so concave outlines hold).
+Shape triangulated(const Shape& shape);
+
+// One Catmull-Clark step (Catmull, Clark 1978): every polygon becomes quads; open borders keep their curve.
+Shape subdivided(const Shape& shape);
+
+// Raises every chosen face as a plate: `gap` (units) of groove floor is left along its border, then a wall of
+// `bevel` units in width climbs `height` units along the face's normal. Negative height sinks a panel.
+// Faces too small for the inset stay as they are.
+struct Panel {
+    double gap = 1, bevel = 0.5, height = 1;
+    double plateSmoothing = hard;  // radians, of the plate and its wall
+};
+Shape panelled(const Shape& shape, const Panel& panel,
+               const std::function<bool(const Shape&, const Face&)>& chosen = {});
+
+}  // namespace model
