@@ -8,19 +8,19 @@ constexpr float minHitDistance = 0.001f;  // so that a reflected beam leaves the
 constexpr float unreached = 999999.0f;
 constexpr float escapeLength = 1000.0f;
 
-// o + t d = p0 + beta (p1 - p0) + gamma (p2 - p0), solved for t by Cramer's rule (P. Shirley, "Fundamentals
-// of Computer Graphics", on ray-triangle intersection). Divides only where the signs and sizes of numerator
-// and denominator leave a hit open, which rejects nothing that the divided values would not.
-inline bool meets(const TraceFace& face, const Vec3& origin, const Vec3& backward, float minDistance,
+// beta a + gamma b + t d = p0 - o, the meeting of ray and plane, solved by Cramer's rule (P. Shirley,
+// "Fundamentals of Computer Graphics", on ray-triangle intersection). Divides only where the signs and sizes
+// of numerator and denominator leave a hit open, which rejects nothing that the divided values would not.
+inline bool meets(const TraceFace& face, const Vec3& origin, const Vec3& direction, float minDistance,
                   float maxDistance, float* distance) {
     const Vec3 c = face.p0 - origin;
-    const Vec3 bd = cross(face.b, backward);
+    const Vec3 bd = cross(face.b, direction);
     const float determinant = dot(face.a, bd);
     const float betaNumerator = dot(c, bd);
     if (!(betaNumerator * determinant >= 0 && std::fabs(betaNumerator) < std::fabs(determinant)))
         return false;
     const float beta = betaNumerator / determinant;
-    const float gamma = dot(face.a, cross(c, backward)) / determinant;
+    const float gamma = dot(face.a, cross(c, direction)) / determinant;
     if (!(beta > 0 && beta < 1 && gamma > 0 && beta + gamma < 1)) return false;
     const float t = dot(face.a, cross(face.b, c)) / determinant;
     if (!(t >= minDistance && t <= maxDistance)) return false;
@@ -62,7 +62,7 @@ std::vector<TraceFace> gatherFaces(const MeshSet& set) {
 bool intersectTriangle(const Vec3& p0, const Vec3& p1, const Vec3& p2, const Vec3& origin,
                        const Vec3& direction, float minDistance, float maxDistance, TraceHit* hit) {
     const TraceFace face = traceFace(p0, p1, p2);
-    if (!meets(face, origin, -direction, minDistance, maxDistance, &hit->distance)) return false;
+    if (!meets(face, origin, direction, minDistance, maxDistance, &hit->distance)) return false;
     hit->normal = unitNormal(face);
     return true;
 }
@@ -85,11 +85,10 @@ bool TraceScene::intersectRay(const Vec3& origin, const Vec3& direction, TraceHi
     for (const TraceInstance& instance : instances) {
         const Vec3 objectOrigin = transformPoint(instance.worldToObject, origin);
         const Vec3 objectDirection = transformDirection(instance.worldToObject, direction);
-        const Vec3 backward = -objectDirection;
         float t = unreached;
         const TraceFace* nearestFace = nullptr;
         for (const TraceFace& face : instance.faces) {
-            if (meets(face, objectOrigin, backward, minHitDistance, t, &t)) nearestFace = &face;
+            if (meets(face, objectOrigin, objectDirection, minHitDistance, t, &t)) nearestFace = &face;
         }
         if (!nearestFace) continue;
         anyHit = true;
