@@ -1,0 +1,103 @@
+#include "production/kit/audio_filter.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace {
+
+// The bilinear transform's warped frequency, kept under half the sample rate where it runs away.
+float warped(float hertz) {
+    return std::tan(std::numbers::pi_v<float> * std::clamp(hertz, 5.0f, 0.45f * sampleRate) / sampleRate);
+}
+
+}  // namespace
+
+void OnePole::tune(float hertz) {
+    share = 1 - std::exp(-2 * std::numbers::pi_v<float> * hertz / sampleRate);
+}
+
+void StateVariable::tune(float hertz, float resonance) {
+    const float g = warped(hertz);
+    damping = 1 / resonance;
+    a1 = 1 / (1 + g * (g + damping));
+    a2 = g * a1;
+    a3 = g * a2;
+}
+
+void Ladder::tune(float hertz, float resonance) {
+    const float g = warped(hertz);
+    share = g / (1 + g);
+    feedback = 4 * resonance;
+}
+
+float Ladder::next(float in) {
+    const float hold = 1 - share;
+    const float memory = hold * (state[3] + share * (state[2] + share * (state[1] + share * state[0])));
+    const float gain = share * share * share * share;
+    const float guess = (gain * in + memory) / (1 + feedback * gain);
+    const float push = in * (1 + 0.5f * feedback / 4) - feedback * guess;
+    // A rational stand-in for tanh; it is cheaper and as round.
+    const float held = std::clamp(push, -3.0f, 3.0f);
+    float value = held * (27 + held * held) / (27 + 9 * held * held);
+    for (float& pole : state) {
+        const float change = share * (value - pole);
+        value = pole + change;
+        pole = value + change;
+    }
+    return value;
+}
+
+Equalizer::Equalizer(double b0, double b1, double b2, double a0, double a1, double a2)
+    : b0(b0 / a0), b1(b1 / a0), b2(b2 / a0), a1(a1 / a0), a2(a2 / a0) {}
+
+namespace {
+
+double angleOf(float hertz) {
+    return 2 * std::numbers::pi * hertz / sampleRate;
+}
+
+}  // namespace
+
+Equalizer Equalizer::lowCut(float hertz, float resonance) {
+    const double w = angleOf(hertz), c = std::cos(w), alpha = std::sin(w) / (2 * resonance);
+    return {(1 + c) / 2, -(1 + c), (1 + c) / 2, 1 + alpha, -2 * c, 1 - alpha};
+}
+
+Equalizer Equalizer::highCut(float hertz, float resonance) {
+    const double w = angleOf(hertz), c = std::cos(w), alpha = std::sin(w) / (2 * resonance);
+    return {(1 - c) / 2, 1 - c, (1 - c) / 2, 1 + alpha, -2 * c, 1 - alpha};
+}
+
+Equalizer Equalizer::lowShelf(float hertz, float decibels) {
+    const double A = std::pow(10.0, decibels / 40), w = angleOf(hertz), c = std::cos(w);
+    const double s = 2 * std::sqrt(A) * std::sin(w) / std::numbers::sqrt2;
+    return {A * ((A + 1) - (A - 1) * c + s), 2 * A * ((A - 1) - (A + 1) * c), A * ((A + 1) - (A - 1) * c - s),
+            (A + 1) + (A - 1) * c + s,       -2 * ((A - 1) + (A + 1) * c),    (A + 1) + (A - 1) * c - s};
+}
+
+Equalizer Equalizer::highShelf(float hertz, float decibels) {
+    const double A = std::pow(10.0, decibels / 40), w = angleOf(hertz), c = std::cos(w);
+    const double s = 2 * std::sqrt(A) * std::sin(w) / std::numbers::sqrt2;
+    return {A * ((A + 1) + (A - 1) * c + s), -2 * A * ((A - 1) + (A + 1) * c),
+            A * ((A + 1) + (A - 1) * c - s), (A + 1) - (A - 1) * c + s,
+            2 * ((A - 1) - (A + 1) * c),     (A + 1) - (A - 1) * c - s};
+}
+
+Equalizer Equalizer::bell(float hertz, float decibels, float octaves) {
+    const double A = std::pow(10.0, decibels / 40), w = angleOf(hertz), c = std::cos(w);
+    const double alpha = std::sin(w) * std::sinh(std::numbers::ln2 / 2 * octaves * w / std::sin(w));
+    return {1 + alpha * A, -2 * c, 1 - alpha * A, 1 + alpha / A, -2 * c, 1 - alpha / A};
+}
+
+void Equalizer::apply(Stereo& sound) const {
+    for (std::vector<float>* side : {&sound.left, &sound.right}) {
+        double s1 = 0, s2 = 0;
+        for (float& sample : *side) {
+            const double in = sample, out = b0 * in + s1;
+            s1 = b1 * in - a1 * out + s2;
+            s2 = b2 * in - a2 * out;
+            sample = float(out);
+        }
+    }
+}

@@ -1,0 +1,75 @@
+// Filters that take one sample a call. Cut-offs in Hz may be changed between samples without clicks.
+#pragma once
+
+#include <array>
+
+#include "production/kit/audio_signal.h"
+
+// 6 dB an octave.
+class OnePole {
+public:
+    void tune(float hertz);
+    float low(float in) { return state += share * (in - state); }
+    float high(float in) { return in - low(in); }
+
+private:
+    float share = 0, state = 0;
+};
+
+// Low, band and high pass of 12 dB an octave in one (state variable filter after Simper's trapezoidal form).
+// resonance: 0.5 is soft, 0.707 flat, 10 whistles.
+class StateVariable {
+public:
+    void tune(float hertz, float resonance);
+    float low(float in) {
+        run(in);
+        return lowPart;
+    }
+    float band(float in) {  // the peak of the band has gain 1
+        run(in);
+        return bandPart * damping;
+    }
+    float high(float in) {
+        run(in);
+        return in - damping * bandPart - lowPart;
+    }
+
+private:
+    void run(float in) {
+        const float drive = in - second;
+        bandPart = a1 * first + a2 * drive;
+        lowPart = second + a2 * first + a3 * drive;
+        first = 2 * bandPart - first;
+        second = 2 * lowPart - second;
+    }
+    float damping = 1, a1 = 0, a2 = 0, a3 = 0;
+    float first = 0, second = 0, bandPart = 0, lowPart = 0;
+};
+
+// Low pass of 24 dB an octave that saturates (Zavalishin's zero-delay ladder, "The Art of VA Filter Design").
+// resonance: 0..1, at 1 it is about to oscillate.
+class Ladder {
+public:
+    void tune(float hertz, float resonance);
+    float next(float in);
+
+private:
+    float share = 0, feedback = 0;
+    std::array<float, 4> state{};
+};
+
+// Second-order shapes for the mix (Bristow-Johnson, "Cookbook formulae for audio equalizer coefficients").
+class Equalizer {
+public:
+    static Equalizer lowCut(float hertz, float resonance = 0.707f);
+    static Equalizer highCut(float hertz, float resonance = 0.707f);
+    static Equalizer lowShelf(float hertz, float decibels);
+    static Equalizer highShelf(float hertz, float decibels);
+    static Equalizer bell(float hertz, float decibels, float octaves);
+    // Over a whole sound, both sides.
+    void apply(Stereo& sound) const;
+
+private:
+    Equalizer(double b0, double b1, double b2, double a0, double a1, double a2);
+    double b0, b1, b2, a1, a2;
+};

@@ -1,0 +1,56 @@
+#include "production/kit/audio_signal.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+size_t frameAt(double seconds) {
+    return seconds <= 0 ? 0 : size_t(std::llround(seconds * sampleRate));
+}
+
+float gainOf(float decibels) {
+    return std::pow(10.0f, decibels / 20);
+}
+
+float hertzOf(float pitch) {
+    return 440 * std::exp2((pitch - 69) / 12);
+}
+
+void mixAt(Stereo& to, const Stereo& from, size_t at, float gain, float pan) {
+    if (at >= to.frames()) return;
+    const size_t frames = std::min(from.frames(), to.frames() - at);
+    const float angle = (pan + 1) * std::numbers::pi_v<float> / 4;
+    const float leftGain = gain * std::cos(angle) * std::numbers::sqrt2_v<float>;
+    const float rightGain = gain * std::sin(angle) * std::numbers::sqrt2_v<float>;
+    for (size_t i = 0; i < frames; i++) {
+        to.left[at + i] += leftGain * from.left[i];
+        to.right[at + i] += rightGain * from.right[i];
+    }
+}
+
+void scale(Stereo& sound, float gain) {
+    for (float& sample : sound.left) sample *= gain;
+    for (float& sample : sound.right) sample *= gain;
+}
+
+void widen(Stereo& sound, float width) {
+    for (size_t i = 0; i < sound.frames(); i++) {
+        const float middle = (sound.left[i] + sound.right[i]) / 2;
+        const float side = (sound.left[i] - sound.right[i]) / 2 * width;
+        sound.left[i] = middle + side;
+        sound.right[i] = middle - side;
+    }
+}
+
+void fadeEnds(Stereo& sound, float in, float out) {
+    const size_t frames = sound.frames();
+    const size_t rise = std::min(frameAt(in), frames), fall = std::min(frameAt(out), frames);
+    for (size_t i = 0; i < rise; i++) {
+        sound.left[i] *= float(i) / rise;
+        sound.right[i] *= float(i) / rise;
+    }
+    for (size_t i = 0; i < fall; i++) {
+        sound.left[frames - 1 - i] *= float(i) / fall;
+        sound.right[frames - 1 - i] *= float(i) / fall;
+    }
+}

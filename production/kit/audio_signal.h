@@ -1,0 +1,35 @@
+// Sound as the kit's parts pass it on: whole stretches of stereo samples at 44.1 kHz, full scale at 1.
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+constexpr int sampleRate = 44100;
+
+struct Stereo {
+    std::vector<float> left, right;
+
+    explicit Stereo(size_t frames = 0) : left(frames, 0.0f), right(frames, 0.0f) {}
+    size_t frames() const { return left.size(); }
+};
+
+// The frame nearest to a time in seconds; times before 0 count as 0.
+size_t frameAt(double seconds);
+
+// Amplitude factor of a level in decibels.
+float gainOf(float decibels);
+
+// Frequency in Hz of a MIDI pitch (69 is the A of 440 Hz); fractions lie between the keys.
+float hertzOf(float pitch);
+
+// Adds `from` to `to` with its first frame on `at`; what would lie past the end of `to` is left out.
+// `pan` goes from -1 (left) to 1 (right) at constant power, 0 leaves both sides as they are.
+void mixAt(Stereo& to, const Stereo& from, size_t at, float gain = 1, float pan = 0);
+
+void scale(Stereo& sound, float gain);
+
+// Side against middle: 0 makes it mono, 1 leaves it, 2 doubles the difference of the sides.
+void widen(Stereo& sound, float width);
+
+// Straight fades over the first and the last seconds of a sound.
+void fadeEnds(Stereo& sound, float in, float out);
