@@ -1,0 +1,48 @@
+#include "app/keys.h"
+
+#include "app/app.h"
+#include "render/demo.h"
+#include "render/quit.h"
+
+namespace {
+
+constexpr int32_t counterMaximum = 128;
+
+// Page Up goes back, as Left and Down do.
+constexpr struct {
+    SDLKey key;
+    float seconds;
+} seekKeys[] = {{SDLK_RIGHT, 1}, {SDLK_LEFT, -1},     {SDLK_UP, 5},
+                {SDLK_DOWN, -5}, {SDLK_PAGEDOWN, 30}, {SDLK_PAGEUP, -30}};
+
+void raise(int32_t* counter) {
+    if (*counter < counterMaximum) ++*counter;
+}
+
+void lower(int32_t* counter) {
+    if (*counter > 0) --*counter;
+}
+
+void tapBeat() {
+    const float t = demo->clock.time();
+    const float delta = t - app.lastTapTime;
+    app.lastTapTime = t;
+    app.messages.post("Beat %.2f delta %.2f bpm %.0f", t, delta, 60 / delta);
+    demo->clock.registerBeat();
+}
+
+}  // namespace
+
+void handleKey(SDLKey key) {
+    for (const auto& seek : seekKeys) {
+        if (key == seek.key) demo->clock.seek(demo->clock.time() + seek.seconds);
+    }
+    if (key == SDLK_ESCAPE) quit();
+    if (key == SDLK_SPACE) tapBeat();
+    if (key == SDLK_p) demo->clock.pause();
+    if (key == SDLK_q) lower(&app.counterQ);
+    if (key == SDLK_w) raise(&app.counterQ);
+    if (key == SDLK_a) lower(&app.counterA);
+    if (key == SDLK_s) raise(&app.counterA);
+    if (key == SDLK_F11) app.screenshotRequested = true;
+}

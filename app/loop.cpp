@@ -1,0 +1,40 @@
+#include "app/loop.h"
+
+#include <SDL/SDL.h>
+
+#include "app/frame.h"
+#include "app/keys.h"
+
+namespace {
+
+struct LoopState {
+    bool done = false;
+    bool active = true;  // known, but the show goes on in an inactive window
+};
+
+void handleEvent(const SDL_Event& event, LoopState* state) {
+    switch (event.type) {
+        case SDL_KEYDOWN:
+            handleKey(event.key.keysym.sym);
+            break;
+        case SDL_ACTIVEEVENT:
+            state->active = event.active.gain != 0;
+            break;
+        case SDL_QUIT:
+            state->done = true;
+            break;
+        default:
+            break;
+    }
+}
+
+}  // namespace
+
+void runLoop() {
+    LoopState state;
+    while (!state.done) {
+        SDL_Event event;
+        while (SDL_PollEvent(&event)) handleEvent(event, &state);
+        renderFrame();
+    }
+}

@@ -1,0 +1,5 @@
+// The main loop: all events, then one frame, as often as the machine can.
+#pragma once
+
+// Returns after the window was closed; the frame after that is still drawn.
+void runLoop();

@@ -1,0 +1,18 @@
+// Start-up: window, renderer and resources, sound; in this order, so that second 0 of the music is the first
+// frame of the show.
+#pragma once
+
+#include "app/options.h"
+
+// Opens the one window and makes its GL context current. Ends the program if that fails.
+void openWindow(bool fullscreen);
+
+// GL's state, the loading screen and all resources. Ends the program if one is missing.
+void initialiseDemo();
+
+// Plays the music on the output asked for, or what the machine has instead, and makes it the clock's source.
+// Says which output it is; a music that can't be played leaves the clock at 0.
+void startMusic(int soundOutput);
+
+// All of it.
+void startUp(const Options& options);

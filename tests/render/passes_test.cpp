@@ -1,0 +1,234 @@
+// What the screen passes leave on the screen and in the targets, pixel by pixel.
+#include <cmath>
+
+#include "tests/gl_window.h"
+
+namespace {
+
+constexpr Pixel black{0, 0, 0, 0};
+constexpr Pixel red{255, 0, 0, 255};
+constexpr Pixel green{0, 255, 0, 255};
+constexpr Pixel blue{0, 0, 255, 255};
+constexpr Pixel white{255, 255, 255, 255};
+
+class Passes : public GlWindow {
+public:
+    void SetUp() override {
+        GlWindow::SetUp();
+        placeCamera();
+        glColor3f(1, 1, 1);
+    }
+
+    struct Viewport {
+        int x, y, width, height;
+        bool operator==(const Viewport&) const = default;
+    };
+
+    static Viewport viewport() {
+        GLint v[4];
+        glGetIntegerv(GL_VIEWPORT, v);
+        return {v[0], v[1], v[2], v[3]};
+    }
+
+    // A target whose picture is black but for a white square of that side around (x, y).
+    static void copySpot(const char* target, int x, int y, int side) {
+        fillRect(0, 0, screenWidth, screenHeight, black);
+        fillRect(x - side / 2, y - side / 2, side, side, white);
+        demo->copyScreen(target);
+    }
+};
+
+double sumOfRed(const Screen& screen) {
+    double sum = 0;
+    for (const Pixel& p : screen.pixels) sum += p.r;
+    return sum;
+}
+
+TEST_F(Passes, ViewportFitsItsAspectByWidthFromOneOn) {
+    demo->setViewportAspect(4, 3);
+    EXPECT_EQ(viewport(), (Viewport{0, 0, 800, 600}));
+    demo->setViewportAspect(2, 1);
+    EXPECT_EQ(viewport(), (Viewport{0, 100, 800, 400}));
+    demo->setViewportAspect(1, 1);
+    EXPECT_EQ(viewport(), (Viewport{0, -100, 800, 800})) << "taller than the screen below 4:3";
+    demo->setViewportAspect(1, 2);
+    EXPECT_EQ(viewport(), (Viewport{250, 0, 300, 600}));
+    demo->setViewportAspect(800, 333);
+    EXPECT_EQ(viewport(), (Viewport{0, 133, 800, 333})) << "133.5 is cut, not rounded";
+    demo->setViewportAspect(0, 0);
+    EXPECT_EQ(viewport().width, 800) << "not a number goes by width";
+}
+
+TEST_F(Passes, ScreenQuadOfACopyPutsEveryPixelBack) {
+    fillRect(0, 0, 400, 300, red);
+    fillRect(400, 0, 400, 300, green);
+    fillRect(0, 300, 400, 300, blue);
+    fillRect(799, 599, 1, 1, white);
+    const Screen before = readScreen();
+
+    demo->copyScreen("rtt3");
+    EXPECT_EQ(demo->textures[93].width, 800);
+    EXPECT_EQ(demo->textures[93].height, 600);
+    EXPECT_EQ(demo->textures[93].textureWidth, 1024);
+    fillRect(0, 0, 800, 600, Pixel{9, 9, 9, 9});
+    demo->drawScreenQuad("rtt3", 1);
+    EXPECT_TRUE(readScreen().pixels == before.pixels);
+}
+
+TEST_F(Passes, ScreenQuadScalesAboutTheCentreAndCountsItsTriangles) {
+    addSolidTexture("red", red);
+    glEnable(GL_LIGHTING);
+    glTranslatef(5, 5, 5);
+    demo->drawScreenQuad("red", 0.5f);
+    EXPECT_TRUE(glIsEnabled(GL_LIGHTING));
+    EXPECT_EQ(readPixel(200, 150), red);
+    EXPECT_EQ(readPixel(599, 449), red);
+    EXPECT_EQ(readPixel(199, 300), black);
+    EXPECT_EQ(readPixel(400, 450), black);
+    EXPECT_EQ(readScreen().litCount(), 400 * 300);
+
+    demo->drawScreenQuad("red", 0.5f);
+    EXPECT_EQ(demo->quadCount, 4);
+    demo->endFrame();
+    EXPECT_EQ(demo->previousQuadCount, 4);
+    EXPECT_EQ(demo->quadCount, 0);
+}
+
+TEST_F(Passes, ScreenQuadMapsThePictureInTheTextureAndTheFlagTurnsIt) {
+    // Four rows of one colour each; the picture is said to be the lower two by two of them.
+    const std::vector<Pixel> row[] = {{4, red}, {4, green}, {4, blue}, {4, white}};
+    std::vector<Pixel> pixels;
+    for (const auto& r : row) pixels.insert(pixels.end(), r.begin(), r.end());
+    addTexture("rows", 4, 4, pixels);
+    demo->setTextureSize("rows", 2, 2);
+
+    demo->drawScreenQuad("rows", 1);
+    EXPECT_EQ(readPixel(400, 10), red);
+    EXPECT_EQ(readPixel(400, 590), green);
+    demo->textures[demo->textureIndex("rows")].flipped = true;
+    demo->drawScreenQuad("rows", 1);
+    EXPECT_EQ(readPixel(400, 10), green);
+    EXPECT_EQ(readPixel(400, 590), red);
+}
+
+TEST_F(Passes, UnknownNamesDrawTheFirstTexture) {
+    addSolidTexture("loading", blue);
+    demo->drawScreenQuad("no such picture", 1);
+    EXPECT_EQ(readPixel(400, 300), blue);
+    EXPECT_EQ(demo->textureNames.count("no such picture"), 1u);
+}
+
+TEST_F(Passes, OneBlurStepIsTheMeanOfFourDiagonalTaps) {
+    copySpot("rtt0", 400, 300, 8);
+    demo->blur("rtt0", "rtt1", 1, 4, 2, 1, 0);
+
+    // The picture is redrawn at 1024 x 1024, so each tap is the square moved by exactly its offset.
+    const Screen result = readTexture("rtt1");
+    ASSERT_EQ(result.width, 1024);
+    ASSERT_EQ(result.height, 1024);
+    const auto near = [](int value, int expected) { return std::abs(value - expected) <= 1; };
+    EXPECT_TRUE(near(result.at(400 - 7, 300).r, 64 * 2)) << +result.at(400 - 7, 300).r;
+    EXPECT_TRUE(near(result.at(400 + 7, 300).r, 64 * 2));
+    EXPECT_TRUE(near(result.at(400 - 7, 304).r, 64));
+    EXPECT_TRUE(near(result.at(400 + 7, 304).a, 64));
+    EXPECT_EQ(result.at(400 - 9, 300).r, 0);
+    EXPECT_EQ(result.at(400, 300 + 7).r, 0);
+    // Four taps of a quarter each: the light that went in comes out.
+    EXPECT_NEAR(sumOfRed(result), 8 * 8 * 255, 8 * 8 * 4);
+}
+
+TEST_F(Passes, BlurWidensWithEveryIterationAndStrengthScalesIt) {
+    const auto spread = [](const char* name) { return readTexture(name).litCount(); };
+    copySpot("rtt0", 400, 300, 40);
+    demo->blur("rtt0", "rtt1", 1, 3, 3, 1, 0);
+    const int once = spread("rtt1");
+    demo->blur("rtt0", "rtt2", 3, 3, 3, 1, 0);
+    // Offsets grow by half each time, so three rounds reach 3 + 4.5 + 6.75 pixels outwards.
+    EXPECT_GE(once, 46 * 46 - 2);
+    EXPECT_LE(once, 46 * 46);
+    EXPECT_NEAR(std::sqrt(spread("rtt2")), 40 + 2 * (3 + 4.5 + 6.75), 2);
+    EXPECT_NEAR(sumOfRed(readTexture("rtt2")), 40 * 40 * 255, 40 * 40 * 12);
+
+    demo->blur("rtt0", "rtt3", 2, 3, 3, 0.5f, 0);
+    EXPECT_NEAR(readTexture("rtt3").at(400, 300).r, 64, 2) << "each iteration halves";
+}
+
+TEST_F(Passes, BlurInACornerShrinksThePictureAndTheQuadBringsItBack) {
+    copySpot("rtt0", 200, 450, 64);
+    demo->blur("rtt0", "rtt1", 1, 0, 0, 1, 128);
+    const Screen corner = readTexture("rtt1");
+    EXPECT_EQ(corner.width, 128);
+    EXPECT_EQ(corner.height, 128);
+    EXPECT_NEAR(corner.at(25, 56).r, 255, 4) << "an eighth of 1024 pixels";
+
+    demo->drawScreenQuad("rtt1", 1);
+    EXPECT_NEAR(readPixel(200, 450).r, 255, 4);
+    EXPECT_EQ(readPixel(400, 300).r, 0);
+}
+
+TEST_F(Passes, BlurLeavesAClearedScreenAndTheSourcesViewport) {
+    copySpot("rtt0", 400, 300, 8);
+    fillRect(0, 0, 800, 600, red);
+    glEnable(GL_LIGHTING);
+    glEnable(GL_BLEND);
+    glViewport(1, 2, 3, 4);
+    glPushMatrix();
+    demo->blur("rtt0", "rtt1", 0, 1, 1, 1, 0);
+    EXPECT_EQ(demo->textures[91].width, 800);
+    EXPECT_EQ(demo->textures[91].height, 600);
+    EXPECT_EQ(readTexture("rtt1").width, 1024) << "without iterations the texture is not touched";
+    EXPECT_EQ(readScreen().litCount(), 0);
+    EXPECT_EQ(viewport(), (Viewport{0, 0, 800, 600}));
+    EXPECT_TRUE(glIsEnabled(GL_LIGHTING));
+    EXPECT_TRUE(glIsEnabled(GL_DEPTH_TEST));
+    EXPECT_FALSE(glIsEnabled(GL_BLEND));
+    EXPECT_EQ(stateOf(GL_MATRIX_MODE), GL_MODELVIEW);
+    glPopMatrix();
+
+    // A target never copied to counts as 1024 x 768, a small picture as its own size.
+    demo->blur("rtt5", "rtt6", 1, 1, 1, 1, 0);
+    EXPECT_EQ(readTexture("rtt6").height, 1024);
+    EXPECT_EQ(demo->textures[96].height, 768);
+    EXPECT_EQ(viewport(), (Viewport{0, 0, 1024, 768}));
+    addTexture("small", 512, 256, std::vector<Pixel>(512 * 256, red));
+    demo->blur("small", "rtt7", 1, 0, 0, 1, 0);
+    const Screen small = readTexture("rtt7");
+    EXPECT_EQ(small.width, 512);
+    EXPECT_EQ(small.height, 256);
+    EXPECT_NEAR(small.at(256, 128).r, 255, 3);
+}
+
+TEST_F(Passes, BlurOntoItselfWorks) {
+    copySpot("rtt4", 400, 300, 40);
+    demo->blur("rtt4", "rtt4", 2, 2, 2, 1, 0);
+    const Screen result = readTexture("rtt4");
+    EXPECT_NEAR(result.at(400, 300).r, 255, 4);
+    EXPECT_NEAR(result.at(400 - 22, 300).r, 80, 50) << "an edge turned into a slope";
+    glBindTexture(GL_TEXTURE_2D, 0);
+    demo->blur("rtt4", "rtt4", 1, 2, 2, 1, 0);
+    EXPECT_EQ(stateOf(GL_TEXTURE_BINDING_2D), static_cast<GLint>(demo->texture("rtt4")));
+}
+
+TEST_F(Passes, GlowAddsTheBlurredPictureAroundTheSource) {
+    copySpot("rtt0", 400, 300, 64);
+    demo->glow("rtt0", "rtt1", 1, 0.9f);
+    EXPECT_EQ(readScreen().litCount(), 0);
+    EXPECT_TRUE(glIsEnabled(GL_DEPTH_TEST));
+    EXPECT_FALSE(glIsEnabled(GL_BLEND));
+    glClear(GL_COLOR_BUFFER_BIT);
+
+    demo->drawScreenQuad("rtt1", 1);
+    EXPECT_EQ(readPixel(400, 300).r, 255) << "the source shines through";
+    const int around = readPixel(400 - 40, 300).r;
+    EXPECT_GT(around, 5) << "and the glow reaches beyond its edge";
+    EXPECT_EQ(readPixel(400 - 300, 300).r, 0);
+
+    demo->glow("rtt0", "rtt1", 3, 0.9f);
+    demo->drawScreenQuad("rtt1", 1);
+    EXPECT_NEAR(readPixel(400 - 40, 300).r, 3 * around, 3) << "each copy adds the same";
+    demo->glow("rtt0", "rtt1", 0, 0.9f);
+    demo->drawScreenQuad("rtt1", 1);
+    EXPECT_EQ(readPixel(400 - 40, 300).r, 0);
+}
+
+}  // namespace
