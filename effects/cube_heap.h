@@ -4,6 +4,8 @@
 
 #include "effects/effect_base.h"
 
+constexpr int cubeCount = 20;
+
 struct CubeState {
     float angle;  // degrees about y; grows without bound
     float targetAngle;
@@ -12,10 +14,10 @@ struct CubeState {
 };
 
 struct CubeHeap : EffectBase {
-    int32_t unused = 0;      // never read
-    CubeState cubes[20];     // from the bottom up
-    const char* meshKey;     // not owned
-    bool beatLatch = false;  // from a beat that turned boxes until the pulse has fallen below 0.6
+    int32_t unused = 0;          // never read
+    CubeState cubes[cubeCount];  // from the bottom up
+    const char* meshKey;         // not owned
+    bool beatLatch = false;      // from a beat that turned boxes until the pulse has fallen below 0.6
 
     CubeHeap(Demo* demo, const char* meshKey);
 
@@ -24,5 +26,5 @@ struct CubeHeap : EffectBase {
     void draw() override;
 
     void turnOnBeat();
-    void drawCube(int index);
+    void advance(CubeState& cube);
 };

@@ -17,7 +17,7 @@ struct Grower : EffectBase {
 
     explicit Grower(Demo* demo);
 
-    // Adds a node to a random one that has room; it starts exactly on its parent.
+    // Adds a node to a random one that has room; it starts exactly on its parent. Without bound.
     void grow();
     // Points of 15 pixels in the colour, texture and blending in force.
     void draw() override;

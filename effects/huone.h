@@ -19,7 +19,9 @@ struct Huone : EffectBase {
     // One beam from `origin`, a point of the world, along the unit vector `direction`.
     void drawBeam(const Vec3& origin, const Vec3& direction);
 
-    void drawBall();
+    void drawMachines();
     void drawRoom();
+    // Where the beams see the ball: where it is drawn.
+    void moveBall();
     void drawBeams();
 };

@@ -20,5 +20,7 @@ struct LaserTunnel : EffectBase {
     void drawBeam(const Vec3& origin, const Vec3& direction);
 
     void drawShip();
+    // Where the beams see their segment: where it is drawn.
+    void moveSegment();
     void drawBeams();
 };

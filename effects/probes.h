@@ -3,6 +3,7 @@
 #pragma once
 
 #include "effects/effect_base.h"
+#include "effects/glowing_lines.h"
 #include "geometry/vec3.h"
 
 constexpr int probeCount = 14;
@@ -19,5 +20,6 @@ struct Probes : EffectBase {
     // Positions at the music's time, then links from the positions.
     void placeProbes();
     void linkProbes();
-    void drawLinks();
+    void drawProbes();
+    void drawLinks(const GlowPass& pass);
 };

@@ -1,5 +1,5 @@
 // `SampleLaser`: a test bench for the beam tracer: one beam from the origin inside one mesh, drawn as a
-// textured line. `Demo::controls` 0 and 1 aim it, in turns: around z, and from the z = 0 plane.
+// textured line.
 #pragma once
 
 #include "effects/effect_base.h"
@@ -13,6 +13,9 @@ struct SampleLaser : EffectBase {
 
     SampleLaser(Demo* demo, const char* meshKey, int32_t unused);
 
+    // Of the beam, a unit vector: `Demo::controls` 0 turns it about z, 1 raises it out of the plane z = 0,
+    // both from 0 to 1.
+    Vec3 direction() const;
     // Leaves culling on, lighting off and the beam's texture bound.
     void draw() override;
 };

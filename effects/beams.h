@@ -1,0 +1,27 @@
+// Laser beams: the path that the tracer found, as a line that glows and fades along its way, with a spot of
+// light wherever it touched a surface.
+#pragma once
+
+#include <GL/glew.h>
+
+#include "effects/glowing_lines.h"
+#include "geometry/trace.h"
+
+constexpr int beamBounces = 5;    // surfaces that a beam touches at most
+constexpr int beamCapacity = 16;  // instances, and points of a path, that an effect has room for at once
+
+struct BeamStyle {
+    float spotSize;  // half the side, model units (where the surface's normal has unit length)
+    int passCount;
+    GlowPass passes[3];
+};
+
+constexpr BeamStyle huoneBeam = {
+    4, 3, {{1, 1, 0.5f, 0.8f, 1}, {4, 1, 0.3f, 0.8f, 0.6f}, {8, 1, 0.2f, 0.8f, 0.2f}}};
+constexpr BeamStyle laserTunnelBeam = {
+    10, 3, {{1, 1, 0.5f, 0.8f, 1}, {4, 1, 0.3f, 0.8f, 0.6f}, {8, 1, 0.2f, 0.8f, 0.2f}}};
+constexpr BeamStyle laserBeam = {8, 2, {{1, 1, 0.4f, 0.8f, 1}, {4, 1, 0, 0.8f, 0.4f}}};
+
+// A path of at least two points. Leaves lighting and blending off, texturing on, the spot's texture bound and
+// the line width of the last pass.
+void drawBeamPath(const BeamPath& path, const BeamStyle& style, GLuint spotTexture);

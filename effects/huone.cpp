@@ -1,0 +1,110 @@
+#include "effects/huone.h"
+
+#include <cmath>
+
+#include "effects/beams.h"
+#include "effects/surface.h"
+#include "geometry/matrix4.h"
+
+namespace {
+
+constexpr float tumbleSpeed = 0.7f;  // of the ball's own time to the music's
+// Per second of the ball's time, about y and about x: in degrees for what is drawn, in radians for what beams
+// see.
+constexpr double ballTurnYDegrees = 17.1887338539247;
+constexpr double ballTurnXDegrees = 22.91831180523293;
+constexpr double ballTurnY = 0.3;
+constexpr double ballTurnX = 0.4;
+constexpr Vec3 ballCentre = {0, 70, 0};
+
+constexpr int sourceCount = 5;
+constexpr double sourceAngle = 0.6283185307179586;  // radians: half of what lies between two sources
+constexpr float sourceRadius = 120;
+constexpr float sourceHeight = 140;
+constexpr float beamSpread = 5;
+
+constexpr LightColours dimGreen = {{0.1f, 0.1f, 0.1f, 1}, {0.02f, 0.15f, 0.07f, 1}, {0.07f, 0.09f, 0.1f, 1}};
+constexpr LightColours dimBlue = {{0, 0, 0, 1}, {0, 0.03f, 0.04f, 1}, {0.1f, 0.3f, 0.3f, 1}};
+
+// The records carry the places; the colours go straight to GL and hold while the room is drawn, until the
+// housekeeping puts the records' own in force.
+void lightRoom(Demo& demo) {
+    placeLight(demo.lights[0], 10, 30, 20);
+    glEnable(GL_LIGHT0);
+    setLightColours(GL_LIGHT0, dimGreen);
+    placeLight(demo.lights[1], 100, 130, 80);
+    glEnable(GL_LIGHT1);
+    setLightColours(GL_LIGHT1, dimBlue);
+}
+
+}  // namespace
+
+Huone::Huone(Demo* demo, const char* spotTexture)
+    : EffectBase(demo), spotTexture(spotTexture), scene(beamCapacity), path(beamCapacity) {
+    scene.addInstance(demo->meshes["huone"]);
+    scene.addInstance(demo->meshes["pallero"]);
+}
+
+void Huone::draw() {
+    glEnable(GL_CULL_FACE);
+    glEnable(GL_LIGHTING);
+    lightRoom(*demo);
+    drawMachines();
+    drawRoom();
+    moveBall();
+    glDisable(GL_CULL_FACE);
+    if (beamsOn) drawBeams();
+}
+
+void Huone::drawMachines() {
+    setMaterial(GL_FRONT, hullMaterial);
+    beginHull(*demo);
+    glPushMatrix();
+    demo->drawMesh("tykki");
+    glPopMatrix();
+    float ballTime = time() * tumbleSpeed;
+    glPushMatrix();
+    glTranslatef(ballCentre.x, ballCentre.y, ballCentre.z);
+    glRotatef(ballTime * ballTurnYDegrees, 0, 1, 0);
+    glRotatef(ballTime * ballTurnXDegrees, 1, 0, 0);
+    demo->drawMesh("pallero2");
+    glPopMatrix();
+    endHull();
+}
+
+void Huone::drawRoom() {
+    setMaterial(GL_FRONT, hullMaterial);
+    beginHull(*demo, "cubetex", "envmap4");
+    // The room shows its own texture alone: the reflection is set up, but stays off.
+    glActiveTexture(GL_TEXTURE1);
+    glDisable(GL_TEXTURE_2D);
+    glActiveTexture(GL_TEXTURE0);
+    demo->drawMesh("huone2");
+    endHull();
+}
+
+void Huone::moveBall() {
+    float ballTime = time() * tumbleSpeed;
+    Matrix4 turn = affineProduct(rotationY(ballTime * ballTurnY), rotationX(ballTime * ballTurnX));
+    scene.setInstanceMatrix(1, affineProduct(translation(ballCentre), turn));
+}
+
+void Huone::drawBeams() {
+    // Along one line through the ball's centre that never moves.
+    const Vec3 spread = {static_cast<float>(std::sin(9.0)), static_cast<float>(std::cos(6.8)), 0};
+    for (int i = 0; i < sourceCount; ++i) {
+        double angle = 2 * i * sourceAngle;
+        Vec3 source = {static_cast<float>(std::cos(angle) * sourceRadius), sourceHeight,
+                       static_cast<float>(std::sin(angle) * sourceRadius)};
+        for (int j = -1; j <= 1; ++j) {
+            Vec3 direction = ballCentre + j * beamSpread * spread - source;
+            direction.normalize();
+            drawBeam(source, direction);
+        }
+    }
+}
+
+void Huone::drawBeam(const Vec3& origin, const Vec3& direction) {
+    traceBeam(scene, origin, direction, beamBounces, path);
+    drawBeamPath(path, huoneBeam, demo->texture(spotTexture));
+}

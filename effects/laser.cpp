@@ -1,0 +1,56 @@
+#include "effects/laser.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "effects/beams.h"
+
+namespace {
+
+constexpr float emitterZ[] = {52, -52};
+constexpr int beamsPerEmitter = 6;
+constexpr double beamAngle = 0.5235987755982988;  // radians: half of what lies between two beams
+constexpr float diffuse[] = {0.3f, 0.4f, 0.5f, 1};
+constexpr float noSpecular[] = {0, 0, 0, 0};
+
+Matrix4 toMatrix(const float* elements) {
+    Matrix4 matrix;
+    std::copy_n(elements, 16, matrix.m);
+    return matrix;
+}
+
+}  // namespace
+
+Laser::Laser(Demo* demo, const char* spotTexture)
+    : EffectBase(demo), spotTexture(spotTexture), scene(beamCapacity), path(beamCapacity) {}
+
+void Laser::addMesh(const char* meshKey, const float* matrix) {
+    scene.addInstance(demo->meshes[meshKey]);
+    if (matrix) setMeshMatrix(scene.instances.count - 1, matrix);
+}
+
+void Laser::setMeshMatrix(int index, const float* matrix) {
+    scene.setInstanceMatrix(index, toMatrix(matrix));
+}
+
+void Laser::draw() {
+    glEnable(GL_CULL_FACE);
+    glCullFace(GL_BACK);
+    glMaterialfv(GL_FRONT, GL_DIFFUSE, diffuse);
+    glMaterialfv(GL_FRONT, GL_SPECULAR, noSpecular);
+    glMaterialf(GL_FRONT, GL_SHININESS, 0);
+    for (float z : emitterZ) {
+        for (int i = 0; i < beamsPerEmitter; ++i) {
+            double angle = 2 * i * beamAngle;
+            // Sine first: this fan starts along y.
+            drawBeam({0, 0, z},
+                     {static_cast<float>(std::sin(angle)), static_cast<float>(std::cos(angle)), 0});
+        }
+    }
+    glDisable(GL_CULL_FACE);
+}
+
+void Laser::drawBeam(const Vec3& origin, const Vec3& direction) {
+    traceBeam(scene, origin, direction, beamBounces, path);
+    drawBeamPath(path, laserBeam, demo->texture(spotTexture));
+}

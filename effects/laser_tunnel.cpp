@@ -1,0 +1,64 @@
+#include "effects/laser_tunnel.h"
+
+#include <cmath>
+
+#include "effects/beams.h"
+#include "effects/surface.h"
+#include "effects/tunnel_segments.h"
+#include "geometry/matrix4.h"
+
+namespace {
+
+constexpr double oneOverPi = 0.3183098861837907;
+constexpr float emitterZ[] = {52, -52};
+constexpr int beamsPerEmitter = 6;
+constexpr double beamAngle = 0.5235987755982988;  // radians: half of what lies between two beams
+constexpr double firstBeamAngle = 1.5707963267948966;
+
+}  // namespace
+
+LaserTunnel::LaserTunnel(Demo* demo, const char* spotTexture)
+    : EffectBase(demo), spotTexture(spotTexture), scene(beamCapacity), path(beamCapacity) {
+    scene.addInstance(demo->meshes["tunnel"]);
+}
+
+void LaserTunnel::draw() {
+    glEnable(GL_CULL_FACE);
+    drawShip();
+    drawTunnelSegments(*demo, time());
+    moveSegment();
+    glDisable(GL_CULL_FACE);
+    if (beamsOn) drawBeams();
+}
+
+void LaserTunnel::drawShip() {
+    setMaterial(GL_FRONT, hullMaterial);
+    beginHull(*demo);
+    glPushMatrix();
+    glRotatef(time() * 180 * oneOverPi, 0, 0, 1);
+    demo->drawMesh("ship");
+    glPopMatrix();
+    endHull();
+}
+
+void LaserTunnel::moveSegment() {
+    auto [phase, beat] = tunnelMotion(time());
+    Vec3 place = {0, 0, segmentLength * phase - segmentLength / 2};
+    Matrix4 turn = rotationZ(segmentTwist(time(), beat) * twistRadians);
+    scene.setInstanceMatrix(0, affineProduct(translation(place), turn));
+}
+
+void LaserTunnel::drawBeams() {
+    for (float z : emitterZ) {
+        for (int i = 0; i < beamsPerEmitter; ++i) {
+            double angle = 2 * i * beamAngle + firstBeamAngle + time();
+            drawBeam({0, 0, z},
+                     {static_cast<float>(std::cos(angle)), static_cast<float>(std::sin(angle)), 0});
+        }
+    }
+}
+
+void LaserTunnel::drawBeam(const Vec3& origin, const Vec3& direction) {
+    traceBeam(scene, origin, direction, beamBounces, path);
+    drawBeamPath(path, laserTunnelBeam, demo->texture(spotTexture));
+}
