@@ -1,0 +1,154 @@
+#include "production/kit/picture.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+#include "image/image.h"
+#include "production/kit/picture_noise.h"
+
+Rgba gradient(const std::vector<Stop>& stops, float place) {
+    if (place <= stops.front().place) return stops.front().colour;
+    for (size_t i = 1; i < stops.size(); i++) {
+        if (place > stops[i].place) continue;
+        const Stop& from = stops[i - 1];
+        return mix(from.colour, stops[i].colour, (place - from.place) / (stops[i].place - from.place));
+    }
+    return stops.back().colour;
+}
+
+namespace {
+
+int edgeIndex(int i, int count, Edge edge) {
+    if (i >= 0 && i < count) return i;
+    if (edge == Edge::Clamp) return std::clamp(i, 0, count - 1);
+    if (edge == Edge::Wrap) return ((i % count) + count) % count;
+    return -1;
+}
+
+// One running mean over 2 * radius + 1 samples, `step` apart in memory.
+void boxPass(const Rgba* from, Rgba* to, int count, size_t step, int radius, Edge edge) {
+    auto sample = [&](int i) {
+        const int index = edgeIndex(i, count, edge);
+        return index < 0 ? Rgba{} : from[index * step];
+    };
+    const float weight = 1.0f / (2 * radius + 1);
+    Rgba sum;
+    for (int i = -radius; i <= radius; i++) sum = sum + sample(i);
+    for (int i = 0; i < count; i++) {
+        to[i * step] = sum * weight;
+        sum = sum + sample(i + radius + 1) + sample(i - radius) * -1;
+    }
+}
+
+// Radii of three box passes whose variances, ((2r + 1)^2 - 1) / 12 each, add up to sigma^2 as nearly as whole
+// radii can.
+void boxRadii(float sigma, int radii[3]) {
+    const float ideal = (std::sqrt(4 * sigma * sigma + 1) - 1) / 2;
+    const int low = static_cast<int>(ideal);
+    auto variance = [](int r) { return ((2 * r + 1) * (2 * r + 1) - 1) / 12.0f; };
+    for (int i = 0; i < 3; i++) radii[i] = low;
+    for (int i = 0; i < 3; i++) {
+        const float have = variance(radii[0]) + variance(radii[1]) + variance(radii[2]);
+        const float gain = variance(low + 1) - variance(low);
+        if (sigma * sigma - have > gain / 2) radii[i] = low + 1;
+    }
+}
+
+uint8_t eightBits(float value, float noise) {
+    if (value <= 0) return 0;
+    if (value >= 1) return 255;
+    return static_cast<uint8_t>(std::clamp(value * 255 + 0.5f + noise, 0.0f, 255.0f));
+}
+
+void save(const Canvas& canvas, const char* path, Rows rows, int channels) {
+    std::vector<uint8_t> bytes(size_t(canvas.width) * canvas.height * channels);
+    uint8_t* out = bytes.data();
+    for (int row = 0; row < canvas.height; row++) {
+        const int y = rows == Rows::TopFirst ? row : canvas.height - 1 - row;
+        for (int x = 0; x < canvas.width; x++) {
+            const Rgba& pixel = canvas.at(x, y);
+            const float clear = channels == 4 && pixel.a > 0 ? 1 / pixel.a : 1;
+            const float noise = randomAt(x, y, 77) - 0.5f;
+            *out++ = eightBits(pixel.r * clear, noise);
+            *out++ = eightBits(pixel.g * clear, noise);
+            *out++ = eightBits(pixel.b * clear, noise);
+            if (channels == 4) *out++ = eightBits(pixel.a, noise);
+        }
+    }
+    const std::string name = path;
+    const bool jpeg = name.size() > 4 && name.compare(name.size() - 4, 4, ".jpg") == 0;
+    const auto write = jpeg ? writeJpeg : writePng;
+    const uint32_t stride = static_cast<uint32_t>(canvas.width) * channels;
+    if (write(path, canvas.width, canvas.height, channels, channels, stride, bytes.data()) != 0) {
+        fprintf(stderr, "can't write %s\n", path);
+        exit(1);
+    }
+}
+
+}  // namespace
+
+Rgba sampled(const Canvas& canvas, float x, float y) {
+    const float left = std::clamp(x - 0.5f, 0.0f, canvas.width - 1.001f);
+    const float top = std::clamp(y - 0.5f, 0.0f, canvas.height - 1.001f);
+    const int x0 = static_cast<int>(left), y0 = static_cast<int>(top);
+    const Rgba* upper = &canvas.at(x0, y0);
+    const Rgba* lower = upper + canvas.width;
+    const float u = left - x0, v = top - y0;
+    return mix(mix(upper[0], upper[1], u), mix(lower[0], lower[1], u), v);
+}
+
+Canvas blurred(const Canvas& source, float sigmaX, float sigmaY, Edge edge) {
+    Canvas result = source;
+    Canvas other = source;
+    int radii[3];
+    boxRadii(sigmaX, radii);
+    for (int radius : radii) {
+        if (radius == 0) continue;
+        for (int y = 0; y < source.height; y++)
+            boxPass(&result.at(0, y), &other.at(0, y), source.width, 1, radius, edge);
+        std::swap(result, other);
+    }
+    boxRadii(sigmaY, radii);
+    for (int radius : radii) {
+        if (radius == 0) continue;
+        for (int x = 0; x < source.width; x++)
+            boxPass(&result.at(x, 0), &other.at(x, 0), source.height, source.width, radius, edge);
+        std::swap(result, other);
+    }
+    return result;
+}
+
+Canvas streamed(const Canvas& source, float centreX, float centreY, float reach) {
+    Canvas result = source;
+    Canvas other = source;
+    // Each pass doubles the number of samples behind a pixel, so seven give 128 of them.
+    const int passes = 7;
+    for (int pass = 0; pass < passes; pass++) {
+        const float scale = std::pow(1 - reach, std::ldexp(1.0f, pass - passes));
+        paint(other, [&](float x, float y, Rgba) {
+            const Rgba far =
+                sampled(result, centreX + (x - centreX) * scale, centreY + (y - centreY) * scale);
+            return (result.at(static_cast<int>(x), static_cast<int>(y)) + far) * 0.5f;
+        });
+        std::swap(result, other);
+    }
+    return result;
+}
+
+void addLayer(Canvas& canvas, const Canvas& layer, float strength) {
+    for (size_t i = 0; i < canvas.pixels.size(); i++)
+        canvas.pixels[i] = canvas.pixels[i] + layer.pixels[i] * strength;
+}
+
+void overLayer(Canvas& canvas, const Canvas& layer) {
+    for (size_t i = 0; i < canvas.pixels.size(); i++)
+        canvas.pixels[i] = over(layer.pixels[i], canvas.pixels[i]);
+}
+
+void saveRgb(const Canvas& canvas, const char* path, Rows rows) {
+    save(canvas, path, rows, 3);
+}
+void saveRgba(const Canvas& canvas, const char* path, Rows rows) {
+    save(canvas, path, rows, 4);
+}

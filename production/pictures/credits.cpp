@@ -1,0 +1,54 @@
+// The four credit cards, each drawn over a quarter of the 4:3 screen with its top row first: white lettering
+// on clear ground, with a soft shadow that keeps it readable over the beat's flash.
+#include "production/kit/picture.h"
+#include "production/kit/picture_lettering.h"
+#include "production/pictures/pictures.h"
+
+namespace {
+
+constexpr int size = 512;
+constexpr float pixelAspect = 4.0f / 3;
+constexpr float margin = 46;  // columns kept clear at the card's outer side
+constexpr float roleLine = 262, ruleLine = 292, nameLine = 348;  // rows
+
+// `align` is the side of the screen that the card lies at.
+void makeCard(const char* path, const char* role, Align align) {
+    const float edge = align == Align::Left ? margin : size - margin;
+    LetteringField text(size, size, 16);
+    setText(text, role, {74, 0.17f, 0.6f, 0.17f, pixelAspect}, edge, roleLine, align);
+    setText(text, "Valojuova", {34, 0.15f, 0.4f, 0.36f, pixelAspect}, edge, nameLine, align);
+
+    Canvas shape(size, size);
+    paint(shape, [&](float x, float y, Rgba) {
+        const float along = align == Align::Left ? x - margin : size - margin - x;
+        const float rule = along < 0 ? 0
+                                     : std::exp(-along / 150) *
+                                           coverage(std::fabs(y - ruleLine) - 2.2f * std::exp(-along / 170));
+        return grey(1) * std::fmax(coverage(text.at(x, y)), rule);
+    });
+    const Canvas shadow = blurred(shape, 5, Edge::Empty);
+    const Canvas pad = blurred(shape, 26, Edge::Empty);
+
+    Canvas card(size, size);
+    paint(card, [&](float x, float y, Rgba) {
+        const int px = static_cast<int>(x), py = static_cast<int>(y);
+        const float dark = unit(0.75f * shadow.at(px, py).a + 1.0f * pad.at(px, py).a);
+        return over(shape.at(px, py), Rgba{0, 0, 0, dark});
+    });
+    saveRgba(card, path, Rows::TopFirst);
+}
+
+}  // namespace
+
+void makeCodeCredit(const char* path) {
+    makeCard(path, "Code", Align::Left);
+}
+void makeModelsCredit(const char* path) {
+    makeCard(path, "Models", Align::Right);
+}
+void makeGraphicsCredit(const char* path) {
+    makeCard(path, "Graphics", Align::Right);
+}
+void makeMusicCredit(const char* path) {
+    makeCard(path, "Music", Align::Left);
+}

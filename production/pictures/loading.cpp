@@ -1,0 +1,25 @@
+// "loading": shown as a square in the middle of the screen while the tables load, and added to itself a
+// little larger in a changing tint. Its size is the one that the full-screen quad assumes.
+#include "production/kit/picture.h"
+#include "production/kit/picture_lettering.h"
+#include "production/pictures/pictures.h"
+
+void makeLoading(const char* path) {
+    const int size = 512;
+    Canvas canvas(size, size, opaque(0, 0, 0));
+    LetteringField text(size, size, 24);
+    setText(text, "Valojuova", {54, 0.10f, 0.45f, 0.26f}, size * 0.5f, 292, Align::Centre);
+    setText(text, "Loading", {13, 0.17f, 0.2f, 0.75f}, size * 0.5f, 352, Align::Centre);
+
+    paint(canvas, [&](float x, float y, Rgba ground) {
+        const float along = (x - size * 0.36f) / size, away = y - 214;
+        const float tail = along < 0 ? bell(along, 0.10f) : bell(along, 0.24f);
+        const float streak = tail * (bell(away, 0.9f) + 0.25f * bell(away, 6));
+        const float flare = std::exp(-std::hypot(x - size * 0.36f, away) / 9.0f);
+        const float letter = coverage(text.at(x, y));
+        const float halo = 0.10f * std::exp(-std::fmax(text.at(x, y), 0.0f) / 7);
+        const Rgba light = opaque(1, 0.86f, 0.62f) * streak + opaque(1, 0.93f, 0.82f) * (0.8f * flare);
+        return ground + light + opaque(1, 0.72f, 0.40f) * halo + opaque(0.92f, 0.90f, 0.86f) * letter;
+    });
+    saveRgb(canvas, path, Rows::BottomFirst);
+}
