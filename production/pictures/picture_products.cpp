@@ -30,7 +30,7 @@ const std::vector<Product> pictureProducts = {
     {"spot.png", makeSpot, "pictures/spot.cpp", kit},
     {"redlaser.png", makeRedBand, "pictures/robot.cpp", kit},
     {"greenlaser.png", makeGreenBand, "pictures/robot.cpp", kit},
-    {"roboscreen.png", makeRobotScreen, "pictures/robot.cpp", kit},
+    {"roboscreen.png", makeRobotFace, "pictures/robot.cpp", kit},
     {"star2.png", makeStars, "pictures/stars.cpp", kit},
     {"noise1.png", makeSmoke, "pictures/smoke.cpp", kit},
 };

@@ -16,7 +16,7 @@ void makeRedBand(const char* path);          // redlaser.png
 void makeGreenBand(const char* path);        // greenlaser.png
 void makeSmoke(const char* path);            // noise1.png
 void makeStars(const char* path);            // star2.png
-void makeRobotScreen(const char* path);      // roboscreen.png
+void makeRobotFace(const char* path);        // roboscreen.png
 void makeGreetings(const char* path);        // greetsit.png
 void makeFlashWord(const char* path);        // vornel.png
 void makeMusicCredit(const char* path);      // credits-music.png

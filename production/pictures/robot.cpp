@@ -32,7 +32,7 @@ void makeGreenBand(const char* path) {
     makeBand(path, opaque(0.004f, 0.070f, 0.030f), opaque(0.04f, 0.70f, 0.28f), opaque(0.30f, 0.5f, 0.35f));
 }
 
-void makeRobotScreen(const char* path) {
+void makeRobotFace(const char* path) {
     const int size = 512;
     LetteringField text(size, size, 10);
     setText(text, "Valo", {34, 0.2f, 0.2f, 0.4f}, 40, 78);
