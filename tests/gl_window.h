@@ -14,6 +14,7 @@
 
 #include "render/demo.h"
 #include "render/screen.h"
+#include "tests/grab_window.h"
 
 struct Pixel {
     uint8_t r, g, b, a;
@@ -25,7 +26,7 @@ inline void PrintTo(const Pixel& p, std::ostream* out) {
     *out << "rgba(" << +p.r << ", " << +p.g << ", " << +p.b << ", " << +p.a << ")";
 }
 
-// A picture read from GL, bottom row first.
+// A picture, bottom row first.
 struct Screen {
     int width, height;
     std::vector<Pixel> pixels;
@@ -60,6 +61,14 @@ inline Screen readTexture(const char* name) {
     content.pixels.resize(static_cast<size_t>(content.width) * content.height);
     glGetTexImage(GL_TEXTURE_2D, 0, GL_RGBA, GL_UNSIGNED_BYTE, content.pixels.data());
     return content;
+}
+
+// What the window shows, which is what the last swap brought there; the display keeps no alpha.
+inline Screen readWindow() {
+    Screen screen{screenWidth, screenHeight, std::vector<Pixel>(screenWidth * screenHeight)};
+    glFinish();
+    grabWindow(screenWidth, screenHeight, &screen.pixels.data()->r);
+    return screen;
 }
 
 // Enters a texture made here in the place of a loaded one; unfiltered, first pixel row at the bottom.
