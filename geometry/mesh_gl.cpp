@@ -1,4 +1,5 @@
 // The part of Mesh that talks to GL.
+#include <algorithm>
 #include <array>
 
 #include "geometry/mesh.h"
@@ -88,8 +89,14 @@ void Mesh::unbindArrays() {
     glBindBufferARB(GL_ARRAY_BUFFER, 0);
     for (GLenum array : {GL_VERTEX_ARRAY, GL_NORMAL_ARRAY, GL_COLOR_ARRAY, GL_SECONDARY_COLOR_ARRAY})
         glDisableClientState(array);
+    // GL may have fewer units than meshes have names for.
+    static const int units = [] {
+        GLint most = 0;
+        glGetIntegerv(GL_MAX_TEXTURE_COORDS, &most);
+        return std::min(most, texCoordUnits);
+    }();
     // Downwards, so that unit 0 is the active one afterwards.
-    for (int unit = texCoordUnits - 1; unit >= 0; --unit) {
+    for (int unit = units - 1; unit >= 0; --unit) {
         glClientActiveTexture(GL_TEXTURE0 + unit);
         glDisableClientState(GL_TEXTURE_COORD_ARRAY);
     }
