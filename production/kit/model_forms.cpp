@@ -29,6 +29,54 @@ Shape lathe(const Outline& profile, int sides, double firstAngle) {
     }));
 }
 
+Shape flutedLathe(const Outline& profile, const Flutes& flutes, double firstAngle) {
+    struct Column {
+        double angle;
+        bool cut;
+    };
+    std::vector<Column> columns;
+    const double turn = 2 * pi / flutes.count, half = flutes.width / 2, edge = flutes.width * 0.2;
+    for (int i = 0; i < flutes.count; i++) {
+        const double middle = firstAngle + turn * i;
+        columns.push_back({middle - half + edge, true});
+        columns.push_back({middle + half - edge, true});
+        for (int k = 0; k <= flutes.land; k++)
+            columns.push_back({middle + half + (turn - flutes.width) * k / flutes.land, false});
+    }
+    return welded(grid(static_cast<int>(columns.size()), static_cast<int>(profile.size()), true, false,
+                       [&](int c, int r) {
+                           const Flat p = profile[r];
+                           const bool cut = columns[c].cut && p.y >= flutes.low && p.y <= flutes.high;
+                           const double radius = std::max(0.0, p.x - (cut ? flutes.depth : 0));
+                           const double angle = columns[c].angle;
+                           return Vec{radius * std::cos(angle), p.y, -radius * std::sin(angle)};
+                       }));
+}
+
+Outline platedProfile(const std::vector<double>& cuts, const Plates& plates,
+                      const std::function<double(double height)>& radius) {
+    Outline profile;
+    for (size_t i = 0; i + 1 < cuts.size(); i++) {
+        const double low = cuts[i] + plates.gap / 2, high = cuts[i + 1] - plates.gap / 2;
+        const double round = std::min(plates.bevel, (high - low) / 3);
+        auto edge = [&](double y, double inwards) {
+            const double r = radius(y + inwards * round);
+            profile.push_back({r - plates.depth, y});
+            profile.push_back({r - round, y});
+            profile.push_back({r - round * 0.3, y + inwards * round * 0.3});
+            if (inwards < 0) std::reverse(profile.end() - 3, profile.end());
+        };
+        edge(low, 1);
+        const int steps = std::max(1, static_cast<int>(std::lround((high - low - 2 * round) / plates.step)));
+        for (int s = 0; s <= steps; s++) {
+            const double y = mix(low + round, high - round, double(s) / steps);
+            profile.push_back({radius(y), y});
+        }
+        edge(high, -1);
+    }
+    return profile;
+}
+
 namespace {
 
 struct Frame {

@@ -25,6 +25,26 @@ Shape grid(int columns, int rows, bool closedColumns, bool closedRows,
 // gives an outward front. Points on the axis close the shape to a pole.
 Shape lathe(const Outline& profile, int sides, double firstAngle = 0);
 
+// Grooves along a lathe: `count` of them, evenly spread, each `width` radians wide and `depth` units deep,
+// cut into the profile's points whose height lies in low..high. `land` columns span each stretch between
+// grooves.
+struct Flutes {
+    int count = 12;
+    double width = 0.05, depth = 1;
+    double low = -1e9, high = 1e9;
+    int land = 3;
+};
+Shape flutedLathe(const Outline& profile, const Flutes& flutes, double firstAngle = 0);
+
+// A lathe profile of plates with grooves between: `radius` gives the outside at each height, `cuts` the
+// heights where one plate ends and the next begins, ascending. Grooves are `gap` wide and `depth` deep, plate
+// edges rounded over `bevel`, and the plates sampled about every `step` units.
+struct Plates {
+    double gap = 1, depth = 1, bevel = 0.8, step = 5;
+};
+Outline platedProfile(const std::vector<double>& cuts, const Plates& plates,
+                      const std::function<double(double height)>& radius);
+
 // Carries an outline (counter-clockwise, closed unless said) along a path in frames that don't twist on
 // their own; a closed path's remaining twist is spread along it. `change`, if given, edits the outline for
 // each path point (scale it, roll it). Ends of an open path are capped where the outline is closed.

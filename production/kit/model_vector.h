@@ -2,6 +2,7 @@
 // offsetting don't drift; the writer rounds to single precision once, at the end.
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 
 namespace model {
@@ -65,9 +66,9 @@ inline double degrees(double angle) {
     return angle * pi / 180;
 }
 
-// 0 below `low`, 1 above `high`, with level ends in between (the usual cubic).
-inline double smoothStep(double low, double high, double x) {
-    const double k = x <= low ? 0 : x >= high ? 1 : (x - low) / (high - low);
+// Goes from 0 at `from` to 1 at `to` with level ends (the usual cubic); `to` may lie below `from`.
+inline double smoothStep(double from, double to, double x) {
+    const double k = std::clamp((x - from) / (to - from), 0.0, 1.0);
     return k * k * (3 - 2 * k);
 }
 
