@@ -15,8 +15,8 @@ void setOutput(int code);
 // The code of the output in force. None before setOutput, and after the device was lost in mid-show.
 int output();
 
-// Starts the mixer, `rate` Hz stereo, with channels 0..channels-1, and the thread. Without a setOutput before,
-// ALSA is the one wanted. The thread ends with the process, whichever way that ends.
+// Starts the mixer, `rate` Hz stereo, with channels 0..channels-1, and the thread. Without a setOutput
+// before, ALSA is the one wanted. The thread ends with the process, whichever way that ends.
 void start(int rate, int channels);
 // Ends the thread and closes the output; every stream stands from here on. exit calls it by itself.
 void stop();
@@ -27,8 +27,8 @@ Stream* openStream(const char* path);
 // Lets the stream run on the channel from its position on (0 when new), in place of what was playing there.
 // A channel that does not exist plays nothing.
 void play(int channel, Stream* stream);
-// Milliseconds of the stream that were heard by now. While playing it never stands still and never steps back,
-// whatever the device does, and runs on in silence after the stream's end.
+// Milliseconds of the stream that were heard by now. While playing it never stands still and never steps
+// back, whatever the device does, and runs on in silence after the stream's end.
 int position(const Stream* stream);
 // Moves to `ms`, no less than 0, also in a pause. Shown at once; what was not heard yet is dropped.
 void setPosition(Stream* stream, int ms);

@@ -1,0 +1,50 @@
+// Ogg Vorbis to stereo floats at the mixer's rate, in step with the file's time whatever state the file is
+// in.
+#pragma once
+
+#include <samplerate.h>
+#include <vorbis/vorbisfile.h>
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "sound/heard_position.h"
+
+namespace sound {
+
+class Decoder {
+public:
+    // nullptr if it isn't a Vorbis file that can be played.
+    static std::unique_ptr<Decoder> open(const char* path);
+    ~Decoder();
+    Decoder(const Decoder&) = delete;
+    Decoder& operator=(const Decoder&) = delete;
+
+    // The next frame read is the one at `target`, and frames come at `rate` Hz. Needed before the first read.
+    void seek(Time target, int rate);
+    // `count` stereo frames, left first; silence past the end and where the file is damaged.
+    void read(float* frames, int count);
+
+private:
+    Decoder() = default;
+    bool decode();
+    int take(float* frames, int count);
+    bool followRate();
+    static long supply(void* decoder, float** frames);
+
+    OggVorbis_File file{};
+    bool ended = true;
+    int64_t nextFrame = 0;     // of the file, that the next decoded block should start with
+    int64_t lostFrames = 0;    // it started later: as many are silent before it
+    int blockRate = 0;         // Hz; links of a chained file may differ
+    std::vector<float> block;  // decoded, stereo
+    size_t blockUsed = 0;      // floats of it that were handed on
+
+    int playRate = 0;  // Hz, of what is handed on now
+    int mixRate = 0;
+    SRC_STATE* resampler = nullptr;  // none until a rate needs it
+    float supplied[512];
+};
+
+}  // namespace sound
