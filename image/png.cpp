@@ -65,7 +65,6 @@ int colorType(int channels) {
 
 bool writePicture(PngFile& target, const PngRows& rows) {
     if (setjmp(png_jmpbuf(target.png))) return false;
-    png_set_user_limits(target.png, PNG_UINT_31_MAX, PNG_UINT_31_MAX);
     png_init_io(target.png, target.file);
     png_set_IHDR(target.png, target.info, rows.width, rows.height, 8, colorType(rows.channels),
                  PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);

@@ -5,7 +5,10 @@
 namespace {
 
 void writeRow(FILE* file, const uint8_t* row, int width, int channels, int bytesPerPixel) {
-    if (channels == 3) std::fwrite(row, 3, width, file);
+    if (channels == 3) {
+        std::fwrite(row, 3, width, file);
+        return;
+    }
     if (channels != 1 && channels != 4) return;
     for (int x = 0; x < width; ++x) {
         const uint8_t* pixel = row + static_cast<size_t>(x) * bytesPerPixel;

@@ -1,0 +1,176 @@
+#include "image/image.h"
+
+#include <algorithm>
+
+#include "tests/image/picture.h"
+#include "tests/memory_file.h"
+#include "tests/scratch.h"
+
+namespace {
+
+std::vector<Bytes> reversed(std::vector<Bytes> rows) {
+    std::reverse(rows.begin(), rows.end());
+    return rows;
+}
+
+int write(int (*writer)(const char*, int, int, int, int, uint32_t, const uint8_t*), const std::string& path,
+          const Image& image) {
+    return writer(path.c_str(), image.width, image.height, image.channels, image.bytesPerPixel, image.stride,
+                  image.pixels);
+}
+
+class ImageFile : public testing::Test {
+protected:
+    MemoryFile file;
+
+    void SetUp() override { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
+};
+
+TEST(FlipImage, VerticalReversesRowsAndKeepsAnOddMiddle) {
+    for (int height : {1, 4, 5}) {
+        Picture picture(3, height, 3);
+        const auto before = picture.rows();
+        flipImage(picture, 1, 0);
+        EXPECT_EQ(picture.rows(), reversed(before)) << height;
+    }
+}
+
+TEST(FlipImage, HorizontalReversesPixelsAsWholes) {
+    for (int width : {1, 4, 5}) {
+        Picture picture(width, 2, 3), original(width, 2, 3);
+        flipImage(picture, 0, 1);
+        for (int y = 0; y < 2; ++y)
+            for (int x = 0; x < width; ++x)
+                EXPECT_EQ(picture.pixel(x, y), original.pixel(width - 1 - x, y)) << width;
+    }
+}
+
+TEST(FlipImage, BothTurnRoundAndMirrorAnOddMiddleRow) {
+    for (int height : {2, 3}) {
+        Picture picture(4, height, 4), original(4, height, 4);
+        flipImage(picture, 1, 1);
+        for (int y = 0; y < height; ++y)
+            for (int x = 0; x < 4; ++x)
+                EXPECT_EQ(picture.pixel(x, y), original.pixel(3 - x, height - 1 - y)) << height;
+    }
+}
+
+TEST(FlipImage, BothLeaveAnOddMiddleColumnAndNeitherLeavesAll) {
+    Picture picture(3, 2, 3), original(3, 2, 3);
+    flipImage(picture, 0, 0);
+    EXPECT_EQ(picture.rows(), original.rows());
+    flipImage(picture, 1, 1);
+    EXPECT_EQ(picture.pixel(1, 0), original.pixel(1, 0));
+    EXPECT_EQ(picture.pixel(0, 0), original.pixel(2, 1));
+}
+
+TEST(CopyImageRect, MovesWholeRowsOfDestinationPixels) {
+    Picture source(6, 5, 3), target(4, 4, 3), untouched(4, 4, 3);
+    EXPECT_EQ(copyImageRect(target, 1, 2, source, 3, 1, 2, 2), 2);
+    for (int y = 0; y < 4; ++y)
+        for (int x = 0; x < 4; ++x) {
+            const bool inside = x >= 1 && x < 3 && y >= 2;
+            EXPECT_EQ(target.pixel(x, y), inside ? source.pixel(x + 2, y - 1) : untouched.pixel(x, y));
+        }
+    EXPECT_EQ(copyImageRect(target, 0, 0, source, 0, 0, 4, 0), 0);
+}
+
+TEST_F(ImageFile, KindIsToldByTheLastThreeLettersAlone) {
+    const Picture picture(2, 2, 3);
+    const ScratchDirectory directory;
+    const auto loads = [&](auto writer, const char* name) {
+        const std::string path = directory.file(name);
+        Picture loaded;
+        return write(writer, path, picture) == 0 && loadImage(path.c_str(), &loaded, 0) == 0;
+    };
+    for (const char* name : {"a.png", "a.PNG", "nodotpng"}) EXPECT_TRUE(loads(writePng, name)) << name;
+    for (const char* name : {"a.jpg", "a.jpeg", "a.JPG", "a.JPEG"})
+        EXPECT_TRUE(loads(writeJpeg, name)) << name;
+    for (const char* name : {"a.Png", "a.gif", "a.jpG", "ng", ""}) {
+        Picture loaded;
+        EXPECT_EQ(errorsOf([&] { EXPECT_EQ(loadImage(name, &loaded, 0), -1); }),
+                  std::string("couldn't recognize format of ") + name + "\n");
+    }
+}
+
+TEST_F(ImageFile, WhatCannotBeOpenedIsNamed) {
+    const std::string told = "can't open /nowhere/a\n";
+    Picture picture(2, 2, 3);
+    EXPECT_EQ(errorsOf([&] { EXPECT_EQ(loadPng("/nowhere/a", &picture, 0), -1); }), told);
+    EXPECT_EQ(errorsOf([&] { EXPECT_EQ(loadJpeg("/nowhere/a", &picture, 0), -1); }), told);
+    EXPECT_EQ(errorsOf([&] { EXPECT_NE(write(writePng, "/nowhere/a", picture), 0); }), told);
+    EXPECT_EQ(errorsOf([&] { EXPECT_NE(write(writeJpeg, "/nowhere/a", picture), 0); }), told);
+    EXPECT_EQ(errorsOf([&] { EXPECT_NE(write(writePpm, "/nowhere/a", picture), 0); }), "");
+}
+
+TEST_F(ImageFile, PpmHasThreeBytesAPixel) {
+    const auto ppm = [this](int channels) {
+        const Picture picture(3, 2, channels);
+        EXPECT_EQ(write(writePpm, file.name, picture), 0);
+        return file.read();
+    };
+    const std::string header = "P6\n3 2\n255\n";
+    std::string grey = header, colour = header;
+    for (int i = 0; i < 6; ++i) grey += std::string(3, static_cast<char>(i * 7 + 1));
+    for (int i = 0; i < 24; ++i)
+        if (i % 4 != 3) colour += static_cast<char>(i * 7 + 1);
+    EXPECT_EQ(ppm(1), grey);
+    EXPECT_EQ(ppm(4), colour);
+    EXPECT_EQ(ppm(3).size(), header.size() + 18);
+    EXPECT_EQ(ppm(2), header);
+}
+
+TEST_F(ImageFile, PpmRowsFollowTheStride) {
+    const Picture picture(4, 2, 3);
+    ASSERT_EQ(writePpm(file.path(), 3, 2, 3, 3, picture.stride, picture.pixels), 0);
+    const std::string second(reinterpret_cast<char*>(picture.pixels) + picture.stride, 9);
+    EXPECT_EQ(file.read().substr(11 + 9), second);
+}
+
+TEST_F(ImageFile, JpegKeepsThePictureAndFlipsRows) {
+    Picture picture(16, 24, 3);
+    for (int y = 0; y < 24; ++y) std::fill_n(picture.pixels + y * 48, 48, static_cast<uint8_t>(y * 10));
+    ASSERT_EQ(write(writeJpeg, file.name, picture), 0);
+    Picture loaded, flipped;
+    ASSERT_EQ(loadJpeg(file.path(), &loaded, 0), 0);
+    ASSERT_EQ(loadJpeg(file.path(), &flipped, 1), 0);
+    EXPECT_EQ(loaded.width, 16);
+    EXPECT_EQ(loaded.height, 24);
+    EXPECT_EQ(loaded.channels, 3);
+    EXPECT_EQ(loaded.bytesPerPixel, 3);
+    EXPECT_EQ(loaded.stride, 48u);
+    for (int y = 0; y < 24; ++y) EXPECT_NEAR(loaded.pixel(8, y)[1], y * 10, 12);
+    EXPECT_EQ(flipped.rows(), reversed(loaded.rows()));
+}
+
+TEST_F(ImageFile, BrokenJpegAndForeignChannelsEndAsLibjpegDoes) {
+    file.write("\xff\xd8\xff\xe0 nothing that follows makes sense");
+    Picture loaded;
+    EXPECT_EXIT(loadJpeg(file.path(), &loaded, 0), testing::ExitedWithCode(EXIT_FAILURE), ".");
+    const Picture grey(4, 4, 1);
+    EXPECT_EXIT(write(writeJpeg, file.name, grey), testing::ExitedWithCode(EXIT_FAILURE), "colorspace");
+}
+
+TEST_F(ImageFile, TruncatedJpegStillHasItsSize) {
+    const Picture picture(64, 64, 3);
+    ASSERT_EQ(write(writeJpeg, file.name, picture), 0);
+    const std::string whole = file.read();
+    file.write(whole.substr(0, whole.size() - whole.size() / 3));
+    Picture loaded;
+    EXPECT_NE(errorsOf([&] { ASSERT_EQ(loadJpeg(file.path(), &loaded, 0), 0); }), "");
+    EXPECT_EQ(loaded.rows().size(), 64u);
+}
+
+TEST_F(ImageFile, FullDiskIsReported) {
+    const Picture small(2, 2, 3);
+    EXPECT_NE(write(writePng, "/dev/full", small), 0);
+    EXPECT_NE(write(writePpm, "/dev/full", small), 0);
+    EXPECT_EXIT(write(writeJpeg, "/dev/full", small), testing::ExitedWithCode(EXIT_FAILURE), ".");
+    Picture noise(200, 200, 3);
+    uint32_t state = 1;
+    for (int i = 0; i < 200 * 600; ++i) noise.pixels[i] = (state = state * 1664525 + 1013904223) >> 24;
+    const std::string errors = errorsOf([&] { EXPECT_NE(write(writePng, "/dev/full", noise), 0); });
+    EXPECT_TRUE(errors.ends_with("write_png: Error 3\n")) << errors;
+}
+
+}  // namespace
