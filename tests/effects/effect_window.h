@@ -1,0 +1,194 @@
+// What tests of effects share: boxes for meshes and plain colours for textures under the keys that effects
+// look up, a record of every mesh drawn, and GL's feedback in the place of pixels where exact values matter.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "geometry/matrix4.h"
+#include "geometry/mesh.h"
+#include "tests/gl_window.h"
+
+struct UnitState {
+    bool on;
+    GLint texture;
+    GLint mode;
+    bool generated;    // S and T both
+    GLint generation;  // of T
+};
+
+inline UnitState unitState(int unit) {
+    UnitState state{};
+    glActiveTexture(GL_TEXTURE0 + unit);
+    state.on = glIsEnabled(GL_TEXTURE_2D);
+    state.texture = stateOf(GL_TEXTURE_BINDING_2D);
+    glGetTexEnviv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, &state.mode);
+    state.generated = glIsEnabled(GL_TEXTURE_GEN_S) && glIsEnabled(GL_TEXTURE_GEN_T);
+    glGetTexGeniv(GL_T, GL_TEXTURE_GEN_MODE, &state.generation);
+    glActiveTexture(GL_TEXTURE0);
+    return state;
+}
+
+// A mesh drawn, and the state it was drawn in.
+struct MeshDraw {
+    std::string key;
+    Matrix4 modelView;
+    UnitState units[3];
+    bool culled, lit;
+};
+
+// Where GL would have drawn, in window coordinates.
+struct FeedbackVertex {
+    float x, y, z;
+    float r, g, b, a;
+    float s, t;
+};
+struct Feedback {
+    std::vector<FeedbackVertex> points;
+    std::vector<std::vector<FeedbackVertex>> lines, polygons;
+};
+
+inline Feedback feedbackOf(const std::function<void()>& draw) {
+    std::vector<float> buffer(1 << 16);
+    glFeedbackBuffer(static_cast<GLsizei>(buffer.size()), GL_4D_COLOR_TEXTURE, buffer.data());
+    glRenderMode(GL_FEEDBACK);
+    draw();
+    const int count = glRenderMode(GL_RENDER);
+    EXPECT_GE(count, 0) << "the feedback buffer is too small";
+
+    Feedback feedback;
+    int i = 0;
+    const auto take = [&](int vertices) {
+        std::vector<FeedbackVertex> taken;
+        for (; vertices > 0; --vertices, i += 12) {
+            const float* v = &buffer[i];
+            taken.push_back({v[0], v[1], v[2], v[4], v[5], v[6], v[7], v[8], v[9]});
+        }
+        return taken;
+    };
+    while (i < count) {
+        const int token = static_cast<int>(buffer[i++]);
+        if (token == GL_POINT_TOKEN)
+            feedback.points.push_back(take(1)[0]);
+        else if (token == GL_LINE_TOKEN || token == GL_LINE_RESET_TOKEN)
+            feedback.lines.push_back(take(2));
+        else if (token == GL_POLYGON_TOKEN)
+            feedback.polygons.push_back(take(static_cast<int>(buffer[i++])));
+        else {
+            ADD_FAILURE() << "feedback token " << token;
+            break;
+        }
+    }
+    return feedback;
+}
+
+class EffectWindow : public GlWindow {
+public:
+    inline static std::vector<MeshDraw> drawn;
+
+    void SetUp() override {
+        GlWindow::SetUp();
+        drawn.clear();
+        keys.clear();
+        realDraw = __glewDrawRangeElementsEXT;
+        __glewDrawRangeElementsEXT = recordDraw;
+    }
+    void TearDown() override {
+        __glewDrawRangeElementsEXT = realDraw;
+        for (const auto& set : sets)
+            for (Mesh& mesh : *set) mesh.releaseBuffers();
+        GlWindow::TearDown();
+    }
+
+    // Music and clock, to that time in seconds.
+    void goTo(float seconds) {
+        music.ms = static_cast<int>(seconds * 1000 + 0.5f);
+        demo->clock.update();
+    }
+
+    // A parallel view along -z with a pixel to the unit and the origin at the window's middle, (400, 300).
+    static void usePixelProjection() {
+        glMatrixMode(GL_PROJECTION);
+        glLoadIdentity();
+        glOrtho(-screenWidth / 2, screenWidth / 2, -screenHeight / 2, screenHeight / 2, -2000, 2000);
+        glMatrixMode(GL_MODELVIEW);
+        glLoadIdentity();
+    }
+
+    void addTextures(const std::vector<const char*>& names) {
+        for (const char* name : names) addSolidTexture(name, {120, 130, 140, 255});
+    }
+
+    // A box around the origin by half its sides; faces look out, or in for something to be inside of.
+    void addBox(const char* key, float x, float y, float z, bool inward = false) {
+        const float half[] = {x, y, z};
+        std::vector<float> vertices;
+        std::vector<uint16_t> faces;
+        for (int axis = 0; axis < 3; ++axis) {
+            for (float side : {-1.f, 1.f}) {
+                const auto first = static_cast<uint16_t>(vertices.size() / 8);
+                for (int corner = 0; corner < 4; ++corner) {
+                    const float u = corner == 1 || corner == 2 ? 1 : -1;
+                    const float v = corner >= 2 ? 1 : -1;
+                    float p[3], n[3] = {};
+                    p[axis] = side * half[axis];
+                    p[(axis + 1) % 3] = u * half[(axis + 1) % 3];
+                    p[(axis + 2) % 3] = v * half[(axis + 2) % 3];
+                    n[axis] = inward ? -side : side;
+                    vertices.insert(vertices.end(), {p[0], p[1], p[2], n[0], n[1], n[2], u, v});
+                }
+                const bool turn = (side < 0) != inward;
+                for (int corner : {0, 1, 2, 0, 2, 3})
+                    faces.push_back(static_cast<uint16_t>(first + (turn ? (4 - corner) % 4 : corner)));
+            }
+        }
+        addMesh(key, vertices, faces);
+    }
+
+private:
+    inline static PFNGLDRAWRANGEELEMENTSEXTPROC realDraw;
+    inline static std::map<GLint, std::string> keys;  // by index buffer
+    std::vector<std::unique_ptr<MeshSet>> sets;
+
+    // Vertices of position, normal and texture coordinates.
+    void addMesh(const char* key, const std::vector<float>& vertices, const std::vector<uint16_t>& faces) {
+        auto set = std::make_unique<MeshSet>();
+        set->reset(1);
+        Mesh& mesh = *set->begin();
+        mesh.vertexCount = static_cast<int>(vertices.size() / 8);
+        mesh.faceCount = static_cast<int>(faces.size() / 3);
+        mesh.attribCount = 3;
+        const int sizes[] = {3, 3, 2}, types[] = {positionAttrib, normalAttrib, texCoordAttrib};
+        std::copy_n(sizes, 3, mesh.attribSize);
+        std::copy_n(types, 3, mesh.attribType);
+        mesh.vertices = std::make_unique<float[]>(vertices.size());
+        mesh.faces = std::make_unique<uint16_t[]>(faces.size());
+        std::copy(vertices.begin(), vertices.end(), mesh.vertices.get());
+        std::copy(faces.begin(), faces.end(), mesh.faces.get());
+        mesh.rebuildAttribs();
+        mesh.upload();
+        keys[static_cast<GLint>(mesh.indexBuffer)] = key;
+        demo->meshes[key] = set.get();
+        sets.push_back(std::move(set));
+    }
+
+    static void GLAPIENTRY recordDraw(GLenum mode, GLuint start, GLuint end, GLsizei count, GLenum type,
+                                      const void* indices) {
+        MeshDraw draw{keys[stateOf(GL_ELEMENT_ARRAY_BUFFER_BINDING)], {}, {}, false, false};
+        glGetFloatv(GL_MODELVIEW_MATRIX, draw.modelView.m);
+        const GLint unit = stateOf(GL_ACTIVE_TEXTURE);
+        for (int i = 0; i < 3; ++i) draw.units[i] = unitState(i);
+        glActiveTexture(static_cast<GLenum>(unit));
+        draw.culled = glIsEnabled(GL_CULL_FACE);
+        draw.lit = glIsEnabled(GL_LIGHTING);
+        drawn.push_back(draw);
+        realDraw(mode, start, end, count, type, indices);
+    }
+};
+
+inline void expectMatrixNear(const Matrix4& actual, const Matrix4& expected, float tolerance) {
+    for (int i = 0; i < 16; ++i) EXPECT_NEAR(actual.m[i], expected.m[i], tolerance) << "element " << i;
+}

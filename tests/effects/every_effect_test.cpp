@@ -1,0 +1,130 @@
+// What every effect owes the scenes: something to see at any time, no GL error, balanced stacks (the window
+// checks both), and exactly the state behind it that draws after it count on.
+#include <cstdlib>
+
+#include "effects/cube_heap.h"
+#include "effects/fake_stripes.h"
+#include "effects/grower.h"
+#include "effects/huone.h"
+#include "effects/laser.h"
+#include "effects/laser_tunnel.h"
+#include "effects/probes.h"
+#include "effects/robo.h"
+#include "effects/sample_laser.h"
+#include "effects/soft_shadow.h"
+#include "effects/sweep_text.h"
+#include "effects/tunnel.h"
+#include "tests/effects/effect_window.h"
+
+namespace {
+
+// Drawn from lit, culled, modulating state with lines of 2 pixels.
+struct Row {
+    const char* name;
+    EffectBase* (*make)();
+    bool culled, lit, blended, depthTested, twoSided;
+    GLint unit1Mode;
+    float lineWidth;
+    const char* picture;  // a target, or none: the screen
+};
+
+template <typename Effect>
+EffectBase* plain() {
+    return new Effect(demo);
+}
+template <typename Effect>
+EffectBase* spotted() {
+    return new Effect(demo, "spot");
+}
+
+const Row rows[] = {
+    // name, make, culled, lit, blended, depth tested, two-sided, unit 1's mode, line width, picture
+    {"Huone", spotted<Huone>, false, false, false, true, false, GL_ADD, 8, nullptr},
+    {"LaserTunnel", spotted<LaserTunnel>, false, false, false, true, false, GL_ADD, 8, nullptr},
+    {"Laser", spotted<Laser>, false, false, false, true, false, GL_MODULATE, 4, nullptr},
+    {"CubeHeap", [] { return static_cast<EffectBase*>(new CubeHeap(demo, "laatikko")); }, true, true, false,
+     true, false, GL_ADD, 2, nullptr},
+    {"FakeStripes", [] { return static_cast<EffectBase*>(new FakeStripes(demo, "haromalli", "koe")); }, true,
+     false, false, true, true, GL_ADD, 2, nullptr},
+    {"Grower", plain<Grower>, true, true, false, true, false, GL_MODULATE, 2, nullptr},
+    {"Robo", plain<Robo>, true, true, true, true, false, GL_MODULATE, 2, nullptr},
+    {"Probes", plain<Probes>, true, false, false, true, false, GL_MODULATE, 6, nullptr},
+    {"SweepText", [] { return static_cast<EffectBase*>(new SweepText(demo, "start")); }, true, true, false,
+     false, false, GL_MODULATE, 2, nullptr},
+    {"Tunnel", plain<Tunnel>, false, true, false, true, false, GL_ADD, 2, nullptr},
+    {"SampleLaser", [] { return static_cast<EffectBase*>(new SampleLaser(demo, "laatikko", 0)); }, true,
+     false, false, true, false, GL_MODULATE, 2, nullptr},
+    {"SoftShadow", plain<SoftShadow>, true, true, false, true, false, GL_MODULATE, 2, "rtt6"},
+};
+
+void PrintTo(const Row& row, std::ostream* out) {
+    *out << row.name;
+}
+
+class EveryEffect : public EffectWindow, public testing::WithParamInterface<Row> {
+public:
+    void SetUp() override {
+        EffectWindow::SetUp();
+        addTextures({"shiptex", "cubetex", "envmap", "envmap2", "envmap3", "envmap4", "lasertex", "lasertex2",
+                     "roboscreen", "noise1", "spot", "koe", "start", "pinkLaser"});
+        demo->loadShader("production/shaders/smoke", "smoke");
+        addBox("huone", 400, 300, 400, true);
+        addBox("huone2", 400, 300, 400, true);
+        addBox("tunnel", 280, 280, 150, true);
+        addBox("laatikko", 55, 9, 22);
+        for (const char* key : {"tykki", "pallero", "pallero2", "ship", "haromalli", "block", "robo body",
+                                "robo arms", "robo screen", "ring", "palikka"})
+            addBox(key, 30, 30, 30);
+    }
+
+    static void setScene() {
+        demo->setCameraEye(0, 60, 250);
+        demo->setCameraTarget(0, 0, 0);
+        demo->applyCamera(false);
+        glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+        glColor3f(1, 1, 1);
+        glLineWidth(2);
+        for (GLenum state : {GL_LIGHTING, GL_LIGHT0, GL_CULL_FACE, GL_DEPTH_TEST, GL_TEXTURE_2D})
+            glEnable(state);
+        glDisable(GL_BLEND);
+    }
+};
+
+TEST_P(EveryEffect, IsSeenAndLeavesWhatItShould) {
+    const Row& row = GetParam();
+    std::unique_ptr<EffectBase> effect(row.make());
+    // Behind the beat, on it, across it, after a seek forwards and one backwards.
+    for (float seconds : {0.f, 17.137f, 17.139f, 17.3f, 150.f, 80.f}) {
+        SCOPED_TRACE(seconds);
+        goTo(seconds);
+        setScene();
+        effect->draw();
+        effect->drawAt(0.4f, 0);
+        EXPECT_GT((row.picture ? readTexture(row.picture) : readScreen()).litCount(), 50);
+    }
+    EXPECT_EQ(glIsEnabled(GL_CULL_FACE), row.culled);
+    EXPECT_EQ(glIsEnabled(GL_LIGHTING), row.lit);
+    EXPECT_EQ(glIsEnabled(GL_BLEND), row.blended);
+    EXPECT_EQ(glIsEnabled(GL_DEPTH_TEST), row.depthTested);
+    EXPECT_EQ(stateOf(GL_LIGHT_MODEL_TWO_SIDE), row.twoSided);
+    EXPECT_EQ(stateOf(GL_LINE_WIDTH), row.lineWidth);
+    EXPECT_EQ(unitState(1).mode, row.unit1Mode);
+
+    EXPECT_EQ(stateOf(GL_ACTIVE_TEXTURE), GL_TEXTURE0);
+    EXPECT_EQ(stateOf(GL_MATRIX_MODE), GL_MODELVIEW);
+    EXPECT_TRUE(stateOf(GL_DEPTH_WRITEMASK));
+    for (GLenum state : {GL_LINE_SMOOTH, GL_POLYGON_OFFSET_FILL, GL_ALPHA_TEST})
+        EXPECT_FALSE(glIsEnabled(state));
+    EXPECT_TRUE(unitState(0).on);
+    EXPECT_EQ(unitState(0).mode, GL_MODULATE);
+    EXPECT_FALSE(unitState(0).generated);
+    for (int unit : {1, 2}) {
+        EXPECT_FALSE(unitState(unit).on);
+        EXPECT_FALSE(unitState(unit).generated);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(, EveryEffect, testing::ValuesIn(rows),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+}  // namespace
