@@ -15,7 +15,7 @@ vec2 coordinates(vec2 target, vec2 slope, vec2 margin) {
 
 void main() {
     vec2 slope = vec2(dFdx(gl_TexCoord[0].s) / dFdx(place.x), dFdy(gl_TexCoord[0].t) / dFdy(place.y));
-    vec2 margin = 0.5 * vec2(abs(dFdx(place.x)), abs(dFdy(place.y)));
+    vec2 margin = vec2(abs(dFdx(place.x)), abs(dFdy(place.y)));  // a pixel: slopes are not exact across the whole width
     float torn = smoothstep(0.2, 0.8, abs(time));
 
     vec2 shimmer = vec2(sin(place.y * 19.0 + time * 60.0) + 0.5 * sin(place.y * 47.0 - time * 90.0),

@@ -1,0 +1,156 @@
+#include "tests/show.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <random>
+
+#include "script/scenes.h"
+
+namespace {
+
+// Mean over all pixels and colours, 0..255.
+double brightness(const Screen& screen) {
+    double sum = 0;
+    for (const Pixel& p : screen.pixels) sum += p.r + p.g + p.b;
+    return sum / (3.0 * static_cast<double>(screen.pixels.size()));
+}
+
+double difference(const Screen& a, const Screen& b) {
+    double sum = 0;
+    for (size_t i = 0; i < a.pixels.size(); i++) {
+        const Pixel& p = a.pixels[i];
+        const Pixel& q = b.pixels[i];
+        sum += abs(p.r - q.r) + abs(p.g - q.g) + abs(p.b - q.b);
+    }
+    return sum / (3.0 * static_cast<double>(a.pixels.size()));
+}
+
+TEST_F(Show, ShowsALoadingScreenAfterEveryItemAndStage) {
+    const std::vector<LoadingStep>& steps = loadingSteps();
+    std::vector<std::vector<int>> expected;
+    const auto expect = [&](int meshes, int textures, int effects, int shaders) {
+        expected.push_back({meshes, 1 + textures, effects, shaders});
+    };
+    expect(0, 0, 0, 0);
+    for (int i = 1; i <= 16; i++) expect(i, 0, 0, 0);
+    expect(16, 0, 0, 0);
+    for (int i = 1; i <= 22; i++) expect(16, i, 0, 0);
+    expect(16, 22, 0, 0);
+    for (int i = 1; i <= 8; i++) expect(16, 22, i, 0);
+    expect(16, 22, 8, 0);
+    for (int i = 1; i <= 5; i++) expect(16, 22, 8, i);
+    expect(16, 22, 8, 5);
+
+    std::vector<std::vector<int>> shown;
+    for (const LoadingStep& step : steps)
+        shown.push_back({step.meshes, step.textures, step.effects, step.shaders});
+    EXPECT_EQ(shown, expected);
+    EXPECT_EQ(shown.size(), 56u);
+    for (const LoadingStep& step : steps) EXPECT_GT(step.litPixels, 1000);
+}
+
+TEST_F(Show, FindsEverythingThatTheProgrammeAsksFor) {
+    const size_t effects = demo->effects.size();
+    const size_t textures = demo->textureNames.size();
+    const size_t shaders = demo->shaders.size();
+    const size_t meshes = demo->meshes.size();
+    for (int ms : {3000, 12000, 40000, 55000, 70000, 85000, 100000, 125000, 138000, 141000, 172000, 190000})
+        drawMoment(ms);
+    EXPECT_EQ(demo->effects.size(), effects);
+    EXPECT_EQ(demo->textureNames.size(), textures);
+    EXPECT_EQ(demo->shaders.size(), shaders);
+    EXPECT_EQ(demo->meshes.size(), meshes);
+}
+
+TEST_F(Show, EverySegmentDrawsAPictureThatMoves) {
+    withoutOverlay();
+    const struct {
+        int first, second;  // milliseconds
+    } segments[] = {{6500, 7500},     {12000, 13000},   {40000, 41000},   {55000, 56000},   {70000, 71000},
+                    {85000, 86000},   {100000, 101000}, {112000, 113000}, {125000, 126000}, {137500, 138500},
+                    {145000, 146000}, {172000, 174000}, {185000, 187000}};
+    for (const auto& segment : segments) {
+        const Screen first = drawMoment(segment.first);
+        const Screen second = drawMoment(segment.second);
+        EXPECT_GT(first.litCount(), 2000) << segment.first;
+        EXPECT_GT(second.litCount(), 2000) << segment.second;
+        EXPECT_GT(difference(first, second), 0.2) << segment.first;
+        EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR)) << segment.first;
+    }
+}
+
+TEST_F(Show, TheCrossFadeLiesHalfwayBetweenItsScenes) {
+    withoutOverlay();
+    const Screen fade = drawMoment(138000);
+    const Screen robo = readTexture("rtt6");
+    const Screen room = readTexture("rtt7");
+    EXPECT_GT(difference(robo, room), 10);
+    int outside = 0;
+    double worst = 0;
+    for (int y = 0; y < 600; y += 5) {
+        for (int x = 0; x < 800; x += 5) {
+            const int between = fade.at(x, y).g;
+            const int half = (robo.at(x, y).g + room.at(x, y).g) / 2;
+            outside += between < std::min(robo.at(x, y).g, room.at(x, y).g) - 2 ||
+                       between > std::max(robo.at(x, y).g, room.at(x, y).g) + 2;
+            worst = std::max<double>(worst, abs(between - half));
+        }
+    }
+    EXPECT_EQ(outside, 0);
+    EXPECT_LE(worst, 4);
+}
+
+TEST_F(Show, EndsInBlackWithOneGlimpseOnTheLastBeat) {
+    const int lastBeat = 192376;
+    const double faded = brightness(drawMoment(191000, 190950));
+    withoutOverlay();
+    EXPECT_GT(brightness(drawMoment(184000, 183900)), 5);
+    EXPECT_EQ(drawMoment(191000, 190950).litCount(), 0);
+    EXPECT_LT(faded, 40) << "what the overlay leaves in the dark";
+    EXPECT_GT(brightness(drawMoment(192550, lastBeat)), 5);
+    EXPECT_EQ(drawMoment(193000, lastBeat).litCount(), 0);
+}
+
+TEST_F(Show, ComesOutTheSameWheneverItIsPlayedTheSame) {
+    const int moments[] = {5000,  20000, 20050, 40000, 50000,  63000, 63200,
+                           63400, 64000, 64200, 90000, 122000, 160000};
+    std::vector<Screen> first;
+    for (int ms : moments) first.push_back(drawMoment(ms));
+    rewind();
+    for (size_t i = 0; i < first.size(); i++)
+        EXPECT_EQ(difference(first[i], drawMoment(moments[i])), 0) << moments[i] << " ms";
+}
+
+TEST_F(Show, SurvivesAnyWayOfSeeking) {
+    const auto depths = [] {
+        return std::vector<GLint>{stateOf(GL_MODELVIEW_STACK_DEPTH), stateOf(GL_PROJECTION_STACK_DEPTH),
+                                  stateOf(GL_TEXTURE_STACK_DEPTH), stateOf(GL_ATTRIB_STACK_DEPTH),
+                                  stateOf(GL_CLIENT_ATTRIB_STACK_DEPTH)};
+    };
+    const std::vector<GLint> before = depths();
+    std::mt19937 random(1);
+    for (int i = 0; i < 40; i++) {
+        const int ms = static_cast<int>(random() % 195280);
+        drawMoment(ms);
+        ASSERT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR)) << ms;
+        ASSERT_EQ(depths(), before) << ms;
+        ASSERT_EQ(stateOf(GL_MATRIX_MODE), GL_MODELVIEW) << ms;
+    }
+    EXPECT_GT(drawMoment(100000).litCount(), 2000);
+}
+
+TEST_F(Show, TheScenesLeftOutOfTheProgrammeCanBeDrawn) {
+    placeCamera();
+    sceneStripesOnly();
+    EXPECT_GT(readScreen().litCount(), 500);
+    demo->textureNames.erase("fade");
+    demo->textureNames.erase("greets");
+    for (auto* scene : {sceneFade, sceneGreets}) {
+        glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+        scene();
+        EXPECT_GT(readScreen().litCount(), 500) << "the loading picture, for a name that is none";
+    }
+    EXPECT_EQ(demo->textureNames.count("fade") + demo->textureNames.count("greets"), 2u);
+}
+
+}  // namespace

@@ -1,0 +1,250 @@
+#include "script/timeline.h"
+
+#include <string>
+
+#include "effects/laser_tunnel.h"
+#include "script/resources.h"
+#include "tests/gl_window.h"
+
+namespace {
+
+// Tells that it was drawn, by its key; draws nothing.
+struct Told : EffectBase {
+    const char* key;
+    std::string& log;
+
+    Told(const char* key, std::string& log) : EffectBase(::demo), key(key), log(log) {}
+    void draw() override { log.append(key).append(" "); }
+    void drawAt(float, float) override { draw(); }
+};
+
+struct ToldLaser : LaserTunnel {
+    std::string& log;
+
+    explicit ToldLaser(std::string& log) : LaserTunnel(::demo, "spot"), log(log) {}
+    void draw() override { log.append(beamsOn ? "laser " : "dark "); }
+};
+
+// The programme without its content: which effects and which shaders a frame asks for, at what cameras.
+struct Programme : GlWindow {
+    std::string drawn;  // keys of the effects of this frame, in order
+
+    void SetUp() override {
+        GlWindow::SetUp();
+        for (const char* key : {"sweep", "stripes", "tunnel", "cubes1", "probes", "robo", "huone"})
+            demo->effects[key] = new Told(key, drawn);
+        auto* laser = new ToldLaser(drawn);
+        laser->beamsOn = false;
+        demo->effects["laser"] = laser;
+        demo->meshes["sphere"] = new MeshSet;
+        addSolidTexture("loading", {0, 0, 0, 255});
+        for (const char* card : {"code", "models", "gfx", "music"})
+            addSolidTexture(card, {255, 255, 255, 255});
+        addSolidTexture("mix", {255, 255, 255, 255});
+        addSolidTexture("white", {255, 255, 255, 255});
+        loadShaders();
+        glColor3f(1, 1, 1);
+    }
+
+    void TearDown() override {
+        for (auto& [key, effect] : demo->effects) delete effect;
+        delete demo->meshes["sphere"];
+        GlWindow::TearDown();
+    }
+
+    // One frame at `ms`, the last beat `sinceBeat` seconds ago.
+    void step(int ms, float sinceBeat = 10) {
+        drawn.clear();
+        music.ms = ms;
+        demo->clock.update();
+        demo->clock.lastBeatTime = demo->clock.time() - sinceBeat;
+        demo->clock.autoBeatLatch = true;
+        runTimeline(demo->clock.time(), demo->clock.delta);
+    }
+
+    std::string drawnAt(int ms) {
+        step(ms);
+        return drawn;
+    }
+
+    static float uniform(const char* shader, const char* name) {
+        float value = 0;
+        const GLhandleARB program = demo->shaders[shader];
+        glGetUniformfvARB(program, glGetUniformLocationARB(program, name), &value);
+        return value;
+    }
+
+    // "distort" of the boom that a frame used, or nothing below 0 if it used none.
+    float boomAt(int ms, float sinceBeat = 10) {
+        demo->useShader("boom");
+        demo->setUniform1f("boom", "distort", -1);
+        demo->setUniform1f("boom", "scale", -1);
+        demo->useShader();
+        step(ms, sinceBeat);
+        return uniform("boom", "distort");
+    }
+};
+
+TEST_F(Programme, EverySegmentBeginsWithItsThreshold) {
+    const struct {
+        int begin;  // milliseconds
+        const char* before;
+        const char* from;
+    } cuts[] = {
+        {9538, "sweep ", "laser "},
+        {32347, "laser ", "stripes tunnel stripes "},
+        {47633, "stripes tunnel stripes ", "laser "},
+        {62761, "laser ", "tunnel cubes1 "},
+        {78030, "tunnel cubes1 ", "probes "},
+        {93281, "probes ", "robo "},
+        {137000, "robo ", "robo huone "},
+        {139000, "robo huone ", "huone "},
+    };
+    for (const auto& cut : cuts) {
+        EXPECT_EQ(drawnAt(cut.begin - 1), cut.before) << cut.begin;
+        EXPECT_EQ(drawnAt(cut.begin), cut.from) << cut.begin;
+    }
+    EXPECT_EQ(drawnAt(0), "sweep ");
+    EXPECT_EQ(drawnAt(195279), "huone ");
+    // The first of the laser's two segments has no boom on an even beat, the second its own on top.
+    EXPECT_EQ(boomAt(17200), -1);
+    EXPECT_EQ(boomAt(47700), 10);
+}
+
+TEST_F(Programme, EndsTheProgramWhenTheMusicIsOver) {
+    EXPECT_EXIT(step(195280), testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(step(300000), testing::ExitedWithCode(0), "");
+}
+
+TEST_F(Programme, EveryFrameBeginsWithLightZeroOffAndEndsWithTheHousekeeping) {
+    demo->lights[0].enabled = true;
+    demo->lights[3].enabled = true;
+    step(1000);
+    EXPECT_FALSE(demo->lights[0].enabled);
+    EXPECT_TRUE(glIsEnabled(GL_LIGHT3));
+    EXPECT_EQ(demo->clock.frameCount, 1);
+    EXPECT_FALSE(glIsEnabled(GL_BLEND));
+    // The robot's scene needs its light at once, so it keeps house a second time.
+    step(100000);
+    EXPECT_EQ(demo->clock.frameCount, 3);
+    EXPECT_TRUE(demo->lights[0].enabled);
+}
+
+TEST_F(Programme, TheLaserCameraJumpsEveryFourBeatsFromBeatZeroOn) {
+    const struct {
+        int ms;
+        float x, y, z;
+    } stops[] = {
+        {9538, -200, -100, 350},  {17137, -200, -100, 350}, {17138, -112, 90, -100},  {19040, -112, 90, -100},
+        {19045, 200, -100, -500}, {20950, 112, 150, 190},   {22900, -200, -100, 350}, {24800, 16, 122, 140},
+        {26700, -112, 90, -100},  {60500, 112, 150, 190},
+    };
+    for (const auto& stop : stops) {
+        step(stop.ms);
+        EXPECT_NEAR(demo->camera.eye[0], stop.x, 1e-3) << stop.ms;
+        EXPECT_NEAR(demo->camera.eye[1], stop.y, 1e-3) << stop.ms;
+        EXPECT_NEAR(demo->camera.eye[2], stop.z, 1e-3) << stop.ms;
+    }
+}
+
+// Beat numbers are truncated toward zero, so beat 0 lasts twice as long, and before it odd beats are
+// negative.
+TEST_F(Programme, ShocksFollowTheBeatInTheLaserScene) {
+    const auto middleOf = [](double beat) { return static_cast<int>((17.138 + (beat + 0.5) / 2.1) * 1000); };
+    const struct {
+        double beat;
+        float distort;
+    } shocks[] = {{-16, 13}, {-15, -1}, {-14, 13}, {-2, 13}, {-1, -1}, {0, -1},  {1, 13},
+                  {2, -1},   {3, 53},   {4, -1},   {5, 13},  {7, 53},  {27, 53}, {29, 13}};
+    for (const auto& shock : shocks)
+        EXPECT_EQ(boomAt(middleOf(shock.beat)), shock.distort) << "beat " << shock.beat;
+
+    boomAt(middleOf(3), 0.15f);
+    EXPECT_NEAR(uniform("boom", "scale"), 0.15, 1e-4) << "half a pulse";
+}
+
+TEST_F(Programme, TheSecondLaserSegmentIsTornInItsFirstBars) {
+    const auto distortionAt = [this](int ms) {
+        step(ms);
+        return uniform("distort", "time");
+    };
+    EXPECT_NEAR(distortionAt(47700), 0.05 * sin(2 * 47.7), 1e-4);
+    EXPECT_NEAR(distortionAt(47900), 1 + 0.1 * sin(3 * 47.9), 1e-4);
+    EXPECT_NEAR(distortionAt(51300), 0.05 * sin(2 * 51.3), 1e-4) << "the interval is open";
+}
+
+TEST_F(Programme, OtherScenesBoomInTheirOwnWay) {
+    EXPECT_EQ(boomAt(85000), 8);
+    EXPECT_EQ(uniform("boom", "scale"), 0.2f);
+    EXPECT_EQ(boomAt(123810), -1) << "greetings come in undisturbed";
+    EXPECT_EQ(boomAt(123811), 13);
+    EXPECT_EQ(boomAt(142000), -1);
+    EXPECT_NEAR(boomAt(142001), 1.001, 1e-3);
+    EXPECT_NEAR(boomAt(165000), 24, 1e-3);
+    EXPECT_NEAR(boomAt(169474), 28.474, 1e-3) << "no card yet";
+    EXPECT_NEAR(boomAt(169475, 0.15f), 10, 1e-2) << "twenty times half a pulse";
+    EXPECT_EQ(uniform("boom", "scale"), 0.1f);
+}
+
+TEST_F(Programme, CamerasChangeOnlyAfterTheirThresholds) {
+    const auto eyeAt = [this](int ms, int axis) {
+        step(ms);
+        return demo->camera.eye[axis];
+    };
+    EXPECT_EQ(eyeAt(69730, 1), 100);
+    EXPECT_EQ(eyeAt(69731, 1), 40);
+
+    const auto robotTarget = [](double t, double height) { return 20 * cos(0.55 * t) + height; };
+    step(109000);
+    EXPECT_EQ(demo->camera.target[1], 70);
+    step(109001);
+    EXPECT_NEAR(demo->camera.target[1], robotTarget(109.001, 100), 1e-3);
+    step(116205);
+    EXPECT_NEAR(demo->camera.target[1], robotTarget(116.205, 120), 1e-3);
+
+    // From a circle to an ellipse that the beat widens; this bound belongs to the later one.
+    EXPECT_NEAR(eyeAt(154299, 0), cos(0.4 * 154.299) * 260, 1e-3);
+    EXPECT_NEAR(eyeAt(154300, 2), sin(0.4 * 154.3) * 220 * 1.04, 1e-3);
+    step(160000, 0);
+    EXPECT_NEAR(demo->camera.eye[0], cos(0.4 * 160) * 260 * 1.04, 1e-2);
+    EXPECT_EQ(demo->camera.target[2], 10);
+}
+
+TEST_F(Programme, EachCreditCardStandsInItsOwnCorner) {
+    const struct {
+        int ms;
+        int x, y;  // pixels, inside of the card alone
+    } cards[] = {{169475, 100, 100}, {173287, 100, 100}, {173288, 700, 250}, {177050, 700, 250},
+                 {177051, 700, 500}, {180453, 700, 500}, {180454, 100, 500}, {184155, 100, 500}};
+    const auto lit = [](int x, int y) { return readPixel(x, y).r > 100; };
+    for (const auto& card : cards) {
+        step(card.ms);
+        EXPECT_TRUE(lit(card.x, card.y)) << card.ms;
+        EXPECT_FALSE(lit(800 - card.x, card.y)) << card.ms;
+        EXPECT_FALSE(lit(card.x, card.y == 250 ? 550 : 600 - card.y)) << card.ms;
+    }
+    for (int ms : {169473, 169474, 184156}) {
+        step(ms);
+        for (const auto& card : cards) EXPECT_FALSE(lit(card.x, card.y)) << ms;
+    }
+}
+
+TEST_F(Programme, WordAndWhiteFlashesKeepToTheirTimes) {
+    const auto brightnessAt = [this](int ms, float sinceBeat) {
+        step(ms, sinceBeat);
+        return readPixel(400, 300).r;
+    };
+    EXPECT_EQ(brightnessAt(140000, 10), 0);
+    EXPECT_GT(brightnessAt(140001, 10), 250);
+    EXPECT_GT(brightnessAt(141400, 10), 20);
+    EXPECT_EQ(brightnessAt(141501, 10), 0);
+    EXPECT_EQ(brightnessAt(142000, 0), 0) << "not yet on beats";
+    EXPECT_NEAR(brightnessAt(142001, 0), 0.76 * 255, 2);
+    EXPECT_EQ(brightnessAt(142001, 0.31f), 0);
+    EXPECT_EQ(brightnessAt(190657, 0), 0) << "faded";
+    EXPECT_NEAR(brightnessAt(192600, 0), 0.76 * 255, 2) << "the last glimpse";
+    EXPECT_EQ(brightnessAt(192501, 0.31f), 0);
+    EXPECT_EQ(brightnessAt(192800, 0), 0);
+}
+
+}  // namespace

@@ -1,0 +1,42 @@
+// The whole show, loaded as the program loads it, once per process. A fixture derives from `Show` and draws
+// any moment of it with the program's own frame, stepped by a counter instead of music.
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "tests/gl_window.h"
+
+// Called at every swap of the buffers, before it, while the finished picture can be read; may be empty.
+extern std::function<void()> beforeSwap;
+
+// What was loaded when a loading screen was shown.
+struct LoadingStep {
+    int meshes, textures, effects, shaders;
+    int litPixels;
+};
+
+class Show : public GlWindow {
+public:
+    void SetUp() override;
+    void TearDown() override;
+
+    // Every loading screen of the one start, in order.
+    static const std::vector<LoadingStep>& loadingSteps();
+
+    // The picture of the next frame, with the music at `ms`.
+    Screen drawMoment(int ms);
+    // The same with a beat at `beatMs`, as if the music had been played until `ms`.
+    Screen drawMoment(int ms, int beatMs);
+
+    // Back to what the show is when the music starts: the clock, the effects, the uniforms, the random
+    // numbers.
+    void rewind();
+
+    // The overlay black, so that it leaves the picture as it is, until the test ends.
+    void withoutOverlay();
+
+private:
+    Demo* bare = nullptr;  // the window's, kept while `demo` is the show's
+    int overlayRecord = 0;
+};
