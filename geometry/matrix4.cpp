@@ -26,15 +26,17 @@ Matrix4 rotationZ(float angle) {
 }
 
 Matrix4 affineProduct(const Matrix4& a, const Matrix4& b) {
-    Matrix4 result = identity();
+    Matrix4 product = identity();
     for (int column = 0; column < 4; ++column) {
-        for (int row = 0; row < 3; ++row) {
-            float sum = column == 3 ? a.m[12 + row] : 0;
-            for (int k = 0; k < 3; ++k) sum += a.m[4 * k + row] * b.m[4 * column + k];
-            result.m[4 * column + row] = sum;
-        }
+        const float* from = &b.m[4 * column];
+        const Vec3 right = {from[0], from[1], from[2]};
+        const Vec3 result = column < 3 ? transformDirection(a, right) : transformPoint(a, right);
+        float* to = &product.m[4 * column];
+        to[0] = result.x;
+        to[1] = result.y;
+        to[2] = result.z;
     }
-    return result;
+    return product;
 }
 
 // Laplace expansion in the 2 x 2 minors of the first two and the last two columns (D. Eberly, "The Laplace

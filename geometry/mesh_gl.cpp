@@ -6,7 +6,16 @@
 
 namespace {
 
-constexpr int texCoordUnits = 10;
+// Of the ten units that a mesh may have coordinates for, those that this GL has: selecting another is an
+// error that would come up in the next check for one.
+int texCoordUnits() {
+    static const int units = [] {
+        GLint supported = 0;
+        glGetIntegerv(GL_MAX_TEXTURE_COORDS, &supported);
+        return std::min(supported, 10);
+    }();
+    return units;
+}
 
 GLuint uploadBuffer(GLenum target, size_t size, const void* data) {
     GLuint name;
@@ -75,7 +84,7 @@ void Mesh::bindArrays() const {
         glEnableClientState(GL_SECONDARY_COLOR_ARRAY);
         glSecondaryColorPointer(size(secondaryColorAttrib), GL_FLOAT, stride, offset(secondaryColorAttrib));
     }
-    for (int unit = 0; unit < texCoordUnits; ++unit) {
+    for (int unit = 0; unit < texCoordUnits(); ++unit) {
         const int type = texCoordAttrib + unit;
         if (!hasAttrib(type)) continue;
         glClientActiveTexture(GL_TEXTURE0 + unit);
@@ -89,14 +98,8 @@ void Mesh::unbindArrays() {
     glBindBufferARB(GL_ARRAY_BUFFER, 0);
     for (GLenum array : {GL_VERTEX_ARRAY, GL_NORMAL_ARRAY, GL_COLOR_ARRAY, GL_SECONDARY_COLOR_ARRAY})
         glDisableClientState(array);
-    // GL may have fewer units than meshes have names for.
-    static const int units = [] {
-        GLint most = 0;
-        glGetIntegerv(GL_MAX_TEXTURE_COORDS, &most);
-        return std::min(most, texCoordUnits);
-    }();
     // Downwards, so that unit 0 is the active one afterwards.
-    for (int unit = units - 1; unit >= 0; --unit) {
+    for (int unit = texCoordUnits() - 1; unit >= 0; --unit) {
         glClientActiveTexture(GL_TEXTURE0 + unit);
         glDisableClientState(GL_TEXTURE_COORD_ARRAY);
     }

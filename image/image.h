@@ -15,7 +15,7 @@ struct Image {
     uint8_t* pixels;        // height * stride bytes
 };
 
-// A record with an uninitialised buffer of height * width * channels bytes.
+// A record with an uninitialised buffer of height * width * channels bytes; a row must have less than 4 GiB.
 Image createImage(int width, int height, int channels);
 
 // Fills `image` from a file whose kind is told by the last three letters of its path (png, PNG; jpg, peg,
@@ -23,11 +23,13 @@ Image createImage(int width, int height, int channels);
 // and `image` is then not to be used.
 int loadImage(const char* path, Image* image, uint8_t flip);
 
-// No transforms: palette pictures stay indices, 16-bit samples stay two bytes. 0, or -1; a file that can't be
-// opened is told on standard error, a broken one is not told by a line of ours.
+// No transforms: palette pictures stay indices, 16-bit samples stay two bytes, samples of fewer than 8 bits
+// stay packed (the stride tells). Sides go up to 65535. 0, or -1; a file that can't be opened is told on
+// standard error, a broken one is not told by a line of ours.
 int loadPng(const char* path, Image* image, uint8_t flip);
 
-// 0, or -1 if the file can't be opened. A broken file ends the process as libjpeg does.
+// 0, or -1 if the file can't be opened. A broken file, or one with a side above 16384, ends the process as
+// libjpeg does, except that what is missing at the end is filled in.
 int loadJpeg(const char* path, Image* image, uint8_t flip);
 
 // The writers take a record's six fields by value and write rows in memory order, so a picture grabbed from
@@ -44,6 +46,6 @@ int writePng(const char* path, int width, int height, int channels, int bytesPer
 int copyImageRect(const Image& destination, int destinationX, int destinationY, const Image& source,
                   int sourceX, int sourceY, int width, int height);
 
-// Mirrors in place, top to bottom (vertical) and left to right (horizontal); both together turn by 180
-// degrees.
+// Mirrors in place, top to bottom (vertical) and left to right (horizontal, for 8-bit samples); both together
+// turn by 180 degrees, except that the middle column of an odd width stays as it is.
 void flipImage(const Image& image, uint8_t vertical, uint8_t horizontal);

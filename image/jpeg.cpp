@@ -7,6 +7,14 @@
 
 #include "image/image.h"
 
+namespace {
+
+// No GL takes a larger texture. libjpeg fills in what a broken file lacks, and the size in a broken header
+// must not have it fill gigabytes.
+constexpr JDIMENSION largestSide = 16384;
+
+}  // namespace
+
 int loadJpeg(const char* path, Image* image, uint8_t flip) {
     jpeg_decompress_struct decoder;
     jpeg_error_mgr errors;
@@ -20,6 +28,8 @@ int loadJpeg(const char* path, Image* image, uint8_t flip) {
     }
     jpeg_stdio_src(&decoder, file);
     jpeg_read_header(&decoder, TRUE);
+    if (decoder.image_width > largestSide || decoder.image_height > largestSide)
+        ERREXIT1(&decoder, JERR_IMAGE_TOO_BIG, largestSide);
     jpeg_start_decompress(&decoder);
 
     image->width = static_cast<int32_t>(decoder.output_width);

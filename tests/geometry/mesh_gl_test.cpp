@@ -61,8 +61,6 @@ TEST_F(MeshGl, DrawLeavesNoArrayBehind) {
     EXPECT_FALSE(arrayEnabled(0));
     EXPECT_EQ(stateOf(GL_ARRAY_BUFFER_BINDING), 0);
     EXPECT_EQ(stateOf(GL_ELEMENT_ARRAY_BUFFER_BINDING), 0);
-    while (glGetError() != GL_NO_ERROR) {
-    }  // units that this GL has no coordinates for
 }
 
 TEST_F(MeshGl, PointersFollowTheAttributeTable) {
@@ -83,8 +81,6 @@ TEST_F(MeshGl, PointersFollowTheAttributeTable) {
     EXPECT_TRUE(arrayEnabled(0));
     EXPECT_FALSE(arrayEnabled(1));
     Mesh::unbindArrays();
-    while (glGetError() != GL_NO_ERROR) {
-    }
 }
 
 TEST_F(MeshGl, RemappedCoordinatesServeBothUnits) {
@@ -104,8 +100,6 @@ TEST_F(MeshGl, RemappedCoordinatesServeBothUnits) {
     EXPECT_FALSE(arrayEnabled(1));
     EXPECT_TRUE(arrayEnabled(2));
     Mesh::unbindArrays();
-    while (glGetError() != GL_NO_ERROR) {
-    }
 }
 
 }  // namespace

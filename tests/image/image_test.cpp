@@ -147,6 +147,14 @@ TEST_F(ImageFile, BrokenJpegAndForeignChannelsEndAsLibjpegDoes) {
     file.write("\xff\xd8\xff\xe0 nothing that follows makes sense");
     Picture loaded;
     EXPECT_EXIT(loadJpeg(file.path(), &loaded, 0), testing::ExitedWithCode(EXIT_FAILURE), ".");
+
+    const Picture picture(4, 4, 3);
+    ASSERT_EQ(write(writeJpeg, file.name, picture), 0);
+    std::string huge = file.read();
+    huge.replace(huge.find("\xff\xc0") + 5, 4, "\xff\xdc\xff\xdc");  // height and width
+    file.write(huge);
+    EXPECT_EXIT(loadJpeg(file.path(), &loaded, 0), testing::ExitedWithCode(EXIT_FAILURE), "16384");
+
     const Picture grey(4, 4, 1);
     EXPECT_EXIT(write(writeJpeg, file.name, grey), testing::ExitedWithCode(EXIT_FAILURE), "colorspace");
 }
