@@ -62,9 +62,8 @@ Outline platedProfile(const std::vector<double>& cuts, const Plates& plates,
         auto edge = [&](double y, double inwards) {
             const double r = radius(y + inwards * round);
             profile.push_back({r - plates.depth, y});
-            profile.push_back({r - round, y});
-            profile.push_back({r - round * 0.3, y + inwards * round * 0.3});
-            if (inwards < 0) std::reverse(profile.end() - 3, profile.end());
+            profile.push_back({r - round * 0.4, y + inwards * round * 0.3});
+            if (inwards < 0) std::swap(profile.end()[-1], profile.end()[-2]);
         };
         edge(low, 1);
         const int steps = std::max(1, static_cast<int>(std::lround((high - low - 2 * round) / plates.step)));

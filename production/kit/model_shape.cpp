@@ -86,6 +86,17 @@ Shape around(const Shape& shape, int copies, Axis axis) {
     return joined(parts);
 }
 
+Shape placed(const Shape& shape, Vec origin, Vec up) {
+    const Vec y = normalized(up);
+    // Half-way between y and the new axis lies the axis of a half turn that carries one into the other; a
+    // half turn about y first keeps x and z near where they were.
+    const Vec half = y.y > -0.999999 ? normalized(y + Vec{0, 1, 0}) : Vec{1, 0, 0};
+    return bent(shape, [&](Vec p) {
+        const Vec q = {-p.x, p.y, -p.z};
+        return half * (2 * dot(half, q)) - q + origin;
+    });
+}
+
 Shape insideOut(Shape shape) {
     for (Face& face : shape.faces) {
         std::reverse(face.points.begin(), face.points.end());

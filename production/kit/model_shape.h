@@ -43,6 +43,7 @@ Shape reflected(const Shape& shape, Axis axis);   // the mirror image alone
 Shape withMirror(const Shape& shape, Axis axis);  // the shape and its mirror image
 Shape around(const Shape& shape, int copies,
              Axis axis);  // copies spread evenly over a full turn, the first in place
+Shape placed(const Shape& shape, Vec origin, Vec up);  // the shape's y axis turned to `up`, its origin moved
 Shape insideOut(Shape shape);
 Shape bent(Shape shape, const std::function<Vec(Vec)>& place);  // moves every point
 Shape smoothed(Shape shape, double radians);                    // sets the smoothing angle of every face

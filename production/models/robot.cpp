@@ -1,4 +1,5 @@
-// The robot: body, arms and the screen that is its face.
+// The robot: body, arms and the screen that is its face. It stands on a plate below y = 0 and looks along +z.
+// Between hips and chest there is only a thin spine behind the axis: the camera flies through that gap.
 #include "production/kit/model_aml.h"
 #include "production/kit/model_forms.h"
 #include "production/kit/model_mapping.h"
@@ -6,30 +7,240 @@
 
 using namespace model;
 
+namespace {
+
+constexpr Vec headCentre = {0, 150.5, 2};
+constexpr double headSize = 1.14;
+constexpr double headTilt = 0.14;   // radians, the face towards viewers below
+constexpr double faceDepth = 15.5;  // from the head's centre to the bezel
+
+// Flattens a lathe about y into a rounded-square section, `depth` as deep as it is wide.
+Shape squared(const Shape& shape, double depth) {
+    return bent(shape, [&](Vec p) {
+        const double r = std::hypot(p.x, p.z);
+        if (r == 0) return p;
+        const double fourth = std::pow(std::pow(p.x / r, 4) + std::pow(p.z / r, 4), -0.25);
+        const double square = mix(1, fourth, 0.7);
+        return Vec{p.x * square, p.y, p.z * square * depth};
+    });
+}
+
+// A disc of rings lying on the xz plane, up to `height`: the mark of all joints and lamps here.
+Shape rings(double radius, double height) {
+    const double r = radius, h = height;
+    return lathe({{r, 0},
+                  {r, h * 0.55},
+                  {r * 0.96, h * 0.8},
+                  {r * 0.88, h},
+                  {r * 0.76, h},
+                  {r * 0.7, h * 0.75},
+                  {r * 0.66, h * 0.4},
+                  {r * 0.5, h * 0.4},
+                  {r * 0.46, h * 0.7},
+                  {r * 0.36, h * 0.95},
+                  {r * 0.18, h * 1.08},
+                  {0, h * 1.12}},
+                 20);
+}
+
+Shape limb(Vec from, Vec to, const Plates& plates, const std::vector<double>& cuts, double start, double end,
+           double swell) {
+    const double size = length(to - from);
+    std::vector<double> heights;
+    for (double cut : cuts) heights.push_back(cut * size);
+    Outline profile = {{0, heights.front()}};
+    const Outline wall = platedProfile(heights, plates, [&](double y) {
+        const double k = y / size;
+        return mix(start, end, k) + swell * std::sin(pi * k);
+    });
+    profile.insert(profile.end(), wall.begin(), wall.end());
+    profile.push_back({0, heights.back()});
+    return placed(lathe(profile, 16), from, to - from);
+}
+
+Shape base() {
+    const Outline profile = {{0, -31},      {30, -31},   {33, -29.5}, {41, -29.5}, {43.5, -28},
+                             {44, -26},     {43.5, -24}, {41, -22.5}, {36, -22},   {35, -20.6},
+                             {33.6, -19.6}, {31, -19.4}, {29, -20.4}, {0, -20.4}};
+    const Shape lamps = around(moved(rings(2.6, 1.6), {38.6, -22.4, 0}), 12, Axis::y);
+    return joined({flutedLathe(profile, {12, 0.07, 1.4, -30, -23, 5}), lamps});
+}
+
+Shape foot() {
+    const Outline side = {{-15, -20.4}, {21, -20.4}, {22, -17}, {18, -12}, {8, -7},
+                          {6, -2},      {-7, -2},    {-11, -6}, {-15, -9}};
+    const Shape boot = moved(turned(extrude(side, 19, 2.2), Axis::y, -pi / 2), {9.5, 0, 0});
+    const Shape toe = placed(rings(4.6, 2), {0, -10.6, 13}, {0, 1, 0.72});
+    return joined(
+        {boot, toe,
+         moved(lathe({{0, -4}, {9, -4}, {9.6, -2.6}, {9, -1.2}, {7, 0}, {0, 0}}, 18), {0, 0, -0.5})});
+}
+
+Shape leg() {
+    const Vec ankle = {15.5, -1, 0}, knee = {14.5, 32, 1.5}, hip = {11.5, 57, 0};
+    const Shape shin = limb(ankle, knee, {1.3, 1.2, 1, 4}, {0, 0.12, 0.24, 0.62, 0.76, 0.88}, 11.5, 6, 1);
+    const Shape thigh = limb(knee, hip, {1, 1, 0.8, 3}, {0.12, 0.26, 0.4, 0.54, 0.68, 0.82, 1}, 6.5, 8, 0.6);
+    const Shape kneeCap = placed(rings(4.2, 2.2), knee + Vec{0, 0, 5.6}, {0, 0.1, 1});
+    const Shape joint =
+        joined({placed(rings(6.2, 6.6), knee, {1, 0, 0}), placed(rings(6.2, 6.6), knee, {-1, 0, 0})});
+    return joined({moved(foot(), {ankle.x, 0, 0}), shin, thigh, joint, kneeCap});
+}
+
+Shape pelvis() {
+    const Outline wall = platedProfile({49, 54, 59, 64}, {1.1, 1.1, 0.9, 3}, [](double y) {
+        return 20 - 0.02 * (y - 57) * (y - 57) - 3 * smoothStep(60, 65, y);
+    });
+    Outline profile = {{0, 46}, {10, 46}};
+    profile.insert(profile.end(), wall.begin(), wall.end());
+    profile.insert(profile.end(), {{12, 64.6}, {11, 62.5}, {7, 62.5}, {6.4, 64}, {0, 64}});
+    return squared(flutedLathe(profile, {8, 0.12, 1.2, 48, 63, 3}, pi / 8), 0.68);
+}
+
+// Vertebrae on a rod, behind the axis.
+Shape spine() {
+    std::vector<double> cuts;
+    for (int i = 0; i <= 8; i++) cuts.push_back(61 + i * 3.2);
+    Outline profile = {{0, 60}};
+    const Outline wall = platedProfile(cuts, {1, 1.6, 0.8, 3}, [](double) { return 3.6; });
+    profile.insert(profile.end(), wall.begin(), wall.end());
+    profile.push_back({0, 88});
+    return moved(lathe(profile, 14), {0, 0, -6});
+}
+
+double chestRadius(double y) {
+    return 13 + 17 * smoothStep(80, 112, y) - 11 * smoothStep(115, 131, y);
+}
+
+Shape torso() {
+    const Outline wall =
+        platedProfile({82, 86.5, 91, 95.5, 100, 117.5, 122.5, 127.5}, {1.4, 1.3, 1.1, 3.2}, chestRadius);
+    Outline profile = {{0, 84.5}, {4, 84.5}, {4.6, 83}, {7, 83}, {7.6, 84.5}, {9, 84.5}, {9.8, 82}};
+    profile.insert(profile.end(), wall.begin(), wall.end());
+    profile.insert(profile.end(), {{15, 128.5}, {10, 129.5}, {0, 129.5}});
+    return squared(flutedLathe(profile, {8, 0.1, 1.3, 82, 124, 4}, pi / 8), 0.62);
+}
+
+// The reactor in the chest, packs on the back, shoulder sockets.
+Shape torsoFittings() {
+    const Shape reactor =
+        placed(joined({rings(9.5, 4.2), around(moved(icosphere(1.3, 1), {11.8, 0.6, 0}), 8, Axis::y)}),
+               {0, 109, 17.2}, {0, 0.02, 1});
+    const Shape vents = joined(
+        {moved(box({12, 1.5, 3}, 0.7, 2), {0, 92.5, 10.8}), moved(box({10, 1.5, 3}, 0.7, 2), {0, 88, 9.4})});
+    const Outline wall =
+        platedProfile({88, 93, 98, 113, 118, 124}, {1.2, 1.1, 1, 5}, [](double) { return 6.0; });
+    Outline pack = {{0, 86}, {4, 86}};
+    pack.insert(pack.end(), wall.begin(), wall.end());
+    pack.insert(pack.end(), {{4.4, 125.5}, {3.6, 125.5}, {3, 122}, {0, 122}});
+    const Shape socket = placed(rings(9, 3), {25.5, 116, 0}, {1, 0, 0});
+    return joined(
+        {reactor, vents, withMirror(joined({moved(lathe(pack, 18), {8.6, 0, -19}), socket}), Axis::x)});
+}
+
+Shape neck() {
+    Outline profile = {{0, 128}};
+    const Outline wall = platedProfile({128.5, 130.7, 132.9, 135.1, 137.3}, {0.8, 1.2, 0.7, 2},
+                                       [](double y) { return 8.4 - 0.1 * (y - 128); });
+    profile.insert(profile.end(), wall.begin(), wall.end());
+    profile.push_back({0, 138});
+    return lathe(profile, 20);
+}
+
+// Where the head's own coordinates (origin at its centre) lie on the robot.
+Shape onNeck(const Shape& shape) {
+    return moved(turned(scaled(shape, {headSize, headSize, headSize}), Axis::x, headTilt), headCentre);
+}
+
+// The bezel's centre line: a rounded rectangle in the xy plane.
+std::vector<Vec> screenOutline(double halfWidth, double halfHeight, double corner, double z) {
+    std::vector<Vec> path;
+    for (int quarter = 0; quarter < 4; quarter++) {
+        const double x = (halfWidth - corner) * (quarter == 0 || quarter == 3 ? 1 : -1);
+        const double y = (halfHeight - corner) * (quarter < 2 ? 1 : -1);
+        for (int i = 0; i <= 5; i++) {
+            const double angle = pi / 2 * (quarter + i / 5.0);
+            path.push_back({x + corner * std::cos(angle), y + corner * std::sin(angle), z});
+        }
+    }
+    return path;
+}
+
+Shape head() {
+    // A television's tube: wide in front, drawn in behind.
+    const Shape shell = bent(box({40, 31, 31}, 6, 3), [](Vec p) {
+        const double k = smoothStep(6, -16, p.z);
+        return Vec{p.x * mix(1, 0.72, k), p.y * mix(1, 0.8, k) + k * 1.5, p.z};
+    });
+    Sweep frame;
+    frame.closedPath = true;
+    frame.path = screenOutline(16.4, 12, 5, faceDepth);
+    frame.up = {0, 0, 1};
+    const Shape bezel =
+        sweep({{-1.7, -2}, {1.9, -2}, {1.9, 0.6}, {1.2, 1.5}, {0, 1.9}, {-1.2, 1.3}, {-1.7, 0.4}}, frame);
+    const Shape ear =
+        placed(joined({rings(8.2, 5), moved(lathe({{0, 4}, {1.6, 4}, {1.6, 6}, {0, 6.6}}, 12), {})}),
+               {17.6, 1, -2}, {1, 0, 0});
+    const Shape aerial = placed(
+        lathe({{0, 0}, {1.5, 0}, {1.3, 3}, {0.6, 4}, {0.5, 10}, {1.3, 10.6}, {1.7, 12}, {1.2, 13.4}, {0, 14}},
+              10),
+        {21, 5, -3}, {0.12, 1, -0.35});
+    const Shape crest = moved(box({3.2, 3, 22}, 1.2, 2), {5.2, 15.6, -2});
+    const Shape brow = moved(box({34, 2.6, 5}, 1.1, 2), {0, 14.6, 15});
+    const Shape grille = joined(
+        {moved(box({20, 1.2, 3}, 0.5, 2), {0, -14.4, 13.6}), moved(box({16, 1.2, 3}, 0.5, 2), {0, -16, 12})});
+    const Shape nape = placed(rings(8, 3), {0, 2, -15}, {0, 0, -1});
+    return onNeck(
+        joined({shell, bezel, brow, grille, nape, withMirror(joined({ear, aerial, crest}), Axis::x)}));
+}
+
+Shape finger(double spread, double curl) {
+    const Vec knuckle = {spread * 3.2, 4, 1}, middle = knuckle + Vec{spread * 1.4, 5.2, 1.2 * curl},
+              tip = middle + Vec{-spread * 1.2, 4.8, 2.6 * curl};
+    return joined({limb(knuckle, middle, {0.6, 0.5, 0.5, 3}, {0, 0.5, 1}, 1.7, 1.5, 0),
+                   moved(icosphere(1.7, 2), middle),
+                   limb(middle, tip, {0.6, 0.5, 0.5, 3}, {0.1, 1}, 1.5, 0.7, 0.2)});
+}
+
+// The right arm (x > 0): elbow out, forearm raised, palm open towards the front.
+Shape arm() {
+    const Vec shoulder = {33.5, 116, 0}, elbow = {37.5, 91, -3}, wrist = {31, 104, 21};
+    const Outline dome = {{10.6, -3}, {11, -1.5}, {10.8, 0}, {10, 1},  {9.9, 3}, {8.8, 5.8},
+                          {7.4, 7.6}, {6.8, 7.2}, {6, 8},    {3, 9.6}, {0, 10}};
+    const Shape pauldron = placed(lathe(dome, 24), shoulder, {0.75, 0.6, 0.05});
+    const Shape ball = moved(icosphere(8, 3), shoulder);
+    const Shape upper = limb(shoulder, elbow, {1, 1, 0.8, 4}, {0.25, 0.38, 0.51, 0.64, 0.82}, 6, 5, 0.4);
+    const Shape joint =
+        joined({placed(rings(5.4, 5.2), elbow, {1, 0, 0.2}), placed(rings(5.4, 5.2), elbow, {-1, 0, -0.2})});
+    const Shape fore = limb(elbow, wrist, {1.1, 1, 0.9, 4}, {0.14, 0.28, 0.42, 0.82, 0.96}, 4.2, 6.8, 0.6);
+    const Vec reach = normalized(Vec{-0.25, 0.85, 0.45});
+    const Shape palm =
+        joined({lathe({{0, -1}, {3, -1}, {4.6, 1}, {5, 3}, {4.4, 4.6}, {0, 5}}, 16), finger(1, 1),
+                finger(-1, 1), finger(0, 1.4), moved(turned(finger(0, 1), Axis::y, pi), {0, -1, 0})});
+    return joined({pauldron, ball, upper, joint, fore, placed(palm, wrist, reach)});
+}
+
+}  // namespace
+
 void makeRobotBody(const char* path) {
-    const Shape feet = withMirror(moved(box({20, 10, 34}, 3, 2), {16, -13, 3}), Axis::x);
-    const Shape base = lathe({{0, -30}, {40, -30}, {43, -27}, {43, -22}, {38, -18}, {0, -18}}, 36);
-    const Shape legs =
-        withMirror(lathe({{0, -10}, {8, -10}, {6, 20}, {8, 30}, {6, 60}, {0, 60}}, 16), Axis::x);
-    const Shape legsApart = joined({moved(legs, {14, 0, 0}), moved(legs, {-14, 0, 0})});
-    const Shape torso = lathe({{0, 84}, {14, 86}, {28, 108}, {26, 122}, {10, 126}, {0, 126}}, 24);
-    const Shape head = moved(box({34, 32, 30}, 8, 3), {0, 148, 0});
-    const Shape spine = moved(lathe({{0, 50}, {4, 50}, {4, 90}, {0, 90}}, 12), {0, 0, -6});
-    writeAml(path, {mappedBox(joined({feet, base, legsApart, torso, head, spine}), 64)});
+    const Shape body = joined(
+        {base(), withMirror(leg(), Axis::x), pelvis(), spine(), torso(), torsoFittings(), neck(), head()});
+    writeAml(path, {mappedBox(body, 48)});
 }
 
 void makeRobotArms(const char* path) {
-    const Shape shoulder = moved(icosphere(9, 3), {33, 114, 0});
-    const Shape arm = moved(box({9, 44, 10}, 3, 2), {36, 88, 0});
-    writeAml(path, {mappedBox(withMirror(joined({shoulder, arm}), Axis::x), 64)});
+    writeAml(path, {mappedBox(withMirror(arm(), Axis::x), 48)});
 }
 
+// A domed tube inside the bezel. The picture stands upright: S from the viewer's left, T from the top down.
 void makeRobotScreen(const char* path) {
-    Shape screen = grid(13, 13, false, false, [](int c, int r) {
-        const double x = (c - 6) * 2.2, y = (r - 6) * 1.9;
-        return Vec{x, 148 + y, 18 - (x * x + y * y) * 0.006};
+    const int columns = 17, rows = 13;
+    Shape screen = grid(columns, rows, false, false, [](int c, int r) {
+        // A square carried into a rounded one, so that the corners follow the bezel.
+        const double u = 2.0 * c / (columns - 1) - 1, v = 2.0 * r / (rows - 1) - 1;
+        const double x = u * (1 - 0.06 * v * v), y = v * (1 - 0.08 * u * u);
+        return Vec{x * 16.2, y * 11.8, faceDepth + 1.6 - 2.2 * (x * x + y * y)};
     });
     for (Face& face : screen.faces)
         for (Uv& uv : face.uvs) uv.t = 1 - uv.t;
-    writeAml(path, {screen});
+    writeAml(path, {onNeck(screen)});
 }
