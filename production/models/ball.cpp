@@ -9,13 +9,44 @@ using namespace model;
 namespace {
 
 constexpr double radius = 34;
+constexpr int level = 2;      // 320 mirrors
+constexpr double rise = 1.1;  // of the mirrors over the ground between them
+
+// A bar on the ball from one unit direction to another, broad side out.
+Shape bar(Vec from, Vec to) {
+    Sweep how;
+    for (int i = 0; i <= 8; i++) how.path.push_back(normalized(mix(from, to, i / 8.0)) * (radius - 0.2));
+    how.up = normalized(from + to);
+    return sweep({{-0.9, -1}, {0.9, -1}, {0.75, 0.5}, {0.4, 0.75}, {-0.4, 0.75}, {-0.75, 0.5}}, how);
+}
+
+Shape hub(Vec direction) {
+    const Outline rings = {{3.6, -1},  {3.6, 0.6}, {3.1, 1.3}, {2.4, 1.3}, {2, 0.6},
+                           {1.4, 0.6}, {1.1, 1.2}, {0.6, 1.7}, {0, 1.8}};
+    return placed(lathe(rings, 15), direction * (radius - 0.3), direction);
+}
+
+// Hubs on the twelve corners of the icosahedron that the ball grew from, bars along its thirty edges.
+Shape frame() {
+    const Shape solid = icosphere(1, 0);
+    std::vector<Shape> parts;
+    for (size_t i = 0; i < solid.points.size(); i++) {
+        parts.push_back(hub(solid.points[i]));
+        for (size_t k = 0; k < i; k++)
+            if (length(solid.points[i] - solid.points[k]) < 1.1)
+                parts.push_back(bar(solid.points[i], solid.points[k]));
+    }
+    return joined(parts);
+}
 
 }  // namespace
 
 void makeBallCollision(const char* path) {
-    writeAml(path, {smoothed(icosphere(radius, 2), hard)});
+    writeAml(path, {mappedBox(smoothed(icosphere(radius, level), hard), 24)});
 }
 
+// The mirrors lie on the collision copy's faces, each flat, so that a beam's spot lies on glass.
 void makeBall(const char* path) {
-    writeAml(path, {mappedBox(panelled(smoothed(icosphere(radius, 2), hard), {0.4, 0.4, 0, soft}), 24)});
+    const Shape mirrors = panelled(smoothed(icosphere(radius - rise, level), hard), {0.45, 0.5, rise, hard});
+    writeAml(path, {mappedBox(joined({mirrors, frame()}), 24)});
 }

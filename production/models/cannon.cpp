@@ -1,4 +1,4 @@
-// The cannon below the ball.
+// The cannon below the ball: a dish of plates, five braces and a coiled barrel that points straight up.
 #include "production/kit/model_aml.h"
 #include "production/kit/model_forms.h"
 #include "production/kit/model_mapping.h"
@@ -6,8 +6,76 @@
 
 using namespace model;
 
+namespace {
+
+Shape dish() {
+    Outline profile = {{66, 0}, {68, 1.4}, {68, 3.4}, {66, 5}, {62, 5.6}, {60.5, 4.6}};
+    for (double r : {57.0, 48.0, 39.0}) {
+        profile.insert(profile.end(), {{r + 2, 4.4 + (60 - r) * 0.12},
+                                       {r + 1.2, 5.8 + (60 - r) * 0.12},
+                                       {r - 5.4, 6.8 + (60 - r) * 0.12},
+                                       {r - 6.2, 5.4 + (60 - r) * 0.12}});
+    }
+    profile.insert(profile.end(), {{28, 8}, {20, 9}});
+    return flutedLathe(profile, {20, 0.05, 1.2, 4.5, 9, 2}, degrees(9));
+}
+
+Shape barrel() {
+    Outline profile = {{22, 8}, {22, 9.6}, {20.5, 11}};
+    const Outline coils = platedProfile({11, 13.6, 16.2, 18.8, 21.4}, {0.9, 1.8, 0.9, 3},
+                                        [](double y) { return 19.5 - (y - 11) * 0.62; });
+    profile.insert(profile.end(), coils.begin(), coils.end());
+    profile.insert(profile.end(), {{10, 22},
+                                   {10, 23.4},
+                                   {13, 24.4},
+                                   {14, 25.6},
+                                   {14, 26.8},
+                                   {13, 27.8},
+                                   {11.4, 28},
+                                   {10.4, 27},
+                                   {8.6, 22},
+                                   {7.4, 15},
+                                   {4.4, 14.2},
+                                   {3.6, 15.8},
+                                   {0, 17}});
+    return lathe(profile, 40);
+}
+
+// One brace along +x: a swept rib from the dish's rim to the barrel, a lens on its foot.
+Shape brace() {
+    Sweep how;
+    how.path = curveThrough({{64, 4, 0}, {57, 11, 0}, {40, 13.5, 0}, {26, 17, 0}, {17, 18, 0}}, false, 4);
+    how.up = {0, 0, 1};
+    how.change = [](int step, Outline outline) {
+        const double k = step / 16.0;
+        for (Flat& p : outline) p = {p.x * mix(1.2, 0.8, k), p.y * mix(1.3, 0.7, k)};
+        return outline;
+    };
+    const Shape rib = sweep({{2.6, -3.6},
+                             {3.2, -2.4},
+                             {3.2, 2.4},
+                             {2.6, 3.6},
+                             {-2.6, 3.6},
+                             {-3.4, 2.4},
+                             {-3.4, -2.4},
+                             {-2.6, -3.6}},
+                            how);
+    const Outline lens = {{6, 0},     {6.2, 1.2}, {5.4, 2.4}, {4.4, 2.4},
+                          {3.9, 1.2}, {3, 1.2},   {1.6, 2.4}, {0, 2.8}};
+    return joined({rib, placed(lathe(lens, 20), {59, 9, 0}, {0.75, 0.66, 0})});
+}
+
+// A reflector between two braces, its bowl turned up to the ball.
+Shape reflector() {
+    const Outline bowl = {{0, -3},    {3, -2.6}, {7.4, 1},    {8.6, 3},   {8.2, 3.8},
+                          {7.4, 3.4}, {5.4, 1},  {2.4, -0.8}, {1.2, 2.2}, {0, 2.6}};
+    const Shape stalk = lathe({{0, -4}, {2.6, -4}, {2, 2}, {3, 3}, {0, 4}}, 12);
+    return joined({placed(lathe(bowl, 24), {45, 14, 0}, {-0.55, 0.83, 0}), moved(stalk, {45.4, 9, 0})});
+}
+
+}  // namespace
+
 void makeCannon(const char* path) {
-    const Outline profile = {{64, 0},  {66, 4},  {58, 8}, {30, 10}, {20, 16},
-                             {14, 26}, {10, 28}, {8, 26}, {8, 14},  {0, 14}};
-    writeAml(path, {mappedBox(lathe(profile, 40), 64)});
+    const Shape reflectors = turned(around(reflector(), 5, Axis::y), Axis::y, pi / 5);
+    writeAml(path, {mappedBox(joined({dish(), barrel(), around(brace(), 5, Axis::y), reflectors}), 48)});
 }

@@ -1,4 +1,5 @@
-// The box of the heap: a long module, one storey high.
+// The box of the heap: a long pressure module, a little under one storey (20 units) high, twenty of which lie
+// across each other. Clamps divide it in three bays, tanks run along its flanks.
 #include "production/kit/model_aml.h"
 #include "production/kit/model_forms.h"
 #include "production/kit/model_mapping.h"
@@ -6,6 +7,61 @@
 
 using namespace model;
 
+namespace {
+
+constexpr Vec size = {110, 18.6, 45};
+
+// A frame round the box at x = 0, `width` units along x.
+Shape clamp(double width, double grow) {
+    const Outline section = chamferedRectangle(size.z + grow, size.y + grow, 4.5);
+    return moved(turned(extrude(section, width, 1.1), Axis::y, pi / 2), {-width / 2, 0, 0});
+}
+
+// A tank along x from `from` to `to`, seen as a half barrel on the flank at z > 0.
+Shape tank(double from, double to) {
+    const double mid = (from + to) / 2, half = (to - from) / 2;
+    Outline profile = {{0, -half}, {3.4, -half + 0.4}};
+    const Outline wall =
+        platedProfile({-half + 1, -half + 4.5, half - 4.5, half - 1}, {0.9, 0.8, 0.7, 9}, [&](double y) {
+            const double k = y / half;
+            return 5.9 - 1.2 * k * k * k * k;
+        });
+    profile.insert(profile.end(), wall.begin(), wall.end());
+    profile.insert(profile.end(), {{3.4, half - 0.4}, {0, half}});
+    return placed(lathe(profile, 12), {mid, 0, 16.6}, {1, 0, 0});
+}
+
+// Raised plates over the top of a bay, domed across so that no wide face is flat.
+Shape lid(double from, double to) {
+    const int columns = 4, rows = 5;
+    const Shape dome = grid(columns, rows, false, false, [&](int c, int r) {
+        const double k = 2.0 * r / (rows - 1) - 1;
+        return Vec{mix(from, to, double(c) / (columns - 1)), 8.1 - 1.5 * k * k, -17.0 * k};
+    });
+    return panelled(dome, {0.7, 0.7, 0.9, 0.9});
+}
+
+// Rings on the end face at x > 0, and the two lamps beside them.
+Shape endCap() {
+    const Outline ring = {{7.6, 0},    {7.6, 1},    {6.8, 1.8}, {5.6, 1.8}, {5, 1},
+                          {4.8, -0.6}, {3.4, -0.6}, {3, 0.6},   {1.6, 1.2}, {0, 1.4}};
+    const Outline lamp = {{3.4, 0}, {3.4, 0.7}, {2.8, 1.2}, {2.2, 1.2}, {1.8, 0.4}, {0, 0.8}};
+    const double x = size.x / 2 - 1.4;
+    return joined({placed(lathe(ring, 18), {x, 0, 0}, {1, 0, 0}),
+                   placed(lathe(lamp, 10), {x, 0, 13.5}, {1, 0, 0}),
+                   placed(lathe(lamp, 10), {x, 0, -13.5}, {1, 0, 0})});
+}
+
+}  // namespace
+
 void makeHeapBox(const char* path) {
-    writeAml(path, {mappedBox(panelled(box({108, 17, 43}, 2.5), {2, 1, 0.8, soft}), 64)});
+    const Shape core = box({size.x - 6, size.y - 3.2, size.z - 10}, 2.4);
+    const Shape frames = joined({withMirror(moved(clamp(8, 0), {size.x / 2 - 5.2, 0, 0}), Axis::x),
+                                 withMirror(moved(clamp(5, -0.8), {17.5, 0, 0}), Axis::x)});
+    const Shape middleTank = tank(-14.5, 14.5), outerTank = tank(20.5, 45.5);
+    const Shape flank = joined({middleTank, withMirror(outerTank, Axis::x)});
+    const Shape lids = joined({lid(-14.5, 14.5), withMirror(lid(20.5, 45.5), Axis::x)});
+    const Shape whole = joined(
+        {core, frames, withMirror(flank, Axis::z), withMirror(lids, Axis::y), withMirror(endCap(), Axis::x)});
+    writeAml(path, {mappedBox(whole, 64)});
 }
