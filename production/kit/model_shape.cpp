@@ -232,6 +232,46 @@ Shape triangulated(const Shape& shape) {
     return result;
 }
 
+Shape divided(const Shape& shape, int across, int along) {
+    Shape result;
+    result.points = shape.points;
+    for (const Face& face : shape.faces) {
+        if (face.points.size() != 4) {
+            result.faces.push_back(face);
+            continue;
+        }
+        const int first = static_cast<int>(result.points.size());
+        std::vector<Uv> uvs;
+        for (int r = 0; r <= along; r++) {
+            for (int c = 0; c <= across; c++) {
+                const double u = double(c) / across, v = double(r) / along;
+                const double weight[] = {(1 - u) * (1 - v), u * (1 - v), u * v, (1 - u) * v};
+                Vec p;
+                Uv uv;
+                for (int i = 0; i < 4; i++) {
+                    p += shape.points[face.points[i]] * weight[i];
+                    uv = uv + face.uvs[i] * weight[i];
+                }
+                result.points.push_back(p);
+                uvs.push_back(uv);
+            }
+        }
+        auto at = [&](int c, int r) { return r * (across + 1) + c; };
+        for (int r = 0; r < along; r++) {
+            for (int c = 0; c < across; c++) {
+                const int corners[] = {at(c, r), at(c + 1, r), at(c + 1, r + 1), at(c, r + 1)};
+                Face part = {{}, {}, face.smoothing};
+                for (int corner : corners) {
+                    part.points.push_back(first + corner);
+                    part.uvs.push_back(uvs[corner]);
+                }
+                result.faces.push_back(part);
+            }
+        }
+    }
+    return welded(result);
+}
+
 namespace {
 
 struct Edge {

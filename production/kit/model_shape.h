@@ -54,6 +54,10 @@ Shape welded(const Shape& shape, double tolerance = 1e-6);
 // Polygons cut to triangles (ear clipping, so concave outlines hold).
 Shape triangulated(const Shape& shape);
 
+// Cuts every quad into `across` x `along` quads on its own bilinear surface (across runs from its first
+// corner to its second); other polygons stay whole.
+Shape divided(const Shape& shape, int across, int along);
+
 // One Catmull-Clark step (Catmull, Clark 1978): every polygon becomes quads; open borders keep their curve.
 Shape subdivided(const Shape& shape);
 
