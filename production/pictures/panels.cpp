@@ -1,77 +1,223 @@
 // The two plated textures, which repeat without a seam: "shiptex", the skin of everything that moves, and
-// "cubetex", the walls of tunnel and room.
-#include "production/kit/picture.h"
+// "cubetex", the walls of tunnel and room. Each is a drawing, a table of parts on a grid of 16 by 16 cells.
+#include <string>
+#include <vector>
+
 #include "production/kit/picture_lettering.h"
 #include "production/kit/picture_noise.h"
-#include "production/kit/picture_shapes.h"
+#include "production/kit/picture_relief.h"
 #include "production/pictures/pictures.h"
 
 namespace {
 
 constexpr int size = 1024;
+constexpr float cell = size / 16.0f;
 
-struct Panel {
-    int left, top, right, bottom;
+enum class Part {
+    Plate,   // raised, corners cut by `detail` cells, in `tone`
+    Inset,   // a field sunk into what lies below, in `tone`
+    Vent,    // a sunk field with `detail` slats
+    Hatch,   // a round lid with a ring of bolts
+    Bolts,   // a row of `detail` bolts along the longer side
+    Groove,  // a channel
+    Rail,    // a raised tube
+    Lamp,    // a strip of light in a channel; `tone` is its strength, warm where `detail` is 1
+    Hazard,  // slanting stripes of paint
+    Paint,   // a flat field of colour, warm where `detail` is 1
 };
 
-void split(const Panel& panel, int least, uint32_t seed, std::vector<Panel>& panels) {
-    const int width = panel.right - panel.left, height = panel.bottom - panel.top;
-    const bool across = width > height || (width == height && randomAt(panel.left, panel.top, seed) < 0.5f);
-    const int length = across ? width : height;
-    const bool rest = length < 256 && randomAt(panel.left, panel.top, seed + 1) < 0.22f;
-    if (length < 2 * least || rest) {
-        panels.push_back(panel);
-        return;
-    }
-    const int cells = length / 32;
-    const int at =
-        std::clamp(
-            static_cast<int>(mix(0.3f, 0.7f, randomAt(panel.left, panel.top, seed + 2)) * cells + 0.5f), 1,
-            cells - 1) *
-        32;
-    Panel first = panel, second = panel;
-    if (across)
-        first.right = second.left = panel.left + at;
-    else
-        first.bottom = second.top = panel.top + at;
-    split(first, least, seed + 3, panels);
-    split(second, least, seed + 4, panels);
+// Left, top, width and height in cells.
+struct Row {
+    Part part;
+    float left, top, width, height;
+    float tone = 0;
+    float detail = 0;
+};
+
+struct Sign {
+    const char* text;
+    float left, baseline, height;  // cells
+    float tone;
+};
+
+const Rgba warm = opaque(0.86f, 0.46f, 0.13f);
+const Rgba warmLight = light(1.0f, 0.58f, 0.20f), coolLight = light(0.80f, 0.94f, 1.0f);
+
+// Steel of a brightness: cool in the dark, nearly neutral when bright.
+Rgba steel(float tone) {
+    return opaque(tone * mix(0.84f, 0.97f, tone), tone * mix(0.95f, 1.0f, tone),
+                  tone * mix(1.12f, 1.02f, tone));
 }
 
-void drawPanel(Canvas& canvas, const Panel& panel, int index, uint32_t seed, Rgba dark, Rgba bright) {
-    const Point middle = {(panel.left + panel.right) * 0.5f, (panel.top + panel.bottom) * 0.5f};
-    const Point half = {(panel.right - panel.left) * 0.5f - 1.5f, (panel.bottom - panel.top) * 0.5f - 1.5f};
-    const float tone = randomAt(index, 0, seed);
-    for (int y = panel.top; y < panel.bottom; y++) {
-        for (int x = panel.left; x < panel.right; x++) {
-            const Point place = {x + 0.5f, y + 0.5f};
-            const float distance = box(place, middle, half, 4);
-            const float inside = coverage(distance);
-            const float edge = bell(distance + 2.5f, 1.4f);
-            const float facing = (place.y - middle.y) / half.y + 0.4f * (place.x - middle.x) / half.x;
-            const float grain = fractalNoise(x * 16.0f / size, y * 16.0f / size, 16, 5, seed + 9);
-            const Rgba face = mix(dark, bright, unit(0.35f + 0.5f * tone + 0.25f * grain));
-            Rgba colour = mix(face * 0.18f, face, inside) * (1 - 0.35f * edge * (facing > 0 ? 1 : -0.8f));
-            colour.a = 1;
-            canvas.at(x, y) = colour;
+float cutBox(Point p, Point half, float cut) {
+    const float flat = box(p, {0, 0}, half);
+    const float slant = (std::fabs(p.x) - half.x + std::fabs(p.y) - half.y + cut) * 0.70710678f;
+    return std::fmax(flat, slant);
+}
+
+void stampBolt(Relief& relief, Point at, float radius) {
+    const Extent extent = {at, {radius + 4, radius + 4}};
+    raise(relief, extent, -1.2f, 2, [&](Point p) { return circle(p, {}, radius + 1.5f); });
+    raise(relief, extent, 3.0f, 3, [&](Point p) { return circle(p, {}, radius - 0.5f); });
+}
+
+void stampBolts(Relief& relief, const Row& row, Point middle, Point half) {
+    const int count = static_cast<int>(row.detail);
+    const bool lying = half.x > half.y;
+    for (int i = 0; i < count; i++) {
+        const float k = count > 1 ? 2.0f * i / (count - 1) - 1 : 0;
+        stampBolt(relief, middle + (lying ? Point{k * half.x, 0} : Point{0, k * half.y}), 5);
+    }
+}
+
+void stampHatch(Relief& relief, const Row& row, Point middle, Point half) {
+    const float radius = half.x;
+    const Extent extent = {middle, {radius + 4, radius + 4}};
+    tint(relief, extent, steel(row.tone), 1, [&](Point p) { return circle(p, {}, radius); });
+    raise(relief, extent, -5, 4, [&](Point p) { return circle(p, {}, radius); });
+    raise(relief, extent, 7, 5, [&](Point p) { return circle(p, {}, radius - 9); });
+    raise(relief, extent, -3, 3, [&](Point p) { return std::fabs(circle(p, {}, radius * 0.55f)) - 3; });
+    for (int i = 0; i < 8; i++)
+        stampBolt(relief, middle + turned({radius * 0.74f, 0}, i * 0.78539816f + 0.39f), 4.5f);
+}
+
+void stampVent(Relief& relief, const Row& row, Point middle, Point half) {
+    const Extent extent = {middle, half};
+    tint(relief, extent, steel(row.tone), 1, [&](Point p) { return box(p, {}, half, 6); });
+    raise(relief, extent, -9, 3, [&](Point p) { return box(p, {}, half, 6); });
+    const float pitch = half.y * 2 / row.detail;
+    raise(relief, extent, 8, pitch * 0.5f, [&](Point p) {
+        const float slat = std::fmod(p.y + half.y + 4 * size, pitch) - pitch / 2;
+        return std::fmax(std::fabs(slat) - pitch * 0.22f, box(p, {}, half - Point{7, 3}, 4));
+    });
+}
+
+void stampLamp(Relief& relief, const Row& row, Point middle, Point half) {
+    const Point channel = half + Point{9, 9};
+    const Extent extent = {middle, channel + Point{26, 26}};
+    tint(relief, extent, steel(0.10f), 1, [&](Point p) { return box(p, {}, channel, 9); });
+    raise(relief, extent, -7, 4, [&](Point p) { return box(p, {}, channel, 9); });
+    const Rgba glow = row.detail > 0 ? warmLight : coolLight;
+    shine(relief, extent, glow * row.tone, 26,
+          [&](Point p) { return box(p, {}, half, std::fmin(half.x, half.y)); });
+}
+
+void stamp(Relief& relief, const Row& row) {
+    const Point half = {row.width * cell / 2, row.height * cell / 2};
+    const Point middle = Point{row.left * cell, row.top * cell} + half;
+    const Extent extent = {middle, half + Point{3, 3}};
+    switch (row.part) {
+        case Part::Plate: {
+            const auto shape = [&](Point p) { return cutBox(p, half - Point{2, 2}, row.detail * cell); };
+            tint(relief, extent, steel(row.tone), 1, shape);
+            raise(relief, extent, 5, 5, shape);
+            break;
         }
+        case Part::Inset: {
+            const auto shape = [&](Point p) { return box(p, {}, half, 7); };
+            tint(relief, extent, steel(row.tone), 1, shape);
+            raise(relief, extent, -4, 4, shape);
+            break;
+        }
+        case Part::Vent:
+            stampVent(relief, row, middle, half);
+            break;
+        case Part::Hatch:
+            stampHatch(relief, row, middle, half);
+            break;
+        case Part::Bolts:
+            stampBolts(relief, row, middle, half);
+            break;
+        case Part::Groove:
+            raise(relief, extent, -4, 4,
+                  [&](Point p) { return box(p, {}, half, std::fmin(half.x, half.y)); });
+            break;
+        case Part::Rail: {
+            const float thick = std::fmin(half.x, half.y);
+            tint(relief, extent, steel(row.tone), 1, [&](Point p) { return box(p, {}, half); });
+            raise(relief, extent, thick * 0.9f, thick * 1.6f,
+                  [&](Point p) { return box(p, {}, half) + thick * 0.5f; });
+            break;
+        }
+        case Part::Lamp:
+            stampLamp(relief, row, middle, half);
+            break;
+        case Part::Hazard:
+            tint(relief, extent, warm, 0.9f, [&](Point p) {
+                const float stripe = std::fabs(std::fmod(p.x + p.y + 64 * cell, 44.0f) - 22) - 11;
+                return std::fmax(stripe * 0.7071f, box(p, {}, half, 3));
+            });
+            break;
+        case Part::Paint:
+            tint(relief, extent, row.detail > 0 ? warm : steel(row.tone), 0.85f,
+                 [&](Point p) { return box(p, {}, half, 3); });
+            break;
     }
 }
 
-void makePlates(const char* path, int least, uint32_t seed, Rgba dark, Rgba bright) {
-    std::vector<Panel> panels;
-    split({0, 0, size, size}, least, seed, panels);
-    Canvas canvas(size, size);
-    for (size_t i = 0; i < panels.size(); i++)
-        drawPanel(canvas, panels[i], static_cast<int>(i), seed, dark, bright);
-    saveRgb(canvas, path, Rows::TopFirst);
+void stencil(Relief& relief, const std::vector<Sign>& signs) {
+    for (const Sign& sign : signs) {
+        LetteringField text(size, size, 2);
+        setText(text, sign.text, {sign.height * cell, 0.22f, 0.25f, 0.2f}, sign.left * cell,
+                sign.baseline * cell);
+        for (size_t i = 0; i < text.distances.size(); i++)
+            relief.colours[i] = mix(relief.colours[i], steel(sign.tone), 0.8f * coverage(text.distances[i]));
+    }
+}
+
+// clang-format off
+const std::vector<Row> hullRows = {
+    {Part::Plate, 0, 0, 6, 5, 0.52f, 0.7f},        {Part::Plate, 6, 0, 4, 3, 0.38f, 0.3f},      {Part::Plate, 10, 0, 6, 3, 0.60f, 0.3f},
+    {Part::Plate, 6, 3, 7, 6, 0.56f, 0.7f},        {Part::Plate, 13, 3, 3, 6, 0.34f, 0.3f},     {Part::Plate, 0, 5, 3, 6, 0.36f, 0.3f},
+    {Part::Plate, 3, 5, 3, 4, 0.58f, 0.3f},        {Part::Plate, 3, 9, 7, 3, 0.46f, 0.3f},      {Part::Plate, 10, 9, 6, 7, 0.54f, 0.9f},
+    {Part::Plate, 0, 11, 3, 5, 0.58f, 0.4f},       {Part::Plate, 3, 12, 4, 4, 0.32f, 0.4f},     {Part::Plate, 7, 12, 3, 4, 0.50f, 0.4f},
+    {Part::Inset, 0.6f, 2.9f, 3.4f, 1.4f, 0.24f},  {Part::Vent, 0.8f, 3.1f, 3, 1, 0.22f, 5},    {Part::Inset, 7, 4, 3.2f, 4, 0.47f},
+    {Part::Hatch, 13.4f, 5.1f, 2.2f, 2.2f, 0.46f}, {Part::Hatch, 10.8f, 12.6f, 2.4f, 2.4f, 0.40f}, {Part::Vent, 13.8f, 10, 1.6f, 4.6f, 0.18f, 11},
+    {Part::Vent, 3.5f, 12.8f, 3, 2.4f, 0.15f, 6},  {Part::Groove, 0.5f, 6, 2, 0.12f},           {Part::Groove, 0.5f, 6.4f, 2, 0.12f},
+    {Part::Groove, 0.5f, 6.8f, 2, 0.12f},          {Part::Inset, 0.6f, 8, 1.8f, 2.2f, 0.20f},   {Part::Lamp, 0.9f, 8.5f, 1.2f, 0.16f, 0.85f, 1},
+    {Part::Lamp, 0.9f, 9.5f, 1.2f, 0.16f, 0.8f},   {Part::Paint, 10.04f, 0.9f, 5.92f, 0.5f, 0, 1},      {Part::Paint, 10.04f, 1.55f, 5.92f, 0.16f, 0, 1},
+    {Part::Hazard, 3.4f, 11.2f, 6.2f, 0.55f},      {Part::Rail, 6.4f, 1.3f, 3.2f, 0.28f, 0.42f}, {Part::Rail, 6.4f, 2.0f, 3.2f, 0.28f, 0.42f},
+    {Part::Groove, 10.6f, 3.4f, 0.14f, 5.2f},      {Part::Groove, 11, 3.4f, 0.14f, 5.2f},       {Part::Inset, 0.5f, 12, 2, 3.2f, 0.48f},
+    {Part::Bolts, 0.7f, 0.6f, 4.2f, 0.01f, 0, 6},  {Part::Bolts, 10.5f, 2.6f, 5, 0.01f, 0, 7},  {Part::Bolts, 11.5f, 3.5f, 1, 0.01f, 0, 2}, {Part::Inset, 11.5f, 4.4f, 1.1f, 2.2f, 0.40f},
+    {Part::Bolts, 3.5f, 5.5f, 2, 0.01f, 0, 3},     {Part::Bolts, 3.5f, 8.5f, 2, 0.01f, 0, 3},   {Part::Bolts, 7.4f, 12.6f, 2.2f, 0.01f, 0, 3},
+    {Part::Bolts, 7.4f, 15.4f, 2.2f, 0.01f, 0, 3}, {Part::Bolts, 10.7f, 15.5f, 4.6f, 0.01f, 0, 6},
+};
+const std::vector<Sign> hullSigns = {
+    {"Valo", 7.25f, 6.0f, 0.86f, 0.16f}, {"7", 11.35f, 8.4f, 1.2f, 0.20f}, {"juova", 7.28f, 7.0f, 0.5f, 0.16f},
+    {"126", 3.5f, 7.6f, 0.9f, 0.2f},     {"Ö-9", 7.45f, 14.5f, 0.8f, 0.18f}, {"no step", 3.6f, 10.5f, 0.55f, 0.16f}, {"10 88 4", 10.6f, 10.6f, 0.42f, 0.2f},
+};
+
+const std::vector<Row> wallRows = {
+    {Part::Plate, 2, 0, 6, 7, 0.30f, 0.9f},      {Part::Plate, 8, 0, 6, 4, 0.22f, 0.6f},     {Part::Plate, 8, 4, 6, 7, 0.30f, 0.9f},
+    {Part::Plate, 2, 7, 6, 4, 0.18f, 0.6f},      {Part::Plate, 2, 11, 6, 5, 0.32f, 0.9f},    {Part::Plate, 8, 11, 6, 5, 0.24f, 0.9f},
+    {Part::Rail, 14.1f, 0, 0.4f, 16, 0.42f},     {Part::Rail, 1.5f, 0, 0.4f, 16, 0.42f},     {Part::Lamp, 15.68f, 0.6f, 0.64f, 6.8f, 1.0f},
+    {Part::Lamp, 15.68f, 8.6f, 0.64f, 6.8f, 1.0f},
+    {Part::Inset, 2.9f, 0.9f, 4.2f, 5.2f, 0.22f},  {Part::Vent, 8.8f, 0.8f, 4.4f, 2.4f, 0.12f, 6}, {Part::Inset, 9, 5, 4, 5, 0.46f},
+    {Part::Lamp, 8.9f, 11.6f, 4.2f, 0.26f, 0.9f}, {Part::Hatch, 3.2f, 11.8f, 3.6f, 3.6f, 0.30f}, {Part::Lamp, 2.8f, 7.7f, 0.3f, 2.6f, 0.9f, 1},
+    {Part::Vent, 3.6f, 7.8f, 3.7f, 2.4f, 0.10f, 5}, {Part::Hazard, 9, 9.2f, 4, 0.6f},          {Part::Groove, 3.3f, 1.5f, 3.4f, 0.14f},
+    {Part::Groove, 3.3f, 5.4f, 3.4f, 0.14f},       {Part::Inset, 8.8f, 12.4f, 4.4f, 2.8f, 0.18f}, {Part::Rail, 9.2f, 12.8f, 3.6f, 0.34f, 0.34f},
+    {Part::Rail, 9.2f, 13.6f, 3.6f, 0.34f, 0.34f}, {Part::Rail, 9.2f, 14.4f, 3.6f, 0.34f, 0.34f}, {Part::Bolts, 2.45f, 1.2f, 0.01f, 4.6f, 0, 5},
+    {Part::Bolts, 7.55f, 1.2f, 0.01f, 4.6f, 0, 5}, {Part::Bolts, 8.5f, 5.4f, 0.01f, 4.2f, 0, 4},  {Part::Bolts, 13.5f, 5.4f, 0.01f, 4.2f, 0, 4},
+    {Part::Bolts, 9.2f, 15.6f, 3.6f, 0.01f, 0, 4},
+};
+const std::vector<Sign> wallSigns = {
+    {"8", 4.1f, 4.4f, 2.4f, 0.62f}, {"808", 3.4f, 5.2f, 0.4f, 0.62f}, {"A", 9.9f, 7.7f, 1.9f, 0.12f}, {"utu", 10.0f, 8.7f, 0.6f, 0.12f},
+};
+// clang-format on
+
+void makePlated(const char* path, const std::vector<Row>& rows, const std::vector<Sign>& signs,
+                const Weather& weather) {
+    Relief relief(size, steel(0.10f));
+    for (const Row& row : rows) stamp(relief, row);
+    stencil(relief, signs);
+    saveRgb(lit(relief, weather), path, Rows::TopFirst);
 }
 
 }  // namespace
 
 void makeHull(const char* path) {
-    makePlates(path, 64, 900, opaque(0.30f, 0.33f, 0.37f), opaque(0.66f, 0.70f, 0.74f));
+    makePlated(path, hullRows, hullSigns, {0.14f, 0.55f, 0.5f, 900});
 }
 void makeWalls(const char* path) {
-    makePlates(path, 128, 1900, opaque(0.24f, 0.28f, 0.33f), opaque(0.58f, 0.64f, 0.70f));
+    makePlated(path, wallRows, wallSigns, {0.16f, 0.40f, 0.6f, 1900});
 }

@@ -76,6 +76,11 @@ void makeStudio(const char* path) {
         {10, 66, {1.1f, 0.05f}, 4, 0.05f, light(0.28f, 0.36f, 0.46f)},
         {-62, 18, {0.16f, 0.22f}, 0, 0.03f, light(0.34f, 0.46f, 0.60f)},
         {-88, 18, {0.16f, 0.22f}, 0, 0.03f, light(0.22f, 0.32f, 0.44f)},
+        {-31, 27, {0.10f, 0.09f}, 0, 0.02f, light(0.30f, 0.37f, 0.44f)},
+        {-18, 27, {0.10f, 0.09f}, 0, 0.02f, light(0.34f, 0.42f, 0.50f)},
+        {-31, 14, {0.10f, 0.09f}, 0, 0.02f, light(0.20f, 0.26f, 0.32f)},
+        {-18, 14, {0.10f, 0.09f}, 0, 0.02f, light(0.24f, 0.31f, 0.38f)},
+        {20, -26, {0.5f, 0.018f}, -6, 0.03f, light(0.42f, 0.26f, 0.10f)},
         {74, -14, {0.05f, 0.60f}, 18, 0.05f, light(0.62f, 0.38f, 0.14f)},
         {165, 10, {0.5f, 0.03f}, -20, 0.06f, light(0.16f, 0.26f, 0.40f)},
     };
@@ -86,15 +91,24 @@ void makeStudio(const char* path) {
     });
 }
 
+// On the robot's body, which has no other picture: the lit colour times this. A night hangar: black floor, a
+// hard horizon, a bank of tubes overhead and tall windows at the sides.
 void makeRobotChrome(const char* path) {
-    const std::vector<Softbox> lamps = {
-        {30, 48, {0.8f, 0.10f}, -8, 0.06f, light(0.50f, 0.52f, 0.56f)},
-        {-70, 20, {0.10f, 0.7f}, 6, 0.05f, light(0.36f, 0.40f, 0.46f)},
-        {100, 0, {0.06f, 0.8f}, -10, 0.05f, light(0.45f, 0.36f, 0.26f)},
+    std::vector<Softbox> lamps = {
+        {-78, 16, {0.16f, 0.62f}, 4, 0.02f, light(0.46f, 0.52f, 0.60f)},
+        {-96, 16, {0.08f, 0.62f}, 4, 0.02f, light(0.30f, 0.35f, 0.42f)},
+        {96, 4, {0.07f, 0.90f}, -8, 0.03f, light(0.62f, 0.46f, 0.30f)},
+        {150, 30, {0.9f, 0.10f}, 10, 0.05f, light(0.35f, 0.40f, 0.48f)},
     };
-    const std::vector<Stop> sky = {{-1, light(0.05f, 0.045f, 0.05f)},    {-0.10f, light(0.10f, 0.09f, 0.09f)},
-                                   {-0.02f, light(0.03f, 0.03f, 0.04f)}, {0.03f, light(0.42f, 0.42f, 0.44f)},
-                                   {0.35f, light(0.20f, 0.21f, 0.25f)},  {1, light(0.07f, 0.08f, 0.11f)}};
+    for (int i = 0; i < 5; i++)
+        lamps.push_back(
+            {8, 34.0f + 11 * i, {0.9f, 0.035f}, -5, 0.012f, light(0.78f, 0.80f, 0.84f) * (0.9f - 0.13f * i)});
+    const std::vector<Stop> sky = {
+        {-1, light(0.012f, 0.010f, 0.012f)},  {-0.5f, light(0.05f, 0.045f, 0.045f)},
+        {-0.06f, light(0.14f, 0.12f, 0.11f)}, {-0.045f, light(0.01f, 0.01f, 0.012f)},
+        {0.0f, light(0.02f, 0.02f, 0.025f)},  {0.02f, light(0.40f, 0.42f, 0.46f)},
+        {0.12f, light(0.18f, 0.20f, 0.24f)},  {0.45f, light(0.05f, 0.06f, 0.08f)},
+        {1, light(0.015f, 0.02f, 0.03f)}};
     makeSphereMap(path, [&](Direction towards) {
         Rgba sum = gradient(sky, towards.y);
         for (const Softbox& lamp : lamps) sum = sum + lit(lamp, towards);
@@ -102,15 +116,21 @@ void makeRobotChrome(const char* path) {
     });
 }
 
+// On its arms: gun metal, a cross of fine tubes.
 void makeArmChrome(const char* path) {
     const std::vector<Softbox> lamps = {
-        {-30, 40, {0.9f, 0.045f}, 10, 0.03f, light(0.62f, 0.66f, 0.72f)},
-        {-30, 54, {0.9f, 0.045f}, 10, 0.03f, light(0.36f, 0.40f, 0.46f)},
-        {80, 5, {0.05f, 0.9f}, 0, 0.03f, light(0.50f, 0.44f, 0.36f)},
+        {-30, 40, {0.9f, 0.035f}, 10, 0.02f, light(0.78f, 0.82f, 0.88f)},
+        {-30, 52, {0.9f, 0.035f}, 10, 0.02f, light(0.46f, 0.50f, 0.56f)},
+        {78, 5, {0.05f, 0.9f}, 0, 0.02f, light(0.60f, 0.50f, 0.38f)},
+        {92, 5, {0.03f, 0.9f}, 0, 0.02f, light(0.40f, 0.34f, 0.26f)},
+        {-85, -5, {0.12f, 0.5f}, 0, 0.02f, light(0.32f, 0.36f, 0.42f)},
     };
+    const std::vector<Stop> sky = {
+        {-1, light(0.02f, 0.02f, 0.022f)},     {-0.08f, light(0.09f, 0.085f, 0.09f)},
+        {-0.02f, light(0.01f, 0.01f, 0.012f)}, {0.03f, light(0.28f, 0.29f, 0.32f)},
+        {0.3f, light(0.10f, 0.11f, 0.13f)},    {1, light(0.03f, 0.035f, 0.045f)}};
     makeSphereMap(path, [&](Direction towards) {
-        Rgba sum = light(0.09f, 0.095f, 0.11f) * (0.6f + 0.4f * towards.y) +
-                   light(0.25f, 0.26f, 0.28f) * bell(towards.y, 0.06f);
+        Rgba sum = gradient(sky, towards.y);
         for (const Softbox& lamp : lamps) sum = sum + lit(lamp, towards);
         return sum;
     });

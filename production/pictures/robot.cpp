@@ -25,11 +25,11 @@ void makeBand(const char* path, Rgba tint, Rgba glow, Rgba hot) {
 }  // namespace
 
 void makeRedBand(const char* path) {
-    makeBand(path, opaque(0.085f, 0.010f, 0.004f), opaque(0.75f, 0.08f, 0.02f), opaque(0.5f, 0.35f, 0.15f));
+    makeBand(path, opaque(0.045f, 0.004f, 0), opaque(0.75f, 0.08f, 0.02f), opaque(0.5f, 0.35f, 0.15f));
 }
 
 void makeGreenBand(const char* path) {
-    makeBand(path, opaque(0.004f, 0.070f, 0.030f), opaque(0.04f, 0.70f, 0.28f), opaque(0.30f, 0.5f, 0.35f));
+    makeBand(path, opaque(0, 0.030f, 0.012f), opaque(0.04f, 0.70f, 0.28f), opaque(0.30f, 0.5f, 0.35f));
 }
 
 void makeRobotFace(const char* path) {
