@@ -8,7 +8,7 @@
 #include "render/demo.h"
 #include "script/timeline.h"
 
-void renderFrame() {
+void drawFrame() {
     demo->clock.update();
     const float time = demo->clock.time();
     const float delta = time - app.previousFrameTime;
@@ -21,6 +21,10 @@ void renderFrame() {
     // both.
     demo->endFrame();
     glFlush();
+}
+
+void renderFrame() {
+    drawFrame();
     if (app.screenshotRequested) saveScreenshot();
     SDL_GL_SwapBuffers();
 }

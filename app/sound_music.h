@@ -6,6 +6,7 @@
 
 struct SoundMusic : MusicSource {
     static constexpr int channel = 0;
+    static constexpr char path[] = "data/KVX - Ondrevane2.ogg";
 
     sound::Stream* stream = nullptr;  // nullptr, of a music that can't be opened, stands at 0
 

@@ -14,7 +14,6 @@ namespace {
 
 constexpr int mixingRate = 44100;  // Hz
 constexpr int mixingChannels = 16;
-constexpr char musicPath[] = "data/KVX - Ondrevane2.ogg";
 
 // The frame's alpha is part of many scenes' blending, so a visual with alpha comes first; the show is
 // playable without, and on 16 bits of depth.
@@ -91,7 +90,7 @@ void startMusic(int soundOutput) {
     sound::setOutput(soundOutput);
     printSoundOutput(sound::output());
     sound::start(mixingRate, mixingChannels);
-    app.music.stream = sound::openStream(musicPath);
+    app.music.stream = sound::openStream(SoundMusic::path);
     sound::play(SoundMusic::channel, app.music.stream);
     demo->clock.source = &app.music;
 }

@@ -38,6 +38,13 @@ const SFG_Font* const fonts[] = {&fgFontFixed8x13,   &fgFontFixed9x15,   &fgFont
 
 }  // namespace
 
+Glyph glyphOf(int font, char character) {
+    const signed char c = static_cast<signed char>(character);
+    if (font < 0 || font >= static_cast<int>(std::size(fonts)) || c < 0) return {0, 0, nullptr};
+    const GLubyte* glyph = fonts[font]->characters[c];
+    return {glyph[0], fonts[font]->height, glyph + 1};
+}
+
 void begin2DText(int width, int height) {
     glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
     glPixelStorei(GL_UNPACK_SWAP_BYTES, 0);
@@ -75,11 +82,9 @@ void drawText(float x, float y, int font, const char* text) {
     if (font < 0 || font >= static_cast<int>(std::size(fonts))) return;
     const SFG_Font& f = *fonts[font];
     for (; *text; text++) {
-        const signed char c = static_cast<signed char>(*text);
-        if (c < 0) continue;
-        const GLubyte* glyph = f.characters[c];
-        const GLubyte width = glyph[0];
-        glBitmap(width, f.height, f.xOrigin, f.yOrigin, width, 0, glyph + 1);
+        const Glyph glyph = glyphOf(font, *text);
+        if (!glyph.rows) continue;
+        glBitmap(glyph.width, glyph.height, f.xOrigin, f.yOrigin, glyph.width, 0, glyph.rows);
     }
 }
 

@@ -12,6 +12,14 @@ enum Font : int {
     timesRoman24,
 };
 
+// A character's bitmap: `height` rows from the bottom up, each in whole bytes, the leftmost pixel in a byte's
+// highest bit. Width 0 and no rows where a font has none.
+struct Glyph {
+    int width, height;  // pixels
+    const unsigned char* rows;
+};
+Glyph glyphOf(int font, char character);
+
 // Pixel coordinates from the lower left of the viewport, without texture, depth test and lighting, until
 // end2DText brings back what was in force before. Leaves GL_MODELVIEW current.
 void begin2DText(int width, int height);

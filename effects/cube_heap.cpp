@@ -50,16 +50,20 @@ void CubeHeap::advance(CubeState& cube) {
         cube.scale = cube.targetScale;
 }
 
-void CubeHeap::draw() {
+void CubeHeap::advance() {
     turnOnBeat();
+    for (CubeState& cube : cubes) advance(cube);
+}
+
+void CubeHeap::draw() {
+    advance();
     setMaterial(GL_FRONT, hullMaterial);
     beginHull(*demo);
     glEnable(GL_DEPTH_TEST);
     glPushMatrix();
     glRotatef(time() * spinSpeed, 0, 1, 0);
     for (int i = 0; i < cubeCount; ++i) {
-        CubeState& cube = cubes[i];
-        advance(cube);
+        const CubeState& cube = cubes[i];
         glPushMatrix();
         glTranslatef(0, storey * i, 0);
         bool turned = static_cast<int>(cube.angle) % 180 > 89;

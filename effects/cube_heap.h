@@ -25,6 +25,9 @@ struct CubeHeap : EffectBase {
     // on.
     void draw() override;
 
+    // The motion of one frame, all that lasts from one draw to the next; draw does it first.
+    void advance();
+
     void turnOnBeat();
     void advance(CubeState& cube);
 };

@@ -9,12 +9,7 @@ FrameState frame;
 
 namespace {
 
-struct Entry {
-    float begin;  // music time in seconds; belongs to this entry, which runs to the next one's begin
-    void (*draw)();
-};
-
-constexpr Entry programme[] = {
+constexpr ProgrammeEntry sheet[] = {
     {0.0f, sceneSweepText},             // the title
     {9.538f, sceneLaserIntro},          // the ship in its tunnel
     {32.347f, sceneStripesTunnel},      // three layers of stripes
@@ -29,14 +24,6 @@ constexpr Entry programme[] = {
     {195.28f, quit},
 };
 
-void drawProgramme(float time) {
-    const Entry* current = programme;
-    for (const Entry& entry : programme) {
-        if (time >= entry.begin) current = &entry;
-    }
-    current->draw();
-}
-
 // A screen-like layer at half strength. Against one minus the source colour, dark parts leave the picture and
 // bright parts darken it towards the layer; the usual alpha pair would dim all of it.
 void drawOverlay() {
@@ -48,6 +35,18 @@ void drawOverlay() {
 }
 
 }  // namespace
+
+std::span<const ProgrammeEntry> programme() {
+    return sheet;
+}
+
+const ProgrammeEntry& programmeAt(float time) {
+    const ProgrammeEntry* current = sheet;
+    for (const ProgrammeEntry& entry : sheet) {
+        if (time >= entry.begin) current = &entry;
+    }
+    return *current;
+}
 
 bool preview(float time, float delta) {
     static FrameState previewFrame;
@@ -67,7 +66,7 @@ void runTimeline(float time, float delta) {
     glEnable(GL_DEPTH_TEST);
 
     if (!preview(time, delta)) {
-        drawProgramme(time);
+        programmeAt(time).draw();
         drawOverlay();
     }
     demo->endFrame();

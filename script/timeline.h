@@ -1,6 +1,8 @@
 // The programme: which scene is drawn at which second of the music, and how scenes are put together.
 #pragma once
 
+#include <span>
+
 // What scenes read besides `demo`: written at the start of every frame.
 struct FrameState {
     float time;   // music time, seconds
@@ -8,6 +10,18 @@ struct FrameState {
     float pulse;  // beat pulse, read once
 };
 extern FrameState frame;
+
+// One line of the programme sheet.
+struct ProgrammeEntry {
+    float begin;  // music time in seconds; belongs to this entry, which runs to the next one's begin
+    void (*draw)();
+};
+
+// All of it in order; the last entry ends the program.
+std::span<const ProgrammeEntry> programme();
+
+// The entry that is on at `time` seconds.
+const ProgrammeEntry& programmeAt(float time);
 
 // Draws the whole picture of the frame at `time` seconds, and ends the program at the end of the show.
 void runTimeline(float time, float delta);
