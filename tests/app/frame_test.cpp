@@ -1,0 +1,83 @@
+// The whole show, loaded once from the real data: start-up, then frames at given moments.
+#include "app/frame.h"
+
+#include "app/keys.h"
+#include "app/startup.h"
+#include "tests/app/shell_window.h"
+#include "tests/scratch.h"
+
+namespace {
+
+class Show : public ShellWindow {
+public:
+    void SetUp() override {
+        ShellWindow::SetUp();
+        initialiseDemo();
+        demo->clock.source = &music;
+    }
+
+    void renderAt(int ms) {
+        music.ms = ms;
+        renderFrame();
+    }
+};
+
+TEST_F(Show, StartsUpIntoTheStateThatTheFirstFrameCountsOn) {
+    EXPECT_EQ(demo->textureIndex("loading"), 0);
+    EXPECT_EQ(demo->textureIndex("white"), 22);
+    EXPECT_EQ(demo->meshSetCount, 16);
+    EXPECT_EQ(demo->effects.size(), 8u);
+    EXPECT_EQ(demo->clock.bpm, 126);
+    EXPECT_EQ(demo->clock.time(), 0);
+    float colour[4];
+    glGetFloatv(GL_COLOR_CLEAR_VALUE, colour);
+    EXPECT_EQ(colour[3], 0.5f);
+    EXPECT_EQ(glGetHandleARB(GL_PROGRAM_OBJECT_ARB), 0u);
+    float center[2];
+    const GLhandleARB boom = demo->shaders.at("boom");
+    glGetUniformfvARB(boom, glGetUniformLocationARB(boom, "center"), center);
+    EXPECT_EQ(center[0], 0.5f);
+    EXPECT_EQ(center[1], 0.5f);
+}
+
+TEST_F(Show, AFrameRunsTheClockTheTimelineAndHousekeepingTwice) {
+    renderAt(18000);
+    EXPECT_EQ(demo->clock.time(), 18);
+    EXPECT_EQ(app.previousFrameTime, 18);
+    EXPECT_EQ(demo->clock.frameCount, 2);
+    EXPECT_EQ(demo->quadCount, 0);
+    EXPECT_EQ(demo->previousQuadCount, 0) << "the second housekeeping finds no quads left";
+    EXPECT_EQ(demo->clock.beatCount, 1);
+    EXPECT_FALSE(glIsEnabled(GL_BLEND));
+    EXPECT_GT(readWindow().litCount(), 10000) << "and the picture is shown";
+
+    renderAt(17000);
+    EXPECT_EQ(demo->clock.delta, -1);
+    EXPECT_EQ(app.previousFrameTime, 17);
+}
+
+TEST_F(Show, PressesOfAFrameMakeOneScreenshotOfWhatIsShown) {
+    ScratchDirectory scratch;
+    WorkingDirectory working(scratch.path);
+    std::filesystem::create_directories("w:/shots");
+    handleKey(SDLK_F11);
+    handleKey(SDLK_F11);
+    renderAt(100000);
+    renderAt(100016);
+    EXPECT_EQ(app.screenshotNumber, 1);
+
+    handleKey(SDLK_F11);
+    renderAt(100000);
+    const Screen shown = readWindow();
+    Image shot;
+    ASSERT_EQ(loadImage("w:/shots/shot0001.png", &shot, 1), 0);
+    int different = 0;
+    for (int i = 0; i < screenWidth * screenHeight; i++) {
+        const uint8_t* p = shot.pixels + i * 3;
+        different += shown.pixels[i] != Pixel{p[0], p[1], p[2], 255};
+    }
+    EXPECT_EQ(different, 0);
+    delete[] shot.pixels;
+}
+
+}  // namespace
