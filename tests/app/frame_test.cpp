@@ -41,9 +41,9 @@ TEST_F(Show, StartsUpIntoTheStateThatTheFirstFrameCountsOn) {
 }
 
 TEST_F(Show, AFrameRunsTheClockTheTimelineAndHousekeepingTwice) {
-    renderAt(18000);
-    EXPECT_EQ(demo->clock.time(), 18);
-    EXPECT_EQ(app.previousFrameTime, 18);
+    renderAt(18700);
+    EXPECT_EQ(demo->clock.time(), 18.7f);
+    EXPECT_EQ(app.previousFrameTime, 18.7f);
     EXPECT_EQ(demo->clock.frameCount, 2);
     EXPECT_EQ(demo->quadCount, 0);
     EXPECT_EQ(demo->previousQuadCount, 0) << "the second housekeeping finds no quads left";
@@ -51,9 +51,9 @@ TEST_F(Show, AFrameRunsTheClockTheTimelineAndHousekeepingTwice) {
     EXPECT_FALSE(glIsEnabled(GL_BLEND));
     EXPECT_GT(readWindow().litCount(), 10000) << "and the picture is shown";
 
-    renderAt(17000);
-    EXPECT_EQ(demo->clock.delta, -1);
-    EXPECT_EQ(app.previousFrameTime, 17);
+    renderAt(17700);
+    EXPECT_EQ(demo->clock.delta, 17.7f - 18.7f);
+    EXPECT_EQ(app.previousFrameTime, 17.7f);
 }
 
 TEST_F(Show, PressesOfAFrameMakeOneScreenshotOfWhatIsShown) {
