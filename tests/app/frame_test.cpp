@@ -8,7 +8,7 @@
 
 namespace {
 
-class Show : public ShellWindow {
+class Frames : public ShellWindow {
 public:
     void SetUp() override {
         ShellWindow::SetUp();
@@ -22,7 +22,7 @@ public:
     }
 };
 
-TEST_F(Show, StartsUpIntoTheStateThatTheFirstFrameCountsOn) {
+TEST_F(Frames, StartsUpIntoTheStateThatTheFirstFrameCountsOn) {
     EXPECT_EQ(demo->textureIndex("loading"), 0);
     EXPECT_EQ(demo->textureIndex("white"), 22);
     EXPECT_EQ(demo->meshSetCount, 16);
@@ -40,7 +40,7 @@ TEST_F(Show, StartsUpIntoTheStateThatTheFirstFrameCountsOn) {
     EXPECT_EQ(center[1], 0.5f);
 }
 
-TEST_F(Show, AFrameRunsTheClockTheTimelineAndHousekeepingTwice) {
+TEST_F(Frames, AFrameRunsTheClockTheTimelineAndHousekeepingTwice) {
     renderAt(18700);
     EXPECT_EQ(demo->clock.time(), 18.7f);
     EXPECT_EQ(app.previousFrameTime, 18.7f);
@@ -56,7 +56,7 @@ TEST_F(Show, AFrameRunsTheClockTheTimelineAndHousekeepingTwice) {
     EXPECT_EQ(app.previousFrameTime, 17.7f);
 }
 
-TEST_F(Show, PressesOfAFrameMakeOneScreenshotOfWhatIsShown) {
+TEST_F(Frames, PressesOfAFrameMakeOneScreenshotOfWhatIsShown) {
     ScratchDirectory scratch;
     WorkingDirectory working(scratch.path);
     std::filesystem::create_directories("w:/shots");
