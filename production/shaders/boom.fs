@@ -25,19 +25,19 @@ void main() {
     vec2 ray = (place - center) * aspect;
     float radius = length(ray);
     float behindFront = radius - 2.8 * (0.3 - scale);
-    float packet = exp(-10.0 * behindFront * behindFront) * smoothstep(0.0, 0.12, radius);
+    float packet = exp(-(8.0 + 0.6 * distort) * behindFront * behindFront) * smoothstep(0.0, 0.12, radius);
 
     // Tighter waves are lower, or the picture would fold over itself.
     float frequency = 2.0 * distort;
-    float height = 0.7 * scale * packet / (1.0 + 0.12 * frequency);
+    float height = 2.0 * scale * scale * packet / (1.0 + 0.08 * frequency);
     float phase = frequency * behindFront;
     vec2 nearEdge = smoothstep(0.0, 0.15, min(place, 1.0 - place));
     vec2 shift = -height * sin(phase) * ray / max(radius, 0.001) / aspect * nearEdge;
 
     vec4 color = texture2D(picture, coordinates(place + shift, slope, margin));
-    color.r = texture2D(picture, coordinates(place + shift * 0.8, slope, margin)).r;
-    color.b = texture2D(picture, coordinates(place + shift * 1.25, slope, margin)).b;
-    color.rgb *= 1.0 + 0.5 * height * frequency * cos(phase);
+    color.r = texture2D(picture, coordinates(place + shift * 0.9, slope, margin)).r;
+    color.b = texture2D(picture, coordinates(place + shift * 1.12, slope, margin)).b;
+    color.rgb *= 1.0 + 0.2 * height * frequency * cos(phase);
     // Over a picture's own blurred copy the packet and all outside of it go soft.
     color.a *= 1.0 - 2.5 * scale * min(0.1 * distort, 1.0) * smoothstep(-0.2, 0.3, behindFront);
     gl_FragColor = color * gl_Color;

@@ -1,6 +1,6 @@
 #version 110
-// A disc of light seen through smoke: bright at its middle, gone before the edge of the hexagon that it is drawn
-// on. Added to the picture.
+// A disc of smoke lit from its middle, gone before the edge of the hexagon that it is drawn on, with rays that reach
+// the edge. Added to the picture, and dim, since the glow that follows adds it to itself.
 
 uniform sampler2D noise;
 uniform vec4 color;
@@ -13,8 +13,9 @@ void main() {
     float radius = length(disc);
     float swirl = texture2D(noise, wide).r;
     float wisp = texture2D(noise, fine + 0.35 * swirl).r;
-    float smoke = 2.2 * swirl * wisp * (1.0 - smoothstep(0.35, 0.86, radius));
-    float core = exp(-9.0 * radius * radius);
-    vec3 light = color.rgb * (smoke + 0.5 * core) + 0.15 * core * smoke;
+    float smoke = swirl * wisp * (1.0 - smoothstep(0.35, 0.86, radius));
+    // A hundred rays meet in the middle and add up there, as many as the disc around them has room for.
+    float spread = 0.15 + smoothstep(0.0, 0.7, radius);
+    vec3 light = color.rgb * spread * (0.9 * smoke + 0.02) + 0.25 * smoke * smoke * spread;
     gl_FragColor = vec4(light, color.a) * gl_Color;
 }
