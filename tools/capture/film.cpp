@@ -1,0 +1,154 @@
+#include "tools/capture/film.h"
+
+#include <fcntl.h>
+#include <signal.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <vector>
+
+#include "render/screen.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::vector<std::string> arguments(const Film& film, int fps, double from, double seconds,
+                                   const char* soundtrack) {
+    const std::string size = std::to_string(screenWidth) + "x" + std::to_string(screenHeight);
+    std::vector<std::string> words = {"ffmpeg",
+                                      "-nostdin",
+                                      "-loglevel",
+                                      "error",
+                                      "-y",
+                                      "-f",
+                                      "rawvideo",
+                                      "-pixel_format",
+                                      "bgr0",
+                                      "-video_size",
+                                      size,
+                                      "-framerate",
+                                      std::to_string(fps),
+                                      "-i",
+                                      "pipe:0",
+                                      "-ss",
+                                      std::to_string(from),
+                                      "-t",
+                                      std::to_string(seconds),
+                                      "-i",
+                                      soundtrack,
+                                      "-map",
+                                      "0:v",
+                                      "-map",
+                                      "1:a",
+                                      "-vf",
+                                      "vflip"};
+    const std::string ending = fs::path(film.path).extension();
+    if (ending == ".mp4" || ending == ".m4v" || ending == ".mov" || ending == ".mkv") {
+        for (const char* word : {"-c:v", "libx264", "-preset", "veryfast", "-crf", "18", "-pix_fmt",
+                                 "yuv420p", "-c:a", "aac", "-b:a", "256k"})
+            words.push_back(word);
+    }
+    words.push_back(film.unfinished);
+    return words;
+}
+
+// The pipe's reading end becomes ffmpeg's standard input, `words` its standard error. A group of its own
+// keeps it from the terminal's Ctrl-C, so that it is always we who end it.
+int spawn(pid_t* process, int input, int words, const std::vector<std::string>& arguments) {
+    std::vector<char*> argv;
+    for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
+    argv.push_back(nullptr);
+
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_adddup2(&actions, input, 0);
+    posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
+    posix_spawn_file_actions_adddup2(&actions, words, 2);
+    posix_spawnattr_t attributes;
+    posix_spawnattr_init(&attributes);
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP);
+    posix_spawnattr_setpgroup(&attributes, 0);
+    const int error = posix_spawnp(process, "ffmpeg", &actions, &attributes, argv.data(), environ);
+    posix_spawnattr_destroy(&attributes);
+    posix_spawn_file_actions_destroy(&actions);
+    return error;
+}
+
+std::string lastLine(FILE* file) {
+    std::string last;
+    char line[512];
+    rewind(file);
+    while (fgets(line, sizeof line, file)) {
+        line[strcspn(line, "\r\n")] = 0;
+        if (*line) last = line;
+    }
+    return last;
+}
+
+}  // namespace
+
+Film::Film(const std::string& path, int fps, double from, double seconds, const char* soundtrack)
+    : path(path) {
+    const fs::path place(path);
+    unfinished = (place.parent_path() / ("unfinished-" + place.filename().string())).string();
+    signal(SIGPIPE, SIG_IGN);
+    words = tmpfile();
+    int ends[2];
+    if (!words || pipe2(ends, O_CLOEXEC) < 0) {
+        problem = strerror(errno);
+        return;
+    }
+    const int error =
+        spawn(&process, ends[0], fileno(words), arguments(*this, fps, from, seconds, soundtrack));
+    close(ends[0]);
+    pipe = ends[1];
+    if (error) {
+        process = -1;
+        problem = std::string("ffmpeg can't be started: ") + strerror(error);
+    }
+}
+
+Film::~Film() {
+    if (process > 0) {
+        kill(process, SIGKILL);
+        wait();
+        unlink(unfinished.c_str());
+    }
+    if (pipe >= 0) close(pipe);
+    if (words) fclose(words);
+}
+
+int Film::wait() {
+    int status = 0;
+    while (waitpid(process, &status, 0) < 0 && errno == EINTR) {
+    }
+    process = -1;
+    return status;
+}
+
+bool Film::write(const Picture& picture) {
+    size_t done = 0;
+    while (done < picture.size()) {
+        const ssize_t count = ::write(pipe, picture.data() + done, picture.size() - done);
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) return false;
+        done += count;
+    }
+    return true;
+}
+
+bool Film::finish() {
+    close(pipe);
+    pipe = -1;
+    const int status = wait();
+    if (status == 0 && rename(unfinished.c_str(), path.c_str()) == 0) return true;
+    problem = status == 0 ? strerror(errno) : lastLine(words);
+    if (problem.empty()) problem = "ffmpeg ended before the film did";
+    unlink(unfinished.c_str());
+    return false;
+}

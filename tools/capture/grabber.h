@@ -1,0 +1,44 @@
+// Takes finished frames out of GL without waiting for them: reading one back goes on while the next is drawn,
+// and another thread hands them to whoever writes them.
+#pragma once
+
+#include <GL/glew.h>
+
+#include <condition_variable>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+// A picture of the screen: 4 bytes a pixel, blue, green, red and one without meaning; bottom row first.
+using Picture = std::vector<uint8_t>;
+
+struct Grabber {
+    // Called for every frame in order, on the grabber's own thread; false stops the rest.
+    using Write = std::function<bool(const Picture&)>;
+
+    explicit Grabber(Write write);
+    ~Grabber();
+
+    // After drawing a frame: starts reading it back and passes the one before on. False once a write failed.
+    bool grab();
+    // Passes the last frame on, waits until all are written and tells whether they were.
+    bool finish();
+
+    // From here on its own.
+    void pass(GLuint buffer);
+    void work();
+
+    Write write;
+    GLuint buffers[2];
+    int64_t grabbed = 0;
+    std::mutex mutex;
+    std::condition_variable changed;
+    std::deque<Picture> waiting;  // to be written
+    std::deque<Picture> spare;    // to be filled
+    bool failed = false;
+    bool closing = false;
+    std::thread writer;
+};

@@ -1,0 +1,40 @@
+#include "tools/capture/progress.h"
+
+#include <unistd.h>
+
+#include <cstdio>
+#include <string>
+
+namespace {
+
+constexpr int barWidth = 40;   // characters
+constexpr int linesEvery = 5;  // per cent between plain lines
+
+}  // namespace
+
+Progress::Progress(int total) : total(total), terminal(isatty(STDERR_FILENO)) {}
+
+Progress::~Progress() {
+    if (terminal && done > 0) fputc('\n', stderr);
+}
+
+void Progress::step() {
+    done++;
+    const int percent = static_cast<int>(100LL * done / total);
+    if (!terminal && (percent / linesEvery == told / linesEvery && told >= 0) && done < total) return;
+    told = percent;
+
+    const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    const double rate = done / (seconds > 0 ? seconds : 1);
+    const int left = static_cast<int>((total - done) / rate + 0.5);
+    char text[96];
+    snprintf(text, sizeof text, "%3d %%  frame %d of %d  %.1f frames/s  %d:%02d left", percent, done, total,
+             rate, left / 60, left % 60);
+    if (!terminal) {
+        fprintf(stderr, "%s\n", text);
+        return;
+    }
+    const int filled = barWidth * done / total;
+    fprintf(stderr, "\r[%s%s] %s ", std::string(filled, '#').c_str(),
+            std::string(barWidth - filled, '.').c_str(), text);
+}

@@ -1,0 +1,25 @@
+// The show for a clock that steps: any frame of it, equal bit for bit to that frame of the whole show drawn
+// at the same rate.
+#pragma once
+
+#include "app/clock.h"
+
+struct SteppedShow {
+    int fps;
+    SteppedMusic music;
+    int next = 0;  // the first frame that nothing has moved past yet
+
+    // Opens the window and loads everything, as the program does, without sound.
+    explicit SteppedShow(int fps);
+
+    // Frames before `seconds`; frame i is drawn for the millisecond nearest to i / fps.
+    int framesBefore(double seconds) const;
+    int milliseconds(int frame) const;
+
+    // Draws `frame`, no earlier than `next`, into the back buffer. Of the frames left out, those whose traces
+    // it would find are drawn first, and the others only move what is carried from frame to frame.
+    void draw(int frame);
+
+    bool leavesTraces(int earlier, int frame) const;
+    void skip(int frame);
+};

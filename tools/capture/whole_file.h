@@ -1,0 +1,7 @@
+// Pictures that are written whole or not at all.
+#pragma once
+
+#include "image/image.h"
+
+// Writes a PNG beside its place and moves it there. False after a line on standard error.
+bool writeWholePng(const char* path, const Image& image);
