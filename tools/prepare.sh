@@ -28,7 +28,8 @@ build() {
 
 haveDisplay() { [ -n "${DISPLAY:-}" ] && xdpyinfo >/dev/null 2>&1; }
 
-# withDisplay COMMAND...: on this display, or on a virtual one where there is none.
+# withDisplay COMMAND...: on this display, or on a virtual one where there is none. That one must not reset
+# when its last window closes: a program that starts at that moment would find no display.
 withDisplay() {
-    if haveDisplay; then "$@"; else xvfb-run -a -s '-screen 0 1024x768x24' "$@"; fi
+    if haveDisplay; then "$@"; else xvfb-run -a -s '-screen 0 1024x768x24 -noreset' "$@"; fi
 }

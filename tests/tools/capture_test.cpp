@@ -1,0 +1,125 @@
+// The capture program, run as a process: films, pictures and storyboards, and what it leaves when it fails.
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstdio>
+#include <set>
+#include <string>
+#include <thread>
+
+#include "image/image.h"
+#include "tests/scratch.h"
+
+namespace {
+
+struct Result {
+    int status;
+    std::string output;  // standard output and standard error
+};
+
+Result shell(const std::string& command) {
+    FILE* pipe = popen((command + " 2>&1").c_str(), "r");
+    std::string output;
+    std::array<char, 4096> part;
+    while (const size_t count = fread(part.data(), 1, part.size(), pipe)) output.append(part.data(), count);
+    return {WEXITSTATUS(pclose(pipe)), output};
+}
+
+Result capture(const std::string& words) {
+    return shell(CAPTURE_PROGRAM " " + words);
+}
+
+std::string content(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+std::set<std::string> namesIn(const std::filesystem::path& directory) {
+    std::set<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(directory))
+        names.insert(entry.path().filename());
+    return names;
+}
+
+// The times stand on what frames inherit: the strength of a shock in the torn corridor, lights from a segment
+// before, boxes turned by beats that the part never draws.
+TEST(Capture, FramesOfAPartEqualThoseOfTheWhole) {
+    const ScratchDirectory whole, part;
+    ASSERT_EQ(capture("--fps 2 --from 46 --to 65.5 --out " + whole.file("%d.png")).status, 0);
+    for (const char* range : {"--from 48 --to 49.5", "--from 64.5 --to 65.5"})
+        ASSERT_EQ(capture(std::string("--fps 2 ") + range + " --out " + part.file("%d.png")).status, 0);
+
+    const std::set<std::string> names = namesIn(part.path);
+    EXPECT_EQ(names, (std::set<std::string>{"96.png", "97.png", "98.png", "129.png", "130.png"}));
+    for (const std::string& name : names)
+        EXPECT_TRUE(content(part.path / name) == content(whole.path / name)) << "frame " << name;
+}
+
+TEST(Capture, AFilmHasItsFramesAndItsSound) {
+    const ScratchDirectory scratch;
+    const Result result = capture("--fps 10 --from 20 --to 21 --out " + scratch.file("film.mp4"));
+    ASSERT_EQ(result.status, 0) << result.output;
+    EXPECT_EQ(namesIn(scratch.path), std::set<std::string>{"film.mp4"});
+    const Result streams = shell(
+        "ffprobe -v error -count_frames -show_entries stream=codec_name,width,height,nb_read_frames "
+        "-of csv=p=0 " +
+        scratch.file("film.mp4"));
+    EXPECT_NE(streams.output.find("h264,800,600,10\n"), std::string::npos) << streams.output;
+    EXPECT_NE(streams.output.find("aac,"), std::string::npos) << streams.output;
+}
+
+TEST(Capture, AStoryboardHasACellForEachTime) {
+    const ScratchDirectory scratch;
+    ASSERT_EQ(capture("--from 10 --to 14 --every 1.5 --storyboard " + scratch.file("board.png")).status, 0);
+    Image board;
+    ASSERT_EQ(loadImage(scratch.file("board.png").c_str(), &board, 0), 0);
+    EXPECT_EQ(board.width, 8 + 3 * (320 + 8));
+    EXPECT_EQ(board.height, 8 + 240 + 20 + 8);
+    delete[] board.pixels;
+}
+
+TEST(Capture, AFailureIsOneLineAndLeavesNoFile) {
+    const ScratchDirectory scratch;
+    const std::string film = "--fps 2 --from 1 --to 2 --out " + scratch.file("film.mp4");
+    const Result missing = shell("PATH=" + scratch.path.string() + " " CAPTURE_PROGRAM " " + film);
+    EXPECT_EQ(missing.status, 1);
+    EXPECT_EQ(missing.output,
+              "capture: no film was written: ffmpeg can't be started: No such file or directory\n");
+
+    scratch.write("ffmpeg",
+                  "#!/bin/sh\n/bin/head -c 1000 >/dev/null\n/bin/echo 'the encoder gave up' >&2\nexit 9\n");
+    std::filesystem::permissions(scratch.file("ffmpeg"), std::filesystem::perms::owner_all);
+    const Result dying = shell("PATH=" + scratch.path.string() + " " CAPTURE_PROGRAM " " + film);
+    EXPECT_EQ(dying.status, 1);
+    EXPECT_NE(dying.output.find("capture: no film was written: the encoder gave up\n"), std::string::npos)
+        << dying.output;
+    EXPECT_EQ(namesIn(scratch.path), std::set<std::string>{"ffmpeg"});
+
+    EXPECT_EQ(capture("--from 20 --to 10").output, "capture: --from: does not lie before --to\n");
+    EXPECT_EQ(capture("--out a%s.png").output,
+              "capture: --out: pictures need a number in their name, such as frames/%05d.png\n");
+}
+
+TEST(Capture, StoppingItLeavesNoHalfFilm) {
+    const ScratchDirectory scratch;
+    const std::string film = scratch.file("film.mp4");
+    const pid_t process = fork();
+    if (process == 0) {
+        freopen("/dev/null", "w", stderr);
+        execl(CAPTURE_PROGRAM, CAPTURE_PROGRAM, "--out", film.c_str(), nullptr);
+        _exit(127);
+    }
+    // Until the film has begun to grow; a capture that ends by itself before that fails the test.
+    int status = 0;
+    while (namesIn(scratch.path).empty() && waitpid(process, &status, WNOHANG) == 0)
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    kill(process, SIGINT);
+    ASSERT_EQ(waitpid(process, &status, 0), process);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 1);
+    EXPECT_TRUE(namesIn(scratch.path).empty());
+}
+
+}  // namespace
