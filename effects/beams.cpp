@@ -23,7 +23,7 @@ void drawLine(const BeamPath& path, const GlowPass& pass) {
 void emitSpot(const Vec3& middle, const Vec3& normal, float size) {
     static const Vec3 xAxis = {1, 0, 0};
     static const Vec3 yAxis = {0, 1, 0};
-    Vec3 n = {std::fabs(normal.x), std::fabs(normal.y), std::fabs(normal.z)};
+    const Vec3 n = {std::fabs(normal.x), std::fabs(normal.y), std::fabs(normal.z)};
     Vec3 u = cross(normal, n.y >= n.x && n.y >= n.z ? xAxis : yAxis);
     Vec3 v = cross(normal, u);
     u = size * u;

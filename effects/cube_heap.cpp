@@ -20,7 +20,7 @@ constexpr float storey = 20;      // model units
 
 CubeHeap::CubeHeap(Demo* demo, const char* meshKey) : EffectBase(demo), meshKey(meshKey) {
     for (int i = 0; i < cubeCount; ++i) {
-        float angle = i % 2 == 0 ? quarterTurn : 0;
+        const float angle = i % 2 == 0 ? quarterTurn : 0;
         cubes[i] = {angle, angle, 1, 1};
     }
 }
@@ -66,7 +66,7 @@ void CubeHeap::draw() {
         const CubeState& cube = cubes[i];
         glPushMatrix();
         glTranslatef(0, storey * i, 0);
-        bool turned = static_cast<int>(cube.angle) % 180 > 89;
+        const bool turned = static_cast<int>(cube.angle) % 180 > 89;
         glScalef(turned ? 1 : cube.scale, 1, turned ? cube.scale : 1);
         glRotatef(cube.angle, 0, 1, 0);
         demo->drawMesh(meshKey);

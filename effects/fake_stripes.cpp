@@ -34,7 +34,7 @@ FakeStripes::FakeStripes(Demo* demo, const char* meshKey, const char* stripeText
     : EffectBase(demo), meshKey(meshKey), stripeTexture(stripeTexture) {}
 
 void FakeStripes::drawAt(float angle, float radius) {
-    float t = time();
+    const float t = time();
     glPushMatrix();
     glEnable(GL_LIGHTING);
     glEnable(GL_LIGHT0);

@@ -27,7 +27,7 @@ void Grower::grow() {
 }
 
 void Grower::draw() {
-    float lift = std::sin(time()) * bobHeight;
+    const float lift = std::sin(time()) * bobHeight;
     glPushMatrix();
     glPointSize(pointSize);
     glBegin(GL_POINTS);

@@ -62,7 +62,7 @@ void Huone::drawMachines() {
     glPushMatrix();
     demo->drawMesh("tykki");
     glPopMatrix();
-    float ballTime = time() * tumbleSpeed;
+    const float ballTime = time() * tumbleSpeed;
     glPushMatrix();
     glTranslatef(ballCentre.x, ballCentre.y, ballCentre.z);
     glRotatef(ballTime * ballTurnYDegrees, 0, 1, 0);
@@ -84,8 +84,8 @@ void Huone::drawRoom() {
 }
 
 void Huone::moveBall() {
-    float ballTime = time() * tumbleSpeed;
-    Matrix4 turn = affineProduct(rotationY(ballTime * ballTurnY), rotationX(ballTime * ballTurnX));
+    const float ballTime = time() * tumbleSpeed;
+    const Matrix4 turn = affineProduct(rotationY(ballTime * ballTurnY), rotationX(ballTime * ballTurnX));
     scene.setInstanceMatrix(1, affineProduct(translation(ballCentre), turn));
 }
 
@@ -93,9 +93,9 @@ void Huone::drawBeams() {
     // Along one line through the ball's centre that never moves.
     const Vec3 spread = {static_cast<float>(std::sin(9.0)), static_cast<float>(std::cos(6.8)), 0};
     for (int i = 0; i < sourceCount; ++i) {
-        double angle = 2 * i * sourceAngle;
-        Vec3 source = {static_cast<float>(std::cos(angle) * sourceRadius), sourceHeight,
-                       static_cast<float>(std::sin(angle) * sourceRadius)};
+        const double angle = 2 * i * sourceAngle;
+        const Vec3 source = {static_cast<float>(std::cos(angle) * sourceRadius), sourceHeight,
+                             static_cast<float>(std::sin(angle) * sourceRadius)};
         for (int j = -1; j <= 1; ++j) {
             Vec3 direction = ballCentre + j * beamSpread * spread - source;
             direction.normalize();

@@ -41,7 +41,7 @@ void Laser::draw() {
     glMaterialf(GL_FRONT, GL_SHININESS, 0);
     for (float z : emitterZ) {
         for (int i = 0; i < beamsPerEmitter; ++i) {
-            double angle = 2 * i * beamAngle;
+            const double angle = 2 * i * beamAngle;
             // Sine first: this fan starts along y.
             drawBeam({0, 0, z},
                      {static_cast<float>(std::sin(angle)), static_cast<float>(std::cos(angle)), 0});

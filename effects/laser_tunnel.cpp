@@ -42,16 +42,16 @@ void LaserTunnel::drawShip() {
 }
 
 void LaserTunnel::moveSegment() {
-    auto [phase, beat] = tunnelMotion(time());
-    Vec3 place = {0, 0, segmentLength * phase - segmentLength / 2};
-    Matrix4 turn = rotationZ(segmentTwist(time(), beat) * twistRadians);
+    const auto [phase, beat] = tunnelMotion(time());
+    const Vec3 place = {0, 0, segmentLength * phase - segmentLength / 2};
+    const Matrix4 turn = rotationZ(segmentTwist(time(), beat) * twistRadians);
     scene.setInstanceMatrix(0, affineProduct(translation(place), turn));
 }
 
 void LaserTunnel::drawBeams() {
     for (float z : emitterZ) {
         for (int i = 0; i < beamsPerEmitter; ++i) {
-            double angle = 2 * i * beamAngle + firstBeamAngle + time();
+            const double angle = 2 * i * beamAngle + firstBeamAngle + time();
             drawBeam({0, 0, z},
                      {static_cast<float>(std::cos(angle)), static_cast<float>(std::sin(angle)), 0});
         }

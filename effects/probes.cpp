@@ -48,7 +48,7 @@ void Probes::linkProbes() {
         float bestDistance = 999999;
         for (int j = 0; j < probeCount; ++j) {
             if (taken[i][j]) continue;
-            float distance = (positions[j] - positions[i]).length();
+            const float distance = (positions[j] - positions[i]).length();
             if (distance < bestDistance) {
                 best = j;
                 bestDistance = distance;

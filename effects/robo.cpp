@@ -112,8 +112,8 @@ void endTextures() {
 
 // A point of the disc's rim; the texture spans -1 to 1 across the disc.
 void emitRim(double angle, float height) {
-    double x = std::cos(angle);
-    double z = std::sin(angle);
+    const double x = std::cos(angle);
+    const double z = std::sin(angle);
     glTexCoord2f(x, z);
     glVertex3f(discRadius * x, height, discRadius * z);
 }
@@ -144,7 +144,7 @@ void drawDisc(float height) {
 
 void Robo::drawAt(float rise, float mode) {
     const Look& look = mode == 0 ? rising : active;
-    float height = fullRise * rise;
+    const float height = fullRise * rise;
     glColor3f(1, 1, 1);
     if (mode == 0) drawPedestal(*demo, height);
     drawRobot(*demo, look, height);

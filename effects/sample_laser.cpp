@@ -12,8 +12,8 @@ SampleLaser::SampleLaser(Demo* demo, const char* meshKey, int32_t unused)
 
 Vec3 SampleLaser::direction() const {
     using std::numbers::pi;
-    double around = 2 * pi * demo->controls[0];
-    double ahead = pi * demo->controls[1];
+    const double around = 2 * pi * demo->controls[0];
+    const double ahead = pi * demo->controls[1];
     Vec3 direction = {static_cast<float>(std::sin(around)), static_cast<float>(std::cos(around)),
                       static_cast<float>(std::sin(ahead))};
     direction.normalize();
@@ -30,7 +30,7 @@ void SampleLaser::draw() {
     glColor3f(1, 1, 1);
     glEnable(GL_TEXTURE_2D);
     glBindTexture(GL_TEXTURE_2D, demo->texture("pinkLaser"));
-    float step = 1.0f / path.count;
+    const float step = 1.0f / path.count;
     glBegin(GL_LINE_STRIP);
     // Without the last point: a beam that gets away ends where it last touched the mesh.
     for (int i = 0; i < path.count - 1; ++i) {

@@ -57,17 +57,17 @@ SweepText::SweepText(Demo* demo, std::uintptr_t textureKey)
     : SweepText(demo, reinterpret_cast<const char*>(textureKey)) {}
 
 void SweepText::draw() {
-    float middle = 0.5 * std::sin(0.3 * time() + 35.0 + 1.52) + 0.5;
-    float low = middle - softness;
-    float high = middle + softness;
-    float span = high - low;
+    const float middle = 0.5 * std::sin(0.3 * time() + 35.0 + 1.52) + 0.5;
+    const float low = middle - softness;
+    const float high = middle + softness;
+    const float span = high - low;
     beginPicture(demo->texture(textureKey));
 
     glBegin(GL_TRIANGLE_STRIP);
     glColor4f(1, 1, 1, 1);
     emitRow(0);
     for (int i = 0; i < rows; ++i) {
-        float across = i * rowStep;
+        const float across = i * rowStep;
         glColor4f(1, 1, 1, 1 - across);
         emitRow(span * across + low);
     }
@@ -79,7 +79,7 @@ void SweepText::draw() {
 }
 
 void SweepText::drawRow(float row, float offset, float alpha) {
-    float edge = row + offset;
+    const float edge = row + offset;
     beginPicture(demo->texture(textureKey));
     glColor4f(1, 1, 1, alpha);
     glBegin(GL_TRIANGLE_STRIP);

@@ -14,7 +14,7 @@ constexpr int twistPerSegment = 4;
 }  // namespace
 
 TunnelMotion tunnelMotion(float time) {
-    float beats = time * beatsPerSecond;
+    const float beats = time * beatsPerSecond;
     return {std::fmod(beats, 1.0f), static_cast<int>(beats)};
 }
 
@@ -25,7 +25,7 @@ float segmentTwist(float time, int segment) {
 void drawTunnelSegments(Demo& demo, float time) {
     setMaterial(GL_FRONT, hullMaterial);
     beginHull(demo, "cubetex");
-    auto [phase, beat] = tunnelMotion(time);
+    const auto [phase, beat] = tunnelMotion(time);
     for (int i = firstSegment; i <= lastSegment; ++i) {
         glPushMatrix();
         glTranslatef(0, 0, -segmentLength * i - segmentLength / 2 + segmentLength * phase);
