@@ -7,9 +7,6 @@
 
 namespace {
 
-constexpr float emitterZ[] = {52, -52};
-constexpr int beamsPerEmitter = 6;
-constexpr double beamAngle = 0.5235987755982988;  // radians: half of what lies between two beams
 constexpr float diffuse[] = {0.3f, 0.4f, 0.5f, 1};
 constexpr float noSpecular[] = {0, 0, 0, 0};
 
@@ -41,7 +38,7 @@ void Laser::draw() {
     glMaterialf(GL_FRONT, GL_SHININESS, 0);
     for (float z : emitterZ) {
         for (int i = 0; i < beamsPerEmitter; ++i) {
-            const double angle = 2 * i * beamAngle;
+            const double angle = 2 * i * halfBeamAngle;
             // Sine first: this fan starts along y.
             drawBeam({0, 0, z},
                      {static_cast<float>(std::sin(angle)), static_cast<float>(std::cos(angle)), 0});

@@ -10,10 +10,7 @@
 namespace {
 
 constexpr double oneOverPi = 0.3183098861837907;
-constexpr float emitterZ[] = {52, -52};
-constexpr int beamsPerEmitter = 6;
-constexpr double beamAngle = 0.5235987755982988;  // radians: half of what lies between two beams
-constexpr double firstBeamAngle = 1.5707963267948966;
+constexpr double firstBeamAngle = 1.5707963267948966;  // radians
 
 }  // namespace
 
@@ -51,7 +48,7 @@ void LaserTunnel::moveSegment() {
 void LaserTunnel::drawBeams() {
     for (float z : emitterZ) {
         for (int i = 0; i < beamsPerEmitter; ++i) {
-            const double angle = 2 * i * beamAngle + firstBeamAngle + time();
+            const double angle = 2 * i * halfBeamAngle + firstBeamAngle + time();
             drawBeam({0, 0, z},
                      {static_cast<float>(std::cos(angle)), static_cast<float>(std::sin(angle)), 0});
         }

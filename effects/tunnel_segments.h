@@ -17,8 +17,8 @@ struct TunnelMotion {
 
 TunnelMotion tunnelMotion(float time);
 
-// What a copy is turned by about z. `segment` counts copies since time 0: the beat
-// plus the copy's place in the row, so that a copy keeps its angle where the phase wraps.
+// What a copy is turned by about z. `segment` counts copies since time 0: the beat plus the copy's place in
+// the row, so that a copy keeps its angle where the phase wraps.
 float segmentTwist(float time, int segment);
 
 // The row from four copies behind the origin to five ahead, env-mapped. Lighting and culling are the

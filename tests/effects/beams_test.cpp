@@ -9,11 +9,10 @@
 
 namespace {
 
-class Beams : public EffectWindow {
+class Beams : public PixelWindow {
 public:
     void SetUp() override {
-        EffectWindow::SetUp();
-        usePixelProjection();
+        PixelWindow::SetUp();
         addSolidTexture("spot", {255, 255, 255, 255});
         addTextures({"shiptex", "cubetex", "envmap", "envmap4", "pinkLaser"});
     }
@@ -178,7 +177,7 @@ TEST_F(Beams, OfTheRoomSeeTheBallWhereItIsDrawn) {
         EXPECT_GT(dot(aim, heading(effect.path, 0)), 0.99999f);
     }
     EXPECT_TRUE(drawn[1].units[1].on);
-    EXPECT_TRUE(drawn[1].units[1].generated);
+    EXPECT_EQ(drawn[1].units[1].generated, 2);
     EXPECT_FALSE(drawn[2].units[1].on) << "no reflection in the room itself";
     EXPECT_EQ(drawn[2].units[1].texture, static_cast<GLint>(demo->texture("envmap4")));
 

@@ -16,7 +16,7 @@ struct UnitState {
     bool on;
     GLint texture;
     GLint mode;
-    bool generated;    // S and T both
+    int generated;     // of S and T: how many
     GLint generation;  // of T
 };
 
@@ -26,7 +26,7 @@ inline UnitState unitState(int unit) {
     state.on = glIsEnabled(GL_TEXTURE_2D);
     state.texture = stateOf(GL_TEXTURE_BINDING_2D);
     glGetTexEnviv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, &state.mode);
-    state.generated = glIsEnabled(GL_TEXTURE_GEN_S) && glIsEnabled(GL_TEXTURE_GEN_T);
+    state.generated = glIsEnabled(GL_TEXTURE_GEN_S) + glIsEnabled(GL_TEXTURE_GEN_T);
     glGetTexGeniv(GL_T, GL_TEXTURE_GEN_MODE, &state.generation);
     glActiveTexture(GL_TEXTURE0);
     return state;
@@ -109,15 +109,6 @@ public:
         demo->clock.update();
     }
 
-    // A parallel view along -z with a pixel to the unit and the origin at the window's middle, (400, 300).
-    static void usePixelProjection() {
-        glMatrixMode(GL_PROJECTION);
-        glLoadIdentity();
-        glOrtho(-screenWidth / 2, screenWidth / 2, -screenHeight / 2, screenHeight / 2, -2000, 2000);
-        glMatrixMode(GL_MODELVIEW);
-        glLoadIdentity();
-    }
-
     void addTextures(const std::vector<const char*>& names) {
         for (const char* name : names) addSolidTexture(name, {120, 130, 140, 255});
     }
@@ -186,6 +177,17 @@ private:
         draw.lit = glIsEnabled(GL_LIGHTING);
         drawn.push_back(draw);
         realDraw(mode, start, end, count, type, indices);
+    }
+};
+
+// A parallel view along -z with a pixel to the unit and the origin at the window's middle, (400, 300).
+struct PixelWindow : EffectWindow {
+    void SetUp() override {
+        EffectWindow::SetUp();
+        glMatrixMode(GL_PROJECTION);
+        glLoadIdentity();
+        glOrtho(-screenWidth / 2, screenWidth / 2, -screenHeight / 2, screenHeight / 2, -2000, 2000);
+        glMatrixMode(GL_MODELVIEW);
     }
 };
 

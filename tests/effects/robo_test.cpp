@@ -7,14 +7,13 @@
 
 namespace {
 
-struct RoboTest : EffectWindow {
+struct RoboTest : PixelWindow {
     void SetUp() override {
-        EffectWindow::SetUp();
+        PixelWindow::SetUp();
         addTextures({"envmap2", "envmap3", "lasertex", "lasertex2", "roboscreen", "noise1"});
         for (const char* key : {"block", "robo body", "robo arms", "robo screen", "ring"})
             addBox(key, 30, 30, 30);
         demo->loadShader("production/shaders/smoke", "smoke");
-        usePixelProjection();
     }
 
     Feedback drawAt(float rise, float mode) {

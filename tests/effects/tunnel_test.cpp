@@ -32,7 +32,7 @@ TEST_F(TunnelTest, StandsInARowTurnedByPointEightRadians) {
         EXPECT_NEAR(m.m[1], std::sin(0.8 * i), 1e-5);
         EXPECT_TRUE(row[i + 4].culled);
         EXPECT_TRUE(row[i + 4].units[1].on);
-        EXPECT_TRUE(row[i + 4].units[1].generated);
+        EXPECT_EQ(row[i + 4].units[1].generated, 2);
         EXPECT_EQ(row[i + 4].units[1].mode, GL_ADD);
     }
 }
