@@ -43,11 +43,18 @@ struct Sign {
 const Rgba warm = opaque(0.86f, 0.46f, 0.13f);
 const Rgba warmLight = light(1.0f, 0.58f, 0.20f), coolLight = light(0.80f, 0.94f, 1.0f);
 
+// Enamel of a brightness, a little warm beside the walls' steel.
+Rgba enamel(float tone) {
+    return opaque(tone * 1.06f, tone * 0.98f, tone * 0.88f);
+}
+
 // Steel of a brightness: cool in the dark, nearly neutral when bright.
 Rgba steel(float tone) {
-    return opaque(tone * mix(0.84f, 0.97f, tone), tone * mix(0.95f, 1.0f, tone),
-                  tone * mix(1.12f, 1.02f, tone));
+    return opaque(tone * mix(0.76f, 0.97f, tone), tone * mix(0.96f, 1.0f, tone),
+                  tone * mix(1.16f, 1.02f, tone));
 }
+
+using Metal = Rgba (*)(float tone);
 
 float cutBox(Point p, Point half, float cut) {
     const float flat = box(p, {0, 0}, half);
@@ -70,10 +77,10 @@ void stampBolts(Relief& relief, const Row& row, Point middle, Point half) {
     }
 }
 
-void stampHatch(Relief& relief, const Row& row, Point middle, Point half) {
+void stampHatch(Relief& relief, Metal metal, const Row& row, Point middle, Point half) {
     const float radius = half.x;
     const Extent extent = {middle, {radius + 4, radius + 4}};
-    tint(relief, extent, steel(row.tone), 1, [&](Point p) { return circle(p, {}, radius); });
+    tint(relief, extent, metal(row.tone), 1, [&](Point p) { return circle(p, {}, radius); });
     raise(relief, extent, -5, 4, [&](Point p) { return circle(p, {}, radius); });
     raise(relief, extent, 7, 5, [&](Point p) { return circle(p, {}, radius - 9); });
     raise(relief, extent, -3, 3, [&](Point p) { return std::fabs(circle(p, {}, radius * 0.55f)) - 3; });
@@ -81,9 +88,9 @@ void stampHatch(Relief& relief, const Row& row, Point middle, Point half) {
         stampBolt(relief, middle + turned({radius * 0.74f, 0}, i * 0.78539816f + 0.39f), 4.5f);
 }
 
-void stampVent(Relief& relief, const Row& row, Point middle, Point half) {
+void stampVent(Relief& relief, Metal metal, const Row& row, Point middle, Point half) {
     const Extent extent = {middle, half};
-    tint(relief, extent, steel(row.tone), 1, [&](Point p) { return box(p, {}, half, 6); });
+    tint(relief, extent, metal(row.tone), 1, [&](Point p) { return box(p, {}, half, 6); });
     raise(relief, extent, -9, 3, [&](Point p) { return box(p, {}, half, 6); });
     const float pitch = half.y * 2 / row.detail;
     raise(relief, extent, 8, pitch * 0.5f, [&](Point p) {
@@ -98,32 +105,37 @@ void stampLamp(Relief& relief, const Row& row, Point middle, Point half) {
     tint(relief, extent, steel(0.10f), 1, [&](Point p) { return box(p, {}, channel, 9); });
     raise(relief, extent, -7, 4, [&](Point p) { return box(p, {}, channel, 9); });
     const Rgba glow = row.detail > 0 ? warmLight : coolLight;
-    shine(relief, extent, glow * row.tone, 26,
-          [&](Point p) { return box(p, {}, half, std::fmin(half.x, half.y)); });
+    const bool lying = half.x > half.y;
+    // Thin bars across it, so that a broad lamp is no blank.
+    shine(relief, extent, glow * row.tone, 26, [&](Point p) {
+        const float along = lying ? p.x : p.y;
+        const float bar = 2.5f - std::fabs(std::fmod(along + 8 * cell, cell * 1.7f) - cell * 0.85f);
+        return std::fmax(box(p, {}, half, std::fmin(std::fmin(half.x, half.y), 14.0f)), bar);
+    });
 }
 
-void stamp(Relief& relief, const Row& row) {
+void stamp(Relief& relief, Metal metal, const Row& row) {
     const Point half = {row.width * cell / 2, row.height * cell / 2};
     const Point middle = Point{row.left * cell, row.top * cell} + half;
     const Extent extent = {middle, half + Point{3, 3}};
     switch (row.part) {
         case Part::Plate: {
             const auto shape = [&](Point p) { return cutBox(p, half - Point{2, 2}, row.detail * cell); };
-            tint(relief, extent, steel(row.tone), 1, shape);
+            tint(relief, extent, metal(row.tone), 1, shape);
             raise(relief, extent, 5, 5, shape);
             break;
         }
         case Part::Inset: {
             const auto shape = [&](Point p) { return box(p, {}, half, 7); };
-            tint(relief, extent, steel(row.tone), 1, shape);
+            tint(relief, extent, metal(row.tone), 1, shape);
             raise(relief, extent, -4, 4, shape);
             break;
         }
         case Part::Vent:
-            stampVent(relief, row, middle, half);
+            stampVent(relief, metal, row, middle, half);
             break;
         case Part::Hatch:
-            stampHatch(relief, row, middle, half);
+            stampHatch(relief, metal, row, middle, half);
             break;
         case Part::Bolts:
             stampBolts(relief, row, middle, half);
@@ -134,7 +146,7 @@ void stamp(Relief& relief, const Row& row) {
             break;
         case Part::Rail: {
             const float thick = std::fmin(half.x, half.y);
-            tint(relief, extent, steel(row.tone), 1, [&](Point p) { return box(p, {}, half); });
+            tint(relief, extent, metal(row.tone), 1, [&](Point p) { return box(p, {}, half); });
             raise(relief, extent, thick * 0.9f, thick * 1.6f,
                   [&](Point p) { return box(p, {}, half) + thick * 0.5f; });
             break;
@@ -149,36 +161,36 @@ void stamp(Relief& relief, const Row& row) {
             });
             break;
         case Part::Paint:
-            tint(relief, extent, row.detail > 0 ? warm : steel(row.tone), 0.85f,
+            tint(relief, extent, row.detail > 0 ? warm : metal(row.tone), 0.85f,
                  [&](Point p) { return box(p, {}, half, 3); });
             break;
     }
 }
 
-void stencil(Relief& relief, const std::vector<Sign>& signs) {
+void stencil(Relief& relief, Metal metal, const std::vector<Sign>& signs) {
     for (const Sign& sign : signs) {
         LetteringField text(size, size, 2);
         setText(text, sign.text, {sign.height * cell, 0.22f, 0.25f, 0.2f}, sign.left * cell,
                 sign.baseline * cell);
         for (size_t i = 0; i < text.distances.size(); i++)
-            relief.colours[i] = mix(relief.colours[i], steel(sign.tone), 0.8f * coverage(text.distances[i]));
+            relief.colours[i] = mix(relief.colours[i], metal(sign.tone), 0.8f * coverage(text.distances[i]));
     }
 }
 
 // clang-format off
 const std::vector<Row> hullRows = {
-    {Part::Plate, 0, 0, 6, 5, 0.52f, 0.7f},        {Part::Plate, 6, 0, 4, 3, 0.38f, 0.3f},      {Part::Plate, 10, 0, 6, 3, 0.60f, 0.3f},
-    {Part::Plate, 6, 3, 7, 6, 0.56f, 0.7f},        {Part::Plate, 13, 3, 3, 6, 0.34f, 0.3f},     {Part::Plate, 0, 5, 3, 6, 0.36f, 0.3f},
-    {Part::Plate, 3, 5, 3, 4, 0.58f, 0.3f},        {Part::Plate, 3, 9, 7, 3, 0.46f, 0.3f},      {Part::Plate, 10, 9, 6, 7, 0.54f, 0.9f},
-    {Part::Plate, 0, 11, 3, 5, 0.58f, 0.4f},       {Part::Plate, 3, 12, 4, 4, 0.32f, 0.4f},     {Part::Plate, 7, 12, 3, 4, 0.50f, 0.4f},
-    {Part::Inset, 0.6f, 2.9f, 3.4f, 1.4f, 0.24f},  {Part::Vent, 0.8f, 3.1f, 3, 1, 0.22f, 5},    {Part::Inset, 7, 4, 3.2f, 4, 0.47f},
-    {Part::Hatch, 13.4f, 5.1f, 2.2f, 2.2f, 0.46f}, {Part::Hatch, 10.8f, 12.6f, 2.4f, 2.4f, 0.40f}, {Part::Vent, 13.8f, 10, 1.6f, 4.6f, 0.18f, 11},
-    {Part::Vent, 3.5f, 12.8f, 3, 2.4f, 0.15f, 6},  {Part::Groove, 0.5f, 6, 2, 0.12f},           {Part::Groove, 0.5f, 6.4f, 2, 0.12f},
-    {Part::Groove, 0.5f, 6.8f, 2, 0.12f},          {Part::Inset, 0.6f, 8, 1.8f, 2.2f, 0.20f},   {Part::Lamp, 0.9f, 8.5f, 1.2f, 0.16f, 0.85f, 1},
+    {Part::Plate, 0, 0, 6, 5, 0.34f, 0.7f},        {Part::Plate, 6, 0, 4, 3, 0.18f, 0.3f},      {Part::Plate, 10, 0, 6, 3, 0.45f, 0.3f},
+    {Part::Plate, 6, 3, 7, 6, 0.39f, 0.7f},        {Part::Plate, 13, 3, 3, 6, 0.14f, 0.3f},     {Part::Plate, 0, 5, 3, 6, 0.16f, 0.3f},
+    {Part::Plate, 3, 5, 3, 4, 0.41f, 0.3f},        {Part::Plate, 3, 9, 7, 3, 0.27f, 0.3f},      {Part::Plate, 10, 9, 6, 7, 0.36f, 0.9f},
+    {Part::Plate, 0, 11, 3, 5, 0.41f, 0.4f},       {Part::Plate, 3, 12, 4, 4, 0.13f, 0.4f},     {Part::Plate, 7, 12, 3, 4, 0.31f, 0.4f},
+    {Part::Inset, 0.6f, 2.9f, 3.4f, 1.4f, 0.07f},  {Part::Vent, 0.8f, 3.1f, 3, 1, 0.06f, 5},    {Part::Inset, 7, 4, 3.2f, 4, 0.28f},
+    {Part::Hatch, 13.4f, 5.1f, 2.2f, 2.2f, 0.27f}, {Part::Hatch, 10.8f, 12.6f, 2.4f, 2.4f, 0.20f}, {Part::Vent, 13.8f, 10, 1.6f, 4.6f, 0.06f, 11},
+    {Part::Vent, 3.5f, 12.8f, 3, 2.4f, 0.06f, 6},  {Part::Groove, 0.5f, 6, 2, 0.12f},           {Part::Groove, 0.5f, 6.4f, 2, 0.12f},
+    {Part::Groove, 0.5f, 6.8f, 2, 0.12f},          {Part::Inset, 0.6f, 8, 1.8f, 2.2f, 0.06f},   {Part::Lamp, 0.9f, 8.5f, 1.2f, 0.16f, 0.85f, 1},
     {Part::Lamp, 0.9f, 9.5f, 1.2f, 0.16f, 0.8f},   {Part::Paint, 10.04f, 0.9f, 5.92f, 0.5f, 0, 1},      {Part::Paint, 10.04f, 1.55f, 5.92f, 0.16f, 0, 1},
-    {Part::Hazard, 3.4f, 11.2f, 6.2f, 0.55f},      {Part::Rail, 6.4f, 1.3f, 3.2f, 0.28f, 0.42f}, {Part::Rail, 6.4f, 2.0f, 3.2f, 0.28f, 0.42f},
-    {Part::Groove, 10.6f, 3.4f, 0.14f, 5.2f},      {Part::Groove, 11, 3.4f, 0.14f, 5.2f},       {Part::Inset, 0.5f, 12, 2, 3.2f, 0.48f},
-    {Part::Bolts, 0.7f, 0.6f, 4.2f, 0.01f, 0, 6},  {Part::Bolts, 10.5f, 2.6f, 5, 0.01f, 0, 7},  {Part::Bolts, 11.5f, 3.5f, 1, 0.01f, 0, 2}, {Part::Inset, 11.5f, 4.4f, 1.1f, 2.2f, 0.40f},
+    {Part::Hazard, 3.4f, 11.2f, 6.2f, 0.55f},      {Part::Rail, 6.4f, 1.3f, 3.2f, 0.28f, 0.23f}, {Part::Rail, 6.4f, 2.0f, 3.2f, 0.28f, 0.23f},
+    {Part::Groove, 10.6f, 3.4f, 0.14f, 5.2f},      {Part::Groove, 11, 3.4f, 0.14f, 5.2f},       {Part::Inset, 0.5f, 12, 2, 3.2f, 0.28f},
+    {Part::Bolts, 0.7f, 0.6f, 4.2f, 0.01f, 0, 6},  {Part::Bolts, 10.5f, 2.6f, 5, 0.01f, 0, 7},  {Part::Bolts, 11.5f, 3.5f, 1, 0.01f, 0, 2}, {Part::Inset, 11.5f, 4.4f, 1.1f, 2.2f, 0.20f},
     {Part::Bolts, 3.5f, 5.5f, 2, 0.01f, 0, 3},     {Part::Bolts, 3.5f, 8.5f, 2, 0.01f, 0, 3},   {Part::Bolts, 7.4f, 12.6f, 2.2f, 0.01f, 0, 3},
     {Part::Bolts, 7.4f, 15.4f, 2.2f, 0.01f, 0, 3}, {Part::Bolts, 10.7f, 15.5f, 4.6f, 0.01f, 0, 6},
 };
@@ -188,15 +200,15 @@ const std::vector<Sign> hullSigns = {
 };
 
 const std::vector<Row> wallRows = {
-    {Part::Plate, 2, 0, 6, 7, 0.30f, 0.9f},      {Part::Plate, 8, 0, 6, 4, 0.22f, 0.6f},     {Part::Plate, 8, 4, 6, 7, 0.30f, 0.9f},
-    {Part::Plate, 2, 7, 6, 4, 0.18f, 0.6f},      {Part::Plate, 2, 11, 6, 5, 0.32f, 0.9f},    {Part::Plate, 8, 11, 6, 5, 0.24f, 0.9f},
-    {Part::Rail, 14.1f, 0, 0.4f, 16, 0.42f},     {Part::Rail, 1.5f, 0, 0.4f, 16, 0.42f},     {Part::Lamp, 15.68f, 0.6f, 0.64f, 6.8f, 1.0f},
-    {Part::Lamp, 15.68f, 8.6f, 0.64f, 6.8f, 1.0f},
-    {Part::Inset, 2.9f, 0.9f, 4.2f, 5.2f, 0.22f},  {Part::Vent, 8.8f, 0.8f, 4.4f, 2.4f, 0.12f, 6}, {Part::Inset, 9, 5, 4, 5, 0.46f},
-    {Part::Lamp, 8.9f, 11.6f, 4.2f, 0.26f, 0.9f}, {Part::Hatch, 3.2f, 11.8f, 3.6f, 3.6f, 0.30f}, {Part::Lamp, 2.8f, 7.7f, 0.3f, 2.6f, 0.9f, 1},
-    {Part::Vent, 3.6f, 7.8f, 3.7f, 2.4f, 0.10f, 5}, {Part::Hazard, 9, 9.2f, 4, 0.6f},          {Part::Groove, 3.3f, 1.5f, 3.4f, 0.14f},
-    {Part::Groove, 3.3f, 5.4f, 3.4f, 0.14f},       {Part::Inset, 8.8f, 12.4f, 4.4f, 2.8f, 0.18f}, {Part::Rail, 9.2f, 12.8f, 3.6f, 0.34f, 0.34f},
-    {Part::Rail, 9.2f, 13.6f, 3.6f, 0.34f, 0.34f}, {Part::Rail, 9.2f, 14.4f, 3.6f, 0.34f, 0.34f}, {Part::Bolts, 2.45f, 1.2f, 0.01f, 4.6f, 0, 5},
+    {Part::Plate, 2, 0, 6, 7, 0.19f, 0.9f},      {Part::Plate, 8, 0, 6, 4, 0.14f, 0.6f},     {Part::Plate, 8, 4, 6, 7, 0.19f, 0.9f},
+    {Part::Plate, 2, 7, 6, 4, 0.11f, 0.6f},      {Part::Plate, 2, 11, 6, 5, 0.20f, 0.9f},    {Part::Plate, 8, 11, 6, 5, 0.15f, 0.9f},
+    {Part::Rail, 14.1f, 0, 0.4f, 16, 0.25f},     {Part::Rail, 1.5f, 0, 0.4f, 16, 0.25f},     {Part::Lamp, 15.6f, 0.6f, 0.8f, 6.8f, 1.0f},
+    {Part::Lamp, 15.6f, 8.6f, 0.8f, 6.8f, 1.0f},
+    {Part::Inset, 2.9f, 0.9f, 4.2f, 5.2f, 0.14f},  {Part::Vent, 8.8f, 0.8f, 4.4f, 2.4f, 0.06f, 6}, {Part::Inset, 9, 5, 4, 5, 0.28f},
+    {Part::Lamp, 9.0f, 11.6f, 4.0f, 0.16f, 0.5f}, {Part::Hatch, 3.2f, 11.8f, 3.6f, 3.6f, 0.19f}, {Part::Lamp, 2.8f, 7.7f, 0.3f, 2.6f, 0.9f, 1},
+    {Part::Vent, 3.6f, 7.8f, 3.7f, 2.4f, 0.06f, 5}, {Part::Hazard, 9, 9.2f, 4, 0.6f},          {Part::Groove, 3.3f, 1.5f, 3.4f, 0.14f},
+    {Part::Groove, 3.3f, 5.4f, 3.4f, 0.14f},       {Part::Inset, 8.8f, 12.4f, 4.4f, 2.8f, 0.11f}, {Part::Rail, 9.2f, 12.8f, 3.6f, 0.34f, 0.20f},
+    {Part::Rail, 9.2f, 13.6f, 3.6f, 0.34f, 0.20f}, {Part::Rail, 9.2f, 14.4f, 3.6f, 0.34f, 0.20f}, {Part::Bolts, 2.45f, 1.2f, 0.01f, 4.6f, 0, 5},
     {Part::Bolts, 7.55f, 1.2f, 0.01f, 4.6f, 0, 5}, {Part::Bolts, 8.5f, 5.4f, 0.01f, 4.2f, 0, 4},  {Part::Bolts, 13.5f, 5.4f, 0.01f, 4.2f, 0, 4},
     {Part::Bolts, 9.2f, 15.6f, 3.6f, 0.01f, 0, 4},
 };
@@ -205,19 +217,20 @@ const std::vector<Sign> wallSigns = {
 };
 // clang-format on
 
-void makePlated(const char* path, const std::vector<Row>& rows, const std::vector<Sign>& signs,
+void makePlated(const char* path, Metal metal, const std::vector<Row>& rows, const std::vector<Sign>& signs,
                 const Weather& weather) {
-    Relief relief(size, steel(0.10f));
-    for (const Row& row : rows) stamp(relief, row);
-    stencil(relief, signs);
+    Relief relief(size, metal(0.10f));
+    for (const Row& row : rows) stamp(relief, metal, row);
+    stencil(relief, metal, signs);
     saveRgb(lit(relief, weather), path, Rows::TopFirst);
 }
 
 }  // namespace
 
 void makeHull(const char* path) {
-    makePlated(path, hullRows, hullSigns, {0.14f, 0.55f, 0.5f, 900});
+    makePlated(path, enamel, hullRows, hullSigns, {0.14f, 0.55f, 0.5f, 900});
 }
+
 void makeWalls(const char* path) {
-    makePlated(path, wallRows, wallSigns, {0.16f, 0.40f, 0.6f, 1900});
+    makePlated(path, steel, wallRows, wallSigns, {0.16f, 0.40f, 0.6f, 1900});
 }

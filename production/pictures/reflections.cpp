@@ -43,8 +43,17 @@ Rgba lit(const Softbox& lamp, Direction towards) {
         unitLength(cross(std::fabs(axis.y) > 0.99f ? Direction{0, 0, -1} : Direction{0, 1, 0}, axis));
     const Direction up = cross(axis, right);
     const Point place = turned({dot(towards, right) / ahead, dot(towards, up) / ahead}, lamp.turn * degree);
-    const float distance = box(place, {0, 0}, lamp.half, std::fmin(lamp.half.x, lamp.half.y) * 0.5f);
+    const float distance = box(place, {0, 0}, lamp.half, std::fmin(lamp.half.x, lamp.half.y));
     return lamp.light * smoothstep(lamp.softness, -lamp.softness, distance);
+}
+
+// `count` lamps, each a step (degrees of azimuth and elevation) from the last and `fading` times as bright.
+void addBank(std::vector<Softbox>& lamps, Softbox lamp, Point step, int count, float fading) {
+    for (int i = 0; i < count; i++) {
+        lamps.push_back(lamp);
+        lamp.azimuth += step.x, lamp.elevation += step.y;
+        lamp.light = lamp.light * fading;
+    }
 }
 
 // Paints surroundings(direction) as OpenGL's sphere map looks them up: with the unit normal n that a place of
@@ -68,24 +77,36 @@ void makeSphereMap(const char* path, Surroundings surroundings) {
 
 }  // namespace
 
-// On hull, walls and boxes, added to the lit texture: dark, with two long lamps overhead, a window to the
-// left and a warm strip low on the right.
+// On hull, walls and boxes, added to the lit texture and then to itself by the glow: dark but for banks of
+// fine tubes, which draw lines on a flat panel where a broad lamp would fill it.
 void makeStudio(const char* path) {
-    const std::vector<Softbox> lamps = {
-        {10, 52, {1.1f, 0.05f}, 4, 0.05f, light(0.50f, 0.60f, 0.70f)},
-        {10, 66, {1.1f, 0.05f}, 4, 0.05f, light(0.28f, 0.36f, 0.46f)},
-        {-62, 18, {0.16f, 0.22f}, 0, 0.03f, light(0.34f, 0.46f, 0.60f)},
-        {-88, 18, {0.16f, 0.22f}, 0, 0.03f, light(0.22f, 0.32f, 0.44f)},
-        {-31, 27, {0.10f, 0.09f}, 0, 0.02f, light(0.30f, 0.37f, 0.44f)},
-        {-18, 27, {0.10f, 0.09f}, 0, 0.02f, light(0.34f, 0.42f, 0.50f)},
-        {-31, 14, {0.10f, 0.09f}, 0, 0.02f, light(0.20f, 0.26f, 0.32f)},
-        {-18, 14, {0.10f, 0.09f}, 0, 0.02f, light(0.24f, 0.31f, 0.38f)},
-        {20, -26, {0.5f, 0.018f}, -6, 0.03f, light(0.42f, 0.26f, 0.10f)},
-        {74, -14, {0.05f, 0.60f}, 18, 0.05f, light(0.62f, 0.38f, 0.14f)},
-        {165, 10, {0.5f, 0.03f}, -20, 0.06f, light(0.16f, 0.26f, 0.40f)},
+    std::vector<Softbox> lamps = {
+        {20, -26, {0.5f, 0.016f}, -6, 0.02f, light(0.40f, 0.24f, 0.09f)},
+        {165, 10, {0.5f, 0.03f}, -20, 0.06f, light(0.12f, 0.20f, 0.32f)},
+        {-150, -20, {0.6f, 0.02f}, 25, 0.04f, light(0.10f, 0.16f, 0.26f)},
     };
+    addBank(lamps, {6, 42, {1.0f, 0.022f}, 4, 0.014f, light(0.46f, 0.55f, 0.64f)}, {0, 8}, 5, 0.78f);
+    addBank(lamps, {-48, 16, {0.016f, 0.30f}, 5, 0.012f, light(0.40f, 0.54f, 0.70f)}, {-9, 0}, 6, 0.80f);
+    addBank(lamps, {66, -10, {0.015f, 0.55f}, 16, 0.014f, light(0.62f, 0.36f, 0.12f)}, {8, 0}, 3, 0.65f);
+    addBank(lamps, {-22, 10, {0.15f, 0.014f}, 0, 0.010f, light(0.26f, 0.33f, 0.40f)}, {0, 5}, 4, 1.12f);
+    // Sparks for the facets that the banks miss.
+    for (int i = 0; i < 46; i++) {
+        const float radius = mix(0.014f, 0.034f, randomAt(i, 2, 9));
+        const Rgba tint = mix(light(0.50f, 0.66f, 0.80f), light(0.80f, 0.56f, 0.28f),
+                              smoothstep(0.6f, 0.9f, randomAt(i, 3, 9)));
+        lamps.push_back({mix(-105, 105, randomAt(i, 0, 9)),
+                         mix(-52, 40, randomAt(i, 1, 9)),
+                         {radius, radius},
+                         0,
+                         0.010f,
+                         tint * mix(0.4f, 0.9f, randomAt(i, 4, 9))});
+    }
     makeSphereMap(path, [&](Direction towards) {
-        Rgba sum = light(0.05f, 0.08f, 0.12f) * bell(towards.y, 0.05f) + light(0.012f, 0.016f, 0.022f);
+        const float ahead = smoothstep(-0.3f, 0.8f, towards.z);
+        Rgba sum = mix(light(0.010f, 0.026f, 0.030f), light(0.026f, 0.032f, 0.046f),
+                       smoothstep(-0.1f, 0.1f, towards.y)) *
+                   ahead;
+        sum = sum + light(0.035f, 0.055f, 0.085f) * bell(towards.y, 0.035f);
         for (const Softbox& lamp : lamps) sum = sum + lit(lamp, towards);
         return sum;
     });

@@ -1,6 +1,7 @@
 // "start": the title, revealed from its top row down by the opening's sweep and added to black; bright rows
-// send rays towards the viewer. The picture lies on a square of which the screen shows the middle, stretched
-// to 4:3.
+// send rays towards the viewer. The picture lies on a square that the camera sees from the upper right: the
+// screen shows all of its left side and bottom, and cuts the right side and the top off at about 0.83 and
+// 0.15.
 #include "production/kit/picture.h"
 #include "production/kit/picture_lettering.h"
 #include "production/kit/picture_noise.h"
@@ -10,30 +11,114 @@ namespace {
 
 constexpr int size = 1024;
 constexpr float pixelAspect = 4.0f / 3;
-constexpr float capHeight = 132, baseline = 560;
-constexpr float streakLine = baseline - 0.42f * capHeight;
+constexpr float capHeight = 150, baseline = 548, middle = 462;
+constexpr float streakLine = baseline - 0.43f * capHeight, flarePlace = 397;
+constexpr float shore = 618;  // row of the horizon; below it lies water
+
+// Northern lights: curtains whose lower hems are bright and whose folds are fine vertical rays.
+Rgba aurora(float x, float y) {
+    const float u = x / size;
+    Rgba sum;
+    for (int i = 0; i < 3; i++) {
+        const float fold = fractalNoise(u * 3 + 0.31f * i, 0.7f * i, 16, 3, 41 + i);
+        const float hem = 330 + 44 * i + 150 * fold;
+        const float rays =
+            0.45f + 0.9f * unit(fractalNoise(u * 26 + 3 * fold, 0.2f * i, 64, 4, 61 + i) + 0.35f);
+        const float above = hem - y;
+        const float body = above > 0 ? std::exp(-above / (120 + 60 * rays)) : std::exp(above / 9);
+        const float presence = smoothstep(-0.35f, 0.35f, fractalNoise(u * 2 + 5, 1.7f * i, 16, 2, 83));
+        const Rgba colour =
+            mix(opaque(0.03f, 0.26f, 0.26f), opaque(0.16f, 0.06f, 0.34f), smoothstep(0, 260, above));
+        sum = sum + colour * (body * rays * presence * (0.95f - 0.2f * i));
+    }
+    return sum;
+}
+
+// Letters cut like a wedge into gold: every side of a stroke catches the light of its own direction.
+Rgba gold(const LetteringField& text, int x, int y) {
+    // Sobel's weights keep the ridges of slanting strokes from stepping.
+    float slopeX = 0, slopeY = 0;
+    for (int i = -1; i <= 1; i++) {
+        const float weight = i == 0 ? 0.25f : 0.125f;
+        slopeX += weight * (text.at(x + 1, y + i) - text.at(x - 1, y + i));
+        slopeY += weight * (text.at(x + i, y + 1) - text.at(x + i, y - 1));
+    }
+    const float facing = -(0.45f * slopeX / pixelAspect + 0.75f * slopeY);
+    const float height = unit((baseline - y) / capHeight);
+    const float glance = bell(height - 0.43f, 0.16f);
+    const Rgba shade = opaque(0.20f, 0.065f, 0.008f), body = opaque(0.78f, 0.40f, 0.09f),
+               shine = opaque(1, 0.86f, 0.56f);
+    const float lightness = unit(0.40f + 0.72f * facing + 0.32f * glance);
+    const Rgba face =
+        lightness < 0.5f ? mix(shade, body, lightness * 2) : mix(body, shine, lightness * 2 - 1);
+    const float rim = outline(text.at(x, y) + 1.2f, 1.8f);
+    return mix(face, opaque(1, 0.80f, 0.46f), 0.55f * rim);
+}
+
+Rgba streak(float x, float y) {
+    const float along = (x - flarePlace) / size, away = y - streakLine;
+    const float tail = along < 0 ? bell(along, 0.19f) : bell(along, 0.27f);
+    const float line = tail * (bell(away, 1.0f) + 0.20f * bell(away, 7));
+    const float radius = std::hypot((x - flarePlace) * pixelAspect, away);
+    const float star = 0.5f * bell((x - flarePlace) * pixelAspect, 1.2f) * std::exp(-std::fabs(away) / 34);
+    return opaque(1, 0.88f, 0.68f) * (line + star) + opaque(1, 0.84f, 0.60f) * std::exp(-radius / 13) +
+           opaque(0.55f, 0.26f, 0.07f) * (0.5f * std::exp(-radius / 60));
+}
+
+void addStars(Canvas& canvas) {
+    for (int i = 0; i < 420; i++) {
+        const float x = 6 + randomAt(i, 0, 5) * (size - 12), y = 6 + randomAt(i, 1, 5) * (shore - 30);
+        const float brightness = 0.10f + 0.75f * std::pow(randomAt(i, 2, 5), 9.0f);
+        for (int row = -2; row <= 2; row++) {
+            for (int column = -2; column <= 2; column++) {
+                const int px = static_cast<int>(x) + column, py = static_cast<int>(y) + row;
+                const float away = std::hypot((px + 0.5f - x) * pixelAspect, py + 0.5f - y);
+                canvas.at(px, py) =
+                    canvas.at(px, py) + opaque(0.75f, 0.85f, 1) * (brightness * bell(away, 0.85f));
+            }
+        }
+    }
+}
+
+// What stands above the shore, mirrored in water that breaks it up the more the nearer it comes.
+Rgba mirrored(const Canvas& canvas, float x, float y) {
+    const float depth = y - shore, near = depth / (size - shore);
+    const float wave = fractalNoise(x * 5 / size, depth / (5 + 26 * near), 64, 4, 97);
+    const float chop = fractalNoise(x * 14 / size, depth / (3 + 10 * near), 64, 3, 131);
+    const float from = shore - depth * 0.98f + (6 + 46 * near) * wave;
+    const Rgba seen = sampled(canvas, x + (4 + 30 * near) * chop, std::fmin(from, shore - 1));
+    return seen * ((0.62f + 0.60f * chop) * smoothstep(1.0f, 0.05f, near));
+}
 
 }  // namespace
 
 void makeTitle(const char* path) {
     LetteringField text(size, size, 60);
-    setText(text, "Valojuova", {capHeight, 0.15f, 0.68f, 0.17f, pixelAspect}, size * 0.5f, baseline,
+    setText(text, "Valojuova", {capHeight, 0.155f, 0.66f, 0.17f, pixelAspect}, middle, baseline,
             Align::Centre);
-    setText(text, "a streak of light", {21, 0.15f, 0.3f, 0.62f, pixelAspect}, size * 0.5f, baseline + 58,
+    LetteringField subtitle(size, size, 14);
+    setText(subtitle, "a streak of light", {19, 0.15f, 0.3f, 0.95f, pixelAspect}, middle, baseline + 48,
             Align::Centre);
 
     Canvas canvas(size, size, opaque(0, 0, 0));
-    paint(canvas, [&](float x, float y, Rgba ground) {
-        const float distance = text.at(x, y), fill = coverage(distance);
-        const float along = (x - size * 0.40f) / size, away = y - streakLine;
-        const float tail = along < 0 ? bell(along, 0.16f) : bell(along, 0.26f);
-        const float line = tail * (bell(away, 1.1f) + 0.22f * bell(away, 9));
-        const float flare = std::exp(-std::hypot((x - size * 0.40f) * pixelAspect, away) / 16);
-        const Rgba face =
-            mix(opaque(1, 0.82f, 0.50f), opaque(0.78f, 0.42f, 0.12f), std::fabs(away) / (0.62f * capHeight));
-        const float halo = 0.22f * std::exp(-std::fmax(distance, 0.0f) / 11) * smoothstep(60, 40, distance);
-        return ground + face * (0.9f * fill) + opaque(1, 0.60f, 0.22f) * (halo * (1 - fill)) +
-               opaque(1, 0.92f, 0.78f) * (line + flare);
+    addStars(canvas);
+    paint(canvas, [&](float x, float y, Rgba sky) {
+        const int px = static_cast<int>(x), py = static_cast<int>(y);
+        const float distance = text.at(px, py), fill = coverage(distance);
+        const float halo = 0.26f * std::exp(-std::fmax(distance, 0.0f) / 12) * smoothstep(60, 36, distance);
+        Rgba seen = sky + aurora(x, y) * 1.35f;
+        seen = seen * (1 - 0.7f * smoothstep(40, 0, distance)) + opaque(1, 0.55f, 0.18f) * halo;
+        if (fill > 0) seen = mix(seen, gold(text, px, py), fill);
+        seen = seen + streak(x, y) * (1 - 0.35f * fill);
+        seen = mix(seen, opaque(0.80f, 0.62f, 0.40f), coverage(subtitle.at(px, py)));
+        const float mist = std::exp(-std::fabs(y - shore) / 5) * bell((x - middle) / size, 0.30f);
+        return seen + opaque(0.20f, 0.22f, 0.24f) * (0.6f * mist);
+    });
+    const Canvas above = canvas;
+    paint(canvas, [&](float x, float y, Rgba seen) {
+        if (y > shore) seen = seen * 0.0f + mirrored(above, x, y);
+        const float side = smoothstep(0, 0.10f, std::fmin(x, size - x) / size);
+        return seen * (side * smoothstep(0, 0.10f, std::fmin(y, size - y) / size));
     });
     saveRgb(canvas, path, Rows::TopFirst);
 }
