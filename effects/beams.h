@@ -16,12 +16,12 @@ struct BeamStyle {
     GlowPass passes[3];
 };
 
-// clang-format off
-//                                     spot, passes: width, red, green, blue, alpha
-constexpr BeamStyle huoneBeam =       {   4, 3, {{1, 1, 0.5f, 0.8f, 1}, {4, 1, 0.3f, 0.8f, 0.6f}, {8, 1, 0.2f, 0.8f, 0.2f}}};
-constexpr BeamStyle laserTunnelBeam = {  10, 3, {{1, 1, 0.5f, 0.8f, 1}, {4, 1, 0.3f, 0.8f, 0.6f}, {8, 1, 0.2f, 0.8f, 0.2f}}};
-constexpr BeamStyle laserBeam =       {   8, 2, {{1, 1, 0.4f, 0.8f, 1}, {4, 1, 0.0f, 0.8f, 0.4f}}};
-// clang-format on
+// Spot; then width, red, green, blue and alpha of each pass.
+constexpr BeamStyle huoneBeam = {
+    4, 3, {{1, 1, 0.5f, 0.8f, 1}, {4, 1, 0.3f, 0.8f, 0.6f}, {8, 1, 0.2f, 0.8f, 0.2f}}};
+constexpr BeamStyle laserTunnelBeam = {
+    10, 3, {{1, 1, 0.5f, 0.8f, 1}, {4, 1, 0.3f, 0.8f, 0.6f}, {8, 1, 0.2f, 0.8f, 0.2f}}};
+constexpr BeamStyle laserBeam = {8, 2, {{1, 1, 0.4f, 0.8f, 1}, {4, 1, 0, 0.8f, 0.4f}}};
 
 // The fans of a laser craft: two emitters on its axis, beams in six directions around it from each.
 constexpr float emitterZ[] = {52, -52};  // model units
