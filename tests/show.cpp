@@ -9,46 +9,46 @@
 #include "app/startup.h"
 #include "script/resources.h"
 
-std::function<void()> beforeSwap;
-
-// In front of the library's own, which it goes on to.
-extern "C" void SDL_GL_SwapBuffers() {
-    static const auto swap = reinterpret_cast<void (*)()>(dlsym(RTLD_NEXT, "SDL_GL_SwapBuffers"));
-    if (beforeSwap) beforeSwap();
-    swap();
-}
-
 namespace {
 
 struct LoadedShow {
-    Demo* demo;
+    Demo* demo = nullptr;
     std::vector<LoadingStep> steps;
 };
 
-LoadedShow& loadedShow() {
-    static LoadedShow show = [] {
-        LoadedShow loaded;
-        Demo* const bare = demo;
-        beforeSwap = [&loaded] {
-            const auto count = [](const auto& table) { return static_cast<int>(table.size()); };
-            loaded.steps.push_back({count(demo->meshes), demo->nextTexture, count(demo->effects),
-                                    count(demo->shaders), readScreen().litCount()});
-        };
-        initialiseDemo();
-        beforeSwap = nullptr;
-        loaded.demo = demo;
-        demo = bare;
-        return loaded;
-    }();
-    return show;
+bool loading = false;
+LoadedShow show;
+
+void countLoadingScreen() {
+    const auto count = [](const auto& table) { return static_cast<int>(table.size()); };
+    show.steps.push_back({count(demo->meshes), demo->nextTexture, count(demo->effects), count(demo->shaders),
+                          readScreen().litCount()});
+}
+
+void loadOnce() {
+    if (show.demo) return;
+    Demo* const bare = demo;
+    loading = true;
+    initialiseDemo();
+    loading = false;
+    show.demo = demo;
+    demo = bare;
 }
 
 }  // namespace
 
+// In front of the library's own, which it goes on to: loading screens can be read before they are shown.
+extern "C" void SDL_GL_SwapBuffers() {
+    static const auto swap = reinterpret_cast<void (*)()>(dlsym(RTLD_NEXT, "SDL_GL_SwapBuffers"));
+    if (loading) countLoadingScreen();
+    swap();
+}
+
 void Show::SetUp() {
     GlWindow::SetUp();
+    loadOnce();
     bare = demo;
-    demo = loadedShow().demo;
+    demo = show.demo;
     demo->clock.source = &music;
     overlayRecord = demo->textureIndex("overlay");
     rewind();
@@ -62,16 +62,13 @@ void Show::TearDown() {
 }
 
 const std::vector<LoadingStep>& Show::loadingSteps() {
-    return loadedShow().steps;
+    return show.steps;
 }
 
 Screen Show::drawMoment(int ms) {
-    Screen picture{};
-    beforeSwap = [&picture] { picture = readScreen(); };
     music.ms = ms;
-    renderFrame();
-    beforeSwap = nullptr;
-    return picture;
+    drawFrame();
+    return readScreen();
 }
 
 Screen Show::drawMoment(int ms, int beatMs) {

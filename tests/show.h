@@ -2,13 +2,9 @@
 // any moment of it with the program's own frame, stepped by a counter instead of music.
 #pragma once
 
-#include <functional>
 #include <vector>
 
 #include "tests/gl_window.h"
-
-// Called at every swap of the buffers, before it, while the finished picture can be read; may be empty.
-extern std::function<void()> beforeSwap;
 
 // What was loaded when a loading screen was shown.
 struct LoadingStep {

@@ -35,8 +35,8 @@ void main() {
     vec2 shift = -height * sin(phase) * ray / max(radius, 0.001) / aspect * nearEdge;
 
     vec4 color = texture2D(picture, coordinates(place + shift, slope, margin));
-    color.r = texture2D(picture, coordinates(place + shift * 0.9, slope, margin)).r;
-    color.b = texture2D(picture, coordinates(place + shift * 1.12, slope, margin)).b;
+    color.r = texture2D(picture, coordinates(place + shift * 0.94, slope, margin)).r;
+    color.b = texture2D(picture, coordinates(place + shift * 1.08, slope, margin)).b;
     color.rgb *= 1.0 + 0.2 * height * frequency * cos(phase);
     // Over a picture's own blurred copy the packet and all outside of it go soft.
     color.a *= 1.0 - 2.5 * scale * min(0.1 * distort, 1.0) * smoothstep(-0.2, 0.3, behindFront);

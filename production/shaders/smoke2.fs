@@ -14,6 +14,6 @@ void main() {
     float smoke = swirl * wisp;
     vec2 aside = place - 0.5;
     float vignette = 1.0 - 1.3 * dot(aside, aside);
-    vec3 light = color.rgb * (0.03 + 0.5 * smoke) + 0.12 * smoke * smoke;
+    vec3 light = color.rgb * (0.03 + 0.4 * smoke) + 0.12 * smoke * smoke;
     gl_FragColor = vec4(light * vignette, color.a) * gl_Color;
 }

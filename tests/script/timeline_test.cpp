@@ -1,5 +1,6 @@
 #include "script/timeline.h"
 
+#include <cmath>
 #include <string>
 
 #include "effects/laser_tunnel.h"
