@@ -1,0 +1,55 @@
+// The speed of capture against drawing the same frames and keeping none.
+#include <GL/glew.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <string>
+
+#include "app/sound_music.h"
+#include "bench/bench.h"
+#include "tools/capture/film.h"
+#include "tools/capture/grabber.h"
+#include "tools/capture/stepped_show.h"
+
+namespace {
+
+constexpr int framesPerSecond = 30;
+constexpr int frames = 90;
+constexpr int from = 20;  // seconds
+constexpr double goal = 0.85;
+
+double drawnSeconds(SteppedShow& show) {
+    const double start = wallSeconds();
+    for (int i = 0; i < frames; i++) show.draw(from * framesPerSecond + i);
+    glFinish();
+    return wallSeconds() - start;
+}
+
+double capturedSeconds(SteppedShow& show) {
+    const std::string path = std::filesystem::temp_directory_path() / "valojuova-bench.mp4";
+    const double start = wallSeconds();
+    Film film(path, framesPerSecond, from, static_cast<double>(frames) / framesPerSecond, SoundMusic::path);
+    Grabber grabber([&](const Picture& picture) { return film.write(picture); });
+    for (int i = 0; i < frames; i++) {
+        show.draw(from * framesPerSecond + i);
+        grabber.grab();
+    }
+    const bool written = grabber.finish() && film.finish();
+    const double seconds = wallSeconds() - start;
+    if (!written) fprintf(stderr, "bench: %s\n", film.problem.c_str());
+    std::filesystem::remove(path);
+    return seconds;
+}
+
+}  // namespace
+
+Figures benchCapture() {
+    SteppedShow show(framesPerSecond);
+    show.next = from * framesPerSecond;
+    drawnSeconds(show);  // once before it counts
+    show.next = from * framesPerSecond;
+    const double drawn = drawnSeconds(show);
+    show.next = from * framesPerSecond;
+    const double captured = capturedSeconds(show);
+    return {{"capture", frames / captured, "frames/s", frames / drawn, goal, true}};
+}
