@@ -9,14 +9,14 @@ namespace {
 constexpr int size = 512;
 constexpr float pixelAspect = 4.0f / 3;
 constexpr float margin = 46;  // columns kept clear at the card's outer side
-constexpr float roleLine = 262, ruleLine = 292, nameLine = 348;  // rows
+constexpr float roleLine = 258, ruleLine = 290, nameLine = 352;  // rows
 
 // `align` is the side of the screen that the card lies at.
 void makeCard(const char* path, const char* role, Align align) {
     const float edge = align == Align::Left ? margin : size - margin;
     LetteringField text(size, size, 16);
-    setText(text, role, {74, 0.17f, 0.6f, 0.17f, pixelAspect}, edge, roleLine, align);
-    setText(text, "Valojuova", {34, 0.15f, 0.4f, 0.36f, pixelAspect}, edge, nameLine, align);
+    setText(text, role, {86, 0.17f, 0.6f, 0.17f, pixelAspect}, edge, roleLine, align);
+    setText(text, "Valojuova", {40, 0.17f, 0.4f, 0.30f, pixelAspect}, edge, nameLine, align);
 
     Canvas shape(size, size);
     paint(shape, [&](float x, float y, Rgba) {

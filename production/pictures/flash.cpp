@@ -7,27 +7,30 @@
 void makeFlashWord(const char* path) {
     const int size = 1024;
     const float pixelAspect = 4.0f / 3;  // the square picture fills a 4:3 screen
+    const float capHeight = 372, baseline = 690, streakLine = baseline - 0.43f * capHeight;
     LetteringField text(size, size, 60);
-    setText(text, "Valo", {372, 0.17f, 0.66f, 0.16f, pixelAspect}, size * 0.5f, 698, Align::Centre);
+    setText(text, "Valo", {capHeight, 0.17f, 0.66f, 0.17f, pixelAspect}, size * 0.5f, baseline,
+            Align::Centre);
 
-    Canvas letters(size, size, opaque(0, 0, 0));
-    paint(letters, [&](float x, float y, Rgba ground) { return ground + grey(coverage(text.at(x, y))); });
-    const Canvas streams = streamed(letters, size * 0.5f, 560, 0.55f);
-    const Canvas halo = blurred(letters, 26, Edge::Empty);
+    Canvas letters(size, size);
+    paint(letters, [&](float x, float y, Rgba) { return grey(1) * coverage(text.at(x, y)); });
+    const Canvas streams = streamed(letters, size * 0.5f, streakLine, 0.72f);
 
+    // The room's glow adds the picture to itself, so that this one is a sketch in dim lines.
     Canvas canvas(size, size, opaque(0, 0, 0));
     paint(canvas, [&](float x, float y, Rgba ground) {
         const int px = static_cast<int>(x), py = static_cast<int>(y);
-        const float distance = text.at(px, py);
-        const float rim = outline(distance + 2.5f, 5), fill = coverage(distance);
-        const float slope = unit((y - 326) / 372);
-        const Rgba face = mix(opaque(0.62f, 0.70f, 0.68f), opaque(0.20f, 0.42f, 0.42f), slope);
-        const float edge =
-            smoothstep(0, 0.16f, std::fmin(std::fmin(x, size - x), std::fmin(y, size - y)) / size);
-        const Rgba air = opaque(0.30f, 0.62f, 0.60f) * (0.55f * streams.at(px, py).r) +
-                         opaque(0.85f, 0.55f, 0.22f) * (0.20f * halo.at(px, py).r);
-        return ground + air * (edge * (1 - 0.8f * fill)) + face * (0.55f * fill) +
-               opaque(0.9f, 0.95f, 0.9f) * (0.6f * rim);
+        const float distance = text.at(px, py), fill = coverage(distance), away = y - streakLine;
+        const float rim = outline(distance + 3, 5);
+        const float slope = unit((y - baseline + capHeight) / capHeight);
+        const Rgba face = mix(opaque(0.30f, 0.36f, 0.34f), opaque(0.03f, 0.13f, 0.14f), slope);
+        const float reach = bell((x - size * 0.5f) / size, 0.24f);
+        const float streak = reach * (0.8f * bell(away, 2) + 0.10f * bell(away, 26));
+        const float border =
+            smoothstep(0, 0.12f, std::fmin(std::fmin(x, size - x), std::fmin(y, size - y)) / size);
+        const Rgba air = opaque(0.22f, 0.50f, 0.47f) * (0.5f * streams.at(px, py).r * (1 - 0.7f * fill));
+        return ground + (air + opaque(1, 0.86f, 0.60f) * streak) * border + face * (0.85f * fill) +
+               opaque(0.52f, 0.60f, 0.57f) * rim;
     });
     saveRgb(canvas, path, Rows::TopFirst);
 }

@@ -48,6 +48,15 @@ float columnsFor(const std::vector<std::string>& lines) {
     return high;
 }
 
+// A four-pointed light, tall and narrow; the place is relative to its middle.
+Rgba sparkAt(float x, float y) {
+    if (std::fabs(x) > 40 || std::fabs(y) > 170) return {};
+    const float tall = bell(x, 1.3f) * std::exp(-std::fabs(y) / 34) * smoothstep(170, 90, std::fabs(y));
+    const float wide = bell(y, 1.3f) * std::exp(-std::fabs(x) / 9) * smoothstep(40, 20, std::fabs(x));
+    const float core = std::exp(-std::hypot(x, y) / 4) * smoothstep(40, 20, std::hypot(x, y));
+    return opaque(1, 0.88f, 0.66f) * (0.9f * tall + 0.7f * wide + 0.8f * core);
+}
+
 }  // namespace
 
 void makeGreetings(const char* path) {
@@ -57,7 +66,7 @@ void makeGreetings(const char* path) {
     for (const auto& lines : blocks) sum += columns.emplace_back(columnsFor(lines));
     const float space = (width - sum) / blocks.size();
     float left = space / 2;
-    std::vector<float> rules;
+    std::vector<float> sparks;  // columns between two blocks
     for (size_t i = 0; i < blocks.size(); i++) {
         float baseline = top;
         for (const std::string& line : blocks[i]) {
@@ -67,7 +76,7 @@ void makeGreetings(const char* path) {
             baseline += leading;
         }
         left += columns[i] + space;
-        if (i + 1 < blocks.size()) rules.push_back(left - space / 2);
+        if (i + 1 < blocks.size()) sparks.push_back(left - space / 2);
     }
 
     Canvas canvas(width, height, opaque(0, 0, 0));
@@ -76,8 +85,10 @@ void makeGreetings(const char* path) {
         const float fill = coverage(distance), halo = std::exp(-std::fmax(distance, 0.0f) / 4.5f) * 0.16f;
         const Rgba face =
             mix(opaque(0.98f, 0.96f, 0.90f), opaque(0.86f, 0.74f, 0.50f), (y - top) / (bottom - top));
-        return ground + face * (0.92f * fill) +
-               opaque(0.9f, 0.62f, 0.25f) * (halo * (1 - fill) * smoothstep(20, 12, distance));
+        Rgba seen = ground + face * (0.92f * fill) +
+                    opaque(0.9f, 0.62f, 0.25f) * (halo * (1 - fill) * smoothstep(20, 12, distance));
+        for (float spark : sparks) seen = seen + sparkAt((x - spark) * pixelAspect, y - (top + bottom) / 2);
+        return seen;
     });
     saveRgb(canvas, path, Rows::TopFirst);
 }

@@ -14,7 +14,8 @@ void makeLoading(const char* path) {
     paint(canvas, [&](float x, float y, Rgba ground) {
         const float along = (x - size * 0.36f) / size, away = y - 214;
         const float tail = along < 0 ? bell(along, 0.10f) : bell(along, 0.24f);
-        const float streak = tail * (bell(away, 0.9f) + 0.25f * bell(away, 6));
+        const float side = smoothstep(0, 0.15f, std::fmin(x, size - x) / size);
+        const float streak = side * tail * (bell(away, 0.9f) + 0.25f * bell(away, 6));
         const float flare = std::exp(-std::hypot(x - size * 0.36f, away) / 9.0f);
         const float letter = coverage(text.at(x, y));
         const float halo = 0.10f * std::exp(-std::fmax(text.at(x, y), 0.0f) / 7);

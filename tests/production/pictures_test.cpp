@@ -1,0 +1,281 @@
+// What the program and the scenes rely on in the pictures of data/: sizes, row order, black grounds, real
+// alpha, seams and darkness. Read from data/ in the working directory, as the program does.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "image/image.h"
+
+namespace {
+
+struct Picture {
+    int width = 0, height = 0, channels = 0;
+    std::vector<uint8_t> bytes;
+
+    explicit Picture(const std::string& file) {
+        Image image;
+        if (loadImage(("data/" + file).c_str(), &image, 0) != 0) {
+            ADD_FAILURE() << "data/" << file << " is missing: build the target `data`";
+            return;
+        }
+        width = image.width, height = image.height, channels = image.channels;
+        bytes.assign(image.pixels, image.pixels + static_cast<size_t>(image.stride) * image.height);
+        delete[] image.pixels;
+    }
+
+    int sample(int x, int y, int channel) const {
+        return bytes[(static_cast<size_t>(y) * width + x) * channels + channel];
+    }
+    int brightest(int x, int y) const {
+        return std::max({sample(x, y, 0), sample(x, y, 1), sample(x, y, 2)});
+    }
+    // Mean of red, green and blue over a rectangle, 0..255.
+    double mean(int left, int top, int right, int bottom) const {
+        double sum = 0;
+        for (int y = top; y < bottom; y++)
+            for (int x = left; x < right; x++) sum += sample(x, y, 0) + sample(x, y, 1) + sample(x, y, 2);
+        return sum / 3 / (right - left) / (bottom - top);
+    }
+    double mean() const { return mean(0, 0, width, height); }
+    int brightestOfBorder() const {
+        int most = 0;
+        for (int i = 0; i < width; i++) most = std::max({most, brightest(i, 0), brightest(i, height - 1)});
+        for (int i = 0; i < height; i++) most = std::max({most, brightest(0, i), brightest(width - 1, i)});
+        return most;
+    }
+};
+
+struct Rows {
+    int first, count;
+};
+
+// Runs of rows that hold a pixel for which ink(x, y) is true, between two columns.
+template <class Ink>
+std::vector<Rows> inkedRows(const Picture& picture, int left, int right, Ink ink) {
+    std::vector<Rows> runs;
+    bool before = false;
+    for (int y = 0; y < picture.height; y++) {
+        bool inked = false;
+        for (int x = left; x < right && !inked; x++) inked = ink(x, y);
+        if (inked && !before) runs.push_back({y, 0});
+        if (inked) runs.back().count++;
+        before = inked;
+    }
+    return runs;
+}
+
+double rowDifference(const Picture& picture, int upper, int lower) {
+    double sum = 0;
+    for (int x = 0; x < picture.width; x++)
+        for (int c = 0; c < 3; c++)
+            sum += std::abs(picture.sample(x, upper, c) - picture.sample(x, lower, c));
+    return sum / picture.width;
+}
+
+double columnDifference(const Picture& picture, int left, int right) {
+    double sum = 0;
+    for (int y = 0; y < picture.height; y++)
+        for (int c = 0; c < 3; c++) sum += std::abs(picture.sample(left, y, c) - picture.sample(right, y, c));
+    return sum / picture.height;
+}
+
+}  // namespace
+
+// The screen quad maps a picture by the size that the texture table sets, so a full-screen one of another
+// size shows a part of itself only; and textures are RGB or RGBA, of powers of two.
+TEST(Pictures, HaveTheSizesAndChannelsThatTheProgramAssumes) {
+    const struct {
+        const char* file;
+        int width, height, channels;
+    } expected[] = {
+        {"loading.jpg", 512, 512, 3},
+        {"overlay.jpg", 1024, 1024, 3},
+        {"white.png", 64, 64, 3},
+        {"noise1.png", 256, 256, 3},
+        {"tex.png", 0, 0, 4},
+        {"spot.png", 0, 0, 3},
+        {"shiptex.png", 0, 0, 3},
+        {"cubetex.png", 0, 0, 3},
+        {"envmap.png", 0, 0, 3},
+        {"envmap2.png", 0, 0, 3},
+        {"envmap3.png", 0, 0, 3},
+        {"envmap4.png", 0, 0, 3},
+        {"start.jpg", 0, 0, 3},
+        {"redlaser.png", 0, 0, 3},
+        {"greenlaser.png", 0, 0, 3},
+        {"star2.png", 0, 0, 3},
+        {"roboscreen.png", 0, 0, 3},
+        {"greetsit.png", 2048, 512, 3},
+        {"vornel.png", 0, 0, 3},
+        {"credits-music.png", 0, 0, 4},
+        {"credits-code.png", 0, 0, 4},
+        {"credits-gfx.png", 0, 0, 4},
+        {"credits-models.png", 0, 0, 4},
+    };
+    for (const auto& row : expected) {
+        SCOPED_TRACE(row.file);
+        const Picture picture(row.file);
+        EXPECT_EQ(picture.channels, row.channels);
+        if (row.width > 0) {
+            EXPECT_EQ(picture.width, row.width);
+            EXPECT_EQ(picture.height, row.height);
+        } else {
+            EXPECT_EQ(picture.width, picture.height);
+            EXPECT_TRUE(picture.width > 0 && (picture.width & (picture.width - 1)) == 0) << picture.width;
+            EXPECT_LE(picture.width, 1024);
+        }
+    }
+}
+
+// A full-screen quad puts the first row at the bottom: from there up lie the small line, the name and the
+// streak.
+TEST(Pictures, LoadingIsStoredBottomRowFirst) {
+    const Picture picture("loading.jpg");
+    const auto runs =
+        inkedRows(picture, 0, picture.width, [&](int x, int y) { return picture.brightest(x, y) > 140; });
+    ASSERT_EQ(runs.size(), 3u);
+    EXPECT_LT(runs[0].count * 2, runs[1].count);
+    EXPECT_LT(runs[2].count, runs[1].count);
+}
+
+TEST(Pictures, LetteringWithItsOwnCoordinatesIsStoredTopRowFirst) {
+    const Picture title("start.jpg");  // the name stands above its dimmer reflection
+    EXPECT_GT(title.mean(0, 0, title.width, title.height * 6 / 10),
+              2 * title.mean(0, title.height * 6 / 10, title.width, title.height));
+
+    const Picture greetings("greetsit.png");  // the first block grows from a small line to a tall one
+    const auto block =
+        inkedRows(greetings, 0, 250, [&](int x, int y) { return greetings.brightest(x, y) > 128; });
+    ASSERT_EQ(block.size(), 4u);
+    EXPECT_LT(block.front().count * 1.5, block.back().count);
+
+    const Picture word("vornel.png");  // L lies on its foot
+    const auto inked = [&](int x, int y) { return word.brightest(x, y) > 100; };
+    int first = word.height, last = 0;
+    for (int y = 0; y < word.height; y++)
+        if (inked(word.width * 11 / 20, y)) first = std::min(first, y), last = y;
+    int atTop = 0, atBottom = 0;
+    for (int x = word.width / 2; x < word.width * 3 / 5; x++)
+        for (int y = 0; y < 8; y++) atTop += inked(x, first + y), atBottom += inked(x, last - y);
+    EXPECT_GT(atBottom, atTop * 1.3);
+
+    for (const char* file :
+         {"credits-music.png", "credits-code.png", "credits-gfx.png", "credits-models.png"}) {
+        SCOPED_TRACE(file);
+        const Picture card(file);
+        const auto lines = inkedRows(card, 0, card.width, [&](int x, int y) {
+            return card.sample(x, y, 3) > 200 && card.brightest(x, y) > 200;
+        });
+        ASSERT_GE(lines.size(), 2u);  // the role, and below it the smaller name
+        EXPECT_GT(lines.front().count, lines.back().count * 1.4);
+    }
+}
+
+// Cards are blended over the room: white letters, clear all round, and only darkness between.
+TEST(Pictures, CreditsAreWhiteOnClearGround) {
+    for (const char* file :
+         {"credits-music.png", "credits-code.png", "credits-gfx.png", "credits-models.png"}) {
+        SCOPED_TRACE(file);
+        const Picture card(file);
+        int clear = 0, white = 0, tinted = 0;
+        for (int y = 0; y < card.height; y++) {
+            for (int x = 0; x < card.width; x++) {
+                clear += card.sample(x, y, 3) < 8;
+                white += card.sample(x, y, 3) == 255 && card.sample(x, y, 2) > 240;
+                tinted += card.sample(x, y, 3) > 20 && card.brightest(x, y) - card.sample(x, y, 2) > 30;
+            }
+        }
+        EXPECT_GT(clear, card.width * card.height / 3);
+        EXPECT_GT(white, card.width * card.height / 200);
+        EXPECT_EQ(tinted, 0);
+        for (int i = 0; i < card.width; i++) EXPECT_LT(card.sample(i, 0, 3) + card.sample(0, i, 3), 8);
+    }
+}
+
+// Alpha of one half or less is cut away: 24 to 40 stripes a repeat read in both views, and S must not matter.
+TEST(Pictures, StripesCutByAlphaAlongT) {
+    const Picture picture("tex.png");
+    int stripes = 0, kept = 0, longest = 0, run = 0;
+    for (int y = 0; y < picture.height; y++) {
+        const bool inside = picture.sample(0, y, 3) > 127;
+        stripes += inside && picture.sample(0, (y + picture.height - 1) % picture.height, 3) <= 127;
+        kept += inside;
+        run = inside ? run + 1 : 0;
+        longest = std::max(longest, run);
+        for (int x = 0; x < picture.width; x += 17)
+            ASSERT_NEAR(picture.sample(x, y, 3), picture.sample(0, y, 3), 1) << x << ", " << y;
+    }
+    EXPECT_GE(stripes, 24);
+    EXPECT_LE(stripes, 40);
+    EXPECT_GT(kept, picture.height * 2 / 5);
+    EXPECT_LT(kept, picture.height * 4 / 5);
+    EXPECT_GT(longest, 2 * kept / stripes);  // a broad one, for rhythm
+}
+
+// Added pictures show a frame round themselves where their border is not black.
+TEST(Pictures, AddedPicturesEndInBlack) {
+    for (const char* file : {"start.jpg", "vornel.png", "greetsit.png", "spot.png", "loading.jpg"})
+        EXPECT_LE(Picture(file).brightestOfBorder(), 6) << file;
+}
+
+// Half of the overlay is added to every frame, and what is bright in it hides the frame.
+TEST(Pictures, OverlayIsNearlyBlackInItsCorner) {
+    const Picture picture("overlay.jpg");
+    EXPECT_LT(picture.mean(0, 0, 800, 600), 0.04 * 255);
+    EXPECT_GT(picture.mean(0, 0, 800, 600), 1);
+    EXPECT_LT(picture.mean(400 - 200, 300 - 150, 400 + 200, 300 + 150), 0.03 * 255);
+    EXPECT_LT(picture.mean(816, 0, 1024, 1024), 0.5);
+    EXPECT_LT(picture.mean(0, 616, 1024, 1024), 0.5);
+}
+
+// The glow adds the frame to itself about three times: added reflections are lines on black, and the robot's,
+// which are its only picture, stay low. Skies are up: in the last rows.
+TEST(Pictures, SphereMapsAreDarkWithTheirSkyInTheLastRows) {
+    const struct {
+        const char* file;
+        double most;
+    } maps[] = {{"envmap.png", 0.08}, {"envmap2.png", 0.25}, {"envmap3.png", 0.25}, {"envmap4.png", 0.25}};
+    for (const auto& map : maps) {
+        SCOPED_TRACE(map.file);
+        const Picture picture(map.file);
+        const int half = picture.height / 2;
+        EXPECT_LT(picture.mean(), map.most * 255);
+        EXPECT_GT(picture.mean(0, half, picture.width, 2 * half),
+                  1.2 * picture.mean(0, 0, picture.width, half));
+        int most = 0;
+        for (int y = 0; y < picture.height; y++)
+            for (int x = 0; x < picture.width; x++) most = std::max(most, picture.brightest(x, y));
+        EXPECT_GT(most, 100);
+    }
+}
+
+// Where a picture repeats, its last row and column meet its first like any two neighbours.
+TEST(Pictures, RepeatingTexturesHaveNoSeam) {
+    for (const char* file : {"shiptex.png", "cubetex.png", "star2.png", "noise1.png", "tex.png"}) {
+        SCOPED_TRACE(file);
+        const Picture picture(file);
+        double rows = 0, columns = 0;
+        for (int i = 1; i < picture.height; i++) {
+            rows = std::max(rows, rowDifference(picture, i - 1, i));
+            columns = std::max(columns, columnDifference(picture, i - 1, i));
+        }
+        EXPECT_LE(rowDifference(picture, picture.height - 1, 0), rows);
+        EXPECT_LE(columnDifference(picture, picture.width - 1, 0), columns);
+    }
+}
+
+// The first row is the tint of all that is high up on the robot; filtering must not pull the glow into it.
+TEST(Pictures, RobotBandsBeginDimAndHaveNoColumns) {
+    for (const char* file : {"redlaser.png", "greenlaser.png"}) {
+        SCOPED_TRACE(file);
+        const Picture band(file);
+        EXPECT_LT(band.mean(0, 0, band.width, 1), 0.1 * 255);
+        EXPECT_NEAR(band.mean(0, 0, band.width, 1), band.mean(0, 0, band.width, 10), 2);
+        EXPECT_GT(band.mean(0, band.height - 1, band.width, band.height), band.mean(0, 0, band.width, 1));
+        for (int y = 0; y < band.height; y++)
+            EXPECT_NEAR(band.sample(0, y, 0), band.sample(band.width / 2, y, 0), 1) << y;
+    }
+}
