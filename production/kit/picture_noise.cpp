@@ -19,9 +19,23 @@ int wrapped(int i, int period) {
     return ((i % period) + period) % period;
 }
 
+// Unit vectors evenly round the circle.
+struct Slopes {
+    static constexpr int count = 256;
+    float x[count], y[count];
+
+    Slopes() {
+        for (int i = 0; i < count; i++) {
+            x[i] = std::cos(i * (6.2831853f / count));
+            y[i] = std::sin(i * (6.2831853f / count));
+        }
+    }
+};
+const Slopes slopes;
+
 float slopeAt(int x, int y, int period, uint32_t seed, float dx, float dy) {
-    const float angle = hashAt(wrapped(x, period), wrapped(y, period), seed) * (6.2831853f / 4294967296.0f);
-    return std::cos(angle) * dx + std::sin(angle) * dy;
+    const uint32_t i = hashAt(wrapped(x, period), wrapped(y, period), seed) % Slopes::count;
+    return slopes.x[i] * dx + slopes.y[i] * dy;
 }
 
 float fade(float k) {

@@ -19,8 +19,10 @@ float dot(Direction p, Direction q) {
 Direction cross(Direction p, Direction q) {
     return {p.y * q.z - p.z * q.y, p.z * q.x - p.x * q.z, p.x * q.y - p.y * q.x};
 }
-Direction unitLength(Direction p) {
-    const float k = 1 / std::sqrt(dot(p, p));
+Direction operator+(Direction p, Direction q) {
+    return {p.x + q.x, p.y + q.y, p.z + q.z};
+}
+Direction operator*(Direction p, float k) {
     return {p.x * k, p.y * k, p.z * k};
 }
 
@@ -33,16 +35,26 @@ struct Softbox {
     Rgba light;
 };
 
-Rgba lit(const Softbox& lamp, Direction towards) {
+// A lamp with the plane that it lies on.
+struct HungLamp {
+    Softbox lamp;
+    Direction axis, right, up;
+};
+
+HungLamp hung(const Softbox& lamp) {
     const float degree = 0.017453293f;
     const float a = lamp.azimuth * degree, e = lamp.elevation * degree;
+    const float c = std::cos(lamp.turn * degree), s = std::sin(lamp.turn * degree);
     const Direction axis = {std::cos(e) * std::sin(a), std::sin(e), std::cos(e) * std::cos(a)};
-    const float ahead = dot(towards, axis);
+    const Direction level = {std::cos(a), 0, -std::sin(a)}, upright = cross(axis, level);
+    return {lamp, axis, level * c + upright * -s, level * s + upright * c};
+}
+
+Rgba lit(const HungLamp& hung, Direction towards) {
+    const float ahead = dot(towards, hung.axis);
     if (ahead <= 0.05f) return {};
-    const Direction right =
-        unitLength(cross(std::fabs(axis.y) > 0.99f ? Direction{0, 0, -1} : Direction{0, 1, 0}, axis));
-    const Direction up = cross(axis, right);
-    const Point place = turned({dot(towards, right) / ahead, dot(towards, up) / ahead}, lamp.turn * degree);
+    const Softbox& lamp = hung.lamp;
+    const Point place = {dot(towards, hung.right) / ahead, dot(towards, hung.up) / ahead};
     const float distance = box(place, {0, 0}, lamp.half, std::fmin(lamp.half.x, lamp.half.y));
     return lamp.light * smoothstep(lamp.softness, -lamp.softness, distance);
 }
@@ -56,11 +68,13 @@ void addBank(std::vector<Softbox>& lamps, Softbox lamp, Point step, int count, f
     }
 }
 
-// Paints surroundings(direction) as OpenGL's sphere map looks them up: with the unit normal n that a place of
-// the disc stands for, the direction is the viewer's, mirrored at n.
-template <class Surroundings>
-void makeSphereMap(const char* path, Surroundings surroundings) {
+// Paints lamps before a ground(direction) as OpenGL's sphere map looks them up: with the unit normal n that a
+// place of the disc stands for, the direction is the viewer's, mirrored at n.
+template <class Ground>
+void makeSphereMap(const char* path, const std::vector<Softbox>& lamps, Ground ground) {
     const int size = 512;
+    std::vector<HungLamp> studio;
+    for (const Softbox& lamp : lamps) studio.push_back(hung(lamp));
     Canvas canvas(size, size, opaque(0, 0, 0));
     paint(canvas, [&](float x, float y, Rgba) {
         float nx = 2 * x / size - 1, ny = 1 - 2 * y / size;
@@ -68,7 +82,9 @@ void makeSphereMap(const char* path, Surroundings surroundings) {
         // Beyond the disc its rim runs on, so that filtering finds no edge.
         if (radius > 0.999f) nx *= 0.999f / radius, ny *= 0.999f / radius;
         const float nz = std::sqrt(1 - nx * nx - ny * ny);
-        Rgba seen = surroundings({2 * nz * nx, 2 * nz * ny, 2 * nz * nz - 1});
+        const Direction towards = {2 * nz * nx, 2 * nz * ny, 2 * nz * nz - 1};
+        Rgba seen = ground(towards);
+        for (const HungLamp& lamp : studio) seen = seen + lit(lamp, towards);
         seen.a = 1;
         return seen;
     });
@@ -101,14 +117,11 @@ void makeStudio(const char* path) {
                          0.010f,
                          tint * mix(0.4f, 0.9f, randomAt(i, 4, 9))});
     }
-    makeSphereMap(path, [&](Direction towards) {
+    makeSphereMap(path, lamps, [&](Direction towards) {
         const float ahead = smoothstep(-0.3f, 0.8f, towards.z);
-        Rgba sum = mix(light(0.010f, 0.026f, 0.030f), light(0.026f, 0.032f, 0.046f),
-                       smoothstep(-0.1f, 0.1f, towards.y)) *
-                   ahead;
-        sum = sum + light(0.035f, 0.055f, 0.085f) * bell(towards.y, 0.035f);
-        for (const Softbox& lamp : lamps) sum = sum + lit(lamp, towards);
-        return sum;
+        const Rgba floor = light(0.010f, 0.026f, 0.030f), sky = light(0.026f, 0.032f, 0.046f);
+        return mix(floor, sky, smoothstep(-0.1f, 0.1f, towards.y)) * ahead +
+               light(0.035f, 0.055f, 0.085f) * bell(towards.y, 0.035f);
     });
 }
 
@@ -121,20 +134,14 @@ void makeRobotChrome(const char* path) {
         {96, 4, {0.07f, 0.90f}, -8, 0.03f, light(0.62f, 0.46f, 0.30f)},
         {150, 30, {0.9f, 0.10f}, 10, 0.05f, light(0.35f, 0.40f, 0.48f)},
     };
-    for (int i = 0; i < 5; i++)
-        lamps.push_back(
-            {8, 34.0f + 11 * i, {0.9f, 0.035f}, -5, 0.012f, light(0.78f, 0.80f, 0.84f) * (0.9f - 0.13f * i)});
+    addBank(lamps, {8, 34, {0.9f, 0.035f}, -5, 0.012f, light(0.70f, 0.72f, 0.76f)}, {0, 11}, 5, 0.84f);
     const std::vector<Stop> sky = {
         {-1, light(0.012f, 0.010f, 0.012f)},  {-0.5f, light(0.05f, 0.045f, 0.045f)},
         {-0.06f, light(0.14f, 0.12f, 0.11f)}, {-0.045f, light(0.01f, 0.01f, 0.012f)},
         {0.0f, light(0.02f, 0.02f, 0.025f)},  {0.02f, light(0.40f, 0.42f, 0.46f)},
         {0.12f, light(0.18f, 0.20f, 0.24f)},  {0.45f, light(0.05f, 0.06f, 0.08f)},
         {1, light(0.015f, 0.02f, 0.03f)}};
-    makeSphereMap(path, [&](Direction towards) {
-        Rgba sum = gradient(sky, towards.y);
-        for (const Softbox& lamp : lamps) sum = sum + lit(lamp, towards);
-        return sum;
-    });
+    makeSphereMap(path, lamps, [&](Direction towards) { return gradient(sky, towards.y); });
 }
 
 // On its arms: gun metal, a cross of fine tubes.
@@ -150,19 +157,18 @@ void makeArmChrome(const char* path) {
         {-1, light(0.02f, 0.02f, 0.022f)},     {-0.08f, light(0.09f, 0.085f, 0.09f)},
         {-0.02f, light(0.01f, 0.01f, 0.012f)}, {0.03f, light(0.28f, 0.29f, 0.32f)},
         {0.3f, light(0.10f, 0.11f, 0.13f)},    {1, light(0.03f, 0.035f, 0.045f)}};
-    makeSphereMap(path, [&](Direction towards) {
-        Rgba sum = gradient(sky, towards.y);
-        for (const Softbox& lamp : lamps) sum = sum + lit(lamp, towards);
-        return sum;
-    });
+    makeSphereMap(path, lamps, [&](Direction towards) { return gradient(sky, towards.y); });
 }
 
+// The hall's own: tall lamps all round and a ring of light overhead. The room binds it and leaves it switched
+// off, so it is seen only where somebody turns its unit on.
 void makeHallReflections(const char* path) {
-    makeSphereMap(path, [&](Direction towards) {
-        const float azimuth = std::atan2(towards.x, towards.z);
-        const float columns =
-            std::pow(0.5f + 0.5f * std::cos(azimuth * 8), 12.0f) * bell(towards.y - 0.1f, 0.4f);
-        return light(0.10f, 0.42f, 0.40f) * columns + light(0.02f, 0.07f, 0.07f) * (0.5f + 0.5f * towards.y) +
-               light(0.30f, 0.35f, 0.34f) * bell(towards.y - 0.85f, 0.08f);
-    });
+    std::vector<Softbox> lamps;
+    addBank(lamps, {-160, 8, {0.022f, 0.42f}, 0, 0.015f, light(0.10f, 0.46f, 0.42f)}, {32, 0}, 11, 1);
+    addBank(lamps, {-170, 58, {0.07f, 0.02f}, 0, 0.02f, light(0.42f, 0.56f, 0.54f)}, {24, 0}, 15, 1);
+    const std::vector<Stop> walls = {{-1, light(0.004f, 0.012f, 0.014f)},
+                                     {-0.2f, light(0.010f, 0.045f, 0.046f)},
+                                     {0.2f, light(0.014f, 0.070f, 0.068f)},
+                                     {1, light(0.010f, 0.030f, 0.034f)}};
+    makeSphereMap(path, lamps, [&](Direction towards) { return gradient(walls, towards.y); });
 }

@@ -2,6 +2,8 @@
 // send rays towards the viewer. The picture lies on a square that the camera sees from the upper right: the
 // screen shows all of its left side and bottom, and cuts the right side and the top off at about 0.83 and
 // 0.15.
+#include <vector>
+
 #include "production/kit/picture.h"
 #include "production/kit/picture_lettering.h"
 #include "production/kit/picture_noise.h"
@@ -15,21 +17,39 @@ constexpr float capHeight = 150, baseline = 548, middle = 462;
 constexpr float streakLine = baseline - 0.43f * capHeight, flarePlace = 397;
 constexpr float shore = 618;  // row of the horizon; below it lies water
 
-// Northern lights: curtains whose lower hems are bright and whose folds are fine vertical rays.
-Rgba aurora(float x, float y) {
-    const float u = x / size;
+// Northern lights: curtains whose lower hems are bright and whose folds are fine vertical rays. A curtain is
+// the same all down its height, so it is worked out once for each column.
+struct Curtain {
+    float hem;       // row of its lower edge
+    float rays;      // strength of the fold here
+    float presence;  // 0 where the curtain is gone
+};
+constexpr int curtainCount = 3;
+
+std::vector<Curtain> curtains() {
+    std::vector<Curtain> columns;
+    for (int x = 0; x < size; x++) {
+        const float u = (x + 0.5f) / size;
+        for (int i = 0; i < curtainCount; i++) {
+            const float fold = fractalNoise(u * 3 + 0.31f * i, 0.7f * i, 16, 3, 41 + i);
+            const float rays = fractalNoise(u * 26 + 3 * fold, 0.2f * i, 64, 4, 61 + i);
+            const float presence = fractalNoise(u * 2 + 5, 1.7f * i, 16, 2, 83);
+            columns.push_back({330 + 44 * i + 150 * fold, 0.45f + 0.9f * unit(rays + 0.35f),
+                               smoothstep(-0.35f, 0.35f, presence)});
+        }
+    }
+    return columns;
+}
+
+Rgba aurora(const std::vector<Curtain>& columns, int x, float y) {
     Rgba sum;
-    for (int i = 0; i < 3; i++) {
-        const float fold = fractalNoise(u * 3 + 0.31f * i, 0.7f * i, 16, 3, 41 + i);
-        const float hem = 330 + 44 * i + 150 * fold;
-        const float rays =
-            0.45f + 0.9f * unit(fractalNoise(u * 26 + 3 * fold, 0.2f * i, 64, 4, 61 + i) + 0.35f);
-        const float above = hem - y;
-        const float body = above > 0 ? std::exp(-above / (120 + 60 * rays)) : std::exp(above / 9);
-        const float presence = smoothstep(-0.35f, 0.35f, fractalNoise(u * 2 + 5, 1.7f * i, 16, 2, 83));
+    for (int i = 0; i < curtainCount; i++) {
+        const Curtain& curtain = columns[x * curtainCount + i];
+        const float above = curtain.hem - y;
+        const float body = above > 0 ? std::exp(-above / (120 + 60 * curtain.rays)) : std::exp(above / 9);
         const Rgba colour =
             mix(opaque(0.03f, 0.26f, 0.26f), opaque(0.16f, 0.06f, 0.34f), smoothstep(0, 260, above));
-        sum = sum + colour * (body * rays * presence * (0.95f - 0.2f * i));
+        sum = sum + colour * (body * curtain.rays * curtain.presence * (0.95f - 0.2f * i));
     }
     return sum;
 }
@@ -100,13 +120,14 @@ void makeTitle(const char* path) {
     setText(subtitle, "a streak of light", {19, 0.15f, 0.3f, 0.95f, pixelAspect}, middle, baseline + 48,
             Align::Centre);
 
+    const std::vector<Curtain> columns = curtains();
     Canvas canvas(size, size, opaque(0, 0, 0));
     addStars(canvas);
     paint(canvas, [&](float x, float y, Rgba sky) {
         const int px = static_cast<int>(x), py = static_cast<int>(y);
         const float distance = text.at(px, py), fill = coverage(distance);
         const float halo = 0.26f * std::exp(-std::fmax(distance, 0.0f) / 12) * smoothstep(60, 36, distance);
-        Rgba seen = sky + aurora(x, y) * 1.35f;
+        Rgba seen = sky + aurora(columns, px, y) * 1.35f;
         seen = seen * (1 - 0.7f * smoothstep(40, 0, distance)) + opaque(1, 0.55f, 0.18f) * halo;
         if (fill > 0) seen = mix(seen, gold(text, px, py), fill);
         seen = seen + streak(x, y) * (1 - 0.35f * fill);
@@ -116,7 +137,7 @@ void makeTitle(const char* path) {
     });
     const Canvas above = canvas;
     paint(canvas, [&](float x, float y, Rgba seen) {
-        if (y > shore) seen = seen * 0.0f + mirrored(above, x, y);
+        if (y > shore) seen = mirrored(above, x, y);
         const float side = smoothstep(0, 0.10f, std::fmin(x, size - x) / size);
         return seen * (side * smoothstep(0, 0.10f, std::fmin(y, size - y) / size));
     });
