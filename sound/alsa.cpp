@@ -2,6 +2,7 @@
 #include <alsa/asoundlib.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "sound/device.h"
 #include "sound/sound.h"
@@ -10,17 +11,23 @@ namespace sound {
 
 namespace {
 
+// Throwing away what a sound server holds means opening a new stream there, which takes its time, and a sink
+// that has no stream for that long may fall asleep. So a second handle stands ready where the device allows
+// one, and the two change places.
 struct AlsaDevice : Device {
     snd_pcm_t* pcm = nullptr;
+    snd_pcm_t* spare = nullptr;  // nullptr where only one can be open
+    bool spareReady = false;
 
     ~AlsaDevice() override {
-        if (!pcm) return;
-        snd_pcm_drop(pcm);
-        snd_pcm_close(pcm);
+        if (pcm) snd_pcm_drop(pcm);
+        if (pcm) snd_pcm_close(pcm);
+        if (spare) snd_pcm_close(spare);
         snd_config_update_free_global();
     }
 
     DeviceState state() override {
+        if (spare && !spareReady) spareReady = snd_pcm_prepare(spare) >= 0;
         snd_pcm_sframes_t writable = 0, delay = -1;
         int error = 0;
         if (snd_pcm_state(pcm) == SND_PCM_STATE_RUNNING) {
@@ -45,34 +52,41 @@ struct AlsaDevice : Device {
     }
 
     void drop() override {
+        if (snd_pcm_state(pcm) == SND_PCM_STATE_PREPARED) return;
         snd_pcm_drop(pcm);
-        snd_pcm_prepare(pcm);
-    }
-
-    bool configure(int wantedRate) {
-        snd_pcm_hw_params_t* hardware;
-        snd_pcm_hw_params_alloca(&hardware);
-        unsigned exactRate = unsigned(wantedRate);
-        snd_pcm_uframes_t buffer = snd_pcm_uframes_t(bufferFrames(wantedRate));
-        snd_pcm_uframes_t period = buffer / 10;
-        if (snd_pcm_hw_params_any(pcm, hardware) < 0 ||
-            snd_pcm_hw_params_set_access(pcm, hardware, SND_PCM_ACCESS_RW_INTERLEAVED) < 0 ||
-            snd_pcm_hw_params_set_format(pcm, hardware, SND_PCM_FORMAT_S16) < 0 ||
-            snd_pcm_hw_params_set_channels(pcm, hardware, 2) < 0 ||
-            snd_pcm_hw_params_set_rate_near(pcm, hardware, &exactRate, nullptr) < 0 ||
-            snd_pcm_hw_params_set_period_size_near(pcm, hardware, &period, nullptr) < 0 ||
-            snd_pcm_hw_params_set_buffer_size_near(pcm, hardware, &buffer) < 0 ||
-            snd_pcm_hw_params(pcm, hardware) < 0)
-            return false;
-        rate = int(exactRate);
-
-        snd_pcm_sw_params_t* software;
-        snd_pcm_sw_params_alloca(&software);
-        return snd_pcm_sw_params_current(pcm, software) >= 0 &&
-               snd_pcm_sw_params_set_start_threshold(pcm, software, period) >= 0 &&
-               snd_pcm_sw_params(pcm, software) >= 0 && snd_pcm_prepare(pcm) >= 0;
+        if (spareReady) {
+            std::swap(pcm, spare);
+            spareReady = false;
+        } else {
+            snd_pcm_prepare(pcm);
+        }
     }
 };
+
+// A handle ready for writing, or nullptr.
+snd_pcm_t* openPcm(unsigned* rate) {
+    snd_pcm_t* pcm = nullptr;
+    if (snd_pcm_open(&pcm, "default", SND_PCM_STREAM_PLAYBACK, SND_PCM_NONBLOCK) < 0) return nullptr;
+    snd_pcm_hw_params_t* hardware;
+    snd_pcm_sw_params_t* software;
+    snd_pcm_hw_params_alloca(&hardware);
+    snd_pcm_sw_params_alloca(&software);
+    snd_pcm_uframes_t buffer = snd_pcm_uframes_t(bufferFrames(int(*rate)));
+    snd_pcm_uframes_t period = buffer / 10;
+    if (snd_pcm_hw_params_any(pcm, hardware) >= 0 &&
+        snd_pcm_hw_params_set_access(pcm, hardware, SND_PCM_ACCESS_RW_INTERLEAVED) >= 0 &&
+        snd_pcm_hw_params_set_format(pcm, hardware, SND_PCM_FORMAT_S16) >= 0 &&
+        snd_pcm_hw_params_set_channels(pcm, hardware, 2) >= 0 &&
+        snd_pcm_hw_params_set_rate_near(pcm, hardware, rate, nullptr) >= 0 &&
+        snd_pcm_hw_params_set_period_size_near(pcm, hardware, &period, nullptr) >= 0 &&
+        snd_pcm_hw_params_set_buffer_size_near(pcm, hardware, &buffer) >= 0 &&
+        snd_pcm_hw_params(pcm, hardware) >= 0 && snd_pcm_sw_params_current(pcm, software) >= 0 &&
+        snd_pcm_sw_params_set_start_threshold(pcm, software, period) >= 0 &&
+        snd_pcm_sw_params(pcm, software) >= 0 && snd_pcm_prepare(pcm) >= 0)
+        return pcm;
+    snd_pcm_close(pcm);
+    return nullptr;
+}
 
 void ignoreMessage(const char*, int, const char*, int, const char*, ...) {}
 
@@ -80,10 +94,15 @@ void ignoreMessage(const char*, int, const char*, int, const char*, ...) {}
 
 std::unique_ptr<Device> openAlsa(int rate) {
     snd_lib_error_set_handler(ignoreMessage);
+    unsigned exactRate = unsigned(rate), spareRate = unsigned(rate);
+    snd_pcm_t* pcm = openPcm(&exactRate);
+    if (!pcm) return nullptr;
     auto device = std::make_unique<AlsaDevice>();
     device->code = Alsa;
-    if (snd_pcm_open(&device->pcm, "default", SND_PCM_STREAM_PLAYBACK, SND_PCM_NONBLOCK) < 0) return nullptr;
-    if (!device->configure(rate)) return nullptr;
+    device->rate = int(exactRate);
+    device->pcm = pcm;
+    device->spare = openPcm(&spareRate);
+    device->spareReady = device->spare != nullptr;
     return device;
 }
 

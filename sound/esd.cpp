@@ -33,8 +33,8 @@ constexpr int32_t streamPlay = 3, latencyQuery = 23;           // requests
 constexpr int32_t format = 0x0001 | 0x0020 | 0x0000 | 0x1000;  // 16 bits, stereo, a stream, to play
 constexpr int32_t latencyRate = 44100;                         // Hz that a latency is counted in
 constexpr int frameBytes = 4;
-constexpr int socketBytes = 16384;  // what waits in the socket can't be taken back: hold little
-constexpr int segmentBytes = 1460;  // loopback's own segments are 64 KB, too coarse to tell time by
+constexpr int serverBlock = 1024;   // frames that the server mixes at once; the first wait for half of one
+constexpr int socketBytes = 24576;  // what waits in the socket can't be taken back: hold little
 constexpr double measuring = 1;     // seconds that a full pipe is measured for
 constexpr double reportLife = 0.1;  // seconds that the pipe is taken to be as full as it was
 
@@ -70,10 +70,9 @@ int connectTo(int family, const sockaddr* address, socklen_t length) {
     setsockopt(connection, SOL_SOCKET, SO_SNDBUF, &socketBytes, sizeof socketBytes);
     if (family == AF_INET) {
         const linger reset{1, 0};  // closing takes back what was not read yet
-        const int yes = 1;
+        const int atOnce = 1;
         setsockopt(connection, SOL_SOCKET, SO_LINGER, &reset, sizeof reset);
-        setsockopt(connection, IPPROTO_TCP, TCP_MAXSEG, &segmentBytes, sizeof segmentBytes);
-        setsockopt(connection, IPPROTO_TCP, TCP_NODELAY, &yes, sizeof yes);
+        setsockopt(connection, IPPROTO_TCP, TCP_NODELAY, &atOnce, sizeof atOnce);
     }
     int error = connect(connection, address, length) < 0 ? errno : 0;
     if (error == EINPROGRESS && waitFor(connection, POLLOUT)) {
@@ -130,7 +129,8 @@ int32_t askLatency() {
 
 // The server does not tell how much it holds. But it reads at the speed it plays, so a pipe that is kept full
 // holds a constant number of frames: they are measured against the steady clock for a second, and from then
-// on what the pipe has taken tells what was heard, by the server's own clock.
+// on what the pipe has taken tells what was heard, by the server's own clock. A pipe too wide to be filled
+// (TCP takes seconds of sound) is filled by the steady clock instead.
 struct EsdDevice : Device {
     int connection = -1;
     double latency = 0;   // frames behind the pipe
@@ -156,7 +156,8 @@ struct EsdDevice : Device {
         pollfd entry{connection, POLLOUT | POLLRDHUP, 0};
         if (connection < 0 || poll(&entry, 1, 0) < 0) return {.kind = DeviceState::Lost};
         if (entry.revents & (POLLRDHUP | POLLHUP | POLLERR)) return {.kind = DeviceState::Lost};
-        return {.writable = entry.revents & POLLOUT ? bufferFrames(rate) : 0, .delay = delay()};
+        const int room = bufferFrames(rate) - (written > 0 ? int(ahead()) : 0);
+        return {.writable = entry.revents & POLLOUT ? std::max(room, 0) : 0, .delay = delay()};
     }
 
     int write(const int16_t* frames, int count) override {
@@ -217,7 +218,7 @@ std::unique_ptr<Device> openEsd(int rate) {
     device->code = Esd;
     device->rate = rate;
     if (!device->connectStream()) return nullptr;
-    device->latency = double(askLatency()) * rate / latencyRate;
+    device->latency = double(askLatency()) * rate / latencyRate + serverBlock / 2.0;
     return device;
 }
 

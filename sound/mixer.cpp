@@ -21,7 +21,9 @@ constexpr Time reportSlack = 2ms;
 // A device that is this far from the time line, after time to settle, has lost or held up sound: the sound is
 // seated anew rather than the clock bent after it.
 constexpr Time outOfStep = 120ms;
-constexpr Time settlingTime = 2s;
+constexpr Time settlingTime = 1s;
+constexpr Time startingTime = 200ms;  // after which a start can be judged
+constexpr Time longestLead = 250ms;
 constexpr Time patience = 2s;  // for the thread to end before it is left to the end of the process
 
 Time now() {
@@ -204,20 +206,26 @@ bool Mixer::hear(const DeviceState& state, Time before, Time after) {
     // A device that stands says nothing new, so the time line runs by itself.
     if (report == latestReport) return true;
     latestReport = report;
+    if (!leadLearnt && after - seatedAt > startingTime) {
+        leadLearnt = true;
+        const Time late = seatTime - lead + (after - seatedAt) - report;
+        lead = std::clamp(lead + late, Time::zero(), longestLead);
+    }
     const Time error = report - heard.at(after);
     if (std::chrono::abs(error) > outOfStep && after - seatedAt > settlingTime) return false;
     heard.report(after, report);
     return true;
 }
 
-// Empties the device, so that the next frame written is the one that is due on the time line now.
+// Empties the device, so that the next frame written is the one that is due when it will be heard.
 void Mixer::seat() {
     std::vector<Time> places;
     {
         std::lock_guard lock(mutex);
         changed = false;
         seatedAt = now();
-        seatTime = latestReport = heard.at(seatedAt);
+        seatTime = latestReport = heard.at(seatedAt) + lead;
+        leadLearnt = false;
         playing.clear();
         for (Stream* stream : channels) {
             if (!stream || !stream->playhead.isRunning()) continue;

@@ -78,10 +78,12 @@ private:
     std::vector<Stream*> playing;
     int16_t chunk[2 * chunkFrames];
     int chunkUsed = chunkFrames;  // frames of it that the device took
-    Time seatTime{};         // on the time line: the first frame written since the device was last emptied
-    int64_t seatFrames = 0;  // written since
-    Time seatedAt{};         // steady clock
-    Time latestReport{};     // on the time line
+    Time seatTime{};          // on the time line: the first frame written since the device was last emptied
+    int64_t seatFrames = 0;   // written since
+    Time seatedAt{};          // steady clock
+    Time latestReport{};      // on the time line
+    Time lead{};              // that an emptied device takes until it is heard; learnt from its starts
+    bool leadLearnt = false;  // since it was emptied last
 };
 
 }  // namespace sound

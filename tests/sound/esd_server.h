@@ -1,0 +1,36 @@
+// A server of the Enlightened Sound Daemon's protocol as far as a player needs it: it plays blocks of 4096
+// bytes to the tick of its own clock, whoever has data or not, and keeps what was heard.
+#pragma once
+
+#include <atomic>
+#include <string>
+#include <thread>
+#include <vector>
+
+class EsdServer {
+public:
+    // At the user's Unix socket or at the TCP port. `speed` is that of its clock against the steady one.
+    EsdServer(bool tcp, double speed);
+    ~EsdServer();
+    bool isListening() const { return listener >= 0; }
+
+    // Ends the server. First channel.
+    const std::vector<float>& samples();
+    long frameAt(double seconds) const;
+    int refused = 0;  // clients that did not speak the protocol
+
+private:
+    struct Client;
+    void run();
+    void serve(Client& client);
+    void play(std::vector<Client>& clients);
+
+    double speed;
+    int listener = -1;
+    int lock = -1;
+    std::string path;
+    std::atomic<bool> quitting = false;
+    std::thread thread;
+    double started = 0;
+    std::vector<float> heard;
+};

@@ -1,0 +1,348 @@
+// Every output played for real: what comes out, when, and what the clock says of it.
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+#include "render/quit.h"
+#include "sound/sound.h"
+#include "tests/sound/esd_server.h"
+#include "tests/sound/signal.h"
+#include "tests/sound/sound_server.h"
+
+namespace {
+
+struct Reading {
+    double time;   // seconds
+    int position;  // ms
+};
+using Readings = std::vector<Reading>;
+
+void readFor(double seconds, const sound::Stream* stream, Readings& readings) {
+    for (const double end = secondsNow() + seconds; secondsNow() < end; sleepSeconds(0.01))
+        readings.push_back({secondsNow(), sound::position(stream)});
+}
+
+sound::Stream* startPlaying(int output, const std::string& path) {
+    sound::setOutput(output);
+    sound::start(44100, 16);
+    sound::Stream* stream = sound::openStream(path.c_str());
+    sound::play(0, stream);
+    return stream;
+}
+
+// Plays, seeks and pauses, and reads the position all the while.
+Readings playShow(int output, const std::string& path) {
+    Readings readings;
+    sound::Stream* stream = startPlaying(output, path);
+    readFor(1.5, stream, readings);
+    sound::setPosition(stream, 10000);
+    EXPECT_NEAR(sound::position(stream), 10000, 5);
+    readFor(1.2, stream, readings);
+    sound::setPaused(0, true);
+    const int standing = sound::position(stream);
+    sleepSeconds(0.4);
+    EXPECT_EQ(sound::position(stream), standing);
+    sound::setPosition(stream, 5000);
+    EXPECT_EQ(sound::position(stream), 5000);
+    sound::setPaused(0, false);
+    readFor(1.2, stream, readings);
+    sound::stop();
+    return readings;
+}
+
+// While it plays, the position neither stands nor steps back nor leaps.
+void expectSteady(const Readings& readings, double tolerance = 0.3) {
+    for (size_t i = 1; i < readings.size(); ++i) {
+        const double elapsed = (readings[i].time - readings[i - 1].time) * 1000;
+        const int moved = readings[i].position - readings[i - 1].position;
+        if (std::abs(moved) > 2000 || elapsed > 200) continue;
+        EXPECT_GE(moved, elapsed * (1 - tolerance) - 2) << "at " << readings[i].position;
+        EXPECT_LE(moved, elapsed * (1 + tolerance) + 2) << "at " << readings[i].position;
+    }
+}
+
+// What was heard at the time of most readings is the stream, and where the position says within 20 ms.
+void expectHeard(const Readings& readings, const std::vector<float>& recording, auto frameAt,
+                 const std::vector<float>& reference) {
+    std::vector<double> differences;
+    int sought = 0;
+    for (size_t i = 10; i < readings.size(); i += 10, ++sought) {
+        const long expected = long(readings[i].position * (recordRate / 1000.0));
+        if (const auto found = locate(recording, frameAt(readings[i].time), reference, expected, 6000))
+            differences.push_back(std::abs(double(*found - expected)) * 1000 / recordRate);
+    }
+    ASSERT_GT(sought, 10);
+    ASSERT_GT(int(differences.size()), sought * 6 / 10);
+    std::sort(differences.begin(), differences.end());
+    EXPECT_LT(differences[differences.size() / 2], 20);
+}
+
+std::string noiseFile() {
+    static const std::string path = [] {
+        const std::string made = scratchPath("noise.ogg");
+        writeVorbis(made, makeNoise(15, recordRate), recordRate, 2);
+        return made;
+    }();
+    return path;
+}
+
+// The null sink sleeps in steps of 2 s until something wants to hear it at once.
+void wakeSink() {
+    sleepSeconds(2.2);
+}
+
+std::string contents(const std::string& path) {
+    std::ifstream in(path);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+// This program again, as a player of its own.
+struct Player {
+    std::string output = scratchPath("player.out"), errors = scratchPath("player.err");
+    pid_t process = -1;
+
+    Player(int wanted, const std::string& end, Environment& environment) {
+        environment.set("PLAYER_OUTPUT", std::to_string(wanted));
+        environment.set("PLAYER_END", end);
+        environment.set("PLAYER_FILE", noiseFile());
+        const int outputFile = open(output.c_str(), O_CREAT | O_TRUNC | O_WRONLY | O_CLOEXEC, 0600);
+        const int errorFile = open(errors.c_str(), O_CREAT | O_TRUNC | O_WRONLY | O_CLOEXEC, 0600);
+        process = startProcess({std::filesystem::read_symlink("/proc/self/exe"),
+                                "--gtest_filter=Player.DISABLED_Plays", "--gtest_also_run_disabled_tests"},
+                               outputFile, errorFile);
+        close(outputFile);
+        close(errorFile);
+    }
+};
+
+TEST(Player, DISABLED_Plays) {
+    if (!std::getenv("PLAYER_OUTPUT")) GTEST_SKIP() << "started by the other tests";
+    const int output = std::atoi(std::getenv("PLAYER_OUTPUT"));
+    const std::string end = std::getenv("PLAYER_END"), file = std::getenv("PLAYER_FILE");
+    if (end == "show") {
+        for (const Reading& reading : playShow(output, file))
+            printf("reading %.6f %d\n", reading.time, reading.position);
+        return;
+    }
+    sound::Stream* stream = startPlaying(output, file);
+    printf("output %d\n", sound::output());
+    sleepSeconds(0.5);
+    if (end == "return") return;
+    if (end == "quit") quit();
+    if (end == "exit") exit(3);
+    if (end == "frozen server") {
+        kill(atoi(std::getenv("PLAYER_SERVER")), SIGSTOP);
+        sound::setPosition(stream, 5000);
+        sleepSeconds(0.5);
+        exit(sound::position(stream) >= 5450 ? 3 : 4);
+    }
+}
+
+TEST(Output, AlsaIsHeardWhereThePositionIs) {
+    const std::vector<float> reference = decodeVorbis(noiseFile());
+    SoundServer server;
+    Recorder recorder;
+    wakeSink();
+    const Readings readings = playShow(sound::Alsa, noiseFile());
+    expectSteady(readings);
+    const auto& recording = recorder.samples();
+    expectHeard(
+        readings, recording, [&](double time) { return recorder.frameAt(time); }, reference);
+}
+
+// The Open Sound System's device as the sound server stands in for it.
+TEST(Output, OssIsHeardWhereThePositionIs) {
+    if (std::filesystem::exists("/dev/dsp")) GTEST_SKIP() << "would play on the machine's own device";
+    const std::vector<float> reference = decodeVorbis(noiseFile());
+    SoundServer server;
+    Recorder recorder;
+    wakeSink();
+    Environment environment;
+    environment.set("LD_PRELOAD", "/usr/$LIB/pulseaudio/libpulsedsp.so");
+    Player player(sound::Oss, "show", environment);
+    ASSERT_EQ(waitForProcess(player.process), 0) << contents(player.output);
+    std::ifstream lines(player.output);
+    Readings readings;
+    for (std::string word; lines >> word;) {
+        if (word != "reading") continue;
+        readings.emplace_back();
+        lines >> readings.back().time >> readings.back().position;
+    }
+    expectSteady(readings);
+    const auto& recording = recorder.samples();
+    expectHeard(
+        readings, recording, [&](double time) { return recorder.frameAt(time); }, reference);
+}
+
+TEST(Output, EsdIsHeardWhereThePositionIs) {
+    const std::vector<float> reference = decodeVorbis(noiseFile());
+    // A clock this far off would show soon if the position did not follow it.
+    EsdServer server(false, 1.004);
+    ASSERT_TRUE(server.isListening());
+    sound::setOutput(sound::Esd);
+    ASSERT_EQ(sound::output(), sound::Esd);
+    const Readings readings = playShow(sound::Esd, noiseFile());
+    expectSteady(readings);
+    const auto& heard = server.samples();
+    EXPECT_EQ(server.refused, 0);
+    expectHeard(
+        readings, heard, [&](double time) { return server.frameAt(time); }, reference);
+}
+
+TEST(Output, EsdIsFoundByTcpToo) {
+    const std::vector<float> reference = decodeVorbis(noiseFile());
+    EsdServer server(true, 1);
+    ASSERT_TRUE(server.isListening());
+    Readings readings;
+    readFor(1.5, startPlaying(sound::Esd, noiseFile()), readings);
+    EXPECT_EQ(sound::output(), sound::Esd);
+    sound::stop();
+    const auto& heard = server.samples();
+    expectHeard(
+        readings, heard, [&](double time) { return server.frameAt(time); }, reference);
+}
+
+TEST(Output, NoneRunsAtRealSpeed) {
+    const std::string path = scratchPath("short.ogg");
+    writeVorbis(path, makeTone(2, recordRate, 441), recordRate, 2);
+    const double before = secondsNow();
+    sound::Stream* stream = startPlaying(sound::None, path);
+    const double after = secondsNow();
+    EXPECT_EQ(sound::output(), sound::None);
+    // The second half lies past the stream's end.
+    for (int i = 0; i < 40; ++i) {
+        const double earliest = (secondsNow() - after) * 1000;
+        const int position = sound::position(stream);
+        EXPECT_GE(position, std::floor(earliest) - 1);
+        EXPECT_LE(position, (secondsNow() - before) * 1000);
+        sleepSeconds(0.05);
+    }
+    sound::setPosition(stream, -5);
+    EXPECT_LT(sound::position(stream), 500);
+    sound::setPosition(stream, 3600000);
+    EXPECT_GE(sound::position(stream), 3600000);
+    sound::stop();
+}
+
+TEST(Output, AStreamStandsUntilItPlays) {
+    sound::Stream* first = startPlaying(sound::None, noiseFile());
+    sound::Stream* second = sound::openStream(noiseFile().c_str());
+    sound::setPosition(second, 4000);
+    sound::play(16, second);
+    sound::play(-1, second);
+    sound::play(3, nullptr);
+    sound::setPaused(99, true);
+    sleepSeconds(0.05);
+    EXPECT_EQ(sound::position(second), 4000);
+    // It takes the place of the first one, which stands from then on.
+    sound::play(0, second);
+    const int left = sound::position(first);
+    sleepSeconds(0.05);
+    EXPECT_GE(left, 50);
+    EXPECT_EQ(sound::position(first), left);
+    EXPECT_GE(sound::position(second), 4050);
+
+    sound::Stream* none = sound::openStream("no such file");
+    EXPECT_EQ(none, nullptr);
+    sound::setPosition(none, 1000);
+    EXPECT_EQ(sound::position(none), 0);
+    sound::stop();
+}
+
+TEST(Output, TheSpectrumIsThatOfWhatIsHeard) {
+    const std::string path = scratchPath("bands.ogg");
+    // Band 64 for two seconds, then band 128: well before the device would have played what is written.
+    std::vector<float> tones = makeTone(2, recordRate, 64.0 * recordRate / 1024);
+    const std::vector<float> second = makeTone(2, recordRate, 128.0 * recordRate / 1024);
+    tones.insert(tones.end(), second.begin(), second.end());
+    writeVorbis(path, tones, recordRate, 2);
+    sound::Stream* stream = startPlaying(sound::None, path);
+    EXPECT_EQ(sound::spectrum()[64], 0);
+    sound::setSpectrumActive(true);
+    sound::setPosition(stream, 1500);
+    int firstHeard = 0, secondHeard = 0;
+    while (sound::position(stream) < 2300) {
+        const int before = sound::position(stream);
+        const float* bands = sound::spectrum();
+        const bool interrupted = sound::position(stream) - before > 5;
+        const long loudest = std::max_element(bands, bands + 512) - bands;
+        // 23 ms are heard together.
+        if (!interrupted && before > 1800 && before < 1990) {
+            EXPECT_EQ(loudest, 64) << before;
+            EXPECT_NEAR(bands[64], 0.5, 0.05);
+            EXPECT_LT(bands[70], 0.01);
+            ++firstHeard;
+        }
+        if (!interrupted && before > 2035) {
+            EXPECT_EQ(loudest, 128) << before;
+            ++secondHeard;
+        }
+        sleepSeconds(0.005);
+    }
+    EXPECT_GT(firstHeard, 0);
+    EXPECT_GT(secondHeard, 0);
+    sound::setSpectrumActive(false);
+    EXPECT_EQ(*std::max_element(sound::spectrum(), sound::spectrum() + 512), 0);
+    sound::stop();
+}
+
+TEST(Output, TheShowOutlivesTheServer) {
+    SoundServer server;
+    sound::Stream* stream = startPlaying(sound::Alsa, noiseFile());
+    ASSERT_EQ(sound::output(), sound::Alsa);
+    sleepSeconds(0.5);
+    server.kill();
+    const int start = sound::position(stream);
+    const double startTime = secondsNow();
+    Readings readings;
+    readFor(1.5, stream, readings);
+    expectSteady(readings);
+    EXPECT_NEAR(readings.back().position - start, (readings.back().time - startTime) * 1000, 40);
+    EXPECT_EQ(sound::output(), sound::None);
+    sound::setPosition(stream, 7000);
+    EXPECT_NEAR(sound::position(stream), 7000, 5);
+    sound::stop();
+}
+
+TEST(Output, EveryWayOutEndsTheThread) {
+    SoundServer server;
+    struct Way {
+        const char* end;
+        int output;
+        int status;
+    };
+    const Way ways[] = {{"return", sound::Alsa, 0},
+                        {"quit", sound::Alsa, 0},
+                        {"exit", sound::Alsa, 3},
+                        {"exit", sound::None, 3},
+                        {"frozen server", sound::Alsa, 3}};
+    for (const Way& way : ways) {
+        Environment environment;
+        environment.set("PLAYER_SERVER", std::to_string(server.id()));
+        Player player(way.output, way.end, environment);
+        EXPECT_EQ(waitForProcess(player.process), way.status) << way.end;
+        EXPECT_NE(contents(player.output).find("output " + std::to_string(way.output)), std::string::npos);
+        EXPECT_EQ(contents(player.errors), "") << way.end;
+    }
+}
+
+TEST(Output, WhatCantBeOpenedIsReplacedQuietly) {
+    SoundServer server;
+    server.kill();
+    for (const int output : {int(sound::Alsa), int(sound::Oss), 17}) {
+        Environment environment;
+        Player player(output, "exit", environment);
+        EXPECT_EQ(waitForProcess(player.process), 3);
+        EXPECT_NE(contents(player.output).find("output 0"), std::string::npos) << output;
+        EXPECT_EQ(contents(player.errors), "");
+    }
+}
+
+}  // namespace

@@ -1,0 +1,145 @@
+#include "tests/sound/sound_server.h"
+
+#include <fcntl.h>
+#include <signal.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+#include "tests/sound/signal.h"
+
+extern char** environ;
+
+double secondsNow() {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
+
+void sleepSeconds(double seconds) {
+    std::this_thread::sleep_for(std::chrono::duration<double>(seconds));
+}
+
+pid_t startProcess(const std::vector<std::string>& words, int outputFile, int errorFile) {
+    std::vector<char*> arguments;
+    for (const char* word : {"setpriv", "--pdeathsig", "KILL"}) arguments.push_back(const_cast<char*>(word));
+    for (const std::string& word : words) arguments.push_back(const_cast<char*>(word.c_str()));
+    arguments.push_back(nullptr);
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, 0, "/dev/null", O_RDONLY, 0);
+    for (const auto& [file, stream] : {std::pair(outputFile, 1), std::pair(errorFile, 2)}) {
+        if (file < 0)
+            posix_spawn_file_actions_addopen(&actions, stream, "/dev/null", O_WRONLY, 0);
+        else
+            posix_spawn_file_actions_adddup2(&actions, file, stream);
+    }
+    pid_t process = -1;
+    if (posix_spawnp(&process, arguments[0], &actions, nullptr, arguments.data(), environ) != 0) process = -1;
+    posix_spawn_file_actions_destroy(&actions);
+    return process;
+}
+
+int waitForProcess(pid_t process) {
+    int status = 0;
+    for (int i = 0; i < 400; ++i) {
+        if (waitpid(process, &status, WNOHANG) == process)
+            return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+        sleepSeconds(0.05);
+    }
+    endProcess(process, SIGKILL);
+    return -1;
+}
+
+void endProcess(pid_t process, int signal) {
+    if (process <= 0) return;
+    kill(process, signal);
+    waitpid(process, nullptr, 0);
+}
+
+void Environment::set(const std::string& name, const std::string& value) {
+    if (const char* old = std::getenv(name.c_str()))
+        before.emplace(name, old);
+    else
+        unset.push_back(name);
+    setenv(name.c_str(), value.c_str(), 1);
+}
+
+Environment::~Environment() {
+    for (const std::string& name : unset) unsetenv(name.c_str());
+    for (const auto& [name, value] : before) setenv(name.c_str(), value.c_str(), 1);
+}
+
+SoundServer::SoundServer() : home(scratchPath("server")) {
+    namespace fs = std::filesystem;
+    fs::create_directories(home + "/.config/pulse");
+    fs::create_directories(home + "/run");
+    fs::permissions(home + "/run", fs::perms::owner_all);
+    std::ofstream(home + "/.asoundrc") << "pcm.!default { type pulse }\n";
+    std::ofstream(home + "/.config/pulse/client.conf") << "autospawn = no\n";
+    environment.set("HOME", home);
+    environment.set("XDG_RUNTIME_DIR", home + "/run");
+    process = startProcess({"pulseaudio", "--daemonize=no", "--exit-idle-time=-1", "-n", "-L",
+                            "module-null-sink sink_name=ear rate=44100 channels=2 format=s16le", "-L",
+                            "module-native-protocol-unix auth-anonymous=1"});
+    for (int i = 0; i < 100 && !fs::exists(home + "/run/pulse/native"); ++i) sleepSeconds(0.05);
+}
+
+SoundServer::~SoundServer() {
+    if (process > 0) ::kill(process, SIGCONT);
+    endProcess(process, SIGTERM);
+    std::filesystem::remove_all(home);
+}
+
+void SoundServer::kill() {
+    endProcess(process, SIGKILL);
+    process = -1;
+}
+
+Recorder::Recorder() {
+    int ends[2];
+    if (pipe2(ends, O_CLOEXEC) != 0) return;
+    pipeEnd = ends[0];
+    // The short latency also makes the sink play in short steps, so that a frame is recorded as it is heard.
+    process = startProcess({"parec", "--raw", "--device=ear.monitor", "--format=s16le", "--channels=2",
+                            "--rate=" + std::to_string(recordRate), "--latency-msec=5"},
+                           ends[1]);
+    close(ends[1]);
+    reader = std::thread(&Recorder::read, this);
+}
+
+Recorder::~Recorder() {
+    samples();
+}
+
+const std::vector<float>& Recorder::samples() {
+    endProcess(process, SIGTERM);
+    process = -1;
+    if (reader.joinable()) reader.join();
+    if (pipeEnd >= 0) close(pipeEnd);
+    pipeEnd = -1;
+    return recorded;
+}
+
+long Recorder::frameAt(double seconds) const {
+    return std::lround((seconds - firstFrame) * recordRate);
+}
+
+// A frame never arrives much before it is heard, but may be held up: the earliest arrivals tell the time.
+void Recorder::read() {
+    int16_t frames[2 * 256];
+    size_t held = 0;
+    for (;;) {
+        const ssize_t got = ::read(pipeEnd, reinterpret_cast<char*>(frames) + held, sizeof frames - held);
+        if (got <= 0) return;
+        firstFrame = std::min(firstFrame, secondsNow() - double(recorded.size()) / recordRate);
+        const size_t bytes = held + size_t(got);
+        for (size_t i = 0; i < bytes / 4; ++i) recorded.push_back(float(frames[2 * i]) / 32768);
+        held = bytes % 4;
+        std::copy_n(reinterpret_cast<char*>(frames) + bytes - held, held, reinterpret_cast<char*>(frames));
+    }
+}
