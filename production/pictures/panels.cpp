@@ -48,10 +48,12 @@ Rgba enamel(float tone) {
     return opaque(tone * 1.06f, tone * 0.98f, tone * 0.88f);
 }
 
-// Steel of a brightness: cool in the dark, nearly neutral when bright.
+// Steel of a brightness: teal in the dark, nearly neutral when bright. The hall's lights have next to no red,
+// so that what is teal here shines there, and is only steel under the tunnel's white ones.
 Rgba steel(float tone) {
-    return opaque(tone * mix(0.76f, 0.97f, tone), tone * mix(0.96f, 1.0f, tone),
-                  tone * mix(1.16f, 1.02f, tone));
+    const float bright = smoothstep(0.25f, 0.9f, tone);
+    return opaque(tone * mix(0.76f, 0.97f, bright), tone * mix(1.34f, 1.02f, bright),
+                  tone * mix(1.52f, 1.04f, bright));
 }
 
 using Metal = Rgba (*)(float tone);
