@@ -17,8 +17,8 @@ void drawFrame() {
 
     glDisable(GL_BLEND);
     glColor3f(1, 1, 1);
-    // For the second time in this frame: the timeline ends with it too, and the beat and the counts rely on
-    // both.
+    // For the second time in this frame: the timeline ends with it too, and the frame count takes that for
+    // granted.
     demo->endFrame();
     glFlush();
 }
