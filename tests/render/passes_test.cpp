@@ -209,6 +209,31 @@ TEST_F(Passes, BlurOntoItselfWorks) {
     EXPECT_EQ(stateOf(GL_TEXTURE_BINDING_2D), static_cast<GLint>(demo->texture("rtt4")));
 }
 
+TEST_F(Passes, GlowBlursSixTimesInASmallCorner) {
+    copySpot("rtt0", 400, 300, 64);
+    demo->glow("rtt0", "rtt1", 1, 1);
+    const Screen blurred = readTexture("rtt9");
+    ASSERT_EQ(blurred.width, 128);
+    ASSERT_EQ(blurred.height, 128);
+
+    // Taps on both sides add the square of their offset to the variance along an axis, and a tap between two
+    // pixels the product of its distances to them. The square, of 8 pixels here, brings its own.
+    double expected = (8 * 8 - 1) / 12.0;
+    for (int i = 0; i < 6; i++) {
+        const double offset = 0.25 * std::pow(1.5, i);
+        const double fraction = offset - std::floor(offset);
+        expected += offset * offset + fraction * (1 - fraction);
+    }
+    double sum = 0, moment = 0;
+    for (int y = 0; y < 128; y++) {
+        for (int x = 0; x < 128; x++) {
+            sum += blurred.at(x, y).r;
+            moment += blurred.at(x, y).r * std::pow(x + 0.5 - 50, 2);
+        }
+    }
+    EXPECT_NEAR(moment / sum, expected, 0.1 * expected);
+}
+
 TEST_F(Passes, GlowAddsTheBlurredPictureAroundTheSource) {
     copySpot("rtt0", 400, 300, 64);
     demo->glow("rtt0", "rtt1", 1, 0.9f);
