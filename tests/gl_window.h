@@ -10,6 +10,8 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <cstdio>
+#include <cstdlib>
 #include <vector>
 
 #include "render/demo.h"
@@ -157,17 +159,19 @@ private:
     int attribDepth = 0;
     int clientAttribDepth = 0;
 
+    static bool openWindow() {
+        if (SDL_Init(SDL_INIT_VIDEO) < 0) return false;
+        SDL_GL_SetAttribute(SDL_GL_DOUBLEBUFFER, 1);
+        SDL_GL_SetAttribute(SDL_GL_DEPTH_SIZE, 24);
+        SDL_GL_SetAttribute(SDL_GL_ALPHA_SIZE, 8);
+        return SDL_SetVideoMode(screenWidth, screenHeight, 32, SDL_OPENGL) && glewInit() == GLEW_OK;
+    }
+
     static void openOnce() {
-        static const bool opened = [] {
-            EXPECT_EQ(SDL_Init(SDL_INIT_VIDEO), 0) << SDL_GetError();
-            SDL_GL_SetAttribute(SDL_GL_DOUBLEBUFFER, 1);
-            SDL_GL_SetAttribute(SDL_GL_DEPTH_SIZE, 24);
-            SDL_GL_SetAttribute(SDL_GL_ALPHA_SIZE, 8);
-            const bool open = SDL_SetVideoMode(screenWidth, screenHeight, 32, SDL_OPENGL);
-            EXPECT_TRUE(open) << SDL_GetError();
-            return open && glewInit() == GLEW_OK;
-        }();
-        ASSERT_TRUE(opened);
+        static const bool opened = openWindow();
+        if (opened) return;
+        fprintf(stderr, "No window to test in: %s\n", SDL_GetError());
+        exit(1);
     }
 
     static void resetMatrices() {
