@@ -232,42 +232,78 @@ Shape triangulated(const Shape& shape) {
     return result;
 }
 
+namespace {
+
+// Adds a quad's bilinear surface, cut at the given places (0..1) across and along; `lift` raises each point
+// along the quad's normal.
+void addPatch(Shape& shape, const Face& quad, const std::vector<double>& across,
+              const std::vector<double>& along, const std::function<double(double u, double v)>& lift) {
+    const int first = static_cast<int>(shape.points.size());
+    const Vec normal = faceNormal(shape, quad);
+    std::vector<Uv> uvs;
+    for (double v : along) {
+        for (double u : across) {
+            const double weight[] = {(1 - u) * (1 - v), u * (1 - v), u * v, (1 - u) * v};
+            Vec p = normal * lift(u, v);
+            Uv uv;
+            for (int i = 0; i < 4; i++) {
+                p += shape.points[quad.points[i]] * weight[i];
+                uv = uv + quad.uvs[i] * weight[i];
+            }
+            shape.points.push_back(p);
+            uvs.push_back(uv);
+        }
+    }
+    const int width = static_cast<int>(across.size());
+    for (int r = 0; r + 1 < static_cast<int>(along.size()); r++) {
+        for (int c = 0; c + 1 < width; c++) {
+            const int corner = r * width + c;
+            Face part = {{}, {}, quad.smoothing};
+            for (int i : {corner, corner + 1, corner + width + 1, corner + width}) {
+                part.points.push_back(first + i);
+                part.uvs.push_back(uvs[i]);
+            }
+            shape.faces.push_back(part);
+        }
+    }
+}
+
+std::vector<double> evenCuts(double low, double high, int steps) {
+    std::vector<double> cuts;
+    for (int i = 0; i <= steps; i++) cuts.push_back(mix(low, high, double(i) / steps));
+    return cuts;
+}
+
+}  // namespace
+
 Shape divided(const Shape& shape, int across, int along) {
     Shape result;
     result.points = shape.points;
     for (const Face& face : shape.faces) {
-        if (face.points.size() != 4) {
+        if (face.points.size() == 4)
+            addPatch(result, face, evenCuts(0, 1, across), evenCuts(0, 1, along),
+                     [](double, double) { return 0.0; });
+        else
             result.faces.push_back(face);
-            continue;
-        }
-        const int first = static_cast<int>(result.points.size());
-        std::vector<Uv> uvs;
-        for (int r = 0; r <= along; r++) {
-            for (int c = 0; c <= across; c++) {
-                const double u = double(c) / across, v = double(r) / along;
-                const double weight[] = {(1 - u) * (1 - v), u * (1 - v), u * v, (1 - u) * v};
-                Vec p;
-                Uv uv;
-                for (int i = 0; i < 4; i++) {
-                    p += shape.points[face.points[i]] * weight[i];
-                    uv = uv + face.uvs[i] * weight[i];
-                }
-                result.points.push_back(p);
-                uvs.push_back(uv);
-            }
-        }
-        auto at = [&](int c, int r) { return r * (across + 1) + c; };
-        for (int r = 0; r < along; r++) {
-            for (int c = 0; c < across; c++) {
-                const int corners[] = {at(c, r), at(c + 1, r), at(c + 1, r + 1), at(c, r + 1)};
-                Face part = {{}, {}, face.smoothing};
-                for (int corner : corners) {
-                    part.points.push_back(first + corner);
-                    part.uvs.push_back(uvs[corner]);
-                }
-                result.faces.push_back(part);
-            }
-        }
+    }
+    return welded(result);
+}
+
+Shape pillowed(const Shape& shape, const Pillow& pillow, const Choice& chosen) {
+    std::vector<double> cuts = evenCuts(pillow.edge, 1 - pillow.edge, pillow.steps);
+    cuts.insert(cuts.begin(), 0);
+    cuts.push_back(1);
+    const auto lift = [&](double u, double v) {
+        const bool border = u == 0 || u == 1 || v == 0 || v == 1;
+        return border ? 0 : pillow.rise + pillow.swell * 16 * u * (1 - u) * v * (1 - v);
+    };
+    Shape result;
+    result.points = shape.points;
+    for (const Face& face : shape.faces) {
+        if (face.points.size() == 4 && (!chosen || chosen(shape, face)))
+            addPatch(result, face, cuts, cuts, lift);
+        else
+            result.faces.push_back(face);
     }
     return welded(result);
 }
@@ -388,8 +424,7 @@ void addStrip(Shape& shape, const std::vector<int>& outer, const std::vector<Uv>
 
 }  // namespace
 
-Shape panelled(const Shape& shape, const Panel& panel,
-               const std::function<bool(const Shape&, const Face&)>& chosen) {
+Shape panelled(const Shape& shape, const Panel& panel, const Choice& chosen) {
     Shape result;
     result.points = shape.points;
     for (const Face& face : shape.faces) {

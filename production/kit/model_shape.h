@@ -26,6 +26,9 @@ struct Shape {
 
 enum class Axis { x, y, z };
 
+// Picks the faces that an operation works on; an empty one picks all.
+using Choice = std::function<bool(const Shape&, const Face&)>;
+
 // Newell's method (Sutherland et al. 1974): right for any polygon, concave or slightly bent; the length is
 // twice the area.
 Vec areaVector(const Shape& shape, const Face& face);
@@ -68,7 +71,15 @@ struct Panel {
     double gap = 1, bevel = 0.5, height = 1;
     double plateSmoothing = hard;  // radians, of the plate and its wall
 };
-Shape panelled(const Shape& shape, const Panel& panel,
-               const std::function<bool(const Shape&, const Face&)>& chosen = {});
+Shape panelled(const Shape& shape, const Panel& panel, const Choice& chosen = {});
+
+// Makes every chosen quad a domed plate: within `edge` (a part of the side, below 0.5) it climbs by `rise`
+// units from its border, and from there swells by `swell` more to its middle, in `steps` x `steps` quads.
+// Neighbours that are both chosen keep joined borders.
+struct Pillow {
+    double edge = 0.06, rise = 1, swell = 2;
+    int steps = 3;
+};
+Shape pillowed(const Shape& shape, const Pillow& pillow, const Choice& chosen = {});
 
 }  // namespace model

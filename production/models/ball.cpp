@@ -8,7 +8,7 @@ using namespace model;
 
 namespace {
 
-constexpr double radius = 34;
+constexpr double radius = 35;
 constexpr int level = 2;      // 320 mirrors
 constexpr double rise = 1.1;  // of the mirrors over the ground between them
 

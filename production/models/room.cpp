@@ -109,8 +109,9 @@ Shape gantry() {
     return joined({ring, around(joined({hanger, source()}), sources, Axis::y)});
 }
 
-Shape plates(const Shape& shape, int across, int along, const Panel& panel) {
-    return panelled(divided(smoothed(shape, hard), across, along), panel);
+// Each quad of a skin cut into plates that swell, so that each holds a highlight of its own.
+Shape plates(const Shape& shape, int across, int along, double swell, int steps) {
+    return pillowed(smoothed(divided(shape, across, along), soft), {0.05, 1, swell, steps});
 }
 
 }  // namespace
@@ -120,10 +121,9 @@ void makeRoomCollision(const char* path) {
 }
 
 void makeRoom(const char* path) {
-    const Panel tile = {0.9, 1, 1.2, 0.9};
     const Shape shell =
-        joined({plates(papered(skin(wall)), 2, 2, tile), plates(papered(skin(ceiling)), 2, 3, tile),
-                plates(papered(skin(ground)), 2, 3, tile)});
+        joined({plates(papered(skin(wall)), 2, 2, 3, 3), plates(papered(skin(ceiling)), 2, 2, 2, 2),
+                plates(papered(skin(ground)), 2, 3, 1, 2)});
     std::vector<Shape> fittings = {oculus(), gantry(), around(joined({pillar(), rib()}), bays, Axis::y)};
     for (int bay = 0; bay < bays; bay++) fittings.push_back(porthole(bay));
     writeAml(path, {shell, mappedBox(joined(fittings), 60)});

@@ -72,7 +72,7 @@ void makeTunnel(const char* path) {
     parts.push_back(band({{ribRadius, -halfLength}, {ribRadius, -142}, {wallRadius, -134}}));
     parts.push_back(band({{wallRadius, 134}, {ribRadius, 142}, {ribRadius, halfLength}}));
     // Wound after it is mapped, so that the texture winds along and meets the next segment's.
-    const Shape straight = smoothed(mappedCylinder(joined(parts), Axis::z, columns, halfLength), 0.3);
+    const Shape straight = smoothed(mappedCylinder(joined(parts), Axis::z, columns, halfLength), 0.9);
     writeAml(path, {bent(straight, [](Vec p) {
                  const double c = std::cos(turnPerUnit * p.z), s = std::sin(turnPerUnit * p.z);
                  return Vec{c * p.x - s * p.y, s * p.x + c * p.y, p.z};
