@@ -49,14 +49,39 @@ Shape mappedCylinder(Shape shape, Axis axis, int repeats, double unitsPerRepeat)
         }
         const Vec centre = axisLast(faceCentre(shape, face), axis);
         const double middle = std::atan2(centre.y, centre.x);
+        const Vec normal = axisLast(faceNormal(shape, face), axis);
+        const double facing = normal.x * centre.x + normal.y * centre.y < 0 ? -1 : 1;
         for (size_t i = 0; i < face.points.size(); i++) {
             const Vec p = axisLast(shape.points[face.points[i]], axis);
             // A corner on the axis has no angle of its own and takes its face's.
             const bool pole = std::hypot(p.x, p.y) < 1e-6;
             const double away = pole ? 0 : std::remainder(std::atan2(p.y, p.x) - middle, 2 * pi);
-            face.uvs[i] = {(middle + away) / (2 * pi) * repeats, -p.z / unitsPerRepeat};
+            face.uvs[i] = {facing * (middle + away) / (2 * pi) * repeats, -p.z / unitsPerRepeat};
         }
     }
+    return shape;
+}
+
+Shape mappedEach(Shape shape, const Part& part) {
+    const auto& [low, high] = part;
+    for (Face& face : shape.faces) {
+        if (face.points.size() == 4)
+            face.uvs = {low, {high.s, low.t}, high, {low.s, high.t}};
+        else if (face.points.size() == 3)
+            face.uvs = {low, {high.s, low.t}, {(low.s + high.s) / 2, high.t}};
+    }
+    return shape;
+}
+
+Shape painted(Shape shape, const Part& part) {
+    for (Face& face : shape.faces)
+        for (Uv& uv : face.uvs) uv = {mix(part.low.s, part.high.s, uv.s), mix(part.low.t, part.high.t, uv.t)};
+    return shape;
+}
+
+Shape painted(Shape shape, Uv place) {
+    for (Face& face : shape.faces)
+        for (Uv& uv : face.uvs) uv = place;
     return shape;
 }
 

@@ -12,9 +12,25 @@ Shape mappedBox(Shape shape, double unitsPerRepeat, Uv offset = {});
 // All faces along one axis.
 Shape mappedPlanar(Shape shape, Axis axis, double unitsPerRepeat, Uv offset = {});
 
-// `repeats` times around the axis, units along it for faces that stand; faces that lie across the axis are
-// mapped along it. Faces are unwrapped one by one, so no face runs back over the whole picture.
+// `repeats` times around the axis (rightwards as its viewer sees it, inside or out), units along it for faces
+// that stand; faces that lie across the axis are mapped along it. Faces are unwrapped one by one, so no face
+// runs back over the whole picture.
 Shape mappedCylinder(Shape shape, Axis axis, int repeats, double unitsPerRepeat);
+
+// A rectangle of a picture: its lower left and upper right corner as a viewer of the wall sees them.
+struct Part {
+    Uv low, high;
+};
+
+// Every quad shows the same part, its first corner the lower left one and its third the upper right one; a
+// triangle has the upper edge's middle at its third.
+Shape mappedEach(Shape shape, const Part& part);
+
+// Texture coordinates of 0..1 (as forms are made with) carried into a part, T = 0 to its lower edge.
+Shape painted(Shape shape, const Part& part);
+
+// One place of the picture for all: a plain colour.
+Shape painted(Shape shape, Uv place);
 
 Shape uvScaled(Shape shape, double s, double t);
 

@@ -2,6 +2,7 @@
 #include "production/kit/model_aml.h"
 #include "production/kit/model_forms.h"
 #include "production/kit/model_mapping.h"
+#include "production/kit/model_paints.h"
 #include "production/models/models.h"
 
 using namespace model;
@@ -48,5 +49,5 @@ void makeBallCollision(const char* path) {
 // The mirrors lie on the collision copy's faces, each flat, so that a beam's spot lies on glass.
 void makeBall(const char* path) {
     const Shape mirrors = panelled(smoothed(icosphere(radius - rise, level), hard), {0.45, 0.5, rise, hard});
-    writeAml(path, {mappedBox(joined({mirrors, frame()}), 24)});
+    writeAml(path, {painted(mirrors, hull::coolLamp), painted(frame(), hull::orange)});
 }

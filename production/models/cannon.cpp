@@ -2,6 +2,7 @@
 #include "production/kit/model_aml.h"
 #include "production/kit/model_forms.h"
 #include "production/kit/model_mapping.h"
+#include "production/kit/model_paints.h"
 #include "production/models/models.h"
 
 using namespace model;
@@ -38,7 +39,7 @@ Shape barrel() {
                                    {4.4, 14.2},
                                    {3.6, 15.8},
                                    {0, 17}});
-    return lathe(profile, 40);
+    return painted(lathe(profile, 40), hull::striped);
 }
 
 // One brace along +x: a swept rib from the dish's rim to the barrel, a lens on its foot.
@@ -62,7 +63,8 @@ Shape brace() {
                             how);
     const Outline lens = {{6, 0},     {6.2, 1.2}, {5.4, 2.4}, {4.4, 2.4},
                           {3.9, 1.2}, {3, 1.2},   {1.6, 2.4}, {0, 2.8}};
-    return joined({rib, placed(lathe(lens, 20), {59, 9, 0}, {0.75, 0.66, 0})});
+    return joined({painted(rib, hull::plain),
+                   painted(placed(lathe(lens, 20), {59, 9, 0}, {0.75, 0.66, 0}), hull::coolLamp)});
 }
 
 // A reflector between two braces, its bowl turned up to the ball.
@@ -70,12 +72,13 @@ Shape reflector() {
     const Outline bowl = {{0, -3},    {3, -2.6}, {7.4, 1},    {8.6, 3},   {8.2, 3.8},
                           {7.4, 3.4}, {5.4, 1},  {2.4, -0.8}, {1.2, 2.2}, {0, 2.6}};
     const Shape stalk = lathe({{0, -4}, {2.6, -4}, {2, 2}, {3, 3}, {0, 4}}, 12);
-    return joined({placed(lathe(bowl, 24), {45, 14, 0}, {-0.55, 0.83, 0}), moved(stalk, {45.4, 9, 0})});
+    return joined({painted(placed(lathe(bowl, 24), {45, 14, 0}, {-0.55, 0.83, 0}), hull::coolLamp),
+                   painted(moved(stalk, {45.4, 9, 0}), hull::plain)});
 }
 
 }  // namespace
 
 void makeCannon(const char* path) {
     const Shape reflectors = turned(around(reflector(), 5, Axis::y), Axis::y, pi / 5);
-    writeAml(path, {mappedBox(joined({dish(), barrel(), around(brace(), 5, Axis::y), reflectors}), 48)});
+    writeAml(path, {mappedBox(dish(), 48), joined({barrel(), around(brace(), 5, Axis::y), reflectors})});
 }

@@ -3,6 +3,7 @@
 #include "production/kit/model_aml.h"
 #include "production/kit/model_forms.h"
 #include "production/kit/model_mapping.h"
+#include "production/kit/model_paints.h"
 #include "production/models/models.h"
 
 using namespace model;
@@ -61,7 +62,7 @@ void makeHeapBox(const char* path) {
     const Shape middleTank = tank(-14.5, 14.5), outerTank = tank(20.5, 45.5);
     const Shape flank = joined({middleTank, withMirror(outerTank, Axis::x)});
     const Shape lids = joined({lid(-14.5, 14.5), withMirror(lid(20.5, 45.5), Axis::x)});
-    const Shape whole = joined(
-        {core, frames, withMirror(flank, Axis::z), withMirror(lids, Axis::y), withMirror(endCap(), Axis::x)});
-    writeAml(path, {mappedBox(whole, 64)});
+    const Shape enamel = joined({core, frames, withMirror(lids, Axis::y), withMirror(endCap(), Axis::x)});
+    // The tanks wear orange belts.
+    writeAml(path, {mappedBox(enamel, 64), painted(withMirror(flank, Axis::z), hull::striped)});
 }

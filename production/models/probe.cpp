@@ -3,6 +3,7 @@
 #include "production/kit/model_aml.h"
 #include "production/kit/model_forms.h"
 #include "production/kit/model_mapping.h"
+#include "production/kit/model_paints.h"
 #include "production/models/models.h"
 
 using namespace model;
@@ -10,54 +11,67 @@ using namespace model;
 namespace {
 
 Shape core() {
-    Outline profile = {{0, -15}, {5, -14}};
-    const Outline wall = platedProfile({-13, -7, -2.5, 2.5, 7, 13}, {1.4, 1.6, 1, 6},
-                                       [](double y) { return 10.5 - 0.022 * y * y; });
+    Outline profile = {{0, -20}, {6, -19}};
+    const Outline wall = platedProfile({-18, -10, -3.5, 3.5, 10, 18}, {2, 2, 1.4, 6},
+                                       [](double y) { return 14.5 - 0.017 * y * y; });
     profile.insert(profile.end(), wall.begin(), wall.end());
-    profile.insert(profile.end(), {{6, 13.4}, {5.4, 16}, {3.4, 18}, {0, 19}});
-    return flutedLathe(profile, {6, 0.2, 1.2, -12, 12, 2});
+    profile.insert(profile.end(), {{7, 18.6}, {6, 22}, {3.6, 24}, {0, 25}});
+    return flutedLathe(profile, {6, 0.22, 1.8, -17, 17, 2});
 }
 
 // The aerial above and the lamp below.
 Shape mast() {
-    return lathe(
-        {{0, -25}, {1.6, -23.6}, {1.6, -14}, {1.2, 18}, {1, 28}, {2.2, 29}, {2.4, 31}, {1.4, 32.6}, {0, 33}},
-        8);
+    return lathe({{0, -33},
+                  {3, -31.4},
+                  {3, -29},
+                  {1.8, -27},
+                  {1.8, 24},
+                  {1.6, 33},
+                  {3.4, 34.4},
+                  {3.4, 37},
+                  {1.8, 39},
+                  {0, 39.4}},
+                 8);
 }
 
 Shape ring() {
-    const Outline section = {{19.4, 0},   {20.4, -2.2}, {23, -2.8},  {24.6, -1.4},
-                             {24.6, 1.4}, {23, 2.8},    {20.4, 2.2}, {19.4, 0}};
-    return panelled(lathe(section, 16), {0.3, 0.5, 0.6, 0.9}, [](const Shape& shape, const Face& face) {
-        return length(areaVector(shape, face)) > 25;  // the broad facets only
-    });
+    const Outline section = {{21, 0},     {22.4, -3}, {26.4, -4}, {29.4, -2.2},
+                             {29.4, 2.2}, {26.4, 4},  {22.4, 3},  {21, 0}};
+    return panelled(lathe(section, 16), {0.4, 0.6, 0.8, 0.9});
 }
 
-// A sail along +x: a bowed plate with ribs on both sides, raised like a petal.
+// A bowed sail along +x, raised towards its end like a petal, with plates on both faces.
 Shape sail() {
-    auto side = [](double thickness) {
-        const Shape face = grid(4, 3, false, false, [&](int c, int r) {
-            const double x = mix(27, 41, c / 3.0), across = mix(-1, 1, r / 2.0), width = mix(6, 12, c / 3.0);
-            return Vec{x,
-                       thickness + 0.9 * (1 - across * across) * (thickness > 0 ? 1 : -1) +
-                           0.02 * (x - 27) * (x - 27),
-                       -across * width};
-        });
-        return panelled(thickness > 0 ? face : insideOut(face), {0.35, 0.4, 0.6, 0.9});
+    const double from = 33, to = 48;
+    const auto place = [=](double along, double across, double over) {
+        const double x = mix(from, to, along), width = mix(8, 15, along);
+        return Vec{x, over + 0.02 * (x - from) * (x - from), -across * width};
     };
-    const Shape arm = placed(
-        lathe({{0, 8}, {1.6, 8}, {1.6, 18}, {2.6, 18.4}, {2.6, 20}, {1.6, 20.4}, {1.6, 28}, {0, 28}}, 6), {},
-        {1, 0, 0});
-    const double rim[5][2] = {{27, 6}, {41, 12}, {41, -12}, {27, -6}, {27, 6}};
-    const Shape edge = grid(5, 2, false, false, [&](int c, int r) {
-        return Vec{rim[c][0], (r ? 0.8 : -0.8) + 0.02 * (rim[c][0] - 27) * (rim[c][0] - 27), rim[c][1]};
-    });
-    return joined({side(0.8), side(-0.8), edge, arm});
+    const auto face = [&](double side) {
+        const Shape plates = grid(3, 3, false, false, [&](int c, int r) {
+            const double across = r - 1;
+            return place(c / 2.0, across, side * (1.2 + 1.2 * (1 - across * across)));
+        });
+        return panelled(side > 0 ? plates : insideOut(plates), {0.6, 0.6, 0.8, 0.9});
+    };
+    const double rim[5][2] = {{0, -1}, {1, -1}, {1, 1}, {0, 1}, {0, -1}};
+    const Shape edge =
+        grid(5, 2, false, false, [&](int c, int r) { return place(rim[c][0], rim[c][1], r ? 1.2 : -1.2); });
+    return joined({face(1), face(-1), edge});
+}
+
+Shape arm() {
+    return placed(lathe({{0, 10}, {2.2, 10}, {2.2, 30}, {3.4, 30.6}, {3.4, 33}, {2.2, 34}, {0, 34}}, 6), {},
+                  {1, 0, 0});
 }
 
 }  // namespace
 
 void makeProbe(const char* path) {
-    const Shape sails = turned(around(sail(), 4, Axis::y), Axis::y, degrees(45));
-    writeAml(path, {mappedBox(joined({core(), mast(), ring(), sails}), 32)});
+    const auto crosswise = [](const Shape& part) {
+        return turned(around(part, 4, Axis::y), Axis::y, degrees(45));
+    };
+    writeAml(path, {joined({painted(core(), hull::plain), painted(mast(), hull::warmLamp),
+                            painted(ring(), hull::orange), painted(crosswise(arm()), hull::plain),
+                            painted(crosswise(sail()), hull::coolLamp)})});
 }

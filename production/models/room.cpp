@@ -5,6 +5,7 @@
 #include "production/kit/model_aml.h"
 #include "production/kit/model_forms.h"
 #include "production/kit/model_mapping.h"
+#include "production/kit/model_paints.h"
 #include "production/models/models.h"
 
 using namespace model;
@@ -19,16 +20,31 @@ constexpr Vec ballCentre = {0, 70, 0};
 
 // A height of the skin: the distances from the axis of its ridges, and of its creases in every other bay and
 // in the bays between. Creases swing in and out from course to course, so that hardly two plates are
-// parallel.
+// parallel. Plates above it, up to the next: how many in each quad, how far they swell (units), what each
+// quad shows, or each plate of it.
 struct Course {
     double y, ridge, crease, otherCrease;
+    int across = 1, along = 1;
+    double swell = 0;
+    Part part = walls::upperHalf;
+    bool eachPlate = false;
 };
 
-constexpr Course wall[] = {{0, 304, 304, 304},   {26, 318, 336, 322},  {92, 318, 318, 344},
-                           {158, 318, 342, 318}, {224, 310, 318, 336}, {248, 284, 288, 290}};
-constexpr Course ceiling[] = {
-    {248, 284, 288, 290}, {276, 196, 204, 204}, {266, 92, 92, 92}, {282, 70, 70, 70}, {290, 0, 0, 0}};
-constexpr Course ground[] = {{0, 0, 0, 0}, {0, 66, 66, 66}, {0, 180, 180, 180}, {0, 304, 304, 304}};
+constexpr Course wall[] = {{0, 304, 304, 304, 2, 1, 1, walls::lowerHalf, false},
+                           {26, 318, 336, 322, 2, 2, 3, walls::upperHalf, false},
+                           {92, 318, 318, 344, 2, 1, 3, walls::lamp, true},
+                           {158, 318, 342, 318, 2, 2, 3, walls::lowerHalf, false},
+                           {224, 310, 318, 336, 2, 1, 2, walls::upperHalf, false},
+                           {248, 284, 288, 290}};
+constexpr Course ceiling[] = {{248, 284, 288, 290, 2, 2, 2, walls::lamp, true},
+                              {276, 196, 204, 204, 2, 2, 2, walls::upperHalf, false},
+                              {266, 92, 92, 92},
+                              {282, 70, 70, 70},
+                              {290, 0, 0, 0}};
+constexpr Course ground[] = {{0, 0, 0, 0},
+                             {0, 66, 66, 66, 1, 2, 1, walls::lamp, true},
+                             {0, 180, 180, 180, 2, 3, 1, walls::upperHalf, false},
+                             {0, 304, 304, 304}};
 
 // A place round the hall; ridges have whole even columns.
 Vec inHall(double column, double radius, double y) {
@@ -36,19 +52,34 @@ Vec inHall(double column, double radius, double y) {
     return {radius * std::cos(angle), y, radius * std::sin(angle)};
 }
 
-// Columns run clockwise seen from above, so the front of courses that rise faces the axis.
-template <size_t count>
-Shape skin(const Course (&courses)[count]) {
-    return welded(grid(columns, count, true, false, [&](int c, int r) {
-        const Course& course = courses[r];
-        const double radius = c % 2 == 0 ? course.ridge : c % 4 == 1 ? course.crease : course.otherCrease;
-        return inHall(c, radius, course.y);
+// The quads from one course to the next. Columns run clockwise seen from above, so that a rising front faces
+// the axis.
+Shape belt(const Course* course) {
+    return welded(grid(columns, 2, true, false, [&](int c, int r) {
+        const Course& at = course[r];
+        return inHall(c, c % 2 == 0 ? at.ridge : c % 4 == 1 ? at.crease : at.otherCrease, at.y);
     }));
 }
 
-// One repeat of the texture is half a column wide and about one course high.
-Shape papered(const Shape& shape) {
-    return mappedCylinder(shape, Axis::y, columns * 2, 66);
+template <size_t count>
+Shape collisionSkin(const Course (&courses)[count]) {
+    std::vector<Shape> belts;
+    for (size_t i = 0; i + 1 < count; i++) belts.push_back(mappedEach(belt(&courses[i]), courses[i].part));
+    return joined(belts);
+}
+
+// The skin cut into plates that swell, so that each holds a highlight of its own.
+template <size_t count>
+Shape platedSkin(const Course (&courses)[count]) {
+    std::vector<Shape> belts;
+    for (size_t i = 0; i + 1 < count; i++) {
+        const Course& course = courses[i];
+        Shape plates = mappedEach(belt(&course), course.part);
+        plates = divided(plates, course.across, course.along);
+        if (course.eachPlate) plates = mappedEach(plates, course.part);
+        belts.push_back(pillowed(plates, {0.05, 1, course.swell, course.swell > 2 ? 3 : 2}));
+    }
+    return joined(belts);
 }
 
 Shape pillar() {
@@ -109,22 +140,17 @@ Shape gantry() {
     return joined({ring, around(joined({hanger, source()}), sources, Axis::y)});
 }
 
-// Each quad of a skin cut into plates that swell, so that each holds a highlight of its own.
-Shape plates(const Shape& shape, int across, int along, double swell, int steps) {
-    return pillowed(smoothed(divided(shape, across, along), soft), {0.05, 1, swell, steps});
-}
-
 }  // namespace
 
 void makeRoomCollision(const char* path) {
-    writeAml(path, {smoothed(papered(joined({skin(wall), skin(ceiling), skin(ground)})), hard)});
+    writeAml(path,
+             {smoothed(joined({collisionSkin(wall), collisionSkin(ceiling), collisionSkin(ground)}), hard)});
 }
 
 void makeRoom(const char* path) {
-    const Shape shell =
-        joined({plates(papered(skin(wall)), 2, 2, 3, 3), plates(papered(skin(ceiling)), 2, 2, 2, 2),
-                plates(papered(skin(ground)), 2, 3, 1, 2)});
+    const Shape shell = joined({platedSkin(wall), platedSkin(ceiling), platedSkin(ground)});
     std::vector<Shape> fittings = {oculus(), gantry(), around(joined({pillar(), rib()}), bays, Axis::y)};
     for (int bay = 0; bay < bays; bay++) fittings.push_back(porthole(bay));
-    writeAml(path, {shell, mappedBox(joined(fittings), 60)});
+    // Everything that stands before the walls is as pale as their lamps, so that it stands out.
+    writeAml(path, {shell, painted(joined(fittings), walls::lampLight)});
 }

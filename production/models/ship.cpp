@@ -5,6 +5,7 @@
 #include "production/kit/model_aml.h"
 #include "production/kit/model_forms.h"
 #include "production/kit/model_mapping.h"
+#include "production/kit/model_paints.h"
 #include "production/models/models.h"
 
 using namespace model;
@@ -22,14 +23,45 @@ double hullRadius(double y) {
     return nose - waist + 8 * smoothStep(-10, -44, y) - 5 * smoothStep(-54, -78, y);
 }
 
-Shape hull() {
+// What each stretch of the hull shows of the picture, from its lower end (y) up.
+struct Band {
+    double low;
+    Part part;
+};
+
+constexpr int flutes = 6;
+constexpr Band livery[] = {
+    {-80, hull::vents},   {-62, hull::striped}, {-42, hull::lettered}, {-11, hull::dark}, {13, hull::plain},
+    {32, hull::numbered}, {58, hull::dark},     {66, hull::striped},   {81, hull::plain}, {92, {}}};
+
+// Between two grooves each band is painted along the ship, so that it reads from nose to tail.
+Shape painted(Shape shape) {
+    for (Face& face : shape.faces) {
+        const Vec centre = faceCentre(shape, face);
+        const Band* band = livery;
+        while (centre.y > band[1].low) band++;
+        const double land = std::floor(std::atan2(-centre.z, centre.x) / (2 * pi) * flutes);
+        for (size_t i = 0; i < face.points.size(); i++) {
+            const Vec p = shape.points[face.points[i]];
+            const double turn =
+                std::hypot(p.x, p.z) > 0.01 ? std::atan2(-p.z, p.x) / (2 * pi) * flutes - land : 0.5;
+            const double across = turn - flutes * std::round((turn - 0.5) / flutes);
+            const double along = (band[1].low - p.y) / (band[1].low - band->low);
+            face.uvs[i] = {mix(band->part.low.s, band->part.high.s, along),
+                           mix(band->part.low.t, band->part.high.t, across)};
+        }
+    }
+    return shape;
+}
+
+Shape body() {
     const Outline plates =
         platedProfile({-80, -70, -62, -42, -30, -20, -11, -3, 5, 13, 22, 32, 46, 58, 66, 74, 81, 89.5},
                       {1.8, 1.6, 1.1, 9}, hullRadius);
     Outline profile = {{0, -74}, {hullRadius(-80) - 4, -74}, {hullRadius(-80) - 3, -80}};
     profile.insert(profile.end(), plates.begin(), plates.end());
     profile.push_back({0, 91});
-    return flutedLathe(profile, {6, 0.16, 1.4, -66, 62, 4}, 0);
+    return painted(flutedLathe(profile, {flutes, 0.16, 1.4, -66, 62, 4}, 0));
 }
 
 // A lens-shaped spar along a path in the plane of x (outwards) and y; `chord` gives its width at 0..1 of the
@@ -45,19 +77,17 @@ Shape spar(const std::vector<Vec>& path, const std::function<double(double)>& ch
         return lens;
     };
     // Sharp at the leading and trailing edge, domed between.
-    return sweep({{0.5, 0},
-                  {0.42, 0.36},
-                  {0.22, 0.6},
-                  {0, 0.68},
-                  {-0.22, 0.6},
-                  {-0.42, 0.36},
-                  {-0.5, 0},
-                  {-0.42, -0.36},
-                  {-0.22, -0.6},
-                  {0, -0.68},
-                  {0.22, -0.6},
-                  {0.42, -0.36}},
-                 how);
+    const Outline lens = {{0.5, 0},  {0.42, 0.36},   {0.22, 0.6},   {0, 0.68},  {-0.22, 0.6}, {-0.42, 0.36},
+                          {-0.5, 0}, {-0.42, -0.36}, {-0.22, -0.6}, {0, -0.68}, {0.22, -0.6}, {0.42, -0.36}};
+    Shape shape = sweep(lens, how);
+    // The stripes run along the spar on both its faces.
+    for (Face& face : shape.faces) {
+        for (Uv& uv : face.uvs) {
+            const size_t point = static_cast<size_t>(std::lround(uv.s * lens.size())) % lens.size();
+            uv = {uv.t, lens[point].x + 0.5};
+        }
+    }
+    return painted(shape, hull::striped);
 }
 
 Shape blade() {
@@ -74,14 +104,14 @@ Shape tailFin() {
     return spar({{18, -48, 0}, {28, -62, 0}, {36, -84, 0}}, [](double k) { return mix(15, 0.8, k * k); });
 }
 
-// A stubby nozzle along +x from the axis, its mouth at `reach`.
+// A stubby nozzle along +x from the axis, its glowing mouth at `reach`.
 Shape nozzle(double from, double reach, double size) {
-    const Outline profile = {{size * 1.25, from},        {size * 1.25, reach - 5.4},
-                             {size * 0.85, reach - 4.6}, {size * 0.85, reach - 3.4},
-                             {size * 1.1, reach - 2.8},  {size * 1.1, reach - 0.5},
-                             {size * 0.95, reach},       {size * 0.7, reach},
-                             {size * 0.55, reach - 1.6}, {0, reach - 0.9}};
-    return turned(lathe(profile, 14), Axis::z, -pi / 2);
+    const Outline tube = {{size * 1.25, from},        {size * 1.25, reach - 5.4}, {size * 0.85, reach - 4.6},
+                          {size * 0.85, reach - 3.4}, {size * 1.1, reach - 2.8},  {size * 1.1, reach - 0.5},
+                          {size * 0.95, reach},       {size * 0.7, reach}};
+    const Outline mouth = {{size * 0.7, reach}, {size * 0.55, reach - 1.6}, {0, reach - 0.9}};
+    return turned(joined({painted(lathe(tube, 14), hull::plain), painted(lathe(mouth, 14), hull::coolLamp)}),
+                  Axis::z, -pi / 2);
 }
 
 // The collar that six nozzles stand on, about the y axis at height 0.
@@ -96,25 +126,27 @@ Shape emitterRing(double reach, double size) {
                                       {rim - 3, 6},
                                       {rim - 9, 6.5}},
                                      {12, 0.1, 1, -5, 5, 4}, pi / 12);
-    return joined({collar, turned(around(nozzle(rim - 4, reach, size), 6, Axis::y), Axis::y, pi / 6)});
+    return joined({painted(collar, hull::orange),
+                   turned(around(nozzle(rim - 4, reach, size), 6, Axis::y), Axis::y, pi / 6)});
 }
 
 Shape engine() {
-    const Outline bell = {{4, -66},    {9, -72},    {11.5, -80}, {14, -86}, {14.8, -86.4},
-                          {15, -85.6}, {13.5, -78}, {11, -70},   {7, -62},  {0, -60}};
-    const Outline pod = {{0, -76}, {2.4, -77}, {3.2, -84}, {4.2, -84.4}, {4.6, -80}, {4.2, -66}, {2, -60}};
-    return joined({lathe({bell.rbegin(), bell.rend()}, 24),
-                   lathe({{0, -70}, {3, -72}, {2, -78}, {0, -82}}, 12),
-                   turned(around(moved(lathe(pod, 12), {18.5, 0, 0}), 6, Axis::y), Axis::y, pi / 6)});
+    const Outline bell = {{0, -60},      {7, -62},  {11, -70},   {13.5, -78}, {15, -85.6},
+                          {14.8, -86.4}, {14, -86}, {11.5, -80}, {9, -72},    {4, -66}};
+    const Outline pod = {{2, -60}, {4.2, -66}, {4.6, -80}, {4.2, -84.4}, {3.2, -84}, {2.4, -77}, {0, -76}};
+    const Shape cone = lathe({{0, -82}, {2, -78}, {3, -72}, {0, -70}}, 12);
+    const Shape pods = around(moved(insideOut(lathe(pod, 12)), {18.5, 0, 0}), 6, Axis::y);
+    return joined({painted(insideOut(lathe(bell, 24)), hull::orange), painted(cone, hull::warmLamp),
+                   painted(turned(pods, Axis::y, pi / 6), hull::plain)});
 }
 
 }  // namespace
 
 void makeShip(const char* path) {
     const Shape whole =
-        joined({hull(), around(blade(), 3, Axis::y), turned(around(tailFin(), 3, Axis::y), Axis::y, pi / 3),
+        joined({body(), around(blade(), 3, Axis::y), turned(around(tailFin(), 3, Axis::y), Axis::y, pi / 3),
                 moved(emitterRing(frontRing, 3.2), {0, emitterZ, 0}),
                 moved(emitterRing(rearRing, 4.6), {0, -emitterZ, 0}), engine()});
-    // From standing to lying: y becomes -z, and a corner of the emitter hexagon comes to 90 degrees.
-    writeAml(path, {mappedBox(turned(turned(whole, Axis::x, -pi / 2), Axis::z, pi / 2), 48)});
+    // From standing to lying: y becomes -z.
+    writeAml(path, {turned(whole, Axis::x, -pi / 2)});
 }
