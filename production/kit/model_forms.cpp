@@ -243,6 +243,12 @@ Shape icosphere(double radius, int level) {
     return scaled(shape, {radius, radius, radius});
 }
 
+Outline chained(const std::vector<Outline>& outlines) {
+    Outline whole;
+    for (const Outline& outline : outlines) whole.insert(whole.end(), outline.begin(), outline.end());
+    return whole;
+}
+
 Outline polygon(int sides, double radius, double firstAngle) {
     Outline outline;
     for (int i = 0; i < sides; i++) {

@@ -68,6 +68,9 @@ Shape box(Vec size, double bevel, int steps = 1);
 // An icosahedron split `level` times: 20 x 4^level faces on a sphere about the origin.
 Shape icosphere(double radius, int level);
 
+// Outlines run together into one.
+Outline chained(const std::vector<Outline>& outlines);
+
 // Outlines: a regular polygon (a circle with many sides), and a rectangle with cut corners, both about the
 // origin; and any outline moved inwards by a distance.
 Outline polygon(int sides, double radius, double firstAngle = 0);

@@ -185,9 +185,12 @@ bool isEar(const Shape& shape, const std::vector<int>& outline, size_t b, Vec no
     return true;
 }
 
-double shorterDiagonalFirst(const Shape& shape, const Face& quad) {
-    return length(shape.points[quad.points[0]] - shape.points[quad.points[2]]) -
-           length(shape.points[quad.points[1]] - shape.points[quad.points[3]]);
+// Near ties count as shorter, so that all quads of a row are cut the same way.
+bool firstDiagonalIsShorter(const Shape& shape, const Face& quad) {
+    const auto diagonal = [&](int a, int b) {
+        return length(shape.points[quad.points[a]] - shape.points[quad.points[b]]);
+    };
+    return diagonal(0, 2) <= diagonal(1, 3) + 1e-9;
 }
 
 void addTriangle(Shape& out, const Face& face, size_t a, size_t b, size_t c) {
@@ -221,8 +224,8 @@ Shape triangulated(const Shape& shape) {
         if (face.points.size() == 3) {
             result.faces.push_back(face);
         } else if (face.points.size() == 4) {
-            // The shorter diagonal keeps bent quads from folding; near ties go one way so that rows match.
-            const size_t from = shorterDiagonalFirst(shape, face) <= 1e-9 ? 0 : 1;
+            // The shorter diagonal keeps bent quads from folding.
+            const size_t from = firstDiagonalIsShorter(shape, face) ? 0 : 1;
             addTriangle(result, face, from, from + 1, (from + 2) % 4);
             addTriangle(result, face, from, (from + 2) % 4, (from + 3) % 4);
         } else {

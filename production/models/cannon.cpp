@@ -10,35 +10,34 @@ using namespace model;
 namespace {
 
 Shape dish() {
-    Outline profile = {{66, 0}, {68, 1.4}, {68, 3.4}, {66, 5}, {62, 5.6}, {60.5, 4.6}};
-    for (double r : {57.0, 48.0, 39.0}) {
-        profile.insert(profile.end(), {{r + 2, 4.4 + (60 - r) * 0.12},
-                                       {r + 1.2, 5.8 + (60 - r) * 0.12},
-                                       {r - 5.4, 6.8 + (60 - r) * 0.12},
-                                       {r - 6.2, 5.4 + (60 - r) * 0.12}});
-    }
-    profile.insert(profile.end(), {{28, 8}, {20, 9}});
+    // Three steps of plates between the rim and the barrel.
+    auto step = [](double r) -> Outline {
+        const double y = (60 - r) * 0.12;
+        return {{r + 2, 4.4 + y}, {r + 1.2, 5.8 + y}, {r - 5.4, 6.8 + y}, {r - 6.2, 5.4 + y}};
+    };
+    const Outline rim = {{66, 0}, {68, 1.4}, {68, 3.4}, {66, 5}, {62, 5.6}, {60.5, 4.6}};
+    const Outline profile = chained({rim, step(57), step(48), step(39), {{28, 8}, {20, 9}}});
     return flutedLathe(profile, {20, 0.05, 1.2, 4.5, 9, 2}, degrees(9));
 }
 
 Shape barrel() {
-    Outline profile = {{22, 8}, {22, 9.6}, {20.5, 11}};
     const Outline coils = platedProfile({11, 13.6, 16.2, 18.8, 21.4}, {0.9, 1.8, 0.9, 3},
                                         [](double y) { return 19.5 - (y - 11) * 0.62; });
-    profile.insert(profile.end(), coils.begin(), coils.end());
-    profile.insert(profile.end(), {{10, 22},
-                                   {10, 23.4},
-                                   {13, 24.4},
-                                   {14, 25.6},
-                                   {14, 26.8},
-                                   {13, 27.8},
-                                   {11.4, 28},
-                                   {10.4, 27},
-                                   {8.6, 22},
-                                   {7.4, 15},
-                                   {4.4, 14.2},
-                                   {3.6, 15.8},
-                                   {0, 17}});
+    const Outline profile = chained({{{22, 8}, {22, 9.6}, {20.5, 11}},
+                                     coils,
+                                     {{10, 22},
+                                      {10, 23.4},
+                                      {13, 24.4},
+                                      {14, 25.6},
+                                      {14, 26.8},
+                                      {13, 27.8},
+                                      {11.4, 28},
+                                      {10.4, 27},
+                                      {8.6, 22},
+                                      {7.4, 15},
+                                      {4.4, 14.2},
+                                      {3.6, 15.8},
+                                      {0, 17}}});
     return painted(lathe(profile, 40), hull::striped);
 }
 

@@ -21,14 +21,12 @@ Shape clamp(double width, double grow) {
 // A tank along x from `from` to `to`, seen as a half barrel on the flank at z > 0.
 Shape tank(double from, double to) {
     const double mid = (from + to) / 2, half = (to - from) / 2;
-    Outline profile = {{0, -half}, {3.4, -half + 0.4}};
     const Outline wall =
         platedProfile({-half + 1, -half + 4.5, half - 4.5, half - 1}, {0.9, 0.8, 0.7, 9}, [&](double y) {
             const double k = y / half;
             return 5.9 - 1.2 * k * k * k * k;
         });
-    profile.insert(profile.end(), wall.begin(), wall.end());
-    profile.insert(profile.end(), {{3.4, half - 0.4}, {0, half}});
+    const Outline profile = chained({{{0, -half}, {3.4, -half + 0.4}}, wall, {{3.4, half - 0.4}, {0, half}}});
     return placed(lathe(profile, 12), {mid, 0, 16.6}, {1, 0, 0});
 }
 

@@ -11,11 +11,9 @@ using namespace model;
 namespace {
 
 Shape core() {
-    Outline profile = {{0, -20}, {6, -19}};
     const Outline wall = platedProfile({-18, -10, -3.5, 3.5, 10, 18}, {2, 2, 1.4, 6},
                                        [](double y) { return 14.5 - 0.017 * y * y; });
-    profile.insert(profile.end(), wall.begin(), wall.end());
-    profile.insert(profile.end(), {{7, 18.6}, {6, 22}, {3.6, 24}, {0, 25}});
+    const Outline profile = chained({{{0, -20}, {6, -19}}, wall, {{7, 18.6}, {6, 22}, {3.6, 24}, {0, 25}}});
     return flutedLathe(profile, {6, 0.22, 1.8, -17, 17, 2});
 }
 

@@ -14,7 +14,7 @@ constexpr double headSize = 1.14;
 constexpr double headTilt = 0.14;   // radians, the face towards viewers below
 constexpr double faceDepth = 15.5;  // from the head's centre to the bezel
 
-// Flattens a lathe about y into a rounded-square section, `depth` as deep as it is wide.
+// Turns a lathe's round section into a rounded square, `depth` (a part of its width) deep.
 Shape squared(const Shape& shape, double depth) {
     return bent(shape, [&](Vec p) {
         const double r = std::hypot(p.x, p.z);
@@ -43,18 +43,18 @@ Shape rings(double radius, double height) {
                  20);
 }
 
+// A round limb between two joints. `cuts` (parts of its length) divide it into plates, its radius goes from
+// `start` to `end` and is fuller by `swell` half-way.
 Shape limb(Vec from, Vec to, const Plates& plates, const std::vector<double>& cuts, double start, double end,
            double swell) {
     const double size = length(to - from);
     std::vector<double> heights;
     for (double cut : cuts) heights.push_back(cut * size);
-    Outline profile = {{0, heights.front()}};
     const Outline wall = platedProfile(heights, plates, [&](double y) {
         const double k = y / size;
         return mix(start, end, k) + swell * std::sin(pi * k);
     });
-    profile.insert(profile.end(), wall.begin(), wall.end());
-    profile.push_back({0, heights.back()});
+    const Outline profile = chained({{{0, heights.front()}}, wall, {{0, heights.back()}}});
     return placed(lathe(profile, 16), from, to - from);
 }
 
@@ -90,9 +90,8 @@ Shape pelvis() {
     const Outline wall = platedProfile({49, 54, 59, 64}, {1.1, 1.1, 0.9, 3}, [](double y) {
         return 20 - 0.02 * (y - 57) * (y - 57) - 3 * smoothStep(60, 65, y);
     });
-    Outline profile = {{0, 46}, {10, 46}};
-    profile.insert(profile.end(), wall.begin(), wall.end());
-    profile.insert(profile.end(), {{12, 64.6}, {11, 62.5}, {7, 62.5}, {6.4, 64}, {0, 64}});
+    const Outline profile =
+        chained({{{0, 46}, {10, 46}}, wall, {{12, 64.6}, {11, 62.5}, {7, 62.5}, {6.4, 64}, {0, 64}}});
     return squared(flutedLathe(profile, {8, 0.12, 1.2, 48, 63, 3}, pi / 8), 0.68);
 }
 
@@ -100,10 +99,8 @@ Shape pelvis() {
 Shape spine() {
     std::vector<double> cuts;
     for (int i = 0; i <= 8; i++) cuts.push_back(61 + i * 3.2);
-    Outline profile = {{0, 60}};
     const Outline wall = platedProfile(cuts, {1, 1.6, 0.8, 3}, [](double) { return 3.6; });
-    profile.insert(profile.end(), wall.begin(), wall.end());
-    profile.push_back({0, 88});
+    const Outline profile = chained({{{0, 60}}, wall, {{0, 88}}});
     return moved(lathe(profile, 14), {0, 0, -6});
 }
 
@@ -114,9 +111,9 @@ double chestRadius(double y) {
 Shape torso() {
     const Outline wall =
         platedProfile({82, 86.5, 91, 95.5, 100, 117.5, 122.5, 127.5}, {1.4, 1.3, 1.1, 3.2}, chestRadius);
-    Outline profile = {{0, 84.5}, {4, 84.5}, {4.6, 83}, {7, 83}, {7.6, 84.5}, {9, 84.5}, {9.8, 82}};
-    profile.insert(profile.end(), wall.begin(), wall.end());
-    profile.insert(profile.end(), {{15, 128.5}, {10, 129.5}, {0, 129.5}});
+    // The lamp below, that is seen from the gap over the hips.
+    const Outline below = {{0, 84.5}, {4, 84.5}, {4.6, 83}, {7, 83}, {7.6, 84.5}, {9, 84.5}, {9.8, 82}};
+    const Outline profile = chained({below, wall, {{15, 128.5}, {10, 129.5}, {0, 129.5}}});
     return squared(flutedLathe(profile, {8, 0.1, 1.3, 82, 124, 4}, pi / 8), 0.62);
 }
 
@@ -129,20 +126,17 @@ Shape torsoFittings() {
         {moved(box({12, 1.5, 3}, 0.7, 2), {0, 92.5, 10.8}), moved(box({10, 1.5, 3}, 0.7, 2), {0, 88, 9.4})});
     const Outline wall =
         platedProfile({88, 93, 98, 113, 118, 124}, {1.2, 1.1, 1, 5}, [](double) { return 6.0; });
-    Outline pack = {{0, 86}, {4, 86}};
-    pack.insert(pack.end(), wall.begin(), wall.end());
-    pack.insert(pack.end(), {{4.4, 125.5}, {3.6, 125.5}, {3, 122}, {0, 122}});
+    const Outline pack =
+        chained({{{0, 86}, {4, 86}}, wall, {{4.4, 125.5}, {3.6, 125.5}, {3, 122}, {0, 122}}});
     const Shape socket = placed(rings(9, 3), {25.5, 116, 0}, {1, 0, 0});
     return joined(
         {reactor, vents, withMirror(joined({moved(lathe(pack, 18), {8.6, 0, -19}), socket}), Axis::x)});
 }
 
 Shape neck() {
-    Outline profile = {{0, 128}};
     const Outline wall = platedProfile({128.5, 130.7, 132.9, 135.1, 137.3}, {0.8, 1.2, 0.7, 2},
                                        [](double y) { return 8.4 - 0.1 * (y - 128); });
-    profile.insert(profile.end(), wall.begin(), wall.end());
-    profile.push_back({0, 138});
+    const Outline profile = chained({{{0, 128}}, wall, {{0, 138}}});
     return lathe(profile, 20);
 }
 

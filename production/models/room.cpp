@@ -1,6 +1,6 @@
 // The hall round the ball: the copy that beams are traced against, and what is drawn over it. Ten pleated
 // bays stand between ten pillars; above hangs a ring that holds the five beam sources.
-#include <iterator>
+#include <span>
 
 #include "production/kit/model_aml.h"
 #include "production/kit/model_forms.h"
@@ -61,18 +61,17 @@ Shape belt(const Course* course) {
     }));
 }
 
-template <size_t count>
-Shape collisionSkin(const Course (&courses)[count]) {
+Shape collisionSkin(std::span<const Course> courses) {
     std::vector<Shape> belts;
-    for (size_t i = 0; i + 1 < count; i++) belts.push_back(mappedEach(belt(&courses[i]), courses[i].part));
+    for (size_t i = 0; i + 1 < courses.size(); i++)
+        belts.push_back(mappedEach(belt(&courses[i]), courses[i].part));
     return joined(belts);
 }
 
 // The skin cut into plates that swell, so that each holds a highlight of its own.
-template <size_t count>
-Shape platedSkin(const Course (&courses)[count]) {
+Shape platedSkin(std::span<const Course> courses) {
     std::vector<Shape> belts;
-    for (size_t i = 0; i + 1 < count; i++) {
+    for (size_t i = 0; i + 1 < courses.size(); i++) {
         const Course& course = courses[i];
         Shape plates = mappedEach(belt(&course), course.part);
         plates = divided(plates, course.across, course.along);
@@ -83,11 +82,10 @@ Shape platedSkin(const Course (&courses)[count]) {
 }
 
 Shape pillar() {
-    Outline profile = {{13, 0}, {13, 5}, {11.4, 6.4}};
     const Outline wall = platedProfile({7, 20, 26, 88, 94, 155, 161, 212, 218, 232}, {2, 1.4, 1.2, 32},
                                        [](double y) { return 9.4 + 1.6 * smoothStep(190, 232, y); });
-    profile.insert(profile.end(), wall.begin(), wall.end());
-    profile.insert(profile.end(), {{13, 233}, {14, 236}, {14, 242}, {11, 248}});
+    const Outline profile =
+        chained({{{13, 0}, {13, 5}, {11.4, 6.4}}, wall, {{13, 233}, {14, 236}, {14, 242}, {11, 248}}});
     return moved(lathe(profile, 12), inHall(0, 316, 0));
 }
 

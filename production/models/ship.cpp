@@ -58,9 +58,8 @@ Shape body() {
     const Outline plates =
         platedProfile({-80, -70, -62, -42, -30, -20, -11, -3, 5, 13, 22, 32, 46, 58, 66, 74, 81, 89.5},
                       {1.8, 1.6, 1.1, 9}, hullRadius);
-    Outline profile = {{0, -74}, {hullRadius(-80) - 4, -74}, {hullRadius(-80) - 3, -80}};
-    profile.insert(profile.end(), plates.begin(), plates.end());
-    profile.push_back({0, 91});
+    const Outline tail = {{0, -74}, {hullRadius(-80) - 4, -74}, {hullRadius(-80) - 3, -80}};
+    const Outline profile = chained({tail, plates, {{0, 91}}});
     return painted(flutedLathe(profile, {flutes, 0.16, 1.4, -66, 62, 4}, 0));
 }
 
