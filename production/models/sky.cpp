@@ -17,7 +17,7 @@ void makeSky(const char* path) {
                          v = std::tan(pi / 4 * (2.0 * r / steps - 1));
             return normalized({u, v, -1}) * radius;
         });
-        part = uvScaled(part, repeats, repeats);
+        part = painted(part, Part{{0, repeats}, {repeats, 0}});
         if (side < 4)
             part = turned(part, Axis::y, pi / 2 * side);
         else

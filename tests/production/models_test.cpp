@@ -1,0 +1,380 @@
+// What the program, the scenes and the beams rely on in the models: that they load, what room they take,
+// which way they face, that nothing leaks, and that copies lie where the drawn ones do. Made anew by the
+// generator.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <random>
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include "geometry/aml.h"
+#include "geometry/trace.h"
+#include "production/forge.h"
+#include "tests/scratch.h"
+
+namespace {
+
+struct Corner {
+    Vec3 point, normal;
+    float s, t;
+};
+
+struct Triangle {
+    Corner corners[3];
+
+    // Its length is twice the area.
+    Vec3 area() const {
+        return cross(corners[1].point - corners[0].point, corners[2].point - corners[0].point);
+    }
+    Vec3 centre() const { return (corners[0].point + corners[1].point + corners[2].point) * (1 / 3.0f); }
+};
+
+const Product& productOf(const std::string& file) {
+    for (const Product& product : modelProducts)
+        if (product.file == file) return product;
+    throw std::out_of_range(file);
+}
+
+// A model as the program has it after loading, with the triangles laid out.
+struct Model {
+    MeshSet set;
+    std::vector<Triangle> triangles;
+
+    explicit Model(const std::string& file) {
+        const ScratchDirectory scratch;
+        const std::string path = scratch.file(file);
+        productOf(file).make(path.c_str());
+        ResDescFile stream(path.c_str());
+        loadAml(set, stream, path.c_str());
+        for (Mesh& mesh : set) {
+            mesh.expandPositions(path.c_str());
+            for (int i = 0; i < mesh.faceCount; i++) addTriangle(mesh, mesh.face(i));
+        }
+    }
+
+    float farthest(float (*measure)(const Vec3&)) const {
+        float most = -1e9f;
+        for (const Triangle& triangle : triangles)
+            for (const Corner& corner : triangle.corners) most = std::max(most, measure(corner.point));
+        return most;
+    }
+    float nearest(float (*measure)(const Vec3&)) const {
+        float least = 1e9f;
+        for (const Triangle& triangle : triangles)
+            for (const Corner& corner : triangle.corners) least = std::min(least, measure(corner.point));
+        return least;
+    }
+
+private:
+    void addTriangle(const Mesh& mesh, const uint16_t* face) {
+        Triangle triangle;
+        for (int i = 0; i < 3; i++) {
+            const float* p = mesh.vertexAttrib(face[i], positionAttrib);
+            const float* n = mesh.vertexAttrib(face[i], normalAttrib);
+            const float* uv = mesh.vertexAttrib(face[i], texCoordAttrib);
+            triangle.corners[i] = {{p[0], p[1], p[2]}, {n[0], n[1], n[2]}, uv[0], uv[1]};
+        }
+        triangles.push_back(triangle);
+    }
+};
+
+float x(const Vec3& p) {
+    return p.x;
+}
+float y(const Vec3& p) {
+    return p.y;
+}
+float z(const Vec3& p) {
+    return p.z;
+}
+float fromZ(const Vec3& p) {
+    return std::hypot(p.x, p.y);
+}  // axis
+float fromY(const Vec3& p) {
+    return std::hypot(p.x, p.z);
+}  // axis
+float fromOrigin(const Vec3& p) {
+    return p.length();
+}
+
+using PointKey = std::tuple<long, long, long>;
+PointKey keyOf(const Vec3& p) {
+    return {std::lround(p.x * 100), std::lround(p.y * 100), std::lround(p.z * 100)};
+}
+
+// The edges that no neighbour shares, each as its two points.
+std::vector<std::pair<Vec3, Vec3>> openEdges(const Model& model) {
+    std::map<std::pair<PointKey, PointKey>, std::pair<int, std::pair<Vec3, Vec3>>> edges;
+    for (const Triangle& triangle : model.triangles) {
+        for (int i = 0; i < 3; i++) {
+            const Vec3 a = triangle.corners[i].point, b = triangle.corners[(i + 1) % 3].point;
+            edges[{keyOf(a), keyOf(b)}].first++;
+            edges[{keyOf(a), keyOf(b)}].second = {a, b};
+        }
+    }
+    std::vector<std::pair<Vec3, Vec3>> open;
+    for (const auto& [key, edge] : edges) {
+        const auto back = edges.find({key.second, key.first});
+        if (back == edges.end() || back->second.first != edge.first) open.push_back(edge.second);
+    }
+    return open;
+}
+
+Vec3 randomDirection(std::mt19937& random) {
+    std::normal_distribution<float> normal;
+    Vec3 direction = {normal(random), normal(random), normal(random)};
+    direction.normalize();
+    return direction;
+}
+
+TEST(Models, AreAllThereAndSound) {
+    EXPECT_EQ(modelProducts.size(), 16u);
+    for (const Product& product : modelProducts) {
+        SCOPED_TRACE(product.file);
+        const Model model(product.file);
+        ASSERT_GT(model.set.count, 0);
+        for (const Mesh& mesh : model.set) {
+            ASSERT_GT(mesh.faceCount, 0);
+            ASSERT_EQ(mesh.vsize, 8);
+            ASSERT_LT(*std::max_element(&mesh.faces[0], &mesh.faces[3 * mesh.faceCount]), mesh.vertexCount);
+        }
+        int slivers = 0, bentNormals = 0, turnedNormals = 0, wildCoordinates = 0;
+        for (const Triangle& triangle : model.triangles) {
+            const Vec3 area = triangle.area();
+            slivers += !(area.length() > 1e-3f);
+            for (const Corner& corner : triangle.corners) {
+                bentNormals += !(std::fabs(corner.normal.length() - 1) < 1e-3f);
+                turnedNormals += !(dot(corner.normal, area) > 0);
+                wildCoordinates += !(std::fabs(corner.s) < 100 && std::fabs(corner.t) < 100);
+            }
+        }
+        EXPECT_EQ(slivers, 0);
+        EXPECT_EQ(bentNormals, 0);
+        EXPECT_EQ(turnedNormals, 0);
+        EXPECT_EQ(wildCoordinates, 0);
+    }
+}
+
+TEST(Models, ComeOutTheSameEveryTime) {
+    const ScratchDirectory scratch;
+    const auto content = [&](const Product& product, const char* name) {
+        product.make(scratch.file(name).c_str());
+        std::ifstream file(scratch.file(name), std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(file), {});
+    };
+    for (const Product& product : modelProducts)
+        EXPECT_TRUE(content(product, "first") == content(product, "second")) << product.file;
+}
+
+TEST(Models, TakeTheRoomTheirScenesLeaveThem) {
+    const struct {
+        const char* file;
+        float (*measure)(const Vec3&);
+        float leastFrom, leastTo, mostFrom, mostTo;  // where the least and the greatest value must lie
+    } rows[] = {
+        {"laatikko.AML", x, -56, -54, 54, 56},
+        {"laatikko.AML", y, -9.5f, -9, 9, 9.5f},
+        {"laatikko.AML", z, -23, -22, 22, 23},
+        {"ship.AML", z, -95, -85, 85, 95},
+        {"ship.AML", fromZ, 0, 20, 40, 60},
+        {"tunneli.AML", z, -150.01f, -149.99f, 149.99f, 150.01f},
+        {"tunneli.AML", fromZ, 260, 270, 280, 300},
+        {"robo_body.AML", fromY, 0, 1, 35, 45},
+        {"robo_body.AML", y, -32, -28, 165, 175},
+        {"robo_arms.AML", fromY, 0, 45, 35, 46},
+        {"ring.AML", fromY, 97, 101, 108, 114},
+        {"ring.AML", y, -12, -4, 4, 12},
+        {"haromalli.AML", fromOrigin, 10, 40, 25, 45},
+        {"pallo.AML", fromOrigin, 1500, 4000, 1500, 4000},
+        {"palikka.AML", fromOrigin, 0, 20, 30, 52},
+        {"huone_simple.AML", fromY, 0, 1, 320, 350},
+        {"huone_simple.AML", y, -1, 1, 240, 320},
+        {"huone_detail.AML", fromY, 0, 1, 320, 350},
+        {"tykki.AML", y, 0, 0.01f, 27, 29},
+        {"tykki.AML", fromY, 0, 1, 50, 70},
+        {"pallero.AML", fromOrigin, 30, 36, 30, 36},
+        {"pallero_detail.AML", fromOrigin, 28, 36, 30, 37},
+        {"block.AML", y, -0.01f, 0.01f, 93.99f, 94.01f},
+        {"block.AML", fromY, 45, 50, 50, 60},
+    };
+    for (const auto& row : rows) {
+        const Model model(row.file);
+        const float least = model.nearest(row.measure), most = model.farthest(row.measure);
+        EXPECT_TRUE(row.leastFrom <= least && least <= row.leastTo) << row.file << " from " << least;
+        EXPECT_TRUE(row.mostFrom <= most && most <= row.mostTo) << row.file << " to " << most;
+    }
+}
+
+// The casing hides the robot's lower part, and is scaled away round it.
+TEST(Models, CasingEnclosesTheRobotsLowerPart) {
+    const float inside = Model("block.AML").nearest(fromY);
+    for (const char* file : {"robo_body.AML", "robo_arms.AML"}) {
+        float widest = 0;
+        for (const Triangle& triangle : Model(file).triangles)
+            for (const Corner& corner : triangle.corners)
+                if (corner.point.y < 94) widest = std::max(widest, fromY(corner.point));
+        EXPECT_LT(widest, inside) << file;
+    }
+}
+
+// Culling is on for these: a face that looks away from every viewer would be a hole.
+TEST(Models, WallsFaceWhoeverIsInside) {
+    for (const Triangle& triangle : Model("tunneli.AML").triangles) {
+        const Vec3 centre = triangle.centre();
+        ASSERT_LT(dot(triangle.area(), {centre.x, centre.y, 0}), 0);
+    }
+    for (const Triangle& triangle : Model("huone_simple.AML").triangles)
+        ASSERT_LT(dot(triangle.area(), triangle.centre() - Vec3{0, 100, 0}), 0);
+    for (const Triangle& triangle : Model("pallo.AML").triangles)
+        ASSERT_LT(dot(triangle.area(), triangle.centre()), 0);
+    for (const Triangle& triangle : Model("pallero.AML").triangles)
+        ASSERT_GT(dot(triangle.area(), triangle.centre()), 0);
+}
+
+TEST(Models, TracedOnesAreFewFacesAndLetNoBeamOut) {
+    for (const auto& [file, mostFaces] : {std::pair{"huone_simple.AML", 500}, {"pallero.AML", 320}}) {
+        const Model model(file);
+        EXPECT_LE(static_cast<int>(model.triangles.size()), mostFaces) << file;
+        EXPECT_TRUE(openEdges(model).empty()) << file;
+    }
+    const Model tunnel("tunneli.AML");
+    EXPECT_LE(tunnel.triangles.size(), 700u);
+    for (const auto& [a, b] : openEdges(tunnel)) {
+        ASSERT_FLOAT_EQ(std::fabs(a.z), 150);
+        ASSERT_FLOAT_EQ(b.z, a.z);
+    }
+}
+
+// The next segment stands 300 units further towards -z and is turned by 0.8 radian more.
+TEST(Models, TunnelRunsOnInItsNextSegment) {
+    const Model tunnel("tunneli.AML");
+    std::vector<Vec3> nearEnd, farEnd;
+    for (const auto& [a, b] : openEdges(tunnel)) (a.z > 0 ? nearEnd : farEnd).push_back(a);
+    ASSERT_GE(farEnd.size(), 20u);
+    ASSERT_EQ(nearEnd.size(), farEnd.size());
+    for (const Vec3& p : farEnd) {
+        EXPECT_NEAR(fromZ(p), fromZ(farEnd[0]), 0.01f);
+        float closest = 1e9f;
+        for (const Vec3& q : nearEnd) {
+            const Vec3 next = {q.x * std::cos(0.8f) - q.y * std::sin(0.8f),
+                               q.x * std::sin(0.8f) + q.y * std::cos(0.8f), q.z - 300};
+            closest = std::min(closest, (next - p).length());
+        }
+        EXPECT_LT(closest, 0.01f);
+    }
+}
+
+// Beams that all stayed in the plane they start in would be a star and not a web.
+TEST(Models, TunnelThrowsBeamsOutOfTheirPlane) {
+    const Model tunnel("tunneli.AML");
+    TraceScene scene;
+    scene.addInstance(&tunnel.set);
+    int away = 0;
+    for (int i = 0; i < 100; i++) {
+        const float angle = 0.0628f * i, height = -120 + 2.4f * i;
+        BeamPath path;
+        traceBeam(scene, {0, 0, height}, {std::cos(angle), std::sin(angle), 0}, 2, path);
+        ASSERT_GE(path.count, 3);
+        EXPECT_GT(path[1].distance, 255);
+        EXPECT_LT(path[1].distance, 300);
+        away += std::fabs(path[2].point.z - height) > 20;
+    }
+    EXPECT_GT(away, 50);
+}
+
+// Six beams leave the axis at z = 52 and -52, at 30, 90, 150 ... degrees: a nozzle stands round each, and
+// none half-way between two.
+TEST(Models, ShipHasANozzleAtEachBeam) {
+    const Model ship("ship.AML");
+    const auto reachAt = [&](float height, float angle) {
+        const Vec3 direction = {std::cos(angle), std::sin(angle), 0};
+        float reach = 0;
+        for (const Triangle& triangle : ship.triangles) {
+            const Vec3 p = triangle.centre() - Vec3{0, 0, height};
+            // Short of the blades.
+            if (std::fabs(p.z) < 3 && fromZ(p) < 34 && dot(p, direction) > 0.985f * fromZ(p))
+                reach = std::max(reach, fromZ(p));
+        }
+        return reach;
+    };
+    for (const auto& [height, mouth] : {std::pair{-52.0f, 19.0f}, {52.0f, 31.0f}}) {
+        for (int i = 0; i < 6; i++) EXPECT_GT(reachAt(height, 0.523599f + 1.047198f * i), mouth) << i;
+        // The blades stand between every second pair.
+        for (int i = 0; i < 3; i++) EXPECT_LT(reachAt(height, 1.047198f + 2.094395f * i), mouth) << i;
+    }
+}
+
+// Where a beam's spot is drawn, there is something that is drawn under it.
+TEST(Models, CopiesLieWithinAFewUnitsOfWhatIsDrawn) {
+    std::mt19937 random(1);
+    const Model ball("pallero_detail.AML"), ballCopy("pallero.AML");
+    TraceScene drawn, traced;
+    drawn.addInstance(&ball.set);
+    traced.addInstance(&ballCopy.set);
+    for (int i = 0; i < 300; i++) {
+        const Vec3 direction = randomDirection(random);
+        TraceHit onDrawn, onTraced;
+        ASSERT_TRUE(drawn.intersectRay(direction * 100, direction * -1, &onDrawn));
+        ASSERT_TRUE(traced.intersectRay(direction * 100, direction * -1, &onTraced));
+        EXPECT_NEAR(onDrawn.distance, onTraced.distance, 2.5f);
+    }
+    const Model room("huone_detail.AML"), roomCopy("huone_simple.AML");
+    TraceScene drawnRoom, tracedRoom;
+    drawnRoom.addInstance(&room.set);
+    tracedRoom.addInstance(&roomCopy.set);
+    int apart = 0;
+    for (int i = 0; i < 300; i++) {
+        const Vec3 eye = {0, 70, 0}, direction = randomDirection(random);
+        TraceHit onDrawn, onTraced;
+        ASSERT_TRUE(drawnRoom.intersectRay(eye, direction, &onDrawn));
+        ASSERT_TRUE(tracedRoom.intersectRay(eye, direction, &onTraced));
+        EXPECT_LT(onDrawn.distance, onTraced.distance + 6);
+        apart += std::fabs(onDrawn.distance - onTraced.distance) > 12;
+    }
+    // Pillars, ribs and the hanging ring stand free of the copy.
+    EXPECT_LT(apart, 90);
+}
+
+// The camera's two last orbits of the robot scene lead through the gap between hips and chest.
+TEST(Models, RobotLetsTheCameraThrough) {
+    const Model body("robo_body.AML"), arms("robo_arms.AML"), screen("robo_screen.AML");
+    for (double t = 109; t < 139; t += 0.02) {
+        const bool last = t > 116.204;
+        const Vec3 eye = {static_cast<float>(last ? 80 * sin(0.82 * t + M_PI) : 70 * sin(0.82 * t)),
+                          static_cast<float>(last ? 15 * sin(0.5 * t) + 70 : 10 * sin(0.5 * t) + 15),
+                          static_cast<float>(last ? 60 * cos(0.51 * t + M_PI) : 60 * cos(0.88 * t))};
+        if (fromY(eye) > 50) continue;
+        float clear = 1e9f;
+        for (const Model* part : {&body, &arms, &screen})
+            for (const Triangle& triangle : part->triangles)
+                clear = std::min(clear, (triangle.centre() - eye).length());
+        EXPECT_GT(clear, 2.5f) << t;
+    }
+}
+
+// Lettering reads the right way round where a picture covers a wall, and upright on the robot's face.
+TEST(Models, PicturesAreNotMirrored) {
+    for (const char* file : {"tunneli.AML", "huone_simple.AML", "robo_screen.AML", "pallo.AML"}) {
+        int mirrored = 0;
+        for (const Triangle& triangle : Model(file).triangles) {
+            const auto& [a, b, c] = triangle.corners;
+            // T runs down the picture, so that an upright picture turns the other way round than its face.
+            mirrored += (b.s - a.s) * (c.t - a.t) - (c.s - a.s) * (b.t - a.t) > 1e-6f;
+        }
+        EXPECT_EQ(mirrored, 0) << file;
+    }
+    const Model face("robo_screen.AML");
+    for (const Triangle& triangle : face.triangles) {
+        for (const Corner& corner : triangle.corners) {
+            EXPECT_NEAR(corner.s, corner.point.x > 0 ? 0.75f : 0.25f, 0.26f);
+            EXPECT_NEAR(corner.t, corner.point.y > 148 ? 0.25f : 0.75f, 0.35f);
+            EXPECT_GT(corner.normal.z, 0.7f);
+        }
+    }
+}
+
+}  // namespace
