@@ -1,10 +1,8 @@
 // The two plated textures, which repeat without a seam: "shiptex", the skin of everything that moves, and
 // "cubetex", the walls of tunnel and room. Each is a drawing, a table of parts on a grid of 16 by 16 cells.
-#include <string>
 #include <vector>
 
 #include "production/kit/picture_lettering.h"
-#include "production/kit/picture_noise.h"
 #include "production/kit/picture_relief.h"
 #include "production/pictures/pictures.h"
 
@@ -13,6 +11,7 @@ namespace {
 constexpr int size = 1024;
 constexpr float cell = size / 16.0f;
 
+// Later rows lie on earlier ones.
 enum class Part {
     Plate,   // raised, corners cut by `detail` cells, in `tone`
     Inset,   // a field sunk into what lies below, in `tone`
@@ -26,7 +25,9 @@ enum class Part {
     Paint,   // a flat field of colour, warm where `detail` is 1
 };
 
-// Left, top, width and height in cells.
+using enum Part;
+
+// Left, top, width and height are in cells; what the other two say is told at the parts.
 struct Row {
     Part part;
     float left, top, width, height;
@@ -121,48 +122,48 @@ void stamp(Relief& relief, Metal metal, const Row& row) {
     const Point middle = Point{row.left * cell, row.top * cell} + half;
     const Extent extent = {middle, half + Point{3, 3}};
     switch (row.part) {
-        case Part::Plate: {
+        case Plate: {
             const auto shape = [&](Point p) { return cutBox(p, half - Point{2, 2}, row.detail * cell); };
             tint(relief, extent, metal(row.tone), 1, shape);
             raise(relief, extent, 5, 5, shape);
             break;
         }
-        case Part::Inset: {
+        case Inset: {
             const auto shape = [&](Point p) { return box(p, {}, half, 7); };
             tint(relief, extent, metal(row.tone), 1, shape);
             raise(relief, extent, -4, 4, shape);
             break;
         }
-        case Part::Vent:
+        case Vent:
             stampVent(relief, metal, row, middle, half);
             break;
-        case Part::Hatch:
+        case Hatch:
             stampHatch(relief, metal, row, middle, half);
             break;
-        case Part::Bolts:
+        case Bolts:
             stampBolts(relief, row, middle, half);
             break;
-        case Part::Groove:
+        case Groove:
             raise(relief, extent, -4, 4,
                   [&](Point p) { return box(p, {}, half, std::fmin(half.x, half.y)); });
             break;
-        case Part::Rail: {
+        case Rail: {
             const float thick = std::fmin(half.x, half.y);
             tint(relief, extent, metal(row.tone), 1, [&](Point p) { return box(p, {}, half); });
             raise(relief, extent, thick * 0.9f, thick * 1.6f,
                   [&](Point p) { return box(p, {}, half) + thick * 0.5f; });
             break;
         }
-        case Part::Lamp:
+        case Lamp:
             stampLamp(relief, row, middle, half);
             break;
-        case Part::Hazard:
+        case Hazard:
             tint(relief, extent, warm, 0.9f, [&](Point p) {
                 const float stripe = std::fabs(std::fmod(p.x + p.y + 64 * cell, 44.0f) - 22) - 11;
                 return std::fmax(stripe * 0.7071f, box(p, {}, half, 3));
             });
             break;
-        case Part::Paint:
+        case Paint:
             tint(relief, extent, row.detail > 0 ? warm : metal(row.tone), 0.85f,
                  [&](Point p) { return box(p, {}, half, 3); });
             break;
@@ -179,45 +180,79 @@ void stencil(Relief& relief, Metal metal, const std::vector<Sign>& signs) {
     }
 }
 
-// clang-format off
 const std::vector<Row> hullRows = {
-    {Part::Plate, 0, 0, 6, 5, 0.34f, 0.7f},        {Part::Plate, 6, 0, 4, 3, 0.18f, 0.3f},      {Part::Plate, 10, 0, 6, 3, 0.45f, 0.3f},
-    {Part::Plate, 6, 3, 7, 6, 0.39f, 0.7f},        {Part::Plate, 13, 3, 3, 6, 0.14f, 0.3f},     {Part::Plate, 0, 5, 3, 6, 0.16f, 0.3f},
-    {Part::Plate, 3, 5, 3, 4, 0.41f, 0.3f},        {Part::Plate, 3, 9, 7, 3, 0.27f, 0.3f},      {Part::Plate, 10, 9, 6, 7, 0.36f, 0.9f},
-    {Part::Plate, 0, 11, 3, 5, 0.41f, 0.4f},       {Part::Plate, 3, 12, 4, 4, 0.13f, 0.4f},     {Part::Plate, 7, 12, 3, 4, 0.31f, 0.4f},
-    {Part::Inset, 0.6f, 2.9f, 3.4f, 1.4f, 0.07f},  {Part::Vent, 0.8f, 3.1f, 3, 1, 0.06f, 5},    {Part::Inset, 7, 4, 3.2f, 4, 0.28f},
-    {Part::Hatch, 13.4f, 5.1f, 2.2f, 2.2f, 0.27f}, {Part::Hatch, 10.8f, 12.6f, 2.4f, 2.4f, 0.20f}, {Part::Vent, 13.8f, 10, 1.6f, 4.6f, 0.06f, 11},
-    {Part::Vent, 3.5f, 12.8f, 3, 2.4f, 0.06f, 6},  {Part::Groove, 0.5f, 6, 2, 0.12f},           {Part::Groove, 0.5f, 6.4f, 2, 0.12f},
-    {Part::Groove, 0.5f, 6.8f, 2, 0.12f},          {Part::Inset, 0.6f, 8, 1.8f, 2.2f, 0.06f},   {Part::Lamp, 0.9f, 8.5f, 1.2f, 0.16f, 0.85f, 1},
-    {Part::Lamp, 0.9f, 9.5f, 1.2f, 0.16f, 0.8f},   {Part::Paint, 10.04f, 0.9f, 5.92f, 0.5f, 0, 1},      {Part::Paint, 10.04f, 1.55f, 5.92f, 0.16f, 0, 1},
-    {Part::Hazard, 3.4f, 11.2f, 6.2f, 0.55f},      {Part::Rail, 6.4f, 1.3f, 3.2f, 0.28f, 0.23f}, {Part::Rail, 6.4f, 2.0f, 3.2f, 0.28f, 0.23f},
-    {Part::Groove, 10.6f, 3.4f, 0.14f, 5.2f},      {Part::Groove, 11, 3.4f, 0.14f, 5.2f},       {Part::Inset, 0.5f, 12, 2, 3.2f, 0.28f},
-    {Part::Bolts, 0.7f, 0.6f, 4.2f, 0.01f, 0, 6},  {Part::Bolts, 10.5f, 2.6f, 5, 0.01f, 0, 7},  {Part::Bolts, 11.5f, 3.5f, 1, 0.01f, 0, 2}, {Part::Inset, 11.5f, 4.4f, 1.1f, 2.2f, 0.20f},
-    {Part::Bolts, 3.5f, 5.5f, 2, 0.01f, 0, 3},     {Part::Bolts, 3.5f, 8.5f, 2, 0.01f, 0, 3},   {Part::Bolts, 7.4f, 12.6f, 2.2f, 0.01f, 0, 3},
-    {Part::Bolts, 7.4f, 15.4f, 2.2f, 0.01f, 0, 3}, {Part::Bolts, 10.7f, 15.5f, 4.6f, 0.01f, 0, 6},
+    {Plate, 0, 0, 6, 5, 0.34, 0.7},
+    {Plate, 6, 0, 4, 3, 0.18, 0.3},
+    {Plate, 10, 0, 6, 3, 0.45, 0.3},
+    {Plate, 6, 3, 7, 6, 0.39, 0.7},
+    {Plate, 13, 3, 3, 6, 0.14, 0.3},
+    {Plate, 0, 5, 3, 6, 0.16, 0.3},
+    {Plate, 3, 5, 3, 4, 0.41, 0.3},
+    {Plate, 3, 9, 7, 3, 0.27, 0.3},
+    {Plate, 10, 9, 6, 7, 0.36, 0.9},
+    {Plate, 0, 11, 3, 5, 0.41, 0.4},
+    {Plate, 3, 12, 4, 4, 0.13, 0.4},
+    {Plate, 7, 12, 3, 4, 0.31, 0.4},
+    {Rail, 6.4, 1.3, 3.2, 0.28, 0.23},
+    {Rail, 6.4, 2, 3.2, 0.28, 0.23},
+    {Inset, 0.6, 2.9, 3.4, 1.4, 0.07},
+    {Inset, 7, 4, 3.2, 4, 0.28},
+    {Inset, 0.6, 8, 1.8, 2.2, 0.06},
+    {Inset, 0.5, 12, 2, 3.2, 0.28},
+    {Inset, 11.5, 4.4, 1.1, 2.2, 0.2},
+    {Hatch, 13.4, 5.1, 2.2, 2.2, 0.27},
+    {Hatch, 10.8, 12.6, 2.4, 2.4, 0.2},
+    {Vent, 0.8, 3.1, 3, 1, 0.06, 5},
+    {Vent, 13.8, 10, 1.6, 4.6, 0.06, 11},
+    {Vent, 3.5, 12.8, 3, 2.4, 0.06, 6},
+    {Groove, 0.5, 6, 2, 0.12},
+    {Groove, 0.5, 6.4, 2, 0.12},
+    {Groove, 0.5, 6.8, 2, 0.12},
+    {Groove, 10.6, 3.4, 0.14, 5.2},
+    {Groove, 11, 3.4, 0.14, 5.2},
+    {Paint, 10.04, 0.9, 5.92, 0.5, 0, 1},
+    {Paint, 10.04, 1.55, 5.92, 0.16, 0, 1},
+    {Hazard, 3.4, 11.2, 6.2, 0.55},
+    {Lamp, 0.9, 8.5, 1.2, 0.16, 0.85, 1},
+    {Lamp, 0.9, 9.5, 1.2, 0.16, 0.8},
+    {Bolts, 0.7, 0.6, 4.2, 0.01, 0, 6},
+    {Bolts, 10.5, 2.6, 5, 0.01, 0, 7},
+    {Bolts, 11.5, 3.5, 1, 0.01, 0, 2},
+    {Bolts, 3.5, 5.5, 2, 0.01, 0, 3},
+    {Bolts, 3.5, 8.5, 2, 0.01, 0, 3},
+    {Bolts, 7.4, 12.6, 2.2, 0.01, 0, 3},
+    {Bolts, 7.4, 15.4, 2.2, 0.01, 0, 3},
+    {Bolts, 10.7, 15.5, 4.6, 0.01, 0, 6},
 };
 const std::vector<Sign> hullSigns = {
-    {"Valo", 7.25f, 6.0f, 0.86f, 0.16f}, {"7", 11.35f, 8.4f, 1.2f, 0.20f}, {"juova", 7.28f, 7.0f, 0.5f, 0.16f},
-    {"126", 3.5f, 7.6f, 0.9f, 0.2f},     {"Ö-9", 7.45f, 14.5f, 0.8f, 0.18f}, {"no step", 3.6f, 10.5f, 0.55f, 0.16f}, {"10 88 4", 10.6f, 10.6f, 0.42f, 0.2f},
+    {"Valo", 7.25, 6, 0.86, 0.16},      {"7", 11.35, 8.4, 1.2, 0.2},    {"juova", 7.28, 7, 0.5, 0.16},
+    {"126", 3.5, 7.6, 0.9, 0.2},        {"Ö-9", 7.45, 14.5, 0.8, 0.18}, {"no step", 3.6, 10.5, 0.55, 0.16},
+    {"10 88 4", 10.6, 10.6, 0.42, 0.2},
 };
 
 const std::vector<Row> wallRows = {
-    {Part::Plate, 2, 0, 6, 7, 0.19f, 0.9f},      {Part::Plate, 8, 0, 6, 4, 0.14f, 0.6f},     {Part::Plate, 8, 4, 6, 7, 0.19f, 0.9f},
-    {Part::Plate, 2, 7, 6, 4, 0.11f, 0.6f},      {Part::Plate, 2, 11, 6, 5, 0.20f, 0.9f},    {Part::Plate, 8, 11, 6, 5, 0.15f, 0.9f},
-    {Part::Rail, 14.1f, 0, 0.4f, 16, 0.25f},     {Part::Rail, 1.5f, 0, 0.4f, 16, 0.25f},     {Part::Lamp, 15.6f, 0.6f, 0.8f, 6.8f, 1.0f},
-    {Part::Lamp, 15.6f, 8.6f, 0.8f, 6.8f, 1.0f},
-    {Part::Inset, 2.9f, 0.9f, 4.2f, 5.2f, 0.14f},  {Part::Vent, 8.8f, 0.8f, 4.4f, 2.4f, 0.06f, 6}, {Part::Inset, 9, 5, 4, 5, 0.28f},
-    {Part::Lamp, 9.0f, 11.6f, 4.0f, 0.16f, 0.5f}, {Part::Hatch, 3.2f, 11.8f, 3.6f, 3.6f, 0.19f}, {Part::Lamp, 2.8f, 7.7f, 0.3f, 2.6f, 0.9f, 1},
-    {Part::Vent, 3.6f, 7.8f, 3.7f, 2.4f, 0.06f, 5}, {Part::Hazard, 9, 9.2f, 4, 0.6f},          {Part::Groove, 3.3f, 1.5f, 3.4f, 0.14f},
-    {Part::Groove, 3.3f, 5.4f, 3.4f, 0.14f},       {Part::Inset, 8.8f, 12.4f, 4.4f, 2.8f, 0.11f}, {Part::Rail, 9.2f, 12.8f, 3.6f, 0.34f, 0.20f},
-    {Part::Rail, 9.2f, 13.6f, 3.6f, 0.34f, 0.20f}, {Part::Rail, 9.2f, 14.4f, 3.6f, 0.34f, 0.20f}, {Part::Bolts, 2.45f, 1.2f, 0.01f, 4.6f, 0, 5},
-    {Part::Bolts, 7.55f, 1.2f, 0.01f, 4.6f, 0, 5}, {Part::Bolts, 8.5f, 5.4f, 0.01f, 4.2f, 0, 4},  {Part::Bolts, 13.5f, 5.4f, 0.01f, 4.2f, 0, 4},
-    {Part::Bolts, 9.2f, 15.6f, 3.6f, 0.01f, 0, 4},
+    {Plate, 2, 0, 6, 7, 0.19, 0.9},      {Plate, 8, 0, 6, 4, 0.14, 0.6},
+    {Plate, 8, 4, 6, 7, 0.19, 0.9},      {Plate, 2, 7, 6, 4, 0.11, 0.6},
+    {Plate, 2, 11, 6, 5, 0.2, 0.9},      {Plate, 8, 11, 6, 5, 0.15, 0.9},
+    {Inset, 2.9, 0.9, 4.2, 5.2, 0.14},   {Inset, 9, 5, 4, 5, 0.28},
+    {Inset, 8.8, 12.4, 4.4, 2.8, 0.11},  {Rail, 14.1, 0, 0.4, 16, 0.25},
+    {Rail, 1.5, 0, 0.4, 16, 0.25},       {Rail, 9.2, 12.8, 3.6, 0.34, 0.2},
+    {Rail, 9.2, 13.6, 3.6, 0.34, 0.2},   {Rail, 9.2, 14.4, 3.6, 0.34, 0.2},
+    {Hatch, 3.2, 11.8, 3.6, 3.6, 0.19},  {Vent, 8.8, 0.8, 4.4, 2.4, 0.06, 6},
+    {Vent, 3.6, 7.8, 3.7, 2.4, 0.06, 5}, {Groove, 3.3, 1.5, 3.4, 0.14},
+    {Groove, 3.3, 5.4, 3.4, 0.14},       {Hazard, 9, 9.2, 4, 0.6},
+    {Lamp, 15.6, 0.6, 0.8, 6.8, 1},      {Lamp, 15.6, 8.6, 0.8, 6.8, 1},
+    {Lamp, 9, 11.6, 4, 0.16, 0.5},       {Lamp, 2.8, 7.7, 0.3, 2.6, 0.9, 1},
+    {Bolts, 2.45, 1.2, 0.01, 4.6, 0, 5}, {Bolts, 7.55, 1.2, 0.01, 4.6, 0, 5},
+    {Bolts, 8.5, 5.4, 0.01, 4.2, 0, 4},  {Bolts, 13.5, 5.4, 0.01, 4.2, 0, 4},
+    {Bolts, 9.2, 15.6, 3.6, 0.01, 0, 4},
 };
 const std::vector<Sign> wallSigns = {
-    {"8", 4.1f, 4.4f, 2.4f, 0.62f}, {"808", 3.4f, 5.2f, 0.4f, 0.62f}, {"A", 9.9f, 7.7f, 1.9f, 0.12f}, {"utu", 10.0f, 8.7f, 0.6f, 0.12f},
+    {"8", 4.1, 4.4, 2.4, 0.62},
+    {"808", 3.4, 5.2, 0.4, 0.62},
+    {"A", 9.9, 7.7, 1.9, 0.12},
+    {"utu", 10, 8.7, 0.6, 0.12},
 };
-// clang-format on
 
 void makePlated(const char* path, Metal metal, const std::vector<Row>& rows, const std::vector<Sign>& signs,
                 const Weather& weather) {

@@ -29,11 +29,11 @@ void makeBand(const char* path, Rgba tint, Rgba glow, Rgba hot) {
 }  // namespace
 
 void makeRedBand(const char* path) {
-    makeBand(path, opaque(0.045f, 0.004f, 0), opaque(0.90f, 0.05f, 0.010f), opaque(1, 0.55f, 0.20f));
+    makeBand(path, opaque(0.032f, 0.003f, 0), opaque(0.90f, 0.05f, 0.010f), opaque(1, 0.55f, 0.20f));
 }
 
 void makeGreenBand(const char* path) {
-    makeBand(path, opaque(0, 0.030f, 0.012f), opaque(0.03f, 0.85f, 0.32f), opaque(0.50f, 1, 0.65f));
+    makeBand(path, opaque(0, 0.021f, 0.009f), opaque(0.03f, 0.85f, 0.32f), opaque(0.50f, 1, 0.65f));
 }
 
 // The face: two lenses and the music as a mouth, added to the visor. Neutral, since its robot turns from red

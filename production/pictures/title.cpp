@@ -13,8 +13,8 @@ namespace {
 
 constexpr int size = 1024;
 constexpr float pixelAspect = 4.0f / 3;
-constexpr float capHeight = 150, baseline = 548, middle = 462;
-constexpr float streakLine = baseline - 0.43f * capHeight, flarePlace = 397;
+constexpr float capHeight = 145, baseline = 546, middle = 456;
+constexpr float streakLine = baseline - 0.43f * capHeight, flarePlace = 401;
 constexpr float shore = 618;  // row of the horizon; below it lies water
 
 // Northern lights: curtains whose lower hems are bright and whose folds are fine vertical rays. A curtain is
@@ -114,7 +114,7 @@ Rgba mirrored(const Canvas& canvas, float x, float y) {
 
 void makeTitle(const char* path) {
     LetteringField text(size, size, 60);
-    setText(text, "Valojuova", {capHeight, 0.155f, 0.66f, 0.17f, pixelAspect}, middle, baseline,
+    setText(text, "Valojuova", {capHeight, 0.155f, 0.66f, 0.145f, pixelAspect}, middle, baseline,
             Align::Centre);
     LetteringField subtitle(size, size, 14);
     setText(subtitle, "a streak of light", {19, 0.15f, 0.3f, 0.95f, pixelAspect}, middle, baseline + 48,
