@@ -14,7 +14,7 @@ void makeFlashWord(const char* path) {
 
     Canvas letters(size, size);
     paint(letters, [&](float x, float y, Rgba) { return grey(1) * coverage(text.at(x, y)); });
-    const Canvas streams = streamed(letters, size * 0.5f, streakLine, 0.72f);
+    const Canvas streams = streamed(letters, size * 0.493f, streakLine, 0.72f);
 
     // The room's glow adds the picture to itself, so that this one is a sketch in dim lines.
     Canvas canvas(size, size, opaque(0, 0, 0));

@@ -44,7 +44,7 @@ void makeStripes(const char* path) {
         const float alpha = unit(0.5f - distance[row]);
         // Towards its edges a stripe turns down and a little warm, like a lath that is lit from the front.
         const float round = std::sqrt(unit(-distance[row] / half[row]));
-        const Rgba colour = mix(opaque(1, 0.16f, 0.01f), opaque(1, 0.46f, 0.06f), smoothstep(0, 0.9f, round));
+        const Rgba colour = mix(opaque(1, 0.10f, 0), opaque(1, 0.34f, 0.03f), smoothstep(0, 0.9f, round));
         return Rgba{colour.r, colour.g, colour.b, 1} * alpha;
     });
     saveRgba(canvas, path, Rows::TopFirst);
