@@ -29,18 +29,20 @@ std::string wholeFile(const fs::path& path) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
+// Of every file below production/ whose path begins with the product's source or kit.
 uint64_t sourceFingerprint(const Product& product) {
     const fs::path production = PRODUCTION_DIR;
-    uint64_t hash = fingerprint(wholeFile(production / product.source), 0xcbf29ce484222325u);
-    if (!product.kit) return hash;
-    const std::string prefix = (production / product.kit).string();
-    std::vector<fs::path> kit;
+    const std::string source = (production / product.source).string();
+    const std::string kit = product.kit ? (production / product.kit).string() : source;
+    std::vector<fs::path> sources;
     for (const fs::directory_entry& entry : fs::recursive_directory_iterator(production)) {
-        if (entry.path().string().compare(0, prefix.size(), prefix) == 0 && entry.is_regular_file())
-            kit.push_back(entry.path());
+        const std::string path = entry.path().string();
+        if (entry.is_regular_file() && (path.starts_with(source) || path.starts_with(kit)))
+            sources.push_back(path);
     }
-    std::sort(kit.begin(), kit.end());
-    for (const fs::path& path : kit) hash = fingerprint(wholeFile(path), hash);
+    std::sort(sources.begin(), sources.end());
+    uint64_t hash = 0xcbf29ce484222325u;
+    for (const fs::path& path : sources) hash = fingerprint(wholeFile(path), hash);
     return hash;
 }
 

@@ -7,8 +7,9 @@
 struct Product {
     const char* file;                // path below the data folder, such as "ship.AML"
     void (*make)(const char* path);  // writes the whole file; ends the process with a line if it can't
-    const char* source;  // the file below production/ that it is made by, such as "models/ship.cpp"
-    const char* kit;     // prefix of the kit files that it rests on, such as "kit/model", or nullptr
+    const char*
+        source;       // prefix of the files below production/ that it is made by, such as "models/ship.cpp"
+    const char* kit;  // prefix of the kit files that it rests on, such as "kit/model", or nullptr
 };
 
 extern const std::vector<Product> modelProducts;

@@ -1,5 +1,7 @@
 #include "production/kit/audio_drums.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "production/kit/audio_effects.h"
@@ -7,17 +9,355 @@
 #include "production/kit/audio_filter.h"
 #include "production/kit/audio_oscillator.h"
 
+namespace {
+
+constexpr size_t tuning = 16;  // frames between changes of a filter's cut-off
+
+// The frames of a sound that falls to 2 % in `length` seconds, and then to nothing.
+size_t framesOf(float length) {
+    return frameAt(length * 1.6);
+}
+
+void endQuietly(Stereo& sound) {
+    fadeEnds(sound, 0, 0.01f);
+}
+
+}  // namespace
+
 Stereo kickDrum(float tone, float length, float punch) {
-    Stereo sound(frameAt(length * 1.5));
-    Decay body(length), drop(0.09f), snap(0.028f), click(0.006f);
+    Stereo sound(framesOf(length));
+    Decay body(length), drop(0.09f), snap(0.03f), click(0.005f);
     Noise noise(1);
-    float phase = 0;
+    OnePole edge;
+    edge.tune(7000);
+    float phase = 0.02f;
     for (size_t i = 0; i < sound.frames(); i++) {
-        phase += stepOf(tone * (1 + 2.2f * drop.next() + 9 * punch * snap.next()));
-        const float hold = std::min(1.0f, float(sound.frames() - i) / 400);
-        const float value = body.next() * sineOf(phase) * hold + 0.35f * punch * click.next() * noise.next();
+        phase += stepOf(tone * (1 + 2.0f * drop.next() + 10 * punch * snap.next()));
+        const float value =
+            body.next() * sineOf(phase) + 0.5f * punch * click.next() * edge.low(noise.next());
         sound.left[i] = sound.right[i] = value;
     }
-    saturate(sound, 4 + 6 * punch);
+    saturate(sound, 2 + 6 * punch);
+    endQuietly(sound);
     return sound;
+}
+
+Stereo snareDrum(float tone, float length, float rattle) {
+    Stereo sound(framesOf(length));
+    Decay low(0.13f), high(0.08f), drop(0.025f), snap(0.03f), tail(length);
+    Noise left(3), right(4), middle(5);
+    StateVariable leftCut, rightCut, middleCut;
+    leftCut.tune(1800, 0.6f);
+    rightCut.tune(2000, 0.6f);
+    middleCut.tune(2600, 0.5f);
+    float phase = 0;
+    for (size_t i = 0; i < sound.frames(); i++) {
+        phase += stepOf(tone * (1 + 0.9f * drop.next()));
+        const float head = 0.75f * low.next() * sineOf(phase) + 0.4f * high.next() * sineOf(phase * 1.62f);
+        const float crack = middleCut.band(middle.next()) * snap.next() * 1.4f;
+        const float fall = tail.next();
+        sound.left[i] = head + rattle * (crack + 0.45f * fall * leftCut.high(left.next()));
+        sound.right[i] = head + rattle * (crack + 0.45f * fall * rightCut.high(right.next()));
+    }
+    saturate(sound, 5);
+    Equalizer::bell(4500, -3, 1).apply(sound);
+    endQuietly(sound);
+    return sound;
+}
+
+Stereo handClap(float length) {
+    constexpr std::array<float, 4> hands = {0, 0.009f, 0.019f, 0.028f};  // seconds
+    Stereo sound(framesOf(length) + frameAt(hands.back()));
+    for (size_t hand = 0; hand < hands.size(); hand++) {
+        const bool last = hand + 1 == hands.size();
+        Noise left(20 + hand), right(30 + hand);
+        StateVariable leftBand, rightBand;
+        leftBand.tune(1150 + 90 * hand, 1.3f);
+        rightBand.tune(1250 - 60 * hand, 1.3f);
+        Decay fall(last ? length : 0.018f);
+        const float lean = hand % 2 ? 0.35f : -0.35f;
+        for (size_t i = frameAt(hands[hand]); i < sound.frames(); i++) {
+            const float gain = 1.6f * fall.next();
+            sound.left[i] += (1 - lean) * gain * leftBand.band(left.next());
+            sound.right[i] += (1 + lean) * gain * rightBand.band(right.next());
+        }
+    }
+    Equalizer::lowCut(500).apply(sound);
+    saturate(sound, 3);
+    endQuietly(sound);
+    return sound;
+}
+
+Stereo hiHat(float length, float brightness, uint32_t seed) {
+    constexpr std::array<float, 6> plates = {1, 1.483f, 1.800f, 2.546f, 2.630f, 3.897f};
+    Stereo sound(framesOf(length));
+    Noise left(seed), right(seed + 100);
+    std::array<Wave, 6> metal;
+    for (size_t i = 0; i < metal.size(); i++) metal[i] = Wave(0.5f + 0.49f * left.next());
+    StateVariable leftCut, rightCut, ring;
+    const float cut = 6000 + 3000 * brightness;
+    leftCut.tune(cut, 0.8f);
+    rightCut.tune(cut * 1.05f, 0.8f);
+    ring.tune(8500, 1.2f);
+    Decay fall(length), stroke(0.012f);
+    for (size_t i = 0; i < sound.frames(); i++) {
+        float plate = 0;
+        for (size_t each = 0; each < metal.size(); each++)
+            plate += metal[each].pulse(stepOf(410 * plates[each]), 0.5f);
+        plate = ring.band(0.22f * plate);
+        const float level = 0.7f * fall.next() + 0.5f * stroke.next();
+        sound.left[i] = level * leftCut.high(plate + 0.4f * left.next());
+        sound.right[i] = level * rightCut.high(plate + 0.4f * right.next());
+    }
+    endQuietly(sound);
+    return sound;
+}
+
+Stereo crashCymbal(float length, uint32_t seed) {
+    Stereo sound(framesOf(length));
+    Noise left(seed), right(seed + 50);
+    StateVariable leftCut, rightCut, leftTop, rightTop;
+    leftCut.tune(2600, 0.7f);
+    rightCut.tune(2900, 0.7f);
+    std::array<float, 5> phase{};
+    constexpr std::array<float, 5> modes = {3170, 4310, 5230, 6890, 8410};  // Hz
+    Decay fall(length), stroke(0.08f), dark(length * 0.6f);
+    for (size_t i = 0; i < sound.frames(); i++) {
+        if (i % tuning == 0) {
+            const float top = 4500 + 12000 * dark.next();
+            for (size_t each = 1; each < tuning; each++) dark.next();
+            leftTop.tune(top, 0.6f);
+            rightTop.tune(top, 0.6f);
+        }
+        float metal = 0;
+        for (size_t mode = 0; mode < modes.size(); mode++) {
+            phase[mode] += stepOf(modes[mode] * (1 + 0.3f * metal));
+            phase[mode] -= std::floor(phase[mode]);
+            metal += 0.12f * sineOf(phase[mode]);
+        }
+        const float level = 0.55f * fall.next() + 0.5f * stroke.next();
+        sound.left[i] = level * leftTop.low(leftCut.high(left.next() + metal));
+        sound.right[i] = level * rightTop.low(rightCut.high(right.next() - metal));
+    }
+    endQuietly(sound);
+    return sound;
+}
+
+Stereo tomDrum(float tone, float length) {
+    Stereo sound(framesOf(length));
+    Decay body(length), drop(0.12f), skin(0.03f);
+    Noise noise(8);
+    OnePole cut;
+    cut.tune(3500);
+    float phase = 0;
+    for (size_t i = 0; i < sound.frames(); i++) {
+        phase += stepOf(tone * (1 + 0.8f * drop.next()));
+        const float head = sineOf(phase) + 0.3f * sineOf(phase * 1.59f);
+        sound.left[i] = sound.right[i] =
+            0.8f * body.next() * head + 0.5f * skin.next() * cut.low(noise.next());
+    }
+    saturate(sound, 4);
+    endQuietly(sound);
+    return sound;
+}
+
+Stereo boxKnock(float tone, float hardness) {
+    struct Mode {
+        float ratio, seconds, level;
+    };
+    constexpr std::array<Mode, 4> modes = {
+        {{1, 0.16f, 1}, {2.57f, 0.07f, 0.6f}, {4.95f, 0.045f, 0.35f}, {7.1f, 0.03f, 0.25f}}};
+    Stereo sound(framesOf(0.2f));
+    Noise noise(9);
+    for (size_t each = 0; each < modes.size(); each++) {
+        const Mode& mode = modes[each];
+        Decay fall(mode.seconds), drop(0.02f);
+        const float level = mode.level * (each == 0 ? 1 : 0.4f + 0.8f * hardness);
+        const float lean = each % 2 ? 0.2f : -0.2f;
+        float phase = 0;
+        for (size_t i = 0; i < sound.frames(); i++) {
+            phase += stepOf(tone * mode.ratio * (1 + 0.25f * drop.next()));
+            const float value = level * fall.next() * sineOf(phase);
+            sound.left[i] += (1 - lean) * value;
+            sound.right[i] += (1 + lean) * value;
+        }
+    }
+    Decay stick(0.004f);
+    for (size_t i = 0; i < frameAt(0.02); i++) {
+        const float value = 0.6f * hardness * stick.next() * noise.next();
+        sound.left[i] += value;
+        sound.right[i] += value;
+    }
+    saturate(sound, 3);
+    endQuietly(sound);
+    return sound;
+}
+
+Stereo shaker(float length, uint32_t seed) {
+    Stereo sound(framesOf(length));
+    Noise left(seed), right(seed + 10);
+    StateVariable leftBand, rightBand;
+    leftBand.tune(7800, 1.1f);
+    rightBand.tune(8300, 1.1f);
+    Decay fall(length);
+    const size_t rise = frameAt(0.006);
+    for (size_t i = 0; i < sound.frames(); i++) {
+        const float level = fall.next() * std::min(1.0f, float(i) / rise);
+        sound.left[i] = level * leftBand.band(left.next());
+        sound.right[i] = level * rightBand.band(right.next());
+    }
+    endQuietly(sound);
+    return sound;
+}
+
+Stereo tick(float tone) {
+    Stereo sound(framesOf(0.05f));
+    Noise noise(12);
+    StateVariable band;
+    band.tune(tone * 2.4f, 2);
+    Decay ring(0.035f), stroke(0.003f);
+    float phase = 0;
+    for (size_t i = 0; i < sound.frames(); i++) {
+        phase += stepOf(tone);
+        const float value =
+            0.5f * ring.next() * sineOf(phase) + 1.5f * band.band(noise.next()) * stroke.next();
+        sound.left[i] = sound.right[i] = value;
+    }
+    endQuietly(sound);
+    return sound;
+}
+
+Stereo impact(float length, float depth) {
+    Stereo sound(framesOf(length));
+    Noise left(15), right(16);
+    StateVariable leftCut, rightCut;
+    Decay boom(length * 0.8f), drop(length * 0.35f), burst(length * 0.5f), dark(length * 0.45f),
+        metal(length * 0.6f);
+    float phase = 0, ring = 0;
+    for (size_t i = 0; i < sound.frames(); i++) {
+        const float openness = dark.next();
+        if (i % tuning == 0) {
+            leftCut.tune(160 + 7000 * openness * openness, 0.7f);
+            rightCut.tune(150 + 7400 * openness * openness, 0.7f);
+        }
+        phase += stepOf(34 + 90 * drop.next());
+        ring += stepOf(97);
+        const float low = depth * boom.next() * sineOf(phase);
+        const float clang = 0.16f * metal.next() * sineOf(ring + 0.5f * openness * sineOf(ring * 2.76f));
+        const float level = 0.55f * burst.next();
+        sound.left[i] = low + clang + level * leftCut.low(left.next());
+        sound.right[i] = low - clang + level * rightCut.low(right.next());
+    }
+    saturate(sound, 5);
+    endQuietly(sound);
+    return sound;
+}
+
+namespace {
+
+Stereo repitched(const Stereo& take, float semitones) {
+    const double rate = std::exp2(semitones / 12);
+    Stereo sound(size_t(take.frames() / rate));
+    for (size_t i = 0; i < sound.frames(); i++) {
+        const size_t at = size_t(i * rate), next = std::min(at + 1, take.frames() - 1);
+        const float part = float(i * rate - at);
+        sound.left[i] = take.left[at] + part * (take.left[next] - take.left[at]);
+        sound.right[i] = take.right[at] + part * (take.right[next] - take.right[at]);
+    }
+    return sound;
+}
+
+}  // namespace
+
+void strike(std::span<const Note> notes, Stereo& out, std::initializer_list<Stereo> takes) {
+    size_t turn = 0;
+    for (const Note& note : notes) {
+        const Stereo& take = takes.begin()[turn++ % takes.size()];
+        const size_t at = frameAt(note.start);
+        if (note.pitch == 0)
+            mixAt(out, take, at, note.velocity);
+        else
+            mixAt(out, repitched(take, note.pitch), at, note.velocity);
+    }
+}
+
+void playRiser(std::span<const Note> notes, Stereo& out) {
+    for (const Note& note : notes) {
+        Noise left(41), right(42);
+        StateVariable leftBand, rightBand;
+        Supersaw saws(0.3f, 1, 7);
+        StateVariable sawLeft, sawRight;
+        const size_t at = frameAt(note.start), frames = frameAt(note.length);
+        const float octaves = 2 + 3 * note.brightness;
+        for (size_t i = 0; i < frames && at + i < out.frames(); i++) {
+            const float way = float(i) / frames;
+            if (i % tuning == 0) {
+                const float hertz = 260 * std::exp2(octaves * way);
+                leftBand.tune(hertz, 1.6f);
+                rightBand.tune(hertz * 1.12f, 1.6f);
+                saws.tune(98 * std::exp2(way * 2));
+                sawLeft.tune(hertz, 0.9f);
+                sawRight.tune(hertz, 0.9f);
+            }
+            float a, b;
+            saws.next(a, b);
+            const float swell = note.velocity * way * way * std::min(1.0f, float(frames - i) / 200);
+            out.left[at + i] += swell * (0.8f * leftBand.band(left.next()) + 0.3f * sawLeft.low(a));
+            out.right[at + i] += swell * (0.8f * rightBand.band(right.next()) + 0.3f * sawRight.low(b));
+        }
+    }
+}
+
+void playFall(std::span<const Note> notes, Stereo& out) {
+    for (const Note& note : notes) {
+        Noise left(43), right(44);
+        StateVariable leftBand, rightBand;
+        const size_t at = frameAt(note.start), frames = frameAt(note.length);
+        for (size_t i = 0; i < frames && at + i < out.frames(); i++) {
+            const float way = float(i) / frames;
+            if (i % tuning == 0) {
+                const float hertz = 9000 * std::exp2(-5 * way);
+                leftBand.tune(hertz, 0.9f);
+                rightBand.tune(hertz * 0.92f, 0.9f);
+            }
+            const float level = note.velocity * (1 - way) * (1 - way);
+            out.left[at + i] += level * leftBand.band(left.next());
+            out.right[at + i] += level * rightBand.band(right.next());
+        }
+    }
+}
+
+void playReverse(std::span<const Note> notes, Stereo& out) {
+    Stereo crash = crashCymbal(2.2f, 61);
+    std::reverse(crash.left.begin(), crash.left.end());
+    std::reverse(crash.right.begin(), crash.right.end());
+    for (const Note& note : notes) {
+        const size_t frames = std::min(frameAt(note.length), crash.frames());
+        const size_t skipped = crash.frames() - frames, at = frameAt(note.start);
+        Stereo part(frames);
+        std::copy(crash.left.begin() + skipped, crash.left.end(), part.left.begin());
+        std::copy(crash.right.begin() + skipped, crash.right.end(), part.right.begin());
+        fadeEnds(part, note.length * 0.3f, 0.002f);
+        mixAt(out, part, at, note.velocity);
+    }
+}
+
+void playWind(std::span<const Note> notes, Stereo& out) {
+    for (const Note& note : notes) {
+        Noise left(51), right(52);
+        StateVariable leftBand, rightBand;
+        const size_t at = frameAt(note.start), frames = frameAt(note.length);
+        const float centre = 400 * std::exp2(4 * note.brightness);
+        for (size_t i = 0; i < frames && at + i < out.frames(); i++) {
+            const float seconds = float(i) / sampleRate, way = float(i) / frames;
+            if (i % tuning == 0) {
+                leftBand.tune(centre * std::exp2(0.7f * sineOf(0.13f * seconds)), 4);
+                rightBand.tune(centre * std::exp2(0.7f * sineOf(0.13f * seconds + 0.2f)), 4);
+            }
+            const float swell = note.velocity * sineOf(way / 2);
+            const float drift = 0.4f * sineOf(0.17f * seconds);
+            out.left[at + i] += swell * (1 - drift) * leftBand.band(left.next());
+            out.right[at + i] += swell * (1 + drift) * rightBand.band(right.next());
+        }
+    }
 }

@@ -1,7 +1,54 @@
-// Drums and noises as single sounds, to be mixed in wherever they are hit.
+// Drums and noises. A drum is made once as a single sound and struck wherever its notes lie; risers and falls
+// are as long as their notes.
 #pragma once
 
+#include <initializer_list>
+#include <span>
+
+#include "production/kit/audio_notation.h"
 #include "production/kit/audio_signal.h"
 
 // tone: Hz that the drum settles on; length: seconds to fall away; punch: 0..1, how much click and drive.
 Stereo kickDrum(float tone, float length, float punch);
+
+// A drum head's two tones under rattling noise. rattle: 0..1, the share of noise.
+Stereo snareDrum(float tone, float length, float rattle);
+
+// Several hands within 30 ms and the room behind them.
+Stereo handClap(float length);
+
+// Six square waves of no common pitch, only their highs. length: 0.04 is a closed hat, 0.3 an open one, 1.5 a
+// ride.
+Stereo hiHat(float length, float brightness, uint32_t seed);
+
+Stereo crashCymbal(float length, uint32_t seed);
+
+Stereo tomDrum(float tone, float length);
+
+// A wooden box, struck: four modes that die at their own rates. tone: Hz of the lowest; hardness: 0..1.
+Stereo boxKnock(float tone, float hardness);
+
+// Grains in a shell: a short rush of highs.
+Stereo shaker(float length, uint32_t seed);
+
+// A clock's tick.
+Stereo tick(float tone);
+
+// A falling boom under a burst that darkens. depth: 0..1, how much of the boom.
+Stereo impact(float length, float depth);
+
+// Plays the takes in turn, one for each note, at the note's velocity. A note's pitch other than 0 plays the
+// take that many semitones higher.
+void strike(std::span<const Note> notes, Stereo& out, std::initializer_list<Stereo> takes);
+
+// Noise and a saw that climb for the length of the note, loudest at its end. Brightness is how high it gets.
+void playRiser(std::span<const Note> notes, Stereo& out);
+
+// The way down: noise that sinks and fades.
+void playFall(std::span<const Note> notes, Stereo& out);
+
+// A cymbal played backwards that ends where the note ends.
+void playReverse(std::span<const Note> notes, Stereo& out);
+
+// Wind that swells and fades over the note and drifts between the sides. Brightness is its pitch.
+void playWind(std::span<const Note> notes, Stereo& out);

@@ -35,44 +35,42 @@ std::vector<Chord> chordsFrom(const Song& song, int bar, int count) {
     return chords;
 }
 
-Pattern patternOf(const Part& part, const Cue& cue, const std::vector<Chord>& chords) {
+Pattern patternOf(const Part& part, std::string_view text, const std::vector<Chord>& chords) {
     switch (part.notation) {
         case Notation::melody:
-            return melodyOf(cue.pattern);
+            return melodyOf(text);
         case Notation::hits:
-            return hitsOf(cue.pattern);
+            return hitsOf(text);
         case Notation::arpeggio:
-            return arpeggioOf(cue.pattern, chords, part.pitch);
+            return arpeggioOf(text, chords, part.pitch);
         case Notation::bass:
-            return bassOf(cue.pattern, chords, part.pitch);
+            return bassOf(text, chords, part.pitch);
         case Notation::stabs:
-            return stabsOf(cue.pattern, chords, part.pitch);
+            return stabsOf(text, chords, part.pitch);
     }
     return {};
 }
 
-// Patterns over chords are written out to the cue's length first, since each bar has its own chord.
-std::string writtenOut(const Part& part, const Cue& cue) {
-    const bool overChords = part.notation != Notation::melody && part.notation != Notation::hits;
-    if (!overChords) return cue.pattern;
-    std::string marks;
-    for (const char* at = cue.pattern; *at; at++)
-        if (*at != ' ') marks += *at;
-    const size_t wanted = size_t(std::ceil((cue.to - std::floor(cue.from)) * stepsPerBar));
-    const std::string once = marks;
-    while (!once.empty() && marks.size() < wanted) marks += once;
+// Patterns over chords change with each bar, so they are written out over all of the cue's bars, with rests
+// in front where the cue begins within one.
+std::string writtenOut(std::string_view pattern, float from, float to) {
+    std::string once;
+    for (const char mark : pattern)
+        if (mark != ' ') once += mark;
+    const float firstBar = std::floor(from);
+    std::string marks(size_t(std::lround((from - firstBar) * stepsPerBar)), '.');
+    while (!once.empty() && float(marks.size()) < (to - firstBar) * stepsPerBar) marks += once;
     return marks;
 }
 
 void addNotes(const Song& song, const Part& part, const Cue& cue, std::vector<Note>& notes) {
-    const int firstBar = int(std::floor(cue.from));
-    const std::string written = writtenOut(part, cue);
-    Cue whole = cue;
-    whole.pattern = written.c_str();
-    const Pattern pattern =
-        patternOf(part, whole, chordsFrom(song, firstBar, int(std::ceil(cue.to)) - firstBar));
+    const bool overChords = part.notation != Notation::melody && part.notation != Notation::hits;
+    const float origin = overChords ? std::floor(cue.from) : cue.from;
+    const std::string text = overChords ? writtenOut(cue.pattern, cue.from, cue.to) : cue.pattern;
+    const int bars = int(std::ceil(cue.to)) - int(std::floor(cue.from));
+    const Pattern pattern = patternOf(part, text, chordsFrom(song, int(std::floor(cue.from)), bars));
     const double stepSeconds = 15 / song.beatsPerMinute;
-    const float steps = (cue.to - cue.from) * stepsPerBar;
+    const float steps = (cue.to - origin) * stepsPerBar;
     const float shift = float(cue.transpose + (part.notation == Notation::melody ? part.pitch : 0));
     for (float start = 0; pattern.length && start < steps; start += float(pattern.length)) {
         for (const Step& step : pattern.steps) {
@@ -80,7 +78,7 @@ void addNotes(const Song& song, const Part& part, const Cue& cue, std::vector<No
             if (at >= steps - 0.001f) break;
             const float length = std::min(step.length, steps - at);
             const float way = at / steps;
-            notes.push_back({song.secondsAt(cue.from) + at * stepSeconds, float(length * stepSeconds),
+            notes.push_back({song.secondsAt(origin) + at * stepSeconds, float(length * stepSeconds),
                              step.pitch + shift, step.velocity * gainOf(cue.level.at(way)),
                              cue.bright.at(way)});
         }

@@ -1,17 +1,70 @@
-// Pitched instruments. Each plays its notes into a stretch of sound, adding to what is there; a note's
-// brightness opens its filter.
+// Pitched instruments. Each plays its notes into a stretch of sound, adding to what is there: velocity is
+// loudness, brightness (0..1) opens its filter or whatever it has in the place of one.
 #pragma once
 
 #include <span>
 
+#include "production/kit/audio_envelope.h"
 #include "production/kit/audio_notation.h"
 #include "production/kit/audio_signal.h"
 
-// A sine under a narrow pulse through a ladder: the floor of the music, in the middle of the field.
-void playBass(std::span<const Note> notes, Stereo& out);
+// Eight saws a note through a low pass that opens with the note: pads, plucks and stabs.
+struct SawVoice {
+    Adsr level;
+    float sweep;               // seconds in which the filter closes; 0: it stays open
+    float darkest, brightest;  // Hz of the cut-off at brightness 0 and 1
+    float resonance;           // as in StateVariable
+    float detune, spread;      // as in Supersaw
+    float gain;
+};
+void playSaws(const SawVoice& voice, std::span<const Note> notes, Stereo& out);
 
-// Slow wide saws behind a low pass.
-void playPad(std::span<const Note> notes, Stereo& out);
+// One note at a time: notes that touch are bound, the pitch gliding from one to the next.
+struct LeadVoice {
+    float glide;               // seconds
+    float vibrato;             // semitones, after a note has been held for a while
+    float hollow;              // 0..1: from saws to the pulse an octave below them
+    float detune;              // semitones
+    float darkest, brightest;  // Hz
+    float resonance;           // as in Ladder
+    float release;             // seconds
+    float gain;
+};
+void playLead(const LeadVoice& voice, std::span<const Note> notes, Stereo& out);
 
-// Short bright saws that close quickly.
-void playPluck(std::span<const Note> notes, Stereo& out);
+// A sine in the middle under saws that stand to both sides; the floor of the music.
+struct BassVoice {
+    Adsr level;
+    float sweep;               // seconds in which the filter closes
+    float darkest, brightest;  // Hz
+    float resonance;           // as in Ladder
+    float detune;              // semitones between the sides
+    float sub;                 // how loud the sine is against the saws
+    float growl, growlRate;    // 0..1 and Hz: the filter's own swing
+    float drive;               // dB into the rounding of the saws
+    float gain;
+};
+void playBass(const BassVoice& voice, std::span<const Note> notes, Stereo& out);
+
+// Two sines, one bending the other's phase (frequency modulation; Chowning 1973): bells and glass.
+struct BellVoice {
+    float ratio;             // of the bending sine's frequency to the sounding one's
+    float index, indexFall;  // turns of bend at brightness 1, seconds in which it goes
+    float fall;              // seconds in which the note dies, whatever its length
+    float shimmer;           // semitones between the sides
+    float gain;
+};
+void playBells(const BellVoice& voice, std::span<const Note> notes, Stereo& out);
+
+// Saws through four formants. Brightness chooses the vowel: 0 u, 0.25 o, 0.5 a, 0.75 e, 1 i.
+struct SingingVoice {
+    Adsr level;
+    float opening;  // seconds in which the mouth opens from u to the note's vowel
+    float vibrato;  // semitones
+    float breath;   // 0..1, noise among the saws
+    float gain;
+};
+void sing(const SingingVoice& voice, std::span<const Note> notes, Stereo& out);
+
+// Partials of one long note that come and go on their own, each at its own place between the sides.
+void playDrone(std::span<const Note> notes, Stereo& out);

@@ -1,61 +1,96 @@
 #include "production/music/soundtrack.h"
 
-#include "production/kit/audio_drums.h"
+#include <cmath>
+
+#include "production/kit/audio_filter.h"
 #include "production/kit/audio_loudness.h"
 #include "production/kit/audio_song.h"
-#include "production/kit/audio_voices.h"
 #include "production/kit/audio_vorbis.h"
+#include "production/music/band.h"
+#include "production/music/score.h"
 
 namespace {
 
-void playKick(std::span<const Note> notes, Stereo& out) {
-    const Stereo kick = kickDrum(49, 0.32f, 0.7f);
-    for (const Note& note : notes) mixAt(out, kick, frameAt(note.start), note.velocity);
+constexpr float loudness = -14;     // LUFS over the whole
+constexpr float peakCeiling = -2;   // dBTP before the codec, which adds up to 1 dB of its own
+constexpr double silentBy = 195.2;  // seconds
+constexpr float codecQuality = 0.6f;
+
+// Pieces of the finished mix that are repeated in place: from a bar, over so many sixteenths, in slices of so
+// many.
+struct Cut {
+    double bar;
+    float length, slice, gate;
+    int crush;
+};
+constexpr Cut cuts[] = {
+    {16.25, 2, 0.5f, 0.7f, 0},   {16.4375, 1, 0.25f, 0.8f, 6}, {16.75, 4, 1, 0.5f, 0},
+    {17.125, 2, 0.5f, 1, 10},    {17.375, 2, 0.5f, 0.6f, 0},   {17.75, 2, 0.5f, 0.7f, 4},
+    {17.875, 2, 0.25f, 0.8f, 0}, {23.75, 4, 1, 0.6f, 0},       {47.4375, 1, 0.25f, 0.7f, 0},
+};
+
+// Where everything stops for a moment.
+struct Silence {
+    double from, to;  // bars
+};
+constexpr Silence silences[] = {{27.54, 27.625}};
+
+// The blur of the picture from 120.8 to 123.8 s.
+constexpr FilterSweep blur = {120.8, 123.8, 16000, 260, 0.9f};
+
+void silence(Stereo& sound, size_t from, size_t to) {
+    constexpr size_t edge = 200;  // frames
+    for (size_t i = from; i < to && i < sound.frames(); i++) {
+        const size_t inside = std::min(i - from, to - 1 - i);
+        const float gain = inside >= edge ? 0 : 1 - float(inside) / edge;
+        sound.left[i] *= gain;
+        sound.right[i] *= gain;
+    }
 }
 
-const Song song = {
-    .beatsPerMinute = 126,
-    .barZero = 17.138,
-    .seconds = 197.5,
-    .parts =
-        {
-            {"kick", Notation::hits, 0, playKick, {.level = -6}},
-            {"bass", Notation::bass, 31, playBass, {.level = -10, .duck = 0.8f}},
-            {"pad", Notation::stabs, 62, playPad, {.level = -14, .lowCut = 150, .duck = 0.5f, .hall = -8}},
-            {"arp",
-             Notation::arpeggio,
-             55,
-             playPluck,
-             {.level = -14, .lowCut = 250, .duck = 0.4f, .hall = -12, .echo = -9}},
-        },
-    .cues =
-        {
-            {"pad", -9, -4, "x--- ---- ---- ----", {-20, -4}, {0.1f, 0.3f}},
-            {"pad", -4, 88, "x--- ---- ---- ----", -3, 0.5f},
-            {"kick", 0, 32, "x...x...x...x..."},
-            {"kick", 48, 80, "x...x...x...x..."},
-            {"bass", 0, 32, "R.r.r.o.r.r.o.f."},
-            {"bass", 48, 80, "R.r.r.o.r.r.o.f."},
-            {"arp", 0, 88, "0.2.1.3.2.4.1.3.", {-6, 0}, 0.5f},
-            {"kick", 92, 92.25f, "X..."},
-            {"pad", 92, 92.25f, "X---"},
-        },
-    .harmony = {{-9, "Gm"}, {0, "Gm Gm Eb F Gm Gm Cm D"}, {72, "Am F C G Am F Dm E"}, {88, "Am"}},
-    .duckedBy = "kick",
-    .duckRecovery = 0.3,
-    .room = {0.01f, 0.6f, 0.8f, 6000, 200},
-    .hall = {0.03f, 1.1f, 2.6f, 5000, 250},
-    .echoFeedback = 0.45f,
-};
+void cutAndBlur(const Song& song, Stereo& mix) {
+    const double sixteenth = 15 / song.beatsPerMinute;
+    for (const Cut& cut : cuts)
+        stutter(mix, {song.secondsAt(cut.bar), cut.length * sixteenth, cut.slice * sixteenth, cut.gate,
+                      cut.crush});
+    for (const Silence& each : silences)
+        silence(mix, frameAt(song.secondsAt(each.from)), frameAt(song.secondsAt(each.to)));
+    sweepLowPass(mix, blur);
+}
+
+void master(Stereo& mix) {
+    Equalizer::lowCut(28).apply(mix);
+    scale(mix, gainOf(loudness - integratedLoudness(mix)));
+    compress(mix, -14, 1.6f, 0.02f, 0.2f, 0);
+    for (int pass = 0; pass < 2; pass++) {
+        scale(mix, gainOf(loudness - integratedLoudness(mix)));
+        limit(mix, peakCeiling, 0.12f);
+    }
+}
 
 }  // namespace
 
 void makeSoundtrack(const char* path) {
+    const Song song = {
+        .beatsPerMinute = 126,
+        .barZero = 17.138,
+        .seconds = 197.5,
+        .parts = band,
+        .cues = arrangement,
+        .harmony = harmony,
+        .duckedBy = "kick",
+        .duckRecovery = 0.3,
+        .room = {.preDelay = 0.006f, .size = 0.55f, .decay = 0.7f, .damping = 7000, .lowCut = 200},
+        .hall = {.preDelay = 0.03f, .size = 1.15f, .decay = 2.4f, .damping = 5000, .lowCut = 250},
+        .echoFeedback = 0.45f};
     Stereo mix = perform(song);
-    for (int pass = 0; pass < 2; pass++) {
-        scale(mix, gainOf(-14 - integratedLoudness(mix)));
-        limit(mix, -2, 0.15f);
-    }
-    fadeEnds(mix, 0.01f, float(song.seconds - 193.5));
-    writeVorbis(path, mix, 0.6f, {{"TITLE", "Ondrevane 2"}, {"ARTIST", "KVX"}});
+    cutAndBlur(song, mix);
+    master(mix);
+    const size_t end = frameAt(silentBy);
+    Stereo heard(end);
+    mixAt(heard, mix, 0);
+    fadeEnds(heard, 0.02f, 1.2f);
+    Stereo whole(frameAt(song.seconds));
+    mixAt(whole, heard, 0);
+    writeVorbis(path, whole, codecQuality, {{"TITLE", "Ondrevane 2"}, {"ARTIST", "KVX"}});
 }

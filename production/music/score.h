@@ -1,0 +1,10 @@
+// What is played: the harmony and the arrangement, bar by bar. Bar 0 lies at 17.138 s, the title before it
+// has nine bars.
+#pragma once
+
+#include <vector>
+
+#include "production/kit/audio_song.h"
+
+extern const std::vector<Harmony> harmony;
+extern const std::vector<Cue> arrangement;
