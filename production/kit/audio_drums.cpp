@@ -26,18 +26,24 @@ void endQuietly(Stereo& sound) {
 
 Stereo kickDrum(float tone, float length, float punch) {
     Stereo sound(framesOf(length));
-    Decay body(length), drop(0.09f), snap(0.03f), click(0.005f);
-    Noise noise(1);
-    OnePole edge;
-    edge.tune(7000);
+    Decay body(length), drop(0.09f), snap(0.03f);
     float phase = 0.02f;
     for (size_t i = 0; i < sound.frames(); i++) {
         phase += stepOf(tone * (1 + 2.0f * drop.next() + 10 * punch * snap.next()));
-        const float value =
-            body.next() * sineOf(phase) + 0.5f * punch * click.next() * edge.low(noise.next());
-        sound.left[i] = sound.right[i] = value;
+        sound.left[i] = sound.right[i] = body.next() * sineOf(phase);
     }
     saturate(sound, 2 + 6 * punch);
+
+    // The beater: what a small loudspeaker hears of the drum.
+    Decay beater(0.011f);
+    Noise noise(1);
+    StateVariable band;
+    band.tune(3200, 0.6f);
+    for (size_t i = 0; i < frameAt(0.03); i++) {
+        const float click = 1.5f * punch * beater.next() * band.band(noise.next());
+        sound.left[i] += click;
+        sound.right[i] += click;
+    }
     endQuietly(sound);
     return sound;
 }
@@ -77,7 +83,7 @@ Stereo handClap(float length) {
         Decay fall(last ? length : 0.018f);
         const float lean = hand % 2 ? 0.35f : -0.35f;
         for (size_t i = frameAt(hands[hand]); i < sound.frames(); i++) {
-            const float gain = 1.6f * fall.next();
+            const float gain = 4 * fall.next();
             sound.left[i] += (1 - lean) * gain * leftBand.band(left.next());
             sound.right[i] += (1 + lean) * gain * rightBand.band(right.next());
         }
@@ -105,7 +111,7 @@ Stereo hiHat(float length, float brightness, uint32_t seed) {
         for (size_t each = 0; each < metal.size(); each++)
             plate += metal[each].pulse(stepOf(410 * plates[each]), 0.5f);
         plate = ring.band(0.22f * plate);
-        const float level = 0.7f * fall.next() + 0.5f * stroke.next();
+        const float level = 2.8f * fall.next() + 2 * stroke.next();
         sound.left[i] = level * leftCut.high(plate + 0.4f * left.next());
         sound.right[i] = level * rightCut.high(plate + 0.4f * right.next());
     }
@@ -202,7 +208,7 @@ Stereo shaker(float length, uint32_t seed) {
     Decay fall(length);
     const size_t rise = frameAt(0.006);
     for (size_t i = 0; i < sound.frames(); i++) {
-        const float level = fall.next() * std::min(1.0f, float(i) / rise);
+        const float level = 4 * fall.next() * std::min(1.0f, float(i) / rise);
         sound.left[i] = level * leftBand.band(left.next());
         sound.right[i] = level * rightBand.band(right.next());
     }
@@ -220,7 +226,7 @@ Stereo tick(float tone) {
     for (size_t i = 0; i < sound.frames(); i++) {
         phase += stepOf(tone);
         const float value =
-            0.5f * ring.next() * sineOf(phase) + 1.5f * band.band(noise.next()) * stroke.next();
+            1.2f * ring.next() * sineOf(phase) + 4 * band.band(noise.next()) * stroke.next();
         sound.left[i] = sound.right[i] = value;
     }
     endQuietly(sound);

@@ -188,6 +188,20 @@ void compress(Stereo& sound, float threshold, float ratio, float attack, float r
     }
 }
 
+void centreBelow(Stereo& sound, float hertz) {
+    Stereo middleAndSide(sound.frames());
+    for (size_t i = 0; i < sound.frames(); i++) {
+        middleAndSide.left[i] = (sound.left[i] + sound.right[i]) / 2;
+        middleAndSide.right[i] = (sound.left[i] - sound.right[i]) / 2;
+    }
+    Stereo cut = middleAndSide;
+    Equalizer::lowCut(hertz).apply(cut);
+    for (size_t i = 0; i < sound.frames(); i++) {
+        sound.left[i] = middleAndSide.left[i] + cut.right[i];
+        sound.right[i] = middleAndSide.left[i] - cut.right[i];
+    }
+}
+
 std::vector<float> duckingCurve(size_t frames, const std::vector<size_t>& triggers, double recovery) {
     constexpr double fallTime = 0.004;  // seconds: short enough to be out of the way, too long to click
     std::vector<float> curve(frames, 1.0f);

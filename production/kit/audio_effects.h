@@ -29,6 +29,9 @@ void saturate(Stereo& sound, float drive);
 // Both sides follow one gain. ratio above 1; attack and release in seconds; makeup in dB.
 void compress(Stereo& sound, float threshold, float ratio, float attack, float release, float makeup);
 
+// Takes what differs between the sides away below a frequency (Hz), where it only costs headroom.
+void centreBelow(Stereo& sound, float hertz);
+
 // Gain over time that dips at each trigger and comes back over `recovery` seconds. Multiplying by it makes
 // room for a kick without listening to one.
 std::vector<float> duckingCurve(size_t frames, const std::vector<size_t>& triggers, double recovery);

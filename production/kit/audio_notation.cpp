@@ -13,7 +13,7 @@ namespace {
     exit(1);
 }
 
-constexpr int stepsPerBar = 16;
+constexpr int stepsPerBar = 16, stepsPerBeat = 4;
 
 // Reads "Eb", "F#", "G" off the front of the text as a pitch class; -1 where there is none.
 int takePitchClass(std::string_view& text) {
@@ -162,14 +162,17 @@ Pattern hitsOf(std::string_view text) {
 }
 
 Pattern arpeggioOf(std::string_view text, const std::vector<Chord>& chords, int lowest) {
-    return walkMarks(text, [&](char mark, int bar, std::vector<Step>& steps) {
+    Pattern pattern = walkMarks(text, [&](char mark, int bar, std::vector<Step>& steps) {
         if (!std::isdigit(mark)) refuse("An arpeggio", text);
         const Chord& chord = chords[bar % chords.size()];
         const int count = int(chord.tones.size()), tone = mark - '0';
         const int root = atOrAbove(chord.tones[0] % 12, lowest);
         const int pitch = root + chord.tones[tone % count] - chord.tones[0] + 12 * (tone / count);
-        steps.push_back({0, 0, float(pitch), tone == 0 ? 0.85f : 0.7f});
+        steps.push_back({0, 0, float(pitch), 0.7f});
     });
+    for (Step& step : pattern.steps)
+        if (int(step.at) % stepsPerBeat == 0) step.velocity = 0.95f;
+    return pattern;
 }
 
 Pattern bassOf(std::string_view text, const std::vector<Chord>& chords, int lowest) {

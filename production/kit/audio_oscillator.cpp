@@ -62,7 +62,7 @@ Supersaw::Supersaw(float detune, float spread, uint32_t seed) {
     for (int i = 0; i < count; i++) {
         ratio[i] = std::exp2(offset[i] * detune / 12);
         const float angle = (place[i] * spread + 1) * std::numbers::pi_v<float> / 4;
-        const float weight = std::fabs(offset[i]) < 0.2f ? 0.5f : 0.35f;
+        const float weight = std::fabs(offset[i]) < 0.2f ? 0.8f : 0.55f;
         leftGain[i] = weight * std::cos(angle);
         rightGain[i] = weight * std::sin(angle);
         phase[i] = noise.next();

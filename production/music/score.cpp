@@ -59,12 +59,12 @@ constexpr char titleBells[] = "-:16 | -:12 G5:4 | D6:8 -:8 | -:8 C6:4 Bb5:4 | -:
 constexpr char fourOnTheFloor[] = "X...x...X...x...";
 constexpr char backbeat[] = "....x.......x...";
 constexpr char offbeatHats[] = "..x...x...x...x.";
-constexpr char sixteenthHats[] = "xoxoxoxxxoxoxoxo";
+constexpr char sixteenthHats[] = "XooxXoxoXooxXoxx";
 constexpr char everyBeat[] = "x...x...x...x...";
 
 // Basses
 constexpr char drivingBass[] = "R.rr..r.r.rr..o. R.rr..r.r.r.s.o.";
-constexpr char rollingBass[] = "..Rr.rRr..Rr.oRr";
+constexpr char rollingBass[] = "..rr.rRr..rr.oRr";
 constexpr char boxBass[] = "R--..r..o-..s.r. R--..r.r..o.f.s.";
 constexpr char dropBass[] = "R--r--R-.r.r--o. R--r--R-.rr.o-s.";
 constexpr char tornBass[] =
@@ -120,7 +120,7 @@ const std::vector<Cue> arrangement = {
     {"openHat", 2, 8, offbeatHats, {-8, -2}, 0.5f},
     {"bass", 0, 8, drivingBass, 0, {0.3f, 0.6f}},
     {"sub", 0, 8, "G1:32 Eb2:16 F1:16 G1:32 C2:16 D2:16", -4},
-    {"stab", 0, 8, "X.......x..x....", {-4, 0}, {0.3f, 0.6f}},
+    {"stab", 0, 8, "X.......x..x....", {-1, 3}, {0.3f, 0.6f}},
     {"glass", 0, 8, "0.2.3.2.4.2.3.1. 0.2.3.2.5.4.3.2.", {-4, -1}, {0.3f, 0.8f}},
     {"drone", 0, 8, "G3:128", {-12, -6}, 0.6f},
     {"riser", 6, 7.94f, "C4:31", -4, 0.8f},
@@ -202,7 +202,7 @@ const std::vector<Cue> arrangement = {
     {"tick", 46, 47.75f, "xoxoxoxoxoxoxoxo", {-3, 1}},
     {"kick", 46, 47.5f, "x...x...x...x...", -2},
     {"bass", 40, 47.75f, "r.rrr.rrr.rrr.rr", {-4, 0}, {0.0f, 0.75f}},
-    {"sub", 40, 47.75f, "D2:124", {-6, -3}},
+    {"sub", 40, 47.75f, "D2:124", {-10, -6}},
     {"strings", 40, 47.75f, "x---------------", {-10, -1}, {0.2f, 0.9f}},
     {"robot", 40, 44, "0..5..2....4..1. ..3...0.6...2...", {-6, -2}, {0.2f, 0.6f}},
     {"robot", 44, 47.5f, "0.5.2.4.1.3.6.2. 3.0.5.2.6.4.1.5.", {-2, 0}, {0.5f, 1.0f}},
@@ -339,4 +339,15 @@ const std::vector<Cue> arrangement = {
     {"sub", 92, 92.25f, "A1:4", -4},
     {"bells", 92, 92.25f, "A3+A4+E5+B5:4'", 0, 0.6f},
     {"stab", 92, 92.25f, "x---", -3, 0.5f},
+};
+
+const std::vector<Fader> faders = {
+    {-9, -6},    {-4, -3},                              // the title comes out of the dark
+    {-4, 0},     {0, 0},      {0, -1},     {8, -1},     // ship
+    {8, -0.5f},  {16, -0.5f}, {16, 0.5f},  {24, 0.5f},  // torn
+    {24, -1},    {32, -1},    {32, -4},    {40, -3},    // smoke
+    {40, -4},    {47.75f, 0}, {48, 1},     {56, 1},     // the light sinks, and the robot is awake
+    {64, 0.5f},  {64.5f, 1},  {72, 1},     {72, 2},     // climax
+    {80, 1.5f},  {80, 0.5f},  {84, -0.5f}, {88, -2},    // credits
+    {91.9f, -4}, {92, 0},                               // the last hit
 };

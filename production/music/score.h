@@ -8,3 +8,9 @@
 
 extern const std::vector<Harmony> harmony;
 extern const std::vector<Cue> arrangement;
+
+// The whole mix's level, straight lines from bar to bar. Two points on one bar make a step.
+struct Fader {
+    float bar, level;  // dB
+};
+extern const std::vector<Fader> faders;

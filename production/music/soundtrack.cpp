@@ -1,5 +1,6 @@
 #include "production/music/soundtrack.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "production/kit/audio_filter.h"
@@ -48,6 +49,27 @@ void silence(Stereo& sound, size_t from, size_t to) {
     }
 }
 
+float levelAt(double bar) {
+    size_t next = 0;
+    while (next < faders.size() && faders[next].bar <= bar) next++;
+    if (next == 0) return faders.front().level;
+    if (next == faders.size()) return faders.back().level;
+    const Fader &from = faders[next - 1], &to = faders[next];
+    return from.level + (to.level - from.level) * float((bar - from.bar) / (to.bar - from.bar));
+}
+
+void ride(const Song& song, Stereo& mix) {
+    constexpr size_t stretch = 64;  // frames that share one level
+    for (size_t i = 0; i < mix.frames(); i += stretch) {
+        const double bar = (double(i) / sampleRate - song.barZero) / (song.secondsAt(1) - song.barZero);
+        const float gain = gainOf(levelAt(bar));
+        for (size_t j = i; j < std::min(i + stretch, mix.frames()); j++) {
+            mix.left[j] *= gain;
+            mix.right[j] *= gain;
+        }
+    }
+}
+
 void cutAndBlur(const Song& song, Stereo& mix) {
     const double sixteenth = 15 / song.beatsPerMinute;
     for (const Cut& cut : cuts)
@@ -58,13 +80,23 @@ void cutAndBlur(const Song& song, Stereo& mix) {
     sweepLowPass(mix, blur);
 }
 
+// Brings the mix to its loudness: what the limiter takes in one try is asked for on top in the next.
 void master(Stereo& mix) {
     Equalizer::lowCut(28).apply(mix);
+    Equalizer::bell(330, -1.5f, 1.2f).apply(mix);
+    Equalizer::bell(4500, 1.5f, 1.5f).apply(mix);
+    Equalizer::highShelf(3000, 1).apply(mix);
+    centreBelow(mix, 130);
     scale(mix, gainOf(loudness - integratedLoudness(mix)));
-    compress(mix, -14, 1.6f, 0.02f, 0.2f, 0);
-    for (int pass = 0; pass < 2; pass++) {
-        scale(mix, gainOf(loudness - integratedLoudness(mix)));
-        limit(mix, peakCeiling, 0.12f);
+    compress(mix, -10, 1.5f, 0.02f, 0.2f, 0);
+    float gain = loudness - integratedLoudness(mix);
+    for (int tries = 0; tries < 3; tries++) {
+        Stereo loud = mix;
+        scale(loud, gainOf(gain));
+        limit(loud, peakCeiling, 0.12f);
+        const float missing = loudness - integratedLoudness(loud);
+        if (std::fabs(missing) < 0.1f || tries == 2) return std::swap(mix, loud);
+        gain += 1.3f * missing;
     }
 }
 
@@ -85,6 +117,7 @@ void makeSoundtrack(const char* path) {
         .echoFeedback = 0.45f};
     Stereo mix = perform(song);
     cutAndBlur(song, mix);
+    ride(song, mix);
     master(mix);
     const size_t end = frameAt(silentBy);
     Stereo heard(end);
