@@ -6,6 +6,7 @@
 #include "production/kit/model_aml.h"
 #include "production/kit/model_forms.h"
 #include "production/kit/model_mapping.h"
+#include "production/kit/model_paints.h"
 #include "production/models/models.h"
 
 using namespace model;
@@ -13,8 +14,8 @@ using namespace model;
 namespace {
 
 // Of the corners that the skin is drawn from; subdivision rounds them down to about nine tenths.
-constexpr double outerRadius = 48.5, innerRadius = 27;
-constexpr double window = 0.72;  // of a pentagon's size
+constexpr double outerRadius = 48, innerRadius = 36;
+constexpr double window = 0.82;  // of a pentagon's size
 constexpr double swell = 1.03;   // of a window's rim over the pentagon it lies in
 
 // The dodecahedron's pentagon about a corner of the icosahedron, counter-clockwise seen from outside.
@@ -54,5 +55,5 @@ void makeLattice(const char* path) {
         sides.push_back(windowedSide(pentagonAbout(icosahedron, static_cast<int>(corner))));
     const Shape skin = subdivided(subdivided(subdivided(welded(joined(sides), 1e-4))));
     // Out of line with the axes, so that no two turns of its tumble look the same.
-    writeAml(path, {mappedBox(turned(turned(skin, Axis::x, 0.3), Axis::z, 0.5), 48)});
+    writeAml(path, {painted(turned(turned(skin, Axis::x, 0.3), Axis::z, 0.5), hull::coolLamp)});
 }
