@@ -92,7 +92,12 @@ Shape pelvis() {
     });
     const Outline profile =
         chained({{{0, 46}, {10, 46}}, wall, {{12, 64.6}, {11, 62.5}, {7, 62.5}, {6.4, 64}, {0, 64}}});
-    return squared(flutedLathe(profile, {8, 0.12, 1.2, 48, 63, 3}, pi / 8), 0.68);
+    const Shape girdle = squared(flutedLathe(profile, {8, 0.12, 1.2, 48, 63, 3}, pi / 8), 0.68);
+    // Seen from below while the camera looks up the robot: a hatch and the sockets of the hips.
+    const Shape hatch = placed(rings(5.5, 1.4), {0, 46.2, 0}, {0, -1, 0});
+    const Shape socket = placed(rings(8.6, 3.4), {11.6, 49.4, 0}, {0.12, -1, 0});
+    const Shape hipPlate = placed(rings(6.4, 3), {18.6, 56, 0}, {1, 0.05, 0});
+    return joined({girdle, hatch, withMirror(joined({socket, hipPlate}), Axis::x)});
 }
 
 // Vertebrae on a rod, behind the axis.
