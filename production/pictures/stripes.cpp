@@ -42,9 +42,13 @@ void makeStripes(const char* path) {
     paint(canvas, [&](float, float y, Rgba) {
         const int row = static_cast<int>(y);
         const float alpha = unit(0.5f - distance[row]);
-        // Towards its edges a stripe turns down and a little warm, like a lath that is lit from the front.
-        const float round = std::sqrt(unit(-distance[row] / half[row]));
-        const Rgba colour = mix(opaque(1, 0.10f, 0), opaque(1, 0.34f, 0.03f), smoothstep(0, 0.9f, round));
+        // Towards its edges a stripe turns down, like a lath that is lit from the front. The far figure's
+        // glow multiplies what it finds a hundredfold, so green is what makes it a yellow disc or a red one
+        // with a hot heart; the near figure, seen within 45 units of the middle, can do with more.
+        const float round = smoothstep(0, 0.9f, std::sqrt(unit(-distance[row] / half[row])));
+        const float middle = std::fabs(row + 0.5f - (row < size / 2 ? 0 : size)) / size;
+        const float green = mix(0.30f, 0.12f, smoothstep(0.05f, 0.13f, middle));
+        const Rgba colour = mix(opaque(1, green * 0.25f, 0), opaque(1, green, green * 0.1f), round);
         return Rgba{colour.r, colour.g, colour.b, 1} * alpha;
     });
     saveRgba(canvas, path, Rows::TopFirst);
