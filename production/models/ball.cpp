@@ -10,8 +10,9 @@ using namespace model;
 namespace {
 
 constexpr double radius = 35;
-constexpr int level = 2;      // 320 mirrors
-constexpr double rise = 1.1;  // of the mirrors over the ground between them
+constexpr int level = 2;       // 320 mirrors
+constexpr double rise = 1.1;   // of the mirrors over the ground between them
+constexpr double tilt = 0.09;  // slope of a mirror against its place
 
 // A bar on the ball from one unit direction to another, broad side out.
 Shape bar(Vec from, Vec to) {
@@ -40,6 +41,24 @@ Shape frame() {
     return joined(parts);
 }
 
+// Tilts every mirror (the triangles of a plated ball; the rest are quads) a little its own way, so that
+// neighbours never catch the same lamp.
+Shape hungAskew(Shape ball) {
+    int count = 0;
+    for (const Face& face : ball.faces) {
+        if (face.points.size() != 3) continue;
+        const Vec centre = faceCentre(ball, face), normal = faceNormal(ball, face);
+        const Vec right = normalized(cross({0, 1, 0.01}, normal)), up = cross(normal, right);
+        const double way = 2.39996 * count++;
+        const Vec slope = (right * std::cos(way) + up * std::sin(way)) * tilt;
+        for (int point : face.points) {
+            Vec& place = ball.points[point];
+            place += normal * dot(place - centre, slope);
+        }
+    }
+    return ball;
+}
+
 }  // namespace
 
 void makeBallCollision(const char* path) {
@@ -48,6 +67,7 @@ void makeBallCollision(const char* path) {
 
 // The mirrors lie on the collision copy's faces, each flat, so that a beam's spot lies on glass.
 void makeBall(const char* path) {
-    const Shape mirrors = panelled(smoothed(icosphere(radius - rise, level), hard), {0.45, 0.5, rise, hard});
+    const Shape ground = smoothed(icosphere(radius - rise, level), hard);
+    const Shape mirrors = hungAskew(panelled(ground, {0.45, 0.5, rise, hard}));
     writeAml(path, {painted(mirrors, hull::coolLamp), painted(frame(), hull::orange)});
 }

@@ -37,13 +37,13 @@ constexpr Course wall[] = {{0, 304, 304, 304, 2, 1, 1, walls::lowerHalf, false},
                            {224, 310, 318, 336, 2, 1, 2, walls::upperHalf, false},
                            {248, 284, 288, 290}};
 constexpr Course ceiling[] = {{248, 284, 288, 290, 2, 2, 2, walls::lamp, true},
-                              {276, 196, 204, 204, 2, 2, 2, walls::upperHalf, false},
+                              {276, 196, 204, 204, 2, 2, 2, walls::lamp, true},
                               {266, 92, 92, 92},
                               {282, 70, 70, 70},
                               {290, 0, 0, 0}};
 constexpr Course ground[] = {{0, 0, 0, 0},
-                             {0, 66, 66, 66, 1, 2, 1, walls::lamp, true},
-                             {0, 180, 180, 180, 2, 3, 1, walls::upperHalf, false},
+                             {0, 66, 66, 66, 1, 2, 3, walls::lamp, true},
+                             {0, 180, 180, 180, 2, 2, 4, walls::lamp, true},
                              {0, 304, 304, 304}};
 
 // A place round the hall; ridges have whole even columns.
@@ -76,7 +76,7 @@ Shape platedSkin(std::span<const Course> courses) {
         Shape plates = mappedEach(belt(&course), course.part);
         plates = divided(plates, course.across, course.along);
         if (course.eachPlate) plates = mappedEach(plates, course.part);
-        belts.push_back(pillowed(plates, {0.05, 1, course.swell, course.swell > 2 ? 3 : 2}));
+        belts.push_back(pillowed(plates, {0.05, 1, course.swell, course.swell > 2 ? 4 : 2}));
     }
     return joined(belts);
 }

@@ -42,7 +42,7 @@ void makeWhite(const char* path) {
     paint(canvas, [&](float x, float y, Rgba) {
         const float u = 2 * x / size - 1, v = 2 * y / size - 1;
         const float streak = bell(v, 0.16f) * bell(u, 0.75f), wash = bell(std::hypot(u, v), 0.62f);
-        return opaque(0.95f, 1, 0.97f) * (0.16f + 0.34f * wash) + opaque(1, 0.96f, 0.86f) * (0.5f * streak);
+        return opaque(0.95f, 1, 0.97f) * (0.07f + 0.22f * wash) + opaque(1, 0.96f, 0.86f) * (0.6f * streak);
     });
     saveRgb(canvas, path, Rows::BottomFirst);
 }
