@@ -1,4 +1,4 @@
-// Rays a second of the tracer against Embree on the same meshes.
+// Rays a second of the tracer against Embree on the same meshes, and what the beams of a frame cost.
 #include <embree3/rtcore.h>
 
 #include <algorithm>
@@ -6,7 +6,10 @@
 #include <random>
 
 #include "bench/bench.h"
+#include "effects/beams.h"
+#include "effects/huone.h"
 #include "geometry/trace.h"
+#include "tools/capture/stepped_show.h"
 
 namespace {
 
@@ -109,10 +112,27 @@ double embreeRaysPerSecond(const Mesh& mesh, const std::vector<Ray>& rays) {
     return rays.size() / seconds;
 }
 
+// Of one frame of the room, at the models that its beams see.
+double roomBeamsSeconds() {
+    SteppedShow show(30);
+    show.music.ms = 150000;
+    demo->clock.update();
+    Huone& room = static_cast<Huone&>(*demo->effects["huone"]);
+    room.moveBall();
+    return bestSeconds(100, [&] {
+        for (int source = 0; source < Huone::beamSources; source++) {
+            for (int aim = -1; aim <= 1; aim++) {
+                const Ray ray = Huone::beam(source, aim);
+                traceBeam(room.scene, ray.origin, ray.direction, beamBounces, room.path);
+            }
+        }
+    });
+}
+
 }  // namespace
 
 Figures benchRays() {
-    Figures figures;
+    Figures figures = {{"the room's fifteen beams", roomBeamsSeconds() * 1000, "ms", 0, 0, false}};
     const std::vector<Ray> rays = raysFromInside();
     for (int faces : {200, 1000, 5000}) {
         MeshSet set;

@@ -17,7 +17,6 @@ constexpr double ballTurnY = 0.3;
 constexpr double ballTurnX = 0.4;
 constexpr Vec3 ballCentre = {0, 70, 0};
 
-constexpr int sourceCount = 5;
 constexpr double sourceAngle = 0.6283185307179586;  // radians: half of what lies between two sources
 constexpr float sourceRadius = 120;
 constexpr float sourceHeight = 140;
@@ -89,17 +88,22 @@ void Huone::moveBall() {
     scene.setInstanceMatrix(1, affineProduct(translation(ballCentre), turn));
 }
 
-void Huone::drawBeams() {
+Ray Huone::beam(int source, int aim) {
+    const double angle = 2 * source * sourceAngle;
+    const Vec3 origin = {static_cast<float>(std::cos(angle) * sourceRadius), sourceHeight,
+                         static_cast<float>(std::sin(angle) * sourceRadius)};
     // Along one line through the ball's centre that never moves.
     const Vec3 spread = {static_cast<float>(std::sin(9.0)), static_cast<float>(std::cos(6.8)), 0};
-    for (int i = 0; i < sourceCount; ++i) {
-        const double angle = 2 * i * sourceAngle;
-        const Vec3 source = {static_cast<float>(std::cos(angle) * sourceRadius), sourceHeight,
-                             static_cast<float>(std::sin(angle) * sourceRadius)};
-        for (int j = -1; j <= 1; ++j) {
-            Vec3 direction = ballCentre + j * beamSpread * spread - source;
-            direction.normalize();
-            drawBeam(source, direction);
+    Vec3 direction = ballCentre + aim * beamSpread * spread - origin;
+    direction.normalize();
+    return {origin, direction};
+}
+
+void Huone::drawBeams() {
+    for (int source = 0; source < beamSources; ++source) {
+        for (int aim = -1; aim <= 1; ++aim) {
+            const Ray ray = beam(source, aim);
+            drawBeam(ray.origin, ray.direction);
         }
     }
 }

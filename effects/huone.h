@@ -6,6 +6,8 @@
 #include "geometry/trace.h"
 
 struct Huone : EffectBase {
+    static constexpr int beamSources = 5;  // on a ring above the ball
+
     bool beamsOn = true;      // false draws the room alone
     const char* spotTexture;  // key, not owned: the spot where a beam touches a surface
     TraceScene scene;         // instance 0 the room, 1 the ball, moved every frame
@@ -18,6 +20,9 @@ struct Huone : EffectBase {
     void draw() override;
     // One beam from `origin`, a point of the world, along the unit vector `direction`.
     void drawBeam(const Vec3& origin, const Vec3& direction);
+
+    // A beam of source 0..4, aimed at the ball's centre (0) or to either side of it (-1, 1).
+    static Ray beam(int source, int aim);
 
     void drawMachines();
     void drawRoom();

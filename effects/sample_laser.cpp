@@ -6,9 +6,7 @@
 #include "effects/beams.h"
 
 SampleLaser::SampleLaser(Demo* demo, const char* meshKey, int32_t unused)
-    : EffectBase(demo), meshKey(meshKey), unused(unused), path(beamCapacity) {
-    scene.addInstance(demo->meshes[meshKey]);
-}
+    : EffectBase(demo), meshKey(meshKey), unused(unused), path(beamCapacity) {}
 
 Vec3 SampleLaser::direction() const {
     using std::numbers::pi;
@@ -25,6 +23,7 @@ void SampleLaser::draw() {
     glEnable(GL_CULL_FACE);
     demo->drawMesh(meshKey);
 
+    if (scene.instances.count == 0) scene.addInstance(demo->meshes[meshKey]);
     traceBeam(scene, {0, 0, 0}, direction(), beamBounces, path);
     glDisable(GL_LIGHTING);
     glColor3f(1, 1, 1);

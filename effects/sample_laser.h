@@ -8,8 +8,8 @@
 struct SampleLaser : EffectBase {
     const char* meshKey;  // not owned: drawn, and what the beam bounces off
     int32_t unused;       // never read
-    TraceScene scene;
-    BeamPath path;  // of the last draw
+    TraceScene scene;     // empty until the first draw puts the mesh in
+    BeamPath path;        // of the last draw
 
     SampleLaser(Demo* demo, const char* meshKey, int32_t unused);
 

@@ -1,5 +1,6 @@
 #include "script/scene_kit.h"
 
+#include "effects/surface.h"
 #include "render/demo.h"
 
 int beatNumber() {
@@ -7,11 +8,7 @@ int beatNumber() {
 }
 
 void lightFrom(float x, float y, float z) {
-    Light& light = demo->lights[0];
-    light.enabled = true;
-    light.position[0] = x;
-    light.position[1] = y;
-    light.position[2] = z;
+    placeLight(demo->lights[0], x, y, z);
 }
 
 void useBoom(float distort, float scale) {

@@ -81,7 +81,10 @@ void sceneLaserIntro() {
     drawShipInTunnel();
 
     glowIntoRtt2();
-    if (inDistortion()) useDistort(tornDistortion());
+    if (inDistortion())
+        useDistort(tornDistortion());
+    else
+        demo->useShader();
     demo->drawScreenQuad("rtt2", 1);
     demo->useShader();
     boomOnOddBeats();

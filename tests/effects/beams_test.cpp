@@ -192,7 +192,11 @@ TEST_F(Beams, OfTheTestBenchAreTextureStripsWithoutTheirLastPoint) {
     SampleLaser bench(demo, "wall", 0);
     demo->controls[0] = 0.1f;
     demo->controls[1] = 0.37f;
+    EXPECT_EQ(bench.scene.instances.count, 0);
+    feedbackOf([&] { bench.draw(); });
     const Feedback picture = feedbackOf([&] { bench.draw(); });
+    EXPECT_EQ(bench.scene.instances.count, 1)
+        << "the mesh stands in its scene once, however often it is drawn";
     ASSERT_EQ(bench.path.count, 6);
     const Vec3 towards = heading(bench.path, 0);
     EXPECT_NEAR(towards.x / towards.y, std::tan(0.2 * 3.14159265), 1e-4f);
