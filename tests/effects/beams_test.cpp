@@ -70,10 +70,12 @@ TEST_F(Beams, TouchSurfacesWithSpots) {
                                      {1, {50, 0, 0}, {0, 0, 1}},
                                      {1, {100, 50, 0}, {0, -1, 0}},
                                      {1, {0, 100, 0}, {-0.6f, 0, 0.8f}},
+                                     {1, {0, 150, 0}, {0, 0.6f, 0.8f}},
+                                     {1, {50, 150, 0}, {0, 0.5f, 0.5f}},
                                      {1, {0, 0, 0}, {0, 0, 1}}});
     const Feedback picture = drawPath(bounces, laserTunnelBeam);
-    EXPECT_EQ(picture.lines.size(), 3u * 4);
-    ASSERT_EQ(picture.polygons.size(), 2u * 4) << "two triangles a spot, none at the last point";
+    EXPECT_EQ(picture.lines.size(), 3u * 6);
+    ASSERT_EQ(picture.polygons.size(), 2u * 6) << "two triangles a spot, none at the last point";
     const auto expectQuad = [&](int spot, std::vector<std::array<float, 2>> corners, float alpha) {
         SCOPED_TRACE(spot);
         auto vertices = picture.polygons[2 * spot];
@@ -95,7 +97,11 @@ TEST_F(Beams, TouchSurfacesWithSpots) {
     // Seen edge on: along (0, -1, 0), U is +z and V is -x.
     expectQuad(2, {{110, 50}, {110, 50}, {90, 50}, {90, 50}}, 1);
     // Tilted about y: U is (-0.8, 0, -0.6) and V is -y.
-    expectQuad(3, {{8, 110}, {-8, 110}, {-8, 90}, {8, 90}}, 0.5f);
+    expectQuad(3, {{8, 110}, {-8, 110}, {-8, 90}, {8, 90}}, 1);
+    // Steep, but not so steep that x is taken for the reference: U is -x and V tilted away.
+    expectQuad(4, {{8, 156.4f}, {-8, 156.4f}, {-8, 143.6f}, {8, 143.6f}}, 2.f / 3);
+    // As steep as that takes: U is tilted away and V is -x.
+    expectQuad(5, {{55, 145}, {55, 155}, {45, 155}, {45, 145}}, 1.f / 3);
 }
 
 TEST_F(Beams, OfTheLaserBounceOffWhatIsAdded) {
@@ -174,7 +180,10 @@ TEST_F(Beams, OfTheRoomSeeTheBallWhereItIsDrawn) {
         Vec3 aim = Vec3{2.06059f, 70 + 4.34699f, 0} - effect.path[0].point;
         EXPECT_LT(effect.path[1].distance, aim.length());
         aim.normalize();
-        EXPECT_GT(dot(aim, heading(effect.path, 0)), 0.99999f);
+        const Vec3 direction = heading(effect.path, 0);
+        EXPECT_NEAR(direction.x, aim.x, 1e-4f);
+        EXPECT_NEAR(direction.y, aim.y, 1e-4f);
+        EXPECT_NEAR(direction.z, aim.z, 1e-4f);
     }
     EXPECT_TRUE(drawn[1].units[1].on);
     EXPECT_EQ(drawn[1].units[1].generated, 2);
