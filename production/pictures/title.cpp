@@ -50,8 +50,27 @@ Rgba aurora(const std::vector<Curtain>& columns, int x, float y) {
         const Rgba colour =
             mix(opaque(0.03f, 0.26f, 0.26f), opaque(0.16f, 0.06f, 0.34f), smoothstep(0, 260, above));
         sum = sum + colour * (body * curtain.rays * curtain.presence * (0.95f - 0.2f * i));
+        // The sweep starts at the picture's top, so that the first that is seen is the curtains' crown.
+        const float crown = bell(y - 112, y < 112 ? 44 : 66) * smoothstep(0.3f, 1.15f, curtain.rays);
+        const Rgba tint = i == 0   ? opaque(0.30f, 0.09f, 0.44f)
+                          : i == 1 ? opaque(0.06f, 0.22f, 0.46f)
+                                   : opaque(0.40f, 0.10f, 0.24f);
+        sum = sum + tint * (0.95f * crown * curtain.presence);
     }
     return sum;
+}
+
+// The streak of light that gives the show its name: a meteor high in the sky, its head to the lower left.
+Rgba meteor(float x, float y) {
+    const Point head = {352, 232}, tail = {640, 118};
+    const Point along = (tail - head) * (1 / length(tail - head)), from = Point{x, y} - head;
+    const float behind = dot(from, along), away = along.x * from.y - along.y * from.x;
+    const float k = behind / length(tail - head);
+    const float fade = k < 0 ? bell(behind, 1.6f) : std::exp(-3.2f * k) * smoothstep(1, 0.4f, k);
+    const float core = bell(away, mix(1.5f, 0.8f, unit(k))), sheath = bell(away, mix(5, 12, unit(k)));
+    const float ball = std::exp(-length(from) / 6) + 0.16f * std::exp(-length(from) / 28);
+    return opaque(0.86f, 0.95f, 1) * (fade * core + ball) +
+           opaque(0.16f, 0.34f, 0.52f) * (0.7f * fade * sheath);
 }
 
 // Letters cut like a wedge into gold: every side of a stroke catches the light of its own direction.
@@ -86,9 +105,9 @@ Rgba streak(float x, float y) {
 }
 
 void addStars(Canvas& canvas) {
-    for (int i = 0; i < 420; i++) {
+    for (int i = 0; i < 560; i++) {
         const float x = 6 + randomAt(i, 0, 5) * (size - 12), y = 6 + randomAt(i, 1, 5) * (shore - 30);
-        const float brightness = 0.10f + 0.75f * std::pow(randomAt(i, 2, 5), 9.0f);
+        const float brightness = 0.12f + 0.80f * std::pow(randomAt(i, 2, 5), 7.0f);
         for (int row = -2; row <= 2; row++) {
             for (int column = -2; column <= 2; column++) {
                 const int px = static_cast<int>(x) + column, py = static_cast<int>(y) + row;
@@ -127,7 +146,7 @@ void makeTitle(const char* path) {
         const int px = static_cast<int>(x), py = static_cast<int>(y);
         const float distance = text.at(px, py), fill = coverage(distance);
         const float halo = 0.26f * std::exp(-std::fmax(distance, 0.0f) / 12) * smoothstep(60, 36, distance);
-        Rgba seen = sky + aurora(columns, px, y) * 1.35f;
+        Rgba seen = sky + aurora(columns, px, y) * 1.35f + meteor(x, y);
         seen = seen * (1 - 0.7f * smoothstep(40, 0, distance)) + opaque(1, 0.55f, 0.18f) * halo;
         if (fill > 0) seen = mix(seen, gold(text, px, py), fill);
         seen = seen + streak(x, y) * (1 - 0.35f * fill);
@@ -139,7 +158,7 @@ void makeTitle(const char* path) {
     paint(canvas, [&](float x, float y, Rgba seen) {
         if (y > shore) seen = mirrored(above, x, y);
         const float side = smoothstep(0, 0.10f, std::fmin(x, size - x) / size);
-        return seen * (side * smoothstep(0, 0.10f, std::fmin(y, size - y) / size));
+        return seen * (side * smoothstep(0, y < shore ? 0.06f : 0.10f, std::fmin(y, size - y) / size));
     });
     saveRgb(canvas, path, Rows::TopFirst);
 }
