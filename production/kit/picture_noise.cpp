@@ -60,6 +60,40 @@ float gradientNoise(float x, float y, int period, uint32_t seed) {
     return 1.5f * (top + (bottom - top) * v);
 }
 
+float gradientNoise(float x, float y, float z, uint32_t seed) {
+    const int x0 = static_cast<int>(std::floor(x)), y0 = static_cast<int>(std::floor(y)),
+              z0 = static_cast<int>(std::floor(z));
+    const float dx = x - x0, dy = y - y0, dz = z - z0;
+    float corners[2][2][2];
+    for (int k = 0; k < 2; k++)
+        for (int j = 0; j < 2; j++)
+            for (int i = 0; i < 2; i++) {
+                // Towards the middle of one of a cube's twelve edges (Perlin 2002).
+                const uint32_t edge = hashAt(x0 + i, y0 + j, seed + 0x9e37u * (z0 + k)) % 12;
+                const float a = edge & 1 ? 1.0f : -1.0f, b = edge & 2 ? 1.0f : -1.0f;
+                corners[k][j][i] = edge < 4   ? a * (dx - i) + b * (dy - j)
+                                   : edge < 8 ? a * (dx - i) + b * (dz - k)
+                                              : a * (dy - j) + b * (dz - k);
+            }
+    const float u = fade(dx), v = fade(dy), w = fade(dz);
+    float planes[2];
+    for (int k = 0; k < 2; k++) {
+        const float top = corners[k][0][0] + (corners[k][0][1] - corners[k][0][0]) * u;
+        const float bottom = corners[k][1][0] + (corners[k][1][1] - corners[k][1][0]) * u;
+        planes[k] = top + (bottom - top) * v;
+    }
+    return planes[0] + (planes[1] - planes[0]) * w;
+}
+
+float fractalNoise(float x, float y, float z, int octaves, uint32_t seed) {
+    float sum = 0, strength = 0.5f;
+    for (int octave = 0; octave < octaves; octave++) {
+        sum += strength * gradientNoise(x, y, z, seed + octave);
+        x *= 2, y *= 2, z *= 2, strength *= 0.5f;
+    }
+    return sum;
+}
+
 float fractalNoise(float x, float y, int period, int octaves, uint32_t seed) {
     float sum = 0, strength = 0.5f;
     for (int octave = 0; octave < octaves; octave++) {

@@ -14,5 +14,9 @@ float gradientNoise(float x, float y, int period, uint32_t seed);
 // Octaves of gradient noise, each of twice the frequency and half the strength, about -1..1.
 float fractalNoise(float x, float y, int period, int octaves, uint32_t seed);
 
+// The same in space, which repeats nowhere: for what is wrapped round a ball.
+float gradientNoise(float x, float y, float z, uint32_t seed);
+float fractalNoise(float x, float y, float z, int octaves, uint32_t seed);
+
 // Octaves of the noise's creases: thin bright veins on dark, 0..1.
 float ridgedNoise(float x, float y, int period, int octaves, uint32_t seed);

@@ -79,16 +79,27 @@ void makeSphereMap(const char* path, const std::vector<Softbox>& lamps, Ground g
     paint(canvas, [&](float x, float y, Rgba) {
         float nx = 2 * x / size - 1, ny = 1 - 2 * y / size;
         const float radius = std::hypot(nx, ny);
-        // Beyond the disc its rim runs on, so that filtering finds no edge.
+        // Beyond the disc its rim runs on for a while, so that filtering finds no edge.
         if (radius > 0.999f) nx *= 0.999f / radius, ny *= 0.999f / radius;
         const float nz = std::sqrt(1 - nx * nx - ny * ny);
         const Direction towards = {2 * nz * nx, 2 * nz * ny, 2 * nz * nz - 1};
         Rgba seen = ground(towards);
         for (const HungLamp& lamp : studio) seen = seen + lit(lamp, towards);
+        seen = seen * smoothstep(1.16f, 1.04f, radius);
         seen.a = 1;
         return seen;
     });
     saveRgb(canvas, path, Rows::BottomFirst);
+}
+
+// What lies straight behind a hull and so glances off its outline: light that is cool on the left, warm on
+// the right and strongest from above.
+Rgba rimLight(Direction towards) {
+    const float aside = towards.x / (std::hypot(towards.x, towards.y) + 1e-4f);
+    const float above = towards.y / (std::hypot(towards.x, towards.y) + 1e-4f);
+    const Rgba tint =
+        mix(light(0.50f, 0.62f, 1.0f), light(1.0f, 0.66f, 0.42f), smoothstep(-0.5f, 0.7f, aside));
+    return tint * (smoothstep(-0.25f, -0.85f, towards.z) * mix(0.45f, 1, smoothstep(-0.8f, 0.6f, above)));
 }
 
 }  // namespace
@@ -125,26 +136,30 @@ void makeStudio(const char* path) {
     });
 }
 
-// On the robot's body, which has no other picture: the lit colour times this. A night hangar: black floor, a
-// hard horizon, a bank of tubes overhead and tall windows at the sides.
+// On the robot's body, which has no other picture: the lit colour times this. A dark floor, a hard horizon
+// with the night's colours above it, a bank of tubes overhead and tall windows at the sides.
 void makeRobotChrome(const char* path) {
     std::vector<Softbox> lamps = {
-        {-78, 16, {0.16f, 0.62f}, 4, 0.02f, light(0.46f, 0.52f, 0.60f)},
-        {-96, 16, {0.08f, 0.62f}, 4, 0.02f, light(0.30f, 0.35f, 0.42f)},
-        {96, 4, {0.07f, 0.90f}, -8, 0.03f, light(0.62f, 0.46f, 0.30f)},
+        {-70, 16, {0.16f, 0.62f}, 4, 0.02f, light(0.62f, 0.74f, 0.92f)},
+        {-90, 16, {0.08f, 0.62f}, 4, 0.02f, light(0.38f, 0.46f, 0.60f)},
+        {84, 4, {0.07f, 0.90f}, -8, 0.03f, light(0.98f, 0.70f, 0.44f)},
         {150, 30, {0.9f, 0.10f}, 10, 0.05f, light(0.35f, 0.40f, 0.48f)},
     };
-    addBank(lamps, {8, 34, {0.9f, 0.035f}, -5, 0.012f, light(0.70f, 0.72f, 0.76f)}, {0, 11}, 5, 0.84f);
+    addBank(lamps, {8, 34, {0.9f, 0.035f}, -5, 0.012f, light(0.78f, 0.84f, 0.90f)}, {0, 11}, 5, 0.84f);
+    // Below, for a viewer who looks up at it.
+    addBank(lamps, {-14, -20, {0.60f, 0.020f}, 7, 0.012f, light(0.30f, 0.46f, 0.56f)}, {2, -10}, 4, 0.86f);
+    addBank(lamps, {40, -16, {0.016f, 0.34f}, 12, 0.012f, light(0.56f, 0.40f, 0.26f)}, {7, -2}, 4, 0.84f);
     const std::vector<Stop> sky = {
-        {-1, light(0.012f, 0.010f, 0.012f)},  {-0.5f, light(0.05f, 0.045f, 0.045f)},
-        {-0.06f, light(0.14f, 0.12f, 0.11f)}, {-0.045f, light(0.01f, 0.01f, 0.012f)},
-        {0.0f, light(0.02f, 0.02f, 0.025f)},  {0.02f, light(0.40f, 0.42f, 0.46f)},
-        {0.12f, light(0.18f, 0.20f, 0.24f)},  {0.45f, light(0.05f, 0.06f, 0.08f)},
-        {1, light(0.015f, 0.02f, 0.03f)}};
-    makeSphereMap(path, lamps, [&](Direction towards) { return gradient(sky, towards.y); });
+        {-1, light(0.010f, 0.008f, 0.012f)},  {-0.5f, light(0.03f, 0.026f, 0.032f)},
+        {-0.06f, light(0.13f, 0.10f, 0.09f)}, {-0.045f, light(0.006f, 0.006f, 0.010f)},
+        {0.0f, light(0.012f, 0.012f, 0.02f)}, {0.02f, light(0.46f, 0.54f, 0.60f)},
+        {0.10f, light(0.12f, 0.19f, 0.24f)},  {0.30f, light(0.05f, 0.06f, 0.10f)},
+        {0.55f, light(0.06f, 0.03f, 0.10f)},  {1, light(0.02f, 0.012f, 0.035f)}};
+    makeSphereMap(path, lamps,
+                  [&](Direction towards) { return gradient(sky, towards.y) + rimLight(towards) * 0.78f; });
 }
 
-// On its arms: gun metal, a cross of fine tubes.
+// On its arms, its face and the ring: gun metal, a cross of fine tubes.
 void makeArmChrome(const char* path) {
     const std::vector<Softbox> lamps = {
         {-30, 40, {0.9f, 0.035f}, 10, 0.02f, light(0.78f, 0.82f, 0.88f)},
@@ -156,8 +171,10 @@ void makeArmChrome(const char* path) {
     const std::vector<Stop> sky = {
         {-1, light(0.02f, 0.02f, 0.022f)},     {-0.08f, light(0.09f, 0.085f, 0.09f)},
         {-0.02f, light(0.01f, 0.01f, 0.012f)}, {0.03f, light(0.28f, 0.29f, 0.32f)},
-        {0.3f, light(0.10f, 0.11f, 0.13f)},    {1, light(0.03f, 0.035f, 0.045f)}};
-    makeSphereMap(path, lamps, [&](Direction towards) { return gradient(sky, towards.y); });
+        {0.2f, light(0.06f, 0.09f, 0.12f)},    {0.5f, light(0.06f, 0.035f, 0.10f)},
+        {1, light(0.02f, 0.015f, 0.035f)}};
+    makeSphereMap(path, lamps,
+                  [&](Direction towards) { return gradient(sky, towards.y) + rimLight(towards) * 0.55f; });
 }
 
 // The hall's own: tall lamps all round and a ring of light overhead. The room binds it and leaves it switched

@@ -33,7 +33,7 @@ void makeRedBand(const char* path) {
 }
 
 void makeGreenBand(const char* path) {
-    makeBand(path, opaque(0, 0.021f, 0.009f), opaque(0.03f, 0.85f, 0.32f), opaque(0.50f, 1, 0.65f));
+    makeBand(path, opaque(0, 0.026f, 0.019f), opaque(0.03f, 0.85f, 0.32f), opaque(0.50f, 1, 0.65f));
 }
 
 // The face: two lenses and the music as a mouth, added to the visor. Neutral, since its robot turns from red
@@ -60,8 +60,9 @@ void makeRobotFace(const char* path) {
         const float lines = 0.80f + 0.20f * std::cos(y * 0.78539816f);
         const float ink = 0.85f * iris * glint + 0.60f * ring + 0.28f * ticks + 0.55f * mouth +
                           (corner ? 0.45f : 0.10f) * frame;
-        const float sheen = 0.02f * (1 - y / size);
-        return opaque(0.52f, 0.66f, 0.62f) * (ink * lines) + opaque(0.5f, 0.7f, 0.75f) * sheen;
+        // The tube itself, lit from within.
+        const float sheen = 0.07f * bell(length(place - Point{256, 250}), 170);
+        return opaque(0.46f, 0.66f, 0.62f) * (ink * lines) + opaque(0.30f, 0.62f, 0.78f) * sheen;
     });
     const Canvas halo = blurred(canvas, 9, Edge::Clamp);
     addLayer(canvas, halo, 0.25f);

@@ -13,9 +13,9 @@ void main() {
     float radius = length(disc);
     float swirl = texture2D(noise, wide).r;
     float wisp = texture2D(noise, fine + 0.35 * swirl).r;
-    float smoke = swirl * wisp * (1.0 - smoothstep(0.35, 0.86, radius));
-    // A hundred rays meet in the middle and add up there, as many as the disc around them has room for.
-    float spread = 0.15 + smoothstep(0.0, 0.7, radius);
+    float smoke = swirl * wisp * (1.0 - smoothstep(0.45, 0.86, radius));
+    // A hundred rays meet in the middle and add up there; and who stands there is to be seen through the smoke.
+    float spread = 0.07 + 0.9 * smoothstep(0.15, 0.80, radius);
     vec3 light = color.rgb * spread * (0.9 * smoke + 0.02) + 0.25 * smoke * smoke * spread;
     gl_FragColor = vec4(light, color.a) * gl_Color;
 }
