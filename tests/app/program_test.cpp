@@ -67,6 +67,10 @@ TEST_F(Program, StartUpFailuresPrintTheirMessageAsItStandsAndEndWithStatusZero) 
     EXPECT_EQ(noWindow.status, 0);
     EXPECT_EQ(noWindow.errors, "error: Video mode set failed: %s\n\n");
 
+    const Outcome noShaders = run("-win -nosound", "MESA_EXTENSION_OVERRIDE=-GL_ARB_shading_language_100");
+    EXPECT_EQ(noShaders.status, 0);
+    EXPECT_EQ(noShaders.errors, "error: Seems that ARB_shading_language_100 is not supported.\n");
+
     for (const char* screen : {"-win", "-fs"}) {
         const Outcome noData = run(screen);
         EXPECT_EQ(noData.status, 0);

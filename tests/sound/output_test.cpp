@@ -2,6 +2,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -130,16 +131,38 @@ struct Player {
     }
 };
 
+// What the player printed of its position.
+Readings readingsOf(const Player& player) {
+    std::ifstream lines(player.output);
+    Readings readings;
+    for (std::string word; lines >> word;) {
+        if (word != "reading") continue;
+        readings.emplace_back();
+        lines >> readings.back().time >> readings.back().position;
+    }
+    return readings;
+}
+
 TEST(Player, DISABLED_Plays) {
     if (!std::getenv("PLAYER_OUTPUT")) GTEST_SKIP() << "started by the other tests";
     const int output = std::atoi(std::getenv("PLAYER_OUTPUT"));
     const std::string end = std::getenv("PLAYER_END"), file = std::getenv("PLAYER_FILE");
+    const auto print = [](const Readings& readings) {
+        for (const Reading& reading : readings) printf("reading %.6f %d\n", reading.time, reading.position);
+    };
     if (end == "show") {
-        for (const Reading& reading : playShow(output, file))
-            printf("reading %.6f %d\n", reading.time, reading.position);
+        print(playShow(output, file));
         return;
     }
     sound::Stream* stream = startPlaying(output, file);
+    if (end == "stall") {
+        Readings readings;
+        readFor(1.5, stream, readings);
+        raise(SIGSTOP);
+        readFor(2.5, stream, readings);
+        print(readings);
+        return;
+    }
     printf("output %d\n", sound::output());
     sleepSeconds(0.5);
     if (end == "return") return;
@@ -176,14 +199,42 @@ TEST(Output, OssIsHeardWhereThePositionIs) {
     environment.set("LD_PRELOAD", "/usr/$LIB/pulseaudio/libpulsedsp.so");
     Player player(sound::Oss, "show", environment);
     ASSERT_EQ(waitForProcess(player.process), 0) << contents(player.output);
-    std::ifstream lines(player.output);
-    Readings readings;
-    for (std::string word; lines >> word;) {
-        if (word != "reading") continue;
-        readings.emplace_back();
-        lines >> readings.back().time >> readings.back().position;
-    }
+    const Readings readings = readingsOf(player);
     expectSteady(readings);
+    const auto& recording = recorder.samples();
+    expectHeard(
+        readings, recording, [&](double time) { return recorder.frameAt(time); }, reference);
+}
+
+TEST(Output, AStallCostsItsOwnLengthAndNoMore) {
+    const std::vector<float> reference = decodeVorbis(noiseFile());
+    SoundServer server;
+    Recorder recorder;
+    wakeSink();
+    Environment environment;
+    Player player(sound::Alsa, "stall", environment);
+    int status = 0;
+    ASSERT_EQ(waitpid(player.process, &status, WUNTRACED), player.process);
+    ASSERT_TRUE(WIFSTOPPED(status)) << contents(player.output);
+    // The device runs dry in a third of that.
+    sleepSeconds(0.6);
+    kill(player.process, SIGCONT);
+    ASSERT_EQ(waitForProcess(player.process), 0);
+
+    Readings readings = readingsOf(player);
+    expectSteady(readings);
+    const auto after = std::adjacent_find(readings.begin(), readings.end(),
+                                          [](const auto& a, const auto& b) { return b.time - a.time > 0.5; });
+    ASSERT_NE(after, readings.end());
+    const double elapsed = (after[1].time - after[0].time) * 1000;
+    EXPECT_NEAR(after[1].position - after[0].position, elapsed, 20);
+    const double sinceThen = (readings.back().time - after->time) * 1000;
+    EXPECT_NEAR(readings.back().position - after->position, sinceThen, 50) << "the show fell behind";
+    // Half a second later at most it is heard again, where the position says.
+    readings.erase(readings.begin(), after + 1);
+    std::erase_if(readings, [&, resumed = readings.front().time](const Reading& reading) {
+        return reading.time < resumed + 0.5;
+    });
     const auto& recording = recorder.samples();
     expectHeard(
         readings, recording, [&](double time) { return recorder.frameAt(time); }, reference);
