@@ -83,23 +83,4 @@ TEST_F(MeshGl, PointersFollowTheAttributeTable) {
     Mesh::unbindArrays();
 }
 
-TEST_F(MeshGl, RemappedCoordinatesServeBothUnits) {
-    load({quadMesh(), quadMesh()});
-    Mesh& mesh = set.meshes[0];
-    const GLuint released = mesh.vertexBuffer;
-    mesh.releaseBuffers();
-    EXPECT_FALSE(glIsBufferARB(released));
-    EXPECT_TRUE(glIsBufferARB(set.meshes[1].vertexBuffer));
-    EXPECT_TRUE(glIsBufferARB(set.meshes[1].indexBuffer));
-
-    mesh.attribType[mesh.slotOfType[texCoordAttrib]] = texCoordAttrib + 2;
-    mesh.rebuildAttribs();
-    mesh.upload();
-    mesh.bindArrays();
-    EXPECT_TRUE(arrayEnabled(0));
-    EXPECT_FALSE(arrayEnabled(1));
-    EXPECT_TRUE(arrayEnabled(2));
-    Mesh::unbindArrays();
-}
-
 }  // namespace

@@ -112,15 +112,6 @@ TEST(Mesh, OtherVertexOfFace) {
     EXPECT_EQ(flat.otherVertexOfFace(0, 0, 1), 65535);
 }
 
-TEST(Mesh, RemappedTypeIsKnownUnderBothNames) {
-    Mesh mesh = loadMesh(quadMesh());
-    mesh.attribType[mesh.slotOfType[texCoordAttrib]] = texCoordAttrib + 2;
-    mesh.rebuildAttribs();
-    EXPECT_EQ(mesh.attribOffset(texCoordAttrib), 4);
-    EXPECT_EQ(mesh.attribOffset(texCoordAttrib + 2), 4);
-    EXPECT_TRUE(mesh.hasAttrib(texCoordAttrib));
-}
-
 TEST(MeshDeath, LayoutsThatCannotBeWorkedOnEnd) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     Mesh mesh = loadMesh(quadMesh());
