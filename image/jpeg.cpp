@@ -3,6 +3,7 @@
 #include <jerror.h>
 #include <jpeglib.h>
 
+#include <memory>
 #include <new>
 
 #include "image/image.h"
@@ -20,13 +21,13 @@ int loadJpeg(const char* path, Image* image, uint8_t flip) {
     jpeg_error_mgr errors;
     decoder.err = jpeg_std_error(&errors);
     jpeg_create_decompress(&decoder);
-    FILE* file = std::fopen(path, "rb");
+    const std::unique_ptr<FILE, int (*)(FILE*)> file(std::fopen(path, "rb"), std::fclose);
     if (!file) {
         std::fprintf(stderr, "can't open %s\n", path);
         jpeg_destroy_decompress(&decoder);
         return -1;
     }
-    jpeg_stdio_src(&decoder, file);
+    jpeg_stdio_src(&decoder, file.get());
     jpeg_read_header(&decoder, TRUE);
     if (decoder.image_width > largestSide || decoder.image_height > largestSide)
         ERREXIT1(&decoder, JERR_IMAGE_TOO_BIG, largestSide);
@@ -44,7 +45,6 @@ int loadJpeg(const char* path, Image* image, uint8_t flip) {
     }
     jpeg_finish_decompress(&decoder);
     jpeg_destroy_decompress(&decoder);
-    std::fclose(file);
     if (flip) flipImage(*image, 1, 0);
     return 0;
 }

@@ -5,6 +5,7 @@
 
 #include <cstdio>
 #include <cstring>
+#include <iterator>
 #include <new>
 
 #include "image/image.h"
@@ -19,6 +20,21 @@ struct PngFile {
     png_structp png;
     png_infop info;
 };
+
+// libpng makes room for all rows before it reads one: a header must not claim more than deflate, at its
+// tightest, can have packed into the file.
+bool canHoldItsRows(FILE* file) {
+    constexpr uint64_t tightest = 1032;
+    constexpr int channelsOfType[] = {1, 0, 3, 1, 2, 0, 4};
+    uint8_t head[26] = {};  // signature, the first chunk's length and name, width, height, depth, colour type
+    const size_t got = std::fread(head, 1, sizeof head, file);
+    std::fseek(file, 0, SEEK_END);
+    const long size = std::ftell(file);
+    std::rewind(file);
+    if (got < sizeof head || head[25] >= std::size(channelsOfType)) return true;  // for libpng to turn down
+    const uint64_t rowBits = uint64_t{png_get_uint_32(head + 16)} * head[24] * channelsOfType[head[25]];
+    return (rowBits / 8 + 1) * png_get_uint_32(head + 20) / tightest <= static_cast<uint64_t>(size);
+}
 
 bool readPicture(PngFile& source) {
     if (setjmp(png_jmpbuf(source.png))) return false;
@@ -72,7 +88,8 @@ bool writePicture(PngFile& target, const PngRows& rows) {
     for (int y = 0; y < rows.height; ++y)
         png_write_row(target.png, rows.pixels + static_cast<size_t>(y) * rows.stride);
     png_write_end(target.png, nullptr);
-    return true;
+    // The last rows may still wait for room on the disk.
+    return std::fflush(target.file) == 0;
 }
 
 }  // namespace
@@ -85,7 +102,8 @@ int loadPng(const char* path, Image* image, uint8_t flip) {
     }
     source.png = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
     if (source.png) source.info = png_create_info_struct(source.png);
-    const bool loaded = source.info && readPicture(source) && copyPicture(source, image, flip != 0);
+    const bool loaded = source.info && canHoldItsRows(source.file) && readPicture(source) &&
+                        copyPicture(source, image, flip != 0);
     png_destroy_read_struct(&source.png, &source.info, nullptr);
     std::fclose(source.file);
     return loaded ? 0 : -1;

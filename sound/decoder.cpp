@@ -35,6 +35,17 @@ std::vector<SideGains> sideGains(int channels) {
     return gains;
 }
 
+// Whether every link of a chained file can be decoded. libvorbis must not be asked twice about one that
+// can't: the second time it takes the codebooks for made and divides by what they lack.
+bool isPlayable(OggVorbis_File& file) {
+    for (int link = 0; link < ov_streams(&file); ++link) {
+        vorbis_dsp_state decoder;
+        if (vorbis_synthesis_init(&decoder, ov_info(&file, link)) != 0) return false;
+        vorbis_dsp_clear(&decoder);
+    }
+    return true;
+}
+
 }  // namespace
 
 std::unique_ptr<Decoder> Decoder::open(const char* path) {
@@ -42,7 +53,7 @@ std::unique_ptr<Decoder> Decoder::open(const char* path) {
     if (!path || !std::filesystem::is_regular_file(path, error)) return nullptr;
     std::unique_ptr<Decoder> decoder(new Decoder);
     // A failed open leaves a file that ov_clear takes.
-    if (ov_fopen(path, &decoder->file) != 0) return nullptr;
+    if (ov_fopen(path, &decoder->file) != 0 || !isPlayable(decoder->file)) return nullptr;
     return decoder;
 }
 

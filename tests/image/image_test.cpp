@@ -171,7 +171,7 @@ TEST_F(ImageFile, TruncatedJpegStillHasItsSize) {
 
 TEST_F(ImageFile, FullDiskIsReported) {
     const Picture small(2, 2, 3);
-    EXPECT_NE(write(writePng, "/dev/full", small), 0);
+    EXPECT_EQ(errorsOf([&] { EXPECT_NE(write(writePng, "/dev/full", small), 0); }), "write_png: Error 3\n");
     EXPECT_NE(write(writePpm, "/dev/full", small), 0);
     EXPECT_EXIT(write(writeJpeg, "/dev/full", small), testing::ExitedWithCode(EXIT_FAILURE), ".");
     Picture noise(200, 200, 3);

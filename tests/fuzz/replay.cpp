@@ -1,0 +1,29 @@
+// Tries every file of the folders named, in order, without the fuzzer: for the tests.
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t size);
+
+int main(int count, char** folders) {
+    std::vector<std::filesystem::path> paths;
+    for (int i = 1; i < count; ++i) {
+        if (!std::filesystem::exists(folders[i])) continue;
+        for (const auto& entry : std::filesystem::directory_iterator(folders[i])) paths.push_back(entry);
+    }
+    std::sort(paths.begin(), paths.end());
+    for (const auto& path : paths) {
+        printf("%s\n", path.c_str());
+        fflush(stdout);
+        std::ifstream file(path, std::ios::binary);
+        const std::string bytes{std::istreambuf_iterator<char>(file), {}};
+        LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size());
+    }
+    // A replay of nothing would pass for good.
+    return paths.empty() ? 1 : 0;
+}

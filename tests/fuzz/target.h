@@ -1,0 +1,20 @@
+// What a fuzz target is: a function that hands an input to a reader and uses what was read as the program
+// does. Everything but a crash, a hang, a leak or a complaint of a sanitizer is fine.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "tests/memory_file.h"
+
+// May end by a CleanExit.
+void tryInput(std::string_view input);
+
+// Reads every byte, so that what was never written or lies outside is noticed.
+inline volatile uint8_t readSum;
+inline void readAll(const void* bytes, size_t count) {
+    uint8_t sum = 0;
+    for (size_t i = 0; i < count; ++i) sum ^= static_cast<const uint8_t*>(bytes)[i];
+    readSum = sum;
+}
