@@ -96,7 +96,10 @@ std::unique_ptr<Device> openAlsa(int rate) {
     snd_lib_error_set_handler(ignoreMessage);
     unsigned exactRate = unsigned(rate), spareRate = unsigned(rate);
     snd_pcm_t* pcm = openPcm(&exactRate);
-    if (!pcm) return nullptr;
+    if (!pcm) {
+        snd_config_update_free_global();
+        return nullptr;
+    }
     auto device = std::make_unique<AlsaDevice>();
     device->code = Alsa;
     device->rate = int(exactRate);

@@ -1,39 +1,7 @@
-// The program as its users meet it: run as a process, by what it prints and how it ends.
-#include <gtest/gtest.h>
-#include <signal.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <cstdlib>
-
-#include "tests/scratch.h"
+// Starting and ending the program.
+#include "tests/app/program.h"
 
 namespace {
-
-struct Outcome {
-    int status;  // -1 if it did not end by itself
-    std::string output;
-    std::string errors;
-};
-
-std::string contentOf(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
-class Program : public testing::Test {
-public:
-    // Where the program runs: a directory without data, unless a test puts some there.
-    ScratchDirectory scratch;
-
-    Outcome run(const std::string& options, const std::string& environment = "") {
-        const std::string command = "cd " + scratch.path.string() + " && " + environment +
-                                    " " VALOJUOVA_PROGRAM " " + options + " >output 2>errors";
-        const int status = std::system(command.c_str());
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contentOf(scratch.file("output")),
-                contentOf(scratch.file("errors"))};
-    }
-};
 
 const char usageText[] =
     "Options:\n"
@@ -80,38 +48,11 @@ TEST_F(Program, StartUpFailuresPrintTheirMessageAsItStandsAndEndWithStatusZero) 
 }
 
 TEST_F(Program, PlaysWithoutMusicUntilItsWindowIsClosed) {
-    std::filesystem::create_directory(scratch.path / "data");
-    for (const auto& entry : std::filesystem::directory_iterator("data")) {
-        if (entry.path().extension() == ".ogg") continue;
-        std::filesystem::create_symlink(std::filesystem::canonical(entry.path()),
-                                        scratch.path / "data" / entry.path().filename());
-    }
-
-    int output[2];
-    ASSERT_EQ(pipe(output), 0);
-    const pid_t process = fork();
-    if (process == 0) {
-        dup2(output[1], STDOUT_FILENO);
-        close(output[0]);
-        close(output[1]);
-        if (chdir(scratch.path.c_str()) == 0) {
-            // Line by line, so that the line about the sound tells that everything has been loaded.
-            execlp("stdbuf", "stdbuf", "-oL", VALOJUOVA_PROGRAM, "-win", "-nosound", nullptr);
-        }
-        _exit(99);
-    }
-    close(output[1]);
-    std::string line;
-    for (char c; line.back() != '\n' && read(output[0], &c, 1) == 1;) line += c;
-    EXPECT_EQ(line, "Using No sound.\n");
-
-    // SDL makes of it what it makes of a click on the close button.
-    kill(process, SIGTERM);
-    int status = 0;
-    waitpid(process, &status, 0);
-    close(output[0]);
-    EXPECT_TRUE(WIFEXITED(status));
-    EXPECT_EQ(WEXITSTATUS(status), 0);
+    linkData();
+    std::filesystem::remove(scratch.path / "data/KVX - Ondrevane2.ogg");
+    EXPECT_EQ(start("-nosound"), "Using No sound.\n");
+    EXPECT_EQ(end(false), 0);
+    EXPECT_EQ(errors(), "");
 }
 
 }  // namespace

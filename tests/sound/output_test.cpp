@@ -369,6 +369,42 @@ TEST(Output, TheShowOutlivesTheServer) {
     sound::stop();
 }
 
+// What was replaced by silence stays silent: a server that comes late must not disturb the clock.
+TEST(Output, AServerThatComesLateChangesNothing) {
+    Environment environment;
+    environment.set("HOME", scratchPath("nobody"));
+    environment.set("XDG_RUNTIME_DIR", scratchPath("nowhere"));
+    sound::Stream* stream = startPlaying(sound::Alsa, noiseFile());
+    const SoundServer server;
+    Readings readings;
+    readFor(1, stream, readings);
+    expectSteady(readings);
+    EXPECT_EQ(sound::output(), sound::None);
+    sound::stop();
+}
+
+TEST(Output, AHundredSeeksInTenSecondsLeaveSoundAndPositionTogether) {
+    const std::vector<float> reference = decodeVorbis(noiseFile());
+    SoundServer server;
+    Recorder recorder;
+    wakeSink();
+    sound::Stream* stream = startPlaying(sound::Alsa, noiseFile());
+    for (int i = 0; i < 100; ++i) {
+        const int target = i * 7919 % 10000;
+        sound::setPosition(stream, target);
+        EXPECT_NEAR(sound::position(stream), target, 5);
+        sleepSeconds(0.1);
+    }
+    Readings readings;
+    readFor(2, stream, readings);
+    EXPECT_EQ(sound::output(), sound::Alsa);
+    sound::stop();
+    expectSteady(readings);
+    const auto& recording = recorder.samples();
+    expectHeard(
+        readings, recording, [&](double time) { return recorder.frameAt(time); }, reference);
+}
+
 TEST(Output, EveryWayOutEndsTheThread) {
     SoundServer server;
     struct Way {

@@ -1,0 +1,99 @@
+// The program as its users meet it: run as a process in a folder of its own, by what it prints and how it
+// ends.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <iterator>
+
+#include "tests/scratch.h"
+
+struct Outcome {
+    int status;  // -1 if it did not end by itself
+    std::string output;
+    std::string errors;
+};
+
+inline std::string contentOf(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+class Program : public testing::Test {
+public:
+    // Where the program runs: a directory without data, unless a test puts some there.
+    ScratchDirectory scratch;
+
+    // Every file of the data set, below data/.
+    static std::vector<std::filesystem::path> dataFiles() {
+        std::vector<std::filesystem::path> files;
+        for (const auto& entry : std::filesystem::recursive_directory_iterator("data")) {
+            const bool ours = entry.is_regular_file() && !entry.path().filename().string().starts_with(".");
+            if (ours) files.push_back(entry.path());
+        }
+        return files;
+    }
+
+    // Puts the data set into the directory.
+    void linkData() const {
+        for (const auto& file : dataFiles()) {
+            std::filesystem::create_directories((scratch.path / file).parent_path());
+            std::filesystem::create_symlink(std::filesystem::canonical(file), scratch.path / file);
+        }
+    }
+
+    // Runs it to its end.
+    Outcome run(const std::string& options, const std::string& environment = "") const {
+        const std::string command = "cd " + scratch.path.string() + " && " + environment +
+                                    " " VALOJUOVA_PROGRAM " " + options + " >output 2>errors";
+        const int status = std::system(command.c_str());
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contentOf(scratch.file("output")), errors()};
+    }
+
+    // Starts it in a window and goes on when everything has been loaded. Returns the line about
+    // the sound.
+    std::string start(const std::string& options) {
+        int output[2];
+        if (pipe(output) != 0) return "no pipe";
+        process = fork();
+        if (process == 0) {
+            dup2(output[1], STDOUT_FILENO);
+            close(output[0]);
+            close(output[1]);
+            const std::string command = "exec setpriv --pdeathsig KILL stdbuf -oL " VALOJUOVA_PROGRAM
+                                        " -win " +
+                                        options + " 2>errors";
+            if (chdir(scratch.path.c_str()) == 0) execlp("sh", "sh", "-c", command.c_str(), nullptr);
+            _exit(99);
+        }
+        close(output[1]);
+        std::string line;
+        for (char c; !line.ends_with('\n') && read(output[0], &c, 1) == 1;) line += c;
+        close(output[0]);
+        return line;
+    }
+    // Presses keys in its window and in no other, `delay` milliseconds apart.
+    void press(const std::string& keys, int delay) const {
+        const std::string command = "xdotool search --sync --all --pid " + std::to_string(process) +
+                                    " --name Valojuova key --window %1 --delay " + std::to_string(delay) +
+                                    " " + keys + " 2>/dev/null";
+        EXPECT_EQ(std::system(command.c_str()), 0) << command;
+    }
+    // What it has printed to standard error.
+    std::string errors() const { return contentOf(scratch.file("errors")); }
+    // Waits for the end of what was started, after a click on the close button if that is asked for.
+    int end(bool byItself) {
+        // SDL makes a click of it.
+        if (!byItself) kill(process, SIGTERM);
+        int status = 0;
+        waitpid(process, &status, 0);
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+
+private:
+    pid_t process = -1;
+};
