@@ -1,11 +1,11 @@
 #version 110
-// A shock: a packet of ring waves that bends the picture, splits its colours a little and glints. It starts in the
-// middle when "scale" is 0.3 and runs outward as "scale" falls to 0, where the picture is left alone. A "scale" that
-// stands still holds a ring of glass at its place.
+// A shock wave: a front that throws the picture outward, splits its colours and glints, and a wake behind it that
+// sinks, rings once and dies away. It starts in the middle when "scale" is 0.3 and runs outward as "scale" falls to 0,
+// where the picture is left alone. A "scale" that stands still holds a ring of glass at its place.
 
 uniform sampler2D picture;
 uniform vec2 center;    // of the rings, 0..1 across what is seen
-uniform float distort;  // how tight the waves are: 1 one wide lens, 54 fine ripples; 0 leaves the picture alone
+uniform float distort;  // how tight the wave is: 1 a wide lens, 54 a blade; 0 leaves the picture alone
 uniform float scale;    // how strong, 0 to 0.3
 
 varying vec2 place;
@@ -24,20 +24,38 @@ void main() {
 
     vec2 ray = (place - center) * aspect;
     float radius = length(ray);
+    vec2 outward = ray / max(radius, 0.001);
     float behindFront = radius - 2.8 * (0.3 - scale);
-    float packet = exp(-(8.0 + 0.6 * distort) * behindFront * behindFront) * smoothstep(0.0, 0.12, radius);
+    float pulse = scale / 0.3 * distort / (distort + 2.0);
 
-    // Tighter waves are lower, or the picture would fold over itself.
-    float frequency = 2.0 * distort;
-    float height = 2.0 * scale * scale * packet / (1.0 + 0.08 * frequency);
-    float phase = frequency * behindFront;
-    vec2 nearEdge = smoothstep(0.0, 0.15, min(place, 1.0 - place));
-    vec2 shift = -height * sin(phase) * ray / max(radius, 0.001) / aspect * nearEdge;
+    // No blast is quite round.
+    float dent = sin(5.0 * outward.x + 3.0 * outward.y) + 0.6 * sin(8.0 * outward.y - 5.0 * outward.x);
+    float ahead = behindFront + 0.018 * dent * smoothstep(0.0, 0.5, radius);
+    float tightness = 6.0 + 0.9 * distort;
+    float x = ahead * tightness;
+    float wake = ahead < 0.0 ? exp(0.28 * x) : exp(-0.7 * x * x);
+    wake *= smoothstep(0.0, 0.12, radius);
+
+    // As far as the picture doesn't fold over itself.
+    float height = 0.8 * pulse * pulse / tightness * wake * (ahead < 0.0 ? cos(x) : 1.0);
+    vec2 inside = smoothstep(0.0, 0.15, min(place, 1.0 - place));
+    vec2 shift = -height * outward / aspect * inside;
+    float hard = smoothstep(8.0, 50.0, distort);
+    float edge = exp(-2.5 * x * x) * smoothstep(0.0, 0.12, radius);
+    vec2 split = -(mix(0.07, 0.25, hard) * abs(height) + 0.010 * hard * pulse * edge) * outward / aspect * inside;
 
     vec4 color = texture2D(picture, coordinates(place + shift, slope, margin));
-    color.r = texture2D(picture, coordinates(place + shift * 0.94, slope, margin)).r;
-    color.b = texture2D(picture, coordinates(place + shift * 1.08, slope, margin)).b;
-    color.rgb *= 1.0 + 0.2 * height * frequency * cos(phase);
+    vec3 red = texture2D(picture, coordinates(place + shift - 2.0 * split, slope, margin)).rgb;
+    vec3 orange = texture2D(picture, coordinates(place + shift - split, slope, margin)).rgb;
+    vec3 azure = texture2D(picture, coordinates(place + shift + split, slope, margin)).rgb;
+    vec3 blue = texture2D(picture, coordinates(place + shift + 2.0 * split, slope, margin)).rgb;
+    color.rgb = vec3(0.5 * red.r + 0.35 * orange.r + 0.15 * color.r,
+                     0.25 * orange.g + 0.5 * color.g + 0.25 * azure.g,
+                     0.15 * color.b + 0.35 * azure.b + 0.5 * blue.b);
+
+    // The edge shines, and behind it the air is thin.
+    float hollow = ahead < 0.0 ? wake * (1.0 - cos(min(-x, 6.2832))) : 0.0;
+    color.rgb *= 1.0 + pulse * (0.55 * edge - 0.30 * hollow);
     // Over a picture's own blurred copy the packet and all outside of it go soft.
     color.a *= 1.0 - 2.5 * scale * min(0.1 * distort, 1.0) * smoothstep(-0.2, 0.3, behindFront);
     gl_FragColor = color * gl_Color;
