@@ -112,10 +112,10 @@ void makeStudio(const char* path) {
         {165, 10, {0.5f, 0.03f}, -20, 0.06f, light(0.12f, 0.20f, 0.32f)},
         {-150, -20, {0.6f, 0.02f}, 25, 0.04f, light(0.10f, 0.16f, 0.26f)},
     };
-    addBank(lamps, {6, 42, {1.0f, 0.022f}, 4, 0.014f, light(0.46f, 0.55f, 0.64f)}, {0, 8}, 5, 0.78f);
-    addBank(lamps, {-48, 16, {0.016f, 0.30f}, 5, 0.012f, light(0.40f, 0.54f, 0.70f)}, {-9, 0}, 6, 0.80f);
-    addBank(lamps, {66, -10, {0.015f, 0.55f}, 16, 0.014f, light(0.62f, 0.36f, 0.12f)}, {8, 0}, 3, 0.65f);
-    addBank(lamps, {-22, 10, {0.15f, 0.014f}, 0, 0.010f, light(0.26f, 0.33f, 0.40f)}, {0, 5}, 4, 1.12f);
+    addBank(lamps, {6, 42, {1.0f, 0.009f}, 4, 0.008f, light(0.46f, 0.55f, 0.64f)}, {0, 9}, 5, 0.70f);
+    addBank(lamps, {-48, 16, {0.008f, 0.30f}, 5, 0.008f, light(0.40f, 0.54f, 0.70f)}, {-11, 0}, 5, 0.74f);
+    addBank(lamps, {66, -10, {0.009f, 0.55f}, 16, 0.010f, light(0.62f, 0.36f, 0.12f)}, {8, 0}, 3, 0.65f);
+    addBank(lamps, {-22, 10, {0.15f, 0.008f}, 0, 0.007f, light(0.26f, 0.33f, 0.40f)}, {0, 6}, 3, 1.12f);
     // Sparks for the facets that the banks miss.
     for (int i = 0; i < 46; i++) {
         const float radius = mix(0.014f, 0.034f, randomAt(i, 2, 9));
@@ -130,9 +130,9 @@ void makeStudio(const char* path) {
     }
     makeSphereMap(path, lamps, [&](Direction towards) {
         const float ahead = smoothstep(-0.3f, 0.8f, towards.z);
-        const Rgba floor = light(0.010f, 0.026f, 0.030f), sky = light(0.026f, 0.032f, 0.046f);
+        const Rgba floor = light(0.006f, 0.014f, 0.017f), sky = light(0.012f, 0.015f, 0.024f);
         return mix(floor, sky, smoothstep(-0.1f, 0.1f, towards.y)) * ahead +
-               light(0.035f, 0.055f, 0.085f) * bell(towards.y, 0.035f);
+               light(0.035f, 0.055f, 0.085f) * bell(towards.y, 0.022f);
     });
 }
 
