@@ -122,7 +122,7 @@ TEST_F(Show, SurvivesAnyWayOfSeeking) {
     };
     const std::vector<GLint> before = depths();
     std::mt19937 random(1);
-    for (int i = 0; i < 30; i++) {
+    for (int i = 0; i < 60; i++) {
         const int ms = static_cast<int>(random() % 195280);
         drawMoment(ms);
         ASSERT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR)) << ms;

@@ -47,10 +47,8 @@ struct Programme : GlWindow {
         demo->effects["laser"] = laser;
         demo->meshes["sphere"] = new MeshSet;
         addSolidTexture("loading", {0, 0, 0, 255});
-        for (const char* card : {"code", "models", "gfx", "music"})
-            addSolidTexture(card, {255, 255, 255, 255});
-        addSolidTexture("mix", {255, 255, 255, 255});
-        addSolidTexture("white", {255, 255, 255, 255});
+        for (const char* name : {"code", "models", "gfx", "music", "greetsit", "mix", "white"})
+            addSolidTexture(name, {255, 255, 255, 255});
         loadShaders();
         glColor3f(1, 1, 1);
     }
@@ -316,6 +314,15 @@ TEST_F(Programme, EachCreditCardStandsInItsOwnCorner) {
     for (int ms : {169473, 169474, 184156}) {
         step(ms);
         for (const auto& card : cards) EXPECT_FALSE(lit(card.x, card.y)) << ms;
+    }
+}
+
+// At half a unit a second, or 200 pixels.
+TEST_F(Programme, GreetingsComeInFromTheRight) {
+    for (const auto& [ms, edge] : {std::pair{121810, 733}, {122810, 533}, {123810, 333}}) {
+        step(ms);
+        EXPECT_LT(readPixel(edge - 5, 300).r, 100) << ms;
+        EXPECT_GT(readPixel(edge + 5, 300).r, 200) << ms;
     }
 }
 
