@@ -33,6 +33,20 @@ struct ToldLaser : LaserTunnel {
     void draw() override { log.append(beamsOn ? "laser " : "dark "); }
 };
 
+// Keeps what an effect finds when it is drawn; draws nothing.
+struct Looking : EffectBase {
+    Matrix4 view{};
+    float depth = 0;  // at the middle of the screen
+    bool depthTested = false;
+
+    Looking() : EffectBase(::demo) {}
+    void draw() override {
+        glGetFloatv(GL_MODELVIEW_MATRIX, view.m);
+        glReadPixels(400, 300, 1, 1, GL_DEPTH_COMPONENT, GL_FLOAT, &depth);
+        depthTested = glIsEnabled(GL_DEPTH_TEST);
+    }
+};
+
 // The programme without its content: which effects and which shaders a frame asks for, at what cameras.
 struct Programme : GlWindow {
     std::string drawn;  // keys of the effects of this frame, in order
@@ -73,6 +87,14 @@ struct Programme : GlWindow {
     std::string drawnAt(int ms) {
         step(ms);
         return drawn;
+    }
+
+    // In the place of an effect of the programme.
+    static Looking* lookFrom(const char* key) {
+        delete demo->effects[key];
+        auto* looking = new Looking;
+        demo->effects[key] = looking;
+        return looking;
     }
 
     static float uniform(const char* shader, const char* name) {
@@ -222,6 +244,20 @@ TEST_F(Programme, EachSceneStandsInItsOwnLight) {
     }
 }
 
+TEST_F(Programme, BackdropsHideNothing) {
+    const Looking* tunnel = lookFrom("tunnel");
+    const Looking* heap = lookFrom("cubes1");
+    const Looking* probes = lookFrom("probes");
+    step(65000);
+    for (int row = 0; row < 3; row++)
+        EXPECT_NEAR(tunnel->view.m[8 + row], -heap->view.m[4 + row], 1e-6) << "its axis is the heap's";
+    step(85000);
+    for (const Looking* effect : {heap, probes}) {
+        EXPECT_EQ(effect->depth, 1);
+        EXPECT_TRUE(effect->depthTested);
+    }
+}
+
 // A blur leaves a quarter of its strength as the blend colour's alpha; these are each frame's last.
 TEST_F(Programme, GlowsBurstAndBreathe) {
     const auto strengthAt = [this](int ms, float sinceBeat) {
@@ -281,6 +317,8 @@ TEST_F(Programme, CamerasChangeOnlyAfterTheirThresholds) {
     };
     EXPECT_EQ(eyeAt(69730, 1), 100);
     EXPECT_EQ(eyeAt(69731, 1), 40);
+    EXPECT_NEAR(eyeAt(65000, 0), 34 * sin(0.7 * 65), 1e-3);
+    EXPECT_NEAR(eyeAt(75000, 2), 34 * sin(0.7 * 75) + 200, 1e-3);
 
     const auto robotTarget = [](double t, double height) { return 20 * cos(0.55 * t) + height; };
     step(109000);
