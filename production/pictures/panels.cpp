@@ -274,5 +274,5 @@ void makeHull(const char* path) {
 }
 
 void makeWalls(const char* path) {
-    makePlated(path, deepSteel, wallRows, wallSigns, {0.16f, 0.30f, 0.6f, 1900});
+    makePlated(path, deepSteel, wallRows, wallSigns, {0.16f, 0.22f, 0.6f, 1900});
 }

@@ -112,9 +112,9 @@ void makeStudio(const char* path) {
         {165, 10, {0.5f, 0.03f}, -20, 0.06f, light(0.12f, 0.20f, 0.32f)},
         {-150, -20, {0.6f, 0.02f}, 25, 0.04f, light(0.10f, 0.16f, 0.26f)},
     };
-    addBank(lamps, {6, 42, {1.0f, 0.009f}, 4, 0.008f, light(0.46f, 0.55f, 0.64f)}, {0, 9}, 5, 0.70f);
-    addBank(lamps, {-48, 16, {0.008f, 0.30f}, 5, 0.008f, light(0.40f, 0.54f, 0.70f)}, {-11, 0}, 5, 0.74f);
-    addBank(lamps, {66, -10, {0.009f, 0.55f}, 16, 0.010f, light(0.62f, 0.36f, 0.12f)}, {8, 0}, 3, 0.65f);
+    addBank(lamps, {6, 42, {1.0f, 0.009f}, 4, 0.008f, light(0.46f, 0.55f, 0.64f)}, {0, 6}, 8, 0.80f);
+    addBank(lamps, {-48, 16, {0.008f, 0.30f}, 5, 0.008f, light(0.40f, 0.54f, 0.70f)}, {-8, 0}, 7, 0.82f);
+    addBank(lamps, {66, -10, {0.009f, 0.55f}, 16, 0.010f, light(0.62f, 0.36f, 0.12f)}, {7, 0}, 5, 0.76f);
     addBank(lamps, {-22, 10, {0.15f, 0.008f}, 0, 0.007f, light(0.26f, 0.33f, 0.40f)}, {0, 6}, 3, 1.12f);
     // Sparks for the facets that the banks miss.
     for (int i = 0; i < 46; i++) {
@@ -131,7 +131,11 @@ void makeStudio(const char* path) {
     makeSphereMap(path, lamps, [&](Direction towards) {
         const float ahead = smoothstep(-0.3f, 0.8f, towards.z);
         const Rgba floor = light(0.006f, 0.014f, 0.017f), sky = light(0.012f, 0.015f, 0.024f);
+        // From behind the viewer, which ship and boxes face and the tunnel's walls don't.
+        const Rgba fill = mix(light(0.040f, 0.025f, 0.014f), light(0.030f, 0.042f, 0.056f),
+                              smoothstep(-0.25f, 0.25f, towards.y));
         return mix(floor, sky, smoothstep(-0.1f, 0.1f, towards.y)) * ahead +
+               fill * smoothstep(0.35f, 0.95f, towards.z) +
                light(0.035f, 0.055f, 0.085f) * bell(towards.y, 0.022f);
     });
 }
