@@ -1,5 +1,5 @@
-// Makes the data set: every product whose sources have changed since it was last made, two at a time or more.
-// data/.made remembers the fingerprint of the sources that each file was made from.
+// Makes the data set, or the icons: every product whose sources have changed since it was last made, two at a
+// time or more. The folder's .made remembers the fingerprint of the sources that each file was made from.
 #include "production/forge.h"
 
 #include <algorithm>
@@ -68,20 +68,12 @@ void makeWhole(const Product& product, const fs::path& path) {
     fs::rename(unfinished, path);
 }
 
-}  // namespace
-
-int main(int count, char** words) {
-    if (count != 2) {
-        fprintf(stderr, "usage: forge FOLDER\n");
-        return 1;
-    }
-    const fs::path folder = words[1];
+void makeWhatChanged(const std::vector<const std::vector<Product>*>& tables, const fs::path& folder) {
     fs::create_directories(folder);
     std::map<std::string, uint64_t> made = readMade(folder / ".made");
 
-    // The music takes longest, so it goes first and the pictures fill the other cores.
     std::vector<Product> work;
-    for (const auto* table : {&musicProducts, &pictureProducts, &modelProducts, &shaderProducts}) {
+    for (const auto* table : tables) {
         for (const Product& product : *table) {
             const auto known = made.find(product.file);
             const bool fresh = known != made.end() && known->second == sourceFingerprint(product);
@@ -105,5 +97,20 @@ int main(int count, char** words) {
     for (unsigned i = 1; i < std::thread::hardware_concurrency(); i++) others.emplace_back(worker);
     worker();
     for (std::thread& other : others) other.join();
+}
+
+}  // namespace
+
+int main(int count, char** words) {
+    const bool icons = count == 3 && std::string(words[1]) == "--icons";
+    if (count != 2 && !icons) {
+        fprintf(stderr, "usage: forge [--icons] FOLDER\n");
+        return 1;
+    }
+    // The music takes longest, so it goes first and the pictures fill the other cores.
+    if (icons)
+        makeWhatChanged({&iconProducts}, words[2]);
+    else
+        makeWhatChanged({&musicProducts, &pictureProducts, &modelProducts, &shaderProducts}, words[1]);
     return 0;
 }

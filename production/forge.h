@@ -1,11 +1,11 @@
-// The generator's table: each file of data/ with the function that makes it and the sources it is made from.
-// A new file is a new row in the table of its kind.
+// The generator's table: each file of data/, and each icon, with the function that makes it and the sources
+// it is made from. A new file is a new row in the table of its kind.
 #pragma once
 
 #include <vector>
 
 struct Product {
-    const char* file;                // path below the data folder, such as "ship.AML"
+    const char* file;                // path below the folder, such as "ship.AML"
     void (*make)(const char* path);  // writes the whole file; ends the process with a line if it can't
     const char*
         source;       // prefix of the files below production/ that it is made by, such as "models/ship.cpp"
@@ -16,3 +16,4 @@ extern const std::vector<Product> modelProducts;
 extern const std::vector<Product> pictureProducts;
 extern const std::vector<Product> musicProducts;
 extern const std::vector<Product> shaderProducts;
+extern const std::vector<Product> iconProducts;  // not part of the data set: for the desktop, in sizes

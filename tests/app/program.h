@@ -27,6 +27,8 @@ class Program : public testing::Test {
 public:
     // Where the program runs: a directory without data, unless a test puts some there.
     ScratchDirectory scratch;
+    // What is run, as the shell takes it.
+    std::string program = VALOJUOVA_PROGRAM;
 
     // Every file of the data set, below data/.
     static std::vector<std::filesystem::path> dataFiles() {
@@ -48,8 +50,8 @@ public:
 
     // Runs it to its end.
     Outcome run(const std::string& options, const std::string& environment = "") const {
-        const std::string command = "cd " + scratch.path.string() + " && " + environment +
-                                    " " VALOJUOVA_PROGRAM " " + options + " >output 2>errors";
+        const std::string command = "cd " + scratch.path.string() + " && " + environment + " " + program +
+                                    " " + options + " >output 2>errors";
         const int status = std::system(command.c_str());
         return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contentOf(scratch.file("output")), errors()};
     }
@@ -64,9 +66,8 @@ public:
             dup2(output[1], STDOUT_FILENO);
             close(output[0]);
             close(output[1]);
-            const std::string command = "exec setpriv --pdeathsig KILL stdbuf -oL " VALOJUOVA_PROGRAM
-                                        " -win " +
-                                        options + " 2>errors";
+            const std::string command =
+                "exec setpriv --pdeathsig KILL stdbuf -oL " + program + " -win " + options + " 2>errors";
             if (chdir(scratch.path.c_str()) == 0) execlp("sh", "sh", "-c", command.c_str(), nullptr);
             _exit(99);
         }

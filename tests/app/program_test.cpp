@@ -55,4 +55,16 @@ TEST_F(Program, PlaysWithoutMusicUntilItsWindowIsClosed) {
     EXPECT_EQ(errors(), "");
 }
 
+// The installed command, from a folder where there is nothing to play, below a prefix of its own.
+TEST_F(Program, InstalledItPlaysFromAnyFolder) {
+    const std::string prefix = "'" + scratch.file("a prefix") + "'";
+    ASSERT_EQ(std::system(("cmake --install " BUILD_FOLDER " --prefix " + prefix + " >/dev/null").c_str()),
+              0);
+    program = prefix + "/bin/valojuova";
+    EXPECT_EQ(run("-help").output, usageText);
+    EXPECT_EQ(start("-nosound"), "Using No sound.\n");
+    EXPECT_EQ(end(false), 0);
+    EXPECT_EQ(errors(), "");
+}
+
 }  // namespace
