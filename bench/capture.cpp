@@ -34,7 +34,7 @@ double capturedSeconds(SteppedShow& show) {
         show.draw(from * framesPerSecond + i);
         grabber.grab();
     }
-    const bool written = grabber.finish() && film.finish();
+    const bool written = grabber.finish() && film.finish(true);
     const double seconds = wallSeconds() - start;
     if (!written) fprintf(stderr, "bench: %s\n", film.problem.c_str());
     std::filesystem::remove(path);

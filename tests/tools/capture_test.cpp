@@ -44,16 +44,16 @@ std::set<std::string> namesIn(const std::filesystem::path& directory) {
     return names;
 }
 
-// The times stand on what frames inherit: the strength of a shock in the torn corridor, lights from a segment
-// before, boxes turned by beats that the part never draws.
+// The frames stand on what they inherit: the strength of a shock in the torn corridor that the second frame
+// before had, lights from a segment before, boxes turned by beats that the part never draws.
 TEST(Capture, FramesOfAPartEqualThoseOfTheWhole) {
     const ScratchDirectory whole, part;
-    ASSERT_EQ(capture("--fps 2 --from 46 --to 65.5 --out " + whole.file("%d.png")).status, 0);
-    for (const char* range : {"--from 48 --to 49.5", "--from 64.5 --to 65.5"})
-        ASSERT_EQ(capture(std::string("--fps 2 ") + range + " --out " + part.file("%d.png")).status, 0);
+    ASSERT_EQ(capture("--fps 5 --from 59 --to 65.4 --out " + whole.file("%d.png")).status, 0);
+    for (const char* range : {"--from 59.4 --to 59.5", "--from 62.6 --to 63", "--from 65.2 --to 65.4"})
+        ASSERT_EQ(capture(std::string("--fps 5 ") + range + " --out " + part.file("%d.png")).status, 0);
 
     const std::set<std::string> names = namesIn(part.path);
-    EXPECT_EQ(names, (std::set<std::string>{"96.png", "97.png", "98.png", "129.png", "130.png"}));
+    EXPECT_EQ(names, (std::set<std::string>{"297.png", "313.png", "314.png", "326.png"}));
     for (const std::string& name : names)
         EXPECT_TRUE(content(part.path / name) == content(whole.path / name)) << "frame " << name;
 }
@@ -73,6 +73,8 @@ TEST(Capture, AFilmHasItsFramesAndItsSound) {
 
 TEST(Capture, AStoryboardHasACellForEachTime) {
     const ScratchDirectory scratch;
+    // Its last time is nearer to the end of the show than to the last frame.
+    EXPECT_EQ(capture("--fps 1 --from 194 --every 1.25 --storyboard " + scratch.file("board.png")).status, 0);
     ASSERT_EQ(capture("--from 10 --to 14 --every 1.5 --storyboard " + scratch.file("board.png")).status, 0);
     Image board;
     ASSERT_EQ(loadImage(scratch.file("board.png").c_str(), &board, 0), 0);
@@ -90,15 +92,32 @@ TEST(Capture, AFailureIsOneLineAndLeavesNoFile) {
               "capture: no film was written: ffmpeg can't be started: No such file or directory\n");
 
     scratch.write("ffmpeg",
-                  "#!/bin/sh\n/bin/head -c 1000 >/dev/null\n/bin/echo 'the encoder gave up' >&2\nexit 9\n");
+                  "#!/bin/sh\n/bin/head -c 1000 >/dev/null\n/bin/echo '[x264 @ 0x1] the encoder gave up' "
+                  ">&2\n/bin/echo Bye >&2\nexit 9\n");
     std::filesystem::permissions(scratch.file("ffmpeg"), std::filesystem::perms::owner_all);
     const Result dying = shell("PATH=" + scratch.path.string() + " " CAPTURE_PROGRAM " " + film);
     EXPECT_EQ(dying.status, 1);
     EXPECT_NE(dying.output.find("capture: no film was written: the encoder gave up\n"), std::string::npos)
         << dying.output;
+    // It takes no picture and is content with that.
+    scratch.write("ffmpeg", "#!/bin/sh\nfor last; do :; done\n/bin/touch ${last#file:}\n");
+    const Result deaf = shell("PATH=" + scratch.path.string() + " " CAPTURE_PROGRAM " --fps 10 " + film);
+    EXPECT_EQ(deaf.status, 1);
+    EXPECT_NE(deaf.output.find("capture: no film was written: ffmpeg ended before the film did\n"),
+              std::string::npos)
+        << deaf.output;
     EXPECT_EQ(namesIn(scratch.path), std::set<std::string>{"ffmpeg"});
 
+    // A place that can't be written, also not by root.
+    const Result pictures = capture("--fps 2 --from 1 --to 1.5 --out /proc/capture/%d.png");
+    EXPECT_EQ(pictures.status, 1);
+    EXPECT_NE(
+        pictures.output.find("\ncapture: /proc/capture/2.png was not written: No such file or directory\n"),
+        std::string::npos)
+        << pictures.output;
+
     EXPECT_EQ(capture("--from 20 --to 10").output, "capture: --from: does not lie before --to\n");
+    EXPECT_EQ(capture("--fps 23.976").output, "capture: --fps: not a whole number\n");
     EXPECT_EQ(capture("--out a%s.png").output,
               "capture: --out: pictures need a number in their name, such as frames/%05d.png\n");
 }

@@ -17,6 +17,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
+constexpr int pipeBytes = 1 << 20;  // half a picture, so that writer and reader seldom wait for each other
+
 std::vector<std::string> arguments(const Film& film, int fps, double from, double seconds,
                                    const char* soundtrack) {
     const std::string size = std::to_string(screenWidth) + "x" + std::to_string(screenHeight);
@@ -41,10 +43,6 @@ std::vector<std::string> arguments(const Film& film, int fps, double from, doubl
                                       std::to_string(seconds),
                                       "-i",
                                       soundtrack,
-                                      "-map",
-                                      "0:v",
-                                      "-map",
-                                      "1:a",
                                       "-vf",
                                       "vflip"};
     const std::string ending = fs::path(film.path).extension();
@@ -53,7 +51,7 @@ std::vector<std::string> arguments(const Film& film, int fps, double from, doubl
                                  "yuv420p", "-c:a", "aac", "-b:a", "256k"})
             words.push_back(word);
     }
-    words.push_back(film.unfinished);
+    words.push_back("file:" + film.unfinished);  // else a colon in it would name a protocol
     return words;
 }
 
@@ -79,15 +77,15 @@ int spawn(pid_t* process, int input, int words, const std::vector<std::string>& 
     return error;
 }
 
-std::string lastLine(FILE* file) {
-    std::string last;
-    char line[512];
+// The first of ffmpeg's words tell the cause, what follows only the consequences. They may begin with the
+// name and address of a part of it, which tell a reader nothing.
+std::string firstLine(FILE* file) {
+    char line[512] = "";
     rewind(file);
-    while (fgets(line, sizeof line, file)) {
-        line[strcspn(line, "\r\n")] = 0;
-        if (*line) last = line;
-    }
-    return last;
+    if (!fgets(line, sizeof line, file)) return "";
+    line[strcspn(line, "\r\n")] = 0;
+    const char* end = *line == '[' ? strstr(line, "] ") : nullptr;
+    return end ? end + 2 : line;
 }
 
 }  // namespace
@@ -107,13 +105,14 @@ Film::Film(const std::string& path, int fps, double from, double seconds, const 
         spawn(&process, ends[0], fileno(words), arguments(*this, fps, from, seconds, soundtrack));
     close(ends[0]);
     pipe = ends[1];
+    fcntl(pipe, F_SETPIPE_SZ, pipeBytes);  // the usual size will do if that is refused
     if (error) {
         process = -1;
         problem = std::string("ffmpeg can't be started: ") + strerror(error);
     }
 }
 
-Film::~Film() {
+void Film::abandon() {
     if (process > 0) {
         kill(process, SIGKILL);
         wait();
@@ -121,6 +120,8 @@ Film::~Film() {
     }
     if (pipe >= 0) close(pipe);
     if (words) fclose(words);
+    pipe = -1;
+    words = nullptr;
 }
 
 int Film::wait() {
@@ -142,12 +143,13 @@ bool Film::write(const Picture& picture) {
     return true;
 }
 
-bool Film::finish() {
+bool Film::finish(bool complete) {
     close(pipe);
     pipe = -1;
     const int status = wait();
-    if (status == 0 && rename(unfinished.c_str(), path.c_str()) == 0) return true;
-    problem = status == 0 ? strerror(errno) : lastLine(words);
+    const bool whole = complete && status == 0;
+    if (whole && rename(unfinished.c_str(), path.c_str()) == 0) return true;
+    problem = whole ? strerror(errno) : firstLine(words);
     if (problem.empty()) problem = "ffmpeg ended before the film did";
     unlink(unfinished.c_str());
     return false;

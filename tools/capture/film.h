@@ -20,11 +20,14 @@ struct Film {
     // like. Of the soundtrack it takes `seconds` from `from` on. Check `problem`.
     Film(const std::string& path, int fps, double from, double seconds, const char* soundtrack);
     // A film that was not finished leaves nothing behind.
-    ~Film();
+    ~Film() { abandon(); }
 
     bool write(const Picture& picture);
-    // Waits for ffmpeg and puts the film in its place. False with a `problem` if that failed.
-    bool finish();
+    // Waits for ffmpeg and puts the film in its place, if it took all pictures. False with a `problem` if
+    // not.
+    bool finish(bool complete);
+    // Ends ffmpeg and removes what it has written, unless the film is finished.
+    void abandon();
 
     int wait();
 };

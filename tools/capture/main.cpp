@@ -5,10 +5,10 @@
 #include <signal.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
-#include <functional>
+#include <filesystem>
 #include <vector>
 
 #include "app/sound_music.h"
@@ -25,15 +25,17 @@ namespace {
 
 volatile sig_atomic_t stopped = 0;
 bool succeeded = false;
+Film* filmInProgress = nullptr;
 
 void stop(int) {
     stopped = 1;
 }
 
 // The show's own ways out end with status 0, also where it could not start; a capture without a result
-// failed.
+// failed. When the display goes away, its library ends the process in the middle of a film.
 void failUnlessSucceeded() {
     if (succeeded) return;
+    if (filmInProgress) filmInProgress->abandon();
     fflush(nullptr);
     _exit(1);
 }
@@ -69,16 +71,19 @@ bool captureFilm(SteppedShow& show, const CaptureOptions& options, const std::ve
     const double from = show.milliseconds(frames.front()) * 0.001;
     Film film(options.out, options.fps, from, static_cast<double>(frames.size()) / options.fps,
               SoundMusic::path);
+    filmInProgress = &film;
     const bool drawn = film.problem.empty() && captureFrames(show, frames, [&](const Picture& picture) {
                            return film.write(picture);
                        });
-    if (stopped) return false;
-    if (film.problem.empty() && film.finish() && drawn) return true;
-    fprintf(stderr, "capture: no film was written: %s\n", film.problem.c_str());
-    return false;
+    const bool finished = !stopped && film.problem.empty() && film.finish(drawn);
+    filmInProgress = nullptr;
+    if (!finished && !stopped) fprintf(stderr, "capture: no film was written: %s\n", film.problem.c_str());
+    return finished;
 }
 
 bool capturePictures(SteppedShow& show, const CaptureOptions& options, const std::vector<int>& frames) {
+    std::error_code ignored;  // the first picture tells
+    std::filesystem::create_directories(std::filesystem::path(options.out).parent_path(), ignored);
     Image image = createImage(screenWidth, screenHeight, 3);
     size_t next = 0;
     const bool done = captureFrames(show, frames, [&](const Picture& picture) {
@@ -95,10 +100,10 @@ bool capturePictures(SteppedShow& show, const CaptureOptions& options, const std
     return done;
 }
 
-bool captureStoryboard(SteppedShow& show, const CaptureOptions& options) {
+bool captureStoryboard(SteppedShow& show, const CaptureOptions& options, const std::vector<int>& all) {
     std::vector<int> frames;
     for (int i = 0; options.from + i * options.every < options.to; i++)
-        frames.push_back(show.framesBefore(options.from + i * options.every));
+        frames.push_back(std::min(show.framesBefore(options.from + i * options.every), all.back()));
     Storyboard storyboard(static_cast<int>(frames.size()));
     int next = 0;
     return captureFrames(show, frames,
@@ -111,15 +116,14 @@ bool captureStoryboard(SteppedShow& show, const CaptureOptions& options) {
 }
 
 bool capture(const CaptureOptions& options) {
+    for (int signalNumber : {SIGINT, SIGTERM, SIGHUP}) signal(signalNumber, stop);
     SteppedShow show(options.fps);
-    signal(SIGINT, stop);
-    signal(SIGTERM, stop);
-    if (!options.storyboard.empty()) return captureStoryboard(show, options);
     const std::vector<int> frames = framesOf(show, options);
     if (frames.empty()) {
         fprintf(stderr, "capture: no frame lies between --from and --to\n");
         return false;
     }
+    if (!options.storyboard.empty()) return captureStoryboard(show, options, frames);
     const bool pictures = options.out.ends_with(".png");
     return pictures ? capturePictures(show, options, frames) : captureFilm(show, options, frames);
 }
@@ -130,6 +134,6 @@ int main(int argc, char** argv) {
     const CaptureOptions options = parseCaptureOptions(argc, argv);
     atexit(failUnlessSucceeded);
     succeeded = capture(options);
-    if (stopped) fprintf(stderr, "capture: stopped; nothing was left half written\n");
+    if (stopped && !succeeded) fprintf(stderr, "capture: stopped; nothing was left half written\n");
     return succeeded ? 0 : 1;
 }

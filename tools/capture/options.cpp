@@ -1,10 +1,13 @@
 #include "tools/capture/options.h"
 
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
 namespace {
+
+constexpr int mostCells = 1000;
 
 constexpr char usage[] =
     "Usage: capture [OPTION]...\n"
@@ -31,6 +34,12 @@ double number(const char* option, const char* text, double least, double most) {
     return value;
 }
 
+int wholeNumber(const char* option, const char* text, int least, int most) {
+    const double value = number(option, text, least, most);
+    if (value != std::floor(value)) refuse(option, "not a whole number");
+    return static_cast<int>(value);
+}
+
 bool endsIn(const std::string& text, const char* ending) {
     return text.size() >= strlen(ending) &&
            text.compare(text.size() - strlen(ending), std::string::npos, ending) == 0;
@@ -48,6 +57,8 @@ void check(const CaptureOptions& options) {
     if (options.from >= options.to) refuse("--from", "does not lie before --to");
     if (!options.storyboard.empty() && !endsIn(options.storyboard, ".png"))
         refuse("--storyboard", "its name does not end in .png");
+    if (!options.storyboard.empty() && (options.to - options.from) / options.every > mostCells)
+        refuse("--every", "makes a storyboard of more than a thousand frames");
     if (endsIn(options.out, ".png") && !isNumbered(options.out))
         refuse("--out", "pictures need a number in their name, such as frames/%05d.png");
 }
@@ -69,7 +80,7 @@ CaptureOptions parseCaptureOptions(int argc, const char* const* argv) {
         if (++i == argc) refuse(word.c_str(), "needs a value");
         if (word == "--out") options.out = argv[i];
         if (word == "--storyboard") options.storyboard = argv[i];
-        if (word == "--fps") options.fps = static_cast<int>(number("--fps", argv[i], 1, 1000));
+        if (word == "--fps") options.fps = wholeNumber("--fps", argv[i], 1, 1000);
         if (word == "--from") options.from = number("--from", argv[i], 0, end);
         if (word == "--to") options.to = number("--to", argv[i], 0, end);
         if (word == "--every") options.every = number("--every", argv[i], 0.01, end);

@@ -1,14 +1,22 @@
 #include "tools/capture/progress.h"
 
+#include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <string>
 
 namespace {
 
-constexpr int barWidth = 40;   // characters
+constexpr int widestBar = 40;  // characters
 constexpr int linesEvery = 5;  // per cent between plain lines
+
+// A line that is longer than the terminal would not be overwritten by the next.
+int terminalWidth() {
+    winsize size = {};
+    return ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : 80;
+}
 
 }  // namespace
 
@@ -28,13 +36,14 @@ void Progress::step() {
     const double rate = done / (seconds > 0 ? seconds : 1);
     const int left = static_cast<int>((total - done) / rate + 0.5);
     char text[96];
-    snprintf(text, sizeof text, "%3d %%  frame %d of %d  %.1f frames/s  %d:%02d left", percent, done, total,
-             rate, left / 60, left % 60);
+    const int length = snprintf(text, sizeof text, "%3d %%  frame %d of %d  %.1f frames/s  %d:%02d left",
+                                percent, done, total, rate, left / 60, left % 60);
     if (!terminal) {
         fprintf(stderr, "%s\n", text);
         return;
     }
-    const int filled = barWidth * done / total;
-    fprintf(stderr, "\r[%s%s] %s ", std::string(filled, '#').c_str(),
-            std::string(barWidth - filled, '.').c_str(), text);
+    const int bar = std::clamp(terminalWidth() - length - 5, 0, widestBar);
+    const int filled = static_cast<int>(1LL * bar * done / total);
+    fprintf(stderr, "\r[%s%s] %s ", std::string(filled, '#').c_str(), std::string(bar - filled, '.').c_str(),
+            text);
 }

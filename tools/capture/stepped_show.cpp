@@ -13,10 +13,15 @@
 
 namespace {
 
-constexpr double beatLength = 1 / 2.1;  // seconds
-
 const ProgrammeEntry& entryAt(int ms) {
     return programmeAt(static_cast<float>(ms * 0.001));
+}
+
+// In the torn corridor the beats of odd number have a shock.
+bool hasShock(int ms) {
+    MusicClock clock;
+    clock.currentTime = static_cast<float>(ms * 0.001);
+    return entryAt(ms).draw == laserBoomTornApart && static_cast<int>(clock.beatPosition()) % 2 != 0;
 }
 
 }  // namespace
@@ -32,7 +37,7 @@ int SteppedShow::milliseconds(int frame) const {
 }
 
 int SteppedShow::framesBefore(double seconds) const {
-    const double ms = seconds * 1000;
+    const double ms = std::round(seconds * 1e6) / 1000;  // a decimal as it was meant: 65.4 is 65400 ms
     int count = static_cast<int>(seconds * fps);
     while (milliseconds(count) < ms) count++;
     while (count > 0 && milliseconds(count - 1) >= ms) count--;
@@ -40,13 +45,16 @@ int SteppedShow::framesBefore(double seconds) const {
 }
 
 // A frame finds the lights and the GL state as the frame before left them, and what earlier scenes alone have
-// set as their last frames left it. Where the torn corridor has no shock of its own, it bends with the
-// strength that the last one left, which is less than two beats old.
+// set as their last frames left it. Where the torn corridor has no shock, it bends with the strength that the
+// last frame with one left.
 bool SteppedShow::leavesTraces(int earlier, int frame) const {
     const ProgrammeEntry& entry = entryAt(milliseconds(earlier));
     if (earlier == frame - 1 || &entry != &entryAt(milliseconds(earlier + 1))) return true;
-    return entry.draw == laserBoomTornApart && &entry == &entryAt(milliseconds(frame)) &&
-           (frame - earlier) < 2 * beatLength * fps + 2;
+    if (!hasShock(milliseconds(earlier)) || &entry != &entryAt(milliseconds(frame))) return false;
+    for (int later = earlier + 1; later <= frame; later++) {
+        if (hasShock(milliseconds(later))) return false;
+    }
+    return true;
 }
 
 void SteppedShow::skip(int frame) {

@@ -1,5 +1,6 @@
 #include "tools/capture/whole_file.h"
 
+#include <png.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -11,11 +12,18 @@ bool writeWholePng(const char* path, const Image& image) {
     const std::filesystem::path place(path);
     const std::string unfinished =
         (place.parent_path() / ("unfinished-" + place.filename().string())).string();
-    // The writer has told why if it did not return 0.
-    const bool written = writePng(unfinished.c_str(), image.width, image.height, image.channels,
-                                  image.bytesPerPixel, image.stride, image.pixels) == 0;
-    if (written && rename(unfinished.c_str(), path) == 0) return true;
-    if (written) fprintf(stderr, "capture: %s: %s\n", path, strerror(errno));
+    // Not the show's own writer: that one tells a full disk in words that only its author understands, or not
+    // at all.
+    png_image png = {};
+    png.version = PNG_IMAGE_VERSION;
+    png.width = image.width;
+    png.height = image.height;
+    png.format = PNG_FORMAT_RGB;
+    errno = 0;
+    if (png_image_write_to_file(&png, unfinished.c_str(), 0, image.pixels, image.stride, nullptr) &&
+        rename(unfinished.c_str(), path) == 0)
+        return true;
+    fprintf(stderr, "capture: %s was not written: %s\n", path, errno ? strerror(errno) : png.message);
     unlink(unfinished.c_str());
     return false;
 }

@@ -3,5 +3,5 @@
 
 #include "image/image.h"
 
-// Writes a PNG beside its place and moves it there. False after a line on standard error.
+// Writes an RGB picture as a PNG beside its place and moves it there. False after a line on standard error.
 bool writeWholePng(const char* path, const Image& image);
