@@ -57,7 +57,7 @@ TEST_F(Program, PlaysWithoutMusicUntilItsWindowIsClosed) {
 
 // The installed command, from a folder where there is nothing to play, below a prefix of its own.
 TEST_F(Program, InstalledItPlaysFromAnyFolder) {
-    const std::string prefix = "'" + scratch.file("a prefix") + "'";
+    const std::string prefix = scratch.file("a\\ prefix");
     ASSERT_EQ(std::system(("cmake --install " BUILD_FOLDER " --prefix " + prefix + " >/dev/null").c_str()),
               0);
     program = prefix + "/bin/valojuova";

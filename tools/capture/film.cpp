@@ -47,7 +47,7 @@ std::vector<std::string> arguments(const Film& film, int fps, double from, doubl
                                       "vflip"};
     const std::string ending = fs::path(film.path).extension();
     if (ending == ".mp4" || ending == ".m4v" || ending == ".mov" || ending == ".mkv") {
-        for (const char* word : {"-c:v", "libx264", "-preset", "veryfast", "-crf", "18", "-pix_fmt",
+        for (const char* word : {"-c:v", "libx264", "-preset", "superfast", "-crf", "18", "-pix_fmt",
                                  "yuv420p", "-c:a", "aac", "-b:a", "256k"})
             words.push_back(word);
     }
