@@ -280,9 +280,10 @@ void limit(Stereo& sound, float ceiling, float release) {
         held[i] = now;
     }
     // ... and averaged over the same window, so that it has arrived when the peak does.
-    double sum = double(window);
+    if (held.empty()) return;
+    double sum = double(window) * held[0];
     for (size_t i = 0; i < held.size(); i++) {
-        sum += held[i] - (i >= window ? held[i - window] : 1.0f);
+        sum += held[i] - held[i >= window ? i - window : 0];
         const float smooth = float(sum / window);
         sound.left[i] *= smooth;
         sound.right[i] *= smooth;

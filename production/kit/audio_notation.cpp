@@ -111,10 +111,11 @@ Chord chordOf(std::string_view name) {
     const int root = takePitchClass(rest);
     if (root < 0) refuse("A chord", name);
     const size_t slash = rest.find('/');
-    std::string_view below = slash == std::string_view::npos ? "" : rest.substr(slash + 1);
-    const int bass = below.empty() ? root : takePitchClass(below);
-    if (bass < 0 || !below.empty()) {
-        if (slash == std::string_view::npos || bass < 0 || !below.empty()) refuse("A chord", name);
+    int bass = root;
+    if (slash != std::string_view::npos) {
+        std::string_view below = rest.substr(slash + 1);
+        bass = takePitchClass(below);
+        if (bass < 0 || !below.empty()) refuse("A chord", name);
     }
     const std::string_view kind = rest.substr(0, slash);
     const auto quality = std::find_if(std::begin(qualities), std::end(qualities),

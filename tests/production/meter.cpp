@@ -1,0 +1,66 @@
+#include "tests/production/meter.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+
+#include "tests/scratch.h"
+
+std::string outputOf(const std::string& command) {
+    FILE* pipe = popen(command.c_str(), "r");
+    std::string output;
+    char piece[65536];
+    while (const size_t size = pipe ? fread(piece, 1, sizeof piece, pipe) : 0) output.append(piece, size);
+    EXPECT_TRUE(pipe && pclose(pipe) == 0) << command;
+    return output;
+}
+
+namespace {
+
+// The number behind the last place where the report has this label.
+double figureOf(const std::string& report, const char* label) {
+    const size_t at = report.rfind(label);
+    if (at == std::string::npos) {
+        ADD_FAILURE() << "no \"" << label << "\" in " << report;
+        return NAN;
+    }
+    return std::strtod(report.c_str() + at + strlen(label), nullptr);
+}
+
+}  // namespace
+
+Loudness measure(const std::string& input) {
+    const std::string report =
+        outputOf("ffmpeg -hide_banner -nostats " + input + " -af ebur128=peak=true -f null - 2>&1");
+    return {figureOf(report, "I:"), figureOf(report, "Peak:")};
+}
+
+Loudness measure(const Stereo& sound) {
+    std::string samples;
+    for (size_t i = 0; i < sound.frames(); i++)
+        for (const float sample : {sound.left[i], sound.right[i]})
+            samples.append(reinterpret_cast<const char*>(&sample), sizeof sample);
+    const ScratchDirectory scratch;
+    return measure("-f f32le -ar 44100 -ac 2 -i " + scratch.write("sound", samples));
+}
+
+Stereo decode(const std::string& path) {
+    const std::string samples = outputOf("ffmpeg -v error -i '" + path + "' -f f32le -ac 2 -ar 44100 -");
+    Stereo sound(samples.size() / (2 * sizeof(float)));
+    for (size_t i = 0; i < sound.frames(); i++) {
+        memcpy(&sound.left[i], samples.data() + 2 * i * sizeof(float), sizeof(float));
+        memcpy(&sound.right[i], samples.data() + (2 * i + 1) * sizeof(float), sizeof(float));
+    }
+    return sound;
+}
+
+double levelOf(const Stereo& sound, double from, double to) {
+    const size_t first = frameAt(from), end = std::min(frameAt(to), sound.frames());
+    double sum = 1e-20;
+    for (size_t i = first; i < end; i++)
+        sum += sound.left[i] * sound.left[i] + sound.right[i] * sound.right[i];
+    return 10 * std::log10(sum / (2.0 * double(std::max<size_t>(1, end - first))));
+}

@@ -1,0 +1,24 @@
+// Other people's ears: ffmpeg's loudness meter and decoder, asked through processes.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "production/kit/audio_signal.h"
+
+// All that a command writes to its output; a failure of the test if it can't be run or fails.
+std::string outputOf(const std::string& command);
+
+struct Loudness {
+    double integrated = 0, truePeak = 0;  // LUFS, dBTP
+};
+// The file as ffmpeg is to read it: a quoted path, behind options where its name doesn't tell what it is.
+Loudness measure(const std::string& input);
+// A sound that no file holds yet.
+Loudness measure(const Stereo& sound);
+
+// Any file that ffmpeg decodes, at 44.1 kHz.
+Stereo decode(const std::string& path);
+
+// Mean square of both sides between two times in seconds, in dB of full scale.
+double levelOf(const Stereo& sound, double from, double to);

@@ -1,0 +1,174 @@
+// What the show relies on in the soundtrack: its loudness and peaks, its place on the beat grid, and where it
+// is quiet. Read from data/ in the working directory; the beat is found by another program too.
+#include "production/music/soundtrack.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include "production/kit/audio_filter.h"
+#include "tests/production/meter.h"
+#include "tests/scratch.h"
+
+namespace {
+
+constexpr char track[] = "data/KVX - Ondrevane2.ogg";
+constexpr double barZero = 17.138, beatsPerSecond = 2.1;  // the grid on which the scenes jump and flash
+constexpr int lastBeat = 368;
+
+double secondsAt(double bar) {
+    return barZero + bar * 4 / beatsPerSecond;
+}
+
+const Stereo& soundtrack() {
+    static const Stereo sound = decode(track);
+    return sound;
+}
+
+// A part of the soundtrack by itself, only what lies above a frequency.
+Stereo above(float hertz, double from, double to) {
+    const Stereo& whole = soundtrack();
+    const size_t first = frameAt(from), end = std::min(frameAt(to), whole.frames());
+    Stereo part(end - first);
+    std::copy(whole.left.begin() + first, whole.left.begin() + end, part.left.begin());
+    std::copy(whole.right.begin() + first, whole.right.begin() + end, part.right.begin());
+    Equalizer::lowCut(hertz).apply(part);
+    return part;
+}
+
+// Times at which the sound's edge, its second difference, is suddenly four times as strong as it was on
+// average over the 20 ms before.
+std::vector<double> findOnsets(const Stereo& sound) {
+    constexpr size_t hop = 64, before = 14, apart = 28;  // frames; the others in hops
+    std::vector<double> edges;
+    for (size_t at = 2; at + hop <= sound.frames(); at += hop) {
+        double sum = 0;
+        for (size_t i = at; i < at + hop; i++) {
+            const auto middle = [&](size_t frame) { return sound.left[frame] + sound.right[frame]; };
+            const double edge = middle(i) - 2 * middle(i - 1) + middle(i - 2);
+            sum += edge * edge;
+        }
+        edges.push_back(sum / hop);
+    }
+    std::vector<double> onsets;
+    size_t latest = 0;
+    for (size_t n = before; n < edges.size(); n++) {
+        double sum = 0;
+        for (size_t i = n - before; i < n; i++) sum += edges[i];
+        if (edges[n] < 1e-9 || edges[n] < 4 * sum / before || (latest && n - latest < apart)) continue;
+        latest = n;
+        onsets.push_back(double(n * hop + 2) / sampleRate);
+    }
+    return onsets;
+}
+
+const std::vector<double>& onsets() {
+    static const std::vector<double> found = findOnsets(soundtrack());
+    return found;
+}
+
+std::string wholeFile(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+}  // namespace
+
+TEST(Soundtrack, isStereoAndOutlastsTheShow) {
+    const std::string facts = outputOf(
+        std::string("ffprobe -v error -show_entries stream=codec_name,sample_rate,channels -of csv=p=0 '") +
+        track + "'");
+    EXPECT_EQ(facts, "vorbis,44100,2\n");
+    EXPECT_GE(soundtrack().frames(), frameAt(197));
+}
+
+TEST(Soundtrack, isAsLoudAsItsKindAndNeverClips) {
+    const Loudness loudness = measure(std::string("-i '") + track + "'");
+    EXPECT_NEAR(loudness.integrated, -14, 1);
+    EXPECT_LE(loudness.truePeak, -1);
+
+    // A clipped wave is flat: for a while its samples lie at the outermost value that its side ever has.
+    for (const std::vector<float>* side : {&soundtrack().left, &soundtrack().right}) {
+        const auto [low, high] = std::minmax_element(side->begin(), side->end());
+        size_t run = 0, longest = 0;
+        for (const float sample : *side) {
+            run = sample > 0.995f * *high || sample < 0.995f * *low ? run + 1 : 0;
+            longest = std::max(longest, run);
+        }
+        EXPECT_LT(longest, 10u);
+    }
+}
+
+TEST(Soundtrack, drumsFallOnTheGrid) {
+    int found = 0, off = 0;
+    for (const double onset : onsets()) {
+        if (onset < barZero - 0.05 || onset > secondsAt(92.1)) continue;
+        if (onset > secondsAt(16) - 0.02 && onset < secondsAt(18)) continue;  // cut to pieces on purpose
+        const double sixteenths = (onset - barZero) * beatsPerSecond * 4;
+        const double away = std::fabs(sixteenths - std::round(sixteenths)) / beatsPerSecond / 4;
+        found++;
+        if (away > 0.010) off++;
+    }
+    EXPECT_GT(found, 2 * lastBeat);
+    EXPECT_LE(off, found / 100);
+}
+
+TEST(Soundtrack, everyBeatIsMarkedEvenWhereTheDrumsRest) {
+    int missed = 0, inARow = 0, mostInARow = 0;
+    for (int beat = 0; beat <= lastBeat; beat++) {
+        const double time = barZero + beat / beatsPerSecond;
+        const auto near = std::lower_bound(onsets().begin(), onsets().end(), time - 0.010);
+        const bool marked = near != onsets().end() && *near <= time + 0.010;
+        inARow = marked ? 0 : inARow + 1;
+        missed += !marked;
+        mostInARow = std::max(mostInARow, inARow);
+    }
+    EXPECT_LE(missed, lastBeat / 20);  // some are drowned by what still rings
+    EXPECT_LE(mostInARow, 2);
+}
+
+TEST(Soundtrack, anotherTrackerFindsItsTempo) {
+    const ScratchDirectory scratch;
+    const std::string part = scratch.file("from-bar-zero.wav");
+    outputOf("ffmpeg -v error -ss 17.138 -i '" + std::string(track) + "' " + part);
+    EXPECT_NEAR(std::strtod(outputOf("aubio tempo -i " + part).c_str(), nullptr), 126, 0.1);
+}
+
+TEST(Soundtrack, followsTheShow) {
+    const auto level = [](double from, double to) { return levelOf(soundtrack(), from, to); };
+    // The impact in the tunnel, the groove, the breakdown without a kick, the way up, the drop.
+    EXPECT_GT(level(secondsAt(-4), secondsAt(-3)), level(0, secondsAt(-5)) + 6);
+    EXPECT_LT(level(secondsAt(32), secondsAt(40)), level(secondsAt(24), secondsAt(32)) - 3);
+    EXPECT_GT(level(secondsAt(46), secondsAt(47)), level(secondsAt(40), secondsAt(42)) + 3);
+    EXPECT_GT(level(secondsAt(48), secondsAt(50)), level(secondsAt(47.75), secondsAt(48)) + 6);
+    EXPECT_GT(level(secondsAt(72), secondsAt(80)), level(secondsAt(84), secondsAt(88)) + 3);
+
+    // From 120.8 s on the highs close for three seconds, and are all there again with the greetings.
+    const Stereo highs = above(5000, 119, 126);
+    const double open = levelOf(highs, 0, 1.8), closed = levelOf(highs, 3.8, 4.7);
+    EXPECT_LT(closed, open - 20);
+    EXPECT_GT(levelOf(highs, 4.85, 6.85), open - 3);
+}
+
+TEST(Soundtrack, lastHitRingsOutIntoSilence) {
+    const double hit = barZero + lastBeat / beatsPerSecond;
+    const auto level = [](double from, double to) { return levelOf(soundtrack(), from, to); };
+    EXPECT_GT(level(hit, hit + 0.2), level(hit - 0.5, hit) + 6);
+    for (double time = hit + 0.5; time < 195; time += 0.5)
+        EXPECT_LT(level(time, time + 0.5), level(time - 0.5, time)) << time;
+    EXPECT_GT(level(hit + 1, hit + 1.5), -50);
+    EXPECT_LT(level(195.28, 197), -80);
+}
+
+TEST(Soundtrack, isTheSameEachTimeItIsMade) {
+    const ScratchDirectory scratch;
+    const std::string again = scratch.file("again.ogg");
+    makeSoundtrack(again.c_str());
+    // Not EXPECT_EQ: five megabytes are nothing to print.
+    EXPECT_TRUE(wholeFile(again) == wholeFile(track));
+}
