@@ -84,8 +84,8 @@ void cutAndBlur(const Song& song, Stereo& mix) {
 void master(Stereo& mix) {
     Equalizer::lowCut(28).apply(mix);
     Equalizer::bell(330, -1.5f, 1.2f).apply(mix);
-    Equalizer::bell(4500, 1.5f, 1.5f).apply(mix);
-    Equalizer::highShelf(3000, 1).apply(mix);
+    Equalizer::bell(3800, 3, 2).apply(mix);
+    Equalizer::highShelf(6000, 1).apply(mix);
     centreBelow(mix, 130);
     scale(mix, gainOf(loudness - integratedLoudness(mix)));
     compress(mix, -10, 1.5f, 0.02f, 0.2f, 0);
@@ -125,5 +125,5 @@ void makeSoundtrack(const char* path) {
     fadeEnds(heard, 0.02f, 1.2f);
     Stereo whole(frameAt(song.seconds));
     mixAt(whole, heard, 0);
-    writeVorbis(path, whole, codecQuality, {{"TITLE", "Ondrevane 2"}, {"ARTIST", "KVX"}});
+    writeVorbis(path, whole, codecQuality, {{"TITLE", "Valojuova"}, {"ARTIST", "Valojuova"}});
 }
