@@ -89,8 +89,7 @@ void readGvertices(Mesh& mesh, CheckedStream& stream) {
 void readVertices(Mesh& mesh, CheckedStream& stream) {
     const size_t vsize = mesh.vsize;
     mesh.vertices = allocate<float>(mesh.vertexCount * vsize, stream.name);
-    for (int vertex = 0; vertex < mesh.vertexCount; ++vertex)
-        stream.read(&mesh.vertices[vertex * vsize], vsize * sizeof(float));
+    stream.read(mesh.vertices.get(), mesh.vertexCount * vsize * sizeof(float));
 }
 
 void readFaces(Mesh& mesh, CheckedStream& stream) {
@@ -101,16 +100,16 @@ void readFaces(Mesh& mesh, CheckedStream& stream) {
 
 // Nothing that draws, expands or traces a mesh looks at its indices again.
 void checkIndices(const Mesh& mesh, const char* name) {
-    for (int i = 0; i < 3 * mesh.faceCount; ++i) {
-        if (mesh.faces[i] >= mesh.vertexCount)
-            fail(name, "a face uses vertex %d of %d", mesh.faces[i], mesh.vertexCount);
-    }
+    int highest = -1;
+    for (int i = 0; i < 3 * mesh.faceCount; ++i) highest = std::max<int>(highest, mesh.faces[i]);
+    if (highest >= mesh.vertexCount) fail(name, "a face uses vertex %d of %d", highest, mesh.vertexCount);
     if (!mesh.hasAttrib(gvertexAttrib)) return;
-    for (int vertex = 0; vertex < mesh.vertexCount; ++vertex) {
-        const uint32_t gvertex = mesh.gvertexOf(vertex);
-        if (gvertex >= static_cast<uint32_t>(mesh.gvertexCount))
-            fail(name, "a vertex uses position %u of %d", gvertex, mesh.gvertexCount);
-    }
+    const float* word = mesh.vertices.get() + mesh.attribOffset(gvertexAttrib);
+    uint32_t highestPosition = 0;
+    for (int vertex = 0; vertex < mesh.vertexCount; ++vertex, word += mesh.vsize)
+        highestPosition = std::max(highestPosition, std::bit_cast<uint32_t>(*word));
+    if (mesh.vertexCount > 0 && highestPosition >= static_cast<uint32_t>(mesh.gvertexCount))
+        fail(name, "a vertex uses position %u of %d", highestPosition, mesh.gvertexCount);
 }
 
 void readHeader(CheckedStream& stream) {

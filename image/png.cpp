@@ -4,8 +4,8 @@
 #include <png.h>
 
 #include <cstdio>
-#include <cstring>
 #include <iterator>
+#include <memory>
 #include <new>
 
 #include "image/image.h"
@@ -21,8 +21,8 @@ struct PngFile {
     png_infop info;
 };
 
-// libpng makes room for all rows before it reads one: a header must not claim more than deflate, at its
-// tightest, can have packed into the file.
+// Room for all rows is made before one is read: a header must not claim more than deflate, at its tightest,
+// can have packed into the file.
 bool canHoldItsRows(FILE* file) {
     constexpr uint64_t tightest = 1032;
     constexpr int channelsOfType[] = {1, 0, 3, 1, 2, 0, 4};
@@ -36,25 +36,40 @@ bool canHoldItsRows(FILE* file) {
     return (rowBits / 8 + 1) * png_get_uint_32(head + 20) / tightest <= static_cast<uint64_t>(size);
 }
 
-bool readPicture(PngFile& source) {
-    if (setjmp(png_jmpbuf(source.png))) return false;
-    png_set_user_limits(source.png, largestSide, largestSide);
-    png_init_io(source.png, source.file);
-    png_read_png(source.png, source.info, PNG_TRANSFORM_IDENTITY, nullptr);
+// Where the rows of a picture go: straight into the image's pixels, in the order that was asked for.
+struct PngDestination {
+    Image* image;
+    bool flip;
+    std::unique_ptr<png_bytep[]> rows;
+};
+
+bool makeRoom(const PngFile& source, PngDestination& destination) {
+    Image& image = *destination.image;
+    image.width = static_cast<int32_t>(png_get_image_width(source.png, source.info));
+    image.height = static_cast<int32_t>(png_get_image_height(source.png, source.info));
+    image.channels = image.bytesPerPixel = png_get_channels(source.png, source.info);
+    image.stride = static_cast<uint32_t>(png_get_rowbytes(source.png, source.info));
+    image.pixels = new (std::nothrow) uint8_t[static_cast<size_t>(image.height) * image.stride];
+    destination.rows.reset(new (std::nothrow) png_bytep[image.height]);
+    if (!image.pixels || !destination.rows) return false;
+    for (int y = 0; y < image.height; ++y) {
+        const int row = destination.flip ? image.height - 1 - y : y;
+        destination.rows[y] = image.pixels + static_cast<size_t>(row) * image.stride;
+    }
     return true;
 }
 
-bool copyPicture(const PngFile& source, Image* image, bool flip) {
-    const png_bytepp rows = png_get_rows(source.png, source.info);
-    image->width = static_cast<int32_t>(png_get_image_width(source.png, source.info));
-    image->height = static_cast<int32_t>(png_get_image_height(source.png, source.info));
-    image->channels = image->bytesPerPixel = png_get_channels(source.png, source.info);
-    image->stride = static_cast<uint32_t>(png_get_rowbytes(source.png, source.info));
-    image->pixels = new (std::nothrow) uint8_t[static_cast<size_t>(image->height) * image->stride];
-    if (!image->pixels) return false;
-    for (int y = 0; y < image->height; ++y)
-        std::memcpy(image->pixels + static_cast<size_t>(y) * image->stride,
-                    rows[flip ? image->height - 1 - y : y], image->stride);
+// The steps of png_read_png without transforms, but for its own copy of the rows.
+bool readPicture(PngFile& source, PngDestination& destination) {
+    if (setjmp(png_jmpbuf(source.png))) return false;
+    png_set_user_limits(source.png, largestSide, largestSide);
+    png_init_io(source.png, source.file);
+    png_read_info(source.png, source.info);
+    png_set_interlace_handling(source.png);
+    png_read_update_info(source.png, source.info);
+    if (!makeRoom(source, destination)) return false;
+    png_read_image(source.png, destination.rows.get());
+    png_read_end(source.png, source.info);
     return true;
 }
 
@@ -102,11 +117,17 @@ int loadPng(const char* path, Image* image, uint8_t flip) {
     }
     source.png = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
     if (source.png) source.info = png_create_info_struct(source.png);
-    const bool loaded = source.info && canHoldItsRows(source.file) && readPicture(source) &&
-                        copyPicture(source, image, flip != 0);
+    Image read = {};
+    PngDestination destination = {&read, flip != 0, nullptr};
+    const bool loaded = source.info && canHoldItsRows(source.file) && readPicture(source, destination);
     png_destroy_read_struct(&source.png, &source.info, nullptr);
     std::fclose(source.file);
-    return loaded ? 0 : -1;
+    if (!loaded) {
+        delete[] read.pixels;
+        return -1;
+    }
+    *image = read;
+    return 0;
 }
 
 int writePng(const char* path, int width, int height, int channels, [[maybe_unused]] int bytesPerPixel,

@@ -122,7 +122,7 @@ TEST_F(AmlDeath, WhatAMeshCannotHoldEnds) {
                 "attribute type 1 can't have a size of 2");
     expectNamed(quadWith([](AmlMesh& m) { m.faces[5] = 4; }), "a face uses vertex 4 of 4");
     expectNamed(quadWith([](AmlMesh& m) { m.vertices[6] = indexWord(4); }), "a vertex uses position 4 of 4");
-    expectNamed(quadWith([](AmlMesh& m) { m.gvertices.clear(); }), "a vertex uses position 0 of 0");
+    expectNamed(quadWith([](AmlMesh& m) { m.gvertices.clear(); }), "a vertex uses position 3 of 0");
 }
 
 TEST(DumpAml, PrintsEveryRecord) {
