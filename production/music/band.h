@@ -3,6 +3,6 @@
 
 #include <vector>
 
-#include "production/kit/audio_song.h"
+#include "production/kit/sound/song.h"
 
-extern const std::vector<Part> band;
+std::vector<audio::Part> band();

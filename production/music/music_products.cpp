@@ -3,5 +3,5 @@
 #include "production/music/soundtrack.h"
 
 const std::vector<Product> musicProducts = {
-    {"KVX - Ondrevane2.ogg", makeSoundtrack, "music/", "kit/audio"},
+    {"KVX - Ondrevane2.ogg", makeSoundtrack, "music/", "kit/sound"},
 };

@@ -1,5 +1,7 @@
 #include "production/music/score.h"
 
+using namespace audio;
+
 const std::vector<Harmony> harmony = {
     {-9, "Gm"},                                       // title
     {-4, "Gm Ebmaj7 Cm9 D"},                          // into the tunnel

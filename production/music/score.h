@@ -4,10 +4,10 @@
 
 #include <vector>
 
-#include "production/kit/audio_song.h"
+#include "production/kit/sound/song.h"
 
-extern const std::vector<Harmony> harmony;
-extern const std::vector<Cue> arrangement;
+extern const std::vector<audio::Harmony> harmony;
+extern const std::vector<audio::Cue> arrangement;
 
 // The whole mix's level, straight lines from bar to bar. Two points on one bar make a step.
 struct Fader {

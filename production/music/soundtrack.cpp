@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <cmath>
 
-#include "production/kit/audio_filter.h"
-#include "production/kit/audio_loudness.h"
-#include "production/kit/audio_song.h"
-#include "production/kit/audio_vorbis.h"
+#include "production/kit/sound/filter.h"
+#include "production/kit/sound/loudness.h"
+#include "production/kit/sound/mix.h"
+#include "production/kit/sound/vorbis.h"
 #include "production/music/band.h"
 #include "production/music/score.h"
+
+using namespace audio;
 
 namespace {
 
@@ -107,7 +109,7 @@ void makeSoundtrack(const char* path) {
         .beatsPerMinute = 126,
         .barZero = 17.138,
         .seconds = 197.5,
-        .parts = band,
+        .parts = band(),
         .cues = arrangement,
         .harmony = harmony,
         .duckedBy = "kick",

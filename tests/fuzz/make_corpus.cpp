@@ -10,10 +10,10 @@
 #include <iterator>
 
 #include "geometry/mesh.h"
-#include "production/kit/audio_vorbis.h"
 #include "production/kit/model_aml.h"
 #include "production/kit/model_forms.h"
 #include "production/kit/picture.h"
+#include "production/kit/sound/vorbis.h"
 #include "tests/geometry/aml_bytes.h"
 #include "tests/image/png_kinds.h"
 
@@ -114,13 +114,13 @@ void makeJpegs(const fs::path& folder) {
 }
 
 void makeSounds(const fs::path& folder) {
-    Stereo sound(sampleRate / 5);
+    audio::Stereo sound(audio::sampleRate / 5);
     for (size_t i = 0; i < sound.frames(); ++i) {
         sound.left[i] = 0.5f * std::sin(float(i) * 0.05f);
         sound.right[i] = i % 4000 < 40 ? 0.9f : 0.3f * std::sin(float(i) * 0.4f);
     }
-    writeVorbis((folder / "sound").c_str(), sound, -0.1f, {{"TITLE", "Seed"}});
-    writeVorbis((folder / "empty").c_str(), Stereo(0), -0.1f, {});
+    audio::writeVorbis((folder / "sound").c_str(), sound, -0.1f, {{"TITLE", "Seed"}});
+    audio::writeVorbis((folder / "empty").c_str(), audio::Stereo(0), -0.1f, {});
     const std::string whole = bytesOf(folder / "sound");
     writeBytes(folder / "chain", whole + bytesOf(folder / "empty") + whole);
     writeBytes(folder / "cut", whole.substr(0, whole.size() * 3 / 4));

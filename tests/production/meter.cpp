@@ -9,6 +9,8 @@
 
 #include "tests/scratch.h"
 
+using namespace audio;
+
 std::string outputOf(const std::string& command) {
     FILE* pipe = popen(command.c_str(), "r");
     std::string output;

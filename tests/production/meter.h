@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "production/kit/audio_signal.h"
+#include "production/kit/sound/signal.h"
 
 // All that a command writes to its output; a failure of the test if it can't be run or fails.
 std::string outputOf(const std::string& command);
@@ -15,10 +15,10 @@ struct Loudness {
 // The file as ffmpeg is to read it: a quoted path, behind options where its name doesn't tell what it is.
 Loudness measure(const std::string& input);
 // A sound that no file holds yet.
-Loudness measure(const Stereo& sound);
+Loudness measure(const audio::Stereo& sound);
 
 // Any file that ffmpeg decodes, at 44.1 kHz.
-Stereo decode(const std::string& path);
+audio::Stereo decode(const std::string& path);
 
 // Mean square of both sides between two times in seconds, in dB of full scale.
-double levelOf(const Stereo& sound, double from, double to);
+double levelOf(const audio::Stereo& sound, double from, double to);

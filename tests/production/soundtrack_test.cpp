@@ -14,9 +14,11 @@
 #include <string>
 #include <vector>
 
-#include "production/kit/audio_filter.h"
+#include "production/kit/sound/filter.h"
 #include "tests/production/meter.h"
 #include "tests/scratch.h"
+
+using namespace audio;
 
 namespace {
 

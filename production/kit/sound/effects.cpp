@@ -1,13 +1,15 @@
-#include "production/kit/audio_effects.h"
+#include "production/kit/sound/effects.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <deque>
 
-#include "production/kit/audio_filter.h"
-#include "production/kit/audio_loudness.h"
-#include "production/kit/audio_oscillator.h"
+#include "production/kit/sound/filter.h"
+#include "production/kit/sound/loudness.h"
+#include "production/kit/sound/oscillator.h"
+
+namespace audio {
 
 namespace {
 
@@ -216,9 +218,9 @@ std::vector<float> duckingCurve(size_t frames, const std::vector<size_t>& trigge
     return curve;
 }
 
-void duck(Stereo& sound, const std::vector<float>& curve, float depth) {
-    for (size_t i = 0; i < sound.frames(); i++) {
-        const float gain = 1 - depth * (1 - curve[i]);
+void duck(Stereo& sound, const std::vector<float>& curve, float depth, size_t at) {
+    for (size_t i = 0; i < sound.frames() && at + i < curve.size(); i++) {
+        const float gain = 1 - depth * (1 - curve[at + i]);
         sound.left[i] *= gain;
         sound.right[i] *= gain;
     }
@@ -289,3 +291,5 @@ void limit(Stereo& sound, float ceiling, float release) {
         sound.right[i] *= smooth;
     }
 }
+
+}  // namespace audio

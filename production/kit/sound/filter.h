@@ -3,7 +3,9 @@
 
 #include <array>
 
-#include "production/kit/audio_signal.h"
+#include "production/kit/sound/signal.h"
+
+namespace audio {
 
 // 6 dB an octave.
 class OnePole {
@@ -73,3 +75,5 @@ private:
     Equalizer(double b0, double b1, double b2, double a0, double a1, double a2);
     double b0, b1, b2, a1, a2;
 };
+
+}  // namespace audio

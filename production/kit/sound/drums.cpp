@@ -1,13 +1,16 @@
-#include "production/kit/audio_drums.h"
+#include "production/kit/sound/drums.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
-#include "production/kit/audio_effects.h"
-#include "production/kit/audio_envelope.h"
-#include "production/kit/audio_filter.h"
-#include "production/kit/audio_oscillator.h"
+#include "production/kit/sound/effects.h"
+#include "production/kit/sound/envelope.h"
+#include "production/kit/sound/filter.h"
+#include "production/kit/sound/oscillator.h"
+
+namespace audio {
 
 namespace {
 
@@ -225,8 +228,7 @@ Stereo tick(float tone) {
     float phase = 0;
     for (size_t i = 0; i < sound.frames(); i++) {
         phase += stepOf(tone);
-        const float value =
-            1.2f * ring.next() * sineOf(phase) + 4 * band.band(noise.next()) * stroke.next();
+        const float value = 1.2f * ring.next() * sineOf(phase) + 4 * band.band(noise.next()) * stroke.next();
         sound.left[i] = sound.right[i] = value;
     }
     endQuietly(sound);
@@ -275,16 +277,18 @@ Stereo repitched(const Stereo& take, float semitones) {
 
 }  // namespace
 
-void strike(std::span<const Note> notes, Stereo& out, std::initializer_list<Stereo> takes) {
-    size_t turn = 0;
-    for (const Note& note : notes) {
-        const Stereo& take = takes.begin()[turn++ % takes.size()];
-        const size_t at = frameAt(note.start);
-        if (note.pitch == 0)
-            mixAt(out, take, at, note.velocity);
-        else
-            mixAt(out, repitched(take, note.pitch), at, note.velocity);
-    }
+Instrument struck(std::vector<Stereo> takes) {
+    return [takes = std::move(takes)](std::span<const Note> notes, Stereo& out) {
+        size_t turn = 0;
+        for (const Note& note : notes) {
+            const Stereo& take = takes[turn++ % takes.size()];
+            const size_t at = frameAt(note.start);
+            if (note.pitch == 0)
+                mixAt(out, take, at, note.velocity);
+            else
+                mixAt(out, repitched(take, note.pitch), at, note.velocity);
+        }
+    };
 }
 
 void playRiser(std::span<const Note> notes, Stereo& out) {
@@ -367,3 +371,5 @@ void playWind(std::span<const Note> notes, Stereo& out) {
         }
     }
 }
+
+}  // namespace audio

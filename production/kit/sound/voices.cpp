@@ -1,11 +1,13 @@
-#include "production/kit/audio_voices.h"
+#include "production/kit/sound/voices.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 
-#include "production/kit/audio_filter.h"
-#include "production/kit/audio_oscillator.h"
+#include "production/kit/sound/filter.h"
+#include "production/kit/sound/oscillator.h"
+
+namespace audio {
 
 namespace {
 
@@ -19,8 +21,6 @@ float between(float low, float high, float way) {
 size_t lastFrame(const Note& note, size_t frames, const Stereo& out) {
     return std::min(out.frames(), frameAt(note.start) + frames);
 }
-
-}  // namespace
 
 void playSaws(const SawVoice& voice, std::span<const Note> notes, Stereo& out) {
     uint32_t seed = 1;
@@ -49,8 +49,6 @@ void playSaws(const SawVoice& voice, std::span<const Note> notes, Stereo& out) {
         }
     }
 }
-
-namespace {
 
 // Plays notes that touch as one bow stroke.
 void playPhrase(const LeadVoice& voice, std::span<const Note> phrase, Stereo& out, uint32_t seed) {
@@ -93,8 +91,6 @@ void playPhrase(const LeadVoice& voice, std::span<const Note> phrase, Stereo& ou
         out.right[i] += loudness * right.next((1 - voice.hollow) * b + pulse);
     }
 }
-
-}  // namespace
 
 void playLead(const LeadVoice& voice, std::span<const Note> notes, Stereo& out) {
     constexpr double touching = 0.01;  // seconds
@@ -171,8 +167,6 @@ void playBells(const BellVoice& voice, std::span<const Note> notes, Stereo& out)
     }
 }
 
-namespace {
-
 // Formants of a man's voice (Hz, dB), after the tables of the sung vowels.
 struct Vowel {
     std::array<float, 4> hertz, decibels;
@@ -208,8 +202,6 @@ struct Formants {
     }
 };
 
-}  // namespace
-
 void sing(const SingingVoice& voice, std::span<const Note> notes, Stereo& out) {
     uint32_t seed = 1;
     for (const Note& note : notes) {
@@ -238,6 +230,34 @@ void sing(const SingingVoice& voice, std::span<const Note> notes, Stereo& out) {
             out.right[i] += loudness * right.next(b + breath);
         }
     }
+}
+
+// An instrument of a voice and the function that plays it.
+template <class Voice>
+Instrument instrumentOf(void (*play)(const Voice&, std::span<const Note>, Stereo&), const Voice& voice) {
+    return [=](std::span<const Note> notes, Stereo& out) { play(voice, notes, out); };
+}
+
+}  // namespace
+
+Instrument playedBy(const SawVoice& voice) {
+    return instrumentOf(playSaws, voice);
+}
+
+Instrument playedBy(const LeadVoice& voice) {
+    return instrumentOf(playLead, voice);
+}
+
+Instrument playedBy(const BassVoice& voice) {
+    return instrumentOf(playBass, voice);
+}
+
+Instrument playedBy(const BellVoice& voice) {
+    return instrumentOf(playBells, voice);
+}
+
+Instrument playedBy(const SingingVoice& voice) {
+    return instrumentOf(sing, voice);
 }
 
 void playDrone(std::span<const Note> notes, Stereo& out) {
@@ -277,3 +297,5 @@ void playDrone(std::span<const Note> notes, Stereo& out) {
         }
     }
 }
+
+}  // namespace audio

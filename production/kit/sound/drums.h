@@ -2,11 +2,13 @@
 // are as long as their notes.
 #pragma once
 
-#include <initializer_list>
+#include <cstdint>
 #include <span>
+#include <vector>
 
-#include "production/kit/audio_notation.h"
-#include "production/kit/audio_signal.h"
+#include "production/kit/sound/instrument.h"
+
+namespace audio {
 
 // tone: Hz that the drum settles on; length: seconds to fall away; punch: 0..1, how much click and drive.
 Stereo kickDrum(float tone, float length, float punch);
@@ -39,7 +41,7 @@ Stereo impact(float length, float depth);
 
 // Plays the takes in turn, one for each note, at the note's velocity. A note's pitch other than 0 plays the
 // take that many semitones higher.
-void strike(std::span<const Note> notes, Stereo& out, std::initializer_list<Stereo> takes);
+Instrument struck(std::vector<Stereo> takes);
 
 // Noise and a saw that climb for the length of the note, loudest at its end. Brightness is how high it gets.
 void playRiser(std::span<const Note> notes, Stereo& out);
@@ -52,3 +54,5 @@ void playReverse(std::span<const Note> notes, Stereo& out);
 
 // Wind that swells and fades over the note and drifts between the sides. Brightness is its pitch.
 void playWind(std::span<const Note> notes, Stereo& out);
+
+}  // namespace audio

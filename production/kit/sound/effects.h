@@ -3,7 +3,9 @@
 
 #include <vector>
 
-#include "production/kit/audio_signal.h"
+#include "production/kit/sound/signal.h"
+
+namespace audio {
 
 // Two voices a side whose delays drift: width for thin sounds. depth: 0..1 of the full drift, mix: 0..1.
 void chorus(Stereo& sound, float depth, float mix);
@@ -35,8 +37,9 @@ void centreBelow(Stereo& sound, float hertz);
 // Gain over time that dips at each trigger and comes back over `recovery` seconds. Multiplying by it makes
 // room for a kick without listening to one.
 std::vector<float> duckingCurve(size_t frames, const std::vector<size_t>& triggers, double recovery);
-// depth: 0 leaves the sound, 1 takes it all away at the bottom of a dip.
-void duck(Stereo& sound, const std::vector<float>& curve, float depth);
+// depth: 0 leaves the sound, 1 takes it all away at the bottom of a dip. `at` is the curve's value for the
+// sound's first frame; past its end nothing dips.
+void duck(Stereo& sound, const std::vector<float>& curve, float depth, size_t at = 0);
 
 // A low pass that moves from one cut-off to another, exponentially, between two times, and then lets go.
 struct FilterSweep {
@@ -57,3 +60,5 @@ void stutter(Stereo& sound, const Stutter& stutter);
 
 // Keeps the peak between samples at or under `ceiling` dBTP by looking ahead five milliseconds.
 void limit(Stereo& sound, float ceiling, float release);
+
+}  // namespace audio

@@ -1,11 +1,13 @@
-#include "production/kit/audio_loudness.h"
+#include "production/kit/sound/loudness.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <numbers>
 
-#include "production/kit/audio_filter.h"
+#include "production/kit/sound/filter.h"
+
+namespace audio {
 
 namespace {
 
@@ -74,3 +76,5 @@ std::vector<float> peakBetweenSamples(const Stereo& sound) {
     }
     return peaks;
 }
+
+}  // namespace audio

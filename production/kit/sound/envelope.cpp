@@ -1,7 +1,9 @@
-#include "production/kit/audio_envelope.h"
+#include "production/kit/sound/envelope.h"
 
 #include <algorithm>
 #include <cmath>
+
+namespace audio {
 
 namespace {
 
@@ -33,3 +35,5 @@ float Envelope::next() {
 }
 
 Decay::Decay(float seconds) : keep(keepOf(seconds)) {}
+
+}  // namespace audio

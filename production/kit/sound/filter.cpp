@@ -1,8 +1,10 @@
-#include "production/kit/audio_filter.h"
+#include "production/kit/sound/filter.h"
 
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+
+namespace audio {
 
 namespace {
 
@@ -101,3 +103,5 @@ void Equalizer::apply(Stereo& sound) const {
         }
     }
 }
+
+}  // namespace audio

@@ -1,10 +1,12 @@
-#include "production/kit/audio_notation.h"
+#include "production/kit/sound/notation.h"
 
 #include <algorithm>
 #include <cctype>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
+
+namespace audio {
 
 namespace {
 
@@ -209,3 +211,5 @@ Pattern stabsOf(std::string_view text, const std::vector<Chord>& chords, int cen
             steps.push_back({0, 0, float(atOrAbove(tone % 12, centre - 6)), velocityOf(mark, text)});
     });
 }
+
+}  // namespace audio

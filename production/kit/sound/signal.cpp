@@ -1,8 +1,10 @@
-#include "production/kit/audio_signal.h"
+#include "production/kit/sound/signal.h"
 
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+
+namespace audio {
 
 size_t frameAt(double seconds) {
     return seconds <= 0 ? 0 : size_t(std::llround(seconds * sampleRate));
@@ -54,3 +56,5 @@ void fadeEnds(Stereo& sound, float in, float out) {
         sound.right[frames - 1 - i] *= float(i) / fall;
     }
 }
+
+}  // namespace audio

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+namespace audio {
+
 // One sound to be played. Patterns give times in steps; a performance turns them into seconds.
 struct Note {
     double start;      // seconds
@@ -57,3 +59,5 @@ Pattern bassOf(std::string_view text, const std::vector<Chord>& chords, int lowe
 // X, x, o: the whole chord, each tone in the octave around `centre`, so that common tones stay where they
 // are.
 Pattern stabsOf(std::string_view text, const std::vector<Chord>& chords, int centre);
+
+}  // namespace audio

@@ -1,7 +1,9 @@
 // How a note's loudness or brightness moves through its length.
 #pragma once
 
-#include "production/kit/audio_signal.h"
+#include "production/kit/sound/signal.h"
+
+namespace audio {
 
 // Seconds, except for sustain (0..1, the level that the decay ends on).
 struct Adsr {
@@ -37,3 +39,5 @@ public:
 private:
     float level = 1, keep;
 };
+
+}  // namespace audio

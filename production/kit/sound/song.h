@@ -1,17 +1,13 @@
-// A song as tables, and its performance: who plays which pattern in which bars, through which channel of the
-// mix.
+// A song as tables: who plays which pattern in which bars, through which channel of the mix.
 #pragma once
 
-#include <span>
-#include <string_view>
+#include <string>
 #include <vector>
 
-#include "production/kit/audio_effects.h"
-#include "production/kit/audio_notation.h"
-#include "production/kit/audio_signal.h"
+#include "production/kit/sound/effects.h"
+#include "production/kit/sound/instrument.h"
 
-// Plays notes into a stretch of sound; their starts are seconds from its first frame.
-using Instrument = void (*)(std::span<const Note>, Stereo&);
+namespace audio {
 
 // A value that moves in a straight line over a cue, or stays.
 struct Ramp {
@@ -45,7 +41,7 @@ struct Part {
 struct Cue {
     const char* part;
     float from, to;
-    const char* pattern;
+    std::string pattern;
     Ramp level = 0;      // dB
     Ramp bright = 0.5f;  // 0..1
     int transpose = 0;   // semitones, or for hits what the drum makes of a pitch
@@ -71,5 +67,4 @@ struct Song {
     double secondsAt(double bar) const { return barZero + bar * 240 / beatsPerMinute; }
 };
 
-// Every channel and what its sends return, not yet mastered.
-Stereo perform(const Song& song);
+}  // namespace audio

@@ -7,14 +7,16 @@
 #include <string>
 #include <vector>
 
-#include "production/kit/audio_effects.h"
-#include "production/kit/audio_filter.h"
-#include "production/kit/audio_loudness.h"
-#include "production/kit/audio_notation.h"
-#include "production/kit/audio_oscillator.h"
-#include "production/kit/audio_song.h"
-#include "production/kit/audio_vorbis.h"
+#include "production/kit/sound/effects.h"
+#include "production/kit/sound/filter.h"
+#include "production/kit/sound/loudness.h"
+#include "production/kit/sound/mix.h"
+#include "production/kit/sound/notation.h"
+#include "production/kit/sound/oscillator.h"
+#include "production/kit/sound/vorbis.h"
 #include "tests/production/meter.h"
+
+using namespace audio;
 
 namespace {
 
@@ -51,7 +53,7 @@ double strengthAt(const std::vector<float>& samples, double hertz) {
 
 }  // namespace
 
-TEST(AudioKit, filtersStayBoundedWhereverTheyAreTuned) {
+TEST(SoundKit, filtersStayBoundedWhereverTheyAreTuned) {
     Noise input(3), chance(4);
     StateVariable state;
     Ladder ladder;
@@ -70,7 +72,7 @@ TEST(AudioKit, filtersStayBoundedWhereverTheyAreTuned) {
     EXPECT_LT(mostOfLadder, 4);
 }
 
-TEST(AudioKit, wavesDoNotFoldBack) {
+TEST(SoundKit, wavesDoNotFoldBack) {
     // A saw that is drawn without care folds its harmonics above half the sample rate back between the
     // others.
     const float hertz = 2300;
@@ -90,14 +92,14 @@ TEST(AudioKit, wavesDoNotFoldBack) {
     }
 }
 
-TEST(AudioKit, loudnessIsWhatAnotherMeterReads) {
+TEST(SoundKit, loudnessIsWhatAnotherMeterReads) {
     Stereo lateNoise(frameAt(12));
     mixAt(lateNoise, noise(5, 0.2f), frameAt(6));
     for (const Stereo& sound : {tone(5, 1000, 0.25f), tone(5, 60, 0.5f), tone(5, 8000, 0.1f), lateNoise})
         EXPECT_NEAR(integratedLoudness(sound), measure(sound).integrated, 0.15);
 }
 
-TEST(AudioKit, limiterHoldsPeaksBetweenSamplesToo) {
+TEST(SoundKit, limiterHoldsPeaksBetweenSamplesToo) {
     // At a quarter of the sample rate, an eighth of a turn off, the wave is 3 dB higher than its samples.
     Stereo sound = tone(3, sampleRate / 4.0f, 1.3f, 0.125);
     Stereo burst = noise(1, 2);
@@ -114,7 +116,7 @@ TEST(AudioKit, limiterHoldsPeaksBetweenSamplesToo) {
     for (size_t i = 0; i < soft.frames(); i += 100) ASSERT_NEAR(soft.left[i], before.left[i], 1e-4);
 }
 
-TEST(AudioKit, roomsDieAwayInTheirTime) {
+TEST(SoundKit, roomsDieAwayInTheirTime) {
     Stereo sound(frameAt(4));
     mixAt(sound, noise(0.2, 1), 0);
     reverberate(sound, {.preDelay = 0.02f, .size = 1, .decay = 2, .damping = 20000, .lowCut = 50});
@@ -128,7 +130,7 @@ TEST(AudioKit, roomsDieAwayInTheirTime) {
     EXPECT_LT(std::fabs(product / squares), 0.3);
 }
 
-TEST(AudioKit, notationIsReadAsItIsWritten) {
+TEST(SoundKit, notationIsReadAsItIsWritten) {
     const Pattern melody = melodyOf("Bb4+D5:4' -:4 F#4:8, | Cb5:16");
     ASSERT_EQ(melody.steps.size(), 4u);
     EXPECT_EQ(melody.length, 32);
@@ -151,7 +153,7 @@ TEST(AudioKit, notationIsReadAsItIsWritten) {
     EXPECT_EQ(arpeggioOf("3...............", chords, 67).steps[0].pitch, 79);  // one octave over the root
 }
 
-TEST(AudioKit, whatCannotBeReadIsShown) {
+TEST(SoundKit, whatCannotBeReadIsShown) {
     const std::vector<Chord> chords = chordsOf("Gm");
     EXPECT_EXIT(chordsOf("Gm Hm"), testing::ExitedWithCode(1), "\"Hm\"");
     EXPECT_EXIT(chordsOf("Gm/"), testing::ExitedWithCode(1), "\"Gm/\"");

@@ -5,7 +5,9 @@
 #include <array>
 #include <cstdint>
 
-#include "production/kit/audio_signal.h"
+#include "production/kit/sound/signal.h"
+
+namespace audio {
 
 inline float stepOf(float hertz) {
     return hertz / sampleRate;
@@ -60,3 +62,5 @@ private:
     static constexpr int count = 8;
     alignas(16) std::array<float, count> phase, square, step, scale, leftGain, rightGain, ratio;
 };
+
+}  // namespace audio

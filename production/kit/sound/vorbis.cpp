@@ -1,10 +1,12 @@
-#include "production/kit/audio_vorbis.h"
+#include "production/kit/sound/vorbis.h"
 
 #include <vorbis/vorbisenc.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+
+namespace audio {
 
 namespace {
 
@@ -87,3 +89,5 @@ void writeVorbis(const char* path, const Stereo& sound, float quality, const std
     vorbis_info_clear(&encoder.info);
     require(fclose(encoder.file) == 0, path);
 }
+
+}  // namespace audio

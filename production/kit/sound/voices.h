@@ -4,9 +4,10 @@
 
 #include <span>
 
-#include "production/kit/audio_envelope.h"
-#include "production/kit/audio_notation.h"
-#include "production/kit/audio_signal.h"
+#include "production/kit/sound/envelope.h"
+#include "production/kit/sound/instrument.h"
+
+namespace audio {
 
 // Eight saws a note through a low pass that opens with the note: pads, plucks and stabs.
 struct SawVoice {
@@ -17,7 +18,7 @@ struct SawVoice {
     float detune, spread;      // as in Supersaw
     float gain;
 };
-void playSaws(const SawVoice& voice, std::span<const Note> notes, Stereo& out);
+Instrument playedBy(const SawVoice& voice);
 
 // One note at a time: notes that touch are bound, the pitch gliding from one to the next.
 struct LeadVoice {
@@ -30,7 +31,7 @@ struct LeadVoice {
     float release;             // seconds
     float gain;
 };
-void playLead(const LeadVoice& voice, std::span<const Note> notes, Stereo& out);
+Instrument playedBy(const LeadVoice& voice);
 
 // A sine in the middle under saws that stand to both sides; the floor of the music.
 struct BassVoice {
@@ -44,7 +45,7 @@ struct BassVoice {
     float drive;               // dB into the rounding of the saws
     float gain;
 };
-void playBass(const BassVoice& voice, std::span<const Note> notes, Stereo& out);
+Instrument playedBy(const BassVoice& voice);
 
 // Two sines, one bending the other's phase (frequency modulation; Chowning 1973): bells and glass.
 struct BellVoice {
@@ -54,7 +55,7 @@ struct BellVoice {
     float shimmer;           // semitones between the sides
     float gain;
 };
-void playBells(const BellVoice& voice, std::span<const Note> notes, Stereo& out);
+Instrument playedBy(const BellVoice& voice);
 
 // Saws through four formants. Brightness chooses the vowel: 0 u, 0.25 o, 0.5 a, 0.75 e, 1 i.
 struct SingingVoice {
@@ -64,7 +65,9 @@ struct SingingVoice {
     float breath;   // 0..1, noise among the saws
     float gain;
 };
-void sing(const SingingVoice& voice, std::span<const Note> notes, Stereo& out);
+Instrument playedBy(const SingingVoice& voice);
 
 // Partials of one long note that come and go on their own, each at its own place between the sides.
 void playDrone(std::span<const Note> notes, Stereo& out);
+
+}  // namespace audio

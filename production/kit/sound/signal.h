@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <vector>
 
+namespace audio {
+
 constexpr int sampleRate = 44100;
 
 struct Stereo {
@@ -33,3 +35,5 @@ void widen(Stereo& sound, float width);
 
 // Straight fades over the first and the last seconds of a sound.
 void fadeEnds(Stereo& sound, float in, float out);
+
+}  // namespace audio

@@ -1,7 +1,9 @@
-#include "production/kit/audio_oscillator.h"
+#include "production/kit/sound/oscillator.h"
 
 #include <cmath>
 #include <numbers>
+
+namespace audio {
 
 float sineOf(float turns) {
     // A half turn to each side of 0, folded to the quarter where the series of the sine is short.
@@ -93,3 +95,5 @@ void Supersaw::next(float& left, float& right) {
     left = sumLeft;
     right = sumRight;
 }
+
+}  // namespace audio
