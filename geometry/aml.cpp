@@ -8,24 +8,11 @@
 #include <new>
 #include <vector>
 
+#include "geometry/aml_format.h"
+
 namespace {
 
-constexpr int amlVersion = 2;
 constexpr int dumpedWords = 7;  // that a dumped line shows of a vertex
-
-// What GL takes as the components of each attribute type, and what code that reads vertices relies on.
-struct ComponentRange {
-    int least, most;
-};
-constexpr ComponentRange componentsOfType[maxAttribs] = {
-    {3, 4},    // position
-    {1, 1},    // index of a shared position
-    {3, 255},  // normal
-    {3, 255},  // face normal
-    {3, 4},    // colour
-    {3, 3},    // secondary colour
-    {1, 4},   {1, 4}, {1, 4}, {1, 4}, {1, 4}, {1, 4}, {1, 4}, {1, 4}, {1, 4}, {1, 4},  // texture coordinates
-};
 
 [[noreturn, gnu::format(printf, 2, 3)]] void fail(const char* name, const char* reason, ...) {
     std::fprintf(stderr, "AML file %s: ", name);
@@ -72,7 +59,7 @@ void readAttribTable(Mesh& mesh, CheckedStream& stream) {
         const int size = stream.readByte();
         if (type >= maxAttribs)
             fail(stream.name, "attribute type %d, where the last is %d", type, maxAttribs - 1);
-        if (size < componentsOfType[type].least || size > componentsOfType[type].most)
+        if (size < amlAttribSizes[type].least || size > amlAttribSizes[type].most)
             fail(stream.name, "attribute type %d can't have a size of %d", type, size);
         mesh.attribType[slot] = type;
         mesh.attribSize[slot] = size;
@@ -113,7 +100,7 @@ void checkIndices(const Mesh& mesh, const char* name) {
 }
 
 void readHeader(CheckedStream& stream) {
-    for (const char magic : {'A', 'M', 'L'}) {
+    for (const char magic : amlMagic) {
         if (stream.readByte() != magic) {
             std::fprintf(stderr, "File is not AML file (or is format version 0).\n");
             std::exit(1);

@@ -1,5 +1,4 @@
-// Reading AML mesh files: "AML", a version byte, then meshes one after another, each with its attribute
-// table, shared positions, interleaved vertices and faces, all little-endian and unpadded.
+// Reading AML mesh files, which aml_format.h describes, into mesh sets.
 #pragma once
 
 #include "geometry/mesh.h"

@@ -9,18 +9,7 @@
 #include <memory>
 
 #include "geometry/growable_array.h"
-
-enum MeshAttrib : int {
-    positionAttrib,
-    gvertexAttrib,  // one unsigned integer: which of the shared positions
-    normalAttrib,
-    faceNormalAttrib,  // never sent to GL
-    colorAttrib,
-    secondaryColorAttrib,
-    texCoordAttrib,  // of texture unit 0; unit u is texCoordAttrib + u, up to 9
-};
-
-inline constexpr int maxAttribs = 16;  // attribute slots of a mesh, and attribute types
+#include "geometry/mesh_attrib.h"
 
 struct Mesh {
     struct ScratchRecord {

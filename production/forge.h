@@ -2,14 +2,15 @@
 // it is made from. A new file is a new row in the table of its kind.
 #pragma once
 
+#include <functional>
 #include <vector>
 
 struct Product {
-    const char* file;                // path below the folder, such as "ship.AML"
-    void (*make)(const char* path);  // writes the whole file; ends the process with a line if it can't
-    const char*
-        source;       // prefix of the files below production/ that it is made by, such as "models/ship.cpp"
-    const char* kit;  // prefix of the kit files that it rests on, such as "kit/model", or nullptr
+    const char* file;  // path below the folder, such as "ship.AML"
+    // Writes the whole file; ends the process with a line if it can't.
+    std::function<void(const char* path)> make;
+    const char* source;  // beginning of the paths below production/ that make it, such as "models/ship.cpp"
+    const char* kit;     // the same for what it rests on, such as "kit/model/", or nullptr
 };
 
 extern const std::vector<Product> modelProducts;

@@ -1,8 +1,8 @@
 // The mirror ball and the copy that beams are traced against.
-#include "production/kit/model_aml.h"
-#include "production/kit/model_forms.h"
-#include "production/kit/model_mapping.h"
-#include "production/kit/model_paints.h"
+#include "production/kit/model/aml.h"
+#include "production/kit/model/forms.h"
+#include "production/kit/model/mapping.h"
+#include "production/kit/model/paints.h"
 #include "production/models/models.h"
 
 using namespace model;

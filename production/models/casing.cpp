@@ -1,8 +1,8 @@
 // The casing round the lower part of the robot, which sinks with the light: twelve armoured sides, open
 // above. The program squeezes it in height, so it is made of courses that read at any height.
-#include "production/kit/model_aml.h"
-#include "production/kit/model_forms.h"
-#include "production/kit/model_mapping.h"
+#include "production/kit/model/aml.h"
+#include "production/kit/model/forms.h"
+#include "production/kit/model/mapping.h"
 #include "production/models/models.h"
 
 using namespace model;

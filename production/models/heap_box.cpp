@@ -1,9 +1,9 @@
 // The box of the heap: a long pressure module, a little under one storey (20 units) high, twenty of which lie
 // across each other. Clamps divide it in three bays, tanks run along its flanks.
-#include "production/kit/model_aml.h"
-#include "production/kit/model_forms.h"
-#include "production/kit/model_mapping.h"
-#include "production/kit/model_paints.h"
+#include "production/kit/model/aml.h"
+#include "production/kit/model/forms.h"
+#include "production/kit/model/mapping.h"
+#include "production/kit/model/paints.h"
 #include "production/models/models.h"
 
 using namespace model;

@@ -1,9 +1,9 @@
 // The figure that is cut to stripes: two cages of ribbons, one in the other, that wind from pole to pole in
 // opposite ways. Ribbons are sheets, so that whoever looks in sees their coloured inside.
-#include "production/kit/model_aml.h"
-#include "production/kit/model_forms.h"
-#include "production/kit/model_mapping.h"
-#include "production/kit/model_paints.h"
+#include "production/kit/model/aml.h"
+#include "production/kit/model/forms.h"
+#include "production/kit/model/mapping.h"
+#include "production/kit/model/paints.h"
 #include "production/models/models.h"
 
 using namespace model;

@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr const char* kit = "kit/model";
+constexpr const char* kit = "kit/model/";
 
 }  // namespace
 

@@ -1,9 +1,9 @@
 // The satellite of the smoke scene, drawn at 0.3 of its size and never turned, seen from above: a drum with a
 // dish on top and a broad panel on either side, few and large parts that read at some forty pixels.
-#include "production/kit/model_aml.h"
-#include "production/kit/model_forms.h"
-#include "production/kit/model_mapping.h"
-#include "production/kit/model_paints.h"
+#include "production/kit/model/aml.h"
+#include "production/kit/model/forms.h"
+#include "production/kit/model/mapping.h"
+#include "production/kit/model/paints.h"
 #include "production/models/models.h"
 
 using namespace model;

@@ -1,8 +1,8 @@
 // The ring that rides at the height of the light disc, lying flat. Six clamps hold the corners of the disc,
 // which stand 100 units out at 30, 90, 150 ... degrees.
-#include "production/kit/model_aml.h"
-#include "production/kit/model_forms.h"
-#include "production/kit/model_mapping.h"
+#include "production/kit/model/aml.h"
+#include "production/kit/model/forms.h"
+#include "production/kit/model/mapping.h"
 #include "production/models/models.h"
 
 using namespace model;

@@ -1,8 +1,8 @@
 // The robot: body, arms and the screen that is its face. It stands on a plate below y = 0 and looks along +z.
 // Between hips and chest there is only a thin spine behind the axis: the camera flies through that gap.
-#include "production/kit/model_aml.h"
-#include "production/kit/model_forms.h"
-#include "production/kit/model_mapping.h"
+#include "production/kit/model/aml.h"
+#include "production/kit/model/forms.h"
+#include "production/kit/model/mapping.h"
 #include "production/models/models.h"
 
 using namespace model;

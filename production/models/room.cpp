@@ -2,10 +2,10 @@
 // bays stand between ten pillars; above hangs a ring that holds the five beam sources.
 #include <span>
 
-#include "production/kit/model_aml.h"
-#include "production/kit/model_forms.h"
-#include "production/kit/model_mapping.h"
-#include "production/kit/model_paints.h"
+#include "production/kit/model/aml.h"
+#include "production/kit/model/forms.h"
+#include "production/kit/model/mapping.h"
+#include "production/kit/model/paints.h"
 #include "production/models/models.h"
 
 using namespace model;
@@ -26,7 +26,7 @@ struct Course {
     double y, ridge, crease, otherCrease;
     int across = 1, along = 1;
     double swell = 0;
-    Part part = walls::upperHalf;
+    Patch patch = walls::upperHalf;
     bool eachPlate = false;
 };
 
@@ -64,7 +64,7 @@ Shape belt(const Course* course) {
 Shape collisionSkin(std::span<const Course> courses) {
     std::vector<Shape> belts;
     for (size_t i = 0; i + 1 < courses.size(); i++)
-        belts.push_back(mappedEach(belt(&courses[i]), courses[i].part));
+        belts.push_back(mappedEach(belt(&courses[i]), courses[i].patch));
     return joined(belts);
 }
 
@@ -73,9 +73,9 @@ Shape platedSkin(std::span<const Course> courses) {
     std::vector<Shape> belts;
     for (size_t i = 0; i + 1 < courses.size(); i++) {
         const Course& course = courses[i];
-        Shape plates = mappedEach(belt(&course), course.part);
+        Shape plates = mappedEach(belt(&course), course.patch);
         plates = divided(plates, course.across, course.along);
-        if (course.eachPlate) plates = mappedEach(plates, course.part);
+        if (course.eachPlate) plates = mappedEach(plates, course.patch);
         belts.push_back(pillowed(plates, {0.05, 1, course.swell, course.swell > 2 ? 4 : 2}));
     }
     return joined(belts);

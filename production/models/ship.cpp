@@ -2,10 +2,10 @@
 // tunnel streams to +z. Six beams leave each ring at 30, 90, 150 ... degrees round the z axis.
 #include <algorithm>
 
-#include "production/kit/model_aml.h"
-#include "production/kit/model_forms.h"
-#include "production/kit/model_mapping.h"
-#include "production/kit/model_paints.h"
+#include "production/kit/model/aml.h"
+#include "production/kit/model/forms.h"
+#include "production/kit/model/mapping.h"
+#include "production/kit/model/paints.h"
 #include "production/models/models.h"
 
 using namespace model;
@@ -26,7 +26,7 @@ double hullRadius(double y) {
 // What each stretch of the hull shows of the picture, from its lower end (y) up.
 struct Band {
     double low;
-    Part part;
+    Patch patch;
 };
 
 constexpr int flutes = 6;
@@ -47,8 +47,8 @@ Shape painted(Shape shape) {
                 std::hypot(p.x, p.z) > 0.01 ? std::atan2(-p.z, p.x) / (2 * pi) * flutes - land : 0.5;
             const double across = turn - flutes * std::round((turn - 0.5) / flutes);
             const double along = (band[1].low - p.y) / (band[1].low - band->low);
-            face.uvs[i] = {mix(band->part.low.s, band->part.high.s, along),
-                           mix(band->part.low.t, band->part.high.t, across)};
+            face.uvs[i] = {mix(band->patch.low.s, band->patch.high.s, along),
+                           mix(band->patch.low.t, band->patch.high.t, across)};
         }
     }
     return shape;

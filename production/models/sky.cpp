@@ -1,7 +1,7 @@
 // The sky, seen from inside: its picture goes three times round from pole to pole, so that no view holds two.
-#include "production/kit/model_aml.h"
-#include "production/kit/model_forms.h"
-#include "production/kit/model_mapping.h"
+#include "production/kit/model/aml.h"
+#include "production/kit/model/forms.h"
+#include "production/kit/model/mapping.h"
 #include "production/models/models.h"
 
 using namespace model;
@@ -14,5 +14,5 @@ void makeSky(const char* path) {
         const double level = std::cos(up) * radius;
         return Vec{level * std::sin(around), std::sin(up) * radius, -level * std::cos(around)};
     });
-    writeAml(path, {welded(painted(dome, Part{{0, 1}, {repeats, 0}}))});
+    writeAml(path, {welded(painted(dome, Patch{{0, 1}, {repeats, 0}}))});
 }

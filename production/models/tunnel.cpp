@@ -1,9 +1,9 @@
 // One segment of the tunnel, drawn and traced: twelve columns of coffers and wedges in two bays between ribs.
 // Segments follow each other 300 units apart along z, each turned 0.8 radian against the last towards -z; the
 // columns wind by just that much, so that they run on from segment to segment as one rifled bore.
-#include "production/kit/model_aml.h"
-#include "production/kit/model_forms.h"
-#include "production/kit/model_mapping.h"
+#include "production/kit/model/aml.h"
+#include "production/kit/model/forms.h"
+#include "production/kit/model/mapping.h"
 #include "production/models/models.h"
 
 using namespace model;

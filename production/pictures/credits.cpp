@@ -1,8 +1,10 @@
 // The four credit cards, each drawn over a quarter of the 4:3 screen with its top row first: white lettering
 // on clear ground, with a soft shadow that keeps it readable over the beat's flash.
-#include "production/kit/picture.h"
-#include "production/kit/picture_lettering.h"
+#include "production/kit/picture/canvas.h"
+#include "production/kit/picture/lettering.h"
 #include "production/pictures/pictures.h"
+
+using namespace picture;
 
 namespace {
 
@@ -15,8 +17,11 @@ constexpr float roleLine = 258, ruleLine = 290, nameLine = 352;  // rows
 void makeCard(const char* path, const char* role, Align align) {
     const float edge = align == Align::Left ? margin : size - margin;
     LetteringField text(size, size, 16);
-    setText(text, role, {86, 0.17f, 0.6f, 0.17f, pixelAspect}, edge, roleLine, align);
-    setText(text, "Valojuova", {40, 0.17f, 0.4f, 0.30f, pixelAspect}, edge, nameLine, align);
+    const Lettering large = {.height = 86, .weight = 0.17f, .contrast = 0.6f, .pixelAspect = pixelAspect};
+    const Lettering spaced = {
+        .height = 40, .weight = 0.17f, .contrast = 0.4f, .gap = 0.30f, .pixelAspect = pixelAspect};
+    setText(text, large, {role, edge, roleLine, align});
+    setText(text, spaced, {"Valojuova", edge, nameLine, align});
 
     Canvas shape(size, size);
     paint(shape, [&](float x, float y, Rgba) {

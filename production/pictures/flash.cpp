@@ -1,16 +1,18 @@
 // Two flashes that are added to the room: a word ("mix", vornel.png), shown once over the full screen with
 // its top row first, and the light on the beat ("white").
-#include "production/kit/picture.h"
-#include "production/kit/picture_lettering.h"
+#include "production/kit/picture/canvas.h"
+#include "production/kit/picture/lettering.h"
 #include "production/pictures/pictures.h"
+
+using namespace picture;
 
 void makeFlashWord(const char* path) {
     const int size = 1024;
     const float pixelAspect = 4.0f / 3;  // the square picture fills a 4:3 screen
     const float capHeight = 372, baseline = 690, streakLine = baseline - 0.43f * capHeight;
     LetteringField text(size, size, 60);
-    setText(text, "Valo", {capHeight, 0.17f, 0.66f, 0.17f, pixelAspect}, size * 0.5f, baseline,
-            Align::Centre);
+    setText(text, {.height = capHeight, .weight = 0.17f, .contrast = 0.66f, .pixelAspect = pixelAspect},
+            {"Valo", size * 0.5f, baseline, Align::Centre});
 
     Canvas letters(size, size);
     paint(letters, [&](float x, float y, Rgba) { return grey(1) * coverage(text.at(x, y)); });

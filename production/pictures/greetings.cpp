@@ -4,9 +4,11 @@
 #include <string>
 #include <vector>
 
-#include "production/kit/picture.h"
-#include "production/kit/picture_lettering.h"
+#include "production/kit/picture/canvas.h"
+#include "production/kit/picture/lettering.h"
 #include "production/pictures/pictures.h"
+
+using namespace picture;
 
 namespace {
 
@@ -24,7 +26,10 @@ const std::vector<std::vector<std::string>> blocks = {
 Lettering cut(float capHeight) {
     // Small lines get sturdier strokes, so that all lines of a block look alike in weight.
     const float small = unit((120 - capHeight) / 80);
-    return {capHeight, mix(0.14f, 0.20f, small), mix(0.62f, 0.35f, small), 0.17f, pixelAspect};
+    return {.height = capHeight,
+            .weight = mix(0.14f, 0.20f, small),
+            .contrast = mix(0.62f, 0.35f, small),
+            .pixelAspect = pixelAspect};
 }
 
 float capHeightFor(const std::string& line, float columns) {
@@ -72,7 +77,7 @@ void makeGreetings(const char* path) {
         for (const std::string& line : blocks[i]) {
             const float capHeight = capHeightFor(line, columns[i]);
             baseline += capHeight;
-            setText(text, line, cut(capHeight), left, baseline);
+            setText(text, cut(capHeight), {line, left, baseline});
             baseline += leading;
         }
         left += columns[i] + space;

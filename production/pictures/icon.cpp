@@ -1,9 +1,11 @@
 // The desktop's icon: the V of the title in gold, crossed by its streak of light, before northern lights on a
 // night tile. Every size is drawn for its own pixels; the small ones are bolder and leave the sky out.
 #include "production/forge.h"
-#include "production/kit/picture.h"
-#include "production/kit/picture_lettering.h"
-#include "production/kit/picture_noise.h"
+#include "production/kit/picture/canvas.h"
+#include "production/kit/picture/lettering.h"
+#include "production/kit/picture/noise.h"
+
+using namespace picture;
 
 namespace {
 
@@ -53,13 +55,17 @@ Rgba streak(float x, float y, float thickness, float strength) {
            strength;
 }
 
-template <int size>
-void makeIcon(const char* path) {
+void makeIcon(int size, const char* path) {
     const bool small = size < 64;
     const float pixels = size;
     LetteringField text(size, size, pixels / 6);
-    setText(text, "V", {capHeight * pixels, small ? 0.21f : 0.19f, small ? 0.36f : 0.55f, 0, 0.86f},
-            pixels / 2, baseline * pixels, Align::Centre);
+    setText(text,
+            {.height = capHeight * pixels,
+             .weight = small ? 0.21f : 0.19f,
+             .contrast = small ? 0.36f : 0.55f,
+             .gap = 0,
+             .pixelAspect = 0.86f},
+            {"V", pixels / 2, baseline * pixels, Align::Centre});
 
     Canvas canvas(size, size);
     paint(canvas, [&](float px, float py, Rgba) {
@@ -78,15 +84,14 @@ void makeIcon(const char* path) {
     saveRgba(canvas, path, Rows::TopFirst);
 }
 
-constexpr const char* source = "pictures/icon.cpp";
-constexpr const char* kit = "kit/picture";
+Product icon(const char* file, int size) {
+    return {file, [size](const char* path) { makeIcon(size, path); }, "pictures/icon.cpp", "kit/picture/"};
+}
 
 }  // namespace
 
 const std::vector<Product> iconProducts = {
-    {"256x256/apps/valojuova.png", makeIcon<256>, source, kit},
-    {"128x128/apps/valojuova.png", makeIcon<128>, source, kit},
-    {"64x64/apps/valojuova.png", makeIcon<64>, source, kit},
-    {"48x48/apps/valojuova.png", makeIcon<48>, source, kit},
-    {"32x32/apps/valojuova.png", makeIcon<32>, source, kit},
+    icon("256x256/apps/valojuova.png", 256), icon("128x128/apps/valojuova.png", 128),
+    icon("64x64/apps/valojuova.png", 64),    icon("48x48/apps/valojuova.png", 48),
+    icon("32x32/apps/valojuova.png", 32),
 };

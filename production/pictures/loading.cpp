@@ -1,15 +1,19 @@
 // "loading": shown as a square in the middle of the screen while the tables load, and added to itself a
 // little larger in a changing tint. Its size is the one that the full-screen quad assumes.
-#include "production/kit/picture.h"
-#include "production/kit/picture_lettering.h"
+#include "production/kit/picture/canvas.h"
+#include "production/kit/picture/lettering.h"
 #include "production/pictures/pictures.h"
+
+using namespace picture;
 
 void makeLoading(const char* path) {
     const int size = 512;
     Canvas canvas(size, size, opaque(0, 0, 0));
     LetteringField text(size, size, 24);
-    setText(text, "Valojuova", {54, 0.10f, 0.45f, 0.26f}, size * 0.5f, 292, Align::Centre);
-    setText(text, "Loading", {13, 0.17f, 0.2f, 0.75f}, size * 0.5f, 352, Align::Centre);
+    setText(text, {.height = 54, .weight = 0.10f, .contrast = 0.45f, .gap = 0.26f},
+            {"Valojuova", size * 0.5f, 292, Align::Centre});
+    setText(text, {.height = 13, .weight = 0.17f, .contrast = 0.2f, .gap = 0.75f},
+            {"Loading", size * 0.5f, 352, Align::Centre});
 
     paint(canvas, [&](float x, float y, Rgba ground) {
         const float along = (x - size * 0.36f) / size, away = y - 214;

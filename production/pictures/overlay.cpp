@@ -1,10 +1,12 @@
 // "overlay": laid over every frame at half strength. The picture is the 800 x 600 corner at the file's first
 // row and column, as a copy of the screen lies in its target. What is bright here washes the frame out, so it
 // is almost black: scan lines, a little grain, edges that lift, and a hairline frame.
-#include "production/kit/picture.h"
-#include "production/kit/picture_noise.h"
-#include "production/kit/picture_shapes.h"
+#include "production/kit/picture/canvas.h"
+#include "production/kit/picture/noise.h"
+#include "production/kit/picture/shapes.h"
 #include "production/pictures/pictures.h"
+
+using namespace picture;
 
 namespace {
 

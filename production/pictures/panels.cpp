@@ -2,9 +2,11 @@
 // "cubetex", the walls of tunnel and room. Each is a drawing, a table of parts on a grid of 16 by 16 cells.
 #include <vector>
 
-#include "production/kit/picture_lettering.h"
-#include "production/kit/picture_relief.h"
+#include "production/kit/picture/lettering.h"
+#include "production/kit/picture/relief.h"
 #include "production/pictures/pictures.h"
+
+using namespace picture;
 
 namespace {
 
@@ -178,8 +180,8 @@ void stamp(Relief& relief, Metal metal, const Row& row) {
 void stencil(Relief& relief, Metal metal, const std::vector<Sign>& signs) {
     for (const Sign& sign : signs) {
         LetteringField text(size, size, 2);
-        setText(text, sign.text, {sign.height * cell, 0.22f, 0.25f, 0.2f}, sign.left * cell,
-                sign.baseline * cell);
+        setText(text, {.height = sign.height * cell, .weight = 0.22f, .contrast = 0.25f, .gap = 0.2f},
+                {sign.text, sign.left * cell, sign.baseline * cell});
         for (size_t i = 0; i < text.distances.size(); i++)
             relief.colours[i] = mix(relief.colours[i], metal(sign.tone), 0.8f * coverage(text.distances[i]));
     }

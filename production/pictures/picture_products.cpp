@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr const char* kit = "kit/picture";
+constexpr const char* kit = "kit/picture/";
 
 }  // namespace
 

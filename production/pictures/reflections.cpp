@@ -2,10 +2,12 @@
 // as real ones would; a map shows what the viewer's surroundings throw back, with the sky in its last rows.
 #include <vector>
 
-#include "production/kit/picture.h"
-#include "production/kit/picture_noise.h"
-#include "production/kit/picture_shapes.h"
+#include "production/kit/picture/canvas.h"
+#include "production/kit/picture/noise.h"
+#include "production/kit/picture/shapes.h"
 #include "production/pictures/pictures.h"
+
+using namespace picture;
 
 namespace {
 

@@ -1,7 +1,9 @@
 // What the robot wears: the two glow bands and the face on its screen.
-#include "production/kit/picture.h"
-#include "production/kit/picture_shapes.h"
+#include "production/kit/picture/canvas.h"
+#include "production/kit/picture/shapes.h"
 #include "production/pictures/pictures.h"
+
+using namespace picture;
 
 namespace {
 

@@ -1,9 +1,11 @@
 // "noise1": what the smoke shaders are made of. Red carries the smoke itself; green and blue are independent
 // fields of the same kind, finer and veined. It repeats without a seam, in the size that the full-screen quad
 // assumes, and is stored bottom row first.
-#include "production/kit/picture.h"
-#include "production/kit/picture_noise.h"
+#include "production/kit/picture/canvas.h"
+#include "production/kit/picture/noise.h"
 #include "production/pictures/pictures.h"
+
+using namespace picture;
 
 void makeSmoke(const char* path) {
     const int size = 256, cells = 4;

@@ -1,6 +1,8 @@
 // "spot": where a beam touches a surface, added to the picture. Its border is black, since it repeats.
-#include "production/kit/picture.h"
+#include "production/kit/picture/canvas.h"
 #include "production/pictures/pictures.h"
+
+using namespace picture;
 
 void makeSpot(const char* path) {
     const int size = 256;

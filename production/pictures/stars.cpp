@@ -3,9 +3,11 @@
 // clusters. Dim, since the glow makes nearly four times as much of a broad light.
 #include <vector>
 
-#include "production/kit/picture.h"
-#include "production/kit/picture_noise.h"
+#include "production/kit/picture/canvas.h"
+#include "production/kit/picture/noise.h"
 #include "production/pictures/pictures.h"
+
+using namespace picture;
 
 namespace {
 

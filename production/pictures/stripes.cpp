@@ -2,8 +2,10 @@
 // what stays. Only T counts: one repeat is 500 units of height, the first row is T = 0, and S is constant.
 #include <vector>
 
-#include "production/kit/picture.h"
+#include "production/kit/picture/canvas.h"
 #include "production/pictures/pictures.h"
+
+using namespace picture;
 
 namespace {
 

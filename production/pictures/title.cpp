@@ -4,10 +4,12 @@
 // 0.15.
 #include <vector>
 
-#include "production/kit/picture.h"
-#include "production/kit/picture_lettering.h"
-#include "production/kit/picture_noise.h"
+#include "production/kit/picture/canvas.h"
+#include "production/kit/picture/lettering.h"
+#include "production/kit/picture/noise.h"
 #include "production/pictures/pictures.h"
+
+using namespace picture;
 
 namespace {
 
@@ -133,11 +135,14 @@ Rgba mirrored(const Canvas& canvas, float x, float y) {
 
 void makeTitle(const char* path) {
     LetteringField text(size, size, 60);
-    setText(text, "Valojuova", {capHeight, 0.155f, 0.66f, 0.145f, pixelAspect}, middle, baseline,
-            Align::Centre);
+    setText(
+        text,
+        {.height = capHeight, .weight = 0.155f, .contrast = 0.66f, .gap = 0.145f, .pixelAspect = pixelAspect},
+        {"Valojuova", middle, baseline, Align::Centre});
     LetteringField subtitle(size, size, 14);
-    setText(subtitle, "a streak of light", {19, 0.15f, 0.3f, 0.95f, pixelAspect}, middle, baseline + 48,
-            Align::Centre);
+    setText(subtitle,
+            {.height = 19, .weight = 0.15f, .contrast = 0.3f, .gap = 0.95f, .pixelAspect = pixelAspect},
+            {"a streak of light", middle, baseline + 48, Align::Centre});
 
     const std::vector<Curtain> columns = curtains();
     Canvas canvas(size, size, opaque(0, 0, 0));

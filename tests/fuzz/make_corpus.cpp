@@ -10,12 +10,14 @@
 #include <iterator>
 
 #include "geometry/mesh.h"
-#include "production/kit/model_aml.h"
-#include "production/kit/model_forms.h"
-#include "production/kit/picture.h"
+#include "production/kit/model/aml.h"
+#include "production/kit/model/forms.h"
+#include "production/kit/picture/canvas.h"
 #include "production/kit/sound/vorbis.h"
 #include "tests/geometry/aml_bytes.h"
 #include "tests/image/png_kinds.h"
+
+using namespace picture;
 
 namespace fs = std::filesystem;
 

@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "geometry/aml.h"
-#include "production/kit/model_aml.h"
-#include "production/kit/model_forms.h"
-#include "production/kit/model_mapping.h"
+#include "production/kit/model/aml.h"
+#include "production/kit/model/forms.h"
+#include "production/kit/model/mapping.h"
 #include "tests/scratch.h"
 
 namespace {
@@ -186,10 +186,10 @@ TEST(ModelKit, MappingsReadTheRightWayRoundInsideAndOut) {
     }
 }
 
-TEST(ModelKit, PaintedShapesStayInTheirPart) {
-    const Part part = {{0.25, 0.75}, {0.5, 0.5}};
+TEST(ModelKit, PaintedShapesStayInTheirPatch) {
+    const Patch patch = {{0.25, 0.75}, {0.5, 0.5}};
     for (const Shape& shape :
-         {painted(lathe({{1, 0}, {2, 1}, {1, 2}}, 9), part), mappedEach(box({1, 2, 3}, 0.2), part)}) {
+         {painted(lathe({{1, 0}, {2, 1}, {1, 2}}, 9), patch), mappedEach(box({1, 2, 3}, 0.2), patch)}) {
         for (const Face& face : shape.faces) {
             for (const Uv& uv : face.uvs) {
                 EXPECT_TRUE(0.25 <= uv.s && uv.s <= 0.5 && 0.5 <= uv.t && uv.t <= 0.75);

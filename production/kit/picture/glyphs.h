@@ -3,13 +3,15 @@
 
 #include <vector>
 
-#include "production/kit/picture_shapes.h"
+#include "production/kit/picture/shapes.h"
 
-using Outline = std::vector<Point>;
+namespace picture {
+
+using Contour = std::vector<Point>;
 
 // In capital heights, x from the letter's origin to the right, y up from the baseline.
 struct Glyph {
-    std::vector<Outline> parts;  // they overlap
+    std::vector<Contour> parts;  // they overlap
     bool blank = false;          // no such letter
     bool boxed = false;          // a sign, spaced as if it were full height: it would slip into hollows
 };
@@ -21,3 +23,5 @@ struct Cut {
 
 // A capital, digit or sign of the alphabet.
 Glyph glyphOf(char32_t letter, Cut cut);
+
+}  // namespace picture

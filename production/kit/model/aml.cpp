@@ -1,4 +1,4 @@
-#include "production/kit/model_aml.h"
+#include "production/kit/model/aml.h"
 
 #include <algorithm>
 #include <array>
@@ -8,10 +8,10 @@
 #include <map>
 #include <utility>
 
+#include "geometry/aml_format.h"
+
 namespace model {
 namespace {
-
-constexpr size_t mostIndices = 65535;  // 16-bit counts
 
 struct Vertex {
     uint32_t point;
@@ -79,8 +79,8 @@ public:
     std::vector<AmlMesh> meshes() {
         meshList.emplace_back();
         for (size_t f = 0; f < shape.faces.size(); f++) {
-            if (meshList.back().vertices.size() + 3 > mostIndices ||
-                meshList.back().faces.size() == mostIndices) {
+            if (meshList.back().vertices.size() + 3 > amlMostRecords ||
+                meshList.back().faces.size() == amlMostRecords) {
                 meshList.emplace_back();
                 pointOf.clear();
                 vertexOf.clear();
@@ -130,15 +130,15 @@ public:
 };
 
 void putMesh(Bytes& out, const AmlMesh& mesh) {
-    static_assert(sizeof(Vertex) == 24);
-    constexpr uint8_t attributes[] = {3, 1, 1, 2, 3, 6, 2};  // how many, then type and words of each
+    static_assert(sizeof(Vertex) == (1 + 3 + 2) * 4);
+    constexpr uint8_t attributes[] = {3, gvertexAttrib, 1, normalAttrib, 3, texCoordAttrib, 2};
     out.putShort(mesh.points.size());
     out.putShort(mesh.vertices.size());
     out.putShort(mesh.faces.size());
     out.put(attributes, sizeof attributes);
-    out.put(mesh.points.data(), mesh.points.size() * 12);
-    out.put(mesh.vertices.data(), mesh.vertices.size() * 24);
-    out.put(mesh.faces.data(), mesh.faces.size() * 6);
+    out.put(mesh.points.data(), mesh.points.size() * sizeof mesh.points[0]);
+    out.put(mesh.vertices.data(), mesh.vertices.size() * sizeof mesh.vertices[0]);
+    out.put(mesh.faces.data(), mesh.faces.size() * sizeof mesh.faces[0]);
 }
 
 }  // namespace
@@ -150,9 +150,11 @@ void writeAml(const char* path, const std::vector<Shape>& shapes) {
         for (AmlMesh& mesh : MeshBuilder(triangles).meshes()) meshes.push_back(std::move(mesh));
     }
     Bytes out;
+    const uint8_t version = amlVersion;
     const uint32_t count = static_cast<uint32_t>(meshes.size());
-    out.put("AML\x02", 4);
-    out.put(&count, 4);
+    out.put(amlMagic, sizeof amlMagic);
+    out.put(&version, sizeof version);
+    out.put(&count, sizeof count);
     for (const AmlMesh& mesh : meshes) putMesh(out, mesh);
 
     FILE* file = fopen(path, "wb");

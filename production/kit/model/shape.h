@@ -5,7 +5,7 @@
 #include <functional>
 #include <vector>
 
-#include "production/kit/model_vector.h"
+#include "production/kit/model/vector.h"
 
 namespace model {
 

@@ -1,4 +1,4 @@
-#include "production/kit/model_forms.h"
+#include "production/kit/model/forms.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,8 @@
-#include "production/kit/picture_glyphs.h"
+#include "production/kit/picture/glyphs.h"
 
 #include <map>
 
+namespace picture {
 namespace {
 
 // The strokes of a letter. Coordinates are in capital heights, y up from the baseline; a breadth factor of 1
@@ -118,8 +119,8 @@ const std::map<char32_t, std::vector<Stroke>> alphabet = {
 };
 
 // Sutherland and Hodgman, "Reentrant polygon clipping", 1974: keeps what lies below (or above) a level.
-Outline clippedAt(const Outline& outline, float level, bool keepBelow) {
-    Outline kept;
+Contour clippedAt(const Contour& outline, float level, bool keepBelow) {
+    Contour kept;
     auto side = [&](Point p) { return keepBelow ? level - p.y : p.y - level; };
     for (size_t i = 0; i < outline.size(); i++) {
         const Point from = outline[i], to = outline[(i + 1) % outline.size()];
@@ -134,7 +135,7 @@ bool onLine(float y) {
     return y == 0 || y == 1;
 }
 
-Outline straight(const Stroke& stroke, float halfFrom, float halfTo) {
+Contour straight(const Stroke& stroke, float halfFrom, float halfTo) {
     Point from = {stroke.a, stroke.b}, to = {stroke.c, stroke.d};
     Point along = (to - from) * (1 / length(to - from));
     const bool lying = from.y == to.y;
@@ -143,15 +144,15 @@ Outline straight(const Stroke& stroke, float halfFrom, float halfTo) {
     if (onLine(stroke.b)) from = from - along * runOn;
     if (onLine(stroke.d)) to = to + along * runOn;
     const Point across = {-along.y, along.x};
-    Outline outline = {from + across * halfFrom, to + across * halfTo, to - across * halfTo,
+    Contour outline = {from + across * halfFrom, to + across * halfTo, to - across * halfTo,
                        from - across * halfFrom};
     if (onLine(stroke.b) || onLine(stroke.d)) outline = clippedAt(clippedAt(outline, 1, true), 0, false);
     return outline;
 }
 
 // A band along a chain of points, of the half breadth given at each.
-Outline band(const std::vector<Point>& chain, const std::vector<float>& half) {
-    Outline left, right;
+Contour band(const std::vector<Point>& chain, const std::vector<float>& half) {
+    Contour left, right;
     for (size_t i = 0; i < chain.size(); i++) {
         const Point along = chain[std::min(i + 1, chain.size() - 1)] - chain[i > 0 ? i - 1 : 0];
         const Point across = Point{-along.y, along.x} * (half[i] / length(along));
@@ -162,7 +163,7 @@ Outline band(const std::vector<Point>& chain, const std::vector<float>& half) {
     return left;
 }
 
-Outline arc(const Stroke& stroke, Cut cut) {
+Contour arc(const Stroke& stroke, Cut cut) {
     const int steps = 28;
     std::vector<Point> chain;
     std::vector<float> half;
@@ -179,7 +180,7 @@ Outline arc(const Stroke& stroke, Cut cut) {
     return band(chain, half);
 }
 
-Outline spine(Cut cut) {
+Contour spine(Cut cut) {
     // Two three-quarter bends of an S that meet in its thick middle.
     const std::vector<Point> knots = {{0.58f, 0.83f},   {0.50f, 0.945f}, {0.35f, 1},       {0.175f, 0.935f},
                                       {0.115f, 0.775f}, {0.19f, 0.625f}, {0.355f, 0.515f}, {0.53f, 0.40f},
@@ -209,15 +210,15 @@ Outline spine(Cut cut) {
     return band(chain, half);
 }
 
-Outline dot(const Stroke& stroke, Cut cut) {
-    Outline outline;
+Contour dot(const Stroke& stroke, Cut cut) {
+    Contour outline;
     for (int i = 0; i < 20; i++)
         outline.push_back(Point{stroke.a, stroke.b} +
                           turned({std::fmax(cut.thick, 0.07f) * 1.05f, 0}, i * 0.31415927f));
     return outline;
 }
 
-void addStroke(std::vector<Outline>& outlines, const Stroke& stroke, Cut cut) {
+void addStroke(std::vector<Contour>& outlines, const Stroke& stroke, Cut cut) {
     const Stroke& s = stroke;
     switch (stroke.pen) {
         case Thick:
@@ -269,3 +270,5 @@ Glyph glyphOf(char32_t letter, Cut cut) {
     }
     return glyph;
 }
+
+}  // namespace picture

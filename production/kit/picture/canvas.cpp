@@ -1,11 +1,13 @@
-#include "production/kit/picture.h"
+#include "production/kit/picture/canvas.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <string>
 
 #include "image/image.h"
-#include "production/kit/picture_noise.h"
+#include "production/kit/picture/noise.h"
+
+namespace picture {
 
 Rgba gradient(const std::vector<Stop>& stops, float place) {
     if (place <= stops.front().place) return stops.front().colour;
@@ -152,3 +154,5 @@ void saveRgb(const Canvas& canvas, const char* path, Rows rows) {
 void saveRgba(const Canvas& canvas, const char* path, Rows rows) {
     save(canvas, path, rows, 4);
 }
+
+}  // namespace picture

@@ -1,9 +1,10 @@
-#include "production/kit/picture_lettering.h"
+#include "production/kit/picture/lettering.h"
 
 #include <array>
 
-#include "production/kit/picture_glyphs.h"
+#include "production/kit/picture/glyphs.h"
 
+namespace picture {
 namespace {
 
 std::u32string decoded(const std::string& text) {
@@ -30,7 +31,7 @@ Profile profileOf(const Glyph& glyph) {
     Profile profile;
     profile.left.fill(1e3f);
     profile.right.fill(-1e3f);
-    for (const Outline& outline : glyph.parts) {
+    for (const Contour& outline : glyph.parts) {
         for (size_t i = 0; i < outline.size(); i++) {
             const Point from = outline[i], to = outline[(i + 1) % outline.size()];
             for (int level = 0; level < levels; level++) {
@@ -108,7 +109,7 @@ SetLine arranged(const std::string& text, const Lettering& style) {
     return line;
 }
 
-void addOutline(LetteringField& field, const Outline& outline, float pixelAspect) {
+void addOutline(LetteringField& field, const Contour& outline, float pixelAspect) {
     float left = 1e6f, right = -1e6f, top = 1e6f, bottom = -1e6f;
     for (Point p : outline) {
         left = std::fmin(left, p.x), right = std::fmax(right, p.x);
@@ -132,18 +133,22 @@ float textWidth(const std::string& text, const Lettering& style) {
     return arranged(text, style).width * style.height / style.pixelAspect;
 }
 
-void setText(LetteringField& field, const std::string& text, const Lettering& style, float x, float baseline,
-             Align align) {
-    const SetLine line = arranged(text, style);
-    const float before = align == Align::Left ? 0 : align == Align::Centre ? line.width / 2 : line.width;
+void setText(LetteringField& field, const Lettering& style, const TextLine& line) {
+    const SetLine set = arranged(line.text, style);
+    const float before = line.align == Align::Left     ? 0
+                         : line.align == Align::Centre ? set.width / 2
+                                                       : set.width;
     // Distances are taken where the picture is shown, in pixel heights, so that strokes keep their breadth.
-    const float start = x * style.pixelAspect - before * style.height;
-    for (const SetGlyph& set : line.glyphs) {
-        for (const Outline& part : set.glyph.parts) {
-            Outline outline;
+    const float start = line.x * style.pixelAspect - before * style.height;
+    for (const SetGlyph& letter : set.glyphs) {
+        for (const Contour& part : letter.glyph.parts) {
+            Contour outline;
             for (Point p : part)
-                outline.push_back({start + (set.origin + p.x) * style.height, baseline - p.y * style.height});
+                outline.push_back(
+                    {start + (letter.origin + p.x) * style.height, line.baseline - p.y * style.height});
             addOutline(field, outline, style.pixelAspect);
         }
     }
 }
+
+}  // namespace picture

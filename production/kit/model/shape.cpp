@@ -1,4 +1,4 @@
-#include "production/kit/model_shape.h"
+#include "production/kit/model/shape.h"
 
 #include <algorithm>
 #include <array>

@@ -6,7 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "production/kit/picture_shapes.h"
+#include "production/kit/picture/shapes.h"
+
+namespace picture {
 
 // How a line of text is cut and spaced. Lengths are in capital heights where not stated otherwise.
 struct Lettering {
@@ -32,11 +34,18 @@ struct LetteringField {
     float at(float x, float y) const { return at(static_cast<int>(x), static_cast<int>(y)); }
 };
 
+// A line of text and its place, in pixels from the top left: `x` is its left end, middle or right end,
+// `baseline` the row its letters stand on. The text is UTF-8: A-Z, Å, Ä and Ö, digits, space and
+// . , : ; ! ? ' - + / & ( ); small letters are set as capitals, anything else as a space.
+struct TextLine {
+    std::string text;
+    float x, baseline;
+    Align align = Align::Left;
+};
+
 // The width of a line in pixels.
 float textWidth(const std::string& text, const Lettering& style);
 
-// Sets a line: `x` is its left end, middle or right end, `baseline` the row its letters stand on, in pixels
-// from the top left. The text is UTF-8: A-Z, Å, Ä and Ö, digits, space and . , : ; ! ? ' - + / & ( ); small
-// letters are set as capitals, anything else as a space.
-void setText(LetteringField& field, const std::string& text, const Lettering& style, float x, float baseline,
-             Align align = Align::Left);
+void setText(LetteringField& field, const Lettering& style, const TextLine& line);
+
+}  // namespace picture

@@ -1,12 +1,12 @@
 // The forms that models start from: surfaces over a grid, lathes, sweeps, extrusions, boxes and icospheres.
 // Fronts face outwards where a form has an outside. Texture coordinates run with the grid; a mapping of
-// model_mapping.h usually replaces them.
+// mapping.h usually replaces them.
 #pragma once
 
 #include <functional>
 #include <vector>
 
-#include "production/kit/model_shape.h"
+#include "production/kit/model/shape.h"
 
 namespace model {
 

@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "production/kit/model_shape.h"
+#include "production/kit/model/shape.h"
 
 namespace model {
 

@@ -2,7 +2,7 @@
 // the picture as it is stored (row 0 is T = 0), so what stands upright in the file stands upright on a wall.
 #pragma once
 
-#include "production/kit/model_shape.h"
+#include "production/kit/model/shape.h"
 
 namespace model {
 
@@ -18,16 +18,16 @@ Shape mappedPlanar(Shape shape, Axis axis, double unitsPerRepeat, Uv offset = {}
 Shape mappedCylinder(Shape shape, Axis axis, int repeats, double unitsPerRepeat);
 
 // A rectangle of a picture: its lower left and upper right corner as a viewer of the wall sees them.
-struct Part {
+struct Patch {
     Uv low, high;
 };
 
-// Every quad shows the same part, its first corner the lower left one and its third the upper right one; a
+// Every quad shows the same patch, its first corner the lower left one and its third the upper right one; a
 // triangle has the upper edge's middle at its third.
-Shape mappedEach(Shape shape, const Part& part);
+Shape mappedEach(Shape shape, const Patch& patch);
 
-// Texture coordinates of 0..1 (as forms are made with) carried into a part, T = 0 to its lower edge.
-Shape painted(Shape shape, const Part& part);
+// Texture coordinates of 0..1 (as forms are made with) carried into a patch, T = 0 to its lower edge.
+Shape painted(Shape shape, const Patch& patch);
 
 // One place of the picture for all: a plain colour.
 Shape painted(Shape shape, Uv place);

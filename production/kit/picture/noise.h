@@ -4,6 +4,8 @@
 
 #include <cstdint>
 
+namespace picture {
+
 // Uniform in 0..1 for a whole place.
 float randomAt(int x, int y, uint32_t seed);
 
@@ -20,3 +22,5 @@ float fractalNoise(float x, float y, float z, int octaves, uint32_t seed);
 
 // Octaves of the noise's creases: thin bright veins on dark, 0..1.
 float ridgedNoise(float x, float y, int period, int octaves, uint32_t seed);
+
+}  // namespace picture

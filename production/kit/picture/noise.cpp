@@ -1,7 +1,8 @@
-#include "production/kit/picture_noise.h"
+#include "production/kit/picture/noise.h"
 
 #include <cmath>
 
+namespace picture {
 namespace {
 
 uint32_t scrambled(uint32_t x) {
@@ -112,3 +113,5 @@ float ridgedNoise(float x, float y, int period, int octaves, uint32_t seed) {
     }
     return sum;
 }
+
+}  // namespace picture

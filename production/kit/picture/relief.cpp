@@ -1,6 +1,8 @@
-#include "production/kit/picture_relief.h"
+#include "production/kit/picture/relief.h"
 
-#include "production/kit/picture_noise.h"
+#include "production/kit/picture/noise.h"
+
+namespace picture {
 
 Relief::Relief(int size, Rgba ground)
     : size(size), heights(size_t(size) * size), colours(heights.size(), ground), glows(heights.size()) {}
@@ -54,3 +56,5 @@ Canvas lit(const Relief& relief, const Weather& weather) {
     });
     return canvas;
 }
+
+}  // namespace picture

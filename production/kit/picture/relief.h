@@ -4,7 +4,9 @@
 
 #include <vector>
 
-#include "production/kit/picture_shapes.h"
+#include "production/kit/picture/shapes.h"
+
+namespace picture {
 
 struct Relief {
     int size;                    // pixels each way
@@ -74,3 +76,5 @@ struct Weather {
 
 // The finished picture, lit from the upper left.
 Canvas lit(const Relief& relief, const Weather& weather);
+
+}  // namespace picture

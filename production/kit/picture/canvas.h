@@ -6,6 +6,8 @@
 #include <cmath>
 #include <vector>
 
+namespace picture {
+
 struct Rgba {
     float r = 0, g = 0, b = 0, a = 0;
 };
@@ -110,3 +112,5 @@ enum class Rows { TopFirst, BottomFirst };
 // line when the file can't be written.
 void saveRgb(const Canvas& canvas, const char* path, Rows rows);
 void saveRgba(const Canvas& canvas, const char* path, Rows rows);
+
+}  // namespace picture

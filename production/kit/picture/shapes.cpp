@@ -1,4 +1,6 @@
-#include "production/kit/picture_shapes.h"
+#include "production/kit/picture/shapes.h"
+
+namespace picture {
 
 float polygon(Point p, const std::vector<Point>& corners) {
     float nearest = dot(p - corners[0], p - corners[0]);
@@ -13,3 +15,5 @@ float polygon(Point p, const std::vector<Point>& corners) {
     }
     return inside ? -std::sqrt(nearest) : std::sqrt(nearest);
 }
+
+}  // namespace picture

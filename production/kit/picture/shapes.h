@@ -5,7 +5,9 @@
 #include <cmath>
 #include <vector>
 
-#include "production/kit/picture.h"
+#include "production/kit/picture/canvas.h"
+
+namespace picture {
 
 struct Point {
     float x = 0, y = 0;
@@ -61,3 +63,5 @@ inline float coverage(float distance) {
 inline float outline(float distance, float width) {
     return coverage(std::fabs(distance) - width / 2);
 }
+
+}  // namespace picture

@@ -1,4 +1,4 @@
-#include "production/kit/model_mapping.h"
+#include "production/kit/model/mapping.h"
 
 #include <algorithm>
 #include <utility>
@@ -62,8 +62,8 @@ Shape mappedCylinder(Shape shape, Axis axis, int repeats, double unitsPerRepeat)
     return shape;
 }
 
-Shape mappedEach(Shape shape, const Part& part) {
-    const auto& [low, high] = part;
+Shape mappedEach(Shape shape, const Patch& patch) {
+    const auto& [low, high] = patch;
     for (Face& face : shape.faces) {
         if (face.points.size() == 4)
             face.uvs = {low, {high.s, low.t}, high, {low.s, high.t}};
@@ -73,9 +73,10 @@ Shape mappedEach(Shape shape, const Part& part) {
     return shape;
 }
 
-Shape painted(Shape shape, const Part& part) {
+Shape painted(Shape shape, const Patch& patch) {
     for (Face& face : shape.faces)
-        for (Uv& uv : face.uvs) uv = {mix(part.low.s, part.high.s, uv.s), mix(part.low.t, part.high.t, uv.t)};
+        for (Uv& uv : face.uvs)
+            uv = {mix(patch.low.s, patch.high.s, uv.s), mix(patch.low.t, patch.high.t, uv.t)};
     return shape;
 }
 

@@ -1,0 +1,35 @@
+// Where things lie in the two plated pictures, so that models can be painted part by part: "shiptex" for all
+// that moves, "cubetex" for tunnel and hall. Both are drawn on a grid of 16 x 16 cells.
+#pragma once
+
+#include "production/kit/model/mapping.h"
+
+namespace model {
+
+constexpr Patch cells(double left, double top, double width, double height) {
+    return {{left / 16, (top + height) / 16}, {(left + width) / 16, top / 16}};
+}
+
+namespace hull {
+
+constexpr Patch plain = cells(0.4, 0.9, 5.2, 1.8);     // pale enamel
+constexpr Patch striped = cells(10.4, 0.3, 5.2, 1.9);  // paler, with two orange stripes along it
+constexpr Patch lettered = cells(6.3, 3.3, 6.3, 5.4);  // the show's name
+constexpr Patch numbered = cells(3.2, 5.9, 2.6, 2.2);  // pale, "126"
+constexpr Patch hazard = cells(3.3, 9.3, 6.4, 2.5);    // stripes below "no step"
+constexpr Patch vents = cells(3.6, 12.9, 2.8, 2.2);    // dark slats
+constexpr Patch dark = cells(6.3, 0.2, 3.4, 1.0);
+constexpr Uv orange = {13.0 / 16, 1.15 / 16};
+constexpr Uv warmLamp = {1.5 / 16, 8.58 / 16}, coolLamp = {1.5 / 16, 9.58 / 16};
+
+}  // namespace hull
+
+namespace walls {
+
+constexpr Patch upperHalf = cells(0, 0, 16, 8), lowerHalf = cells(0, 8, 16, 8);
+constexpr Patch lamp = cells(-2, 0, 4, 8);  // a lamp with what is left and right of it
+constexpr Uv lampLight = {0, 4.5 / 16};
+
+}  // namespace walls
+
+}  // namespace model
