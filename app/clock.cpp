@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <cmath>
 
+#include "script/show_times.h"
+
 namespace {
 
+constexpr float beatsPerSecond = showtime::beatsPerMinute / 60.0f;
 constexpr float beatPulseLength = 0.3f;       // seconds
-constexpr float autoBeatStart = 17;           // seconds
 constexpr float autoBeatLatchBelow = 0.4f;    // phase up to which a beat fires, beats
 constexpr float autoBeatReleaseFrom = 0.6f;   // phase from which the next one is awaited, beats
 constexpr float rateSamplePeriod = 500;       // milliseconds
@@ -66,10 +68,14 @@ const float* MusicClock::spectrum() {
     return source ? source->spectrum() : silentSpectrum;
 }
 
+float MusicClock::beatPosition() const {
+    return (currentTime - showtime::beatZero) * beatsPerSecond;
+}
+
 void MusicClock::runAutoBeat() {
-    if (!(time() >= autoBeatStart)) return;
+    if (!(time() >= showtime::automaticBeats)) return;
     const float beats = beatPosition();
-    // Negative before beat 0, so the first beat fires at the first frame from 17 s on.
+    // Negative before beat 0, so the first beat fires at the first frame from that moment on.
     const float phase = beats - std::trunc(beats);
     if (!autoBeatLatch && phase < autoBeatLatchBelow) {
         registerBeat();

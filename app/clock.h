@@ -54,10 +54,10 @@ struct MusicClock {
     void setPulseLength(float seconds) { pulseLength = seconds; }
     // Housekeeping counts every frame twice, so this reads twice the true rate; sampled each half second.
     float frameRate();
-    // Beats since beat 0 at 17.138 s, at 126 bpm; negative before.
-    float beatPosition() const { return (currentTime - 17.138f) * 2.1f; }
+    // Beats since beat 0, on the grid of the music; negative before.
+    float beatPosition() const;
     // 512 magnitudes of the music, analysed from the first call on.
     const float* spectrum();
-    // The beat that follows the grid by itself from 17 s on; once per housekeeping.
+    // The beat that follows the grid by itself, from a moment before beat 0 on; once per housekeeping.
     void runAutoBeat();
 };

@@ -9,6 +9,7 @@
 #include "render/quit.h"
 #include "render/screen.h"
 #include "script/resources.h"
+#include "script/show_times.h"
 
 namespace {
 
@@ -78,7 +79,7 @@ void initialiseDemo() {
     loadShaders();
     demo->drawLoadingScreen();
 
-    demo->clock.setBpm(126);
+    demo->clock.setBpm(showtime::beatsPerMinute);
     glClearColor(0, 0, 0, 0.5f);
     glClearDepth(1);
     demo->useShader("boom");

@@ -2,6 +2,7 @@
 
 #include "render/demo.h"
 #include "script/scenes.h"
+#include "script/show_times.h"
 #include "script/timeline.h"
 
 void laserBoomTornApart() {
@@ -30,7 +31,7 @@ void crossFadeFromRoboToRoom() {
     demo->drawScreenQuad("rtt6", 1);
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    glColor4f(1, 1, 1, (frame.time - 137) * 0.5f);
+    glColor4f(1, 1, 1, (frame.time - showtime::crossFade) / (showtime::room - showtime::crossFade));
     demo->drawScreenQuad("rtt7", 1);
     glDisable(GL_BLEND);
 }

@@ -4,7 +4,7 @@
 // sceneLaserBoom bent through "boom" around the middle, over its own blurred copy.
 void laserBoomTornApart();
 
-// From sceneRobo at 137 s to sceneRoom at 139 s, linearly.
+// From sceneRobo to sceneRoom, linearly.
 void crossFadeFromRoboToRoom();
 
 void roomWithCredits();

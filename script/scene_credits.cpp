@@ -1,29 +1,28 @@
-// The credit cards over the room, 169.5 to 184.2 s, and two pictures of the same family that the programme
+// The credit cards over the room, and two pictures of the same family that the programme
 // leaves out.
 #include "render/demo.h"
 #include "script/scene_kit.h"
 #include "script/scenes.h"
+#include "script/show_times.h"
 #include "script/timeline.h"
 
 namespace {
-
-constexpr float cardsBegin = 169.474f;  // seconds
 
 constexpr struct Card {
     float begin;  // seconds
     const char* texture;
     float x, y;  // its middle; two units away from the eye a card covers a quarter of the screen
 } cards[] = {
-    {cardsBegin, "code", -1, -1},  //
-    {173.288f, "models", 1, 0},    //
-    {177.051f, "gfx", 1, 1},       //
-    {180.454f, "music", -1, 1},
+    {showtime::codeCard, "code", -1, -1},
+    {showtime::modelsCard, "models", 1, 0},
+    {showtime::gfxCard, "gfx", 1, 1},
+    {showtime::musicCard, "music", -1, 1},
 };
 
 }  // namespace
 
 void sceneCredits() {
-    if (!(frame.time > cardsBegin)) return;
+    if (!(frame.time > showtime::codeCard)) return;
     const Card* current = cards;
     for (const Card& card : cards) {
         if (frame.time >= card.begin) current = &card;

@@ -1,15 +1,15 @@
-// The ship in its tunnel, beams on, seen from a camera that jumps each bar. 9.5 to 32.3 s and 47.6 to 62.8 s.
+// The ship in its tunnel, beams on, seen from a camera that jumps each bar.
 #include <cmath>
 
 #include "effects/laser_tunnel.h"
 #include "script/scene_kit.h"
 #include "script/scenes.h"
+#include "script/show_times.h"
 #include "script/timeline.h"
 
 namespace {
 
-constexpr float firstBeat = 17.138f;      // seconds
-constexpr float stopsPerSecond = 0.525f;  // four beats each
+constexpr float stopsPerSecond = showtime::beatsPerMinute / 60.0f / showtime::beatsPerBar;
 
 // 0..1 across 400 units of x (from the right), 200 of y and 1000 of z around the ship.
 constexpr struct {
@@ -24,7 +24,8 @@ constexpr struct {
 
 void placeCameraEye() {
     int stop = 3;
-    if (frame.time >= firstBeat) stop = static_cast<int>((frame.time - firstBeat) * stopsPerSecond) % 5;
+    if (frame.time >= showtime::beatZero)
+        stop = static_cast<int>((frame.time - showtime::beatZero) * stopsPerSecond) % 5;
     const auto [x, y, z] = laserCameraStops[stop];
     demo->setCameraEye(200 - 400 * x, 200 * y - 100, 1000 * z - 500);
 }
@@ -38,15 +39,17 @@ void drawShipInTunnel() {
 // A bright burst when the tunnel opens, settled after a second; from then on a breath with the beat.
 void glowIntoRtt2() {
     const float t = frame.time;
-    const float strength = t < 10.5f ? (10.5f - t) * 1.79f + 0.95f : 0.25f * frame.pulse + 0.95f;
+    const float strength = t < showtime::tunnelSettled ? (showtime::tunnelSettled - t) * 1.79f + 0.95f
+                                                       : 0.25f * frame.pulse + 0.95f;
     demo->copyScreen("rtt1");
     demo->glow("rtt1", "rtt2", 2, strength);
 }
 
-// While the picture is torn. The intro is over before the first of them begins.
+// While the picture is torn.
 bool inDistortion() {
     const float t = frame.time;
-    return (t > 32.6f && t < 36.46f) || (t > 47.8f && t < 51.3f);
+    return (t > showtime::firstTear && t < showtime::firstTearEnd) ||
+           (t > showtime::secondTear && t < showtime::secondTearEnd);
 }
 
 float tornDistortion() {
@@ -77,7 +80,7 @@ void sceneLaserIntro() {
     placeCameraEye();
     demo->setCameraTarget(0, 0, 0);
     demo->applyCamera(false);
-    if (frame.time < firstBeat) glColor3f(1, 1, 1);
+    if (frame.time < showtime::beatZero) glColor3f(1, 1, 1);
     drawShipInTunnel();
 
     glowIntoRtt2();

@@ -1,4 +1,4 @@
-// Probes and the links between them, over blue smoke and through a fixed lens. 78 to 93.3 s.
+// Probes and the links between them, over blue smoke and through a fixed lens.
 #include <cmath>
 
 #include "effects/effect_base.h"

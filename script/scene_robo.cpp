@@ -1,4 +1,4 @@
-// The robot under a sphere of stars: light sinks down it, it wakes, and greetings scroll by. 93.3 to 139 s.
+// The robot under a sphere of stars: light sinks down it, it wakes, and greetings scroll by.
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -6,28 +6,22 @@
 #include "effects/effect_base.h"
 #include "script/scene_kit.h"
 #include "script/scenes.h"
+#include "script/show_times.h"
 #include "script/timeline.h"
 
 namespace {
 
 constexpr double pi = std::numbers::pi;
-
-// Seconds of the music.
-constexpr float sceneBegin = 93.281f;
-constexpr float awake = 108.5f;         // the robot from sinking light to its active mode
-constexpr float lowView = 109;          // the camera's second phase
-constexpr float highView = 116.204f;    // and its third
-constexpr float greetings = 120.81f;    // the picture blurs and the greetings come in
-constexpr float shocksBegin = 123.81f;  // on the greetings, with the beat
+constexpr double sinkPerSecond = 0.85 / 15;
 
 void placeCamera() {
     const double t = frame.time;
 
-    if (frame.time > highView) {
+    if (frame.time > showtime::robotHighView) {
         demo->setCameraEye(80 * std::sin(0.82 * t + pi), 15 * std::sin(0.5 * t) + 70,
                            60 * std::cos(0.51 * t + pi));
         demo->setCameraTarget(10 * std::sin(0.67 * t), 20 * std::cos(0.55 * t) + 120, 0);
-    } else if (frame.time > lowView) {
+    } else if (frame.time > showtime::robotLowView) {
         demo->setCameraEye(70 * std::sin(0.82 * t), 10 * std::sin(0.5 * t) + 15, 60 * std::cos(0.88 * t));
         demo->setCameraTarget(10 * std::sin(0.67 * t), 20 * std::cos(0.55 * t) + 100, 0);
     } else {
@@ -52,19 +46,19 @@ void drawSky() {
 void drawRobot() {
     const double t = frame.time;
     EffectBase* robo = demo->effects["robo"];
-    if (frame.time < awake) {
-        robo->drawAt(0.85 - (frame.time - sceneBegin) * 0.056666666666666664, 0);
+    if (frame.time < showtime::awake) {
+        robo->drawAt(0.85 - (frame.time - showtime::robot) * sinkPerSecond, 0);
     } else {
-        robo->drawAt(0.4 * std::sin(t - 108.5 - pi / 2) + 0.4, 1);
+        robo->drawAt(0.4 * std::sin(t - showtime::awake - pi / 2) + 0.4, 1);
     }
 }
 
 // Enters at the right edge and moves left by half a unit a second; the scene ends before it has crossed.
 void drawGreetings() {
     glColor3f(1, 1, 1);
-    drawPicture("greetsit", 5.33334f - (frame.time - greetings) * 0.5f, 0, -1, 4, GL_ONE, GL_ONE);
+    drawPicture("greetsit", 5.33334f - (frame.time - showtime::greetings) * 0.5f, 0, -1, 4, GL_ONE, GL_ONE);
     demo->copyScreen("rtt1");
-    if (frame.time > shocksBegin) useBoom(13, 0.3f * frame.pulse);
+    if (frame.time > showtime::greetingShocks) useBoom(13, 0.3f * frame.pulse);
     glDisable(GL_BLEND);
     demo->drawScreenQuad("rtt1", 1);
     demo->useShader();
@@ -82,11 +76,11 @@ void sceneRobo() {
 
     demo->copyScreen("rtt1");
     demo->glow("rtt1", "rtt2", 2, 1.05f);
-    if (frame.time > greetings) {
-        const float width = std::min(frame.time - greetings, 3.0f) * 0.6f;
+    if (frame.time > showtime::greetings) {
+        const float width = std::min(frame.time - showtime::greetings, 3.0f) * 0.6f;
         demo->blur("rtt2", "rtt2", 4, width, width, 1.05f, 0);
     }
     demo->drawScreenQuad("rtt2", 1);
-    if (frame.time > greetings) drawGreetings();
+    if (frame.time > showtime::greetings) drawGreetings();
     demo->useShader();
 }

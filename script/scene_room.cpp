@@ -1,29 +1,24 @@
 // The hall around the mirror ball: a word flashes, shocks and white flashes on the beat, and the fade to
-// black. 137 to 195.3 s.
+// black.
 #include <algorithm>
 #include <cmath>
 
 #include "effects/effect_base.h"
 #include "script/scene_kit.h"
 #include "script/scenes.h"
+#include "script/show_times.h"
 #include "script/timeline.h"
 
 namespace {
 
-// Seconds of the music.
-constexpr float wordBegin = 140, wordEnd = 141.8f;
-constexpr float shocksBegin = 142;
-constexpr float breathingBegin = 154.3f;  // the camera moves with the beat
-constexpr float fadeBegin = 184.156f;
-constexpr double fadePerSecond = 0.15384615384615385;  // black after 6.5 s
-constexpr float glimpseBegin = 192.5f, glimpseEnd = 192.8f;
+constexpr double fadePerSecond = 1 / 6.5;
 
 // A circle of radius 260, and an ellipse that breathes with the beat later on.
 void placeCamera() {
     const double t = frame.time;
     const float p = frame.pulse;
 
-    if (frame.time >= breathingBegin) {
+    if (frame.time >= showtime::roomBreathing) {
         demo->setCameraEye(std::cos(0.4 * t) * (10 * p + 250) * 1.04, std::sin(0.8 * t) * 36.5 + (5 * p + 90),
                            std::sin(0.4 * t) * (10 * p + 220) * 1.04);
         demo->setCameraTarget(5 * p, 70, 10 * p);
@@ -37,8 +32,8 @@ void placeCamera() {
 // At full strength for half a second, then fading, cut off at an alpha of 0.2. Depth test and blending stay
 // as the picture leaves them.
 void flashWord() {
-    if (!(frame.time > wordBegin && frame.time < wordEnd)) return;
-    glColor4f(1, 1, 1, 1.5f - (frame.time - wordBegin));
+    if (!(frame.time > showtime::word && frame.time < showtime::wordEnd)) return;
+    glColor4f(1, 1, 1, 1.5f - (frame.time - showtime::word));
     drawPicture("mix", 0, 0, -1, 1, GL_SRC_ALPHA, GL_ONE);
 }
 
@@ -46,11 +41,11 @@ void flashWord() {
 float fade() {
     const float t = frame.time;
     float level = 1;
-    if (t > fadeBegin) {
-        level = std::max(0.0, 1 - (t - fadeBegin) * fadePerSecond);
+    if (t > showtime::afterCredits) {
+        level = std::max(0.0, 1 - (t - showtime::afterCredits) * fadePerSecond);
         glColor3f(level, level, level);
     }
-    if (t > glimpseBegin && t < glimpseEnd) {
+    if (t > showtime::glimpse && t < showtime::glimpseEnd) {
         level = demo->clock.beatPulse();
         glColor3f(level, level, level);
     }
@@ -70,7 +65,7 @@ void flashWhite(float level) {
 }  // namespace
 
 void sceneRoom() {
-    const bool shocks = frame.time > shocksBegin;
+    const bool shocks = frame.time > showtime::roomShocks;
 
     placeCamera();
     demo->effects["huone"]->draw();
@@ -78,7 +73,7 @@ void sceneRoom() {
 
     demo->copyScreen("rtt1");
     // Counted from a second before the shocks begin, so that the first one is bent already.
-    if (shocks) useBoom(frame.time - 141, 0.3f * frame.pulse);
+    if (shocks) useBoom(frame.time - (showtime::roomShocks - 1), 0.3f * frame.pulse);
     glDisable(GL_BLEND);
     demo->drawScreenQuad("rtt1", 1);
     demo->useShader();

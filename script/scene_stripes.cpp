@@ -1,5 +1,5 @@
 // The striped model: near and blurred before the tunnel, far and glowing, and once more on top, zoomed on
-// beats. 32.3 to 47.6 s.
+// beats.
 #include "effects/effect_base.h"
 #include "script/scene_kit.h"
 #include "script/scenes.h"

@@ -1,4 +1,4 @@
-// The title, swept by light, in a glow that shimmers. 0 to 9.5 s.
+// The title, swept by light, in a glow that shimmers.
 #include <cmath>
 
 #include "effects/effect_base.h"

@@ -1,18 +1,17 @@
-// The heap of boxes, sharp before the upright tunnel's blur, under a light that circles. 62.8 to 78 s.
+// The heap of boxes, sharp before the upright tunnel's blur, under a light that circles.
 #include <cmath>
 
 #include "effects/effect_base.h"
 #include "script/scene_kit.h"
 #include "script/scenes.h"
+#include "script/show_times.h"
 #include "script/timeline.h"
 
 namespace {
 
-constexpr float cut = 69.73f;  // seconds: the second view begins after it
-
 void placeCamera() {
     const float sway = 34 * std::sin(0.7f * frame.time);
-    if (frame.time > cut) {
+    if (frame.time > showtime::heapSecondView) {
         demo->setCameraEye(50, 40, sway + 200);
     } else {
         demo->setCameraEye(sway, 100, 280);

@@ -4,24 +4,25 @@
 #include "render/quit.h"
 #include "script/composites.h"
 #include "script/scenes.h"
+#include "script/show_times.h"
 
 FrameState frame;
 
 namespace {
 
 constexpr ProgrammeEntry sheet[] = {
-    {0.0f, sceneSweepText},             // the title
-    {9.538f, sceneLaserIntro},          // the ship in its tunnel
-    {32.347f, sceneStripesTunnel},      // three layers of stripes
-    {47.633f, laserBoomTornApart},      // the ship again, torn
-    {62.761f, sceneTunnelCubes},        // the heap of boxes
-    {78.03f, sceneProbes},              // probes in smoke
-    {93.281f, sceneRobo},               // the robot, from 120.8 s on with greetings
-    {137.0f, crossFadeFromRoboToRoom},  //
-    {139.0f, sceneRoom},                // the mirror ball
-    {169.453f, roomWithCredits},        //
-    {184.156f, sceneRoom},              // its fade to black, and a last glimpse
-    {195.28f, quit},
+    {showtime::title, sceneSweepText},
+    {showtime::tunnel, sceneLaserIntro},
+    {showtime::stripes, sceneStripesTunnel},
+    {showtime::tornTunnel, laserBoomTornApart},
+    {showtime::heap, sceneTunnelCubes},
+    {showtime::probes, sceneProbes},
+    {showtime::robot, sceneRobo},
+    {showtime::crossFade, crossFadeFromRoboToRoom},
+    {showtime::room, sceneRoom},
+    {showtime::credits, roomWithCredits},
+    {showtime::afterCredits, sceneRoom},
+    {showtime::end, quit},
 };
 
 // A screen-like layer at half strength. Against one minus the source colour, dark parts leave the picture and

@@ -5,6 +5,8 @@
 #include <cmath>
 #include <limits>
 
+#include "script/show_times.h"
+
 namespace {
 
 // A clock over music that a test moves by hand.
@@ -104,9 +106,9 @@ TEST_F(Clock, PulseFallsFromTheBeatWithinThreeTenths) {
 }
 
 TEST_F(Clock, BeatPositionCountsFromTheOriginOfTheGrid) {
-    goTo(17138);
+    goTo(showtime::beatZero.ms);
     EXPECT_EQ(clock.beatPosition(), 0);
-    goTo(27138);
+    goTo(showtime::beatZero.ms + 10000);
     EXPECT_NEAR(clock.beatPosition(), 21, 1e-4);
     goTo(0);
     EXPECT_NEAR(clock.beatPosition(), -35.9898f, 1e-4);
@@ -123,12 +125,14 @@ TEST_F(Clock, AutomaticBeatFollowsTheGrid) {
     EXPECT_EQ(opening[2], 18091);
     EXPECT_EQ(opening[3], 18567);
 
-    // At the pace of frames every beat of a minute fires once: 126 of them.
-    EXPECT_EQ(beatsBetween(20400, 80399, 16).size(), 126u);
+    // At the pace of frames every beat of a minute fires once.
+    EXPECT_EQ(beatsBetween(20400, 80399, 16).size(), static_cast<size_t>(showtime::beatsPerMinute));
 }
 
 TEST_F(Clock, AutomaticBeatWaitsForTheSecondPartOfThePeriod) {
-    const auto atPhase = [](float beats) { return static_cast<int>(1000 * (17.138f + beats / 2.1f)) + 1; };
+    const auto atPhase = [](float beats) {
+        return static_cast<int>(1000 * (showtime::beatZero + beats / 2.1f)) + 1;
+    };
     goTo(atPhase(50.5f));
     clock.runAutoBeat();
     EXPECT_EQ(clock.beatCount, 0) << "between 0.4 and 0.6 nothing fires";

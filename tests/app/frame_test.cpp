@@ -3,6 +3,7 @@
 
 #include "app/keys.h"
 #include "app/startup.h"
+#include "script/show_times.h"
 #include "tests/app/shell_window.h"
 #include "tests/scratch.h"
 
@@ -27,7 +28,7 @@ TEST_F(Frames, StartsUpIntoTheStateThatTheFirstFrameCountsOn) {
     EXPECT_EQ(demo->textureIndex("white"), 22);
     EXPECT_EQ(demo->meshSetCount, 16);
     EXPECT_EQ(demo->effects.size(), 8u);
-    EXPECT_EQ(demo->clock.bpm, 126);
+    EXPECT_EQ(demo->clock.bpm, showtime::beatsPerMinute);
     EXPECT_EQ(demo->clock.time(), 0);
     float colour[4];
     glGetFloatv(GL_COLOR_CLEAR_VALUE, colour);

@@ -5,6 +5,7 @@
 #include <random>
 
 #include "script/scenes.h"
+#include "script/show_times.h"
 
 namespace {
 
@@ -123,7 +124,7 @@ TEST_F(Show, SurvivesAnyWayOfSeeking) {
     const std::vector<GLint> before = depths();
     std::mt19937 random(1);
     for (int i = 0; i < 60; i++) {
-        const int ms = static_cast<int>(random() % 195280);
+        const int ms = static_cast<int>(random() % showtime::end.ms);
         drawMoment(ms);
         ASSERT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR)) << ms;
         ASSERT_EQ(depths(), before) << ms;

@@ -5,6 +5,7 @@
 
 #include "effects/laser_tunnel.h"
 #include "script/resources.h"
+#include "script/show_times.h"
 #include "tests/effects/effect_window.h"
 
 namespace {
@@ -117,32 +118,32 @@ struct Programme : GlWindow {
 
 TEST_F(Programme, EverySegmentBeginsWithItsThreshold) {
     const struct {
-        int begin;  // milliseconds
+        showtime::Moment begin;
         const char* before;
         const char* from;
     } cuts[] = {
-        {9538, "sweep ", "laser "},
-        {32347, "laser ", "stripes tunnel stripes "},
-        {47633, "stripes tunnel stripes ", "laser "},
-        {62761, "laser ", "tunnel cubes1 "},
-        {78030, "tunnel cubes1 ", "probes "},
-        {93281, "probes ", "robo "},
-        {137000, "robo ", "robo huone "},
-        {139000, "robo huone ", "huone "},
+        {showtime::tunnel, "sweep ", "laser "},
+        {showtime::stripes, "laser ", "stripes tunnel stripes "},
+        {showtime::tornTunnel, "stripes tunnel stripes ", "laser "},
+        {showtime::heap, "laser ", "tunnel cubes1 "},
+        {showtime::probes, "tunnel cubes1 ", "probes "},
+        {showtime::robot, "probes ", "robo "},
+        {showtime::crossFade, "robo ", "robo huone "},
+        {showtime::room, "robo huone ", "huone "},
     };
     for (const auto& cut : cuts) {
-        EXPECT_EQ(drawnAt(cut.begin - 1), cut.before) << cut.begin;
-        EXPECT_EQ(drawnAt(cut.begin), cut.from) << cut.begin;
+        EXPECT_EQ(drawnAt(cut.begin.ms - 1), cut.before) << cut.begin.ms;
+        EXPECT_EQ(drawnAt(cut.begin.ms), cut.from) << cut.begin.ms;
     }
     EXPECT_EQ(drawnAt(0), "sweep ");
-    EXPECT_EQ(drawnAt(195279), "huone ");
+    EXPECT_EQ(drawnAt(showtime::end.ms - 1), "huone ");
     // The first of the laser's two segments has no boom on an even beat, the second its own on top.
     EXPECT_EQ(boomAt(17200), -1);
     EXPECT_EQ(boomAt(47700), 10);
 }
 
 TEST_F(Programme, EndsTheProgramWhenTheMusicIsOver) {
-    EXPECT_EXIT(step(195280), testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(step(showtime::end.ms), testing::ExitedWithCode(0), "");
     EXPECT_EXIT(step(300000), testing::ExitedWithCode(0), "");
 }
 
@@ -180,7 +181,9 @@ TEST_F(Programme, TheLaserCameraJumpsEveryFourBeatsFromBeatZeroOn) {
 // Beat numbers are truncated toward zero, so beat 0 lasts twice as long, and before it odd beats are
 // negative.
 TEST_F(Programme, ShocksFollowTheBeatInTheLaserScene) {
-    const auto middleOf = [](double beat) { return static_cast<int>((17.138 + (beat + 0.5) / 2.1) * 1000); };
+    const auto middleOf = [](double beat) {
+        return static_cast<int>((showtime::beatZero.seconds() + (beat + 0.5) / 2.1) * 1000);
+    };
     const struct {
         double beat;
         float distort;

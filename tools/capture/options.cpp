@@ -14,9 +14,9 @@ constexpr char usage[] =
     "Draws the show frame by frame, at no matter what speed, and writes it as a film with its sound.\n"
     "\n"
     " --out FILE         the film; its ending tells the kind. Numbered pictures for a name such as\n"
-    "                    frames/%05d.png [valojuova.mp4]\n"
+    "                    frames/%%05d.png [valojuova.mp4]\n"
     " --fps N            frames a second, 1 to 1000 [60]\n"
-    " --from S, --to S   the seconds of the show to capture [0, 195.28]\n"
+    " --from S, --to S   the seconds of the show to capture [0, %g]\n"
     " --storyboard FILE  one PNG with a grid of frames and their times, and no film\n"
     " --every S          seconds between the frames of the storyboard [5]\n"
     " --help             this text\n";
@@ -71,7 +71,7 @@ CaptureOptions parseCaptureOptions(int argc, const char* const* argv) {
     for (int i = 1; i < argc; i++) {
         const std::string word = argv[i];
         if (word == "--help") {
-            fputs(usage, stdout);
+            printf(usage, end);
             exit(0);
         }
         if (word != "--out" && word != "--fps" && word != "--from" && word != "--to" &&
