@@ -3,7 +3,7 @@
 playPackages=(g++ cmake ninja-build pkg-config libsdl1.2-dev libgl1-mesa-dev libglu1-mesa-dev libglew-dev
               freeglut3-dev libpng-dev libjpeg-dev libvorbis-dev libasound2-dev libfftw3-dev
               libsamplerate0-dev libgtest-dev libgl1-mesa-dri xvfb xauth x11-utils libasound2-plugins ffmpeg)
-testPackages=(pulseaudio pulseaudio-utils aubio-tools xdotool)
+testPackages=(clang-format pulseaudio pulseaudio-utils aubio-tools xdotool)
 fuzzPackages=(clang libclang-rt-dev)
 
 # installPackages NAME...: those of them that are not installed yet, as root or through sudo.
