@@ -7,6 +7,7 @@
 #include "geometry/growable_array.h"
 #include "geometry/matrix4.h"
 #include "geometry/mesh.h"
+#include "geometry/trace_faces.h"
 #include "geometry/vec3.h"
 
 struct Ray {
@@ -28,22 +29,16 @@ struct BeamPoint {
 
 using BeamPath = GrowableArray<BeamPoint>;
 
-// A face ready for tracing: its first corner and the edges back to it from the two others.
-struct TraceFace {
-    Vec3 p0;
-    Vec3 a;  // p0 - p1
-    Vec3 b;  // p0 - p2
-};
-
 struct TraceInstance {
     const MeshSet* set;
     Matrix4 objectToWorld;
     Matrix4 worldToObject;
-    std::vector<TraceFace> faces;  // of all meshes of the set, in order
+    std::vector<FaceBlock> faces;
 };
 
 struct TraceScene {
     GrowableArray<TraceInstance> instances;
+    FaceSearch search = faceSearches().front().search;
 
     TraceScene() = default;
     explicit TraceScene(int capacity) : instances(capacity) {}
