@@ -82,6 +82,10 @@ void initialiseDemo() {
     demo->clock.setBpm(showtime::beatsPerMinute);
     glClearColor(0, 0, 0, 0.5f);
     glClearDepth(1);
+    centreBoom();
+}
+
+void centreBoom() {
     demo->useShader("boom");
     demo->setUniform2f("boom", "center", 0.5f, 0.5f);
     demo->useShader();

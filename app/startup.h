@@ -10,6 +10,9 @@ void openWindow(bool fullscreen);
 // GL's state, the loading screen and all resources. Ends the program if one is missing.
 void initialiseDemo();
 
+// The uniform that keeps its value for the whole show: the middle of "boom".
+void centreBoom();
+
 // Plays the music on the output asked for, or what the machine has instead, and makes it the clock's source.
 // Says which output it is; a music that can't be played leaves the clock at 0.
 void startMusic(int soundOutput);

@@ -1,5 +1,7 @@
 #include "script/resources.h"
 
+#include <iterator>
+
 #include "effects/cube_heap.h"
 #include "effects/fake_stripes.h"
 #include "effects/huone.h"
@@ -130,4 +132,10 @@ void loadShaders() {
         demo->loadShader(row.base, row.name);
         demo->drawLoadingScreen();
     }
+}
+
+int loadingScreenCount() {
+    // One before the first stage and one after each of the four.
+    return static_cast<int>(5 + std::size(meshTable) + std::size(textureTable) + std::size(effectTable) +
+                            std::size(shaderTable));
 }

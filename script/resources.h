@@ -5,3 +5,6 @@ void loadMeshes();
 void loadTextures();
 void createEffects();
 void loadShaders();
+
+// How often the loading screen is drawn in all, from the first one to the last.
+int loadingScreenCount();

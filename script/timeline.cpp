@@ -11,18 +11,18 @@ FrameState frame;
 namespace {
 
 constexpr ProgrammeEntry sheet[] = {
-    {showtime::title, sceneSweepText},
-    {showtime::tunnel, sceneLaserIntro},
-    {showtime::stripes, sceneStripesTunnel},
-    {showtime::tornTunnel, laserBoomTornApart},
-    {showtime::heap, sceneTunnelCubes},
-    {showtime::probes, sceneProbes},
-    {showtime::robot, sceneRobo},
-    {showtime::crossFade, crossFadeFromRoboToRoom},
-    {showtime::room, sceneRoom},
-    {showtime::credits, roomWithCredits},
-    {showtime::afterCredits, sceneRoom},
-    {showtime::end, quit},
+    {showtime::title, sceneSweepText, "title"},
+    {showtime::tunnel, sceneLaserIntro, "tunnel"},
+    {showtime::stripes, sceneStripesTunnel, "stripes"},
+    {showtime::tornTunnel, laserBoomTornApart, "torn tunnel"},
+    {showtime::heap, sceneTunnelCubes, "heap"},
+    {showtime::probes, sceneProbes, "probes"},
+    {showtime::robot, sceneRobo, "robot"},
+    {showtime::crossFade, crossFadeFromRoboToRoom, "cross-fade"},
+    {showtime::room, sceneRoom, "room"},
+    {showtime::credits, roomWithCredits, "credits"},
+    {showtime::afterCredits, sceneRoom, "after credits"},
+    {showtime::end, quit, "end"},
 };
 
 // A screen-like layer at half strength. Against one minus the source colour, dark parts leave the picture and

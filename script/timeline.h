@@ -15,6 +15,7 @@ extern FrameState frame;
 struct ProgrammeEntry {
     float begin;  // music time in seconds; belongs to this entry, which runs to the next one's begin
     void (*draw)();
+    const char* name;  // for whoever works on it
 };
 
 // All of it in order; the last entry ends the program.

@@ -32,6 +32,10 @@ SteppedShow::SteppedShow(int fps) : fps(fps) {
     demo->clock.source = &music;
 }
 
+SteppedShow::SteppedShow(int fps, Loaded) : fps(fps) {
+    demo->clock.source = &music;
+}
+
 int SteppedShow::milliseconds(int frame) const {
     return static_cast<int>(std::lround(frame * 1000.0 / fps));
 }
@@ -66,7 +70,7 @@ void SteppedShow::skip(int frame) {
     demo->clock.runAutoBeat();
 }
 
-void SteppedShow::draw(int frame) {
+void SteppedShow::drawTracesBefore(int frame) {
     for (; next < frame; next++) {
         if (!leavesTraces(next, frame)) {
             skip(next);
@@ -75,7 +79,15 @@ void SteppedShow::draw(int frame) {
         music.ms = milliseconds(next);
         drawFrame();
     }
+}
+
+void SteppedShow::draw(int frame) {
+    drawTracesBefore(frame);
     music.ms = milliseconds(frame);
     drawFrame();
     next = frame + 1;
+}
+
+void SteppedShow::skipTo(int frame) {
+    for (; next < frame; next++) skip(next);
 }

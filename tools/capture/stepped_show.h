@@ -11,6 +11,9 @@ struct SteppedShow {
 
     // Opens the window and loads everything, as the program does, without sound.
     explicit SteppedShow(int fps);
+    // Of a show that has been loaded already.
+    struct Loaded {};
+    SteppedShow(int fps, Loaded);
 
     // Frames before `seconds`; frame i is drawn for the millisecond nearest to i / fps.
     int framesBefore(double seconds) const;
@@ -19,6 +22,10 @@ struct SteppedShow {
     // Draws `frame`, no earlier than `next`, into the back buffer. Of the frames left out, those whose traces
     // it would find are drawn first, and the others only move what is carried from frame to frame.
     void draw(int frame);
+    // What has to happen before `frame` is drawn.
+    void drawTracesBefore(int frame);
+    // The same without drawing: what earlier frames leave in GL's state is missing then.
+    void skipTo(int frame);
 
     bool leavesTraces(int earlier, int frame) const;
     void skip(int frame);

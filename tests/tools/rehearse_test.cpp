@@ -1,0 +1,174 @@
+// The rehearsal in the test's own window: transport, loops, and what is held against what a film would have.
+#include <cstring>
+
+#include "app/app.h"
+#include "tests/show.h"
+#include "tools/rehearse/rehearsal.h"
+#include "tools/rehearse/timeline_strip.h"
+
+namespace {
+
+// A music without sound that stands at the start, and the desk hidden: what is looked at is the show.
+class Rehearse : public Show {
+public:
+    void SetUp() override {
+        Show::SetUp();
+        app.messages.lines.clear();
+        // Whatever earlier tests have left is not what a start finds.
+        rewind();
+        show.emplace(Transport::framesPerSecond, SteppedShow::Loaded{});
+        rehearsal.emplace(*show);
+        rehearsal->deskShown = false;
+    }
+    void TearDown() override {
+        rehearsal.reset();
+        show.reset();
+        demo->clock.source = &music;
+        Show::TearDown();
+    }
+
+    void key(SDLKey symbol, SDLMod modifiers = KMOD_NONE) {
+        SDL_Event event{};
+        event.type = SDL_KEYDOWN;
+        event.key.keysym.sym = symbol;
+        event.key.keysym.mod = modifiers;
+        rehearsal->handleEvent(event);
+    }
+    // Frames until what is held is drawn exactly. The picture in the window, which is what was swapped.
+    Screen settle() {
+        do {
+            rehearsal->frame();
+        } while (!rehearsal->exact);
+        return readWindow();
+    }
+    Screen goTo(int ms) {
+        rehearsal->transport.setPosition(ms);
+        return settle();
+    }
+
+    std::optional<SteppedShow> show;
+    std::optional<Rehearsal> rehearsal;
+};
+
+int differing(const Screen& a, const Screen& b) {
+    int count = 0;
+    for (size_t i = 0; i < a.pixels.size(); ++i) count += !(a.pixels[i] == b.pixels[i]);
+    return count;
+}
+
+// Beats that a jump back would leave in the future, boxes in mid-turn, lights and shocks that another segment
+// has left behind: none may show.
+TEST_F(Rehearse, WhatIsHeldIsWhatAFilmHasWhereverOneComesFrom) {
+    const Screen boxes = goTo(70000);
+    goTo(150000);
+    goTo(55000);
+    key(SDLK_PAGEUP);
+    settle();
+    EXPECT_EQ(rehearsal->desk.ms, 25000);
+    EXPECT_EQ(differing(goTo(70000), boxes), 0);
+
+    // The film itself.
+    rehearsal->start.restoreShow(&*show);
+    rehearsal->start.restoreGl();
+    demo->clock.source = &show->music;
+    show->draw(70 * 60);
+    SDL_GL_SwapBuffers();
+    EXPECT_EQ(differing(readWindow(), boxes), 0);
+    EXPECT_GT(boxes.litCount(), 100000);
+}
+
+TEST_F(Rehearse, StepsLeadFromFrameToFrameAndNowhereElse) {
+    goTo(12010);
+    EXPECT_EQ(rehearsal->desk.ms, 12017) << "the nearest frame of sixty";
+    for (int i = 0; i < 3; ++i) key(SDLK_PERIOD);
+    settle();
+    EXPECT_EQ(rehearsal->desk.ms, 12067);
+    for (int i = 0; i < 4; ++i) key(SDLK_COMMA);
+    settle();
+    EXPECT_EQ(rehearsal->desk.ms, 12000);
+    key(SDLK_HOME);
+    key(SDLK_COMMA);
+    settle();
+    EXPECT_EQ(rehearsal->desk.ms, 0);
+    key(SDLK_p);
+    EXPECT_FALSE(rehearsal->transport.held);
+    key(SDLK_PERIOD);
+    EXPECT_TRUE(rehearsal->transport.held);
+}
+
+// The programme's last row would end the program.
+TEST_F(Rehearse, TheEndIsAPlaceToStandAt) {
+    rehearsal->transport.setPosition(195270);
+    key(SDLK_p);
+    for (int i = 0; i < 1000 && !rehearsal->transport.held; ++i) rehearsal->frame();
+    EXPECT_TRUE(rehearsal->transport.held);
+    settle();
+    EXPECT_EQ(rehearsal->desk.ms, 195267);
+    key(SDLK_PAGEDOWN);
+    settle();
+    EXPECT_EQ(rehearsal->desk.ms, 195267);
+}
+
+TEST_F(Rehearse, ALoopTurnsAndEscEndsItFirst) {
+    goTo(70000);
+    key(SDLK_l);
+    ASSERT_TRUE(rehearsal->transport.loop);
+    EXPECT_EQ(rehearsal->transport.loop->from, 62761);
+    EXPECT_EQ(rehearsal->transport.loop->to, 78030);
+    rehearsal->transport.setPosition(78000);
+    key(SDLK_p);
+    do {
+        rehearsal->frame();
+        ASSERT_LT(rehearsal->desk.ms, 78030);
+    } while (rehearsal->desk.ms >= 70000);
+    EXPECT_LE(rehearsal->desk.pulse, 1) << "no beat lies in the future";
+    key(SDLK_HOME);
+    rehearsal->frame();
+    EXPECT_LT(rehearsal->desk.ms, 70000);
+    key(SDLK_ESCAPE);
+    EXPECT_FALSE(rehearsal->transport.loop);
+    EXPECT_FALSE(rehearsal->done);
+    key(SDLK_ESCAPE);
+    EXPECT_TRUE(rehearsal->done);
+}
+
+// The desk is drawn over a frame whose state the next one may rest on.
+TEST_F(Rehearse, TheDeskChangesNothingOfTheShow) {
+    const Screen bare = goTo(100000);
+    key(SDLK_TAB);
+    key(SDLK_F1);
+    app.messages.post("Beat");
+    rehearsal->desk.problems = {"data/spot.png: broken"};
+    rehearsal->transport.setLoop(20000, 40000);
+    rehearsal->desk.pointer = 30000;
+    GLint64 before[4], after[4];
+    const GLenum names[4] = {GL_MATRIX_MODE, GL_TEXTURE_BINDING_2D, GL_BLEND, GL_ACTIVE_TEXTURE};
+    for (int i = 0; i < 4; ++i) before[i] = stateOf(names[i]);
+    const Screen covered = settle();
+    for (int i = 0; i < 4; ++i) after[i] = stateOf(names[i]);
+    EXPECT_EQ(memcmp(before, after, sizeof before), 0);
+    EXPECT_GT(differing(covered, bare), 50000);
+    for (int i = 0; i < 3; ++i) key(SDLK_PERIOD);
+    settle();
+    for (int i = 0; i < 3; ++i) key(SDLK_COMMA);
+    key(SDLK_TAB);
+    EXPECT_EQ(differing(settle(), bare), 0);
+    EXPECT_EQ(glGetHandleARB(GL_PROGRAM_OBJECT_ARB), 0u);
+}
+
+TEST_F(Rehearse, TheTimelineIsWhereItIsDrawn) {
+    EXPECT_EQ(timelineAt(400, 300, 195280, false), -1);
+    EXPECT_EQ(timelineAt(11, 560, 195280, false), 0);
+    EXPECT_NEAR(timelineAt(400, 560, 195280, false), 97640, 200);
+    EXPECT_EQ(timelineAt(799, 10, 195280, true), 195279);
+
+    const BarAndBeat start = barAndBeatAt(17139), before = barAndBeatAt(17000), late = barAndBeatAt(93281);
+    EXPECT_EQ(start.bar, 0);
+    EXPECT_EQ(start.beat, 1);
+    EXPECT_EQ(before.bar, -1);
+    EXPECT_EQ(before.beat, 4);
+    EXPECT_EQ(late.bar, 39);
+    EXPECT_EQ(late.beat, 4);
+}
+
+}  // namespace

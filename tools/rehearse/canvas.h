@@ -1,0 +1,28 @@
+// Plain shapes and text over the finished picture, in pixels from the lower left of the screen. What GL's
+// state was before is there again afterwards.
+#pragma once
+
+#include "app/text.h"
+
+struct Ink {
+    float r, g, b, a = 1;
+
+    Ink faded(float share) const { return {r, g, b, a * share}; }
+};
+
+// Between these two, and only there, the others draw.
+void beginCanvas();
+void endCanvas();
+
+void fillBox(float x, float y, float width, float height, Ink ink);
+// From one ink at the left to another at the right.
+void fillBlend(float x, float y, float width, float height, Ink left, Ink right);
+// A dark pane with a hairline around it.
+void drawPane(float x, float y, float width, float height);
+// A triangle that points down to (x, y).
+void drawMarker(float x, float y, float size, Ink ink);
+
+// `y` is the base line. Returns where the text ends.
+float write(float x, float y, Font font, Ink ink, const char* text);
+float writeRight(float x, float y, Font font, Ink ink, const char* text);
+float textWidth(Font font, const char* text);

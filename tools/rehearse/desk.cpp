@@ -1,0 +1,228 @@
+#include "tools/rehearse/desk.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdarg>
+#include <iterator>
+#include <sstream>
+
+#include "app/clock.h"
+#include "render/screen.h"
+#include "script/timeline.h"
+#include "tools/rehearse/canvas.h"
+#include "tools/rehearse/timeline_strip.h"
+
+namespace {
+
+constexpr Ink bright = {0.97f, 0.98f, 1.00f};
+constexpr Ink plain = {0.80f, 0.83f, 0.88f};
+constexpr Ink quiet = {0.62f, 0.66f, 0.74f};
+constexpr Ink beating = {1.00f, 0.86f, 0.45f};
+constexpr Ink wrong = {1.00f, 0.47f, 0.40f};
+constexpr Ink looped = {0.45f, 0.95f, 0.75f};
+
+constexpr int shownMessages = 5;
+constexpr size_t lineLetters = 94;  // of a problem
+constexpr size_t problemLines = 12;
+constexpr float lineHeight = 15;
+
+constexpr float barTop = screenHeight - 4;  // of the pane at the top
+constexpr float barHeight = 52;
+constexpr float upperLine = barTop - 21, lowerLine = barTop - 42;
+
+std::string formatted(const char* format, ...) __attribute__((format(printf, 1, 2)));
+std::string formatted(const char* format, ...) {
+    char text[128];
+    va_list arguments;
+    va_start(arguments, format);
+    vsnprintf(text, sizeof text, format, arguments);
+    va_end(arguments);
+    return text;
+}
+
+std::string rowName(int ms) {
+    return programme()[entryAt(ms)].name;
+}
+
+std::string bounds(int ms) {
+    const int row = entryAt(ms);
+    const auto sheet = programme();
+    const auto rounded = [](float seconds) { return static_cast<int>(std::lround(seconds * 1000)); };
+    if (row + 1 == static_cast<int>(sheet.size())) return clockTime(rounded(sheet[row].begin)) + " - ";
+    return clockTime(rounded(sheet[row].begin)) + " - " + clockTime(rounded(sheet[row + 1].begin));
+}
+
+// Four beats of the bar, the one that is on lit as bright as the pulse.
+void drawBeats(float x, float y, const DeskState& state) {
+    const int on = barAndBeatAt(state.ms).beat;
+    for (int beat = 1; beat <= 4; ++beat, x += 12) {
+        const float level = beat == on ? 0.45f + 0.55f * std::min(state.pulse, 1.0f) : 0.16f;
+        fillBox(x, y, 9, 9, (beat == on ? beating : bright).faded(level));
+    }
+}
+
+void drawPulse(float x, float y, float width, float pulse) {
+    fillBox(x, y, width, 9, bright.faded(0.12f));
+    fillBlend(x, y, width * std::min(pulse, 1.0f), 9, beating.faded(0.5f), beating);
+}
+
+void drawBar(const DeskState& state) {
+    drawPane(4, barTop - barHeight, screenWidth - 8, barHeight);
+    write(16, upperLine, helvetica18, bright, clockTime(state.ms).c_str());
+    const BarAndBeat place = barAndBeatAt(state.ms);
+    const float end = write(16, lowerLine, helvetica12, plain, formatted("bar %d", place.bar).c_str());
+    drawBeats(std::max(end + 8, 72.0f), lowerLine, state);
+
+    write(150, upperLine, helvetica18, segmentInk(entryAt(state.ms)), rowName(state.ms).c_str());
+    write(150, lowerLine, helvetica12, plain, bounds(state.ms).c_str());
+
+    write(340, upperLine, helvetica12, quiet, "pulse");
+    write(382, upperLine, helvetica12, plain, formatted("%.2f", state.pulse).c_str());
+    drawPulse(340, lowerLine, 76, state.pulse);
+
+    write(446, upperLine, helvetica12, quiet, "Q");
+    write(462, upperLine, helvetica12, plain, formatted("%d", state.counterQ).c_str());
+    write(446, lowerLine, helvetica12, quiet, "A");
+    write(462, lowerLine, helvetica12, plain, formatted("%d", state.counterA).c_str());
+
+    if (state.held) write(512, upperLine, helvetica12, beating, "held");
+    if (state.loop) {
+        write(
+            512, lowerLine, helvetica12, looped,
+            formatted("loop %s - %s", clockTime(state.loop->from).c_str(), clockTime(state.loop->to).c_str())
+                .c_str());
+    }
+    if (state.held) {
+        writeRight(screenWidth - 16, upperLine, helvetica12, state.exact ? plain : quiet,
+                   formatted("frame %d", nearestFrame(state.ms)).c_str());
+        return;
+    }
+    writeRight(screenWidth - 16, upperLine, helvetica12, plain,
+               formatted("%.0f frames/s", state.framesPerSecond).c_str());
+    writeRight(screenWidth - 16, lowerLine, helvetica12, plain,
+               formatted("%.1f ms", state.millisecondsPerFrame).c_str());
+}
+
+// What the lines of the problems are, broken where they are too long for the screen.
+std::vector<std::string> linesOf(const std::vector<std::string>& problems) {
+    std::vector<std::string> lines;
+    for (const std::string& problem : problems) {
+        std::istringstream text(problem);
+        for (std::string line; std::getline(text, line);) {
+            for (size_t at = 0; at == 0 || at < line.size(); at += lineLetters)
+                lines.push_back((at ? "  " : "") + line.substr(at, lineLetters));
+        }
+    }
+    if (lines.size() > problemLines) {
+        lines.resize(problemLines);
+        lines.back() = "...";
+    }
+    return lines;
+}
+
+// Upwards from `y`; returns where the next thing goes.
+float drawProblems(float y, const std::vector<std::string>& problems) {
+    const std::vector<std::string> lines = linesOf(problems);
+    if (lines.empty()) return y;
+    const float height = lineHeight * static_cast<float>(lines.size()) + 12;
+    drawPane(4, y, screenWidth - 8, height);
+    fillBox(4, y, 4, height, wrong);
+    float line = y + height - 17;
+    for (const std::string& text : lines) {
+        write(18, line, fixed8x13, wrong, text.c_str());
+        line -= lineHeight;
+    }
+    return y + height + 6;
+}
+
+void drawMessages(float y, const DeskState& state) {
+    std::vector<std::string> shown(
+        state.messages.end() - std::min<ptrdiff_t>(shownMessages, std::ssize(state.messages)),
+        state.messages.end());
+    if (!state.working.empty()) shown.push_back(state.working);
+    for (size_t i = 0; i < shown.size(); ++i) {
+        const std::string& text = shown[shown.size() - 1 - i];
+        const float width = textWidth(fixed8x13, text.c_str());
+        fillBox(4, y, width + 20, lineHeight, Ink{0.02f, 0.025f, 0.04f, 0.70f});
+        const float level = 1 - 0.12f * static_cast<float>(i);
+        const bool work = i == 0 && !state.working.empty();
+        write(14, y + 4, fixed8x13, work ? beating : plain.faded(level), text.c_str());
+        y += lineHeight;
+    }
+}
+
+void drawHelp() {
+    static const char* const rows[][2] = {
+        {"p", "hold and go on"},
+        {", .", "one frame back, on"},
+        {"Left Right", "one second back, on"},
+        {"Down Up", "five seconds back, on"},
+        {"PgUp PgDn", "thirty seconds back, on"},
+        {"Home", "to the start, or the loop's"},
+        {"l", "loop this segment"},
+        {"Shift and drag", "loop a part of the timeline"},
+        {"Space", "tap the beat"},
+        {"q w, a s", "the counters Q and A"},
+        {"F11", "screenshot"},
+        {"Tab", "hide or show the desk"},
+        {"Esc", "end the loop, then the rehearsal"},
+    };
+    constexpr float width = 330, rowHeight = 18;
+    const float height = rowHeight * std::size(rows) + 20;
+    const float x = (screenWidth - width) / 2, y = (screenHeight - height) / 2 + 20;
+    drawPane(x, y, width, height);
+    float line = y + height - 24;
+    for (const auto& [key, meaning] : rows) {
+        writeRight(x + 112, line, helvetica12, beating, key);
+        write(x + 128, line, helvetica12, bright, meaning);
+        line -= rowHeight;
+    }
+}
+
+}  // namespace
+
+BarAndBeat barAndBeatAt(int ms) {
+    MusicClock clock;
+    clock.currentTime = static_cast<float>(ms * 0.001);
+    const int beat = static_cast<int>(std::floor(clock.beatPosition()));
+    const int bar = static_cast<int>(std::floor(beat / 4.0));
+    return {bar, beat - 4 * bar + 1};
+}
+
+double barStart(int bar) {
+    // The clock's beatPosition the other way round.
+    return (17.138 + bar * 4 / 2.1) * 1000;
+}
+
+std::string clockTime(int ms) {
+    return formatted("%d:%02d.%03d", ms / 60000, ms / 1000 % 60, ms % 1000);
+}
+
+std::string describe(const DeskState& state) {
+    const BarAndBeat place = barAndBeatAt(state.ms);
+    std::string text = formatted("time: %d\nbar: %d\nbeat: %d\n", state.ms, place.bar, place.beat);
+    text += "segment: " + rowName(state.ms) + "\nbounds: " + bounds(state.ms) + "\n";
+    text +=
+        formatted("held: %d\nexact: %d\npulse: %.3f\n", state.held, state.held && state.exact, state.pulse);
+    text += formatted("frames a second: %.1f\nmilliseconds a frame: %.2f\n", state.framesPerSecond,
+                      state.millisecondsPerFrame);
+    text += formatted("Q: %d\nA: %d\n", state.counterQ, state.counterA);
+    if (state.loop) text += formatted("loop: %d %d\n", state.loop->from, state.loop->to);
+    if (!state.working.empty()) text += "working: " + state.working + "\n";
+    for (const std::string& message : state.messages) text += "message: " + message + "\n";
+    for (const std::string& problem : state.problems) {
+        std::istringstream lines(problem);
+        for (std::string line; std::getline(lines, line);) text += "problem: " + line + "\n";
+    }
+    return text;
+}
+
+void drawDesk(const DeskState& state) {
+    beginCanvas();
+    drawBar(state);
+    drawTimeline(state);
+    const float above = drawProblems(timelineHeight + 10, state.problems);
+    drawMessages(above, state);
+    if (state.help) drawHelp();
+    endCanvas();
+}

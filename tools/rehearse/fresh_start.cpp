@@ -1,0 +1,64 @@
+#include "tools/rehearse/fresh_start.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+#include "app/app.h"
+#include "app/startup.h"
+#include "effects/cube_heap.h"
+#include "script/resources.h"
+#include "tools/rehearse/uniforms.h"
+
+namespace {
+
+constexpr int firstTarget = 90;
+
+}  // namespace
+
+FreshStart::FreshStart() {
+    camera = demo->camera;
+    std::copy_n(demo->lights, 8, lights);
+    std::copy_n(demo->textures + firstTarget, 10, targets);
+    glGetFloatv(GL_PROJECTION_MATRIX, projection);
+    // A texture that is bound would be kept alive, whatever is loaded in its place.
+    glBindTexture(GL_TEXTURE_2D, 0);
+    glPushAttrib(GL_ALL_ATTRIB_BITS);
+}
+
+FreshStart::~FreshStart() {
+    glPopAttrib();
+}
+
+void FreshStart::restoreShow(SteppedShow* show) const {
+    show->next = 0;
+    app.previousFrameTime = 0;
+    MusicClock fresh;
+    fresh.source = demo->clock.source;
+    fresh.bpm = demo->clock.bpm;
+    demo->clock = fresh;
+    auto* heap = static_cast<CubeHeap*>(demo->effects["cubes1"]);
+    *heap = CubeHeap(demo, heap->meshKey);
+    srand(1);  // as if never seeded
+    for (int i = 0; i < loadingScreenCount(); ++i) rand();
+}
+
+void FreshStart::restoreGl() const {
+    for (int i = 0; i < 10; ++i) {
+        const GLsizei size = targets[i].textureWidth;
+        demo->textures[firstTarget + i] = targets[i];
+        glBindTexture(GL_TEXTURE_2D, targets[i].texture);
+        // Blurs have made some of them smaller.
+        glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, size, size, 0, GL_RGBA, GL_UNSIGNED_BYTE, nullptr);
+    }
+    demo->camera = camera;
+    std::copy_n(lights, 8, demo->lights);
+    for (const auto& [name, program] : demo->shaders) clearUniforms(program);
+    centreBoom();
+
+    glPopAttrib();
+    glPushAttrib(GL_ALL_ATTRIB_BITS);
+    glMatrixMode(GL_PROJECTION);
+    glLoadMatrixf(projection);
+    glMatrixMode(GL_MODELVIEW);
+    glLoadIdentity();
+}

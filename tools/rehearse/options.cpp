@@ -1,0 +1,60 @@
+#include "tools/rehearse/options.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+#include "app/options.h"
+#include "script/timeline.h"
+
+namespace {
+
+constexpr char usage[] =
+    "Usage: rehearse [SECOND] [OPTION]...\n"
+    "Plays the show in a window, from SECOND on, with a desk over it for whoever works on it. What is saved\n"
+    "below data/ and production/ is shown at once. F1 tells the keys.\n"
+    "\n"
+    " --held             hold at SECOND\n"
+    " --state FILE       keep what the desk shows in FILE too, as lines \"name: value\"\n"
+    " -alsa, -oss, -esd, -nosound\n"
+    "                    the sound output, as for the show [-alsa]\n"
+    " --help             this text\n";
+
+[[noreturn]] void refuse(const char* word, const char* reason) {
+    fprintf(stderr, "rehearse: %s: %s\n", word, reason);
+    exit(1);
+}
+
+double second(const char* text) {
+    char* end = nullptr;
+    const double value = strtod(text, &end);
+    const double last = static_cast<double>(programme().back().begin);
+    if (end == text || *end || !(value >= 0 && value < last)) refuse(text, "no second of the show");
+    return value;
+}
+
+}  // namespace
+
+RehearseOptions parseRehearseOptions(int argc, const char* const* argv) {
+    RehearseOptions options;
+    for (int i = 1; i < argc; i++) {
+        const std::string word = argv[i];
+        if (word == "--help") {
+            fputs(usage, stdout);
+            exit(0);
+        }
+        if (word == "--held") {
+            options.held = true;
+        } else if (word == "--state") {
+            if (++i == argc) refuse("--state", "needs a value");
+            options.stateFile = argv[i];
+        } else if (word == "-alsa" || word == "-oss" || word == "-esd" || word == "-nosound") {
+            const char* words[] = {argv[0], argv[i]};
+            options.soundOutput = parseOptions(2, words).soundOutput;
+        } else if (word.starts_with("-")) {
+            refuse(argv[i], "unknown option; --help tells those there are");
+        } else {
+            options.second = second(argv[i]);
+        }
+    }
+    return options;
+}

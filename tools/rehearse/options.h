@@ -1,0 +1,16 @@
+// The command line of `rehearse`.
+#pragma once
+
+#include <string>
+
+#include "sound/sound.h"
+
+struct RehearseOptions {
+    double second = 0;  // where it begins
+    bool held = false;
+    int soundOutput = sound::Alsa;
+    std::string stateFile;  // none if empty
+};
+
+// Prints the usage text or one line about the word that is wrong and ends the process, with status 0 or 1.
+RehearseOptions parseRehearseOptions(int argc, const char* const* argv);

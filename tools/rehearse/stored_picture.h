@@ -1,0 +1,19 @@
+// A finished frame, kept so that it can be shown again without drawing it again.
+#pragma once
+
+#include <GL/glew.h>
+
+struct StoredPicture {
+    GLuint texture = 0;
+    bool valid = false;
+
+    // Needs a GL context.
+    StoredPicture();
+    ~StoredPicture();
+    StoredPicture(const StoredPicture&) = delete;
+    StoredPicture& operator=(const StoredPicture&) = delete;
+
+    // From the back buffer, and into it.
+    void keep();
+    void show() const;
+};

@@ -1,0 +1,19 @@
+// The timeline along the bottom of the desk: segments of the programme, waveform, bars, loop and position.
+#pragma once
+
+#include "tools/rehearse/canvas.h"
+#include "tools/rehearse/desk.h"
+
+constexpr float timelineHeight = 112;  // pixels, of the pane that it is on
+
+// The time under a point of the screen, y counted from the top as a mouse does; -1 off the timeline. For a
+// point that is being dragged, the nearest time wherever it is.
+int timelineAt(int x, int y, int end, bool dragged);
+
+void drawTimeline(const DeskState& state);
+
+// Of a segment's name and block; `entry` counts the programme's rows.
+Ink segmentInk(int entry);
+
+// The programme's row at a time.
+int entryAt(int ms);

@@ -1,0 +1,106 @@
+#include "tools/rehearse/transport.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr int shortestLoop = 120;  // milliseconds; a sixteenth of the music's bars is one
+
+sound::Time now() {
+    return std::chrono::steady_clock::now().time_since_epoch();
+}
+
+}  // namespace
+
+int nearestFrame(int ms) {
+    return static_cast<int>(std::lround(ms * Transport::framesPerSecond / 1000.0));
+}
+
+int millisecondsOf(int frame) {
+    return static_cast<int>(std::lround(frame * 1000.0 / Transport::framesPerSecond));
+}
+
+int Transport::rawPosition() {
+    return stream ? sound::position(stream) : static_cast<int>(silent.at(now()) / 1ms);
+}
+
+int Transport::position() {
+    const int ms = rawPosition();
+    if (ms < end) return ms;
+    hold();
+    return rawPosition();
+}
+
+void Transport::moveTo(int ms) {
+    if (stream)
+        sound::setPosition(stream, ms);
+    else
+        silent.seek(now(), std::chrono::milliseconds(ms));
+}
+
+void Transport::setPosition(int ms) {
+    int frame = nearestFrame(std::clamp(ms, 0, end));
+    while (millisecondsOf(frame) >= end) --frame;
+    moveTo(millisecondsOf(frame));
+    jumped = true;
+}
+
+const float* Transport::spectrum() {
+    sound::setSpectrumActive(true);
+    return sound::spectrum();
+}
+
+void Transport::hold() {
+    held = true;
+    if (stream)
+        sound::setPaused(channel, true);
+    else
+        silent.stand(now());
+    setPosition(rawPosition());
+}
+
+void Transport::goOn() {
+    held = false;
+    if (stream)
+        sound::setPaused(channel, false);
+    else
+        silent.run(now());
+}
+
+void Transport::step(int frames) {
+    if (!held) hold();
+    setPosition(millisecondsOf(std::max(nearestFrame(rawPosition()) + frames, 0)));
+}
+
+bool Transport::turn() {
+    if (held || !loop) return false;
+    const int past = rawPosition() - loop->to;
+    if (past < 0) return false;
+    moveTo(loop->from + past % (loop->to - loop->from));
+    jumped = true;
+    return true;
+}
+
+void Transport::setLoop(int from, int to) {
+    if (from > to) std::swap(from, to);
+    from = std::clamp(from, 0, end);
+    to = std::clamp(to, 0, end);
+    loop.reset();
+    if (to - from >= shortestLoop) loop = Loop{from, to};
+}
+
+void Transport::replaceStream(sound::Stream* other) {
+    const int ms = rawPosition();
+    if (stream) sound::setPaused(channel, true);
+    stream = other;
+    moveTo(ms);
+    if (stream) sound::play(channel, stream);
+    if (held)
+        hold();
+    else
+        goOn();
+}
