@@ -26,9 +26,17 @@ const float* SteppedMusic::spectrum() {
     return silentSpectrum;
 }
 
+float musicTime(int ms) {
+    return static_cast<float>(ms * 0.001);
+}
+
+float beatPositionAt(float time) {
+    return (time - showtime::beatZero) * beatsPerSecond;
+}
+
 void MusicClock::update() {
     previousTime = currentTime;
-    currentTime = static_cast<float>(position(source) * 0.001);
+    currentTime = musicTime(position(source));
     delta = currentTime - previousTime;
 }
 
@@ -66,10 +74,6 @@ float MusicClock::frameRate() {
 
 const float* MusicClock::spectrum() {
     return source ? source->spectrum() : silentSpectrum;
-}
-
-float MusicClock::beatPosition() const {
-    return (currentTime - showtime::beatZero) * beatsPerSecond;
 }
 
 void MusicClock::runAutoBeat() {

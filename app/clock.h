@@ -24,6 +24,12 @@ struct SteppedMusic : MusicSource {
     const float* spectrum() override;  // all zeros
 };
 
+// Seconds of the music, as the clock reads a position in milliseconds.
+float musicTime(int ms);
+
+// Beats since beat 0 on the grid of the music, at `time` seconds; negative before.
+float beatPositionAt(float time);
+
 struct MusicClock {
     MusicSource* source = nullptr;  // not owned; nullptr stands at 0
 
@@ -54,8 +60,8 @@ struct MusicClock {
     void setPulseLength(float seconds) { pulseLength = seconds; }
     // Housekeeping counts every frame twice, so this reads twice the true rate; sampled each half second.
     float frameRate();
-    // Beats since beat 0, on the grid of the music; negative before.
-    float beatPosition() const;
+    // Beats since beat 0, in this frame.
+    float beatPosition() const { return beatPositionAt(currentTime); }
     // 512 magnitudes of the music, analysed from the first call on.
     const float* spectrum();
     // The beat that follows the grid by itself, from a moment before beat 0 on; once per housekeeping.

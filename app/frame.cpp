@@ -6,14 +6,24 @@
 #include "app/app.h"
 #include "app/screenshot.h"
 #include "render/demo.h"
+#include "script/run_up.h"
 #include "script/timeline.h"
 
-void drawFrame() {
+namespace {
+
+// Samples the music; returns the seconds since the frame before.
+float stepClock() {
     demo->clock.update();
-    const float time = demo->clock.time();
-    const float delta = time - app.previousFrameTime;
-    app.previousFrameTime = time;
-    runTimeline(time, delta);
+    const float delta = demo->clock.time() - app.previousFrameTime;
+    app.previousFrameTime = demo->clock.time();
+    return delta;
+}
+
+}  // namespace
+
+void drawFrame() {
+    const float delta = stepClock();
+    runTimeline(demo->clock.time(), delta);
 
     glDisable(GL_BLEND);
     glColor3f(1, 1, 1);
@@ -21,6 +31,11 @@ void drawFrame() {
     // granted.
     demo->endFrame();
     glFlush();
+}
+
+void passFrame() {
+    const float delta = stepClock();
+    passTimeline(demo->clock.time(), delta);
 }
 
 void renderFrame() {

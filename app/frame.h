@@ -5,5 +5,8 @@
 // show.
 void drawFrame();
 
-// The same, then writes the screenshot if one is asked for, and shows the picture.
+// Moves past the frame of that position without drawing it: for whoever begins in the middle of the show.
+void passFrame();
+
+// Draws the frame, then writes the screenshot if one is asked for, and shows the picture.
 void renderFrame();

@@ -39,7 +39,7 @@ void CubeHeap::turnOnBeat() {
 }
 
 // Passes its target for one frame rather than stopping on it, and stands on it from the next frame on.
-void CubeHeap::advance(CubeState& cube) {
+void CubeHeap::advanceCube(CubeState& cube) {
     if (cube.angle < cube.targetAngle)
         cube.angle += frameTime() * turnSpeed;
     else
@@ -52,7 +52,7 @@ void CubeHeap::advance(CubeState& cube) {
 
 void CubeHeap::advance() {
     turnOnBeat();
-    for (CubeState& cube : cubes) advance(cube);
+    for (CubeState& cube : cubes) advanceCube(cube);
 }
 
 void CubeHeap::draw() {

@@ -24,10 +24,8 @@ struct CubeHeap : EffectBase {
     // Motion is integrated: it advances by the frame's time whenever the heap is drawn. Leaves depth testing
     // on.
     void draw() override;
-
-    // The motion of one frame, all that lasts from one draw to the next; draw does it first.
-    void advance();
+    void advance() override;
 
     void turnOnBeat();
-    void advance(CubeState& cube);
+    void advanceCube(CubeState& cube);
 };

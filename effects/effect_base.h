@@ -1,6 +1,5 @@
 // The contract of an effect: made once at load time after meshes and textures, then drawn by scenes by its
-// key. An effect sets the GL state it needs, draws at the music's time and owns nothing shared. See README.md
-// here.
+// key. An effect sets the GL state it needs, draws at the music's time and owns nothing shared.
 #pragma once
 
 #include "render/demo.h"
@@ -16,7 +15,8 @@ struct EffectBase {
     virtual void reserved3() {}
     // For effects that a scene steers by two values of the effect's own meaning.
     virtual void drawAt(float, float) {}
-    // Never called: they keep the order of the operations.
+    // Kept, and never called: only code that was compiled against this order of the operations would notice
+    // if they went.
     virtual void reserved5() {}
     virtual void reserved6() {}
     virtual void reserved7() {}
@@ -24,6 +24,9 @@ struct EffectBase {
     virtual void reserved9() {}
     virtual void reserved10() {}
     virtual void reserved11() {}
+    // The motion of one frame, for effects that integrate theirs: everything that lasts from one draw to the
+    // next, including random numbers. draw does it first; alone it stands for a frame that isn't drawn.
+    virtual void advance() {}
 
     // Music time, seconds.
     float time() const { return demo->clock.time(); }

@@ -3,8 +3,8 @@
 #include "effects/surface.h"
 #include "render/demo.h"
 
-int beatNumber() {
-    return static_cast<int>(demo->clock.beatPosition());
+int beatNumber(float time) {
+    return static_cast<int>(beatPositionAt(time));
 }
 
 void lightFrom(float x, float y, float z) {

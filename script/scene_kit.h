@@ -3,8 +3,9 @@
 
 #include <GL/glew.h>
 
-// Whole beats since beat 0, truncated toward zero: both the beat before and the beat after beat 0 are 0.
-int beatNumber();
+// Whole beats since beat 0 at `time` seconds, truncated toward zero: both the beat before and the beat after
+// beat 0 are 0.
+int beatNumber(float time);
 
 // Light 0 on, at a place in the space of the model-view matrix of the next housekeeping.
 void lightFrom(float x, float y, float z);

@@ -61,12 +61,11 @@ void useDistort(float time) {
     demo->setUniform1f("distort", "time", time);
 }
 
-// A shock on every odd beat, tight on the last of four. Before beat 0 numbers are negative: -15 is odd too,
-// but never the last of four.
+// A shock on every odd beat, tight on the last of four. Before beat 0 numbers are negative, so none is the
+// last of four.
 void boomOnOddBeats() {
-    const int beat = beatNumber();
-    if (beat % 2 == 0) return;
-    const float strong = beat % 4 == 3 ? 1.0f : 0.0f;
+    if (!hasTunnelShock(frame.time)) return;
+    const float strong = beatNumber(frame.time) % 4 == 3 ? 1.0f : 0.0f;
     demo->copyScreen("rtt1");
     useBoom(40 * strong + 13, 0.3f * frame.pulse);
     demo->drawScreenQuad("rtt1", 1);
@@ -74,6 +73,11 @@ void boomOnOddBeats() {
 }
 
 }  // namespace
+
+// Odd before beat 0 as well: -15 is.
+bool hasTunnelShock(float time) {
+    return beatNumber(time) % 2 != 0;
+}
 
 void sceneLaserIntro() {
     lightFrom(200, -150, 350);

@@ -25,7 +25,7 @@ void drawFarStripes() {
 
 // Up to 30 % on even beats and 60 % on odd ones, negative odd numbers among them.
 float beatZoom() {
-    const int odd = beatNumber() & 1;
+    const int odd = beatNumber(frame.time) & 1;
     return (0.3f * static_cast<float>(odd) + 0.3f) * frame.pulse + 1;
 }
 

@@ -29,6 +29,10 @@ void drawUprightTunnel() {
 
 }  // namespace
 
+void passTunnelCubes() {
+    demo->effects["cubes1"]->advance();
+}
+
 void sceneTunnelCubes() {
     const float t = frame.time;
 

@@ -14,3 +14,11 @@ void sceneRoom();
 void sceneCredits();  // over sceneRoom
 void sceneFade();     // not in the programme
 void sceneGreets();   // not in the programme
+
+// What a frame of a scene does besides its picture. The programme names them, so that a part of the show can
+// be drawn without all that comes before it: see run_up.h.
+
+// The heap of a frame that isn't drawn moves all the same.
+void passTunnelCubes();
+// Whether the tunnel's frame at `time` has a shock, which leaves its strength in "boom".
+bool hasTunnelShock(float time);

@@ -12,10 +12,10 @@ namespace {
 
 constexpr ProgrammeEntry sheet[] = {
     {showtime::title, sceneSweepText, "title"},
-    {showtime::tunnel, sceneLaserIntro, "tunnel"},
+    {showtime::tunnel, sceneLaserIntro, "tunnel", nullptr, hasTunnelShock},
     {showtime::stripes, sceneStripesTunnel, "stripes"},
-    {showtime::tornTunnel, laserBoomTornApart, "torn tunnel"},
-    {showtime::heap, sceneTunnelCubes, "heap"},
+    {showtime::tornTunnel, laserBoomTornApart, "torn tunnel", nullptr, hasTunnelShock},
+    {showtime::heap, sceneTunnelCubes, "heap", passTunnelCubes},
     {showtime::probes, sceneProbes, "probes"},
     {showtime::robot, sceneRobo, "robot"},
     {showtime::crossFade, crossFadeFromRoboToRoom, "cross-fade"},

@@ -16,6 +16,10 @@ struct ProgrammeEntry {
     float begin;  // music time in seconds; belongs to this entry, which runs to the next one's begin
     void (*draw)();
     const char* name;  // for whoever works on it
+    // Where a frame is more than a function of its time (see run_up.h): what it carries on even if it isn't
+    // drawn, and whether the frame at `time` leaves something that later ones draw with.
+    void (*pass)() = nullptr;
+    bool (*leaves)(float time) = nullptr;
 };
 
 // All of it in order; the last entry ends the program.

@@ -77,6 +77,11 @@ Screen Show::drawMoment(int ms, int beatMs) {
     return drawMoment(ms);
 }
 
+void Show::passMoment(int ms) {
+    music.ms = ms;
+    passFrame();
+}
+
 void Show::rewind() {
     // Lights 1 to 7 stay as the last scene left them otherwise, and light the title too.
     for (Light& light : demo->lights) light.enabled = false;

@@ -25,6 +25,9 @@ public:
     // The same with a beat at `beatMs`, as if the music had been played until `ms`.
     Screen drawMoment(int ms, int beatMs);
 
+    // Moves past the frame with the music at `ms` without drawing it.
+    void passMoment(int ms);
+
     // Back to what the show is when the music starts: the clock, the effects, the uniforms, the random
     // numbers.
     void rewind();

@@ -1,30 +1,12 @@
 #include "tools/capture/stepped_show.h"
 
 #include <cmath>
+#include <vector>
 
-#include "app/app.h"
 #include "app/frame.h"
 #include "app/startup.h"
-#include "effects/cube_heap.h"
 #include "render/demo.h"
-#include "script/composites.h"
-#include "script/scenes.h"
-#include "script/timeline.h"
-
-namespace {
-
-const ProgrammeEntry& entryAt(int ms) {
-    return programmeAt(static_cast<float>(ms * 0.001));
-}
-
-// In the torn corridor the beats of odd number have a shock.
-bool hasShock(int ms) {
-    MusicClock clock;
-    clock.currentTime = static_cast<float>(ms * 0.001);
-    return entryAt(ms).draw == laserBoomTornApart && static_cast<int>(clock.beatPosition()) % 2 != 0;
-}
-
-}  // namespace
+#include "script/run_up.h"
 
 SteppedShow::SteppedShow(int fps) : fps(fps) {
     openWindow(false);
@@ -48,46 +30,26 @@ int SteppedShow::framesBefore(double seconds) const {
     return count;
 }
 
-// A frame finds the lights and the GL state as the frame before left them, and what earlier scenes alone have
-// set as their last frames left it. Where the torn corridor has no shock, it bends with the strength that the
-// last frame with one left.
-bool SteppedShow::leavesTraces(int earlier, int frame) const {
-    const ProgrammeEntry& entry = entryAt(milliseconds(earlier));
-    if (earlier == frame - 1 || &entry != &entryAt(milliseconds(earlier + 1))) return true;
-    if (!hasShock(milliseconds(earlier)) || &entry != &entryAt(milliseconds(frame))) return false;
-    for (int later = earlier + 1; later <= frame; later++) {
-        if (hasShock(milliseconds(later))) return false;
-    }
-    return true;
-}
-
-void SteppedShow::skip(int frame) {
-    music.ms = milliseconds(frame);
-    demo->clock.update();
-    app.previousFrameTime = demo->clock.time();
-    if (entryAt(music.ms).draw == sceneTunnelCubes)
-        static_cast<CubeHeap*>(demo->effects["cubes1"])->advance();
-    demo->clock.runAutoBeat();
-}
-
-void SteppedShow::drawTracesBefore(int frame) {
-    for (; next < frame; next++) {
-        if (!leavesTraces(next, frame)) {
-            skip(next);
-            continue;
-        }
+void SteppedShow::drawRunUp(int frame) {
+    std::vector<int> times;
+    for (int i = next; i <= frame; i++) times.push_back(milliseconds(i));
+    const std::vector<bool> drawn = framesToDraw(times);
+    for (const int first = next; next < frame; next++) {
         music.ms = milliseconds(next);
-        drawFrame();
+        drawn[next - first] ? drawFrame() : passFrame();
     }
 }
 
 void SteppedShow::draw(int frame) {
-    drawTracesBefore(frame);
+    drawRunUp(frame);
     music.ms = milliseconds(frame);
     drawFrame();
     next = frame + 1;
 }
 
 void SteppedShow::skipTo(int frame) {
-    for (; next < frame; next++) skip(next);
+    for (; next < frame; next++) {
+        music.ms = milliseconds(next);
+        passFrame();
+    }
 }

@@ -19,14 +19,10 @@ struct SteppedShow {
     int framesBefore(double seconds) const;
     int milliseconds(int frame) const;
 
-    // Draws `frame`, no earlier than `next`, into the back buffer. Of the frames left out, those whose traces
-    // it would find are drawn first, and the others only move what is carried from frame to frame.
+    // Draws `frame`, no earlier than `next`, into the back buffer, after its run-up.
     void draw(int frame);
-    // What has to happen before `frame` is drawn.
-    void drawTracesBefore(int frame);
-    // The same without drawing: what earlier frames leave in GL's state is missing then.
+    // The run-up alone: everything that has to happen before `frame` is drawn.
+    void drawRunUp(int frame);
+    // Moves past all frames before `frame` without drawing: what they leave in GL's state is missing then.
     void skipTo(int frame);
-
-    bool leavesTraces(int earlier, int frame) const;
-    void skip(int frame);
 };

@@ -1,0 +1,69 @@
+// Frames drawn after nothing but their run-up, against the same frames of the whole show: a scene that leaves
+// or carries on something that its row of the programme doesn't name is found here.
+#include "script/run_up.h"
+
+#include "script/timeline.h"
+#include "tests/show.h"
+
+namespace {
+
+// A row of frames, milliseconds, through the whole show: of each entry of the programme the first frame,
+// frames over almost two beats in its middle and the last frame.
+struct Row {
+    std::vector<int> times;
+    std::vector<size_t>
+        wanted;  // of each entry the first frame, and one that much of the middle comes before
+};
+
+Row rowThroughTheShow() {
+    constexpr int apart = 100, middleFrames = 9;
+    Row row;
+    const auto entries = programme();
+    for (size_t i = 0; i + 1 < entries.size(); i++) {
+        const int begin = static_cast<int>(entries[i].begin * 1000 + 0.5f);
+        const int end = static_cast<int>(entries[i + 1].begin * 1000 + 0.5f);
+        row.wanted.push_back(row.times.size());
+        row.times.push_back(begin);
+        for (int frame = 0; frame < middleFrames; frame++)
+            row.times.push_back((begin + end) / 2 + (frame - middleFrames / 2) * apart);
+        row.wanted.push_back(row.times.size() - 1);
+        row.times.push_back(end - 1);
+    }
+    return row;
+}
+
+struct RunUp : Show {
+    // The last frame of the row, after a new start of the show and only what it needs of the others.
+    Screen drawLast(std::span<const int> times) {
+        rewind();
+        const std::vector<bool> drawn = framesToDraw(times);
+        for (size_t i = 0; i + 1 < times.size(); i++) {
+            if (drawn[i])
+                drawMoment(times[i]);
+            else
+                passMoment(times[i]);
+        }
+        return drawMoment(times.back());
+    }
+};
+
+TEST_F(RunUp, IsAllThatAFrameOfAnySceneInherits) {
+    const Row row = rowThroughTheShow();
+    std::vector<Screen> whole;
+    for (int ms : row.times) whole.push_back(drawMoment(ms));
+    for (size_t wanted : row.wanted) {
+        const Screen part = drawLast({row.times.data(), wanted + 1});
+        EXPECT_TRUE(part.pixels == whole[wanted].pixels) << row.times[wanted] << " ms";
+    }
+}
+
+TEST_F(RunUp, DrawsFewFrames) {
+    const Row row = rowThroughTheShow();
+    const std::vector<bool> drawn = framesToDraw(row.times);
+    const auto entries = programme().size() - 1;
+    EXPECT_LE(std::count(drawn.begin(), drawn.end(), true), static_cast<long>(entries + 2));
+    EXPECT_TRUE(framesToDraw({}).empty());
+    EXPECT_EQ(framesToDraw(std::vector{5000}), std::vector{true});
+}
+
+}  // namespace
