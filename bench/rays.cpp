@@ -123,7 +123,7 @@ double roomBeamsSeconds() {
         for (int source = 0; source < Huone::beamSources; source++) {
             for (int aim = -1; aim <= 1; aim++) {
                 const Ray ray = Huone::beam(source, aim);
-                traceBeam(room.scene, ray.origin, ray.direction, beamBounces, room.path);
+                traceBeam(room.caster.scene, ray.origin, ray.direction, beamBounces, room.caster.path);
             }
         }
     });

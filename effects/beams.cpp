@@ -57,3 +57,8 @@ void drawBeamPath(const BeamPath& path, const BeamStyle& style, GLuint spotTextu
     glDisable(GL_POLYGON_OFFSET_FILL);
     endGlowingLines();
 }
+
+void BeamCaster::draw(Demo& demo, const Vec3& origin, const Vec3& direction) {
+    traceBeam(scene, origin, direction, beamBounces, path);
+    drawBeamPath(path, style, demo.texture(spotTexture));
+}

@@ -6,9 +6,10 @@
 
 #include "effects/glowing_lines.h"
 #include "geometry/trace.h"
+#include "render/demo.h"
 
 constexpr int beamBounces = 5;    // surfaces that a beam touches at most
-constexpr int beamCapacity = 16;  // instances, and points of a path, that an effect has room for at once
+constexpr int beamCapacity = 16;  // instances, and points of a path, that there is room for at once
 
 struct BeamStyle {
     float spotSize;  // half the side, model units (where the surface's normal has unit length)
@@ -31,3 +32,15 @@ constexpr double halfBeamAngle = 0.5235987755982988;  // radians: half of what l
 // A path of at least two points. Leaves lighting and blending off, texturing on, the spot's texture bound and
 // the line width of the last pass.
 void drawBeamPath(const BeamPath& path, const BeamStyle& style, GLuint spotTexture);
+
+// What an effect that fires beams holds: what they bounce off, and how they look.
+struct BeamCaster {
+    const BeamStyle& style;
+    const char* spotTexture;         // key, not owned: the spot where a beam touches a surface
+    TraceScene scene{beamCapacity};  // empty until the effect adds instances
+    BeamPath path{beamCapacity};     // of the beam drawn last; its storage is reused
+
+    // One beam from `origin`, a point of the world, along the unit vector `direction`. Leaves what
+    // drawBeamPath does.
+    void draw(Demo& demo, const Vec3& origin, const Vec3& direction);
+};

@@ -2,7 +2,6 @@
 
 #include <cmath>
 
-#include "effects/beams.h"
 #include "effects/surface.h"
 #include "geometry/matrix4.h"
 
@@ -38,10 +37,9 @@ void lightRoom(Demo& demo) {
 
 }  // namespace
 
-Huone::Huone(Demo* demo, const char* spotTexture)
-    : EffectBase(demo), spotTexture(spotTexture), scene(beamCapacity), path(beamCapacity) {
-    scene.addInstance(demo->meshes["huone"]);
-    scene.addInstance(demo->meshes["pallero"]);
+Huone::Huone(Demo* demo, const char* spotTexture) : EffectBase(demo), caster{huoneBeam, spotTexture} {
+    caster.scene.addInstance(demo->meshes["huone"]);
+    caster.scene.addInstance(demo->meshes["pallero"]);
 }
 
 void Huone::draw() {
@@ -85,7 +83,7 @@ void Huone::drawRoom() {
 void Huone::moveBall() {
     const float ballTime = time() * tumbleSpeed;
     const Matrix4 turn = affineProduct(rotationY(ballTime * ballTurnY), rotationX(ballTime * ballTurnX));
-    scene.setInstanceMatrix(1, affineProduct(translation(ballCentre), turn));
+    caster.scene.setInstanceMatrix(1, affineProduct(translation(ballCentre), turn));
 }
 
 Ray Huone::beam(int source, int aim) {
@@ -103,12 +101,7 @@ void Huone::drawBeams() {
     for (int source = 0; source < beamSources; ++source) {
         for (int aim = -1; aim <= 1; ++aim) {
             const Ray ray = beam(source, aim);
-            drawBeam(ray.origin, ray.direction);
+            caster.draw(*demo, ray.origin, ray.direction);
         }
     }
-}
-
-void Huone::drawBeam(const Vec3& origin, const Vec3& direction) {
-    traceBeam(scene, origin, direction, beamBounces, path);
-    drawBeamPath(path, huoneBeam, demo->texture(spotTexture));
 }

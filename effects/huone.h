@@ -2,24 +2,20 @@
 // Meshes "huone2", "tykki", "pallero2", and "huone" and "pallero", what the beams see of room and ball.
 #pragma once
 
+#include "effects/beams.h"
 #include "effects/effect_base.h"
-#include "geometry/trace.h"
 
 struct Huone : EffectBase {
     static constexpr int beamSources = 5;  // on a ring above the ball
 
-    bool beamsOn = true;      // false draws the room alone
-    const char* spotTexture;  // key, not owned: the spot where a beam touches a surface
-    TraceScene scene;         // instance 0 the room, 1 the ball, moved every frame
-    BeamPath path;            // of the beam drawn last; its storage is reused
+    bool beamsOn = true;  // false draws the room alone
+    BeamCaster caster;    // instance 0 the room, 1 the ball, moved every frame
 
     Huone(Demo* demo, const char* spotTexture);
 
     // Leaves culling off, lights 0 and 1 placed and enabled in their records but in colours of its own, and
     // lighting off if it drew beams.
     void draw() override;
-    // One beam from `origin`, a point of the world, along the unit vector `direction`.
-    void drawBeam(const Vec3& origin, const Vec3& direction);
 
     // A beam of source 0..4, aimed at the ball's centre (0) or to either side of it (-1, 1).
     static Ray beam(int source, int aim);

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "effects/beams.h"
-
 namespace {
 
 constexpr float diffuse[] = {0.3f, 0.4f, 0.5f, 1};
@@ -18,16 +16,15 @@ Matrix4 toMatrix(const float* elements) {
 
 }  // namespace
 
-Laser::Laser(Demo* demo, const char* spotTexture)
-    : EffectBase(demo), spotTexture(spotTexture), scene(beamCapacity), path(beamCapacity) {}
+Laser::Laser(Demo* demo, const char* spotTexture) : EffectBase(demo), caster{laserBeam, spotTexture} {}
 
 void Laser::addMesh(const char* meshKey, const float* matrix) {
-    scene.addInstance(demo->meshes[meshKey]);
-    if (matrix) setMeshMatrix(scene.instances.count - 1, matrix);
+    caster.scene.addInstance(demo->meshes[meshKey]);
+    if (matrix) setMeshMatrix(caster.scene.instances.count - 1, matrix);
 }
 
 void Laser::setMeshMatrix(int index, const float* matrix) {
-    scene.setInstanceMatrix(index, toMatrix(matrix));
+    caster.scene.setInstanceMatrix(index, toMatrix(matrix));
 }
 
 void Laser::draw() {
@@ -40,14 +37,9 @@ void Laser::draw() {
         for (int i = 0; i < beamsPerEmitter; ++i) {
             const double angle = 2 * i * halfBeamAngle;
             // Sine first: this fan starts along y.
-            drawBeam({0, 0, z},
-                     {static_cast<float>(std::sin(angle)), static_cast<float>(std::cos(angle)), 0});
+            caster.draw(*demo, {0, 0, z},
+                        {static_cast<float>(std::sin(angle)), static_cast<float>(std::cos(angle)), 0});
         }
     }
     glDisable(GL_CULL_FACE);
-}
-
-void Laser::drawBeam(const Vec3& origin, const Vec3& direction) {
-    traceBeam(scene, origin, direction, beamBounces, path);
-    drawBeamPath(path, laserBeam, demo->texture(spotTexture));
 }

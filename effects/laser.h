@@ -2,13 +2,11 @@
 // off the meshes that its user adds.
 #pragma once
 
+#include "effects/beams.h"
 #include "effects/effect_base.h"
-#include "geometry/trace.h"
 
 struct Laser : EffectBase {
-    const char* spotTexture;  // key, not owned: the spot where a beam touches a surface
-    TraceScene scene;         // empty until meshes are added
-    BeamPath path;            // of the beam drawn last; its storage is reused
+    BeamCaster caster;  // its scene is empty until meshes are added
 
     Laser(Demo* demo, const char* spotTexture);
 
@@ -19,6 +17,4 @@ struct Laser : EffectBase {
 
     // Leaves culling and lighting off.
     void draw() override;
-    // One beam from `origin`, a point of the world, along the unit vector `direction`.
-    void drawBeam(const Vec3& origin, const Vec3& direction);
 };

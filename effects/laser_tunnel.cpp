@@ -2,7 +2,6 @@
 
 #include <cmath>
 
-#include "effects/beams.h"
 #include "effects/surface.h"
 #include "effects/tunnel_segments.h"
 #include "geometry/matrix4.h"
@@ -15,8 +14,8 @@ constexpr double firstBeamAngle = 1.5707963267948966;  // radians
 }  // namespace
 
 LaserTunnel::LaserTunnel(Demo* demo, const char* spotTexture)
-    : EffectBase(demo), spotTexture(spotTexture), scene(beamCapacity), path(beamCapacity) {
-    scene.addInstance(demo->meshes["tunnel"]);
+    : EffectBase(demo), caster{laserTunnelBeam, spotTexture} {
+    caster.scene.addInstance(demo->meshes["tunnel"]);
 }
 
 void LaserTunnel::draw() {
@@ -42,20 +41,15 @@ void LaserTunnel::moveSegment() {
     const auto [phase, beat] = tunnelMotion(time());
     const Vec3 place = {0, 0, segmentLength * phase - segmentLength / 2};
     const Matrix4 turn = rotationZ(segmentTwist(time(), beat) * twistRadians);
-    scene.setInstanceMatrix(0, affineProduct(translation(place), turn));
+    caster.scene.setInstanceMatrix(0, affineProduct(translation(place), turn));
 }
 
 void LaserTunnel::drawBeams() {
     for (float z : emitterZ) {
         for (int i = 0; i < beamsPerEmitter; ++i) {
             const double angle = 2 * i * halfBeamAngle + firstBeamAngle + time();
-            drawBeam({0, 0, z},
-                     {static_cast<float>(std::cos(angle)), static_cast<float>(std::sin(angle)), 0});
+            caster.draw(*demo, {0, 0, z},
+                        {static_cast<float>(std::cos(angle)), static_cast<float>(std::sin(angle)), 0});
         }
     }
-}
-
-void LaserTunnel::drawBeam(const Vec3& origin, const Vec3& direction) {
-    traceBeam(scene, origin, direction, beamBounces, path);
-    drawBeamPath(path, laserTunnelBeam, demo->texture(spotTexture));
 }

@@ -3,10 +3,7 @@
 namespace {
 
 constexpr float spinSpeed = 90;  // degrees per second
-constexpr int blurIterations = 4;
-constexpr float blurOffset = 0.25f;  // pixels
-constexpr float blurStrength = 1;
-constexpr int blurSize = 256;  // pixels: the side of the corner that is blurred
+constexpr Blur shadowBlur = {.iterations = 4, .xOffset = 0.25f, .yOffset = 0.25f, .size = 256};
 
 }  // namespace
 
@@ -23,7 +20,7 @@ void SoftShadow::draw() {
     drawBox();
     glEnable(GL_TEXTURE_2D);
     demo->copyScreen("rtt5");
-    demo->blur("rtt5", "rtt6", blurIterations, blurOffset, blurOffset, blurStrength, blurSize);
+    demo->blur("rtt5", "rtt6", shadowBlur);
     // Where the blurred shadow would be drawn.
     glBegin(GL_QUADS);
     glEnd();

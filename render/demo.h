@@ -43,6 +43,14 @@ struct Texture {
     bool flipped = false;  // a screen quad draws the picture upside down; false for every record
 };
 
+struct Blur {
+    int iterations = 1;  // of four diagonal taps each
+    float xOffset = 0;   // pixels that the taps lie away at first, 1.5 times as far with each iteration
+    float yOffset = 0;
+    float strength = 1;  // of the result, in each iteration
+    int size = 0;        // pixels: side of the corner that the work is done in; 0 takes the picture's own
+};
+
 struct Demo {
     Camera camera;
     Light lights[8];
@@ -103,11 +111,8 @@ struct Demo {
     // and projection in force; under the camera's 90 degrees a scale of 1 fills the viewport.
     void copyScreen(const char* target);
     void drawScreenQuad(const char* name, float scale);
-    // `iterations` of four diagonal taps, `xOffset`, `yOffset` pixels away and 1.5 times as far each time.
-    // `size` (0: the picture's own) is the side of the corner it works in. Clears the screen, leaves the
-    // viewport at the source's size and the target bound.
-    void blur(const char* source, const char* target, int iterations, float xOffset, float yOffset,
-              float strength, int size);
+    // Clears the screen; leaves the viewport at the source's size and the target bound.
+    void blur(const char* source, const char* target, const Blur& how);
     // The source plus `count` times its blurred copy, in the target; goes through "rtt9", clears the screen.
     void glow(const char* source, const char* target, int count, float strength);
 

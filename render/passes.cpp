@@ -4,10 +4,6 @@ namespace {
 
 constexpr float blurGrowth = 1.5f;  // of the taps' offsets, per iteration
 
-constexpr int glowIterations = 6;
-constexpr float glowOffset = 0.25f;  // pixels of the shrunken picture
-constexpr int glowSize = 128;        // pixels
-
 // What a name mapped to a negative index draws as: the whole unit square, with whatever texture is bound.
 const Texture untextured{0, 1, 1, 1, 1, false};
 
@@ -102,8 +98,7 @@ void Demo::drawScreenQuad(const char* name, float scale) {
     quadCount += 2;
 }
 
-void Demo::blur(const char* source, const char* target, int iterations, float xOffset, float yOffset,
-                float strength, int size) {
+void Demo::blur(const char* source, const char* target, const Blur& how) {
     const Texture& from = textures[textureIndex(source)];
     Texture& to = textures[textureIndex(target)];
     const int width = from.width;
@@ -120,13 +115,15 @@ void Demo::blur(const char* source, const char* target, int iterations, float xO
 
     to.width = width;
     to.height = height;
-    const int quadWidth = blurSide(width, size);
-    const int quadHeight = blurSide(height, size);
+    const int quadWidth = blurSide(width, how.size);
+    const int quadHeight = blurSide(height, how.size);
     glBindTexture(GL_TEXTURE_2D, from.texture);
     glEnable(GL_TEXTURE_2D);
-    glBlendColorEXT(1, 1, 1, strength * 0.25f);
+    glBlendColorEXT(1, 1, 1, how.strength * 0.25f);
 
-    for (int i = 0; i < iterations; i++) {
+    float xOffset = how.xOffset;
+    float yOffset = how.yOffset;
+    for (int i = 0; i < how.iterations; i++) {
         drawDiagonalTaps(static_cast<float>(quadWidth), static_cast<float>(quadHeight),
                          xOffset / static_cast<float>(quadWidth), yOffset / static_cast<float>(quadHeight));
         // The target stays bound: the next iteration blurs this one's result.
@@ -148,7 +145,8 @@ void Demo::glow(const char* source, const char* target, int count, float strengt
     glDisable(GL_DEPTH_TEST);
     glPushAttrib(GL_LIGHTING_BIT);
     glDisable(GL_LIGHTING);
-    blur(source, "rtt9", glowIterations, glowOffset, glowOffset, strength, glowSize);
+    blur(source, "rtt9",
+         {.iterations = 6, .xOffset = 0.25f, .yOffset = 0.25f, .strength = strength, .size = 128});
 
     glBlendFunc(GL_ONE, GL_ONE);
     glEnable(GL_BLEND);

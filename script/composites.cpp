@@ -9,7 +9,8 @@ void laserBoomTornApart() {
     sceneLaserBoom();
 
     demo->copyScreen("rtt3");
-    demo->blur("rtt3", "rtt4", 6, 0.5f, 0.5f, 1.1f, 256);
+    demo->blur("rtt3", "rtt4",
+               {.iterations = 6, .xOffset = 0.5f, .yOffset = 0.5f, .strength = 1.1f, .size = 256});
     demo->drawScreenQuad("rtt4", 1);
 
     glEnable(GL_BLEND);

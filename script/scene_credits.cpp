@@ -30,7 +30,7 @@ void sceneCredits() {
 
     useBoom(20 * frame.pulse, 0.1f);
     glColor3f(1, 1, 1);
-    drawPicture(current->texture, current->x, current->y, -2, 1, GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    drawPicture(current->texture, {.x = current->x, .y = current->y, .z = -2});
     demo->useShader();
 }
 

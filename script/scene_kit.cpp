@@ -17,27 +17,26 @@ void useBoom(float distort, float scale) {
     demo->setUniform1f("boom", "scale", scale);
 }
 
-void drawPicture(const char* texture, float x, float y, float z, float halfWidth, GLenum sourceFactor,
-                 GLenum targetFactor) {
+void drawPicture(const char* texture, const PictureQuad& quad) {
     glPushMatrix();
     glLoadIdentity();
-    glTranslatef(x, y, z);
+    glTranslatef(quad.x, quad.y, quad.z);
     glDisable(GL_LIGHTING);
     glBindTexture(GL_TEXTURE_2D, demo->texture(texture));
     glDisable(GL_DEPTH_TEST);
     glEnable(GL_BLEND);
-    glBlendFunc(sourceFactor, targetFactor);
+    glBlendFunc(quad.sourceFactor, quad.targetFactor);
     glDisable(GL_CULL_FACE);
     glEnable(GL_TEXTURE_2D);
     glBegin(GL_QUADS);
     glTexCoord2f(0, 1);
-    glVertex2f(-halfWidth, -1);
+    glVertex2f(-quad.halfWidth, -1);
     glTexCoord2f(1, 1);
-    glVertex2f(halfWidth, -1);
+    glVertex2f(quad.halfWidth, -1);
     glTexCoord2f(1, 0);
-    glVertex2f(halfWidth, 1);
+    glVertex2f(quad.halfWidth, 1);
     glTexCoord2f(0, 0);
-    glVertex2f(-halfWidth, 1);
+    glVertex2f(-quad.halfWidth, 1);
     glEnd();
     glPopMatrix();
 }

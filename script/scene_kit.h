@@ -14,8 +14,14 @@ void lightFrom(float x, float y, float z);
 // (0 leaves the picture alone; 0.3 times the pulse is a shock on the beat).
 void useBoom(float distort, float scale);
 
-// A texture stored top row first on a quad 2 high and 2 x halfWidth wide around (x, y, z) in eye space, in
-// the colour in force, blended with the two factors. Leaves blending on; lighting, depth test and culling
-// off.
-void drawPicture(const char* texture, float x, float y, float z, float halfWidth, GLenum sourceFactor,
-                 GLenum targetFactor);
+// Where a picture lies over a scene: a quad in eye space, two units high.
+struct PictureQuad {
+    float x = 0, y = 0, z = -1;  // its middle
+    float halfWidth = 1;
+    GLenum sourceFactor = GL_SRC_ALPHA;  // how it is blended
+    GLenum targetFactor = GL_ONE_MINUS_SRC_ALPHA;
+};
+
+// A texture stored top row first, in the colour in force. Leaves blending on; lighting, depth test and
+// culling off.
+void drawPicture(const char* texture, const PictureQuad& quad);

@@ -56,7 +56,10 @@ void drawRobot() {
 // Enters at the right edge and moves left by half a unit a second; the scene ends before it has crossed.
 void drawGreetings() {
     glColor3f(1, 1, 1);
-    drawPicture("greetsit", 5.33334f - (frame.time - showtime::greetings) * 0.5f, 0, -1, 4, GL_ONE, GL_ONE);
+    drawPicture("greetsit", {.x = 5.33334f - (frame.time - showtime::greetings) * 0.5f,
+                             .halfWidth = 4,
+                             .sourceFactor = GL_ONE,
+                             .targetFactor = GL_ONE});
     demo->copyScreen("rtt1");
     if (frame.time > showtime::greetingShocks) useBoom(13, 0.3f * frame.pulse);
     glDisable(GL_BLEND);
@@ -78,7 +81,7 @@ void sceneRobo() {
     demo->glow("rtt1", "rtt2", 2, 1.05f);
     if (frame.time > showtime::greetings) {
         const float width = std::min(frame.time - showtime::greetings, 3.0f) * 0.6f;
-        demo->blur("rtt2", "rtt2", 4, width, width, 1.05f, 0);
+        demo->blur("rtt2", "rtt2", {.iterations = 4, .xOffset = width, .yOffset = width, .strength = 1.05f});
     }
     demo->drawScreenQuad("rtt2", 1);
     if (frame.time > showtime::greetings) drawGreetings();

@@ -34,7 +34,7 @@ void placeCamera() {
 void flashWord() {
     if (!(frame.time > showtime::word && frame.time < showtime::wordEnd)) return;
     glColor4f(1, 1, 1, 1.5f - (frame.time - showtime::word));
-    drawPicture("mix", 0, 0, -1, 1, GL_SRC_ALPHA, GL_ONE);
+    drawPicture("mix", {.targetFactor = GL_ONE});
 }
 
 // 1 until the fade, then down to 0, and for the last glimpse the beat pulse. Sets the colour where it fades.

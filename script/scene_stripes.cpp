@@ -43,7 +43,8 @@ void sceneStripesTunnel() {
     demo->drawScreenQuad("rtt2", 1);
     demo->useShader();
     demo->copyScreen("rtt2");
-    demo->blur("rtt2", "rtt4", 3, 0.75f, 0.75f, 1.1f, 256);
+    demo->blur("rtt2", "rtt4",
+               {.iterations = 3, .xOffset = 0.75f, .yOffset = 0.75f, .strength = 1.1f, .size = 256});
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
 
     drawFarStripes();

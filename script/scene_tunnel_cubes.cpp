@@ -46,7 +46,7 @@ void sceneTunnelCubes() {
     drawUprightTunnel();
     glDisable(GL_DEPTH_TEST);
     demo->copyScreen("rtt1");
-    demo->blur("rtt1", "rtt2", 3, 0.75f, 0.75f, 1, 0);
+    demo->blur("rtt1", "rtt2", {.iterations = 3, .xOffset = 0.75f, .yOffset = 0.75f});
     demo->drawScreenQuad("rtt2", 1);
 
     glClear(GL_DEPTH_BUFFER_BIT);

@@ -107,8 +107,8 @@ TEST_F(Beams, TouchSurfacesWithSpots) {
 TEST_F(Beams, OfTheLaserBounceOffWhatIsAdded) {
     Laser laser(demo, "spot");
     laser.draw();
-    ASSERT_EQ(laser.path.count, 2) << "nothing to bounce off";
-    EXPECT_NEAR(laser.path[1].distance, 1000, 0.1f);
+    ASSERT_EQ(laser.caster.path.count, 2) << "nothing to bounce off";
+    EXPECT_NEAR(laser.caster.path[1].distance, 1000, 0.1f);
 
     addBox("wall", 100, 100, 100);
     const Matrix4 aside = translation({20, 0, 0});
@@ -117,12 +117,12 @@ TEST_F(Beams, OfTheLaserBounceOffWhatIsAdded) {
     const Feedback picture = feedbackOf([&] { laser.draw(); });
     EXPECT_EQ(picture.lines.size(), 12u * 2 * 5);
     // The last one: 300 degrees from y towards x, and mirrored at the wall x = -80.
-    ASSERT_EQ(laser.path.count, 6);
-    EXPECT_EQ(laser.path[0].point.z, -52);
-    EXPECT_NEAR(laser.path[1].point.x, -80, 1e-3f);
-    EXPECT_NEAR(laser.path[1].point.y, 80 / std::sqrt(3.f), 1e-3f);
-    EXPECT_NEAR(heading(laser.path, 1).x, -heading(laser.path, 0).x, 1e-4f);
-    EXPECT_NEAR(heading(laser.path, 1).y, heading(laser.path, 0).y, 1e-4f);
+    ASSERT_EQ(laser.caster.path.count, 6);
+    EXPECT_EQ(laser.caster.path[0].point.z, -52);
+    EXPECT_NEAR(laser.caster.path[1].point.x, -80, 1e-3f);
+    EXPECT_NEAR(laser.caster.path[1].point.y, 80 / std::sqrt(3.f), 1e-3f);
+    EXPECT_NEAR(heading(laser.caster.path, 1).x, -heading(laser.caster.path, 0).x, 1e-4f);
+    EXPECT_NEAR(heading(laser.caster.path, 1).y, heading(laser.caster.path, 0).y, 1e-4f);
 
     goTo(60);
     const Feedback later = feedbackOf([&] { laser.draw(); });
@@ -147,11 +147,11 @@ TEST_F(Beams, OfTheShipSeeTheSegmentAroundItWhereItIsDrawn) {
         drawn.clear();
         const Feedback picture = feedbackOf([&] { effect.draw(); });
         ASSERT_EQ(drawn.size(), 11u);
-        expectMatrixNear(effect.scene.instances[0].objectToWorld, drawn[1 + 4].modelView, 1e-3f);
+        expectMatrixNear(effect.caster.scene.instances[0].objectToWorld, drawn[1 + 4].modelView, 1e-3f);
         // Filled faces of the meshes are polygons as well, so that only lines tell the beams.
         EXPECT_EQ(picture.lines.size(), 3 * segments);
         const double angle = 5 * 1.0471975511965976 + 1.5707963267948966 + demo->clock.time();
-        EXPECT_NEAR(heading(effect.path, 0).x, std::cos(angle), 1e-4f) << "turns with the ship";
+        EXPECT_NEAR(heading(effect.caster.path, 0).x, std::cos(angle), 1e-4f) << "turns with the ship";
         EXPECT_NEAR(drawn[0].modelView.m[0], std::cos(demo->clock.time()), 1e-4f);
     }
     effect.beamsOn = false;
@@ -172,15 +172,15 @@ TEST_F(Beams, OfTheRoomSeeTheBallWhereItIsDrawn) {
         const Feedback picture = feedbackOf([&] { effect.draw(); });
         ASSERT_EQ(drawn.size(), 3u);
         EXPECT_EQ(drawn[1].key, "pallero2");
-        expectMatrixNear(effect.scene.instances[1].objectToWorld, drawn[1].modelView, 1e-3f);
+        expectMatrixNear(effect.caster.scene.instances[1].objectToWorld, drawn[1].modelView, 1e-3f);
         EXPECT_EQ(picture.lines.size(), 15u * 3 * 5) << "nothing leaves a closed room";
         // The last beam: from the fifth source to a spread beside the ball's centre, off the ball first.
-        EXPECT_NEAR(effect.path[0].point.x, 120 * std::cos(8 * 3.14159265f / 5), 1e-3f);
-        EXPECT_EQ(effect.path[0].point.y, 140);
-        Vec3 aim = Vec3{2.06059f, 70 + 4.34699f, 0} - effect.path[0].point;
-        EXPECT_LT(effect.path[1].distance, aim.length());
+        EXPECT_NEAR(effect.caster.path[0].point.x, 120 * std::cos(8 * 3.14159265f / 5), 1e-3f);
+        EXPECT_EQ(effect.caster.path[0].point.y, 140);
+        Vec3 aim = Vec3{2.06059f, 70 + 4.34699f, 0} - effect.caster.path[0].point;
+        EXPECT_LT(effect.caster.path[1].distance, aim.length());
         aim.normalize();
-        const Vec3 direction = heading(effect.path, 0);
+        const Vec3 direction = heading(effect.caster.path, 0);
         EXPECT_NEAR(direction.x, aim.x, 1e-4f);
         EXPECT_NEAR(direction.y, aim.y, 1e-4f);
         EXPECT_NEAR(direction.z, aim.z, 1e-4f);

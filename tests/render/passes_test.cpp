@@ -120,7 +120,7 @@ TEST_F(Passes, UnknownNamesDrawTheFirstTexture) {
 
 TEST_F(Passes, OneBlurStepIsTheMeanOfFourDiagonalTaps) {
     copySpot("rtt0", 400, 300, 8);
-    demo->blur("rtt0", "rtt1", 1, 4, 2, 1, 0);
+    demo->blur("rtt0", "rtt1", {.iterations = 1, .xOffset = 4, .yOffset = 2});
 
     // The picture is redrawn at 1024 x 1024, so each tap is the square moved by exactly its offset.
     const Screen result = readTexture("rtt1");
@@ -140,22 +140,22 @@ TEST_F(Passes, OneBlurStepIsTheMeanOfFourDiagonalTaps) {
 TEST_F(Passes, BlurWidensWithEveryIterationAndStrengthScalesIt) {
     const auto spread = [](const char* name) { return readTexture(name).litCount(); };
     copySpot("rtt0", 400, 300, 40);
-    demo->blur("rtt0", "rtt1", 1, 3, 3, 1, 0);
+    demo->blur("rtt0", "rtt1", {.iterations = 1, .xOffset = 3, .yOffset = 3});
     const int once = spread("rtt1");
-    demo->blur("rtt0", "rtt2", 3, 3, 3, 1, 0);
+    demo->blur("rtt0", "rtt2", {.iterations = 3, .xOffset = 3, .yOffset = 3});
     // Offsets grow by half each time, so three rounds reach 3 + 4.5 + 6.75 pixels outwards.
     EXPECT_GE(once, 46 * 46 - 2);
     EXPECT_LE(once, 46 * 46);
     EXPECT_NEAR(std::sqrt(spread("rtt2")), 40 + 2 * (3 + 4.5 + 6.75), 2);
     EXPECT_NEAR(sumOfRed(readTexture("rtt2")), 40 * 40 * 255, 40 * 40 * 12);
 
-    demo->blur("rtt0", "rtt3", 2, 3, 3, 0.5f, 0);
+    demo->blur("rtt0", "rtt3", {.iterations = 2, .xOffset = 3, .yOffset = 3, .strength = 0.5f});
     EXPECT_NEAR(readTexture("rtt3").at(400, 300).r, 64, 2) << "each iteration halves";
 }
 
 TEST_F(Passes, BlurInACornerShrinksThePictureAndTheQuadBringsItBack) {
     copySpot("rtt0", 200, 450, 64);
-    demo->blur("rtt0", "rtt1", 1, 0, 0, 1, 128);
+    demo->blur("rtt0", "rtt1", {.iterations = 1, .xOffset = 0, .yOffset = 0, .size = 128});
     const Screen corner = readTexture("rtt1");
     EXPECT_EQ(corner.width, 128);
     EXPECT_EQ(corner.height, 128);
@@ -173,7 +173,7 @@ TEST_F(Passes, BlurLeavesAClearedScreenAndTheSourcesViewport) {
     glEnable(GL_BLEND);
     glViewport(1, 2, 3, 4);
     glPushMatrix();
-    demo->blur("rtt0", "rtt1", 0, 1, 1, 1, 0);
+    demo->blur("rtt0", "rtt1", {.iterations = 0, .xOffset = 1, .yOffset = 1});
     EXPECT_EQ(demo->textures[91].width, 800);
     EXPECT_EQ(demo->textures[91].height, 600);
     EXPECT_EQ(readTexture("rtt1").width, 1024) << "without iterations the texture is not touched";
@@ -186,12 +186,12 @@ TEST_F(Passes, BlurLeavesAClearedScreenAndTheSourcesViewport) {
     glPopMatrix();
 
     // A target never copied to counts as 1024 x 768, a small picture as its own size.
-    demo->blur("rtt5", "rtt6", 1, 1, 1, 1, 0);
+    demo->blur("rtt5", "rtt6", {.iterations = 1, .xOffset = 1, .yOffset = 1});
     EXPECT_EQ(readTexture("rtt6").height, 1024);
     EXPECT_EQ(demo->textures[96].height, 768);
     EXPECT_EQ(viewport(), (Viewport{0, 0, 1024, 768}));
     addTexture("small", 512, 256, std::vector<Pixel>(512 * 256, red));
-    demo->blur("small", "rtt7", 1, 0, 0, 1, 0);
+    demo->blur("small", "rtt7", {.iterations = 1, .xOffset = 0, .yOffset = 0});
     const Screen small = readTexture("rtt7");
     EXPECT_EQ(small.width, 512);
     EXPECT_EQ(small.height, 256);
@@ -200,12 +200,12 @@ TEST_F(Passes, BlurLeavesAClearedScreenAndTheSourcesViewport) {
 
 TEST_F(Passes, BlurOntoItselfWorks) {
     copySpot("rtt4", 400, 300, 40);
-    demo->blur("rtt4", "rtt4", 2, 2, 2, 1, 0);
+    demo->blur("rtt4", "rtt4", {.iterations = 2, .xOffset = 2, .yOffset = 2});
     const Screen result = readTexture("rtt4");
     EXPECT_NEAR(result.at(400, 300).r, 255, 4);
     EXPECT_NEAR(result.at(400 - 22, 300).r, 80, 50) << "an edge turned into a slope";
     glBindTexture(GL_TEXTURE_2D, 0);
-    demo->blur("rtt4", "rtt4", 1, 2, 2, 1, 0);
+    demo->blur("rtt4", "rtt4", {.iterations = 1, .xOffset = 2, .yOffset = 2});
     EXPECT_EQ(stateOf(GL_TEXTURE_BINDING_2D), static_cast<GLint>(demo->texture("rtt4")));
 }
 

@@ -129,7 +129,7 @@ TEST_F(ShowShaders, BoomKeepsEveryCornerOfACardInItsPlace) {
         glClear(GL_COLOR_BUFFER_BIT);
         useBoom(distort, 0.1f);
         glColor4f(1, 1, 1, 1);
-        drawPicture("card", 1, 1, -2, 1, GL_ONE, GL_ZERO);
+        drawPicture("card", {.x = 1, .y = 1, .z = -2, .sourceFactor = GL_ONE, .targetFactor = GL_ZERO});
         demo->useShader();
         const Screen screen = readScreen();
         const Pixel shown[] = {screen.at(410, 590), screen.at(790, 590), screen.at(410, 310),
