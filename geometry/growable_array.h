@@ -13,8 +13,7 @@ struct GrowableArray {
     int capacity = 0;
 
     GrowableArray() = default;
-    explicit GrowableArray(int initialCapacity)
-        : data(std::make_unique_for_overwrite<T[]>(initialCapacity)), capacity(initialCapacity) {}
+    explicit GrowableArray(int initialCapacity) : data(new T[initialCapacity]), capacity(initialCapacity) {}
     GrowableArray(GrowableArray&& other) noexcept { *this = std::move(other); }
     GrowableArray& operator=(GrowableArray&& other) noexcept {
         data = std::move(other.data);
@@ -39,7 +38,7 @@ struct GrowableArray {
 private:
     void grow() {
         capacity = capacity == 0 ? 4 : 2 * capacity;
-        auto larger = std::make_unique_for_overwrite<T[]>(capacity);
+        std::unique_ptr<T[]> larger(new T[capacity]);
         std::move(begin(), end(), larger.get());
         data = std::move(larger);
     }

@@ -79,10 +79,20 @@ public:
     }
     // Presses keys in its window and in no other, `delay` milliseconds apart.
     void press(const std::string& keys, int delay) const {
-        const std::string command = "xdotool search --sync --all --pid " + std::to_string(process) +
-                                    " --name Valojuova key --window %1 --delay " + std::to_string(delay) +
-                                    " " + keys + " 2>/dev/null";
+        const std::string search =
+            "xdotool search --all --pid " + std::to_string(process) + " --name Valojuova ";
+        // A window that is being made may not have its name yet; a program that has died gets none.
+        while (std::system((search + ">/dev/null 2>&1").c_str()) != 0 && runs()) usleep(20000);
+        ASSERT_TRUE(runs()) << errors();
+        const std::string command =
+            search + "key --window %1 --delay " + std::to_string(delay) + " " + keys + " 2>/dev/null";
         EXPECT_EQ(std::system(command.c_str()), 0) << command;
+    }
+    // Whether what was started has not ended yet.
+    bool runs() const {
+        siginfo_t end{};
+        return waitid(P_PID, static_cast<id_t>(process), &end, WEXITED | WNOHANG | WNOWAIT) == 0 &&
+               end.si_pid == 0;
     }
     // What it has printed to standard error.
     std::string errors() const { return contentOf(scratch.file("errors")); }
