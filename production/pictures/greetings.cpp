@@ -1,6 +1,6 @@
 // "greetsit": the greetings, drawn four screens wide and added to the picture while they scroll past, top row
-// first. They are set as blocks of lines, each line as broad as its block and every block as high as the
-// others.
+// first. Four blocks of lines, each line as broad as its block. The picture moves 0.952 of its 8 units a bar,
+// and the screen is 2 of them: a block stands whole in the middle of the screen on every second bar.
 #include <string>
 #include <vector>
 
@@ -17,10 +17,20 @@ constexpr float pixelAspect = 4.0f / 3;  // a screen is 512 columns and 512 rows
 constexpr float top = 96, bottom = 416;  // rows between which the blocks stand
 constexpr float leading = 22;            // rows between two lines of a block
 
-const std::vector<std::vector<std::string>> blocks = {
-    {"greetings", "to all", "night", "owls"}, {"those who", "stayed", "to the", "end"},
-    {"the ones", "who read", "source"},       {"keepers", "of old", "machines"},
-    {"Oulu", "Turku", "Tampere", "Utsjoki"},  {"and", "you"},
+constexpr float columnsPerUnit = width / 8.0f;
+constexpr float mostColumns = 1.7f * columnsPerUnit;  // of a block
+
+// The middle is in units from the picture's own; the bar is the one on whose first beat it crosses the
+// screen's.
+struct Block {
+    float middle;
+    std::vector<std::string> lines;
+};
+const std::vector<Block> blocks = {
+    {-2.884f, {"greetings", "to all", "night", "owls"}},  // bar 57
+    {-0.979f, {"those who", "read", "the source"}},       // bar 59
+    {0.926f, {"keepers", "of old", "machines"}},          // bar 61
+    {2.831f, {"and", "you"}},                             // bar 63
 };
 
 Lettering cut(float capHeight) {
@@ -50,7 +60,12 @@ float columnsFor(const std::vector<std::string>& lines) {
         const float columns = (low + high) / 2;
         (stackHeight(lines, columns) < bottom - top ? low : high) = columns;
     }
-    return high;
+    return std::fmin(high, mostColumns);
+}
+
+// Of a place in units from the picture's middle.
+float columnOf(float place) {
+    return width / 2 + place * columnsPerUnit;
 }
 
 // A four-pointed light, tall and narrow; the place is relative to its middle.
@@ -66,23 +81,19 @@ Rgba sparkAt(float x, float y) {
 
 void makeGreetings(const char* path) {
     LetteringField text(width, height, 20);
-    std::vector<float> columns;
-    float sum = 0;
-    for (const auto& lines : blocks) sum += columns.emplace_back(columnsFor(lines));
-    const float space = (width - sum) / blocks.size();
-    float left = space / 2;
-    std::vector<float> sparks;  // columns between two blocks
-    for (size_t i = 0; i < blocks.size(); i++) {
-        float baseline = top;
-        for (const std::string& line : blocks[i]) {
-            const float capHeight = capHeightFor(line, columns[i]);
+    for (const Block& block : blocks) {
+        const float columns = columnsFor(block.lines);
+        float baseline = (top + bottom - stackHeight(block.lines, columns)) / 2;
+        for (const std::string& line : block.lines) {
+            const float capHeight = capHeightFor(line, columns);
             baseline += capHeight;
-            setText(text, cut(capHeight), {line, left, baseline});
+            setText(text, cut(capHeight), {line, columnOf(block.middle), baseline, Align::Centre});
             baseline += leading;
         }
-        left += columns[i] + space;
-        if (i + 1 < blocks.size()) sparks.push_back(left - space / 2);
     }
+    std::vector<float> sparks;  // columns between two blocks
+    for (size_t i = 1; i < blocks.size(); i++)
+        sparks.push_back(columnOf((blocks[i - 1].middle + blocks[i].middle) / 2));
 
     Canvas canvas(width, height, opaque(0, 0, 0));
     paint(canvas, [&](float x, float y, Rgba ground) {

@@ -21,9 +21,9 @@ void makeBand(const char* path, Rgba tint, Rgba glow, Rgba hot) {
         const float line =
             between ? bell((place - rung) / (rungs + 1), 0.0075f) * mix(0.25f, 1, rung / rungs) : 0;
         const float belt = bell(t - 0.62f, 0.045f), ground = smoothstep(0.90f, 0.97f, t);
-        const float wash = 0.10f * t * t;
-        return tint + glow * (wash + 0.50f * line + 0.16f * belt + 0.08f * ground) +
-               hot * (0.30f * line * line + 0.06f * belt * belt + 0.02f * ground);
+        const float wash = 0.025f * t * t;
+        return tint + glow * (wash + 0.42f * line + 0.05f * belt + 0.03f * ground) +
+               hot * (0.34f * line * line * line + 0.02f * belt * belt + 0.01f * ground);
     });
     saveRgb(canvas, path, Rows::TopFirst);
 }
