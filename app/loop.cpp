@@ -9,7 +9,7 @@ namespace {
 
 struct LoopState {
     bool done = false;
-    bool active = true;  // known, but the show goes on in an inactive window
+    bool active = true;  // not read: the show goes on in an inactive window
 };
 
 void handleEvent(const SDL_Event& event, LoopState* state) {

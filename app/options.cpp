@@ -5,7 +5,7 @@
 
 namespace {
 
-// Whether the word is an option; "-help" is none, as it has the effect of an unknown word.
+// Whether the word is an option. "-help" counts as unknown: either way the usage text follows.
 bool applyOption(const char* word, Options* options) {
     static const struct {
         const char* word;
@@ -42,7 +42,7 @@ void printUsage() {
     printf("Options:\n");
     printf(" -help      Show this help.\n");
     printf(" -fs        Run fullscreen. %s\n", "[default]");
-    // The word that is read is "-win"; the text has always said otherwise.
+    // Kept: the word that is read is "-win". Whoever types "-window" gets this text again.
     printf(" -window    Run in window. %s\n", "");
     printf("\n");
     printf("Sound options:\n");

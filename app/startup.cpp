@@ -55,7 +55,7 @@ void printSoundOutput(int output) {
 }  // namespace
 
 void openWindow(bool fullscreen) {
-    // SDL has a reason for each failure, but the messages are printed as they stand.
+    // Kept: messages are printed as they stand, so whoever reads them sees "%s" in the place of SDL's reason.
     if (SDL_Init(SDL_INIT_VIDEO) < 0) fatalError("Video initialization failed: %s\n");
     Uint32 flags = SDL_HWSURFACE | SDL_OPENGL | SDL_ASYNCBLIT;
     if (fullscreen) {

@@ -7,7 +7,7 @@
 #include "render/demo.h"
 #include "render/screen.h"
 
-// freeglut's font tables, which its headers keep to themselves. Character c's glyph is characters[c]: its
+// freeglut's font tables, which no header of its declares. Character c's glyph is characters[c]: its
 // width in pixels in the first byte, then its rows, bottom row first, each in whole bytes.
 extern "C" {
 struct SFG_Font {

@@ -4,6 +4,8 @@
 
 #include <GL/glew.h>
 
+#include <numbers>
+
 #include "effects/glowing_lines.h"
 #include "geometry/trace.h"
 #include "render/demo.h"
@@ -27,7 +29,8 @@ constexpr BeamStyle laserBeam = {8, 2, {{1, 1, 0.4f, 0.8f, 1}, {4, 1, 0, 0.8f, 0
 // The fans of a laser craft: two emitters on its axis, beams in six directions around it from each.
 constexpr float emitterZ[] = {52, -52};  // model units
 constexpr int beamsPerEmitter = 6;
-constexpr double halfBeamAngle = 0.5235987755982988;  // radians: half of what lies between two beams
+// Radians: half of what lies between two beams.
+constexpr double halfBeamAngle = std::numbers::pi / beamsPerEmitter;
 
 // A path of at least two points. Leaves lighting and blending off, texturing on, the spot's texture bound and
 // the line width of the last pass.

@@ -14,7 +14,7 @@ struct CubeState {
 };
 
 struct CubeHeap : EffectBase {
-    int32_t unused = 0;          // never read
+    int32_t unused = 0;          // kept for the order of the fields; never read
     CubeState cubes[cubeCount];  // from the bottom up
     const char* meshKey;         // not owned
     bool beatLatch = false;      // from a beat that turned boxes until the pulse has fallen below 0.6

@@ -1,4 +1,5 @@
-// `Grower`: a tree of points that grows by one random node at a time and bobs up and down as one.
+// `Grower`: a tree of points that grows by one random node at a time and bobs up and down as one. Not in the
+// show.
 #pragma once
 
 #include <vector>

@@ -1,22 +1,25 @@
 #include "effects/huone.h"
 
 #include <cmath>
+#include <numbers>
 
 #include "effects/surface.h"
 #include "geometry/matrix4.h"
 
 namespace {
 
+constexpr double pi = std::numbers::pi;
 constexpr float tumbleSpeed = 0.7f;  // of the ball's own time to the music's
-// Per second of the ball's time, about y and about x: in degrees for what is drawn, in radians for what beams
-// see.
-constexpr double ballTurnYDegrees = 17.1887338539247;
-constexpr double ballTurnXDegrees = 22.91831180523293;
+// Per second of the ball's time, about y and about x: in radians for what beams see, in degrees for what is
+// drawn.
 constexpr double ballTurnY = 0.3;
 constexpr double ballTurnX = 0.4;
+// Kept: one step of double precision beside ballTurnY * 180 / pi. Only a comparison of frames might notice.
+constexpr double ballTurnYDegrees = 17.1887338539247;
+constexpr double ballTurnXDegrees = ballTurnX * 180 / pi;
 constexpr Vec3 ballCentre = {0, 70, 0};
 
-constexpr double sourceAngle = 0.6283185307179586;  // radians: half of what lies between two sources
+constexpr double sourceAngle = pi / Huone::beamSources;  // radians: half of what lies between two sources
 constexpr float sourceRadius = 120;
 constexpr float sourceHeight = 140;
 constexpr float beamSpread = 5;

@@ -1,5 +1,5 @@
 // `Laser`: twelve laser beams that stand still, six in all directions around either of two points, bouncing
-// off the meshes that its user adds.
+// off the meshes that its user adds. Not in the show.
 #pragma once
 
 #include "effects/beams.h"

@@ -1,6 +1,7 @@
 #include "effects/laser_tunnel.h"
 
 #include <cmath>
+#include <numbers>
 
 #include "effects/surface.h"
 #include "effects/tunnel_segments.h"
@@ -8,8 +9,8 @@
 
 namespace {
 
-constexpr double oneOverPi = 0.3183098861837907;
-constexpr double firstBeamAngle = 1.5707963267948966;  // radians
+constexpr double pi = std::numbers::pi;
+constexpr double firstBeamAngle = pi / 2;  // radians
 
 }  // namespace
 
@@ -31,7 +32,7 @@ void LaserTunnel::drawShip() {
     setMaterial(GL_FRONT, hullMaterial);
     beginHull(*demo);
     glPushMatrix();
-    glRotatef(time() * 180 * oneOverPi, 0, 0, 1);
+    glRotatef(time() * 180 * (1 / pi), 0, 0, 1);
     demo->drawMesh("ship");
     glPopMatrix();
     endHull();

@@ -1,20 +1,21 @@
 #include "effects/robo.h"
 
 #include <cmath>
+#include <numbers>
 
 #include "effects/surface.h"
 
 namespace {
 
-constexpr float fullRise = 180;              // model units
-constexpr float pedestalHeight = 94;         // model units
-constexpr float perPedestal = 0.010638298f;  // 1 / pedestalHeight
+constexpr float fullRise = 180;       // model units
+constexpr float pedestalHeight = 94;  // model units
+constexpr float perPedestal = 1 / pedestalHeight;
 constexpr Material pedestalMaterial = {{0, 0, 0, 1}, {0.5f, 0, 0, 1}, {1, 1, 1, 1}, 10};
 constexpr Material bodyMaterial = {{0, 0, 0, 1}, {0.5f, 0, 0, 1}, {1, 1, 1, 1}, 80};
 constexpr Material robotMaterial = {{0.2f, 0.2f, 0.2f, 1}, {0.7f, 0.7f, 0.7f, 1}, {1, 1, 1, 1}, 20};
 
 constexpr float discRadius = 100;  // model units
-constexpr double pi = 3.141592653589793;
+constexpr double pi = std::numbers::pi;
 constexpr int hexagonCorners = 6;
 constexpr int rayCount = 100;
 
@@ -47,8 +48,8 @@ void beginReflection(Demo& demo) {
     generateSphereMap();
 }
 
-// On unit 1. Object planes don't heed the matrix, so the glow stays with the mesh however high the disc is;
-// the place is given all the same, for planes that would.
+// On unit 1. Object planes don't heed the matrix, so the glow stays with the mesh however high the disc is.
+// The place is given to the matrix all the same: kept for the order of the calls.
 void beginGlow(GLuint texture, const Glow& glow, float height) {
     const float planeS[] = {0, 0, 0, 1};
     const float planeT[] = {0, glow.slope, 0, 1};
@@ -152,7 +153,7 @@ void Robo::drawAt(float rise, float mode) {
     endTextures();
 
     glColor4f(1, 0.3f, 0.1f, 0.9f);
-    glColor4f(1, 1, 1, 1);  // wins: the shader alone colours the light
+    glColor4f(1, 1, 1, 1);  // the shader alone colours the light; the call before is kept for their order
     glDisable(GL_LIGHTING);
     glEnable(GL_TEXTURE_2D);
     glEnable(GL_BLEND);

@@ -1,5 +1,5 @@
 // `SampleLaser`: a test bench for the beam tracer: one beam from the origin inside one mesh, drawn as a
-// textured line.
+// textured line. Not in the show.
 #pragma once
 
 #include "effects/effect_base.h"
@@ -7,7 +7,7 @@
 
 struct SampleLaser : EffectBase {
     const char* meshKey;  // not owned: drawn, and what the beam bounces off
-    int32_t unused;       // never read
+    int32_t unused;       // kept for the order of the arguments; never read
     TraceScene scene;     // empty until the first draw puts the mesh in
     BeamPath path;        // of the last draw
 

@@ -21,7 +21,7 @@ void SoftShadow::draw() {
     glEnable(GL_TEXTURE_2D);
     demo->copyScreen("rtt5");
     demo->blur("rtt5", "rtt6", shadowBlur);
-    // Where the blurred shadow would be drawn.
+    // Where the blurred shadow would be drawn: empty, and kept for the order of the calls.
     glBegin(GL_QUADS);
     glEnd();
     glPopMatrix();

@@ -1,5 +1,5 @@
 // `SoftShadow`: a spinning yellow box, and the whole picture blurred into "rtt6" by way of "rtt5": what a
-// soft shadow would be laid on the scene from. Mesh "laatikko".
+// soft shadow would be laid on the scene from. Mesh "laatikko". Not in the show.
 #pragma once
 
 #include "effects/effect_base.h"

@@ -48,6 +48,7 @@ void endHull() {
     stopGeneratedTexture(GL_TEXTURE1);
     glActiveTexture(GL_TEXTURE0);
     glEnable(GL_TEXTURE_2D);
-    // Unit 0's mode, so unit 1 keeps GL_ADD: whoever uses unit 1 sets its mode first.
+    // Kept: this is unit 0's mode, and unit 1 keeps GL_ADD. Only a user of unit 1 that did not set its mode
+    // would notice; all do.
     glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
 }

@@ -4,14 +4,14 @@
 
 namespace {
 
-constexpr float half = 100;                      // of the picture's side, model units
-constexpr float softness = 0.05f;                // half the height of the soft edge, of the picture's height
-constexpr int rows = 16;                         // of the soft edge
-constexpr float rowStep = 0.06666667f;           // from 0 at the first row to 1 at the last
-constexpr int rays = 20;                         // in a row
-constexpr double rayStep = 0.05263157894736842;  // from 0 at the first ray to 1 at the last
-constexpr double raySpacing = 10.526315789473683;  // model units
-constexpr float rayAlpha = 0.03125f;
+constexpr float half = 100;                   // of the picture's side, model units
+constexpr float softness = 0.05f;             // half the height of the soft edge, of the picture's height
+constexpr int rows = 16;                      // of the soft edge
+constexpr float rowStep = 1.0f / (rows - 1);  // from 0 at the first row to 1 at the last
+constexpr int rays = 20;                      // in a row
+constexpr double rayStep = 1.0 / (rays - 1);  // from 0 at the first ray to 1 at the last
+constexpr double raySpacing = 2 * half * rayStep;  // model units
+constexpr float rayAlpha = 1.0f / (2 * rows);
 constexpr float rayEnd[] = {0, 50, 200};
 
 float heightOf(float row) {

@@ -10,7 +10,7 @@ struct SweepText : EffectBase {
     const char* textureKey;  // not owned
 
     SweepText(Demo* demo, const char* textureKey);
-    // The same key, from a table that keeps it as a number.
+    // Kept: the same key as a number the size of a pointer. Only a table of numbers would notice if it went.
     SweepText(Demo* demo, std::uintptr_t textureKey);
 
     // Leaves the depth test and blending off.

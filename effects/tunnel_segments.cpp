@@ -6,7 +6,9 @@
 
 namespace {
 
-constexpr float beatsPerSecond = 2.1000001f;  // the clock's 126 bpm
+// Kept one step of single precision above the clock's 2.1: at the end of the show the tunnel is 0.00005 beats
+// ahead of the music, which only a comparison of frames would notice.
+constexpr float beatsPerSecond = 2.1000001f;
 constexpr int firstSegment = -4;
 constexpr int lastSegment = 5;
 constexpr int twistPerSegment = 4;

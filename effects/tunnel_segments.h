@@ -2,13 +2,15 @@
 // one before, that come towards the viewer by one copy a beat.
 #pragma once
 
+#include <numbers>
+
 #include "render/demo.h"
 
 constexpr float segmentLength = 300;  // model units
 
 // A segment's twist is counted in fifths of a radian.
-constexpr double twistDegrees = 11.459155902616464;
 constexpr double twistRadians = 0.2;
+constexpr double twistDegrees = twistRadians * 180 / std::numbers::pi;
 
 struct TunnelMotion {
     float phase;  // of the beat, 0 to 1: how far the row has moved towards the place of its next copy

@@ -35,10 +35,11 @@ void Mesh::upload() {
 
 void Mesh::releaseBuffers() {
     glDeleteBuffersARB(1, &indexBuffer);
-    // Deletes as many names as there are attributes: the vertex buffer and then, as further names, the words
-    // that follow it in the record. GL passes over names that no buffer has, which is what they are for
-    // meshes of up to three attributes (the reserved zeros). The list is built by hand since reading on from
-    // a field is not defined.
+    // Kept: as many names are deleted as there are attributes, though a mesh has one vertex buffer. The
+    // further ones are the words that follow it in the record. With up to three attributes these are zeros,
+    // which GL passes over; with more, a count that happens to be another buffer's name deletes that buffer,
+    // and whoever draws it would notice. The list is built by hand since reading on from a field is not
+    // defined.
     const uint64_t scratchData = reinterpret_cast<uintptr_t>(scratch.data.get());
     const auto word = [](auto value) { return static_cast<GLuint>(value); };
     const std::array<GLuint, maxAttribs> names = {vertexBuffer,
@@ -107,7 +108,7 @@ void Mesh::unbindArrays() {
 
 void Mesh::draw() const {
     bindArrays();
-    // The end of the range is one past the last vertex: drivers take it as a hint, and it is kept.
+    // Kept: the end of the range is one past the last vertex. Drivers take it as a hint; none would notice.
     glDrawRangeElementsEXT(GL_TRIANGLES, 0, static_cast<GLuint>(vertexCount), 3 * faceCount,
                            GL_UNSIGNED_SHORT, nullptr);
     unbindArrays();

@@ -18,14 +18,14 @@ struct Image {
 // A record with an uninitialised buffer of height * width * channels bytes; a row must have less than 4 GiB.
 Image createImage(int width, int height, int channels);
 
-// Fills `image` from a file whose kind is told by the last three letters of its path (png, PNG; jpg, peg,
+// Fills `image` from a file whose kind the last three letters of its path say (png, PNG; jpg, peg,
 // JPG, PEG). `flip` non-zero gives the bottom row first. Returns 0, or -1 after a line on standard error,
 // and `image` is then not to be used.
 int loadImage(const char* path, Image* image, uint8_t flip);
 
 // No transforms: palette pictures stay indices, 16-bit samples stay two bytes, samples of fewer than 8 bits
-// stay packed (the stride tells). Sides go up to 65535. 0, or -1; a file that can't be opened is told on
-// standard error, a broken one is not told by a line of ours.
+// stay packed (the stride shows it). Sides go up to 65535. 0, or -1; for a file that can't be opened there is
+// a line on standard error, for a broken one at most libpng's own.
 int loadPng(const char* path, Image* image, uint8_t flip);
 
 // 0, or -1 if the file can't be opened. A broken file, or one with a side above 16384, ends the process as

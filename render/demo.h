@@ -54,7 +54,7 @@ struct Blur {
 struct Demo {
     Camera camera;
     Light lights[8];
-    float controls[128] = {};  // free values for an author's controller; all 0
+    float controls[128] = {};  // free values for an author's controller; all 0 in the show
     MusicClock clock;
     float aspect = 1.3334f;  // width to height of the viewport
     Texture textures[100];   // 0..89 loaded, in loading order; 90..99 the render targets "rtt0".."rtt9"

@@ -9,7 +9,7 @@ namespace {
 
 constexpr int logSize = 4096;
 
-// The log is fetched for whoever stops here with a debugger: the messages below are printed as they stand.
+// The log is seen in a debugger only: the messages below are printed as they stand, "%s" and all.
 void fetchLog(GLhandleARB object, char (&log)[logSize]) {
     glGetInfoLogARB(object, logSize, nullptr, log);
 }
@@ -51,7 +51,8 @@ void attachFragmentShader(GLhandleARB program, const std::string& base, GLhandle
     glCompileShaderARB(shader);
     if (objectStatus(shader, GL_OBJECT_COMPILE_STATUS_ARB) == 0) {
         char log[logSize];
-        fetchLog(vertexShader, log);  // of the vertex shader, as ever: nobody sees it
+        // Kept: the vertex shader's log. Only whoever looks at it in a debugger would notice.
+        fetchLog(vertexShader, log);
         fatalError("Error compiling fragment shader: %s");
     }
     glAttachObjectARB(program, shader);

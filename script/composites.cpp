@@ -15,7 +15,8 @@ void laserBoomTornApart() {
 
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    // "scale" stays what the last boom left: the shock of this beat where the scene has one.
+    // Kept: "scale" stays what the last shock left, so that the bend between two shocks stands still. A
+    // viewer would notice if it went.
     demo->useShader("boom");
     demo->setUniform1f("boom", "distort", 10);
     demo->drawScreenQuad("rtt3", 1);

@@ -12,6 +12,7 @@
 namespace {
 
 constexpr double pi = std::numbers::pi;
+constexpr float greetingsEnter = 5.33334f;  // x of their middle: all of them right of the screen
 constexpr double sinkPerSecond = 0.85 / 15;
 
 void placeCamera() {
@@ -36,7 +37,7 @@ void drawSky() {
     glColor3f(1, 1, 1);
     glDisable(GL_LIGHTING);
     glPushMatrix();
-    glScalef(1, 1, 1);
+    glScalef(1, 1, 1);  // kept for the order of the calls
     demo->drawMesh("sphere");
     glPopMatrix();
     glEnable(GL_LIGHTING);
@@ -56,7 +57,7 @@ void drawRobot() {
 // Enters at the right edge and moves left by half a unit a second; the scene ends before it has crossed.
 void drawGreetings() {
     glColor3f(1, 1, 1);
-    drawPicture("greetsit", {.x = 5.33334f - (frame.time - showtime::greetings) * 0.5f,
+    drawPicture("greetsit", {.x = greetingsEnter - (frame.time - showtime::greetings) * 0.5f,
                              .halfWidth = 4,
                              .sourceFactor = GL_ONE,
                              .targetFactor = GL_ONE});

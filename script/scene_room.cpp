@@ -46,7 +46,7 @@ float fade() {
         glColor3f(level, level, level);
     }
     if (t > showtime::glimpse && t < showtime::glimpseEnd) {
-        level = demo->clock.beatPulse();
+        level = frame.pulse;
         glColor3f(level, level, level);
     }
     return level;
@@ -55,7 +55,7 @@ float fade() {
 void flashWhite(float level) {
     glEnable(GL_BLEND);
     glDisable(GL_DEPTH_TEST);
-    glColor4f(level, level, level, 0.76f * demo->clock.beatPulse());
+    glColor4f(level, level, level, 0.76f * frame.pulse);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE);
     demo->drawScreenQuad("white", 1);
     glDisable(GL_BLEND);

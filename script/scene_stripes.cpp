@@ -38,7 +38,7 @@ void sceneStripesTunnel() {
 
     drawNearStripes();
     demo->effects["tunnel"]->draw();
-    // Over itself once: the picture that is blurred is modulated by the colour the effects left behind.
+    // Over itself once, so that the picture that is blurred is modulated by the colour the effects left.
     demo->copyScreen("rtt2");
     demo->drawScreenQuad("rtt2", 1);
     demo->useShader();

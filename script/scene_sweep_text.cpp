@@ -20,6 +20,6 @@ void sceneSweepText() {
     demo->glow("rtt1", "rtt2", 2, strength);
     demo->drawScreenQuad("rtt2", 1);
 
-    // The overlay brings its own colour; the scene still leaves half strength behind.
+    // Kept: left behind for the overlay, which sets its own. Only a trace of the calls would notice.
     glColor4f(1, 1, 1, 0.5f);
 }

@@ -34,8 +34,9 @@ constexpr Moment afterCredits = {184156};  // the room again, and its fade to bl
 constexpr Moment end = {195280};           // of the program
 
 // The tunnel.
-constexpr Moment tunnelSettled = {10500};                      // from the burst of light it opens in
-constexpr Moment firstTear = {32600}, firstTearEnd = {36460};  // after the first tunnel's end: never seen
+constexpr Moment tunnelSettled = {10500};  // the burst of light it opens in is over
+// Kept: the first tear, which would be noticed if a tunnel were on then.
+constexpr Moment firstTear = {32600}, firstTearEnd = {36460};
 constexpr Moment secondTear = {47800}, secondTearEnd = {51300};
 
 // The heap.

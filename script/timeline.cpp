@@ -10,6 +10,7 @@ FrameState frame;
 
 namespace {
 
+// Begin, scene, name, and for some what their frames carry on and leave.
 constexpr ProgrammeEntry sheet[] = {
     {showtime::title, sceneSweepText, "title"},
     {showtime::tunnel, sceneLaserIntro, "tunnel", nullptr, hasTunnelShock},

@@ -3,7 +3,7 @@
 
 #include <span>
 
-// What scenes read besides `demo`: written at the start of every frame.
+// Where scenes read the time and the beat: written at the start of every frame.
 struct FrameState {
     float time;   // music time, seconds
     float delta;  // since the frame before, seconds
@@ -31,6 +31,6 @@ const ProgrammeEntry& programmeAt(float time);
 // Draws the whole picture of the frame at `time` seconds, and ends the program at the end of the show.
 void runTimeline(float time, float delta);
 
-// The timeline's early-out, for an author's own preview: draws neither scene nor overlay when it returns
-// true.
+// For an author's own preview, in the place of scene and overlay: true when it has drawn one. As it stands it
+// draws none and returns false.
 bool preview(float time, float delta);

@@ -12,8 +12,7 @@ bool writeWholePng(const char* path, const Image& image) {
     const std::filesystem::path place(path);
     const std::string unfinished =
         (place.parent_path() / ("unfinished-" + place.filename().string())).string();
-    // Not the show's own writer: that one tells a full disk in words that only its author understands, or not
-    // at all.
+    // Not the show's own writer, which would print libpng's words for a full disk, or nothing.
     png_image png = {};
     png.version = PNG_IMAGE_VERSION;
     png.width = image.width;
