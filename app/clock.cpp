@@ -27,7 +27,7 @@ const float* SteppedMusic::spectrum() {
 }
 
 float musicTime(int ms) {
-    return static_cast<float>(ms * 0.001);
+    return float(ms * 0.001);
 }
 
 float beatPositionAt(float time) {
@@ -42,7 +42,7 @@ void MusicClock::update() {
 
 void MusicClock::seek(float target) {
     const float ms = target > 0 ? target * 1000 : 0;
-    if (source) source->setPosition(static_cast<int>(std::min(ms, furthestSeek)));
+    if (source) source->setPosition(int(std::min(ms, furthestSeek)));
 }
 
 void MusicClock::pause() {
@@ -63,9 +63,9 @@ float MusicClock::beatPulse() {
 }
 
 float MusicClock::frameRate() {
-    const float now = static_cast<float>(position(source));
+    const float now = float(position(source));
     if (now > sampleStart + rateSamplePeriod) {
-        lastRate = static_cast<float>(frameCount * 2);
+        lastRate = float(frameCount * 2);
         sampleStart = now;
         frameCount = 0;
     }

@@ -40,7 +40,7 @@ const SFG_Font* const fonts[] = {&fgFontFixed8x13,   &fgFontFixed9x15,   &fgFont
 
 Glyph glyphOf(int font, char character) {
     const signed char c = static_cast<signed char>(character);
-    if (font < 0 || font >= static_cast<int>(std::size(fonts)) || c < 0) return {0, 0, nullptr};
+    if (font < 0 || font >= int(std::size(fonts)) || c < 0) return {0, 0, nullptr};
     const GLubyte* glyph = fonts[font]->characters[c];
     return {glyph[0], fonts[font]->height, glyph + 1};
 }
@@ -79,7 +79,7 @@ void end2DText() {
 
 void drawText(float x, float y, int font, const char* text) {
     glRasterPos2f(x, y);
-    if (font < 0 || font >= static_cast<int>(std::size(fonts))) return;
+    if (font < 0 || font >= int(std::size(fonts))) return;
     const SFG_Font& f = *fonts[font];
     for (; *text; text++) {
         const Glyph glyph = glyphOf(font, *text);

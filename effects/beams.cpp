@@ -12,7 +12,7 @@ float fade(int point, int pointCount) {
 void drawLine(const BeamPath& path, const GlowPass& pass) {
     glLineWidth(pass.width);
     glBegin(GL_LINE_STRIP);
-    for (int i = 0; i < path.count; ++i) {
+    for (int i = 0; i < path.count; i++) {
         glColor4f(pass.red, pass.green, pass.blue, pass.alpha * fade(i, path.count));
         glVertex3fv(&path[i].point.x);
     }
@@ -30,7 +30,7 @@ void emitSpot(const Vec3& middle, const Vec3& normal, float size) {
     v = size * v;
     const Vec3 corners[] = {middle - u - v, middle + u - v, middle + u + v, middle - u + v};
     const float texCoords[][2] = {{0, 0}, {1, 0}, {1, 1}, {0, 1}};
-    for (int i = 0; i < 4; ++i) {
+    for (int i = 0; i < 4; i++) {
         glTexCoord2fv(texCoords[i]);
         glVertex3fv(&corners[i].x);
     }
@@ -41,7 +41,7 @@ void emitSpot(const Vec3& middle, const Vec3& normal, float size) {
 void drawBeamPath(const BeamPath& path, const BeamStyle& style, GLuint spotTexture) {
     glDisable(GL_LIGHTING);
     beginGlowingLines();
-    for (int i = 0; i < style.passCount; ++i) drawLine(path, style.passes[i]);
+    for (int i = 0; i < style.passCount; i++) drawLine(path, style.passes[i]);
 
     glColor3f(1, 1, 1);
     glEnable(GL_TEXTURE_2D);
@@ -49,7 +49,7 @@ void drawBeamPath(const BeamPath& path, const BeamStyle& style, GLuint spotTextu
     glPolygonOffset(-1, 1);
     glEnable(GL_POLYGON_OFFSET_FILL);
     glBegin(GL_QUADS);
-    for (int i = 0; i < path.count - 1; ++i) {
+    for (int i = 0; i < path.count - 1; i++) {
         glColor4f(1, 1, 1, 2 * fade(i, path.count));
         emitSpot(path[i].point, path[i].normal, style.spotSize);
     }

@@ -19,7 +19,7 @@ constexpr float storey = 20;      // model units
 }  // namespace
 
 CubeHeap::CubeHeap(Demo* demo, const char* meshKey) : EffectBase(demo), meshKey(meshKey) {
-    for (int i = 0; i < cubeCount; ++i) {
+    for (int i = 0; i < cubeCount; i++) {
         const float angle = i % 2 == 0 ? quarterTurn : 0;
         cubes[i] = {angle, angle, 1, 1};
     }
@@ -28,7 +28,7 @@ CubeHeap::CubeHeap(Demo* demo, const char* meshKey) : EffectBase(demo), meshKey(
 void CubeHeap::turnOnBeat() {
     if (beatPulse() > beatOn && !beatLatch) {
         beatLatch = true;
-        for (int i = 0; i < cubesPerBeat; ++i) {
+        for (int i = 0; i < cubesPerBeat; i++) {
             CubeState& cube = cubes[std::rand() % cubeCount];
             // From where the box is, not where it is going: picked twice it still makes one quarter turn.
             cube.targetAngle = cube.angle + quarterTurn;
@@ -62,11 +62,11 @@ void CubeHeap::draw() {
     glEnable(GL_DEPTH_TEST);
     glPushMatrix();
     glRotatef(time() * spinSpeed, 0, 1, 0);
-    for (int i = 0; i < cubeCount; ++i) {
+    for (int i = 0; i < cubeCount; i++) {
         const CubeState& cube = cubes[i];
         glPushMatrix();
         glTranslatef(0, storey * i, 0);
-        const bool turned = static_cast<int>(cube.angle) % 180 > 89;
+        const bool turned = int(cube.angle) % 180 > 89;
         glScalef(turned ? 1 : cube.scale, 1, turned ? cube.scale : 1);
         glRotatef(cube.angle, 0, 1, 0);
         demo->drawMesh(meshKey);

@@ -31,7 +31,7 @@ void Grower::draw() {
     glPushMatrix();
     glPointSize(pointSize);
     glBegin(GL_POINTS);
-    for (int i = 0; i < nodeCount; ++i) {
+    for (int i = 0; i < nodeCount; i++) {
         const float* p = nodes[i].position;
         glVertex3f(p[0], p[1] + lift, p[2]);
     }

@@ -91,18 +91,18 @@ void Huone::moveBall() {
 
 Ray Huone::beam(int source, int aim) {
     const double angle = 2 * source * sourceAngle;
-    const Vec3 origin = {static_cast<float>(std::cos(angle) * sourceRadius), sourceHeight,
-                         static_cast<float>(std::sin(angle) * sourceRadius)};
+    const Vec3 origin = {float(std::cos(angle) * sourceRadius), sourceHeight,
+                         float(std::sin(angle) * sourceRadius)};
     // Along one line through the ball's centre that never moves.
-    const Vec3 spread = {static_cast<float>(std::sin(9.0)), static_cast<float>(std::cos(6.8)), 0};
+    const Vec3 spread = {float(std::sin(9.0)), float(std::cos(6.8)), 0};
     Vec3 direction = ballCentre + aim * beamSpread * spread - origin;
     direction.normalize();
     return {origin, direction};
 }
 
 void Huone::drawBeams() {
-    for (int source = 0; source < beamSources; ++source) {
-        for (int aim = -1; aim <= 1; ++aim) {
+    for (int source = 0; source < beamSources; source++) {
+        for (int aim = -1; aim <= 1; aim++) {
             const Ray ray = beam(source, aim);
             caster.draw(*demo, ray.origin, ray.direction);
         }

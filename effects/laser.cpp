@@ -34,11 +34,10 @@ void Laser::draw() {
     glMaterialfv(GL_FRONT, GL_SPECULAR, noSpecular);
     glMaterialf(GL_FRONT, GL_SHININESS, 0);
     for (float z : emitterZ) {
-        for (int i = 0; i < beamsPerEmitter; ++i) {
+        for (int i = 0; i < beamsPerEmitter; i++) {
             const double angle = 2 * i * halfBeamAngle;
             // Sine first: this fan starts along y.
-            caster.draw(*demo, {0, 0, z},
-                        {static_cast<float>(std::sin(angle)), static_cast<float>(std::cos(angle)), 0});
+            caster.draw(*demo, {0, 0, z}, {float(std::sin(angle)), float(std::cos(angle)), 0});
         }
     }
     glDisable(GL_CULL_FACE);

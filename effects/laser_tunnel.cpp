@@ -47,10 +47,9 @@ void LaserTunnel::moveSegment() {
 
 void LaserTunnel::drawBeams() {
     for (float z : emitterZ) {
-        for (int i = 0; i < beamsPerEmitter; ++i) {
+        for (int i = 0; i < beamsPerEmitter; i++) {
             const double angle = 2 * i * halfBeamAngle + firstBeamAngle + time();
-            caster.draw(*demo, {0, 0, z},
-                        {static_cast<float>(std::cos(angle)), static_cast<float>(std::sin(angle)), 0});
+            caster.draw(*demo, {0, 0, z}, {float(std::cos(angle)), float(std::sin(angle)), 0});
         }
     }
 }

@@ -13,7 +13,7 @@ constexpr GlowPass linkPasses[] = {
     {1, 0.9f, 0.5f, 0.8f, 1}, {3, 0.9f, 0.2f, 0.8f, 0.6f}, {6, 0.9f, 0.1f, 0.8f, 0.3f}};
 
 Vec3 at(double x, double y, double z) {
-    return {static_cast<float>(x), static_cast<float>(y), static_cast<float>(z)};
+    return {float(x), float(y), float(z)};
 }
 
 }  // namespace
@@ -42,11 +42,11 @@ void Probes::placeProbes() {
 
 void Probes::linkProbes() {
     bool taken[probeCount][probeCount] = {};
-    for (int i = 0; i < probeCount; ++i) taken[i][i] = true;
-    for (int i = 0; i < probeCount; ++i) {
+    for (int i = 0; i < probeCount; i++) taken[i][i] = true;
+    for (int i = 0; i < probeCount; i++) {
         int best = 0;  // also the link of a probe that finds every pair taken
         float bestDistance = 999999;
-        for (int j = 0; j < probeCount; ++j) {
+        for (int j = 0; j < probeCount; j++) {
             if (taken[i][j]) continue;
             const float distance = (positions[j] - positions[i]).length();
             if (distance < bestDistance) {
@@ -105,7 +105,7 @@ void Probes::drawLinks(const GlowPass& pass) {
     glColor4f(pass.red, pass.green, pass.blue, pass.alpha);
     beginGlowingLines();
     glBegin(GL_LINES);
-    for (int i = 0; i < probeCount; ++i) {
+    for (int i = 0; i < probeCount; i++) {
         glVertex3fv(&positions[i].x);
         glVertex3fv(&positions[links[i]].x);
     }

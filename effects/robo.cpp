@@ -129,12 +129,12 @@ void drawDisc(float height) {
     glEnable(GL_POLYGON_OFFSET_FILL);
     glBegin(GL_TRIANGLE_FAN);
     emitCentre(height);
-    for (int i = 0; i <= hexagonCorners; ++i) emitRim((2 * i + 1) * pi / hexagonCorners, height);
+    for (int i = 0; i <= hexagonCorners; i++) emitRim((2 * i + 1) * pi / hexagonCorners, height);
     glEnd();
     glDisable(GL_POLYGON_OFFSET_FILL);
 
     glBegin(GL_LINES);
-    for (int i = 0; i < rayCount; ++i) {
+    for (int i = 0; i < rayCount; i++) {
         emitCentre(height);
         emitRim(2 * i * pi / rayCount, height);
     }

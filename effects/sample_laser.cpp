@@ -12,8 +12,7 @@ Vec3 SampleLaser::direction() const {
     using std::numbers::pi;
     const double around = 2 * pi * demo->controls[0];
     const double ahead = pi * demo->controls[1];
-    Vec3 direction = {static_cast<float>(std::sin(around)), static_cast<float>(std::cos(around)),
-                      static_cast<float>(std::sin(ahead))};
+    Vec3 direction = {float(std::sin(around)), float(std::cos(around)), float(std::sin(ahead))};
     direction.normalize();
     return direction;
 }
@@ -32,7 +31,7 @@ void SampleLaser::draw() {
     const float step = 1.0f / path.count;
     glBegin(GL_LINE_STRIP);
     // Without the last point: a beam that gets away ends where it last touched the mesh.
-    for (int i = 0; i < path.count - 1; ++i) {
+    for (int i = 0; i < path.count - 1; i++) {
         glTexCoord2f(i * step, (i + 1) * step);
         glVertex3fv(&path[i].point.x);
     }

@@ -27,7 +27,7 @@ void emitRow(float row) {
 
 void drawRays(float row) {
     glBegin(GL_TRIANGLE_STRIP);
-    for (int i = 0; i < rays; ++i) {
+    for (int i = 0; i < rays; i++) {
         glTexCoord2f(i * rayStep, row);
         glVertex3f(i * raySpacing - half, heightOf(row), 0);
         glVertex3fv(rayEnd);
@@ -66,7 +66,7 @@ void SweepText::draw() {
     glBegin(GL_TRIANGLE_STRIP);
     glColor4f(1, 1, 1, 1);
     emitRow(0);
-    for (int i = 0; i < rows; ++i) {
+    for (int i = 0; i < rows; i++) {
         const float across = i * rowStep;
         glColor4f(1, 1, 1, 1 - across);
         emitRow(span * across + low);
@@ -74,7 +74,7 @@ void SweepText::draw() {
     glEnd();
 
     glColor4f(1, 1, 1, rayAlpha);
-    for (int i = 0; i < rows; ++i) drawRays(span * (i * rowStep) + low);
+    for (int i = 0; i < rows; i++) drawRays(span * (i * rowStep) + low);
     endPicture();
 }
 

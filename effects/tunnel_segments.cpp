@@ -28,7 +28,7 @@ void drawTunnelSegments(Demo& demo, float time) {
     setMaterial(GL_FRONT, hullMaterial);
     beginHull(demo, "cubetex");
     const auto [phase, beat] = tunnelMotion(time);
-    for (int i = firstSegment; i <= lastSegment; ++i) {
+    for (int i = firstSegment; i <= lastSegment; i++) {
         glPushMatrix();
         glTranslatef(0, 0, -segmentLength * i - segmentLength / 2 + segmentLength * phase);
         glRotatef(segmentTwist(time, beat + i) * twistDegrees, 0, 0, 1);

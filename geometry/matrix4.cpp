@@ -27,7 +27,7 @@ Matrix4 rotationZ(float angle) {
 
 Matrix4 affineProduct(const Matrix4& a, const Matrix4& b) {
     Matrix4 product = identity();
-    for (int column = 0; column < 4; ++column) {
+    for (int column = 0; column < 4; column++) {
         const float* from = &b.m[4 * column];
         const Vec3 right = {from[0], from[1], from[2]};
         const Vec3 result = column < 3 ? transformDirection(a, right) : transformPoint(a, right);

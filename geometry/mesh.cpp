@@ -15,10 +15,10 @@ Mesh::Mesh() {
 
 void Mesh::rebuildAttribs() {
     vsize = 0;
-    for (int slot = 0; slot < attribCount; ++slot) vsize += attribSize[slot];
-    for (int slot = 0; slot < attribCount; ++slot) {
+    for (int slot = 0; slot < attribCount; slot++) vsize += attribSize[slot];
+    for (int slot = 0; slot < attribCount; slot++) {
         if (attribType[slot] == -1) {
-            std::printf("Error! Attrib type[%d] = -1\n", slot);
+            printf("Error! Attrib type[%d] = -1\n", slot);
             std::exit(1);
         }
         slotOfType[attribType[slot]] = slot;
@@ -27,16 +27,16 @@ void Mesh::rebuildAttribs() {
 
 int Mesh::attribOffset(int type) const {
     int offset = 0;
-    for (int slot = 0; slot < slotOfType[type]; ++slot) offset += attribSize[slot];
+    for (int slot = 0; slot < slotOfType[type]; slot++) offset += attribSize[slot];
     return offset;
 }
 
 float* Mesh::vertexAttrib(int vertex, int type) {
-    return vertices.get() + static_cast<size_t>(vertex) * vsize + attribOffset(type);
+    return vertices.get() + size_t(vertex) * vsize + attribOffset(type);
 }
 
 const float* Mesh::vertexAttrib(int vertex, int type) const {
-    return vertices.get() + static_cast<size_t>(vertex) * vsize + attribOffset(type);
+    return vertices.get() + size_t(vertex) * vsize + attribOffset(type);
 }
 
 uint32_t Mesh::gvertexOf(int vertex) const {
@@ -57,17 +57,17 @@ uint16_t Mesh::otherVertexOfFace(int faceIndex, uint16_t a, uint16_t b) const {
 void Mesh::addAttrib(int type, int size) {
     if (hasAttrib(type)) return;
     if (attribCount == maxAttribs) {
-        std::fprintf(stderr, "Error! No attribute slot is left for type %d\n", type);
+        fprintf(stderr, "Error! No attribute slot is left for type %d\n", type);
         std::exit(1);
     }
     const int newSize = vsize + size;
-    auto widened = std::make_unique_for_overwrite<float[]>(static_cast<size_t>(vertexCount) * newSize);
-    for (size_t vertex = 0; vertex < static_cast<size_t>(vertexCount); ++vertex)
+    auto widened = std::make_unique_for_overwrite<float[]>(size_t(vertexCount) * newSize);
+    for (size_t vertex = 0; vertex < size_t(vertexCount); vertex++)
         std::copy_n(&vertices[vertex * vsize], vsize, &widened[vertex * newSize]);
     vertices = std::move(widened);
     attribType[attribCount] = type;
     attribSize[attribCount] = size;
-    ++attribCount;
+    attribCount++;
     rebuildAttribs();
 }
 
@@ -78,12 +78,12 @@ void Mesh::makeFaceNormals(bool smooth) {
         const float* p = vertexAttrib(vertex, positionAttrib);
         return Vec3{p[0], p[1], p[2]};
     };
-    for (int i = 0; i < faceCount; ++i) {
+    for (int i = 0; i < faceCount; i++) {
         const uint16_t* corners = face(i);
         const Vec3 p0 = position(corners[0]);
         Vec3 normal = cross(position(corners[1]) - p0, position(corners[2]) - p0);
         normal.normalize();
-        for (int corner = 0; corner < 3; ++corner) {
+        for (int corner = 0; corner < 3; corner++) {
             float* target = vertexAttrib(corners[corner], type);
             target[0] = normal.x;
             target[1] = normal.y;
@@ -94,15 +94,15 @@ void Mesh::makeFaceNormals(bool smooth) {
 
 void Mesh::expandPositions(const char* file) {
     if (attribType[0] != gvertexAttrib || slotOfType[gvertexAttrib] != 0) {
-        std::fprintf(stderr, "AML file %s: the first attribute is not the index of a position\n", file);
+        fprintf(stderr, "AML file %s: the first attribute is not the index of a position\n", file);
         std::exit(1);
     }
     const int newSize = vsize + 2;
-    auto expanded = std::make_unique_for_overwrite<float[]>(static_cast<size_t>(vertexCount) * newSize);
-    for (int vertex = 0; vertex < vertexCount; ++vertex) {
-        float* target = &expanded[static_cast<size_t>(vertex) * newSize];
+    auto expanded = std::make_unique_for_overwrite<float[]>(size_t(vertexCount) * newSize);
+    for (int vertex = 0; vertex < vertexCount; vertex++) {
+        float* target = &expanded[size_t(vertex) * newSize];
         std::copy_n(gvertexPosition(vertex), 3, target);
-        std::copy_n(&vertices[static_cast<size_t>(vertex) * vsize] + 1, vsize - 1, target + 3);
+        std::copy_n(&vertices[size_t(vertex) * vsize] + 1, vsize - 1, target + 3);
     }
     vertices = std::move(expanded);
     gvertices.reset();

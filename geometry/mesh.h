@@ -77,7 +77,7 @@ struct Mesh {
     void draw() const;
 
 private:
-    size_t wordCount() const { return static_cast<size_t>(vertexCount) * vsize; }
+    size_t wordCount() const { return size_t(vertexCount) * vsize; }
 };
 
 // Owns its meshes.

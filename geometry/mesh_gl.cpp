@@ -21,7 +21,7 @@ GLuint uploadBuffer(GLenum target, size_t size, const void* data) {
     GLuint name;
     glGenBuffersARB(1, &name);
     glBindBufferARB(target, name);
-    glBufferDataARB(target, static_cast<GLsizeiptrARB>(size), data, GL_STATIC_DRAW);
+    glBufferDataARB(target, GLsizeiptrARB(size), data, GL_STATIC_DRAW);
     return name;
 }
 
@@ -29,8 +29,8 @@ GLuint uploadBuffer(GLenum target, size_t size, const void* data) {
 
 void Mesh::upload() {
     vertexBuffer = uploadBuffer(GL_ARRAY_BUFFER, wordCount() * sizeof(float), vertices.get());
-    indexBuffer = uploadBuffer(GL_ELEMENT_ARRAY_BUFFER, static_cast<size_t>(faceCount) * 3 * sizeof(uint16_t),
-                               faces.get());
+    indexBuffer =
+        uploadBuffer(GL_ELEMENT_ARRAY_BUFFER, size_t(faceCount) * 3 * sizeof(uint16_t), faces.get());
 }
 
 void Mesh::releaseBuffers() {
@@ -41,7 +41,7 @@ void Mesh::releaseBuffers() {
     // and whoever draws it would notice. The list is built by hand since reading on from a field is not
     // defined.
     const uint64_t scratchData = reinterpret_cast<uintptr_t>(scratch.data.get());
-    const auto word = [](auto value) { return static_cast<GLuint>(value); };
+    const auto word = [](auto value) { return GLuint(value); };
     const std::array<GLuint, maxAttribs> names = {vertexBuffer,
                                                   reserved[0],
                                                   reserved[1],
@@ -64,7 +64,7 @@ void Mesh::releaseBuffers() {
 void Mesh::bindArrays() const {
     glBindBufferARB(GL_ARRAY_BUFFER, vertexBuffer);
     glBindBufferARB(GL_ELEMENT_ARRAY_BUFFER, indexBuffer);
-    const GLsizei stride = vsize * static_cast<GLsizei>(sizeof(float));
+    const GLsizei stride = vsize * GLsizei(sizeof(float));
     const auto size = [this](int type) { return attribSize[slotOfType[type]]; };
     const auto offset = [this](int type) {
         return reinterpret_cast<const void*>(attribOffset(type) * sizeof(float));
@@ -85,7 +85,7 @@ void Mesh::bindArrays() const {
         glEnableClientState(GL_SECONDARY_COLOR_ARRAY);
         glSecondaryColorPointer(size(secondaryColorAttrib), GL_FLOAT, stride, offset(secondaryColorAttrib));
     }
-    for (int unit = 0; unit < texCoordUnits(); ++unit) {
+    for (int unit = 0; unit < texCoordUnits(); unit++) {
         const int type = texCoordAttrib + unit;
         if (!hasAttrib(type)) continue;
         glClientActiveTexture(GL_TEXTURE0 + unit);
@@ -100,7 +100,7 @@ void Mesh::unbindArrays() {
     for (GLenum array : {GL_VERTEX_ARRAY, GL_NORMAL_ARRAY, GL_COLOR_ARRAY, GL_SECONDARY_COLOR_ARRAY})
         glDisableClientState(array);
     // Downwards, so that unit 0 is the active one afterwards.
-    for (int unit = texCoordUnits() - 1; unit >= 0; --unit) {
+    for (int unit = texCoordUnits() - 1; unit >= 0; unit--) {
         glClientActiveTexture(GL_TEXTURE0 + unit);
         glDisableClientState(GL_TEXTURE_COORD_ARRAY);
     }
@@ -109,7 +109,6 @@ void Mesh::unbindArrays() {
 void Mesh::draw() const {
     bindArrays();
     // Kept: the end of the range is one past the last vertex. Drivers take it as a hint; none would notice.
-    glDrawRangeElementsEXT(GL_TRIANGLES, 0, static_cast<GLuint>(vertexCount), 3 * faceCount,
-                           GL_UNSIGNED_SHORT, nullptr);
+    glDrawRangeElementsEXT(GL_TRIANGLES, 0, GLuint(vertexCount), 3 * faceCount, GL_UNSIGNED_SHORT, nullptr);
     unbindArrays();
 }

@@ -29,21 +29,21 @@ double ResDesc::readDouble() {
     return readValue<double>(*this);
 }
 
-ResDescFile::ResDescFile(const char* path) : file(std::fopen(path, "rb")) {
+ResDescFile::ResDescFile(const char* path) : file(fopen(path, "rb")) {
     if (!file) {
-        std::fprintf(stderr, "File %s not found!\n", path);
+        fprintf(stderr, "File %s not found!\n", path);
         std::exit(1);
     }
 }
 
 ResDescFile::~ResDescFile() {
-    std::fclose(file);
+    fclose(file);
 }
 
 void ResDescFile::seek(long offset, int origin) {
-    std::fseek(file, offset, origin);
+    fseek(file, offset, origin);
 }
 
 int ResDescFile::read(void* buffer, size_t size) {
-    return static_cast<int>(std::fread(buffer, size, 1, file));
+    return int(fread(buffer, size, 1, file));
 }

@@ -57,7 +57,7 @@ int traceBeam(const TraceScene& scene, const Vec3& start, const Vec3& startDirec
     Vec3 direction = startDirection;
     path.clear();
     path.append({0, origin, {0, 0, 0}});
-    for (int bounce = 0; bounce < maxBounces; ++bounce) {
+    for (int bounce = 0; bounce < maxBounces; bounce++) {
         TraceHit hit = {};
         if (!scene.intersectRay(origin, direction, &hit)) {
             path.append({escapeLength, origin + direction * escapeLength, {0, 0, 0}});

@@ -32,19 +32,19 @@ struct Meeting {
                                               const Vec3& rayDirection, float minDistance, float* distance) {
     const Vec3 origin = rayOrigin, direction = rayDirection;
     int nearest = -1;
-    for (size_t k = 0; k < blocks.size(); ++k) {
+    for (size_t k = 0; k < blocks.size(); k++) {
         const FaceBlock& block = blocks[k];
         int candidates[FaceBlock::size];
         int any = 0;
-        for (int i = 0; i < FaceBlock::size; ++i) {
+        for (int i = 0; i < FaceBlock::size; i++) {
             const TraceFace face = block.face(i);
             candidates[i] = mayBeInside(meeting(face, face.p0 - origin, direction));
             any |= candidates[i];
         }
         if (!any) continue;
-        for (int i = 0; i < FaceBlock::size; ++i) {
+        for (int i = 0; i < FaceBlock::size; i++) {
             if (candidates[i] && meets(block.face(i), origin, direction, minDistance, *distance, distance))
-                nearest = static_cast<int>(k) * FaceBlock::size + i;
+                nearest = int(k) * FaceBlock::size + i;
         }
     }
     return nearest;
@@ -108,7 +108,7 @@ std::vector<FaceBlock> gatherFaces(const MeshSet& set) {
     int count = 0;
     for (const Mesh& mesh : set) {
         if (!mesh.hasAttrib(positionAttrib)) continue;
-        for (int i = 0; i < mesh.faceCount; ++i, ++count) {
+        for (int i = 0; i < mesh.faceCount; i++, count++) {
             const uint16_t* corners = mesh.face(i);
             const TraceFace face =
                 traceFace(vertexPosition(mesh, corners[0]), vertexPosition(mesh, corners[1]),

@@ -6,8 +6,8 @@
 #include <string_view>
 
 Image createImage(int width, int height, int channels) {
-    const uint32_t stride = static_cast<uint32_t>(width) * channels;
-    return {width, height, channels, channels, stride, new uint8_t[static_cast<size_t>(height) * stride]};
+    const uint32_t stride = uint32_t(width) * channels;
+    return {width, height, channels, channels, stride, new uint8_t[size_t(height) * stride]};
 }
 
 int loadImage(const char* path, Image* image, uint8_t flip) {
@@ -15,19 +15,18 @@ int loadImage(const char* path, Image* image, uint8_t flip) {
     const std::string_view kind = name.substr(name.size() - std::min<size_t>(name.size(), 3));
     if (kind == "png" || kind == "PNG") return loadPng(path, image, flip);
     if (kind == "jpg" || kind == "peg" || kind == "JPG" || kind == "PEG") return loadJpeg(path, image, flip);
-    std::fprintf(stderr, "couldn't recognize format of %s\n", path);
+    fprintf(stderr, "couldn't recognize format of %s\n", path);
     return -1;
 }
 
 int copyImageRect(const Image& destination, int destinationX, int destinationY, const Image& source,
                   int sourceX, int sourceY, int width, int height) {
     const auto pixel = [](const Image& image, int x, int y) {
-        return image.pixels + static_cast<ptrdiff_t>(y) * image.stride +
-               static_cast<ptrdiff_t>(x) * image.bytesPerPixel;
+        return image.pixels + ptrdiff_t(y) * image.stride + ptrdiff_t(x) * image.bytesPerPixel;
     };
-    const size_t rowBytes = static_cast<size_t>(width) * destination.bytesPerPixel;
+    const size_t rowBytes = size_t(width) * destination.bytesPerPixel;
     int row = 0;
-    for (; row < height; ++row)
+    for (; row < height; row++)
         std::memmove(pixel(destination, destinationX, destinationY + row),
                      pixel(source, sourceX, sourceY + row), rowBytes);
     return row;
@@ -40,7 +39,7 @@ namespace {
 void swapMirrored(const Image& image, uint8_t* row, uint8_t* mirror) {
     uint8_t* left = row;
     uint8_t* right = mirror + image.stride - image.bytesPerPixel;
-    for (int x = 0; x < image.width / 2; ++x) {
+    for (int x = 0; x < image.width / 2; x++) {
         std::swap_ranges(left, left + image.bytesPerPixel, right);
         left += image.bytesPerPixel;
         right -= image.bytesPerPixel;
@@ -50,12 +49,12 @@ void swapMirrored(const Image& image, uint8_t* row, uint8_t* mirror) {
 }  // namespace
 
 void flipImage(const Image& image, uint8_t vertical, uint8_t horizontal) {
-    const auto row = [&image](int y) { return image.pixels + static_cast<size_t>(y) * image.stride; };
+    const auto row = [&image](int y) { return image.pixels + size_t(y) * image.stride; };
     if (horizontal) {
-        for (int y = 0; y < image.height; ++y)
+        for (int y = 0; y < image.height; y++)
             swapMirrored(image, row(y), row(vertical ? image.height - 1 - y : y));
     } else if (vertical) {
-        for (int y = 0; y < image.height / 2; ++y)
+        for (int y = 0; y < image.height / 2; y++)
             std::swap_ranges(row(y), row(y) + image.stride, row(image.height - 1 - y));
     }
 }

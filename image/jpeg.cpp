@@ -21,9 +21,9 @@ int loadJpeg(const char* path, Image* image, uint8_t flip) {
     jpeg_error_mgr errors;
     decoder.err = jpeg_std_error(&errors);
     jpeg_create_decompress(&decoder);
-    const std::unique_ptr<FILE, int (*)(FILE*)> file(std::fopen(path, "rb"), std::fclose);
+    const std::unique_ptr<FILE, int (*)(FILE*)> file(fopen(path, "rb"), fclose);
     if (!file) {
-        std::fprintf(stderr, "can't open %s\n", path);
+        fprintf(stderr, "can't open %s\n", path);
         jpeg_destroy_decompress(&decoder);
         return -1;
     }
@@ -33,14 +33,14 @@ int loadJpeg(const char* path, Image* image, uint8_t flip) {
         ERREXIT1(&decoder, JERR_IMAGE_TOO_BIG, largestSide);
     jpeg_start_decompress(&decoder);
 
-    image->width = static_cast<int32_t>(decoder.output_width);
-    image->height = static_cast<int32_t>(decoder.output_height);
+    image->width = int32_t(decoder.output_width);
+    image->height = int32_t(decoder.output_height);
     image->channels = image->bytesPerPixel = decoder.output_components;
     image->stride = decoder.output_width * decoder.output_components;
-    image->pixels = new (std::nothrow) uint8_t[static_cast<size_t>(image->height) * image->stride];
+    image->pixels = new (std::nothrow) uint8_t[size_t(image->height) * image->stride];
     if (!image->pixels) ERREXIT1(&decoder, JERR_OUT_OF_MEMORY, 0);
     while (decoder.output_scanline < decoder.output_height) {
-        JSAMPROW row = image->pixels + static_cast<size_t>(decoder.output_scanline) * image->stride;
+        JSAMPROW row = image->pixels + size_t(decoder.output_scanline) * image->stride;
         jpeg_read_scanlines(&decoder, &row, 1);
     }
     jpeg_finish_decompress(&decoder);
@@ -51,8 +51,8 @@ int loadJpeg(const char* path, Image* image, uint8_t flip) {
 
 int writeJpeg(const char* path, int width, int height, int channels, [[maybe_unused]] int bytesPerPixel,
               uint32_t stride, const uint8_t* pixels) {
-    FILE* file = std::fopen(path, "wb");
-    if (!file) return std::fprintf(stderr, "can't open %s\n", path);
+    FILE* file = fopen(path, "wb");
+    if (!file) return fprintf(stderr, "can't open %s\n", path);
     jpeg_compress_struct encoder;
     jpeg_error_mgr errors;
     encoder.err = jpeg_std_error(&errors);
@@ -66,10 +66,10 @@ int writeJpeg(const char* path, int width, int height, int channels, [[maybe_unu
     jpeg_start_compress(&encoder, TRUE);
     while (encoder.next_scanline < encoder.image_height) {
         // libjpeg reads the row only, but its type is not const.
-        JSAMPROW row = const_cast<uint8_t*>(pixels) + static_cast<size_t>(encoder.next_scanline) * stride;
+        JSAMPROW row = const_cast<uint8_t*>(pixels) + size_t(encoder.next_scanline) * stride;
         jpeg_write_scanlines(&encoder, &row, 1);
     }
     jpeg_finish_compress(&encoder);
     jpeg_destroy_compress(&encoder);
-    return std::fclose(file);
+    return fclose(file);
 }

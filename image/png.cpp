@@ -27,13 +27,13 @@ bool canHoldItsRows(FILE* file) {
     constexpr uint64_t tightest = 1032;
     constexpr int channelsOfType[] = {1, 0, 3, 1, 2, 0, 4};
     uint8_t head[26] = {};  // signature, the first chunk's length and name, width, height, depth, colour type
-    const size_t got = std::fread(head, 1, sizeof head, file);
-    std::fseek(file, 0, SEEK_END);
-    const long size = std::ftell(file);
-    std::rewind(file);
+    const size_t got = fread(head, 1, sizeof head, file);
+    fseek(file, 0, SEEK_END);
+    const long size = ftell(file);
+    rewind(file);
     if (got < sizeof head || head[25] >= std::size(channelsOfType)) return true;  // for libpng to turn down
     const uint64_t rowBits = uint64_t{png_get_uint_32(head + 16)} * head[24] * channelsOfType[head[25]];
-    return (rowBits / 8 + 1) * png_get_uint_32(head + 20) / tightest <= static_cast<uint64_t>(size);
+    return (rowBits / 8 + 1) * png_get_uint_32(head + 20) / tightest <= uint64_t(size);
 }
 
 // Where the rows of a picture go: straight into the image's pixels, in the order that was asked for.
@@ -45,16 +45,16 @@ struct PngDestination {
 
 bool makeRoom(const PngFile& source, PngDestination& destination) {
     Image& image = *destination.image;
-    image.width = static_cast<int32_t>(png_get_image_width(source.png, source.info));
-    image.height = static_cast<int32_t>(png_get_image_height(source.png, source.info));
+    image.width = int32_t(png_get_image_width(source.png, source.info));
+    image.height = int32_t(png_get_image_height(source.png, source.info));
     image.channels = image.bytesPerPixel = png_get_channels(source.png, source.info);
-    image.stride = static_cast<uint32_t>(png_get_rowbytes(source.png, source.info));
-    image.pixels = new (std::nothrow) uint8_t[static_cast<size_t>(image.height) * image.stride];
+    image.stride = uint32_t(png_get_rowbytes(source.png, source.info));
+    image.pixels = new (std::nothrow) uint8_t[size_t(image.height) * image.stride];
     destination.rows.reset(new (std::nothrow) png_bytep[image.height]);
     if (!image.pixels || !destination.rows) return false;
-    for (int y = 0; y < image.height; ++y) {
+    for (int y = 0; y < image.height; y++) {
         const int row = destination.flip ? image.height - 1 - y : y;
-        destination.rows[y] = image.pixels + static_cast<size_t>(row) * image.stride;
+        destination.rows[y] = image.pixels + size_t(row) * image.stride;
     }
     return true;
 }
@@ -100,19 +100,18 @@ bool writePicture(PngFile& target, const PngRows& rows) {
     png_set_IHDR(target.png, target.info, rows.width, rows.height, 8, colorType(rows.channels),
                  PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
     png_write_info(target.png, target.info);
-    for (int y = 0; y < rows.height; ++y)
-        png_write_row(target.png, rows.pixels + static_cast<size_t>(y) * rows.stride);
+    for (int y = 0; y < rows.height; y++) png_write_row(target.png, rows.pixels + size_t(y) * rows.stride);
     png_write_end(target.png, nullptr);
     // The last rows may still wait for room on the disk.
-    return std::fflush(target.file) == 0;
+    return fflush(target.file) == 0;
 }
 
 }  // namespace
 
 int loadPng(const char* path, Image* image, uint8_t flip) {
-    PngFile source = {std::fopen(path, "rb"), nullptr, nullptr};
+    PngFile source = {fopen(path, "rb"), nullptr, nullptr};
     if (!source.file) {
-        std::fprintf(stderr, "can't open %s\n", path);
+        fprintf(stderr, "can't open %s\n", path);
         return -1;
     }
     source.png = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
@@ -121,7 +120,7 @@ int loadPng(const char* path, Image* image, uint8_t flip) {
     PngDestination destination = {&read, flip != 0, nullptr};
     const bool loaded = source.info && canHoldItsRows(source.file) && readPicture(source, destination);
     png_destroy_read_struct(&source.png, &source.info, nullptr);
-    std::fclose(source.file);
+    fclose(source.file);
     if (!loaded) {
         delete[] read.pixels;
         return -1;
@@ -132,19 +131,19 @@ int loadPng(const char* path, Image* image, uint8_t flip) {
 
 int writePng(const char* path, int width, int height, int channels, [[maybe_unused]] int bytesPerPixel,
              uint32_t stride, const uint8_t* pixels) {
-    PngFile target = {std::fopen(path, "wb"), nullptr, nullptr};
-    if (!target.file) return std::fprintf(stderr, "can't open %s\n", path);
+    PngFile target = {fopen(path, "wb"), nullptr, nullptr};
+    if (!target.file) return fprintf(stderr, "can't open %s\n", path);
     target.png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
     if (!target.png) {
-        std::fprintf(stderr, "write_png: Error creating write struct\n");
-        return std::fclose(target.file);
+        fprintf(stderr, "write_png: Error creating write struct\n");
+        return fclose(target.file);
     }
     target.info = png_create_info_struct(target.png);
     const bool written = target.info && writePicture(target, {width, height, channels, stride, pixels});
     const bool hadInfo = target.info != nullptr;
-    const int closed = std::fclose(target.file);
+    const int closed = fclose(target.file);
     png_destroy_write_struct(&target.png, &target.info);
-    if (!hadInfo) return std::fprintf(stderr, "write_png: Error creating info struct\n");
-    if (!written) return std::fprintf(stderr, "write_png: Error 3\n");
+    if (!hadInfo) return fprintf(stderr, "write_png: Error creating info struct\n");
+    if (!written) return fprintf(stderr, "write_png: Error 3\n");
     return closed;
 }

@@ -43,7 +43,7 @@ void applyLight(GLenum name, const Light& light) {
 
 Demo::Demo() {
     for (int i = 0; i < 8; i++) {
-        const float x = static_cast<float>(i);
+        const float x = float(i);
         lights[i].position[0] = x;
         lights[i].position[1] = x;
         lights[i].position[2] = 4 - x;
@@ -80,7 +80,7 @@ void startDemo() {
 
 void Demo::drawLoadingScreen() {
     // Never seeded: every start shows the same tints.
-    const float r = static_cast<float>(rand());
+    const float r = float(rand());
 
     glClearColor(0, 0, 0, 1);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);

@@ -74,8 +74,8 @@ void Demo::drawScreenQuad(const char* name, float scale) {
     }
 
     // The whole texture is drawn, as large as makes the picture in its corner cover the unit square.
-    const float k = static_cast<float>(picture.textureWidth) / static_cast<float>(picture.width);
-    const float top = static_cast<float>(picture.height) / static_cast<float>(picture.width);
+    const float k = float(picture.textureWidth) / float(picture.width);
+    const float top = float(picture.height) / float(picture.width);
     const float x0 = -1;
     const float x1 = 2 * k - 1;
     const float y0 = picture.flipped ? 1 - 2 * k : -1;
@@ -124,8 +124,8 @@ void Demo::blur(const char* source, const char* target, const Blur& how) {
     float xOffset = how.xOffset;
     float yOffset = how.yOffset;
     for (int i = 0; i < how.iterations; i++) {
-        drawDiagonalTaps(static_cast<float>(quadWidth), static_cast<float>(quadHeight),
-                         xOffset / static_cast<float>(quadWidth), yOffset / static_cast<float>(quadHeight));
+        drawDiagonalTaps(float(quadWidth), float(quadHeight), xOffset / float(quadWidth),
+                         yOffset / float(quadHeight));
         // The target stays bound: the next iteration blurs this one's result.
         glBindTexture(GL_TEXTURE_2D, to.texture);
         glCopyTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, 0, 0, quadWidth, quadHeight, 0);

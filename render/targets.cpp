@@ -5,7 +5,7 @@ namespace {
 
 // Towards zero; 0 for what no viewport can hold.
 int truncated(float value) {
-    return value > -32768 && value < 32768 ? static_cast<int>(value) : 0;
+    return value > -32768 && value < 32768 ? int(value) : 0;
 }
 
 }  // namespace

@@ -7,7 +7,7 @@ namespace {
 // RGB or RGBA in whole bytes: what GL can take as it lies in memory.
 bool isTextureImage(const Image& image) {
     return (image.channels == 3 || image.channels == 4) &&
-           image.stride == static_cast<uint32_t>(image.width) * image.channels;
+           image.stride == uint32_t(image.width) * image.channels;
 }
 
 GLuint createMipmappedTexture(const Image& image, GLenum wrapS, GLenum wrapT) {
@@ -15,16 +15,16 @@ GLuint createMipmappedTexture(const Image& image, GLenum wrapS, GLenum wrapT) {
     GLuint texture = 0;
     glGenTextures(1, &texture);
     glBindTexture(GL_TEXTURE_2D, texture);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, static_cast<GLint>(wrapS));
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, static_cast<GLint>(wrapT));
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GLint(wrapS));
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GLint(wrapT));
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR_MIPMAP_LINEAR);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
 
     // Rows follow each other without padding, whatever their width.
     glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
     glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
-    gluBuild2DMipmaps(GL_TEXTURE_2D, static_cast<GLint>(format), image.width, image.height, format,
-                      GL_UNSIGNED_BYTE, image.pixels);
+    gluBuild2DMipmaps(GL_TEXTURE_2D, GLint(format), image.width, image.height, format, GL_UNSIGNED_BYTE,
+                      image.pixels);
     glPopClientAttrib();
     return texture;
 }

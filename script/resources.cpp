@@ -136,6 +136,6 @@ void loadShaders() {
 
 int loadingScreenCount() {
     // One before the first stage and one after each of the four.
-    return static_cast<int>(5 + std::size(meshTable) + std::size(textureTable) + std::size(effectTable) +
-                            std::size(shaderTable));
+    return int(5 + std::size(meshTable) + std::size(textureTable) + std::size(effectTable) +
+               std::size(shaderTable));
 }

@@ -4,7 +4,7 @@
 #include "render/demo.h"
 
 int beatNumber(float time) {
-    return static_cast<int>(beatPositionAt(time));
+    return int(beatPositionAt(time));
 }
 
 void lightFrom(float x, float y, float z) {

@@ -24,8 +24,7 @@ constexpr struct {
 
 void placeCameraEye() {
     int stop = 3;
-    if (frame.time >= showtime::beatZero)
-        stop = static_cast<int>((frame.time - showtime::beatZero) * stopsPerSecond) % 5;
+    if (frame.time >= showtime::beatZero) stop = int((frame.time - showtime::beatZero) * stopsPerSecond) % 5;
     const auto [x, y, z] = laserCameraStops[stop];
     demo->setCameraEye(200 - 400 * x, 200 * y - 100, 1000 * z - 500);
 }

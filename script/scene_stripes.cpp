@@ -26,7 +26,7 @@ void drawFarStripes() {
 // Up to 30 % on even beats and 60 % on odd ones, negative odd numbers among them.
 float beatZoom() {
     const int odd = beatNumber(frame.time) & 1;
-    return (0.3f * static_cast<float>(odd) + 0.3f) * frame.pulse + 1;
+    return (0.3f * float(odd) + 0.3f) * frame.pulse + 1;
 }
 
 }  // namespace

@@ -9,7 +9,7 @@ namespace showtime {
 struct Moment {
     int ms;
 
-    constexpr operator float() const { return static_cast<float>(ms) / 1000; }  // seconds
+    constexpr operator float() const { return float(ms) / 1000; }  // seconds
     constexpr double seconds() const { return ms / 1000.0; }
 };
 

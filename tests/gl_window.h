@@ -33,7 +33,7 @@ struct Screen {
     int width, height;
     std::vector<Pixel> pixels;
 
-    const Pixel& at(int x, int y) const { return pixels[static_cast<size_t>(y) * width + x]; }
+    const Pixel& at(int x, int y) const { return pixels[size_t(y) * width + x]; }
     // Pixels with any colour in them, whatever their alpha.
     int litCount() const {
         int count = 0;
@@ -60,7 +60,7 @@ inline Screen readTexture(const char* name) {
     Screen content{};
     glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_WIDTH, &content.width);
     glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_HEIGHT, &content.height);
-    content.pixels.resize(static_cast<size_t>(content.width) * content.height);
+    content.pixels.resize(size_t(content.width) * content.height);
     glGetTexImage(GL_TEXTURE_2D, 0, GL_RGBA, GL_UNSIGNED_BYTE, content.pixels.data());
     return content;
 }
@@ -132,7 +132,7 @@ public:
     }
 
     void TearDown() override {
-        EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+        EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
         EXPECT_EQ(stateOf(GL_MODELVIEW_STACK_DEPTH), 1);
         EXPECT_EQ(stateOf(GL_PROJECTION_STACK_DEPTH), 1);
         EXPECT_EQ(stateOf(GL_ATTRIB_STACK_DEPTH), attribDepth);

@@ -14,9 +14,9 @@ void grabWindow(int width, int height, uint8_t* rgba) {
     for (int y = height - 1; y >= 0; y--) {
         for (int x = 0; x < width; x++, rgba += 4) {
             const unsigned long pixel = XGetPixel(image, x, y);
-            rgba[0] = static_cast<uint8_t>(pixel >> 16);
-            rgba[1] = static_cast<uint8_t>(pixel >> 8);
-            rgba[2] = static_cast<uint8_t>(pixel);
+            rgba[0] = uint8_t(pixel >> 16);
+            rgba[1] = uint8_t(pixel >> 8);
+            rgba[2] = uint8_t(pixel);
             rgba[3] = 255;
         }
     }

@@ -27,6 +27,6 @@ struct MemoryFile {
     // True if all was written.
     bool write(std::string_view content) const {
         return ftruncate(descriptor, 0) == 0 &&
-               pwrite(descriptor, content.data(), content.size(), 0) == static_cast<ssize_t>(content.size());
+               pwrite(descriptor, content.data(), content.size(), 0) == ssize_t(content.size());
     }
 };

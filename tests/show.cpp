@@ -20,7 +20,7 @@ bool loading = false;
 LoadedShow show;
 
 void countLoadingScreen() {
-    const auto count = [](const auto& table) { return static_cast<int>(table.size()); };
+    const auto count = [](const auto& table) { return int(table.size()); };
     show.steps.push_back({count(demo->meshes), demo->nextTexture, count(demo->effects), count(demo->shaders),
                           readScreen().litCount()});
 }
@@ -72,7 +72,7 @@ Screen Show::drawMoment(int ms) {
 }
 
 Screen Show::drawMoment(int ms, int beatMs) {
-    demo->clock.lastBeatTime = static_cast<float>(beatMs * 0.001);
+    demo->clock.lastBeatTime = float(beatMs * 0.001);
     demo->clock.autoBeatLatch = true;
     return drawMoment(ms);
 }

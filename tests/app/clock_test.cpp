@@ -126,13 +126,11 @@ TEST_F(Clock, AutomaticBeatFollowsTheGrid) {
     EXPECT_EQ(opening[3], 18567);
 
     // At the pace of frames every beat of a minute fires once.
-    EXPECT_EQ(beatsBetween(20400, 80399, 16).size(), static_cast<size_t>(showtime::beatsPerMinute));
+    EXPECT_EQ(beatsBetween(20400, 80399, 16).size(), size_t(showtime::beatsPerMinute));
 }
 
 TEST_F(Clock, AutomaticBeatWaitsForTheSecondPartOfThePeriod) {
-    const auto atPhase = [](float beats) {
-        return static_cast<int>(1000 * (showtime::beatZero + beats / 2.1f)) + 1;
-    };
+    const auto atPhase = [](float beats) { return int(1000 * (showtime::beatZero + beats / 2.1f)) + 1; };
     goTo(atPhase(50.5f));
     clock.runAutoBeat();
     EXPECT_EQ(clock.beatCount, 0) << "between 0.4 and 0.6 nothing fires";

@@ -29,7 +29,7 @@ public:
 
     static std::string repeated(const std::string& keys, int times) {
         std::string all;
-        for (int i = 0; i < times; ++i) all += keys + " ";
+        for (int i = 0; i < times; i++) all += keys + " ";
         return all;
     }
 
@@ -58,7 +58,7 @@ TEST_F(Faults, EachMissingShaderIsSkippedWithoutAWord) {
     int shaders = 0;
     for (const auto& file : dataFiles()) {
         if (file.parent_path() != "data/shaders") continue;
-        ++shaders;
+        shaders++;
         const Missing missing(scratch.path / file);
         EXPECT_EQ(start("-nosound"), "Using No sound.\n") << file;
         EXPECT_EQ(end(false), 0) << file;
@@ -77,7 +77,7 @@ TEST_F(Faults, TheShowEndsInTimeWhateverBecomesOfItsKeysShotsAndServer) {
     press(repeated("F11", 100), 30);
     std::istringstream lines(errors());
     int shots = 0;
-    for (std::string line; std::getline(lines, line); ++shots) {
+    for (std::string line; std::getline(lines, line); shots++) {
         char expected[80];
         snprintf(expected, sizeof expected, "can't open w:/shots/shot%04d.png", shots);
         EXPECT_EQ(line, expected);

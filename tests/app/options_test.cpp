@@ -8,7 +8,7 @@ namespace {
 
 Options parse(std::vector<const char*> words) {
     words.insert(words.begin(), "valojuova");
-    return parseOptions(static_cast<int>(words.size()), words.data());
+    return parseOptions(int(words.size()), words.data());
 }
 
 TEST(Options, LaterWordsOverrideEarlierOnes) {

@@ -80,7 +80,7 @@ TEST_F(Screenshot, AFolderThatTakesNoShotsLosesNothingElse) {
     ASSERT_EQ(seteuid(user == 0 ? 65534 : user), 0);
     std::string expected;
     testing::internal::CaptureStderr();
-    for (int i = 0; i < 100; ++i) {
+    for (int i = 0; i < 100; i++) {
         handleKey(SDLK_F11);
         saveScreenshot();
         char line[80];
@@ -95,14 +95,14 @@ TEST_F(Screenshot, AFolderThatTakesNoShotsLosesNothingElse) {
 
 TEST_F(Screenshot, AFullDiskLosesTheShotsAlone) {
     std::filesystem::create_directories("w:/shots");
-    for (int i = 0; i < 100; ++i) {
+    for (int i = 0; i < 100; i++) {
         char name[80];
         snprintf(name, sizeof name, "w:/shots/shot%04d.png", i);
         std::filesystem::create_symlink("/dev/full", name);
     }
     std::string expected;
     testing::internal::CaptureStderr();
-    for (int i = 0; i < 100; ++i) {
+    for (int i = 0; i < 100; i++) {
         handleKey(SDLK_F11);
         saveScreenshot();
         expected += "write_png: Error 3\n";

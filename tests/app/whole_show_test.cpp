@@ -43,7 +43,7 @@ TEST(WholeShow, LastsAsLongAsItsProgrammeAndIsHeardToTheEnd) {
     const std::vector<float> music = decodeVorbis(SoundMusic::path);
     const std::vector<float>& recording = recorder.samples();
     int sought = 0, heard = 0;
-    for (int second = 3; second < int(programmeLength); second += 4, ++sought) {
+    for (int second = 3; second < int(programmeLength); second += 4, sought++) {
         heard +=
             locate(recording, recorder.frameAt(started + second), music, second * recordRate, recordRate / 2)
                 .has_value();

@@ -51,7 +51,7 @@ TEST_F(Beams, GlowFromTheirMiddleAndFadeToTheirEnd) {
         drawBeamPath(line, style, demo->texture("spot"));
         for (int x : {-290, -100, 0, 150, 290}) {
             SCOPED_TRACE(testing::Message() << name << " at " << x);
-            const float left = (300 - static_cast<float>(x)) / 600;
+            const float left = (300 - float(x)) / 600;
             const auto expectLight = [&](const Pixel& pixel, const float* light) {
                 EXPECT_NEAR(pixel.r, 255 * std::min(1.f, left * light[0]), 6);
                 EXPECT_NEAR(pixel.g, 255 * std::min(1.f, left * light[1]), 6);
@@ -126,7 +126,7 @@ TEST_F(Beams, OfTheLaserBounceOffWhatIsAdded) {
 
     goTo(60);
     const Feedback later = feedbackOf([&] { laser.draw(); });
-    for (size_t i = 0; i < picture.lines.size(); ++i) EXPECT_EQ(later.lines[i][1].x, picture.lines[i][1].x);
+    for (size_t i = 0; i < picture.lines.size(); i++) EXPECT_EQ(later.lines[i][1].x, picture.lines[i][1].x);
 }
 
 TEST_F(Beams, OfTheShipSeeTheSegmentAroundItWhereItIsDrawn) {
@@ -188,7 +188,7 @@ TEST_F(Beams, OfTheRoomSeeTheBallWhereItIsDrawn) {
     EXPECT_TRUE(drawn[1].units[1].on);
     EXPECT_EQ(drawn[1].units[1].generated, 2);
     EXPECT_FALSE(drawn[2].units[1].on) << "no reflection in the room itself";
-    EXPECT_EQ(drawn[2].units[1].texture, static_cast<GLint>(demo->texture("envmap4")));
+    EXPECT_EQ(drawn[2].units[1].texture, GLint(demo->texture("envmap4")));
 
     effect.beamsOn = false;
     EXPECT_EQ(feedbackOf([&] { effect.draw(); }).lines.size(), 0u);
@@ -211,10 +211,10 @@ TEST_F(Beams, OfTheTestBenchAreTextureStripsWithoutTheirLastPoint) {
     EXPECT_NEAR(towards.x / towards.y, std::tan(0.2 * 3.14159265), 1e-4f);
     EXPECT_NEAR(towards.z / towards.x, 0.91775463 / 0.58778525, 1e-4f);
     ASSERT_EQ(picture.lines.size(), 4u);
-    for (int i = 0; i < 4; ++i) {
+    for (int i = 0; i < 4; i++) {
         EXPECT_NEAR(picture.lines[i][0].x, 400 + bench.path[i].point.x, 1e-2f);
-        EXPECT_FLOAT_EQ(picture.lines[i][0].s, static_cast<float>(i) / 6);
-        EXPECT_FLOAT_EQ(picture.lines[i][1].t, static_cast<float>(i + 2) / 6);
+        EXPECT_FLOAT_EQ(picture.lines[i][0].s, float(i) / 6);
+        EXPECT_FLOAT_EQ(picture.lines[i][1].t, float(i + 2) / 6);
     }
 }
 

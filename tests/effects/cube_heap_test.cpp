@@ -33,7 +33,7 @@ int movingCubes(const CubeHeap& heap) {
 std::multiset<int> picksFromSeed(unsigned seed) {
     std::srand(seed);
     std::multiset<int> picks;
-    for (int i = 0; i < 5; ++i) picks.insert(std::rand() % 20);
+    for (int i = 0; i < 5; i++) picks.insert(std::rand() % 20);
     std::srand(seed);
     return picks;
 }
@@ -45,7 +45,7 @@ TEST_F(CubeHeapTest, ABeatTurnsItsFivePicksByAQuarter) {
     EXPECT_EQ(movingCubes(heap), 0);
     // Several seeds, so that some beat picks a box twice.
     bool pickedTwice = false;
-    for (unsigned seed = 1; seed <= 6; ++seed) {
+    for (unsigned seed = 1; seed <= 6; seed++) {
         const std::multiset<int> picks = picksFromSeed(seed);
         CubeState before[20];
         std::copy_n(heap.cubes, 20, before);
@@ -53,13 +53,13 @@ TEST_F(CubeHeapTest, ABeatTurnsItsFivePicksByAQuarter) {
         demo->clock.registerBeat();
         demo->clock.update();  // the beat's own frame, with no time passing
         heap.draw();
-        for (int i = 0; i < 20; ++i) {
+        for (int i = 0; i < 20; i++) {
             const bool picked = picks.contains(i);
             EXPECT_EQ(heap.cubes[i].targetAngle, before[i].angle + (picked ? 90 : 0)) << seed << ", " << i;
             EXPECT_EQ(heap.cubes[i].scale, picked ? 1.5f : 1) << seed << ", " << i;
             pickedTwice |= picks.count(i) > 1;
         }
-        for (int frame = 0; frame < 60; ++frame) step(heap, 0.01f);
+        for (int frame = 0; frame < 60; frame++) step(heap, 0.01f);
         EXPECT_EQ(movingCubes(heap), 0) << "half a second settles everything";
     }
     EXPECT_TRUE(pickedTwice);
@@ -116,13 +116,13 @@ TEST_F(CubeHeapTest, BulgesAcrossTheBoxInEitherTurn) {
     for (CubeState& cube : heap.cubes) cube.scale = 1.5f;
     heap.draw();
     ASSERT_EQ(drawn.size(), 20u);
-    for (int i = 0; i < 20; ++i) {
+    for (int i = 0; i < 20; i++) {
         // Either way the mesh's own x axis is the one that grows: columns of the matrix are where axes go.
         const float* m = drawn[i].modelView.m;
         EXPECT_NEAR(Vec3({m[0], m[1], m[2]}).length(), 1.5f, 1e-5f) << i;
         EXPECT_NEAR(Vec3({m[8], m[9], m[10]}).length(), 1, 1e-5f) << i;
         EXPECT_NEAR(std::fabs(m[i % 2 == 0 ? 2 : 0]), 1.5f, 1e-5f) << i;
-        EXPECT_EQ(m[13], 20.f * static_cast<float>(i));
+        EXPECT_EQ(m[13], 20.f * float(i));
     }
 }
 

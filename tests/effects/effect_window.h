@@ -53,7 +53,7 @@ struct Feedback {
 
 inline Feedback feedbackOf(const std::function<void()>& draw) {
     std::vector<float> buffer(1 << 16);
-    glFeedbackBuffer(static_cast<GLsizei>(buffer.size()), GL_4D_COLOR_TEXTURE, buffer.data());
+    glFeedbackBuffer(GLsizei(buffer.size()), GL_4D_COLOR_TEXTURE, buffer.data());
     glRenderMode(GL_FEEDBACK);
     draw();
     const int count = glRenderMode(GL_RENDER);
@@ -63,20 +63,20 @@ inline Feedback feedbackOf(const std::function<void()>& draw) {
     int i = 0;
     const auto take = [&](int vertices) {
         std::vector<FeedbackVertex> taken;
-        for (; vertices > 0; --vertices, i += 12) {
+        for (; vertices > 0; vertices--, i += 12) {
             const float* v = &buffer[i];
             taken.push_back({v[0], v[1], v[2], v[4], v[5], v[6], v[7], v[8], v[9]});
         }
         return taken;
     };
     while (i < count) {
-        const int token = static_cast<int>(buffer[i++]);
+        const int token = int(buffer[i++]);
         if (token == GL_POINT_TOKEN)
             feedback.points.push_back(take(1)[0]);
         else if (token == GL_LINE_TOKEN || token == GL_LINE_RESET_TOKEN)
             feedback.lines.push_back(take(2));
         else if (token == GL_POLYGON_TOKEN)
-            feedback.polygons.push_back(take(static_cast<int>(buffer[i++])));
+            feedback.polygons.push_back(take(int(buffer[i++])));
         else {
             ADD_FAILURE() << "feedback token " << token;
             break;
@@ -105,7 +105,7 @@ public:
 
     // Music and clock, to that time in seconds.
     void goTo(float seconds) {
-        music.ms = static_cast<int>(seconds * 1000 + 0.5f);
+        music.ms = int(seconds * 1000 + 0.5f);
         demo->clock.update();
     }
 
@@ -118,10 +118,10 @@ public:
         const float half[] = {x, y, z};
         std::vector<float> vertices;
         std::vector<uint16_t> faces;
-        for (int axis = 0; axis < 3; ++axis) {
+        for (int axis = 0; axis < 3; axis++) {
             for (float side : {-1.f, 1.f}) {
-                const auto first = static_cast<uint16_t>(vertices.size() / 8);
-                for (int corner = 0; corner < 4; ++corner) {
+                const auto first = uint16_t(vertices.size() / 8);
+                for (int corner = 0; corner < 4; corner++) {
                     const float u = corner == 1 || corner == 2 ? 1 : -1;
                     const float v = corner >= 2 ? 1 : -1;
                     float p[3], n[3] = {};
@@ -133,7 +133,7 @@ public:
                 }
                 const bool turn = (side < 0) != inward;
                 for (int corner : {0, 1, 2, 0, 2, 3})
-                    faces.push_back(static_cast<uint16_t>(first + (turn ? (4 - corner) % 4 : corner)));
+                    faces.push_back(uint16_t(first + (turn ? (4 - corner) % 4 : corner)));
             }
         }
         addMesh(key, vertices, faces);
@@ -149,8 +149,8 @@ private:
         auto set = std::make_unique<MeshSet>();
         set->reset(1);
         Mesh& mesh = *set->begin();
-        mesh.vertexCount = static_cast<int>(vertices.size() / 8);
-        mesh.faceCount = static_cast<int>(faces.size() / 3);
+        mesh.vertexCount = int(vertices.size() / 8);
+        mesh.faceCount = int(faces.size() / 3);
         mesh.attribCount = 3;
         const int sizes[] = {3, 3, 2}, types[] = {positionAttrib, normalAttrib, texCoordAttrib};
         std::copy_n(sizes, 3, mesh.attribSize);
@@ -161,7 +161,7 @@ private:
         std::copy(faces.begin(), faces.end(), mesh.faces.get());
         mesh.rebuildAttribs();
         mesh.upload();
-        keys[static_cast<GLint>(mesh.indexBuffer)] = key;
+        keys[GLint(mesh.indexBuffer)] = key;
         demo->meshes[key] = set.get();
         sets.push_back(std::move(set));
     }
@@ -171,8 +171,8 @@ private:
         MeshDraw draw{keys[stateOf(GL_ELEMENT_ARRAY_BUFFER_BINDING)], {}, {}, false, false};
         glGetFloatv(GL_MODELVIEW_MATRIX, draw.modelView.m);
         const GLint unit = stateOf(GL_ACTIVE_TEXTURE);
-        for (int i = 0; i < 3; ++i) draw.units[i] = unitState(i);
-        glActiveTexture(static_cast<GLenum>(unit));
+        for (int i = 0; i < 3; i++) draw.units[i] = unitState(i);
+        glActiveTexture(GLenum(unit));
         draw.culled = glIsEnabled(GL_CULL_FACE);
         draw.lit = glIsEnabled(GL_LIGHTING);
         drawn.push_back(draw);
@@ -192,5 +192,5 @@ struct PixelWindow : EffectWindow {
 };
 
 inline void expectMatrixNear(const Matrix4& actual, const Matrix4& expected, float tolerance) {
-    for (int i = 0; i < 16; ++i) EXPECT_NEAR(actual.m[i], expected.m[i], tolerance) << "element " << i;
+    for (int i = 0; i < 16; i++) EXPECT_NEAR(actual.m[i], expected.m[i], tolerance) << "element " << i;
 }

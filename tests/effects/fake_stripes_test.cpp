@@ -20,8 +20,8 @@ TEST_F(FakeStripesTest, IsCutByHeightOnTheScreen) {
         stripes.drawAt(0, 0);
         const Screen screen = readScreen();
         int above = 0, below = 0;
-        for (int y = 0; y < 600; ++y)
-            for (int x = 0; x < 800; ++x) (y < 300 ? below : above) += screen.at(x, y).r > 0;
+        for (int y = 0; y < 600; y++)
+            for (int x = 0; x < 800; x++) (y < 300 ? below : above) += screen.at(x, y).r > 0;
         EXPECT_EQ(above, 0) << "0 to 250 units up is the first row of the texture";
         EXPECT_GT(below, 30000);
     }

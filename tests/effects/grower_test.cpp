@@ -11,18 +11,18 @@ struct GrowerTest : PixelWindow {};
 
 TEST_F(GrowerTest, GrowsWithRoomForFourAndBobs) {
     Grower tree(demo);
-    for (int i = 0; i < 500; ++i) tree.grow();
+    for (int i = 0; i < 500; i++) tree.grow();
     ASSERT_EQ(tree.nodeCount, 501);
     std::vector<int> parents(501);
-    for (int i = 0; i < tree.nodeCount; ++i) {
+    for (int i = 0; i < tree.nodeCount; i++) {
         ASSERT_LE(tree.nodes[i].childCount, 4);
-        for (int c = 0; c < tree.nodes[i].childCount; ++c) {
+        for (int c = 0; c < tree.nodes[i].childCount; c++) {
             EXPECT_GT(tree.nodes[i].children[c], i) << "children come after their parent";
             parents[tree.nodes[i].children[c]]++;
         }
     }
     EXPECT_EQ(parents[0], 0);
-    for (int i = 1; i < tree.nodeCount; ++i) EXPECT_EQ(parents[i], 1) << i;
+    for (int i = 1; i < tree.nodeCount; i++) EXPECT_EQ(parents[i], 1) << i;
 
     goTo(1);
     const Feedback picture = feedbackOf([&] { tree.draw(); });

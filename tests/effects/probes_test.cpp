@@ -29,14 +29,14 @@ double distance(const Vec3& a, const Vec3& b) {
 std::vector<int> linksByDefinition(const Vec3* positions) {
     std::set<std::pair<int, int>> pairs;
     std::vector<int> links;
-    for (int i = 0; i < probeCount; ++i) {
+    for (int i = 0; i < probeCount; i++) {
         std::vector<int> candidates;
-        for (int j = 0; j < probeCount; ++j)
+        for (int j = 0; j < probeCount; j++)
             if (j != i && !pairs.contains(std::minmax(i, j))) candidates.push_back(j);
         std::vector<int> records;
-        for (size_t c = 0; c < candidates.size(); ++c) {
+        for (size_t c = 0; c < candidates.size(); c++) {
             double nearestBefore = 999999;
-            for (size_t b = 0; b < c; ++b)
+            for (size_t b = 0; b < c; b++)
                 nearestBefore = std::min(nearestBefore, distance(positions[i], positions[candidates[b]]));
             if (distance(positions[i], positions[candidates[c]]) < nearestBefore)
                 records.push_back(candidates[c]);
@@ -59,24 +59,23 @@ TEST_F(ProbesTest, LinksFollowTheGreedyRule) {
         EXPECT_EQ(linksOf(probes), linksByDefinition(probes.positions)) << seconds;
     }
     std::mt19937 random(1);
-    for (int round = 0; round < 200; ++round) {
+    for (int round = 0; round < 200; round++) {
         for (Vec3& p : probes.positions)
-            for (float* coordinate : {&p.x, &p.y, &p.z})
-                *coordinate = static_cast<float>(random() % 1000) / 4;
+            for (float* coordinate : {&p.x, &p.y, &p.z}) *coordinate = float(random() % 1000) / 4;
         EXPECT_EQ(linksOf(probes), linksByDefinition(probes.positions)) << "round " << round;
     }
 }
 
 TEST_F(ProbesTest, LinksOfTiesAndLoneProbes) {
     // Probe 0 in the middle, all others equally far: the first of them wins.
-    for (int i = 0; i < probeCount; ++i) {
-        const float angle = static_cast<float>(i) * 1.5707964f;
+    for (int i = 0; i < probeCount; i++) {
+        const float angle = float(i) * 1.5707964f;
         probes.positions[i] = {std::round(std::cos(angle)) * 8, std::round(std::sin(angle)) * 8, 0};
     }
     probes.positions[0] = {0, 0, 0};
     EXPECT_EQ(linksOf(probes)[0], 1);
 
-    for (int i = 0; i < probeCount; ++i) probes.positions[i] = {2e6f * static_cast<float>(i), 0, 0};
+    for (int i = 0; i < probeCount; i++) probes.positions[i] = {2e6f * float(i), 0, 0};
     EXPECT_EQ(linksOf(probes), std::vector<int>(probeCount, 0)) << "nobody is within reach";
 }
 
@@ -108,10 +107,10 @@ TEST_F(ProbesTest, DrawsEveryProbeAndItsLinesUnderItsOwnCameraAndLights) {
     ASSERT_EQ(drawn.size(), size_t{probeCount});
     Matrix4 view;
     glGetFloatv(GL_MODELVIEW_MATRIX, view.m);
-    for (int i = 0; i < probeCount; ++i) {
+    for (int i = 0; i < probeCount; i++) {
         EXPECT_TRUE(drawn[i].lit);
         const Vec3 place = transformPoint(view, probes.positions[i]);
-        for (int axis = 0; axis < 3; ++axis)
+        for (int axis = 0; axis < 3; axis++)
             EXPECT_NEAR(drawn[i].modelView.m[12 + axis], (&place.x)[axis], 1e-3f);
         EXPECT_NEAR(
             Vec3({drawn[i].modelView.m[0], drawn[i].modelView.m[1], drawn[i].modelView.m[2]}).length(), 0.3f,
@@ -119,7 +118,7 @@ TEST_F(ProbesTest, DrawsEveryProbeAndItsLinesUnderItsOwnCameraAndLights) {
     }
     const size_t third = picture.lines.size() / 3;
     ASSERT_GT(third, 5u) << "most links are in view";
-    for (size_t i = 0; i < picture.lines.size(); ++i)
+    for (size_t i = 0; i < picture.lines.size(); i++)
         EXPECT_FLOAT_EQ(picture.lines[i][0].a, i < third ? 1.f : i < 2 * third ? 0.6f : 0.3f);
     EXPECT_FALSE(demo->lights[0].enabled);
     EXPECT_FALSE(demo->lights[1].enabled);

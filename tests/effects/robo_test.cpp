@@ -40,7 +40,7 @@ struct RoboTest : PixelWindow {
         return keys;
     }
 
-    static GLint textureOf(const char* name) { return static_cast<GLint>(demo->texture(name)); }
+    static GLint textureOf(const char* name) { return GLint(demo->texture(name)); }
 };
 
 using Keys = std::vector<std::string>;
@@ -67,7 +67,7 @@ TEST_F(RoboTest, PartsWearTheirTextures) {
         drawAt(0, mode);
         ASSERT_EQ(keysDrawn(), (Keys{"robo body", "robo arms", "robo screen", "ring"}));
         const char* reflections[] = {"envmap2", "envmap3", "envmap3", "envmap3"};
-        for (int i = 0; i < 4; ++i) {
+        for (int i = 0; i < 4; i++) {
             EXPECT_EQ(drawn[i].units[0].texture, textureOf(reflections[i]));
             EXPECT_EQ(drawn[i].units[0].generation, GL_SPHERE_MAP);
             EXPECT_EQ(drawn[i].units[1].texture, textureOf(laser));
@@ -88,7 +88,7 @@ TEST_F(RoboTest, DiscIsAHexagonWithAHundredRays) {
     EXPECT_FLOAT_EQ(uniform("time")[0], 0.9f);
     EXPECT_FLOAT_EQ(uniform("time2")[0], 40);
     ASSERT_EQ(picture.lines.size(), 100u);
-    for (int i = 0; i < 100; ++i) {
+    for (int i = 0; i < 100; i++) {
         EXPECT_NEAR(picture.lines[i][1].x, 400 + 100 * std::cos(i * 0.0628318531), 1e-3);
         EXPECT_NEAR(picture.lines[i][1].y, 390, 1e-3);
     }

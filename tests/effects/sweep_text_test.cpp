@@ -11,7 +11,7 @@ struct SweepTextTest : PixelWindow {};
 
 // How bright the picture is in the row at `y`, at its left edge, where the rays are a few pixels high.
 float revealed(float y) {
-    return readPixel(301, 300 + static_cast<int>(y)).g / 255.f;
+    return readPixel(301, 300 + int(y)).g / 255.f;
 }
 
 TEST_F(SweepTextTest, RevealsThePictureDownToItsSoftEdge) {
@@ -22,7 +22,7 @@ TEST_F(SweepTextTest, RevealsThePictureDownToItsSoftEdge) {
         glClear(GL_COLOR_BUFFER_BIT);
         sweep.draw();
         const double middle = 0.5 * std::sin(0.3 * seconds + 36.52) + 0.5;
-        const auto heightOf = [](double row) { return static_cast<float>(100 - 200 * row); };
+        const auto heightOf = [](double row) { return float(100 - 200 * row); };
         EXPECT_GT(revealed(heightOf(middle - 0.06)), 0.97f) << seconds;
         EXPECT_NEAR(revealed(heightOf(middle)), 0.5f, 0.15f) << seconds;
         EXPECT_LT(revealed(heightOf(middle + 0.07)), 0.05f) << seconds;

@@ -51,10 +51,10 @@ struct AmlMesh {
     }
     std::string bytes() const {
         std::string out;
-        put(out, static_cast<uint16_t>(gvertices.size() / 3));
-        put(out, static_cast<uint16_t>(vsize() ? vertices.size() / vsize() : 0));
-        put(out, static_cast<uint16_t>(faces.size() / 3));
-        put(out, static_cast<uint8_t>(attribs.size()));
+        put(out, uint16_t(gvertices.size() / 3));
+        put(out, uint16_t(vsize() ? vertices.size() / vsize() : 0));
+        put(out, uint16_t(faces.size() / 3));
+        put(out, uint8_t(attribs.size()));
         for (const auto& [type, size] : attribs) {
             put(out, type);
             put(out, size);
@@ -68,7 +68,7 @@ struct AmlMesh {
 
 inline std::string amlFile(const std::vector<AmlMesh>& meshes) {
     std::string out = "AML\2";
-    put(out, static_cast<uint32_t>(meshes.size()));
+    put(out, uint32_t(meshes.size()));
     for (const AmlMesh& mesh : meshes) out += mesh.bytes();
     return out;
 }

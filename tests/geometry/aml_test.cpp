@@ -99,7 +99,7 @@ TEST_F(AmlDeath, CountsThatTheFileCannotHoldEnd) {
     std::string manyMeshes = amlFile({quadMesh()});
     manyMeshes.replace(4, 4, "\xff\xff\xff\xff");
     expectNamed(manyMeshes, "the file ends too early");
-    for (int count = 0; count < 3; ++count) {
+    for (int count = 0; count < 3; count++) {
         std::string bytes = amlFile({quadMesh()});
         bytes.replace(8 + 2 * count, 2, "\xff\xff");
         expectNamed(bytes, "the file ends too early");

@@ -58,13 +58,13 @@ TEST(Matrix4, AffineProductAppliesTheRightOneFirstAndIgnoresBottomRows) {
 
 TEST(Matrix4, InverseOfAnyMatrix) {
     std::mt19937 random(2);
-    for (int run = 0; run < 100; ++run) {
+    for (int run = 0; run < 100; run++) {
         const Matrix4 matrix = randomMatrix(random);
         const Matrix4 inverted = inverse(matrix);
-        for (int column = 0; column < 4; ++column)
-            for (int row = 0; row < 4; ++row) {
+        for (int column = 0; column < 4; column++)
+            for (int row = 0; row < 4; row++) {
                 double sum = 0, magnitude = 0;
-                for (int k = 0; k < 4; ++k) {
+                for (int k = 0; k < 4; k++) {
                     const double term = double{matrix.m[4 * k + row]} * inverted.m[4 * column + k];
                     sum += term;
                     magnitude += std::abs(term);

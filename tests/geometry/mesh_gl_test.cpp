@@ -28,7 +28,7 @@ protected:
 
 // A quad in one colour from x = left to right, over the screen's whole height.
 AmlMesh coloredQuad(float left, float right, const std::vector<float>& color) {
-    AmlMesh mesh = {{{0, 3}, {4, static_cast<uint8_t>(color.size())}}, {}, {}, {0, 1, 2, 0, 2, 3}};
+    AmlMesh mesh = {{{0, 3}, {4, uint8_t(color.size())}}, {}, {}, {0, 1, 2, 0, 2, 3}};
     for (const auto& [x, y] : {std::pair{left, -1.f}, {right, -1.f}, {right, 1.f}, {left, 1.f}}) {
         for (float word : {x, y, 0.f}) mesh.vertices.push_back(word);
         mesh.vertices.insert(mesh.vertices.end(), color.begin(), color.end());

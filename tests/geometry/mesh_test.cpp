@@ -28,12 +28,12 @@ using Words = std::vector<float>;
 TEST(GrowableArray, GrowsFromFourByDoublingAndKeepsItsStorage) {
     GrowableArray<int> array;
     std::vector<int> capacities = {array.capacity};
-    for (int i = 0; i < 17; ++i) {
+    for (int i = 0; i < 17; i++) {
         array.append(i);
         if (array.capacity != capacities.back()) capacities.push_back(array.capacity);
     }
     EXPECT_EQ(capacities, (std::vector{0, 4, 8, 16, 32}));
-    for (int i = 0; i < 17; ++i) EXPECT_EQ(array[i], i);
+    for (int i = 0; i < 17; i++) EXPECT_EQ(array[i], i);
     const int* storage = array.begin();
     array.clear();
     EXPECT_EQ(array.count, 0);
@@ -41,7 +41,7 @@ TEST(GrowableArray, GrowsFromFourByDoublingAndKeepsItsStorage) {
     EXPECT_EQ(array.begin(), storage);
 
     GrowableArray<int> sized(3);
-    for (int i = 0; i < 4; ++i) sized.append(i);
+    for (int i = 0; i < 4; i++) sized.append(i);
     EXPECT_EQ(sized.capacity, 6);
 }
 
@@ -51,7 +51,7 @@ TEST(Mesh, StartsEmpty) {
     EXPECT_EQ(mesh.vertexBuffer, 0xffffffffu);
     EXPECT_EQ(mesh.scratch.count, 0);
     EXPECT_EQ(mesh.scratch.capacity, 16);
-    for (int type = 0; type < maxAttribs; ++type) EXPECT_FALSE(mesh.hasAttrib(type));
+    for (int type = 0; type < maxAttribs; type++) EXPECT_FALSE(mesh.hasAttrib(type));
     EXPECT_EQ(mesh.vertices, nullptr);
 }
 

@@ -29,7 +29,7 @@ constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
 // A number that is rounded to single precision after every step, whatever the compiler would like to fuse.
 struct Rounded {
     float value;
-    Rounded(double exact) : value(static_cast<float>(exact)) {}
+    Rounded(double exact) : value(float(exact)) {}
     operator double() const { return value; }
 };
 Rounded operator+(Rounded a, Rounded b) {
@@ -73,14 +73,14 @@ FaceHit plainLoop(const std::vector<Triangle>& triangles, const Ray& ray) {
     using T = Triple<Number>;
     const T o = ray.origin, d = ray.direction;
     FaceHit nearest;
-    for (int i = 0; i < static_cast<int>(triangles.size()); ++i) {
+    for (int i = 0; i < int(triangles.size()); i++) {
         const T p0 = triangles[i][0];
         const T a = minus(p0, T(triangles[i][1])), b = minus(p0, T(triangles[i][2])), c = minus(p0, o);
         const Number whole = determinant(a, b, d);
         const Number beta = determinant(c, b, d) / whole, gamma = determinant(a, c, d) / whole;
         const Number t = determinant(a, b, c) / whole;
         if (beta > 0 && beta < 1 && gamma > 0 && beta + gamma < 1 && t >= 0.001f && t <= nearest.distance)
-            nearest = {i, static_cast<float>(t)};
+            nearest = {i, float(t)};
     }
     return nearest;
 }
@@ -93,13 +93,13 @@ MeshSet meshOf(const std::vector<Triangle>& triangles) {
     mesh.attribType[0] = positionAttrib;
     mesh.attribSize[0] = 3;
     mesh.rebuildAttribs();
-    mesh.faceCount = static_cast<int>(triangles.size());
+    mesh.faceCount = int(triangles.size());
     mesh.vertexCount = 3 * mesh.faceCount;
     mesh.vertices = std::make_unique<float[]>(3 * mesh.vertexCount);
     mesh.faces = std::make_unique<uint16_t[]>(mesh.vertexCount);
-    for (int i = 0; i < mesh.vertexCount; ++i) {
+    for (int i = 0; i < mesh.vertexCount; i++) {
         std::copy_n(&triangles[i / 3][i % 3].x, 3, mesh.vertexAttrib(i, positionAttrib));
-        mesh.faces[i] = static_cast<uint16_t>(i);
+        mesh.faces[i] = uint16_t(i);
     }
     return set;
 }
@@ -107,9 +107,9 @@ MeshSet meshOf(const std::vector<Triangle>& triangles) {
 std::vector<Triangle> trianglesOf(const MeshSet& set) {
     std::vector<Triangle> triangles;
     for (const Mesh& mesh : set) {
-        for (int i = 0; i < mesh.faceCount; ++i) {
+        for (int i = 0; i < mesh.faceCount; i++) {
             Triangle t;
-            for (int k = 0; k < 3; ++k)
+            for (int k = 0; k < 3; k++)
                 std::copy_n(mesh.vertexAttrib(mesh.face(i)[k], positionAttrib), 3, &t[k].x);
             triangles.push_back(t);
         }
@@ -133,7 +133,7 @@ template <typename Number = float>
 Tally compare(const std::vector<Triangle>& triangles, int count, const std::function<Ray()>& nextRay) {
     const std::vector<FaceBlock> blocks = gatherFaces(meshOf(triangles));
     Tally tally;
-    for (; tally.rays < count && !testing::Test::HasFailure(); ++tally.rays) {
+    for (; tally.rays < count && !testing::Test::HasFailure(); tally.rays++) {
         const Ray ray = nextRay();
         const FaceHit plain = plainLoop<Number>(triangles, ray);
         if (plain.face >= 0) tally.hits++;
@@ -164,7 +164,7 @@ struct RayMaker {
         }
     }
 
-    int any(int count) { return static_cast<int>(random() % count); }
+    int any(int count) { return int(random() % count); }
     float between(float a, float b) { return std::uniform_real_distribution<float>(a, b)(random); }
     Vec3 anyDirection() {
         Vec3 direction = {between(-1, 1), between(-1, 1), between(-1, 1)};
@@ -178,7 +178,7 @@ struct RayMaker {
     }
     // Of a face: corners and the middles of edges too, which single precision often holds exactly.
     Vec3 anyPointOfFace() {
-        const Triangle& t = triangles[any(static_cast<int>(triangles.size()))];
+        const Triangle& t = triangles[any(int(triangles.size()))];
         const Vec3 along = t[1] - t[0], across = t[2] - t[0];
         if (any(2)) return t[0] + along * (0.5f * any(3)) + across * (0.5f * any(3));
         const float u = between(0, 1);
@@ -248,13 +248,13 @@ Tally compareOnRandomFaces(int scenes, int raysPerScene) {
     const std::vector<Triangle> none = {{Vec3{-8, -8, -8}, Vec3{8, 8, 8}, Vec3{0, 0, 0}}};
     RayMaker maker(none, 2);
     Tally total;
-    for (int scene = 0; scene < scenes && !testing::Test::HasFailure(); ++scene) {
+    for (int scene = 0; scene < scenes && !testing::Test::HasFailure(); scene++) {
         const bool onGrid = scene % 2;
         const std::vector<Triangle> triangles = randomTriangles(maker, 1 + maker.any(50), onGrid);
         RayMaker rays(triangles, scene);
         const Tally tally = compare<Number>(triangles, raysPerScene, [&] {
             Ray ray = rays.next();
-            for (float* x = &ray.origin.x; onGrid && x <= &ray.origin.z; ++x) *x = std::round(*x);
+            for (float* x = &ray.origin.x; onGrid && x <= &ray.origin.z; x++) *x = std::round(*x);
             return ray;
         });
         total.rays += tally.rays;
@@ -285,7 +285,7 @@ TEST(FaceSearch, TakesExtremeNumbersAsThePlainLoopDoes) {
         return Vec3{scale * number(), scale * number(), scale * number()};
     };
     int hits = 0;
-    for (int scene = 0; scene < 2000 / share; ++scene) {
+    for (int scene = 0; scene < 2000 / share; scene++) {
         const float scales[] = {1, 1, 1e-11f, 1e-13f, 1e-20f, 1e10f, 1e15f};
         const float scale = scales[maker.any(std::size(scales))];
         std::vector<Triangle> triangles(1 + maker.any(40));
@@ -306,7 +306,7 @@ bool same(const BeamPath& a, const BeamPath& b) {
 int plainSearch(std::span<const FaceBlock> blocks, const Vec3& origin, const Vec3& direction,
                 float minDistance, float* distance) {
     int nearest = -1;
-    for (int i = 0; i < static_cast<int>(blocks.size()) * FaceBlock::size; ++i) {
+    for (int i = 0; i < int(blocks.size()) * FaceBlock::size; i++) {
         const TraceFace face = blocks[i / FaceBlock::size].face(i % FaceBlock::size);
         if (meets(face, origin, direction, minDistance, *distance, distance)) nearest = i;
     }
@@ -323,7 +323,7 @@ TEST(FaceSearch, LeadsBeamsTheSameWay) {
     scene.addInstance(&ball);
     int bounces = 0;
     BeamPath plain, path;
-    for (int beam = 0; beam < 20000 / share; ++beam) {
+    for (int beam = 0; beam < 20000 / share; beam++) {
         const Matrix4 turn = affineProduct(rotationY(maker.between(0, 6)), rotationX(maker.between(0, 6)));
         scene.setInstanceMatrix(1, affineProduct(translation({0, 70, 0}), turn));
         const Ray ray = {maker.anyPlace(), maker.anyDirection()};

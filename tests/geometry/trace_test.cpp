@@ -20,17 +20,17 @@ MeshSet meshOf(const std::vector<Triangle>& triangles) {
     mesh.attribType[1] = positionAttrib;
     mesh.attribSize[1] = 3;
     mesh.rebuildAttribs();
-    mesh.faceCount = static_cast<int>(triangles.size());
+    mesh.faceCount = int(triangles.size());
     mesh.vertexCount = 3 * mesh.faceCount;
     mesh.vertices = std::make_unique<float[]>(4 * mesh.vertexCount);
     mesh.faces = std::make_unique<uint16_t[]>(mesh.vertexCount);
-    for (int i = 0; i < mesh.vertexCount; ++i) {
+    for (int i = 0; i < mesh.vertexCount; i++) {
         const Vec3& p = triangles[i / 3][i % 3];
         float* position = mesh.vertexAttrib(i, positionAttrib);
         position[0] = p.x;
         position[1] = p.y;
         position[2] = p.z;
-        mesh.faces[i] = static_cast<uint16_t>(i);
+        mesh.faces[i] = uint16_t(i);
     }
     return set;
 }
@@ -57,7 +57,7 @@ TEST(TraceBeam, FacingMirrorsReflectUpToTheLimit) {
     EXPECT_EQ(traceBeam(scene, {0, 0, 4}, {0, 0, 1}, 5, path), 5);
     ASSERT_EQ(path.count, 6);
     const float heights[] = {4, 10, 0, 10, 0, 10};
-    for (int i = 0; i < 6; ++i) {
+    for (int i = 0; i < 6; i++) {
         expectNear(path[i].point, {0, 0, heights[i]});
         EXPECT_NEAR(path[i].distance, i == 0 ? 0 : i == 1 ? 6 : 10, 1e-3);
         expectNear(path[i].normal, {0, 0, i == 0 ? 0.f : i % 2 ? -1.f : 1.f});
@@ -207,7 +207,7 @@ TEST(TraceScene, AgreesWithDoublePrecisionOnRandomScenes) {
     std::uniform_real_distribution<float> place(-100, 100), extent(-40, 40), angle(0, 6);
     const auto anyPoint = [&](auto& range) { return Vec3{range(random), range(random), range(random)}; };
     int hits = 0, misses = 0;
-    for (int run = 0; run < 20; ++run) {
+    for (int run = 0; run < 20; run++) {
         std::vector<Triangle> triangles(30);
         for (Triangle& t : triangles) {
             const Vec3 middle = anyPoint(place);
@@ -221,7 +221,7 @@ TEST(TraceScene, AgreesWithDoublePrecisionOnRandomScenes) {
         TraceScene scene;
         scene.addInstance(&set);
         scene.addInstance(&set, &matrices[1]);
-        for (int ray = 0; ray < 100; ++ray) {
+        for (int ray = 0; ray < 100; ray++) {
             const Vec3 origin = anyPoint(place);
             Vec3 direction = anyPoint(extent);
             direction.normalize();
@@ -244,9 +244,9 @@ TEST(TraceScene, AgreesWithDoublePrecisionOnRandomScenes) {
             if (anything) {
                 EXPECT_NEAR(hit.distance, nearest, 0.02);
                 expectNear(hit.point, origin + direction * hit.distance, 0.02f);
-                ++hits;
+                hits++;
             } else {
-                ++misses;
+                misses++;
             }
         }
     }

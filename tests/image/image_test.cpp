@@ -39,8 +39,8 @@ TEST(FlipImage, HorizontalReversesPixelsAsWholes) {
     for (int width : {1, 4, 5}) {
         Picture picture(width, 2, 3), original(width, 2, 3);
         flipImage(picture, 0, 1);
-        for (int y = 0; y < 2; ++y)
-            for (int x = 0; x < width; ++x)
+        for (int y = 0; y < 2; y++)
+            for (int x = 0; x < width; x++)
                 EXPECT_EQ(picture.pixel(x, y), original.pixel(width - 1 - x, y)) << width;
     }
 }
@@ -49,8 +49,8 @@ TEST(FlipImage, BothTurnRoundAndMirrorAnOddMiddleRow) {
     for (int height : {2, 3}) {
         Picture picture(4, height, 4), original(4, height, 4);
         flipImage(picture, 1, 1);
-        for (int y = 0; y < height; ++y)
-            for (int x = 0; x < 4; ++x)
+        for (int y = 0; y < height; y++)
+            for (int x = 0; x < 4; x++)
                 EXPECT_EQ(picture.pixel(x, y), original.pixel(3 - x, height - 1 - y)) << height;
     }
 }
@@ -67,8 +67,8 @@ TEST(FlipImage, BothLeaveAnOddMiddleColumnAndNeitherLeavesAll) {
 TEST(CopyImageRect, MovesWholeRowsOfDestinationPixels) {
     Picture source(6, 5, 3), target(4, 4, 3), untouched(4, 4, 3);
     EXPECT_EQ(copyImageRect(target, 1, 2, source, 3, 1, 2, 2), 2);
-    for (int y = 0; y < 4; ++y)
-        for (int x = 0; x < 4; ++x) {
+    for (int y = 0; y < 4; y++)
+        for (int x = 0; x < 4; x++) {
             const bool inside = x >= 1 && x < 3 && y >= 2;
             EXPECT_EQ(target.pixel(x, y), inside ? source.pixel(x + 2, y - 1) : untouched.pixel(x, y));
         }
@@ -111,9 +111,9 @@ TEST_F(ImageFile, PpmHasThreeBytesAPixel) {
     };
     const std::string header = "P6\n3 2\n255\n";
     std::string grey = header, colour = header;
-    for (int i = 0; i < 6; ++i) grey += std::string(3, static_cast<char>(i * 7 + 1));
-    for (int i = 0; i < 24; ++i)
-        if (i % 4 != 3) colour += static_cast<char>(i * 7 + 1);
+    for (int i = 0; i < 6; i++) grey += std::string(3, char(i * 7 + 1));
+    for (int i = 0; i < 24; i++)
+        if (i % 4 != 3) colour += char(i * 7 + 1);
     EXPECT_EQ(ppm(1), grey);
     EXPECT_EQ(ppm(4), colour);
     EXPECT_EQ(ppm(3).size(), header.size() + 18);
@@ -129,7 +129,7 @@ TEST_F(ImageFile, PpmRowsFollowTheStride) {
 
 TEST_F(ImageFile, JpegKeepsThePictureAndFlipsRows) {
     Picture picture(16, 24, 3);
-    for (int y = 0; y < 24; ++y) std::fill_n(picture.pixels + y * 48, 48, static_cast<uint8_t>(y * 10));
+    for (int y = 0; y < 24; y++) std::fill_n(picture.pixels + y * 48, 48, uint8_t(y * 10));
     ASSERT_EQ(write(writeJpeg, file.name, picture), 0);
     Picture loaded, flipped;
     ASSERT_EQ(loadJpeg(file.path(), &loaded, 0), 0);
@@ -139,7 +139,7 @@ TEST_F(ImageFile, JpegKeepsThePictureAndFlipsRows) {
     EXPECT_EQ(loaded.channels, 3);
     EXPECT_EQ(loaded.bytesPerPixel, 3);
     EXPECT_EQ(loaded.stride, 48u);
-    for (int y = 0; y < 24; ++y) EXPECT_NEAR(loaded.pixel(8, y)[1], y * 10, 12);
+    for (int y = 0; y < 24; y++) EXPECT_NEAR(loaded.pixel(8, y)[1], y * 10, 12);
     EXPECT_EQ(flipped.rows(), reversed(loaded.rows()));
 }
 
@@ -176,7 +176,7 @@ TEST_F(ImageFile, FullDiskIsReported) {
     EXPECT_EXIT(write(writeJpeg, "/dev/full", small), testing::ExitedWithCode(EXIT_FAILURE), ".");
     Picture noise(200, 200, 3);
     uint32_t state = 1;
-    for (int i = 0; i < 200 * 600; ++i) noise.pixels[i] = (state = state * 1664525 + 1013904223) >> 24;
+    for (int i = 0; i < 200 * 600; i++) noise.pixels[i] = (state = state * 1664525 + 1013904223) >> 24;
     const std::string errors = errorsOf([&] { EXPECT_NE(write(writePng, "/dev/full", noise), 0); });
     EXPECT_TRUE(errors.ends_with("write_png: Error 3\n")) << errors;
 }

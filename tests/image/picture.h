@@ -14,7 +14,7 @@ using Bytes = std::vector<uint8_t>;
 struct Picture : Image {
     Picture() : Image{} {}
     Picture(int width, int height, int channels) : Image(createImage(width, height, channels)) {
-        for (size_t i = 0; i < size_t{stride} * height; ++i) pixels[i] = static_cast<uint8_t>(i * 7 + 1);
+        for (size_t i = 0; i < size_t{stride} * height; i++) pixels[i] = uint8_t(i * 7 + 1);
     }
     Picture(const Picture&) = delete;
     Picture& operator=(const Picture&) = delete;
@@ -27,7 +27,7 @@ struct Picture : Image {
     }
     std::vector<Bytes> rows() const {
         std::vector<Bytes> all;
-        for (int y = 0; y < height; ++y) all.push_back(row(y));
+        for (int y = 0; y < height; y++) all.push_back(row(y));
         return all;
     }
 };

@@ -32,13 +32,13 @@ inline constexpr int pngWidth = 8;
 
 // Through libpng's whole-picture writer; a broken call would end the test by libpng's abort.
 inline void makePng(const std::string& path, const PngKind& kind, PngRows rows) {
-    FILE* file = std::fopen(path.c_str(), "wb");
+    FILE* file = fopen(path.c_str(), "wb");
     if (!file) abort();
     png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
     png_infop info = png_create_info_struct(png);
     png_init_io(png, file);
-    png_set_IHDR(png, info, pngWidth, static_cast<png_uint_32>(rows.size()), kind.bitDepth, kind.colorType,
-                 kind.interlace, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
+    png_set_IHDR(png, info, pngWidth, png_uint_32(rows.size()), kind.bitDepth, kind.colorType, kind.interlace,
+                 PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
     const std::vector<png_color> palette(256, png_color{1, 2, 3});
     if (kind.colorType == PNG_COLOR_TYPE_PALETTE) png_set_PLTE(png, info, palette.data(), 256);
     std::vector<png_bytep> pointers;
@@ -46,7 +46,7 @@ inline void makePng(const std::string& path, const PngKind& kind, PngRows rows) 
     png_set_rows(png, info, pointers.data());
     png_write_png(png, info, PNG_TRANSFORM_IDENTITY, nullptr);
     png_destroy_write_struct(&png, &info);
-    std::fclose(file);
+    fclose(file);
 }
 
 inline PngRows testRows(uint32_t stride, int height) {

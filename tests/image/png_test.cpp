@@ -50,7 +50,7 @@ TEST_F(PngFile, WriterKeepsEveryChannelCount) {
         ASSERT_EQ(loadPng(file.path(), &loaded, 0), 0);
         EXPECT_EQ(loaded.channels, channels);
         ASSERT_EQ(loaded.stride, 5u * channels);
-        for (int y = 0; y < 3; ++y) EXPECT_EQ(loaded.pixel(4, y), picture.pixel(4, y));
+        for (int y = 0; y < 3; y++) EXPECT_EQ(loaded.pixel(4, y), picture.pixel(4, y));
     }
 }
 
@@ -66,7 +66,7 @@ TEST_F(PngFile, WriterTurnsDownWhatPngHasNot) {
 TEST_F(PngFile, TruncationAnywhereFails) {
     const std::string whole = goodFile();
     testing::internal::CaptureStderr();
-    for (size_t length = 0; length < whole.size(); ++length)
+    for (size_t length = 0; length < whole.size(); length++)
         EXPECT_EQ(loadBytes(whole.substr(0, length)), -1) << length;
     EXPECT_EQ(loadBytes(whole), 0);
     testing::internal::GetCapturedStderr();
@@ -76,18 +76,18 @@ TEST_F(PngFile, ChangedBytesNeverCrash) {
     const std::string whole = goodFile();
     int failures = 0;
     testing::internal::CaptureStderr();
-    for (size_t i = 0; i < whole.size(); ++i) {
+    for (size_t i = 0; i < whole.size(); i++) {
         std::string broken = whole;
-        broken[i] = static_cast<char>(broken[i] ^ 0x55);
+        broken[i] = char(broken[i] ^ 0x55);
         failures += loadBytes(broken) == -1;
     }
     testing::internal::GetCapturedStderr();
-    EXPECT_GT(failures, static_cast<int>(whole.size()) / 2);
+    EXPECT_GT(failures, int(whole.size()) / 2);
 }
 
 TEST_F(PngFile, ClaimOfAHugePictureFails) {
     for (png_uint_32 side : {65535u, 1000000u}) {
-        FILE* target = std::fopen(file.path(), "wb");
+        FILE* target = fopen(file.path(), "wb");
         png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
         png_infop info = png_create_info_struct(png);
         png_init_io(png, target);
@@ -95,7 +95,7 @@ TEST_F(PngFile, ClaimOfAHugePictureFails) {
                      PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
         png_write_info(png, info);
         png_destroy_write_struct(&png, &info);
-        std::fclose(target);
+        fclose(target);
         Picture loaded;
         EXPECT_EQ(loadPng(file.path(), &loaded, 0), -1);
     }

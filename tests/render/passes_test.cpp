@@ -206,7 +206,7 @@ TEST_F(Passes, BlurOntoItselfWorks) {
     EXPECT_NEAR(result.at(400 - 22, 300).r, 80, 50) << "an edge turned into a slope";
     glBindTexture(GL_TEXTURE_2D, 0);
     demo->blur("rtt4", "rtt4", {.iterations = 1, .xOffset = 2, .yOffset = 2});
-    EXPECT_EQ(stateOf(GL_TEXTURE_BINDING_2D), static_cast<GLint>(demo->texture("rtt4")));
+    EXPECT_EQ(stateOf(GL_TEXTURE_BINDING_2D), GLint(demo->texture("rtt4")));
 }
 
 TEST_F(Passes, GlowBlursSixTimesInASmallCorner) {

@@ -76,16 +76,16 @@ TEST_F(Shaders, ArraysGoAsTheWidestVectorsThatDivideTheirLength) {
          "void main() { gl_FragColor = vec4(four[2].w, three[1].z, two[0].y, one[4]); }");
     demo->useShader("arrays");
     float values[12];
-    for (int i = 0; i < 12; i++) values[i] = static_cast<float>(i + 1) / 15;
+    for (int i = 0; i < 12; i++) values[i] = float(i + 1) / 15;
     demo->setUniformArray("arrays", "four", 12, values);
     demo->setUniformArray("arrays", "three", 6, values);
     demo->setUniformArray("arrays", "two", 2, values);
     demo->setUniformArray("arrays", "one", 5, values);
     EXPECT_EQ(drawnPixel(), (Pixel{12 * 17, 6 * 17, 2 * 17, 5 * 17}));
-    EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+    EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
 
     demo->setUniformArray("arrays", "three", 12, values);
-    EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_INVALID_OPERATION)) << "twelve floats are never 3-vectors";
+    EXPECT_EQ(glGetError(), GLenum(GL_INVALID_OPERATION)) << "twelve floats are never 3-vectors";
 }
 
 TEST_F(Shaders, WholeFilesAreReadAsTheyAre) {

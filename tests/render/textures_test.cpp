@@ -17,7 +17,7 @@ public:
     // A PNG of one colour, with as many channels as the colour has values.
     std::string writeSolid(const std::string& name, int width, int height,
                            const std::vector<uint8_t>& colour) {
-        const int channels = static_cast<int>(colour.size());
+        const int channels = int(colour.size());
         const Image image = createImage(width, height, channels);
         for (int i = 0; i < width * height * channels; i++) image.pixels[i] = colour[i % channels];
         writePng(scratch.file(name).c_str(), width, height, channels, channels, image.stride, image.pixels);

@@ -20,8 +20,8 @@ Row rowThroughTheShow() {
     Row row;
     const auto entries = programme();
     for (size_t i = 0; i + 1 < entries.size(); i++) {
-        const int begin = static_cast<int>(entries[i].begin * 1000 + 0.5f);
-        const int end = static_cast<int>(entries[i + 1].begin * 1000 + 0.5f);
+        const int begin = int(entries[i].begin * 1000 + 0.5f);
+        const int end = int(entries[i + 1].begin * 1000 + 0.5f);
         row.wanted.push_back(row.times.size());
         row.times.push_back(begin);
         for (int frame = 0; frame < middleFrames; frame++)
@@ -61,7 +61,7 @@ TEST_F(RunUp, DrawsFewFrames) {
     const Row row = rowThroughTheShow();
     const std::vector<bool> drawn = framesToDraw(row.times);
     const auto entries = programme().size() - 1;
-    EXPECT_LE(std::count(drawn.begin(), drawn.end(), true), static_cast<long>(entries + 2));
+    EXPECT_LE(std::count(drawn.begin(), drawn.end(), true), long(entries + 2));
     EXPECT_TRUE(framesToDraw({}).empty());
     EXPECT_EQ(framesToDraw(std::vector{5000}), std::vector{true});
 }

@@ -27,8 +27,8 @@ struct ShowShaders : GlWindow {
         glTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, 1024, 1024, GL_RGBA, GL_UNSIGNED_BYTE, red.data());
         for (int x = 0; x < 800; x += 40) {
             for (int y = 0; y < 600; y += 40) {
-                const auto shade = static_cast<uint8_t>(55 + (x * 7 + y * 3) % 200);
-                fillRect(x, y, 40, 40, {0, shade, static_cast<uint8_t>(255 - shade), 255});
+                const auto shade = uint8_t(55 + (x * 7 + y * 3) % 200);
+                fillRect(x, y, 40, 40, {0, shade, uint8_t(255 - shade), 255});
             }
         }
         demo->copyScreen("rtt1");
@@ -50,7 +50,7 @@ int difference(Pixel a, Pixel b) {
 double changedPart(const Screen& a, const Screen& b) {
     int changed = 0;
     for (size_t i = 0; i < a.pixels.size(); i++) changed += difference(a.pixels[i], b.pixels[i]) > 2;
-    return static_cast<double>(changed) / static_cast<double>(a.pixels.size());
+    return double(changed) / double(a.pixels.size());
 }
 
 int reddest(const Screen& screen) {

@@ -13,7 +13,7 @@ namespace {
 double brightness(const Screen& screen) {
     double sum = 0;
     for (const Pixel& p : screen.pixels) sum += p.r + p.g + p.b;
-    return sum / (3.0 * static_cast<double>(screen.pixels.size()));
+    return sum / (3.0 * double(screen.pixels.size()));
 }
 
 double difference(const Screen& a, const Screen& b) {
@@ -23,7 +23,7 @@ double difference(const Screen& a, const Screen& b) {
         const Pixel& q = b.pixels[i];
         sum += abs(p.r - q.r) + abs(p.g - q.g) + abs(p.b - q.b);
     }
-    return sum / (3.0 * static_cast<double>(a.pixels.size()));
+    return sum / (3.0 * double(a.pixels.size()));
 }
 
 TEST_F(Show, ShowsALoadingScreenAfterEveryItemAndStage) {
@@ -68,7 +68,7 @@ TEST_F(Show, EverySegmentDrawsAPictureThatMovesAndFindsAllItsResources) {
         EXPECT_GT(first.litCount(), 2000) << segment.first;
         EXPECT_GT(second.litCount(), 2000) << segment.second;
         EXPECT_GT(difference(first, second), 0.2) << segment.first;
-        EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR)) << segment.first;
+        EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR)) << segment.first;
     }
     EXPECT_EQ(tableSizes(), loaded) << "a key that was looked up in vain has been entered";
 }
@@ -124,9 +124,9 @@ TEST_F(Show, SurvivesAnyWayOfSeeking) {
     const std::vector<GLint> before = depths();
     std::mt19937 random(1);
     for (int i = 0; i < 60; i++) {
-        const int ms = static_cast<int>(random() % showtime::end.ms);
+        const int ms = int(random() % showtime::end.ms);
         drawMoment(ms);
-        ASSERT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR)) << ms;
+        ASSERT_EQ(glGetError(), GLenum(GL_NO_ERROR)) << ms;
         ASSERT_EQ(depths(), before) << ms;
         ASSERT_EQ(stateOf(GL_MATRIX_MODE), GL_MODELVIEW) << ms;
     }

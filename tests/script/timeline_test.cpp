@@ -182,7 +182,7 @@ TEST_F(Programme, TheLaserCameraJumpsEveryFourBeatsFromBeatZeroOn) {
 // negative.
 TEST_F(Programme, ShocksFollowTheBeatInTheLaserScene) {
     const auto middleOf = [](double beat) {
-        return static_cast<int>((showtime::beatZero.seconds() + (beat + 0.5) / 2.1) * 1000);
+        return int((showtime::beatZero.seconds() + (beat + 0.5) / 2.1) * 1000);
     };
     const struct {
         double beat;
