@@ -11,12 +11,12 @@
 #include "bench/bench.h"
 #include "image/image.h"
 #include "render/demo.h"
+#include "script/resources.h"
 
 namespace fs = std::filesystem;
 
 namespace {
 
-constexpr int loadingScreens = 56;
 constexpr double goal = 1.2;
 
 std::string wholeFile(const std::string& path) {
@@ -80,7 +80,7 @@ double bareLoadSeconds() {
 
 double loadingScreenSeconds() {
     const double start = wallSeconds();
-    for (int i = 0; i < loadingScreens; i++) demo->drawLoadingScreen();
+    for (int i = 0; i < loadingScreenCount(); i++) demo->drawLoadingScreen();
     glFinish();
     return wallSeconds() - start;
 }

@@ -134,8 +134,13 @@ void loadShaders() {
     }
 }
 
+ResourceCounts resourceCounts() {
+    return {int(std::size(meshTable)), int(std::size(textureTable)), int(std::size(effectTable)),
+            int(std::size(shaderTable))};
+}
+
 int loadingScreenCount() {
+    const auto [meshes, textures, effects, shaders] = resourceCounts();
     // One before the first stage and one after each of the four.
-    return int(5 + std::size(meshTable) + std::size(textureTable) + std::size(effectTable) +
-               std::size(shaderTable));
+    return 1 + meshes + textures + effects + shaders + 4;
 }

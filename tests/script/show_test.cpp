@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <random>
 
+#include "script/resources.h"
 #include "script/scenes.h"
 #include "script/show_times.h"
 
@@ -32,21 +33,22 @@ TEST_F(Show, ShowsALoadingScreenAfterEveryItemAndStage) {
     const auto expect = [&](int meshes, int textures, int effects, int shaders) {
         expected.push_back({meshes, 1 + textures, effects, shaders});
     };
+    const ResourceCounts all = resourceCounts();
     expect(0, 0, 0, 0);
-    for (int i = 1; i <= 16; i++) expect(i, 0, 0, 0);
-    expect(16, 0, 0, 0);
-    for (int i = 1; i <= 22; i++) expect(16, i, 0, 0);
-    expect(16, 22, 0, 0);
-    for (int i = 1; i <= 8; i++) expect(16, 22, i, 0);
-    expect(16, 22, 8, 0);
-    for (int i = 1; i <= 5; i++) expect(16, 22, 8, i);
-    expect(16, 22, 8, 5);
+    for (int i = 1; i <= all.meshes; i++) expect(i, 0, 0, 0);
+    expect(all.meshes, 0, 0, 0);
+    for (int i = 1; i <= all.textures; i++) expect(all.meshes, i, 0, 0);
+    expect(all.meshes, all.textures, 0, 0);
+    for (int i = 1; i <= all.effects; i++) expect(all.meshes, all.textures, i, 0);
+    expect(all.meshes, all.textures, all.effects, 0);
+    for (int i = 1; i <= all.shaders; i++) expect(all.meshes, all.textures, all.effects, i);
+    expect(all.meshes, all.textures, all.effects, all.shaders);
 
     std::vector<std::vector<int>> shown;
     for (const LoadingStep& step : steps)
         shown.push_back({step.meshes, step.textures, step.effects, step.shaders});
     EXPECT_EQ(shown, expected);
-    EXPECT_EQ(shown.size(), 56u);
+    EXPECT_EQ(shown.size(), size_t(loadingScreenCount()));
     for (const LoadingStep& step : steps) EXPECT_GT(step.litPixels, 1000);
 }
 

@@ -99,7 +99,7 @@ TEST(Capture, AFailureIsOneLineAndLeavesNoFile) {
     EXPECT_EQ(dying.status, 1);
     EXPECT_NE(dying.output.find("capture: no film was written: the encoder gave up\n"), std::string::npos)
         << dying.output;
-    // It takes no picture and is content with that.
+    // It takes no picture and ends with status 0.
     scratch.write("ffmpeg", "#!/bin/sh\nfor last; do :; done\n/bin/touch ${last#file:}\n");
     const Result deaf = shell("PATH=" + scratch.path.string() + " " CAPTURE_PROGRAM " --fps 10 " + film);
     EXPECT_EQ(deaf.status, 1);
