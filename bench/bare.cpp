@@ -28,7 +28,7 @@ void bareJpeg(const char* path) {
     jpeg_stdio_src(&jpeg, file);
     jpeg_read_header(&jpeg, TRUE);
     jpeg_start_decompress(&jpeg);
-    const size_t stride = static_cast<size_t>(jpeg.output_width) * jpeg.output_components;
+    const size_t stride = size_t(jpeg.output_width) * jpeg.output_components;
     std::vector<JSAMPLE> pixels(stride * jpeg.output_height);
     while (jpeg.output_scanline < jpeg.output_height) {
         JSAMPROW row = &pixels[jpeg.output_scanline * stride];

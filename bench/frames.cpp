@@ -66,7 +66,7 @@ Moment drawMoment(int entry, int count) {
     Moment start;
     for (int i = 0; i < count; i++) {
         if (i == warmUpFrames) start = {wallSeconds(), processSeconds()};
-        show.music.ms = static_cast<int>(middle * 1000) + i * 1000 / framesPerSecond;
+        show.music.ms = int(middle * 1000) + i * 1000 / framesPerSecond;
         renderFrame();
     }
     glFinish();
@@ -77,7 +77,7 @@ Moment drawMoment(int entry, int count) {
 Figures benchFrames() {
     Figures figures;
     const auto sheet = programme();
-    for (int entry = 0; entry + 1 < static_cast<int>(sheet.size()); entry++) {
+    for (int entry = 0; entry + 1 < int(sheet.size()); entry++) {
         Moment best{1e9, 1e9};
         for (int i = 0; i < replays; i++) {
             Moment moment;
@@ -85,7 +85,7 @@ Figures benchFrames() {
             if (moment.wall < best.wall) best = moment;
         }
         char name[64];
-        snprintf(name, sizeof name, "a frame after %.1f s", static_cast<double>(sheet[entry].begin));
+        snprintf(name, sizeof name, "a frame after %.1f s", double(sheet[entry].begin));
         figures.push_back({name, best.wall * 1000, "ms", replayedFrame(entry) * 1000, goal, false});
         figures.push_back({std::string(name) + ", CPU", best.process * 1000, "ms", 0, 0, false});
     }

@@ -19,7 +19,7 @@ constexpr float radius = 100;
 
 // A ball of plain positions, of bands and sectors that make about `faces` faces.
 void makeBall(Mesh& mesh, int faces) {
-    const int bands = static_cast<int>(std::sqrt(faces / 4.0));
+    const int bands = int(std::sqrt(faces / 4.0));
     const int sectors = faces / (2 * bands);
     mesh.attribCount = 1;
     mesh.attribType[0] = positionAttrib;
@@ -33,15 +33,15 @@ void makeBall(Mesh& mesh, int faces) {
     for (int i = 0; i < mesh.vertexCount; i++) {
         const double latitude = M_PI * (i / (sectors + 1)) / bands;
         const double longitude = 2 * M_PI * (i % (sectors + 1)) / sectors;
-        *position++ = static_cast<float>(radius * std::sin(latitude) * std::cos(longitude));
-        *position++ = static_cast<float>(radius * std::cos(latitude));
-        *position++ = static_cast<float>(radius * std::sin(latitude) * std::sin(longitude));
+        *position++ = float(radius * std::sin(latitude) * std::cos(longitude));
+        *position++ = float(radius * std::cos(latitude));
+        *position++ = float(radius * std::sin(latitude) * std::sin(longitude));
     }
     uint16_t* corner = mesh.faces.get();
     for (int i = 0; i < bands * sectors; i++) {
         const int a = i / sectors * (sectors + 1) + i % sectors;
         const int b = a + sectors + 1;
-        for (int index : {a, b, a + 1, a + 1, b, b + 1}) *corner++ = static_cast<uint16_t>(index);
+        for (int index : {a, b, a + 1, a + 1, b, b + 1}) *corner++ = uint16_t(index);
     }
 }
 

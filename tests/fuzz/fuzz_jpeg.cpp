@@ -12,8 +12,8 @@ struct Picture : Image {
 // Whether a frame header claims more pixels than are worth waiting for: time goes with them, findings don't.
 bool isLarge(std::string_view input) {
     constexpr unsigned mostPixels = 1 << 20;
-    for (size_t at = 0; at + 9 <= input.size(); ++at) {
-        const auto byte = [&](size_t i) { return unsigned{static_cast<uint8_t>(input[at + i])}; };
+    for (size_t at = 0; at + 9 <= input.size(); at++) {
+        const auto byte = [&](size_t i) { return unsigned{uint8_t(input[at + i])}; };
         if (byte(0) != 0xff || byte(1) < 0xc0 || byte(1) > 0xcf) continue;
         if ((byte(5) << 8 | byte(6)) * (byte(7) << 8 | byte(8)) > mostPixels) return true;
     }
@@ -28,5 +28,5 @@ void tryInput(std::string_view input) {
     Picture picture;
     const bool flip = input.size() % 2 != 0;
     if (loadJpeg(file.path(), &picture, flip) != 0) return;
-    readAll(picture.pixels, size_t{picture.stride} * static_cast<size_t>(picture.height));
+    readAll(picture.pixels, size_t{picture.stride} * size_t(picture.height));
 }

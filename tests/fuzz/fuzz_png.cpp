@@ -10,7 +10,7 @@ void tryInput(std::string_view input) {
     Image image;
     const bool flip = input.size() % 2 != 0;
     if (loadPng(file.path(), &image, flip) != 0) return;
-    readAll(image.pixels, size_t{image.stride} * static_cast<size_t>(image.height));
+    readAll(image.pixels, size_t{image.stride} * size_t(image.height));
     delete[] image.pixels;
 }
 
@@ -23,8 +23,8 @@ void mendChecksums(uint8_t* bytes, size_t size) {
     for (size_t at = signature; at + frame <= size;) {
         const size_t length = wordAt(at);
         if (length > size - at - frame) return;
-        const uint32_t sum = static_cast<uint32_t>(crc32(0, bytes + at + 4, static_cast<uInt>(length + 4)));
-        for (int i = 0; i < 4; ++i) bytes[at + 8 + length + i] = static_cast<uint8_t>(sum >> (24 - 8 * i));
+        const uint32_t sum = uint32_t(crc32(0, bytes + at + 4, static_cast<uInt>(length + 4)));
+        for (int i = 0; i < 4; i++) bytes[at + 8 + length + i] = uint8_t(sum >> (24 - 8 * i));
         at += frame + length;
     }
 }

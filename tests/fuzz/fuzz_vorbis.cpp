@@ -22,7 +22,7 @@ void tryInput(std::string_view input) {
     } plays[] = {{0ms, 44100}, {60ms, 48000}, {1h, 44100}, {10ms, 44100}};
     for (const auto& play : plays) {
         decoder->seek(play.from, play.rate);
-        for (int i = 0; i < 8; ++i) {
+        for (int i = 0; i < 8; i++) {
             constexpr int frames = 600;
             float stereo[2 * frames];
             decoder->read(stereo, frames);
@@ -37,13 +37,13 @@ void mendChecksums(uint8_t* bytes, size_t size) {
     for (size_t at = 0; at + shortest <= size;) {
         const std::string_view rest(reinterpret_cast<char*>(bytes) + at, size - at);
         if (!rest.starts_with("OggS")) {
-            ++at;
+            at++;
             continue;
         }
         const size_t segments = bytes[at + shortest - 1], header = shortest + segments;
         if (header > rest.size()) return;
         size_t body = 0;
-        for (size_t i = 0; i < segments; ++i) body += bytes[at + shortest + i];
+        for (size_t i = 0; i < segments; i++) body += bytes[at + shortest + i];
         if (body > rest.size() - header) return;
         ogg_page page{bytes + at, long(header), bytes + at + header, long(body)};
         ogg_page_checksum_set(&page);

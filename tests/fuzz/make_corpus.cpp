@@ -39,10 +39,10 @@ void makeMeshes(const fs::path& folder) {
     writeBytes(folder / "quad", amlFile({quadMesh()}));
     writeBytes(folder / "none", amlFile({}));
     AmlMesh everything = {{}, {}, {}, {0, 1, 2}};
-    for (uint8_t type = 0; type < maxAttribs; ++type) {
+    for (uint8_t type = 0; type < maxAttribs; type++) {
         if (type != gvertexAttrib) everything.attribs.emplace_back(type, type < texCoordAttrib ? 3 : 2);
     }
-    for (int i = 0; i < 3 * everything.vsize(); ++i) everything.vertices.push_back(0.25f * float(i % 7));
+    for (int i = 0; i < 3 * everything.vsize(); i++) everything.vertices.push_back(0.25f * float(i % 7));
     writeBytes(folder / "everything", amlFile({everything, quadMesh()}));
     // The older layout has no header, and its attributes no types.
     AmlMesh printed = quadMesh();
@@ -98,10 +98,10 @@ void makeJpeg(const fs::path& path, const JpegKind& kind) {
     jpeg_set_defaults(&encoder);
     if (kind.progressive) jpeg_simple_progression(&encoder);
     encoder.arith_code = kind.arithmetic;
-    encoder.restart_interval = static_cast<unsigned>(kind.restart);
+    encoder.restart_interval = unsigned(kind.restart);
     encoder.comp_info[0].h_samp_factor = encoder.comp_info[0].v_samp_factor = kind.sampling;
     jpeg_start_compress(&encoder, TRUE);
-    for (auto& row : testRows(side * static_cast<uint32_t>(kind.channels), side)) {
+    for (auto& row : testRows(side * uint32_t(kind.channels), side)) {
         JSAMPROW pointer = row.data();
         jpeg_write_scanlines(&encoder, &pointer, 1);
     }
@@ -117,7 +117,7 @@ void makeJpegs(const fs::path& folder) {
 
 void makeSounds(const fs::path& folder) {
     audio::Stereo sound(audio::sampleRate / 5);
-    for (size_t i = 0; i < sound.frames(); ++i) {
+    for (size_t i = 0; i < sound.frames(); i++) {
         sound.left[i] = 0.5f * std::sin(float(i) * 0.05f);
         sound.right[i] = i % 4000 < 40 ? 0.9f : 0.3f * std::sin(float(i) * 0.4f);
     }

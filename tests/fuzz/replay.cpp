@@ -12,7 +12,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t size);
 
 int main(int count, char** folders) {
     std::vector<std::filesystem::path> paths;
-    for (int i = 1; i < count; ++i) {
+    for (int i = 1; i < count; i++) {
         if (!std::filesystem::exists(folders[i])) continue;
         for (const auto& entry : std::filesystem::directory_iterator(folders[i])) paths.push_back(entry);
     }

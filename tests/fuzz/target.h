@@ -15,6 +15,6 @@ void tryInput(std::string_view input);
 inline volatile uint8_t readSum;
 inline void readAll(const void* bytes, size_t count) {
     uint8_t sum = 0;
-    for (size_t i = 0; i < count; ++i) sum ^= static_cast<const uint8_t*>(bytes)[i];
+    for (size_t i = 0; i < count; i++) sum ^= static_cast<const uint8_t*>(bytes)[i];
     readSum = sum;
 }
