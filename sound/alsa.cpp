@@ -63,7 +63,7 @@ struct AlsaDevice : Device {
     }
 };
 
-// A handle ready for writing, or nullptr.
+// A handle ready for writing at the rate nearest to `*rate`, which is set to it; or nullptr.
 snd_pcm_t* openPcm(unsigned* rate) {
     snd_pcm_t* pcm = nullptr;
     if (snd_pcm_open(&pcm, "default", SND_PCM_STREAM_PLAYBACK, SND_PCM_NONBLOCK) < 0) return nullptr;
@@ -94,7 +94,7 @@ void ignoreMessage(const char*, int, const char*, int, const char*, ...) {}
 
 std::unique_ptr<Device> openAlsa(int rate) {
     snd_lib_error_set_handler(ignoreMessage);
-    unsigned exactRate = unsigned(rate), spareRate = unsigned(rate);
+    unsigned exactRate = unsigned(rate);
     snd_pcm_t* pcm = openPcm(&exactRate);
     if (!pcm) {
         snd_config_update_free_global();
@@ -104,7 +104,10 @@ std::unique_ptr<Device> openAlsa(int rate) {
     device->code = Alsa;
     device->rate = int(exactRate);
     device->pcm = pcm;
+    unsigned spareRate = exactRate;
     device->spare = openPcm(&spareRate);
+    // A device may take one rate from its first user and another from its next.
+    if (device->spare && spareRate != exactRate) snd_pcm_close(std::exchange(device->spare, nullptr));
     device->spareReady = device->spare != nullptr;
     return device;
 }

@@ -13,6 +13,7 @@ using Time = std::chrono::nanoseconds;
 // The output's time line: how much of what the mixer has made was heard by a moment. It runs with the steady
 // clock and leans towards the device's reports, never by more than a quarter of its speed, so it neither
 // stands still nor steps back, and one bad report moves it little. Without reports it runs at speed 1.
+// Moments of reports are no earlier than any that was asked for: the past can't be bent.
 class HeardPosition {
 public:
     // 0 at `start`.
@@ -31,6 +32,9 @@ public:
         reported = std::max(now, reported);
         correction = std::clamp(heard - position, -settling / 4, settling / 4);
     }
+
+    // The device was emptied: the latest report says nothing of what it plays from `now` on.
+    void forgetReport(Time now) { report(now, at(now)); }
 
 private:
     // Long enough to average reports that are some milliseconds off, short enough that a clock which is 300

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
+#include <future>
 #include <system_error>
 
 #include "sound/sound.h"
@@ -24,17 +26,46 @@ constexpr Time outOfStep = 120ms;
 constexpr Time settlingTime = 1s;
 constexpr Time startingTime = 200ms;  // after which a start can be judged
 constexpr Time longestLead = 250ms;
-constexpr Time patience = 2s;  // for the thread to end before it is left to the end of the process
+// For a device to open before it counts as one that can't be.
+constexpr Time openingPatience = 2s;
+// For the thread to close the device and end before both are left to the end of the process.
+constexpr Time closingPatience = 500ms;
 
 Time now() {
     return std::chrono::steady_clock::now().time_since_epoch();
 }
 
+// A thread that no signal disturbs: they are the main thread's business. Without threads it can't be joined.
+std::thread startThread(const std::function<void()>& work) {
+    sigset_t all, before;
+    sigfillset(&all);
+    pthread_sigmask(SIG_BLOCK, &all, &before);
+    std::thread thread;
+    try {
+        thread = std::thread(work);
+    } catch (const std::system_error&) {
+    }
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    return thread;
+}
+
+// nullptr also if the server behind the device does not answer in time. What opens later is closed unused, by
+// the thread that has waited for it.
+std::unique_ptr<Device> openInTime(std::unique_ptr<Device> (*open)(int), int rate) {
+    const auto opened = std::make_shared<std::promise<std::unique_ptr<Device>>>();
+    std::future<std::unique_ptr<Device>> answer = opened->get_future();
+    std::thread thread = startThread([=] { opened->set_value(open(rate)); });
+    if (!thread.joinable()) return nullptr;
+    thread.detach();
+    if (answer.wait_for(openingPatience) != std::future_status::ready) return nullptr;
+    return answer.get();
+}
+
 std::unique_ptr<Device> openDevice(int code, int rate) {
     std::unique_ptr<Device> device;
-    if (code == Oss) device = openOss(rate);
-    if (code == Esd) device = openEsd(rate);
-    if (!device && code != None) device = openAlsa(rate);
+    if (code == Oss) device = openInTime(openOss, rate);
+    if (code == Esd) device = openInTime(openEsd, rate);
+    if (!device && code != None) device = openInTime(openAlsa, rate);
     if (!device) device = openNone(rate);
     return device;
 }
@@ -70,19 +101,11 @@ void Mixer::start(int rate, int channelCount) {
     heard = HeardPosition(now());
     quitting = finished = false;
     changed = started = true;
-
-    // Signals are the main thread's business.
-    sigset_t all, before;
-    sigfillset(&all);
-    pthread_sigmask(SIG_BLOCK, &all, &before);
-    try {
-        thread = std::thread(&Mixer::run, this);
-    } catch (const std::system_error&) {
-        // Without a thread the time line still runs.
-        outputCode = None;
-        finished = true;
-    }
-    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    thread = startThread([this] { run(); });
+    if (thread.joinable()) return;
+    // Without a thread the time line still runs.
+    outputCode = None;
+    finished = true;
 }
 
 void Mixer::stop() {
@@ -92,7 +115,7 @@ void Mixer::stop() {
     for (auto& stream : streams) stream->playhead.stand(position);
     quitting = true;
     wake.notify_one();
-    const bool ends = ended.wait_for(lock, patience, [&] { return finished; });
+    const bool ends = ended.wait_for(lock, closingPatience, [&] { return finished; });
     lock.unlock();
     if (!ends) {
         // A device that never answers must not hold up the end of the process; nothing can be started again.
@@ -121,8 +144,7 @@ void Mixer::play(int channel, Stream* stream) {
     if (channels[size_t(channel)]) channels[size_t(channel)]->playhead.stand(position);
     channels[size_t(channel)] = stream;
     stream->playhead.run(position);
-    changed = true;
-    wake.notify_one();
+    reseat();
 }
 
 int Mixer::position(const Stream* stream) {
@@ -135,8 +157,7 @@ void Mixer::setPosition(Stream* stream, int ms) {
     if (!stream) return;
     std::lock_guard lock(mutex);
     stream->playhead.seek(heard.at(now()), std::chrono::milliseconds(std::max(ms, 0)));
-    changed = true;
-    wake.notify_one();
+    reseat();
 }
 
 void Mixer::setPaused(int channel, bool paused) {
@@ -148,8 +169,7 @@ void Mixer::setPaused(int channel, bool paused) {
         stream->playhead.stand(heard.at(now()));
     else
         stream->playhead.run(heard.at(now()));
-    changed = true;
-    wake.notify_one();
+    reseat();
 }
 
 void Mixer::setSpectrumActive(bool active) {
@@ -173,16 +193,26 @@ const float* Mixer::spectrum() {
     return magnitudes;
 }
 
+// What the device holds is wrong, and where it said to be in that tells nothing any more. With the mutex
+// held.
+void Mixer::reseat() {
+    heard.forgetReport(now());
+    changed = true;
+    wake.notify_one();
+}
+
 void Mixer::run() {
     for (;;) {
         turn();
         std::unique_lock lock(mutex);
         wake.wait_for(lock, turnTime, [&] { return changed || quitting; });
-        if (!quitting) continue;
-        finished = true;
-        ended.notify_one();
-        return;
+        if (quitting) break;
     }
+    // Here, where stop need not wait for it: closing asks the server as well.
+    device.reset();
+    std::lock_guard lock(mutex);
+    finished = true;
+    ended.notify_one();
 }
 
 void Mixer::turn() {
@@ -202,6 +232,8 @@ bool Mixer::hear(const DeviceState& state, Time before, Time after) {
     std::lock_guard lock(mutex);
     if (changed) return false;
     if (state.delay < 0 || after - before > reportSlack) return true;
+    // The position may have been asked for since: the clock hears nothing of an earlier moment than this one.
+    const Time moment = now();
     const Time report = written() - Time(std::llround(state.delay * 1e9 / mixRate));
     // A device that stands says nothing new, so the time line runs by itself.
     if (report == latestReport) return true;
@@ -211,9 +243,10 @@ bool Mixer::hear(const DeviceState& state, Time before, Time after) {
         const Time late = seatTime - lead + (after - seatedAt) - report;
         lead = std::clamp(lead + late, Time::zero(), longestLead);
     }
-    const Time error = report - heard.at(after);
+    const Time reached = report + (moment - after);
+    const Time error = reached - heard.at(moment);
     if (std::chrono::abs(error) > outOfStep && after - seatedAt > settlingTime) return false;
-    heard.report(after, report);
+    heard.report(moment, reached);
     return true;
 }
 
@@ -224,6 +257,7 @@ void Mixer::seat() {
         std::lock_guard lock(mutex);
         changed = false;
         seatedAt = now();
+        heard.forgetReport(seatedAt);
         seatTime = latestReport = heard.at(seatedAt) + lead;
         leadLearnt = false;
         playing.clear();

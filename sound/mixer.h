@@ -40,6 +40,7 @@ public:
 private:
     static constexpr int chunkFrames = 512;
 
+    void reseat();
     void run();
     void turn();
     bool hear(const DeviceState& state, Time before, Time after);

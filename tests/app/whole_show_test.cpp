@@ -15,7 +15,7 @@ namespace {
 
 TEST(WholeShow, LastsAsLongAsItsProgrammeAndIsHeardToTheEnd) {
     SoundServer server;
-    Recorder recorder;
+    Recorder recorder(server);
     int output[2];
     ASSERT_EQ(pipe2(output, O_CLOEXEC), 0);
     // Line by line, so that the line about the sound comes when the music starts.

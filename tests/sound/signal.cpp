@@ -19,11 +19,12 @@ extern "C" const char* __lsan_default_suppressions() {
 std::vector<float> makeNoise(double seconds, int rate) {
     std::vector<float> samples(size_t(seconds * rate));
     uint32_t state = 12345;
-    float smooth = 0;
+    float smooth = 0, smoother = 0;
     for (float& sample : samples) {
         state = state * 1664525 + 1013904223;
-        smooth += 0.5f * (float(state >> 8) / float(1 << 23) - 1 - smooth);
-        sample = 0.8f * smooth;
+        smooth += 0.3f * (float(state >> 8) / float(1 << 23) - 1 - smooth);
+        smoother += 0.3f * (smooth - smoother);
+        sample = 1.2f * smoother;
     }
     return samples;
 }

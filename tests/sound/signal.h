@@ -7,7 +7,8 @@
 
 constexpr int recordRate = 44100;  // Hz, of every recording
 
-// Never repeats, so that any 20 ms of it tell which they are; half of full scale.
+// Never repeats, so that any 20 ms of it tell which they are, and smooth enough to be the same after a
+// resampler; half of full scale.
 std::vector<float> makeNoise(double seconds, int rate);
 std::vector<float> makeTone(double seconds, int rate, double frequency);
 // A path in the tests' scratch folder.

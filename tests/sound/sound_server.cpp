@@ -74,40 +74,134 @@ Environment::~Environment() {
     for (const auto& [name, value] : before) setenv(name.c_str(), value.c_str(), 1);
 }
 
-SoundServer::SoundServer() : home(scratchPath("server")) {
-    namespace fs = std::filesystem;
+namespace {
+
+namespace fs = std::filesystem;
+
+// Where ./test has unpacked the servers; without it, those that are installed are taken.
+const std::string unpacked = BUILD_FOLDER "/servers";
+
+std::string valueOf(const char* variable) {
+    const char* value = std::getenv(variable);
+    return value ? value : "";
+}
+
+bool waitForFile(const std::string& path) {
+    for (int i = 0; i < 100 && !fs::exists(path); ++i) sleepSeconds(0.05);
+    return fs::exists(path);
+}
+
+constexpr char pipeWireSink[] = R"(
+context.properties = { core.daemon = true, core.name = pipewire-0 }
+context.spa-libs = { audio.convert.* = audioconvert/libspa-audioconvert, support.* = support/libspa-support }
+context.modules = [
+    { name = libpipewire-module-rt, args = { nice.level = -11 }, flags = [ ifexists, nofail ] }
+    { name = libpipewire-module-protocol-native }
+    { name = libpipewire-module-metadata }
+    { name = libpipewire-module-spa-node-factory }
+    { name = libpipewire-module-client-node }
+    { name = libpipewire-module-access }
+    { name = libpipewire-module-adapter }
+    { name = libpipewire-module-link-factory }
+    { name = libpipewire-module-session-manager }
+]
+context.objects = [
+    { factory = adapter
+      args = { factory.name = support.null-audio-sink, node.name = ear, media.class = Audio/Sink
+               audio.position = [ FL FR ] } }
+]
+)";
+
+// PulseAudio's protocol in front of it, for the recorder. Not at its usual place, where ALSA would take it
+// for the default device.
+constexpr char pipeWireFront[] = R"(
+context.spa-libs = { audio.convert.* = audioconvert/libspa-audioconvert, support.* = support/libspa-support }
+context.modules = [
+    { name = libpipewire-module-rt, args = { nice.level = -11 }, flags = [ ifexists, nofail ] }
+    { name = libpipewire-module-protocol-native }
+    { name = libpipewire-module-client-node }
+    { name = libpipewire-module-adapter }
+    { name = libpipewire-module-metadata }
+    { name = libpipewire-module-protocol-pulse, args = { server.address = [ "unix:)";
+constexpr char pipeWireFrontEnd[] = R"(" ] } }
+]
+)";
+
+}  // namespace
+
+SoundServer::SoundServer(Kind kind) : home(scratchPath("server")) {
     fs::create_directories(home + "/.config/pulse");
     fs::create_directories(home + "/run");
     fs::permissions(home + "/run", fs::perms::owner_all);
-    std::ofstream(home + "/.asoundrc") << "pcm.!default { type pulse }\n";
     std::ofstream(home + "/.config/pulse/client.conf") << "autospawn = no\n";
     environment.set("HOME", home);
     environment.set("XDG_RUNTIME_DIR", home + "/run");
-    process = startProcess({"pulseaudio", "--daemonize=no", "--exit-idle-time=-1", "-n", "-L",
-                            "module-null-sink sink_name=ear rate=44100 channels=2 format=s16le", "-L",
-                            "module-native-protocol-unix auth-anonymous=1"});
-    for (int i = 0; i < 100 && !fs::exists(home + "/run/pulse/native"); ++i) sleepSeconds(0.05);
+    environment.set("PATH", unpacked + "/bin:" + unpacked + "/usr/bin:" + valueOf("PATH"));
+    kind == PulseAudio ? startPulseAudio() : startPipeWire();
+}
+
+void SoundServer::startPulseAudio() {
+    std::ofstream(home + "/.asoundrc") << "pcm.!default { type pulse }\n";
+    processes = {startProcess({"pulseaudio", "--daemonize=no", "--exit-idle-time=-1", "-n", "-L",
+                               "module-null-sink sink_name=ear rate=44100 channels=2 format=s16le", "-L",
+                               "module-native-protocol-unix auth-anonymous=1"})};
+    recorderSocket = home + "/run/pulse/native";
+    running = waitForFile(recorderSocket);
+}
+
+// The server, a session manager that looks for no hardware, and the front for the recorder.
+void SoundServer::startPipeWire() {
+    std::ofstream asoundrc(home + "/.asoundrc");
+    std::string data = "/usr/share";
+    if (fs::exists(unpacked)) {
+        data = unpacked + data;
+        for (const auto& entry : fs::recursive_directory_iterator(unpacked)) {
+            if (entry.path().filename() == "libasound_module_pcm_pipewire.so")
+                asoundrc << "pcm_type.pipewire { lib " << entry.path() << " }\n";
+        }
+    }
+    asoundrc << "pcm.!default { type pipewire playback_node ear }\n";
+    asoundrc.close();
+    std::ofstream(home + "/sink.conf") << pipeWireSink;
+    recorderSocket = home + "/run/recorder";
+    recorderLatency = 20;
+    std::ofstream(home + "/front.conf") << pipeWireFront << recorderSocket << pipeWireFrontEnd;
+    environment.set("PIPEWIRE_CONFIG_DIR", data + "/pipewire");
+    environment.set("WIREPLUMBER_CONFIG_DIR", data + "/wireplumber");
+    environment.set("WIREPLUMBER_DATA_DIR", data + "/wireplumber");
+    environment.set("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + home + "/no-bus");
+    processes = {startProcess({"pipewire", "-c", home + "/sink.conf"})};
+    waitForFile(home + "/run/pipewire-0");
+    // Older ones know their profiles by the files' names.
+    const bool byFile = fs::exists(data + "/wireplumber/policy.conf");
+    processes.push_back(
+        startProcess({"wireplumber", byFile ? "-c" : "-p", byFile ? "policy.conf" : "policy"}));
+    processes.push_back(startProcess({"pipewire", "-c", home + "/front.conf"}));
+    running = waitForFile(recorderSocket);
 }
 
 SoundServer::~SoundServer() {
-    if (process > 0) ::kill(process, SIGCONT);
-    endProcess(process, SIGTERM);
-    std::filesystem::remove_all(home);
+    if (id() > 0) ::kill(id(), SIGCONT);
+    for (auto process = processes.rbegin(); process != processes.rend(); ++process)
+        endProcess(*process, SIGTERM);
+    fs::remove_all(home);
 }
 
 void SoundServer::kill() {
-    endProcess(process, SIGKILL);
-    process = -1;
+    for (const pid_t process : processes) endProcess(process, SIGKILL);
+    processes.clear();
 }
 
-Recorder::Recorder() {
+Recorder::Recorder(const SoundServer& server) {
     int ends[2];
     if (pipe2(ends, O_CLOEXEC) != 0) return;
     pipeEnd = ends[0];
     // The short latency also makes the sink play in short steps, so that a frame is recorded as it is heard.
-    process = startProcess({"parec", "--raw", "--device=ear.monitor", "--format=s16le", "--channels=2",
-                            "--rate=" + std::to_string(recordRate), "--latency-msec=5"},
-                           ends[1]);
+    process =
+        startProcess({"parec", "--server=unix:" + server.recorderSocket, "--raw", "--device=ear.monitor",
+                      "--format=s16le", "--channels=2", "--rate=" + std::to_string(recordRate),
+                      "--latency-msec=" + std::to_string(server.recorderLatency)},
+                     ends[1]);
     close(ends[1]);
     reader = std::thread(&Recorder::read, this);
 }

@@ -1,4 +1,4 @@
-// A PulseAudio server for a test: one null sink, which is ALSA's default device as long as the server object
+// A sound server for a test: one null sink, which is ALSA's default device as long as the server object
 // lives, and a recorder that knows when each frame it recorded was heard.
 #pragma once
 
@@ -32,21 +32,33 @@ private:
 
 class SoundServer {
 public:
-    SoundServer();
+    enum Kind { PulseAudio, PipeWire };
+
+    explicit SoundServer(Kind kind = PulseAudio);
     ~SoundServer();
-    pid_t id() const { return process; }
+    // Whether it is on this machine and has started.
+    bool isRunning() const { return running; }
+    // The process that its clients talk to; stopped, it answers nobody.
+    pid_t id() const { return processes.empty() ? -1 : processes.front(); }
     void kill();
 
+    std::string recorderSocket;  // where it speaks PulseAudio's protocol
+    int recorderLatency = 5;     // ms, the least that it keeps on a busy machine
+
 private:
+    void startPulseAudio();
+    void startPipeWire();
+
     Environment environment;
     std::string home;
-    pid_t process = -1;
+    std::vector<pid_t> processes;
+    bool running = false;
 };
 
 // All that the server's sink plays, first channel.
 class Recorder {
 public:
-    Recorder();
+    explicit Recorder(const SoundServer& server);
     ~Recorder();
     // Ends the recording.
     const std::vector<float>& samples();
