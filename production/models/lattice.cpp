@@ -1,5 +1,6 @@
-// The figure that is cut to stripes: two cages of ribbons, one in the other, that wind from pole to pole in
-// opposite ways. Ribbons are sheets, so that whoever looks in sees their coloured inside.
+// The figure that is cut to stripes: a burning wheel. Five arms sweep back from its heart like flames and
+// rise to a cone, five shorter ones sweep the other way below, so that its edge-on view is a shape too. Arms
+// are crossed ribbons, sheets whose coloured inside shows to whoever looks along them.
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
@@ -10,60 +11,66 @@ using namespace model;
 
 namespace {
 
-struct Cage {
-    double radius;
-    int ribbons;
-    double breadth;  // units, at the equator
-    double turns;    // of a ribbon from pole to pole
+// From afar only the outline is read, over 70 units wide and in deep notches: few arms, broad at the root.
+struct Arm {
+    double reach;    // of its tip from the axle
+    double breadth;  // of half a ribbon, at its broadest
+    double rise;     // of its tip over its root
+    double bend;     // radians that the tip lags behind the root
+    double twist;    // radians that the ribbons turn about the arm
 };
-constexpr Cage cages[] = {{42, 6, 17, 0.62}, {23, 5, 12, -0.5}};
-constexpr double poleAngle = 0.27;  // radians from the axis to the ribbons' ends
+constexpr Arm flame = {96, 17, 38, 1.35, 1.1};
+constexpr Arm counterFlame = {48, 9, -52, -0.8, -0.9};
+constexpr int arms = 5;
+constexpr double root = 10;  // where an arm leaves the heart
 
-// Across a ribbon: places from edge to edge in half breadths, and heights over its sphere in half breadths.
-struct Rib {
-    double across, height;
-};
-constexpr Rib profile[] = {{-1, 0.16},  {-0.86, 0.2}, {-0.74, 0.02}, {-0.3, 0.06}, {0, 0.075},
-                           {0.3, 0.06}, {0.74, 0.02}, {0.86, 0.2},   {1, 0.16}};
-constexpr int profilePoints = sizeof(profile) / sizeof(profile[0]);
-
-Vec onSphere(double fromPole, double angle) {
-    return {std::sin(fromPole) * std::cos(angle), std::cos(fromPole), std::sin(fromPole) * std::sin(angle)};
-}
-
-// A ribbon keeps its breadth over the middle and draws in towards the poles, where there is less room.
-Shape ribbon(const Cage& cage) {
-    const int steps = 48;
+// Along +x, the axle being y.
+Shape armOf(const Arm& arm) {
+    const int steps = 36, across = 5;
     const auto middle = [&](double k) {
-        const double fromPole = poleAngle + (pi - 2 * poleAngle) * k;
-        return onSphere(fromPole, 2 * pi * cage.turns * k);
+        const double r = mix(root, arm.reach, k), turn = arm.bend * k * k;
+        // Level at first, then up: the wheel is a dish, not a funnel.
+        return Vec{r * std::cos(turn), arm.rise * k * k, r * std::sin(turn)};
     };
-    return grid(profilePoints, steps + 1, false, false, [&](int c, int r) {
-        const double k = static_cast<double>(r) / steps;
-        const Vec out = middle(k);
-        const Vec along = normalized(middle(k + 1e-4) - middle(k - 1e-4));
-        const double half = cage.breadth / 2 * std::pow(std::sin(pi * (0.08 + 0.84 * k)), 0.7);
-        const Vec place = out * cage.radius + cross(along, out) * (profile[c].across * half);
-        return normalized(place) * (cage.radius + profile[c].height * half);
-    });
+    const auto ribbon = [&](double start) {
+        return grid(across, steps + 1, false, false, [&](int c, int r) {
+            const double k = static_cast<double>(r) / steps;
+            const Vec along = normalized(middle(k + 1e-3) - middle(k - 1e-3));
+            const Vec side = normalized(cross(along, {0, 1, 0})), up = cross(side, along);
+            const double taper = std::pow(1 - k, 0.7) * mix(0.4, 1, smoothStep(0, 0.2, k));
+            const double half = arm.breadth * taper + 0.3;
+            const double turn = start + arm.twist * k, x = 2.0 * c / (across - 1) - 1;
+            const Vec flat = side * std::cos(turn) + up * std::sin(turn), off = cross(along, flat);
+            return middle(k) + flat * (half * x) + off * (0.35 * half * x * x);  // hollow, like a leaf
+        });
+    };
+    return joined({ribbon(0.4), ribbon(0.4 + pi / 2)});
 }
 
-// The collar that holds the ribbons' ends, at the upper pole.
-Shape collar(const Cage& cage) {
-    const double y = cage.radius * std::cos(poleAngle), rim = cage.radius * std::sin(poleAngle);
-    const Outline band = {{rim + 1.6, y - 2.6}, {rim + 2.2, y - 1.4}, {rim + 1, y + 1.8}, {rim - 1, y + 2.6}};
-    return lathe(band, 36);
+// A star of twenty spikes.
+Shape heart() {
+    const double radius = 15, tip = 24;
+    const Shape core = icosphere(radius, 0);
+    Shape spikes;
+    for (const Face& face : core.faces) {
+        const int first = static_cast<int>(spikes.points.size());
+        for (int point : face.points) spikes.points.push_back(core.points[point]);
+        spikes.points.push_back(normalized(faceCentre(core, face)) * tip);
+        for (int i = 0; i < 3; i++) addFace(spikes, {first + i, first + (i + 1) % 3, first + 3});
+    }
+    return smoothed(spikes, hard);
 }
 
-Shape cageOf(const Cage& cage) {
-    return joined({around(ribbon(cage), cage.ribbons, Axis::y), withMirror(collar(cage), Axis::y)});
+// Out of line with the axes, so that no two turns of the tumble look the same.
+Shape tilted(const Shape& shape) {
+    return turned(turned(shape, Axis::x, 0.9), Axis::z, 0.3);
 }
 
 }  // namespace
 
 void makeLattice(const char* path) {
-    std::vector<Shape> parts;
-    for (const Cage& cage : cages) parts.push_back(cageOf(cage));
-    // Out of line with the axes, so that no two turns of its tumble look the same.
-    writeAml(path, {painted(turned(turned(joined(parts), Axis::x, 0.3), Axis::z, 0.5), hull::coolLamp)});
+    const Shape wheel = around(armOf(flame), arms, Axis::y);
+    const Shape counterWheel = turned(around(armOf(counterFlame), arms, Axis::y), Axis::y, pi / arms);
+    writeAml(path, {painted(tilted(wheel), hull::coolLamp), painted(tilted(counterWheel), hull::orange),
+                    painted(tilted(heart()), hull::coolLamp)});
 }

@@ -189,7 +189,7 @@ TEST(Models, TakeTheRoomTheirScenesLeaveThem) {
         {"robo_arms.AML", fromY, 0, 45, 35, 46},
         {"ring.AML", fromY, 97, 101, 108, 114},
         {"ring.AML", y, -12, -4, 4, 12},
-        {"haromalli.AML", fromOrigin, 10, 40, 25, 45},
+        {"haromalli.AML", fromOrigin, 5, 40, 90, 105},
         {"pallo.AML", fromOrigin, 1500, 4000, 1500, 4000},
         {"palikka.AML", fromOrigin, 0, 20, 30, 52},
         {"huone_simple.AML", fromY, 0, 1, 320, 350},
