@@ -1,21 +1,34 @@
 // What the benchmarks share: timing, and figures as rows of a table and as JSON.
-// A figure is compared with another of the same run, never with a fixed time.
+// A figure is compared with another of the same run where noise can reach it; goals stand with the figures.
 #pragma once
 
 #include <functional>
 #include <string>
 #include <vector>
 
+enum class Goal { none, ratioAtMost, ratioAtLeast, valueAtMost, valueAtLeast };
+
 struct Figure {
     std::string name;
     double value;
     const char* unit;
-    double compared;  // the other figure of the same run, in the same unit; 0 if there is none
-    double goal;      // of value / compared; 0 if there is none
-    bool atLeast;     // the goal is reached from above
+    double compared = 0;  // the other figure of the same run, in the same unit; 0 if there is none
+    Goal kind = Goal::none;
+    double goal = 0;
+    std::vector<double> ratios = {};  // value / compared of each pair, if they were measured in pairs
 };
 
 using Figures = std::vector<Figure>;
+
+// The median of the pairs' ratios, or value / compared.
+double ratio(const Figure& figure);
+
+double median(std::vector<double> values);
+
+// A figure of pairs: each of `ours` was measured right beside the one of `others`, so that both met the same
+// weather. Value and compared are the medians.
+Figure paired(const std::string& name, const char* unit, const std::vector<double>& ours,
+              const std::vector<double>& others, Goal kind, double goal);
 
 // Seconds on a steady clock; seconds of processor time of all threads of this process.
 double wallSeconds();
@@ -24,9 +37,17 @@ double processSeconds();
 // The shortest of `runs` runs, seconds: the one that other work on the machine disturbed least.
 double bestSeconds(int runs, const std::function<void()>& work);
 
-// The groups. Each runs in a process of its own, since GL's first start is in some of them.
-Figures benchLoaders();
-Figures benchRays();
-Figures benchStartUp();
-Figures benchFrames();
-Figures benchCapture();
+// What a shell command writes to its standard output.
+std::string outputOf(const std::string& command);
+// This program with other words, for outputOf.
+std::string thisProgram(const std::string& words);
+
+// The groups. Each runs in a process of its own, since GL's first start is in some of them. `part` chooses
+// rows by their names: all if it is empty. Groups that are quick as a whole ignore it.
+Figures benchLoaders(const std::string& part);
+Figures benchRays(const std::string& part);
+Figures benchStartUp(const std::string& part);
+Figures benchFrames(const std::string& part);
+Figures benchUndrawnFrames(const std::string& part);
+Figures benchInstructions(const std::string& part);
+Figures benchCapture(const std::string& part);

@@ -1,93 +1,104 @@
 // Milliseconds of each part of the programme's frames, against the same frames replayed from a recording of
-// their GL calls: what is over is ours.
-#include <GL/glew.h>
+// their GL calls: what is over is ours. Live and replayed take turns.
+#include <unistd.h>
 
-#include <algorithm>
-#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
 
-#include "app/frame.h"
 #include "bench/bench.h"
 #include "bench/moments.h"
-#include "script/timeline.h"
-#include "tools/capture/stepped_show.h"
 
 namespace {
 
-constexpr int framesPerSecond = 30;
-constexpr int frames = 60;
-constexpr int warmUpFrames = 10;
-constexpr int replays = 3;
-constexpr double goal = 1.03;
+constexpr char leaveDrawingOut[] = "GALLIUM_NOOP=1 ";
 
-std::string shell(const std::string& command) {
-    FILE* pipe = popen((command + " 2>/dev/null").c_str(), "r");
-    std::string output;
-    std::array<char, 4096> part;
-    while (const size_t count = fread(part.data(), 1, part.size(), pipe)) output.append(part.data(), count);
-    pclose(pipe);
-    return output;
+// How a moment is drawn and how often it is compared.
+struct Comparison {
+    const char* environment;
+    int frames;
+    int step;  // milliseconds
+    int pairs;
+    double goal;
+};
+
+constexpr Comparison drawn = {"", 60, 33, 5, 1.03};
+// Steps of a fast screen, and more frames: they take a hundredth of the time.
+constexpr Comparison undrawn = {leaveDrawingOut, 400, 4, 9, 1.03};
+
+constexpr char roomBeginning[] = "139.0";
+constexpr double roomGoal = 0.6;  // ms of one core, drawing left out
+
+std::string momentCommand(const Comparison& comparison, int entry) {
+    return thisProgram("moment " + std::to_string(entry) + " " + std::to_string(comparison.frames) + " " +
+                       std::to_string(comparison.step));
 }
 
-std::string momentCommand(int entry, int count) {
-    return std::filesystem::read_symlink("/proc/self/exe").string() + " moment " + std::to_string(entry) +
-           " " + std::to_string(count);
+FrameCost liveFrame(const Comparison& comparison, int entry) {
+    FrameCost cost;
+    sscanf(outputOf(comparison.environment + momentCommand(comparison, entry)).c_str(), "%lf %lf", &cost.wall,
+           &cost.process);
+    return cost;
 }
 
-// Records a moment and replays the recording as fast as it goes, loading included: "Rendered N frames in S
-// secs, ...", of which S.
-double replaySeconds(int entry, int count) {
-    const std::string trace = std::filesystem::temp_directory_path() / "valojuova-bench.trace";
-    shell("apitrace trace -o " + trace + " " + momentCommand(entry, count));
-    double best = 1e9;
-    for (int i = 0; i < replays; i++) {
-        const std::string output = shell("apitrace replay --benchmark " + trace);
-        const size_t place = output.find(" frames in ");
-        if (place != std::string::npos) best = std::min(best, std::atof(output.c_str() + place + 11));
+// The replay tells when each frame began, "frame NANOSECONDS" each: those of the loading screens, the
+// moment's, and one of what was called after the last was shown.
+double replayedFrame(const Comparison& comparison, const std::string& recording) {
+    const std::string output =
+        outputOf(comparison.environment + ("apitrace replay --pframes='opengl: [0,0]' " + recording));
+    std::vector<double> beginnings;
+    for (size_t line = 0; (line = output.find("\nframe\t", line)) != std::string::npos; line++)
+        beginnings.push_back(std::atof(output.c_str() + line + 7) * 1e-9);
+    if (beginnings.size() <= size_t(comparison.frames)) return 0;
+    return medianFrame(beginnings, comparison.frames);
+}
+
+void compare(const Comparison& comparison, const Segment& segment, Figures& figures) {
+    const std::string recording =
+        std::filesystem::temp_directory_path() / ("valojuova-bench." + std::to_string(getpid()) + ".trace");
+    outputOf(comparison.environment +
+             ("apitrace trace -o " + recording + " " + momentCommand(comparison, segment.entry)));
+    std::vector<double> live, process, replayed;
+    for (int i = 0; i < comparison.pairs; i++) {
+        const FrameCost cost = liveFrame(comparison, segment.entry);
+        const double replay = replayedFrame(comparison, recording);
+        if (cost.wall == 0 || replay == 0) continue;
+        live.push_back(cost.wall * 1000);
+        process.push_back(cost.process * 1000);
+        replayed.push_back(replay * 1000);
     }
-    std::filesystem::remove(trace);
-    return best;
+    std::filesystem::remove(recording);
+    if (live.empty()) {
+        fprintf(stderr, "bench: no pair of %s came out\n", segment.name.c_str());
+        return;
+    }
+    const std::string name = segment.name + (*comparison.environment ? ", undrawn" : "");
+    figures.push_back(paired(name, "ms", live, replayed, Goal::ratioAtMost, comparison.goal));
+    Figure cpu = {name + ", CPU", median(process), "ms"};
+    if (*comparison.environment && name.find(roomBeginning) != std::string::npos) {
+        cpu.kind = Goal::valueAtMost;
+        cpu.goal = roomGoal;
+    }
+    figures.push_back(cpu);
 }
 
-// Recordings of a few frames and of many hold the same loading, so their difference is of frames alone.
-double replayedFrame(int entry) {
-    return (replaySeconds(entry, frames) - replaySeconds(entry, warmUpFrames)) / (frames - warmUpFrames);
+Figures compareAll(const Comparison& comparison, const std::string& part) {
+    Figures figures;
+    for (const Segment& segment : segments(part)) compare(comparison, segment, figures);
+    return figures;
 }
 
 }  // namespace
 
-Moment drawMoment(int entry, int count) {
-    SteppedShow show(framesPerSecond);
-    const auto sheet = programme();
-    const float middle = (sheet[entry].begin + sheet[entry + 1].begin) / 2;
-    Moment start;
-    for (int i = 0; i < count; i++) {
-        if (i == warmUpFrames) start = {wallSeconds(), processSeconds()};
-        show.music.ms = int(middle * 1000) + i * 1000 / framesPerSecond;
-        renderFrame();
-    }
-    glFinish();
-    const int counted = std::max(1, count - warmUpFrames);
-    return {(wallSeconds() - start.wall) / counted, (processSeconds() - start.process) / counted};
+Figures benchFrames(const std::string& part) {
+    return compareAll(drawn, part);
 }
 
-Figures benchFrames() {
-    Figures figures;
-    const auto sheet = programme();
-    for (int entry = 0; entry + 1 < int(sheet.size()); entry++) {
-        Moment best{1e9, 1e9};
-        for (int i = 0; i < replays; i++) {
-            Moment moment;
-            sscanf(shell(momentCommand(entry, frames)).c_str(), "%lf %lf", &moment.wall, &moment.process);
-            if (moment.wall < best.wall) best = moment;
-        }
-        char name[64];
-        snprintf(name, sizeof name, "a frame after %.1f s", double(sheet[entry].begin));
-        figures.push_back({name, best.wall * 1000, "ms", replayedFrame(entry) * 1000, goal, false});
-        figures.push_back({std::string(name) + ", CPU", best.process * 1000, "ms", 0, 0, false});
+Figures benchUndrawnFrames(const std::string& part) {
+    if (outputOf(leaveDrawingOut + thisProgram("leaves-drawing-out")) != "yes\n") {
+        fprintf(stderr, "bench: this GL driver draws in any case, so no frame without drawing\n");
+        return {};
     }
-    return figures;
+    return compareAll(undrawn, part);
 }

@@ -1,11 +1,15 @@
-// measure [GROUP]...: measures, prints a table and writes bench.json. Without a group: all of them.
+// measure [GROUP[:PART]]...: measures, prints a table and writes bench.json. Without a group: all of them.
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <string>
+#include <vector>
 
 #include "bench/bench.h"
+#include "bench/instructions.h"
 #include "bench/moments.h"
+#include "tools/capture/stepped_show.h"
 
 namespace {
 
@@ -13,40 +17,56 @@ constexpr char partialResults[] = "bench.json.part";
 
 const struct Group {
     const char* name;
-    Figures (*run)();
+    Figures (*run)(const std::string& part);
 } groups[] = {
-    {"loaders", benchLoaders}, {"rays", benchRays},       {"startup", benchStartUp},
-    {"frames", benchFrames},   {"capture", benchCapture},
+    {"loaders", benchLoaders},       {"rays", benchRays},
+    {"startup", benchStartUp},       {"frames", benchFrames},
+    {"undrawn", benchUndrawnFrames}, {"instructions", benchInstructions},
+    {"capture", benchCapture},
 };
 
-void printRow(const Figure& figure) {
-    printf("%-30s %9.2f %-10s", figure.name.c_str(), figure.value, figure.unit);
-    if (figure.compared > 0) {
-        const double ratio = figure.value / figure.compared;
-        const bool reached = figure.atLeast ? ratio >= figure.goal : ratio <= figure.goal;
-        printf(" %9.2f   ratio %6.3f", figure.compared, ratio);
-        if (figure.goal > 0) {
-            printf("   goal %s %.2f: %s", figure.atLeast ? "at least" : "at most", figure.goal,
-                   reached ? "reached" : "missed");
-        }
+void printGoal(const Figure& figure) {
+    const bool isRatio = figure.kind == Goal::ratioAtMost || figure.kind == Goal::ratioAtLeast;
+    const bool atLeast = figure.kind == Goal::ratioAtLeast || figure.kind == Goal::valueAtLeast;
+    const double reached = isRatio ? ratio(figure) : figure.value;
+    const double excess = (reached / figure.goal - 1) * (atLeast ? -100 : 100);
+    printf("   goal at %s %g: ", atLeast ? "least" : "most", figure.goal);
+    if (excess <= 0) {
+        printf("reached");
+    } else {
+        printf("missed by %.1f %%", excess);
     }
+}
+
+void printRow(const Figure& figure) {
+    printf("%-35s %9.2f %-10s", figure.name.c_str(), figure.value, figure.unit);
+    if (figure.compared > 0) printf(" %9.2f   ratio %6.3f", figure.compared, ratio(figure));
+    if (!figure.ratios.empty()) {
+        const auto [least, most] = std::minmax_element(figure.ratios.begin(), figure.ratios.end());
+        printf(", %zu pairs %.3f to %.3f", figure.ratios.size(), *least, *most);
+    }
+    if (figure.kind != Goal::none) printGoal(figure);
     printf("\n");
+    fflush(stdout);
 }
 
 void writeRow(FILE* file, const char* group, const Figure& figure, bool first) {
-    fprintf(file,
-            "%s\n  {\"group\": \"%s\", \"name\": \"%s\", \"value\": %g, \"unit\": \"%s\", \"compared\": %g, "
-            "\"goal\": %g}",
-            first ? "" : ",", group, figure.name.c_str(), figure.value, figure.unit, figure.compared,
-            figure.goal);
+    fprintf(
+        file,
+        "%s\n  {\"group\": \"%s\", \"name\": \"%s\", \"value\": %.9g, \"unit\": \"%s\", \"compared\": %g, "
+        "\"goal\": %g, \"ratios\": [",
+        first ? "" : ",", group, figure.name.c_str(), figure.value, figure.unit, figure.compared,
+        figure.goal);
+    for (size_t i = 0; i < figure.ratios.size(); i++) fprintf(file, i ? ", %g" : "%g", figure.ratios[i]);
+    fprintf(file, "]}");
 }
 
 // The rows go behind those of the groups before.
-int runGroup(const Group& group) {
+int runGroup(const Group& group, const std::string& part) {
     FILE* file = fopen(partialResults, "a");
     if (!file) return 1;
     bool first = ftell(file) == 0;
-    for (const Figure& figure : group.run()) {
+    for (const Figure& figure : group.run(part)) {
         printRow(figure);
         writeRow(file, group.name, figure, first);
         first = false;
@@ -55,41 +75,61 @@ int runGroup(const Group& group) {
     return 0;
 }
 
-bool isWanted(const char* group, int argc, char** argv) {
-    for (int i = 1; i < argc; i++) {
-        if (strcmp(argv[i], group) == 0) return true;
-    }
-    return argc == 1;
+// "GROUP" or "GROUP:PART", of which PART. False if the word is of another group.
+bool chooses(const std::string& word, const std::string& group, std::string* part) {
+    if (word == group) return part->clear(), true;
+    if (!word.starts_with(group + ":")) return false;
+    *part = word.substr(group.size() + 1);
+    return true;
 }
 
-int runAll(int argc, char** argv) {
+int runProcess(const char* program, const Group& group, const std::string& part) {
+    const std::string command = std::string(program) + " group " + group.name + " '" + part + "'";
+    if (system(command.c_str()) == 0) return 0;
+    fprintf(stderr, "bench: %s failed\n", group.name);
+    return 1;
+}
+
+int runAll(const char* program, const std::vector<std::string>& words) {
     remove(partialResults);
     int failures = 0;
+    std::string part;
     for (const Group& group : groups) {
-        if (!isWanted(group.name, argc, argv)) continue;
-        if (system((std::string(argv[0]) + " group " + group.name).c_str()) != 0) {
-            fprintf(stderr, "bench: %s failed\n", group.name);
-            failures++;
+        if (words.empty()) failures += runProcess(program, group, "");
+        for (const std::string& word : words) {
+            if (chooses(word, group.name, &part)) failures += runProcess(program, group, part);
         }
     }
-    const std::string part = partialResults;
+    const std::string rows = partialResults;
     failures +=
-        system(("{ printf '['; cat " + part + "; printf '\\n]\\n'; } >bench.json; rm " + part).c_str());
+        system(("{ printf '['; cat " + rows + "; printf '\\n]\\n'; } >bench.json; rm " + rows).c_str());
     return failures == 0 ? 0 : 1;
+}
+
+int printMoment(const Moment& moment) {
+    const FrameCost cost = drawMoment(moment);
+    printf("%f %f\n", cost.wall, cost.process);
+    return 0;
+}
+
+int printWhetherDrawingIsLeftOut() {
+    SteppedShow show(30);
+    puts(drawingIsLeftOut() ? "yes" : "no");
+    return 0;
 }
 
 }  // namespace
 
+// Besides the groups, what they run as processes of their own.
 int main(int argc, char** argv) {
-    if (argc == 4 && strcmp(argv[1], "moment") == 0) {
-        const Moment moment = drawMoment(atoi(argv[2]), atoi(argv[3]));
-        printf("%f %f\n", moment.wall, moment.process);
-        return 0;
+    const std::vector<std::string> words(argv + 1, argv + argc);
+    const std::string task = words.empty() ? "" : words[0];
+    if (task == "moment" && words.size() == 4)
+        return printMoment({std::stoi(words[1]), std::stoi(words[2]), std::stoi(words[3])});
+    if (task == "leaves-drawing-out") return printWhetherDrawingIsLeftOut();
+    if (task == "counted" && words.size() == 2) return drawCounted(words[1]), 0;
+    for (const Group& group : groups) {
+        if (task == "group" && words.size() == 3 && words[1] == group.name) return runGroup(group, words[2]);
     }
-    if (argc == 3 && strcmp(argv[1], "group") == 0) {
-        for (const Group& group : groups) {
-            if (strcmp(argv[2], group.name) == 0) return runGroup(group);
-        }
-    }
-    return runAll(argc, argv);
+    return runAll(argv[0], words);
 }

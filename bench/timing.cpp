@@ -1,8 +1,28 @@
 #include <algorithm>
+#include <array>
 #include <chrono>
+#include <cstdio>
 #include <ctime>
+#include <filesystem>
 
 #include "bench/bench.h"
+
+double ratio(const Figure& figure) {
+    return figure.ratios.empty() ? figure.value / figure.compared : median(figure.ratios);
+}
+
+double median(std::vector<double> values) {
+    std::sort(values.begin(), values.end());
+    const size_t middle = values.size() / 2;
+    return values.size() % 2 ? values[middle] : (values[middle - 1] + values[middle]) / 2;
+}
+
+Figure paired(const std::string& name, const char* unit, const std::vector<double>& ours,
+              const std::vector<double>& others, Goal kind, double goal) {
+    Figure figure = {name, median(ours), unit, median(others), kind, goal};
+    for (size_t i = 0; i < ours.size(); i++) figure.ratios.push_back(ours[i] / others[i]);
+    return figure;
+}
 
 double wallSeconds() {
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
@@ -22,4 +42,17 @@ double bestSeconds(int runs, const std::function<void()>& work) {
         best = std::min(best, wallSeconds() - start);
     }
     return best;
+}
+
+std::string outputOf(const std::string& command) {
+    FILE* pipe = popen((command + " 2>/dev/null").c_str(), "r");
+    std::string output;
+    std::array<char, 4096> part;
+    while (const size_t count = fread(part.data(), 1, part.size(), pipe)) output.append(part.data(), count);
+    pclose(pipe);
+    return output;
+}
+
+std::string thisProgram(const std::string& words) {
+    return std::filesystem::read_symlink("/proc/self/exe").string() + " " + words;
 }
