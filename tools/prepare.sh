@@ -3,8 +3,47 @@
 playPackages=(g++ cmake ninja-build pkg-config libsdl1.2-dev libgl1-mesa-dev libglu1-mesa-dev libglew-dev
               freeglut3-dev libpng-dev libjpeg-dev libvorbis-dev libasound2-dev libfftw3-dev
               libsamplerate0-dev libgtest-dev libgl1-mesa-dri xvfb xauth x11-utils libasound2-plugins ffmpeg)
-testPackages=(clang-format pulseaudio-utils aubio-tools xdotool clang libc++-dev)
+testPackages=(clang-format pulseaudio-utils aubio-tools xdotool openbox clang libc++-dev)
 fuzzPackages=(libclang-rt-dev)
+
+# below PID: what runs below it, nearest first.
+below() {
+    local child
+    for child in $(cat "/proc/$1/task/"*/children 2>/dev/null); do
+        echo "$child"
+        below "$child"
+    done
+}
+
+# endAttended SIGNAL: asks what `attend` runs to end, all of it, waits until it has, and ends this script by
+# the signal. A dpkg at work is left to finish, else the next one would refuse to start. xvfb-run and its
+# display end by themselves when what they are there for has ended.
+endAttended() {
+    trap '' INT TERM HUP
+    local pid running
+    while kill -0 "$attended" 2>/dev/null; do
+        running=$(echo "$attended"; below "$attended")
+        if ! cat $(printf '/proc/%s/comm ' $running) 2>/dev/null | grep -qx dpkg; then
+            for pid in $running; do
+                case $(cat "/proc/$pid/comm" 2>/dev/null) in xvfb-run | Xvfb) continue ;; esac
+                kill "$pid" 2>/dev/null || sudo -n kill "$pid" 2>/dev/null || true
+            done
+        fi
+        sleep 0.2
+    done
+    trap - "$1"
+    kill -s "$1" $$
+}
+
+# attend COMMAND...: runs it; TERM, HUP and Ctrl-C of this script end it too, with all that it has started.
+attend() {
+    trap 'endAttended INT' INT
+    trap 'endAttended TERM' TERM
+    trap 'endAttended HUP' HUP
+    "$@" <&0 &
+    attended=$!
+    wait "$attended"
+}
 
 # installPackages NAME...: those of them that are not installed yet, as root or through sudo.
 installPackages() {
@@ -16,8 +55,8 @@ installPackages() {
     local asRoot=()
     [ "$(id -u)" = 0 ] || asRoot=(sudo)
     echo "Installing ${missing[*]}"
-    "${asRoot[@]}" apt-get update -qq
-    "${asRoot[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
+    attend "${asRoot[@]}" apt-get update -qq
+    attend "${asRoot[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
         "${missing[@]}" >/dev/null
 }
 
@@ -48,8 +87,8 @@ END
 
 # build [TARGET...]: configures once, then brings the targets (without any: all, the data set too) up to date.
 build() {
-    [ -e build/build.ninja ] || cmake -S . -B build -G Ninja >/dev/null
-    NINJA_STATUS='[%f/%t] ' ninja -C build "$@"
+    [ -e build/build.ninja ] || attend cmake -S . -B build -G Ninja >/dev/null
+    NINJA_STATUS='[%f/%t] ' attend ninja -C build "$@"
 }
 
 haveDisplay() { [ -n "${DISPLAY:-}" ] && xdpyinfo >/dev/null 2>&1; }
@@ -57,5 +96,5 @@ haveDisplay() { [ -n "${DISPLAY:-}" ] && xdpyinfo >/dev/null 2>&1; }
 # withDisplay COMMAND...: on this display, or on a virtual one where there is none. That one must not reset
 # when its last window closes: a program that starts at that moment would find no display.
 withDisplay() {
-    if haveDisplay; then "$@"; else xvfb-run -a -s '-screen 0 1024x768x24 -noreset' "$@"; fi
+    if haveDisplay; then attend "$@"; else attend xvfb-run -a -s '-screen 0 1024x768x24 -noreset' "$@"; fi
 }
