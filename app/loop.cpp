@@ -4,6 +4,7 @@
 
 #include "app/frame.h"
 #include "app/keys.h"
+#include "app/window.h"
 
 namespace {
 
@@ -35,6 +36,7 @@ void runLoop() {
     while (!state.done) {
         SDL_Event event;
         while (SDL_PollEvent(&event)) handleEvent(event, &state);
+        if (hungUp()) state.done = true;
         renderFrame();
     }
 }

@@ -1,5 +1,5 @@
 // The main loop: all events, then one frame, as often as the machine can.
 #pragma once
 
-// Returns after the window was closed; the frame after that is still drawn.
+// Returns after the window or its terminal was closed; the frame after that is still drawn.
 void runLoop();

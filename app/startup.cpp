@@ -1,13 +1,10 @@
 #include "app/startup.h"
 
-#include <SDL/SDL.h>
-
 #include <cstdio>
 
 #include "app/app.h"
+#include "app/window.h"
 #include "render/demo.h"
-#include "render/quit.h"
-#include "render/screen.h"
 #include "script/resources.h"
 #include "script/show_times.h"
 
@@ -15,23 +12,6 @@ namespace {
 
 constexpr int mixingRate = 44100;  // Hz
 constexpr int mixingChannels = 16;
-
-// The frame's alpha is part of many scenes' blending, so a visual with alpha comes first; the show is
-// playable without, and on 16 bits of depth.
-SDL_Surface* setVideoMode(Uint32 flags) {
-    static const struct {
-        int alphaBits;
-        int depthBits;
-    } wishes[] = {{8, 24}, {0, 24}, {0, 16}};
-
-    SDL_GL_SetAttribute(SDL_GL_DOUBLEBUFFER, 1);
-    for (const auto& wish : wishes) {
-        SDL_GL_SetAttribute(SDL_GL_ALPHA_SIZE, wish.alphaBits);
-        SDL_GL_SetAttribute(SDL_GL_DEPTH_SIZE, wish.depthBits);
-        if (SDL_Surface* screen = SDL_SetVideoMode(screenWidth, screenHeight, 32, flags)) return screen;
-    }
-    return nullptr;
-}
 
 void printSoundOutput(int output) {
     switch (output) {
@@ -53,19 +33,6 @@ void printSoundOutput(int output) {
 }
 
 }  // namespace
-
-void openWindow(bool fullscreen) {
-    // Kept: messages are printed as they stand, so whoever reads them sees "%s" in the place of SDL's reason.
-    if (SDL_Init(SDL_INIT_VIDEO) < 0) fatalError("Video initialization failed: %s\n");
-    Uint32 flags = SDL_HWSURFACE | SDL_OPENGL | SDL_ASYNCBLIT;
-    if (fullscreen) {
-        flags |= SDL_FULLSCREEN;
-        SDL_ShowCursor(0);
-    }
-    SDL_WM_SetCaption("Valojuova", "Valojuova");
-    app.screen = setVideoMode(flags);
-    if (!app.screen) fatalError("Video mode set failed: %s\n");
-}
 
 void initialiseDemo() {
     startDemo();
@@ -101,7 +68,8 @@ void startMusic(int soundOutput) {
 }
 
 void startUp(const Options& options) {
-    openWindow(options.fullscreen);
+    watchForHangUp();
+    app.screen = openWindow(options.fullscreen);
     initialiseDemo();
     startMusic(options.soundOutput);
 }

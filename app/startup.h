@@ -4,9 +4,6 @@
 
 #include "app/options.h"
 
-// Opens the one window and makes its GL context current. Ends the program if that fails.
-void openWindow(bool fullscreen);
-
 // GL's state, the loading screen and all resources. Ends the program if one is missing.
 void initialiseDemo();
 

@@ -8,9 +8,11 @@
 #include <string>
 
 #include "app/startup.h"
+#include "app/window.h"
 #include "bench/bench.h"
 #include "image/image.h"
 #include "render/demo.h"
+#include "render/screen.h"
 #include "script/resources.h"
 
 namespace fs = std::filesystem;
@@ -88,6 +90,7 @@ double loadingScreenSeconds() {
 }  // namespace
 
 Figures benchStartUp(const std::string&) {
+    keepFramesUnscaled();
     const double start = wallSeconds();
     openWindow(false);
     startDemo();

@@ -160,6 +160,7 @@ private:
     int clientAttribDepth = 0;
 
     static bool openWindow() {
+        keepFramesUnscaled();
         if (SDL_Init(SDL_INIT_VIDEO) < 0) return false;
         SDL_GL_SetAttribute(SDL_GL_DOUBLEBUFFER, 1);
         SDL_GL_SetAttribute(SDL_GL_DEPTH_SIZE, 24);

@@ -91,9 +91,9 @@ public:
     // Whether what was started has not ended yet.
     bool runs() const {
         siginfo_t end{};
-        return waitid(P_PID, static_cast<id_t>(process), &end, WEXITED | WNOHANG | WNOWAIT) == 0 &&
-               end.si_pid == 0;
+        return waitid(P_PID, id_t(process), &end, WEXITED | WNOHANG | WNOWAIT) == 0 && end.si_pid == 0;
     }
+    void send(int signal) const { kill(process, signal); }
     // What it has printed to standard error.
     std::string errors() const { return contentOf(scratch.file("errors")); }
     // Waits for the end of what was started, after a click on the close button if that is asked for.

@@ -5,10 +5,13 @@
 
 #include "app/frame.h"
 #include "app/startup.h"
+#include "app/window.h"
 #include "render/demo.h"
+#include "render/screen.h"
 #include "script/run_up.h"
 
 SteppedShow::SteppedShow(int fps) : fps(fps) {
+    keepFramesUnscaled();
     openWindow(false);
     initialiseDemo();
     demo->clock.source = &music;

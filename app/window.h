@@ -1,0 +1,13 @@
+// The one window, full screen or not, and the signals that end the program as its close button does.
+#pragma once
+
+#include <SDL/SDL.h>
+
+// Opens the window and makes its GL context current. Ends the program if that fails. Whatever way the program
+// ends from here on, the desktop gets its video mode back.
+SDL_Surface* openWindow(bool fullscreen);
+
+// From here on a hang-up (the terminal has been closed) is noted instead of ending the process, unless
+// whoever started the program has it ignored. SDL makes events of the other signals that ask for an end.
+void watchForHangUp();
+bool hungUp();

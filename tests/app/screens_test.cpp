@@ -1,0 +1,113 @@
+// What reaches people's screens: the picture is whole, upright and 4:3, all else black, full screen and in a
+// window, with a window manager and without.
+#include <SDL/SDL.h>
+#include <unistd.h>
+
+#include <cstdint>
+#include <cstdlib>
+
+#include "image/image.h"
+#include "tests/app/program.h"
+#include "tests/virtual_screen.h"
+
+namespace {
+
+// How far a shot differs from what a rectangle of the screen shows, 0..255 at the mean; 255 where the
+// rectangle is not wholly on the screen.
+double difference(const Image& shot, bool upsideDown, const VirtualScreen& screen,
+                  const std::vector<uint32_t>& pixels, const Rect& rect) {
+    if (rect.width <= 0 || rect.x < 0 || rect.y < 0 || rect.x + rect.width > screen.width ||
+        rect.y + rect.height > screen.height)
+        return 255;
+    double sum = 0;
+    for (int y = 0; y < shot.height; y++) {
+        const int row = rect.y + (2 * y + 1) * rect.height / (2 * shot.height);
+        const uint8_t* p = shot.pixels + size_t(upsideDown ? shot.height - 1 - y : y) * shot.stride;
+        for (int x = 0; x < shot.width; x++, p += 3) {
+            const int column = rect.x + (2 * x + 1) * rect.width / (2 * shot.width);
+            const uint32_t pixel = pixels[size_t(row) * screen.width + column];
+            for (int channel = 0; channel < 3; channel++)
+                sum += std::abs(p[channel] - int(pixel >> (16 - 8 * channel) & 255));
+        }
+    }
+    return sum / (3.0 * shot.width * shot.height);
+}
+
+int litOutside(const VirtualScreen& screen, const std::vector<uint32_t>& pixels, const Rect& rect) {
+    int lit = 0;
+    for (int y = 0; y < screen.height; y++) {
+        for (int x = 0; x < screen.width; x++) {
+            const bool inside =
+                x >= rect.x && x < rect.x + rect.width && y >= rect.y && y < rect.y + rect.height;
+            lit += !inside && pixels[size_t(y) * screen.width + x] != 0;
+        }
+    }
+    return lit;
+}
+
+// SDL 1.2 itself shows the picture as it is drawn, its successor's layer scales it to the desktop's height.
+Rect fullScreenRect(const VirtualScreen& screen) {
+    const bool scaled = SDL_Linked_Version()->patch >= 50;
+    const int height = scaled ? screen.height : 600;
+    const int width = height * 4 / 3;
+    return {(screen.width - width) / 2, (screen.height - height) / 2, width, height};
+}
+
+class Screens : public Program {
+public:
+    void SetUp() override {
+        linkData();
+        std::filesystem::create_directories(scratch.path / "w:/shots");
+    }
+
+    // Plays, holds the music at the title, and compares what is seen with the show's own shot of it.
+    void lookAt(const VirtualScreen& screen, bool fullscreen) {
+        for (const char* shot : {"w:/shots/shot0000.png", "w:/shots/shot0001.png"})
+            std::filesystem::remove(scratch.path / shot);
+        ASSERT_EQ(start(fullscreen ? "-fs -nosound" : "-nosound"), "Using No sound.\n");
+        press("p Up Right Right F11", 400);
+        // Once the next one has been begun, a shot is whole.
+        while (!std::filesystem::exists(scratch.path / "w:/shots/shot0001.png") && runs()) press("F11", 400);
+        Image shot;
+        ASSERT_EQ(loadImage(scratch.file("w:/shots/shot0000.png").c_str(), &shot, 0), 0);
+
+        Rect rect{};
+        double upright = 255, upsideDown = 0;
+        int lit = -1;
+        for (int look = 0; look < 50 && (upright > 3 || lit != 0); look++) {
+            usleep(100000);
+            const std::vector<uint32_t> pixels = screen.grab();
+            rect = fullscreen ? fullScreenRect(screen) : screen.windowRect();
+            upright = difference(shot, false, screen, pixels, rect);
+            upsideDown = difference(shot, true, screen, pixels, rect);
+            lit = fullscreen ? litOutside(screen, pixels, rect) : 0;
+        }
+        delete[] shot.pixels;
+        EXPECT_EQ(end(false), 0);
+        EXPECT_LT(upright, 3) << rect.width << " x " << rect.height << " at " << rect.x << ", " << rect.y;
+        EXPECT_GT(upsideDown, 10);
+        EXPECT_EQ(lit, 0);
+        EXPECT_EQ(rect.width * 3, rect.height * 4);
+        if (!fullscreen) {
+            EXPECT_EQ(rect.width, 800);
+        }
+    }
+};
+
+TEST_F(Screens, ShowTheWholePictureInBlackBarsOrAWindow) {
+    constexpr int sizes[][2] = {{1280, 720}, {1920, 1080}, {3840, 2160}, {3440, 1440}};
+    for (const auto& [width, height] : sizes) {
+        for (const bool managed : {true, false}) {
+            const VirtualScreen screen(width, height, managed);
+            ASSERT_EQ(screen.problem, "");
+            for (const bool fullscreen : {true, false}) {
+                SCOPED_TRACE(testing::Message()
+                             << width << " x " << height << (managed ? ", managed, " : ", ")
+                             << (fullscreen ? "-fs" : "-win"));
+                lookAt(screen, fullscreen);
+            }
+        }
+    }
+}
+
+}  // namespace

@@ -1,0 +1,82 @@
+// What is asked of SDL for the window, and what becomes of the desktop when the program ends. In processes of
+// their own: the tests' window is none of the program's.
+#include "app/window.h"
+
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+
+#include <cstdio>
+
+#include "geometry/res_desc.h"
+#include "image/image.h"
+#include "tests/scratch.h"
+
+namespace {
+
+bool telling = false;  // what is asked of SDL, on standard error
+bool refusing = false;
+
+template <typename Function>
+Function* next(const char* name) {
+    return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
+}
+
+}  // namespace
+
+// In front of the library's own, which they go on to.
+extern "C" SDL_Surface* SDL_SetVideoMode(int width, int height, int bits, Uint32 flags) {
+    if (telling) fprintf(stderr, "%d x %d, %d bits, flags %x\n", width, height, bits, flags);
+    if (refusing) return nullptr;
+    return next<decltype(SDL_SetVideoMode)>("SDL_SetVideoMode")(width, height, bits, flags);
+}
+
+extern "C" int SDL_ShowCursor(int toggle) {
+    if (telling) fprintf(stderr, "cursor %d\n", toggle);
+    return next<decltype(SDL_ShowCursor)>("SDL_ShowCursor")(toggle);
+}
+
+extern "C" void SDL_Quit() {
+    if (telling) fprintf(stderr, "the desktop is as before\n");
+    next<decltype(SDL_Quit)>("SDL_Quit")();
+}
+
+namespace {
+
+class WindowDeathTest : public testing::Test {
+public:
+    ScratchDirectory scratch;
+
+    void SetUp() override { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
+
+    static void refuseWindow(bool fullscreen) {
+        telling = refusing = true;
+        openWindow(fullscreen);
+    }
+    static void openTelling() {
+        openWindow(false);
+        telling = true;
+    }
+};
+
+TEST_F(WindowDeathTest, AsksForTheFlagsOfItsOptionAndHidesTheCursorInFullScreen) {
+    EXPECT_EXIT(refuseWindow(true), testing::ExitedWithCode(0),
+                "^cursor 0\n800 x 600, 32 bits, flags 80000007\n");
+    EXPECT_EXIT(refuseWindow(false), testing::ExitedWithCode(0), "^800 x 600, 32 bits, flags 7\n");
+}
+
+TEST_F(WindowDeathTest, ReadersThatEndTheProgramLeaveTheDesktopAsItWas) {
+    const std::string broken = scratch.write("broken.jpg", "\xff\xd8\xff\xe0 no picture");
+    const auto readMesh = [] {
+        openTelling();
+        ResDescFile("no such file");
+    };
+    const auto readPicture = [&] {
+        openTelling();
+        Image image;
+        loadImage(broken.c_str(), &image, 0);
+    };
+    EXPECT_EXIT(readMesh(), testing::ExitedWithCode(1), "not found!\nthe desktop is as before\n");
+    EXPECT_EXIT(readPicture(), testing::ExitedWithCode(1), "the desktop is as before\n");
+}
+
+}  // namespace

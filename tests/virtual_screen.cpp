@@ -1,0 +1,96 @@
+#include "tests/virtual_screen.h"
+
+#include <X11/Xlib.h>
+#include <X11/Xutil.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdio>
+
+namespace {
+
+Display* x(void* display) {
+    return static_cast<Display*>(display);
+}
+
+Rect findWindow(Display* display, Window window) {
+    const Window root = DefaultRootWindow(display);
+    char* name = nullptr;
+    XFetchName(display, window, &name);
+    const bool found = name && std::string(name) == "Valojuova";
+    if (name) XFree(name);
+
+    Rect rect{};
+    Window ignored, *children = nullptr;
+    if (found) {
+        XWindowAttributes attributes;
+        XGetWindowAttributes(display, window, &attributes);
+        XTranslateCoordinates(display, window, root, 0, 0, &rect.x, &rect.y, &ignored);
+        rect.width = attributes.width;
+        rect.height = attributes.height;
+        return rect;
+    }
+    unsigned count = 0;
+    XQueryTree(display, window, &ignored, &ignored, &children, &count);
+    for (unsigned i = 0; i < count && rect.width == 0; i++) rect = findWindow(display, children[i]);
+    if (children) XFree(children);
+    return rect;
+}
+
+}  // namespace
+
+VirtualScreen::VirtualScreen(int width, int height, bool managed) : width(width), height(height) {
+    int output[2];
+    if (pipe(output) != 0) return;
+    const std::string size = std::to_string(width) + "x" + std::to_string(height) + "x24";
+    server = startProcess({"Xvfb", "-displayfd", "1", "-screen", "0", size, "-noreset"}, output[1]);
+    close(output[1]);
+    FILE* lines = fdopen(output[0], "r");
+    int number = -1;
+    if (fscanf(lines, "%d", &number) == 1) {
+        environment.set("DISPLAY", ":" + std::to_string(number));
+        display = XOpenDisplay(nullptr);
+    }
+    fclose(lines);
+    if (!display) problem = "Xvfb does not start";
+    if (!display || !managed) return;
+    manager = startProcess({"openbox"});
+    while (!isManaged()) {
+        if (waitpid(manager, nullptr, WNOHANG) != 0) {
+            problem = "openbox does not start";
+            return;
+        }
+        usleep(20000);
+    }
+}
+
+VirtualScreen::~VirtualScreen() {
+    if (display) XCloseDisplay(x(display));
+    if (manager > 0) endProcess(manager, SIGKILL);
+    if (server > 0) endProcess(server, SIGKILL);
+}
+
+bool VirtualScreen::isManaged() const {
+    XWindowAttributes attributes;
+    return XGetWindowAttributes(x(display), DefaultRootWindow(x(display)), &attributes) &&
+           attributes.all_event_masks & SubstructureRedirectMask;
+}
+
+std::vector<uint32_t> VirtualScreen::grab() const {
+    XImage* image =
+        XGetImage(x(display), DefaultRootWindow(x(display)), 0, 0, width, height, AllPlanes, ZPixmap);
+    const auto* first = reinterpret_cast<const uint32_t*>(image->data);
+    std::vector<uint32_t> pixels(first, first + size_t(width) * height);
+    for (uint32_t& pixel : pixels) pixel &= 0xffffff;
+    XDestroyImage(image);
+    return pixels;
+}
+
+Rect VirtualScreen::windowRect() const {
+    // Windows may go while they are looked at.
+    const auto before = XSetErrorHandler([](Display*, XErrorEvent*) { return 0; });
+    const Rect rect = findWindow(x(display), DefaultRootWindow(x(display)));
+    XSetErrorHandler(before);
+    return rect;
+}
