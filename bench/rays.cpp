@@ -1,5 +1,9 @@
 // Rays a second of the tracer against Embree on the same meshes, and what the beams of a frame cost.
+#if __has_include(<embree4/rtcore.h>)
+#include <embree4/rtcore.h>
+#else
 #include <embree3/rtcore.h>
+#endif
 
 #include <algorithm>
 #include <cmath>
@@ -85,13 +89,21 @@ RTCScene embreeScene(RTCDevice device, const Mesh& mesh) {
     return scene;
 }
 
+void intersect(RTCScene scene, RTCRayHit* hit) {
+#if RTC_VERSION_MAJOR >= 4
+    rtcIntersect1(scene, hit);
+#else
+    RTCIntersectContext context;
+    rtcInitIntersectContext(&context);
+    rtcIntersect1(scene, &context, hit);
+#endif
+}
+
 double embreeRaysPerSecond(const Mesh& mesh, const std::vector<Ray>& rays) {
     RTCDevice device = rtcNewDevice("threads=1");
     RTCScene scene = embreeScene(device, mesh);
     const double seconds = bestSeconds(runs, [&] {
         for (const Ray& ray : rays) {
-            RTCIntersectContext context;
-            rtcInitIntersectContext(&context);
             RTCRayHit hit{};
             hit.ray = {ray.origin.x,
                        ray.origin.y,
@@ -106,7 +118,7 @@ double embreeRaysPerSecond(const Mesh& mesh, const std::vector<Ray>& rays) {
                        0,
                        0};
             hit.hit.geomID = RTC_INVALID_GEOMETRY_ID;
-            rtcIntersect1(scene, &context, &hit);
+            intersect(scene, &hit);
         }
     });
     rtcReleaseScene(scene);
