@@ -14,6 +14,7 @@ namespace {
 struct LoadedShow {
     Demo* demo = nullptr;
     std::vector<LoadingStep> steps;
+    StartUpState state;
 };
 
 bool loading = false;
@@ -28,9 +29,21 @@ void countLoadingScreen() {
 void loadOnce() {
     if (show.demo) return;
     Demo* const bare = demo;
+    // None of it is what start-up leaves.
+    glDepthFunc(GL_ALWAYS);
+    glDisable(GL_DEPTH_TEST);
+    glShadeModel(GL_FLAT);
+    glLineWidth(1);
     loading = true;
     initialiseDemo();
     loading = false;
+    show.state = {
+        stateOf(GL_DEPTH_FUNC), stateOf(GL_SHADE_MODEL), 0, 0, glGetHandleARB(GL_PROGRAM_OBJECT_ARB),
+        demo->clock.bpm};
+    glGetFloatv(GL_LINE_WIDTH, &show.state.lineWidth);
+    float clearColour[4];
+    glGetFloatv(GL_COLOR_CLEAR_VALUE, clearColour);
+    show.state.clearAlpha = clearColour[3];
     show.demo = demo;
     demo = bare;
 }
@@ -49,6 +62,9 @@ void Show::SetUp() {
     loadOnce();
     bare = demo;
     demo = show.demo;
+    // Of what start-up leaves, what the window's own set-up has not.
+    glLineWidth(show.state.lineWidth);
+    glClearColor(0, 0, 0, show.state.clearAlpha);
     demo->clock.source = &music;
     overlayRecord = demo->textureIndex("overlay");
     rewind();
@@ -63,6 +79,10 @@ void Show::TearDown() {
 
 const std::vector<LoadingStep>& Show::loadingSteps() {
     return show.steps;
+}
+
+const StartUpState& Show::startUpState() {
+    return show.state;
 }
 
 Screen Show::drawMoment(int ms) {

@@ -12,6 +12,14 @@ struct LoadingStep {
     int litPixels;
 };
 
+// What stands right after start-up.
+struct StartUpState {
+    int depthFunction, shadeModel;
+    float lineWidth, clearAlpha;
+    GLhandleARB program;
+    float beatsPerMinute;
+};
+
 class Show : public GlWindow {
 public:
     void SetUp() override;
@@ -19,6 +27,8 @@ public:
 
     // Every loading screen of the one start, in order.
     static const std::vector<LoadingStep>& loadingSteps();
+
+    static const StartUpState& startUpState();
 
     // The picture of the next frame, with the music at `ms`.
     Screen drawMoment(int ms);

@@ -1,21 +1,30 @@
-// The whole show, loaded once from the real data: start-up, then frames at given moments.
+// The program's frames of the whole show: what start-up leaves for the first, what one runs, and what keys
+// and captures make of them.
 #include "app/frame.h"
 
+#include <SDL/SDL.h>
+
+#include "app/app.h"
 #include "app/keys.h"
-#include "app/startup.h"
+#include "app/loop.h"
 #include "script/resources.h"
 #include "script/show_times.h"
-#include "tests/app/shell_window.h"
 #include "tests/scratch.h"
+#include "tests/show.h"
+#include "tools/capture/stepped_show.h"
 
 namespace {
 
-class Frames : public ShellWindow {
+class Frames : public Show {
 public:
     void SetUp() override {
-        ShellWindow::SetUp();
-        initialiseDemo();
-        demo->clock.source = &music;
+        Show::SetUp();
+        app = App();
+    }
+    void TearDown() override {
+        delete[] app.screenshot.pixels;
+        app = App();
+        Show::TearDown();
     }
 
     void renderAt(int ms) {
@@ -24,18 +33,19 @@ public:
     }
 };
 
-TEST_F(Frames, StartsUpIntoTheStateThatTheFirstFrameCountsOn) {
+TEST_F(Frames, StartUpLeavesTheStateThatTheFirstFrameCountsOn) {
     EXPECT_EQ(demo->textureIndex("loading"), 0);
     const ResourceCounts all = resourceCounts();
     EXPECT_EQ(demo->textureIndex("white"), all.textures) << "the last, behind the loading picture";
     EXPECT_EQ(demo->meshSetCount, all.meshes);
     EXPECT_EQ(demo->effects.size(), size_t(all.effects));
-    EXPECT_EQ(demo->clock.bpm, showtime::beatsPerMinute);
+    EXPECT_EQ(startUpState().beatsPerMinute, showtime::beatsPerMinute);
     EXPECT_EQ(demo->clock.time(), 0);
-    float colour[4];
-    glGetFloatv(GL_COLOR_CLEAR_VALUE, colour);
-    EXPECT_EQ(colour[3], 0.5f);
-    EXPECT_EQ(glGetHandleARB(GL_PROGRAM_OBJECT_ARB), 0u);
+    EXPECT_EQ(startUpState().depthFunction, GL_LEQUAL);
+    EXPECT_EQ(startUpState().shadeModel, GL_SMOOTH);
+    EXPECT_EQ(startUpState().lineWidth, 2);
+    EXPECT_EQ(startUpState().clearAlpha, 0.5f);
+    EXPECT_EQ(startUpState().program, 0u);
     float center[2];
     const GLhandleARB boom = demo->shaders.at("boom");
     glGetUniformfvARB(boom, glGetUniformLocationARB(boom, "center"), center);
@@ -81,6 +91,43 @@ TEST_F(Frames, PressesOfAFrameMakeOneScreenshotOfWhatIsShown) {
     }
     EXPECT_EQ(different, 0);
     delete[] shot.pixels;
+}
+
+// At 40 s the picture depends on the alpha that the frame keeps, so the program must have asked for some.
+TEST_F(Frames, ACapturedFrameIsWhatTheTestsWindowShows) {
+    const ScratchDirectory scratch;
+    const std::string command = CAPTURE_PROGRAM " --fps 25 --from 40 --to 40.04 --out ";
+    ASSERT_EQ(std::system((command + scratch.file("%d.png") + " 2>/dev/null").c_str()), 0);
+    Image captured;
+    ASSERT_EQ(loadImage(scratch.file("1000.png").c_str(), &captured, 1), 0);
+    SteppedShow stepped(25, SteppedShow::Loaded{});
+    stepped.draw(1000);
+    const Screen drawn = readScreen();
+    int different = 0;
+    for (int i = 0; i < screenWidth * screenHeight; i++) {
+        const uint8_t* p = captured.pixels + i * 3;
+        const Pixel& pixel = drawn.pixels[i];
+        different += pixel.r != p[0] || pixel.g != p[1] || pixel.b != p[2];
+    }
+    EXPECT_EQ(different, 0);
+    delete[] captured.pixels;
+}
+
+TEST_F(Frames, TheLoopTakesPressesAndNoReleases) {
+    const ScratchDirectory scratch;
+    const WorkingDirectory working(scratch.path);
+    for (const Uint8 type : {SDL_KEYUP, SDL_KEYDOWN}) {
+        SDL_Event key{}, close{};
+        key.type = type;
+        key.key.keysym.sym = SDLK_F11;
+        close.type = SDL_QUIT;
+        ASSERT_EQ(SDL_PushEvent(&key), 0);
+        ASSERT_EQ(SDL_PushEvent(&close), 0);
+        testing::internal::CaptureStderr();
+        runLoop();
+        testing::internal::GetCapturedStderr();
+        EXPECT_EQ(app.screenshotNumber, type == SDL_KEYDOWN);
+    }
 }
 
 }  // namespace

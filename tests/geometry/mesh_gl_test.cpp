@@ -27,8 +27,8 @@ protected:
 };
 
 // A quad in one colour from x = left to right, over the screen's whole height.
-AmlMesh coloredQuad(float left, float right, const std::vector<float>& color) {
-    AmlMesh mesh = {{{0, 3}, {4, uint8_t(color.size())}}, {}, {}, {0, 1, 2, 0, 2, 3}};
+AmlMesh coloredQuad(float left, float right, const std::vector<float>& color, uint8_t type = colorAttrib) {
+    AmlMesh mesh = {{{0, 3}, {type, uint8_t(color.size())}}, {}, {}, {0, 1, 2, 0, 2, 3}};
     for (const auto& [x, y] : {std::pair{left, -1.f}, {right, -1.f}, {right, 1.f}, {left, 1.f}}) {
         for (float word : {x, y, 0.f}) mesh.vertices.push_back(word);
         mesh.vertices.insert(mesh.vertices.end(), color.begin(), color.end());
@@ -50,6 +50,14 @@ TEST_F(MeshGl, DrawsTheMeshesInOrderFromTheirOwnBuffers) {
     EXPECT_EQ(readPixel(200, 300), (Pixel{255, 0, 0, 255}));
     EXPECT_EQ(readPixel(450, 300), (Pixel{0, 255, 0, 255}));
     EXPECT_EQ(readPixel(700, 300), (Pixel{0, 255, 0, 255}));
+}
+
+TEST_F(MeshGl, SecondaryColoursAreAddedToTheFirst) {
+    load({coloredQuad(-1, 1, {0, 1, 0.2f}, secondaryColorAttrib)});
+    glEnable(GL_COLOR_SUM);
+    glColor3f(1, 0, 0.2f);
+    set.meshes[0].draw();
+    EXPECT_EQ(readPixel(400, 300), (Pixel{255, 255, 102, 255}));
 }
 
 TEST_F(MeshGl, DrawLeavesNoArrayBehind) {

@@ -45,16 +45,6 @@ TEST(GrowableArray, GrowsFromFourByDoublingAndKeepsItsStorage) {
     EXPECT_EQ(sized.capacity, 6);
 }
 
-TEST(Mesh, StartsEmpty) {
-    const Mesh mesh;
-    EXPECT_EQ(mesh.indexBuffer, 0xffffffffu);
-    EXPECT_EQ(mesh.vertexBuffer, 0xffffffffu);
-    EXPECT_EQ(mesh.scratch.count, 0);
-    EXPECT_EQ(mesh.scratch.capacity, 16);
-    for (int type = 0; type < maxAttribs; type++) EXPECT_FALSE(mesh.hasAttrib(type));
-    EXPECT_EQ(mesh.vertices, nullptr);
-}
-
 TEST(Mesh, ExpandedPositionsReplaceTheIndex) {
     Mesh mesh = loadMesh(quadMesh());
     mesh.expandPositions("test");

@@ -1,4 +1,7 @@
 // The demo object itself: what it starts with, its camera, its housekeeping and the loading screen.
+#include <array>
+#include <cmath>
+
 #include "tests/gl_window.h"
 #include "tests/scratch.h"
 
@@ -44,7 +47,13 @@ TEST_F(DemoObject, StartsWithEmptyTargetsAndLightsInARow) {
     EXPECT_EQ(demo->lights[7].position[1], 7);
     EXPECT_EQ(demo->lights[7].position[2], -3);
     EXPECT_EQ(demo->lights[7].position[3], 1) << "a positional light";
-    EXPECT_FALSE(demo->lights[0].enabled);
+    using Colour = std::array<float, 4>;
+    for (const Light& light : demo->lights) {
+        EXPECT_EQ(std::to_array(light.ambient), (Colour{0.5f, 0.5f, 0.5f, 1}));
+        EXPECT_EQ(std::to_array(light.diffuse), (Colour{0.9f, 0.9f, 0.9f, 1}));
+        EXPECT_EQ(std::to_array(light.specular), (Colour{1, 1, 1, 1}));
+        EXPECT_FALSE(light.enabled);
+    }
     EXPECT_EQ(demo->clock.bpm, 140);
 }
 
@@ -146,10 +155,18 @@ TEST_F(DemoObject, LoadingScreenIsThePictureUnderItsTintedCopy) {
     EXPECT_EQ(first.at(750, 300), (Pixel{0, 0, 0, 255}));
     const Pixel tinted = first.at(400, 300);
     const Pixel rim = first.at(97, 300);
-    EXPECT_GE(tinted.r, 100);
+    srand(1);
+    const float r = float(rand());
+    EXPECT_NEAR(tinted.r - 100, 50 * (std::sin(3 * r) + 1), 1);
+    EXPECT_NEAR(tinted.g - 100, 50 * (std::sin(4 * r) + 1), 1);
+    EXPECT_NEAR(tinted.b - 100, 50 * (std::sin(5 * r) + 1), 1);
     EXPECT_NEAR(tinted.r - 100, rim.r, 1) << "beyond the picture there is the copy alone";
     EXPECT_NEAR(tinted.g - 100, rim.g, 1);
     EXPECT_NEAR(tinted.b - 100, rim.b, 1);
+
+    // 400 - 1.02 x 300 is its left edge.
+    EXPECT_EQ(first.at(93, 300), (Pixel{0, 0, 0, 255}));
+    EXPECT_EQ(first.at(94, 300), rim);
 
     demo->drawLoadingScreen();
     EXPECT_NE(readWindow().at(400, 300), tinted) << "the next item has another tint";
