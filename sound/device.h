@@ -37,7 +37,7 @@ inline int bufferFrames(int rate) {
     return rate / 5;
 }
 
-// nullptr, without a word, if it can't be opened at 16 bits stereo.
+// nullptr if it can't be opened at 16 bits stereo; nothing is printed.
 std::unique_ptr<Device> openAlsa(int rate);
 std::unique_ptr<Device> openOss(int rate);
 std::unique_ptr<Device> openEsd(int rate);

@@ -166,9 +166,16 @@ TEST_F(Programme, TheLaserCameraJumpsEveryFourBeatsFromBeatZeroOn) {
         int ms;
         float x, y, z;
     } stops[] = {
-        {9538, -200, -100, 350},  {17137, -200, -100, 350}, {17138, -112, 90, -100},  {19040, -112, 90, -100},
-        {19045, 200, -100, -500}, {20950, 112, 150, 190},   {22900, -200, -100, 350}, {24800, 16, 122, 140},
-        {26700, -112, 90, -100},  {60500, 112, 150, 190},
+        {showtime::tunnel.ms, -200, -100, 350},
+        {showtime::beatZero.ms - 1, -200, -100, 350},
+        {showtime::beatZero.ms, -112, 90, -100},
+        {19040, -112, 90, -100},
+        {19045, 200, -100, -500},
+        {20950, 112, 150, 190},
+        {22900, -200, -100, 350},
+        {24800, 16, 122, 140},
+        {26700, -112, 90, -100},
+        {60500, 112, 150, 190},
     };
     for (const auto& stop : stops) {
         step(stop.ms);
@@ -203,7 +210,8 @@ TEST_F(Programme, TheSecondLaserSegmentIsTornInItsFirstBars) {
     };
     EXPECT_NEAR(distortionAt(47700), 0.05 * sin(2 * 47.7), 1e-4);
     EXPECT_NEAR(distortionAt(47900), 1 + 0.1 * sin(3 * 47.9), 1e-4);
-    EXPECT_NEAR(distortionAt(51300), 0.05 * sin(2 * 51.3), 1e-4) << "the interval is open";
+    EXPECT_NEAR(distortionAt(showtime::secondTearEnd.ms), 0.05 * sin(2 * showtime::secondTearEnd), 1e-4)
+        << "the interval is open";
 }
 
 TEST_F(Programme, ScenesSteerTheStripesAndTheRobot) {
@@ -216,8 +224,9 @@ TEST_F(Programme, ScenesSteerTheStripesAndTheRobot) {
         int ms;
         float rise, mode;
     } moments[] = {
-        {93281, 0.85f, 0}, {100000, 0.85f - 6.719f * 0.85f / 15, 0}, {108499, -0.01235f, 0}, {108500, 0, 1},
-        {111642, 0.8f, 1},  // half a turn later
+        {showtime::robot.ms, 0.85f, 0},         {100000, 0.85f - (100 - showtime::robot) * 0.85f / 15, 0},
+        {showtime::awake.ms - 1, -0.01235f, 0}, {showtime::awake.ms, 0, 1},
+        {showtime::awake.ms + 3142, 0.8f, 1},  // half a turn later
     };
     for (const auto& moment : moments) {
         step(moment.ms);
@@ -271,9 +280,9 @@ TEST_F(Programme, GlowsBurstAndBreathe) {
     };
     EXPECT_NEAR(strengthAt(0, 10), 0.85, 1e-5);
     EXPECT_NEAR(strengthAt(3000, 10), 0.85 + 0.1 * sin(sin(3.0) * 4 + 30), 1e-5);
-    EXPECT_NEAR(strengthAt(9538, 0), 2.67198, 1e-5) << "the tunnel opens, whatever the beat";
-    EXPECT_NEAR(strengthAt(10499, 0), 0.95179, 1e-5);
-    EXPECT_NEAR(strengthAt(10500, 0), 1.2, 1e-5);
+    EXPECT_NEAR(strengthAt(showtime::tunnel.ms, 0), 2.67198, 1e-5) << "the tunnel opens, whatever the beat";
+    EXPECT_NEAR(strengthAt(showtime::tunnelSettled.ms - 1, 0), 0.95179, 1e-5);
+    EXPECT_NEAR(strengthAt(showtime::tunnelSettled.ms, 0), 1.2, 1e-5);
     EXPECT_NEAR(strengthAt(20000, 0.15f), 0.95 + 0.25 / 2, 1e-4);
     EXPECT_NEAR(strengthAt(40000, 0), 2, 1e-5);
     EXPECT_NEAR(strengthAt(55000, 0), 1.1, 1e-5);
@@ -303,13 +312,13 @@ TEST_F(Programme, TheTopStripesSwellOnBeatsAndTwiceAsFarOnOddOnes) {
 TEST_F(Programme, OtherScenesBoomInTheirOwnWay) {
     EXPECT_EQ(boomAt(85000), 8);
     EXPECT_EQ(uniform("boom", "scale"), 0.2f);
-    EXPECT_EQ(boomAt(123810), -1) << "greetings come in undisturbed";
-    EXPECT_EQ(boomAt(123811), 13);
-    EXPECT_EQ(boomAt(142000), -1);
-    EXPECT_NEAR(boomAt(142001), 1.001, 1e-3);
+    EXPECT_EQ(boomAt(showtime::greetingShocks.ms), -1) << "greetings come in undisturbed";
+    EXPECT_EQ(boomAt(showtime::greetingShocks.ms + 1), 13);
+    EXPECT_EQ(boomAt(showtime::roomShocks.ms), -1);
+    EXPECT_NEAR(boomAt(showtime::roomShocks.ms + 1), 1.001, 1e-3);
     EXPECT_NEAR(boomAt(165000), 24, 1e-3);
-    EXPECT_NEAR(boomAt(169474), 28.474, 1e-3) << "no card yet";
-    EXPECT_NEAR(boomAt(169475, 0.15f), 10, 1e-2) << "twenty times half a pulse";
+    EXPECT_NEAR(boomAt(showtime::codeCard.ms), 28.474, 1e-3) << "no card yet";
+    EXPECT_NEAR(boomAt(showtime::codeCard.ms + 1, 0.15f), 10, 1e-2) << "twenty times half a pulse";
     EXPECT_EQ(uniform("boom", "scale"), 0.1f);
 }
 
@@ -318,22 +327,23 @@ TEST_F(Programme, CamerasChangeOnlyAfterTheirThresholds) {
         step(ms);
         return demo->camera.eye[axis];
     };
-    EXPECT_EQ(eyeAt(69730, 1), 100);
-    EXPECT_EQ(eyeAt(69731, 1), 40);
+    EXPECT_EQ(eyeAt(showtime::heapSecondView.ms, 1), 100);
+    EXPECT_EQ(eyeAt(showtime::heapSecondView.ms + 1, 1), 40);
     EXPECT_NEAR(eyeAt(65000, 0), 34 * sin(0.7 * 65), 1e-3);
     EXPECT_NEAR(eyeAt(75000, 2), 34 * sin(0.7 * 75) + 200, 1e-3);
 
     const auto robotTarget = [](double t, double height) { return 20 * cos(0.55 * t) + height; };
-    step(109000);
+    step(showtime::robotLowView.ms);
     EXPECT_EQ(demo->camera.target[1], 70);
-    step(109001);
-    EXPECT_NEAR(demo->camera.target[1], robotTarget(109.001, 100), 1e-3);
-    step(116205);
-    EXPECT_NEAR(demo->camera.target[1], robotTarget(116.205, 120), 1e-3);
+    step(showtime::robotLowView.ms + 1);
+    EXPECT_NEAR(demo->camera.target[1], robotTarget(showtime::robotLowView + 0.001, 100), 1e-3);
+    step(showtime::robotHighView.ms + 1);
+    EXPECT_NEAR(demo->camera.target[1], robotTarget(showtime::robotHighView + 0.001, 120), 1e-3);
 
     // From a circle to an ellipse that the beat widens; this bound belongs to the later one.
-    EXPECT_NEAR(eyeAt(154299, 0), cos(0.4 * 154.299) * 260, 1e-3);
-    EXPECT_NEAR(eyeAt(154300, 2), sin(0.4 * 154.3) * 220 * 1.04, 1e-3);
+    EXPECT_NEAR(eyeAt(showtime::roomBreathing.ms - 1, 0), cos(0.4 * (showtime::roomBreathing - 0.001)) * 260,
+                1e-3);
+    EXPECT_NEAR(eyeAt(showtime::roomBreathing.ms, 2), sin(0.4 * showtime::roomBreathing) * 220 * 1.04, 1e-3);
     step(160000, 0);
     EXPECT_NEAR(demo->camera.eye[0], cos(0.4 * 160) * 260 * 1.04, 1e-2);
     EXPECT_EQ(demo->camera.target[2], 10);
@@ -343,8 +353,10 @@ TEST_F(Programme, EachCreditCardStandsInItsOwnCorner) {
     const struct {
         int ms;
         int x, y;  // pixels, inside of the card alone
-    } cards[] = {{169475, 100, 100}, {173287, 100, 100}, {173288, 700, 250}, {177050, 700, 250},
-                 {177051, 700, 500}, {180453, 700, 500}, {180454, 100, 500}, {184155, 100, 500}};
+    } cards[] = {{showtime::codeCard.ms + 1, 100, 100}, {showtime::modelsCard.ms - 1, 100, 100},
+                 {showtime::modelsCard.ms, 700, 250},   {showtime::gfxCard.ms - 1, 700, 250},
+                 {showtime::gfxCard.ms, 700, 500},      {showtime::musicCard.ms - 1, 700, 500},
+                 {showtime::musicCard.ms, 100, 500},    {showtime::afterCredits.ms - 1, 100, 500}};
     const auto lit = [](int x, int y) { return readPixel(x, y).r > 100; };
     for (const auto& card : cards) {
         step(card.ms);
@@ -352,7 +364,7 @@ TEST_F(Programme, EachCreditCardStandsInItsOwnCorner) {
         EXPECT_FALSE(lit(800 - card.x, card.y)) << card.ms;
         EXPECT_FALSE(lit(card.x, card.y == 250 ? 550 : 600 - card.y)) << card.ms;
     }
-    for (int ms : {169473, 169474, 184156}) {
+    for (int ms : {showtime::codeCard.ms - 1, showtime::codeCard.ms, showtime::afterCredits.ms}) {
         step(ms);
         for (const auto& card : cards) EXPECT_FALSE(lit(card.x, card.y)) << ms;
     }
@@ -360,8 +372,8 @@ TEST_F(Programme, EachCreditCardStandsInItsOwnCorner) {
 
 // At half a unit a second, or 200 pixels.
 TEST_F(Programme, GreetingsComeInFromTheRight) {
-    for (const auto& [ms, edge] : {std::pair{121810, 733}, {122810, 533}, {123810, 333}}) {
-        step(ms);
+    for (const auto& [ms, edge] : {std::pair{1000, 733}, {2000, 533}, {3000, 333}}) {
+        step(showtime::greetings.ms + ms);
         EXPECT_LT(readPixel(edge - 5, 300).r, 100) << ms;
         EXPECT_GT(readPixel(edge + 5, 300).r, 200) << ms;
     }
@@ -372,17 +384,17 @@ TEST_F(Programme, WordAndWhiteFlashesKeepToTheirTimes) {
         step(ms, sinceBeat);
         return readPixel(400, 300).r;
     };
-    EXPECT_EQ(brightnessAt(140000, 10), 0);
-    EXPECT_GT(brightnessAt(140001, 10), 250);
+    EXPECT_EQ(brightnessAt(showtime::word.ms, 10), 0);
+    EXPECT_GT(brightnessAt(showtime::word.ms + 1, 10), 250);
     EXPECT_GT(brightnessAt(141400, 10), 20);
     EXPECT_EQ(brightnessAt(141501, 10), 0);
-    EXPECT_EQ(brightnessAt(142000, 0), 0) << "not yet on beats";
-    EXPECT_NEAR(brightnessAt(142001, 0), 0.76 * 255, 2);
-    EXPECT_EQ(brightnessAt(142001, 0.31f), 0);
-    EXPECT_EQ(brightnessAt(190657, 0), 0) << "faded";
+    EXPECT_EQ(brightnessAt(showtime::roomShocks.ms, 0), 0) << "not yet on beats";
+    EXPECT_NEAR(brightnessAt(showtime::roomShocks.ms + 1, 0), 0.76 * 255, 2);
+    EXPECT_EQ(brightnessAt(showtime::roomShocks.ms + 1, 0.31f), 0);
+    EXPECT_EQ(brightnessAt(showtime::afterCredits.ms + 6501, 0), 0) << "faded";
     EXPECT_NEAR(brightnessAt(192600, 0), 0.76 * 255, 2) << "the last glimpse";
-    EXPECT_EQ(brightnessAt(192501, 0.31f), 0);
-    EXPECT_EQ(brightnessAt(192800, 0), 0);
+    EXPECT_EQ(brightnessAt(showtime::glimpse.ms + 1, 0.31f), 0);
+    EXPECT_EQ(brightnessAt(showtime::glimpseEnd.ms, 0), 0);
 }
 
 }  // namespace
