@@ -2,30 +2,36 @@
 // or carries on something that its row of the programme doesn't name is found here.
 #include "script/run_up.h"
 
+#include <algorithm>
+#include <cmath>
+
+#include "script/show_times.h"
 #include "script/timeline.h"
 #include "tests/show.h"
 
 namespace {
 
-// A row of frames, milliseconds, through the whole show: of each entry of the programme the first frame,
-// frames over almost two beats in its middle and the last frame.
+// A row of frames, milliseconds, through the whole show: of each entry of the programme the first frame, then
+// in its middle frames from an odd beat into the next one, as close as in a film of 25 frames a second, and
+// its last frame.
 struct Row {
     std::vector<int> times;
-    std::vector<size_t>
-        wanted;  // of each entry the first frame, and one that much of the middle comes before
+    std::vector<size_t> wanted;  // of each entry the last frame of the middle, which has most to inherit
 };
 
 Row rowThroughTheShow() {
-    constexpr int apart = 100, middleFrames = 9;
+    constexpr int apart = 40, middleFrames = 15;
     Row row;
     const auto entries = programme();
     for (size_t i = 0; i + 1 < entries.size(); i++) {
         const int begin = int(entries[i].begin * 1000 + 0.5f);
         const int end = int(entries[i + 1].begin * 1000 + 0.5f);
-        row.wanted.push_back(row.times.size());
+        int beat = int(std::floor(beatPositionAt((entries[i].begin + entries[i + 1].begin) / 2)));
+        if (beat % 2 == 0) beat--;
+        const int onBeat = showtime::beatZero.ms + beat * 60000 / showtime::beatsPerMinute;
         row.times.push_back(begin);
         for (int frame = 0; frame < middleFrames; frame++)
-            row.times.push_back((begin + end) / 2 + (frame - middleFrames / 2) * apart);
+            row.times.push_back(onBeat + frame * apart - apart / 2);
         row.wanted.push_back(row.times.size() - 1);
         row.times.push_back(end - 1);
     }
