@@ -9,10 +9,11 @@ using namespace model;
 
 namespace {
 
-constexpr double radius = 35;
+constexpr double radius = 42;
 constexpr int level = 2;       // 320 mirrors
 constexpr double rise = 1.1;   // of the mirrors over the ground between them
 constexpr double tilt = 0.09;  // slope of a mirror against its place
+constexpr double domed = 0.03, facetHalf = 7;  // radians that a mirror seems to bend from its middle to its edge, units
 
 // A bar on the ball from one unit direction to another, broad side out.
 Shape bar(Vec from, Vec to) {
@@ -69,5 +70,8 @@ void makeBallCollision(const char* path) {
 void makeBall(const char* path) {
     const Shape ground = smoothed(icosphere(radius - rise, level), hard);
     const Shape mirrors = hungAskew(panelled(ground, {0.45, 0.5, rise, hard}));
-    writeAml(path, {painted(mirrors, hull::coolLamp), painted(frame(), hull::orange)});
+    // Each mirror seems domed, so that it holds a part of every lamp.
+    const Shape jewels =
+        shaded(mirrors, [](Vec p, Vec n) { return n + (p - n * dot(p, n)) * (domed / facetHalf); });
+    writeAml(path, {painted(jewels, hull::coolLamp), painted(frame(), hull::orange)});
 }

@@ -4,6 +4,7 @@
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
 #include "production/kit/model/paints.h"
+#include "production/models/figures.h"
 #include "production/models/models.h"
 
 using namespace model;
@@ -53,14 +54,18 @@ Shape endCap() {
 
 }  // namespace
 
-void makeHeapBox(const char* path) {
+Shape figures::heapBox() {
     const Shape core = box({size.x - 6, size.y - 3.2, size.z - 10}, 2.4);
     const Shape frames = joined({withMirror(moved(clamp(8, 0), {size.x / 2 - 5.2, 0, 0}), Axis::x),
                                  withMirror(moved(clamp(5, -0.8), {17.5, 0, 0}), Axis::x)});
+    return joined({core, frames});
+}
+
+void makeHeapBox(const char* path) {
     const Shape middleTank = tank(-14.5, 14.5), outerTank = tank(20.5, 45.5);
     const Shape flank = joined({middleTank, withMirror(outerTank, Axis::x)});
     const Shape lids = joined({lid(-14.5, 14.5), withMirror(lid(20.5, 45.5), Axis::x)});
-    const Shape enamel = joined({core, frames, withMirror(lids, Axis::y), withMirror(endCap(), Axis::x)});
+    const Shape enamel = joined({figures::heapBox(), withMirror(lids, Axis::y), withMirror(endCap(), Axis::x)});
     // The tanks wear orange belts.
     writeAml(path, {mappedBox(enamel, 64), painted(withMirror(flank, Axis::z), hull::striped)});
 }

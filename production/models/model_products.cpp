@@ -21,7 +21,7 @@ const std::vector<Product> modelProducts = {
     {"palikka.AML", makeProbe, "models/probe.cpp", kit},
     {"huone_simple.AML", makeRoomCollision, "models/room.cpp", kit},
     {"huone_detail.AML", makeRoom, "models/room.cpp", kit},
-    {"tykki.AML", makeCannon, "models/cannon.cpp", kit},
+    {"tykki.AML", makeStage, "models/", kit},
     {"pallero.AML", makeBallCollision, "models/ball.cpp", kit},
     {"pallero_detail.AML", makeBall, "models/ball.cpp", kit},
     {"block.AML", makeCasing, "models/casing.cpp", kit},

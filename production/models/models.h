@@ -14,6 +14,6 @@ void makeSky(const char* path);            // pallo.AML
 void makeProbe(const char* path);          // palikka.AML
 void makeRoomCollision(const char* path);  // huone_simple.AML
 void makeRoom(const char* path);           // huone_detail.AML
-void makeCannon(const char* path);         // tykki.AML
+void makeStage(const char* path);          // tykki.AML
 void makeBallCollision(const char* path);  // pallero.AML
 void makeBall(const char* path);           // pallero_detail.AML

@@ -4,6 +4,7 @@
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
 #include "production/kit/model/paints.h"
+#include "production/models/figures.h"
 #include "production/models/models.h"
 
 using namespace model;
@@ -75,12 +76,14 @@ Shape cells() {
 
 }  // namespace
 
-void makeProbe(const char* path) {
+Shape figures::probe() {
     const auto bothSides = [](const Shape& shape) { return around(wing(shape), 2, Axis::y); };
-    writeAml(
-        path,
-        {joined({painted(drum(), hull::plain), painted(nozzle(), hull::dark), painted(mast(), hull::orange),
-                 painted(belt(), hull::orange), painted(onMast(bowl()), hull::coolLamp),
-                 painted(onMast(dishTrim()), hull::orange), painted(bothSides(board()), hull::dark),
-                 painted(bothSides(cells()), hull::coolLamp)})});
+    return joined({painted(drum(), hull::plain), painted(nozzle(), hull::dark), painted(mast(), hull::orange),
+                   painted(belt(), hull::orange), painted(onMast(bowl()), hull::coolLamp),
+                   painted(onMast(dishTrim()), hull::orange), painted(bothSides(board()), hull::dark),
+                   painted(bothSides(cells()), hull::coolLamp)});
+}
+
+void makeProbe(const char* path) {
+    writeAml(path, {figures::probe()});
 }

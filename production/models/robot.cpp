@@ -3,6 +3,7 @@
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
+#include "production/models/figures.h"
 #include "production/models/models.h"
 
 using namespace model;
@@ -218,28 +219,43 @@ Shape arm() {
     return joined({pauldron, ball, upper, joint, fore, placed(palm, wrist, reach)});
 }
 
-}  // namespace
-
-void makeRobotBody(const char* path) {
-    const Shape body = joined(
-        {base(), withMirror(leg(), Axis::x), pelvis(), spine(), torso(), torsoFittings(), neck(), head()});
-    writeAml(path, {mappedBox(body, 48)});
-}
-
-void makeRobotArms(const char* path) {
-    writeAml(path, {mappedBox(withMirror(arm(), Axis::x), 48)});
-}
-
 // A domed tube inside the bezel. The picture stands upright: S from the viewer's left, T from the top down.
-void makeRobotScreen(const char* path) {
+Shape screen() {
     const int columns = 17, rows = 13;
-    Shape screen = grid(columns, rows, false, false, [](int c, int r) {
+    Shape tube = grid(columns, rows, false, false, [](int c, int r) {
         // A square carried into a rounded one, so that the corners follow the bezel.
         const double u = 2.0 * c / (columns - 1) - 1, v = 2.0 * r / (rows - 1) - 1;
         const double x = u * (1 - 0.06 * v * v), y = v * (1 - 0.08 * u * u);
         return Vec{x * 16.2, y * 11.8, faceDepth + 1.6 - 2.2 * (x * x + y * y)};
     });
-    for (Face& face : screen.faces)
+    for (Face& face : tube.faces)
         for (Uv& uv : face.uvs) uv.t = 1 - uv.t;
-    writeAml(path, {onNeck(screen)});
+    return onNeck(tube);
+}
+
+}  // namespace
+
+Shape figures::robotBody() {
+    return joined(
+        {base(), withMirror(leg(), Axis::x), pelvis(), spine(), torso(), torsoFittings(), neck(), head()});
+}
+
+Shape figures::robotArms() {
+    return withMirror(arm(), Axis::x);
+}
+
+Shape figures::robotScreen() {
+    return screen();
+}
+
+void makeRobotBody(const char* path) {
+    writeAml(path, {mappedBox(figures::robotBody(), 48)});
+}
+
+void makeRobotArms(const char* path) {
+    writeAml(path, {mappedBox(figures::robotArms(), 48)});
+}
+
+void makeRobotScreen(const char* path) {
+    writeAml(path, {figures::robotScreen()});
 }

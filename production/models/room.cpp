@@ -1,154 +1,181 @@
-// The hall round the ball: the copy that beams are traced against, and what is drawn over it. Ten pleated
-// bays stand between ten pillars; above hangs a ring that holds the five beam sources.
+// The hall round the ball: the copy that beams are traced against, and what is drawn over it. A drum carries
+// a dome; on the wall of each quarter hangs a picture of light, before which its figure stands.
+#include <array>
 #include <span>
 
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
 #include "production/kit/model/paints.h"
+#include "production/models/hall.h"
 #include "production/models/models.h"
 
 using namespace model;
+using namespace hall;
 
 namespace {
 
-constexpr int bays = 10;
-constexpr int columns = bays * 2;  // a ridge and a crease to each bay
-constexpr int sources = 5;
-constexpr double sourceRadius = 120, sourceHeight = 140;  // of the beams' origins
-constexpr Vec ballCentre = {0, 70, 0};
+constexpr int columns = 48;
+constexpr int columnsPerQuarter = columns / 4;
+constexpr double quarter = pi / 2;
 
-// A height of the skin: the distances from the axis of its ridges, and of its creases in every other bay and
-// in the bays between. Creases swing in and out from course to course, so that hardly two plates are
-// parallel. Plates above it, up to the next: how many in each quad, how far they swell (units), what each
-// quad shows, or each plate of it.
-struct Course {
-    double y, ridge, crease, otherCrease;
-    int across = 1, along = 1;
-    double swell = 0;
-    Patch patch = walls::upperHalf;
-    bool eachPlate = false;
-};
+// Profiles from the outside of the hall's axis in: distance from the axis, height.
+constexpr Flat wall[] = {{wallRadius, 0}, {wallRadius, wallHeight}};
+constexpr Flat dome[] = {{wallRadius, wallHeight}, {440, 690}, {320, 754}, {160, 790}, {0, 802}};
+constexpr Flat ground[] = {{0, 0}, {wallRadius, 0}};
 
-constexpr Course wall[] = {{0, 304, 304, 304, 2, 1, 1, walls::lowerHalf, false},
-                           {26, 318, 336, 322, 2, 2, 3, walls::upperHalf, false},
-                           {92, 318, 318, 344, 2, 1, 3, walls::lamp, true},
-                           {158, 318, 342, 318, 2, 2, 3, walls::lowerHalf, false},
-                           {224, 310, 318, 336, 2, 1, 2, walls::upperHalf, false},
-                           {248, 284, 288, 290}};
-constexpr Course ceiling[] = {{248, 284, 288, 290, 2, 2, 2, walls::lamp, true},
-                              {276, 196, 204, 204, 2, 2, 2, walls::lamp, true},
-                              {266, 92, 92, 92},
-                              {282, 70, 70, 70},
-                              {290, 0, 0, 0}};
-constexpr Course ground[] = {{0, 0, 0, 0},
-                             {0, 66, 66, 66, 1, 2, 3, walls::lamp, true},
-                             {0, 180, 180, 180, 2, 2, 4, walls::lamp, true},
-                             {0, 304, 304, 304}};
-
-// A place round the hall; ridges have whole even columns.
-Vec inHall(double column, double radius, double y) {
-    const double angle = 2 * pi * (column + 1) / columns;
-    return {radius * std::cos(angle), y, radius * std::sin(angle)};
-}
-
-// The quads from one course to the next. Columns run clockwise seen from above, so that a rising front faces
+// A skin between the profile's points; columns run clockwise seen from above, so that a rising front faces
 // the axis.
-Shape belt(const Course* course) {
-    return welded(grid(columns, 2, true, false, [&](int c, int r) {
-        const Course& at = course[r];
-        return inHall(c, c % 2 == 0 ? at.ridge : c % 4 == 1 ? at.crease : at.otherCrease, at.y);
+Shape skin(std::span<const Flat> profile) {
+    return welded(grid(columns, static_cast<int>(profile.size()), true, false, [&](int c, int r) {
+        return onRing(pillarTurn + 2 * pi * c / columns, profile[r].x, profile[r].y);
     }));
 }
 
-Shape collisionSkin(std::span<const Course> courses) {
-    std::vector<Shape> belts;
-    for (size_t i = 0; i + 1 < courses.size(); i++)
-        belts.push_back(mappedEach(belt(&courses[i]), courses[i].patch));
-    return joined(belts);
+// Each piece of the profile cut into `along` pieces.
+Shape fineSkin(std::span<const Flat> profile, int along) {
+    Outline fine = {profile[0]};
+    for (size_t i = 0; i + 1 < profile.size(); i++)
+        for (int k = 1; k <= along; k++)
+            fine.push_back({mix(profile[i].x, profile[i + 1].x, double(k) / along),
+                            mix(profile[i].y, profile[i + 1].y, double(k) / along)});
+    return skin(fine);
 }
 
-// The skin cut into plates that swell, so that each holds a highlight of its own.
-Shape platedSkin(std::span<const Course> courses) {
-    std::vector<Shape> belts;
-    for (size_t i = 0; i + 1 < courses.size(); i++) {
-        const Course& course = courses[i];
-        Shape plates = mappedEach(belt(&course), course.patch);
-        plates = divided(plates, course.across, course.along);
-        if (course.eachPlate) plates = mappedEach(plates, course.patch);
-        belts.push_back(pillowed(plates, {0.05, 1, course.swell, course.swell > 2 ? 4 : 2}));
+// Where a face lies: its quarter (0 is the pillar's, then ship, probes, colossus), and for a place of it how
+// far it is from the quarter's middle, 0..1 to either side.
+struct Bearing {
+    int quarter;
+    double middle;
+};
+Bearing bearingOf(const Shape& shape, const Face& face) {
+    const Vec centre = faceCentre(shape, face);
+    const double turn = std::atan2(centre.z, centre.x) - pillarTurn;
+    const int index = static_cast<int>(std::floor(turn / quarter + 0.5) + 4) % 4;
+    return {index, pillarTurn + index * quarter};
+}
+double aside(Vec p, double middle) {
+    return std::abs(std::remainder(std::atan2(p.z, p.x) - middle, 2 * pi)) / (quarter / 2);
+}
+
+// What a place must face so that the highlight of the lights near the ball reaches a viewer across the hall:
+// half-way between where they are and where he is.
+Vec acrossTheHall(Vec p, double viewerTurn) {
+    const Vec lights = {85, 115, 68};
+    return normalized(lights - p) + onRing(viewerTurn, 1, 0);
+}
+
+// The wall of each quarter shows its own picture, mirrored about its middle. It lights up as a whole when the
+// viewer is right across.
+Shape paintedWall() {
+    Shape shape = fineSkin(wall, 14);
+    for (Face& face : shape.faces) {
+        const auto [index, middle] = bearingOf(shape, face);
+        const Patch& part = walls::backdrops[index];
+        for (size_t i = 0; i < face.points.size(); i++) {
+            const Vec p = shape.points[face.points[i]];
+            face.uvs[i] = {mix(patch.low.s, patch.high.s, aside(p, middle)),
+                           mix(patch.low.t, patch.high.t, p.y / wallHeight)};
+        }
     }
-    return joined(belts);
+    for (Face& face : shape.faces) {
+        const double middle = bearingOf(shape, face).middle;
+        for (int point : face.points) face.normals.push_back(normalized(acrossTheHall(shape.points[point], middle + pi)));
+    }
+    return shape;
 }
 
-Shape pillar() {
-    const Outline wall = platedProfile({7, 20, 26, 88, 94, 155, 161, 212, 218, 232}, {2, 1.4, 1.2, 32},
-                                       [](double y) { return 9.4 + 1.6 * smoothStep(190, 232, y); });
-    const Outline profile =
-        chained({{{13, 0}, {13, 5}, {11.4, 6.4}}, wall, {{13, 233}, {14, 236}, {14, 242}, {11, 248}}});
-    return moved(lathe(profile, 12), inHall(0, 316, 0));
+// Floor and dome: over the part's breadth from the axis to the wall, over its height half a bay.
+Shape paintedDisc(std::span<const Flat> profile, int along, const Patch& part) {
+    Shape shape = fineSkin(profile, along);
+    for (Face& face : shape.faces) {
+        const Vec centre = faceCentre(shape, face);
+        const double bay = quarter / 2, turn = std::atan2(centre.z, centre.x) - pillarTurn;
+        const double middle = pillarTurn + bay * std::round(turn / bay);
+        for (size_t i = 0; i < face.points.size(); i++) {
+            const Vec p = shape.points[face.points[i]];
+            const double out = std::hypot(p.x, p.z) / wallRadius;
+            const double half = out > 1e-6 ? std::min(1.0, 2 * aside(p, middle)) : 0.5;
+            face.uvs[i] = {mix(patch.low.s, patch.high.s, out), mix(patch.low.t, patch.high.t, half)};
+        }
+    }
+    return shaded(shape, [](Vec p, Vec) { return acrossTheHall(p, std::atan2(-p.z, -p.x)); });
 }
 
-// A rib from a pillar's head over the ceiling to the ring in its middle.
-Shape rib() {
-    Sweep how;
-    how.path = curveThrough({inHall(0, 312, 222), inHall(0, 296, 240), inHall(0, 262, 252),
-                             inHall(0, 196, 271), inHall(0, 140, 267), inHall(0, 92, 262)},
-                            false, 3);
-    how.up = {0, -1, 0};
-    return sweep({{-5, -4}, {5, -4}, {5, 2}, {3.4, 4}, {-3.4, 4}, {-5, 2}}, how);
+// A small mirror that throws what comes from `from` to `to`, front and back.
+Shape mirror(Vec from, Vec place, Vec to, double half) {
+    const Vec normal = normalized(normalized(to - place) + normalized(from - place));
+    const Vec right = normalized(cross(normal, {0.31, 0.77, 0.55})) * half, up = cross(normal, right);
+    Shape shape;
+    shape.points = {place - right - up, place + right - up, place + right + up, place - right + up};
+    addFace(shape, {0, 1, 2, 3});
+    addFace(shape, {3, 2, 1, 0});
+    return shape;
 }
 
-Shape oculus() {
-    const Outline rim = {{98, 268},   {98, 262},   {96, 258.6}, {92, 257.4},
-                         {86, 257.4}, {82, 258.6}, {80, 262},   {80, 270}};
-    const Outline lamp = {{58, 288}, {58, 281}, {55, 278}, {48, 278}, {45, 281}, {36, 282},
-                          {34, 277}, {30, 274}, {22, 274}, {19, 278}, {8, 276},  {0, 275}};
-    const Shape ring = panelled(insideOut(lathe({rim.rbegin(), rim.rend()}, 40)), {0.8, 0.8, 0.9, 0.9});
-    return joined({ring, insideOut(lathe({lamp.rbegin(), lamp.rend()}, 40))});
+// The three beams of a source part little by little; they are told apart a little way from the mouth, inside
+// the projector's barrel. One stays on the ball; one rises to the crown and one sinks to a post, and from there
+// each draws one side of a star.
+constexpr double splitAt = 34, splitHalf = 0.28;
+constexpr double starHalf = 1;
+
+// The corner of a cube, open to what comes along `way` through `place`: a beam spends its last three bounces in
+// it, one on each side.
+Shape trap(Vec place, Vec way) {
+    constexpr double side = 2.4;
+    const Vec away = normalized(-way), right = normalized(cross(away, {0.31, 0.77, 0.55})), up = cross(right, away);
+    std::array<Vec, 3> edges;
+    for (int i = 0; i < 3; i++) {
+        const double turn = 2 * pi * i / 3;
+        edges[i] = (away + (right * std::cos(turn) + up * std::sin(turn)) * std::sqrt(2.0)) * (side / std::sqrt(3.0));
+    }
+    Shape shape;
+    const Vec apex = place - (edges[0] * 0.35 + edges[1] * 0.5 + edges[2] * 0.65);
+    shape.points = {apex};
+    for (int i = 0; i < 3; i++) {
+        shape.points.push_back(apex + edges[i]);
+        shape.points.push_back(apex + edges[i] + edges[(i + 1) % 3]);
+    }
+    for (int i = 0; i < 3; i++) {
+        const int edge = 1 + 2 * i, far = edge + 1, next = 1 + (edge + 1) % 6;
+        addFace(shape, {0, edge, far, next});
+        addFace(shape, {next, far, edge, 0});
+    }
+    return shape;
 }
 
-// A ring set in the middle of a bay.
-Shape porthole(int bay) {
-    const Outline rings = {{21, -24}, {21, 2},  {19.6, 4}, {16.4, 4}, {15, 2},
-                           {14, -1},  {11, -1}, {10, 1.4}, {5, 3.4},  {0, 4}};
-    const Vec place = inHall(1 + 2 * bay, 322, 125);
-    return placed(lathe(rings, 18), place, {-place.x, 0, -place.z});
+// A side of a star: what comes `from` a source's bearing is sent on from the star's point at `turn` to the next
+// but one, and ends there.
+void addStarSide(std::vector<Shape>& mirrors, Vec from, double turn, double radius, double height) {
+    const Vec start = onRing(turn, radius, height), end = onRing(turn + 4 * pi / sources, radius, height);
+    mirrors.push_back(mirror(from, start, end, starHalf));
+    mirrors.push_back(trap(end + normalized(end - start) * 3, end - start));
 }
 
-// The mouth of a beam source, its axis on the line to the ball.
-Shape source() {
-    const Outline profile = {{0, -30},    {3.4, -29},  {4.4, -26}, {4.4, -20},  {6.4, -19},  {6.4, -12},
-                             {4.6, -11},  {4.6, -9.6}, {5.6, -9},  {5.6, -7.4}, {4.4, -6.8}, {4.4, -5.4},
-                             {5.2, -4.8}, {5.2, -1},   {4.6, 0},   {3, 0},      {2.2, -2},   {0, -2.6}};
-    const Vec mouth = {sourceRadius, sourceHeight, 0};
-    return placed(lathe(profile, 16), mouth, ballCentre - mouth);
-}
-
-// The hanging ring, and a rod to the ceiling at each source.
-Shape gantry() {
-    const double radius = 138, y = 151;
-    const Outline section = {{radius - 4, y}, {radius - 2.6, y - 3}, {radius + 2.6, y - 3},
-                             {radius + 4, y}, {radius + 2.6, y + 3}, {radius - 2.6, y + 3},
-                             {radius - 4, y}};
-    const Shape ring = panelled(lathe(section, 45), {0.5, 0.5, 0.6, 0.9});
-    const Outline rod = {{0, y},      {5, y + 1},    {5, y + 5},     {1.8, y + 8}, {1.8, y + 50}, {3, y + 51},
-                         {3, y + 55}, {1.8, y + 56}, {1.8, y + 104}, {4, y + 108}, {4, y + 122}};
-    const Shape hanger = moved(lathe(rod, 10), {radius, 0, 0});
-    return joined({ring, around(joined({hanger, source()}), sources, Axis::y)});
+Shape splitters() {
+    const Vec fan = Vec{0.41212, 0.86940, 0} * 5;  // between the aims of two beams of one source
+    std::vector<Shape> mirrors;
+    for (int i = 0; i < sources; i++) {
+        const double turn = 2 * pi * i / sources;
+        const Vec mouth = onRing(turn, sourceRadius, sourceHeight);
+        const auto onBeam = [&](int j) {
+            return mouth + normalized(ballCentre + fan * j - mouth) * splitAt;
+        };
+        mirrors.push_back(mirror(mouth, onBeam(1), onRing(turn, crownRadius, crownHeight), splitHalf));
+        addStarSide(mirrors, onBeam(1), turn, crownRadius, crownHeight);
+        const double post = turn + postTurn;
+        mirrors.push_back(mirror(mouth, onBeam(-1), onRing(post, postRadius, postHeight), splitHalf));
+        addStarSide(mirrors, onBeam(-1), post, postRadius, postHeight);
+    }
+    return joined(mirrors);
 }
 
 }  // namespace
 
 void makeRoomCollision(const char* path) {
-    writeAml(path,
-             {smoothed(joined({collisionSkin(wall), collisionSkin(ceiling), collisionSkin(ground)}), hard)});
+    writeAml(path, {smoothed(joined({skin(wall), skin(dome), skin(ground), splitters()}), hard)});
 }
 
 void makeRoom(const char* path) {
-    const Shape shell = joined({platedSkin(wall), platedSkin(ceiling), platedSkin(ground)});
-    std::vector<Shape> fittings = {oculus(), gantry(), around(joined({pillar(), rib()}), bays, Axis::y)};
-    for (int bay = 0; bay < bays; bay++) fittings.push_back(porthole(bay));
-    // Everything that stands before the walls is as pale as their lamps, so that it stands out.
-    writeAml(path, {shell, painted(joined(fittings), walls::lampLight)});
+    writeAml(path, {paintedWall(), paintedDisc(ground, 12, walls::floor), paintedDisc(dome, 3, walls::dome)});
 }

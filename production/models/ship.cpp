@@ -6,6 +6,7 @@
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
 #include "production/kit/model/paints.h"
+#include "production/models/figures.h"
 #include "production/models/models.h"
 
 using namespace model;
@@ -141,11 +142,15 @@ Shape engine() {
 
 }  // namespace
 
-void makeShip(const char* path) {
-    const Shape whole =
+Shape figures::ship() {
+    const Shape standing =
         joined({body(), around(blade(), 3, Axis::y), turned(around(tailFin(), 3, Axis::y), Axis::y, pi / 3),
                 moved(emitterRing(frontRing, 3.2), {0, emitterZ, 0}),
                 moved(emitterRing(rearRing, 4.6), {0, -emitterZ, 0}), engine()});
     // From standing to lying: y becomes -z.
-    writeAml(path, {turned(whole, Axis::x, -pi / 2)});
+    return turned(standing, Axis::x, -pi / 2);
+}
+
+void makeShip(const char* path) {
+    writeAml(path, {figures::ship()});
 }

@@ -57,6 +57,16 @@ Shape panel(int column, double low, double high, const double (&plate)[4]) {
     return shape;
 }
 
+// Each column of faces shows the picture's left half, where the tunnel's plates are.
+Shape inLeftHalf(Shape shape) {
+    for (Face& face : shape.faces) {
+        double first = face.uvs[0].s;
+        for (const Uv& uv : face.uvs) first = std::min(first, uv.s);
+        for (Uv& uv : face.uvs) uv.s = (uv.s - std::floor(first + 1e-6)) / 2;
+    }
+    return shape;
+}
+
 }  // namespace
 
 void makeTunnel(const char* path) {
@@ -72,7 +82,8 @@ void makeTunnel(const char* path) {
     parts.push_back(band({{ribRadius, -halfLength}, {ribRadius, -142}, {wallRadius, -134}}));
     parts.push_back(band({{wallRadius, 134}, {ribRadius, 142}, {ribRadius, halfLength}}));
     // Wound after it is mapped, so that the texture winds along and meets the next segment's.
-    const Shape straight = smoothed(mappedCylinder(joined(parts), Axis::z, columns, halfLength), 0.9);
+    const Shape straight =
+        smoothed(inLeftHalf(mappedCylinder(joined(parts), Axis::z, columns, halfLength)), 0.9);
     writeAml(path, {bent(straight, [](Vec p) {
                  const double c = std::cos(turnPerUnit * p.z), s = std::sin(turnPerUnit * p.z);
                  return Vec{c * p.x - s * p.y, s * p.x + c * p.y, p.z};

@@ -37,14 +37,19 @@ void makeFlashWord(const char* path) {
     saveRgb(canvas, path, Rows::TopFirst);
 }
 
-// Not an even white: brightest along a horizontal streak, so that the room stays to be seen at the edges.
+// No wash, so that the room stays to be seen: rays that leave the ball in the middle, and a streak through it.
 void makeWhite(const char* path) {
     const int size = 64;
     Canvas canvas(size, size);
     paint(canvas, [&](float x, float y, Rgba) {
-        const float u = 2 * x / size - 1, v = 2 * y / size - 1;
-        const float streak = bell(v, 0.16f) * bell(u, 0.75f), wash = bell(std::hypot(u, v), 0.62f);
-        return opaque(0.95f, 1, 0.97f) * (0.07f + 0.22f * wash) + opaque(1, 0.96f, 0.86f) * (0.6f * streak);
+        const float u = (2 * x / size - 1) * 4 / 3, v = 2 * y / size - 1;
+        const float r = std::hypot(u, v), a = std::atan2(v, u);
+        const float rays = std::pow(0.5f + 0.5f * std::cos(7 * a + 0.9f), 3.0f) +
+                           0.6f * std::pow(0.5f + 0.5f * std::cos(11 * a + 2.2f), 4.0f);
+        const float fall = std::exp(-1.1f * r) * smoothstep(0.05f, 0.25f, r);
+        const float streak = 0.55f * bell(v, 0.03f) * bell(u, 0.8f);
+        return opaque(1, 0.90f, 0.72f) * (0.5f * rays * fall) + opaque(1, 0.95f, 0.9f) * streak +
+               opaque(0.9f, 0.95f, 1) * (0.25f * bell(r - 0.22f, 0.07f));
     });
     saveRgb(canvas, path, Rows::BottomFirst);
 }

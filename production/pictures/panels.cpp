@@ -4,6 +4,7 @@
 
 #include "production/kit/picture/lettering.h"
 #include "production/kit/picture/relief.h"
+#include "production/pictures/hall.h"
 #include "production/pictures/pictures.h"
 
 using namespace picture;
@@ -261,20 +262,27 @@ const std::vector<Sign> wallSigns = {
     {"utu", 10, 8.7, 0.6, 0.12},
 };
 
-void makePlated(const char* path, Metal metal, const std::vector<Row>& rows, const std::vector<Sign>& signs,
-                const Weather& weather) {
+Canvas plated(Metal metal, const std::vector<Row>& rows, const std::vector<Sign>& signs, const Weather& weather) {
     Relief relief(size, metal(0.10f));
     for (const Row& row : rows) stamp(relief, metal, row);
     stencil(relief, metal, signs);
-    saveRgb(lit(relief, weather), path, Rows::TopFirst);
+    return lit(relief, weather);
 }
 
 }  // namespace
 
 void makeHull(const char* path) {
-    makePlated(path, enamel, hullRows, hullSigns, {0.14f, 0.55f, 0.5f, 900});
+    saveRgb(plated(enamel, hullRows, hullSigns, {0.14f, 0.55f, 0.5f, 900}), path, Rows::TopFirst);
 }
 
+// The tunnel's plates, drawn in to the left half, and the hall's pictures in the right one.
 void makeWalls(const char* path) {
-    makePlated(path, deepSteel, wallRows, wallSigns, {0.16f, 0.22f, 0.6f, 1900});
+    const Canvas plates = plated(deepSteel, wallRows, wallSigns, {0.16f, 0.22f, 0.6f, 1900});
+    Canvas canvas(size, size, grey(0));
+    paint(canvas, [&](float x, float y, Rgba) {
+        const int column = static_cast<int>(x) * 2, row = static_cast<int>(y);
+        if (column >= size) return hallPictures(x, y);
+        return mix(plates.at(column, row), plates.at(column + 1, row), 0.5f);
+    });
+    saveRgb(canvas, path, Rows::TopFirst);
 }

@@ -21,7 +21,7 @@ const std::vector<Product> pictureProducts = {
     {"credits-gfx.png", makeGraphicsCredit, "pictures/credits.cpp", kit},
     {"credits-music.png", makeMusicCredit, "pictures/credits.cpp", kit},
     {"shiptex.png", makeHull, "pictures/panels.cpp", kit},
-    {"cubetex.png", makeWalls, "pictures/panels.cpp", kit},
+    {"cubetex.png", makeWalls, "pictures/", kit},
     {"envmap.png", makeStudio, "pictures/reflections.cpp", kit},
     {"envmap2.png", makeRobotChrome, "pictures/reflections.cpp", kit},
     {"envmap3.png", makeArmChrome, "pictures/reflections.cpp", kit},

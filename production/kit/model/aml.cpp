@@ -101,7 +101,7 @@ private:
             const Vec p = shape.points[point];
             mesh.points.push_back({tidy(p.x), tidy(p.y), tidy(p.z)});
         }
-        const Vec n = normals.at(f, corner);
+        const Vec n = shape.faces[f].normals.empty() ? normals.at(f, corner) : shape.faces[f].normals[corner];
         const Uv uv = shape.faces[f].uvs[corner];
         const Vertex vertex = {place->second, {tidy(n.x), tidy(n.y), tidy(n.z)}, {tidy(uv.s), tidy(uv.t)}};
         const auto [known, added] = vertexOf.try_emplace(vertex, static_cast<uint16_t>(mesh.vertices.size()));

@@ -30,6 +30,16 @@ constexpr Patch upperHalf = cells(0, 0, 16, 8), lowerHalf = cells(0, 8, 16, 8);
 constexpr Patch lamp = cells(-2, 0, 4, 8);  // a lamp with what is left and right of it
 constexpr Uv lampLight = {0, 4.5 / 16};
 
+// The hall's, in the right half: behind pillar, ship, probes and colossus half of what hangs there, from its
+// middle to its right edge; floor and dome from the axis to the wall over half a bay.
+constexpr Patch inset(Patch patch) {
+    constexpr double edge = 3.0 / 1024;  // kept clear of the neighbours
+    return {{patch.low.s + edge, patch.low.t - edge}, {patch.high.s - edge, patch.high.t + edge}};
+}
+constexpr Patch backdrops[] = {inset(cells(8, 0, 4, 4)), inset(cells(12, 0, 4, 4)), inset(cells(8, 4, 4, 4)),
+                               inset(cells(12, 4, 4, 4))};
+constexpr Patch floor = inset(cells(8, 8, 4, 4)), dome = inset(cells(12, 8, 4, 4));
+
 }  // namespace walls
 
 }  // namespace model

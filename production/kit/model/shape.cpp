@@ -110,6 +110,20 @@ Shape smoothed(Shape shape, double radians) {
     return shape;
 }
 
+Shape shaded(Shape shape, const std::function<Vec(Vec point, Vec normal)>& facing) {
+    constexpr double least = 0.04;  // of the way to the face's own normal
+    for (Face& face : shape.faces) {
+        const Vec normal = faceNormal(shape, face);
+        face.normals.clear();
+        for (int point : face.points) {
+            const Vec wanted = normalized(facing(shape.points[point], normal));
+            const double behind = std::max(0.0, least - dot(wanted, normal));
+            face.normals.push_back(normalized(wanted + normal * behind));
+        }
+    }
+    return shape;
+}
+
 namespace {
 
 // Numbers points so that those within `tolerance` of an earlier one get its number. Points are looked up in
@@ -161,6 +175,7 @@ Shape welded(const Shape& shape, double tolerance) {
             if (std::find(kept.points.begin(), kept.points.end(), point) != kept.points.end()) continue;
             kept.points.push_back(point);
             kept.uvs.push_back(face.uvs[i]);
+            if (!face.normals.empty()) kept.normals.push_back(face.normals[i]);
         }
         if (kept.points.size() >= 3) result.faces.push_back(std::move(kept));
     }
@@ -197,6 +212,8 @@ void addTriangle(Shape& out, const Face& face, size_t a, size_t b, size_t c) {
     out.faces.push_back({{face.points[a], face.points[b], face.points[c]},
                          {face.uvs[a], face.uvs[b], face.uvs[c]},
                          face.smoothing});
+    if (!face.normals.empty())
+        out.faces.back().normals = {face.normals[a], face.normals[b], face.normals[c]};
 }
 
 void clipEars(const Shape& shape, const Face& face, Shape& out) {

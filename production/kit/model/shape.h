@@ -17,6 +17,7 @@ struct Face {
     std::vector<int> points;  // indices into the shape's points
     std::vector<Uv> uvs;      // one per corner
     double smoothing = soft;  // radians: neighbours that bend away by less share their normals with this face
+    std::vector<Vec> normals = {};  // if not empty, what light takes each corner to face (see shaded())
 };
 
 struct Shape {
@@ -50,6 +51,11 @@ Shape placed(const Shape& shape, Vec origin, Vec up);  // the shape's y axis tur
 Shape insideOut(Shape shape);
 Shape bent(Shape shape, const std::function<Vec(Vec)>& place);  // moves every point
 Shape smoothed(Shape shape, double radians);                    // sets the smoothing angle of every face
+
+// Light falls otherwise than the surface lies: `facing` says where each corner seems to look, from its place
+// and its face's normal. What would look behind its face is turned until it just doesn't. To be done last:
+// whatever turns or bends the shape leaves these normals as they are.
+Shape shaded(Shape shape, const std::function<Vec(Vec point, Vec normal)>& facing);
 
 // Joins points closer than `tolerance` and drops what collapses: repeated corners, then faces below three.
 Shape welded(const Shape& shape, double tolerance = 1e-6);

@@ -1,0 +1,15 @@
+// The figures of the scenes as shapes, in the coordinates of their own models: the hall gathers them once more.
+#pragma once
+
+#include "production/kit/model/shape.h"
+
+namespace figures {
+
+model::Shape robotBody();
+model::Shape robotArms();
+model::Shape robotScreen();
+model::Shape ship();
+model::Shape probe();
+model::Shape heapBox();  // without its tanks, lids and lamps
+
+}  // namespace figures
