@@ -1,4 +1,4 @@
-// `Huone`: a lit room with a cannon, a tumbling mirror ball above it and fifteen traced laser beams.
+// `Huone`: a lit room, what stands in it, a tumbling mirror ball above it and fifteen traced laser beams.
 // Meshes "huone2", "tykki", "pallero2", and "huone" and "pallero", what the beams see of room and ball.
 #pragma once
 

@@ -13,7 +13,8 @@ constexpr double radius = 42;
 constexpr int level = 2;       // 320 mirrors
 constexpr double rise = 1.1;   // of the mirrors over the ground between them
 constexpr double tilt = 0.09;  // slope of a mirror against its place
-constexpr double domed = 0.03, facetHalf = 7;  // radians that a mirror seems to bend from its middle to its edge, units
+constexpr double domed = 0.03,
+                 facetHalf = 7;  // radians that a mirror seems to bend from its middle to its edge, units
 
 // A bar on the ball from one unit direction to another, broad side out.
 Shape bar(Vec from, Vec to) {

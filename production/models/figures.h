@@ -1,4 +1,5 @@
-// The figures of the scenes as shapes, in the coordinates of their own models: the hall gathers them once more.
+// The figures of the scenes as shapes, in the coordinates of their own models: the hall gathers them once
+// more.
 #pragma once
 
 #include "production/kit/model/shape.h"
@@ -8,6 +9,7 @@ namespace figures {
 model::Shape robotBody();
 model::Shape robotArms();
 model::Shape robotScreen();
+model::Shape onRobotScreen(const model::Shape& picture);  // from x = S, y = T, z = height over the glass
 model::Shape ship();
 model::Shape probe();
 model::Shape heapBox();  // without its tanks, lids and lamps

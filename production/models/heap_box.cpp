@@ -65,7 +65,8 @@ void makeHeapBox(const char* path) {
     const Shape middleTank = tank(-14.5, 14.5), outerTank = tank(20.5, 45.5);
     const Shape flank = joined({middleTank, withMirror(outerTank, Axis::x)});
     const Shape lids = joined({lid(-14.5, 14.5), withMirror(lid(20.5, 45.5), Axis::x)});
-    const Shape enamel = joined({figures::heapBox(), withMirror(lids, Axis::y), withMirror(endCap(), Axis::x)});
+    const Shape enamel =
+        joined({figures::heapBox(), withMirror(lids, Axis::y), withMirror(endCap(), Axis::x)});
     // The tanks wear orange belts.
     writeAml(path, {mappedBox(enamel, 64), painted(withMirror(flank, Axis::z), hull::striped)});
 }

@@ -219,18 +219,13 @@ Shape arm() {
     return joined({pauldron, ball, upper, joint, fore, placed(palm, wrist, reach)});
 }
 
-// A domed tube inside the bezel. The picture stands upright: S from the viewer's left, T from the top down.
-Shape screen() {
-    const int columns = 17, rows = 13;
-    Shape tube = grid(columns, rows, false, false, [](int c, int r) {
-        // A square carried into a rounded one, so that the corners follow the bezel.
-        const double u = 2.0 * c / (columns - 1) - 1, v = 2.0 * r / (rows - 1) - 1;
-        const double x = u * (1 - 0.06 * v * v), y = v * (1 - 0.08 * u * u);
-        return Vec{x * 16.2, y * 11.8, faceDepth + 1.6 - 2.2 * (x * x + y * y)};
-    });
-    for (Face& face : tube.faces)
-        for (Uv& uv : face.uvs) uv.t = 1 - uv.t;
-    return onNeck(tube);
+// Where the head's own coordinates lie for a place of the picture on the screen, a domed tube inside the
+// bezel: S from the viewer's left, T from the top down, and a height over the glass.
+Vec onScreen(double s, double t, double height) {
+    // A square carried into a rounded one, so that the corners follow the bezel.
+    const double u = 2 * s - 1, v = 1 - 2 * t;
+    const double x = u * (1 - 0.06 * v * v), y = v * (1 - 0.08 * u * u);
+    return {x * 16.2, y * 11.8, faceDepth + 1.6 - 2.2 * (x * x + y * y) + height};
 }
 
 }  // namespace
@@ -245,7 +240,17 @@ Shape figures::robotArms() {
 }
 
 Shape figures::robotScreen() {
-    return screen();
+    const int columns = 17, rows = 13;
+    Shape screen = grid(columns, rows, false, false, [](int c, int r) {
+        return onScreen(double(c) / (columns - 1), 1 - double(r) / (rows - 1), 0);
+    });
+    for (Face& face : screen.faces)
+        for (Uv& uv : face.uvs) uv.t = 1 - uv.t;
+    return onNeck(screen);
+}
+
+Shape figures::onRobotScreen(const Shape& picture) {
+    return onNeck(bent(picture, [](Vec p) { return onScreen(p.x, p.y, p.z); }));
 }
 
 void makeRobotBody(const char* path) {

@@ -71,7 +71,7 @@ Shape paintedWall() {
     Shape shape = fineSkin(wall, 14);
     for (Face& face : shape.faces) {
         const auto [index, middle] = bearingOf(shape, face);
-        const Patch& part = walls::backdrops[index];
+        const Patch& patch = walls::backdrops[index];
         for (size_t i = 0; i < face.points.size(); i++) {
             const Vec p = shape.points[face.points[i]];
             face.uvs[i] = {mix(patch.low.s, patch.high.s, aside(p, middle)),
@@ -80,13 +80,14 @@ Shape paintedWall() {
     }
     for (Face& face : shape.faces) {
         const double middle = bearingOf(shape, face).middle;
-        for (int point : face.points) face.normals.push_back(normalized(acrossTheHall(shape.points[point], middle + pi)));
+        for (int point : face.points)
+            face.normals.push_back(normalized(acrossTheHall(shape.points[point], middle + pi)));
     }
     return shape;
 }
 
 // Floor and dome: over the part's breadth from the axis to the wall, over its height half a bay.
-Shape paintedDisc(std::span<const Flat> profile, int along, const Patch& part) {
+Shape paintedDisc(std::span<const Flat> profile, int along, const Patch& patch) {
     Shape shape = fineSkin(profile, along);
     for (Face& face : shape.faces) {
         const Vec centre = faceCentre(shape, face);
@@ -114,20 +115,22 @@ Shape mirror(Vec from, Vec place, Vec to, double half) {
 }
 
 // The three beams of a source part little by little; they are told apart a little way from the mouth, inside
-// the projector's barrel. One stays on the ball; one rises to the crown and one sinks to a post, and from there
-// each draws one side of a star.
+// the projector's barrel. One stays on the ball; one rises to the crown and one sinks to a post, and from
+// there each draws one side of a star.
 constexpr double splitAt = 34, splitHalf = 0.28;
 constexpr double starHalf = 1;
 
-// The corner of a cube, open to what comes along `way` through `place`: a beam spends its last three bounces in
-// it, one on each side.
+// The corner of a cube, open to what comes along `way` through `place`: a beam spends its last three bounces
+// in it, one on each side.
 Shape trap(Vec place, Vec way) {
     constexpr double side = 2.4;
-    const Vec away = normalized(-way), right = normalized(cross(away, {0.31, 0.77, 0.55})), up = cross(right, away);
+    const Vec away = normalized(-way), right = normalized(cross(away, {0.31, 0.77, 0.55})),
+              up = cross(right, away);
     std::array<Vec, 3> edges;
     for (int i = 0; i < 3; i++) {
         const double turn = 2 * pi * i / 3;
-        edges[i] = (away + (right * std::cos(turn) + up * std::sin(turn)) * std::sqrt(2.0)) * (side / std::sqrt(3.0));
+        edges[i] = (away + (right * std::cos(turn) + up * std::sin(turn)) * std::sqrt(2.0)) *
+                   (side / std::sqrt(3.0));
     }
     Shape shape;
     const Vec apex = place - (edges[0] * 0.35 + edges[1] * 0.5 + edges[2] * 0.65);
@@ -144,8 +147,8 @@ Shape trap(Vec place, Vec way) {
     return shape;
 }
 
-// A side of a star: what comes `from` a source's bearing is sent on from the star's point at `turn` to the next
-// but one, and ends there.
+// A side of a star: what comes `from` a source's bearing is sent on from the star's point at `turn` to the
+// next but one, and ends there.
 void addStarSide(std::vector<Shape>& mirrors, Vec from, double turn, double radius, double height) {
     const Vec start = onRing(turn, radius, height), end = onRing(turn + 4 * pi / sources, radius, height);
     mirrors.push_back(mirror(from, start, end, starHalf));
@@ -158,9 +161,7 @@ Shape splitters() {
     for (int i = 0; i < sources; i++) {
         const double turn = 2 * pi * i / sources;
         const Vec mouth = onRing(turn, sourceRadius, sourceHeight);
-        const auto onBeam = [&](int j) {
-            return mouth + normalized(ballCentre + fan * j - mouth) * splitAt;
-        };
+        const auto onBeam = [&](int j) { return mouth + normalized(ballCentre + fan * j - mouth) * splitAt; };
         mirrors.push_back(mirror(mouth, onBeam(1), onRing(turn, crownRadius, crownHeight), splitHalf));
         addStarSide(mirrors, onBeam(1), turn, crownRadius, crownHeight);
         const double post = turn + postTurn;
@@ -173,7 +174,8 @@ Shape splitters() {
 }  // namespace
 
 void makeRoomCollision(const char* path) {
-    writeAml(path, {smoothed(joined({skin(wall), skin(dome), skin(ground), splitters()}), hard)});
+    const Shape whole = joined({skin(wall), skin(dome), skin(ground), splitters()});
+    writeAml(path, {painted(smoothed(whole, hard), Uv{})});
 }
 
 void makeRoom(const char* path) {

@@ -84,8 +84,11 @@ void makeTunnel(const char* path) {
     // Wound after it is mapped, so that the texture winds along and meets the next segment's.
     const Shape straight =
         smoothed(inLeftHalf(mappedCylinder(joined(parts), Axis::z, columns, halfLength)), 0.9);
-    writeAml(path, {bent(straight, [](Vec p) {
-                 const double c = std::cos(turnPerUnit * p.z), s = std::sin(turnPerUnit * p.z);
-                 return Vec{c * p.x - s * p.y, s * p.x + c * p.y, p.z};
-             })});
+    const Shape wound = bent(straight, [](Vec p) {
+        const double c = std::cos(turnPerUnit * p.z), s = std::sin(turnPerUnit * p.z);
+        return Vec{c * p.x - s * p.y, s * p.x + c * p.y, p.z};
+    });
+    // Shaded as if plates looked along the tunnel: at their flat angle they would throw back what lies beyond
+    // them, which is what lights outlines, and fill the screen with it.
+    writeAml(path, {shaded(wound, [](Vec, Vec normal) { return Vec{0, 0, -1} + normal * 0.2; })});
 }

@@ -37,7 +37,8 @@ void makeFlashWord(const char* path) {
     saveRgb(canvas, path, Rows::TopFirst);
 }
 
-// No wash, so that the room stays to be seen: rays that leave the ball in the middle, and a streak through it.
+// No wash, so that the room stays to be seen: rays that leave the ball in the middle, which is bright enough
+// of itself, and a streak through it; cold on the left and warm on the right, as the stage is.
 void makeWhite(const char* path) {
     const int size = 64;
     Canvas canvas(size, size);
@@ -46,10 +47,10 @@ void makeWhite(const char* path) {
         const float r = std::hypot(u, v), a = std::atan2(v, u);
         const float rays = std::pow(0.5f + 0.5f * std::cos(7 * a + 0.9f), 3.0f) +
                            0.6f * std::pow(0.5f + 0.5f * std::cos(11 * a + 2.2f), 4.0f);
-        const float fall = std::exp(-1.1f * r) * smoothstep(0.05f, 0.25f, r);
-        const float streak = 0.55f * bell(v, 0.03f) * bell(u, 0.8f);
-        return opaque(1, 0.90f, 0.72f) * (0.5f * rays * fall) + opaque(1, 0.95f, 0.9f) * streak +
-               opaque(0.9f, 0.95f, 1) * (0.25f * bell(r - 0.22f, 0.07f));
+        const float fall = std::exp(-1.0f * r) * smoothstep(0.22f, 0.5f, r);
+        const float streak = 0.45f * bell(v, 0.03f) * bell(u, 0.9f) * smoothstep(0.15f, 0.6f, r);
+        const Rgba tint = mix(opaque(0.45f, 0.72f, 1), opaque(1, 0.66f, 0.36f), smoothstep(-0.7f, 0.7f, u));
+        return tint * (0.6f * rays * fall + streak);
     });
     saveRgb(canvas, path, Rows::BottomFirst);
 }

@@ -1,5 +1,6 @@
-// The hall's lights have next to no red and double what they find within a narrow cone, so that these pictures
-// are deep, and warm ones are all but red. Each is one half of what is seen, from its middle to the right.
+// The hall's lights have next to no red and double what they find within a narrow cone, so that these
+// pictures are deep, and warm ones are all but red. Each is one half of what is seen, from its middle to the
+// right.
 #include "production/pictures/hall.h"
 
 #include "production/kit/picture/noise.h"
@@ -34,9 +35,11 @@ Rgba halo(float x, float y) {
 // Behind the ship, round the sun that hangs there: its glow and a red evening.
 Rgba evening(float x, float y) {
     const float r = std::hypot(x, y - 350);
-    Rgba c = mix(opaque(0.50f, 0.07f, 0.02f), opaque(0.09f, 0.012f, 0.07f), smoothstep(0.1f, 0.9f, y / height));
+    Rgba c =
+        mix(opaque(0.50f, 0.07f, 0.02f), opaque(0.09f, 0.012f, 0.07f), smoothstep(0.1f, 0.9f, y / height));
     c = c + light(0.50f, 0.10f, 0.02f) * std::exp(-std::fmax(r - 175, 0.0f) / 50);
-    c = c + lines(r - 212, 2.5f, light(0.55f, 0.16f, 0.04f)) + lines(r - 250, 1.8f, light(0.40f, 0.10f, 0.03f));
+    c = c + lines(r - 212, 2.5f, light(0.55f, 0.16f, 0.04f)) +
+        lines(r - 250, 1.8f, light(0.40f, 0.10f, 0.03f));
     return c;
 }
 
@@ -45,7 +48,8 @@ Rgba windows(float x, float y) {
     Rgba c = opaque(0.018f, 0.030f, 0.034f);
     for (int i = 0; i < 4; i++) {
         const float middle = 44 + 84.0f * i, half = 24, top = 440 - 60.0f * i;
-        const float arch = y > top ? std::hypot(x - middle, (y - top) * 0.7f) - half : std::fabs(x - middle) - half;
+        const float arch =
+            y > top ? std::hypot(x - middle, (y - top) * 0.7f) - half : std::fabs(x - middle) - half;
         const float foot = 40 - y;
         const float d = std::fmax(arch, foot);
         const Rgba glow = mix(light(0.08f, 0.26f, 0.26f), light(0.46f, 0.56f, 0.60f), smoothstep(60, top, y));
@@ -60,7 +64,8 @@ Rgba planet(float x, float y) {
     const float k = y / height;
     Rgba c = mix(opaque(0.16f, 0.045f, 0.11f), opaque(0.02f, 0.014f, 0.05f), smoothstep(0.0f, 0.8f, k));
     const float r = std::hypot(x, y + 60);
-    c = c + field(r - 290, 2, mix(light(0.60f, 0.14f, 0.26f), light(0.07f, 0.02f, 0.08f), smoothstep(295, 180, r)));
+    c = c + field(r - 290, 2,
+                  mix(light(0.60f, 0.14f, 0.26f), light(0.07f, 0.02f, 0.08f), smoothstep(295, 180, r)));
     c = c + lines(r - 292, 4, light(0.62f, 0.30f, 0.34f));
     c = c + light(0.24f, 0.08f, 0.13f) * std::exp(-std::fmax(r - 292, 0.0f) / 34) * smoothstep(288, 294, r);
     const int cell = 9;
@@ -69,7 +74,8 @@ Rgba planet(float x, float y) {
         const Point star = {(column + 0.2f + 0.6f * randomAt(column, row, 78)) * cell,
                             (row + 0.2f + 0.6f * randomAt(column, row, 79)) * cell};
         const float size = 0.7f + 1.1f * std::pow(randomAt(column, row, 80), 4.0f);
-        c = c + light(0.7f, 0.6f, 0.7f) * (bell(length(Point{x, y} - star), size) * randomAt(column, row, 81));
+        c = c +
+            light(0.7f, 0.6f, 0.7f) * (bell(length(Point{x, y} - star), size) * randomAt(column, row, 81));
     }
     return c;
 }
@@ -99,10 +105,13 @@ Rgba hallPictures(float x, float y) {
     const int column = static_cast<int>((x - 512) / part), row = static_cast<int>(y / part);
     const float u = (x - 512) / part - column, v = 1 - (y / part - row);  // v runs up
     const float gain = 1.9f * (row < 2 ? mix(0.25f, 1, smoothstep(1.0f, 0.72f, u)) : 1);
-    if (row == 0) return (column == 0 ? windows(u * breadth, v * height) : evening(u * breadth, v * height)) * gain;
-    if (row == 1) return (column == 0 ? planet(u * breadth, v * height) : halo(u * breadth, v * height)) * gain;
+    if (row == 0)
+        return (column == 0 ? windows(u * breadth, v * height) : evening(u * breadth, v * height)) * gain;
+    if (row == 1)
+        return (column == 0 ? planet(u * breadth, v * height) : halo(u * breadth, v * height)) * gain;
     if (row == 2) return (column == 0 ? floorPlan(u, v) : domePlan(u, v)) * gain;
-    const Rgba swatches[] = {opaque(0.015f, 0.02f, 0.024f), opaque(0.20f, 0.10f, 0.03f), opaque(0.5f, 0.56f, 0.6f)};
+    const Rgba swatches[] = {opaque(0.015f, 0.02f, 0.024f), opaque(0.20f, 0.10f, 0.03f),
+                             opaque(0.5f, 0.56f, 0.6f)};
     const int swatch = static_cast<int>((x - 512) / 64);
     return swatch < 3 ? swatches[swatch] : grey(0);
 }

@@ -262,7 +262,8 @@ const std::vector<Sign> wallSigns = {
     {"utu", 10, 8.7, 0.6, 0.12},
 };
 
-Canvas plated(Metal metal, const std::vector<Row>& rows, const std::vector<Sign>& signs, const Weather& weather) {
+Canvas plated(Metal metal, const std::vector<Row>& rows, const std::vector<Sign>& signs,
+              const Weather& weather) {
     Relief relief(size, metal(0.10f));
     for (const Row& row : rows) stamp(relief, metal, row);
     stencil(relief, metal, signs);

@@ -107,27 +107,27 @@ Rgba rimLight(Direction towards) {
 }  // namespace
 
 // On hulls, boxes and all that stands in the hall, added to the lit texture and then to itself by the glow:
-// dark but for thin tubes, which draw lines on a flat panel where a broad lamp would fill it, and for what lies
-// beyond the thing. That lights its edges, cold left and warm right; what faces straight up or down throws
-// back the glow beyond it, cold from below the viewer's eyes and warm from above.
+// dark but for thin tubes, which draw lines on a flat panel where a broad lamp would fill it, and for what
+// lies beyond the thing. That lights its edges, cold left and warm right; what faces straight up or down
+// throws back the glow beyond it, cold from below the viewer's eyes and warm from above.
 void makeStudio(const char* path) {
     std::vector<Softbox> lamps = {
-        {0, 54, {1.2f, 0.20f}, 3, 0.16f, light(0.040f, 0.048f, 0.056f)},
+        {0, 54, {1.2f, 0.20f}, 3, 0.16f, light(0.025f, 0.030f, 0.036f)},
         {0, 36, {0.9f, 0.010f}, 2, 0.010f, light(0.48f, 0.56f, 0.64f)},
         {0, 68, {1.5f, 0.024f}, 2, 0.016f, light(0.26f, 0.30f, 0.34f)},
-        {-64, 10, {0.20f, 0.6f}, 5, 0.10f, light(0.08f, 0.15f, 0.23f)},
+        {-64, 10, {0.20f, 0.6f}, 5, 0.10f, light(0.065f, 0.12f, 0.185f)},
         {-52, 10, {0.010f, 0.6f}, 5, 0.010f, light(0.45f, 0.62f, 0.84f)},
-        {70, 0, {0.16f, 0.7f}, -8, 0.09f, light(0.17f, 0.085f, 0.028f)},
+        {70, 0, {0.16f, 0.7f}, -8, 0.09f, light(0.135f, 0.068f, 0.022f)},
         {58, 0, {0.010f, 0.7f}, -8, 0.010f, light(0.84f, 0.50f, 0.18f)},
         {10, -36, {0.7f, 0.05f}, -4, 0.05f, light(0.09f, 0.05f, 0.02f)},
-        {-34, 26, {0.24f, 0.20f}, 12, 0.14f, light(0.06f, 0.10f, 0.14f)},
-        {36, 6, {0.18f, 0.26f}, -6, 0.12f, light(0.11f, 0.06f, 0.025f)},
+        {-34, 26, {0.24f, 0.20f}, 12, 0.14f, light(0.05f, 0.085f, 0.12f)},
+        {36, 6, {0.18f, 0.26f}, -6, 0.12f, light(0.09f, 0.05f, 0.02f)},
         // Over the far side, for the edges of the stage.
-        {180, 88, {0.5f, 0.25f}, 0, 0.03f, light(0.32f, 0.41f, 0.50f)},
+        {180, 88, {0.5f, 0.24f}, 0, 0.02f, light(0.30f, 0.38f, 0.46f)},
     };
     // Sparks for the ball's mirrors.
-    for (int i = 0; i < 44; i++) {
-        const float radius = mix(0.02f, 0.075f, randomAt(i, 2, 9));
+    for (int i = 0; i < 30; i++) {
+        const float radius = mix(0.02f, 0.06f, randomAt(i, 2, 9));
         const Rgba tint = mix(light(0.50f, 0.66f, 0.80f), light(0.85f, 0.56f, 0.26f),
                               smoothstep(0.6f, 0.9f, randomAt(i, 3, 9)));
         lamps.push_back({mix(-100, 100, randomAt(i, 0, 9)),
@@ -142,14 +142,17 @@ void makeStudio(const char* path) {
         const Rgba floor = light(0.006f, 0.012f, 0.016f), sky = light(0.012f, 0.015f, 0.024f);
         const Rgba fill = mix(light(0.030f, 0.020f, 0.012f), light(0.026f, 0.036f, 0.046f),
                               smoothstep(-0.25f, 0.25f, towards.y));
-        const float beyond = smoothstep(-0.2f, -0.65f, towards.z);
+        const float beyond = smoothstep(-0.48f, -0.78f, towards.z);
         const float aside = towards.x / (std::hypot(towards.x, towards.y) + 1e-4f);
-        const Rgba left = light(0.10f, 0.26f, 0.46f) * smoothstep(-0.35f, -0.9f, aside);
-        const Rgba right = light(0.46f, 0.20f, 0.05f) * smoothstep(0.35f, 0.9f, aside);
+        const Rgba left = light(0.10f, 0.25f, 0.45f) * smoothstep(-0.35f, -0.9f, aside);
+        const Rgba right = light(0.45f, 0.19f, 0.045f) * smoothstep(0.35f, 0.9f, aside);
         const float ring = bell(towards.y - 0.26f, 0.010f) + 0.5f * bell(towards.y - 0.42f, 0.008f);
-        const Rgba over = light(0.11f, 0.18f, 0.24f) * (smoothstep(0.0f, 0.06f, towards.y) * mix(1.0f, 0.15f, smoothstep(0.03f, 0.5f, towards.y))) +
-                          mix(light(0.3f, 0.5f, 0.7f), light(0.7f, 0.45f, 0.2f), smoothstep(-0.3f, 0.3f, towards.x)) * (0.8f * ring);
-        const Rgba under = light(0.42f, 0.21f, 0.06f) * smoothstep(0.0f, -0.14f, towards.y);
+        const Rgba over =
+            light(0.10f, 0.16f, 0.22f) *
+                (smoothstep(0.0f, 0.06f, towards.y) * mix(1.0f, 0.15f, smoothstep(0.03f, 0.5f, towards.y))) +
+            mix(light(0.3f, 0.5f, 0.7f), light(0.7f, 0.45f, 0.2f), smoothstep(-0.3f, 0.3f, towards.x)) *
+                (0.8f * ring);
+        const Rgba under = light(0.42f, 0.20f, 0.05f) * smoothstep(0.0f, -0.14f, towards.y);
         const float upright = 1 - smoothstep(0.35f, 0.9f, std::fabs(aside));
         return mix(floor, sky, smoothstep(-0.1f, 0.1f, towards.y)) * ahead +
                fill * smoothstep(0.45f, 0.95f, towards.z) +

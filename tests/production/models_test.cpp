@@ -102,6 +102,11 @@ float fromOrigin(const Vec3& p) {
     return p.length();
 }
 
+// The hall's small mirrors, which steer beams, hang free in it, two-sided, and only in its copy.
+bool amongTheHallsMirrors(const Vec3& p) {
+    return fromY(p) < 250 && p.y > 10 && p.y < 250;
+}
+
 using PointKey = std::tuple<long, long, long>;
 PointKey keyOf(const Vec3& p) {
     return {std::lround(p.x * 100), std::lround(p.y * 100), std::lround(p.z * 100)};
@@ -192,13 +197,12 @@ TEST(Models, TakeTheRoomTheirScenesLeaveThem) {
         {"haromalli.AML", fromOrigin, 5, 40, 90, 105},
         {"pallo.AML", fromOrigin, 1500, 4000, 1500, 4000},
         {"palikka.AML", fromOrigin, 0, 20, 30, 52},
-        {"huone_simple.AML", fromY, 0, 1, 320, 350},
-        {"huone_simple.AML", y, -1, 1, 240, 320},
-        {"huone_detail.AML", fromY, 0, 1, 320, 350},
-        {"tykki.AML", y, 0, 0.01f, 27, 29},
-        {"tykki.AML", fromY, 0, 1, 50, 70},
-        {"pallero.AML", fromOrigin, 30, 36, 30, 36},
-        {"pallero_detail.AML", fromOrigin, 28, 36, 30, 37},
+        {"huone_simple.AML", fromY, 0, 1, 300, 510},
+        {"huone_simple.AML", y, -1, 1, 240, 810},
+        {"huone_detail.AML", fromY, 0, 1, 300, 510},
+        {"tykki.AML", fromY, 0, 1, 290, 510},
+        {"pallero.AML", fromOrigin, 30, 42, 30, 42.01f},
+        {"pallero_detail.AML", fromOrigin, 28, 42, 30, 44},
         {"block.AML", y, -0.01f, 0.01f, 93.99f, 94.01f},
         {"block.AML", fromY, 45, 50, 50, 60},
     };
@@ -207,6 +211,20 @@ TEST(Models, TakeTheRoomTheirScenesLeaveThem) {
         const float least = model.nearest(row.measure), most = model.farthest(row.measure);
         EXPECT_TRUE(row.leastFrom <= least && least <= row.leastTo) << row.file << " from " << least;
         EXPECT_TRUE(row.mostFrom <= most && most <= row.mostTo) << row.file << " to " << most;
+    }
+}
+
+// In the hall the camera circles 229 to 270 units from the axis, 60 to 140 above the floor, and leaves what
+// is there some 20 units more.
+TEST(Models, HallLeavesTheCameraItsPath) {
+    for (const char* file : {"tykki.AML", "huone_detail.AML"}) {
+        int inTheWay = 0;
+        for (const Triangle& triangle : Model(file).triangles) {
+            const auto& [a, b, c] = triangle.corners;
+            for (const Vec3& p : {a.point, b.point, c.point, triangle.centre()})
+                inTheWay += p.y > 45 && p.y < 155 && fromY(p) > 210 && fromY(p) < 290;
+        }
+        EXPECT_EQ(inTheWay, 0) << file;
     }
 }
 
@@ -228,8 +246,10 @@ TEST(Models, WallsFaceWhoeverIsInside) {
         const Vec3 centre = triangle.centre();
         ASSERT_LT(dot(triangle.area(), {centre.x, centre.y, 0}), 0);
     }
-    for (const Triangle& triangle : Model("huone_simple.AML").triangles)
-        ASSERT_LT(dot(triangle.area(), triangle.centre() - Vec3{0, 100, 0}), 0);
+    for (const Triangle& triangle : Model("huone_simple.AML").triangles) {
+        const Vec3 centre = triangle.centre();
+        ASSERT_TRUE(amongTheHallsMirrors(centre) || dot(triangle.area(), centre - Vec3{0, 100, 0}) < 0);
+    }
     for (const Triangle& triangle : Model("pallo.AML").triangles)
         ASSERT_LT(dot(triangle.area(), triangle.centre()), 0);
     for (const Triangle& triangle : Model("pallero.AML").triangles)
@@ -237,7 +257,7 @@ TEST(Models, WallsFaceWhoeverIsInside) {
 }
 
 TEST(Models, TracedOnesAreFewFacesAndLetNoBeamOut) {
-    for (const auto& [file, mostFaces] : {std::pair{"huone_simple.AML", 500}, {"pallero.AML", 320}}) {
+    for (const auto& [file, mostFaces] : {std::pair{"huone_simple.AML", 700}, {"pallero.AML", 320}}) {
         const Model model(file);
         EXPECT_LE(static_cast<int>(model.triangles.size()), mostFaces) << file;
         EXPECT_TRUE(openEdges(model).empty()) << file;
@@ -327,17 +347,14 @@ TEST(Models, CopiesLieWithinAFewUnitsOfWhatIsDrawn) {
     TraceScene drawnRoom, tracedRoom;
     drawnRoom.addInstance(&room.set);
     tracedRoom.addInstance(&roomCopy.set);
-    int apart = 0;
     for (int i = 0; i < 300; i++) {
         const Vec3 eye = {0, 70, 0}, direction = randomDirection(random);
         TraceHit onDrawn, onTraced;
         ASSERT_TRUE(drawnRoom.intersectRay(eye, direction, &onDrawn));
         ASSERT_TRUE(tracedRoom.intersectRay(eye, direction, &onTraced));
-        EXPECT_LT(onDrawn.distance, onTraced.distance + 6);
-        apart += std::fabs(onDrawn.distance - onTraced.distance) > 12;
+        if (amongTheHallsMirrors(onTraced.point)) continue;
+        EXPECT_NEAR(onDrawn.distance, onTraced.distance, 6);
     }
-    // Pillars, ribs and the hanging ring stand free of the copy.
-    EXPECT_LT(apart, 90);
 }
 
 // The camera's two last orbits of the robot scene lead through the gap between hips and chest.

@@ -67,12 +67,13 @@ std::vector<Rows> inkedRows(const Picture& picture, int left, int right, Ink ink
     return runs;
 }
 
-double rowDifference(const Picture& picture, int upper, int lower) {
+// Between two rows of the first `width` columns.
+double rowDifference(const Picture& picture, int width, int upper, int lower) {
     double sum = 0;
-    for (int x = 0; x < picture.width; x++)
+    for (int x = 0; x < width; x++)
         for (int c = 0; c < 3; c++)
             sum += std::abs(picture.sample(x, upper, c) - picture.sample(x, lower, c));
-    return sum / picture.width;
+    return sum / width;
 }
 
 double columnDifference(const Picture& picture, int left, int right) {
@@ -255,13 +256,14 @@ TEST(Pictures, GreetingsAreReadWholeOnTheBar) {
     EXPECT_EQ(lettersIn(before, 4), 0);
 }
 
-// The glow adds the frame to itself about three times: added reflections are lines on black, and the robot's,
-// which are its only picture, stay low. Skies are up: in the last rows.
+// The glow adds the frame to itself about three times: added reflections are dark but for lines and for the
+// rims that outlines show, and the robot's, which are its only picture, stay low. Skies are up: in the last
+// rows.
 TEST(Pictures, SphereMapsAreDarkWithTheirSkyInTheLastRows) {
     const struct {
         const char* file;
         double most;
-    } maps[] = {{"envmap.png", 0.08}, {"envmap2.png", 0.25}, {"envmap3.png", 0.25}, {"envmap4.png", 0.25}};
+    } maps[] = {{"envmap.png", 0.13}, {"envmap2.png", 0.25}, {"envmap3.png", 0.25}, {"envmap4.png", 0.25}};
     for (const auto& map : maps) {
         SCOPED_TRACE(map.file);
         const Picture picture(map.file);
@@ -276,18 +278,24 @@ TEST(Pictures, SphereMapsAreDarkWithTheirSkyInTheLastRows) {
     }
 }
 
-// Where a picture repeats, its last row and column meet its first like any two neighbours.
+// Where a picture repeats, its last row and column meet its first like any two neighbours. Of the walls' that
+// is the tunnel's part, the left half.
 TEST(Pictures, RepeatingTexturesHaveNoSeam) {
-    for (const char* file : {"shiptex.png", "cubetex.png", "star2.png", "noise1.png", "tex.png"}) {
-        SCOPED_TRACE(file);
-        const Picture picture(file);
-        double rows = 0, columns = 0;
-        for (int i = 1; i < picture.height; i++) {
-            rows = std::max(rows, rowDifference(picture, i - 1, i));
-            columns = std::max(columns, columnDifference(picture, i - 1, i));
-        }
-        EXPECT_LE(rowDifference(picture, picture.height - 1, 0), rows);
-        EXPECT_LE(columnDifference(picture, picture.width - 1, 0), columns);
+    const struct {
+        const char* file;
+        double part;  // of its width
+    } rows[] = {
+        {"shiptex.png", 1}, {"cubetex.png", 0.5}, {"star2.png", 1}, {"noise1.png", 1}, {"tex.png", 1}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.file);
+        const Picture picture(row.file);
+        const int width = static_cast<int>(picture.width * row.part);
+        double across = 0, along = 0;
+        for (int i = 1; i < picture.height; i++)
+            across = std::max(across, rowDifference(picture, width, i - 1, i));
+        for (int i = 1; i < width; i++) along = std::max(along, columnDifference(picture, i - 1, i));
+        EXPECT_LE(rowDifference(picture, width, picture.height - 1, 0), across);
+        EXPECT_LE(columnDifference(picture, width - 1, 0), along);
     }
 }
 

@@ -212,8 +212,7 @@ void addTriangle(Shape& out, const Face& face, size_t a, size_t b, size_t c) {
     out.faces.push_back({{face.points[a], face.points[b], face.points[c]},
                          {face.uvs[a], face.uvs[b], face.uvs[c]},
                          face.smoothing});
-    if (!face.normals.empty())
-        out.faces.back().normals = {face.normals[a], face.normals[b], face.normals[c]};
+    if (!face.normals.empty()) out.faces.back().normals = {face.normals[a], face.normals[b], face.normals[c]};
 }
 
 void clipEars(const Shape& shape, const Face& face, Shape& out) {
