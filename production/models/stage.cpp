@@ -248,7 +248,7 @@ Shape boxPillar() {
 // The sun behind the ship. It looks down, so that it is warm from everywhere.
 Shape sunDisc() {
     const double radius = 175;
-    const Vec middle = {wallRadius - 9, 350, 0};
+    const Vec middle = {wallRadius - 40, 350, 0};  // its edges just before the wall
     const Shape disc =
         placed(lathe({{radius, 0}, {radius - 4, 3}, {radius * 0.6, 4}, {0, 4}}, 48), middle, {-1, 0, 0});
     return shaded(atTurn(disc, shipTurn), [](Vec, Vec) { return up * -0.94 - onRing(shipTurn, 0.34, 0); });

@@ -110,8 +110,9 @@ Shape smoothed(Shape shape, double radians) {
     return shape;
 }
 
-Shape shaded(Shape shape, const std::function<Vec(Vec point, Vec normal)>& facing) {
+Shape shaded(const Shape& whole, const std::function<Vec(Vec point, Vec normal)>& facing) {
     constexpr double least = 0.04;  // of the way to the face's own normal
+    Shape shape = triangulated(whole);
     for (Face& face : shape.faces) {
         const Vec normal = faceNormal(shape, face);
         face.normals.clear();

@@ -53,9 +53,9 @@ Shape bent(Shape shape, const std::function<Vec(Vec)>& place);  // moves every p
 Shape smoothed(Shape shape, double radians);                    // sets the smoothing angle of every face
 
 // Light falls otherwise than the surface lies: `facing` says where each corner seems to look, from its place
-// and its face's normal. What would look behind its face is turned until it just doesn't. To be done last:
-// whatever turns or bends the shape leaves these normals as they are.
-Shape shaded(Shape shape, const std::function<Vec(Vec point, Vec normal)>& facing);
+// and its face's normal. What would look behind its face is turned until it just doesn't. Cuts polygons to
+// triangles. To be done last: whatever turns or bends the shape leaves these normals as they are.
+Shape shaded(const Shape& whole, const std::function<Vec(Vec point, Vec normal)>& facing);
 
 // Joins points closer than `tolerance` and drops what collapses: repeated corners, then faces below three.
 Shape welded(const Shape& shape, double tolerance = 1e-6);
