@@ -1,0 +1,71 @@
+// The check of the shaders when the data is made.
+#include <gtest/gtest.h>
+#include <stdlib.h>
+
+#include <filesystem>
+#include <string>
+
+#include "production/forge.h"
+#include "production/shaders/shader_check.h"
+#include "tests/scratch.h"
+
+namespace {
+
+constexpr char vertex[] =
+    "#version 110\nvarying vec2 a;\nvoid main() { gl_Position = ftransform(); a = vec2(1.0); }\n";
+constexpr char fragment[] =
+    "#version 110\nvarying vec2 a;\nvoid main() { gl_FragColor = vec4(a, 0.0, 1.0); }\n";
+
+std::string faultsOf(const std::string& vertexText, const std::string& fragmentText) {
+    const ScratchDirectory scratch;
+    const std::string root = scratch.path.string() + "/";
+    std::string faults =
+        shaderFaults(scratch.write("a b'.vs", vertexText), scratch.write("a b'.fs", fragmentText));
+    for (size_t at; (at = faults.find(root)) != std::string::npos;) faults.erase(at, root.size());
+    return faults;
+}
+
+TEST(Forge, NamesFileAndLineOfWhatIsWrongInAShader) {
+    EXPECT_EQ(faultsOf(vertex, fragment), "");
+    EXPECT_EQ(faultsOf(vertex, "#version 110\nvoid main() {\n  gl_FragColor = vec4(glow);\n}\n")
+                  .find("a b'.fs:3: 'glow' : undeclared identifier"),
+              0u);
+    EXPECT_EQ(faultsOf("#version 110\n\nvoid main() { gl_Position = ftransform() }\n", fragment)
+                  .find("a b'.vs:3: '' :  syntax error"),
+              0u);
+    // Later versions of the language convert integers, this one doesn't; without a version it is the same
+    // one.
+    for (const std::string begin : {"#version 110\n", "\n"})
+        EXPECT_EQ(faultsOf(vertex, begin + "void main() { float x = 1; gl_FragColor = vec4(x); }\n")
+                      .find("a b'.fs:2: "),
+                  0u);
+    // Each by itself is right.
+    const std::string apart =
+        faultsOf(vertex, "#version 110\nvarying vec3 a;\nvoid main() { gl_FragColor = a.xyzz; }\n");
+    EXPECT_EQ(apart.find("a b'.vs and a b'.fs: Linking"), 0u) << apart;
+    EXPECT_NE(faultsOf(vertex, ""), "");
+}
+
+// A product whose program is at fault would leave the show with a mute line; the last good file stays.
+TEST(Forge, EveryShaderOfTheShowIsRight) {
+    const ScratchDirectory scratch;
+    for (const Product& product : shaderProducts) {
+        const std::string path = scratch.write(product.file, "");
+        product.make(path.c_str());
+        EXPECT_GT(std::filesystem::file_size(path), 100u) << product.file;
+    }
+}
+
+TEST(Forge, MakesTheShadersWithoutACompilerToo) {
+    const ScratchDirectory scratch;
+    const std::string path = scratch.write("boom.fs", "");
+    EXPECT_EXIT(
+        {
+            setenv("PATH", scratch.path.c_str(), 1);
+            for (int i = 0; i < 2; i++) shaderProducts.front().make(path.c_str());
+            exit(std::filesystem::file_size(path) > 100 ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "^The shaders are not checked: [^\n]*\n$");
+}
+
+}  // namespace
