@@ -11,29 +11,28 @@
 
 namespace {
 
-// A row of frames, milliseconds, through the whole show: of each entry of the programme the first frame, then
-// in its middle frames from an odd beat into the next one, as close as in a film of 25 frames a second, and
-// its last frame.
+// Milliseconds from an odd beat: over its pulse as close as film frames lie, and then, in the next beat,
+// frames that find what that pulse has left.
+constexpr int aroundTheBeat[] = {-20, 20, 60, 100, 140, 496, 536, 576};
+
+// A row of frames, milliseconds, through the whole show: of each entry of the programme the first frame,
+// frames around a beat in its middle, and the last frame.
 struct Row {
     std::vector<int> times;
     std::vector<size_t> wanted;  // of each entry the last frame of the middle, which has most to inherit
 };
 
 Row rowThroughTheShow() {
-    constexpr int apart = 40, middleFrames = 15;
     Row row;
     const auto entries = programme();
     for (size_t i = 0; i + 1 < entries.size(); i++) {
-        const int begin = int(entries[i].begin * 1000 + 0.5f);
-        const int end = int(entries[i + 1].begin * 1000 + 0.5f);
         int beat = int(std::floor(beatPositionAt((entries[i].begin + entries[i + 1].begin) / 2)));
         if (beat % 2 == 0) beat--;
         const int onBeat = showtime::beatZero.ms + beat * 60000 / showtime::beatsPerMinute;
-        row.times.push_back(begin);
-        for (int frame = 0; frame < middleFrames; frame++)
-            row.times.push_back(onBeat + frame * apart - apart / 2);
+        row.times.push_back(int(entries[i].begin * 1000 + 0.5f));
+        for (int after : aroundTheBeat) row.times.push_back(onBeat + after);
         row.wanted.push_back(row.times.size() - 1);
-        row.times.push_back(end - 1);
+        row.times.push_back(int(entries[i + 1].begin * 1000 + 0.5f) - 1);
     }
     return row;
 }
