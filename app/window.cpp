@@ -15,19 +15,26 @@ volatile sig_atomic_t hangUpSeen = 0;
 
 // The frame's alpha is part of many scenes' blending, so a visual with alpha comes first; the show is
 // playable without, and on 16 bits of depth.
-SDL_Surface* setVideoMode(Uint32 flags) {
+SDL_Surface* setVideoMode(Uint32 flags, int samples) {
     static const struct {
         int alphaBits;
         int depthBits;
     } wishes[] = {{8, 24}, {0, 24}, {0, 16}};
 
     SDL_GL_SetAttribute(SDL_GL_DOUBLEBUFFER, 1);
+    if (samples > 0) {
+        SDL_GL_SetAttribute(SDL_GL_MULTISAMPLEBUFFERS, 1);
+        SDL_GL_SetAttribute(SDL_GL_MULTISAMPLESAMPLES, samples);
+    }
     for (const auto& wish : wishes) {
         SDL_GL_SetAttribute(SDL_GL_ALPHA_SIZE, wish.alphaBits);
         SDL_GL_SetAttribute(SDL_GL_DEPTH_SIZE, wish.depthBits);
         if (SDL_Surface* screen = SDL_SetVideoMode(screenWidth, screenHeight, 32, flags)) return screen;
     }
-    return nullptr;
+    if (samples == 0) return nullptr;
+    SDL_GL_SetAttribute(SDL_GL_MULTISAMPLEBUFFERS, 0);
+    SDL_GL_SetAttribute(SDL_GL_MULTISAMPLESAMPLES, 0);
+    return setVideoMode(flags, 0);
 }
 
 // Window managers are who redirects the requests of other programs' windows.
@@ -52,7 +59,7 @@ void enlargeUnmanagedWindow(int width, int height) {
 
 }  // namespace
 
-SDL_Surface* openWindow(bool fullscreen) {
+SDL_Surface* openWindow(bool fullscreen, int samples) {
     // Kept: messages are printed as they stand, so whoever reads them sees "%s" in the place of SDL's reason.
     if (SDL_Init(SDL_INIT_VIDEO) < 0) fatalError("Video initialization failed: %s\n");
     // Readers of models and pictures end the process without asking.
@@ -64,7 +71,7 @@ SDL_Surface* openWindow(bool fullscreen) {
         SDL_ShowCursor(0);
     }
     SDL_WM_SetCaption("Valojuova", "Valojuova");
-    SDL_Surface* const screen = setVideoMode(flags);
+    SDL_Surface* const screen = setVideoMode(flags, samples);
     if (!screen) fatalError("Video mode set failed: %s\n");
     if (fullscreen) enlargeUnmanagedWindow(desktop.current_w, desktop.current_h);
     return screen;

@@ -4,8 +4,9 @@
 #include <SDL/SDL.h>
 
 // Opens the window and makes its GL context current. Ends the program if that fails. Whatever way the program
-// ends from here on, the desktop gets its video mode back.
-SDL_Surface* openWindow(bool fullscreen);
+// ends from here on, the desktop gets its video mode back. With `samples` above 0 each pixel is drawn from at
+// least that many, where the driver has such a window; GL_SAMPLES tells.
+SDL_Surface* openWindow(bool fullscreen, int samples = 0);
 
 // From here on a hang-up (the terminal has been closed) is noted instead of ending the process, unless
 // whoever started the program has it ignored. SDL makes events of the other signals that ask for an end.

@@ -30,8 +30,9 @@ double drawnSeconds(SteppedShow& show) {
 double capturedSeconds(SteppedShow& show) {
     const std::string path = std::filesystem::temp_directory_path() / "valojuova-bench.mp4";
     const double start = wallSeconds();
-    Film film(path, framesPerSecond, from, double(frames) / framesPerSecond, SoundMusic::path);
-    Grabber grabber([&](const Picture& picture) { return film.write(picture); });
+    const SoundPart sound = {SoundMusic::path, from, double(frames) / framesPerSecond};
+    Film film(path, filmWords(path, FilmKind::Net, framesPerSecond, sound));
+    Grabber grabber([&](const Picture& picture) { return film.write(picture.data(), picture.size()); });
     for (int i = 0; i < frames; i++) {
         show.draw(from * framesPerSecond + i);
         grabber.grab();

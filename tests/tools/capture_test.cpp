@@ -4,45 +4,12 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <array>
-#include <cstdio>
-#include <set>
-#include <string>
 #include <thread>
 
 #include "image/image.h"
-#include "tests/scratch.h"
+#include "tests/tools/run.h"
 
 namespace {
-
-struct Result {
-    int status;
-    std::string output;  // standard output and standard error
-};
-
-Result shell(const std::string& command) {
-    FILE* pipe = popen((command + " 2>&1").c_str(), "r");
-    std::string output;
-    std::array<char, 4096> part;
-    while (const size_t count = fread(part.data(), 1, part.size(), pipe)) output.append(part.data(), count);
-    return {WEXITSTATUS(pclose(pipe)), output};
-}
-
-Result capture(const std::string& words) {
-    return shell(CAPTURE_PROGRAM " " + words);
-}
-
-std::string content(const std::filesystem::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
-std::set<std::string> namesIn(const std::filesystem::path& directory) {
-    std::set<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(directory))
-        names.insert(entry.path().filename());
-    return names;
-}
 
 // The frames stand on what they inherit: the strength of a shock in the torn corridor that the second frame
 // before had, lights from a segment before, boxes turned by beats that the part never draws.

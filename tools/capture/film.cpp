@@ -19,47 +19,12 @@ namespace {
 
 constexpr int pipeBytes = 1 << 20;  // half a picture, so that writer and reader seldom wait for each other
 
-std::vector<std::string> arguments(const Film& film, int fps, double from, double seconds,
-                                   const char* soundtrack) {
-    const std::string size = std::to_string(screenWidth) + "x" + std::to_string(screenHeight);
-    std::vector<std::string> words = {"ffmpeg",
-                                      "-nostdin",
-                                      "-loglevel",
-                                      "error",
-                                      "-y",
-                                      "-f",
-                                      "rawvideo",
-                                      "-pixel_format",
-                                      "bgr0",
-                                      "-video_size",
-                                      size,
-                                      "-framerate",
-                                      std::to_string(fps),
-                                      "-i",
-                                      "pipe:0",
-                                      "-ss",
-                                      std::to_string(from),
-                                      "-t",
-                                      std::to_string(seconds),
-                                      "-i",
-                                      soundtrack,
-                                      "-vf",
-                                      "vflip"};
-    const std::string ending = fs::path(film.path).extension();
-    if (ending == ".mp4" || ending == ".m4v" || ending == ".mov" || ending == ".mkv") {
-        // The quickest preset: on a machine that draws in software, every cycle of the encoder is one less
-        // for drawing.
-        for (const char* word : {"-c:v", "libx264", "-preset", "ultrafast", "-crf", "18", "-pix_fmt",
-                                 "yuv420p", "-c:a", "aac", "-b:a", "256k"})
-            words.push_back(word);
-    }
-    words.push_back("file:" + film.unfinished);  // else a colon in it would name a protocol
-    return words;
-}
+volatile sig_atomic_t awaited = 0;  // the process that finish() waits for
 
-// The pipe's reading end becomes ffmpeg's standard input, `words` its standard error. A group of its own
-// keeps it from the terminal's Ctrl-C, so that it is always we who end it.
-int spawn(pid_t* process, int input, int words, const std::vector<std::string>& arguments) {
+// The pipe's reading end becomes ffmpeg's standard input, `words` its standard error, `progress`
+// its standard output. A group of its own keeps it from the terminal's Ctrl-C, so that it is always
+// we who end it.
+int spawn(const Film& film, pid_t* process, int input, const Words& arguments) {
     std::vector<char*> argv;
     for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
     argv.push_back(nullptr);
@@ -67,8 +32,8 @@ int spawn(pid_t* process, int input, int words, const std::vector<std::string>& 
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, input, 0);
-    posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
-    posix_spawn_file_actions_adddup2(&actions, words, 2);
+    posix_spawn_file_actions_adddup2(&actions, fileno(film.progress), 1);
+    posix_spawn_file_actions_adddup2(&actions, fileno(film.words), 2);
     posix_spawnattr_t attributes;
     posix_spawnattr_init(&attributes);
     posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP);
@@ -92,19 +57,25 @@ std::string firstLine(FILE* file) {
 
 }  // namespace
 
-Film::Film(const std::string& path, int fps, double from, double seconds, const char* soundtrack)
-    : path(path) {
+Film* Film::inProgress = nullptr;
+
+Film::Film(const std::string& path, const Words& inputs) : path(path) {
+    inProgress = this;
     const fs::path place(path);
     unfinished = (place.parent_path() / ("unfinished-" + place.filename().string())).string();
     signal(SIGPIPE, SIG_IGN);
+    unlink(unfinished.c_str());  // of a capture that was killed; its ffmpeg may still be at it
     words = tmpfile();
+    progress = tmpfile();
     int ends[2];
-    if (!words || pipe2(ends, O_CLOEXEC) < 0) {
+    if (!words || !progress || pipe2(ends, O_CLOEXEC) < 0) {
         problem = strerror(errno);
         return;
     }
-    const int error =
-        spawn(&process, ends[0], fileno(words), arguments(*this, fps, from, seconds, soundtrack));
+    Words arguments = {"ffmpeg", "-nostdin", "-loglevel", "error", "-y"};
+    append(&arguments, inputs);
+    arguments.push_back("file:" + unfinished);  // else a colon in it would name a protocol
+    const int error = spawn(*this, &process, ends[0], arguments);
     close(ends[0]);
     pipe = ends[1];
     fcntl(pipe, F_SETPIPE_SZ, pipeBytes);  // the usual size will do if that is refused
@@ -122,8 +93,10 @@ void Film::abandon() {
     }
     if (pipe >= 0) close(pipe);
     if (words) fclose(words);
+    if (progress) fclose(progress);
     pipe = -1;
-    words = nullptr;
+    words = progress = nullptr;
+    if (inProgress == this) inProgress = nullptr;
 }
 
 int Film::wait() {
@@ -134,25 +107,69 @@ int Film::wait() {
     return status;
 }
 
-bool Film::write(const Picture& picture) {
-    size_t done = 0;
-    while (done < picture.size()) {
-        const ssize_t count = ::write(pipe, picture.data() + done, picture.size() - done);
-        if (count < 0 && errno == EINTR) continue;
-        if (count < 0) return false;
-        done += count;
+bool Film::write(const void* bytes, size_t count) {
+    const char* next = static_cast<const char*>(bytes);
+    while (count > 0) {
+        const ssize_t written = ::write(pipe, next, count);
+        if (written < 0 && errno == EINTR) continue;
+        if (written < 0) return false;
+        next += written;
+        count -= written;
     }
     return true;
+}
+
+int Film::framesWritten() const {
+    int frames = -1;
+    char line[256];
+    rewind(progress);
+    while (fgets(line, sizeof line, progress)) sscanf(line, "frame=%d", &frames);
+    return frames;
 }
 
 bool Film::finish(bool complete) {
     close(pipe);
     pipe = -1;
+    awaited = process;
     const int status = wait();
+    awaited = 0;
     const bool whole = complete && status == 0;
-    if (whole && rename(unfinished.c_str(), path.c_str()) == 0) return true;
-    problem = whole ? strerror(errno) : firstLine(words);
+    if (whole && expectedFrames > 0 && framesWritten() != expectedFrames)
+        problem = "ffmpeg wrote " + std::to_string(framesWritten()) + " frames of " +
+                  std::to_string(expectedFrames);
+    else if (whole && rename(unfinished.c_str(), path.c_str()) == 0)
+        return true;
+    else
+        problem = whole ? strerror(errno) : firstLine(words);
     if (problem.empty()) problem = "ffmpeg ended before the film did";
     unlink(unfinished.c_str());
     return false;
+}
+
+void Film::interruptFinish() {
+    if (awaited > 0) kill(awaited, SIGKILL);
+}
+
+Words soundInput(const std::string& path, FilmKind kind, const SoundPart& sound) {
+    if (!sound.path) return {};
+    Words words = {"-ss", std::to_string(sound.from), "-t", std::to_string(sound.seconds), "-i", sound.path};
+    append(&words, soundWords(path, kind));
+    return words;
+}
+
+Words filmWords(const std::string& path, FilmKind kind, int fps, const SoundPart& sound,
+                const std::vector<int>& starts) {
+    const std::string size = std::to_string(screenWidth) + "x" + std::to_string(screenHeight);
+    Words words = {"-f", "rawvideo",   "-pixel_format",     "bgr0", "-video_size",
+                   size, "-framerate", std::to_string(fps), "-i",   "pipe:0"};
+    append(&words, soundInput(path, kind, sound));
+    append(&words, pictureWords(path, kind, fps));
+    std::string times;
+    for (int frame : starts) {
+        if (!times.empty()) times += ',';
+        times += std::to_string(static_cast<double>(frame) / fps);
+    }
+    if (starts.size() > 1) append(&words, {"-force_key_frames", times, "-forced-idr", "1"});
+    append(&words, containerWords(path));
+    return words;
 }

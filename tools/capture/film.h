@@ -1,33 +1,54 @@
-// A film written by an ffmpeg process: frames go in through a pipe, the soundtrack comes from its file.
+// A film written by an ffmpeg process: what it is made of goes in through a pipe.
 #pragma once
 
 #include <sys/types.h>
 
 #include <cstdio>
 #include <string>
+#include <vector>
 
-#include "tools/capture/grabber.h"
+#include "tools/capture/encoding.h"
+
+// What a film takes of a file of sound, in seconds.
+struct SoundPart {
+    const char* path = nullptr;  // nullptr: the film is silent
+    double from = 0;
+    double seconds = 0;
+};
 
 struct Film {
+    static Film* inProgress;  // the one, if any, that is neither finished nor abandoned
+
     std::string path;        // where the film goes once it is whole
     std::string unfinished;  // where it grows, beside that
     std::string problem;     // what went wrong, in ffmpeg's words where it had any
     pid_t process = -1;
     int pipe = -1;
-    FILE* words = nullptr;  // what ffmpeg says
+    FILE* words = nullptr;     // what ffmpeg says
+    FILE* progress = nullptr;  // how far it says it is
+    int expectedFrames = 0;    // that its last word on that has to tell, unless 0
 
-    // Starts ffmpeg; the kind of film is what the path's ending means to it, H.264 and AAC for MP4 and its
-    // like. Of the soundtrack it takes `seconds` from `from` on. Check `problem`.
-    Film(const std::string& path, int fps, double from, double seconds, const char* soundtrack);
+    // Starts ffmpeg on `inputs`, whose first is pipe:0, and what to do with them. Check `problem`.
+    Film(const std::string& path, const Words& inputs);
     // A film that was not finished leaves nothing behind.
     ~Film() { abandon(); }
 
-    bool write(const Picture& picture);
-    // Waits for ffmpeg and puts the film in its place, if it took all pictures. False with a `problem` if
-    // not.
+    bool write(const void* bytes, size_t count);
+    // Waits for ffmpeg and puts the film in its place, if it was given all it needs. False with a `problem`
+    // if not.
     bool finish(bool complete);
     // Ends ffmpeg and removes what it has written, unless the film is finished.
     void abandon();
 
+    // Ends the ffmpeg that finish() waits for, if it does. Safe in a signal handler.
+    static void interruptFinish();
+
     int wait();
+    int framesWritten() const;
 };
+
+// For a film of pictures, as a Grabber passes them. Those of `starts` don't need any before them.
+Words filmWords(const std::string& path, FilmKind kind, int fps, const SoundPart& sound,
+                const std::vector<int>& starts = {});
+// The soundtrack as an input and its encoding; none if the film is silent.
+Words soundInput(const std::string& path, FilmKind kind, const SoundPart& sound);

@@ -13,10 +13,17 @@ constexpr char usage[] =
     "Usage: capture [OPTION]...\n"
     "Draws the show frame by frame, at no matter what speed, and writes it as a film with its sound.\n"
     "\n"
-    " --out FILE         the film; its ending tells the kind. Numbered pictures for a name such as\n"
-    "                    frames/%%05d.png [valojuova.mp4]\n"
+    " --out FILE         the film, .mp4, .m4v, .mov or .mkv, or what else ffmpeg can make of its ending.\n"
+    "                    Numbered pictures for a name such as frames/%%05d.png [valojuova.mp4]\n"
+    " --upload           a film of 1920 x 1080 at 60 frames a second, the picture between black bars\n"
+    " --lossless         a film of the drawn pixels, bit for bit\n"
     " --fps N            frames a second, 1 to 1000 [60]\n"
+    " --samples N        samples a pixel, 0 to what the driver has [4 on a graphics card, 0 in software]\n"
     " --from S, --to S   the seconds of the show to capture [0, %g]\n"
+    " --frames LIST      the frames to capture instead, such as 0-2999,3600: a silent part of the film, and\n"
+    "                    beside it PART.manifest, which tells what it is a part of\n"
+    " --resume           draws only what is missing or broken of what an earlier run with it was to make\n"
+    " --join PART...     makes the film of parts, with its sound, and draws nothing\n"
     " --storyboard FILE  one PNG with a grid of frames and their times, and no film\n"
     " --every S          seconds between the frames of the storyboard [5]\n"
     " --help             this text\n";
@@ -53,38 +60,118 @@ bool isNumbered(const std::string& name) {
     return end != std::string::npos && name[end] == 'd' && end - place <= 3;
 }
 
-void check(const CaptureOptions& options) {
+void checkFrames(const CaptureOptions& options, bool secondsGiven) {
     if (options.from >= options.to) refuse("--from", "does not lie before --to");
+    if (options.frames.empty()) return;
+    if (secondsGiven) refuse("--frames", "stands instead of --from and --to, not beside them");
+    if (!options.storyboard.empty()) refuse("--frames", "a storyboard is of seconds, from --from to --to");
+    // Of a film that is joined, the parts tell the rate.
+    const int count = framesBefore(CaptureOptions().to, options.fps);
+    if (options.parts.empty() && options.frames.back().last >= count)
+        refuse("--frames", ("the show ends with frame " + std::to_string(count - 1)).c_str());
+}
+
+void checkKind(const CaptureOptions& options) {
+    const char* kind = optionOf(options.kind);
+    if (options.kind != FilmKind::Net && !hasKinds(options.out))
+        refuse(kind, "makes an .mp4, .m4v, .mov or .mkv");
+    if (options.kind == FilmKind::Upload && options.fps != 60) refuse(kind, "has 60 frames a second");
+    if (options.resume && !options.picturesWanted() && !hasKinds(options.out))
+        refuse("--resume", "makes pictures, or an .mp4, .m4v, .mov or .mkv");
+    if (!options.frames.empty() && options.parts.empty() && !options.picturesWanted() &&
+        !hasExactTimes(options.out))
+        refuse("--frames", "makes pictures, or a part that is an .mp4, .m4v or .mov");
+}
+
+void checkJoin(const CaptureOptions& options) {
+    if (options.parts.empty()) return;
+    if (!hasKinds(options.out)) refuse("--join", "makes an .mp4, .m4v, .mov or .mkv");
+    if (options.kind != FilmKind::Net || options.samples != samplesOfRenderer || options.resume ||
+        !options.storyboard.empty())
+        refuse("--join", "takes the parts as they are and draws nothing");
+    if (options.frames.size() > 1) refuse("--frames", "a film that is joined has no gaps");
+}
+
+void checkPictures(const CaptureOptions& options) {
     if (!options.storyboard.empty() && !endsIn(options.storyboard, ".png"))
         refuse("--storyboard", "its name does not end in .png");
     if (!options.storyboard.empty() && (options.to - options.from) / options.every > mostCells)
         refuse("--every", "makes a storyboard of more than a thousand frames");
-    if (endsIn(options.out, ".png") && !isNumbered(options.out))
+    if (!options.storyboard.empty() && options.resume) refuse("--resume", "a storyboard is drawn whole");
+    if (options.picturesWanted() && !isNumbered(options.out))
         refuse("--out", "pictures need a number in their name, such as frames/%05d.png");
+}
+
+// Options without a value. False for a word that is none of them.
+bool readSwitch(const std::string& word, CaptureOptions* options) {
+    if (word == "--help") {
+        printf(usage, CaptureOptions().to);
+        exit(0);
+    }
+    if (word == "--upload" || word == "--lossless") {
+        const FilmKind kind = word == "--upload" ? FilmKind::Upload : FilmKind::Lossless;
+        if (options->kind != FilmKind::Net && options->kind != kind)
+            refuse(word.c_str(), "a film is of one kind");
+        options->kind = kind;
+        return true;
+    }
+    if (word == "--resume") return options->resume = true;
+    return false;
+}
+
+void readValue(const std::string& word, const char* value, CaptureOptions* options) {
+    const double end = CaptureOptions().to;
+    if (word == "--out") options->out = value;
+    if (word == "--storyboard") options->storyboard = value;
+    if (word == "--fps") options->fps = wholeNumber("--fps", value, 1, 1000);
+    if (word == "--samples") options->samples = wholeNumber("--samples", value, 0, mostSamples);
+    if (word == "--from") options->from = number("--from", value, 0, end);
+    if (word == "--to") options->to = number("--to", value, 0, end);
+    if (word == "--every") options->every = number("--every", value, 0.01, end);
+    if (word == "--frames" && !parseFrames(value, &options->frames))
+        refuse("--frames", "not a list of ascending frames, such as 0-2999,3600");
+}
+
+bool takesValue(const std::string& word) {
+    for (const char* option :
+         {"--out", "--storyboard", "--fps", "--samples", "--from", "--to", "--every", "--frames"}) {
+        if (word == option) return true;
+    }
+    return false;
 }
 
 }  // namespace
 
+FrameRuns CaptureOptions::runs(int fps) const {
+    if (!frames.empty()) return frames;
+    const FrameRun run = {framesBefore(from, fps), framesBefore(to, fps) - 1};
+    return run.last < run.first ? FrameRuns{} : FrameRuns{run};
+}
+
 CaptureOptions parseCaptureOptions(int argc, const char* const* argv) {
     CaptureOptions options;
-    const double end = options.to;
+    bool secondsGiven = false;
     for (int i = 1; i < argc; i++) {
         const std::string word = argv[i];
-        if (word == "--help") {
-            printf(usage, end);
-            exit(0);
-        }
-        if (word != "--out" && word != "--fps" && word != "--from" && word != "--to" &&
-            word != "--storyboard" && word != "--every")
+        if (readSwitch(word, &options)) continue;
+        if (word != "--join" && !takesValue(word))
             refuse(argv[i], "unknown option; --help tells those there are");
         if (++i == argc) refuse(word.c_str(), "needs a value");
-        if (word == "--out") options.out = argv[i];
-        if (word == "--storyboard") options.storyboard = argv[i];
-        if (word == "--fps") options.fps = wholeNumber("--fps", argv[i], 1, 1000);
-        if (word == "--from") options.from = number("--from", argv[i], 0, end);
-        if (word == "--to") options.to = number("--to", argv[i], 0, end);
-        if (word == "--every") options.every = number("--every", argv[i], 0.01, end);
+        if (word == "--join") {
+            for (; i < argc && strncmp(argv[i], "--", 2) != 0; i++) options.parts.push_back(argv[i]);
+            i--;
+            if (options.parts.empty()) refuse("--join", "needs parts");
+            continue;
+        }
+        secondsGiven |= word == "--from" || word == "--to";
+        readValue(word, argv[i], &options);
     }
-    check(options);
+    checkFrames(options, secondsGiven);
+    checkPictures(options);
+    checkKind(options);
+    checkJoin(options);
+    // Pictures and storyboards show what is drawn on the stage.
+    const bool pictures = options.picturesWanted() || !options.storyboard.empty();
+    if (pictures && options.samples == samplesOfRenderer) options.samples = 0;
     return options;
 }

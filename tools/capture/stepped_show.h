@@ -3,21 +3,21 @@
 #pragma once
 
 #include "app/clock.h"
+#include "tools/capture/frames.h"
 
 struct SteppedShow {
     int fps;
     SteppedMusic music;
     int next = 0;  // the first frame that nothing has moved past yet
 
-    // Opens the window and loads everything, as the program does, without sound.
-    explicit SteppedShow(int fps);
+    // Opens the window, with as many samples a pixel, and loads everything, as the program does, without
+    // sound.
+    explicit SteppedShow(int fps, int samples = 0);
     // Of a show that has been loaded already.
     struct Loaded {};
     SteppedShow(int fps, Loaded);
 
-    // Frames before `seconds`; frame i is drawn for the millisecond nearest to i / fps.
-    int framesBefore(double seconds) const;
-    int milliseconds(int frame) const;
+    int milliseconds(int frame) const { return millisecondsOf(frame, fps); }
 
     // Draws `frame`, no earlier than `next`, into the back buffer, after its run-up.
     void draw(int frame);

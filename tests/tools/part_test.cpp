@@ -1,0 +1,187 @@
+// Parts of a film: their frames, what they tell of themselves, how they join, and what a lost one costs.
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstring>
+#include <thread>
+
+#include "tests/tools/run.h"
+#include "tools/capture/frames.h"
+#include "tools/capture/manifest.h"
+
+namespace {
+
+Manifest manifestOf(const std::string& part) {
+    Manifest manifest;
+    EXPECT_TRUE(readManifest(part, &manifest)) << part;
+    return manifest;
+}
+
+std::string hashesOf(const Manifest& manifest) {
+    std::string hashes;
+    for (const DrawnFrame& frame : manifest.frames)
+        hashes += std::to_string(frame.number) + ' ' + frame.hash + '\n';
+    return hashes;
+}
+
+std::string probe(const std::string& words) {
+    return shell("ffprobe -v error -of csv=p=0 " + words).output;
+}
+
+// A part of two runs, and one that fits between them, as two machines would have drawn them.
+struct Parts : testing::Test {
+    static inline ScratchDirectory* scratch = nullptr;
+    static inline std::string ends, middle, together;
+
+    static void SetUpTestSuite() {
+        scratch = new ScratchDirectory;
+        ends = scratch->file("ends.mp4");
+        middle = scratch->file("it's the middle.mp4");
+        together = '"' + ends + "\" \"" + middle + '"';
+        ASSERT_EQ(capture("--lossless --fps 4 --frames 80-83,87-89 --out " + ends).status, 0);
+        ASSERT_EQ(capture("--lossless --fps 4 --frames 84-86 --out \"" + middle + '"').status, 0);
+    }
+    static void TearDownTestSuite() { delete scratch; }
+
+    Result join(const std::string& words) {
+        return capture("--join " + words + " --out " + scratch->file("film.mp4"));
+    }
+};
+
+TEST_F(Parts, JoinToTheFilmThatOneMachineDraws) {
+    const std::string one = scratch->file("one.mp4"), film = scratch->file("film.mp4");
+    ASSERT_EQ(capture("--lossless --fps 4 --frames 80-89 --out " + one).status, 0);
+    const Result joined = join(together + " --frames 80-89");
+    ASSERT_EQ(joined.status, 0) << joined.output;
+    EXPECT_EQ(hashesOf(manifestOf(film)), hashesOf(manifestOf(one)));
+    EXPECT_TRUE(isWhole(film, manifestOf(film)));
+    // Ten frames of a quarter of a second, to the tick.
+    EXPECT_EQ(probe("-count_frames -select_streams v -show_entries "
+                    "stream=r_frame_rate,avg_frame_rate,nb_read_frames " +
+                    film),
+              "4/1,4/1,10\n");
+    std::string times;
+    for (int i = 0; i < 10; i++) times += std::to_string(i * 0.25) + '\n';
+    EXPECT_EQ(probe("-select_streams v -show_entries packet=pts_time " + film), times);
+    EXPECT_EQ(probe("-select_streams a -show_entries stream=codec_name " + film), "alac\n");
+    const auto frames = [](const std::string& path) {
+        return shell("ffmpeg -v error -i " + path +
+                     " -map 0:v -pix_fmt bgra -f framemd5 - | grep -v '^#' | cut -d, -f6")
+            .output;
+    };
+    EXPECT_EQ(frames(film), frames(one));
+}
+
+TEST_F(Parts, ThatDontBelongTogetherAreRefused) {
+    const auto refused = [&](const std::string& words) {
+        const Result result = join(words);
+        EXPECT_EQ(result.status, 1);
+        return result.output;
+    };
+    const std::set<std::string> before = namesIn(scratch->path);
+    EXPECT_EQ(refused(ends + " --frames 80-89"), "capture: no part has the frames 84-86\n");
+    EXPECT_EQ(refused(together), "capture: no part has the frames 0-79,90-781\n");
+    EXPECT_EQ(refused(together + " --frames 80-88"), "capture: the film has no frames 89\n");
+    EXPECT_EQ(refused(together + ' ' + ends + " --frames 80-89"),
+              "capture: frames 80-83 are in both " + ends + " and " + ends + "\n");
+
+    const std::string other = scratch->write("other.mp4", content(ends));
+    EXPECT_EQ(refused(other), "capture: " + other + ": it has no manifest, or a broken one\n");
+    const std::string manifest = content(manifestPath(ends));
+    scratch->write("other.mp4.manifest", manifest.substr(0, manifest.size() / 2));
+    EXPECT_EQ(refused(other), "capture: " + other + ": it has no manifest, or a broken one\n");
+    // From a machine with another driver, and from another data set.
+    for (const char* key : {"renderer ", "data "}) {
+        std::string changed = manifest;
+        changed.insert(changed.find(key) + strlen(key), "another ");
+        scratch->write("other.mp4.manifest", changed);
+        EXPECT_EQ(refused(ends + ' ' + other).find("capture: " + other + " was drawn "), 0);
+    }
+    scratch->write("other.mp4.manifest", manifest);
+    std::string broken = content(ends);
+    broken[broken.size() / 2] ^= 1;
+    scratch->write("other.mp4", broken);
+    EXPECT_EQ(refused(other),
+              "capture: " + other + " is broken: it is not the film that its manifest tells of\n");
+
+    std::filesystem::remove(other);
+    std::filesystem::remove(manifestPath(other));
+    EXPECT_EQ(namesIn(scratch->path), before);
+}
+
+// Killed at once, as by a machine that fails: what it had finished isn't drawn again, what is broken is.
+TEST(Resuming, DrawsOnlyWhatIsMissingOrBroken) {
+    const ScratchDirectory scratch;
+    const std::string film = scratch.file("film.mp4"), parts = film + ".parts/";
+    const std::string words = "--fps 1 --from 10 --to 40 --resume --out " + film;
+    const pid_t process = fork();
+    if (process == 0) {
+        execl("/bin/sh", "sh", "-c", ("exec " CAPTURE_PROGRAM " " + words + " 2>/dev/null").c_str(), nullptr);
+        _exit(127);
+    }
+    int status = 0;
+    while (!std::filesystem::exists(parts + "000020-000029.mp4.manifest") &&
+           waitpid(process, &status, WNOHANG) == 0)
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    kill(process, SIGKILL);
+    ASSERT_EQ(waitpid(process, &status, 0), process);
+    ASSERT_TRUE(WIFSIGNALED(status));
+    EXPECT_FALSE(std::filesystem::exists(film));
+    std::filesystem::resize_file(parts + "000020-000029.mp4", 1000);
+
+    const Result resumed = capture(words);
+    ASSERT_EQ(resumed.status, 0) << resumed.output;
+    EXPECT_NE(resumed.output.find("capture: 1 of 3 pieces are there already\n"), std::string::npos)
+        << resumed.output;
+    EXPECT_NE(resumed.output.find("frame 20 of 20"), std::string::npos) << resumed.output;
+    EXPECT_EQ(namesIn(scratch.path), (std::set<std::string>{"film.mp4", "film.mp4.manifest"}));
+    EXPECT_EQ(textOf(manifestOf(film).runs()), "10-39");
+    EXPECT_EQ(probe("-count_frames -show_entries stream=codec_name,r_frame_rate,nb_read_frames "
+                    "-select_streams v " +
+                    film),
+              "h264,1/1,30\n");
+    EXPECT_EQ(capture(words).output, "capture: " + film + " is whole already\n");
+}
+
+TEST(Resuming, DrawsPicturesThatAreMissingOrBroken) {
+    const ScratchDirectory scratch;
+    const std::string words = "--fps 1 --frames 20,22-23 --out " + scratch.file("%d.png");
+    ASSERT_EQ(capture(words).status, 0);
+    const std::string whole = content(scratch.file("22.png"));
+    const auto untouched = std::filesystem::last_write_time(scratch.file("20.png"));
+    std::filesystem::resize_file(scratch.file("22.png"), whole.size() - 100);
+    std::filesystem::remove(scratch.file("23.png"));
+    const Result resumed = capture("--resume " + words);
+    ASSERT_EQ(resumed.status, 0) << resumed.output;
+    EXPECT_EQ(resumed.output.find("capture: 1 of 3 pictures are there already\n"), 0) << resumed.output;
+    EXPECT_EQ(std::filesystem::last_write_time(scratch.file("20.png")), untouched);
+    EXPECT_TRUE(content(scratch.file("22.png")) == whole);
+    EXPECT_EQ(namesIn(scratch.path), (std::set<std::string>{"20.png", "22.png", "23.png"}));
+}
+
+TEST(FrameLists, Ascend) {
+    FrameRuns runs;
+    ASSERT_TRUE(parseFrames("0-2999,3600", &runs));
+    EXPECT_EQ(textOf(runs), "0-2999,3600");
+    ASSERT_TRUE(parseFrames("5,6-7,9", &runs));
+    EXPECT_EQ(textOf(runs), "5-7,9");
+    for (const char* text :
+         {"", ",", "5-", "-5", "7-5", "5,5", "0-9,9", "9,1", "1;2", "1,", "99999999999", " 1"})
+        EXPECT_FALSE(parseFrames(text, &runs)) << text;
+    EXPECT_EQ(capture("--frames 11716-11717").output, "capture: --frames: the show ends with frame 11716\n");
+    EXPECT_EQ(capture("--frames 3 --to 5").output,
+              "capture: --frames: stands instead of --from and --to, not beside them\n");
+}
+
+// Two hosts draw the film as the README tells, one of them is lost on the way and comes back.
+TEST(Farm, DrawsTheFilmOfOneMachine) {
+    const ScratchDirectory scratch;
+    const Result result = shell("tests/tools/farm " CAPTURE_PROGRAM " " + scratch.path.string());
+    if (result.status == 77) GTEST_SKIP() << result.output;
+    printf("%s", result.output.c_str());
+    EXPECT_EQ(result.status, 0);
+}
+
+}  // namespace

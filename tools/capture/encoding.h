@@ -1,0 +1,31 @@
+// The kinds of film, as words for ffmpeg.
+#pragma once
+
+#include <string>
+#include <vector>
+
+using Words = std::vector<std::string>;
+void append(Words* words, const Words& more);
+
+enum class FilmKind {
+    Net,       // H.264 and AAC, to be put on the net as it is
+    Upload,    // the same at 1920 x 1080, as platforms take it, the picture between two black bars
+    Lossless,  // the drawn pixels bit for bit
+};
+
+// The kind's name among the options; "" for the one that needs none.
+const char* optionOf(FilmKind kind);
+
+// Whether the kinds are made for a film of this name. For others, whatever their ending means to ffmpeg,
+// there is only the first kind, with the settings that ffmpeg has for them.
+bool hasKinds(const std::string& path);
+
+// Whether frames lie at their exact times in such a film; elsewhere they lie at whole milliseconds.
+bool hasExactTimes(const std::string& path);
+
+// What makes frames of a film out of pictures: the filters and the encoder.
+Words pictureWords(const std::string& path, FilmKind kind, int fps);
+// The encoder of the sound.
+Words soundWords(const std::string& path, FilmKind kind);
+// The container: what a player needs to begin comes first.
+Words containerWords(const std::string& path);

@@ -1,0 +1,181 @@
+#include "tools/capture/join.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cinttypes>
+#include <cstdarg>
+#include <cstdio>
+#include <filesystem>
+
+#include "app/sound_music.h"
+#include "tools/capture/drawing.h"
+#include "tools/capture/hash.h"
+#include "tools/capture/manifest.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+struct Part {
+    std::string path;
+    Manifest manifest;
+};
+
+// Frames that follow each other in the film and in a part.
+struct Stretch {
+    const Part* part;
+    FrameRun run;
+    int offset;  // of its first frame in the part
+};
+
+__attribute__((format(printf, 1, 2))) bool refuse(const char* format, ...) {
+    va_list values;
+    va_start(values, format);
+    fputs("capture: ", stderr);
+    vfprintf(stderr, format, values);
+    fputc('\n', stderr);
+    va_end(values);
+    return false;
+}
+
+bool readParts(const std::vector<std::string>& paths, std::vector<Part>* parts) {
+    for (const std::string& path : paths) {
+        Part part{path, {}};
+        if (!fs::exists(path)) return refuse("%s: there is no such part", path.c_str());
+        if (!readManifest(path, &part.manifest))
+            return refuse("%s: it has no manifest, or a broken one", path.c_str());
+        if (!isWhole(path, part.manifest))
+            return refuse("%s is broken: it is not the film that its manifest tells of", path.c_str());
+        if (!parts->empty()) {
+            const std::string difference = differenceOf(part.manifest, parts->front().manifest);
+            if (!difference.empty())
+                return refuse("%s was drawn %s (%s)", path.c_str(), difference.c_str(),
+                              parts->front().path.c_str());
+        }
+        parts->push_back(part);
+    }
+    return true;
+}
+
+std::vector<Stretch> stretchesOf(const std::vector<Part>& parts) {
+    std::vector<Stretch> stretches;
+    for (const Part& part : parts) {
+        int offset = 0;
+        for (const FrameRun& run : part.manifest.runs()) {
+            stretches.push_back({&part, run, offset});
+            offset += run.last - run.first + 1;
+        }
+    }
+    std::sort(stretches.begin(), stretches.end(),
+              [](const Stretch& a, const Stretch& b) { return a.run.first < b.run.first; });
+    return stretches;
+}
+
+// Nothing missing, nothing twice, nothing too much.
+bool checkFrames(const std::vector<Stretch>& stretches, const FrameRuns& wanted) {
+    std::vector<int> there;
+    const Stretch* before = nullptr;
+    for (const Stretch& stretch : stretches) {
+        if (before && stretch.run.first <= before->run.last) {
+            const FrameRun twice = {stretch.run.first, std::min(stretch.run.last, before->run.last)};
+            return refuse("frames %s are in both %s and %s", textOf({twice}).c_str(),
+                          before->part->path.c_str(), stretch.part->path.c_str());
+        }
+        before = &stretch;
+        for (int frame : framesOf({stretch.run})) there.push_back(frame);
+    }
+    const std::vector<int> frames = framesOf(wanted);
+    std::vector<int> missing, spare;
+    std::set_difference(frames.begin(), frames.end(), there.begin(), there.end(),
+                        std::back_inserter(missing));
+    std::set_difference(there.begin(), there.end(), frames.begin(), frames.end(), std::back_inserter(spare));
+    if (!missing.empty()) return refuse("no part has the frames %s", textOf(runsOf(missing)).c_str());
+    if (!spare.empty()) return refuse("the film has no frames %s", textOf(runsOf(spare)).c_str());
+    return true;
+}
+
+std::string quoted(const std::string& path) {
+    std::string text = "'file:";
+    for (char c : fs::absolute(path).string()) text += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return text + "'";
+}
+
+// Of the time of a frame, up to what ffmpeg's lists can tell.
+int64_t microsecondsOf(int frame, int fps) {
+    return (frame * INT64_C(1000000) + fps - 1) / fps;
+}
+
+// What ffmpeg is to put behind each other. It takes frames from the last group that begins by `inpoint` up to
+// `outpoint`, and the stretches' lengths add up without the roundings of their own.
+std::string listOf(const std::vector<Stretch>& stretches, int fps) {
+    std::string list = "ffconcat version 1.0\n";
+    int frame = 0;
+    for (const Stretch& stretch : stretches) {
+        const int count = stretch.run.last - stretch.run.first + 1;
+        list += "file " + quoted(stretch.part->path) + '\n';
+        char line[128];
+        snprintf(line, sizeof line, "inpoint %" PRId64 "us\noutpoint %" PRId64 "us\nduration %" PRId64 "us\n",
+                 microsecondsOf(stretch.offset, fps),
+                 microsecondsOf(2 * (stretch.offset + count) - 1, 2 * fps),
+                 microsecondsOf(frame + count, fps) - microsecondsOf(frame, fps));
+        list += line;
+        frame += count;
+    }
+    return list;
+}
+
+Words joinWords(const std::string& path, const Manifest& manifest, const SoundPart& sound) {
+    Words words = {"-protocol_whitelist", "file,pipe", "-f", "concat", "-safe", "0", "-i", "pipe:0"};
+    append(&words, soundInput(path, manifest.kind, sound));
+    append(&words, {"-map", "0:v", "-c:v", "copy", "-progress", "pipe:1", "-stats_period", "3600"});
+    if (sound.path) append(&words, {"-map", "1:a"});
+    append(&words, containerWords(path));
+    return words;
+}
+
+bool writeFilm(const std::vector<Stretch>& stretches, const std::string& path, const SoundPart& sound,
+               Manifest* manifest) {
+    unlink(manifestPath(path).c_str());
+    Film film(path, joinWords(path, *manifest, sound));
+    const std::string list = listOf(stretches, manifest->fps);
+    film.expectedFrames = static_cast<int>(manifest->frames.size());
+    const bool given = film.problem.empty() && film.write(list.data(), list.size());
+    if (!finishFilm(film, given)) return false;
+    manifest->film = hashOfFile(path);
+    if (writeManifest(path, *manifest)) return true;
+    unlink(path.c_str());
+    return false;
+}
+
+}  // namespace
+
+bool joinParts(const std::vector<std::string>& paths, const CaptureOptions& options, bool sound) {
+    std::vector<Part> parts;
+    if (!readParts(paths, &parts)) return false;
+    Manifest manifest = parts.front().manifest;
+    const int fps = manifest.fps;
+    const FrameRuns wanted = options.runs(fps);
+    const std::vector<Stretch> stretches = stretchesOf(parts);
+    if (!checkFrames(stretches, wanted)) return false;
+    for (const Part& part : parts) {
+        std::error_code failed;
+        if (fs::equivalent(part.path, options.out, failed))
+            return refuse("%s is one of the parts", options.out.c_str());
+    }
+    if (sound && hashOfFolder("data") != manifest.data)
+        return refuse("data: not the data set that %s was drawn from", parts.front().path.c_str());
+
+    manifest.frames.clear();
+    for (const Stretch& stretch : stretches) {
+        const auto first = stretch.part->manifest.frames.begin() + stretch.offset;
+        manifest.frames.insert(manifest.frames.end(), first,
+                               first + stretch.run.last - stretch.run.first + 1);
+    }
+    SoundPart soundPart;
+    if (sound) {
+        soundPart = {SoundMusic::path, millisecondsOf(wanted.front().first, fps) * 0.001,
+                     static_cast<double>(manifest.frames.size()) / fps};
+    }
+    return writeFilm(stretches, options.out, soundPart, &manifest);
+}

@@ -1,0 +1,127 @@
+#include "tools/capture/manifest.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <sstream>
+
+#include "build_version.h"
+#include "tools/capture/hash.h"
+#include "tools/capture/window.h"
+
+namespace {
+
+constexpr char firstLine[] = "valojuova part 1";
+constexpr char dataSet[] = "data";
+
+const char* nameOf(FilmKind kind) {
+    return kind == FilmKind::Net ? "--net" : optionOf(kind);
+}
+
+bool readKind(const std::string& name, FilmKind* kind) {
+    for (FilmKind known : {FilmKind::Net, FilmKind::Upload, FilmKind::Lossless}) {
+        *kind = known;
+        if (name == nameOf(known)) return true;
+    }
+    return false;
+}
+
+bool readLine(const std::string& line, Manifest* manifest) {
+    std::istringstream words(line);
+    std::string key, value;
+    words >> key >> std::ws;
+    if (key == "frame") {
+        DrawnFrame frame;
+        if (!(words >> frame.number >> frame.hash)) return false;
+        manifest->frames.push_back(frame);
+        return true;
+    }
+    if (!std::getline(words, value)) return false;
+    if (key == "version") manifest->version = value;
+    if (key == "renderer") manifest->renderer = value;
+    if (key == "data") manifest->data = value;
+    if (key == "fps") manifest->fps = atoi(value.c_str());
+    if (key == "samples") manifest->samples = atoi(value.c_str());
+    if (key == "film") manifest->film = value;
+    return key != "kind" || readKind(value, &manifest->kind);
+}
+
+}  // namespace
+
+FrameRuns Manifest::runs() const {
+    std::vector<int> numbers;
+    for (const DrawnFrame& frame : frames) numbers.push_back(frame.number);
+    return runsOf(numbers);
+}
+
+Manifest manifestOfProgram(int fps, FilmKind kind) {
+    Manifest manifest;
+    manifest.version = BUILD_VERSION;
+    manifest.data = hashOfFolder(dataSet);
+    manifest.fps = fps;
+    manifest.kind = kind;
+    return manifest;
+}
+
+Manifest manifestOfWindow(int fps, FilmKind kind) {
+    Manifest manifest = manifestOfProgram(fps, kind);
+    manifest.renderer = rendererName();
+    manifest.samples = windowSamples();
+    return manifest;
+}
+
+std::string manifestPath(const std::string& part) {
+    return part + ".manifest";
+}
+
+bool readManifest(const std::string& part, Manifest* manifest) {
+    std::ifstream file(manifestPath(part));
+    std::string line;
+    if (!std::getline(file, line) || line != firstLine) return false;
+    *manifest = {};
+    while (std::getline(file, line)) {
+        if (line == "end") return manifest->fps > 0 && !manifest->frames.empty();
+        if (!readLine(line, manifest)) return false;
+    }
+    return false;
+}
+
+bool writeManifest(const std::string& part, const Manifest& manifest) {
+    const std::string path = manifestPath(part);
+    const std::string unfinished = path + ".unfinished";
+    errno = 0;
+    std::ofstream file(unfinished);
+    file << firstLine << "\nversion " << manifest.version << "\nrenderer " << manifest.renderer << "\ndata "
+         << manifest.data << "\nfps " << manifest.fps << "\nsamples " << manifest.samples << "\nkind "
+         << nameOf(manifest.kind) << "\nfilm " << manifest.film << '\n';
+    for (const DrawnFrame& frame : manifest.frames)
+        file << "frame " << frame.number << ' ' << frame.hash << '\n';
+    file << "end\n";
+    file.close();
+    if (file && rename(unfinished.c_str(), path.c_str()) == 0) return true;
+    fprintf(stderr, "capture: %s was not written: %s\n", path.c_str(), strerror(errno));
+    unlink(unfinished.c_str());
+    return false;
+}
+
+std::string differenceOf(const Manifest& part, const Manifest& other) {
+    const auto both = [](const std::string& one, const std::string& two) { return ": " + one + "; " + two; };
+    if (part.renderer != other.renderer) return "by another renderer" + both(part.renderer, other.renderer);
+    if (part.data != other.data) return "from another data set" + both(part.data, other.data);
+    if (part.version != other.version) return "by another version" + both(part.version, other.version);
+    if (part.fps != other.fps)
+        return "at another rate" + both(std::to_string(part.fps), std::to_string(other.fps));
+    if (part.samples != other.samples)
+        return "with other samples" + both(std::to_string(part.samples), std::to_string(other.samples));
+    if (part.kind != other.kind)
+        return "for another kind of film" + both(nameOf(part.kind), nameOf(other.kind));
+    return "";
+}
+
+bool isWhole(const std::string& part, const Manifest& manifest) {
+    return !manifest.film.empty() && hashOfFile(part) == manifest.film;
+}
