@@ -14,6 +14,8 @@
 #include <string>
 #include <thread>
 
+#include "production/music/desk.h"
+
 namespace fs = std::filesystem;
 
 namespace {
@@ -102,9 +104,11 @@ void makeWhatChanged(const std::vector<const std::vector<Product>*>& tables, con
 }  // namespace
 
 int main(int count, char** words) {
+    const std::vector<std::string> desk(words + 1, words + count);
+    if (isForDesk(desk)) return runDesk(desk);
     const bool icons = count == 3 && std::string(words[1]) == "--icons";
     if (count != 2 && !icons) {
-        fprintf(stderr, "usage: forge [--icons] FOLDER\n");
+        fprintf(stderr, "usage: forge [--icons] FOLDER\n%s", deskUsage);
         return 1;
     }
     // The music takes longest, so it goes first and the pictures fill the other cores.

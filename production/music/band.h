@@ -1,4 +1,4 @@
-// Who plays: every part's instrument and its place in the mix.
+// Who plays: every part's instrument, what it may play, and its place in the mix.
 #pragma once
 
 #include <vector>

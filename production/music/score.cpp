@@ -1,89 +1,111 @@
 #include "production/music/score.h"
 
-using namespace audio;
+#include <cmath>
 
-const std::vector<Harmony> harmony = {
-    {-9, "Gm"},                                       // title
-    {-4, "Gm Ebmaj7 Cm9 D"},                          // into the tunnel
-    {0, "Gm Gm Eb F Gm Gm Cm D"},                     // the ship
-    {8, "Gm Eb Bb F Gm Eb Cm D"},                     // first theme
-    {16, "Gm Gm Ab Gm Gm Gm Ab D"},                   // the corridor torn: a half step that grinds
-    {24, "Gm7 Gm7 C7 C7 Gm7 Gm7 Eb F"},               // boxes: brighter by one note, E for E flat
-    {32, "Ebmaj7 F6 Gm9 Bb/D Ebmaj7 F6 Cm9 Dsus4"},   // smoke
-    {40, "D5 Eb/D Cm/D D7b9/D D5 Gm/D Cm/D D7b9/D"},  // the light sinks: all of it over one D
-    {48, "Gm Gm Eb Eb Bb Bb F F"},                    // awake
-    {56, "Gm Eb Bb F Gm Eb Cm D"},                    // first theme again
-    {64, "Eb F Gm Bb Eb F Dm E"},  // second theme, which ends a whole tone higher than it began
-    {72, "Am F C G Am F Dm E"},    // first theme, raised
-    {80, "F G Am C F G Dm E"},     // second theme, raised
-    {88, "Am F Dm Esus4 A5"},      // echoes
-};
+#include "production/kit/sound/notation.h"
+
+using namespace audio;
 
 namespace {
 
-// The first theme: a leap of a fifth, as a streak of light, and the slow way down.
+// The first theme: a leap of a fifth, as a streak of light, and the slow way down. It breathes every second
+// bar.
 constexpr char theme1[] =
-    "G4:3' D5:7' C5:2 Bb4:4 | C5:3 Bb4:3 G4:10 | F4:3' D5:7' C5:2 Bb4:4 | C5:6 A4:10 | "
-    "G4:3' D5:7' F5:2 D5:4 | Eb5:3 D5:3 Bb4:10 | C5:3 D5:3 Eb5:6' D5:2 C5:2 | D5:6' C5:2 A4:4 F#4:4";
+    "G4:3' D5:7' C5:2 Bb4:4 | C5:3 Bb4:3 G4:6 -:4 | F4:3' D5:7' C5:2 Bb4:4 | C5:6 A4:6 -:4 | "
+    "G4:3' D5:7' F5:2 D5:4 | Eb5:3 D5:3 Bb4:6 -:4 | C5:3 D5:3 Eb5:6' D5:2 C5:2 | D5:6' C5:2 A4:2 F#4:2 -:4";
+// What answers it where it breathes.
+constexpr char theme1Answers[] =
+    "-:16 | -:12 D5:1 F5:1 G5:2 | -:16 | -:12 C5:1 F5:1 A5:2 | -:16 | -:12 Eb5:1 G5:1 Bb5:2 | "
+    "-:16 | -:10 F#5:1 A5:1 C6:2 A5:2";
 // The same with runs between its long notes.
 constexpr char theme1Runs[] =
-    "G4:3' D5:5' Eb5:1 D5:1 C5:2 Bb4:4 | C5:3 Bb4:3 G4:6 A4:2 Bb4:2 | "
-    "F4:3' D5:5' F5:2 D5:2 C5:2 Bb4:2 | C5:6' A4:6 F4:2 A4:2 | "
-    "G4:3' D5:5' F5:2 G5:2' F5:2 D5:2 | Eb5:3 D5:3 Bb4:6 C5:2 D5:2 | "
-    "Eb5:3' D5:3 C5:4 Eb5:2 D5:2 C5:2 | D5:6' F#4:2 A4:4 C5:4";
+    "G4:3' D5:5' Eb5:1 D5:1 C5:2 Bb4:4 | C5:3 Bb4:3 G4:4 -:2 A4:2 Bb4:2 | "
+    "F4:3' D5:5' F5:2 D5:2 C5:2 -:2 | C5:6' A4:4 -:2 F4:2 A4:2 | "
+    "G4:3' D5:5' F5:2 G5:2' F5:2 D5:2 | Eb5:3 D5:3 Bb4:4 -:2 C5:2 D5:2 | "
+    "Eb5:3' D5:3 C5:4 Eb5:2 D5:2 C5:2 | D5:6' F#4:2 A4:4 -:4";
 // A third or a sixth below it.
 constexpr char theme1Below[] =
-    "D4:3 Bb4:7 A4:2 G4:4 | G4:3 G4:3 Eb4:10 | D4:3 Bb4:7 A4:2 F4:4 | A4:6 F4:10 | "
-    "D4:3 Bb4:7 D5:2 Bb4:4 | C5:3 Bb4:3 G4:10 | G4:3 G4:3 C5:6 Bb4:2 G4:2 | F#4:6 A4:2 F#4:4 D4:4";
+    "D4:3 Bb4:7 A4:2 G4:4 | G4:3 G4:3 Eb4:4 -:6 | D4:3 Bb4:7 A4:2 -:4 | A4:6 F4:4 -:6 | "
+    "D4:3 Bb4:7 D5:2 Bb4:4 | C5:3 Bb4:3 G4:4 -:6 | G4:3 G4:3 C5:6 Bb4:2 G4:2 | F#4:6 A4:2 F#4:4 -:4";
 // Its first half in notes twice as long, over the chords of the smoke.
 constexpr char theme1Slow[] =
-    "G4:6 D5:10 | -:4 C5:4 A4:8 | C5:6 Bb4:6 G4:4 | -:8 F4:4, Bb4:4, | G4:6 D5:10 | -:4 C5:4 A4:8 | C5:6 "
-    "D5:6 "
-    "Eb5:4 | D5:16";
+    "G4:6 D5:10 | -:4 C5:4 A4:8 | C5:6 Bb4:6 G4:4 | -:8 F4:4, Bb4:4, | G4:6 D5:10 | -:4 C5:4 A4:8 | "
+    "C5:6 D5:6 Eb5:4 | D5:12 -:4";
 
 // The second theme climbs where the first one falls.
 constexpr char theme2[] =
-    "Bb4:4 Eb5:4' G5:6' F5:2 | F5:4 C5:4 A5:8' | G5:2 A5:2 Bb5:4' A5:2 G5:2 D5:4 | F5:10' D5:2 F5:4 | "
-    "Eb5:4 G5:4 Bb5:6' A5:2 | A5:4 F5:4 C6:8' | D6:4' C6:2 A5:2 F5:4 A5:4 | B5:8' G#5:4 E5:4";
-// A whole tone up, for the credits; it stops halfway up its last climb.
+    "Bb4:4 Eb5:4' G5:6' F5:2 | F5:4 C5:4 A5:6' -:2 | G5:2 A5:2 Bb5:4' A5:2 G5:2 D5:4 | F5:8' -:2 D5:2 F5:4 | "
+    "Eb5:4 G5:4 Bb5:6' A5:2 | A5:4 F5:4 C6:6' -:2";
+// A whole tone up, for the climax and the credits; it stops halfway up its last climb.
 constexpr char theme2Raised[] =
-    "C5:4 F5:4' A5:6' G5:2 | G5:4 D5:4 B5:8' | A5:2 B5:2 C6:4' B5:2 A5:2 E5:4 | G5:10' E5:2 G5:4 | "
-    "F5:4 A5:4 C6:6 B5:2 | B5:4 G5:4 D6:8 | A5:6 F5:2 D5:8 | B4:8 E5:8";
-// What the strings sing under the raised first theme.
-constexpr char counter[] =
-    "E5:8 C5:8 | A4:8 C5:4 F5:4 | G5:8 E5:8 | D5:8 B4:4 D5:4 | E5:8 A5:8 | C6:8 A5:8 | A5:8 D5:8 | E5:8 "
-    "G#5:8";
+    "C5:4 F5:4' A5:6' G5:2 | G5:4 D5:4 B5:6' -:2 | A5:2 B5:2 C6:4' B5:2 A5:2 E5:4 | G5:8' -:2 E5:2 G5:4 | "
+    "F5:4 A5:4 C6:6 B5:2 | B5:4 G5:4 D6:6 -:2 | A5:6 F5:2 D5:6 -:2 | B4:8 E5:8";
+
+// The ship's hook: three strokes and a fall, and beat four left to the blow that lands there.
+constexpr char hook[] =
+    "D5:2' -:1 D5:2 -:1 F5:2' D5:2 C5:2 -:4 | Bb4:2' -:1 Bb4:2 -:1 C5:2 G4:4 -:4 | "
+    "Eb5:2' -:1 Eb5:2 -:1 G5:2' F5:2 Eb5:2 -:4 | C5:2' -:1 C5:2 -:1 D5:2 A4:4 -:4 | "
+    "D5:2' -:1 D5:2 -:1 F5:2' D5:2 C5:2 -:4 | Bb4:2' -:1 C5:2 -:1 D5:2 G5:4' -:4 | "
+    "Eb5:2' -:1 Eb5:2 -:1 G5:2' Eb5:2 C5:2 -:4 | D5:2' -:1 D5:2 -:1 F#5:2 A5:4' -:4";
+
+// What the climax answers to the first theme's question: up instead of down, to the highest note of all.
+constexpr char climaxAnswer[] =
+    "C6:3' B5:3 A5:6 E5:2 A5:2 | C6:3' D6:3 C6:4 A5:4 -:2 | F5:2 A5:2 D6:6' C6:2 B5:2 A5:2 | "
+    "B5:6' G#5:2 E6:6' -:2";
+
+// A song of the light that sinks: half steps against the one low D.
+constexpr char sinkingSong[] =
+    "D4:10' Eb4:2 D4:4 | Eb4:6 G4:8 -:2 | G4:6' F#4:2 Eb4:6 -:2 | D4:4 Eb4:4 F#4:6' -:2 | "
+    "A4:10' Bb4:2 A4:4 | Bb4:6 D5:8 -:2 | C5:6' Bb4:2 Eb5:6 -:2 | F#5:4 A5:4 C6:4'";
+
+// The boxes' tune, on wood.
+constexpr char woodTune[] =
+    "G4:1 -:2 D5:1 -:2 F5:1 -:1 D5:1 -:1 Bb4:1 -:1 C5:1 -:1 D5:2 | "
+    "G4:1 -:2 D5:1 -:2 F5:1 -:1 G5:1 -:1 F5:1 -:1 D5:1 -:3 | "
+    "E5:1 -:2 C5:1 -:2 E5:1 -:1 G5:1 -:1 E5:1 -:1 D5:1 -:1 C5:2 | "
+    "Bb4:1 -:2 C5:1 -:2 E5:1 -:1 D5:1 -:1 C5:1 -:1 Bb4:1 -:3";
+constexpr char woodTuneEnd[] =
+    "G4:1 -:2 D5:1 -:2 F5:1 -:1 D5:1 -:1 Bb4:1 -:1 C5:1 -:1 D5:2 | "
+    "G4:1 -:2 D5:1 -:2 F5:1 -:1 G5:1 -:1 Bb5:1 -:1 G5:1 -:3 | "
+    "G4:1 -:2 Eb5:1 -:2 G5:1 -:1 F5:1 -:1 Eb5:1 -:1 Bb4:1 -:1 G4:2 | "
+    "A4:1 -:2 C5:1 -:2 F5:1 -:1 G5:1 -:1 A5:4 -:2";
 
 // Title: pieces of the first theme, each alone.
 constexpr char titleBells[] = "-:16 | -:12 G5:4 | D6:8 -:8 | -:8 C6:4 Bb5:4 | -:4 G5:4 D6:8";
 
-constexpr char fourOnTheFloor[] = "X...x...X...x...";
-constexpr char fourWithPickUp[] = "X...x...X...x... X...x...X...x..o X...x...X...x... X...x..oX...x.o.";
-constexpr char backbeat[] = "....x.......x...";
-// Soft strokes between the snare's, answering each other over two bars.
-constexpr char ghosts[] = ".......o.o...... .......o.o....oo";
-constexpr char offbeatHats[] = "..x...x...x...x.";
-constexpr char sixteenthHats[] = "XooxXoxoXooxXoxx XooxXoxoXooxXxoo XooxXoxoXooxXoxx XooxXxooXooxXoox";
-constexpr char everyBeat[] = "x...x...x...x...";
-
-// Basses
-constexpr char drivingBass[] = "R.rr..r.r.rr..o. R.rr..r.r.r.s.o.";
-constexpr char rollingBass[] = "..rr.rRr..rr.oRr";
-constexpr char boxBass[] = "R--..r..o-..s.r. R--..r.r..o.f.s.";
-constexpr char dropBass[] = "R--r--R-.r.r--o. R--r--R-.rr.o-s.";
-constexpr char tornBass[] =
-    "G1:2' G1:1 -:1 G2:1 -:1 G1:2 -:2 Bb1:2 G1:2 F1:2 | G1:2' G1:1 -:1 G2:1 -:1 G1:2 -:2 C2:2 Db2:2 D2:2 | "
-    "Ab1:2' Ab1:1 -:1 Ab2:1 -:1 Ab1:2 -:2 C2:2 Ab1:2 Eb2:2 | G1:2' G1:1 -:1 G2:1 -:1 G1:1 Bb1:1 Db2:2 C2:2 "
-    "Bb1:2 F1:2";
-// The same line with its holes filled; it ends on the chord that leads back.
-constexpr char tornBassFull[] =
-    "G1:2' G1:1 G1:1 G2:1 G1:1 G1:2 F1:1 G1:1 Bb1:2 G1:1 G2:1 F1:2 | G1:2' G1:1 G1:1 G2:1 G1:1 G1:2 -:2 "
-    "Db2:2' C2:2 Bb1:2 | Ab1:2' Ab1:1 Ab1:1 Ab2:1 Ab1:1 Ab1:2 -:2 C2:2 Eb2:2 Ab2:2 | D2:2' D2:1 D2:1 D3:1 "
-    "D2:1 D2:2 A1:2 C2:2 D2:1 Eb2:1 F#2:2'";
 // A siren that, the second time, is the first theme with its fifths bent.
 constexpr char tornSiren[] =
     "-:16 | -:8 G5:4 Ab5:4 | C6:1 -:1 C6:1 -:1 Ab5:1 -:3 C6:1 -:1 C6:1 -:1 Eb6:4 | D6:8 G5:4 -:4 | "
     "G5:3' D6:7' Db6:2 Bb5:4 | -:16 | Ab5:3' Eb6:7' Db6:2 C6:4 | D6:8' A5:4 F#5:4";
+
+constexpr char held[] = "x---------------";
+constexpr char once[] = "x...............";
+constexpr char onceHard[] = "X...............";
+constexpr char everyBeat[] = "x...x...x...x...";
+constexpr char backbeat[] = "....x.......x...";
+constexpr char offbeats[] = "..x...x...x...x.";
+
+constexpr char fourOnTheFloor[] = "X...x...X...x...";
+constexpr char fourWithPickUp[] = "X...x...X...x... X...x...X...x..o X...x...X...x... X...x..oX...x.o.";
+constexpr char tornKick[] = "X...x..xX...x.x. X...x..xX..xx..x X...x..xX...x.x. X.x.x..xX..x.xx.";
+constexpr char brokenKick[] = "X.....x...X..... X.....x..xX...o. X.....x...X..... X.....x.x.X..x..";
+// Soft strokes between the snare's, answering each other over four bars.
+constexpr char ghosts[] = ".......:.o...... .......:.o....:o .......:.o..:... ..:....:.o....oo";
+constexpr char tornSnare[] = "....X..o.o..X... ....X..o.o..X..o ....X..o.oo.X... ....X..o.o.oX.ox";
+constexpr char hatsEighth[] = "x.o.x.o.x.o.x.oo";
+constexpr char hatsSixteenth[] = "Xo:xXo:oXo:xXo:o Xo:xXo:oXo:xXxo: Xo:xXo:oXo:xXo:o Xo:xXx:oXo:oXo::";
+constexpr char hatsPushing[] = "X:ooX:oxX:ooX:xo X:ooX:oxX:oxXoxx";
+constexpr char hatsTorn[] = "xxoxxoxxxxoxxoxo xoxxoxxoxoxxox:: xxoxxoxxxxoxxoxo xoxxoxxo::::oxxX";
+constexpr char hatsBroken[] = "x.:ox.o:x:.ox.:x x.:ox.o:x:oox.::";
+
+// Basses
+constexpr char drivingBass[] = "R.rr..r.r.rr..o. R.rr..r.r.r.s.o.";
+constexpr char rollingBass[] = "..rr.rRr..rr.oRr ..rr.rRr..rr.oRr ..rr.rRr..rr.oRr ..rr.rRr..r.fosr";
+constexpr char boxBass[] = "R--..r..o-..s.r. R--..r.r..o.f.s.";
+constexpr char dropBass[] = "R--r--R-.r.r--o. R--r--R-.rr.o-s.";
+constexpr char brokenBass[] = "R-----r-..R---o- R-----r-..R-f-s-";
+constexpr char tornBass[] = "R-r.o.r-..t-r-s- R-r.o.r-..t-a-f- R-r.o.r-..t-r-f- R-r.o.rta-s-r-s-";
+constexpr char tornBassFull[] = "RrrrorrsrtRrorss Rrrrorr-..A-t-s- Rrrrorr-..t-f-o- Rrrrorr-f-trra-o";
 
 // Boxes: three knocks that answer each other from three places.
 constexpr char lowBox[] = "x..x..o...x..o.. x..x..o...x.x...";
@@ -91,285 +113,392 @@ constexpr char middleBox[] = "..o..x..o..x..x. ..o..x.x..ox..xo";
 constexpr char highBox[] = "....o..x......o. ....o..xo.x...oo";
 
 constexpr char dropStabs[] = "X--x--x--x-..x-- .x-.x--x--x-.xx.";
+constexpr char climbing[] = "0213243542312013";
+constexpr char turning[] = "0123210342312013";
+
+// Fills, none like another
+constexpr char tomsDown[] = "D3:2 C3:1 C3:1 Bb2:1 Bb2:1 G2:1 G2:1";
+constexpr char tomsGallop[] = "D3:1 -:1 D3:1 C3:1 -:1 Bb2:1 G2:1 G2:1";
+constexpr char tomsHalfTime[] = "G2:3 -:3 Bb2:2 G2:2 -:2 C3:2 D3:2 | G2:3 -:3 Bb2:2 G2:2 -:2 F#2:2 A2:2";
+
+// A drone, wind, pieces of the theme; the riser ends on the impact.
+const std::vector<Cue> title = {
+    {"drone", "G2+D3:80", {}, {-4, 0}, {0.3f, 0.9f}},
+    {"sub",
+     "r--------------- ---------------- ---------------- ---------------- ----------------",
+     {},
+     {-12, -5}},
+    {"wind", "G4:40 D4:40", {}, -2, {0.3f, 0.7f}},
+    {"bells", titleBells, {}, -2},
+    {"glass", "0...3...4...2... ....5...3.....1.", {-8, -4}, {-22, -6}, {0, 0.5f}},
+    {"choir", held, {-7, -4}, {-14, -6}, {0, 0.4f}},
+    {"riser", "C4:32", {-6, -4}, -2, 0.7f},
+    {"reverse", "C4:16", {-5, -4}},
+};
+
+// Ticking, a heart on the odd beats, a fill into the ship.
+const std::vector<Cue> tunnel = {
+    {"impact", onceHard, {-4, -3}},
+    {"crash", once, {-4, -3}, -4},
+    {"sub", "r---------------", {-4, -2}, -3},
+    {"drone", "G2+D3:48 A2+D3:16", {}, {-6, -10}, {0.9f, 0.5f}},
+    {"pad", held, {}, {-8, -2}, {0.15f, 0.5f}},
+    {"thump", backbeat, {-4, -1}, {-3, 0}},
+    {"tick", "x...o...x...o... x...o...x..:o... x.o.x.o.x.o.x.o. xoxoxoxoxoxoxoxo", {}, {-5, 2}},
+    {"glass", "0.2.3.2.0.2.4.2. 0.2.3.5.4.3.2.1.", {}, {-9, 0}, {0.1f, 0.8f}},
+    {"bells", "-:8 D6:4, C6:4, | -:16 | -:8 D6:4 Eb6:4 | D6:12 -:4", {}, -4, 0.4f},
+    {"bass", "r.r.r.r.r.r.r.r. r.r.r.r.rrr.rrr.", {-2, 0}, {-8, -3}, {0, 0.4f}},
+    {"riser", "C4:28", {-2, -0.25f}, -4, 0.9f},
+    {"roll", ":::o::ooxoxx", {-1, -0.25f}, {-8, 0}},
+    {"toms", "D3:1 C3:1 Bb2:1 G2:1", {-0.25f, 0}, 2},
+};
+
+// The camera jumps on each bar, the slam is on each bar's last beat, the hook leaves room for it.
+const std::vector<Cue> ship = {
+    {"kick", fourWithPickUp},
+    {"crash", once, {0, 1}},
+    {"crash", once, {4, 5}, -4},
+    {"snare", "....x..........."},
+    {"snare", ghosts, {4, 8}, -6},
+    {"slam", "............X..."},
+    {"hat", hatsEighth, {0, 4}, -2},
+    {"hat", hatsSixteenth, {4, 8}},
+    {"openHat", offbeats, {2, 8}, {-8, -2}},
+    {"bass", drivingBass, {}, 1, {0.4f, 0.75f}},
+    {"stab", "X.......x..x....", {0, 4}, {-2, 0}, {0.4f, 0.55f}},
+    {"stab", "X.......x..x..x. X..x....x..x.x..", {4, 8}, {0, 1}, {0.55f, 0.75f}},
+    {"hook", hook, {}, {-1, 1}, {0.45f, 0.8f}},
+    {"second", barsOf(hook, 4, 8), {4, 8}, -5, 0.5f, 12},
+    {"glass", "0.2.3.2.4.2.3.1. 0.2.3.2.5.4.3.2.", {}, {-8, -4}, {0.3f, 0.8f}},
+    {"pad", held, {4, 8}, {-8, -4}, {0.3f, 0.5f}},
+    {"riser", "C4:32", {6, 8}, -5, 0.8f},
+    {"toms", tomsDown, {7.5f, 8}},
+};
+
+// First theme, wide; the hook's plucks answer where it breathes.
+const std::vector<Cue> stripes = {
+    {"impact", once, {8, 9}, -6},
+    {"crash", once, {8, 9}},
+    {"crash", once, {12, 13}, -3},
+    {"fall", "C4:32", {8, 10}, -6},
+    {"kick", fourWithPickUp, {8, 15}},
+    {"kick", "X...x...X...x.x.", {15, 16}},
+    {"snare", backbeat, {8, 15}},
+    {"snare", ghosts, {}, -8},
+    {"clap", backbeat, {12, 16}, -2},
+    {"hat", hatsPushing, {}, -3},
+    {"openHat", offbeats, {}, -1, 0.6f},
+    {"bass", rollingBass, {}, 0, {0.4f, 0.6f}},
+    {"lead", theme1, {}, 0, {0.6f, 0.8f}},
+    {"hook", theme1Answers, {}, {-4, -1}, 0.7f},
+    {"strings", held, {}, {-3, 0}, {0.5f, 0.75f}},
+    {"second", barsOf(theme1Below, 4, 8), {12, 16}, -3, 0.5f},
+    {"arp", turning, {12, 16}, {-6, -1}, {0.3f, 0.7f}},
+    {"climb", "G3:32", {14, 16}, -2, 0.8f},
+    {"roll", "o.:.o.:.oooo:oxx", {15, 16}, {-8, -1}},
+};
+
+// The hardest part; its first two bars are cut to pieces afterwards.
+const std::vector<Cue> torn = {
+    {"impact", onceHard, {16, 17}, -2},
+    {"crash", onceHard, {16, 17}},
+    {"crash", once, {18, 19}, -4},
+    {"crash", once, {20, 21}},
+    {"kick", tornKick},
+    {"snare", tornSnare},
+    {"slam", "............X...", {19, 20}, -2},
+    {"slam", "............X...", {23, 24}, -2},
+    {"hat", hatsTorn, {}, -1},
+    {"openHat", offbeats, {20, 24}, -3},
+    {"growl", tornBass, {16, 20}, 0, {0.5f, 0.8f}},
+    {"growl", tornBassFull, {20, 24}, 0, {0.7f, 1}},
+    {"siren", tornSiren, {}, {-3, 1}, {0.5f, 0.85f}},
+    {"stab", "x..x..x......... x..x..x...x.x...", {}, -1, 0.7f},
+    {"arp", "0101201020130102", {20, 24}, {-10, -4}, {0.2f, 0.7f}},
+    {"riser", "C4:32", {22, 24}, -4, 1},
+};
+
+// Wood, little else; one breath at 69.5 s. Brighter by one note: E for E flat.
+const std::vector<Cue> boxes = {
+    {"impact", once, {24, 25}, -4},
+    {"kick", "X...x...X...x... X...x...X..xx..."},
+    {"rim", "....x.......x..o ....x.......xo.o", {}, 0},
+    {"clap", backbeat, {28, 32}, -2},
+    {"lowBox", lowBox},
+    {"middleBox", middleBox},
+    {"highBox", highBox},
+    {"shaker", "xo:xxo:xxo:xxo:x", {}, {-4, 1}},
+    {"openHat", offbeats, {28, 32}, -4},
+    {"bass", boxBass, {}, 0, {0.25f, 0.5f}},
+    {"wood", woodTune, {24, 28}, {-3, 0}},
+    {"wood", woodTuneEnd, {28, 32}},
+    {"pluck", "..x..x.....x.... ..x....x..x..x..", {}, {-6, 0}, {0.3f, 0.6f}},
+    {"pad", held, {28, 32}, {-8, -3}, {0.2f, 0.5f}},
+    {"glass", "4..3..2.4..3..5.", {28, 32}, -5, 0.6f},
+    {"impact", "x.....", {27.625f, 28}, -3},
+    {"toms", "D3:1 G2:1 D3:1 C3:1 G2:1 G2:1", {27.625f, 28}},
+    {"highBox", "oo:ooxox", {31.5f, 32}},
+    {"reverse", "C4:16", {31, barAt(showtime::probes)}, -2},
+};
+
+// Probes. No drum; a heart and a glass mark the beat.
+const std::vector<Cue> smoke = {
+    {"impact", once, {32, 33}, -6},
+    {"fall", "C4:32", {32, 34}, -4},
+    {"pad", held, {}, 0, {0.35f, 0.65f}},
+    {"choir", held, {36, 40}, {-6, -1}, {0.1f, 0.5f}},
+    {"sub", "r---------------", {}, -4},
+    {"bells", theme1Slow, {}, 0, 0.6f},
+    {"glass", "0...2...3...4... 0...3...2...4...", {}, -4, {0.2f, 0.5f}},
+    {"counter",
+     "5-------3------- 5---------1----- 3-------5------- 1-------3-------",
+     {36, 40},
+     {-6, -2},
+     {0.3f, 0.5f}},
+    {"horn", "-:12 D4:4 | C4:12 -:4 | -:8 D4:4 F4:4 | D4:10 -:6", {34, 38}, -6, 0.4f},
+    {"thump", "x...o...x...o...", {}, -5},
+    {"tick", "o.:.o.:.o.:.o.::", {}, {-8, -4}},
+    {"wind", "G4:64 D4:64", {}, -3, {0.7f, 0.5f}},
+    {"arp", "0.1.2.3.4.3.2.1.", {36, 40}, {-14, -6}, {0, 0.3f}},
+    {"reverse", "C4:16", {39, barAt(showtime::robot)}, -2},
+};
+
+// The light sinks: half time over one D. The last sixteenth before the drop is silence.
+const std::vector<Cue> sinking = {
+    {"impact", once, {40, 41}, -4},
+    {"kick", "x...............", {40, 44}, -2},
+    {"kick", "x.....x.x.......", {44, 46}, -2},
+    {"kick", "x...x...x...x...", {46, 47.5f}, -2},
+    {"slam", "........x.......", {40, 46}, -3},
+    {"thump", "....o.......o...", {40, 46}, -4},
+    {"toms", tomsHalfTime, {40, 46}, {-8, -3}},
+    {"tick", "x.:.x.:.x.:.x.::", {40, 44}, -4},
+    {"tick", "x.o.x.o.x.o.x.o.", {44, 46}, -3},
+    {"tick", "xoxoxoxoxoxoxoxo", {46, 47.75f}, {-3, 1}},
+    {"shaker", "::o:::o:::o:::ox", {42, 47.75f}, {-8, -1}},
+    {"bass", "r.rrr.rrr.rrr.rr", {40, 47.75f}, {-4, 0}, {0.05f, 0.75f}},
+    {"horn", barsOf(sinkingSong, 0, 4), {40, 44}, {-2, 0}, {0.4f, 0.6f}},
+    {"horn", barsOf(sinkingSong, 4, 8), {44, 47.75f}, {-1, 1}, {0.6f, 0.9f}},
+    {"pad", held, {40, 44}, {-6, -4}, {0.2f, 0.4f}},
+    {"strings", held, {44, 47.75f}, {-6, 0}, {0.3f, 0.9f}},
+    {"robot", "0..5..2....4..1. ..3...0.6...2...", {40, 44}, {-6, -2}, {0.2f, 0.6f}},
+    {"robot", "0.5.2.4.1.3.6.2. 3.0.5.2.6.4.1.5.", {44, 47.5f}, {-3, 0}, {0.5f, 1}},
+    {"choir", held, {44, 47.75f}, {-8, 0}, {0.3f, 0.6f}},
+    {"riser", "C4:64", {40, 44}, -12, 0.5f},
+    {"riser", "C4:63", {44, 47.9375f}, -3, 1},
+    {"climb", "D3:31", {46, 47.9375f}, 0, 1},
+    {"roll", "o...o...o...o...", {46, 47}, {-8, -4}},
+    {"roll", "o.o.o.o.oooxxxx", {47, 47.9375f}, {-4, 0}},
+};
+
+// Awake. At 120.8 s a low pass closes over everything for three seconds.
+const std::vector<Cue> awake = {
+    {"impact", onceHard, {48, 49}},
+    {"fall", "C4:32", {48, 50}, -3},
+    {"crash", onceHard, {48, 49}},
+    {"crash", once, {52, 53}, -3},
+    {"kick", fourWithPickUp},
+    {"snare", "....x.......x... ....x..........."},
+    {"snare", ghosts, {}, -7},
+    {"clap", backbeat, {}, -2},
+    {"slam", "................ ............x..."},
+    {"hat", hatsSixteenth, {}, -1},
+    {"openHat", offbeats, {}, 0, 0.6f},
+    {"growl", dropBass, {}, -1, {0.4f, 0.7f}},
+    {"stab", dropStabs, {}, 1, {0.6f, 0.8f}},
+    {"voice", "-:8 D5:2' -:2 F5:3 -:1", {49, 50}, -2, 0.55f},
+    {"voice", "-:8 G5:2' -:2 Eb5:3 -:1", {51, 52}, -2, 0.55f},
+    {"voice", "-:8 D5:2' -:2 F5:3 -:1", {53, 54}, -2, 0.55f},
+    {"lead", barsOf(theme1, 0, 1), {50, 51}, 0, 0.7f},
+    {"lead", barsOf(theme1, 2, 3), {52, 53}, 0, 0.7f},
+    {"lead", "F4:3' C5:7' D5:2 A4:4", {54, 55}, 0, 0.7f},
+    {"arp", turning, {52, 56}, -4, 0.5f},
+    {"riser", "C4:24", {54.5f, 56}, 0, 1},
+    {"toms", tomsGallop, {55.5f, 56}, 2},
+};
+
+// Greetings: the first theme with runs, a third voice below; every beat is struck.
+const std::vector<Cue> greetings = {
+    {"impact", once, {56, 57}, -4},
+    {"crash", once, {56, 57}, -1},
+    {"kick", "X...x...X...x... X...x...X...x..o X...x...X..xx... X...x..oX...x.o.", {56, 63.5f}},
+    {"snare", "....x.......x..: ....x.......x.o. ....x.......x..: ....x..:....xo.o", {56, 63.5f}},
+    {"clap", everyBeat, {56, 63.5f}, -4},
+    {"hat", "x:o:x:o:x:o:x:oo", {56, 63.5f}, -3},
+    {"shaker", "x:ox:oxox:ox:oxo x:ox:oxox:oxxoxo", {58, 63.5f}, {-4, 0}},
+    {"openHat", "..............x.", {60, 63.5f}, -3, 0.6f},
+    {"bass", drivingBass, {}, 0, {0.25f, 0.45f}},
+    {"lead", theme1Runs, {}, 0, {0.55f, 0.75f}},
+    {"second", barsOf(theme1Below, 4, 8), {60, 64}, -3, 0.5f},
+    {"pluck", "x..x..x...x.x... ..x..x..x...x.x.", {56, 63.5f}, -3, {0.4f, 0.6f}},
+    {"strings", held, {60, 64}, {-4, 0}, 0.5f},
+    {"pad", held, {56, 60}, -4, 0.5f},
+    {"hat", "xxx:xxXX", {63.5f, 64}, {-3, 2}},
+    {"reverse", "C4:8", {63.5f, barAt(showtime::room)}, 0},
+};
+
+// The room: second theme from its first bar on, over a broken beat. The voice calls on beat 258; bars
+// 70
+// and 71 are its own.
+const std::vector<Cue> room = {
+    {"thump", "x...x...", {64, 64.5f}},
+    {"lead", theme2, {64, 70}, 0, {0.6f, 0.75f}},
+    {"voice", "Eb4+G4+Bb4:3' -:1 Eb4+G4+Bb4:3 -:1 F4+A4+C5:6' -:2", {64.5f, 65.5f}, 1, {0.6f, 0.3f}},
+    {"impact", "X.......", {64.5f, 65}, -1},
+    {"crash", "X.......", {64.5f, 65}, -1},
+    {"kick", "X.......", {64.5f, 65}},
+    {"kick", brokenKick, {65, 70}, 1},
+    {"snare", "........X......: ........X..:.o..", {65, 70}},
+    {"clap", "........x.......", {66, 70}, -2},
+    {"rim", "....o.......o..:", {65, 70}, -3},
+    {"hat", hatsBroken, {65, 70}, -2},
+    {"shaker", "xo:xxo:xxo:xxo:x", {67, 70}, -3},
+    {"bass", brokenBass, {64.5f, 70}, 0, {0.4f, 0.65f}},
+    {"pad", held, {64, 70}, {-3, -1}, {0.4f, 0.6f}},
+    {"counter",
+     "1-------3------- 5-------3------- 3-------5------- 5-------1-------",
+     {66, 70},
+     {-5, -2},
+     0.5f},
+    {"arp", "0...2...4...3...", {64, 66}, -5, 0.4f},
+    {"arp", "0..2..4.0..2..3.", {66, 70}, {-4, -1}, {0.3f, 0.6f}},
+    {"tick", everyBeat, {70, 72}, -3},
+    {"thump", everyBeat, {70, 72}, {-4, -1}},
+    {"voice",
+     "F4+A4+D5:6' -:2 F4+A4+D5:6 -:2 | G#4+B4+E5:8' G#4+B4+E5:6 -:2",
+     {70, 72},
+     {0, 2},
+     {0.4f, 0.7f}},
+    {"choir", held, {70, 72}, {-4, 1}, {0.3f, 0.6f}},
+    {"sub", "r---------------", {70, 71.5f}, -6},
+    {"riser", "C4:32", {70, 72}, -2, 1},
+    {"climb", "E3:16", {71, 72}, -1, 0.9f},
+    {"reverse", "C4:16", {71, 72}, 0},
+};
+
+// The climax: the first theme a whole tone up, the second one sung against it where it breathes, and
+// an
+// answer that goes up.
+const std::vector<Cue> climax = {
+    {"impact", onceHard, {72, 73}},
+    {"fall", "C4:32", {72, 74}, -4},
+    {"crash", onceHard, {72, 73}},
+    {"crash", once, {74, 75}, -3},
+    {"crash", onceHard, {76, 77}},
+    {"crash", once, {78, 79}, -3},
+    {"kick", fourWithPickUp, {}, 0, 0.5f, 2},
+    {"snare", "....X.......X..o ....X........... ....X.......X.:o ....X..:........"},
+    {"snare", ghosts, {}, -7},
+    {"clap", backbeat},
+    {"slam", "................ ............X..."},
+    {"hat", hatsSixteenth, {}, 0},
+    {"openHat", offbeats, {}, 1, 0.7f},
+    {"ride", "x.x.x.x.x.x.x.x.", {}, -2},
+    {"bass", rollingBass, {}, 0, {0.6f, 0.75f}},
+    {"growl", dropBass, {76, 80}, -8, 0.6f},
+    {"lead", barsOf(theme1Runs, 0, 4), {72, 76}, 0, {0.7f, 0.8f}, 2},
+    {"lead", climaxAnswer, {76, 80}, 1, {0.8f, 0.95f}},
+    {"second", barsOf(theme2Raised, 0, 1), {73, 74}, 0, 0.7f},
+    {"second", barsOf(theme2Raised, 1, 2), {75, 76}, 0, 0.7f},
+    {"second", barsOf(climaxAnswer, 0, 4), {76, 80}, -4, 0.6f, -12},
+    {"strings", held, {}, -2, 0.7f},
+    {"counter", "1-------3------- 5-------3-------", {}, -1, 0.6f},
+    {"choir", held, {}, -4, {0.4f, 0.5f}},
+    {"stab", "x..x..x...x..x.. x..x..x...x.x.x.", {}, -7, 0.6f},
+    {"arp", turning, {}, -5, {0.6f, 0.8f}},
+    {"toms", "D3:2 A2:2 E3:2 E2:2", {79.5f, 80}, 2},
+};
+
+// The credits: the second theme goes on while one after another leaves.
+const std::vector<Cue> credits = {
+    {"crash", once, {80, 81}, -2},
+    {"crash", once, {82, 83}, -5},
+    {"impact", once, {80, 81}, -6},
+    {"kick", fourOnTheFloor, {80, 84}, {-1, -2}, 0.5f, 2},
+    {"kick", "x.......x.......", {84, 86}, -4, 0.5f, 2},
+    {"thump", everyBeat, {84, 88}, {-2, -8}},
+    {"snare", backbeat, {80, 84}, -2},
+    {"hat", "x:o:x:o:x:o:x:o:", {80, 84}, {-2, -6}},
+    {"openHat", offbeats, {80, 82}, -4},
+    {"shaker", "xo:xxo:xxo:xxo:x", {82, 86}, {-2, -8}},
+    {"tick", everyBeat, {84, 88}, -7},
+    {"bass", drivingBass, {80, 84}, {-1, -4}, {0.5f, 0.1f}},
+    {"sub", "r---------------", {84, 88}, {-6, -9}},
+    {"lead", barsOf(theme2Raised, 0, 4), {80, 84}, {-1, -3}, {0.7f, 0.3f}},
+    {"bells", theme2Raised, {}, {-5, -1}},
+    {"pad", held, {}, {-2, 0}, {0.6f, 0.3f}},
+    {"choir", held, {84, 88}, -3, {0.4f, 0.1f}},
+    {"arp", climbing, {80, 84}, {-3, -12}, {0.6f, 0.2f}},
+    {"hook", "-:12 C5:1 E5:1 G5:2 | -:16 | -:12 E5:1 G5:1 C6:2 | -:16", {82, 86}, {-6, -10}, {0.5f, 0.3f}},
+    {"glass", "0...2...3...4...", {84, 88}, -5, {0.5f, 0.3f}},
+    {"fall", "C4:32", {84, 86}, -8},
+};
+
+// Echoes in the dark, and the last hit on beat 368.
+const std::vector<Cue> echoes = {
+    {"pad", held, {88, 92}, {-3, -10}, {0.3f, 0.1f}},
+    {"drone", "A2:64", {88, 92}, -10, 0.4f},
+    {"bells", "A4:3 E5:13 | D5:2, C5:6, -:8 | A4:3, E5:13, | -:16", {88, 92}, {-1, -7}},
+    {"voice", "-:8 E4:8, | -:16 | -:8 A4:8,", {89, 92}, {-8, -12}, 0.2f},
+    {"glass", "0.......3.......", {88, 91}, -8, 0.3f},
+    {"thump", everyBeat, {88, 92}, {-8, -14}},
+    {"reverse", "C4:16", {91, 92}, -4},
+    {"impact", "X...", {92, 92.25f}},
+    {"sub", "r---", {92, 92.25f}, -2},
+    {"bells", "A3+A4+E5+B5:4'", {92, 92.25f}, 3, 0.6f},
+    {"stab", "x---", {92, 92.25f}, 0, 0.5f},
+};
+
+struct Row {
+    const char* name;
+    showtime::Moment cut;  // that the section begins with, on the bar next to it
+    const char *scale, *chords;
+    Ramp level;
+    Tone tone;
+    std::vector<Cue> cues;
+};
+const Row rows[] = {
+    {"title", showtime::title, "G minor", "Gm", {-4, -3}, {}, title},
+    {"tunnel", showtime::tunnel, "G minor", "Gm Ebmaj7 Cm9 D", {-1, -3}, {}, tunnel},
+    {"ship", showtime::beatZero, "G minor", "Gm Gm Eb F Gm Gm Cm D", 0, {0.5f, 0.5f, -1.5f}, ship},
+    {"stripes", showtime::stripes, "G minor", "Gm Eb Bb F Gm Eb Cm D", -0.5f, {-2, -1.5f, 3}, stripes},
+    {"torn", showtime::tornTunnel, "G phrygian", "Gm Gm Ab Gm Gm Gm Ab D", 0.4f, {-1.5f, 2, 0}, torn},
+    {"boxes", showtime::heap, "G dorian", "Gm7 Gm7 C7 C7 Gm7 Gm7 Eb F", -1, {-1, 0, 1}, boxes},
+    {"smoke",
+     showtime::probes,
+     "G minor",
+     "Ebmaj7 F6 Gm9 Bb/D Ebmaj7 F6 Cm9 Dsus4",
+     {-4, -3},
+     {0, -1.5f, 2},
+     smoke},
+    {"sinking",
+     showtime::robot,
+     "G harmonic",
+     "D5 Eb/D Cm/D D7b9/D D5 Gm/D Cm/D D7b9/D",
+     {-3.5f, -1.5f},
+     {},
+     sinking},
+    {"awake", showtime::awake, "G minor", "Gm Gm Eb Eb Bb Bb F F", {0.8f, 0.3f}, {1, -2.5f, 2}, awake},
+    {"greetings", showtime::greetingShocks, "G minor", "Gm Eb Bb F Gm Eb Cm D", -1.2f, {-1, 2, 0}, greetings},
+    {"room", showtime::room, "Bb major", "Eb F Gm Bb Eb F Dm E", {-0.5f, 0}, {0, -3, 0}, room},
+    {"climax", showtime::roomBreathing, "A minor", "Am F C G Am F Dm E", 1.6f, {0, 0.5f, 1}, climax},
+    {"credits", showtime::credits, "A minor", "F G Am C F G Dm E", {-0.5f, -2.5f}, {1, -0.5f, 2}, credits},
+    {"echoes", showtime::afterCredits, "A minor", "Am F Dm Esus4 A5", {-2, -2}, {}, echoes},
+};
+constexpr int lastBar = 93;
+
+int barOf(showtime::Moment cut) {
+    return int(std::lround(barAt(cut)));
+}
 
 }  // namespace
 
-const std::vector<Cue> arrangement = {
-    // Title, 0 s: a drone, wind, pieces of the theme; the riser ends on the impact.
-    {"drone", -9, -4, "G2+D3:80", {-4, 0}, {0.3f, 0.9f}},
-    {"sub", -9, -4, "G1:80", {-16, -6}},
-    {"wind", -9, -4, "G4:40 D4:40", -2, {0.3f, 0.7f}},
-    {"bells", -9, -4, titleBells, -2, 0.5f},
-    {"glass", -8, -4, "0...3...4...2... ....5...3.....1.", {-22, -6}, {0.0f, 0.5f}},
-    {"choir", -7, -4, "x---------------", {-14, -6}, {0.0f, 0.4f}},
-    {"riser", -6, -4, "C4:32", -2, 0.7f},
-    {"reverse", -5, -4, "C4:16", 0},
-
-    // 9.5 s: into the tunnel. Ticking, a heart on the odd beats, a fill.
-    {"impact", -4, -3, "X...............", 0},
-    {"crash", -4, -3, "x...............", -4},
-    {"sub", -4, 0, "G1:16 Eb2:16 C2:16 D2:16", -3},
-    {"drone", -4, 0, "G2+D3:48 A2+D3:16", {-6, -10}, {0.9f, 0.5f}},
-    {"pad", -4, 0, "x---------------", {-8, -2}, {0.15f, 0.5f}},
-    {"thump", -4, -1, backbeat, {-3, 0}},
-    {"tick", -4, -2, "x...o...x...o...", {-6, -2}},
-    {"tick", -2, -1, "x.o.x.o.x.o.x.o.", {-2, 0}},
-    {"tick", -1, 0, "xoxoxoxoxoxoxoxo", {0, 2}},
-    {"glass", -4, 0, "0.2.3.2.0.2.4.2. 0.2.3.5.4.3.2.1.", {-9, 0}, {0.1f, 0.8f}},
-    {"bass", -2, 0, "r.r.r.r.r.r.r.r.", {-8, -3}, {0.0f, 0.4f}},
-    {"riser", -2, -0.25f, "C4:28", -4, 0.9f},
-    {"roll", -1, -0.25f, "oooooooxoxxxxxxx", {-10, 0}},
-    {"toms", -0.25f, 0, "G4:1 D4:1 C4:1 G3:1", 2},
-
-    // 17.1 s: the ship. The camera jumps on each bar, the slam is on each bar's last beat.
-    {"kick", 0, 15, fourWithPickUp},
-    {"kick", 15, 16, "X...x...X...x.x."},
-    {"crash", 0, 8, "x............... ................ ................ ................"},
-    {"snare", 0, 16, backbeat},
-    {"snare", 4, 16, ghosts, -8},
-    {"slam", 0, 8, "............X..."},
-    {"hat", 0, 4, "x.o.x.o.x.o.x.oo", -2},
-    {"hat", 4, 8, sixteenthHats, -2},
-    {"openHat", 2, 8, offbeatHats, {-8, -2}, 0.5f},
-    {"bass", 0, 8, drivingBass, 2, {0.4f, 0.75f}},
-    {"sub", 0, 8, "G1:32 Eb2:16 F1:16 G1:32 C2:16 D2:16", -4},
-    {"stab", 0, 4, "X.......x..x....", {0, 2}, {0.4f, 0.55f}},
-    {"stab", 4, 8, "X.......x..x..x. X..x....x..x.x..", {2, 4}, {0.55f, 0.75f}},
-    {"glass", 0, 8, "0.2.3.2.4.2.3.1. 0.2.3.2.5.4.3.2.", {-4, -1}, {0.3f, 0.8f}},
-    {"drone", 0, 7, "G3:112", {-12, -6}, 0.6f},
-    {"riser", 6, 7.94f, "C4:31", -4, 0.8f},
-    {"reverse", 7, 8, "C4:16", 0},
-    {"toms", 7.5f, 8, "G4:2 D4:1 D4:1 C4:1 C4:1 G3:1 G3:1", 0},
-
-    // 32.3 s: the stripes. First theme, wide.
-    {"crash", 8, 16, "x............... ................ ................ ................"},
-    {"impact", 8, 9, "x...............", -8},
-    {"clap", 8, 16, backbeat, -3},
-    {"hat", 8, 16, sixteenthHats, -3},
-    {"openHat", 8, 16, offbeatHats, 0, 0.6f},
-    {"bass", 8, 16, rollingBass, 0, {0.4f, 0.6f}},
-    {"sub", 8, 16, "G1:16 Eb2:16 Bb1:16 F1:16 G1:16 Eb2:16 C2:16 D2:16", -4},
-    {"lead", 8, 16, theme1, 0, {0.6f, 0.8f}},
-    {"strings", 8, 16, "x---------------", -2, {0.5f, 0.75f}},
-    {"arp", 12, 16, "0123210342312013", {-6, -1}, {0.3f, 0.7f}},
-    {"riser", 14, 15.75f, "C4:28", -2, 1},
-    {"roll", 15, 16, "o.o.o.o.ooooxxxx", {-10, -2}},
-    {"fall", 8, 10, "C4:32", -6},
-
-    // 47.6 s: the corridor torn apart. The first two bars are cut to pieces afterwards.
-    {"crash", 16, 24, "X............... ................ x............... ................"},
-    {"impact", 16, 17, "X...............", -2},
-    {"kick", 16, 24, "X...x..xX...x.x. X...x..xX..xx..x"},
-    {"snare", 16, 24, "....X..o.o..X... ....X..o.o..X..o"},
-    {"slam", 16, 24, "....x.......X..."},
-    {"hat", 16, 24, "xxoxxoxxxxoxxoxo", -2},
-    {"openHat", 16, 24, "..x...x...x...x.", -2, 0.3f},
-    {"growl", 16, 20, tornBass, 0, {0.5f, 0.8f}},
-    {"growl", 20, 24, tornBassFull, 0, {0.7f, 1.0f}},
-    {"sub", 16, 24, "G1:32 Ab1:16 G1:16 G1:32 Ab1:16 D2:16", -2},
-    {"siren", 16, 24, tornSiren, {-4, 1}, {0.5f, 0.85f}},
-    {"stab", 16, 24, "x..x..x......... x..x..x...x.x...", -3, 0.7f},
-    {"arp", 20, 24, "0101201020130102", {-10, -4}, {0.2f, 0.7f}},
-    {"riser", 22, 23.94f, "C4:31", -3, 1},
-    {"toms", 23.5f, 24, "G4:1 G4:1 D4:1 D4:1 C4:1 C4:1 G3:1 G3:1", 2},
-
-    // 62.8 s: the boxes. Wood, little else; one breath at 69.5 s.
-    {"impact", 24, 25, "x...............", -4},
-    {"kick", 24, 32, "X...x...X...x..."},
-    {"rim", 24, 32, "....x.......x..o", 0},
-    {"clap", 28, 32, backbeat, -2},
-    {"lowBox", 24, 32, lowBox},
-    {"middleBox", 24, 32, middleBox},
-    {"highBox", 24, 32, highBox},
-    {"shaker", 24, 32, "xooxxooxxooxxoox", {-6, 0}},
-    {"openHat", 28, 32, offbeatHats, -5, 0.4f},
-    {"bass", 24, 32, boxBass, 0, {0.25f, 0.5f}},
-    {"sub", 24, 32, "G1:32 C2:32 G1:32 Eb2:16 F1:16", -6},
-    {"pluck", 24, 32, "..x..x.....x.... ..x....x..x..x..", {-5, 0}, {0.3f, 0.6f}},
-    {"glass", 28, 32, "4..3..2.4..3..5.", -3, 0.6f},
-    {"impact", 27.625f, 28, "x.....", -3},
-    {"toms", 27.625f, 28, "D4:1 G3:1 D4:1 C4:1 G3:1 G3:1", 0},
-    {"reverse", 31, 32, "C4:16", -2},
-    {"toms", 31.5f, 32, "D4:2 C4:2 G3:2 G3:2", 0},
-
-    // 78.0 s: probes in smoke. No drum; a heart and a glass mark the beat.
-    {"impact", 32, 33, "x...............", -6},
-    {"fall", 32, 34, "C4:32", -4},
-    {"pad", 32, 40, "x---------------", 0, {0.35f, 0.65f}},
-    {"choir", 32, 40, "x---------------", {-6, -2}, {0.1f, 0.5f}},
-    {"drone", 32, 40, "G2+D3:128", -8, 0.5f},
-    {"sub", 32, 40, "Eb2:16 F1:16 G1:16 D2:16 Eb2:16 F1:16 C2:16 D2:16", -7},
-    {"bells", 32, 40, theme1Slow, 0, 0.6f},
-    {"glass", 32, 40, "0...2...3...4...", -5, {0.2f, 0.5f}},
-    {"thump", 32, 40, "x...o...x...o...", -6},
-    {"tick", 32, 40, everyBeat, -10},
-    {"wind", 32, 40, "G4:64 D4:64", -2, {0.7f, 0.5f}},
-    {"arp", 36, 40, "0.1.2.3.4.3.2.1.", {-14, -6}, {0.0f, 0.3f}},
-
-    // 93.3 s: the light sinks. Half time over one D, eight bars of riser; the last beat is left out.
-    {"impact", 40, 41, "x...............", -5},
-    {"kick", 40, 44, "x...............", -2},
-    {"kick", 44, 46, "x.......o.......", -1},
-    {"slam", 40, 46, "........x.......", -3},
-    {"thump", 40, 46, "....o.......o...", -4},
-    {"tick", 40, 44, "x...x...x...x...", -4},
-    {"tick", 44, 46, "x.o.x.o.x.o.x.o.", -3},
-    {"tick", 46, 47.75f, "xoxoxoxoxoxoxoxo", {-3, 1}},
-    {"kick", 46, 47.5f, "x...x...x...x...", -2},
-    {"bass", 40, 47.75f, "r.rrr.rrr.rrr.rr", {-4, 0}, {0.0f, 0.75f}},
-    {"sub", 40, 47.75f, "D2:124", {-10, -6}},
-    {"strings", 40, 47.75f, "x---------------", {-10, -1}, {0.2f, 0.9f}},
-    {"robot", 40, 44, "0..5..2....4..1. ..3...0.6...2...", {-6, -2}, {0.2f, 0.6f}},
-    {"robot", 44, 47.5f, "0.5.2.4.1.3.6.2. 3.0.5.2.6.4.1.5.", {-2, 0}, {0.5f, 1.0f}},
-    {"choir", 44, 47.75f, "x---------------", {-8, 0}, {0.3f, 0.6f}},
-    {"riser", 40, 44, "C4:64", -10, 0.5f},
-    {"riser", 44, 47.75f, "C4:60", -1, 1},
-    {"roll", 46, 47, "o...o...o...o...", {-8, -4}},
-    {"roll", 47, 47.75f, "o.o.o.o.oooo", {-4, 0}},
-    {"reverse", 47, 48, "C4:16", 2},
-
-    // 108.5 s: awake. At 120.8 s a low pass closes over everything for three seconds.
-    {"impact", 48, 49, "X...............", 0},
-    {"fall", 48, 50, "C4:32", -3},
-    {"crash", 48, 56, "X............... ................ ................ ................"},
-    {"kick", 48, 56, fourWithPickUp},
-    {"snare", 48, 56, backbeat},
-    {"snare", 48, 56, ghosts, -8},
-    {"clap", 48, 56, backbeat, -1},
-    {"slam", 48, 56, "................ ............x..."},
-    {"hat", 48, 56, sixteenthHats, -3},
-    {"openHat", 48, 56, offbeatHats, 0, 0.6f},
-    {"growlBass", 48, 56, dropBass, -3, {0.4f, 0.6f}},
-    {"sub", 48, 56, "G1:32 Eb2:32 Bb1:32 F1:32", -1},
-    {"stab", 48, 56, dropStabs, 1, {0.6f, 0.8f}},
-    {"lead", 50, 52, "G4:3' D5:7' C5:2 Bb4:4 | -:16", 0, 0.7f},
-    {"lead", 52, 54, "-:16 | F4:3' D5:7' C5:2 Bb4:4", 0, 0.7f},
-    {"lead", 54, 55, "F4:3' C5:7' D5:2 A4:4", 0, 0.7f},
-    {"arp", 52, 56, "0123210342312013", -5, 0.5f},
-    {"riser", 54.5f, 55.94f, "C4:23", 0, 1},
-    {"toms", 55.5f, 56, "G4:1 G4:1 D4:1 D4:1 C4:1 C4:1 G3:1 G3:1", 2},
-
-    // 123.8 s: greetings. The first theme with runs, a third voice below; every beat is struck.
-    {"impact", 56, 57, "x...............", -3},
-    {"crash", 56, 64, "X............... ................ ................ ................"},
-    {"kick", 56, 63.5f, fourWithPickUp},
-    {"snare", 56, 63.5f, backbeat},
-    {"snare", 56, 63, ghosts, -8},
-    {"clap", 56, 63.5f, everyBeat, -4},
-    {"hat", 56, 63.5f, sixteenthHats, -2},
-    {"openHat", 56, 63.5f, offbeatHats, 0, 0.6f},
-    {"bass", 56, 64, rollingBass, 0, {0.5f, 0.65f}},
-    {"sub", 56, 64, "G1:16 Eb2:16 Bb1:16 F1:16 G1:16 Eb2:16 C2:16 D2:16", -3},
-    {"lead", 56, 64, theme1Runs, 0, {0.6f, 0.8f}},
-    {"second", 56, 64, theme1Below, -2, 0.5f},
-    {"strings", 56, 64, "x---------------", -2, 0.6f},
-    {"arp", 56, 64, "0123210342312013", -4, {0.5f, 0.8f}},
-    {"roll", 63, 64, "o.o.o.o.ooooxxxx", {-8, 0}},
-    {"riser", 62, 63.94f, "C4:31", -4, 1},
-
-    // 139.0 s: the room. Second theme; the voice calls on beat 258, and the drums come in with it.
-    {"kick", 64, 64.5f, "x..."},
-    {"thump", 64, 64.5f, "x...x..."},
-    {"glass", 64, 64.5f, "03254365", 0, 0.7f},
-    {"reverse", 64, 64.5f, "C4:8", 0},
-    {"voice", 64.5f, 65.5f, "Eb4+G4+Bb4:3' -:1 Eb4+G4+Bb4:3 -:1 F4+A4+C5:6' -:2", 1, {0.6f, 0.3f}},
-    {"impact", 64.5f, 65, "X.......", -1},
-    {"crash", 64.5f, 65, "X.......", 0},
-    {"kick", 64.5f, 68, fourOnTheFloor},
-    {"kick", 68, 72, fourWithPickUp},
-    {"snare", 64.5f, 65, "....x..."},
-    {"snare", 65, 72, backbeat},
-    {"snare", 68, 72, ghosts, -8},
-    {"clap", 66, 72, backbeat, -2},
-    {"crash", 68, 72, "x..............."},
-    {"hat", 66, 72, sixteenthHats, -3},
-    {"openHat", 64.5f, 72, offbeatHats, -2, 0.5f},
-    {"bass", 64.5f, 72, drivingBass, -1, {0.4f, 0.7f}},
-    {"sub", 64, 72, "Eb2:16 F1:16 G1:16 Bb1:16 Eb2:16 F1:16 D2:16 E2:16", -4},
-    {"lead",
-     65,
-     72,
-     "F5:4 C5:4 A5:8' | G5:2 A5:2 Bb5:4' A5:2 G5:2 D5:4 | F5:10' D5:2 F5:4 | "
-     "Eb5:4 G5:4 Bb5:6' A5:2 | A5:4 F5:4 C6:8' | D6:4' C6:2 A5:2 F5:4 A5:4 | B5:8' G#5:4 E5:4",
-     0,
-     {0.6f, 0.8f}},
-    {"bells", 64, 72, theme2, -6, 0.5f},
-    {"pad", 64, 72, "x---------------", -2, {0.4f, 0.7f}},
-    {"arp", 66, 72, "0213243542312013", -5, {0.3f, 0.7f}},
-    {"riser", 70, 71.94f, "C4:31", -1, 1},
-    {"roll", 71, 72, "o.o.o.o.ooooxxxx", {-8, 0}},
-    {"toms", 71.5f, 72, "G4:1 G4:1 D4:1 D4:1 C4:1 C4:1 G3:1 G3:1", 2},
-
-    // 154.3 s: the climax. First theme a whole tone higher, everything under it.
-    {"impact", 72, 73, "X...............", 0},
-    {"fall", 72, 74, "C4:32", -4},
-    {"crash", 72, 80, "X............... ................ x............... ................"},
-    {"kick", 72, 80, fourWithPickUp, 0, 0.5f, 2},
-    {"snare", 72, 80, "....X.......X..o"},
-    {"snare", 72, 80, ghosts, -7},
-    {"clap", 72, 80, backbeat},
-    {"slam", 72, 80, "................ ............X..."},
-    {"hat", 72, 80, sixteenthHats, -2},
-    {"openHat", 72, 80, offbeatHats, 0, 0.7f},
-    {"ride", 72, 80, "x.x.x.x.x.x.x.x.", -2},
-    {"bass", 72, 80, rollingBass, 0, {0.6f, 0.7f}},
-    {"growlBass", 76, 80, dropBass, -8, 0.5f},
-    {"sub", 72, 80, "A1:16 F1:16 C2:16 G1:16 A1:16 F1:16 D2:16 E2:16", -2},
-    {"lead", 72, 80, theme1Runs, 0, {0.7f, 0.9f}, 2},
-    {"second", 72, 80, theme1, -2, 0.6f, 14},
-    {"strings", 72, 80, "x---------------", -2, 0.65f},
-    {"counter", 72, 80, counter, 0, 0.6f},
-    {"choir", 72, 80, "x---------------", -2, {0.4f, 0.5f}},
-    {"arp", 72, 80, "0123210342312013", -4, {0.6f, 0.8f}},
-    {"toms", 79.5f, 80, "G4:2 D4:2 C4:2 G3:2", 2},
-
-    // 169.5 s: the credits. The second theme goes on while one after another leaves.
-    {"crash", 80, 84, "x............... ................ x............... ................", -2},
-    {"impact", 80, 81, "x...............", -6},
-    {"kick", 80, 84, fourOnTheFloor, {0, -2}, 0.5f, 2},
-    {"kick", 84, 86, "x.......x.......", -4, 0.5f, 2},
-    {"thump", 84, 88, everyBeat, {-2, -8}},
-    {"snare", 80, 84, backbeat, -2},
-    {"hat", 80, 84, sixteenthHats, {-3, -6}},
-    {"openHat", 80, 82, offbeatHats, -3, 0.5f},
-    {"shaker", 82, 86, "xooxxooxxooxxoox", {-2, -8}},
-    {"tick", 84, 88, everyBeat, -7},
-    {"bass", 80, 84, drivingBass, {-1, -4}, {0.5f, 0.1f}},
-    {"sub", 80, 88, "F1:16 G1:16 A1:16 C2:16 F1:16 G1:16 D2:16 E2:16", {-4, -8}},
-    {"lead",
-     80,
-     84,
-     "C5:4 F5:4' A5:6' G5:2 | G5:4 D5:4 B5:8' | A5:2 B5:2 C6:4' B5:2 A5:2 E5:4 | G5:16'",
-     -2,
-     {0.7f, 0.3f}},
-    {"bells", 80, 88, theme2Raised, {-5, -1}, 0.5f},
-    {"pad", 80, 88, "x---------------", {-2, -1}, {0.6f, 0.3f}},
-    {"choir", 84, 88, "x---------------", -3, {0.4f, 0.1f}},
-    {"arp", 80, 84, "0213243542312013", {-4, -12}, {0.6f, 0.2f}},
-    {"glass", 84, 88, "0...2...3...4...", -5, {0.5f, 0.3f}},
-    {"fall", 84, 86, "C4:32", -8},
-
-    // 184.8 s: echoes in the dark, and the last hit on beat 368.
-    {"pad", 88, 92, "x---------------", {-3, -9}, {0.3f, 0.1f}},
-    {"drone", 88, 92, "A2:64", -10, 0.4f},
-    {"bells", 88, 92, "A4:3 E5:13 | D5:2, C5:6, -:8 | A4:3, E5:13, | -:16", {-1, -6}, 0.5f},
-    {"glass", 88, 91, "0.......3.......", -8, 0.3f},
-    {"thump", 88, 92, everyBeat, {-8, -14}},
-    {"reverse", 91, 92, "C4:16", -4},
-    {"impact", 92, 92.25f, "X...", -3},
-    {"sub", 92, 92.25f, "A1:4", -4},
-    {"bells", 92, 92.25f, "A3+A4+E5+B5:4'", 0, 0.6f},
-    {"stab", 92, 92.25f, "x---", -3, 0.5f},
-};
-
-const std::vector<Fader> faders = {
-    {-9, -4},   {-4, -3},                                             // the title comes out of the dark
-    {-4, -1},   {0, -3},                                              // held back for the ship
-    {0, 0.5f},  {8, 0},      {8, -0.5f},  {16, -0.5f},                // ship, stripes
-    {16, 1.5f}, {24, 1.5f},  {24, -0.5f}, {32, -0.5f},                // torn, boxes
-    {32, -4},   {40, -3},    {40, -4},    {47, -2},    {47.75f, -3},  // smoke, the light sinks
-    {48, 1.5f}, {54.5f, 1},  {56, -2},                                // awake, then blurred
-    {56, 1},    {64, 0.5f},  {64.5f, 1},  {72, 1},                    // greetings, room
-    {72, 2},    {80, 1.5f},                                           // climax
-    {80, 0.5f}, {84, -0.5f}, {88, -2},    {91.9f, -4}, {92, 0},       // credits, the last hit
-};
+std::vector<Section> score() {
+    std::vector<Section> sections;
+    for (const Row& row : rows) {
+        if (!sections.empty()) sections.back().to = barOf(row.cut);
+        sections.push_back(
+            {row.name, barOf(row.cut), lastBar, row.scale, row.chords, row.level, row.tone, row.cues});
+    }
+    return sections;
+}

@@ -1,16 +1,16 @@
-// What is played: the harmony and the arrangement, bar by bar. Bar 0 lies at 17.138 s, the title before it
-// has nine bars.
+// What is played: the harmony and the arrangement, section by section. Bar 0 lies at 17.138 s, the title
+// before it has nine bars.
 #pragma once
 
 #include <vector>
 
 #include "production/kit/sound/song.h"
+#include "script/show_times.h"
 
-extern const std::vector<audio::Harmony> harmony;
-extern const std::vector<audio::Cue> arrangement;
+// Where a moment of the show lies on the bars' grid.
+constexpr float barAt(showtime::Moment moment) {
+    return float((moment.seconds() - showtime::beatZero.seconds()) * showtime::beatsPerMinute / 60 /
+                 showtime::beatsPerBar);
+}
 
-// The whole mix's level, straight lines from bar to bar. Two points on one bar make a step.
-struct Fader {
-    float bar, level;  // dB
-};
-extern const std::vector<Fader> faders;
+std::vector<audio::Section> score();

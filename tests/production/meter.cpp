@@ -37,7 +37,7 @@ double figureOf(const std::string& report, const char* label) {
 Loudness measure(const std::string& input) {
     const std::string report =
         outputOf("ffmpeg -hide_banner -nostats " + input + " -af ebur128=peak=true -f null - 2>&1");
-    return {figureOf(report, "I:"), figureOf(report, "Peak:")};
+    return {figureOf(report, "I:"), figureOf(report, "LRA:"), figureOf(report, "Peak:")};
 }
 
 Loudness measure(const Stereo& sound) {

@@ -10,7 +10,7 @@
 std::string outputOf(const std::string& command);
 
 struct Loudness {
-    double integrated = 0, truePeak = 0;  // LUFS, dBTP
+    double integrated = 0, range = 0, truePeak = 0;  // LUFS, LU, dBTP
 };
 // The file as ffmpeg is to read it: a quoted path, behind options where its name doesn't tell what it is.
 Loudness measure(const std::string& input);

@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "production/kit/sound/filter.h"
+#include "script/show_times.h"
 #include "tests/production/meter.h"
 #include "tests/scratch.h"
 
@@ -23,27 +24,63 @@ using namespace audio;
 namespace {
 
 constexpr char track[] = "data/KVX - Ondrevane2.ogg";
-constexpr double barZero = 17.138, beatsPerSecond = 2.1;  // the grid on which the scenes jump and flash
+constexpr double barZero = showtime::beatZero.seconds();
+constexpr double beatsPerSecond = showtime::beatsPerMinute / 60.0;
 constexpr int lastBeat = 368;
 
 double secondsAt(double bar) {
     return barZero + bar * 4 / beatsPerSecond;
 }
 
-const Stereo& soundtrack() {
+const Stereo& heard() {
     static const Stereo sound = decode(track);
     return sound;
 }
 
+Stereo between(double from, double to) {
+    return sliceOf(heard(), frameAt(from), std::min(frameAt(to), heard().frames()));
+}
+
 // A part of the soundtrack by itself, only what lies above a frequency.
 Stereo above(float hertz, double from, double to) {
-    const Stereo& whole = soundtrack();
-    const size_t first = frameAt(from), end = std::min(frameAt(to), whole.frames());
-    Stereo part(end - first);
-    std::copy(whole.left.begin() + first, whole.left.begin() + end, part.left.begin());
-    std::copy(whole.right.begin() + first, whole.right.begin() + end, part.right.begin());
+    Stereo part = between(from, to);
     Equalizer::lowCut(hertz).apply(part);
     return part;
+}
+
+// Twice the slope of a single cut, so that little of the neighbours is left.
+Stereo octaveOf(Stereo sound, float hertz) {
+    for (int i = 0; i < 2; i++) {
+        Equalizer::lowCut(hertz / std::numbers::sqrt2_v<float>).apply(sound);
+        Equalizer::highCut(hertz * std::numbers::sqrt2_v<float>).apply(sound);
+    }
+    return sound;
+}
+
+// How alike the sides are, from -1 to 1.
+double correlationOf(const Stereo& sound) {
+    double product = 0, left = 0, right = 0;
+    for (size_t i = 0; i < sound.frames(); i++) {
+        product += sound.left[i] * sound.right[i];
+        left += sound.left[i] * sound.left[i];
+        right += sound.right[i] * sound.right[i];
+    }
+    return product / std::sqrt(left * right + 1e-20);
+}
+
+struct Stretch {
+    const char* name;
+    double from, to;  // seconds
+};
+// The sections of the score in which drums play.
+std::vector<Stretch> withDrums() {
+    std::vector<Stretch> stretches;
+    for (const Section& section : soundtrack().sections) {
+        const std::string_view name = section.name;
+        if (section.to - section.from != 8 || name == "smoke" || name == "sinking") continue;
+        stretches.push_back({section.name, secondsAt(section.from), secondsAt(section.to)});
+    }
+    return stretches;
 }
 
 // Times at which the sound's edge, its second difference, is suddenly four times as strong as it was on
@@ -73,7 +110,7 @@ std::vector<double> findOnsets(const Stereo& sound) {
 }
 
 const std::vector<double>& onsets() {
-    static const std::vector<double> found = findOnsets(soundtrack());
+    static const std::vector<double> found = findOnsets(heard());
     return found;
 }
 
@@ -89,16 +126,17 @@ TEST(Soundtrack, isStereoAndOutlastsTheShow) {
         std::string("ffprobe -v error -show_entries stream=codec_name,sample_rate,channels -of csv=p=0 '") +
         track + "'");
     EXPECT_EQ(facts, "vorbis,44100,2\n");
-    EXPECT_GE(soundtrack().frames(), frameAt(197));
+    EXPECT_GE(heard().frames(), frameAt(197));
 }
 
 TEST(Soundtrack, isAsLoudAsItsKindAndNeverClips) {
     const Loudness loudness = measure(std::string("-i '") + track + "'");
-    EXPECT_NEAR(loudness.integrated, -14, 1);
+    EXPECT_NEAR(loudness.integrated, -14, 0.5);
+    EXPECT_NEAR(loudness.range, 9, 3);
     EXPECT_LE(loudness.truePeak, -1);
 
     // A clipped wave is flat: for a while its samples lie at the outermost value that its side ever has.
-    for (const std::vector<float>* side : {&soundtrack().left, &soundtrack().right}) {
+    for (const std::vector<float>* side : {&heard().left, &heard().right}) {
         const auto [low, high] = std::minmax_element(side->begin(), side->end());
         size_t run = 0, longest = 0;
         for (const float sample : *side) {
@@ -106,6 +144,79 @@ TEST(Soundtrack, isAsLoudAsItsKindAndNeverClips) {
             longest = std::max(longest, run);
         }
         EXPECT_LT(longest, 10u);
+    }
+}
+
+TEST(Soundtrack, drumsHavePunch) {
+    // The first 30 ms of a hit against what follows it, before the next one.
+    for (const Stretch& stretch : withDrums()) {
+        double sum = 0;
+        int count = 0;
+        for (double hit = stretch.from; hit < stretch.to - 0.1; hit += 1 / beatsPerSecond) {
+            const double attack = levelOf(heard(), hit, hit + 0.03);
+            if (attack < levelOf(heard(), stretch.from, stretch.to)) continue;  // no drum on this beat
+            sum += attack - levelOf(heard(), hit + 0.1, hit + 0.4);
+            count++;
+        }
+        EXPECT_GE(sum / count, 4) << stretch.name;
+        EXPECT_GE(count, 8) << stretch.name;
+    }
+}
+
+TEST(Soundtrack, sidesAddUpOnOneLoudspeaker) {
+    for (const Stretch& stretch : withDrums()) {
+        const Stereo part = between(stretch.from, stretch.to);
+        Stereo low = part, middle = part;
+        for (int i = 0; i < 2; i++) {
+            Equalizer::highCut(120).apply(low);
+            Equalizer::lowCut(120).apply(middle);
+            Equalizer::highCut(300).apply(middle);
+        }
+        EXPECT_GE(correlationOf(low), 0.9) << stretch.name;
+        EXPECT_GE(correlationOf(middle), 0.3) << stretch.name;
+    }
+    for (float hertz = 63; hertz < 8000; hertz *= 2) {
+        const Stereo octave = octaveOf(heard(), hertz);
+        Stereo mono = octave;
+        widen(mono, 0);
+        const double seconds = double(octave.frames()) / sampleRate;
+        EXPECT_LE(levelOf(octave, 0, seconds) - levelOf(mono, 0, seconds), 1.5) << hertz << " Hz";
+    }
+}
+
+TEST(Soundtrack, isBalancedFromBassToTreble) {
+    // 4.5 dB an octave is how the spectrum of most music falls; an octave's level rises by 3 dB of them,
+    // since it is twice as wide as the one below it.
+    for (const Stretch& stretch : withDrums()) {
+        const Stereo part = between(stretch.from, stretch.to);
+        double highest = -1e9, lowest = 1e9;
+        for (int octave = 0; octave < 8; octave++) {
+            const double level = levelOf(octaveOf(part, 62.5f * float(1 << octave)), 0, 1e9);
+            highest = std::max(highest, level + 1.5 * octave);
+            lowest = std::min(lowest, level + 1.5 * octave);
+        }
+        EXPECT_LE(highest - lowest, 6.5) << stretch.name;
+    }
+}
+
+TEST(Soundtrack, climaxIsTheLoudestPlace) {
+    const auto loudness = [](double from, double to) { return measure(between(from, to)).integrated; };
+    const double climax = loudness(secondsAt(72), secondsAt(80));
+    EXPECT_GE(climax, loudness(secondsAt(56), secondsAt(64)) + 2);
+    EXPECT_GE(climax, loudness(secondsAt(64), secondsAt(72)) + 2);
+    EXPECT_GE(climax, loudness(secondsAt(48), secondsAt(54)) + 0.5);
+}
+
+TEST(Soundtrack, limiterOnlyTouchesPeaks) {
+    const Song song = soundtrack();
+    const std::vector<float> gain = finish(song, {0, frameAt(song.seconds)}).gain;
+    for (const Section& section : song.sections) {
+        const size_t from = frameAt(song.secondsAt(section.from));
+        const size_t to = std::min(gain.size(), frameAt(song.secondsAt(section.to)));
+        EXPECT_GE(*std::min_element(gain.begin() + from, gain.begin() + to), gainOf(-6)) << section.name;
+        const auto deep = std::count_if(gain.begin() + from, gain.begin() + to,
+                                        [](float each) { return each < gainOf(-3); });
+        EXPECT_LT(double(deep), 0.1 * double(to - from)) << section.name;
     }
 }
 
@@ -160,7 +271,7 @@ TEST(Soundtrack, anotherTrackerFindsItsBeat) {
 }
 
 TEST(Soundtrack, followsTheShow) {
-    const auto level = [](double from, double to) { return levelOf(soundtrack(), from, to); };
+    const auto level = [](double from, double to) { return levelOf(heard(), from, to); };
     // The impact in the tunnel, the groove, the breakdown without a kick, the way up, the drop.
     EXPECT_GT(level(secondsAt(-4), secondsAt(-3)), level(0, secondsAt(-5)) + 6);
     EXPECT_LT(level(secondsAt(32), secondsAt(40)), level(secondsAt(24), secondsAt(32)) - 3);
@@ -177,7 +288,7 @@ TEST(Soundtrack, followsTheShow) {
 
 TEST(Soundtrack, lastHitRingsOutIntoSilence) {
     const double hit = barZero + lastBeat / beatsPerSecond;
-    const auto level = [](double from, double to) { return levelOf(soundtrack(), from, to); };
+    const auto level = [](double from, double to) { return levelOf(heard(), from, to); };
     EXPECT_GT(level(hit, hit + 0.2), level(hit - 0.5, hit) + 6);
     for (double time = hit + 0.5; time < 195; time += 0.5)
         EXPECT_LT(level(time, time + 0.5), level(time - 0.5, time)) << time;

@@ -1,98 +1,262 @@
 #include "production/kit/sound/arrangement.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
-#include <string_view>
+#include <utility>
 
 namespace audio {
 
+const Section& Song::sectionAt(double bar) const {
+    const Section* found = &sections.front();
+    for (const Section& section : sections)
+        if (section.from <= bar + 1e-6) found = &section;
+    return *found;
+}
+
 namespace {
 
-constexpr float stepsPerBar = 16;
+constexpr int stepsPerBar = 16;
 
-// The chords from a bar on, as many as there are until the last row begins to repeat.
-std::vector<Chord> chordsFrom(const Song& song, int bar, int count) {
-    std::vector<Chord> chords;
-    for (int i = bar; i < bar + count; i++) {
-        const Harmony* row = &song.harmony.front();
-        for (const Harmony& each : song.harmony)
-            if (each.from <= i) row = &each;
-        const std::vector<Chord> all = chordsOf(row->chords);
-        const int size = int(all.size());
-        chords.push_back(all[((i - row->from) % size + size) % size]);
+Place placeOf(const Section& section, const char* part = "harmony") {
+    return {section.name, part, section.from};
+}
+
+// A section's chords and scale, read, and the settings that a part's hands go through.
+struct Harmony {
+    std::vector<Chord> chords;  // two a bar
+    Scale scale;
+
+    explicit Harmony(const Section& section)
+        : chords(chordsOf(section.chords, placeOf(section))),
+          scale(scaleOf(section.scale, placeOf(section))) {
+        if (chords.empty()) refuse(placeOf(section), "no chord", section.chords);
     }
-    return chords;
-}
+    // step: sixteenths from the section's first bar.
+    size_t indexAt(int step) const { return size_t(step / (stepsPerBar / 2)) % chords.size(); }
+    const Chord& at(int step) const { return chords[indexAt(step)]; }
+};
 
-Pattern patternOf(const Part& part, std::string_view text, const std::vector<Chord>& chords) {
-    switch (part.notation) {
-        case Notation::melody:
-            return melodyOf(text);
-        case Notation::hits:
-            return hitsOf(text);
-        case Notation::arpeggio:
-            return arpeggioOf(text, chords, part.pitch);
-        case Notation::bass:
-            return bassOf(text, chords, part.pitch);
-        case Notation::stabs:
-            return stabsOf(text, chords, part.pitch);
-    }
-    return {};
-}
+// Turns one cue's text into notes.
+class Reader {
+public:
+    Reader(const Song& song, const Part& part, const Section& section, const Harmony& harmony,
+           std::vector<int>& hand)
+        : song(song), part(part), section(section), harmony(harmony), hand(hand) {}
 
-// Patterns over chords change with each bar, so they are written out over all of the cue's bars, with rests
-// in front where the cue begins within one.
-std::string writtenOut(std::string_view pattern, float from, float to) {
-    std::string once;
-    for (const char mark : pattern)
-        if (mark != ' ') once += mark;
-    const float firstBar = std::floor(from);
-    std::string marks(size_t(std::lround((from - firstBar) * stepsPerBar)), '.');
-    while (!once.empty() && float(marks.size()) < (to - firstBar) * stepsPerBar) marks += once;
-    return marks;
-}
-
-void addNotes(const Song& song, const Part& part, const Cue& cue, std::vector<Note>& notes) {
-    const bool overChords = part.notation != Notation::melody && part.notation != Notation::hits;
-    const float origin = overChords ? std::floor(cue.from) : cue.from;
-    const std::string text = overChords ? writtenOut(cue.pattern, cue.from, cue.to) : cue.pattern;
-    const int bars = int(std::ceil(cue.to)) - int(std::floor(cue.from));
-    const Pattern pattern = patternOf(part, text, chordsFrom(song, int(std::floor(cue.from)), bars));
-    const double stepSeconds = 15 / song.beatsPerMinute;
-    const float steps = (cue.to - origin) * stepsPerBar;
-    const float shift = float(cue.transpose + (part.notation == Notation::melody ? part.pitch : 0));
-    for (float start = 0; pattern.length && start < steps; start += float(pattern.length)) {
-        for (const Step& step : pattern.steps) {
-            const float at = start + step.at;
-            if (at >= steps - 0.001f) break;
-            const float length = std::min(step.length, steps - at);
-            const float way = at / steps;
-            notes.push_back({song.secondsAt(origin) + at * stepSeconds, float(length * stepSeconds),
-                             step.pitch + shift, step.velocity * gainOf(cue.level.at(way)),
-                             cue.bright.at(way)});
+    void read(const Cue& cue, std::vector<Note>& notes) {
+        const Bars bars = cue.bars.whole() ? Bars{float(section.from), float(section.to)} : cue.bars;
+        place = {section.name, part.name, int(std::floor(bars.from))};
+        if (bars.from < float(section.from) || bars.to > float(section.to) || bars.from >= bars.to)
+            refuse(place, "bars that the section doesn't have", cue.pattern);
+        first = int(std::lround((bars.from - float(section.from)) * stepsPerBar));
+        end = (bars.to - bars.from) * stepsPerBar;
+        steps = int(std::ceil(end - 0.01f));
+        text = cue.pattern;
+        const Pattern melody = part.notation == Notation::melody ? melodyOf(text, place) : Pattern{};
+        const Marks marks = part.notation == Notation::melody ? Marks{} : marksOf(text, allowed(), place);
+        const int length = std::max(melody.length, marks.length);
+        if (length == 0) refuse(place, "nothing to play", text);
+        if (length > steps) refuse(place, "longer than its bars", text);
+        for (int start = 0; start < steps; start += length) {
+            for (const Step& step : melody.steps)
+                add(cue, {step.at + float(start), step.length, step.pitch, step.velocity}, notes);
+            for (const Mark& mark : marks.marks)
+                addMark(cue, {mark.at + start, mark.length, mark.sign}, notes);
         }
     }
+
+private:
+    std::string_view allowed() const {
+        switch (part.notation) {
+            case Notation::line:
+                return "1357";
+            case Notation::arpeggio:
+                return "0123456789";
+            case Notation::bass:
+                return "rRoOfFtTsSaA";
+            default:
+                return strokes;
+        }
+    }
+
+    // A mark where it stands in the cue, as one note or a chord of them.
+    void addMark(const Cue& cue, const Mark& mark, std::vector<Note>& notes) {
+        if (mark.at >= steps) return;
+        const float at = float(mark.at), length = float(mark.length);
+        switch (part.notation) {
+            case Notation::hits:
+                return add(cue, {at, length, 0, velocityOf(mark.sign)}, notes);
+            case Notation::line:
+                return add(cue, {at, length, float(degree(mark)), 0.75f}, notes);
+            case Notation::arpeggio:
+                return add(cue, {at, length, float(climbed(mark)), mark.at % 4 ? 0.7f : 0.95f}, notes);
+            case Notation::bass:
+                return add(cue, {at, length, float(bass(mark)), std::isupper(mark.sign) ? 1.0f : 0.75f},
+                           notes);
+            case Notation::chords:
+                return addChords(cue, mark, notes);
+            case Notation::melody:
+                return;
+        }
+    }
+
+    // The degree's pitch next to the one before it; the highest or lowest that fits where none came before.
+    int degree(const Mark& mark) {
+        const Chord& chord = harmony.at(first + mark.at);
+        const size_t index = size_t(mark.sign - '1') / 2;
+        const int tone = chord.tones[index < chord.tones.size() ? index : 0] % 12;
+        const int before = hand.empty() ? (part.range.low + part.range.high) / 2 : hand.front();
+        int pitch = atOrAbove(tone, before - 6);
+        while (pitch > part.range.high) pitch -= 12;
+        while (pitch < part.range.low) pitch += 12;
+        hand.assign(1, pitch);
+        return pitch;
+    }
+
+    int climbed(const Mark& mark) const {
+        const Chord& chord = harmony.at(first + mark.at);
+        int pitch = part.range.low - 1;
+        for (int left = mark.sign - '0'; left >= 0; left--) do
+                pitch++;
+            while (!has(chord, pitch));
+        return pitch;
+    }
+
+    int bass(const Mark& mark) const {
+        const Chord& chord = harmony.at(first + mark.at);
+        const int root = atOrAbove(chord.bass, part.range.low + 2);  // with room for a step below
+        switch (std::tolower(mark.sign)) {
+            case 'o':
+                return root + 12;
+            case 'f':
+                return root + 7;
+            case 't':
+                return atOrAbove(chord.tones[1] % 12, root);
+            case 's':
+                return harmony.scale.stepBelow(root);
+            case 'a':
+                return harmony.scale.stepAbove(root);
+            default:
+                return root;
+        }
+    }
+
+    // A chord that is held over a change moves with it.
+    void addChords(const Cue& cue, const Mark& mark, std::vector<Note>& notes) {
+        constexpr int half = stepsPerBar / 2;
+        const int end = std::min(mark.at + mark.length, steps);
+        for (int at = mark.at; at < end;) {
+            int to = at;
+            do to = std::min(end, ((first + to) / half + 1) * half - first);
+            while (to < end && harmony.at(first + to).name == harmony.at(first + at).name);
+            hand = voicingOf(harmony.at(first + at), part.range, part.voices, hand);
+            for (const int pitch : hand)
+                add(cue, {float(at), float(to - at), float(pitch), velocityOf(mark.sign)}, notes);
+            at = to;
+        }
+    }
+
+    void add(const Cue& cue, const Step& step, std::vector<Note>& notes) {
+        if (step.at >= float(steps)) return;
+        const float pitch = step.pitch + float(cue.transpose);
+        if (pitch < float(part.range.low) || pitch > float(part.range.high)) {
+            Place here = place;
+            here.bar = section.from + (first + int(step.at)) / stepsPerBar;
+            const std::string name = part.notation == Notation::hits ? "tuning" : nameOf(int(pitch));
+            refuse(here, name + " is out of its range", text);
+        }
+        const double stepSeconds = 15 / song.beatsPerMinute;
+        const double bar = section.from + double(first + step.at) / stepsPerBar;
+        const float length = std::min(step.length, end - step.at), way = step.at / end;
+        notes.push_back({song.secondsAt(bar), float(length * stepSeconds), pitch,
+                         step.velocity * gainOf(cue.level.at(way)), cue.bright.at(way), bar * 4});
+    }
+
+    const Song& song;
+    const Part& part;
+    const Section& section;
+    const Harmony& harmony;
+    std::vector<int>& hand;  // what the part's hands hold
+    Place place;
+    std::string_view text;
+    // Sixteenths: from the section's start, and how many. Only the last note's end may lie beside the grid.
+    int first = 0, steps = 0;
+    float end = 0;
+};
+
+void sortByStart(std::vector<Note>& notes) {
+    std::stable_sort(notes.begin(), notes.end(),
+                     [](const Note& a, const Note& b) { return a.start < b.start; });
+}
+
+// What a part doubles, one note at a time, each in the octave that the part has.
+void addFollowed(const Song& song, const Part& part, std::vector<Note>& notes) {
+    std::string names = part.follows;
+    std::replace(names.begin(), names.end(), ',', ' ');
+    for (const std::string_view name : wordsOf(names)) {
+        const Part* leader = partOf(song, name);
+        if (!leader) refuse({"band", part.name, 0}, "no part has this name", name);
+        for (Note note : notesOf(song, *leader)) {
+            note.pitch = float(atOrAbove(int(note.pitch) % 12, part.range.low + 2));
+            notes.push_back(note);
+        }
+    }
+    sortByStart(notes);
+    std::vector<Note> single;
+    for (const Note& note : notes) {
+        if (!single.empty()) {
+            const float room = float(note.start - single.back().start);
+            if (room < 0.001f) continue;
+            single.back().length = std::min(single.back().length, room);
+        }
+        single.push_back(note);
+    }
+    notes = std::move(single);
 }
 
 }  // namespace
 
-const Part& partOf(const Song& song, const char* name) {
+const Part* partOf(const Song& song, std::string_view name) {
     for (const Part& part : song.parts)
-        if (!strcmp(part.name, name)) return part;
-    fprintf(stderr, "No part is called \"%s\"\n", name);
-    exit(1);
+        if (part.name == name) return &part;
+    return nullptr;
 }
 
 std::vector<Note> notesOf(const Song& song, const Part& part) {
     std::vector<Note> notes;
-    for (const Cue& cue : song.cues)
-        if (!strcmp(cue.part, part.name)) addNotes(song, part, cue, notes);
-    std::stable_sort(notes.begin(), notes.end(),
-                     [](const Note& a, const Note& b) { return a.start < b.start; });
+    std::vector<int> hand;
+    for (const Section& section : song.sections) {
+        const Harmony harmony(section);
+        Reader reader(song, part, section, harmony, hand);
+        for (const Cue& cue : section.cues)
+            if (std::string_view(cue.part) == part.name) reader.read(cue, notes);
+    }
+    if (!part.follows.empty()) addFollowed(song, part, notes);
+    sortByStart(notes);
     return notes;
+}
+
+void proofread(const Song& song) {
+    for (const Section& section : song.sections) {
+        for (const Cue& cue : section.cues) {
+            const int bar = cue.bars.whole() ? section.from : int(std::floor(cue.bars.from));
+            if (!partOf(song, cue.part))
+                refuse({section.name, cue.part, bar}, "no part has this name", cue.part);
+        }
+    }
+    for (const Part& part : song.parts) notesOf(song, part);
+}
+
+Chord chordAt(const Song& song, double bar) {
+    const Section& section = song.sectionAt(bar);
+    return Harmony(section).at(std::max(0, int((bar - section.from) * stepsPerBar + 0.001)));
+}
+
+Scale scaleAt(const Song& song, double bar) {
+    return Harmony(song.sectionAt(bar)).scale;
 }
 
 }  // namespace audio

@@ -53,23 +53,28 @@ Stereo kickDrum(float tone, float length, float punch) {
 
 Stereo snareDrum(float tone, float length, float rattle) {
     Stereo sound(framesOf(length));
-    Decay low(0.13f), high(0.08f), drop(0.025f), snap(0.03f), tail(length);
-    Noise left(3), right(4), middle(5);
-    StateVariable leftCut, rightCut, middleCut;
-    leftCut.tune(1800, 0.6f);
-    rightCut.tune(2000, 0.6f);
-    middleCut.tune(2600, 0.5f);
+    Decay low(0.1f), high(0.06f), drop(0.02f), snap(0.035f), tail(length);
+    Noise left(3), right(4), middle(5), wires(6);
+    StateVariable leftCut, rightCut, middleCut, crackLow, crackHigh;
+    leftCut.tune(2600, 0.6f);
+    rightCut.tune(2800, 0.6f);
+    middleCut.tune(1700, 0.6f);
+    crackLow.tune(2300, 0.9f);
+    crackHigh.tune(4300, 0.9f);
     float phase = 0;
     for (size_t i = 0; i < sound.frames(); i++) {
         phase += stepOf(tone * (1 + 0.9f * drop.next()));
-        const float head = 0.75f * low.next() * sineOf(phase) + 0.4f * high.next() * sineOf(phase * 1.62f);
-        const float crack = middleCut.band(middle.next()) * snap.next() * 1.4f;
+        const float head = 0.6f * low.next() * sineOf(phase) + 0.35f * high.next() * sineOf(phase * 1.62f);
+        // The crack stands in the middle, where every loudspeaker hears it.
+        const float hit = middle.next() * snap.next();
+        const float crack = 2.2f * crackLow.band(hit) + 2.4f * crackHigh.band(hit);
         const float fall = tail.next();
-        sound.left[i] = head + rattle * (crack + 0.45f * fall * leftCut.high(left.next()));
-        sound.right[i] = head + rattle * (crack + 0.45f * fall * rightCut.high(right.next()));
+        const float shared = 0.4f * middleCut.high(wires.next());
+        sound.left[i] = head + rattle * (crack + fall * (shared + 0.16f * leftCut.high(left.next())));
+        sound.right[i] = head + rattle * (crack + fall * (shared + 0.16f * rightCut.high(right.next())));
     }
-    saturate(sound, 5);
-    Equalizer::bell(4500, -3, 1).apply(sound);
+    saturate(sound, 4);
+    Equalizer::highCut(11000).apply(sound);
     endQuietly(sound);
     return sound;
 }
@@ -100,23 +105,26 @@ Stereo handClap(float length) {
 Stereo hiHat(float length, float brightness, uint32_t seed) {
     constexpr std::array<float, 6> plates = {1, 1.483f, 1.800f, 2.546f, 2.630f, 3.897f};
     Stereo sound(framesOf(length));
-    Noise left(seed), right(seed + 100);
+    Noise left(seed), right(seed + 100), middle(seed + 200);
     std::array<Wave, 6> metal;
     for (size_t i = 0; i < metal.size(); i++) metal[i] = Wave(0.5f + 0.49f * left.next());
-    StateVariable leftCut, rightCut, ring;
-    const float cut = 6000 + 3000 * brightness;
-    leftCut.tune(cut, 0.8f);
-    rightCut.tune(cut * 1.05f, 0.8f);
-    ring.tune(8500, 1.2f);
+    StateVariable leftCut, rightCut, leftTop, rightTop, ring;
+    // Every take has its own plates: cymbals that are struck again never ring alike.
+    const float tune = 385 * (1 + 0.05f * middle.next()), centre = 6200 + 2600 * brightness;
+    leftCut.tune(centre * 0.8f, 0.9f);
+    rightCut.tune(centre * 0.84f, 0.9f);
+    leftTop.tune(centre * 1.25f, 0.7f);
+    rightTop.tune(centre * 1.25f, 0.7f);
+    ring.tune(centre, 1.4f);
     Decay fall(length), stroke(0.012f);
     for (size_t i = 0; i < sound.frames(); i++) {
         float plate = 0;
         for (size_t each = 0; each < metal.size(); each++)
-            plate += metal[each].pulse(stepOf(410 * plates[each]), 0.5f);
-        plate = ring.band(0.22f * plate);
-        const float level = 2.8f * fall.next() + 2 * stroke.next();
-        sound.left[i] = level * leftCut.high(plate + 0.4f * left.next());
-        sound.right[i] = level * rightCut.high(plate + 0.4f * right.next());
+            plate += metal[each].pulse(stepOf(tune * plates[each]), 0.5f);
+        plate = ring.band(0.5f * plate) + 0.5f * middle.next();
+        const float level = 2.6f * fall.next() + 2 * stroke.next();
+        sound.left[i] = level * leftTop.low(leftCut.high(plate + 0.22f * left.next()));
+        sound.right[i] = level * rightTop.low(rightCut.high(plate + 0.22f * right.next()));
     }
     endQuietly(sound);
     return sound;
@@ -124,16 +132,16 @@ Stereo hiHat(float length, float brightness, uint32_t seed) {
 
 Stereo crashCymbal(float length, uint32_t seed) {
     Stereo sound(framesOf(length));
-    Noise left(seed), right(seed + 50);
+    Noise left(seed), right(seed + 50), middle(seed + 90);
     StateVariable leftCut, rightCut, leftTop, rightTop;
-    leftCut.tune(2600, 0.7f);
-    rightCut.tune(2900, 0.7f);
+    leftCut.tune(2300, 0.7f);
+    rightCut.tune(2500, 0.7f);
     std::array<float, 5> phase{};
-    constexpr std::array<float, 5> modes = {3170, 4310, 5230, 6890, 8410};  // Hz
+    constexpr std::array<float, 5> modes = {2670, 3710, 5230, 6390, 8110};  // Hz
     Decay fall(length), stroke(0.08f), dark(length * 0.6f);
     for (size_t i = 0; i < sound.frames(); i++) {
         if (i % tuning == 0) {
-            const float top = 4500 + 12000 * dark.next();
+            const float top = 4500 + 8000 * dark.next();
             for (size_t each = 1; each < tuning; each++) dark.next();
             leftTop.tune(top, 0.6f);
             rightTop.tune(top, 0.6f);
@@ -144,9 +152,11 @@ Stereo crashCymbal(float length, uint32_t seed) {
             phase[mode] -= std::floor(phase[mode]);
             metal += 0.12f * sineOf(phase[mode]);
         }
+        // Mostly the same on both sides, so that it is still a cymbal on one loudspeaker.
+        metal += 0.85f * middle.next();
         const float level = 0.55f * fall.next() + 0.5f * stroke.next();
-        sound.left[i] = level * leftTop.low(leftCut.high(left.next() + metal));
-        sound.right[i] = level * rightTop.low(rightCut.high(right.next() - metal));
+        sound.left[i] = level * leftTop.low(leftCut.high(0.45f * left.next() + metal));
+        sound.right[i] = level * rightTop.low(rightCut.high(0.45f * right.next() + metal));
     }
     endQuietly(sound);
     return sound;
@@ -237,7 +247,7 @@ Stereo tick(float tone) {
 
 Stereo impact(float length, float depth) {
     Stereo sound(framesOf(length));
-    Noise left(15), right(16);
+    Noise left(15), right(16), middle(17);
     StateVariable leftCut, rightCut;
     Decay boom(length * 0.8f), drop(length * 0.35f), burst(length * 0.5f), dark(length * 0.45f),
         metal(length * 0.6f);
@@ -252,9 +262,9 @@ Stereo impact(float length, float depth) {
         ring += stepOf(97);
         const float low = depth * boom.next() * sineOf(phase);
         const float clang = 0.16f * metal.next() * sineOf(ring + 0.5f * openness * sineOf(ring * 2.76f));
-        const float level = 0.55f * burst.next();
-        sound.left[i] = low + clang + level * leftCut.low(left.next());
-        sound.right[i] = low - clang + level * rightCut.low(right.next());
+        const float level = 0.55f * burst.next(), shared = 0.8f * middle.next();
+        sound.left[i] = low + clang + level * leftCut.low(shared + 0.5f * left.next());
+        sound.right[i] = low + clang + level * rightCut.low(shared + 0.5f * right.next());
     }
     saturate(sound, 5);
     endQuietly(sound);
@@ -277,26 +287,24 @@ Stereo repitched(const Stereo& take, float semitones) {
 
 }  // namespace
 
-Instrument struck(std::vector<Stereo> takes) {
-    return [takes = std::move(takes)](std::span<const Note> notes, Stereo& out) {
-        size_t turn = 0;
+Instrument struck(std::vector<Stereo> takes, float base) {
+    return [takes = std::move(takes), base](std::span<const Note> notes, Stereo& out) {
         for (const Note& note : notes) {
-            const Stereo& take = takes[turn++ % takes.size()];
-            const size_t at = frameAt(note.start);
-            if (note.pitch == 0)
-                mixAt(out, take, at, note.velocity);
+            // The take goes by the sixteenth that it falls on, whatever was played before.
+            const size_t turn = size_t(std::lround((note.beat + 64) * 4)) % takes.size();
+            const std::ptrdiff_t at = std::ptrdiff_t(frameAt(note.start));
+            if (note.pitch == base)
+                mixAt(out, takes[turn], at, note.velocity);
             else
-                mixAt(out, repitched(take, note.pitch), at, note.velocity);
+                mixAt(out, repitched(takes[turn], note.pitch - base), at, note.velocity);
         }
     };
 }
 
 void playRiser(std::span<const Note> notes, Stereo& out) {
     for (const Note& note : notes) {
-        Noise left(41), right(42);
+        Noise left(41), right(42), middle(43);
         StateVariable leftBand, rightBand;
-        Supersaw saws(0.3f, 1, 7);
-        StateVariable sawLeft, sawRight;
         const size_t at = frameAt(note.start), frames = frameAt(note.length);
         const float octaves = 2 + 3 * note.brightness;
         for (size_t i = 0; i < frames && at + i < out.frames(); i++) {
@@ -304,23 +312,47 @@ void playRiser(std::span<const Note> notes, Stereo& out) {
             if (i % tuning == 0) {
                 const float hertz = 260 * std::exp2(octaves * way);
                 leftBand.tune(hertz, 1.6f);
-                rightBand.tune(hertz * 1.12f, 1.6f);
-                saws.tune(98 * std::exp2(way * 2));
-                sawLeft.tune(hertz, 0.9f);
-                sawRight.tune(hertz, 0.9f);
+                rightBand.tune(hertz * 1.05f, 1.6f);
             }
+            const float swell = note.velocity * way * way * std::min(1.0f, float(frames - i) / 200);
+            const float shared = 0.8f * middle.next();
+            out.left[at + i] += swell * leftBand.band(shared + 0.5f * left.next());
+            out.right[at + i] += swell * rightBand.band(shared + 0.5f * right.next());
+        }
+    }
+}
+
+void playClimb(std::span<const Note> notes, Stereo& out) {
+    for (const Note& note : notes) {
+        Supersaw saws(0.25f, 0.5f, 7);
+        Ladder leftCut, rightCut;
+        const size_t at = frameAt(note.start), frames = frameAt(note.length);
+        float turn = 0;
+        for (size_t i = 0; i < frames && at + i < out.frames(); i++) {
+            const float way = float(i) / frames;
+            if (i % tuning == 0) {
+                saws.tune(hertzOf(note.pitch + 12 * way));
+                const float cut = 300 * std::exp2((2 + 3 * note.brightness) * way);
+                leftCut.tune(cut, 0.5f);
+                rightCut.tune(cut, 0.5f);
+            }
+            // Sixteen gates a note in its first half, as many in the next quarter, and so on.
+            const float gates = -16 * std::log2(std::max(1.0f / 32, 1 - way)) / (note.length > 3 ? 1 : 2);
+            turn = gates - std::floor(gates);
+            const float open = std::min(1.0f, 8 * turn) * std::min(1.0f, 3 * (1 - turn));
             float a, b;
             saws.next(a, b);
-            const float swell = note.velocity * way * way * std::min(1.0f, float(frames - i) / 200);
-            out.left[at + i] += swell * (0.8f * leftBand.band(left.next()) + 0.3f * sawLeft.low(a));
-            out.right[at + i] += swell * (0.8f * rightBand.band(right.next()) + 0.3f * sawRight.low(b));
+            const float swell = note.velocity * (0.2f + 0.8f * way * way) *
+                                std::min(1.0f, float(frames - i) / 200) * (0.25f + 0.75f * open);
+            out.left[at + i] += swell * leftCut.next(a);
+            out.right[at + i] += swell * rightCut.next(b);
         }
     }
 }
 
 void playFall(std::span<const Note> notes, Stereo& out) {
     for (const Note& note : notes) {
-        Noise left(43), right(44);
+        Noise left(43), right(44), middle(45);
         StateVariable leftBand, rightBand;
         const size_t at = frameAt(note.start), frames = frameAt(note.length);
         for (size_t i = 0; i < frames && at + i < out.frames(); i++) {
@@ -330,9 +362,9 @@ void playFall(std::span<const Note> notes, Stereo& out) {
                 leftBand.tune(hertz, 0.9f);
                 rightBand.tune(hertz * 0.92f, 0.9f);
             }
-            const float level = note.velocity * (1 - way) * (1 - way);
-            out.left[at + i] += level * leftBand.band(left.next());
-            out.right[at + i] += level * rightBand.band(right.next());
+            const float level = note.velocity * (1 - way) * (1 - way), shared = 0.8f * middle.next();
+            out.left[at + i] += level * leftBand.band(shared + 0.5f * left.next());
+            out.right[at + i] += level * rightBand.band(shared + 0.5f * right.next());
         }
     }
 }
@@ -354,7 +386,7 @@ void playReverse(std::span<const Note> notes, Stereo& out) {
 
 void playWind(std::span<const Note> notes, Stereo& out) {
     for (const Note& note : notes) {
-        Noise left(51), right(52);
+        Noise left(51), right(52), middle(53);
         StateVariable leftBand, rightBand;
         const size_t at = frameAt(note.start), frames = frameAt(note.length);
         const float centre = 400 * std::exp2(4 * note.brightness);
@@ -365,9 +397,9 @@ void playWind(std::span<const Note> notes, Stereo& out) {
                 rightBand.tune(centre * std::exp2(0.7f * sineOf(0.13f * seconds + 0.2f)), 4);
             }
             const float swell = note.velocity * sineOf(way / 2);
-            const float drift = 0.4f * sineOf(0.17f * seconds);
-            out.left[at + i] += swell * (1 - drift) * leftBand.band(left.next());
-            out.right[at + i] += swell * (1 + drift) * rightBand.band(right.next());
+            const float drift = 0.4f * sineOf(0.17f * seconds), shared = 0.8f * middle.next();
+            out.left[at + i] += swell * (1 - drift) * leftBand.band(shared + 0.5f * left.next());
+            out.right[at + i] += swell * (1 + drift) * rightBand.band(shared + 0.5f * right.next());
         }
     }
 }

@@ -19,8 +19,8 @@ Stereo snareDrum(float tone, float length, float rattle);
 // Several hands within 30 ms and the room behind them.
 Stereo handClap(float length);
 
-// Six square waves of no common pitch, only their highs. length: 0.04 is a closed hat, 0.3 an open one, 1.5 a
-// ride.
+// Six square waves of no common pitch under noise, at 6 to 9 kHz; each seed is tuned a little differently.
+// length: 0.04 is a closed hat, 0.3 an open one, 1.5 a ride.
 Stereo hiHat(float length, float brightness, uint32_t seed);
 
 Stereo crashCymbal(float length, uint32_t seed);
@@ -39,12 +39,14 @@ Stereo tick(float tone);
 // A falling boom under a burst that darkens. depth: 0..1, how much of the boom.
 Stereo impact(float length, float depth);
 
-// Plays the takes in turn, one for each note, at the note's velocity. A note's pitch other than 0 plays the
-// take that many semitones higher.
-Instrument struck(std::vector<Stereo> takes);
+// Plays the takes in turn at the notes' velocities. `base` is the pitch (MIDI) that the takes have; for hits,
+// whose notes tell by how much the drum is tuned up, it is 0.
+Instrument struck(std::vector<Stereo> takes, float base = 0);
 
-// Noise and a saw that climb for the length of the note, loudest at its end. Brightness is how high it gets.
+// Three ways up: noise that climbs for the length of the note, loudest at its end; saws that climb an octave
+// from the note's pitch, cut into ever shorter pieces; and playReverse. Brightness is how high they open.
 void playRiser(std::span<const Note> notes, Stereo& out);
+void playClimb(std::span<const Note> notes, Stereo& out);
 
 // The way down: noise that sinks and fades.
 void playFall(std::span<const Note> notes, Stereo& out);

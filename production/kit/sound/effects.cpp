@@ -4,8 +4,8 @@
 #include <array>
 #include <cmath>
 #include <deque>
+#include <numbers>
 
-#include "production/kit/sound/filter.h"
 #include "production/kit/sound/loudness.h"
 #include "production/kit/sound/oscillator.h"
 
@@ -51,11 +51,6 @@ private:
     DelayLine line;
     size_t frames;
 };
-
-float rounded(float x) {
-    const float held = std::clamp(x, -3.0f, 3.0f);
-    return held * (27 + held * held) / (27 + 9 * held * held);
-}
 
 }  // namespace
 
@@ -190,18 +185,75 @@ void compress(Stereo& sound, float threshold, float ratio, float attack, float r
     }
 }
 
-void centreBelow(Stereo& sound, float hertz) {
+namespace {
+
+constexpr int fineness = 4;  // how many points of the fine grid lie in a frame
+constexpr int reach = 16;    // frames to each side that a point between frames is made of
+
+// A windowed sinc for each of the points: tap t of point p weighs the frame that lies t - reach + 1 ahead.
+using Kernels = std::array<std::array<float, 2 * reach>, fineness>;
+
+Kernels sincKernels() {
+    Kernels kernels;
+    for (int point = 0; point < fineness; point++) {
+        for (int tap = 0; tap < 2 * reach; tap++) {
+            const float x = std::numbers::pi_v<float> * (tap - reach + 1 - float(point) / fineness);
+            const float window = std::cos(x / (2 * reach));
+            kernels[point][tap] = (x == 0 ? 1 : std::sin(x) / x) * window * window;
+        }
+    }
+    return kernels;
+}
+
+// What a sample loses by the clip.
+float clipped(float x) {
+    constexpr float knee = 0.7071f;
+    const float over = std::fabs(x) - knee;
+    if (over <= 0) return 0;
+    return std::copysign(over - (1 - knee) * std::tanh(over / (1 - knee)), x);
+}
+
+}  // namespace
+
+void clipSoftly(Stereo& sound, float drive) {
+    scale(sound, gainOf(drive));
+    const Kernels kernels = sincKernels();
+    constexpr float harmless = 0.6f;  // far enough under the knee that no peak hides between samples
+    for (std::vector<float>* side : {&sound.left, &sound.right}) {
+        const std::vector<float> before = *side;
+        if (before.size() < 2 * reach) continue;
+        for (size_t i = reach; i + reach < before.size(); i++) {
+            if (std::fabs(before[i]) < harmless && std::fabs(before[i + 1]) < harmless) continue;
+            const float* from = before.data() + i - (reach - 1);
+            for (int point = 0; point < fineness; point++) {
+                float value = 0;
+                for (int tap = 0; tap < 2 * reach; tap++) value += kernels[point][tap] * from[tap];
+                const float lost = clipped(value) / fineness;
+                if (lost == 0) continue;
+                // The same kernel backwards takes the fine grid's loss down to the frames.
+                float* to = side->data() + i - (reach - 1);
+                for (int tap = 0; tap < 2 * reach; tap++) to[tap] -= kernels[point][tap] * lost;
+            }
+        }
+    }
+}
+
+void shapeSides(Stereo& sound, const std::vector<Equalizer>& shapes) {
     Stereo middleAndSide(sound.frames());
     for (size_t i = 0; i < sound.frames(); i++) {
         middleAndSide.left[i] = (sound.left[i] + sound.right[i]) / 2;
         middleAndSide.right[i] = (sound.left[i] - sound.right[i]) / 2;
     }
-    Stereo cut = middleAndSide;
-    Equalizer::lowCut(hertz).apply(cut);
+    Stereo shaped = middleAndSide;
+    for (const Equalizer& shape : shapes) shape.apply(shaped);
     for (size_t i = 0; i < sound.frames(); i++) {
-        sound.left[i] = middleAndSide.left[i] + cut.right[i];
-        sound.right[i] = middleAndSide.left[i] - cut.right[i];
+        sound.left[i] = middleAndSide.left[i] + shaped.right[i];
+        sound.right[i] = middleAndSide.left[i] - shaped.right[i];
     }
+}
+
+void centreBelow(Stereo& sound, float hertz) {
+    shapeSides(sound, {Equalizer::lowCut(hertz)});
 }
 
 std::vector<float> duckingCurve(size_t frames, const std::vector<size_t>& triggers, double recovery) {
@@ -261,7 +313,7 @@ void stutter(Stereo& sound, const Stutter& stutter) {
     }
 }
 
-void limit(Stereo& sound, float ceiling, float release) {
+std::vector<float> limit(Stereo& sound, float ceiling, float release) {
     constexpr size_t window = sampleRate / 200;
     const float top = gainOf(ceiling), rise = 1 - std::exp(-1 / (release * sampleRate));
     std::vector<float> gain = peakBetweenSamples(sound);
@@ -282,14 +334,15 @@ void limit(Stereo& sound, float ceiling, float release) {
         held[i] = now;
     }
     // ... and averaged over the same window, so that it has arrived when the peak does.
-    if (held.empty()) return;
+    if (held.empty()) return gain;
     double sum = double(window) * held[0];
     for (size_t i = 0; i < held.size(); i++) {
         sum += held[i] - held[i >= window ? i - window : 0];
-        const float smooth = float(sum / window);
-        sound.left[i] *= smooth;
-        sound.right[i] *= smooth;
+        gain[i] = float(sum / window);
+        sound.left[i] *= gain[i];
+        sound.right[i] *= gain[i];
     }
+    return gain;
 }
 
 }  // namespace audio

@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "production/kit/sound/filter.h"
 #include "production/kit/sound/signal.h"
 
 namespace audio {
@@ -31,8 +32,15 @@ void saturate(Stereo& sound, float drive);
 // Both sides follow one gain. ratio above 1; attack and release in seconds; makeup in dB.
 void compress(Stereo& sound, float threshold, float ratio, float attack, float release, float makeup);
 
+// Rounds the peaks from -3 dBFS up so that none passes full scale, on a grid four times as fine, as sharp
+// edges would fold back. drive: dB of gain before it.
+void clipSoftly(Stereo& sound, float drive);
+
 // Takes what differs between the sides away below a frequency (Hz), where it only costs headroom.
 void centreBelow(Stereo& sound, float hertz);
+
+// Equalizes what differs between the sides and leaves their middle.
+void shapeSides(Stereo& sound, const std::vector<Equalizer>& shapes);
 
 // Gain over time that dips at each trigger and comes back over `recovery` seconds. Multiplying by it makes
 // room for a kick without listening to one.
@@ -58,7 +66,8 @@ struct Stutter {
 };
 void stutter(Stereo& sound, const Stutter& stutter);
 
-// Keeps the peak between samples at or under `ceiling` dBTP by looking ahead five milliseconds.
-void limit(Stereo& sound, float ceiling, float release);
+// Keeps the peak between samples at or under `ceiling` dBTP by looking ahead five milliseconds. Returns the
+// gain that it gave each frame, for meters.
+std::vector<float> limit(Stereo& sound, float ceiling, float release);
 
 }  // namespace audio

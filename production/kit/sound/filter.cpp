@@ -39,9 +39,7 @@ float Ladder::next(float in) {
     const float gain = share * share * share * share;
     const float guess = (gain * in + memory) / (1 + feedback * gain);
     const float push = in * (1 + 0.5f * feedback / 4) - feedback * guess;
-    // A rational stand-in for tanh; it is cheaper and as round.
-    const float held = std::clamp(push, -3.0f, 3.0f);
-    float value = held * (27 + held * held) / (27 + 9 * held * held);
+    float value = rounded(push);
     for (float& pole : state) {
         const float change = share * (value - pole);
         value = pole + change;

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <condition_variable>
+#include <mutex>
+#include <thread>
 
 #include "production/kit/sound/arrangement.h"
 #include "production/kit/sound/filter.h"
@@ -10,72 +13,192 @@ namespace audio {
 
 namespace {
 
-constexpr double ringing = 5;  // seconds that a part's last note may need to die away
+constexpr double ringing = 5;   // seconds that a part's last note may need to die away
+constexpr double leadIn = 2.5;  // seconds before a window in which its rooms fill
 
 struct Buses {
-    Stereo dry, room, hall, echo;
-    explicit Buses(size_t frames) : dry(frames), room(frames), hall(frames), echo(frames) {}
+    size_t origin;  // the song's frame that the buses begin on
+    Stereo drums, dry, room, hall, echo;
+
+    Buses(size_t origin, size_t frames)
+        : origin(origin), drums(frames), dry(frames), room(frames), hall(frames), echo(frames) {}
 };
 
-// Plays notes that follow each other without a long rest, and sends them through the part's channel.
-void playRun(const Part& part, std::vector<Note> run, const std::vector<float>& ducking, Buses& buses) {
-    const double from = std::max(0.0, run.front().start);
+// Notes that follow each other without a long rest, played through their part's channel.
+struct Run {
+    std::ptrdiff_t at;  // the song's frame
+    Stereo sound;       // before the kick's dips
+};
+
+Run playRun(const Part& part, std::vector<Note> notes) {
+    const double from = std::max(0.0, notes.front().start);
     double to = 0;
-    for (const Note& note : run) to = std::max(to, note.start + note.length + ringing);
-    for (Note& note : run) note.start -= from;
-    const size_t at = frameAt(from);
-    Stereo sound(frameAt(to - from));
-    part.play(run, sound);
+    for (const Note& note : notes) to = std::max(to, note.start + note.length + ringing);
+    for (Note& note : notes) note.start -= from;
+    Run run{std::ptrdiff_t(frameAt(from)), Stereo(frameAt(to - from))};
+    part.play(notes, run.sound);
 
     const Channel& channel = part.channel;
-    if (channel.lowCut > 20) Equalizer::lowCut(channel.lowCut).apply(sound);
-    if (channel.chorus > 0) chorus(sound, 1, channel.chorus);
-    if (channel.width != 1) widen(sound, channel.width);
-    const float gain = gainOf(channel.level);
-    for (const auto& [bus, level] : {std::pair{&buses.echo, channel.echo}, {&buses.hall, channel.hall}})
-        if (level > off) mixAt(*bus, sound, at, gain * gainOf(level), channel.pan);
-    if (channel.duck > 0) duck(sound, ducking, channel.duck, at);
-    if (channel.room > off) mixAt(buses.room, sound, at, gain * gainOf(channel.room), channel.pan);
-    mixAt(buses.dry, sound, at, gain, channel.pan);
+    if (channel.lowCut > 20) Equalizer::lowCut(channel.lowCut).apply(run.sound);
+    if (channel.highCut < 20000) Equalizer::highCut(channel.highCut).apply(run.sound);
+    if (channel.chorus > 0) chorus(run.sound, 1, channel.chorus);
+    if (channel.width != 1) widen(run.sound, channel.width);
+    if (channel.monoBelow > 0) centreBelow(run.sound, channel.monoBelow);
+    return run;
 }
 
-void playPart(const Part& part, const std::vector<Note>& notes, const std::vector<float>& ducking,
-              Buses& buses) {
-    std::vector<Note> run;
+std::vector<Run> playPart(const Part& part, const std::vector<Note>& notes) {
+    std::vector<Run> runs;
+    std::vector<Note> current;
     double sounding = 0;
     for (const Note& note : notes) {
-        if (!run.empty() && note.start > sounding + ringing) {
-            playRun(part, run, ducking, buses);
-            run.clear();
+        if (!current.empty() && note.start > sounding + ringing) {
+            runs.push_back(playRun(part, std::move(current)));
+            current.clear();
         }
-        run.push_back(note);
+        current.push_back(note);
         sounding = std::max(sounding, note.start + note.length);
     }
-    if (!run.empty()) playRun(part, run, ducking, buses);
+    if (!current.empty()) runs.push_back(playRun(part, std::move(current)));
+    return runs;
+}
+
+void send(const Part& part, Run& run, const std::vector<float>& ducking, Buses& buses) {
+    const Channel& channel = part.channel;
+    const float gain = gainOf(channel.level);
+    const std::ptrdiff_t at = run.at - std::ptrdiff_t(buses.origin);
+    for (const auto& [bus, level] : {std::pair{&buses.echo, channel.echo}, {&buses.hall, channel.hall}})
+        if (level > off) mixAt(*bus, run.sound, at, gain * gainOf(level), channel.pan);
+    if (channel.duck > 0) duck(run.sound, ducking, channel.duck, size_t(run.at));
+    if (channel.room > off) mixAt(buses.room, run.sound, at, gain * gainOf(channel.room), channel.pan);
+    mixAt(part.role == Role::drums ? buses.drums : buses.dry, run.sound, at, gain, channel.pan);
+}
+
+// Plays the parts on all cores, and mixes them in the band's order whoever is ready first, so that the sums
+// are the same each time.
+class Players {
+public:
+    Players(const Song& song, const std::vector<const Part*>& parts, const std::vector<float>& ducking,
+            Buses& buses)
+        : song(song), parts(parts), ducking(ducking), buses(buses) {}
+
+    void playAll() {
+        std::vector<std::thread> others;
+        for (unsigned i = 1; i < std::thread::hardware_concurrency(); i++)
+            others.emplace_back([this] { work(); });
+        work();
+        for (std::thread& other : others) other.join();
+    }
+
+private:
+    void work() {
+        for (;;) {
+            size_t mine;
+            {
+                const std::lock_guard<std::mutex> lock(mutex);
+                mine = next++;
+            }
+            if (mine >= parts.size()) return;
+            std::vector<Run> runs = playPart(*parts[mine], notesInReach(*parts[mine]));
+            std::unique_lock<std::mutex> lock(mutex);
+            turn.wait(lock, [&] { return mixed == mine; });
+            for (Run& run : runs) send(*parts[mine], run, ducking, buses);
+            mixed++;
+            turn.notify_all();
+        }
+    }
+
+    // The notes that can be heard in the buses' time.
+    std::vector<Note> notesInReach(const Part& part) const {
+        std::vector<Note> notes = notesOf(song, part);
+        const double from = double(buses.origin) / sampleRate;
+        const double to = from + double(buses.dry.frames()) / sampleRate;
+        std::erase_if(notes, [&](const Note& note) {
+            return note.start >= to || note.start + note.length + (from > 0 ? leadIn : ringing) < from;
+        });
+        return notes;
+    }
+
+    const Song& song;
+    const std::vector<const Part*>& parts;
+    const std::vector<float>& ducking;
+    Buses& buses;
+    std::mutex mutex;
+    std::condition_variable turn;
+    size_t next = 0, mixed = 0;
+};
+
+bool silent(const Stereo& sound) {
+    const auto zero = [](float sample) { return sample == 0; };
+    return std::all_of(sound.left.begin(), sound.left.end(), zero) &&
+           std::all_of(sound.right.begin(), sound.right.end(), zero);
+}
+
+void clip(Stereo& sound, const Clip& clip) {
+    clipSoftly(sound, clip.drive);
+    scale(sound, gainOf(clip.level));
+}
+
+// Drums and music through their clips, the sends through their rooms, all into the dry bus.
+void sumUp(const Song& song, const std::vector<float>& ducking, Buses& buses) {
+    std::thread drums([&] {
+        clip(buses.drums, song.drums);
+        if (!silent(buses.room)) reverberate(buses.room, song.room);
+    });
+    if (!silent(buses.echo)) pingPong(buses.echo, 45 / song.beatsPerMinute, song.echoFeedback, 300, 5000);
+    mixAt(buses.hall, buses.echo, 0, 0.3f);
+    if (!silent(buses.hall)) reverberate(buses.hall, song.hall);
+    duck(buses.hall, ducking, 0.35f, buses.origin);
+    clip(buses.dry, song.music);
+    drums.join();
+    for (const Stereo* bus : {&buses.drums, &buses.echo, &buses.room, &buses.hall}) mixAt(buses.dry, *bus, 0);
+}
+
+// One section of the mix in its colour and at its level.
+void colour(const Song& song, const Section& section, const Stereo& mix, size_t origin, Stereo& coloured) {
+    constexpr size_t lead = sampleRate / 10, edge = 64;  // frames for the filters to settle, and of a fade
+    const bool first = &section == &song.sections.front(), last = &section == &song.sections.back();
+    const auto inMix = [&](size_t frame) {
+        return std::clamp(frame, origin, origin + mix.frames()) - origin;
+    };
+    const size_t from = first ? 0 : inMix(frameAt(song.secondsAt(section.from)));
+    const size_t to = last ? mix.frames() : inMix(frameAt(song.secondsAt(section.to)));
+    if (from == to) return;
+    const size_t before = from - std::min(from, lead);
+    Stereo part = sliceOf(mix, before, std::min(mix.frames(), to + edge));
+    Equalizer::lowShelf(150, section.tone.low).apply(part);
+    Equalizer::bell(900, section.tone.middle, 2.5f).apply(part);
+    Equalizer::highShelf(4000, section.tone.high).apply(part);
+    for (size_t i = from; i < before + part.frames(); i++) {
+        const double way =
+            (song.barAt(double(origin + i) / sampleRate) - section.from) / (section.to - section.from);
+        const float in = first ? 1 : std::min(1.0f, float(i - from) / edge);
+        const float out = i < to ? 1 : 1 - float(i - to) / edge;
+        const float gain = in * out * gainOf(section.level.at(float(std::clamp(way, 0.0, 1.0))));
+        coloured.left[i] += gain * part.left[i - before];
+        coloured.right[i] += gain * part.right[i - before];
+    }
 }
 
 }  // namespace
 
-Stereo perform(const Song& song) {
-    for (const Cue& cue : song.cues) partOf(song, cue.part);  // refuses a name that no part has
-    const size_t frames = frameAt(song.seconds);
+Stereo perform(const Song& song, const Window& window, const std::vector<std::string_view>& heard) {
     std::vector<size_t> triggers;
-    for (const Note& note : notesOf(song, partOf(song, song.duckedBy)))
+    for (const Note& note : notesOf(song, *partOf(song, song.duckedBy)))
         triggers.push_back(frameAt(note.start));
-    const std::vector<float> ducking = duckingCurve(frames, triggers, song.duckRecovery);
+    const std::vector<float> ducking = duckingCurve(frameAt(song.seconds), triggers, song.duckRecovery);
 
-    Buses buses(frames);
-    for (const Part& part : song.parts) playPart(part, notesOf(song, part), ducking, buses);
-
-    pingPong(buses.echo, 45 / song.beatsPerMinute, song.echoFeedback, 300, 5000);
-    mixAt(buses.hall, buses.echo, 0, 0.3f);
-    mixAt(buses.dry, buses.echo, 0);
-    reverberate(buses.room, song.room);
-    mixAt(buses.dry, buses.room, 0);
-    reverberate(buses.hall, song.hall);
-    duck(buses.hall, ducking, 0.35f);
-    mixAt(buses.dry, buses.hall, 0);
-    return std::move(buses.dry);
+    std::vector<const Part*> parts;
+    for (const Part& part : song.parts)
+        if (heard.empty() || std::find(heard.begin(), heard.end(), part.name) != heard.end())
+            parts.push_back(&part);
+    const size_t origin = window.from - std::min(window.from, frameAt(leadIn));
+    Buses buses(origin, window.to - origin);
+    Players(song, parts, ducking, buses).playAll();
+    sumUp(song, ducking, buses);
+    Stereo coloured(buses.dry.frames());
+    for (const Section& section : song.sections) colour(song, section, buses.dry, origin, coloured);
+    return sliceOf(coloured, window.from - origin, window.to - origin);
 }
 
 }  // namespace audio

@@ -1,12 +1,22 @@
 // The sound's side of a song: every part's notes through its channel, and the rooms that they share.
 #pragma once
 
+#include <string_view>
+#include <vector>
+
 #include "production/kit/sound/signal.h"
 #include "production/kit/sound/song.h"
 
 namespace audio {
 
-// Every channel and what its sends return, not yet mastered.
-Stereo perform(const Song& song);
+// Frames of the song, the last one not included.
+struct Window {
+    size_t from, to;
+};
+
+// What the parts of these names (all of them where there is none) and their sends sound like between two
+// frames, at the sections' levels, not yet mastered. The dips for the kick are there whether it is heard or
+// not. What began more than a few seconds before the window may be missing from its rooms.
+Stereo perform(const Song& song, const Window& window, const std::vector<std::string_view>& heard = {});
 
 }  // namespace audio

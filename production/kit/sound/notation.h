@@ -1,24 +1,33 @@
-// Music as text: chord names, melodies and step patterns, read into notes on a grid of sixteenths.
-// A bar has 16 steps. A text that can't be read ends the process with a line that shows it.
+// Music as text: melodies and patterns of marks, read into a grid of sixteenths, 16 to a bar. A text that
+// can't be read ends the process with a line that tells the section, the bar and the part, and shows it.
 #pragma once
 
+#include <string>
 #include <string_view>
 #include <vector>
 
 namespace audio {
 
-// One sound to be played. Patterns give times in steps; a performance turns them into seconds.
+// One sound to be played.
 struct Note {
     double start;      // seconds
     float length;      // seconds
-    float pitch;       // MIDI, 69 is the A of 440 Hz
+    float pitch;       // MIDI, 69 is the A of 440 Hz; for hits the semitones by which the drum is tuned up
     float velocity;    // 0..1
     float brightness;  // 0..1, what an instrument makes of it is its own affair
+    double beat = 0;   // where it stands in the song, from bar 0 on: what swings in time goes by it
 };
+
+// Where a text stands in the score, for the messages.
+struct Place {
+    std::string section, part;
+    int bar = 0;  // of the text's first mark
+};
+[[noreturn]] void refuse(const Place& place, const std::string& what, std::string_view text);
 
 struct Step {
     float at, length;  // sixteenths from the pattern's start
-    float pitch;       // MIDI; for hits 0
+    float pitch;       // MIDI
     float velocity;    // 0..1
 };
 
@@ -27,37 +36,39 @@ struct Pattern {
     int length = 0;  // sixteenths
 };
 
-// "Gm", "Eb", "Bb/D", "F#dim", "Dsus4", "Cm7", "Ebmaj7", "Gm9", "D5": tones as semitones, the lowest (the
-// bass) apart.
-struct Chord {
-    int bass;                // pitch class, 0 is C
-    std::vector<int> tones;  // pitch classes from the root up
+// "G4:3 D5:7 -:6 | Bb4+D5:16": pitch and length in sixteenths, "-" rests, "+" stacks, "'" behind the length
+// stresses and "," softens it; "|" ends a bar, which must then be full.
+Pattern melodyOf(std::string_view text, const Place& place);
+
+// The bars from `from` up to `to` of a melody, counted from 0.
+std::string barsOf(std::string_view melody, int from, int to);
+
+// A sign that isn't '.' (a rest) or '-' (which holds the sign before it).
+struct Mark {
+    int at, length;  // sixteenths
+    char sign;
 };
-Chord chordOf(std::string_view name);
 
-// One chord a bar, split by blanks.
-std::vector<Chord> chordsOf(std::string_view names);
+struct Marks {
+    std::vector<Mark> marks;
+    int length = 0;  // sixteenths
+};
 
-// "G4:3 D5:7 -:6 | Bb4+D5:4": pitch and length in sixteenths, "-" rests, "+" stacks, "'" behind the length
-// stresses and "," softens it; "|" must fall on a bar line.
-Pattern melodyOf(std::string_view text);
+// "x..x..o.x..x..o. x...": signs a sixteenth each, blanks between bars. Only the last may be shorter than a
+// bar; signs that are not among `allowed` are refused.
+Marks marksOf(std::string_view text, std::string_view allowed, const Place& place);
 
-// "X..x..o.": a mark a sixteenth, X stressed, x plain, o soft, '.' rests.
-Pattern hitsOf(std::string_view text);
+// Of the signs for hits and chords: X stressed, x plain, o soft, : hardly there.
+constexpr std::string_view strokes = "Xxo:";
+float velocityOf(char stroke);
 
-// The next four read a pattern of marks over a progression: bar b of the pattern lies over chords[b % size].
-// In all of them '.' rests and '-' holds the note before.
+// Reads "Eb", "F#", "G" off the front of the text as a pitch class (0 is C); -1 where there is none.
+int takePitchClass(std::string_view& text);
 
-// Digits are chord tones counted up from the root at or above `lowest`, beyond the last tone an octave
-// higher.
-Pattern arpeggioOf(std::string_view text, const std::vector<Chord>& chords, int lowest);
+// The words of a text split by blanks.
+std::vector<std::string_view> wordsOf(std::string_view text);
 
-// r bass note, o its octave, f the fifth above, s the seventh below it, h the half step above; capitals
-// stress. The bass note is the first at or above `lowest`.
-Pattern bassOf(std::string_view text, const std::vector<Chord>& chords, int lowest);
-
-// X, x, o: the whole chord, each tone in the octave around `centre`, so that common tones stay where they
-// are.
-Pattern stabsOf(std::string_view text, const std::vector<Chord>& chords, int centre);
+// "Bb3", with flats, as the messages show a pitch.
+std::string nameOf(int pitch);
 
 }  // namespace audio

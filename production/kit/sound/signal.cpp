@@ -18,16 +18,23 @@ float hertzOf(float pitch) {
     return 440 * std::exp2((pitch - 69) / 12);
 }
 
-void mixAt(Stereo& to, const Stereo& from, size_t at, float gain, float pan) {
-    if (at >= to.frames()) return;
-    const size_t frames = std::min(from.frames(), to.frames() - at);
+void mixAt(Stereo& to, const Stereo& from, std::ptrdiff_t at, float gain, float pan) {
+    const std::ptrdiff_t first = std::max<std::ptrdiff_t>(0, -at);
+    const std::ptrdiff_t end = std::min(std::ptrdiff_t(from.frames()), std::ptrdiff_t(to.frames()) - at);
     const float angle = (pan + 1) * std::numbers::pi_v<float> / 4;
     const float leftGain = gain * std::cos(angle) * std::numbers::sqrt2_v<float>;
     const float rightGain = gain * std::sin(angle) * std::numbers::sqrt2_v<float>;
-    for (size_t i = 0; i < frames; i++) {
+    for (std::ptrdiff_t i = first; i < end; i++) {
         to.left[at + i] += leftGain * from.left[i];
         to.right[at + i] += rightGain * from.right[i];
     }
+}
+
+Stereo sliceOf(const Stereo& sound, size_t from, size_t to) {
+    Stereo slice;
+    slice.left.assign(sound.left.begin() + from, sound.left.begin() + to);
+    slice.right.assign(sound.right.begin() + from, sound.right.begin() + to);
+    return slice;
 }
 
 void scale(Stereo& sound, float gain) {

@@ -1,6 +1,7 @@
 // Sound as the kit's parts pass it on: whole stretches of stereo samples at 44.1 kHz, full scale at 1.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <vector>
 
@@ -24,9 +25,18 @@ float gainOf(float decibels);
 // Frequency in Hz of a MIDI pitch (69 is the A of 440 Hz); fractions lie between the keys.
 float hertzOf(float pitch);
 
-// Adds `from` to `to` with its first frame on `at`; what would lie past the end of `to` is left out.
+// A rational stand-in for tanh: cheaper and as round.
+inline float rounded(float x) {
+    const float held = std::clamp(x, -3.0f, 3.0f);
+    return held * (27 + held * held) / (27 + 9 * held * held);
+}
+
+// Adds `from` to `to` with its first frame on `at`; what would lie before or past `to` is left out.
 // `pan` goes from -1 (left) to 1 (right) at constant power, 0 leaves both sides as they are.
-void mixAt(Stereo& to, const Stereo& from, size_t at, float gain = 1, float pan = 0);
+void mixAt(Stereo& to, const Stereo& from, std::ptrdiff_t at, float gain = 1, float pan = 0);
+
+// The frames from one up to another, which the sound must have.
+Stereo sliceOf(const Stereo& sound, size_t from, size_t to);
 
 void scale(Stereo& sound, float gain);
 

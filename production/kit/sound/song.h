@@ -1,15 +1,17 @@
-// A song as tables: who plays which pattern in which bars, through which channel of the mix.
+// A song as tables: its sections with their chords, who plays which pattern in which bars, and through which
+// channel of the mix.
 #pragma once
 
 #include <string>
 #include <vector>
 
 #include "production/kit/sound/effects.h"
+#include "production/kit/sound/harmony.h"
 #include "production/kit/sound/instrument.h"
 
 namespace audio {
 
-// A value that moves in a straight line over a cue, or stays.
+// A value that moves in a straight line over a stretch, or stays.
 struct Ramp {
     float from, to;
     Ramp(float both) : from(both), to(both) {}
@@ -17,54 +19,90 @@ struct Ramp {
     float at(float way) const { return from + way * (to - from); }
 };
 
-enum class Notation { melody, hits, arpeggio, bass, stabs };
+// How a part's patterns are written.
+//   hits      strokes
+//   melody    pitches with lengths
+//   line      degrees of the chord, 1 3 5 7, each in the octave nearest to the note before it
+//   arpeggio  digits count the chord's tones up from the part's lowest pitch
+//   bass      r the chord's bass note, o its octave, f the fifth above it, t its third, s and a the scale's
+//             steps below and above it; capitals are stressed
+//   chords    strokes: the whole chord, led from the one before it
+enum class Notation { hits, melody, line, arpeggio, bass, chords };
+
+// What a part is to the others: for the check, and for the bus that it is mixed on.
+enum class Role { drums, noise, bass, chords, lead };
 
 constexpr float off = -120;  // dB: a send that is not used
 
-// Where a part sits: levels and sends in dB, pan -1..1, width as in widen(), lowCut in Hz, duck 0..1.
+// Where a part sits: levels and sends in dB, pan -1..1, width as in widen(), cuts in Hz, duck 0..1.
 struct Channel {
-    float level = 0, pan = 0, width = 1, lowCut = 20, duck = 0;
+    float level = 0, pan = 0, width = 1, lowCut = 20, highCut = 20000, monoBelow = 0, duck = 0;
     float room = off, hall = off, echo = off;
     float chorus = 0;  // 0..1
 };
 
 struct Part {
     const char* name;
+    Role role;
     Notation notation;
-    int pitch;  // lowest or centre pitch for patterns over chords (MIDI), transposition in semitones for
-                // melodies
+    Span range;  // what it may play; for hits the semitones that it may be tuned by
     Instrument play;
     Channel channel;
+    int voices = 0;         // of its chords
+    std::string follows{};  // parts whose rhythm and pitches it doubles, folded into its range, by ','
 };
 
-// Bars may be fractions. The pattern starts at `from` and is repeated up to `to`.
+// A whole section where both are 0. Bars may be fractions.
+struct Bars {
+    float from = 0, to = 0;
+    bool whole() const { return from == 0 && to == 0; }
+};
+
+// The pattern begins with its bars and is repeated to their end.
 struct Cue {
     const char* part;
-    float from, to;
     std::string pattern;
+    Bars bars = {};
     Ramp level = 0;      // dB
     Ramp bright = 0.5f;  // 0..1
-    int transpose = 0;   // semitones, or for hits what the drum makes of a pitch
+    int transpose = 0;   // semitones
 };
 
-// The chords from a bar on, one a bar, repeated until the next row.
-struct Harmony {
-    int from;
-    const char* chords;
+// The colour that the mix has in a section, in dB: below 150 Hz, around 900 Hz, and from 4 kHz up.
+struct Tone {
+    float low = 0, middle = 0, high = 0;
+};
+
+struct Section {
+    const char* name;
+    int from, to;        // bars
+    const char* scale;   // "G minor"
+    const char* chords;  // as chordsOf() reads them, repeated to the section's end
+    Ramp level;          // dB, of the whole mix
+    Tone tone;
+    std::vector<Cue> cues;
+};
+
+// A bus's soft clip at full scale: dB into it and behind it.
+struct Clip {
+    float drive, level;
 };
 
 struct Song {
     double beatsPerMinute, barZero;  // barZero: seconds at which bar 0 begins
     double seconds;                  // length of the whole
     std::vector<Part> parts;
-    std::vector<Cue> cues;
-    std::vector<Harmony> harmony;
-    const char* duckedBy;  // the part whose notes dip the channels with a `duck`
-    double duckRecovery;   // seconds
-    Room room, hall;       // where the sends of those names go
-    float echoFeedback;    // echoes come a dotted eighth apart
+    std::vector<Section> sections;  // in order, without gaps
+    const char* duckedBy;           // the part whose notes dip the channels with a `duck`
+    double duckRecovery;            // seconds
+    Room room, hall;                // where the sends of those names go
+    float echoFeedback;             // echoes come a dotted eighth apart
+    Clip drums, music;              // the two buses; what the sends return passes neither
 
     double secondsAt(double bar) const { return barZero + bar * 240 / beatsPerMinute; }
+    double barAt(double seconds) const { return (seconds - barZero) * beatsPerMinute / 240; }
+    // The section that sounds in a bar; the first or the last one beyond the ends.
+    const Section& sectionAt(double bar) const;
 };
 
 }  // namespace audio

@@ -18,16 +18,20 @@ float between(float low, float high, float way) {
     return low * std::pow(high / low, way);
 }
 
+// The same note sounds the same wherever it is played from.
+uint32_t seedOf(const Note& note) {
+    return uint32_t(std::lround((note.beat + 64) * 48)) * 131 + uint32_t(note.pitch) + 1;
+}
+
 size_t lastFrame(const Note& note, size_t frames, const Stereo& out) {
     return std::min(out.frames(), frameAt(note.start) + frames);
 }
 
 void playSaws(const SawVoice& voice, std::span<const Note> notes, Stereo& out) {
-    uint32_t seed = 1;
     for (const Note& note : notes) {
         Envelope level(voice.level, note.length);
         Decay closing(std::max(0.001f, voice.sweep));
-        Supersaw saws(voice.detune, voice.spread, seed++);
+        Supersaw saws(voice.detune, voice.spread, seedOf(note));
         saws.tune(hertzOf(note.pitch));
         StateVariable left, right;
         const float open = between(voice.darkest, voice.brightest, note.brightness);
@@ -50,23 +54,27 @@ void playSaws(const SawVoice& voice, std::span<const Note> notes, Stereo& out) {
     }
 }
 
-// Plays notes that touch as one bow stroke.
-void playPhrase(const LeadVoice& voice, std::span<const Note> phrase, Stereo& out, uint32_t seed) {
+// Plays notes that touch as one bow stroke; a stressed note, or the same pitch again, is struck anew.
+void playPhrase(const LeadVoice& voice, std::span<const Note> phrase, Stereo& out) {
     const double start = phrase.front().start;
     const float length = float(phrase.back().start + phrase.back().length - start);
     Envelope level({0.006f, 1.5f, 0.8f, voice.release}, length);
-    Supersaw saws(voice.detune, 0.8f, seed);
+    Supersaw saws(voice.detune, voice.spread, seedOf(phrase.front()));
     Wave hollow;
     Ladder left, right;
     Decay stroke(0.25f);
     const float glide = 1 - std::exp(-float(tuning) / std::max(1.0f, voice.glide * sampleRate / 3));
+    const size_t dip = frameAt(0.03);
     float pitch = phrase.front().pitch, hertz = hertzOf(pitch), swing = 0;
-    size_t current = 0, held = 0;
+    size_t current = 0, held = dip;
+    bool struck = false;
     const size_t from = frameAt(start), end = std::min(out.frames(), from + level.frames());
     for (size_t i = from; i < end; i++, held++) {
         if (current + 1 < phrase.size() && i >= frameAt(phrase[current + 1].start)) {
             current++;
             held = 0;
+            struck = phrase[current].pitch == phrase[current - 1].pitch ||
+                     phrase[current].velocity > 1.2f * phrase[current - 1].velocity;
             stroke = Decay(0.25f);
         }
         const Note& note = phrase[current];
@@ -86,7 +94,8 @@ void playPhrase(const LeadVoice& voice, std::span<const Note> phrase, Stereo& ou
         float a, b;
         saws.next(a, b);
         const float pulse = 0.9f * voice.hollow * hollow.pulse(stepOf(hertz / 2), 0.42f);
-        const float loudness = voice.gain * note.velocity * level.next();
+        const float attack = struck && held < dip ? 0.25f + 0.75f * float(held) / dip : 1;
+        const float loudness = voice.gain * note.velocity * attack * level.next();
         out.left[i] += loudness * left.next((1 - voice.hollow) * a + pulse);
         out.right[i] += loudness * right.next((1 - voice.hollow) * b + pulse);
     }
@@ -94,13 +103,12 @@ void playPhrase(const LeadVoice& voice, std::span<const Note> phrase, Stereo& ou
 
 void playLead(const LeadVoice& voice, std::span<const Note> notes, Stereo& out) {
     constexpr double touching = 0.01;  // seconds
-    uint32_t seed = 1;
     for (size_t first = 0; first < notes.size();) {
         size_t last = first;
         while (last + 1 < notes.size() &&
                notes[last + 1].start < notes[last].start + notes[last].length + touching)
             last++;
-        playPhrase(voice, notes.subspan(first, last - first + 1), out, seed++);
+        playPhrase(voice, notes.subspan(first, last - first + 1), out);
         first = last + 1;
     }
 }
@@ -109,27 +117,24 @@ void playBass(const BassVoice& voice, std::span<const Note> notes, Stereo& out) 
     for (const Note& note : notes) {
         Envelope level(voice.level, note.length);
         Decay closing(std::max(0.001f, voice.sweep));
-        Wave sub, left(0.1f), right(0.6f), leftLow(0.3f), rightLow(0.8f);
+        // Both sides begin their turns together: what is apart at the start cancels in the middle.
+        Wave sub, left(0.1f), right(0.1f), leftHigh(0.3f), rightHigh(0.3f);
         Ladder leftFilter, rightFilter;
         const float hertz = hertzOf(note.pitch), bend = std::exp2(voice.detune / 24);
         const float leftStep = stepOf(hertz / bend), rightStep = stepOf(hertz * bend);
         const float open = between(voice.darkest, voice.brightest, note.brightness);
         const float drive = gainOf(voice.drive), back = 1 / std::sqrt(drive);
         const float gain = voice.gain * note.velocity;
-        // The swing follows the song's own time, so that every note meets it where the beat left it.
-        float swing = float(std::fmod(note.start * voice.growlRate, 1.0));
         const size_t from = frameAt(note.start), end = lastFrame(note, level.frames(), out);
         for (size_t i = from; i < end; i++) {
             const float way = voice.sweep > 0 ? closing.next() : 1;
             if ((i - from) % tuning == 0) {
-                swing += stepOf(voice.growlRate) * tuning;
-                const float growl = 1 - voice.growl * (0.5f + 0.5f * sineOf(swing));
-                const float cut = 80 + open * (0.12f + 0.88f * way) * growl * growl;
+                const float cut = 80 + open * (0.12f + 0.88f * way);
                 leftFilter.tune(cut, voice.resonance);
-                rightFilter.tune(cut * 1.05f, voice.resonance);
+                rightFilter.tune(cut, voice.resonance);
             }
-            const float a = left.saw(leftStep) + 0.6f * rightLow.pulse(2 * rightStep, 0.4f);
-            const float b = right.saw(rightStep) + 0.6f * leftLow.pulse(2 * leftStep, 0.4f);
+            const float a = left.saw(leftStep) + 0.6f * leftHigh.pulse(2 * leftStep, 0.4f);
+            const float b = right.saw(rightStep) + 0.6f * rightHigh.pulse(2 * rightStep, 0.4f);
             const float middle = voice.sub * sub.sine(stepOf(hertz));
             const float loudness = gain * level.next();
             out.left[i] += loudness * (middle + back * leftFilter.next(0.5f * drive * a));
@@ -200,14 +205,21 @@ struct Formants {
         for (size_t i = 0; i < filters.size(); i++) sum += gains[i] * filters[i].band(in);
         return sum;
     }
+    // With the upper formants as loud as a shout has them.
+    float bright(float in) {
+        constexpr std::array<float, 4> lift = {1, 1.8f, 4, 4};
+        float sum = 0;
+        for (size_t i = 0; i < filters.size(); i++) sum += lift[i] * gains[i] * filters[i].band(in);
+        return sum;
+    }
 };
 
 void sing(const SingingVoice& voice, std::span<const Note> notes, Stereo& out) {
-    uint32_t seed = 1;
     for (const Note& note : notes) {
         Envelope level(voice.level, note.length);
+        const uint32_t seed = seedOf(note);
         Noise noise(seed);
-        Supersaw saws(0.13f, 1, seed++);
+        Supersaw saws(0.13f, 0.7f, seed);
         Formants left, right;
         // Higher voices sit in smaller heads.
         const float size = std::exp2((note.pitch - 55) / 60);
@@ -228,6 +240,41 @@ void sing(const SingingVoice& voice, std::span<const Note> notes, Stereo& out) {
             const float loudness = voice.gain * note.velocity * level.next();
             out.left[i] += loudness * left.next(a + breath);
             out.right[i] += loudness * right.next(b + breath);
+        }
+    }
+}
+
+void playGrowl(const GrowlVoice& voice, std::span<const Note> notes, Stereo& out) {
+    for (const Note& note : notes) {
+        Envelope level(voice.level, note.length);
+        Wave saw(0.1f), low(0.3f), left(0.2f), right(0.2f);
+        Ladder body;
+        Formants mouth, leftMouth, rightMouth;
+        const float hertz = hertzOf(note.pitch), bend = std::exp2(voice.detune / 24);
+        const float drive = gainOf(voice.drive);
+        const double bar = std::floor(note.beat / 4);
+        const float rate = voice.rates[size_t(bar + 64) % voice.rates.size()];
+        const float beatsPerFrame = voice.beatsPerSecond / sampleRate;
+        float beat = float(note.beat - 4 * bar);
+        const size_t from = frameAt(note.start), end = lastFrame(note, level.frames(), out);
+        for (size_t i = from; i < end; i++, beat += beatsPerFrame) {
+            if ((i - from) % tuning == 0) {
+                // Most open on the bar's first beat.
+                const float swing = 0.5f + 0.5f * sineOf(beat * rate + 0.25f);
+                const float vowel = voice.from + (voice.to - voice.from) * swing * (0.4f + note.brightness);
+                mouth.shape(vowel, voice.size);
+                leftMouth.shape(vowel, voice.size * 0.97f);
+                rightMouth.shape(vowel, voice.size * 1.03f);
+                body.tune(180 + 1400 * swing * note.brightness, 0.3f);
+            }
+            const float middle = saw.saw(stepOf(hertz)) + 0.7f * low.pulse(stepOf(hertz), 0.35f);
+            const float torn = rounded(drive * middle);
+            const float deep = body.next(middle), sung = mouth.bright(torn);
+            const float a = leftMouth.bright(rounded(drive * left.saw(stepOf(hertz / bend))));
+            const float b = rightMouth.bright(rounded(drive * right.saw(stepOf(hertz * bend))));
+            const float loudness = voice.gain * note.velocity * level.next();
+            out.left[i] += loudness * rounded(0.5f * deep + voice.throat * (sung + 0.5f * a));
+            out.right[i] += loudness * rounded(0.5f * deep + voice.throat * (sung + 0.5f * b));
         }
     }
 }
@@ -256,16 +303,19 @@ Instrument playedBy(const BellVoice& voice) {
     return instrumentOf(playBells, voice);
 }
 
+Instrument playedBy(const GrowlVoice& voice) {
+    return instrumentOf(playGrowl, voice);
+}
+
 Instrument playedBy(const SingingVoice& voice) {
     return instrumentOf(sing, voice);
 }
 
 void playDrone(std::span<const Note> notes, Stereo& out) {
     constexpr int partials = 14;
-    uint32_t seed = 71;
     for (const Note& note : notes) {
         Envelope level({1.5f, 1, 1, 1.2f}, note.length);
-        Noise chance(seed++);
+        Noise chance(seedOf(note));
         const size_t from = frameAt(note.start), end = lastFrame(note, level.frames(), out);
         std::array<float, partials> phase{}, wander, rate, place, step, gain{};
         for (int k = 0; k < partials; k++) {

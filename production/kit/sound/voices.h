@@ -2,6 +2,7 @@
 // loudness, brightness (0..1) opens its filter or whatever it has in the place of one.
 #pragma once
 
+#include <array>
 #include <span>
 
 #include "production/kit/sound/envelope.h"
@@ -20,12 +21,13 @@ struct SawVoice {
 };
 Instrument playedBy(const SawVoice& voice);
 
-// One note at a time: notes that touch are bound, the pitch gliding from one to the next.
+// One note at a time: notes that touch are bound, the pitch gliding from one to the next. A note that is
+// stressed after a softer one, or repeats a pitch, is struck anew.
 struct LeadVoice {
     float glide;               // seconds
     float vibrato;             // semitones, after a note has been held for a while
     float hollow;              // 0..1: from saws to the pulse an octave below them
-    float detune;              // semitones
+    float detune, spread;      // as in Supersaw
     float darkest, brightest;  // Hz
     float resonance;           // as in Ladder
     float release;             // seconds
@@ -41,7 +43,6 @@ struct BassVoice {
     float resonance;           // as in Ladder
     float detune;              // semitones between the sides
     float sub;                 // how loud the sine is against the saws
-    float growl, growlRate;    // 0..1 and Hz: the filter's own swing
     float drive;               // dB into the rounding of the saws
     float gain;
 };
@@ -56,6 +57,20 @@ struct BellVoice {
     float gain;
 };
 Instrument playedBy(const BellVoice& voice);
+
+// A torn saw through a mouth that opens and closes in time with the song. Brightness is how far.
+struct GrowlVoice {
+    Adsr level;
+    float drive;                 // dB into the tearing
+    float from, to;              // vowels as below, closed and open
+    float size;                  // of the head: 1 is a man's, more is smaller
+    std::array<float, 4> rates;  // swings a beat, bar by bar
+    float beatsPerSecond;
+    float throat;  // how loud the mouth is against the body
+    float detune;  // semitones between the sides
+    float gain;
+};
+Instrument playedBy(const GrowlVoice& voice);
 
 // Saws through four formants. Brightness chooses the vowel: 0 u, 0.25 o, 0.5 a, 0.75 e, 1 i.
 struct SingingVoice {

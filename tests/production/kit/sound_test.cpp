@@ -2,19 +2,24 @@
 // that lets peaks through, meters that are off, tables that are read wrong.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 #include <string>
 #include <vector>
 
+#include "production/kit/sound/arrangement.h"
+#include "production/kit/sound/check.h"
 #include "production/kit/sound/effects.h"
 #include "production/kit/sound/filter.h"
+#include "production/kit/sound/harmony.h"
 #include "production/kit/sound/loudness.h"
-#include "production/kit/sound/mix.h"
 #include "production/kit/sound/notation.h"
 #include "production/kit/sound/oscillator.h"
 #include "production/kit/sound/vorbis.h"
+#include "production/kit/sound/wav.h"
 #include "tests/production/meter.h"
+#include "tests/scratch.h"
 
 using namespace audio;
 
@@ -130,8 +135,24 @@ TEST(SoundKit, roomsDieAwayInTheirTime) {
     EXPECT_LT(std::fabs(product / squares), 0.3);
 }
 
+TEST(SoundKit, clipRoundsPeaksAndLeavesTheRest) {
+    Stereo loud = tone(1, 997, 1.3f);
+    fadeEnds(loud, 0.01f, 0.01f);
+    clipSoftly(loud, 3);
+    EXPECT_NEAR(measure(loud).truePeak, 0, 0.3);
+    // An overtone that would lie at 27 kHz must not fold back to 17.1 kHz.
+    Stereo high = tone(1, 9000, 1.3f);
+    clipSoftly(high, 3);
+    EXPECT_LT(strengthAt(high.left, sampleRate - 3 * 9000), 0.01);
+    Stereo soft = tone(1, 440, 0.5f);
+    const Stereo before = soft;
+    clipSoftly(soft, 0);
+    EXPECT_EQ(soft.left, before.left);
+}
+
 TEST(SoundKit, notationIsReadAsItIsWritten) {
-    const Pattern melody = melodyOf("Bb4+D5:4' -:4 F#4:8, | Cb5:16");
+    const Place place{"verse", "flute", 4};
+    const Pattern melody = melodyOf("Bb4+D5:4' -:4 F#4:8, | Cb5:16", place);
     ASSERT_EQ(melody.steps.size(), 4u);
     EXPECT_EQ(melody.length, 32);
     EXPECT_EQ(melody.steps[0].pitch, 70);
@@ -140,44 +161,159 @@ TEST(SoundKit, notationIsReadAsItIsWritten) {
     EXPECT_GT(melody.steps[0].velocity, melody.steps[3].velocity);
     EXPECT_GT(melody.steps[3].velocity, melody.steps[2].velocity);
     EXPECT_EQ(melody.steps[3].pitch, 71);
+    EXPECT_EQ(barsOf("C4:16 | D4:16 | E4:16", 1, 3), " D4:16 | E4:16");
 
-    // Holds lengthen all notes of a chord, across a bar line too, and the next bar has the next chord.
-    const std::vector<Chord> chords = chordsOf("Gm Bb/D");
-    const Pattern stabs = stabsOf("............X--- -...x...........", chords, 67);
-    ASSERT_EQ(stabs.steps.size(), 6u);
-    for (int i = 0; i < 3; i++) EXPECT_EQ(stabs.steps[i].length, 5);
-    const Pattern bass = bassOf("R............... o.......s.......", chords, 31);
-    EXPECT_EQ(bass.steps[0].pitch, 31);
-    EXPECT_EQ(bass.steps[1].pitch, 50);
-    EXPECT_EQ(bass.steps[2].pitch, 36);
-    EXPECT_EQ(arpeggioOf("3...............", chords, 67).steps[0].pitch, 79);  // one octave over the root
+    // Holds go on across a bar line, and a rest ends what they lengthen.
+    const Marks marks = marksOf("............x--- --.-x", strokes, place);
+    ASSERT_EQ(marks.marks.size(), 2u);
+    EXPECT_EQ(marks.marks[0].length, 6);
+    EXPECT_EQ(marks.marks[1].at, 20);
+    EXPECT_EQ(marks.length, 21);
 }
 
-TEST(SoundKit, whatCannotBeReadIsShown) {
-    const std::vector<Chord> chords = chordsOf("Gm");
-    EXPECT_EXIT(chordsOf("Gm Hm"), testing::ExitedWithCode(1), "\"Hm\"");
-    EXPECT_EXIT(chordsOf("Gm/"), testing::ExitedWithCode(1), "\"Gm/\"");
-    EXPECT_EXIT(chordsOf("Gsus5"), testing::ExitedWithCode(1), "\"Gsus5\"");
-    EXPECT_EXIT(melodyOf("G4:4 A5"), testing::ExitedWithCode(1), "\"A5\"");
-    EXPECT_EXIT(melodyOf("G:4"), testing::ExitedWithCode(1), "\"G:4\"");
-    EXPECT_EXIT(melodyOf("G4:0"), testing::ExitedWithCode(1), "\"G4:0\"");
-    EXPECT_EXIT(melodyOf("G4:12 | A4:4"), testing::ExitedWithCode(1), "bar line");
-    EXPECT_EXIT(hitsOf("x.y."), testing::ExitedWithCode(1), "\"x\\.y\\.\"");
-    EXPECT_EXIT(bassOf("r.x.", chords, 31), testing::ExitedWithCode(1), "\"r\\.x\\.\"");
-    EXPECT_EXIT(arpeggioOf("0.x.", chords, 60), testing::ExitedWithCode(1), "\"0\\.x\\.\"");
+TEST(SoundKit, chordsAreSpreadAndLed) {
+    const std::vector<Chord> chords = chordsOf("Gm Eb Bb/D F,D7b9 Cm9 Ebmaj7", {"verse", "harmony", 0});
+    ASSERT_EQ(chords.size(), 12u);  // two a bar
+    EXPECT_EQ(chords[4].bass, 2);
+    EXPECT_EQ(chords[7].name, "D7b9");
+    constexpr Span range{43, 74};
+    std::vector<int> before;
+    for (const Chord& chord : chords) {
+        const std::vector<int> hand = voicingOf(chord, range, 5, before);
+        ASSERT_EQ(hand.size(), 5u) << chord.name;
+        for (const int tone : chord.tones)
+            EXPECT_TRUE(std::any_of(hand.begin(), hand.end(), [&](int pitch) {
+                return (pitch - tone) % 12 == 0;
+            })) << chord.name;
+        for (size_t i = 0; i < hand.size(); i++) {
+            EXPECT_TRUE(has(chord, hand[i]) && hand[i] >= range.low && hand[i] <= range.high);
+            if (i > 0) {
+                EXPECT_GE(hand[i] - hand[i - 1], hand[i - 1] < 52 ? 5 : 2) << chord.name;
+            }
+            if (!before.empty()) {
+                EXPECT_LE(std::abs(hand[i] - before[i]), 9) << chord.name;
+            }
+        }
+        EXPECT_GE(hand.back() - hand.front(), 14) << chord.name;
+        before = hand;
+    }
+}
 
-    const Song song = {.beatsPerMinute = 120,
-                       .barZero = 0,
-                       .seconds = 1,
-                       .parts = {},
-                       .cues = {{"flute", 0, 1, "x"}},
-                       .harmony = {{0, "Gm"}},
-                       .duckedBy = "kick",
-                       .duckRecovery = 0.2,
-                       .room = {},
-                       .hall = {},
-                       .echoFeedback = 0};
-    EXPECT_EXIT(perform(song), testing::ExitedWithCode(1), "\"flute\"");
+namespace {
+
+// Four bars of two chords for one part and what doubles it.
+Song smallSong(Notation notation, const std::string& pattern, const char* part = "flute") {
+    const auto silent = [](std::span<const Note>, Stereo&) {};
+    return {.beatsPerMinute = 120,
+            .barZero = 0,
+            .seconds = 8,
+            .parts = {{"flute", Role::lead, notation, {41, 72}, silent, {}, 3},
+                      {"shadow", Role::bass, Notation::bass, {26, 39}, silent, {}, 0, "flute"}},
+            .sections = {{"verse", 0, 4, "G minor", "Gm D7b9", 0, {}, {{part, pattern}}}},
+            .duckedBy = "flute",
+            .duckRecovery = 0.2,
+            .room = {},
+            .hall = {},
+            .echoFeedback = 0,
+            .drums = {},
+            .music = {}};
+}
+
+std::vector<int> pitchesOf(const Song& song, size_t part) {
+    std::vector<int> pitches;
+    for (const Note& note : notesOf(song, song.parts[part])) pitches.push_back(int(note.pitch));
+    return pitches;
+}
+
+}  // namespace
+
+TEST(SoundKit, patternsFollowTheHarmony) {
+    // Over G minor, then D: root, octave, fifth, third and the scale's steps to both sides.
+    const Song bass = smallSong(Notation::bass, "r.o.f.t.s.a..... r.....t.........");
+    EXPECT_EQ(pitchesOf(bass, 0),
+              (std::vector{43, 55, 50, 46, 41, 45, 50, 54, 43, 55, 50, 46, 41, 45, 50, 54}));
+    // What doubles it folds each pitch into its own range.
+    EXPECT_EQ(pitchesOf(bass, 1),
+              (std::vector{31, 31, 38, 34, 29, 33, 38, 30, 31, 31, 38, 34, 29, 33, 38, 30}));
+    const Song line = smallSong(Notation::line, "1-------3------- 1-------7-------");
+    for (const auto& pitches = pitchesOf(line, 0); size_t i : {1, 2, 3})
+        EXPECT_LE(std::abs(pitches[i] - pitches[i - 1]), 6);
+    EXPECT_EQ(pitchesOf(smallSong(Notation::arpeggio, "0123............ 0..............."), 0)[4] % 12, 6);
+    // A chord that is held over a change moves with it.
+    EXPECT_EQ(pitchesOf(smallSong(Notation::chords, "x--------------- ----------------"), 0).size(), 12u);
+}
+
+TEST(SoundKit, whatCannotBeReadIsShownWithItsPlace) {
+    struct Mistake {
+        Notation notation;
+        const char *pattern, *line;
+    };
+    const Mistake mistakes[] = {
+        {Notation::melody, "G4:16 | G4:4 A5", "verse, bar 1, flute: a note without a length: \"A5\""},
+        {Notation::melody, "G:4", "verse, bar 0, flute: no pitch: \"G:4\""},
+        {Notation::melody, "G4:0", "\"G4:0\""},
+        {Notation::melody, "G4:12 | A4:4", "verse, bar 0, flute: doesn't fill its bar"},
+        {Notation::melody, "G4:16 | A4:20 | G4:4", "verse, bar 1, flute: too long for its bar: \" A4:20 \""},
+        {Notation::melody, "G4:16 | C7:16", "verse, bar 1, flute: C7 is out of its range"},
+        {Notation::hits, "x............... x.y.", "verse, bar 1, flute: an unknown sign: \"x\\.y\\.\""},
+        {Notation::hits, "x................", "verse, bar 0, flute: too long for its bar"},
+        {Notation::hits, "x... x...............", "verse, bar 0, flute: doesn't fill its bar"},
+        {Notation::melody, "G4:80", "verse, bar 0, flute: longer than its bars"},
+        {Notation::bass, "r.x.", "unknown sign"},
+        {Notation::arpeggio, "0.x.", "unknown sign"},
+        {Notation::chords, "", "nothing to play"},
+    };
+    for (const Mistake& mistake : mistakes)
+        EXPECT_EXIT(proofread(smallSong(mistake.notation, mistake.pattern)), testing::ExitedWithCode(1),
+                    mistake.line);
+    EXPECT_EXIT(proofread(smallSong(Notation::hits, "x...", "tuba")), testing::ExitedWithCode(1),
+                "verse, bar 0, tuba: no part has this name");
+    Song song = smallSong(Notation::hits, "x...");
+    song.sections[0].chords = "Gm Hm";
+    EXPECT_EXIT(proofread(song), testing::ExitedWithCode(1), "verse, bar 1, harmony: no chord: \"Hm\"");
+    for (const char* chord : {"Gm/", "Gsus5", "Gm,"}) {
+        song.sections[0].chords = chord;
+        EXPECT_EXIT(proofread(song), testing::ExitedWithCode(1), "no chord");
+    }
+    song = smallSong(Notation::hits, "x...");
+    song.sections[0].scale = "G mixed";
+    EXPECT_EXIT(proofread(song), testing::ExitedWithCode(1), "verse, bar 0, harmony: no scale: \"G mixed\"");
+    song = smallSong(Notation::hits, "x...");
+    song.sections[0].cues[0].bars = {3, 5};
+    EXPECT_EXIT(proofread(song), testing::ExitedWithCode(1), "verse, bar 3, flute: bars that the section");
     EXPECT_EXIT(writeVorbis("no/such/folder/file.ogg", Stereo(10), 0.5f, {}), testing::ExitedWithCode(1),
                 "no/such/folder/file.ogg");
+    EXPECT_EXIT(writeWav("no/such/folder/file.wav", Stereo(10)), testing::ExitedWithCode(1),
+                "no/such/folder/file.wav");
+}
+
+TEST(SoundKit, scoreIsRemarkedOn) {
+    const auto remarks = [](const std::string& melody) {
+        std::string all;
+        for (const std::string& each : remarksOn(smallSong(Notation::melody, melody))) all += each + "\n";
+        return all;
+    };
+    EXPECT_EQ(remarks("G4:8 A4:7 -:1 | D4:16 | Bb4:4 -:12 | F#4:8 Eb4:8"), "");
+    EXPECT_EQ(remarks("Ab4:8 G4:8 | D4:16 | Bb4:16 | A4:16"),
+              "verse, bar 0, flute: Ab4 is neither in Gm nor in G minor\n"
+              "verse, bar 0, shadow: Ab1 is neither in Gm nor in G minor\n");
+    EXPECT_EQ(remarks("D4+Eb4:8 G4:8 | D4:16 | Bb4:16 | A4:16"), "verse, bar 0, flute: D4 against Eb4\n");
+    EXPECT_EQ(remarks("G4:16 | D4:16 | G4:16 | F#4:16"), "verse, bar 2, all: the same as bar 0\n");
+    Song song = smallSong(Notation::melody, "G4:16 | D4:16 | Bb4:16 | D4:16");
+    song.sections[0].to = 12;
+    const std::vector<std::string> breathless = remarksOn(song);
+    EXPECT_TRUE(std::find(breathless.begin(), breathless.end(),
+                          "verse, bar 0, flute: more than eight bars without a rest") != breathless.end());
+}
+
+TEST(SoundKit, wavIsWhatAnotherProgramReads) {
+    const ScratchDirectory scratch;
+    const Stereo sound = noise(0.1, 0.9f);
+    writeWav(scratch.file("noise.wav").c_str(), sound);
+    const Stereo read = decode(scratch.file("noise.wav"));
+    ASSERT_EQ(read.frames(), sound.frames());
+    for (size_t i = 0; i < read.frames(); i++) {
+        ASSERT_NEAR(read.left[i], sound.left[i], 1e-4);
+        ASSERT_NEAR(read.right[i], sound.right[i], 1e-4);
+    }
 }

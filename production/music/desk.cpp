@@ -1,0 +1,121 @@
+#include "production/music/desk.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <string_view>
+
+#include "production/kit/sound/arrangement.h"
+#include "production/kit/sound/check.h"
+#include "production/kit/sound/wav.h"
+#include "production/music/soundtrack.h"
+
+using namespace audio;
+
+namespace {
+
+struct Wish {
+    std::string file;
+    double from = 0, to = 0;  // bars
+    std::vector<std::string> parts;
+};
+
+bool readBars(const std::string& words, Wish& wish) {
+    int read = 0;
+    return sscanf(words.c_str(), "%lf-%lf%n", &wish.from, &wish.to, &read) == 2 &&
+           read == int(words.size()) && wish.from < wish.to;
+}
+
+void readParts(const std::string& words, Wish& wish) {
+    for (size_t at = 0; at <= words.size();) {
+        const size_t end = std::min(words.find(',', at), words.size());
+        wish.parts.push_back(words.substr(at, end - at));
+        at = end + 1;
+    }
+}
+
+int complain(const char* format, const std::string& what) {
+    fprintf(stderr, format, what.c_str());
+    return 1;
+}
+
+Window windowOf(const Song& song, double from, double to) {
+    const size_t all = frameAt(song.seconds);
+    return {std::min(frameAt(song.secondsAt(from)), all), std::min(frameAt(song.secondsAt(to)), all)};
+}
+
+int hear(const Song& song, const std::vector<std::string>& words) {
+    Wish wish{words[1], double(song.sections.front().from), double(song.sections.back().to), {}};
+    for (size_t i = 2; i < words.size(); i += 2) {
+        if (i + 1 == words.size()) return complain("%s needs a word behind it\n", words[i]);
+        if (words[i] == "--bars") {
+            if (!readBars(words[i + 1], wish)) return complain("No bars: \"%s\"\n", words[i + 1]);
+        } else if (words[i] == "--parts") {
+            readParts(words[i + 1], wish);
+        } else {
+            return complain("The desk doesn't know \"%s\"\n", words[i]);
+        }
+    }
+    const Window window = windowOf(song, wish.from, wish.to);
+    if (window.from >= window.to) return complain("%s would be empty: no such bars\n", wish.file);
+    for (const std::string& part : wish.parts)
+        if (!partOf(song, part)) return complain("No part has the name \"%s\"\n", part);
+    const std::vector<std::string_view> parts(wish.parts.begin(), wish.parts.end());
+    writeWav(wish.file.c_str(), parts.empty() ? finish(song, window).sound : perform(song, window, parts));
+    return 0;
+}
+
+int writeStems(const Song& song, const std::filesystem::path& folder) {
+    std::error_code failure;
+    std::filesystem::create_directories(folder, failure);
+    if (failure) return complain("%s can't be made\n", folder.string());
+    for (const Part& part : song.parts) {
+        writeWav((folder / (part.name + std::string(".wav"))).c_str(),
+                 perform(song, windowOf(song, song.barAt(0), song.barAt(song.seconds)), {part.name}));
+        printf("%s\n", part.name);
+        fflush(stdout);
+    }
+    return 0;
+}
+
+// How far the limiter goes in each section.
+void printLimiter(const Song& song) {
+    const std::vector<float> gain = finish(song, {0, frameAt(song.seconds)}).gain;
+    for (const Section& section : song.sections) {
+        const Window window = windowOf(song, section.from, section.to);
+        float deepest = 1;
+        size_t deep = 0;
+        for (size_t i = window.from; i < window.to; i++) {
+            deepest = std::min(deepest, gain[i]);
+            deep += gain[i] < gainOf(-3);
+        }
+        printf("%-10s limiter down to %5.1f dB, over 3 dB for %4.1f %%\n", section.name,
+               20 * std::log10(deepest), 100.0 * double(deep) / double(window.to - window.from));
+    }
+}
+
+int check(const Song& song) {
+    for (const std::string& remark : remarksOn(song)) printf("%s\n", remark.c_str());
+    printLimiter(song);
+    return 0;
+}
+
+}  // namespace
+
+bool isForDesk(const std::vector<std::string>& words) {
+    return !words.empty() && (words[0] == "--hear" || words[0] == "--stems" || words[0] == "--check");
+}
+
+int runDesk(const std::vector<std::string>& words) {
+    const size_t least = words[0] == "--check" ? 1 : 2;
+    if (words.size() < least || (words[0] != "--hear" && words.size() > least)) {
+        fprintf(stderr, "usage: forge [--icons] FOLDER\n%s", deskUsage);
+        return 1;
+    }
+    const Song song = soundtrack();
+    proofread(song);
+    if (words[0] == "--hear") return hear(song, words);
+    return words[0] == "--stems" ? writeStems(song, words[1]) : check(song);
+}

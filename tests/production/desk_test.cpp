@@ -1,0 +1,77 @@
+// The composer's desk: what it plays is what the soundtrack has there, and what it can't do it says.
+#include "production/music/desk.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "production/kit/sound/arrangement.h"
+#include "production/music/soundtrack.h"
+#include "tests/production/meter.h"
+#include "tests/scratch.h"
+
+using namespace audio;
+
+namespace {
+
+// How far one sound is under full scale where it differs from another, in dB.
+double differenceOf(const Stereo& one, const Stereo& other) {
+    Stereo difference = one;
+    mixAt(difference, other, 0, -1);
+    return levelOf(difference, 0, double(one.frames()) / sampleRate);
+}
+
+}  // namespace
+
+TEST(Desk, aPartSoundsAsInTheWhole) {
+    // Parts without a room: those drift on their own.
+    const ScratchDirectory scratch;
+    const std::string few = scratch.file("few.wav"), more = scratch.file("more.wav");
+    ASSERT_EQ(runDesk({"--hear", few, "--bars", "6-7", "--parts", "bass,sub,hat"}), 0);
+    ASSERT_EQ(runDesk({"--hear", more, "--parts", "bass,sub,hat", "--bars", "4-7"}), 0);
+    const Song song = soundtrack();
+    const size_t bar = frameAt(song.secondsAt(6)), end = frameAt(song.secondsAt(7));
+    const Stereo heard = decode(few), longer = decode(more);
+    ASSERT_EQ(heard.frames(), end - bar);
+    const Stereo same = sliceOf(longer, longer.frames() - heard.frames(), longer.frames());
+    EXPECT_GT(levelOf(heard, 0, 2), -40);
+    EXPECT_LT(differenceOf(heard, same), levelOf(heard, 0, 2) - 40);
+}
+
+TEST(Desk, everyPartPlaysAndNoNoteIsLost) {
+    const Song song = soundtrack();
+    proofread(song);
+    for (const Part& part : song.parts) EXPECT_FALSE(notesOf(song, part).empty()) << part.name;
+    // Below the bass, the sub plays whenever it plays, and where it does.
+    const std::vector<Note> bass = notesOf(song, *partOf(song, "bass"));
+    const std::vector<Note> sub = notesOf(song, *partOf(song, "sub"));
+    for (const Note& note : bass)
+        EXPECT_TRUE(std::any_of(sub.begin(), sub.end(), [&](const Note& under) {
+            return under.start == note.start && int(note.pitch - under.pitch) % 12 == 0;
+        })) << note.beat / 4;
+}
+
+TEST(Desk, whatItCannotDoItSays) {
+    const ScratchDirectory scratch;
+    const std::string file = scratch.file("x.wav");
+    const std::pair<std::vector<std::string>, const char*> wrong[] = {
+        {{"--hear"}, "usage: "},
+        {{"--check", "please"}, "usage: "},
+        {{"--hear", file, "--parts", "lead,tuba"}, "No part has the name \"tuba\""},
+        {{"--hear", file, "--parts", ""}, "No part has the name \"\""},
+        {{"--hear", file, "--bars", "9-8"}, "No bars: \"9-8\""},
+        {{"--hear", file, "--bars", "four"}, "No bars: \"four\""},
+        {{"--hear", file, "--bars", "200-208"}, "would be empty"},
+        {{"--hear", file, "--bars"}, "--bars needs a word"},
+        {{"--hear", file, "--loud", "1"}, "doesn't know \"--loud\""},
+    };
+    for (const auto& [words, line] : wrong) {
+        testing::internal::CaptureStderr();
+        EXPECT_EQ(runDesk(words), 1);
+        EXPECT_NE(testing::internal::GetCapturedStderr().find(line), std::string::npos) << line;
+        EXPECT_FALSE(std::filesystem::exists(file));
+    }
+}
