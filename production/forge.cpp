@@ -31,7 +31,8 @@ std::string wholeFile(const fs::path& path) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-// Of every file below production/ whose path begins with the product's source or kit.
+// Of every file below production/ whose path begins with the product's source or kit, and of the show's
+// times, which the music keeps.
 uint64_t sourceFingerprint(const Product& product) {
     const fs::path production = PRODUCTION_DIR;
     const std::string source = (production / product.source).string();
@@ -43,6 +44,7 @@ uint64_t sourceFingerprint(const Product& product) {
             sources.push_back(path);
     }
     std::sort(sources.begin(), sources.end());
+    sources.push_back(production.parent_path() / "script/show_times.h");
     uint64_t hash = 0xcbf29ce484222325u;
     for (const fs::path& path : sources) hash = fingerprint(wholeFile(path), hash);
     return hash;
