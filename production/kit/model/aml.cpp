@@ -5,26 +5,11 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <map>
-#include <utility>
 
-#include "geometry/aml_format.h"
+#include "geometry/aml_writer.h"
 
 namespace model {
 namespace {
-
-struct Vertex {
-    uint32_t point;
-    std::array<float, 3> normal;
-    std::array<float, 2> uv;
-    auto operator<=>(const Vertex&) const = default;
-};
-
-struct AmlMesh {
-    std::vector<std::array<float, 3>> points;
-    std::vector<Vertex> vertices;
-    std::vector<std::array<uint16_t, 3>> faces;
-};
 
 // The normal of each corner: the face's own and those of the faces around the point that bend away by less
 // than the smoothing angle, weighed by area and by the angle at the corner (Thürmer and Wüthrich 1998, with
@@ -72,97 +57,34 @@ float tidy(double value) {
     return rounded == 0 ? 0.0f : rounded;  // no minus zero
 }
 
-class MeshBuilder {
-public:
-    explicit MeshBuilder(const Shape& triangles) : shape(triangles), normals(triangles) {}
-
-    std::vector<AmlMesh> meshes() {
-        meshList.emplace_back();
-        for (size_t f = 0; f < shape.faces.size(); f++) {
-            if (meshList.back().vertices.size() + 3 > amlMostRecords ||
-                meshList.back().faces.size() == amlMostRecords) {
-                meshList.emplace_back();
-                pointOf.clear();
-                vertexOf.clear();
-            }
-            std::array<uint16_t, 3> face;
-            for (size_t corner = 0; corner < 3; corner++) face[corner] = vertexAt(f, corner);
-            meshList.back().faces.push_back(face);
+void addMeshes(AmlBuilder& builder, const Shape& triangles) {
+    const CornerNormals normals(triangles);
+    builder.beginMesh();
+    for (size_t f = 0; f < triangles.faces.size(); f++) {
+        std::array<AmlCorner, 3> corners;
+        for (size_t i = 0; i < 3; i++) {
+            const int point = triangles.faces[f].points[i];
+            const Vec p = triangles.points[point];
+            const Face& face = triangles.faces[f];
+            const Vec n = face.normals.empty() ? normals.at(f, i) : face.normals[i];
+            const Uv uv = face.uvs[i];
+            corners[i] = {static_cast<uint32_t>(point),
+                          {tidy(p.x), tidy(p.y), tidy(p.z)},
+                          {tidy(n.x), tidy(n.y), tidy(n.z)},
+                          {tidy(uv.s), tidy(uv.t)}};
         }
-        return std::move(meshList);
+        builder.addFace(corners);
     }
-
-private:
-    uint16_t vertexAt(size_t f, size_t corner) {
-        AmlMesh& mesh = meshList.back();
-        const int point = shape.faces[f].points[corner];
-        const auto [place, fresh] = pointOf.try_emplace(point, static_cast<uint32_t>(mesh.points.size()));
-        if (fresh) {
-            const Vec p = shape.points[point];
-            mesh.points.push_back({tidy(p.x), tidy(p.y), tidy(p.z)});
-        }
-        const Vec n = shape.faces[f].normals.empty() ? normals.at(f, corner) : shape.faces[f].normals[corner];
-        const Uv uv = shape.faces[f].uvs[corner];
-        const Vertex vertex = {place->second, {tidy(n.x), tidy(n.y), tidy(n.z)}, {tidy(uv.s), tidy(uv.t)}};
-        const auto [known, added] = vertexOf.try_emplace(vertex, static_cast<uint16_t>(mesh.vertices.size()));
-        if (added) mesh.vertices.push_back(vertex);
-        return known->second;
-    }
-
-    const Shape& shape;
-    CornerNormals normals;
-    std::vector<AmlMesh> meshList;
-    std::map<int, uint32_t> pointOf;
-    std::map<Vertex, uint16_t> vertexOf;
-};
-
-class Bytes {
-public:
-    void put(const void* data, size_t size) {
-        const uint8_t* first = static_cast<const uint8_t*>(data);
-        bytes.insert(bytes.end(), first, first + size);
-    }
-    void putShort(size_t value) {
-        const uint16_t word = static_cast<uint16_t>(value);
-        put(&word, 2);
-    }
-    std::vector<uint8_t> bytes;
-};
-
-void putMesh(Bytes& out, const AmlMesh& mesh) {
-    static_assert(sizeof(Vertex) == (1 + 3 + 2) * 4);
-    constexpr uint8_t attributes[] = {3, gvertexAttrib, 1, normalAttrib, 3, texCoordAttrib, 2};
-    out.putShort(mesh.points.size());
-    out.putShort(mesh.vertices.size());
-    out.putShort(mesh.faces.size());
-    out.put(attributes, sizeof attributes);
-    out.put(mesh.points.data(), mesh.points.size() * sizeof mesh.points[0]);
-    out.put(mesh.vertices.data(), mesh.vertices.size() * sizeof mesh.vertices[0]);
-    out.put(mesh.faces.data(), mesh.faces.size() * sizeof mesh.faces[0]);
 }
 
 }  // namespace
 
 void writeAml(const char* path, const std::vector<Shape>& shapes) {
-    std::vector<AmlMesh> meshes;
-    for (const Shape& shape : shapes) {
-        const Shape triangles = triangulated(welded(shape));
-        for (AmlMesh& mesh : MeshBuilder(triangles).meshes()) meshes.push_back(std::move(mesh));
-    }
-    Bytes out;
-    const uint8_t version = amlVersion;
-    const uint32_t count = static_cast<uint32_t>(meshes.size());
-    out.put(amlMagic, sizeof amlMagic);
-    out.put(&version, sizeof version);
-    out.put(&count, sizeof count);
-    for (const AmlMesh& mesh : meshes) putMesh(out, mesh);
-
-    FILE* file = fopen(path, "wb");
-    const bool whole = file && fwrite(out.bytes.data(), out.bytes.size(), 1, file) == 1;
-    if (!file || fclose(file) != 0 || !whole) {
-        fprintf(stderr, "Can't write %s\n", path);
-        exit(1);
-    }
+    AmlBuilder builder;
+    for (const Shape& shape : shapes) addMeshes(builder, triangulated(welded(shape)));
+    if (writeAmlFile(path, builder.meshes)) return;
+    fprintf(stderr, "Can't write %s\n", path);
+    exit(1);
 }
 
 }  // namespace model

@@ -1,0 +1,234 @@
+// `aml`: models of several formats to mesh files and back, and what it says of them.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include "geometry/aml.h"
+#include "geometry/aml_writer.h"
+#include "script/resources.h"
+#include "tests/scratch.h"
+#include "tools/aml/info.h"
+#include "tools/aml/model.h"
+
+namespace {
+
+using Corner = std::array<float, 8>;  // position, normal, coordinates
+using Triangle = std::array<Corner, 3>;
+
+void read(MeshSet& set, const std::string& path) {
+    ResDescFile stream(path.c_str());
+    loadAml(set, stream, path.c_str());
+}
+
+std::vector<Triangle> trianglesOf(const std::string& path) {
+    MeshSet set;
+    read(set, path);
+    std::vector<Triangle> triangles;
+    for (Mesh& mesh : set) {
+        mesh.expandPositions(path.c_str());
+        EXPECT_EQ(mesh.vsize, 8);
+        for (int i = 0; i < mesh.faceCount; i++) {
+            Triangle& triangle = triangles.emplace_back();
+            for (int k = 0; k < 3; k++)
+                std::copy_n(&mesh.vertices[8 * mesh.face(i)[k]], 8, triangle[k].begin());
+        }
+    }
+    return triangles;
+}
+
+float apart(const std::vector<Triangle>& a, const std::vector<Triangle>& b, size_t begin, size_t end) {
+    float most = 0;
+    for (size_t i = 0; i < std::min(a.size(), b.size()); i++)
+        for (int k = 0; k < 3; k++)
+            for (size_t word = begin; word < end; word++)
+                most = std::max(most, std::fabs(a[i][k][word] - b[i][k][word]));
+    return most;
+}
+
+// The status with which the program ends, and what it says.
+struct Outcome {
+    int status;
+    std::string said;
+};
+Outcome aml(const std::string& words) {
+    const ScratchDirectory scratch;
+    const std::string command = AML_PROGRAM " " + words + " >" + scratch.file("said") + " 2>&1";
+    const int status = std::system(command.c_str());
+    std::ifstream file(scratch.file("said"));
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, {std::istreambuf_iterator<char>(file), {}}};
+}
+
+TEST(AmlTool, ModelsOfManyFormatsComeBackAsTheyWere) {
+    const struct {
+        const char* format;
+        float tolerance;
+        bool hasCoordinates = true;
+    } formats[] = {{"obj", 1e-4f}, {"gltf", 1e-5f}, {"glb", 1e-5f},       {"fbx", 1e-4f},
+                   {"ply", 1e-4f}, {"dae", 1e-4f},  {"stl", 1e-3f, false}};
+    for (const std::string file : {"ship", "huone_detail"}) {
+        const std::string original = "data/" + file + ".AML";
+        const std::vector<Triangle> before = trianglesOf(original);
+        for (const auto& row : formats) {
+            SCOPED_TRACE(file + "." + row.format);
+            const ScratchDirectory scratch;
+            const std::string model = scratch.file(std::string("a model.") + row.format),
+                              back = scratch.file("back.AML");
+            ASSERT_EQ(aml("export " + original + " '" + model + "'").status, 0);
+            const Outcome run = aml("import '" + model + "' " + back);
+            ASSERT_EQ(run.status, 0) << run.said;
+            const std::vector<Triangle> after = trianglesOf(back);
+            ASSERT_EQ(before.size(), after.size());
+            EXPECT_LT(apart(before, after, 0, 3), 10 * row.tolerance);
+            if (row.hasCoordinates) {
+                EXPECT_LT(apart(before, after, 3, 6), row.tolerance);
+                EXPECT_LT(apart(before, after, 6, 8), row.tolerance);
+                // As many vertices as before: what corners share they share again.
+                EXPECT_NEAR(double(std::filesystem::file_size(back)) / std::filesystem::file_size(original),
+                            1, 0.03);
+            }
+        }
+    }
+}
+
+// A quad above the ground seen from above, in a file as modellers write it.
+constexpr char quad[] =
+    "v 0 1 0\nv 2 1 0\nv 2 1 -2\nv 0 1 -2\n"
+    "vt 0 0\nvt 1 0\nvt 1 1\nvt 0 1\nf 1/1 2/2 3/3 4/4\n";
+
+TEST(AmlTool, CutsPolygonsAndMakesNormalsAndTurnsPicturesUpright) {
+    const ScratchDirectory scratch;
+    const ImportedModel model = importModel(scratch.write("quad.obj", quad), {});
+    ASSERT_EQ(model.problem, "");
+    ASSERT_EQ(model.meshes.size(), 1u);
+    const AmlMeshData& mesh = model.meshes[0];
+    ASSERT_EQ(mesh.faces.size(), 2u);
+    ASSERT_EQ(mesh.positions.size(), 4u);
+    ASSERT_EQ(mesh.vertices.size(), 4u);
+    for (const AmlVertex& vertex : mesh.vertices) {
+        EXPECT_EQ(vertex.normal, (std::array<float, 3>{0, 1, 0}));
+        const auto& p = mesh.positions[vertex.position];
+        EXPECT_EQ(vertex.coordinates, (std::array<float, 2>{p[0] / 2, 1 + p[2] / 2}));
+    }
+    EXPECT_EQ(model.notes, std::vector<std::string>{"Without normals in the model: made"});
+}
+
+TEST(AmlTool, ScalesFirstAndTurnsOneAfterTheOther) {
+    const ScratchDirectory scratch;
+    scratch.write("quad.obj", quad);
+    const std::string back = scratch.file("quad.AML");
+    ASSERT_EQ(
+        aml("import " + scratch.file("quad.obj") + " " + back + " --scale 3 --turn x:90 --turn z:90").status,
+        0);
+    // (x, y, z) is (x, -z, y) after the first turn and (z, x, y) after the second.
+    for (const Triangle& triangle : trianglesOf(back)) {
+        for (const Corner& corner : triangle) {
+            EXPECT_TRUE(std::fabs(corner[0]) < 1e-5f || std::fabs(corner[0] + 6) < 1e-5f) << corner[0];
+            EXPECT_NEAR(corner[2], 3, 1e-5f);
+            EXPECT_NEAR(corner[5], 1, 1e-5f);
+        }
+    }
+    // A mirror image has its fronts in front.
+    ASSERT_EQ(aml("import " + scratch.file("quad.obj") + " " + back + " --scale -1").status, 0);
+    const Triangle first = trianglesOf(back).at(0);
+    const auto side = [&](int k, int axis) { return first[k][axis] - first[0][axis]; };
+    const float up = side(1, 2) * side(2, 0) - side(1, 0) * side(2, 2);
+    EXPECT_GT(up * first[0][4], 0);
+}
+
+TEST(AmlTool, ContinuesWhatOutgrowsAMeshInFurtherOnes) {
+    const ScratchDirectory scratch;
+    constexpr int side = 300;  // 90,601 points
+    std::string text;
+    for (int i = 0; i <= side; i++)
+        for (int k = 0; k <= side; k++) text += "v " + std::to_string(i) + " 0 " + std::to_string(k) + "\n";
+    for (int i = 0; i < side; i++) {
+        for (int k = 1; k <= side; k++) {
+            const int at = i * (side + 1) + k;
+            text += "f " + std::to_string(at) + " " + std::to_string(at + 1) + " " +
+                    std::to_string(at + side + 2) + " " + std::to_string(at + side + 1) + "\n";
+        }
+    }
+    const std::string back = scratch.file("grid.AML");
+    ASSERT_EQ(aml("import " + scratch.write("grid.obj", text) + " " + back).status, 0);
+    MeshSet set;
+    read(set, back);
+    EXPECT_GE(set.count, 3);
+    EXPECT_EQ(trianglesOf(back).size(), 2u * side * side);
+}
+
+TEST(AmlTool, HasNothingAgainstTheShowsFiles) {
+    ASSERT_EQ(int(meshUses().size()), resourceCounts().meshes);
+    for (const MeshUse& use : meshUses()) {
+        const std::string path = std::string("data/") + use.file;
+        MeshSet set;
+        read(set, path);
+        EXPECT_EQ(objections(set, path), std::vector<std::string>{}) << path;
+        EXPECT_NE(aml("info " + path).said.find(std::string("\"") + use.key + "\""), std::string::npos);
+    }
+}
+
+TEST(AmlTool, SaysWhatTheShowWouldObjectTo) {
+    MeshSet set;
+    read(set, "data/pallo.AML");
+    const std::vector<std::string> large = objections(set, "elsewhere/palikka.AML");
+    ASSERT_EQ(large.size(), 1u);
+    EXPECT_NE(large[0].find("where its scenes leave room for 52"), std::string::npos);
+    MeshSet detailed;
+    read(detailed, "data/pallero_detail.AML");
+    EXPECT_EQ(objections(detailed, "tunneli.AML").size(), 1u);
+    EXPECT_EQ(objections(detailed, "mine.AML").size(), 0u);
+
+    std::swap(set.meshes[0].attribType[0], set.meshes[0].attribType[1]);
+    set.meshes[0].attribSize[0] = 3;
+    set.meshes[0].attribSize[1] = 1;
+    set.meshes[0].rebuildAttribs();
+    set.meshes[0].vertexCount = set.meshes[0].faceCount = 0;
+    const std::vector<std::string> turned = objections(set, "mine.AML");
+    ASSERT_EQ(turned.size(), 2u);
+    EXPECT_NE(turned[1].find("does not start with it"), std::string::npos);
+}
+
+TEST(AmlTool, BadInputEndsWithOneLineAndLosesNothing) {
+    const ScratchDirectory scratch;
+    const std::string root = scratch.path.string() + "/", kept = scratch.write("kept.AML", "kept");
+    scratch.write("text.obj", "this is no model\n");
+    scratch.write("points.obj", "v 0 0 0\nv 1 0 0\n");
+    scratch.write("cut.glb", "glTF\2");
+    std::filesystem::copy("data/ship.AML", root + "cut.AML");
+    std::filesystem::resize_file(root + "cut.AML", 1000);
+    const std::vector<std::string> commands = {"import " + root + "text.obj " + kept,
+                                               "import " + root + "points.obj " + kept,
+                                               "import " + root + "cut.glb " + kept,
+                                               "import " + root + "none.fbx " + kept,
+                                               "info " + root + "none.AML",
+                                               "info " + root + "cut.AML",
+                                               "info " + kept,
+                                               "export " + root + "cut.AML " + root + "a.obj",
+                                               std::string("export data/ship.AML ") + root + "a.nothing",
+                                               std::string("export data/ship.AML ") + root,
+                                               "export data/ship.AML " + root + "none/a.obj",
+                                               "import " + root + "text.obj",
+                                               std::string("turn a b"),
+                                               "import a b --scale 0",
+                                               "import a b --turn w:1",
+                                               "import a b --turn",
+                                               "info a --wide"};
+    for (const std::string& words : commands) {
+        const Outcome run = aml(words);
+        EXPECT_EQ(run.status, 1) << words;
+        EXPECT_EQ(std::count(run.said.begin(), run.said.end(), '\n'), 1) << words << ": " << run.said;
+    }
+    EXPECT_EQ(std::filesystem::file_size(kept), 4u);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(scratch.path), {}), 5);
+}
+
+}  // namespace

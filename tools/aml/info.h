@@ -1,0 +1,26 @@
+// What an AML file holds, and what the show has against it.
+#pragma once
+
+#include <span>
+#include <string>
+#include <vector>
+
+#include "geometry/mesh.h"
+
+// How the show uses one of its files.
+struct MeshUse {
+    const char* file;
+    const char* key;
+    float reach;  // units: how far from the origin its scenes leave room
+    bool traced;  // beams bounce off it, so each face counts
+};
+std::span<const MeshUse> meshUses();
+// By the file's name, in whatever folder; nullptr if the show has no such file.
+const MeshUse* useOf(const std::string& path);
+
+// Several lines, each ended. `set` as loadAml leaves it.
+std::string describeMeshes(const MeshSet& set);
+
+// A line, not ended, for each reason why the show can't use the file under its name, or would look wrong or
+// run slow with it. A file of another name is judged by what holds for all.
+std::vector<std::string> objections(const MeshSet& set, const std::string& path);

@@ -1,0 +1,69 @@
+// Mesh files for those who have modellers.
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+#include "geometry/aml.h"
+#include "geometry/res_desc.h"
+#include "tools/aml/info.h"
+#include "tools/aml/model.h"
+#include "tools/aml/options.h"
+
+namespace {
+
+int fail(const std::string& path, const std::string& problem) {
+    fprintf(stderr, "%s: %s\n", path.c_str(), problem.c_str());
+    return 1;
+}
+
+void read(MeshSet& set, const std::string& path) {
+    ResDescFile stream(path.c_str());
+    loadAml(set, stream, path.c_str());
+}
+
+void printObjections(const MeshSet& set, const std::string& path) {
+    for (const std::string& line : objections(set, path)) printf("! %s\n", line.c_str());
+}
+
+int info(const std::string& path) {
+    MeshSet set;
+    read(set, path);
+    int faces = 0;
+    for (const Mesh& mesh : set) faces += mesh.faceCount;
+    printf("%s: %d mesh%s, %d faces\n", path.c_str(), set.count, set.count == 1 ? "" : "es", faces);
+    fputs(describeMeshes(set).c_str(), stdout);
+    if (const MeshUse* use = useOf(path))
+        printf("the show draws it as \"%s\"%s\n", use->key, use->traced ? ", and beams bounce off it" : "");
+    printObjections(set, path);
+    return 0;
+}
+
+// Moved to its place when it is whole.
+int import(const std::string& model, const std::string& path, const Placing& placing) {
+    const ImportedModel imported = importModel(model, placing);
+    if (!imported.problem.empty()) return fail(model, imported.problem);
+    const std::string unfinished = path + ".unfinished";
+    if (!writeAmlFile(unfinished.c_str(), imported.meshes) || rename(unfinished.c_str(), path.c_str()) != 0) {
+        const int error = errno;
+        remove(unfinished.c_str());
+        return fail(path, strerror(error));
+    }
+    for (const std::string& note : imported.notes) printf("%s\n", note.c_str());
+    return info(path);
+}
+
+int exportTo(const std::string& path, const std::string& model) {
+    MeshSet set;
+    read(set, path);
+    const std::string problem = exportModel(set, model);
+    return problem.empty() ? 0 : fail(model, problem);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const AmlOptions options = parseAmlOptions(argc, argv);
+    if (options.command == "import") return import(options.files[0], options.files[1], options.placing);
+    if (options.command == "export") return exportTo(options.files[0], options.files[1]);
+    return info(options.files[0]);
+}
