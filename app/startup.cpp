@@ -5,7 +5,6 @@
 #include "app/app.h"
 #include "app/window.h"
 #include "render/demo.h"
-#include "script/resources.h"
 #include "script/show_times.h"
 
 namespace {
@@ -34,16 +33,16 @@ void printSoundOutput(int output) {
 
 }  // namespace
 
-void initialiseDemo() {
+void initialiseDemo(const Stages& stages) {
     startDemo();
     demo->drawLoadingScreen();
-    loadMeshes();
+    stages.meshes();
     demo->drawLoadingScreen();
-    loadTextures();
+    stages.textures();
     demo->drawLoadingScreen();
     createEffects();
     demo->drawLoadingScreen();
-    loadShaders();
+    stages.shaders();
     demo->drawLoadingScreen();
 
     demo->clock.setBpm(showtime::beatsPerMinute);
@@ -58,11 +57,11 @@ void centreBoom() {
     demo->useShader();
 }
 
-void startMusic(int soundOutput) {
+void startMusic(int soundOutput, const char* path) {
     sound::setOutput(soundOutput);
     printSoundOutput(sound::output());
     sound::start(mixingRate, mixingChannels);
-    app.music.stream = sound::openStream(SoundMusic::path);
+    app.music.stream = sound::openStream(path);
     sound::play(SoundMusic::channel, app.music.stream);
     demo->clock.source = &app.music;
 }

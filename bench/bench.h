@@ -51,3 +51,4 @@ Figures benchFrames(const std::string& part);
 Figures benchUndrawnFrames(const std::string& part);
 Figures benchInstructions(const std::string& part);
 Figures benchCapture(const std::string& part);
+Figures benchReload(const std::string& part);

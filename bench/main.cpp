@@ -22,7 +22,7 @@ const struct Group {
     {"loaders", benchLoaders},       {"rays", benchRays},
     {"startup", benchStartUp},       {"frames", benchFrames},
     {"undrawn", benchUndrawnFrames}, {"instructions", benchInstructions},
-    {"capture", benchCapture},
+    {"capture", benchCapture},       {"reload", benchReload},
 };
 
 void printGoal(const Figure& figure) {

@@ -74,8 +74,8 @@ void startDemo() {
     glLineWidth(2);
     demo->setViewportAspect(4, 3);
 
-    demo->loadTexture("data/loading.jpg", "loading", GL_REPEAT, GL_REPEAT);
-    demo->setTextureSize("loading", 512, 512);
+    demo->loadTexture(loadingPicture, "loading", GL_REPEAT, GL_REPEAT);
+    demo->setTextureSize("loading", loadingPictureSize, loadingPictureSize);
 }
 
 void Demo::drawLoadingScreen() {

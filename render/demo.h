@@ -11,6 +11,7 @@
 #include "app/clock.h"
 
 struct EffectBase;
+struct Image;
 struct MeshSet;
 
 struct Camera {
@@ -51,6 +52,10 @@ struct Blur {
     int size = 0;        // pixels: side of the corner that the work is done in; 0 takes the picture's own
 };
 
+// The picture of the loading screen, texture "loading": loaded before everything else, so it is record 0.
+constexpr char loadingPicture[] = "data/loading.jpg";
+constexpr int loadingPictureSize = 512;  // pixels, whatever the file's own size
+
 struct Demo {
     Camera camera;
     Light lights[8];
@@ -83,6 +88,8 @@ struct Demo {
     // that can't be such a texture ends the program. setTextureSize only changes what a screen quad assumes.
     int loadTexture(const char* path, const char* name, GLenum wrapS, GLenum wrapT);
     void setTextureSize(const char* name, int width, int height);
+    // Between frames: another picture for a record, whose GL texture goes. False if it can't be a texture.
+    bool replaceTexture(const char* name, const Image& image, GLenum wrapS, GLenum wrapT);
     int textureIndex(const char* name) { return textureNames[name]; }
     GLuint texture(const char* name) { return textures[textureIndex(name)].texture; }
 
@@ -102,6 +109,9 @@ struct Demo {
     // Coordinates of unit `from` are read by unit `to` as well.
     void remapTexCoords(const char* key, int from, int to);
     void drawMesh(const char* key);
+    // Between frames: another set, uploaded already, for a key. The one before goes with its buffers; an
+    // effect that keeps what beams see of it has to be made anew.
+    void replaceMesh(const char* key, MeshSet* set);
 
     // Viewport of the screen, 800 x 600, for an aspect of a : b.
     void setViewportAspect(float a, float b);

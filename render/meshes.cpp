@@ -36,3 +36,15 @@ void Demo::drawMesh(const char* key) {
     if (!set) return;
     for (const Mesh& mesh : *set) mesh.draw();
 }
+
+void Demo::replaceMesh(const char* key, MeshSet* set) {
+    MeshSet*& current = meshes[key];
+    if (current) {
+        for (const Mesh& mesh : *current) {
+            glDeleteBuffersARB(1, &mesh.vertexBuffer);
+            glDeleteBuffersARB(1, &mesh.indexBuffer);
+        }
+    }
+    delete current;
+    current = set;
+}

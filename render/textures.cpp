@@ -1,14 +1,9 @@
-#include "image/image.h"
+#include "render/textures.h"
+
 #include "render/demo.h"
 #include "render/quit.h"
 
 namespace {
-
-// RGB or RGBA in whole bytes: what GL can take as it lies in memory.
-bool isTextureImage(const Image& image) {
-    return (image.channels == 3 || image.channels == 4) &&
-           image.stride == uint32_t(image.width) * image.channels;
-}
 
 GLuint createMipmappedTexture(const Image& image, GLenum wrapS, GLenum wrapT) {
     const GLenum format = image.channels == 4 ? GL_RGBA : GL_RGB;
@@ -31,6 +26,11 @@ GLuint createMipmappedTexture(const Image& image, GLenum wrapS, GLenum wrapT) {
 
 }  // namespace
 
+bool isTextureImage(const Image& image) {
+    return (image.channels == 3 || image.channels == 4) &&
+           image.stride == static_cast<uint32_t>(image.width) * image.channels;
+}
+
 int Demo::loadTexture(const char* path, const char* name, GLenum wrapS, GLenum wrapT) {
     const int index = nextTexture++;
     Texture& record = textures[index];
@@ -45,6 +45,17 @@ int Demo::loadTexture(const char* path, const char* name, GLenum wrapS, GLenum w
     record.height = record.textureHeight = image.height;
     delete[] image.pixels;
     return index;
+}
+
+bool Demo::replaceTexture(const char* name, const Image& image, GLenum wrapS, GLenum wrapT) {
+    if (!isTextureImage(image)) return false;
+    Texture& record = textures[textureIndex(name)];
+    const GLuint before = record.texture;
+    record.texture = createMipmappedTexture(image, wrapS, wrapT);
+    record.width = record.textureWidth = image.width;
+    record.height = record.textureHeight = image.height;
+    glDeleteTextures(1, &before);
+    return true;
 }
 
 void Demo::setTextureSize(const char* name, int width, int height) {

@@ -16,12 +16,6 @@ namespace {
 
 constexpr int expandAndUpload = 1;
 
-struct MeshRow {
-    const char* path;
-    const char* key;
-    void (*afterwards)() = nullptr;
-};
-
 const MeshRow meshTable[] = {
     {"data/laatikko.AML", "laatikko"},
     {"data/ship.AML", "ship"},
@@ -39,14 +33,6 @@ const MeshRow meshTable[] = {
     {"data/pallero.AML", "pallero"},
     {"data/pallero_detail.AML", "pallero2"},
     {"data/block.AML", "block"},
-};
-
-// Width and height are what a screen quad takes the picture for, whatever the file's own size.
-struct TextureRow {
-    const char* path;
-    const char* key;
-    GLenum wrapS, wrapT;
-    int width, height;
 };
 
 // The lasers end in T, so that a beam's edge does not come back on its other side.
@@ -75,11 +61,6 @@ const TextureRow textureTable[] = {
     {"data/white.png", "white", GL_REPEAT, GL_REPEAT, 64, 64},
 };
 
-struct EffectRow {
-    const char* key;
-    EffectBase* (*create)();
-};
-
 const EffectRow effectTable[] = {
     {"cubes1", []() -> EffectBase* { return new CubeHeap(demo, "laatikko"); }},
     {"stripes", []() -> EffectBase* { return new FakeStripes(demo, "haromalli", "koe"); }},
@@ -91,11 +72,6 @@ const EffectRow effectTable[] = {
     {"huone", []() -> EffectBase* { return new Huone(demo, "spot"); }},
 };
 
-struct ShaderRow {
-    const char* base;
-    const char* name;
-};
-
 const ShaderRow shaderTable[] = {
     {"data/shaders/smoke", "smoke"},         {"data/shaders/smoke2", "smoke2"},
     {"data/shaders/distort", "distort"},     {"data/shaders/boom", "boom"},
@@ -103,6 +79,19 @@ const ShaderRow shaderTable[] = {
 };
 
 }  // namespace
+
+std::span<const MeshRow> meshRows() {
+    return meshTable;
+}
+std::span<const TextureRow> textureRows() {
+    return textureTable;
+}
+std::span<const EffectRow> effectRows() {
+    return effectTable;
+}
+std::span<const ShaderRow> shaderRows() {
+    return shaderTable;
+}
 
 void loadMeshes() {
     for (const MeshRow& row : meshTable) {

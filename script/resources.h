@@ -1,6 +1,42 @@
 // Everything the show loads, in the order it is loaded; the loading screen is drawn after every item.
 #pragma once
 
+#include <GL/glew.h>
+
+#include <span>
+
+struct EffectBase;
+
+struct MeshRow {
+    const char* path;
+    const char* key;
+    void (*afterwards)() = nullptr;
+};
+
+// Width and height are what a screen quad takes the picture for, whatever the file's own size.
+struct TextureRow {
+    const char* path;
+    const char* key;
+    GLenum wrapS, wrapT;
+    int width, height;
+};
+
+struct EffectRow {
+    const char* key;
+    EffectBase* (*create)();
+};
+
+struct ShaderRow {
+    const char* base;
+    const char* name;
+};
+
+// For whoever loads single items again.
+std::span<const MeshRow> meshRows();
+std::span<const TextureRow> textureRows();
+std::span<const EffectRow> effectRows();
+std::span<const ShaderRow> shaderRows();
+
 void loadMeshes();
 void loadTextures();
 void createEffects();

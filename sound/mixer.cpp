@@ -136,6 +136,18 @@ Stream* Mixer::openStream(const char* path) {
     return streams.back().get();
 }
 
+void Mixer::closeStream(Stream* stream) {
+    const auto place = std::find_if(streams.begin(), streams.end(),
+                                    [&](const auto& owned) { return owned.get() == stream; });
+    if (!stream || place == streams.end()) return;
+    std::lock_guard lock(mutex);
+    std::replace(channels.begin(), channels.end(), stream, static_cast<Stream*>(nullptr));
+    closing.push_back(std::move(*place));
+    streams.erase(place);
+    changed = true;
+    wake.notify_one();
+}
+
 void Mixer::play(int channel, Stream* stream) {
     std::lock_guard lock(mutex);
     if (!stream || channel < 0 || size_t(channel) >= channels.size() || quitting) return;
@@ -253,6 +265,7 @@ bool Mixer::hear(const DeviceState& state, Time before, Time after) {
 // Empties the device, so that the next frame written is the one that is due when it will be heard.
 void Mixer::seat() {
     std::vector<Time> places;
+    std::vector<std::unique_ptr<Stream>> closed;  // once nothing plays them
     {
         std::lock_guard lock(mutex);
         changed = false;
@@ -261,6 +274,7 @@ void Mixer::seat() {
         seatTime = latestReport = heard.at(seatedAt) + lead;
         leadLearnt = false;
         playing.clear();
+        closed.swap(closing);
         for (Stream* stream : channels) {
             if (!stream || !stream->playhead.isRunning()) continue;
             playing.push_back(stream);

@@ -29,6 +29,7 @@ public:
     void stop();
 
     Stream* openStream(const char* path);
+    void closeStream(Stream* stream);
     void play(int channel, Stream* stream);
     int position(const Stream* stream);
     void setPosition(Stream* stream, int ms);
@@ -71,6 +72,7 @@ private:
     int outputCode = 0;
     HeardPosition heard;
     std::vector<Stream*> channels;
+    std::vector<std::unique_ptr<Stream>> closing;  // the thread may still be reading from them
     bool spectrumActive = false;
     std::vector<float> recent;  // the mix in mono: frame n of the time line is at n modulo the size
 

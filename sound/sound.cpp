@@ -36,6 +36,9 @@ void stop() {
 Stream* openStream(const char* path) {
     return mixer().openStream(path);
 }
+void closeStream(Stream* stream) {
+    mixer().closeStream(stream);
+}
 void play(int channel, Stream* stream) {
     mixer().play(channel, stream);
 }

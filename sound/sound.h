@@ -21,9 +21,12 @@ void start(int rate, int channels);
 // Ends the thread and closes the output; every stream stands from here on. exit calls it by itself.
 void stop();
 
-// An Ogg Vorbis file of any rate and number of channels; nullptr if it can't be played. A stream is never
-// closed. nullptr is a valid stream to every call: it stands at 0.
+// An Ogg Vorbis file of any rate and number of channels; nullptr if it can't be played. nullptr is a valid
+// stream to every call: it stands at 0.
 Stream* openStream(const char* path);
+// Ends it, on whatever channel it plays; no call may name it afterwards. A stream that nobody closes lives as
+// long as the process.
+void closeStream(Stream* stream);
 // Lets the stream run on the channel from its position on (0 when new), in place of what was playing there.
 // A channel that does not exist plays nothing.
 void play(int channel, Stream* stream);

@@ -1,60 +1,12 @@
 // The rehearsal in the test's own window: transport, loops, and what is held against what a film would have.
 #include <cstring>
 
-#include "app/app.h"
-#include "tests/show.h"
-#include "tools/rehearse/rehearsal.h"
+#include "tests/tools/rehearsal_window.h"
 #include "tools/rehearse/timeline_strip.h"
 
 namespace {
 
-// A music without sound that stands at the start, and the desk hidden: what is looked at is the show.
-class Rehearse : public Show {
-public:
-    void SetUp() override {
-        Show::SetUp();
-        app.messages.lines.clear();
-        // Whatever earlier tests have left is not what a start finds.
-        rewind();
-        show.emplace(Transport::framesPerSecond, SteppedShow::Loaded{});
-        rehearsal.emplace(*show);
-        rehearsal->deskShown = false;
-    }
-    void TearDown() override {
-        rehearsal.reset();
-        show.reset();
-        demo->clock.source = &music;
-        Show::TearDown();
-    }
-
-    void key(SDLKey symbol, SDLMod modifiers = KMOD_NONE) {
-        SDL_Event event{};
-        event.type = SDL_KEYDOWN;
-        event.key.keysym.sym = symbol;
-        event.key.keysym.mod = modifiers;
-        rehearsal->handleEvent(event);
-    }
-    // Frames until what is held is drawn exactly. The picture in the window, which is what was swapped.
-    Screen settle() {
-        do {
-            rehearsal->frame();
-        } while (!rehearsal->exact);
-        return readWindow();
-    }
-    Screen goTo(int ms) {
-        rehearsal->transport.setPosition(ms);
-        return settle();
-    }
-
-    std::optional<SteppedShow> show;
-    std::optional<Rehearsal> rehearsal;
-};
-
-int differing(const Screen& a, const Screen& b) {
-    int count = 0;
-    for (size_t i = 0; i < a.pixels.size(); ++i) count += !(a.pixels[i] == b.pixels[i]);
-    return count;
-}
+using Rehearse = RehearsalWindow;
 
 // Beats that a jump back would leave in the future, boxes in mid-turn, lights and shocks that another segment
 // has left behind: none may show.

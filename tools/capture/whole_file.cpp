@@ -1,5 +1,6 @@
 #include "tools/capture/whole_file.h"
 
+#include <GL/glew.h>
 #include <png.h>
 #include <unistd.h>
 
@@ -7,6 +8,8 @@
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
+
+#include "render/screen.h"
 
 bool writeWholePng(const char* path, const Image& image) {
     const std::filesystem::path place(path);
@@ -22,7 +25,17 @@ bool writeWholePng(const char* path, const Image& image) {
     if (png_image_write_to_file(&png, unfinished.c_str(), 0, image.pixels, image.stride, nullptr) &&
         rename(unfinished.c_str(), path) == 0)
         return true;
-    fprintf(stderr, "capture: %s was not written: %s\n", path, errno ? strerror(errno) : png.message);
+    fprintf(stderr, "%s: %s was not written: %s\n", program_invocation_short_name, path,
+            errno ? strerror(errno) : png.message);
     unlink(unfinished.c_str());
     return false;
+}
+
+bool writeScreen(const std::string& path) {
+    const Image image = createImage(screenWidth, screenHeight, 3);
+    glReadPixels(0, 0, screenWidth, screenHeight, GL_RGB, GL_UNSIGNED_BYTE, image.pixels);
+    flipImage(image, 1, 0);
+    const bool written = writeWholePng(path.c_str(), image);
+    delete[] image.pixels;
+    return written;
 }

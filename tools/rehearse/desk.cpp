@@ -1,6 +1,7 @@
 #include "tools/rehearse/desk.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <cstdarg>
 #include <iterator>
@@ -8,6 +9,7 @@
 
 #include "app/clock.h"
 #include "render/screen.h"
+#include "script/show_times.h"
 #include "script/timeline.h"
 #include "tools/rehearse/canvas.h"
 #include "tools/rehearse/timeline_strip.h"
@@ -185,13 +187,12 @@ BarAndBeat barAndBeatAt(int ms) {
     MusicClock clock;
     clock.currentTime = static_cast<float>(ms * 0.001);
     const int beat = static_cast<int>(std::floor(clock.beatPosition()));
-    const int bar = static_cast<int>(std::floor(beat / 4.0));
-    return {bar, beat - 4 * bar + 1};
+    const int bar = static_cast<int>(std::floor(static_cast<double>(beat) / showtime::beatsPerBar));
+    return {bar, beat - showtime::beatsPerBar * bar + 1};
 }
 
 double barStart(int bar) {
-    // The clock's beatPosition the other way round.
-    return (17.138 + bar * 4 / 2.1) * 1000;
+    return showtime::beatZero.ms + bar * showtime::beatsPerBar * 60000.0 / showtime::beatsPerMinute;
 }
 
 std::string clockTime(int ms) {
@@ -200,7 +201,10 @@ std::string clockTime(int ms) {
 
 std::string describe(const DeskState& state) {
     const BarAndBeat place = barAndBeatAt(state.ms);
-    std::string text = formatted("time: %d\nbar: %d\nbeat: %d\n", state.ms, place.bar, place.beat);
+    const double now =
+        std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+    std::string text = formatted("now: %.6f\n", now);  // seconds of the machine's steady clock
+    text += formatted("time: %d\nbar: %d\nbeat: %d\n", state.ms, place.bar, place.beat);
     text += "segment: " + rowName(state.ms) + "\nbounds: " + bounds(state.ms) + "\n";
     text +=
         formatted("held: %d\nexact: %d\npulse: %.3f\n", state.held, state.held && state.exact, state.pulse);

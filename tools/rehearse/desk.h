@@ -21,6 +21,7 @@ struct DeskState {
     int pointer = -1;                   // the time under the mouse, where that is on the timeline
     std::vector<std::string> messages;  // the latest ones, oldest first
     std::vector<std::string> problems;  // what could not be read or compiled; may hold several lines
+    std::string waveform;               // of the music, as a check prints it; may still be empty
     std::string working;                // what is being made in the background
     bool help = false;                  // the keys are shown
 };

@@ -15,6 +15,7 @@ constexpr char usage[] =
     "\n"
     " --held             hold at SECOND\n"
     " --state FILE       keep what the desk shows in FILE too, as lines \"name: value\"\n"
+    " --picture FILE.png hold at SECOND, write what the window shows to FILE.png, and end\n"
     " -alsa, -oss, -esd, -nosound\n"
     "                    the sound output, as for the show [-alsa]\n"
     " --help             this text\n";
@@ -44,9 +45,9 @@ RehearseOptions parseRehearseOptions(int argc, const char* const* argv) {
         }
         if (word == "--held") {
             options.held = true;
-        } else if (word == "--state") {
-            if (++i == argc) refuse("--state", "needs a value");
-            options.stateFile = argv[i];
+        } else if (word == "--state" || word == "--picture") {
+            if (++i == argc) refuse(word.c_str(), "needs a value");
+            (word == "--state" ? options.stateFile : options.pictureFile) = argv[i];
         } else if (word == "-alsa" || word == "-oss" || word == "-esd" || word == "-nosound") {
             const char* words[] = {argv[0], argv[i]};
             options.soundOutput = parseOptions(2, words).soundOutput;
@@ -56,5 +57,6 @@ RehearseOptions parseRehearseOptions(int argc, const char* const* argv) {
             options.second = second(argv[i]);
         }
     }
+    if (!options.pictureFile.empty()) options.held = true;
     return options;
 }

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cmath>
 #include <cstdio>
+#include <iterator>
 
 #include "app/app.h"
 #include "app/frame.h"
@@ -11,6 +12,7 @@
 #include "app/screenshot.h"
 #include "render/demo.h"
 #include "script/timeline.h"
+#include "tools/capture/whole_file.h"
 #include "tools/rehearse/timeline_strip.h"
 
 namespace {
@@ -23,13 +25,31 @@ double secondsNow() {
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 
+// As long as it is held down.
+bool repeats(SDLKey key) {
+    constexpr SDLKey moving[] = {SDLK_COMMA, SDLK_PERIOD, SDLK_LEFT,   SDLK_RIGHT,
+                                 SDLK_UP,    SDLK_DOWN,   SDLK_PAGEUP, SDLK_PAGEDOWN};
+    return std::find(std::begin(moving), std::end(moving), key) != std::end(moving);
+}
+
+// What the generator is compiled from.
+bool isCode(const std::string& path) {
+    return path.ends_with(".cpp") || path.ends_with(".h");
+}
+
 int milliseconds(float seconds) {
     return static_cast<int>(std::lround(seconds * 1000));
 }
 
 }  // namespace
 
-Rehearsal::Rehearsal(SteppedShow& show) : show(show) {
+Rehearsal::Rehearsal(SteppedShow& show, const std::string& sources, const std::vector<std::string>& makeData)
+    : show(show), reload(&transport, sources) {
+    watch.add("data");
+    if (!sources.empty()) {
+        watch.add(sources);
+        build.command = makeData;
+    }
     transport.end = milliseconds(programme().back().begin);
     desk.end = transport.end;
     demo->clock.source = &transport;
@@ -39,11 +59,16 @@ Rehearsal::Rehearsal(SteppedShow& show) : show(show) {
 void Rehearsal::handleEvent(const SDL_Event& event) {
     switch (event.type) {
         case SDL_KEYDOWN:
-            handleKey(event.key);
+            if (down.insert(event.key.keysym.sym).second || repeats(event.key.keysym.sym))
+                handleKey(event.key);
+            break;
+        case SDL_KEYUP:
+            down.erase(event.key.keysym.sym);
             break;
         case SDL_MOUSEBUTTONDOWN:
             if (event.button.button == SDL_BUTTON_LEFT && deskShown)
-                press(event.button.x, event.button.y, SDL_GetModState() & KMOD_SHIFT);
+                press(event.button.x, event.button.y,
+                      down.contains(SDLK_LSHIFT) || down.contains(SDLK_RSHIFT));
             break;
         case SDL_MOUSEMOTION:
             drag(event.motion.x, event.motion.y);
@@ -126,6 +151,11 @@ void Rehearsal::redraw() {
 }
 
 void Rehearsal::frame() {
+    lookForChanges();
+    if (reload.apply()) {
+        ++loaded;
+        redraw();
+    }
     transport.turn();
     const bool moving = !transport.held || transport.jumped || !picture.valid || !exact;
     if (!transport.held)
@@ -135,6 +165,7 @@ void Rehearsal::frame() {
     if (app.screenshotRequested) saveScreenshot();
     describeDesk();
     if (deskShown) drawDesk(desk);
+    if (!pictureFile.empty() && exact && reload.idle()) writePicture();
     SDL_GL_SwapBuffers();
     if (!moving) SDL_Delay(idle);
 }
@@ -195,6 +226,26 @@ void Rehearsal::drawStepped(int target) {
     shownEntry = entryAt(millisecondsOf(target));
 }
 
+void Rehearsal::lookForChanges() {
+    const Watch::Changes changes = watch.take();
+    for (const std::string& path : changes.gone) reload.gone(path);
+    for (const std::string& path : changes.saved) {
+        reload.saved(path);
+        if (!reload.sources.empty() && path.starts_with(reload.sources + "/") && isCode(path))
+            build.request();
+    }
+    if (changes.lost) {
+        reload.everything();
+        build.request();
+    }
+    if (build.poll() && !build.problem.empty()) fprintf(stderr, "%s\n", build.problem.c_str());
+}
+
+void Rehearsal::writePicture() {
+    failed = !writeScreen(pictureFile);
+    done = true;
+}
+
 void Rehearsal::measure(double drawn) {
     ++rateFrames;
     rateDrawn += drawn;
@@ -215,6 +266,13 @@ void Rehearsal::describeDesk() {
     desk.pulse = ::frame.pulse;
     desk.counterQ = app.counterQ;
     desk.counterA = app.counterA;
+    for (const std::string& line : reload.news) app.messages.post("%s", line.c_str());
+    reload.news.clear();
+    desk.waveform = reload.waveform;
+    desk.working = build.running() ? "making: " + build.latest : "";
+    desk.problems.clear();
+    for (const auto& [file, problem] : reload.problems) desk.problems.push_back(problem);
+    if (!build.problem.empty()) desk.problems.push_back(build.problem);
     desk.messages.clear();
     for (const auto& line : app.messages.lines) desk.messages.push_back(line.get());
     if (stateFile.empty()) return;

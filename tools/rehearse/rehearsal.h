@@ -3,35 +3,48 @@
 
 #include <SDL/SDL.h>
 
+#include <set>
 #include <string>
 
 #include "tools/capture/stepped_show.h"
+#include "tools/rehearse/background_build.h"
 #include "tools/rehearse/desk.h"
 #include "tools/rehearse/fresh_start.h"
+#include "tools/rehearse/reload.h"
 #include "tools/rehearse/stored_picture.h"
 #include "tools/rehearse/transport.h"
+#include "tools/rehearse/watch.h"
 
 struct Rehearsal {
     SteppedShow& show;
     FreshStart start;
     StoredPicture picture;  // of what is held
     Transport transport;
+    Watch watch;
+    Reload reload;
+    BackgroundBuild build;  // of the generator and what it makes
     DeskState desk;
     bool deskShown = true;
     bool done = false;
-    std::string stateFile;  // what the desk shows goes there as well; none if empty
+    bool failed = false;      // to do what was asked for
+    std::string stateFile;    // what the desk shows goes there as well; none if empty
+    std::string pictureFile;  // what the window shows goes there once it is settled, and that is all
 
     // What is held is the very frame that a film of the show has; a quick one is shown before.
     bool exact = false;
-    bool stepped = false;  // the next frame can be drawn after it as it is
-    bool tapped = false;   // a beat, since the frame before
-    double lastJump = 0;   // seconds
-    int shownEntry = 0;    // of the frame before
+    bool stepped = false;   // the next frame can be drawn after it as it is
+    bool tapped = false;    // a beat, since the frame before
+    double lastJump = 0;    // seconds
+    int shownEntry = 0;     // of the frame before
+    int loaded = 0;         // how often something took its place
+    std::set<SDLKey> down;  // keys
     enum { nothing, position, loopEdge } dragged = nothing;
     int dragStart = 0;  // milliseconds
 
-    // After everything has been loaded. Holds at the start.
-    explicit Rehearsal(SteppedShow& show);
+    // After everything has been loaded; holds at the start. Watches data/ and, unless it is empty, the folder
+    // of the generator's sources, which `makeData` makes the data set from.
+    explicit Rehearsal(SteppedShow& show, const std::string& sources = "",
+                       const std::vector<std::string>& makeData = {});
 
     void handleEvent(const SDL_Event& event);
     // Draws what is on now, and the desk over it, and shows both.
@@ -48,6 +61,8 @@ struct Rehearsal {
     void drawHeld();
     void skipTo(int target);
     void drawStepped(int target);
+    void lookForChanges();
+    void writePicture();
     void measure(double drawn);
     void describeDesk();
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
 #include <iterator>
 
@@ -74,6 +75,19 @@ void drawBars(int end) {
     }
 }
 
+// Peaks, and the loudness within them, around a middle line; as loud as the whole scale.
+void drawWaveform(const std::string& waveform) {
+    const float middle = waveBottom + waveHeight / 2;
+    for (int column = 0; column < static_cast<int>(waveform.size() / 2); ++column) {
+        const float x = left + static_cast<float>(column);
+        const float scale = waveHeight / 2 / 255;
+        const float peak = static_cast<float>(static_cast<uint8_t>(waveform[2 * column])) * scale;
+        const float loud = static_cast<float>(static_cast<uint8_t>(waveform[2 * column + 1])) * scale;
+        fillBox(x, middle - peak, 1, std::max(2 * peak, 1.0f), Ink{0.42f, 0.56f, 0.78f, 0.55f});
+        fillBox(x, middle - loud, 1, std::max(2 * loud, 1.0f), Ink{0.72f, 0.83f, 1.00f, 0.90f});
+    }
+}
+
 void drawLoop(const DeskState& state) {
     if (!state.loop) return;
     const float x0 = std::round(xAt(state.loop->from, state.end));
@@ -121,6 +135,7 @@ void drawTimeline(const DeskState& state) {
     drawPane(margin - 4, margin - 4, screenWidth - 2 * margin + 8, timelineHeight);
     drawTicks(state.end);
     drawSegments(state);
+    drawWaveform(state.waveform);
     drawBars(state.end);
     drawLoop(state);
     drawPosition(state);

@@ -4,6 +4,8 @@
 #include <chrono>
 #include <cmath>
 
+#include "tools/capture/frames.h"
+
 namespace {
 
 using namespace std::chrono_literals;
@@ -21,7 +23,7 @@ int nearestFrame(int ms) {
 }
 
 int millisecondsOf(int frame) {
-    return static_cast<int>(std::lround(frame * 1000.0 / Transport::framesPerSecond));
+    return millisecondsOf(frame, Transport::framesPerSecond);
 }
 
 int Transport::rawPosition() {
@@ -36,10 +38,8 @@ int Transport::position() {
 }
 
 void Transport::moveTo(int ms) {
-    if (stream)
-        sound::setPosition(stream, ms);
-    else
-        silent.seek(now(), std::chrono::milliseconds(ms));
+    if (stream) sound::setPosition(stream, ms);
+    silent.seek(now(), std::chrono::milliseconds(ms));
 }
 
 void Transport::setPosition(int ms) {
@@ -56,19 +56,16 @@ const float* Transport::spectrum() {
 
 void Transport::hold() {
     held = true;
-    if (stream)
-        sound::setPaused(channel, true);
-    else
-        silent.stand(now());
+    if (stream) sound::setPaused(channel, true);
+    silent.stand(now());
     setPosition(rawPosition());
 }
 
 void Transport::goOn() {
     held = false;
-    if (stream)
-        sound::setPaused(channel, false);
-    else
-        silent.run(now());
+    // Both, so that either can go on in the other's place.
+    if (stream) sound::setPaused(channel, false);
+    silent.run(now());
 }
 
 void Transport::step(int frames) {
@@ -95,12 +92,9 @@ void Transport::setLoop(int from, int to) {
 
 void Transport::replaceStream(sound::Stream* other) {
     const int ms = rawPosition();
-    if (stream) sound::setPaused(channel, true);
+    sound::closeStream(stream);
     stream = other;
     moveTo(ms);
     if (stream) sound::play(channel, stream);
-    if (held)
-        hold();
-    else
-        goOn();
+    if (stream && held) sound::setPaused(channel, true);
 }

@@ -41,7 +41,7 @@ struct Transport : MusicSource {
     // From the next turn on. A loop shorter than a bar's sixteenth is none.
     void setLoop(int from, int to);
 
-    // Lets another stream, which may be nullptr, play in the place of this one.
+    // Lets another stream, which may be nullptr, play in the place of this one, which is closed.
     void replaceStream(sound::Stream* other);
 
     int rawPosition();

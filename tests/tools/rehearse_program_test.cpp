@@ -1,0 +1,175 @@
+// The rehearsal and `look` as their users meet them: processes with a window, keys, a mouse and sound.
+#include <algorithm>
+#include <map>
+#include <sstream>
+
+#include "image/image.h"
+#include "tests/app/program.h"
+#include "tests/sound/signal.h"
+#include "tests/sound/sound_server.h"
+
+namespace {
+
+constexpr char music[] = "data/KVX - Ondrevane2.ogg";
+
+// The GL driver draws nothing: what is looked at is what the desk says, and what is heard.
+class RehearseProgram : public Program {
+public:
+    void SetUp() override {
+        environment.set("GALLIUM_NOOP", "1");
+        linkData();
+        program = REHEARSE_PROGRAM;
+    }
+    void TearDown() override { endProcess(process, SIGTERM); }
+
+    // Starts it with the desk's state in a file, and goes on when it is there.
+    void rehearse(const std::vector<std::string>& words) {
+        std::vector<std::string> all = {"env", "-C", scratch.path, REHEARSE_PROGRAM, "--state", "state"};
+        all.insert(all.end(), words.begin(), words.end());
+        process = startProcess(all);
+        ASSERT_TRUE(await([&] { return !state("time").empty(); }));
+    }
+    bool await(const std::function<bool()>& condition) const {
+        for (int i = 0; i < 1200 && !condition(); ++i) sleepSeconds(0.05);
+        return condition();
+    }
+    // The first value of that name.
+    std::string state(const std::string& name) const {
+        std::istringstream lines(contentOf(scratch.file("state")));
+        for (std::string line; std::getline(lines, line);)
+            if (line.starts_with(name + ": ")) return line.substr(name.size() + 2);
+        return "";
+    }
+    int time() const { return std::atoi(state("time").c_str()); }
+    // xdotool's words, with the window for %w.
+    void act(std::string words) const {
+        const std::string window = "$(xdotool search --sync --all --pid " + std::to_string(process) +
+                                   " --name rehearsal | head -n 1)";
+        for (size_t at; (at = words.find("%w")) != std::string::npos;) words.replace(at, 2, "$w");
+        EXPECT_EQ(std::system(("w=" + window + "; xdotool " + words + " 2>/dev/null").c_str()), 0) << words;
+    }
+    static int xAt(double seconds) { return static_cast<int>(12 + 776 * seconds / 195.28); }
+
+    pid_t process = -1;
+
+private:
+    Environment environment;
+};
+
+TEST_F(RehearseProgram, KeysAndMouseMoveTheMusic) {
+    rehearse({"50", "--held", "-nosound"});
+    EXPECT_EQ(time(), 50000);
+    EXPECT_EQ(state("segment"), "torn tunnel");
+    EXPECT_EQ(state("bounds"), "0:47.633 - 1:02.761");
+    act("key --window %w period");
+    EXPECT_TRUE(await([&] { return time() == 50017; }));
+    act("key --window %w Page_Down w space");
+    EXPECT_TRUE(await([&] {
+        return state("Q") == "1" && state("message") == "Beat 80.02 delta 80.02 bpm 1";
+    })) << contentOf(scratch.file("state"));
+    const std::string y = " 540 ";
+    act("mousemove --window %w " + std::to_string(xAt(100)) + y + "click 1");
+    EXPECT_TRUE(await([&] { return std::abs(time() - 100000) < 400; })) << time();
+    EXPECT_EQ(state("segment"), "robot");
+    act("key --window %w l p");
+    EXPECT_TRUE(await([&] { return state("held") == "0" && state("loop") == "93281 137000"; }));
+    act("key --window %w Escape");
+    EXPECT_TRUE(await([&] { return state("loop").empty(); }));
+    act("key --window %w Escape");
+    EXPECT_EQ(waitForProcess(process), 0);
+    process = -1;
+}
+
+// At each turn of a loop that the mouse has set, what is heard is where the desk says it is.
+TEST_F(RehearseProgram, ALoopKeepsSoundAndPictureTogether) {
+    SoundServer server;
+    const std::vector<float> noise = makeNoise(30, recordRate);
+    std::filesystem::remove(scratch.file(music));
+    writeVorbis(scratch.file(music), noise, recordRate, 2);
+    const std::vector<float> decoded = decodeVorbis(scratch.file(music));
+    Recorder recorder(server);
+    rehearse({"9"});
+    const auto at = [](double seconds) { return std::to_string(xAt(seconds)) + " 540 "; };
+    act("keydown Shift mousemove --window %w " + at(10) + "mousedown 1 mousemove --window %w " + at(12) +
+        "sleep 0.3 mouseup 1 keyup Shift");
+    ASSERT_TRUE(await([&] { return !state("loop").empty(); }));
+    int from = 0, to = 0;
+    std::istringstream(state("loop")) >> from >> to;
+    EXPECT_NEAR(from, 10000, 400);
+    EXPECT_NEAR(to, 12000, 400);
+
+    std::vector<std::pair<double, int>> readings;
+    int turns = 0;
+    double turned = 0;
+    const double end = secondsNow() + 30;
+    while (turns < 4 && secondsNow() < end) {
+        sleepSeconds(0.02);
+        const double now = std::atof(state("now").c_str());
+        const int ms = time();
+        if (!readings.empty() && ms < readings.back().second) {
+            ++turns;
+            turned = now;
+        }
+        EXPECT_LT(ms, to + 200);
+        // The sound takes its time to begin anew.
+        if (now - turned > 0.5) readings.emplace_back(now, ms);
+    }
+    EXPECT_EQ(turns, 4);
+    recorder.samples();
+    int heard = 0;
+    for (const auto& [now, ms] : readings) {
+        if (ms < from + 600 || ms > to - 200) continue;
+        const long expected = long(ms) * recordRate / 1000;
+        const auto place = locate(recorder.samples(), recorder.frameAt(now), decoded, expected, 20000);
+        if (place && std::abs(*place - double(expected)) < 0.06 * recordRate) ++heard;
+    }
+    EXPECT_GT(heard, 10);
+}
+
+TEST_F(RehearseProgram, ItBeginsWithWhateverIsThere) {
+    const auto damage = [&](const char* file, const char* content) {
+        std::filesystem::remove(scratch.path / file);
+        scratch.write(file, content);
+    };
+    damage("data/spot.png", "no picture");
+    damage("data/ring.AML", "no model");
+    damage(music, "no music");
+    damage("data/shaders/boom.fs", "void main() { gl_FragColor = colour; }\n");
+    rehearse({"50", "--held", "-nosound"});
+    EXPECT_TRUE(await([&] {
+        const std::string all = contentOf(scratch.file("state"));
+        return all.find("problem: data/spot.png: ") != std::string::npos &&
+               all.find("problem: data/ring.AML: ") != std::string::npos &&
+               all.find("problem: data/KVX - Ondrevane2.ogg: ") != std::string::npos &&
+               all.find("problem: data/shaders/boom.fs:1:") != std::string::npos;
+    })) << contentOf(scratch.file("state"));
+}
+
+TEST_F(RehearseProgram, WrongWordsAreOneLine) {
+    const std::pair<const char*, const char*> expected[] = {
+        {"195.28", "rehearse: 195.28: no second of the show\n"},
+        {"x", "rehearse: x: no second of the show\n"},
+        {"-win", "rehearse: -win: unknown option; --help tells those there are\n"},
+        {"5 --state", "rehearse: --state: needs a value\n"}};
+    for (const auto& [words, line] : expected) {
+        const Outcome outcome = run(words);
+        EXPECT_EQ(outcome.status, 1) << words;
+        EXPECT_EQ(outcome.errors, line);
+    }
+    EXPECT_EQ(run("5", "DISPLAY=:no").status, 1);
+}
+
+// Not with the driver of the others: this is about the picture.
+TEST(Look, WritesTheFrameThatACaptureHas) {
+    const ScratchDirectory scratch;
+    const auto run = [](const std::string& command) {
+        return std::system((command + " >/dev/null 2>&1").c_str());
+    };
+    ASSERT_EQ(run(CAPTURE_PROGRAM " --from 65.4 --to 65.41 --out " + scratch.file("%d.png")), 0);
+    ASSERT_EQ(run(LOOK_PROGRAM " 65.4 " + scratch.file("look.png")), 0);
+    EXPECT_TRUE(contentOf(scratch.file("look.png")) == contentOf(scratch.file("3924.png")));
+    for (const char* words : {"", "195.28", "5 picture.jpg", "5 /proc/picture.png", "1 2.png 3"})
+        EXPECT_EQ(WEXITSTATUS(run(std::string(LOOK_PROGRAM) + " " + words)), 1) << words;
+}
+
+}  // namespace

@@ -1,0 +1,226 @@
+// Saving files while the show is held: what is good is seen, as a fresh start would see it; what is broken is
+// told and spoils nothing.
+#include <unistd.h>
+
+#include <algorithm>
+#include <random>
+
+#include "tests/scratch.h"
+#include "tests/tools/rehearsal_window.h"
+#include "tools/rehearse/program_build.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string contentOf(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+// In a folder with a data set and a production/ of its own.
+class RehearseReload : public RehearsalWindow {
+public:
+    ScratchDirectory scratch;
+    std::optional<WorkingDirectory> inside;
+
+    void SetUp() override {
+        RehearsalWindow::SetUp();
+        fs::copy("data", scratch.path / "data", fs::copy_options::recursive);
+        fs::create_directories(scratch.path / "production");
+        fs::copy("production/shaders", scratch.path / "production/shaders", fs::copy_options::recursive);
+        inside.emplace(scratch.path);
+        checkProgram = REHEARSE_PROGRAM;
+        begin("production", {"sh", "make.sh"});
+    }
+    void TearDown() override {
+        // Good again, for whoever comes after: the show is loaded once.
+        inside.reset();
+        fs::copy("data", scratch.path / "data",
+                 fs::copy_options::recursive | fs::copy_options::overwrite_existing);
+        inside.emplace(scratch.path);
+        await();
+        RehearsalWindow::TearDown();
+        inside.reset();
+    }
+
+    // As editors do: some write into the file, others beside it and then move it into its place.
+    static void save(const std::string& path, const std::string& content, bool inPlace = true) {
+        const std::string written = inPlace ? path : path + "~new";
+        std::ofstream(written, std::ios::binary) << content;
+        if (!inPlace) fs::rename(written, path);
+    }
+    // Until everything that was saved has been looked at; without drawing.
+    void await() {
+        do {
+            rehearsal->lookForChanges();
+            rehearsal->reload.apply();
+            usleep(500);
+        } while (!rehearsal->reload.idle() || rehearsal->build.running() || rehearsal->build.requested);
+    }
+    Screen after() {
+        await();
+        rehearsal->redraw();
+        return settle();
+    }
+    // The same moment in a process that starts with the files as they are.
+    Screen freshStart(double second) {
+        const std::string file = scratch.file("fresh.png");
+        const std::string command =
+            LOOK_PROGRAM " " + std::to_string(second) + " " + file + " >look.out 2>&1";
+        EXPECT_EQ(std::system(command.c_str()), 0) << contentOf("look.out");
+        Screen screen{screenWidth, screenHeight, std::vector<Pixel>(screenWidth * screenHeight)};
+        Image image = {};
+        if (loadImage(file.c_str(), &image, 1) != 0) return screen;
+        for (size_t i = 0; i < screen.pixels.size(); ++i)
+            screen.pixels[i] = {image.pixels[3 * i], image.pixels[3 * i + 1], image.pixels[3 * i + 2], 255};
+        delete[] image.pixels;
+        return screen;
+    }
+    std::string problem(const std::string& file) { return rehearsal->reload.problems[file]; }
+};
+
+constexpr char tinted[] =
+    "uniform sampler2D tex;\nuniform vec2 center;\nuniform float scale;\nvoid main() {\n"
+    "    gl_FragColor = texture2D(tex, gl_TexCoord[0].xy) * vec4(1.0, center.x, scale + 0.4, 1.0);\n}\n";
+
+// In the room: a program whose uniforms were set once or frames ago, a picture, the model that beams bounce
+// off and the one that is drawn, and one that is remapped.
+TEST_F(RehearseReload, WhatWasSavedIsSeenAsAFreshStartSeesIt) {
+    constexpr double second = 150;
+    const Screen before = goTo(static_cast<int>(second * 1000));
+    EXPECT_EQ(differing(before, freshStart(second)), 0);
+
+    save("data/shaders/boom.fs", tinted);
+    const Screen tint = after();
+    EXPECT_GT(differing(tint, before), 100000);
+    EXPECT_EQ(differing(tint, freshStart(second)), 0);
+
+    save("data/cubetex.png", contentOf("data/shiptex.png"), false);
+    save("data/pallero.AML", contentOf("data/palikka.AML"), false);
+    save("data/pallero_detail.AML", contentOf("data/laatikko.AML"));
+    save("data/robo_screen.AML", contentOf("data/ring.AML"));
+    const Screen other = after();
+    EXPECT_GT(differing(other, tint), 100000);
+    EXPECT_EQ(differing(other, freshStart(second)), 0);
+    EXPECT_EQ(differing(goTo(110000), freshStart(110)), 0);
+}
+
+TEST_F(RehearseReload, AMistakeIsToldWithItsLineUntilItIsMended) {
+    const std::string good = contentOf("data/shaders/boom.fs");
+    const Screen before = goTo(150000);
+    save("data/shaders/boom.fs", "void main() {\n    gl_FragColor = colour;\n}\n");
+    EXPECT_EQ(differing(after(), before), 0);
+    EXPECT_TRUE(problem("data/shaders/boom.fs").starts_with("data/shaders/boom.fs:2:"))
+        << problem("data/shaders/boom.fs");
+    save("data/spot.png", contentOf("data/spot.png").substr(0, 9000));
+    save("data/overlay.jpg", contentOf("data/overlay.jpg").substr(0, 9000));
+    save("data/white.png", contentOf("data/block.AML"));
+    save("data/block.AML", contentOf("data/tex.png"));
+    save("data/ring.AML", contentOf("data/ring.AML").substr(0, 900));
+    save("data/KVX - Ondrevane2.ogg", contentOf("data/KVX - Ondrevane2.ogg").substr(0, 900000));
+    fs::remove("data/shaders/smoke.vs");
+    EXPECT_EQ(differing(after(), before), 0);
+    const std::pair<const char*, const char*> expected[] = {
+        {"data/spot.png", "data/spot.png: "},
+        {"data/overlay.jpg", "data/overlay.jpg: Premature end of JPEG file"},
+        {"data/white.png", "data/white.png: can't be read"},
+        {"data/block.AML", "data/block.AML: File is not AML file (or is format version 0)."},
+        {"data/ring.AML", "data/ring.AML: the file ends too early"},
+        {"data/KVX - Ondrevane2.ogg", "data/KVX - Ondrevane2.ogg: the file ends too early"}};
+    for (const auto& [file, words] : expected)
+        EXPECT_TRUE(problem(file).starts_with(words)) << file << " " << problem(file);
+    usleep(600000);
+    settle();
+    rehearsal->frame();
+    EXPECT_EQ(problem("data/shaders/smoke.vs"), "data/shaders/smoke.vs: is gone");
+
+    save("data/shaders/boom.fs", good, false);
+    await();
+    EXPECT_EQ(rehearsal->reload.problems.count("data/shaders/boom.fs"), 0u);
+}
+
+// The generator's shaders, one of which serves three programs; a name changed in both stages, one after the
+// other.
+TEST_F(RehearseReload, SourcesOfShadersCountToo) {
+    const Screen before = goTo(150000);
+    const std::string vertex = contentOf("production/shaders/picture.vs");
+    save("production/shaders/boom.fs", tinted);
+    EXPECT_GT(differing(after(), before), 100000);
+    EXPECT_EQ(contentOf("data/shaders/boom.fs"), tinted);
+
+    save("production/shaders/boom.fs", "varying vec4 tint;\nvoid main() { gl_FragColor = tint; }\n", false);
+    await();
+    EXPECT_EQ(problem("production/shaders/boom.fs").find('\n'), std::string::npos)
+        << "each mistake is told once";
+    EXPECT_FALSE(problem("production/shaders/boom.fs").empty());
+    EXPECT_EQ(contentOf("data/shaders/boom.fs"), tinted);
+    std::string both = vertex;
+    both.insert(both.rfind('}'), "    tint = vec4(0.0, 1.0, 0.0, 1.0);\n");
+    both.insert(both.find("void main"), "varying vec4 tint;\n");
+    save("production/shaders/picture.vs", both);
+    await();
+    EXPECT_TRUE(rehearsal->reload.problems.empty());
+    EXPECT_EQ(contentOf("data/shaders/antiariel.vs"), both);
+    EXPECT_NE(contentOf("data/shaders/boom.fs"), tinted);
+}
+
+TEST_F(RehearseReload, TheGeneratorIsBuiltInTheBackground) {
+    save("make.sh",
+         "if grep -q good production/spot.cpp; then cp data/tex.png data/spot.new && "
+         "mv data/spot.new data/spot.png; else echo production/spot.cpp:7: error: no semicolon; "
+         "echo stopped; exit 1; fi\n");
+    const GLuint before = demo->texture("spot");
+    save("production/spot.cpp", "bad");
+    await();
+    EXPECT_EQ(rehearsal->build.problem, "production/spot.cpp:7: error: no semicolon");
+    EXPECT_EQ(demo->texture("spot"), before);
+    save("production/spot.cpp", "good", false);
+    await();
+    EXPECT_EQ(rehearsal->build.problem, "");
+    EXPECT_NE(demo->texture("spot"), before);
+    EXPECT_EQ(readTexture("spot").width, 1024);
+}
+
+// GL objects and open files are as many after it as before.
+TEST_F(RehearseReload, AThousandDamagedSavesLeaveNothingBehind) {
+    const std::string files[] = {"data/spot.png",        "data/white.png",        "data/loading.jpg",
+                                 "data/block.AML",       "data/palikka.AML",      "data/shaders/boom.fs",
+                                 "data/shaders/boom.vs", "data/shaders/smoke.fs", "data/pallero.AML"};
+    const std::string music = "data/KVX - Ondrevane2.ogg";
+    std::map<std::string, std::string> good = {{music, contentOf(music)}};
+    for (const std::string& file : files) good[file] = contentOf(file);
+    const Screen before = goTo(150000);
+    const auto objects = [] {
+        int count = 0;
+        for (GLuint name = 1; name < 10000; ++name)
+            count += glIsTexture(name) + glIsBufferARB(name) + glIsProgram(name) + glIsShader(name);
+        return count;
+    };
+    const int kept = objects();
+
+    std::minstd_rand random;
+    for (int i = 0; i < 1000; ++i) {
+        const std::string& file = i % 50 == 0 ? music : files[random() % std::size(files)];
+        std::string content = good[file];
+        if (random() % 2) content.resize(random() % content.size());
+        for (int k = random() % 20; k > 0 && !content.empty(); --k)
+            content[random() % content.size()] = static_cast<char>(random());
+        save(file, content, random() % 2);
+        await();
+    }
+    for (const auto& [file, content] : good) save(file, content, false);
+    EXPECT_EQ(differing(after(), before), 0);
+    EXPECT_TRUE(rehearsal->reload.problems.empty());
+    EXPECT_EQ(objects(), kept);
+    EXPECT_LT(std::distance(fs::directory_iterator("/proc/self/fd"), {}), 60);
+}
+
+TEST(CompilerWords, BecomeFileAndLine) {
+    EXPECT_EQ(withFileAndLine("a.fs", "0:12(5): error: no\n"), "a.fs:12:5: error: no");
+    EXPECT_EQ(withFileAndLine("a.fs", "0(12) : error C1008: no\n"), "a.fs:12: error C1008: no");
+    EXPECT_EQ(withFileAndLine("a.fs", "ERROR: 0:12: 'x' : no\n"), "a.fs:12: ERROR: 'x' : no");
+    EXPECT_EQ(withFileAndLine("a.fs", "error: no varying\n"), "a.fs: error: no varying");
+}
+
+}  // namespace

@@ -1,0 +1,34 @@
+#include "tools/data_folder.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+
+namespace fs = std::filesystem;
+
+std::string generatorSources() {
+    std::error_code error;
+    const fs::path root = SOURCE_FOLDER;
+    if (!fs::exists(fs::path(BUILD_FOLDER) / "CMakeCache.txt", error)) return "";
+    if (!fs::equivalent("data", root / "data", error)) return "";
+    return fs::proximate(root / "production", error).string();
+}
+
+std::vector<std::string> makeDataCommand() {
+    return {"cmake", "--build", BUILD_FOLDER, "--target", "data"};
+}
+
+bool makeStaleData() {
+    if (generatorSources().empty()) return true;
+    std::string command;
+    for (const std::string& word : makeDataCommand()) command += "'" + word + "' ";
+    // Its lines matter only when it fails: on standard error then, since a picture may go to standard output.
+    FILE* pipe = popen((command + "2>&1").c_str(), "r");
+    if (!pipe) return false;
+    std::string said;
+    char block[4096];
+    while (const size_t got = fread(block, 1, sizeof block, pipe)) said.append(block, got);
+    if (pclose(pipe) == 0) return true;
+    fputs(said.c_str(), stderr);
+    return false;
+}

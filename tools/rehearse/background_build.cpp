@@ -1,0 +1,110 @@
+#include "tools/rehearse/background_build.h"
+
+#include <fcntl.h>
+#include <signal.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdio>
+#include <sstream>
+
+namespace {
+
+constexpr double gathering = 0.1;  // seconds: several files that are saved at once make one run
+constexpr int mostLines = 6;       // of a problem
+
+double secondsNow() {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
+
+// What a compiler or a tool calls an error, or else the last line.
+std::string errorsIn(const std::string& said) {
+    std::string errors, last;
+    int count = 0;
+    std::istringstream lines(said);
+    for (std::string line; std::getline(lines, line);) {
+        if (line.find("error") != std::string::npos && count < mostLines) {
+            errors += (count ? "\n" : "") + line;
+            ++count;
+        }
+        if (!line.empty()) last = line;
+    }
+    return count ? errors : last.empty() ? "the build failed without a word" : last;
+}
+
+}  // namespace
+
+BackgroundBuild::~BackgroundBuild() {
+    if (process > 0) {
+        kill(-process, SIGTERM);
+        waitpid(process, nullptr, 0);
+    }
+    if (output >= 0) close(output);
+}
+
+void BackgroundBuild::request() {
+    if (command.empty()) return;
+    requested = true;
+    requestedAt = secondsNow();
+}
+
+bool BackgroundBuild::poll() {
+    if (requested && !running() && secondsNow() - requestedAt > gathering) start();
+    if (!running()) return false;
+    listen();
+    int status = 0;
+    if (waitpid(process, &status, WNOHANG) == 0) return false;
+    listen();
+    process = -1;
+    close(output);
+    output = -1;
+    latest.clear();
+    problem = WIFEXITED(status) && WEXITSTATUS(status) == 0 ? "" : errorsIn(said);
+    return true;
+}
+
+void BackgroundBuild::start() {
+    requested = false;
+    said.clear();
+    int ends[2];
+    if (pipe2(ends, O_CLOEXEC) != 0) return;
+    // Behind the show: every frame that it does not get is seen.
+    std::vector<std::string> words = {"nice", "-n", "10"};
+    words.insert(words.end(), command.begin(), command.end());
+    std::vector<char*> argv;
+    for (std::string& word : words) argv.push_back(word.data());
+    argv.push_back(nullptr);
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, 0, "/dev/null", O_RDONLY, 0);
+    posix_spawn_file_actions_adddup2(&actions, ends[1], 1);
+    posix_spawn_file_actions_adddup2(&actions, ends[1], 2);
+    // A group of its own, so that all of it can be ended.
+    posix_spawnattr_t attributes;
+    posix_spawnattr_init(&attributes);
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP);
+    posix_spawnattr_setpgroup(&attributes, 0);
+    if (posix_spawnp(&process, "nice", &actions, &attributes, argv.data(), environ) != 0) process = -1;
+    posix_spawnattr_destroy(&attributes);
+    posix_spawn_file_actions_destroy(&actions);
+    close(ends[1]);
+    output = ends[0];
+    fcntl(output, F_SETFL, O_NONBLOCK);
+    if (process < 0) {
+        close(output);
+        output = -1;
+        problem = "the build can't be started";
+    }
+}
+
+void BackgroundBuild::listen() {
+    char block[4096];
+    for (ssize_t got; (got = read(output, block, sizeof block)) > 0;)
+        said.append(block, static_cast<size_t>(got));
+    const size_t end = said.find_last_not_of('\n');
+    if (end == std::string::npos) return;
+    const size_t before = said.find_last_of('\n', end);
+    latest = said.substr(before == std::string::npos ? 0 : before + 1, end + 1 - (before + 1));
+}
