@@ -12,6 +12,7 @@ constexpr char usage[] =
     "Usage: aml info FILE.AML\n"
     "       aml import MODEL FILE.AML [--scale S] [--turn AXIS:DEGREES]...\n"
     "       aml export FILE.AML MODEL\n"
+    "       aml view FILE.AML\n"
     "Tells what a mesh file holds and what the show has against it; makes one of what modellers write (OBJ, "
     "glTF,\n"
     "FBX, PLY, STL ...); writes one for modellers, in the format of MODEL's ending; shows one in a window "
@@ -41,7 +42,7 @@ struct Command {
     size_t files;
 };
 
-constexpr Command commands[] = {{"info", 1}, {"import", 2}, {"export", 2}};
+constexpr Command commands[] = {{"info", 1}, {"import", 2}, {"export", 2}, {"view", 1}};
 
 const Command& commandOf(const char* word) {
     for (const Command& command : commands)
