@@ -483,12 +483,12 @@ const Row rows[] = {
      showtime::greetingShocks,
      "G minor",
      "Gm Eb Bb F Gm Eb Cm D",
-     -2.8f,
+     -2,
      {-2.5f, 1.5f, 4},
      greetings},
     {"room", showtime::room, "Bb major", "Eb F Gm Bb Eb F Dm E", {-1.3f, -0.8f}, {-2, -1, -2}, room},
     {"climax", showtime::roomBreathing, "A minor", "Am F C G Am F Dm E", 0.6f, {2, -0.5f, 0.5f}, climax},
-    {"credits", showtime::credits, "A minor", "F G Am C F G Dm E", {-0.5f, -2.5f}, {-2.5f, -4, 5}, credits},
+    {"credits", showtime::credits, "A minor", "F G Am C F G Dm E", {0.3f, -1.8f}, {-2.5f, -4, 5}, credits},
     {"echoes", showtime::afterCredits, "A minor", "Am F Dm Esus4 A5", {-2, -2}, {}, echoes},
 };
 constexpr int lastBar = 93;

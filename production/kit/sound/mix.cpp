@@ -150,6 +150,8 @@ void sumUp(const Song& song, const std::vector<float>& ducking, Buses& buses) {
     if (!silent(buses.hall)) reverberate(buses.hall, song.hall);
     duck(buses.hall, ducking, 0.35f, buses.origin);
     clip(buses.dry, song.music);
+    // The sides of a room have nothing in common; a little narrower, mono keeps more of it.
+    for (Stereo* wide : {&buses.echo, &buses.hall}) widen(*wide, 0.65f);
     drums.join();
     for (const Stereo* bus : {&buses.drums, &buses.echo, &buses.room, &buses.hall}) mixAt(buses.dry, *bus, 0);
 }
