@@ -55,8 +55,9 @@ struct Programme : GlWindow {
 
     void SetUp() override {
         GlWindow::SetUp();
-        for (const char* key : {"sweep", "stripes", "tunnel", "cubes1", "probes", "robo", "huone"})
-            demo->effects[key] = new Told(key, drawn, steering);
+        for (const EffectRow& row : effectRows()) {
+            if (row.key != std::string("laser")) demo->effects[row.key] = new Told(row.key, drawn, steering);
+        }
         auto* laser = new ToldLaser(drawn);
         laser->beamsOn = false;
         demo->effects["laser"] = laser;
