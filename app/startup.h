@@ -6,7 +6,8 @@
 #include "app/sound_music.h"
 #include "script/resources.h"
 
-// How the stages of the loading load what they have to; the show's own way unless told otherwise.
+// How the stages of the loading load what they have to; the show's own way unless the caller asks for
+// another.
 struct Stages {
     void (*meshes)() = loadMeshes;
     void (*textures)() = loadTextures;

@@ -109,7 +109,7 @@ int main(int count, char** words) {
     const std::vector<std::string> desk(words + 1, words + count);
     if (isForDesk(desk)) return runDesk(desk);
     const bool icons = count == 3 && std::string(words[1]) == "--icons";
-    if (count != 2 && !icons) {
+    if (!icons && (count != 2 || words[1][0] == '-')) {
         fprintf(stderr, "usage: forge [--icons] FOLDER\n%s", deskUsage);
         return 1;
     }

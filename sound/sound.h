@@ -9,8 +9,8 @@ struct Stream;
 
 enum Output { None = 0, Oss = 4, Esd = 5, Alsa = 6 };
 
-// Opens the output with this code, else ALSA, else none, and keeps quiet about what failed. Before start; any
-// other code counts as ALSA.
+// Opens the output with this code, else ALSA, else none, and prints nothing about what failed. Before start;
+// any other code counts as ALSA.
 void setOutput(int code);
 // The code of the output in force. None before setOutput, and after the device was lost in mid-show.
 int output();

@@ -16,7 +16,6 @@ using namespace hall;
 namespace {
 
 constexpr int columns = 48;
-constexpr int columnsPerQuarter = columns / 4;
 constexpr double quarter = pi / 2;
 
 // Profiles from the outside of the hall's axis in: distance from the axis, height.

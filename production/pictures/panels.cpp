@@ -30,7 +30,7 @@ enum class Part {
 
 using enum Part;
 
-// Left, top, width and height are in cells; what the other two say is told at the parts.
+// Left, top, width and height are in cells; what the other two mean stands beside each kind of part.
 struct Row {
     Part part;
     float left, top, width, height;

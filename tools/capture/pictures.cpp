@@ -49,7 +49,7 @@ bool drawPictures(const CaptureOptions& options, const std::vector<int>& all) {
         fprintf(stderr, "capture: %zu of %zu pictures are there already\n", all.size() - frames.size(),
                 all.size());
     if (frames.empty()) return true;
-    std::error_code ignored;  // the first picture tells
+    std::error_code ignored;  // writing the first picture reports it
     std::filesystem::create_directories(std::filesystem::path(options.out).parent_path(), ignored);
     SteppedShow show(options.fps, options.samples);
     Progress progress(static_cast<int>(frames.size()));

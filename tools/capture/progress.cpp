@@ -29,8 +29,8 @@ Progress::~Progress() {
 void Progress::step() {
     done++;
     const int percent = static_cast<int>(100LL * done / total);
-    if (!terminal && (percent / linesEvery == told / linesEvery && told >= 0) && done < total) return;
-    told = percent;
+    if (!terminal && (percent / linesEvery == printed / linesEvery && printed >= 0) && done < total) return;
+    printed = percent;
 
     const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     const double rate = done / (seconds > 0 ? seconds : 1);

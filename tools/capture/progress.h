@@ -7,7 +7,7 @@ struct Progress {
     int total;  // frames
     bool terminal;
     int done = 0;
-    int told = -1;  // the last per cent that was printed
+    int printed = -1;  // the last per cent that was printed
     std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
 
     explicit Progress(int total);

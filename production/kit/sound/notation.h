@@ -14,7 +14,7 @@ struct Note {
     float length;      // seconds
     float pitch;       // MIDI, 69 is the A of 440 Hz; for hits the semitones by which the drum is tuned up
     float velocity;    // 0..1
-    float brightness;  // 0..1, what an instrument makes of it is its own affair
+    float brightness;  // 0..1; each instrument decides what it does with it
     double beat = 0;   // where it stands in the song, from bar 0 on: what swings in time goes by it
 };
 
