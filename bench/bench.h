@@ -51,4 +51,6 @@ Figures benchFrames(const std::string& part);
 Figures benchUndrawnFrames(const std::string& part);
 Figures benchInstructions(const std::string& part);
 Figures benchCapture(const std::string& part);
+// A row of it, for a process of its own: frames a second captured and drawn, a line for each pair.
+void printCapturePairs(int row);
 Figures benchReload(const std::string& part);

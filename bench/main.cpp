@@ -127,6 +127,7 @@ int main(int argc, char** argv) {
     if (task == "moment" && words.size() == 4)
         return printMoment({std::stoi(words[1]), std::stoi(words[2]), std::stoi(words[3])});
     if (task == "leaves-drawing-out") return printWhetherDrawingIsLeftOut();
+    if (task == "capture-pairs" && words.size() == 2) return printCapturePairs(std::stoi(words[1])), 0;
     if (task == "counted" && words.size() == 2) return drawCounted(words[1]), 0;
     for (const Group& group : groups) {
         if (task == "group" && words.size() == 3 && words[1] == group.name) return runGroup(group, words[2]);

@@ -5,9 +5,11 @@
 #include <unistd.h>
 
 #include <cstring>
+#include <memory>
 #include <thread>
 
 #include "tests/tools/run.h"
+#include "tests/virtual_screen.h"
 #include "tools/capture/frames.h"
 #include "tools/capture/manifest.h"
 
@@ -111,20 +113,31 @@ TEST_F(Parts, ThatDontBelongTogetherAreRefused) {
     EXPECT_EQ(namesIn(scratch->path), before);
 }
 
-// Killed at once, as by a machine that fails: what it had finished isn't drawn again, what is broken is.
-TEST(Resuming, DrawsOnlyWhatIsMissingOrBroken) {
+// Thirty frames in three pieces.
+struct Resuming : testing::Test {
     const ScratchDirectory scratch;
     const std::string film = scratch.file("film.mp4"), parts = film + ".parts/";
     const std::string words = "--fps 1 --from 10 --to 40 --resume --out " + film;
-    const pid_t process = fork();
-    if (process == 0) {
-        execl("/bin/sh", "sh", "-c", ("exec " CAPTURE_PROGRAM " " + words + " 2>/dev/null").c_str(), nullptr);
-        _exit(127);
+
+    // A capture that has just finished its second piece.
+    pid_t captureAtWork() {
+        const pid_t process = fork();
+        if (process == 0) {
+            const std::string command = "exec " CAPTURE_PROGRAM " " + words + " 2>" + scratch.file("said");
+            execl("/bin/sh", "sh", "-c", command.c_str(), nullptr);
+            _exit(127);
+        }
+        while (!std::filesystem::exists(parts + "000020-000029.mp4.manifest") &&
+               waitpid(process, nullptr, WNOHANG) == 0)
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        return process;
     }
+};
+
+// Killed at once, as by a machine that fails: what it had finished isn't drawn again, what is broken is.
+TEST_F(Resuming, DrawsOnlyWhatIsMissingOrBroken) {
+    const pid_t process = captureAtWork();
     int status = 0;
-    while (!std::filesystem::exists(parts + "000020-000029.mp4.manifest") &&
-           waitpid(process, &status, WNOHANG) == 0)
-        std::this_thread::sleep_for(std::chrono::milliseconds(5));
     kill(process, SIGKILL);
     ASSERT_EQ(waitpid(process, &status, 0), process);
     ASSERT_TRUE(WIFSIGNALED(status));
@@ -136,7 +149,7 @@ TEST(Resuming, DrawsOnlyWhatIsMissingOrBroken) {
     EXPECT_NE(resumed.output.find("capture: 1 of 3 pieces are there already\n"), std::string::npos)
         << resumed.output;
     EXPECT_NE(resumed.output.find("frame 20 of 20"), std::string::npos) << resumed.output;
-    EXPECT_EQ(namesIn(scratch.path), (std::set<std::string>{"film.mp4", "film.mp4.manifest"}));
+    EXPECT_EQ(namesIn(scratch.path), (std::set<std::string>{"film.mp4", "film.mp4.manifest", "said"}));
     EXPECT_EQ(textOf(manifestOf(film).runs()), "10-39");
     EXPECT_EQ(probe("-count_frames -show_entries stream=codec_name,r_frame_rate,nb_read_frames "
                     "-select_streams v " +
@@ -145,7 +158,48 @@ TEST(Resuming, DrawsOnlyWhatIsMissingOrBroken) {
     EXPECT_EQ(capture(words).output, "capture: " + film + " is whole already\n");
 }
 
-TEST(Resuming, DrawsPicturesThatAreMissingOrBroken) {
+TEST_F(Resuming, GoesOnAfterTheDisplayWasLost) {
+    auto screen = std::make_unique<VirtualScreen>(1024, 768, false);
+    ASSERT_EQ(screen->problem, "");
+    const pid_t process = captureAtWork();
+    screen.reset();
+    int status = 0;
+    ASSERT_EQ(waitpid(process, &status, 0), process);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 1) << content(scratch.file("said"));
+    EXPECT_EQ(namesIn(scratch.path), (std::set<std::string>{"film.mp4.parts", "said"}));
+    EXPECT_EQ(namesIn(parts), (std::set<std::string>{"000010-000019.mp4", "000010-000019.mp4.manifest",
+                                                     "000020-000029.mp4", "000020-000029.mp4.manifest"}));
+
+    const Result resumed = capture(words);
+    ASSERT_EQ(resumed.status, 0) << resumed.output;
+    EXPECT_NE(resumed.output.find("capture: 2 of 3 pieces are there already\n"), std::string::npos)
+        << resumed.output;
+}
+
+// The disk fills up while a piece is drawn, and while the pieces are joined.
+TEST_F(Resuming, GoesOnAfterTheDiskWasFull) {
+    ASSERT_EQ(capture(words).status, 0);
+    const std::string hashes = hashesOf(manifestOf(film));
+    const auto bytes = std::filesystem::file_size(film);
+    for (const double room : {0.6, 1.5}) {
+        const std::string before = "size=" + std::to_string(int64_t(bytes * room));
+        const Result result = shell(
+            "unshare --map-root-user --mount sh -c '"
+            "mount -t tmpfs -o " +
+            before + " tmpfs $0 || exit 77; " CAPTURE_PROGRAM " " + words +
+            " && exit 1; find $0 -name \"unfinished-*\"; mount -o remount,size=1g $0; " CAPTURE_PROGRAM " " +
+            words + " && cat $0/film.mp4.manifest' " + scratch.path.string());
+        if (result.status == 77) GTEST_SKIP() << "a disk of a test's own is not allowed: " << result.output;
+        EXPECT_EQ(result.status, 0) << result.output;
+        EXPECT_NE(result.output.find("No space left on device\n"), std::string::npos) << result.output;
+        EXPECT_EQ(result.output.find("unfinished-"), std::string::npos) << result.output;
+        EXPECT_NE(result.output.find(" of 3 pieces are there already\n"), std::string::npos) << result.output;
+        scratch.write("there.manifest", result.output.substr(result.output.find("valojuova part")));
+        EXPECT_EQ(hashesOf(manifestOf(scratch.file("there"))), hashes);
+    }
+}
+
+TEST(ResumingPictures, DrawsThoseThatAreMissingOrBroken) {
     const ScratchDirectory scratch;
     const std::string words = "--fps 1 --frames 20,22-23 --out " + scratch.file("%d.png");
     ASSERT_EQ(capture(words).status, 0);
