@@ -1,28 +1,72 @@
 #version 110
-// Smoke across the whole screen in three depths: a far light in the middle, of the opposite hue; clouds that hide and
-// show it; veins that drift before them. It darkens towards the corners and stays dim: the glow that follows adds it to
-// itself.
+// A world with a ring in the middle of the probes, and smoke across the whole screen, behind it and before it. The sun
+// is the probes' own second light, so the world wanes and waxes as the camera circles it. Dim, since the glow that
+// follows makes three of one.
 
 uniform sampler2D noise;
 uniform vec4 color;
 
 varying vec2 place;
-varying vec2 wide;
-varying vec2 fine;
+varying vec3 eye;
+varying vec3 ray;
+varying vec2 far;
+varying vec2 near;
+
+const float radius = 72.0;
+const vec3 sun = vec3(0.577, 0.577, 0.577);
+const vec3 axis = vec3(0.30, 0.94, -0.16);  // of the ring, of length 1
+
+// How much of the ring's ice lies at a distance from the middle.
+float ringAt(float distance) {
+    float reach = distance / radius;
+    float grooves = texture2D(noise, vec2(reach * 0.9, 0.37)).g * texture2D(noise, vec2(reach * 0.31, 0.61)).g;
+    float inside = smoothstep(1.28, 1.45, reach) * smoothstep(2.02, 1.94, reach);
+    float gap = smoothstep(0.0, 0.02, abs(reach - 1.78) - 0.02);
+    return inside * gap * smoothstep(0.05, 0.55, grooves);
+}
+
+// The ground at a place whose direction from the middle is `up`: bands that storms bend.
+vec3 groundAt(vec3 up) {
+    float storm = texture2D(noise, up.xz * 0.28 + 0.5).r;
+    float band = texture2D(noise, vec2(0.06 * storm, dot(up, axis) * 0.42 + 0.035 * storm)).r;
+    return mix(vec3(0.26, 0.09, 0.05), vec3(0.40, 0.31, 0.20), smoothstep(0.25, 0.75, band));
+}
+
+// How much of the sun reaches that place past the ring.
+float daylightAt(vec3 up) {
+    float rise = -dot(up, axis) * radius / dot(sun, axis);
+    float lit = smoothstep(-0.10, 0.75, dot(up, sun));
+    return lit * (1.0 - 0.8 * step(0.0, rise) * ringAt(length(up * radius + sun * rise)));
+}
 
 void main() {
-    float swirl = texture2D(noise, wide).r;
-    float wisp = texture2D(noise, fine + 0.3 * swirl).r;
-    float smoke = swirl * wisp;
-    float far = texture2D(noise, 0.55 * wide.ts + 0.35 * fine).r;
-    float veins = texture2D(noise, 0.8 * fine + vec2(0.25 * wisp, 0.15 * swirl)).b;
+    float swirl = texture2D(noise, far).r;
+    float wisp = texture2D(noise, near + 0.25 * swirl).r;
+    float veins = texture2D(noise, 1.7 * far + vec2(0.25 * wisp, 0.15 * swirl)).b;
+    vec3 dusk = mix(vec3(0.10, 0.03, 0.22), vec3(0.02, 0.13, 0.20), swirl);
+    vec3 light = dusk * (0.06 + swirl * (wisp + 0.5 * veins)) + vec3(0.09, 0.03, 0.04) * veins * wisp;
 
+    // Where the ray meets the world, or comes nearest to it.
+    vec3 towards = normalize(ray);
+    float along = -dot(eye, towards);
+    float depth = radius * radius - dot(eye, eye) + along * along;
+    float meets = along - sqrt(max(depth, 0.0));
+    vec3 up = (eye + towards * meets) / radius;
+    float body = smoothstep(-60.0, 60.0, depth);
+    float day = daylightAt(up);
+    float rim = pow(1.0 - max(dot(up, -towards), 0.0), 3.0);
+    light = mix(light, groundAt(up) * (day + 0.02) + color.rgb * rim * (0.10 + 0.5 * day), body);
+    light += vec3(0.12, 0.10, 0.18) * (1.0 - body) * exp(-0.0013 * max(-depth, 0.0)) * (0.35 + day);
+
+    // Where it meets the ring's plane, and how far that lies behind the world, for the sun.
+    float crosses = -dot(eye, axis) / dot(towards, axis);
+    vec3 spot = eye + towards * crosses;
+    float ice = ringAt(length(spot)) * step(0.0, crosses) * (1.0 - body * step(meets, crosses));
+    float behind = -dot(spot, sun);
+    float shadow = step(0.0, behind) * smoothstep(radius + 3.0, radius - 3.0, length(spot + sun * behind));
+    light = mix(light, vec3(0.20, 0.185, 0.19) * (1.0 - 0.93 * shadow), 0.9 * ice);
+
+    light = mix(light, dusk * (0.5 + wisp), 0.55 * smoothstep(0.45, 0.85, wisp) * smoothstep(0.2, 0.7, swirl));
     vec2 aside = (place - 0.5) * vec2(1.15, 1.0);
-    float away = dot(aside, aside);
-    float heart = exp(-9.0 * away) * (0.35 + 0.9 * far) * (1.0 - 0.75 * wisp);
-    vec3 ember = color.bgr * vec3(0.72, 1.1, 2.4);
-
-    vec3 light = color.rgb * (0.025 + 0.36 * smoke + 0.10 * veins * swirl) + 0.10 * smoke * smoke;
-    light += ember * (0.22 * heart + 0.05 * far * (1.0 - swirl));
-    gl_FragColor = vec4(light * (1.0 - 1.4 * away), color.a) * gl_Color;
+    gl_FragColor = vec4(light * (1.0 - 1.2 * dot(aside, aside)), color.a) * gl_Color;
 }

@@ -1,18 +1,34 @@
 #version 110
-// Two layers of smoke that drift across the screen, the same on a quad of any size.
+// The view of the camera that circles the probes, so that what is painted behind them turns with them. "time" and
+// "time2" are two clocks of different speed; the second tells where the camera stands, but for the first half second,
+// over which it runs backwards: there the turn starts from rest.
 
-uniform float time;   // -1..1: where the drift stands, across
-uniform float time2;  // -1..1: and along
+uniform float time;   // the sine of 0.3 times the seconds
+uniform float time2;  // the cosine of 0.2 times the seconds
 
 varying vec2 place;  // 0..1 across the screen
-varying vec2 wide;   // coordinates in the noise
-varying vec2 fine;
+varying vec3 eye;    // in the probes' own space
+varying vec3 ray;    // from the eye, of any length
+varying vec2 far;    // coordinates in the noise: of what is far away,
+varying vec2 near;   // and of what drifts past the eye
+
+const float pi = 3.14159265;
 
 void main() {
     gl_Position = ftransform();
     gl_FrontColor = gl_Color;
     place = gl_Vertex.xy * 0.5 + 0.5;
+
+    float since = 5.0 * (pi - acos(clamp(time2, -1.0, 1.0)));  // since second 25 pi
+    float seconds = 25.0 * pi + sqrt(since * since + 0.3);
+    float turn = 0.8 * seconds;
+    eye = vec3(140.0 * sin(turn), 130.0 + 10.0 * sin(0.5 * seconds), 180.0 * cos(turn));
+    vec3 ahead = -normalize(eye);
+    vec3 right = normalize(vec3(-ahead.z, 0.0, ahead.x));
+    vec2 aside = gl_Vertex.xy * vec2(4.0 / 3.0, 1.0);  // round on the screen
+    ray = ahead + right * aside.x + cross(right, ahead) * aside.y;
+
     vec2 square = place * vec2(1.0, 0.75);
-    wide = square * 0.55 + vec2(0.30 * time, 0.22 * time2);
-    fine = square * 1.3 + vec2(-0.25 * time2, 0.35 * time);
+    far = square * 0.55 + vec2(0.16 * turn, 0.2 * time2);
+    near = square * 0.8 + vec2(0.27 * turn, 0.35 * time);
 }
