@@ -1,6 +1,6 @@
 // "koe" (tex.png): projected up the eye's vertical axis, it cuts a model to stripes by its alpha and tints
 // what stays. Only T counts: one repeat is 500 units of height, the first row is T = 0, and S is constant.
-#include "production/kit/picture/shapes.h"
+#include "production/kit/picture/canvas.h"
 #include "production/pictures/pictures.h"
 
 using namespace picture;
@@ -19,7 +19,7 @@ constexpr float gap = 6.5f;
 // hard edge. These tints are dark, and reach full light one after the other from the halo's edge to its
 // heart: blue, which is the least bright, outermost. Near the eye's height, where the near figure is as well,
 // the next is green, above and below it is red.
-const Rgba sea = opaque(0.03f, 0.13f, 0.55f), violet = opaque(0.12f, 0.045f, 0.60f);
+const Rgba sea = opaque(0.026f, 0.11f, 0.55f), violet = opaque(0.10f, 0.038f, 0.60f);
 
 // Of a height in units, to the nearest stripe's edge, negative inside.
 float distanceToStripe(float height) {
@@ -45,7 +45,8 @@ void makeStripes(const char* path) {
         const float height = y * unitsPerRepeat / size;
         const float fromEye = std::fmin(height, unitsPerRepeat - height);
         const Rgba tint = mix(sea, violet, smoothstep(25, 65, fromEye));
-        return tint * coverage(distanceToStripe(height) * size / unitsPerRepeat);
+        // Without a soft edge: what is half transparent lets the halo through, as a bright line.
+        return tint * (distanceToStripe(height) < 0 ? 1.0f : 0.0f);
     });
     saveRgba(canvas, path, Rows::TopFirst);
 }
