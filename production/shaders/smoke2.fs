@@ -39,12 +39,22 @@ float daylightAt(vec3 up) {
     return lit * (1.0 - 0.8 * step(0.0, rise) * ringAt(length(up * radius + sun * rise)));
 }
 
+// Every tenth cell of a grid has a star somewhere in it.
+float starsAt(vec2 sky) {
+    vec2 cell = floor(sky * 56.0);
+    float lot = fract(sin(dot(cell, vec2(12.9898, 78.233))) * 43758.5453);
+    float bright = max(1.0 - 10.0 * lot, 0.0);
+    vec2 middle = 0.5 + 0.35 * sin(vec2(900.0, 1700.0) * lot);
+    return bright * smoothstep(0.12, 0.03, length(sky * 56.0 - cell - middle));
+}
+
 void main() {
     float swirl = texture2D(noise, far).r;
     float wisp = texture2D(noise, near + 0.25 * swirl).r;
     float veins = texture2D(noise, 1.7 * far + vec2(0.25 * wisp, 0.15 * swirl)).b;
     vec3 dusk = mix(vec3(0.10, 0.03, 0.22), vec3(0.02, 0.13, 0.20), swirl);
     vec3 light = dusk * (0.06 + swirl * (wisp + 0.5 * veins)) + vec3(0.09, 0.03, 0.04) * veins * wisp;
+    light += vec3(0.70, 0.64, 0.80) * starsAt(far);
 
     // Where the ray meets the world, or comes nearest to it.
     vec3 towards = normalize(ray);
@@ -55,7 +65,7 @@ void main() {
     float body = smoothstep(-60.0, 60.0, depth);
     float day = daylightAt(up);
     float rim = pow(1.0 - max(dot(up, -towards), 0.0), 3.0);
-    light = mix(light, groundAt(up) * (day + 0.02) + color.rgb * rim * (0.10 + 0.5 * day), body);
+    light = mix(light, groundAt(up) * (day + 0.02) + color.rgb * rim * (0.25 + 0.5 * day), body);
     light += vec3(0.12, 0.10, 0.18) * (1.0 - body) * exp(-0.0013 * max(-depth, 0.0)) * (0.35 + day);
 
     // Where it meets the ring's plane, and how far that lies behind the world, for the sun.
