@@ -1,5 +1,5 @@
-// The casing round the lower part of the robot, which sinks with the light: twelve armoured sides, open
-// above. The program squeezes it in height, so it is made of courses that read at any height.
+// The casing round the robot's lower part, which sinks with the light: a bud of twelve slim petals that lets
+// its guest be seen. The program squeezes it in height, so it opens like a flower that is pressed flat.
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
@@ -9,44 +9,43 @@ using namespace model;
 
 namespace {
 
-constexpr int sides = 12;
+constexpr int petals = 12;
 constexpr double height = 94;
 
-// One course of plates between two heights, drawn in at its middle.
-Shape course(double low, double high, double outer) {
-    const double rise = high - low;
-    const Shape wall =
-        lathe({{outer - 4, low}, {outer, low + rise * 0.16}, {outer, low + rise * 0.84}, {outer - 4, high}},
-              sides, pi / sides);
-    return panelled(wall, {1.1, 0.9, 1.3, 0.9});
+// Along +x: bellied low down, its point turned in over the edge. A keel runs along its back.
+Shape petal() {
+    Sweep how;
+    how.path = curveThrough(
+        {{50.5, 0, 0}, {54.6, 14, 0}, {57, 34, 0}, {56, 56, 0}, {52, 78, 0}, {47.6, height, 0}}, false, 5);
+    how.up = {1, 0, 0};
+    const double last = static_cast<double>(how.path.size() - 1);
+    how.change = [=](int step, Outline leaf) {
+        const double k = step / last;
+        const double broad = 5.4 * std::sqrt(std::max(0.0, 1 - k * k)) * (0.72 + 0.5 * k) + 0.25;
+        for (Flat& p : leaf) p = {p.x * broad, p.y * mix(1.3, 0.3, k)};
+        return leaf;
+    };
+    const Outline leaf = {{-1, 0}, {-0.8, -0.5}, {0, -0.8}, {0.8, -0.5},
+                          {1, 0},  {0.35, 0.45}, {0, 1.1},  {-0.35, 0.45}};
+    return sweep(leaf, how);
 }
 
-Shape band(double middle, double radius) {
-    return lathe({{radius - 3, middle - 2.6},
-                  {radius - 0.6, middle - 2.2},
-                  {radius, middle - 1},
-                  {radius, middle + 1},
-                  {radius - 0.6, middle + 2.2},
-                  {radius - 3, middle + 2.6}},
-                 48);
+// What the petals stand in.
+Shape cup() {
+    return lathe({{47, 0}, {55, 0}, {55.8, 0.6}, {55, 1.2}, {47.5, 1.2}, {46.4, 0.8}, {46.4, 0.3}, {47, 0}},
+                 72);
 }
 
-// Round posts at the corners, with rings where the bands cross.
-Shape post() {
-    const Outline wall =
-        platedProfile({2, 8, 28, 34, 60, 66, 86, 92}, {1, 0.9, 0.8, 20}, [](double) { return 3.0; });
-    return moved(lathe(wall, 10), {54.5, 0, 0});
+Shape stud() {
+    return moved(lathe({{1.5, 0}, {1.5, 1}, {1, 1.8}, {0, 2}}, 10), {51, 1, 0});
 }
 
 }  // namespace
 
 void makeCasing(const char* path) {
-    const Outline rim = {{46, height - 9},     {46, height - 2},   {47, height},    {53, height},
-                         {54.4, height - 1.4}, {54.4, height - 3}, {51, height - 4}};
-    const Shape top = insideOut(lathe({rim.rbegin(), rim.rend()}, 48));
-    const Shape foot = lathe({{50, 0}, {55.5, 0}, {56.4, 1.2}, {55.4, 3}, {51, 3.6}}, 48);
-    const Shape casing = joined({course(3, 31, 53), course(31, 63, 53), course(63, 91, 53), band(31, 54.6),
-                                 band(63, 54.6), foot, around(post(), sides, Axis::y),
-                                 insideOut(lathe({{47, 0}, {46, height - 8}}, 24)), top});
-    writeAml(path, {mappedCylinder(casing, Axis::y, 6, 48)});
+    const Shape leaves = around(petal(), petals, Axis::y);
+    // Exactly between the ground and the height that the program scales by.
+    const Shape level = bent(leaves, [](Vec p) { return Vec{p.x, std::clamp(p.y, 0.0, height), p.z}; });
+    const Shape studs = turned(around(stud(), petals, Axis::y), Axis::y, pi / petals);
+    writeAml(path, {mappedCylinder(joined({level, cup(), studs}), Axis::y, 6, 48)});
 }

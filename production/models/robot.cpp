@@ -1,5 +1,7 @@
-// The robot: body, arms and the screen that is its face. It stands on a plate below y = 0 and looks along +z.
-// Between hips and chest there is only a thin spine behind the axis: the camera flies through that gap.
+// The robot: dark body and arms, and what glows or is painted on it, which is its screen's mesh: the face, a
+// second screen at the back of the head with the music on it, orange shoulders and ears, lamps. It stands on
+// a plate below y = 0, looks along +z and waves. Between hips and chest there is only a thin spine behind the
+// axis: the camera flies through that gap.
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
@@ -12,8 +14,17 @@ namespace {
 
 constexpr Vec headCentre = {0, 150.5, 2};
 constexpr double headSize = 1.14;
-constexpr double headTilt = 0.14;   // radians, the face towards viewers below
-constexpr double faceDepth = 15.5;  // from the head's centre to the bezel
+constexpr double headTilt = 0.14, headLean = 0.06;    // radians: the face towards viewers below, an ear down
+constexpr double faceDepth = 15.5, napeDepth = 15.2;  // from the head's centre to the bezels
+constexpr Vec chestLamp = {0, 109, 17.2};
+
+// Where things lie in "roboscreen", in 16ths of it from its top left.
+constexpr Patch sixteenths(double left, double top, double width, double height) {
+    return {{left / 16, (top + height) / 16}, {(left + width) / 16, top / 16}};
+}
+constexpr Patch facePicture = sixteenths(0, 0, 10, 8), napePicture = sixteenths(0, 8, 10, 8),
+                iris = sixteenths(10.1, 0.1, 5.8, 5.8), shoulderPaint = sixteenths(10.1, 6.1, 5.8, 3.8);
+constexpr Uv orangePaint = {10.5 / 16, 10.5 / 16}, warmLamp = {12.5 / 16, 10.5 / 16};
 
 // Turns a lathe's round section into a rounded square, `depth` (a part of its width) deep.
 Shape squared(const Shape& shape, double depth) {
@@ -79,16 +90,15 @@ Shape foot() {
 
 Shape leg() {
     const Vec ankle = {15.5, -1, 0}, knee = {14.5, 32, 1.5}, hip = {11.5, 57, 0};
-    const Shape shin = limb(ankle, knee, {1.3, 1.2, 1, 4}, {0, 0.12, 0.24, 0.62, 0.76, 0.88}, 11.5, 6, 1);
-    const Shape thigh = limb(knee, hip, {1, 1, 0.8, 3}, {0.12, 0.26, 0.4, 0.54, 0.68, 0.82, 1}, 6.5, 8, 0.6);
-    const Shape kneeCap = placed(rings(4.2, 2.2), knee + Vec{0, 0, 5.6}, {0, 0.1, 1});
+    const Shape shin = limb(ankle, knee, {1.3, 1.2, 1, 4}, {0, 0.16, 0.74, 0.88}, 11, 6, 1.6);
+    const Shape thigh = limb(knee, hip, {1, 1, 0.8, 3}, {0.16, 0.32, 0.84, 1}, 6.2, 8.4, 0.6);
     const Shape joint =
         joined({placed(rings(6.2, 6.6), knee, {1, 0, 0}), placed(rings(6.2, 6.6), knee, {-1, 0, 0})});
-    return joined({moved(foot(), {ankle.x, 0, 0}), shin, thigh, joint, kneeCap});
+    return joined({moved(foot(), {ankle.x, 0, 0}), shin, thigh, joint});
 }
 
 Shape pelvis() {
-    const Outline wall = platedProfile({49, 54, 59, 64}, {1.1, 1.1, 0.9, 3}, [](double y) {
+    const Outline wall = platedProfile({49, 53, 64}, {1.1, 1.1, 0.9, 3}, [](double y) {
         return 20 - 0.02 * (y - 57) * (y - 57) - 3 * smoothStep(60, 65, y);
     });
     const Outline profile =
@@ -115,8 +125,7 @@ double chestRadius(double y) {
 }
 
 Shape torso() {
-    const Outline wall =
-        platedProfile({82, 86.5, 91, 95.5, 100, 117.5, 122.5, 127.5}, {1.4, 1.3, 1.1, 3.2}, chestRadius);
+    const Outline wall = platedProfile({82, 88, 97, 119, 127.5}, {1.4, 1.3, 1.1, 3.2}, chestRadius);
     // The lamp below, that is seen from the gap over the hips.
     const Outline below = {{0, 84.5}, {4, 84.5}, {4.6, 83}, {7, 83}, {7.6, 84.5}, {9, 84.5}, {9.8, 82}};
     const Outline profile = chained({below, wall, {{15, 128.5}, {10, 129.5}, {0, 129.5}}});
@@ -127,11 +136,10 @@ Shape torso() {
 Shape torsoFittings() {
     const Shape reactor =
         placed(joined({rings(9.5, 4.2), around(moved(icosphere(1.3, 1), {11.8, 0.6, 0}), 8, Axis::y)}),
-               {0, 109, 17.2}, {0, 0.02, 1});
+               chestLamp, {0, 0.02, 1});
     const Shape vents = joined(
         {moved(box({12, 1.5, 3}, 0.7, 2), {0, 92.5, 10.8}), moved(box({10, 1.5, 3}, 0.7, 2), {0, 88, 9.4})});
-    const Outline wall =
-        platedProfile({88, 93, 98, 113, 118, 124}, {1.2, 1.1, 1, 5}, [](double) { return 6.0; });
+    const Outline wall = platedProfile({88, 95, 117, 124}, {1.2, 1.1, 1, 5}, [](double) { return 6.0; });
     const Outline pack =
         chained({{{0, 86}, {4, 86}}, wall, {{4.4, 125.5}, {3.6, 125.5}, {3, 122}, {0, 122}}});
     const Shape socket = placed(rings(9, 3), {25.5, 116, 0}, {1, 0, 0});
@@ -148,7 +156,8 @@ Shape neck() {
 
 // Where the head's own coordinates (origin at its centre) lie on the robot.
 Shape onNeck(const Shape& shape) {
-    return moved(turned(scaled(shape, {headSize, headSize, headSize}), Axis::x, headTilt), headCentre);
+    const Shape nodding = turned(scaled(shape, {headSize, headSize, headSize}), Axis::x, headTilt);
+    return moved(turned(nodding, Axis::z, headLean), headCentre);
 }
 
 // The bezel's centre line: a rounded rectangle in the xy plane.
@@ -165,32 +174,37 @@ std::vector<Vec> screenOutline(double halfWidth, double halfHeight, double corne
     return path;
 }
 
+// A screen's frame: `half` is the glass's half size.
+Shape bezel(Flat half, double corner, double z) {
+    Sweep frame;
+    frame.closedPath = true;
+    frame.path = screenOutline(half.x + 0.2, half.y + 0.2, corner, z);
+    frame.up = {0, 0, 1};
+    return sweep({{-1.7, -2}, {1.9, -2}, {1.9, 0.6}, {1.2, 1.5}, {0, 1.9}, {-1.2, 1.3}, {-1.7, 0.4}}, frame);
+}
+
+constexpr Flat faceHalf = {16.2, 11.8}, napeHalf = {10.6, 8.4};
+constexpr Vec napeMiddle = {0, 1.6, 0}, earMiddle = {17.6, 1, -2};
+
+// The two aerials make a V.
+constexpr Vec aerialFoot = {5.5, 16.5, -3}, aerialTip = {19, 33.5, -7};
+
 Shape head() {
     // A television's tube: wide in front, drawn in behind.
     const Shape shell = bent(box({40, 31, 31}, 6, 3), [](Vec p) {
         const double k = smoothStep(6, -16, p.z);
         return Vec{p.x * mix(1, 0.72, k), p.y * mix(1, 0.8, k) + k * 1.5, p.z};
     });
-    Sweep frame;
-    frame.closedPath = true;
-    frame.path = screenOutline(16.4, 12, 5, faceDepth);
-    frame.up = {0, 0, 1};
-    const Shape bezel =
-        sweep({{-1.7, -2}, {1.9, -2}, {1.9, 0.6}, {1.2, 1.5}, {0, 1.9}, {-1.2, 1.3}, {-1.7, 0.4}}, frame);
-    const Shape ear =
-        placed(joined({rings(8.2, 5), moved(lathe({{0, 4}, {1.6, 4}, {1.6, 6}, {0, 6.6}}, 12), {})}),
-               {17.6, 1, -2}, {1, 0, 0});
-    const Shape aerial = placed(
-        lathe({{0, 0}, {1.5, 0}, {1.3, 3}, {0.6, 4}, {0.5, 10}, {1.3, 10.6}, {1.7, 12}, {1.2, 13.4}, {0, 14}},
-              10),
-        {21, 5, -3}, {0.12, 1, -0.35});
-    const Shape crest = moved(box({3.2, 3, 22}, 1.2, 2), {5.2, 15.6, -2});
+    const Shape backBezel = moved(turned(bezel(napeHalf, 4, napeDepth), Axis::y, pi), napeMiddle);
+    const Shape ear = placed(rings(8.2, 5), earMiddle, {1, 0, 0});
+    const double reach = length(aerialTip - aerialFoot);
+    const Shape aerial =
+        placed(lathe({{0, -1}, {2.2, -1}, {2.2, 1}, {1.2, 2.4}, {0.75, 5}, {0.5, reach}, {0, reach}}, 10),
+               aerialFoot, aerialTip - aerialFoot);
     const Shape brow = moved(box({34, 2.6, 5}, 1.1, 2), {0, 14.6, 15});
-    const Shape grille = joined(
-        {moved(box({20, 1.2, 3}, 0.5, 2), {0, -14.4, 13.6}), moved(box({16, 1.2, 3}, 0.5, 2), {0, -16, 12})});
-    const Shape nape = placed(rings(8, 3), {0, 2, -15}, {0, 0, -1});
-    return onNeck(
-        joined({shell, bezel, brow, grille, nape, withMirror(joined({ear, aerial, crest}), Axis::x)}));
+    const Shape chin = moved(box({20, 1.6, 3}, 0.7, 2), {0, -14.6, 13.4});
+    return onNeck(joined({shell, bezel(faceHalf, 5, faceDepth), backBezel, brow, chin,
+                          withMirror(joined({ear, aerial}), Axis::x)}));
 }
 
 Shape finger(double spread, double curl) {
@@ -201,31 +215,87 @@ Shape finger(double spread, double curl) {
                    limb(middle, tip, {0.6, 0.5, 0.5, 3}, {0.1, 1}, 1.5, 0.7, 0.2)});
 }
 
-// The right arm (x > 0): elbow out, forearm raised, palm open towards the front.
-Shape arm() {
-    const Vec shoulder = {33.5, 116, 0}, elbow = {37.5, 91, -3}, wrist = {31, 104, 21};
-    const Outline dome = {{10.6, -3}, {11, -1.5}, {10.8, 0}, {10, 1},  {9.9, 3}, {8.8, 5.8},
-                          {7.4, 7.6}, {6.8, 7.2}, {6, 8},    {3, 9.6}, {0, 10}};
-    const Shape pauldron = placed(lathe(dome, 24), shoulder, {0.75, 0.6, 0.05});
+// An arm on the side of x > 0, from its joints and where its open hand points.
+struct Pose {
+    Vec elbow, wrist, reach;
+    double curl;  // of the fingers
+};
+constexpr Vec shoulder = {33.5, 116, 0}, shoulderTop = {0.75, 0.6, 0.05};
+// One hangs at ease, its hand held out; one waves.
+constexpr Pose atEase = {{37, 92, -4}, {29, 80, 17}, {-0.3, 0.12, 0.95}, 1.2},
+               waving = {{37.5, 101, 7}, {35.5, 129, 15}, {0.08, 0.98, -0.12}, 0.5};
+
+Shape arm(const Pose& pose) {
+    const auto& [elbow, wrist, reach, curl] = pose;
     const Shape ball = moved(icosphere(8, 3), shoulder);
-    const Shape upper = limb(shoulder, elbow, {1, 1, 0.8, 4}, {0.25, 0.38, 0.51, 0.64, 0.82}, 6, 5, 0.4);
+    const Shape upper = limb(shoulder, elbow, {1, 1, 0.8, 4}, {0.25, 0.45, 0.85}, 6, 5, 0.4);
     const Shape joint =
         joined({placed(rings(5.4, 5.2), elbow, {1, 0, 0.2}), placed(rings(5.4, 5.2), elbow, {-1, 0, -0.2})});
-    const Shape fore = limb(elbow, wrist, {1.1, 1, 0.9, 4}, {0.14, 0.28, 0.42, 0.82, 0.96}, 4.2, 6.8, 0.6);
-    const Vec reach = normalized(Vec{-0.25, 0.85, 0.45});
-    const Shape palm =
-        joined({lathe({{0, -1}, {3, -1}, {4.6, 1}, {5, 3}, {4.4, 4.6}, {0, 5}}, 16), finger(1, 1),
-                finger(-1, 1), finger(0, 1.4), moved(turned(finger(0, 1), Axis::y, pi), {0, -1, 0})});
-    return joined({pauldron, ball, upper, joint, fore, placed(palm, wrist, reach)});
+    const Shape fore = limb(elbow, wrist, {1.1, 1, 0.9, 4}, {0.14, 0.3, 0.82, 0.96}, 4.2, 6.8, 0.6);
+    const Shape palm = joined({lathe({{0, -1}, {3, -1}, {4.6, 1}, {5, 3}, {4.4, 4.6}, {0, 5}}, 16),
+                               finger(1, curl), finger(-1, curl), finger(0, 1.4 * curl),
+                               moved(turned(finger(0, curl), Axis::y, pi), {0, -1, 0})});
+    return joined({ball, upper, joint, fore, placed(palm, wrist, normalized(reach))});
 }
 
-// Where the head's own coordinates lie for a place of the picture on the screen, a domed tube inside the
+// Where the head's own coordinates lie for a place of the picture on a screen, a domed tube inside its
 // bezel: S from the viewer's left, T from the top down, and a height over the glass.
-Vec onScreen(double s, double t, double height) {
+Vec onGlass(Flat half, double depth, double s, double t, double height) {
     // A square carried into a rounded one, so that the corners follow the bezel.
     const double u = 2 * s - 1, v = 1 - 2 * t;
     const double x = u * (1 - 0.06 * v * v), y = v * (1 - 0.08 * u * u);
-    return {x * 16.2, y * 11.8, faceDepth + 1.6 - 2.2 * (x * x + y * y) + height};
+    return {x * half.x, y * half.y, depth + 1.6 - 2.2 * (x * x + y * y) + height};
+}
+
+Shape glass(Flat half, double depth, const Patch& picture) {
+    const int columns = 17, rows = 13;
+    const Shape plain = grid(columns, rows, false, false, [&](int c, int r) {
+        return onGlass(half, depth, double(c) / (columns - 1), 1 - double(r) / (rows - 1), 0);
+    });
+    return painted(plain, picture);
+}
+
+// Black but for what glows behind it: it seems to look up, where no light falls from.
+Shape unlit(const Shape& shape) {
+    return shaded(shape, [](Vec, Vec) { return Vec{0, 1, 0}; });
+}
+
+// A domed disc lying on the xz plane, with a round picture.
+Shape dial(double radius, double rise, const Patch& picture) {
+    const int sides = 24, rings = 4;
+    Shape disc = grid(sides, rings + 1, true, false, [&](int c, int r) {
+        const double out = radius * (1 - double(r) / rings), turn = -2 * pi * c / sides;
+        return Vec{out * std::cos(turn), rise * (1 - out * out / (radius * radius)), out * std::sin(turn)};
+    });
+    for (Face& face : disc.faces) {
+        for (size_t i = 0; i < face.points.size(); i++) {
+            const Vec p = disc.points[face.points[i]];
+            face.uvs[i] = {mix(picture.low.s, picture.high.s, 0.5 + 0.5 * p.x / radius),
+                           mix(picture.low.t, picture.high.t, 0.5 - 0.5 * p.z / radius)};
+        }
+    }
+    return welded(disc);
+}
+
+Shape shoulderCap() {
+    const Outline dome = {{10.6, -3}, {11, -1.5}, {10.8, 0}, {10, 1},  {9.9, 3}, {8.8, 5.8},
+                          {7.4, 7.6}, {6.8, 7.2}, {6, 8},    {3, 9.6}, {0, 10}};
+    return placed(painted(lathe(dome, 28), shoulderPaint), shoulder, shoulderTop);
+}
+
+// Painted parts, which take their colour from the screen's picture, and lamps, which all but glow.
+Shape paintwork() {
+    const Shape belt = painted(moved(box({5, 2.2, 1.6}, 0.6, 2), {7, 57, 13.2}), orangePaint);
+    const Shape fin = painted(moved(box({1.6, 14, 2}, 0.6, 2), {8.6, 106, -25}), orangePaint);
+    return withMirror(joined({belt, fin, shoulderCap()}), Axis::x);
+}
+
+Shape lamps() {
+    const Shape ear = onNeck(placed(dial(5.4, 0.9, iris), earMiddle + Vec{4.6, 0, 0}, {1, 0, 0}));
+    const Shape tip = onNeck(moved(painted(icosphere(1.9, 2), warmLamp), aerialTip));
+    const Shape knee = placed(dial(3.6, 0.8, iris), {14.5, 32, 9.2}, {0, 0.1, 1});
+    return joined({placed(dial(8.4, 1.2, iris), chestLamp + Vec{0, 0.1, 4.4}, {0, 0.02, 1}),
+                   withMirror(joined({ear, tip, knee}), Axis::x)});
 }
 
 }  // namespace
@@ -236,21 +306,19 @@ Shape figures::robotBody() {
 }
 
 Shape figures::robotArms() {
-    return withMirror(arm(), Axis::x);
+    return joined({arm(waving), reflected(arm(atEase), Axis::x)});
 }
 
 Shape figures::robotScreen() {
-    const int columns = 17, rows = 13;
-    Shape screen = grid(columns, rows, false, false, [](int c, int r) {
-        return onScreen(double(c) / (columns - 1), 1 - double(r) / (rows - 1), 0);
-    });
-    for (Face& face : screen.faces)
-        for (Uv& uv : face.uvs) uv.t = 1 - uv.t;
-    return onNeck(screen);
+    return onNeck(glass(faceHalf, faceDepth, facePicture));
+}
+
+Shape figures::robotTrim() {
+    return joined({paintwork(), lamps()});
 }
 
 Shape figures::onRobotScreen(const Shape& picture) {
-    return onNeck(bent(picture, [](Vec p) { return onScreen(p.x, p.y, p.z); }));
+    return onNeck(bent(picture, [](Vec p) { return onGlass(faceHalf, faceDepth, p.x, p.y, p.z); }));
 }
 
 void makeRobotBody(const char* path) {
@@ -262,5 +330,7 @@ void makeRobotArms(const char* path) {
 }
 
 void makeRobotScreen(const char* path) {
-    writeAml(path, {figures::robotScreen()});
+    const Shape nape =
+        onNeck(moved(turned(glass(napeHalf, napeDepth, napePicture), Axis::y, pi), napeMiddle));
+    writeAml(path, {unlit(figures::robotScreen()), unlit(nape), paintwork(), unlit(lamps())});
 }

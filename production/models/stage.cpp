@@ -288,7 +288,7 @@ void makeStage(const char* path) {
     const Shape posts = atTurn(around(post(), sources, Axis::y), postTurn);
     const Shape pillars = atTurn(around(pillar(), 8, Axis::y), pillarTurn + pi / 8);
     const Shape colossus =
-        onlyAbove(asColossus(welded(joined({figures::robotBody(), figures::robotArms()}), 0.6)), -2);
+        onlyAbove(asColossus(welded(joined({figures::robotBody(), figures::robotArms(), figures::robotTrim()}), 0.6)), -2);
     writeAml(path, {dark(middle), dark(joined({posts, pillars, ledges()})), dark(colossus),
                     dark(joined({glowing(asColossus(figures::robotScreen())), asColossus(face())})),
                     dark(joined({hungShip(), sunDisc()})), dark(boxPillar()), dark(probeLamps())});

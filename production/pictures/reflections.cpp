@@ -164,42 +164,36 @@ void makeStudio(const char* path) {
 // On the robot's body, which has no other picture: the lit colour times this. A dark floor, a hard horizon
 // with the night's colours above it, a bank of tubes overhead and tall windows at the sides.
 void makeRobotChrome(const char* path) {
-    std::vector<Softbox> lamps = {
-        {-70, 16, {0.16f, 0.62f}, 4, 0.02f, light(0.62f, 0.74f, 0.92f)},
-        {-90, 16, {0.08f, 0.62f}, 4, 0.02f, light(0.38f, 0.46f, 0.60f)},
-        {84, 4, {0.07f, 0.90f}, -8, 0.03f, light(0.98f, 0.70f, 0.44f)},
-        {150, 30, {0.9f, 0.10f}, 10, 0.05f, light(0.35f, 0.40f, 0.48f)},
+    const std::vector<Softbox> lamps = {
+        {-66, 18, {0.20f, 0.70f}, 4, 0.03f, light(0.50f, 0.66f, 0.90f)},
+        {-92, 18, {0.05f, 0.70f}, 4, 0.02f, light(0.26f, 0.34f, 0.48f)},
+        {80, 2, {0.10f, 0.90f}, -8, 0.03f, light(1.00f, 0.62f, 0.30f)},
+        {10, 58, {0.9f, 0.16f}, -5, 0.04f, light(0.80f, 0.88f, 0.96f)},
+        // Below, for a viewer who looks up at it.
+        {-10, -46, {0.8f, 0.10f}, 7, 0.05f, light(0.26f, 0.40f, 0.52f)},
     };
-    addBank(lamps, {8, 34, {0.9f, 0.035f}, -5, 0.012f, light(0.78f, 0.84f, 0.90f)}, {0, 11}, 5, 0.84f);
-    // Below, for a viewer who looks up at it.
-    addBank(lamps, {-14, -20, {0.60f, 0.020f}, 7, 0.012f, light(0.30f, 0.46f, 0.56f)}, {2, -10}, 4, 0.86f);
-    addBank(lamps, {40, -16, {0.016f, 0.34f}, 12, 0.012f, light(0.56f, 0.40f, 0.26f)}, {7, -2}, 4, 0.84f);
     const std::vector<Stop> sky = {
-        {-1, light(0.010f, 0.008f, 0.012f)},  {-0.5f, light(0.03f, 0.026f, 0.032f)},
-        {-0.06f, light(0.13f, 0.10f, 0.09f)}, {-0.045f, light(0.006f, 0.006f, 0.010f)},
-        {0.0f, light(0.012f, 0.012f, 0.02f)}, {0.02f, light(0.46f, 0.54f, 0.60f)},
-        {0.10f, light(0.12f, 0.19f, 0.24f)},  {0.30f, light(0.05f, 0.06f, 0.10f)},
-        {0.55f, light(0.06f, 0.03f, 0.10f)},  {1, light(0.02f, 0.012f, 0.035f)}};
+        {-1, light(0.006f, 0.006f, 0.010f)},     {-0.10f, light(0.020f, 0.018f, 0.024f)},
+        {-0.03f, light(0.004f, 0.004f, 0.007f)}, {0.0f, light(0.006f, 0.006f, 0.010f)},
+        {0.015f, light(0.40f, 0.50f, 0.60f)},    {0.07f, light(0.08f, 0.12f, 0.18f)},
+        {0.30f, light(0.02f, 0.025f, 0.05f)},    {1, light(0.012f, 0.010f, 0.022f)}};
     makeSphereMap(path, lamps,
-                  [&](Direction towards) { return gradient(sky, towards.y) + rimLight(towards) * 0.78f; });
+                  [&](Direction towards) { return gradient(sky, towards.y) + rimLight(towards) * 0.9f; });
 }
 
 // On its arms, its face and the ring: gun metal, a cross of fine tubes.
 void makeArmChrome(const char* path) {
     const std::vector<Softbox> lamps = {
-        {-30, 40, {0.9f, 0.035f}, 10, 0.02f, light(0.78f, 0.82f, 0.88f)},
-        {-30, 52, {0.9f, 0.035f}, 10, 0.02f, light(0.46f, 0.50f, 0.56f)},
-        {78, 5, {0.05f, 0.9f}, 0, 0.02f, light(0.60f, 0.50f, 0.38f)},
-        {92, 5, {0.03f, 0.9f}, 0, 0.02f, light(0.40f, 0.34f, 0.26f)},
-        {-85, -5, {0.12f, 0.5f}, 0, 0.02f, light(0.32f, 0.36f, 0.42f)},
+        {-30, 44, {0.9f, 0.12f}, 10, 0.03f, light(0.80f, 0.86f, 0.94f)},
+        {82, 5, {0.08f, 0.9f}, 0, 0.02f, light(0.90f, 0.56f, 0.28f)},
+        {-85, -5, {0.14f, 0.6f}, 0, 0.02f, light(0.30f, 0.40f, 0.56f)},
     };
     const std::vector<Stop> sky = {
-        {-1, light(0.02f, 0.02f, 0.022f)},     {-0.08f, light(0.09f, 0.085f, 0.09f)},
-        {-0.02f, light(0.01f, 0.01f, 0.012f)}, {0.03f, light(0.28f, 0.29f, 0.32f)},
-        {0.2f, light(0.06f, 0.09f, 0.12f)},    {0.5f, light(0.06f, 0.035f, 0.10f)},
-        {1, light(0.02f, 0.015f, 0.035f)}};
+        {-1, light(0.006f, 0.006f, 0.008f)},     {-0.08f, light(0.020f, 0.020f, 0.024f)},
+        {-0.02f, light(0.004f, 0.004f, 0.006f)}, {0.03f, light(0.24f, 0.28f, 0.34f)},
+        {0.16f, light(0.03f, 0.04f, 0.06f)},     {1, light(0.012f, 0.010f, 0.022f)}};
     makeSphereMap(path, lamps,
-                  [&](Direction towards) { return gradient(sky, towards.y) + rimLight(towards) * 0.55f; });
+                  [&](Direction towards) { return gradient(sky, towards.y) + rimLight(towards) * 0.7f; });
 }
 
 // The hall's own: tall lamps all round and a ring of light overhead. The room binds it and leaves it switched

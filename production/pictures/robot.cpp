@@ -1,4 +1,4 @@
-// What the robot wears: the two glow bands and the face on its screen.
+// What the robot wears: the two glow bands, and what glows or is painted on it.
 #include "production/kit/picture/canvas.h"
 #include "production/kit/picture/shapes.h"
 #include "production/pictures/pictures.h"
@@ -7,12 +7,12 @@ using namespace picture;
 
 namespace {
 
-// A band lies along the robot's height: the last row is the ground and what is below it (and the ring), the
-// first row is 100 units up, or 25 for the awake robot, and everything above. So row 0 is the tint of the
-// upper body, and holds a few rows to stay pure when the picture is minified; below, rungs of light grow to a
-// glow.
+// A band lies along the robot's height: the last row is the ground and what is below it (and the ring's lower
+// half), the first row is 100 units up, or 25 for the awake robot and the ring, and everything above. So row
+// 0 is the tint of the upper body, next to nothing, and holds a few rows to stay pure when the picture is
+// minified; below, rungs of light grow to the ground.
 void makeBand(const char* path, Rgba tint, Rgba glow, Rgba hot) {
-    const int size = 256, rungs = 9;
+    const int size = 256, rungs = 5;
     Canvas canvas(size, size);
     paint(canvas, [&](float, float y, Rgba) {
         const float t = y / size;
@@ -20,53 +20,100 @@ void makeBand(const char* path, Rgba tint, Rgba glow, Rgba hot) {
         const bool between = rung >= 1 && rung <= rungs;
         const float line =
             between ? bell((place - rung) / (rungs + 1), 0.0075f) * mix(0.25f, 1, rung / rungs) : 0;
-        const float belt = bell(t - 0.62f, 0.045f), ground = smoothstep(0.90f, 0.97f, t);
-        const float wash = 0.025f * t * t;
-        return tint + glow * (wash + 0.42f * line + 0.05f * belt + 0.03f * ground) +
-               hot * (0.34f * line * line * line + 0.02f * belt * belt + 0.01f * ground);
+        const float wash = 0.020f * t * t * t * smoothstep(1.0f, 0.94f, t);
+        // Where the ring is broadest.
+        const float edge = bell(t - 0.975f, 0.007f);
+        return tint + glow * (wash + 0.42f * line + 0.30f * edge) +
+               hot * (0.34f * line * line * line + 0.16f * edge * edge);
     });
     saveRgb(canvas, path, Rows::TopFirst);
+}
+
+constexpr int size = 1024;
+constexpr float part = size / 16.0f;
+const Rgba gold = opaque(1.0f, 0.80f, 0.42f), amber = opaque(1.0f, 0.42f, 0.06f);
+
+// The face on a glass of 640 x 512: two round eyes and a smile.
+float faceInk(Point p) {
+    const float aside = std::fabs(p.x - 320);
+    const Point eye = {aside - 138, p.y - 196};
+    const float radius = length(eye);
+    const Point pupil = {p.x - (p.x < 320 ? 182 : 458), p.y - 196};
+    const float disc = coverage(radius - 74) * (1 - coverage(length(pupil + Point{24, 28}) - 20));
+    const float ring = outline(radius - 100, 12) * 0.55f;
+    // An arc about a place between the eyes, its ends round.
+    const Point mouth = {p.x - 320, p.y - 168};
+    const float turn = std::atan2(mouth.x, mouth.y);
+    const float half = 0.74f;
+    const Point end = {206 * std::sin(half), 206 * std::cos(half)};
+    const float arc = std::fabs(turn) < half ? std::fabs(length(mouth) - 206) - 15
+                                             : length(Point{std::fabs(mouth.x), mouth.y} - end) - 15;
+    return std::fmax(std::fmax(disc, ring), coverage(arc));
+}
+
+// The music on the other glass: bars that stand on a line, mirrored below it.
+float spectrumInk(Point p) {
+    const int bars = 11;
+    const float levels[bars] = {0.16f, 0.34f, 0.62f, 0.46f, 0.84f, 1.0f, 0.72f, 0.9f, 0.5f, 0.3f, 0.14f};
+    const int bar = std::clamp(static_cast<int>((p.x - 67) / 46), 0, bars - 1);
+    const float middle = 90.0f + 46 * bar;
+    const float d = box(p, {middle, 256}, {13, 14 + 165 * levels[bar]}, 13);
+    const float cut = 3 - std::fabs(std::remainder(p.y, 28.0f));
+    return coverage(std::fmax(d, cut));
+}
+
+// A lens with a bright rim, seven blades and a heart.
+Rgba irisAt(Point p, float radius) {
+    const float r = length(p) / radius, turn = std::atan2(p.y, p.x);
+    const float pixel = radius;
+    const float blades = 0.5f + 0.5f * std::cos(7 * (turn + 1.4f * r));
+    Rgba c = amber * (0.55f * bell(r - 0.80f, 0.05f)) + gold * (0.9f * coverage((r - 0.30f) * pixel));
+    c = c +
+        amber * (0.30f * std::pow(blades, 3.0f) * smoothstep(0.34f, 0.40f, r) * smoothstep(0.74f, 0.62f, r));
+    return c * smoothstep(1.0f, 0.92f, r);
 }
 
 }  // namespace
 
 void makeRedBand(const char* path) {
-    makeBand(path, opaque(0.032f, 0.003f, 0), opaque(0.90f, 0.05f, 0.010f), opaque(1, 0.55f, 0.20f));
+    makeBand(path, opaque(0.006f, 0.0006f, 0), opaque(0.90f, 0.05f, 0.010f), opaque(1, 0.55f, 0.20f));
 }
 
 void makeGreenBand(const char* path) {
-    makeBand(path, opaque(0, 0.026f, 0.019f), opaque(0.03f, 0.85f, 0.32f), opaque(0.50f, 1, 0.65f));
+    makeBand(path, opaque(0, 0.004f, 0.003f), opaque(0.03f, 0.85f, 0.32f), opaque(0.50f, 1, 0.65f));
 }
 
-// The face: two lenses and the music as a mouth, added to the visor. Neutral, since its robot turns from red
-// to green.
+// Added to dark metal: the face, below it the glass at the back of the head, right of them a lens, the
+// shoulders' paint from the top of their domes down to the rim, and swatches of paint and lamp.
 void makeRobotFace(const char* path) {
-    const int size = 512, bars = 15;
-    const float levels[bars] = {0.18f, 0.34f, 0.26f, 0.52f, 0.44f, 0.78f, 0.60f, 1.0f,
-                                0.70f, 0.84f, 0.48f, 0.58f, 0.30f, 0.38f, 0.20f};
     Canvas canvas(size, size, opaque(0, 0, 0));
     paint(canvas, [&](float x, float y, Rgba) {
         const Point place = {x, y};
-        const Point eye = {x < size / 2 ? 154.0f : 358.0f, 196.0f};
-        const float radius = length(place - eye), angle = std::atan2(y - eye.y, x - eye.x);
-        const float iris = coverage(radius - 40) * (0.45f + 0.55f * bell(radius, 26));
-        const float glint = 1 - coverage(circle(place, eye + Point{-14, -14}, 9));
-        const float ring = outline(radius - 66, 11);
-        const float ticks = std::fmod(angle * 3.8197186f + 24, 1.0f) < 0.22f ? outline(radius - 86, 12) : 0;
-
-        const int bar = std::clamp(static_cast<int>((x - 91) / 22), 0, bars - 1);
-        const float mouth = coverage(box(place, {102.0f + bar * 22, 372}, {7, 6 + 46 * levels[bar]}, 7));
-        const float frame = outline(box(place, {256, 256}, {236, 236}, 34), 5);
-        const bool corner = std::fabs(x - 256) > 168 && std::fabs(y - 256) > 168;
-
-        const float lines = 0.80f + 0.20f * std::cos(y * 0.78539816f);
-        const float ink = 0.85f * iris * glint + 0.60f * ring + 0.28f * ticks + 0.55f * mouth +
-                          (corner ? 0.45f : 0.10f) * frame;
-        // The tube itself, lit from within.
-        const float sheen = 0.07f * bell(length(place - Point{256, 250}), 170);
-        return opaque(0.46f, 0.66f, 0.62f) * (ink * lines) + opaque(0.30f, 0.62f, 0.78f) * sheen;
+        const bool front = y < 512;
+        if (x < 640) {
+            const Point onGlass = {x, front ? y : y - 512};
+            const float ink = front ? faceInk(onGlass) : spectrumInk(onGlass);
+            const float lines = 0.84f + 0.16f * std::cos(y * 0.78539816f);
+            // The tube itself, lit from within.
+            const float sheen = 0.030f * bell(length(onGlass - Point{320, 250}), 190);
+            const Rgba tint = front ? gold : mix(amber, gold, bell(onGlass.y - 256, 80));
+            return tint * (0.80f * ink * lines) + amber * sheen;
+        }
+        if (x > 10.1f * part && y < 6 * part) return irisAt(place - Point{13 * part, 3 * part}, 2.8f * part);
+        if (y < 10 * part) {
+            const float down = (y / part - 6.1f) / 3.8f;  // over the dome, from its top
+            const Rgba paintwork = opaque(0.20f, 0.050f, 0.005f);
+            const bool line = down > 0.62f && down < 0.68f;
+            const float cap = smoothstep(0.26f, 0.27f, down) * smoothstep(0.90f, 0.89f, down);
+            return line ? opaque(0, 0, 0) : paintwork * cap;
+        }
+        if (y < 11 * part)
+            return x < 11.5f * part ? opaque(0.24f, 0.062f, 0.006f) : opaque(0.95f, 0.62f, 0.24f);
+        return opaque(0, 0, 0);
     });
-    const Canvas halo = blurred(canvas, 9, Edge::Clamp);
-    addLayer(canvas, halo, 0.25f);
+    Canvas halo = blurred(canvas, 14, Edge::Clamp);
+    for (int y = 0; y < size; y++)
+        for (int x = 0; x < size; x++)
+            if (x < 640) canvas.at(x, y) = canvas.at(x, y) + halo.at(x, y) * 0.28f;
     saveRgb(canvas, path, Rows::TopFirst);
 }
