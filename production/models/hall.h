@@ -13,10 +13,8 @@ constexpr int sources = 5;
 constexpr double sourceRadius = 120, sourceHeight = 140;  // of the beams' origins
 constexpr Vec ballCentre = {0, 70, 0};
 
-// Where the beams draw two stars, each between five small mirrors: under the dome on the crown, and low over
-// the stage on five posts.
-constexpr double crownRadius = 166, crownHeight = 168;
-constexpr double postRadius = 180, postHeight = 27, postTurn = 112 * model::pi / 180;  // on from the source
+// The studs on the stage, one below each source, between which beams draw a star.
+constexpr double starRadius = 132, starHeight = 26;
 
 // The four quarters: who stands in each, and where its middle lies. The camera looks across the hall, so it
 // has the ship before it at 138, 153.7 and 169.4 s, each other one a quarter of 15.7 s later than the one

@@ -1,6 +1,5 @@
 // The hall round the ball: the copy that beams are traced against, and what is drawn over it. A drum carries
 // a dome; on the wall of each quarter hangs a picture of light, before which its figure stands.
-#include <array>
 #include <span>
 
 #include "production/kit/model/aml.h"
@@ -113,59 +112,33 @@ Shape mirror(Vec from, Vec place, Vec to, double half) {
     return shape;
 }
 
-// The three beams of a source part little by little; they are told apart a little way from the mouth, inside
-// the projector's barrel. One stays on the ball; one rises to the crown and one sinks to a post, and from
-// there each draws one side of a star.
-constexpr double splitAt = 34, splitHalf = 0.28;
-constexpr double starHalf = 1;
+// A beam has five bounces and fades with each. It spends the first three inside the projector's barrel, so
+// that it leaves thin. Two of each source meet the ball with the fourth and are gone where the fifth is due,
+// on the wall; one stands down to a stud on the stage, and from there draws a side of a star to the next stud
+// but one. No line is left to cross the hall.
+constexpr double mirrorHalf = 0.16, studHalf = 1;
 
-// The corner of a cube, open to what comes along `way` through `place`: a beam spends its last three bounces
-// in it, one on each side.
-Shape trap(Vec place, Vec way) {
-    constexpr double side = 2.4;
-    const Vec away = normalized(-way), right = normalized(cross(away, {0.31, 0.77, 0.55})),
-              up = cross(right, away);
-    std::array<Vec, 3> edges;
-    for (int i = 0; i < 3; i++) {
-        const double turn = 2 * pi * i / 3;
-        edges[i] = (away + (right * std::cos(turn) + up * std::sin(turn)) * std::sqrt(2.0)) *
-                   (side / std::sqrt(3.0));
-    }
-    Shape shape;
-    const Vec apex = place - (edges[0] * 0.35 + edges[1] * 0.5 + edges[2] * 0.65);
-    shape.points = {apex};
-    for (int i = 0; i < 3; i++) {
-        shape.points.push_back(apex + edges[i]);
-        shape.points.push_back(apex + edges[i] + edges[(i + 1) % 3]);
-    }
-    for (int i = 0; i < 3; i++) {
-        const int edge = 1 + 2 * i, far = edge + 1, next = 1 + (edge + 1) % 6;
-        addFace(shape, {0, edge, far, next});
-        addFace(shape, {next, far, edge, 0});
-    }
-    return shape;
-}
-
-// A side of a star: what comes `from` a source's bearing is sent on from the star's point at `turn` to the
-// next but one, and ends there.
-void addStarSide(std::vector<Shape>& mirrors, Vec from, double turn, double radius, double height) {
-    const Vec start = onRing(turn, radius, height), end = onRing(turn + 4 * pi / sources, radius, height);
-    mirrors.push_back(mirror(from, start, end, starHalf));
-    mirrors.push_back(trap(end + normalized(end - start) * 3, end - start));
-}
-
-Shape splitters() {
+Shape periscopes() {
     const Vec fan = Vec{0.41212, 0.86940, 0} * 5;  // between the aims of two beams of one source
     std::vector<Shape> mirrors;
     for (int i = 0; i < sources; i++) {
         const double turn = 2 * pi * i / sources;
         const Vec mouth = onRing(turn, sourceRadius, sourceHeight);
-        const auto onBeam = [&](int j) { return mouth + normalized(ballCentre + fan * j - mouth) * splitAt; };
-        mirrors.push_back(mirror(mouth, onBeam(1), onRing(turn, crownRadius, crownHeight), splitHalf));
-        addStarSide(mirrors, onBeam(1), turn, crownRadius, crownHeight);
-        const double post = turn + postTurn;
-        mirrors.push_back(mirror(mouth, onBeam(-1), onRing(post, postRadius, postHeight), splitHalf));
-        addStarSide(mirrors, onBeam(-1), post, postRadius, postHeight);
+        const Vec stud = onRing(turn, starRadius, starHeight),
+                  next = onRing(turn + 4 * pi / sources, starRadius, starHeight);
+        const Vec axis = normalized(ballCentre - mouth);
+        const Vec aside = normalized(cross(axis, fan)), along = cross(aside, axis);
+        for (int j = -1; j <= 1; j++) {
+            const Vec aim = ballCentre + fan * j;
+            // Out, back and out again, each beam in a plane of its own.
+            const Vec first = mouth + normalized(aim - mouth) * (15 + j),
+                      second = mouth + axis * 6 + aside * 1.5 + along * (0.8 * j),
+                      third = mouth + axis * 17 + aside * 0.9 + along * (0.8 * j);
+            mirrors.push_back(mirror(mouth, first, second, mirrorHalf));
+            mirrors.push_back(mirror(first, second, third, mirrorHalf));
+            mirrors.push_back(mirror(second, third, j < 0 ? stud : ballCentre, mirrorHalf));
+            if (j < 0) mirrors.push_back(mirror(third, stud, next, studHalf));
+        }
     }
     return joined(mirrors);
 }
@@ -173,7 +146,7 @@ Shape splitters() {
 }  // namespace
 
 void makeRoomCollision(const char* path) {
-    const Shape whole = joined({skin(wall), skin(dome), skin(ground), splitters()});
+    const Shape whole = joined({skin(wall), skin(dome), skin(ground), periscopes()});
     writeAml(path, {painted(smoothed(whole, hard), Uv{})});
 }
 

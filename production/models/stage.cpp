@@ -21,11 +21,6 @@ namespace {
 constexpr Uv darkPaint = {7.0 / 16, 0.55 / 16};
 constexpr Vec up = {0, 1, 0};
 
-// A lamp, from wherever it is seen.
-Shape glowing(const Shape& shape) {
-    return shaded(shape, [](Vec, Vec normal) { return normal.y < 0 ? -up : up; });
-}
-
 // What was built along +x, carried round to a bearing.
 Shape atTurn(const Shape& shape, double turn) {
     return turned(shape, Axis::y, -turn);
@@ -42,13 +37,12 @@ Shape tube(Vec from, Vec to, double radius, int sides = 6) {
     return sweep(polygon(sides, radius), how);
 }
 
-Shape torus(double radius, double y, double thick, int around, int sides) {
-    Outline section;
-    for (int i = 0; i <= sides; i++) {
-        const double a = 2 * pi * (i % sides) / sides;
-        section.push_back({radius + thick * std::sin(a), y - thick * std::cos(a)});
-    }
-    return lathe(section, around);
+// A lamp over the eyes of a viewer who stands across the hall: it throws back the warm glow that lies low
+// beyond it, all over alike.
+Shape warmFrom(const Shape& shape, double turn) {
+    const Vec viewer = onRing(turn + pi, 260, 100);
+    const Vec glow = normalized(onRing(turn, 0.8, -0.6));
+    return shaded(shape, [=](Vec p, Vec) { return glow - normalized(p - viewer); });
 }
 
 // The terraces from outside in: radius of the riser, its height, and the height of its foot.
@@ -85,72 +79,34 @@ Shape edgeLights() {
     return shaded(joined(parts), [](Vec p, Vec) { return up + normalized(Vec{p.x, 0, p.z}) * 0.55; });
 }
 
-// Along the line from the ball through a beam source. The barrel hides where the beams are told apart.
+// Along the line from the ball through a beam source, hung from the dome. The barrel hides where the beams
+// are folded.
 Shape projector() {
-    const Outline body = {{0, -52},   {2.4, -51},  {3.4, -48}, {3.4, -34}, {4.6, -33}, {4.6, -29},
-                          {3.4, -28}, {3.4, -8},   {4.6, -6},  {4.6, 6},   {3.4, 9},   {3, 34},
-                          {3.8, 35},  {3.8, 37.6}, {3.2, 38},  {2.6, 37},  {2.4, 2},   {0, 0}};
+    const Outline body = {{0, -12},  {1.4, -11.6}, {2, -10}, {2, -5},     {2.9, -4}, {2.9, 16},
+                          {3.4, 17}, {3.4, 19.4},  {3, 20},  {2.6, 19.4}, {2.3, 3},  {0, 2}};
     const Vec mouth = {sourceRadius, sourceHeight, 0};
-    return placed(lathe(body, 16), mouth, ballCentre - mouth);
+    return joined({placed(lathe(body, 16), mouth, ballCentre - mouth),
+                   tube(mouth + up * 2, {sourceRadius, 770, 0}, 0.5, 4)});
 }
 
-// The ring that the legs and the projectors' tails carry, and the line of light round it.
-Shape crown() {
-    return joined({torus(crownRadius + 4, crownHeight, 2.4, stageSides, 8),
-                   glowing(torus(crownRadius + 10, crownHeight, 0.9, stageSides, 4))});
+// Under each of them a stud, where a beam is turned.
+Shape stud() {
+    return moved(lathe({{5, 7},
+                        {5, 9},
+                        {2.4, 11},
+                        {1.6, starHeight - 4},
+                        {2.4, starHeight - 2.4},
+                        {0, starHeight - 1.6}},
+                       12),
+                 {starRadius, 0, 0});
 }
 
-// A leg along +x: a slim blade from the floor outside of the stage, up and in to the crown.
-constexpr double legBroad = 1.9, legThick = 1.4;
-
-std::vector<Vec> legPath() {
-    return curveThrough({{196, -1, 0},
-                         {206, 30, 0},
-                         {208, 75, 0},
-                         {200, 120, 0},
-                         {184, 152, 0},
-                         {168, 172, 0},
-                         {146, 192, 0},
-                         {120, 206, 0}},
-                        false, 5);
-}
-
-Shape leg() {
-    Sweep how;
-    how.path = legPath();
-    how.up = {0, 0, 1};
-    const double last = static_cast<double>(how.path.size() - 1);
-    how.change = [=](int step, Outline lens) {
-        const double k = step / last, taper = mix(1, 0.15, smoothStep(0.5, 1, k));
-        for (Flat& p : lens) p = {p.x * legThick * taper, p.y * legBroad * taper};
-        return lens;
-    };
-    return sweep({{1, 0.1},
-                  {0.72, 0.66},
-                  {0, 1},
-                  {-0.72, 0.66},
-                  {-1, 0.1},
-                  {-1, -0.1},
-                  {-0.72, -0.66},
-                  {0, -1},
-                  {0.72, -0.66},
-                  {1, -0.1}},
-                 how);
-}
-
-// Carries a mirror of the lower star.
-Shape post() {
-    const double foot = 4;
-    const Shape shaft = lathe({{4, foot},
-                               {4, foot + 1.6},
-                               {1.4, foot + 4},
-                               {1, postHeight - 4},
-                               {2.2, postHeight - 2},
-                               {2.2, postHeight + 3},
-                               {1.2, postHeight + 5},
-                               {0, postHeight + 5.4}},
-                              10);
-    return moved(shaft, {postRadius + 4, 0, 0});
+// The light within the mirror ball: it seems to lean up towards every side, and so throws back the lamp high
+// over the far side to each viewer, most from its middle.
+Shape ballCore() {
+    return shaded(moved(icosphere(40.2, 4), ballCentre), [](Vec p, Vec) {
+        return normalized(Vec{p.x, 0, p.z}) * std::cos(degrees(48)) + up * std::sin(degrees(48));
+    });
 }
 
 // --- The hall's own ---
@@ -187,6 +143,12 @@ Shape onlyAbove(const Shape& shape, double y) {
     return kept;
 }
 
+// Glass that shows only who looks at it from across the hall, which is dark.
+Shape darkGlass(const Shape& shape, double turn) {
+    const Vec viewer = onRing(turn + pi, 260, 100);
+    return shaded(shape, [=](Vec p, Vec) { return viewer - p; });
+}
+
 // The robot looks along +z in its own model; here it looks at the ball, sunk into the floor to its shins.
 constexpr double colossusSize = 3.6,
                  colossusFloor = 32;  // the height in the robot's model that the floor cuts
@@ -198,40 +160,42 @@ Shape asColossus(const Shape& part) {
                   colossusTurn);
 }
 
-// The face on its screen, dark before glowing glass. A picture's T runs down, so outlines that run
-// clockwise in it face the viewer.
-Shape ringOnScreen(double s, double t, double inner, double outer) {
+// What its screen shows, before dark glass: the two eyes and the smile. A picture's T runs down, so outlines
+// that run clockwise in it face the viewer.
+constexpr double glassTall = 16.2 / 11.8;  // over which T is stretched
+
+Shape eyeOnScreen(double s, double t, double inner, double outer) {
     const int sides = 32;
-    const double tall = 16.2 / 11.8;  // round on the glass
     return grid(sides, 2, true, false, [&](int c, int r) {
         const double turn = 2 * pi * c / sides, radius = r == 0 ? outer : inner;
-        return Vec{s + radius * std::cos(turn), t - radius * tall * std::sin(turn), 0.5};
+        return Vec{s + radius * std::cos(turn), t - radius * glassTall * std::sin(turn), 0.5};
     });
 }
 
-Shape barOnScreen(double s, double t, double halfWidth, double halfHeight) {
-    return grid(2, 4, false, false, [&](int c, int r) {
-        return Vec{s + (2 * c - 1) * halfWidth, t - (2 * r / 3.0 - 1) * halfHeight, 0.5};
+Shape smileOnScreen() {
+    const int steps = 24;
+    const double radius = 0.33, half = 0.032;
+    return grid(steps + 1, 2, false, false, [&](int c, int r) {
+        const double turn = (2.0 * c / steps - 1) * 0.80, out = radius + (r == 0 ? half : -half);
+        return Vec{0.5 + out * std::sin(turn), 0.33 + out * glassTall * std::cos(turn) * 0.98, 0.5};
     });
 }
 
 Shape face() {
-    std::vector<Shape> lines;
-    for (const double s : {0.29, 0.71}) {
-        lines.push_back(ringOnScreen(s, 0.40, 0.145, 0.19));
-        lines.push_back(ringOnScreen(s, 0.40, 0.0, 0.09));
+    std::vector<Shape> lines = {smileOnScreen()};
+    for (const double s : {0.28, 0.72}) {
+        lines.push_back(eyeOnScreen(s, 0.38, 0.0, 0.125));
+        lines.push_back(eyeOnScreen(s, 0.38, 0.150, 0.174));
     }
-    const double loudness[] = {0.04, 0.08, 0.06, 0.12, 0.06, 0.08, 0.04};
-    for (int i = 0; i < 7; i++) lines.push_back(barOnScreen(0.5 + (i - 3) * 0.09, 0.80, 0.024, loudness[i]));
     return figures::onRobotScreen(joined(lines));
 }
 
-// Hung by its spine under the dome, its nose sinking.
+// Before the sun, its nose sinking.
 Shape hungShip() {
-    const double size = 2.4;
+    const double size = 2.0;
     Shape ship = scaled(welded(figures::ship(), 0.6), {size, size, size});
     ship = turned(turned(ship, Axis::z, degrees(50)), Axis::x, degrees(-14));
-    return atTurn(moved(turned(ship, Axis::y, degrees(14)), {205, 305, 0}), shipTurn);
+    return atTurn(moved(turned(ship, Axis::y, degrees(14)), {330, 330, 0}), shipTurn);
 }
 
 Shape boxPillar() {
@@ -245,24 +209,21 @@ Shape boxPillar() {
     return atTurn(joined(boxes), pillarTurn);
 }
 
-// The sun behind the ship. It looks down, so that it is warm from everywhere.
+// The sun behind the ship.
 Shape sunDisc() {
-    const double radius = 175;
-    const Vec middle = {wallRadius - 40, 350, 0};  // its edges just before the wall
+    const double radius = 215;
+    const Vec middle = {436, 300, 0};  // its edges just before the wall
     const Shape disc =
-        placed(lathe({{radius, 0}, {radius - 4, 3}, {radius * 0.6, 4}, {0, 4}}, 48), middle, {-1, 0, 0});
-    return shaded(atTurn(disc, shipTurn), [](Vec, Vec) { return up * -0.94 - onRing(shipTurn, 0.34, 0); });
+        placed(lathe({{radius, 0}, {radius - 4, 3}, {radius * 0.6, 4}, {0, 4}}, 64), middle, {-1, 0, 0});
+    return warmFrom(atTurn(disc, shipTurn), shipTurn);
 }
 
 struct HungProbe {
     double turn;  // degrees from the quarter's middle
     double radius, height, size, roll;
 };
-constexpr HungProbe hungProbes[] = {{-22, 350, 260, 2.1, 0.4},
-                                    {3, 360, 350, 2.6, -0.2},
-                                    {25, 350, 290, 2.1, 0.9},
-                                    {-9, 250, 310, 1.5, 0.1},
-                                    {13, 250, 228, 1.3, -0.6}};
+constexpr HungProbe hungProbes[] = {
+    {-25, 370, 300, 2.3, 0.4}, {-4, 330, 400, 2.3, -0.2}, {22, 370, 270, 2.3, 0.9}};
 
 Shape probeLamps() {
     std::vector<Shape> lamps;
@@ -281,15 +242,15 @@ Shape probeLamps() {
 }  // namespace
 
 void makeStage(const char* path) {
-    const double betweenSources = pi / sources;
-    const Shape legs = atTurn(around(leg(), sources, Axis::y), betweenSources);
-    const Shape middle =
-        joined({stageFloor(), risers(), edgeLights(), around(projector(), sources, Axis::y), crown(), legs});
-    const Shape posts = atTurn(around(post(), sources, Axis::y), postTurn);
+    const Shape middle = joined({stageFloor(), risers(), edgeLights(), around(projector(), sources, Axis::y),
+                                 around(stud(), sources, Axis::y), ballCore()});
     const Shape pillars = atTurn(around(pillar(), 8, Axis::y), pillarTurn + pi / 8);
-    const Shape colossus =
-        onlyAbove(asColossus(welded(joined({figures::robotBody(), figures::robotArms(), figures::robotTrim()}), 0.6)), -2);
-    writeAml(path, {dark(middle), dark(joined({posts, pillars, ledges()})), dark(colossus),
-                    dark(joined({glowing(asColossus(figures::robotScreen())), asColossus(face())})),
-                    dark(joined({hungShip(), sunDisc()})), dark(boxPillar()), dark(probeLamps())});
+    const Shape metal = welded(joined({figures::robotBody(), figures::robotArms()}), 0.6);
+    const Shape colossus = onlyAbove(asColossus(metal), -2);
+    const Shape itsGlass = darkGlass(asColossus(figures::robotScreen()), colossusTurn);
+    const Shape itsLights =
+        warmFrom(joined({asColossus(figures::robotTrim()), asColossus(face())}), colossusTurn);
+    writeAml(path, {dark(middle), dark(joined({pillars, ledges()})), dark(colossus),
+                    dark(joined({itsGlass, itsLights})), dark(joined({hungShip(), sunDisc()})),
+                    dark(boxPillar()), dark(probeLamps())});
 }

@@ -34,12 +34,12 @@ Rgba halo(float x, float y) {
 
 // Behind the ship, round the sun that hangs there: its glow and a red evening.
 Rgba evening(float x, float y) {
-    const float r = std::hypot(x, y - 350);
+    const float r = std::hypot(x, y - 308);
     Rgba c =
         mix(opaque(0.50f, 0.07f, 0.02f), opaque(0.09f, 0.012f, 0.07f), smoothstep(0.1f, 0.9f, y / height));
-    c = c + light(0.50f, 0.10f, 0.02f) * std::exp(-std::fmax(r - 175, 0.0f) / 50);
-    c = c + lines(r - 212, 2.5f, light(0.55f, 0.16f, 0.04f)) +
-        lines(r - 250, 1.8f, light(0.40f, 0.10f, 0.03f));
+    c = c + light(0.50f, 0.10f, 0.02f) * std::exp(-std::fmax(r - 225, 0.0f) / 60);
+    c = c + lines(r - 276, 2.5f, light(0.55f, 0.16f, 0.04f)) +
+        lines(r - 312, 1.8f, light(0.40f, 0.10f, 0.03f));
     return c;
 }
 
