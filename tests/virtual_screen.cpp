@@ -14,28 +14,19 @@ Display* x(void* display) {
     return static_cast<Display*>(display);
 }
 
-Rect findWindow(Display* display, Window window) {
-    const Window root = DefaultRootWindow(display);
+// The show's window at or below another; None where there is none.
+Window findWindow(Display* display, Window window) {
     char* name = nullptr;
     XFetchName(display, window, &name);
-    const bool found = name && std::string(name) == "Valojuova";
+    Window found = name && std::string(name) == "Valojuova" ? window : None;
     if (name) XFree(name);
 
-    Rect rect{};
     Window ignored, *children = nullptr;
-    if (found) {
-        XWindowAttributes attributes;
-        XGetWindowAttributes(display, window, &attributes);
-        XTranslateCoordinates(display, window, root, 0, 0, &rect.x, &rect.y, &ignored);
-        rect.width = attributes.width;
-        rect.height = attributes.height;
-        return rect;
-    }
     unsigned count = 0;
-    XQueryTree(display, window, &ignored, &ignored, &children, &count);
-    for (unsigned i = 0; i < count && rect.width == 0; i++) rect = findWindow(display, children[i]);
+    if (!found) XQueryTree(display, window, &ignored, &ignored, &children, &count);
+    for (unsigned i = 0; i < count && !found; i++) found = findWindow(display, children[i]);
     if (children) XFree(children);
-    return rect;
+    return found;
 }
 
 }  // namespace
@@ -90,7 +81,27 @@ std::vector<uint32_t> VirtualScreen::grab() const {
 Rect VirtualScreen::windowRect() const {
     // Windows may go while they are looked at.
     const auto before = XSetErrorHandler([](Display*, XErrorEvent*) { return 0; });
-    const Rect rect = findWindow(x(display), DefaultRootWindow(x(display)));
+    const Window root = DefaultRootWindow(x(display));
+    Rect rect{};
+    if (const Window window = findWindow(x(display), root)) {
+        XWindowAttributes attributes{};
+        Window ignored;
+        XGetWindowAttributes(x(display), window, &attributes);
+        XTranslateCoordinates(x(display), window, root, 0, 0, &rect.x, &rect.y, &ignored);
+        rect.width = attributes.width;
+        rect.height = attributes.height;
+    }
     XSetErrorHandler(before);
     return rect;
+}
+
+void VirtualScreen::closeWindow() const {
+    XEvent event{};
+    event.xclient.type = ClientMessage;
+    event.xclient.window = findWindow(x(display), DefaultRootWindow(x(display)));
+    event.xclient.message_type = XInternAtom(x(display), "WM_PROTOCOLS", False);
+    event.xclient.format = 32;
+    event.xclient.data.l[0] = long(XInternAtom(x(display), "WM_DELETE_WINDOW", False));
+    XSendEvent(x(display), event.xclient.window, False, NoEventMask, &event);
+    XSync(x(display), False);
 }

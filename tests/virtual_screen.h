@@ -29,6 +29,8 @@ public:
     std::vector<uint32_t> grab() const;
     // Of the show's window, without its frame; empty where there is none.
     Rect windowRect() const;
+    // What a window manager does when the button of the show's window is clicked.
+    void closeWindow() const;
 
 private:
     Environment environment;

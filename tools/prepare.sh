@@ -8,6 +8,9 @@ testPackages=(clang-format pulseaudio-utils aubio-tools xdotool openbox clang li
               openssh-server)
 fuzzPackages=(libclang-rt-dev)
 
+asRoot=()
+[ "$(id -u)" = 0 ] || asRoot=(sudo)
+
 # below PID: what runs below it, nearest first.
 below() {
     local child
@@ -54,8 +57,6 @@ installPackages() {
         [ "$(dpkg-query -Wf '${db:Status-Status}' "$name" 2>/dev/null)" = installed ] || missing+=("$name")
     done
     [ ${#missing[@]} -gt 0 ] || return 0
-    local asRoot=()
-    [ "$(id -u)" = 0 ] || asRoot=(sudo)
     echo "Installing ${missing[*]}"
     attend "${asRoot[@]}" apt-get update -qq
     attend "${asRoot[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
@@ -64,27 +65,34 @@ installPackages() {
 
 # The tests' sound servers. Debian lets only one of them stand on a machine, and installing the other would take
 # the desktop's own away: so they are unpacked into build/servers, and only what they link is installed.
+servers=(pulseaudio pipewire-bin pipewire-alsa wireplumber)
 unpackServers() {
-    local servers=(pulseaudio pipewire-bin pipewire-alsa wireplumber) folder=$PWD/build/servers needed
-    [ ! -e "$folder/complete" ] || return 0
-    [ -n "$(apt-cache show "${servers[@]}" 2>/dev/null)" ] ||
-        if [ "$(id -u)" = 0 ]; then apt-get update -qq; else sudo apt-get update -qq; fi
+    [ ! -e build/servers/complete ] || return 0
+    [ -n "$(apt-cache show "${servers[@]}" 2>/dev/null)" ] || attend "${asRoot[@]}" apt-get update -qq
+    local needed
     mapfile -t needed < <(apt-cache depends "${servers[@]}" | sed -n 's/^ *Depends: \(lib[^ ]*\)$/\1/p' | sort -u)
     installPackages "${needed[@]}"
     echo "Unpacking ${servers[*]}"
-    rm -rf "$folder"
-    mkdir -p "$folder/bin"
-    (cd "$folder" && apt-get -qq -o APT::Sandbox::User=root download "${servers[@]}" &&
-        for package in *.deb; do dpkg-deb -x "$package" .; done && rm ./*.deb)
+    attend fetchServers
+}
+
+fetchServers() {
+    rm -rf build/servers
+    mkdir -p build/servers/bin
+    cd build/servers
+    apt-get -qq -o APT::Sandbox::User=root download "${servers[@]}"
+    for package in *.deb; do dpkg-deb -x "$package" .; done
+    rm ./*.deb
     # Only PulseAudio has to be told where its parts are.
-    cat >"$folder/bin/pulseaudio" <<'END'
+    cat >bin/pulseaudio <<'END'
 #!/bin/sh
 root=${0%/*}/..
-export LD_LIBRARY_PATH=$(echo "$root"/usr/lib/*/pulseaudio)
-exec "$root/usr/bin/pulseaudio" -p "$(echo "$root"/usr/lib/pulse-*/modules)" "$@"
+modules=$(echo "$root"/usr/lib/pulse-*/modules)
+export LD_LIBRARY_PATH=$(echo "$root"/usr/lib/*/pulseaudio):$modules
+exec "$root/usr/bin/pulseaudio" -p "$modules" "$@"
 END
-    chmod +x "$folder/bin/pulseaudio"
-    touch "$folder/complete"
+    chmod +x bin/pulseaudio
+    touch complete
 }
 
 # build [TARGET...]: configures once, then brings the targets (without any: all, the data set too) up to date.

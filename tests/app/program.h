@@ -11,6 +11,7 @@
 #include <iterator>
 
 #include "tests/scratch.h"
+#include "tests/sound/sound_server.h"
 
 struct Outcome {
     int status;  // -1 if it did not end by itself
@@ -29,6 +30,14 @@ public:
     ScratchDirectory scratch;
     // What is run, as the shell takes it.
     std::string program = VALOJUOVA_PROGRAM;
+
+    // For tests that only look at what is read, printed and played: the GL driver takes everything and draws
+    // nothing or, where its driver for that can't start (Mesa 25), prepares everything and leaves the pixels
+    // out.
+    void leaveDrawingOut() {
+        static const bool noDriver = run("-win -nosound", "GALLIUM_NOOP=1").status == 0;
+        environment.set(noDriver ? "GALLIUM_NOOP" : "LP_NO_RAST", "1");
+    }
 
     // Every file of the data set, below data/.
     static std::vector<std::filesystem::path> dataFiles() {
@@ -79,14 +88,16 @@ public:
     }
     // Presses keys in its window and in no other, `delay` milliseconds apart.
     void press(const std::string& keys, int delay) const {
+        act("key --window %1 --delay " + std::to_string(delay) + " " + keys, "Valojuova");
+    }
+    // Has xdotool do something to its window, %1, which bears that name.
+    void act(const std::string& words, const std::string& name) const {
         const std::string search =
-            "xdotool search --all --pid " + std::to_string(process) + " --name Valojuova ";
+            "xdotool search --all --pid " + std::to_string(process) + " --name " + name + " ";
         // A window that is being made may not have its name yet; a program that has died gets none.
         while (std::system((search + ">/dev/null 2>&1").c_str()) != 0 && runs()) usleep(20000);
         ASSERT_TRUE(runs()) << errors();
-        const std::string command =
-            search + "key --window %1 --delay " + std::to_string(delay) + " " + keys + " 2>/dev/null";
-        EXPECT_EQ(std::system(command.c_str()), 0) << command;
+        EXPECT_EQ(std::system((search + words + " 2>/dev/null").c_str()), 0) << words;
     }
     // Whether what was started has not ended yet.
     bool runs() const {
@@ -105,6 +116,8 @@ public:
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
 
-private:
     pid_t process = -1;
+
+private:
+    Environment environment;
 };
