@@ -1,6 +1,6 @@
-// The four credit cards, each drawn over a quarter of the 4:3 screen with its top row first: what was made,
-// how much of it, and what it was made without. White lettering on clear ground, with a soft shadow that
-// keeps it readable over the beat's flash.
+// The four credit cards, each drawn over a quarter of the 4:3 screen with its top row first: how much was
+// made, what, and without what; and below the figure it is counted out in marks. White on clear ground, with
+// a soft dark plate that keeps it readable over the hall.
 #include <string>
 
 #include "production/forge.h"
@@ -13,42 +13,110 @@ using namespace picture;
 namespace {
 
 constexpr int size = 512;
+constexpr float pi = 3.14159265f;
 constexpr float pixelAspect = 4.0f / 3;
 constexpr float margin = 46;  // columns kept clear at the card's outer side
-constexpr float roleLine = 222, ruleLine = 254, countLine = 316, withoutLine = 372;  // rows
+constexpr float figureTop = 92, figureHeight = 150, figureLine = figureTop + figureHeight;  // rows
+constexpr float roleHeight = 50, nounHeight = 38, withoutHeight = 34;
+constexpr float marksTop = 278, marksHeight = 66, withoutLine = 414;
+constexpr float marksWidth = 400;  // columns
+
+// How far a place is outside of mark `i` of `count`; across and down in rows from the marks' upper left.
+using Mark = float (*)(int i, int count, Point place);
 
 struct Card {
     const char* role;
-    std::string count, without;
+    int count;
+    const char *noun, *without;
+    Mark mark;
     Align align;  // the side of the screen that it lies at
 };
 
-void makeCard(const char* path, const Card& card) {
-    const Align align = card.align;
-    const float edge = align == Align::Left ? margin : size - margin;
-    LetteringField text(size, size, 16);
-    const Lettering large = {.height = 86, .weight = 0.17f, .contrast = 0.6f, .pixelAspect = pixelAspect};
-    const Lettering spaced = {
-        .height = 40, .weight = 0.17f, .contrast = 0.4f, .gap = 0.24f, .pixelAspect = pixelAspect};
-    setText(text, large, {card.role, edge, roleLine, align});
-    setText(text, spaced, {card.count, edge, countLine, align});
-    setText(text, spaced, {card.without, edge, withoutLine, align});
+constexpr float marksBreadth = marksWidth * pixelAspect;  // in rows
 
+// The middle of a mark of `count` in `rows` rows.
+Point middleOf(int i, int count, int rows) {
+    const int columns = (count + rows - 1) / rows;
+    const float pitch = marksBreadth / columns;
+    return {pitch * (i % columns + 0.5f), marksHeight / rows * (i / columns + 0.5f)};
+}
+
+// A clock for every effect, each a step further round.
+float clockMark(int i, int count, Point place) {
+    const Point p = place - middleOf(i, count, 1);
+    const float radius = length(p), turn = std::atan2(p.x, -p.y);
+    const float gone = 2 * pi * (i + 1) / count;
+    const float wedge = (turn < 0 ? turn + 2 * pi : turn) < gone ? radius - 13 : 99;
+    return std::fmin(wedge, std::fabs(radius - 17) - 1.3f);
+}
+
+// From the triangle on, one more corner each, each joined to the middle.
+float polygonMark(int i, int count, Point place) {
+    const Point p = place - middleOf(i, count, 1);
+    const float sector = 2 * pi / (i + 3), turn = std::atan2(p.x, -p.y);
+    const float toSide = std::remainder(turn - sector / 2, sector), toCorner = std::remainder(turn, sector);
+    const float edge = length(p) * std::cos(toSide) - 16 * std::cos(sector / 2);
+    const float spoke = std::fmax(length(p) * std::fabs(std::sin(toCorner)) - 0.6f, edge);
+    return std::fmin(std::fabs(edge) - 1.1f, std::cos(toCorner) > 0 ? spoke : 99);
+}
+
+// Small frames with a hill in each, and a sun that climbs.
+float frameMark(int i, int count, Point place) {
+    const Point p = place - middleOf(i, count, 2);
+    const float frame = std::fabs(box(p, {}, {15, 11}, 1)) - 1.2f;
+    const float hill = std::fmax(std::fabs(p.x + 3) * 0.8f - p.y - 4 + 6, p.y - 10);
+    const float sun = length(p - Point{7, 7 - 13.0f * i / count}) - 2.6f;
+    const float inside = box(p, {}, {14, 10});
+    return std::fmin(frame, std::fmax(std::fmin(hill, sun), inside));
+}
+
+// The bars of the music, as tall as the music is full in each part of the show.
+float barMark(int i, int count, Point place) {
+    constexpr float fullness[] = {0.16f, 0.50f, 0.62f, 0.66f, 0.95f, 0.60f, 0.28f,
+                                  0.44f, 0.88f, 0.70f, 0.80f, 1.0f,  0.60f, 0.20f};
+    const int bar = i - 9, part = bar < -4 ? 0 : bar < 0 ? 1 : 2 + bar / 8;
+    const float pitch = marksBreadth / count;
+    const float tall =
+        0.5f * marksHeight * (fullness[part] - ((bar + 16) % 8 == 7 ? 0.12f : 0.03f * (i % 4)));
+    const Point p = {place.x - pitch * (i + 0.5f), place.y - marksHeight / 2};
+    return box(p, {}, {pitch * 0.29f, std::fmax(tall, 2.0f)}, 1);
+}
+
+void makeCard(const char* path, const Card& card) {
+    const bool left = card.align == Align::Left;
+    const float edge = left ? margin : size - margin, inward = left ? 1.0f : -1.0f;
+    const auto cut = [](float height, float weight, float gap) {
+        return Lettering{
+            .height = height, .weight = weight, .contrast = 0.45f, .gap = gap, .pixelAspect = pixelAspect};
+    };
+    const std::string figure = std::to_string(card.count);
+    const Lettering tall = cut(figureHeight, 0.15f, 0.14f);
+    const float beside = edge + inward * (textWidth(figure, tall) + 26);
+
+    LetteringField text(size, size, 16);
+    setText(text, tall, {figure, edge, figureLine, card.align});
+    setText(text, cut(roleHeight, 0.17f, 0.20f), {card.role, beside, figureTop + roleHeight, card.align});
+    setText(text, cut(nounHeight, 0.18f, 0.24f), {card.noun, beside, figureLine, card.align});
+    setText(text, cut(withoutHeight, 0.18f, 0.26f), {card.without, edge, withoutLine, card.align});
+
+    const float marksLeft = left ? margin : size - margin - marksWidth;
     Canvas shape(size, size);
     paint(shape, [&](float x, float y, Rgba) {
-        const float along = align == Align::Left ? x - margin : size - margin - x;
-        const float rule = along < 0 ? 0
-                                     : std::exp(-along / 150) *
-                                           coverage(std::fabs(y - ruleLine) - 2.2f * std::exp(-along / 170));
-        return grey(1) * std::fmax(coverage(text.at(x, y)), rule);
+        float ink = coverage(text.at(x, y));
+        const Point place = {(x - marksLeft) * pixelAspect, y - marksTop};
+        if (place.y > -4 && place.y < marksHeight + 4 && place.x > -4 && place.x < marksBreadth + 4)
+            for (int i = 0; i < card.count; i++)
+                ink = std::fmax(ink, coverage(card.mark(i, card.count, place)));
+        return grey(1) * ink;
     });
-    const Canvas shadow = blurred(shape, 5, Edge::Empty);
-    const Canvas pad = blurred(shape, 26, Edge::Empty);
+    const Canvas shadow = blurred(shape, 4, Edge::Empty);
 
     Canvas canvas(size, size);
     paint(canvas, [&](float x, float y, Rgba) {
         const int px = static_cast<int>(x), py = static_cast<int>(y);
-        const float dark = unit(0.75f * shadow.at(px, py).a + 1.0f * pad.at(px, py).a);
+        const float away = box({x, y}, {size / 2.0f + inward * -14, 254}, {200, 150}, 40);
+        const float plate = 0.72f * smoothstep(24, -44, away);
+        const float dark = unit(std::fmax(plate, 0.9f * shadow.at(px, py).a));
         return over(shape.at(px, py), Rgba{0, 0, 0, dark});
     });
     saveRgba(canvas, path, Rows::TopFirst);
@@ -57,15 +125,16 @@ void makeCard(const char* path, const Card& card) {
 }  // namespace
 
 void makeCodeCredit(const char* path) {
-    makeCard(path, {"Code", "thirteen effects", "one clock", Align::Left});
+    makeCard(path, {"Code", 12, "effects", "and one clock", clockMark, Align::Left});
 }
 void makeModelsCredit(const char* path) {
-    makeCard(path, {"Models", std::to_string(modelProducts.size()) + " files", "no modeller", Align::Right});
+    makeCard(path, {"Models", static_cast<int>(modelProducts.size()), "meshes", "and no modeller",
+                    polygonMark, Align::Right});
 }
 void makeGraphicsCredit(const char* path) {
-    makeCard(path,
-             {"Graphics", std::to_string(pictureProducts.size()) + " pictures", "no camera", Align::Right});
+    makeCard(path, {"Graphics", static_cast<int>(pictureProducts.size()), "pictures", "and no camera",
+                    frameMark, Align::Right});
 }
 void makeMusicCredit(const char* path) {
-    makeCard(path, {"Music", "102 bars", "no sample", Align::Left});
+    makeCard(path, {"Music", 102, "bars", "and no sample", barMark, Align::Left});
 }

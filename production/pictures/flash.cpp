@@ -18,21 +18,25 @@ void makeFlashWord(const char* path) {
     paint(letters, [&](float x, float y, Rgba) { return grey(1) * coverage(text.at(x, y)); });
     const Canvas streams = streamed(letters, size * 0.493f, streakLine, 0.72f);
 
-    // The room's glow adds the picture to itself, so that this one is a sketch in dim lines.
+    // The room's glow adds the picture to itself, so that gold is deep here.
     Canvas canvas(size, size, opaque(0, 0, 0));
     paint(canvas, [&](float x, float y, Rgba ground) {
         const int px = static_cast<int>(x), py = static_cast<int>(y);
         const float distance = text.at(px, py), fill = coverage(distance), away = y - streakLine;
-        const float rim = outline(distance + 3, 5);
+        const float rim = outline(distance + 2, 4);
         const float slope = unit((y - baseline + capHeight) / capHeight);
-        const Rgba face = mix(opaque(0.30f, 0.36f, 0.34f), opaque(0.03f, 0.13f, 0.14f), slope);
-        const float reach = bell((x - size * 0.5f) / size, 0.24f);
-        const float streak = reach * (0.8f * bell(away, 2) + 0.10f * bell(away, 26));
+        // Above the streak the letters mirror a pale sky, below it a burning ground.
+        const Rgba face =
+            slope < 0.57f
+                ? mix(opaque(0.50f, 0.40f, 0.24f), opaque(0.20f, 0.115f, 0.045f), slope / 0.57f)
+                : mix(opaque(0.46f, 0.17f, 0.030f), opaque(0.20f, 0.045f, 0.010f), (slope - 0.57f) / 0.43f);
+        const float reach = bell((x - size * 0.5f) / size, 0.26f);
+        const float streak = reach * (0.9f * bell(away, 2) + 0.06f * bell(away, 22));
         const float border =
             smoothstep(0, 0.12f, std::fmin(std::fmin(x, size - x), std::fmin(y, size - y)) / size);
-        const Rgba air = opaque(0.22f, 0.50f, 0.47f) * (0.5f * streams.at(px, py).r * (1 - 0.7f * fill));
-        return ground + (air + opaque(1, 0.86f, 0.60f) * streak) * border + face * (0.85f * fill) +
-               opaque(0.52f, 0.60f, 0.57f) * rim;
+        const Rgba air = opaque(0.34f, 0.17f, 0.06f) * (0.30f * streams.at(px, py).r * (1 - fill));
+        return ground + (air + opaque(1, 0.80f, 0.48f) * streak) * border + face * fill +
+               opaque(0.62f, 0.52f, 0.36f) * rim;
     });
     saveRgb(canvas, path, Rows::TopFirst);
 }

@@ -1,5 +1,6 @@
 // "greetsit": the greetings, drawn four screens wide and added to the picture while they scroll past, top row
-// first. Four blocks of lines, each line as broad as its block. The picture moves 0.952 of its 8 units a bar,
+// first. Four blocks of lines, each line as broad as its block, between two fine rules, the upper one with a
+// sign in its middle. The picture moves 0.952 of its 8 units a bar,
 // and the screen is 2 of them: a block stands whole in the middle of the screen on every second bar.
 #include <string>
 #include <vector>
@@ -13,24 +14,60 @@ using namespace picture;
 namespace {
 
 constexpr int width = 2048, height = 512;
-constexpr float pixelAspect = 4.0f / 3;  // a screen is 512 columns and 512 rows of it
-constexpr float top = 96, bottom = 416;  // rows between which the blocks stand
-constexpr float leading = 22;            // rows between two lines of a block
+constexpr float pixelAspect = 4.0f / 3;   // a screen is 512 columns and 512 rows of it
+constexpr float top = 112, bottom = 426;  // rows between which the blocks stand
+constexpr float signRow = 62, lowerRule = 462;
+constexpr float leading = 22;  // rows between two lines of a block
 
 constexpr float columnsPerUnit = width / 8.0f;
 constexpr float mostColumns = 1.7f * columnsPerUnit;  // of a block
 
 // The middle is in units from the picture's own; the bar is the one on whose first beat it crosses the
 // screen's.
+using Sign = float (*)(Point place);  // how far outside of it, in rows from its middle
 struct Block {
     float middle;
     std::vector<std::string> lines;
+    Sign sign;
 };
+
+// An owl's eyes, brows and beak.
+float owlSign(Point p) {
+    const Point side = {std::fabs(p.x), p.y};
+    const float eye = std::fmin(std::fabs(circle(side, {17, 2}, 14)) - 1.6f, circle(side, {17, 2}, 5));
+    const float brow = segment(side, {3, -8}, {38, -26}) - 1.8f;
+    const float beak = segment(side, {0, 18}, {4.5f, 9}) - 1.8f;
+    return std::fmin(std::fmin(eye, brow), beak);
+}
+
+// Two angle brackets and a stroke.
+float sourceSign(Point p) {
+    const Point side = {std::fabs(p.x), p.y};
+    const float bracket = std::fmin(segment(side, {18, -18}, {36, 0}), segment(side, {36, 0}, {18, 18}));
+    return std::fmin(bracket, segment(p, {7, -20}, {-7, 20})) - 2.2f;
+}
+
+// A cogwheel.
+float machineSign(Point p) {
+    const float turn = std::atan2(p.y, p.x), r = length(p);
+    const float tooth = 4 * smoothstep(-0.35f, 0.35f, std::cos(10 * turn));
+    return std::fmin(std::fabs(r - 18 - tooth) - 1.8f, std::fabs(r - 8) - 1.6f);
+}
+
+// The face that the show has met.
+float youSign(Point p) {
+    const Point side = {std::fabs(p.x), p.y};
+    const float head = std::fabs(box(p, {}, {30, 22}, 8)) - 1.8f, eye = circle(side, {12, -5}, 5);
+    const float smile = p.y > 5 ? std::fabs(circle(p, {0, -4}, 17)) - 1.6f : 99;
+    const float aerial = segment(side, {7, -24}, {16, -36}) - 1.5f;
+    return std::fmin(std::fmin(head, eye), std::fmin(smile, aerial));
+}
+
 const std::vector<Block> blocks = {
-    {-2.884f, {"greetings", "to all", "night", "owls"}},  // bar 57
-    {-0.979f, {"those who", "read", "the source"}},       // bar 59
-    {0.926f, {"keepers", "of old", "machines"}},          // bar 61
-    {2.831f, {"and", "you"}},                             // bar 63
+    {-2.884f, {"greetings", "to all", "night", "owls"}, owlSign},  // bar 57
+    {-0.979f, {"those who", "read", "the source"}, sourceSign},    // bar 59
+    {0.926f, {"keepers", "of old", "machines"}, machineSign},      // bar 61
+    {2.831f, {"and", "you"}, youSign},                             // bar 63
 };
 
 Lettering cut(float capHeight) {
@@ -77,6 +114,17 @@ Rgba sparkAt(float x, float y) {
     return opaque(1, 0.88f, 0.66f) * (0.9f * tall + 0.7f * wide + 0.8f * core);
 }
 
+// The rules over and under a block, tapering outwards, and its sign.
+float ornamentAt(const Block& block, float halfColumns, float x, float y) {
+    const float aside = std::fabs(x - columnOf(block.middle));
+    if (aside > halfColumns) return 0;
+    const float thick = 1.7f * (1 - aside / halfColumns) + 0.5f;
+    const float upper = aside > 46 ? coverage(std::fabs(y - signRow) - thick) : 0;
+    const float lower = coverage(std::fabs(y - lowerRule) - thick);
+    const Point place = {(x - columnOf(block.middle)) * pixelAspect, y - signRow};
+    return std::fmax(std::fmax(upper, lower), length(place) < 60 ? coverage(block.sign(place)) : 0);
+}
+
 }  // namespace
 
 void makeGreetings(const char* path) {
@@ -91,6 +139,8 @@ void makeGreetings(const char* path) {
             baseline += leading;
         }
     }
+    std::vector<float> halves;  // of each block, in columns
+    for (const Block& block : blocks) halves.push_back(columnsFor(block.lines) / 2);
     std::vector<float> sparks;  // columns between two blocks
     for (size_t i = 1; i < blocks.size(); i++)
         sparks.push_back(columnOf((blocks[i - 1].middle + blocks[i].middle) / 2));
@@ -103,6 +153,8 @@ void makeGreetings(const char* path) {
             mix(opaque(0.98f, 0.96f, 0.90f), opaque(0.86f, 0.74f, 0.50f), (y - top) / (bottom - top));
         Rgba seen = ground + face * (0.92f * fill) +
                     opaque(0.9f, 0.62f, 0.25f) * (halo * (1 - fill) * smoothstep(20, 12, distance));
+        for (size_t i = 0; i < blocks.size(); i++)
+            seen = seen + opaque(0.86f, 0.66f, 0.36f) * ornamentAt(blocks[i], halves[i], x, y);
         for (float spark : sparks) seen = seen + sparkAt((x - spark) * pixelAspect, y - (top + bottom) / 2);
         return seen;
     });

@@ -32,12 +32,15 @@ Rgba halo(float x, float y) {
     return c;
 }
 
-// Behind the ship, round the sun that hangs there: its glow and a red evening.
+// Behind the ship, round the sun that hangs there: its glow and a red evening. The sun is painted too, behind
+// the one that hangs: while the hall fades in, its walls and floor are all that is seen of it.
 Rgba evening(float x, float y) {
     const float r = std::hypot(x, y - 308);
     Rgba c =
         mix(opaque(0.50f, 0.07f, 0.02f), opaque(0.09f, 0.012f, 0.07f), smoothstep(0.1f, 0.9f, y / height));
     c = c + light(0.50f, 0.10f, 0.02f) * std::exp(-std::fmax(r - 225, 0.0f) / 60);
+    c = mix(c, mix(opaque(0.50f, 0.030f, 0.001f), opaque(0.53f, 0.058f, 0.004f), smoothstep(90, 520, y)),
+            smoothstep(226, 222, r));
     c = c + lines(r - 276, 2.5f, light(0.55f, 0.16f, 0.04f)) +
         lines(r - 312, 1.8f, light(0.40f, 0.10f, 0.03f));
     return c;
@@ -86,6 +89,9 @@ Rgba floorPlan(float radius, float side) {
     const float ring = std::fabs(radius * 9 - std::round(radius * 9));
     c = c * smoothstep(0.01f, 0.03f, ring);
     c = c + light(0.42f, 0.20f, 0.05f) * smoothstep(0.93f, 0.96f, side) * smoothstep(0.5f, 0.52f, radius);
+    // Where the stage stands, its plan.
+    for (const float riser : {46.0f, 84.0f, 124.0f, 164.0f, 204.0f})
+        c = c + light(0.40f, 0.46f, 0.52f) * smoothstep(0.006f, 0.003f, std::fabs(radius - riser / 500));
     c = c + light(0.30f, 0.36f, 0.40f) * smoothstep(0.010f, 0.005f, std::fabs(radius - 0.93f));
     return c;
 }

@@ -7,6 +7,7 @@ uniform float time2;  // radians that the layers have turned
 varying vec2 disc;  // -1..1 around the middle
 varying vec2 wide;  // coordinates in the noise
 varying vec2 fine;
+varying vec3 fromEye;
 
 vec2 turned(vec2 point, float angle) {
     float c = cos(angle);
@@ -19,5 +20,6 @@ void main() {
     gl_FrontColor = gl_Color;
     disc = gl_MultiTexCoord0.st;
     wide = turned(disc, time2) * 0.35 + vec2(0.0, time);
+    fromEye = vec3(gl_ModelViewMatrix * gl_Vertex);
     fine = turned(disc, -0.6 * time2) * 0.8 - vec2(time, 0.0);
 }
