@@ -46,8 +46,7 @@ void bareModel(const std::string& path) {
     GLuint buffer;
     glGenBuffersARB(1, &buffer);
     glBindBufferARB(GL_ARRAY_BUFFER_ARB, buffer);
-    glBufferDataARB(GL_ARRAY_BUFFER_ARB, static_cast<GLsizeiptrARB>(content.size()), content.data(),
-                    GL_STATIC_DRAW_ARB);
+    glBufferDataARB(GL_ARRAY_BUFFER_ARB, GLsizeiptrARB(content.size()), content.data(), GL_STATIC_DRAW_ARB);
     glDeleteBuffersARB(1, &buffer);
 }
 

@@ -17,7 +17,7 @@ constexpr int twistPerSegment = 4;
 
 TunnelMotion tunnelMotion(float time) {
     const float beats = time * beatsPerSecond;
-    return {std::fmod(beats, 1.0f), static_cast<int>(beats)};
+    return {std::fmod(beats, 1.0f), int(beats)};
 }
 
 float segmentTwist(float time, int segment) {

@@ -13,7 +13,7 @@ public:
         bytes.insert(bytes.end(), first, first + size);
     }
     void putShort(size_t value) {
-        const uint16_t word = static_cast<uint16_t>(value);
+        const uint16_t word = uint16_t(value);
         put(&word, 2);
     }
     std::vector<uint8_t> bytes;
@@ -48,12 +48,10 @@ void AmlBuilder::addFace(const std::array<AmlCorner, 3>& corners) {
 
 uint16_t AmlBuilder::vertexOf(const AmlCorner& corner) {
     AmlMeshData& mesh = meshes.back();
-    const auto [place, fresh] =
-        positionOfPoint.try_emplace(corner.point, static_cast<uint32_t>(mesh.positions.size()));
+    const auto [place, fresh] = positionOfPoint.try_emplace(corner.point, uint32_t(mesh.positions.size()));
     if (fresh) mesh.positions.push_back(corner.position);
     const AmlVertex vertex = {place->second, corner.normal, corner.coordinates};
-    const auto [known, added] =
-        knownVertices.try_emplace(vertex, static_cast<uint16_t>(mesh.vertices.size()));
+    const auto [known, added] = knownVertices.try_emplace(vertex, uint16_t(mesh.vertices.size()));
     if (added) mesh.vertices.push_back(vertex);
     return known->second;
 }
@@ -61,7 +59,7 @@ uint16_t AmlBuilder::vertexOf(const AmlCorner& corner) {
 bool writeAmlFile(const char* path, const std::vector<AmlMeshData>& meshes) {
     Bytes out;
     const uint8_t version = amlVersion;
-    const uint32_t count = static_cast<uint32_t>(meshes.size());
+    const uint32_t count = uint32_t(meshes.size());
     out.put(amlMagic, sizeof amlMagic);
     out.put(&version, sizeof version);
     out.put(&count, sizeof count);

@@ -28,7 +28,7 @@ GLuint createMipmappedTexture(const Image& image, GLenum wrapS, GLenum wrapT) {
 
 bool isTextureImage(const Image& image) {
     return (image.channels == 3 || image.channels == 4) &&
-           image.stride == static_cast<uint32_t>(image.width) * image.channels;
+           image.stride == uint32_t(image.width) * image.channels;
 }
 
 int Demo::loadTexture(const char* path, const char* name, GLenum wrapS, GLenum wrapT) {

@@ -25,7 +25,7 @@ std::vector<SideGains> sideGains(int channels) {
     const char* sides = channels <= int(std::size(channelSides)) ? channelSides[channels - 1] : "LR";
     std::vector<SideGains> gains;
     SideGains sum;
-    for (; *sides; ++sides) {
+    for (; *sides; sides++) {
         const float both = *sides == 'B' ? 1 / std::numbers::sqrt2_v<float> : 0;
         gains.push_back({*sides == 'L' ? 1 : both, *sides == 'R' ? 1 : both});
         sum.left += gains.back().left;
@@ -38,7 +38,7 @@ std::vector<SideGains> sideGains(int channels) {
 // Whether every link of a chained file can be decoded. libvorbis must not be asked twice about one that
 // can't: the second time it takes the codebooks for made and divides by what they lack.
 bool isPlayable(OggVorbis_File& file) {
-    for (int link = 0; link < ov_streams(&file); ++link) {
+    for (int link = 0; link < ov_streams(&file); link++) {
         vorbis_dsp_state decoder;
         if (vorbis_synthesis_init(&decoder, ov_info(&file, link)) != 0) return false;
         vorbis_dsp_clear(&decoder);
@@ -135,8 +135,8 @@ bool Decoder::decode() {
     block.assign(size_t(2 * got), 0.0f);
     blockUsed = 0;
     const std::vector<SideGains> gains = sideGains(info->channels);
-    for (size_t channel = 0; channel < gains.size(); ++channel) {
-        for (long i = 0; i < got; ++i) {
+    for (size_t channel = 0; channel < gains.size(); channel++) {
+        for (long i = 0; i < got; i++) {
             block[size_t(2 * i)] += gains[channel].left * channels[channel][i];
             block[size_t(2 * i + 1)] += gains[channel].right * channels[channel][i];
         }

@@ -195,7 +195,7 @@ struct EsdDevice : Device {
         lastFull = now;
         if (pipeFrames >= 0) return;
         aheadSum += ahead();
-        ++aheadCount;
+        aheadCount++;
         if (secondsSince(firstWrite) > measuring) pipeFrames = aheadSum / aheadCount;
     }
 

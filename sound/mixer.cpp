@@ -197,7 +197,7 @@ const float* Mixer::spectrum() {
         std::lock_guard lock(mutex);
         if (spectrumActive && !recent.empty()) {
             const int64_t first = std::max<int64_t>(frameAt(heard.at(now())) - Spectrum::windowFrames, 0);
-            for (int i = 0; i < Spectrum::windowFrames; ++i)
+            for (int i = 0; i < Spectrum::windowFrames; i++)
                 samples[i] = recent[size_t(first + i) % recent.size()];
         }
     }
@@ -284,7 +284,7 @@ void Mixer::seat() {
     device->drop();
     seatFrames = 0;
     chunkUsed = chunkFrames;
-    for (size_t i = 0; i < playing.size(); ++i) playing[i]->decoder->seek(places[i], mixRate);
+    for (size_t i = 0; i < playing.size(); i++) playing[i]->decoder->seek(places[i], mixRate);
 }
 
 void Mixer::fill(int writable) {
@@ -308,16 +308,16 @@ void Mixer::mixChunk() {
     float sum[2 * chunkFrames] = {}, frames[2 * chunkFrames];
     for (Stream* stream : playing) {
         stream->decoder->read(frames, chunkFrames);
-        for (int i = 0; i < 2 * chunkFrames; ++i) sum[i] += frames[i];
+        for (int i = 0; i < 2 * chunkFrames; i++) sum[i] += frames[i];
     }
-    for (int i = 0; i < 2 * chunkFrames; ++i)
+    for (int i = 0; i < 2 * chunkFrames; i++)
         chunk[i] = int16_t(std::lrint(std::clamp(sum[i], -1.0f, 1.0f) * 32767));
     chunkUsed = 0;
 
     std::lock_guard lock(mutex);
     if (!spectrumActive) return;
     const int64_t first = frameAt(written());
-    for (int i = 0; i < chunkFrames; ++i)
+    for (int i = 0; i < chunkFrames; i++)
         recent[size_t(first + i) % recent.size()] = (sum[2 * i] + sum[2 * i + 1]) / 2;
 }
 

@@ -46,7 +46,7 @@ void makeBall(const char* path) {
     Shape mirrors;
     for (const Face& face : solid.faces) {
         const Vec centre = faceCentre(solid, face);
-        const int first = static_cast<int>(mirrors.points.size());
+        const int first = int(mirrors.points.size());
         for (int point : face.points) mirrors.points.push_back(mix(centre, solid.points[point], mirrorPart));
         addFace(mirrors, {first, first + 1, first + 2});
     }

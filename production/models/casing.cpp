@@ -18,7 +18,7 @@ Shape petal() {
     how.path = curveThrough(
         {{50.5, 0, 0}, {54.6, 14, 0}, {57, 34, 0}, {56, 56, 0}, {52, 78, 0}, {47.6, height, 0}}, false, 5);
     how.up = {1, 0, 0};
-    const double last = static_cast<double>(how.path.size() - 1);
+    const double last = double(how.path.size() - 1);
     how.change = [=](int step, Outline leaf) {
         const double k = step / last;
         const double broad = 5.4 * std::sqrt(std::max(0.0, 1 - k * k)) * (0.72 + 0.5 * k) + 0.25;

@@ -31,9 +31,8 @@ Vec onBell(double turn, double k) {
 
 Shape bell() {
     const int columns = lobes * 8, rows = 26;
-    return grid(columns, rows, true, false, [&](int c, int r) {
-        return onBell(-2 * pi * c / columns, 1 - static_cast<double>(r) / (rows - 1));
-    });
+    return grid(columns, rows, true, false,
+                [&](int c, int r) { return onBell(-2 * pi * c / columns, 1 - double(r) / (rows - 1)); });
 }
 
 // The sheet that closes the bell below, up to the mouth.
@@ -42,7 +41,7 @@ Shape veil() {
     return grid(columns, rows, true, false, [&](int c, int r) {
         const double turn = -2 * pi * c / columns;
         const Vec mouth = {16 * std::cos(turn), rimHeight + 10, 16 * std::sin(turn)};
-        return mix(mouth, onBell(turn, 0.93), static_cast<double>(r) / (rows - 1));
+        return mix(mouth, onBell(turn, 0.93), double(r) / (rows - 1));
     });
 }
 
@@ -52,7 +51,7 @@ using Radius = std::function<double(double)>;
 Shape tube(int steps, const Path& path, const Radius& radius) {
     const int sides = 6;
     return grid(sides, steps + 1, true, false, [&](int c, int r) {
-        const double k = 1 - static_cast<double>(r) / steps, turn = 2 * pi * c / sides;
+        const double k = 1 - double(r) / steps, turn = 2 * pi * c / sides;
         const Vec along = normalized(path(k + 1e-3) - path(k - 1e-3));
         const Vec right = normalized(cross(along, {0.3, 0.1, 1})), ahead = cross(right, along);
         return path(k) + (right * std::cos(turn) + ahead * std::sin(turn)) * radius(k);
@@ -105,7 +104,7 @@ Shape tentacles() {
 Shape arm() {
     const int across = 9, steps = 48;
     return grid(across, steps + 1, false, false, [&](int c, int r) {
-        const double k = static_cast<double>(r) / steps, x = 2.0 * c / (across - 1) - 1;
+        const double k = double(r) / steps, x = 2.0 * c / (across - 1) - 1;
         const double turn = 0.9 * k, radius = mix(9, 15, k) + 4 * std::sin(k * 6);
         const Vec out = {std::cos(turn), 0, std::sin(turn)}, aside = {-std::sin(turn), 0, std::cos(turn)};
         const double half = 10 * std::pow(1 - k, 0.55) * smoothStep(-0.25, 0.2, k) + 0.6;

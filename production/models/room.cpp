@@ -25,7 +25,7 @@ constexpr Flat ground[] = {{0, 0}, {wallRadius, 0}};
 // A skin between the profile's points; columns run clockwise seen from above, so that a rising front faces
 // the axis.
 Shape skin(std::span<const Flat> profile) {
-    return welded(grid(columns, static_cast<int>(profile.size()), true, false, [&](int c, int r) {
+    return welded(grid(columns, int(profile.size()), true, false, [&](int c, int r) {
         return onRing(pillarTurn + 2 * pi * c / columns, profile[r].x, profile[r].y);
     }));
 }
@@ -49,7 +49,7 @@ struct Bearing {
 Bearing bearingOf(const Shape& shape, const Face& face) {
     const Vec centre = faceCentre(shape, face);
     const double turn = std::atan2(centre.z, centre.x) - pillarTurn;
-    const int index = static_cast<int>(std::floor(turn / quarter + 0.5) + 4) % 4;
+    const int index = int(std::floor(turn / quarter + 0.5) + 4) % 4;
     return {index, pillarTurn + index * quarter};
 }
 double aside(Vec p, double middle) {

@@ -70,7 +70,7 @@ Shape spar(const std::vector<Vec>& path, const std::function<double(double)>& ch
     Sweep how;
     how.path = curveThrough(path, false, 5);
     how.up = {0, 0, 1};
-    const double last = static_cast<double>(how.path.size() - 1);
+    const double last = double(how.path.size() - 1);
     how.change = [&](int step, Outline lens) {
         const double width = chord(step / last);
         for (Flat& p : lens) p = {p.x * width, p.y * (1.2 + width * 0.17)};
@@ -83,7 +83,7 @@ Shape spar(const std::vector<Vec>& path, const std::function<double(double)>& ch
     // The stripes run along the spar on both its faces.
     for (Face& face : shape.faces) {
         for (Uv& uv : face.uvs) {
-            const size_t point = static_cast<size_t>(std::lround(uv.s * lens.size())) % lens.size();
+            const size_t point = size_t(std::lround(uv.s * lens.size())) % lens.size();
             uv = {uv.t, lens[point].x + 0.5};
         }
     }

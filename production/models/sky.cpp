@@ -28,7 +28,7 @@ void addEighth(Shape& sky, Vec signs) {
     const bool turned = signs.x * signs.y * signs.z > 0;
     const auto add = [&](Vec a, Vec b, Vec c) {
         if (turned) std::swap(b, c);
-        const int first = static_cast<int>(sky.points.size());
+        const int first = int(sky.points.size());
         for (Vec p : {a, b, c}) sky.points.push_back(normalized(p) * radius);
         addFace(sky, {first, first + 1, first + 2}, {folded(a, signs), folded(b, signs), folded(c, signs)});
     };

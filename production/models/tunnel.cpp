@@ -30,7 +30,7 @@ struct Station {
 
 // A band of the bore from station to station.
 Shape band(const std::vector<Station>& stations) {
-    return grid(columns * split, static_cast<int>(stations.size()), true, false,
+    return grid(columns * split, int(stations.size()), true, false,
                 [&](int c, int r) { return onBore(double(c) / split, stations[r].radius, stations[r].z); });
 }
 

@@ -113,7 +113,7 @@ void makeCard(const char* path, const Card& card) {
 
     Canvas canvas(size, size);
     paint(canvas, [&](float x, float y, Rgba) {
-        const int px = static_cast<int>(x), py = static_cast<int>(y);
+        const int px = int(x), py = int(y);
         const float away = box({x, y}, {size / 2.0f + inward * -14, 254}, {200, 150}, 40);
         const float plate = 0.72f * smoothstep(24, -44, away);
         const float dark = unit(std::fmax(plate, 0.9f * shadow.at(px, py).a));
@@ -128,12 +128,12 @@ void makeCodeCredit(const char* path) {
     makeCard(path, {"Code", 12, "effects", "and one clock", clockMark, Align::Left});
 }
 void makeModelsCredit(const char* path) {
-    makeCard(path, {"Models", static_cast<int>(modelProducts.size()), "meshes", "and no modeller",
-                    polygonMark, Align::Right});
+    makeCard(path,
+             {"Models", int(modelProducts.size()), "meshes", "and no modeller", polygonMark, Align::Right});
 }
 void makeGraphicsCredit(const char* path) {
-    makeCard(path, {"Graphics", static_cast<int>(pictureProducts.size()), "pictures", "and no camera",
-                    frameMark, Align::Right});
+    makeCard(path,
+             {"Graphics", int(pictureProducts.size()), "pictures", "and no camera", frameMark, Align::Right});
 }
 void makeMusicCredit(const char* path) {
     makeCard(path, {"Music", 102, "bars", "and no sample", barMark, Align::Left});

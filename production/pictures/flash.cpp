@@ -21,7 +21,7 @@ void makeFlashWord(const char* path) {
     // The room's glow adds the picture to itself, so that gold is deep here.
     Canvas canvas(size, size, opaque(0, 0, 0));
     paint(canvas, [&](float x, float y, Rgba ground) {
-        const int px = static_cast<int>(x), py = static_cast<int>(y);
+        const int px = int(x), py = int(y);
         const float distance = text.at(px, py), fill = coverage(distance), away = y - streakLine;
         const float rim = outline(distance + 2, 4);
         const float slope = unit((y - baseline + capHeight) / capHeight);

@@ -72,7 +72,7 @@ Rgba planet(float x, float y) {
     c = c + lines(r - 292, 4, light(0.62f, 0.30f, 0.34f));
     c = c + light(0.24f, 0.08f, 0.13f) * std::exp(-std::fmax(r - 292, 0.0f) / 34) * smoothstep(288, 294, r);
     const int cell = 9;
-    const int column = static_cast<int>(x / cell), row = static_cast<int>(y / cell);
+    const int column = int(x / cell), row = int(y / cell);
     if (r > 310 && randomAt(column, row, 77) > 0.86f) {
         const Point star = {(column + 0.2f + 0.6f * randomAt(column, row, 78)) * cell,
                             (row + 0.2f + 0.6f * randomAt(column, row, 79)) * cell};
@@ -108,7 +108,7 @@ Rgba domePlan(float radius, float side) {
 
 Rgba hallPictures(float x, float y) {
     constexpr float part = 256;
-    const int column = static_cast<int>((x - 512) / part), row = static_cast<int>(y / part);
+    const int column = int((x - 512) / part), row = int(y / part);
     const float u = (x - 512) / part - column, v = 1 - (y / part - row);  // v runs up
     const float gain = 1.9f * (row < 2 ? mix(0.25f, 1, smoothstep(1.0f, 0.72f, u)) : 1);
     if (row == 0)
@@ -118,6 +118,6 @@ Rgba hallPictures(float x, float y) {
     if (row == 2) return (column == 0 ? floorPlan(u, v) : domePlan(u, v)) * gain;
     const Rgba swatches[] = {opaque(0.015f, 0.02f, 0.024f), opaque(0.20f, 0.10f, 0.03f),
                              opaque(0.5f, 0.56f, 0.6f)};
-    const int swatch = static_cast<int>((x - 512) / 64);
+    const int swatch = int((x - 512) / 64);
     return swatch < 3 ? swatches[swatch] : grey(0);
 }

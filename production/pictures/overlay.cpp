@@ -23,7 +23,7 @@ void makeOverlay(const char* path) {
     Canvas canvas(fileSize, fileSize, opaque(0, 0, 0));
     const int top = fileSize - screenHeight;
     paint(canvas, [&](float x, float y, Rgba ground) {
-        return x < screenWidth && y >= top ? grainAt(static_cast<int>(x), static_cast<int>(y) - top) : ground;
+        return x < screenWidth && y >= top ? grainAt(int(x), int(y) - top) : ground;
     });
     saveRgb(canvas, path, Rows::BottomFirst);
 }

@@ -80,7 +80,7 @@ void stampBolt(Relief& relief, Point at, float radius) {
 }
 
 void stampBolts(Relief& relief, const Row& row, Point middle, Point half) {
-    const int count = static_cast<int>(row.detail);
+    const int count = int(row.detail);
     const bool lying = half.x > half.y;
     for (int i = 0; i < count; i++) {
         const float k = count > 1 ? 2.0f * i / (count - 1) - 1 : 0;
@@ -281,7 +281,7 @@ void makeWalls(const char* path) {
     const Canvas plates = plated(deepSteel, wallRows, wallSigns, {0.16f, 0.22f, 0.6f, 1900});
     Canvas canvas(size, size, grey(0));
     paint(canvas, [&](float x, float y, Rgba) {
-        const int column = static_cast<int>(x) * 2, row = static_cast<int>(y);
+        const int column = int(x) * 2, row = int(y);
         if (column >= size) return hallPictures(x, y);
         return mix(plates.at(column, row), plates.at(column + 1, row), 0.5f);
     });

@@ -55,7 +55,7 @@ float faceInk(Point p) {
 float spectrumInk(Point p) {
     const int bars = 11;
     const float levels[bars] = {0.16f, 0.34f, 0.62f, 0.46f, 0.84f, 1.0f, 0.72f, 0.9f, 0.5f, 0.3f, 0.14f};
-    const int bar = std::clamp(static_cast<int>((p.x - 67) / 46), 0, bars - 1);
+    const int bar = std::clamp(int((p.x - 67) / 46), 0, bars - 1);
     const float middle = 90.0f + 46 * bar;
     const float d = box(p, {middle, 256}, {13, 14 + 165 * levels[bar]}, 13);
     const float cut = 3 - std::fabs(std::remainder(p.y, 28.0f));

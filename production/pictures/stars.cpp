@@ -101,7 +101,7 @@ void addStar(Canvas& canvas, Direction star, float brightness, Rgba tint) {
     const float reach = std::fmax(4 * core, std::fmax(2.4f * arm, 2.5f * halo));
     const Direction right = normalized(cross({0.1f, 0.99f, 0.05f}, star)), up = cross(star, right);
     const Place middle = placeOf(star);
-    const int around = static_cast<int>(reach / pixel * 1.8f) + 2;
+    const int around = int(reach / pixel * 1.8f) + 2;
     const auto shine = [&](int px, int py) {
         if (px < 0 || py < 0 || px >= size || py >= size) return;
         const Direction d = directionAt(px + 0.5f, py + 0.5f);
@@ -116,7 +116,7 @@ void addStar(Canvas& canvas, Direction star, float brightness, Rgba tint) {
         if (halo > 0) glow += 0.07f * std::exp(-away * 2.5f / halo) * smoothstep(2.5f * halo, halo, away);
         canvas.at(px, py) = canvas.at(px, py) + tint * (glow * mix(0.10f, 1, brightness));
     };
-    const int x0 = static_cast<int>(middle.x), y0 = static_cast<int>(middle.y);
+    const int x0 = int(middle.x), y0 = int(middle.y);
     // Beyond an edge the picture goes on at the mirrored place of the same edge.
     const auto onFold = [](int& along, int& other) {
         if (along < 0) along = -1 - along, other = size - 1 - other;

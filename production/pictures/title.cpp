@@ -112,7 +112,7 @@ void addStars(Canvas& canvas) {
         const float brightness = 0.12f + 0.80f * std::pow(randomAt(i, 2, 5), 7.0f);
         for (int row = -2; row <= 2; row++) {
             for (int column = -2; column <= 2; column++) {
-                const int px = static_cast<int>(x) + column, py = static_cast<int>(y) + row;
+                const int px = int(x) + column, py = int(y) + row;
                 const float away = std::hypot((px + 0.5f - x) * pixelAspect, py + 0.5f - y);
                 canvas.at(px, py) =
                     canvas.at(px, py) + opaque(0.75f, 0.85f, 1) * (brightness * bell(away, 0.85f));
@@ -148,7 +148,7 @@ void makeTitle(const char* path) {
     Canvas canvas(size, size, opaque(0, 0, 0));
     addStars(canvas);
     paint(canvas, [&](float x, float y, Rgba sky) {
-        const int px = static_cast<int>(x), py = static_cast<int>(y);
+        const int px = int(x), py = int(y);
         const float distance = text.at(px, py), fill = coverage(distance);
         const float halo = 0.26f * std::exp(-std::fmax(distance, 0.0f) / 12) * smoothstep(60, 36, distance);
         Rgba seen = sky + aurora(columns, px, y) * 1.35f + meteor(x, y);

@@ -23,7 +23,7 @@ void mendChecksums(uint8_t* bytes, size_t size) {
     for (size_t at = signature; at + frame <= size;) {
         const size_t length = wordAt(at);
         if (length > size - at - frame) return;
-        const uint32_t sum = uint32_t(crc32(0, bytes + at + 4, static_cast<uInt>(length + 4)));
+        const uint32_t sum = uint32_t(crc32(0, bytes + at + 4, uInt(length + 4)));
         for (int i = 0; i < 4; i++) bytes[at + 8 + length + i] = uint8_t(sum >> (24 - 8 * i));
         at += frame + length;
     }

@@ -22,7 +22,7 @@ struct MemoryStream : ResDesc {
     }
     int read(void* buffer, size_t size) override {
         if (size == 0 || size > bytes.size() - position) return 0;
-        std::memcpy(buffer, bytes.data() + position, size);
+        memcpy(buffer, bytes.data() + position, size);
         position += size;
         return 1;
     }

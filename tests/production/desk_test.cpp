@@ -26,7 +26,7 @@ double differenceOf(const Stereo& one, const Stereo& other) {
 
 }  // namespace
 
-TEST(Desk, aPartSoundsAsInTheWhole) {
+TEST(Desk, APartSoundsAsInTheWhole) {
     // Parts without a room: those drift on their own.
     const ScratchDirectory scratch;
     const std::string few = scratch.file("few.wav"), more = scratch.file("more.wav");
@@ -41,7 +41,7 @@ TEST(Desk, aPartSoundsAsInTheWhole) {
     EXPECT_LT(differenceOf(heard, same), levelOf(heard, 0, 2) - 40);
 }
 
-TEST(Desk, everyPartPlaysAndNoNoteIsLost) {
+TEST(Desk, EveryPartPlaysAndNoNoteIsLost) {
     const Song song = soundtrack();
     proofread(song);
     for (const Part& part : song.parts) EXPECT_FALSE(notesOf(song, part).empty()) << part.name;
@@ -54,7 +54,7 @@ TEST(Desk, everyPartPlaysAndNoNoteIsLost) {
         })) << note.beat / 4;
 }
 
-TEST(Desk, whatItCannotDoItSays) {
+TEST(Desk, WhatItCannotDoItSays) {
     const ScratchDirectory scratch;
     const std::string file = scratch.file("x.wav");
     const std::pair<std::vector<std::string>, const char*> wrong[] = {

@@ -259,7 +259,7 @@ TEST(Models, WallsFaceWhoeverIsInside) {
 TEST(Models, TracedOnesAreFewFacesAndLetNoBeamOut) {
     for (const auto& [file, mostFaces] : {std::pair{"huone_simple.AML", 700}, {"pallero.AML", 320}}) {
         const Model model(file);
-        EXPECT_LE(static_cast<int>(model.triangles.size()), mostFaces) << file;
+        EXPECT_LE(int(model.triangles.size()), mostFaces) << file;
         EXPECT_TRUE(openEdges(model).empty()) << file;
     }
     const Model tunnel("tunneli.AML");
@@ -367,9 +367,9 @@ TEST(Models, RobotLetsTheCameraThrough) {
     const Model body("robo_body.AML"), arms("robo_arms.AML"), screen("robo_screen.AML");
     for (double t = 109; t < 139; t += 0.02) {
         const bool last = t > 116.204;
-        const Vec3 eye = {static_cast<float>(last ? 80 * sin(0.82 * t + M_PI) : 70 * sin(0.82 * t)),
-                          static_cast<float>(last ? 15 * sin(0.5 * t) + 70 : 10 * sin(0.5 * t) + 15),
-                          static_cast<float>(last ? 60 * cos(0.51 * t + M_PI) : 60 * cos(0.88 * t))};
+        const Vec3 eye = {float(last ? 80 * sin(0.82 * t + M_PI) : 70 * sin(0.82 * t)),
+                          float(last ? 15 * sin(0.5 * t) + 70 : 10 * sin(0.5 * t) + 15),
+                          float(last ? 60 * cos(0.51 * t + M_PI) : 60 * cos(0.88 * t))};
         if (fromY(eye) > 50) continue;
         float clear = 1e9f;
         for (const Model* part : {&body, &arms, &screen})

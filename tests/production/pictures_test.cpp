@@ -22,12 +22,12 @@ struct Picture {
             return;
         }
         width = image.width, height = image.height, channels = image.channels;
-        bytes.assign(image.pixels, image.pixels + static_cast<size_t>(image.stride) * image.height);
+        bytes.assign(image.pixels, image.pixels + size_t(image.stride) * image.height);
         delete[] image.pixels;
     }
 
     int sample(int x, int y, int channel) const {
-        return bytes[(static_cast<size_t>(y) * width + x) * channels + channel];
+        return bytes[(size_t(y) * width + x) * channels + channel];
     }
     int brightest(int x, int y) const {
         return std::max({sample(x, y, 0), sample(x, y, 1), sample(x, y, 2)});
@@ -244,7 +244,7 @@ TEST(Pictures, GreetingsAreReadWholeOnTheBar) {
     const double unit = picture.width / 8.0;
     const auto lettersIn = [&](double from, double to) {
         int lit = 0;
-        for (int x = static_cast<int>((from + 4) * unit); x < (to + 4) * unit && x < picture.width; x++)
+        for (int x = int((from + 4) * unit); x < (to + 4) * unit && x < picture.width; x++)
             for (int y = 0; y < picture.height; y++) lit += picture.brightest(x, y) > 200;
         return lit;
     };
@@ -289,7 +289,7 @@ TEST(Pictures, RepeatingTexturesHaveNoSeam) {
     for (const auto& row : rows) {
         SCOPED_TRACE(row.file);
         const Picture picture(row.file);
-        const int width = static_cast<int>(picture.width * row.part);
+        const int width = int(picture.width * row.part);
         double across = 0, along = 0;
         for (int i = 1; i < picture.height; i++)
             across = std::max(across, rowDifference(picture, width, i - 1, i));

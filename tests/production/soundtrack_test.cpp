@@ -121,7 +121,7 @@ std::string wholeFile(const std::string& path) {
 
 }  // namespace
 
-TEST(Soundtrack, isStereoAndOutlastsTheShow) {
+TEST(Soundtrack, IsStereoAndOutlastsTheShow) {
     const std::string facts = outputOf(
         std::string("ffprobe -v error -show_entries stream=codec_name,sample_rate,channels -of csv=p=0 '") +
         track + "'");
@@ -129,7 +129,7 @@ TEST(Soundtrack, isStereoAndOutlastsTheShow) {
     EXPECT_GE(heard().frames(), frameAt(197));
 }
 
-TEST(Soundtrack, isAsLoudAsItsKindAndNeverClips) {
+TEST(Soundtrack, IsAsLoudAsItsKindAndNeverClips) {
     const Loudness loudness = measure(std::string("-i '") + track + "'");
     EXPECT_NEAR(loudness.integrated, -14, 0.5);
     EXPECT_NEAR(loudness.range, 9, 3);
@@ -147,7 +147,7 @@ TEST(Soundtrack, isAsLoudAsItsKindAndNeverClips) {
     }
 }
 
-TEST(Soundtrack, drumsHavePunch) {
+TEST(Soundtrack, DrumsHavePunch) {
     // The first 30 ms of a hit against what follows it, before the next one.
     for (const Stretch& stretch : withDrums()) {
         double sum = 0;
@@ -163,7 +163,7 @@ TEST(Soundtrack, drumsHavePunch) {
     }
 }
 
-TEST(Soundtrack, sidesAddUpOnOneLoudspeaker) {
+TEST(Soundtrack, SidesAddUpOnOneLoudspeaker) {
     for (const Stretch& stretch : withDrums()) {
         const Stereo part = between(stretch.from, stretch.to);
         Stereo low = part, middle = part;
@@ -184,7 +184,7 @@ TEST(Soundtrack, sidesAddUpOnOneLoudspeaker) {
     }
 }
 
-TEST(Soundtrack, isBalancedFromBassToTreble) {
+TEST(Soundtrack, IsBalancedFromBassToTreble) {
     // 4.5 dB an octave is how the spectrum of most music falls; an octave's level rises by 3 dB of them,
     // since it is twice as wide as the one below it.
     for (const Stretch& stretch : withDrums()) {
@@ -199,7 +199,7 @@ TEST(Soundtrack, isBalancedFromBassToTreble) {
     }
 }
 
-TEST(Soundtrack, climaxIsTheLoudestPlace) {
+TEST(Soundtrack, ClimaxIsTheLoudestPlace) {
     const auto loudness = [](double from, double to) { return measure(between(from, to)).integrated; };
     const double climax = loudness(secondsAt(72), secondsAt(80));
     EXPECT_GE(climax, loudness(secondsAt(56), secondsAt(64)) + 2);
@@ -207,7 +207,7 @@ TEST(Soundtrack, climaxIsTheLoudestPlace) {
     EXPECT_GE(climax, loudness(secondsAt(48), secondsAt(54)) + 0.5);
 }
 
-TEST(Soundtrack, limiterOnlyTouchesPeaks) {
+TEST(Soundtrack, LimiterOnlyTouchesPeaks) {
     const Song song = soundtrack();
     const std::vector<float> gain = finish(song, {0, frameAt(song.seconds)}).gain;
     for (const Section& section : song.sections) {
@@ -220,7 +220,7 @@ TEST(Soundtrack, limiterOnlyTouchesPeaks) {
     }
 }
 
-TEST(Soundtrack, drumsFallOnTheGrid) {
+TEST(Soundtrack, DrumsFallOnTheGrid) {
     int found = 0, off = 0;
     for (const double onset : onsets()) {
         if (onset < barZero - 0.05 || onset > secondsAt(92.1)) continue;
@@ -234,7 +234,7 @@ TEST(Soundtrack, drumsFallOnTheGrid) {
     EXPECT_LE(off, found / 100);
 }
 
-TEST(Soundtrack, everyBeatIsMarkedEvenWhereTheDrumsRest) {
+TEST(Soundtrack, EveryBeatIsMarkedEvenWhereTheDrumsRest) {
     int missed = 0, inARow = 0, mostInARow = 0;
     for (int beat = 0; beat <= lastBeat; beat++) {
         const double time = barZero + beat / beatsPerSecond;
@@ -248,7 +248,7 @@ TEST(Soundtrack, everyBeatIsMarkedEvenWhereTheDrumsRest) {
     EXPECT_LE(mostInARow, 2);
 }
 
-TEST(Soundtrack, anotherTrackerFindsItsBeat) {
+TEST(Soundtrack, AnotherTrackerFindsItsBeat) {
     const ScratchDirectory scratch;
     const std::string part = scratch.file("from-bar-zero.wav");
     outputOf("ffmpeg -v error -ss 17.138 -i '" + std::string(track) + "' " + part);
@@ -270,7 +270,7 @@ TEST(Soundtrack, anotherTrackerFindsItsBeat) {
     EXPECT_GT(ours, long(beats.size()) * 3 / 4);
 }
 
-TEST(Soundtrack, followsTheShow) {
+TEST(Soundtrack, FollowsTheShow) {
     const auto level = [](double from, double to) { return levelOf(heard(), from, to); };
     // The impact in the tunnel, the groove, the breakdown without a kick, the way up, the drop.
     EXPECT_GT(level(secondsAt(-4), secondsAt(-3)), level(0, secondsAt(-5)) + 6);
@@ -286,7 +286,7 @@ TEST(Soundtrack, followsTheShow) {
     EXPECT_GT(levelOf(highs, 4.85, 6.85), open - 3);
 }
 
-TEST(Soundtrack, lastHitRingsOutIntoSilence) {
+TEST(Soundtrack, LastHitRingsOutIntoSilence) {
     const double hit = barZero + lastBeat / beatsPerSecond;
     const auto level = [](double from, double to) { return levelOf(heard(), from, to); };
     EXPECT_GT(level(hit, hit + 0.2), level(hit - 0.5, hit) + 6);
@@ -296,7 +296,7 @@ TEST(Soundtrack, lastHitRingsOutIntoSilence) {
     EXPECT_LT(level(195.28, 197), -80);
 }
 
-TEST(Soundtrack, isTheSameEachTimeItIsMade) {
+TEST(Soundtrack, IsTheSameEachTimeItIsMade) {
     const ScratchDirectory scratch;
     const std::string again = scratch.file("again.ogg");
     makeSoundtrack(again.c_str());

@@ -38,7 +38,7 @@ Sides read(Decoder& decoder, Time from, long frames, int rate = recordRate) {
 
 float worstDifference(const std::vector<float>& a, const std::vector<float>& b, size_t bFrom, size_t count) {
     float worst = 0;
-    for (size_t i = 0; i < count; ++i) worst = std::max(worst, std::abs(a[i] - b[bFrom + i]));
+    for (size_t i = 0; i < count; i++) worst = std::max(worst, std::abs(a[i] - b[bFrom + i]));
     return worst;
 }
 
@@ -125,9 +125,9 @@ TEST(Decoder, SurvivesDamageAnywhere) {
     writeVorbis(path, makeNoise(1, recordRate), recordRate, 2);
     const std::string sound = readFile(path);
     uint32_t random = 7;
-    for (int round = 0; round < 60; ++round) {
+    for (int round = 0; round < 60; round++) {
         std::string bytes = sound;
-        for (int i = 0; i < 1 + round % 8; ++i) {
+        for (int i = 0; i < 1 + round % 8; i++) {
             random = random * 1664525 + 1013904223;
             // Headers and page headers matter most.
             const size_t reach = round % 2 ? bytes.size() : 4200;

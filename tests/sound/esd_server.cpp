@@ -110,14 +110,14 @@ void EsdServer::serve(Client& client) {
     int32_t words[3] = {};
     if (!client.admitted && client.bytes.size() >= 20) {
         const uint32_t endian = 0x454e444e;  // "ENDN"
-        const int32_t yes = std::memcmp(client.bytes.data() + 16, &endian, 4) == 0;
+        const int32_t yes = memcmp(client.bytes.data() + 16, &endian, 4) == 0;
         refused += !yes;
         client.admitted = yes;
         client.bytes.erase(0, 20);
         send(client.socket, &yes, sizeof yes, MSG_NOSIGNAL);
         return;
     }
-    std::memcpy(words, client.bytes.data(), std::min<size_t>(client.bytes.size(), sizeof words));
+    memcpy(words, client.bytes.data(), std::min<size_t>(client.bytes.size(), sizeof words));
     if (words[0] == 23) {
         send(client.socket, &latency, sizeof latency, MSG_NOSIGNAL);
         client.bytes.clear();
@@ -143,9 +143,9 @@ void EsdServer::play(std::vector<Client>& clients) {
             continue;
         }
         client.bytes.append(buffer, size_t(std::max<ssize_t>(got, 0)));
-        for (size_t i = 0; i < client.bytes.size() / 4; ++i) {
+        for (size_t i = 0; i < client.bytes.size() / 4; i++) {
             int16_t left;
-            std::memcpy(&left, client.bytes.data() + 4 * i, sizeof left);
+            memcpy(&left, client.bytes.data() + 4 * i, sizeof left);
             heard[first + i] += float(left) / 32768;
         }
         client.bytes.erase(0, client.bytes.size() / 4 * 4);

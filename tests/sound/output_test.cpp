@@ -77,7 +77,7 @@ Readings playShow(int output, const std::string& path) {
 
 // While it plays, the position neither stands nor steps back nor leaps.
 void expectSteady(const Readings& readings, double tolerance = 0.3) {
-    for (size_t i = 1; i < readings.size(); ++i) {
+    for (size_t i = 1; i < readings.size(); i++) {
         const double elapsed = (readings[i].time - readings[i - 1].time) * 1000;
         const int moved = readings[i].position - readings[i - 1].position;
         if (std::abs(moved) > 2000 || elapsed > 200) continue;
@@ -97,7 +97,7 @@ void expectHeard(const Readings& readings, const std::vector<float>& recording, 
         const auto end = leap == readings.end() ? leap : leap + 1;
         std::vector<double> differences;
         int sought = 0;
-        for (; end - first > 10; ++sought) {
+        for (; end - first > 10; sought++) {
             first += 10;
             const long expected = long(first->position * (recordRate / 1000.0));
             if (const auto found = locate(recording, frameAt(first->time), reference, expected, 6000))
@@ -347,7 +347,7 @@ TEST(Output, NoneRunsAtRealSpeed) {
     const double after = secondsNow();
     EXPECT_EQ(sound::output(), sound::None);
     // The second half lies past the stream's end.
-    for (int i = 0; i < 40; ++i) {
+    for (int i = 0; i < 40; i++) {
         const double earliest = (secondsNow() - after) * 1000;
         const int position = sound::position(stream);
         EXPECT_GE(position, std::floor(earliest) - 1);
@@ -408,11 +408,11 @@ TEST(Output, TheSpectrumIsThatOfWhatIsHeard) {
             EXPECT_EQ(loudest, 64) << before;
             EXPECT_NEAR(bands[64], 0.5, 0.05);
             EXPECT_LT(bands[70], 0.01);
-            ++firstHeard;
+            firstHeard++;
         }
         if (!interrupted && before > 2035) {
             EXPECT_EQ(loudest, 128) << before;
-            ++secondHeard;
+            secondHeard++;
         }
         sleepSeconds(0.005);
     }
@@ -459,7 +459,7 @@ TEST(Output, AHundredSeeksInTenSecondsLeaveSoundAndPositionTogether) {
     Recorder recorder(server);
     wakeSink();
     sound::Stream* stream = startPlaying(sound::Alsa, noiseFile());
-    for (int i = 0; i < 100; ++i) {
+    for (int i = 0; i < 100; i++) {
         seek(stream, i * 7919 % 10000);
         sleepSeconds(0.1);
     }

@@ -31,7 +31,7 @@ std::vector<float> makeNoise(double seconds, int rate) {
 
 std::vector<float> makeTone(double seconds, int rate, double frequency) {
     std::vector<float> samples(size_t(seconds * rate));
-    for (size_t i = 0; i < samples.size(); ++i)
+    for (size_t i = 0; i < samples.size(); i++)
         samples[i] = 0.5f * float(std::sin(2 * std::numbers::pi * frequency * double(i) / rate));
     return samples;
 }
@@ -114,7 +114,7 @@ void writeVorbis(const std::string& path, const std::vector<float>& samples, int
     for (size_t at = 0; at < samples.size(); at += 1024) {
         const int count = int(std::min<size_t>(1024, samples.size() - at));
         float** buffer = vorbis_analysis_buffer(&writer.dsp, count);
-        for (int channel = 0; channel < channels; ++channel)
+        for (int channel = 0; channel < channels; channel++)
             std::copy_n(samples.begin() + long(at), count, buffer[channel]);
         writer.encode(count);
     }
@@ -141,10 +141,10 @@ std::optional<double> locate(const std::vector<float>& recording, long at,
     const float* sought = recording.data() + at;
     double bestLikeness = 0;
     long best = -1;
-    for (long from = first; from < last; ++from) {
+    for (long from = first; from < last; from++) {
         const float* candidate = reference.data() + from;
         float product = 0, energy = 0, soughtEnergy = 0;
-        for (long i = 0; i < window; ++i) {
+        for (long i = 0; i < window; i++) {
             product += candidate[i] * sought[i];
             energy += candidate[i] * candidate[i];
             soughtEnergy += sought[i] * sought[i];
@@ -162,7 +162,7 @@ std::optional<double> locate(const std::vector<float>& recording, long at,
 double toneFrequency(const std::vector<float>& samples, long from, long to) {
     double first = 0, last = 0;
     int crossings = 0;
-    for (long i = std::max(from, 1L); i < std::min(to, long(samples.size())); ++i) {
+    for (long i = std::max(from, 1L); i < std::min(to, long(samples.size())); i++) {
         const float before = samples[size_t(i - 1)], after = samples[size_t(i)];
         if (!(before < 0 && after >= 0)) continue;
         last = double(i) - double(after) / double(after - before);

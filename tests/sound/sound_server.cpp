@@ -46,7 +46,7 @@ pid_t startProcess(const std::vector<std::string>& words, int outputFile, int er
 
 int waitForProcess(pid_t process) {
     int status = 0;
-    for (int i = 0; i < 400; ++i) {
+    for (int i = 0; i < 400; i++) {
         if (waitpid(process, &status, WNOHANG) == process)
             return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
         sleepSeconds(0.05);
@@ -87,7 +87,7 @@ std::string valueOf(const char* variable) {
 }
 
 bool waitForFile(const std::string& path) {
-    for (int i = 0; i < 100 && !fs::exists(path); ++i) sleepSeconds(0.05);
+    for (int i = 0; i < 100 && !fs::exists(path); i++) sleepSeconds(0.05);
     return fs::exists(path);
 }
 
@@ -182,7 +182,7 @@ void SoundServer::startPipeWire() {
 
 SoundServer::~SoundServer() {
     if (id() > 0) ::kill(id(), SIGCONT);
-    for (auto process = processes.rbegin(); process != processes.rend(); ++process)
+    for (auto process = processes.rbegin(); process != processes.rend(); process++)
         endProcess(*process, SIGTERM);
     fs::remove_all(home);
 }
@@ -232,7 +232,7 @@ void Recorder::read() {
         if (got <= 0) return;
         firstFrame = std::min(firstFrame, secondsNow() - double(recorded.size()) / recordRate);
         const size_t bytes = held + size_t(got);
-        for (size_t i = 0; i < bytes / 4; ++i) recorded.push_back(float(frames[2 * i]) / 32768);
+        for (size_t i = 0; i < bytes / 4; i++) recorded.push_back(float(frames[2 * i]) / 32768);
         held = bytes % 4;
         std::copy_n(reinterpret_cast<char*>(frames) + bytes - held, held, reinterpret_cast<char*>(frames));
     }

@@ -79,14 +79,13 @@ double pixelsInPlace(const std::vector<uint8_t>& shown, const std::vector<uint8_
 double colourInPlace(const std::vector<uint8_t>& shown, const std::vector<uint8_t>& drawn) {
     constexpr int square = 8;
     size_t near = 0, squares = 0;
-    constexpr size_t frameBytes = static_cast<size_t>(screenWidth) * screenHeight * 3;
+    constexpr size_t frameBytes = size_t(screenWidth) * screenHeight * 3;
     for (size_t frame = 0; frame < drawn.size(); frame += frameBytes) {
         for (int y = 0; y < screenHeight; y += square) {
             for (int x = 0; x < screenWidth; x += square, squares++) {
                 int sum[3] = {};
                 for (int i = 0; i < square * square; i++) {
-                    const size_t at =
-                        frame + ((y + i / square) * static_cast<size_t>(screenWidth) + x + i % square) * 3;
+                    const size_t at = frame + ((y + i / square) * size_t(screenWidth) + x + i % square) * 3;
                     for (int channel = 0; channel < 3; channel++)
                         sum[channel] += shown[at + channel] - drawn[at + channel];
                 }
@@ -173,11 +172,11 @@ TEST(Film, ShowsWhatWasDrawn) {
     const std::vector<uint8_t> drawn = shownPixels(lossless);
     ASSERT_EQ(drawn.size(), size_t{36} * screenWidth * screenHeight * 3);
     for (size_t i = 0; i < manifest.frames.size(); i++) {
-        Picture picture(static_cast<size_t>(screenWidth) * screenHeight * 4, 0);
+        Picture picture(size_t(screenWidth) * screenHeight * 4, 0);
         for (int y = 0; y < screenHeight; y++) {
             for (int x = 0; x < screenWidth; x++) {
                 const uint8_t* rgb = &drawn[((i * screenHeight + y) * screenWidth + x) * 3];
-                uint8_t* bgr = &picture[(static_cast<size_t>(screenHeight - 1 - y) * screenWidth + x) * 4];
+                uint8_t* bgr = &picture[(size_t(screenHeight - 1 - y) * screenWidth + x) * 4];
                 std::reverse_copy(rgb, rgb + 3, bgr);
             }
         }

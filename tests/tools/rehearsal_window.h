@@ -58,6 +58,6 @@ public:
 
 inline int differing(const Screen& a, const Screen& b) {
     int count = 0;
-    for (size_t i = 0; i < a.pixels.size(); ++i) count += !(a.pixels[i] == b.pixels[i]);
+    for (size_t i = 0; i < a.pixels.size(); i++) count += !(a.pixels[i] == b.pixels[i]);
     return count;
 }

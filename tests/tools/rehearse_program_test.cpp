@@ -30,7 +30,7 @@ public:
         ASSERT_TRUE(await([&] { return !state("time").empty(); }));
     }
     bool await(const std::function<bool()>& condition) const {
-        for (int i = 0; i < 1200 && !condition() && runs(); ++i) sleepSeconds(0.05);
+        for (int i = 0; i < 1200 && !condition() && runs(); i++) sleepSeconds(0.05);
         return condition();
     }
     // The first value of that name.
@@ -42,7 +42,7 @@ public:
     }
     int time() const { return std::atoi(state("time").c_str()); }
     void act(const std::string& words) const { Program::act(words, "rehearsal"); }
-    static int xAt(double seconds) { return static_cast<int>(12 + 776 * seconds / 195.28); }
+    static int xAt(double seconds) { return int(12 + 776 * seconds / 195.28); }
 };
 
 TEST_F(RehearseProgram, KeysAndMouseMoveTheMusic) {
@@ -98,7 +98,7 @@ TEST_F(RehearseProgram, ALoopKeepsSoundAndPictureTogether) {
         const double now = std::atof(state("now").c_str());
         const int ms = time();
         if (!readings.empty() && ms < readings.back().second) {
-            ++turns;
+            turns++;
             turned = now;
         }
         EXPECT_LT(ms, to + 200);
@@ -112,7 +112,7 @@ TEST_F(RehearseProgram, ALoopKeepsSoundAndPictureTogether) {
         if (ms < from + 600 || ms > to - 200) continue;
         const long expected = long(ms) * recordRate / 1000;
         const auto place = locate(recorder.samples(), recorder.frameAt(now), decoded, expected, 20000);
-        if (place && std::abs(*place - double(expected)) < 0.06 * recordRate) ++heard;
+        if (place && std::abs(*place - double(expected)) < 0.06 * recordRate) heard++;
     }
     EXPECT_GT(heard, 10);
 }

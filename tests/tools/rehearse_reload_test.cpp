@@ -72,7 +72,7 @@ public:
         Screen screen{screenWidth, screenHeight, std::vector<Pixel>(screenWidth * screenHeight)};
         Image image = {};
         if (loadImage(file.c_str(), &image, 1) != 0) return screen;
-        for (size_t i = 0; i < screen.pixels.size(); ++i)
+        for (size_t i = 0; i < screen.pixels.size(); i++)
             screen.pixels[i] = {image.pixels[3 * i], image.pixels[3 * i + 1], image.pixels[3 * i + 2], 255};
         delete[] image.pixels;
         return screen;
@@ -88,7 +88,7 @@ constexpr char tinted[] =
 // off and the one that is drawn, and one that is remapped.
 TEST_F(RehearseReload, WhatWasSavedIsSeenAsAFreshStartSeesIt) {
     constexpr double second = 150;
-    const Screen before = goTo(static_cast<int>(second * 1000));
+    const Screen before = goTo(int(second * 1000));
     EXPECT_EQ(differing(before, freshStart(second)), 0);
 
     save("data/shaders/boom.fs", tinted);
@@ -193,19 +193,19 @@ TEST_F(RehearseReload, AThousandDamagedSavesLeaveNothingBehind) {
     const Screen before = goTo(150000);
     const auto objects = [] {
         int count = 0;
-        for (GLuint name = 1; name < 10000; ++name)
+        for (GLuint name = 1; name < 10000; name++)
             count += glIsTexture(name) + glIsBufferARB(name) + glIsProgram(name) + glIsShader(name);
         return count;
     };
     const int kept = objects();
 
     std::minstd_rand random;
-    for (int i = 0; i < 1000; ++i) {
+    for (int i = 0; i < 1000; i++) {
         const std::string& file = i % 50 == 0 ? music : files[random() % std::size(files)];
         std::string content = good[file];
         if (random() % 2) content.resize(random() % content.size());
-        for (int k = random() % 20; k > 0 && !content.empty(); --k)
-            content[random() % content.size()] = static_cast<char>(random());
+        for (int k = random() % 20; k > 0 && !content.empty(); k--)
+            content[random() % content.size()] = char(random());
         save(file, content, random() % 2);
         await();
     }

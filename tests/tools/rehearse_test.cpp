@@ -32,10 +32,10 @@ TEST_F(Rehearse, WhatIsHeldIsWhatAFilmHasWhereverOneComesFrom) {
 TEST_F(Rehearse, StepsLeadFromFrameToFrameAndNowhereElse) {
     goTo(12010);
     EXPECT_EQ(rehearsal->desk.ms, 12017) << "the nearest frame of sixty";
-    for (int i = 0; i < 3; ++i) key(SDLK_PERIOD);
+    for (int i = 0; i < 3; i++) key(SDLK_PERIOD);
     settle();
     EXPECT_EQ(rehearsal->desk.ms, 12067);
-    for (int i = 0; i < 4; ++i) key(SDLK_COMMA);
+    for (int i = 0; i < 4; i++) key(SDLK_COMMA);
     settle();
     EXPECT_EQ(rehearsal->desk.ms, 12000);
     key(SDLK_HOME);
@@ -52,7 +52,7 @@ TEST_F(Rehearse, StepsLeadFromFrameToFrameAndNowhereElse) {
 TEST_F(Rehearse, TheEndIsAPlaceToStandAt) {
     rehearsal->transport.setPosition(195270);
     key(SDLK_p);
-    for (int i = 0; i < 1000 && !rehearsal->transport.held; ++i) rehearsal->frame();
+    for (int i = 0; i < 1000 && !rehearsal->transport.held; i++) rehearsal->frame();
     EXPECT_TRUE(rehearsal->transport.held);
     settle();
     EXPECT_EQ(rehearsal->desk.ms, 195267);
@@ -95,14 +95,14 @@ TEST_F(Rehearse, TheDeskChangesNothingOfTheShow) {
     rehearsal->desk.pointer = 30000;
     GLint64 before[4], after[4];
     const GLenum names[4] = {GL_MATRIX_MODE, GL_TEXTURE_BINDING_2D, GL_BLEND, GL_ACTIVE_TEXTURE};
-    for (int i = 0; i < 4; ++i) before[i] = stateOf(names[i]);
+    for (int i = 0; i < 4; i++) before[i] = stateOf(names[i]);
     const Screen covered = settle();
-    for (int i = 0; i < 4; ++i) after[i] = stateOf(names[i]);
+    for (int i = 0; i < 4; i++) after[i] = stateOf(names[i]);
     EXPECT_EQ(memcmp(before, after, sizeof before), 0);
     EXPECT_GT(differing(covered, bare), 50000);
-    for (int i = 0; i < 3; ++i) key(SDLK_PERIOD);
+    for (int i = 0; i < 3; i++) key(SDLK_PERIOD);
     settle();
-    for (int i = 0; i < 3; ++i) key(SDLK_COMMA);
+    for (int i = 0; i < 3; i++) key(SDLK_COMMA);
     key(SDLK_TAB);
     EXPECT_EQ(differing(settle(), bare), 0);
     EXPECT_EQ(glGetHandleARB(GL_PROGRAM_OBJECT_ARB), 0u);

@@ -167,7 +167,7 @@ Words filmWords(const std::string& path, FilmKind kind, int fps, const SoundPart
     std::string times;
     for (int frame : starts) {
         if (!times.empty()) times += ',';
-        times += std::to_string(static_cast<double>(frame) / fps);
+        times += std::to_string(double(frame) / fps);
     }
     if (starts.size() > 1) append(&words, {"-force_key_frames", times, "-forced-idr", "1"});
     append(&words, containerWords(path));

@@ -4,12 +4,12 @@
 #include <cmath>
 
 int millisecondsOf(int frame, int fps) {
-    return static_cast<int>(std::lround(frame * 1000.0 / fps));
+    return int(std::lround(frame * 1000.0 / fps));
 }
 
 int framesBefore(double seconds, int fps) {
     const double ms = std::round(seconds * 1e6) / 1000;  // a decimal as it was meant: 65.4 is 65400 ms
-    int count = static_cast<int>(seconds * fps);
+    int count = int(seconds * fps);
     while (millisecondsOf(count, fps) < ms) count++;
     while (count > 0 && millisecondsOf(count - 1, fps) >= ms) count--;
     return count;

@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr size_t pictureBytes = static_cast<size_t>(screenWidth) * screenHeight * 4;
+constexpr size_t pictureBytes = size_t(screenWidth) * screenHeight * 4;
 constexpr int pictures = 4;  // in flight; enough that neither side waits for a single slow frame
 
 }  // namespace

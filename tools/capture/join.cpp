@@ -139,7 +139,7 @@ bool writeFilm(const std::vector<Stretch>& stretches, const std::string& path, c
     unlink(manifestPath(path).c_str());
     Film film(path, joinWords(path, *manifest, sound));
     const std::string list = listOf(stretches, manifest->fps);
-    film.expectedFrames = static_cast<int>(manifest->frames.size());
+    film.expectedFrames = int(manifest->frames.size());
     const bool given = film.problem.empty() && film.write(list.data(), list.size());
     if (!finishFilm(film, given)) return false;
     manifest->film = hashOfFile(path);
@@ -175,7 +175,7 @@ bool joinParts(const std::vector<std::string>& paths, const CaptureOptions& opti
     SoundPart soundPart;
     if (sound) {
         soundPart = {SoundMusic::path, millisecondsOf(wanted.front().first, fps) * 0.001,
-                     static_cast<double>(manifest.frames.size()) / fps};
+                     double(manifest.frames.size()) / fps};
     }
     return writeFilm(stretches, options.out, soundPart, &manifest);
 }

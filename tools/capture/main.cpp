@@ -29,15 +29,15 @@ void failUnlessSucceeded() {
 bool drawWholeFilm(const CaptureOptions& options, const std::vector<int>& frames) {
     SteppedShow show(options.fps, options.samples);
     const SoundPart sound = {SoundMusic::path, show.milliseconds(frames.front()) * 0.001,
-                             static_cast<double>(frames.size()) / options.fps};
-    Progress progress(static_cast<int>(frames.size()));
+                             double(frames.size()) / options.fps};
+    Progress progress(int(frames.size()));
     Film film(options.out, filmWords(options.out, options.kind, options.fps, sound));
     return drawFilm(show, frames, progress, film);
 }
 
 bool drawOnePart(const CaptureOptions& options, const std::vector<int>& frames) {
     SteppedShow show(options.fps, options.samples);
-    Progress progress(static_cast<int>(frames.size()));
+    Progress progress(int(frames.size()));
     return drawPart(show, frames, progress, options.out, manifestOfWindow(options.fps, options.kind));
 }
 

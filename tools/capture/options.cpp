@@ -44,7 +44,7 @@ double number(const char* option, const char* text, double least, double most) {
 int wholeNumber(const char* option, const char* text, int least, int most) {
     const double value = number(option, text, least, most);
     if (value != std::floor(value)) refuse(option, "not a whole number");
-    return static_cast<int>(value);
+    return int(value);
 }
 
 bool endsIn(const std::string& text, const char* ending) {

@@ -44,7 +44,7 @@ std::vector<Piece> piecesOf(const CaptureOptions& options, const FrameRuns& runs
 std::vector<int> startsOf(const std::vector<int>& frames) {
     std::vector<int> starts;
     for (size_t i = 0; i < frames.size(); i++) {
-        if (i == 0 || frames[i] != frames[i - 1] + 1) starts.push_back(static_cast<int>(i));
+        if (i == 0 || frames[i] != frames[i - 1] + 1) starts.push_back(int(i));
     }
     return starts;
 }

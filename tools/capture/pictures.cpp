@@ -52,7 +52,7 @@ bool drawPictures(const CaptureOptions& options, const std::vector<int>& all) {
     std::error_code ignored;  // writing the first picture reports it
     std::filesystem::create_directories(std::filesystem::path(options.out).parent_path(), ignored);
     SteppedShow show(options.fps, options.samples);
-    Progress progress(static_cast<int>(frames.size()));
+    Progress progress(int(frames.size()));
     Image image = createImage(screenWidth, screenHeight, 3);
     size_t next = 0;
     const bool done = drawFrames(show, frames, progress, [&](const Picture& picture) {
@@ -68,8 +68,8 @@ bool drawStoryboard(const CaptureOptions& options, const std::vector<int>& all) 
     for (int i = 0; options.from + i * options.every < options.to; i++)
         frames.push_back(std::min(framesBefore(options.from + i * options.every, options.fps), all.back()));
     SteppedShow show(options.fps, options.samples);
-    Progress progress(static_cast<int>(frames.size()));
-    Storyboard storyboard(static_cast<int>(frames.size()));
+    Progress progress(int(frames.size()));
+    Storyboard storyboard(int(frames.size()));
     int next = 0;
     return drawFrames(show, frames, progress,
                       [&](const Picture& picture) {

@@ -28,13 +28,13 @@ Progress::~Progress() {
 
 void Progress::step() {
     done++;
-    const int percent = static_cast<int>(100LL * done / total);
+    const int percent = int(100LL * done / total);
     if (!terminal && (percent / linesEvery == printed / linesEvery && printed >= 0) && done < total) return;
     printed = percent;
 
     const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     const double rate = done / (seconds > 0 ? seconds : 1);
-    const int left = static_cast<int>((total - done) / rate + 0.5);
+    const int left = int((total - done) / rate + 0.5);
     char text[96];
     const int length = snprintf(text, sizeof text, "%3d %%  frame %d of %d  %.1f frames/s  %d:%02d left",
                                 percent, done, total, rate, left / 60, left % 60);
@@ -43,7 +43,7 @@ void Progress::step() {
         return;
     }
     const int bar = std::clamp(terminalWidth() - length - 5, 0, widestBar);
-    const int filled = static_cast<int>(1LL * bar * done / total);
+    const int filled = int(1LL * bar * done / total);
     fprintf(stderr, "\r[%s%s] %s ", std::string(filled, '#').c_str(), std::string(bar - filled, '.').c_str(),
             text);
 }

@@ -30,8 +30,7 @@ void shrinkPixel(const Picture& picture, int cellX, int cellY, uint8_t* rgb) {
     for (int dy = 0; dy < shrink; dy++) {
         const int row = screenHeight - 1 - (cellY * shrink + dy) / 2;
         for (int dx = 0; dx < shrink; dx++) {
-            const uint8_t* bgr =
-                &picture[(static_cast<size_t>(row) * screenWidth + (cellX * shrink + dx) / 2) * 4];
+            const uint8_t* bgr = &picture[(size_t(row) * screenWidth + (cellX * shrink + dx) / 2) * 4];
             for (int channel = 0; channel < 3; channel++) sum[channel] += bgr[2 - channel];
         }
     }
@@ -58,7 +57,7 @@ Storyboard::Storyboard(int count) : columns(std::min(count, mostColumns)) {
     const int rows = (count + columns - 1) / columns;
     sheet = createImage(margin + columns * (cellWidth + margin),
                         margin + rows * (cellHeight + labelHeight + margin), 3);
-    memset(sheet.pixels, paper, static_cast<size_t>(sheet.stride) * sheet.height);
+    memset(sheet.pixels, paper, size_t(sheet.stride) * sheet.height);
 }
 
 Storyboard::~Storyboard() {
@@ -71,7 +70,7 @@ void Storyboard::add(int index, const Picture& picture, double seconds) {
     for (int y = 0; y < cellHeight; y++) {
         for (int x = 0; x < cellWidth; x++) shrinkPixel(picture, x, y, pixelAt(sheet, left + x, top + y));
     }
-    const int hundredths = static_cast<int>(seconds * 100 + 0.5);
+    const int hundredths = int(seconds * 100 + 0.5);
     char time[32];
     snprintf(time, sizeof time, "%d:%02d.%02d", hundredths / 6000, hundredths / 100 % 60, hundredths % 100);
     writeText(sheet, left, top + cellHeight + labelHeight - 4, time);

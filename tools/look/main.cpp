@@ -40,7 +40,7 @@ void failUnlessSucceeded() {
 double second(const char* text) {
     char* end = nullptr;
     const double value = strtod(text, &end);
-    if (end == text || *end || !(value >= 0 && value < static_cast<double>(programme().back().begin)))
+    if (end == text || *end || !(value >= 0 && value < double(programme().back().begin)))
         refuse(text, "no second of the show");
     return value;
 }
@@ -73,8 +73,8 @@ int main(int argc, char** argv) {
     atexit(failUnlessSucceeded);
     SteppedShow show(framesPerSecond);
     SDL_WM_SetCaption("Valojuova: look", "Valojuova");
-    show.draw(std::min(static_cast<int>(std::lround(at * framesPerSecond)),
-                       framesBefore(static_cast<double>(programme().back().begin), framesPerSecond) - 1));
+    show.draw(std::min(int(std::lround(at * framesPerSecond)),
+                       framesBefore(double(programme().back().begin), framesPerSecond) - 1));
     if (file.empty())
         showUntilKey();
     else if (!writeScreen(file))

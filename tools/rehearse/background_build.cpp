@@ -27,7 +27,7 @@ std::string errorsIn(const std::string& said) {
     for (std::string line; std::getline(lines, line);) {
         if (line.find("error") != std::string::npos && count < mostLines) {
             errors += (count ? "\n" : "") + line;
-            ++count;
+            count++;
         }
         if (!line.empty()) last = line;
     }
@@ -101,8 +101,7 @@ void BackgroundBuild::start() {
 
 void BackgroundBuild::listen() {
     char block[4096];
-    for (ssize_t got; (got = read(output, block, sizeof block)) > 0;)
-        said.append(block, static_cast<size_t>(got));
+    for (ssize_t got; (got = read(output, block, sizeof block)) > 0;) said.append(block, size_t(got));
     const size_t end = said.find_last_not_of('\n');
     if (end == std::string::npos) return;
     const size_t before = said.find_last_of('\n', end);

@@ -29,7 +29,7 @@ void beginCanvas() {
     programBefore = glGetHandleARB(GL_PROGRAM_OBJECT_ARB);
     glUseProgramObjectARB(0);
     glPushAttrib(GL_ALL_ATTRIB_BITS);
-    for (int unit = textureUnits - 1; unit >= 0; --unit) {
+    for (int unit = textureUnits - 1; unit >= 0; unit--) {
         glActiveTexture(GL_TEXTURE0 + unit);
         glDisable(GL_TEXTURE_2D);
     }
@@ -92,6 +92,6 @@ float writeRight(float x, float y, Font font, Ink ink, const char* text) {
 
 float textWidth(Font font, const char* text) {
     int width = 0;
-    for (; *text; ++text) width += glyphOf(font, *text).width;
-    return static_cast<float>(width);
+    for (; *text; text++) width += glyphOf(font, *text).width;
+    return float(width);
 }

@@ -87,7 +87,7 @@ int checkMusic() {
     OggVorbis_File file;
     if (ov_fopen(snapshotPath, &file) != 0) return 1;
     std::vector<Column> columns(waveformColumns);
-    const double seconds = static_cast<double>(programme().back().begin);
+    const double seconds = double(programme().back().begin);
     float** channels = nullptr;
     int link = 0;
     long got = 0;
@@ -95,22 +95,22 @@ int checkMusic() {
         if (got < 0) return refuse("the file is damaged");
         const double start = ov_time_tell(&file);
         const vorbis_info* info = ov_info(&file, -1);
-        for (long i = 0; i < got; ++i) {
-            const double time = start + static_cast<double>(i - got) / static_cast<double>(info->rate);
-            const int at = static_cast<int>(time / seconds * waveformColumns);
+        for (long i = 0; i < got; i++) {
+            const double time = start + double(i - got) / double(info->rate);
+            const int at = int(time / seconds * waveformColumns);
             if (at < 0 || at >= waveformColumns) continue;
-            for (int channel = 0; channel < info->channels; ++channel) {
+            for (int channel = 0; channel < info->channels; channel++) {
                 const float sample = channels[channel][i];
                 columns[at].peak = std::max(columns[at].peak, std::fabs(sample));
-                columns[at].squares += static_cast<double>(sample) * sample;
-                ++columns[at].samples;
+                columns[at].squares += double(sample) * sample;
+                columns[at].samples++;
             }
         }
     }
     for (const Column& column : columns) {
-        const double loudness = std::sqrt(column.squares / static_cast<double>(std::max(column.samples, 1L)));
-        putchar(static_cast<int>(std::lround(std::min(column.peak, 1.0f) * 255)));
-        putchar(static_cast<int>(std::lround(std::min(loudness, 1.0) * 255)));
+        const double loudness = std::sqrt(column.squares / double(std::max(column.samples, 1L)));
+        putchar(int(std::lround(std::min(column.peak, 1.0f) * 255)));
+        putchar(int(std::lround(std::min(loudness, 1.0) * 255)));
     }
     return 0;
 }
@@ -119,8 +119,7 @@ std::string contentOf(int file) {
     std::string content;
     char block[4096];
     lseek(file, 0, SEEK_SET);
-    for (ssize_t got; (got = read(file, block, sizeof block)) > 0;)
-        content.append(block, static_cast<size_t>(got));
+    for (ssize_t got; (got = read(file, block, sizeof block)) > 0;) content.append(block, size_t(got));
     return content;
 }
 
@@ -162,7 +161,7 @@ Check::Check(FileKind kind, const std::string& name, std::unique_ptr<Snapshot> t
     posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
     posix_spawn_file_actions_adddup2(&actions, words, STDERR_FILENO);
     posix_spawn_file_actions_adddup2(&actions, snapshot->descriptor, snapshotDescriptor);
-    std::string words[] = {"rehearse", "--check", kinds[static_cast<int>(kind)], name};
+    std::string words[] = {"rehearse", "--check", kinds[int(kind)], name};
     char* argv[] = {words[0].data(), words[1].data(), words[2].data(), words[3].data(), nullptr};
     if (posix_spawn(&process, checkProgram, &actions, nullptr, argv, environ) != 0) process = -1;
     posix_spawn_file_actions_destroy(&actions);

@@ -49,15 +49,15 @@ std::string rowName(int ms) {
 std::string bounds(int ms) {
     const int row = entryAt(ms);
     const auto sheet = programme();
-    const auto rounded = [](float seconds) { return static_cast<int>(std::lround(seconds * 1000)); };
-    if (row + 1 == static_cast<int>(sheet.size())) return clockTime(rounded(sheet[row].begin)) + " - ";
+    const auto rounded = [](float seconds) { return int(std::lround(seconds * 1000)); };
+    if (row + 1 == int(sheet.size())) return clockTime(rounded(sheet[row].begin)) + " - ";
     return clockTime(rounded(sheet[row].begin)) + " - " + clockTime(rounded(sheet[row + 1].begin));
 }
 
 // Four beats of the bar, the one that is on lit as bright as the pulse.
 void drawBeats(float x, float y, const DeskState& state) {
     const int on = barAndBeatAt(state.ms).beat;
-    for (int beat = 1; beat <= 4; ++beat, x += 12) {
+    for (int beat = 1; beat <= 4; beat++, x += 12) {
         const float level = beat == on ? 0.45f + 0.55f * std::min(state.pulse, 1.0f) : 0.16f;
         fillBox(x, y, 9, 9, (beat == on ? beating : bright).faded(level));
     }
@@ -126,7 +126,7 @@ std::vector<std::string> linesOf(const std::vector<std::string>& problems) {
 float drawProblems(float y, const std::vector<std::string>& problems) {
     const std::vector<std::string> lines = linesOf(problems);
     if (lines.empty()) return y;
-    const float height = lineHeight * static_cast<float>(lines.size()) + 12;
+    const float height = lineHeight * float(lines.size()) + 12;
     drawPane(4, y, screenWidth - 8, height);
     fillBox(4, y, 4, height, wrong);
     float line = y + height - 17;
@@ -142,11 +142,11 @@ void drawMessages(float y, const DeskState& state) {
         state.messages.end() - std::min<ptrdiff_t>(shownMessages, std::ssize(state.messages)),
         state.messages.end());
     if (!state.working.empty()) shown.push_back(state.working);
-    for (size_t i = 0; i < shown.size(); ++i) {
+    for (size_t i = 0; i < shown.size(); i++) {
         const std::string& text = shown[shown.size() - 1 - i];
         const float width = textWidth(fixed8x13, text.c_str());
         fillBox(4, y, width + 20, lineHeight, Ink{0.02f, 0.025f, 0.04f, 0.70f});
-        const float level = 1 - 0.12f * static_cast<float>(i);
+        const float level = 1 - 0.12f * float(i);
         const bool work = i == 0 && !state.working.empty();
         write(14, y + 4, fixed8x13, work ? beating : plain.faded(level), text.c_str());
         y += lineHeight;
@@ -185,9 +185,9 @@ void drawHelp() {
 
 BarAndBeat barAndBeatAt(int ms) {
     MusicClock clock;
-    clock.currentTime = static_cast<float>(ms * 0.001);
-    const int beat = static_cast<int>(std::floor(clock.beatPosition()));
-    const int bar = static_cast<int>(std::floor(static_cast<double>(beat) / showtime::beatsPerBar));
+    clock.currentTime = float(ms * 0.001);
+    const int beat = int(std::floor(clock.beatPosition()));
+    const int bar = int(std::floor(double(beat) / showtime::beatsPerBar));
     return {bar, beat - showtime::beatsPerBar * bar + 1};
 }
 

@@ -39,11 +39,11 @@ void FreshStart::restoreShow(SteppedShow* show) const {
     auto* heap = static_cast<CubeHeap*>(demo->effects["cubes1"]);
     *heap = CubeHeap(demo, heap->meshKey);
     srand(1);  // as if never seeded
-    for (int i = 0; i < loadingScreenCount(); ++i) rand();
+    for (int i = 0; i < loadingScreenCount(); i++) rand();
 }
 
 void FreshStart::restoreGl() const {
-    for (int i = 0; i < 10; ++i) {
+    for (int i = 0; i < 10; i++) {
         const GLsizei size = targets[i].textureWidth;
         demo->textures[firstTarget + i] = targets[i];
         glBindTexture(GL_TEXTURE_2D, targets[i].texture);

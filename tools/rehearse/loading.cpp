@@ -28,10 +28,10 @@ bool isGood(const char* path) {
 // A colour that no picture of the show has.
 Image checkerboard() {
     const Image image = createImage(checkerSide, checkerSide, 3);
-    for (int y = 0; y < checkerSide; ++y) {
-        for (int x = 0; x < checkerSide; ++x) {
+    for (int y = 0; y < checkerSide; y++) {
+        for (int x = 0; x < checkerSide; x++) {
             const bool dark = (x / checkerSquare + y / checkerSquare) % 2;
-            uint8_t* pixel = image.pixels + static_cast<size_t>(y) * image.stride + x * 3;
+            uint8_t* pixel = image.pixels + size_t(y) * image.stride + x * 3;
             pixel[0] = pixel[2] = dark ? 40 : 230;
             pixel[1] = dark ? 0 : 20;
         }

@@ -42,7 +42,7 @@ bool rehearse(const RehearseOptions& options) {
     startMusicFromMemory(options.soundOutput);
     demo->clock.source = &rehearsal.transport;
     rehearsal.transport.replaceStream(app.music.stream);
-    rehearsal.transport.setPosition(static_cast<int>(std::lround(options.second * 1000)));
+    rehearsal.transport.setPosition(int(std::lround(options.second * 1000)));
     if (!options.held) rehearsal.transport.goOn();
     rehearsal.stateFile = options.stateFile;
     rehearsal.pictureFile = options.pictureFile;

@@ -28,7 +28,7 @@ constexpr char usage[] =
 double second(const char* text) {
     char* end = nullptr;
     const double value = strtod(text, &end);
-    const double last = static_cast<double>(programme().back().begin);
+    const double last = double(programme().back().begin);
     if (end == text || *end || !(value >= 0 && value < last)) refuse(text, "no second of the show");
     return value;
 }

@@ -8,9 +8,9 @@ namespace {
 std::string logOf(GLhandleARB object) {
     GLint length = 0;
     glGetObjectParameterivARB(object, GL_OBJECT_INFO_LOG_LENGTH_ARB, &length);
-    std::string log(static_cast<size_t>(length) + 1, 0);
+    std::string log(size_t(length) + 1, 0);
     glGetInfoLogARB(object, length + 1, &length, log.data());
-    log.resize(static_cast<size_t>(length));
+    log.resize(size_t(length));
     return log;
 }
 
@@ -75,6 +75,6 @@ void deleteProgram(GLhandleARB program) {
     GLsizei count = 0;
     glGetAttachedObjectsARB(program, 8, &count, shaders);
     // Those of the show's own start are kept by their names too.
-    for (GLsizei i = 0; i < count; ++i) glDeleteObjectARB(shaders[i]);
+    for (GLsizei i = 0; i < count; i++) glDeleteObjectARB(shaders[i]);
     glDeleteObjectARB(program);
 }

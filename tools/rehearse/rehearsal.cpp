@@ -38,7 +38,7 @@ bool isCode(const std::string& path) {
 }
 
 int milliseconds(float seconds) {
-    return static_cast<int>(std::lround(seconds * 1000));
+    return int(std::lround(seconds * 1000));
 }
 
 }  // namespace
@@ -142,7 +142,7 @@ void Rehearsal::drag(int x, int y) {
 }
 
 void Rehearsal::loopSegment() {
-    const int row = std::min(entryAt(transport.position()), static_cast<int>(programme().size()) - 2);
+    const int row = std::min(entryAt(transport.position()), int(programme().size()) - 2);
     transport.setLoop(milliseconds(programme()[row].begin), milliseconds(programme()[row + 1].begin));
 }
 
@@ -153,7 +153,7 @@ void Rehearsal::redraw() {
 void Rehearsal::frame() {
     lookForChanges();
     if (reload.apply()) {
-        ++loaded;
+        loaded++;
         redraw();
     }
     transport.turn();
@@ -247,12 +247,12 @@ void Rehearsal::writePicture() {
 }
 
 void Rehearsal::measure(double drawn) {
-    ++rateFrames;
+    rateFrames++;
     rateDrawn += drawn;
     const double now = secondsNow();
     if (now - rateStart < rateSample) return;
-    desk.framesPerSecond = static_cast<float>(rateFrames / (now - rateStart));
-    desk.millisecondsPerFrame = static_cast<float>(rateDrawn / rateFrames * 1000);
+    desk.framesPerSecond = float(rateFrames / (now - rateStart));
+    desk.millisecondsPerFrame = float(rateDrawn / rateFrames * 1000);
     rateStart = now;
     rateFrames = 0;
     rateDrawn = 0;

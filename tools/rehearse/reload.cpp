@@ -245,7 +245,7 @@ bool Reload::loadProgram(const ShaderRow& row, const ShaderText& saved, std::str
         std::optional<ShaderText> newer;  // saved now, or waiting
         bool isSaved = false;
     } parts[2];
-    for (int i = 0; i < 2; ++i) {
+    for (int i = 0; i < 2; i++) {
         Stage& part = parts[i];
         part.file = std::string(row.base) + stages[i];
         const std::string source = sourceOf(sources, part.file);

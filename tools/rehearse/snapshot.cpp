@@ -17,7 +17,7 @@ bool copyAll(int from, int to) {
         if (got < 0 && errno == EINTR) continue;
         if (got <= 0) return got == 0;
         for (ssize_t done = 0; done < got;) {
-            const ssize_t written = write(to, block + done, static_cast<size_t>(got - done));
+            const ssize_t written = write(to, block + done, size_t(got - done));
             if (written < 0) return false;
             done += written;
         }

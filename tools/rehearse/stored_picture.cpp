@@ -37,7 +37,7 @@ void StoredPicture::show() const {
     glEnable(GL_TEXTURE_2D);
     glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_REPLACE);
     glBindTexture(GL_TEXTURE_2D, texture);
-    const float s = static_cast<float>(screenWidth) / side, t = static_cast<float>(screenHeight) / side;
+    const float s = float(screenWidth) / side, t = float(screenHeight) / side;
     glBegin(GL_QUADS);
     glTexCoord2f(0, 0);
     glVertex2i(0, 0);

@@ -31,7 +31,7 @@ constexpr Ink quiet = {0.62f, 0.66f, 0.74f};
 constexpr Ink looped = {0.45f, 0.95f, 0.75f};
 
 float xAt(double ms, int end) {
-    return static_cast<float>(left + (right - left) * ms / end);
+    return float(left + (right - left) * ms / end);
 }
 
 // As many of the words as have room.
@@ -55,7 +55,7 @@ void drawTicks(int end) {
 
 void drawSegments(const DeskState& state) {
     const auto sheet = programme();
-    for (int i = 0; i + 1 < static_cast<int>(sheet.size()); ++i) {
+    for (int i = 0; i + 1 < int(sheet.size()); i++) {
         const float x0 = std::round(xAt(sheet[i].begin * 1000.0, state.end));
         const float x1 = std::round(xAt(sheet[i + 1].begin * 1000.0, state.end));
         const bool on = i == entryAt(state.ms);
@@ -67,7 +67,7 @@ void drawSegments(const DeskState& state) {
 
 void drawBars(int end) {
     const BarAndBeat first = barAndBeatAt(0);
-    for (int bar = first.bar; barStart(bar) < end; ++bar) {
+    for (int bar = first.bar; barStart(bar) < end; bar++) {
         if (barStart(bar) < 0) continue;
         const float x = std::round(xAt(barStart(bar), end));
         const bool mark = bar % barsPerMark == 0;
@@ -78,11 +78,11 @@ void drawBars(int end) {
 // Peaks, and the loudness within them, around a middle line; as loud as the whole scale.
 void drawWaveform(const std::string& waveform) {
     const float middle = waveBottom + waveHeight / 2;
-    for (int column = 0; column < static_cast<int>(waveform.size() / 2); ++column) {
-        const float x = left + static_cast<float>(column);
+    for (int column = 0; column < int(waveform.size() / 2); column++) {
+        const float x = left + float(column);
         const float scale = waveHeight / 2 / 255;
-        const float peak = static_cast<float>(static_cast<uint8_t>(waveform[2 * column])) * scale;
-        const float loud = static_cast<float>(static_cast<uint8_t>(waveform[2 * column + 1])) * scale;
+        const float peak = float(uint8_t(waveform[2 * column])) * scale;
+        const float loud = float(uint8_t(waveform[2 * column + 1])) * scale;
         fillBox(x, middle - peak, 1, std::max(2 * peak, 1.0f), Ink{0.42f, 0.56f, 0.78f, 0.55f});
         fillBox(x, middle - loud, 1, std::max(2 * loud, 1.0f), Ink{0.72f, 0.83f, 1.00f, 0.90f});
     }
@@ -120,15 +120,15 @@ int timelineAt(int x, int y, int end, bool dragged) {
     const bool on = y >= screenHeight - margin - timelineHeight && x >= left - 4 && x <= right + 4;
     if (!on && !dragged) return -1;
     const double share = std::clamp((x + 0.5 - left) / (right - left), 0.0, 1.0);
-    return std::min(static_cast<int>(share * end), end - 1);
+    return std::min(int(share * end), end - 1);
 }
 
 int entryAt(int ms) {
-    return static_cast<int>(&programmeAt(static_cast<float>(ms * 0.001)) - programme().data());
+    return int(&programmeAt(float(ms * 0.001)) - programme().data());
 }
 
 Ink segmentInk(int entry) {
-    return inks[std::clamp(entry, 0, static_cast<int>(std::size(inks)) - 1)];
+    return inks[std::clamp(entry, 0, int(std::size(inks)) - 1)];
 }
 
 void drawTimeline(const DeskState& state) {

@@ -19,7 +19,7 @@ sound::Time now() {
 }  // namespace
 
 int nearestFrame(int ms) {
-    return static_cast<int>(std::lround(ms * Transport::framesPerSecond / 1000.0));
+    return int(std::lround(ms * Transport::framesPerSecond / 1000.0));
 }
 
 int millisecondsOf(int frame) {
@@ -27,7 +27,7 @@ int millisecondsOf(int frame) {
 }
 
 int Transport::rawPosition() {
-    return stream ? sound::position(stream) : static_cast<int>(silent.at(now()) / 1ms);
+    return stream ? sound::position(stream) : int(silent.at(now()) / 1ms);
 }
 
 int Transport::position() {
@@ -44,7 +44,7 @@ void Transport::moveTo(int ms) {
 
 void Transport::setPosition(int ms) {
     int frame = nearestFrame(std::clamp(ms, 0, end));
-    while (millisecondsOf(frame) >= end) --frame;
+    while (millisecondsOf(frame) >= end) frame--;
     moveTo(millisecondsOf(frame));
     jumped = true;
 }

@@ -16,17 +16,17 @@ std::vector<Uniform> floatUniforms(GLhandleARB program) {
     std::vector<Uniform> uniforms;
     GLint count = 0;
     glGetObjectParameterivARB(program, GL_OBJECT_ACTIVE_UNIFORMS_ARB, &count);
-    for (GLint i = 0; i < count; ++i) {
+    for (GLint i = 0; i < count; i++) {
         GLcharARB text[256];
         GLint size = 0;
         GLenum type = 0;
-        glGetActiveUniformARB(program, static_cast<GLuint>(i), sizeof text, nullptr, &size, &type, text);
+        glGetActiveUniformARB(program, GLuint(i), sizeof text, nullptr, &size, &type, text);
         if (type != GL_FLOAT && type != GL_FLOAT_VEC2_ARB && type != GL_FLOAT_VEC3_ARB &&
             type != GL_FLOAT_VEC4_ARB)
             continue;
         std::string name = text;
         name = name.substr(0, name.find("[0]"));
-        for (GLint element = 0; element < size; ++element) {
+        for (GLint element = 0; element < size; element++) {
             const std::string full = size > 1 ? name + "[" + std::to_string(element) + "]" : name;
             const GLint location = glGetUniformLocationARB(program, full.c_str());
             if (location >= 0) uniforms.push_back({full, type, location});  // GL's own have no place

@@ -53,7 +53,7 @@ private:
 
 // Rounded so that rounding noise doesn't tell equal corners apart.
 float tidy(double value) {
-    const float rounded = static_cast<float>(std::round(value * 262144) / 262144);
+    const float rounded = float(std::round(value * 262144) / 262144);
     return rounded == 0 ? 0.0f : rounded;  // no minus zero
 }
 
@@ -68,7 +68,7 @@ void addMeshes(AmlBuilder& builder, const Shape& triangles) {
             const Face& face = triangles.faces[f];
             const Vec n = face.normals.empty() ? normals.at(f, i) : face.normals[i];
             const Uv uv = face.uvs[i];
-            corners[i] = {static_cast<uint32_t>(point),
+            corners[i] = {uint32_t(point),
                           {tidy(p.x), tidy(p.y), tidy(p.z)},
                           {tidy(n.x), tidy(n.y), tidy(n.z)},
                           {tidy(uv.s), tidy(uv.t)}};

@@ -23,7 +23,7 @@ Shape grid(int columns, int rows, bool closedColumns, bool closedRows,
 }
 
 Shape lathe(const Outline& profile, int sides, double firstAngle) {
-    return welded(grid(sides, static_cast<int>(profile.size()), true, false, [&](int c, int r) {
+    return welded(grid(sides, int(profile.size()), true, false, [&](int c, int r) {
         const double angle = firstAngle + 2 * pi * c / sides;
         return Vec{profile[r].x * std::cos(angle), profile[r].y, -profile[r].x * std::sin(angle)};
     }));
@@ -43,14 +43,13 @@ Shape flutedLathe(const Outline& profile, const Flutes& flutes, double firstAngl
         for (int k = 0; k <= flutes.land; k++)
             columns.push_back({middle + half + (turn - flutes.width) * k / flutes.land, false});
     }
-    return welded(grid(static_cast<int>(columns.size()), static_cast<int>(profile.size()), true, false,
-                       [&](int c, int r) {
-                           const Flat p = profile[r];
-                           const bool cut = columns[c].cut && p.y >= flutes.low && p.y <= flutes.high;
-                           const double radius = std::max(0.0, p.x - (cut ? flutes.depth : 0));
-                           const double angle = columns[c].angle;
-                           return Vec{radius * std::cos(angle), p.y, -radius * std::sin(angle)};
-                       }));
+    return welded(grid(int(columns.size()), int(profile.size()), true, false, [&](int c, int r) {
+        const Flat p = profile[r];
+        const bool cut = columns[c].cut && p.y >= flutes.low && p.y <= flutes.high;
+        const double radius = std::max(0.0, p.x - (cut ? flutes.depth : 0));
+        const double angle = columns[c].angle;
+        return Vec{radius * std::cos(angle), p.y, -radius * std::sin(angle)};
+    }));
 }
 
 Outline platedProfile(const std::vector<double>& cuts, const Plates& plates,
@@ -66,7 +65,7 @@ Outline platedProfile(const std::vector<double>& cuts, const Plates& plates,
             if (inwards < 0) std::swap(profile.end()[-1], profile.end()[-2]);
         };
         edge(low, 1);
-        const int steps = std::max(1, static_cast<int>(std::lround((high - low - 2 * round) / plates.step)));
+        const int steps = std::max(1, int(std::lround((high - low - 2 * round) / plates.step)));
         for (int s = 0; s <= steps; s++) {
             const double y = mix(low + round, high - round, double(s) / steps);
             profile.push_back({radius(y), y});
@@ -128,7 +127,7 @@ std::vector<Frame> framesAlong(const Sweep& how) {
 
 Shape sweep(const Outline& outline, const Sweep& how) {
     const std::vector<Frame> frames = framesAlong(how);
-    const int steps = static_cast<int>(how.path.size()), around = static_cast<int>(outline.size());
+    const int steps = int(how.path.size()), around = int(outline.size());
     std::vector<Outline> sections;
     for (int i = 0; i < steps; i++) sections.push_back(how.change ? how.change(i, outline) : outline);
     Shape shape = grid(around, steps, how.closedOutline, how.closedPath, [&](int c, int r) {
@@ -169,7 +168,7 @@ Shape extrude(const Outline& outline, double depth, double bevel) {
     };
     std::vector<Layer> layers = {{&rim, 0}, {&outline, bevel}, {&outline, depth - bevel}, {&rim, depth}};
     if (bevel <= 0) layers = {{&outline, 0}, {&outline, depth}};
-    const int around = static_cast<int>(outline.size()), rows = static_cast<int>(layers.size());
+    const int around = int(outline.size()), rows = int(layers.size());
     Shape shape = grid(around, rows, true, false, [&](int c, int r) {
         const Flat p = (*layers[r].outline)[c];
         return Vec{p.x, p.y, layers[r].z};
@@ -193,7 +192,7 @@ Shape box(Vec size, double bevel, int steps) {
     std::vector<Knot> knots;
     for (int i = 0; i <= steps; i++) knots.push_back({-1, -std::tan(pi / 4 * (steps - i) / steps)});
     for (int i = 0; i <= steps; i++) knots.push_back({1, std::tan(pi / 4 * i / steps)});
-    const int count = static_cast<int>(knots.size());
+    const int count = int(knots.size());
     const Vec core = size * 0.5 - Vec{bevel, bevel, bevel};
     Shape whole;
     for (int side = 0; side < 6; side++) {
@@ -232,7 +231,7 @@ Shape icosphere(double radius, int level) {
         for (const Face& face : shape.faces) {
             const Vec p = shape.points[face.points[0]], q = shape.points[face.points[1]],
                       r = shape.points[face.points[2]];
-            const int first = static_cast<int>(finer.points.size());
+            const int first = int(finer.points.size());
             for (const Vec& v : {p, q, r, mix(p, q, 0.5), mix(q, r, 0.5), mix(r, p, 0.5)})
                 finer.points.push_back(normalized(v));
             for (const auto& [x, y, z] : {std::array{0, 3, 5}, {3, 1, 4}, {5, 4, 2}, {3, 4, 5}})
@@ -265,7 +264,7 @@ Outline chamferedRectangle(double width, double height, double cut) {
 }
 
 std::vector<Vec> curveThrough(const std::vector<Vec>& points, bool closed, int steps) {
-    const int count = static_cast<int>(points.size());
+    const int count = int(points.size());
     auto at = [&](int i) {
         if (closed) return points[(i % count + count) % count];
         if (i < 0) return points[0] * 2 - points[1];

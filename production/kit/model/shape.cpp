@@ -36,7 +36,7 @@ void addFace(Shape& shape, std::vector<int> points, std::vector<Uv> uvs) {
 Shape joined(const std::vector<Shape>& parts) {
     Shape whole;
     for (const Shape& part : parts) {
-        const int first = static_cast<int>(whole.points.size());
+        const int first = int(whole.points.size());
         whole.points.insert(whole.points.end(), part.points.begin(), part.points.end());
         for (Face face : part.faces) {
             for (int& point : face.points) point += first;
@@ -148,8 +148,8 @@ public:
             }
         }
         points.push_back(p);
-        cells[{x, y, z}].push_back(static_cast<int>(points.size()) - 1);
-        return static_cast<int>(points.size()) - 1;
+        cells[{x, y, z}].push_back(int(points.size()) - 1);
+        return int(points.size()) - 1;
     }
 
     std::vector<Vec> points;
@@ -258,7 +258,7 @@ namespace {
 // along the quad's normal.
 void addPatch(Shape& shape, const Face& quad, const std::vector<double>& across,
               const std::vector<double>& along, const std::function<double(double u, double v)>& lift) {
-    const int first = static_cast<int>(shape.points.size());
+    const int first = int(shape.points.size());
     const Vec normal = faceNormal(shape, quad);
     std::vector<Uv> uvs;
     for (double v : along) {
@@ -274,8 +274,8 @@ void addPatch(Shape& shape, const Face& quad, const std::vector<double>& across,
             uvs.push_back(uv);
         }
     }
-    const int width = static_cast<int>(across.size());
-    for (int r = 0; r + 1 < static_cast<int>(along.size()); r++) {
+    const int width = int(across.size());
+    for (int r = 0; r + 1 < int(along.size()); r++) {
         for (int c = 0; c + 1 < width; c++) {
             const int corner = r * width + c;
             Face part = {{}, {}, quad.smoothing};
@@ -350,12 +350,12 @@ Vec subdividedPoint(Vec p, int faceCount, Vec faceSum, int edgeCount, Vec middle
 }  // namespace
 
 Shape subdivided(const Shape& shape) {
-    const int old = static_cast<int>(shape.points.size());
+    const int old = int(shape.points.size());
     std::map<std::pair<int, int>, Edge> edges;
     for (size_t f = 0; f < shape.faces.size(); f++) {
         const std::vector<int>& points = shape.faces[f].points;
         for (size_t i = 0; i < points.size(); i++)
-            edges[edgeKey(points[i], points[(i + 1) % points.size()])].faces.push_back(static_cast<int>(f));
+            edges[edgeKey(points[i], points[(i + 1) % points.size()])].faces.push_back(int(f));
     }
 
     Shape result;
@@ -370,7 +370,7 @@ Shape subdivided(const Shape& shape) {
     for (auto& [key, edge] : edges) {
         const Vec middle = mix(shape.points[key.first], shape.points[key.second], 0.5);
         const bool inner = edge.faces.size() == 2;
-        edge.point = static_cast<int>(result.points.size());
+        edge.point = int(result.points.size());
         result.points.push_back(
             inner ? mix(middle, mix(centres[edge.faces[0]], centres[edge.faces[1]], 0.5), 0.5) : middle);
         for (int p : {key.first, key.second}) {
@@ -391,7 +391,7 @@ Shape subdivided(const Shape& shape) {
             const size_t next = (i + 1) % count, before = (i + count - 1) % count;
             const int out = edges[edgeKey(face.points[i], face.points[next])].point;
             const int in = edges[edgeKey(face.points[i], face.points[before])].point;
-            result.faces.push_back({{face.points[i], out, old + static_cast<int>(f), in},
+            result.faces.push_back({{face.points[i], out, old + int(f), in},
                                     {face.uvs[i], (face.uvs[i] + face.uvs[next]) * 0.5, middle,
                                      (face.uvs[i] + face.uvs[before]) * 0.5},
                                     face.smoothing});
@@ -461,7 +461,7 @@ Shape panelled(const Shape& shape, const Panel& panel, const Choice& chosen) {
         }
         auto addRing = [&](const std::vector<Vec>& ring, std::vector<int>& points, std::vector<Uv>& uvs) {
             for (const Vec& p : ring) {
-                points.push_back(static_cast<int>(result.points.size()));
+                points.push_back(int(result.points.size()));
                 result.points.push_back(p);
                 uvs.push_back(uvNear(shape, face, p));
             }

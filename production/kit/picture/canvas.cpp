@@ -47,7 +47,7 @@ void boxPass(const Rgba* from, Rgba* to, int count, size_t step, int radius, Edg
 // radii can.
 void boxRadii(float sigma, int radii[3]) {
     const float ideal = (std::sqrt(4 * sigma * sigma + 1) - 1) / 2;
-    const int low = static_cast<int>(ideal);
+    const int low = int(ideal);
     auto variance = [](int r) { return ((2 * r + 1) * (2 * r + 1) - 1) / 12.0f; };
     for (int i = 0; i < 3; i++) radii[i] = low;
     for (int i = 0; i < 3; i++) {
@@ -60,7 +60,7 @@ void boxRadii(float sigma, int radii[3]) {
 uint8_t eightBits(float value, float noise) {
     if (value <= 0) return 0;
     if (value >= 1) return 255;
-    return static_cast<uint8_t>(std::clamp(value * 255 + 0.5f + noise, 0.0f, 255.0f));
+    return uint8_t(std::clamp(value * 255 + 0.5f + noise, 0.0f, 255.0f));
 }
 
 void save(const Canvas& canvas, const char* path, Rows rows, int channels) {
@@ -81,7 +81,7 @@ void save(const Canvas& canvas, const char* path, Rows rows, int channels) {
     const std::string name = path;
     const bool jpeg = name.size() > 4 && name.compare(name.size() - 4, 4, ".jpg") == 0;
     const auto write = jpeg ? writeJpeg : writePng;
-    const uint32_t stride = static_cast<uint32_t>(canvas.width) * channels;
+    const uint32_t stride = uint32_t(canvas.width) * channels;
     if (write(path, canvas.width, canvas.height, channels, channels, stride, bytes.data()) != 0) {
         fprintf(stderr, "can't write %s\n", path);
         exit(1);
@@ -93,7 +93,7 @@ void save(const Canvas& canvas, const char* path, Rows rows, int channels) {
 Rgba sampled(const Canvas& canvas, float x, float y) {
     const float left = std::clamp(x - 0.5f, 0.0f, canvas.width - 1.001f);
     const float top = std::clamp(y - 0.5f, 0.0f, canvas.height - 1.001f);
-    const int x0 = static_cast<int>(left), y0 = static_cast<int>(top);
+    const int x0 = int(left), y0 = int(top);
     const Rgba* upper = &canvas.at(x0, y0);
     const Rgba* lower = upper + canvas.width;
     const float u = left - x0, v = top - y0;
@@ -131,7 +131,7 @@ Canvas streamed(const Canvas& source, float centreX, float centreY, float reach)
         paint(other, [&](float x, float y, Rgba) {
             const Rgba far =
                 sampled(result, centreX + (x - centreX) * scale, centreY + (y - centreY) * scale);
-            return (result.at(static_cast<int>(x), static_cast<int>(y)) + far) * 0.5f;
+            return (result.at(int(x), int(y)) + far) * 0.5f;
         });
         std::swap(result, other);
     }

@@ -168,7 +168,7 @@ Contour arc(const Stroke& stroke, Cut cut) {
     std::vector<Point> chain;
     std::vector<float> half;
     for (int i = 0; i <= steps; i++) {
-        const float k = static_cast<float>(i) / steps;
+        const float k = float(i) / steps;
         const float angle = mix(stroke.from, stroke.to, k) * 0.017453293f;
         const float c = std::cos(angle), s = std::sin(angle);
         const float thickness = stroke.pen == Hook ? 1 - smoothstep(0, 1, k) : std::pow(std::fabs(c), 1.4f);
@@ -189,7 +189,7 @@ Contour spine(Cut cut) {
     const float thickness[] = {0.25f, 0.15f, 0, 0.25f, 0.7f, 0.95f, 1, 0.95f, 0.7f, 0.25f, 0, 0.15f, 0.25f};
     std::vector<Point> chain;
     std::vector<float> half;
-    const int last = static_cast<int>(knots.size()) - 1, steps = 6;
+    const int last = int(knots.size()) - 1, steps = 6;
     auto knot = [&](int i) {
         Point p = knots[std::clamp(i, 0, last)];
         p.y = mix(cut.thin, 1 - cut.thin, p.y);
@@ -197,7 +197,7 @@ Contour spine(Cut cut) {
     };
     for (int i = 0; i < last * steps; i++) {
         const int k = i / steps;
-        const float u = static_cast<float>(i % steps) / steps;
+        const float u = float(i % steps) / steps;
         // Catmull-Rom.
         const Point p = knot(k - 1), q = knot(k), r = knot(k + 1), s = knot(k + 2);
         chain.push_back((q * 2 + (r - p) * u + (p * 2 - q * 5 + r * 4 - s) * (u * u) +

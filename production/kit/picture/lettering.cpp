@@ -115,10 +115,10 @@ void addOutline(LetteringField& field, const Contour& outline, float pixelAspect
         left = std::fmin(left, p.x), right = std::fmax(right, p.x);
         top = std::fmin(top, p.y), bottom = std::fmax(bottom, p.y);
     }
-    const int x0 = std::max(0, static_cast<int>((left - field.reach) / pixelAspect));
-    const int x1 = std::min(field.width, static_cast<int>((right + field.reach) / pixelAspect) + 2);
-    const int y0 = std::max(0, static_cast<int>(top - field.reach));
-    const int y1 = std::min(field.height, static_cast<int>(bottom + field.reach) + 2);
+    const int x0 = std::max(0, int((left - field.reach) / pixelAspect));
+    const int x1 = std::min(field.width, int((right + field.reach) / pixelAspect) + 2);
+    const int y0 = std::max(0, int(top - field.reach));
+    const int y1 = std::min(field.height, int(bottom + field.reach) + 2);
     for (int y = y0; y < y1; y++) {
         for (int x = x0; x < x1; x++) {
             float& distance = field.distances[size_t(y) * field.width + x];

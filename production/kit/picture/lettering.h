@@ -31,7 +31,7 @@ struct LetteringField {
         : width(width), height(height), reach(reach), distances(size_t(width) * height, reach) {}
     float at(int x, int y) const { return distances[size_t(y) * width + x]; }
     // For the pixel centres that paint() gives.
-    float at(float x, float y) const { return at(static_cast<int>(x), static_cast<int>(y)); }
+    float at(float x, float y) const { return at(int(x), int(y)); }
 };
 
 // A line of text and its place, in pixels from the top left: `x` is its left end, middle or right end,

@@ -12,8 +12,7 @@ uint32_t scrambled(uint32_t x) {
 }
 
 uint32_t hashAt(int x, int y, uint32_t seed) {
-    return scrambled(static_cast<uint32_t>(x) * 0x9e3779b9u ^
-                     scrambled(static_cast<uint32_t>(y) * 0x85ebca6bu ^ seed * 0xc2b2ae35u));
+    return scrambled(uint32_t(x) * 0x9e3779b9u ^ scrambled(uint32_t(y) * 0x85ebca6bu ^ seed * 0xc2b2ae35u));
 }
 
 int wrapped(int i, int period) {
@@ -50,7 +49,7 @@ float randomAt(int x, int y, uint32_t seed) {
 }
 
 float gradientNoise(float x, float y, int period, uint32_t seed) {
-    const int x0 = static_cast<int>(std::floor(x)), y0 = static_cast<int>(std::floor(y));
+    const int x0 = int(std::floor(x)), y0 = int(std::floor(y));
     const float dx = x - x0, dy = y - y0;
     const float a = slopeAt(x0, y0, period, seed, dx, dy);
     const float b = slopeAt(x0 + 1, y0, period, seed, dx - 1, dy);
@@ -62,8 +61,7 @@ float gradientNoise(float x, float y, int period, uint32_t seed) {
 }
 
 float gradientNoise(float x, float y, float z, uint32_t seed) {
-    const int x0 = static_cast<int>(std::floor(x)), y0 = static_cast<int>(std::floor(y)),
-              z0 = static_cast<int>(std::floor(z));
+    const int x0 = int(std::floor(x)), y0 = int(std::floor(y)), z0 = int(std::floor(z));
     const float dx = x - x0, dy = y - y0, dz = z - z0;
     float corners[2][2][2];
     for (int k = 0; k < 2; k++)

@@ -27,7 +27,7 @@ Canvas lit(const Relief& relief, const Weather& weather) {
 
     Canvas canvas(size, size);
     paint(canvas, [&](float px, float py, Rgba) {
-        const int x = static_cast<int>(px), y = static_cast<int>(py);
+        const int x = int(px), y = int(py);
         const size_t i = size_t(y) * size + x;
         const float slopeX = (height(x + 1, y) - height(x - 1, y)) * 0.5f;
         const float slopeY = (height(x, y + 1) - height(x, y - 1)) * 0.5f;

@@ -26,10 +26,10 @@ struct Extent {
 // square's edges.
 template <class Visit>
 void visitWrapped(const Relief& relief, Extent extent, Visit visit) {
-    const int x0 = static_cast<int>(std::floor(extent.middle.x - extent.half.x));
-    const int x1 = static_cast<int>(std::ceil(extent.middle.x + extent.half.x));
-    const int y0 = static_cast<int>(std::floor(extent.middle.y - extent.half.y));
-    const int y1 = static_cast<int>(std::ceil(extent.middle.y + extent.half.y));
+    const int x0 = int(std::floor(extent.middle.x - extent.half.x));
+    const int x1 = int(std::ceil(extent.middle.x + extent.half.x));
+    const int y0 = int(std::floor(extent.middle.y - extent.half.y));
+    const int y1 = int(std::ceil(extent.middle.y + extent.half.y));
     for (int y = y0; y < y1; y++) {
         for (int x = x0; x < x1; x++) {
             const int column = ((x % relief.size) + relief.size) % relief.size;

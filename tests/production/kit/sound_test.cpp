@@ -58,7 +58,7 @@ double strengthAt(const std::vector<float>& samples, double hertz) {
 
 }  // namespace
 
-TEST(SoundKit, filtersStayBoundedWhereverTheyAreTuned) {
+TEST(SoundKit, FiltersStayBoundedWhereverTheyAreTuned) {
     Noise input(3), chance(4);
     StateVariable state;
     Ladder ladder;
@@ -77,7 +77,7 @@ TEST(SoundKit, filtersStayBoundedWhereverTheyAreTuned) {
     EXPECT_LT(mostOfLadder, 4);
 }
 
-TEST(SoundKit, wavesDoNotFoldBack) {
+TEST(SoundKit, WavesDoNotFoldBack) {
     // A saw that is drawn without care folds its harmonics above half the sample rate back between the
     // others.
     const float hertz = 2300;
@@ -97,14 +97,14 @@ TEST(SoundKit, wavesDoNotFoldBack) {
     }
 }
 
-TEST(SoundKit, loudnessIsWhatAnotherMeterReads) {
+TEST(SoundKit, LoudnessIsWhatAnotherMeterReads) {
     Stereo lateNoise(frameAt(12));
     mixAt(lateNoise, noise(5, 0.2f), frameAt(6));
     for (const Stereo& sound : {tone(5, 1000, 0.25f), tone(5, 60, 0.5f), tone(5, 8000, 0.1f), lateNoise})
         EXPECT_NEAR(integratedLoudness(sound), measure(sound).integrated, 0.15);
 }
 
-TEST(SoundKit, limiterHoldsPeaksBetweenSamplesToo) {
+TEST(SoundKit, LimiterHoldsPeaksBetweenSamplesToo) {
     // At a quarter of the sample rate, an eighth of a turn off, the wave is 3 dB higher than its samples.
     Stereo sound = tone(3, sampleRate / 4.0f, 1.3f, 0.125);
     Stereo burst = noise(1, 2);
@@ -121,7 +121,7 @@ TEST(SoundKit, limiterHoldsPeaksBetweenSamplesToo) {
     for (size_t i = 0; i < soft.frames(); i += 100) ASSERT_NEAR(soft.left[i], before.left[i], 1e-4);
 }
 
-TEST(SoundKit, roomsDieAwayInTheirTime) {
+TEST(SoundKit, RoomsDieAwayInTheirTime) {
     Stereo sound(frameAt(4));
     mixAt(sound, noise(0.2, 1), 0);
     reverberate(sound, {.preDelay = 0.02f, .size = 1, .decay = 2, .damping = 20000, .lowCut = 50});
@@ -135,7 +135,7 @@ TEST(SoundKit, roomsDieAwayInTheirTime) {
     EXPECT_LT(std::fabs(product / squares), 0.3);
 }
 
-TEST(SoundKit, clipRoundsPeaksAndLeavesTheRest) {
+TEST(SoundKit, ClipRoundsPeaksAndLeavesTheRest) {
     Stereo loud = tone(1, 997, 1.3f);
     fadeEnds(loud, 0.01f, 0.01f);
     clipSoftly(loud, 3);
@@ -150,7 +150,7 @@ TEST(SoundKit, clipRoundsPeaksAndLeavesTheRest) {
     EXPECT_EQ(soft.left, before.left);
 }
 
-TEST(SoundKit, notationIsReadAsItIsWritten) {
+TEST(SoundKit, NotationIsReadAsItIsWritten) {
     const Place place{"verse", "flute", 4};
     const Pattern melody = melodyOf("Bb4+D5:4' -:4 F#4:8, | Cb5:16", place);
     ASSERT_EQ(melody.steps.size(), 4u);
@@ -171,7 +171,7 @@ TEST(SoundKit, notationIsReadAsItIsWritten) {
     EXPECT_EQ(marks.length, 21);
 }
 
-TEST(SoundKit, chordsAreSpreadAndLed) {
+TEST(SoundKit, ChordsAreSpreadAndLed) {
     const std::vector<Chord> chords = chordsOf("Gm Eb Bb/D F,D7b9 Cm9 Ebmaj7", {"verse", "harmony", 0});
     ASSERT_EQ(chords.size(), 12u);  // two a bar
     EXPECT_EQ(chords[4].bass, 2);
@@ -227,7 +227,7 @@ std::vector<int> pitchesOf(const Song& song, size_t part) {
 
 }  // namespace
 
-TEST(SoundKit, patternsFollowTheHarmony) {
+TEST(SoundKit, PatternsFollowTheHarmony) {
     // Over G minor, then D: root, octave, fifth, third and the scale's steps to both sides.
     const Song bass = smallSong(Notation::bass, "r.o.f.t.s.a..... r.....t.........");
     EXPECT_EQ(pitchesOf(bass, 0),
@@ -243,7 +243,7 @@ TEST(SoundKit, patternsFollowTheHarmony) {
     EXPECT_EQ(pitchesOf(smallSong(Notation::chords, "x--------------- ----------------"), 0).size(), 12u);
 }
 
-TEST(SoundKit, whatCannotBeReadIsShownWithItsPlace) {
+TEST(SoundKit, WhatCannotBeReadIsShownWithItsPlace) {
     struct Mistake {
         Notation notation;
         const char *pattern, *line;
@@ -287,7 +287,7 @@ TEST(SoundKit, whatCannotBeReadIsShownWithItsPlace) {
                 "no/such/folder/file.wav");
 }
 
-TEST(SoundKit, scoreIsRemarkedOn) {
+TEST(SoundKit, ScoreIsRemarkedOn) {
     const auto remarks = [](const std::string& melody) {
         std::string all;
         for (const std::string& each : remarksOn(smallSong(Notation::melody, melody))) all += each + "\n";
@@ -306,7 +306,7 @@ TEST(SoundKit, scoreIsRemarkedOn) {
                           "verse, bar 0, flute: more than eight bars without a rest") != breathless.end());
 }
 
-TEST(SoundKit, wavIsWhatAnotherProgramReads) {
+TEST(SoundKit, WavIsWhatAnotherProgramReads) {
     const ScratchDirectory scratch;
     const Stereo sound = noise(0.1, 0.9f);
     writeWav(scratch.file("noise.wav").c_str(), sound);
