@@ -32,6 +32,9 @@ SDL_Surface* setVideoMode(Uint32 flags, int samples) {
         if (SDL_Surface* screen = SDL_SetVideoMode(screenWidth, screenHeight, 32, flags)) return screen;
     }
     if (samples == 0) return nullptr;
+    // SDL 1.2 as a layer over SDL 2 asks for them again until its video starts anew.
+    SDL_QuitSubSystem(SDL_INIT_VIDEO);
+    if (SDL_InitSubSystem(SDL_INIT_VIDEO) < 0) return nullptr;
     SDL_GL_SetAttribute(SDL_GL_MULTISAMPLEBUFFERS, 0);
     SDL_GL_SetAttribute(SDL_GL_MULTISAMPLESAMPLES, 0);
     return setVideoMode(flags, 0);

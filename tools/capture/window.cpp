@@ -51,6 +51,8 @@ void openCaptureWindow(int samples) {
         openWindow(false, samplesOfCards);
         return;
     }
+    // The virtual display of Debian 13 has such windows for EGL alone, which only SDL 2 knows.
+    if (samples > 0) setenv("SDL_VIDEO_X11_FORCE_EGL", "1", 1);
     openWindow(false, samples);
     if (windowSamples() >= samples) return;
     GLint most = 0;
