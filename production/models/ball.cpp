@@ -11,7 +11,7 @@ namespace {
 
 constexpr double radius = 42;
 constexpr int level = 2;             // 320 mirrors
-constexpr double mirrorPart = 0.84;  // of its face that a mirror covers, each way
+constexpr double mirrorPart = 0.80;  // of its face that a mirror covers, each way
 constexpr double tilt = 0.09;        // slope of a mirror against its place
 constexpr double domed = 0.03,
                  facetHalf = 7;  // radians that a mirror seems to bend from its middle to its edge, units

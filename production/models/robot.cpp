@@ -287,14 +287,24 @@ Shape shoulderCap() {
 Shape paintwork() {
     const Shape belt = painted(moved(box({5, 2.2, 1.6}, 0.6, 2), {7, 57, 13.2}), orangePaint);
     const Shape fin = painted(moved(box({1.6, 14, 2}, 0.6, 2), {8.6, 106, -25}), orangePaint);
-    return withMirror(joined({belt, fin, shoulderCap()}), Axis::x);
+    const auto garter = [](Vec from, Vec to, double at, double radius) {
+        const Outline section = {{radius - 1, -1.1}, {radius, -0.8}, {radius, 0.8}, {radius - 1, 1.1}};
+        return painted(placed(lathe(section, 24), mix(from, to, at), to - from), orangePaint);
+    };
+    const Shape thigh = garter({14.5, 32, 1.5}, {11.5, 57, 0}, 0.58, 8.9);
+    const Shape cuffs = joined({garter(shoulder, waving.elbow, 0.65, 6.5),
+                                reflected(garter(shoulder, atEase.elbow, 0.65, 6.5), Axis::x)});
+    return joined({cuffs, withMirror(joined({belt, fin, thigh, shoulderCap()}), Axis::x)});
 }
 
 Shape lamps() {
     const Shape ear = onNeck(placed(dial(5.4, 0.9, iris), earMiddle + Vec{4.6, 0, 0}, {1, 0, 0}));
     const Shape tip = onNeck(moved(painted(icosphere(1.9, 2), warmLamp), aerialTip));
     const Shape knee = placed(dial(3.6, 0.8, iris), {14.5, 32, 9.2}, {0, 0.1, 1});
-    return joined({placed(dial(8.4, 1.2, iris), chestLamp + Vec{0, 0.1, 4.4}, {0, 0.02, 1}),
+    // Two for a viewer who looks up at it.
+    const Shape below = joined({placed(dial(4.6, 0.8, iris), {0, 44.7, 0}, {0, -1, 0}),
+                                placed(dial(5.6, 0.8, iris), {0, 82.6, 0}, {0, -1, 0})});
+    return joined({placed(dial(8.4, 1.2, iris), chestLamp + Vec{0, 0.1, 4.4}, {0, 0.02, 1}), below,
                    withMirror(joined({ear, tip, knee}), Axis::x)});
 }
 
