@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdarg>
 #include <cstdio>
 #include <filesystem>
 
 #include "geometry/vec3.h"
+#include "tools/formatted.h"
 
 namespace {
 
@@ -33,19 +33,10 @@ constexpr MeshUse uses[] = {
     {"block.AML", "block", 115, false},
 };
 
-[[gnu::format(printf, 1, 2)]] std::string format(const char* text, ...) {
-    char line[256];
-    va_list arguments;
-    va_start(arguments, text);
-    vsnprintf(line, sizeof line, text, arguments);
-    va_end(arguments);
-    return line;
-}
-
 std::string typeName(int type) {
     static constexpr const char* names[] = {"position",    "position index", "normal",
                                             "face normal", "colour",         "secondary colour"};
-    return type < texCoordAttrib ? names[type] : format("coordinates of unit %d", type - texCoordAttrib);
+    return type < texCoordAttrib ? names[type] : formatted("coordinates of unit %d", type - texCoordAttrib);
 }
 
 // nullptr if it has none.
@@ -68,8 +59,8 @@ std::string boundsOf(const Mesh& mesh) {
         least = {std::min(least.x, p.x), std::min(least.y, p.y), std::min(least.z, p.z)};
         most = {std::max(most.x, p.x), std::max(most.y, p.y), std::max(most.z, p.z)};
     }
-    return format("  x %g to %g, y %g to %g, z %g to %g\n", least.x, most.x, least.y, most.y, least.z,
-                  most.z);
+    return formatted("  x %g to %g, y %g to %g, z %g to %g\n", least.x, most.x, least.y, most.y, least.z,
+                     most.z);
 }
 
 bool hasOrderOfTheShow(const Mesh& mesh) {
@@ -120,11 +111,11 @@ std::string describeMeshes(const MeshSet& set) {
     std::string out;
     int index = 0;
     for (const Mesh& mesh : set) {
-        out += format("mesh %d: %d positions, %d vertices, %d faces\n ", index++, mesh.gvertexCount,
-                      mesh.vertexCount, mesh.faceCount);
+        out += formatted("mesh %d: %d positions, %d vertices, %d faces\n ", index++, mesh.gvertexCount,
+                         mesh.vertexCount, mesh.faceCount);
         for (int slot = 0; slot < mesh.attribCount; slot++)
-            out += format("%s type %d (%s) of %d", slot ? "," : "", mesh.attribType[slot],
-                          typeName(mesh.attribType[slot]).c_str(), mesh.attribSize[slot]);
+            out += formatted("%s type %d (%s) of %d", slot ? "," : "", mesh.attribType[slot],
+                             typeName(mesh.attribType[slot]).c_str(), mesh.attribSize[slot]);
         out += '\n';
         out += boundsOf(mesh);
     }
@@ -142,16 +133,17 @@ std::vector<std::string> objections(const MeshSet& set, const std::string& path)
     if (faults.unmapped > 0)
         lines.push_back("a mesh has no coordinates (type 6): its surface has one colour");
     if (!faults.finite) lines.push_back("a position is no finite number");
-    if (faults.bentNormals > 0) lines.push_back(format("%d normals are not of length 1", faults.bentNormals));
-    if (faults.slivers > 0) lines.push_back(format("%d faces have no area", faults.slivers));
+    if (faults.bentNormals > 0)
+        lines.push_back(formatted("%d normals are not of length 1", faults.bentNormals));
+    if (faults.slivers > 0) lines.push_back(formatted("%d faces have no area", faults.slivers));
 
     const MeshUse* use = useOf(path);
     if (!use) return lines;
     if (faults.reach > use->reach)
-        lines.push_back(format("it reaches %g units from the origin, where its scenes leave room for %g",
-                               faults.reach, use->reach));
+        lines.push_back(formatted("it reaches %g units from the origin, where its scenes leave room for %g",
+                                  faults.reach, use->reach));
     if (use->traced && faults.faces > mostTracedFaces)
-        lines.push_back(format("%d faces for beams to bounce off, where %d are quick enough", faults.faces,
-                               mostTracedFaces));
+        lines.push_back(formatted("%d faces for beams to bounce off, where %d are quick enough", faults.faces,
+                                  mostTracedFaces));
     return lines;
 }

@@ -6,6 +6,8 @@
 #include <cstring>
 #include <iterator>
 
+#include "tools/command_line.h"
+
 namespace {
 
 constexpr char usage[] =
@@ -26,14 +28,12 @@ constexpr char usage[] =
     " --help               this text\n";
 
 [[noreturn]] void refuse(const char* word, const char* reason) {
-    fprintf(stderr, "aml: %s: %s\n", word, reason);
-    exit(1);
+    refuseWord("aml", word, reason);
 }
 
 float number(const char* word, const char* text) {
-    char* end = nullptr;
-    const float value = strtof(text, &end);
-    if (end == text || *end || !std::isfinite(value)) refuse(word, "no number");
+    const float value = float(numberIn(text));
+    if (!std::isfinite(value)) refuse(word, "no number");
     return value;
 }
 

@@ -5,6 +5,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "tools/command_line.h"
+
 namespace {
 
 constexpr int mostCells = 1000;
@@ -29,15 +31,12 @@ constexpr char usage[] =
     " --help             this text\n";
 
 [[noreturn]] void refuse(const char* word, const char* reason) {
-    fprintf(stderr, "capture: %s: %s\n", word, reason);
-    exit(1);
+    refuseWord("capture", word, reason);
 }
 
 double number(const char* option, const char* text, double least, double most) {
-    char* end = nullptr;
-    const double value = strtod(text, &end);
-    if (end == text || *end || !(value >= least && value <= most))
-        refuse(option, "not a number in its range");
+    const double value = numberIn(text);
+    if (!(value >= least && value <= most)) refuse(option, "not a number in its range");
     return value;
 }
 

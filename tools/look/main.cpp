@@ -12,6 +12,7 @@
 #include "script/timeline.h"
 #include "tools/capture/stepped_show.h"
 #include "tools/capture/whole_file.h"
+#include "tools/command_line.h"
 #include "tools/data_folder.h"
 
 namespace {
@@ -33,15 +34,12 @@ void failUnlessSucceeded() {
 }
 
 [[noreturn]] void refuse(const char* word, const char* reason) {
-    fprintf(stderr, "look: %s: %s\n", word, reason);
-    exit(1);
+    refuseWord("look", word, reason);
 }
 
 double second(const char* text) {
-    char* end = nullptr;
-    const double value = strtod(text, &end);
-    if (end == text || *end || !(value >= 0 && value < double(programme().back().begin)))
-        refuse(text, "no second of the show");
+    const double value = numberIn(text);
+    if (!(value >= 0 && value < double(programme().back().begin))) refuse(text, "no second of the show");
     return value;
 }
 

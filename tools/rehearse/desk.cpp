@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
-#include <cstdarg>
 #include <iterator>
 #include <sstream>
 
@@ -11,6 +10,7 @@
 #include "render/screen.h"
 #include "script/show_times.h"
 #include "script/timeline.h"
+#include "tools/formatted.h"
 #include "tools/rehearse/canvas.h"
 #include "tools/rehearse/timeline_strip.h"
 
@@ -31,16 +31,6 @@ constexpr float lineHeight = 15;
 constexpr float barTop = screenHeight - 4;  // of the pane at the top
 constexpr float barHeight = 52;
 constexpr float upperLine = barTop - 21, lowerLine = barTop - 42;
-
-std::string formatted(const char* format, ...) __attribute__((format(printf, 1, 2)));
-std::string formatted(const char* format, ...) {
-    char text[128];
-    va_list arguments;
-    va_start(arguments, format);
-    vsnprintf(text, sizeof text, format, arguments);
-    va_end(arguments);
-    return text;
-}
 
 std::string rowName(int ms) {
     return programme()[entryAt(ms)].name;

@@ -5,6 +5,7 @@
 
 #include "app/options.h"
 #include "script/timeline.h"
+#include "tools/command_line.h"
 
 namespace {
 
@@ -21,15 +22,12 @@ constexpr char usage[] =
     " --help             this text\n";
 
 [[noreturn]] void refuse(const char* word, const char* reason) {
-    fprintf(stderr, "rehearse: %s: %s\n", word, reason);
-    exit(1);
+    refuseWord("rehearse", word, reason);
 }
 
 double second(const char* text) {
-    char* end = nullptr;
-    const double value = strtod(text, &end);
-    const double last = double(programme().back().begin);
-    if (end == text || *end || !(value >= 0 && value < last)) refuse(text, "no second of the show");
+    const double value = numberIn(text);
+    if (!(value >= 0 && value < double(programme().back().begin))) refuse(text, "no second of the show");
     return value;
 }
 
