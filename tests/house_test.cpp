@@ -5,7 +5,11 @@
 #include <fstream>
 #include <map>
 #include <set>
+#include <sstream>
 #include <string>
+
+#include "script/show_times.h"
+#include "tools/capture/frames.h"
 
 namespace {
 
@@ -60,6 +64,24 @@ TEST(House, KitsStandAlone) {
                 }
             }
         }
+    }
+}
+
+// A text can't include the header that has the show's times.
+TEST(House, TextsKnowTheShowsTimes) {
+    std::ostringstream end;
+    end << "second to " << showtime::end.seconds() << " s, and ends";
+    const std::string last = std::to_string(framesBefore(showtime::end.seconds(), 60) - 1);
+    const std::pair<const char*, std::string> rows[] = {
+        {"README.md", "host2 6000-" + last + " &"},
+        {"README.md", "? first + 599 : " + last + ")"},
+        {"README.md", std::to_string(showtime::beatsPerMinute) + " beats a minute"},
+        {"tools/install/valojuova.6", end.str()},
+    };
+    for (const auto& [file, words] : rows) {
+        std::ostringstream text;
+        text << std::ifstream(file).rdbuf();
+        EXPECT_NE(text.str().find(words), std::string::npos) << file << " does not say \"" << words << '"';
     }
 }
 
