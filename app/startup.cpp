@@ -34,7 +34,7 @@ void printSoundOutput(int output) {
 }  // namespace
 
 void initialiseDemo(const Stages& stages) {
-    startDemo();
+    startDemo(stages.loadingPicture);
     demo->drawLoadingScreen();
     stages.meshes();
     demo->drawLoadingScreen();

@@ -4,11 +4,13 @@
 
 #include "app/options.h"
 #include "app/sound_music.h"
+#include "render/demo.h"
 #include "script/resources.h"
 
 // How the stages of the loading load what they have to; the show's own way unless the caller asks for
 // another.
 struct Stages {
+    void (*loadingPicture)() = loadLoadingPicture;
     void (*meshes)() = loadMeshes;
     void (*textures)() = loadTextures;
     void (*shaders)() = loadShaders;

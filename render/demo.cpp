@@ -52,7 +52,12 @@ Demo::Demo() {
     for (int i = 0; i < 10; i++) textureNames["rtt" + std::to_string(i)] = firstTargetRecord + i;
 }
 
-void startDemo() {
+void loadLoadingPicture() {
+    demo->loadTexture(loadingPicture, "loading", GL_REPEAT, GL_REPEAT);
+    demo->setTextureSize("loading", loadingPictureSize, loadingPictureSize);
+}
+
+void startDemo(void (*loadPicture)()) {
     // A window without GLX, as under Wayland, has its entry points all the same.
     const GLenum error = glewInit();
     if (error != GLEW_OK && error != GLEW_ERROR_NO_GLX_DISPLAY) fatalError("Could not init GLEW: %s");
@@ -76,8 +81,7 @@ void startDemo() {
     glLineWidth(2);
     demo->setViewportAspect(4, 3);
 
-    demo->loadTexture(loadingPicture, "loading", GL_REPEAT, GL_REPEAT);
-    demo->setTextureSize("loading", loadingPictureSize, loadingPictureSize);
+    loadPicture();
 }
 
 void Demo::drawLoadingScreen() {

@@ -137,6 +137,9 @@ struct Demo {
 // The only one; made by startDemo, lives until the process ends.
 extern Demo* demo;
 
+// The picture of the loading screen. Ends the program if it can't be read.
+void loadLoadingPicture();
+
 // After the video mode is set: GLEW, the shading language, the global `demo`, GL's first state, the loading
 // picture. Ends the program if the driver can't play the show.
-void startDemo();
+void startDemo(void (*loadPicture)() = loadLoadingPicture);

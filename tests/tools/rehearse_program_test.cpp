@@ -123,6 +123,7 @@ TEST_F(RehearseProgram, ItBeginsWithWhateverIsThere) {
         scratch.write(file, content);
     };
     damage("data/spot.png", "no picture");
+    damage("data/loading.jpg", "no picture either");
     damage("data/ring.AML", "no model");
     damage(music, "no music");
     damage("data/shaders/boom.fs", "void main() { gl_FragColor = colour; }\n");
@@ -130,6 +131,7 @@ TEST_F(RehearseProgram, ItBeginsWithWhateverIsThere) {
     EXPECT_TRUE(await([&] {
         const std::string all = contentOf(scratch.file("state"));
         return all.find("problem: data/spot.png: ") != std::string::npos &&
+               all.find("problem: data/loading.jpg: ") != std::string::npos &&
                all.find("problem: data/ring.AML: ") != std::string::npos &&
                all.find("problem: data/KVX - Ondrevane2.ogg: ") != std::string::npos &&
                all.find("problem: data/shaders/boom.fs:1:") != std::string::npos;

@@ -46,6 +46,12 @@ void loadCheckerboard(const TextureRow& row) {
     delete[] image.pixels;
 }
 
+void loadGoodLoadingPicture() {
+    if (isGood(loadingRow.path)) return loadLoadingPicture();
+    loadCheckerboard(loadingRow);
+    demo->setTextureSize(loadingRow.key, loadingRow.width, loadingRow.height);
+}
+
 void loadGoodMeshes() {
     for (const MeshRow& row : meshRows()) {
         if (isGood(row.path))
@@ -133,5 +139,5 @@ void lookForBrokenFiles() {
 }
 
 Stages patientStages() {
-    return {loadGoodMeshes, loadGoodTextures, loadGoodShaders};
+    return {loadGoodLoadingPicture, loadGoodMeshes, loadGoodTextures, loadGoodShaders};
 }

@@ -5,6 +5,12 @@
 #include <string>
 
 #include "app/startup.h"
+#include "render/demo.h"
+#include "script/resources.h"
+
+// The loading screen's picture, which is in no table, as if it were.
+constexpr TextureRow loadingRow = {loadingPicture, "loading",          GL_REPEAT,
+                                   GL_REPEAT,      loadingPictureSize, loadingPictureSize};
 
 // What is wrong with the files that the show reads, by file: pictures and models now, shaders once the stages
 // below have run.

@@ -15,6 +15,7 @@
 #include "render/demo.h"
 #include "render/shaders.h"
 #include "script/resources.h"
+#include "tools/rehearse/loading.h"
 #include "tools/rehearse/uniforms.h"
 
 namespace fs = std::filesystem;
@@ -27,9 +28,6 @@ constexpr double returnsWithin = 0.5;  // seconds; editors put the old file away
 double secondsNow() {
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
-
-constexpr TextureRow loadingRow = {loadingPicture, "loading",          GL_REPEAT,
-                                   GL_REPEAT,      loadingPictureSize, loadingPictureSize};
 
 const TextureRow* textureOf(const std::string& path) {
     if (path == loadingRow.path) return &loadingRow;
