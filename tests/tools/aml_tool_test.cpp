@@ -21,6 +21,8 @@
 
 namespace {
 
+constexpr char otherPeoplesModels[] = "/usr/share/assimp/models/";
+
 using Corner = std::array<float, 8>;  // position, normal, coordinates
 using Triangle = std::array<Corner, 3>;
 
@@ -95,6 +97,60 @@ TEST(AmlTool, ModelsOfManyFormatsComeBackAsTheyWere) {
                 EXPECT_NEAR(double(std::filesystem::file_size(back)) / std::filesystem::file_size(original),
                             1, 0.03);
             }
+        }
+    }
+}
+
+// Models that other people made and Debian ships: how many triangles each has, and the room it takes.
+TEST(AmlTool, ImportsOtherPeoplesModels) {
+    struct Row {
+        const char* file;
+        size_t triangles;
+        std::array<float, 3> least, most;
+    };
+    // The same figure, as four programs write it.
+    const auto figure = [](const char* file) {
+        return Row{file, 3732, {-0.46f, -0.0006f, -1.622f}, {0.46f, 1.515f, 1.622f}};
+    };
+    const Row rows[] = {
+        figure("OBJ/WusonOBJ.obj"),
+        figure("PLY/Wuson.ply"),
+        figure("OFF/Wuson.off"),
+        figure("STL/Wuson.stl"),
+        {"STL/Spider_binary.stl", 1368, {-3.115f, -4, -1.649f}, {3.115f, 4, 1.649f}},
+        {"FBX/huesitos.fbx", 120, {-105.84f, 0.35f, -528.87f}, {429.93f, 544.19f, -207.33f}},
+        {"Collada/duck.dae", 4212, {-0.693f, 0.099f, -0.613f}, {0.962f, 1.640f, 0.539f}},
+        {"glTF/CesiumMilkTruck/CesiumMilkTruck.gltf",
+         3624,
+         {-2.431f, -0.258f, -1.396f},
+         {2.438f, 2.584f, 1.396f}},
+        {"glTF2/2CylinderEngine-glTF-Binary/2CylinderEngine.glb",
+         121496,
+         {-371.692f, -180.972f, -140},
+         {371.692f, 92.042f, 128}},
+        {"3DS/fels.3ds", 768, {-2.222f, -2.565f, -0.121f}, {1.283f, 2.117f, 3.084f}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.file);
+        const ScratchDirectory scratch;
+        const std::string made = scratch.file("made.AML");
+        const Outcome run = aml(std::string("import ") + otherPeoplesModels + row.file + " " + made);
+        ASSERT_EQ(run.status, 0) << run.said;
+        const std::vector<Triangle> triangles = trianglesOf(made);
+        EXPECT_EQ(triangles.size(), row.triangles);
+        std::array<float, 3> least = {1e9f, 1e9f, 1e9f}, most = {-1e9f, -1e9f, -1e9f};
+        for (const Triangle& triangle : triangles) {
+            for (const Corner& corner : triangle) {
+                for (int axis = 0; axis < 3; axis++) {
+                    least[axis] = std::min(least[axis], corner[axis]);
+                    most[axis] = std::max(most[axis], corner[axis]);
+                }
+                EXPECT_NEAR(std::hypot(corner[3], corner[4], corner[5]), 1, 1e-3f);
+            }
+        }
+        for (int axis = 0; axis < 3; axis++) {
+            EXPECT_NEAR(least[axis], row.least[axis], 0.01f) << axis;
+            EXPECT_NEAR(most[axis], row.most[axis], 0.01f) << axis;
         }
     }
 }
@@ -205,10 +261,17 @@ TEST(AmlTool, BadInputEndsWithOneLineAndLosesNothing) {
     scratch.write("cut.glb", "glTF\2");
     std::filesystem::copy("data/ship.AML", root + "cut.AML");
     std::filesystem::resize_file(root + "cut.AML", 1000);
+    const auto damaged = [&](const char* file) {
+        return std::string("import ") + otherPeoplesModels + file + " " + kept;
+    };
     const std::vector<std::string> commands = {"import " + root + "text.obj " + kept,
                                                "import " + root + "points.obj " + kept,
                                                "import " + root + "cut.glb " + kept,
                                                "import " + root + "none.fbx " + kept,
+                                               damaged("invalid/OutOfMemory.off"),  // claims ten GB
+                                               damaged("OBJ/point_cloud.obj"),
+                                               damaged("glTF2/wrongTypes/badArray.gltf"),
+                                               damaged("glTF2/RecursiveNodes/RecursiveNodes.gltf"),
                                                "info " + root + "none.AML",
                                                "info " + root + "cut.AML",
                                                "info " + kept,

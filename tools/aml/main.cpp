@@ -1,4 +1,6 @@
 // Mesh files for those who have modellers.
+#include <sys/resource.h>
+
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -39,8 +41,18 @@ int info(const std::string& path) {
     return 0;
 }
 
+// A file that claims more than it has must not take all that the machine has.
+void boundMemory() {
+    constexpr rlim_t most = rlim_t{4} << 30;  // bytes
+    rlimit limit;
+    if (getrlimit(RLIMIT_AS, &limit) != 0 || limit.rlim_cur <= most) return;
+    limit.rlim_cur = most;
+    setrlimit(RLIMIT_AS, &limit);
+}
+
 // Moved to its place when it is whole.
 int import(const std::string& model, const std::string& path, const Placing& placing) {
+    boundMemory();
     const ImportedModel imported = importModel(model, placing);
     if (!imported.problem.empty()) return fail(model, imported.problem);
     const std::string unfinished = path + ".unfinished";

@@ -237,6 +237,7 @@ ImportedModel importModel(const std::string& path, const Placing& placing) {
     }
     if (!scene || !scene->mRootNode) {
         model.problem = oneLine(importer.GetErrorString());
+        if (model.problem == "std::bad_alloc") model.problem = "wants more memory than 4 GB";
         if (model.problem.empty()) model.problem = "can't be read";
         return model;
     }
