@@ -16,13 +16,14 @@ const float radius = 72.0;
 const vec3 sun = vec3(0.577, 0.577, 0.577);
 const vec3 axis = vec3(0.30, 0.94, -0.16);  // of the ring, of length 1
 
-// How much of the ring's ice lies at a distance from the middle.
-float ringAt(float distance) {
-    float reach = distance / radius;
-    float grooves = texture2D(noise, vec2(reach * 0.9, 0.37)).g * texture2D(noise, vec2(reach * 0.31, 0.61)).g;
-    float inside = smoothstep(1.28, 1.45, reach) * smoothstep(2.02, 1.94, reach);
+// How much of the ring there is at a distance from the middle, in radii, but for its grooves.
+float ringAt(float reach) {
+    return smoothstep(1.28, 1.45, reach) * smoothstep(2.02, 1.94, reach);
+}
+
+float groovesAt(float reach) {
     float gap = smoothstep(0.0, 0.02, abs(reach - 1.78) - 0.02);
-    return inside * gap * smoothstep(0.05, 0.55, grooves);
+    return gap * smoothstep(0.08, 0.62, texture2D(noise, vec2(reach * 0.9, 0.37)).g);
 }
 
 // The ground at a place whose direction from the middle is `up`: bands that storms bend.
@@ -34,9 +35,8 @@ vec3 groundAt(vec3 up) {
 
 // How much of the sun reaches that place past the ring.
 float daylightAt(vec3 up) {
-    float rise = -dot(up, axis) * radius / dot(sun, axis);
-    float lit = smoothstep(-0.10, 0.75, dot(up, sun));
-    return lit * (1.0 - 0.8 * step(0.0, rise) * ringAt(length(up * radius + sun * rise)));
+    float rise = -dot(up, axis) / dot(sun, axis);
+    return smoothstep(-0.10, 0.75, dot(up, sun)) * (1.0 - 0.45 * step(0.0, rise) * ringAt(length(up + sun * rise)));
 }
 
 // Every tenth cell of a grid has a star somewhere in it.
@@ -44,8 +44,8 @@ float starsAt(vec2 sky) {
     vec2 cell = floor(sky * 56.0);
     float lot = fract(sin(dot(cell, vec2(12.9898, 78.233))) * 43758.5453);
     float bright = max(1.0 - 10.0 * lot, 0.0);
-    vec2 middle = 0.5 + 0.35 * sin(vec2(900.0, 1700.0) * lot);
-    return bright * smoothstep(0.12, 0.03, length(sky * 56.0 - cell - middle));
+    vec2 away = sky * 56.0 - cell - 0.2 - 0.6 * fract(vec2(90.0, 170.0) * lot);
+    return bright * clamp(1.2 - 90.0 * dot(away, away), 0.0, 1.0);
 }
 
 void main() {
@@ -64,19 +64,21 @@ void main() {
     vec3 up = (eye + towards * meets) / radius;
     float body = smoothstep(-60.0, 60.0, depth);
     float day = daylightAt(up);
-    float rim = pow(1.0 - max(dot(up, -towards), 0.0), 3.0);
+    float grazing = 1.0 - max(dot(up, -towards), 0.0);
+    float rim = grazing * grazing * grazing;
     light = mix(light, groundAt(up) * (day + 0.02) + color.rgb * rim * (0.25 + 0.5 * day), body);
-    light += vec3(0.12, 0.10, 0.18) * (1.0 - body) * exp(-0.0013 * max(-depth, 0.0)) * (0.35 + day);
+    light += vec3(0.12, 0.10, 0.18) * (1.0 - body) * (0.35 + day) / (1.0 + 0.002 * max(-depth, 0.0));
 
     // Where it meets the ring's plane, and how far that lies behind the world, for the sun.
     float crosses = -dot(eye, axis) / dot(towards, axis);
     vec3 spot = eye + towards * crosses;
-    float ice = ringAt(length(spot)) * step(0.0, crosses) * (1.0 - body * step(meets, crosses));
+    float reach = length(spot) / radius;
+    float ice = ringAt(reach) * groovesAt(reach) * step(0.0, crosses) * (1.0 - body * step(meets, crosses));
     float behind = -dot(spot, sun);
     float shadow = step(0.0, behind) * smoothstep(radius + 3.0, radius - 3.0, length(spot + sun * behind));
     light = mix(light, vec3(0.20, 0.185, 0.19) * (1.0 - 0.93 * shadow), 0.9 * ice);
 
-    light = mix(light, dusk * (0.5 + wisp), 0.55 * smoothstep(0.45, 0.85, wisp) * smoothstep(0.2, 0.7, swirl));
+    light = mix(light, dusk * (0.5 + wisp), 0.6 * smoothstep(0.45, 0.85, wisp) * swirl);
     vec2 aside = (place - 0.5) * vec2(1.15, 1.0);
     gl_FragColor = vec4(light * (1.0 - 1.2 * dot(aside, aside)), color.a) * gl_Color;
 }
