@@ -73,7 +73,7 @@ Shape limb(Vec from, Vec to, const Plates& plates, const std::vector<double>& cu
 Shape base() {
     const Outline profile = {{0, -31},      {30, -31},   {33, -29.5}, {41, -29.5}, {43.5, -28},
                              {44, -26},     {43.5, -24}, {41, -22.5}, {36, -22},   {35, -20.6},
-                             {33.6, -19.6}, {31, -19.4}, {29, -20.4}, {0, -20.4}};
+                             {33.6, -19.6}, {31, -19.4}, {29, -20.4}, {18, -21.8}, {0, -23.2}};
     const Shape lamps = around(moved(rings(2.6, 1.6), {38.6, -22.4, 0}), 12, Axis::y);
     return joined({flutedLathe(profile, {12, 0.07, 1.4, -30, -23, 5}), lamps});
 }

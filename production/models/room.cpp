@@ -112,11 +112,11 @@ Shape mirror(Vec from, Vec place, Vec to, double half) {
     return shape;
 }
 
-// A beam has five bounces and fades with each. It spends the first three inside the projector's barrel, so
+// A beam has five bounces and fades with each. It spends the first of them inside the projector's barrel, so
 // that it leaves thin. Two of each source meet the ball with the fourth and are gone where the fifth is due,
-// on the wall; one stands down to a stud on the stage, and from there draws a side of a star to the next stud
-// but one. No line is left to cross the hall.
-constexpr double mirrorHalf = 0.16, studHalf = 1;
+// on the wall; one stands down to a stud on the stage, draws a side of a star from there to the next stud but
+// one, and sinks into that. No line is left to cross the hall.
+constexpr double mirrorHalf = 0.16, studHalf = 1, endHalf = 0.7;
 
 Shape periscopes() {
     const Vec fan = Vec{0.41212, 0.86940, 0} * 5;  // between the aims of two beams of one source
@@ -124,21 +124,24 @@ Shape periscopes() {
     for (int i = 0; i < sources; i++) {
         const double turn = 2 * pi * i / sources;
         const Vec mouth = onRing(turn, sourceRadius, sourceHeight);
-        const Vec stud = onRing(turn, starRadius, starHeight),
-                  next = onRing(turn + 4 * pi / sources, starRadius, starHeight);
         const Vec axis = normalized(ballCentre - mouth);
         const Vec aside = normalized(cross(axis, fan)), along = cross(aside, axis);
-        for (int j = -1; j <= 1; j++) {
-            const Vec aim = ballCentre + fan * j;
-            // Out, back and out again, each beam in a plane of its own.
-            const Vec first = mouth + normalized(aim - mouth) * (15 + j),
-                      second = mouth + axis * 6 + aside * 1.5 + along * (0.8 * j),
-                      third = mouth + axis * 17 + aside * 0.9 + along * (0.8 * j);
-            mirrors.push_back(mirror(mouth, first, second, mirrorHalf));
-            mirrors.push_back(mirror(first, second, third, mirrorHalf));
-            mirrors.push_back(mirror(second, third, j < 0 ? stud : ballCentre, mirrorHalf));
-            if (j < 0) mirrors.push_back(mirror(third, stud, next, studHalf));
+        // Out, back and out again, each beam in a plane of its own.
+        const auto first = [&](int j) { return mouth + normalized(ballCentre + fan * j - mouth) * (15 + j); };
+        const auto second = [&](int j) { return mouth + axis * 6 + aside * 1.5 + along * (0.8 * j); };
+        for (int j = 0; j <= 1; j++) {
+            const Vec third = mouth + axis * 17 + aside * 0.9 + along * (0.8 * j);
+            mirrors.push_back(mirror(mouth, first(j), second(j), mirrorHalf));
+            mirrors.push_back(mirror(first(j), second(j), third, mirrorHalf));
+            mirrors.push_back(mirror(second(j), third, ballCentre, mirrorHalf));
         }
+        const Vec stud = onRing(turn, starRadius, starHeight),
+                  next = onRing(turn + 4 * pi / sources, starRadius, starHeight);
+        const Vec end = next + normalized(stud - next) * 2.5;
+        mirrors.push_back(mirror(mouth, first(-1), second(-1), mirrorHalf));
+        mirrors.push_back(mirror(first(-1), second(-1), stud, mirrorHalf));
+        mirrors.push_back(mirror(second(-1), stud, next, studHalf));
+        mirrors.push_back(mirror(stud, end, end + Vec{0, -20, 0}, endHalf));
     }
     return joined(mirrors);
 }

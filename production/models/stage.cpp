@@ -91,14 +91,11 @@ Shape projector() {
 
 // Under each of them a stud, where a beam is turned.
 Shape stud() {
-    return moved(lathe({{5, 7},
-                        {5, 9},
-                        {2.4, 11},
-                        {1.6, starHeight - 4},
-                        {2.4, starHeight - 2.4},
-                        {0, starHeight - 1.6}},
-                       12),
-                 {starRadius, 0, 0});
+    return moved(
+        lathe(
+            {{6, 7}, {6, 9}, {4, 11}, {3.4, starHeight - 5}, {3.8, starHeight - 2.4}, {0, starHeight - 1.6}},
+            14),
+        {starRadius, 0, 0});
 }
 
 // The light within the mirror ball: it seems to lean up towards every side, and so throws back the lamp high
