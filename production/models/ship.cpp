@@ -14,7 +14,7 @@ using namespace model;
 namespace {
 
 constexpr double emitterZ = 52;                  // of both rings
-constexpr double frontRing = 21, rearRing = 33;  // radius of each ring's nozzle mouths
+constexpr double frontRing = 22, rearRing = 33;  // radius of each ring's nozzle mouths
 
 // The hull is built standing on its tail along y and laid down at the end: y = 90 is the nose. A needle, a
 // shoulder under the front ring, a slim waist and the swelling that carries the engines.
@@ -90,18 +90,40 @@ Shape spar(const std::vector<Vec>& path, const std::function<double(double)>& ch
     return painted(shape, hull::striped);
 }
 
-Shape blade() {
-    const Shape sweptBack = spar(
-        {{12, 47, 0}, {19, 36, 0}, {33, 4, 0}, {44, -30, 0}, {52, -60, 0}, {57.5, -90, 0}}, [](double k) {
-            return k < 0.72 ? mix(9, 19, smoothStep(0, 0.72, k)) : mix(19, 0.6, (k - 0.72) / 0.28);
-        });
-    const Shape strut =
-        spar({{24, -50, 0}, {34, -51, 0}, {47, -54, 0}}, [](double k) { return mix(13, 9, k); });
-    return joined({sweptBack, strut});
+// A flat plate in the plane of x (outwards) and y: a dark edge, and on both its faces a broad pale field. The
+// line of light runs along its leading edge, from point to point of `lit`.
+Shape sail(const Outline& outline, const std::vector<Vec>& lit) {
+    const auto plate = [](const Outline& edge, double thickness, double bevel) {
+        return moved(extrude(edge, thickness, bevel), {0, 0, -thickness / 2});
+    };
+    Shape field = plate(insetBy(outline, 2.6), 6, 0.8);
+    for (Face& face : field.faces)
+        for (size_t i = 0; i < face.points.size(); i++) {
+            const Vec p = field.points[face.points[i]];
+            face.uvs[i] = {mix(hull::sail.low.s, hull::sail.high.s, p.x / 60),
+                           mix(hull::sail.low.t, hull::sail.high.t, (p.y + 90) / 180)};
+        }
+    Sweep edge;
+    edge.path = curveThrough(lit, false, 3);
+    edge.up = {0, 0, 1};
+    return joined({painted(plate(outline, 4.4, 1), hull::dark), field,
+                   painted(sweep(polygon(8, 1.5), edge), hull::coolLamp)});
 }
 
+// The three wings stand where every second beam leaves, so that its beams come out of their edges.
+Shape wing() {
+    const Outline outline = {{6, 78},   {20, 53},  {36, 12},  {50, -26}, {56, -52},
+                             {56.5, -85.5}, {51, -73}, {36, -62}, {12, -60}};
+    return joined({sail(outline, {{8, 76, 0}, {20.5, 53, 0}, {36.5, 12, 0}, {49.8, -26, 0}, {55.7, -50, 0}}),
+                   painted(moved(lathe({{0, -32}, {2, -28}, {4.2, -10}, {4.6, 4}, {3.4, 14}, {0, 14}}, 14),
+                                 {54, -54, 0}),
+                           hull::plain)});
+}
+
+// And three fins where the others do.
 Shape tailFin() {
-    return spar({{18, -48, 0}, {28, -62, 0}, {36, -84, 0}}, [](double k) { return mix(15, 0.8, k * k); });
+    return sail({{10, -14}, {34, -42}, {44, -56}, {45, -78}, {36, -66}, {14, -60}},
+                {{14, -18.5, 0}, {34, -41.5, 0}, {43.6, -55, 0}});
 }
 
 // A stubby nozzle along +x from the axis, its glowing mouth at `reach`.
@@ -143,14 +165,18 @@ Shape engine() {
 }  // namespace
 
 Shape figures::ship() {
-    const Shape standing =
-        joined({body(), around(blade(), 3, Axis::y), turned(around(tailFin(), 3, Axis::y), Axis::y, pi / 3),
-                moved(emitterRing(frontRing, 3.2), {0, emitterZ, 0}),
-                moved(emitterRing(rearRing, 4.6), {0, -emitterZ, 0}), engine()});
+    const Shape standing = joined({body(), turned(around(wing(), 3, Axis::y), Axis::y, pi / 6),
+                                   turned(around(tailFin(), 3, Axis::y), Axis::y, pi / 2),
+                                   moved(emitterRing(frontRing, 3.2), {0, emitterZ, 0}),
+                                   moved(emitterRing(rearRing, 4.6), {0, -emitterZ, 0}), engine()});
     // From standing to lying: y becomes -z.
     return turned(standing, Axis::x, -pi / 2);
 }
 
+// The corridor's light stands behind the ship: shaded as if all of it looked there a little, it stays pale as
+// it turns.
 void makeShip(const char* path) {
-    writeAml(path, {figures::ship()});
+    writeAml(path, {shaded(figures::ship(), [](Vec, Vec normal) {
+                 return normal * 0.80 + Vec{0, 0, 0.48};
+             })});
 }

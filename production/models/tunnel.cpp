@@ -1,9 +1,11 @@
-// One segment of the tunnel, drawn and traced: twelve columns of coffers and wedges in two bays between ribs.
-// Segments follow each other 300 units apart along z, each turned 0.8 radian against the last towards -z; the
-// columns wind by just that much, so that they run on from segment to segment as one rifled bore.
+// One segment of the tunnel, drawn and traced: a bore of long mirrors, most of them hidden, planks that stand
+// out of the dark between them, and one lit ring. The next segment begins 300 units further towards -z,
+// turned by 0.8 radian.
+#include <algorithm>
+
 #include "production/kit/model/aml.h"
-#include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
+#include "production/kit/model/paints.h"
 #include "production/models/models.h"
 
 using namespace model;
@@ -11,84 +13,112 @@ using namespace model;
 namespace {
 
 constexpr double halfLength = 150;
-constexpr double turnPerUnit = -0.8 / 300;  // radians along z
-constexpr int columns = 12;
-constexpr int split = 2;  // flat strips of a rib to each column
-constexpr double wallRadius = 286;
-constexpr double ribRadius = 270;
-
-// Where a ring of the wall meets column `c` (of `columns` x `split`), columns running backwards round z so
-// that the front faces the axis.
-Vec onBore(double column, double radius, double z) {
-    const double angle = -2 * pi * column / columns;
-    return {radius * std::cos(angle), radius * std::sin(angle), z};
-}
+constexpr int columns = 12, split = 2;  // round edges have so many points to each column
+// Each tooth of the bore widens away from the viewer, by as much as throws a beam ahead of the ship: after
+// two or three walls it leaves along the tunnel, and the ship stays free. Nothing hidden may come nearer than
+// 283 to the axis, where the heap's camera would see its back.
+constexpr int teeth = 9;
+constexpr double narrow = 294, wide = 299.9;  // radius of the columns' joints
+constexpr double ringRadius = 268, endRadius = 292.5;
+// The round ends are one with the next segment's by turning this much along a segment: what is left of 0.8
+// radian after whole strips.
+constexpr double leftTurn = 0.8 - 3 * 2 * pi / (columns * split);
 
 struct Station {
     double radius, z;
+    bool round;  // or only the columns' joints
 };
 
-// A band of the bore from station to station.
-Shape band(const std::vector<Station>& stations) {
-    return grid(columns * split, int(stations.size()), true, false,
-                [&](int c, int r) { return onBore(double(c) / split, stations[r].radius, stations[r].z); });
+// Columns run backwards round z so that the front faces the axis.
+Vec onBore(double column, const Station& station) {
+    const double angle = -2 * pi * column / columns - leftTurn * station.z / (2 * halfLength);
+    return {station.radius * std::cos(angle), station.radius * std::sin(angle), station.z};
 }
 
-// One panel between two ribs: an outline at the wall, and an inner plate whose corners stand at radii of
-// their own, so that it tilts and throws beams out of their plane. The outline's ends bend where the ribs do.
-Shape panel(int column, double low, double high, const double (&plate)[4]) {
-    const double edgeAcross = 0.17, edgeAlong = 19;
-    Shape shape;
-    auto addPoint = [&](double across, double radius, double z) {
-        shape.points.push_back(onBore(column + across, radius, z));
-    };
-    for (int i = 0; i <= split; i++) addPoint(double(i) / split, wallRadius, low);
-    for (int i = split; i >= 0; i--) addPoint(double(i) / split, wallRadius, high);
-    addPoint(edgeAcross, plate[0], low + edgeAlong);
-    addPoint(1 - edgeAcross, plate[1], low + edgeAlong);
-    addPoint(1 - edgeAcross, plate[2], high - edgeAlong);
-    addPoint(edgeAcross, plate[3], high - edgeAlong);
-    const int highLeft = 2 * split + 1, lowPlate = highLeft + 1;
-    addFace(shape, {0, 1, 2, lowPlate + 1, lowPlate});
-    addFace(shape, {split, split + 1, lowPlate + 2, lowPlate + 1});
-    addFace(shape, {split + 1, split + 2, highLeft, lowPlate + 3, lowPlate + 2});
-    addFace(shape, {highLeft, 0, lowPlate, lowPlate + 3});
-    addFace(shape, {lowPlate, lowPlate + 1, lowPlate + 2, lowPlate + 3});
-    return shape;
+// What a tooth shows in a column: nothing where it is hidden.
+bool isPlank(int tooth, int column) {
+    if (column % 4 == 0) return true;
+    return (column == 2 && tooth < 4) || (column == 6 && tooth > 4) ||
+           (column == 10 && tooth > 2 && tooth < 7);
 }
 
-// Each column of faces shows the picture's left half, where the tunnel's plates are.
-Shape inLeftHalf(Shape shape) {
-    for (Face& face : shape.faces) {
-        double first = face.uvs[0].s;
-        for (const Uv& uv : face.uvs) first = std::min(first, uv.s);
-        for (Uv& uv : face.uvs) uv.s = (uv.s - std::floor(first + 1e-6)) / 2;
+class Bore {
+public:
+    // One column between two stations, `low` nearer to -z. Hidden ones face outwards: they are culled, and
+    // mirrors all the same.
+    void add(int column, const Station& low, const Station& high, bool hidden, const Patch& patch) {
+        std::vector<int> points;
+        std::vector<Uv> uvs;
+        addEdge(column, low, false, patch.low.t, patch, points, uvs);
+        addEdge(column, high, true, patch.high.t, patch, points, uvs);
+        if (hidden) {
+            std::reverse(points.begin(), points.end());
+            uvs.assign(uvs.size(), patch.low);
+        }
+        addFace(shape, points, uvs);
     }
-    return shape;
-}
+    void addAll(const Station& low, const Station& high, bool hidden, const Patch& patch) {
+        for (int column = 0; column < columns; column++) {
+            if (!low.round || !high.round) {
+                add(column, low, high, hidden, patch);
+                continue;
+            }
+            for (int i = 0; i < split; i++) addStrip(column + double(i) / split, low, high, patch);
+        }
+    }
+
+    Shape shape;
+
+private:
+    void addEdge(int column, const Station& station, bool back, double t, const Patch& patch,
+                 std::vector<int>& points, std::vector<Uv>& uvs) {
+        const int steps = station.round ? split : 1;
+        for (int i = 0; i <= steps; i++) {
+            const double across = double(back ? steps - i : i) / steps;
+            points.push_back(int(shape.points.size()));
+            shape.points.push_back(onBore(column + across, station));
+            uvs.push_back({mix(patch.low.s, patch.high.s, across), t});
+        }
+    }
+    void addStrip(double column, const Station& low, const Station& high, const Patch& patch) {
+        const int first = int(shape.points.size());
+        const double next = column + 1.0 / split;
+        for (const Vec& p :
+             {onBore(column, low), onBore(next, low), onBore(next, high), onBore(column, high)})
+            shape.points.push_back(p);
+        const auto& [from, to] = patch;
+        addFace(shape, {first, first + 1, first + 2, first + 3}, {from, {to.s, from.t}, to, {from.s, to.t}});
+    }
+};
 
 }  // namespace
 
 void makeTunnel(const char* path) {
-    std::vector<Shape> parts;
-    // Coffers lean one way and wedges the other, and the second bay is the first turned over.
-    const double coffer[4] = {299, 299, 292, 292}, wedge[4] = {276, 276, 264, 264};
-    const double cofferBack[4] = {292, 292, 299, 299}, wedgeBack[4] = {264, 264, 276, 276};
-    for (int column = 0; column < columns; column++) {
-        parts.push_back(panel(column, -134, -8, column % 2 ? wedge : coffer));
-        parts.push_back(panel(column, 8, 134, column % 2 ? cofferBack : wedgeBack));
+    Bore bore;
+    const double end = -halfLength + 4, begin = halfLength - 24, length = (begin - end) / teeth;
+    bore.addAll({endRadius, -halfLength, true}, {wide, end, false}, true, walls::rib);
+    for (int tooth = 0; tooth < teeth; tooth++) {
+        const double low = end + length * tooth, high = low + length;
+        const Station from = {wide, low, false}, to = {narrow, high - 2, false}, next = {wide, high, false};
+        const auto height = [](double k) { return mix(walls::panel.low.t, walls::panel.high.t, k / teeth); };
+        for (int column = 0; column < columns; column++) {
+            const bool hidden = !isPlank(tooth, column);
+            bore.add(column, from, to, hidden,
+                     {{walls::panel.low.s, height(tooth)}, {walls::panel.high.s, height(tooth + 1)}});
+            bore.add(column, to, next, hidden, walls::rib);
+        }
     }
-    parts.push_back(band({{wallRadius, -8}, {ribRadius + 6, -4}, {ribRadius + 6, 4}, {wallRadius, 8}}));
-    parts.push_back(band({{ribRadius, -halfLength}, {ribRadius, -142}, {wallRadius, -134}}));
-    parts.push_back(band({{wallRadius, 134}, {ribRadius, 142}, {ribRadius, halfLength}}));
-    // Wound after it is mapped, so that the texture winds along and meets the next segment's.
-    const Shape straight =
-        smoothed(inLeftHalf(mappedCylinder(joined(parts), Axis::z, columns, halfLength)), 0.9);
-    const Shape wound = bent(straight, [](Vec p) {
-        const double c = std::cos(turnPerUnit * p.z), s = std::sin(turnPerUnit * p.z);
-        return Vec{c * p.x - s * p.y, s * p.x + c * p.y, p.z};
-    });
-    // Shaded as if plates looked along the tunnel: at their flat angle they would throw back what lies beyond
-    // them, which is what lights outlines, and fill the screen with it.
-    writeAml(path, {shaded(wound, [](Vec, Vec normal) { return Vec{0, 0, -1} + normal * 0.2; })});
+    // The ring, before the segment's other end.
+    bore.addAll({wide, begin, false}, {ringRadius + 9, begin + 2, true}, false, walls::rib);
+    bore.addAll({ringRadius + 9, begin + 2, true}, {ringRadius, begin + 5, true}, false, walls::light);
+    bore.addAll({ringRadius, begin + 5, true}, {ringRadius, begin + 10, true}, false, walls::light);
+    bore.addAll({ringRadius, begin + 10, true}, {narrow, begin + 16, false}, false, walls::rib);
+    bore.addAll({narrow, begin + 16, false}, {endRadius, halfLength, true}, true, walls::rib);
+
+    writeAml(path, {shaded(welded(bore.shape), [&](Vec p, Vec normal) {
+                 const bool ring = std::hypot(p.x, p.y) < ringRadius + 10;
+                 const double lean = (normal.z < -0.3 ? -80 : ring ? 62 : 60) * pi / 180;
+                 const Vec inwards = normalized(Vec{-p.x, -p.y, 0});
+                 return inwards * std::cos(lean) + Vec{0, 0, 1} * std::sin(lean);
+             })});
 }

@@ -49,7 +49,9 @@ const Rgba warmLight = light(1.0f, 0.58f, 0.20f), coolLight = light(0.80f, 0.94f
 
 // Enamel of a brightness, a little warm beside the walls' steel.
 Rgba enamel(float tone) {
-    return opaque(tone * 1.06f, tone * 0.98f, tone * 0.88f);
+    const float pale = tone == 0.35f ? 1 : 0;  // with a breath of blue
+    return opaque(tone * mix(1.06f, 0.80f, pale), tone * mix(0.98f, 0.98f, pale),
+                  tone * mix(0.88f, 1.12f, pale));
 }
 
 // Steel of a brightness: teal in the dark, nearly neutral when bright. The hall's lights have next to no red,
@@ -62,7 +64,7 @@ Rgba steel(float tone) {
 
 // The walls': the glow on a beat makes seven times as much of a broad light, so their plates are deep.
 Rgba deepSteel(float tone) {
-    return steel(tone) * mix(0.66f, 0.90f, tone);
+    return steel(tone) * mix(0.60f, 0.80f, tone);
 }
 
 using Metal = Rgba (*)(float tone);
@@ -197,7 +199,7 @@ const std::vector<Row> hullRows = {
     {Plate, 0, 5, 3, 6, 0.16, 0.3},
     {Plate, 3, 5, 3, 4, 0.41, 0.3},
     {Plate, 3, 9, 7, 3, 0.27, 0.3},
-    {Plate, 10, 9, 6, 7, 0.36, 0.9},
+    {Plate, 10, 9, 6, 7, 0.35, 0},
     {Plate, 0, 11, 3, 5, 0.41, 0.4},
     {Plate, 3, 12, 4, 4, 0.13, 0.4},
     {Plate, 7, 12, 3, 4, 0.31, 0.4},
@@ -209,9 +211,7 @@ const std::vector<Row> hullRows = {
     {Inset, 0.5, 12, 2, 3.2, 0.28},
     {Inset, 11.5, 4.4, 1.1, 2.2, 0.2},
     {Hatch, 13.4, 5.1, 2.2, 2.2, 0.27},
-    {Hatch, 10.8, 12.6, 2.4, 2.4, 0.2},
     {Vent, 0.8, 3.1, 3, 1, 0.06, 5},
-    {Vent, 13.8, 10, 1.6, 4.6, 0.06, 11},
     {Vent, 3.5, 12.8, 3, 2.4, 0.06, 6},
     {Groove, 0.5, 6, 2, 0.12},
     {Groove, 0.5, 6.4, 2, 0.12},
@@ -230,36 +230,30 @@ const std::vector<Row> hullRows = {
     {Bolts, 3.5, 8.5, 2, 0.01, 0, 3},
     {Bolts, 7.4, 12.6, 2.2, 0.01, 0, 3},
     {Bolts, 7.4, 15.4, 2.2, 0.01, 0, 3},
-    {Bolts, 10.7, 15.5, 4.6, 0.01, 0, 6},
+    {Groove, 10.1, 13.2, 5.8, 0.1},
+    {Groove, 12.6, 9.1, 0.1, 6.8},
+    {Paint, 13.6, 13.3, 0.5, 2.6, 0, 1},
+    {Paint, 14.3, 13.3, 0.16, 2.6, 0, 1},
 };
 const std::vector<Sign> hullSigns = {
-    {"Valo", 7.25, 6, 0.86, 0.16},      {"7", 11.35, 8.4, 1.2, 0.2},    {"juova", 7.28, 7, 0.5, 0.16},
-    {"126", 3.5, 7.6, 0.9, 0.2},        {"Ö-9", 7.45, 14.5, 0.8, 0.18}, {"no step", 3.6, 10.5, 0.55, 0.16},
-    {"10 88 4", 10.6, 10.6, 0.42, 0.2},
+    {"Valo", 7.25, 6, 0.86, 0.16}, {"7", 11.35, 8.4, 1.2, 0.2},    {"juova", 7.28, 7, 0.5, 0.16},
+    {"126", 3.5, 7.6, 0.9, 0.2},   {"Ö-9", 7.45, 14.5, 0.8, 0.18}, {"no step", 3.6, 10.5, 0.55, 0.16},
 };
 
-const std::vector<Row> wallRows = {
-    {Plate, 2, 0, 6, 7, 0.19, 0.9},      {Plate, 8, 0, 6, 4, 0.14, 0.6},
-    {Plate, 8, 4, 6, 7, 0.19, 0.9},      {Plate, 2, 7, 6, 4, 0.11, 0.6},
-    {Plate, 2, 11, 6, 5, 0.2, 0.9},      {Plate, 8, 11, 6, 5, 0.15, 0.9},
-    {Inset, 2.9, 0.9, 4.2, 5.2, 0.14},   {Inset, 9, 5, 4, 5, 0.28},
-    {Inset, 8.8, 12.4, 4.4, 2.8, 0.11},  {Rail, 14.1, 0, 0.4, 16, 0.25},
-    {Rail, 1.5, 0, 0.4, 16, 0.25},       {Rail, 9.2, 12.8, 3.6, 0.34, 0.2},
-    {Rail, 9.2, 13.6, 3.6, 0.34, 0.2},   {Rail, 9.2, 14.4, 3.6, 0.34, 0.2},
-    {Hatch, 3.2, 11.8, 3.6, 3.6, 0.19},  {Vent, 8.8, 0.8, 4.4, 2.4, 0.06, 6},
-    {Vent, 3.6, 7.8, 3.7, 2.4, 0.06, 5}, {Groove, 3.3, 1.5, 3.4, 0.14},
-    {Groove, 3.3, 5.4, 3.4, 0.14},       {Hazard, 9, 9.2, 4, 0.6},
-    {Lamp, 15.75, 0.6, 0.5, 6.8, 1},     {Lamp, 15.75, 8.6, 0.5, 6.8, 1},
-    {Lamp, 9, 11.6, 4, 0.16, 0.5},       {Lamp, 2.8, 7.7, 0.3, 2.6, 0.9, 1},
-    {Bolts, 2.45, 1.2, 0.01, 4.6, 0, 5}, {Bolts, 7.55, 1.2, 0.01, 4.6, 0, 5},
-    {Bolts, 8.5, 5.4, 0.01, 4.2, 0, 4},  {Bolts, 13.5, 5.4, 0.01, 4.2, 0, 4},
-    {Bolts, 9.2, 15.6, 3.6, 0.01, 0, 4},
-};
-const std::vector<Sign> wallSigns = {
-    {"8", 4.1, 4.4, 2.4, 0.62},
-    {"808", 3.4, 5.2, 0.4, 0.62},
-    {"A", 9.9, 7.7, 1.9, 0.12},
-    {"utu", 10, 8.7, 0.6, 0.12},
+// One panel of the tunnel, from joint to joint: calm and dark, as the glow on a beat makes seven times as
+// much of a broad light.
+const std::vector<Row> panelRows = {
+    {Plate, 0.45, 0.2, 15.1, 14.1, 0.10, 1.6},
+    {Inset, 2.2, 1.2, 11.6, 5.6, 0.05},
+    {Inset, 2.2, 7.6, 11.6, 5.6, 0.07},
+    {Vent, 3.4, 8.4, 5.2, 1.8, 0.05, 6},
+    {Rail, 11.6, 8.2, 0.5, 4.4, 0.16},
+    {Rail, 12.6, 8.2, 0.5, 4.4, 0.16},
+    {Bolts, 1.3, 1.6, 0.01, 11, 0, 6},
+    {Bolts, 14.7, 1.6, 0.01, 11, 0, 6},
+    {Groove, 2.2, 7.1, 11.6, 0.14},
+    {Lamp, 0.9, 1.0, 0.35, 12.4, 0.7},
+    {Lamp, 14.9, 7.8, 0.35, 5.2, 0.7, 1},
 };
 
 Canvas plated(Metal metal, const std::vector<Row>& rows, const std::vector<Sign>& signs,
@@ -276,14 +270,18 @@ void makeHull(const char* path) {
     saveRgb(plated(enamel, hullRows, hullSigns, {0.14f, 0.55f, 0.5f, 900}), path, Rows::TopFirst);
 }
 
-// The tunnel's plates, drawn in to the left half, and the hall's pictures in the right one.
+// The tunnel's panel, drawn in to the left half with the light and the black of its rings below it, and the
+// hall's pictures in the right one.
 void makeWalls(const char* path) {
-    const Canvas plates = plated(deepSteel, wallRows, wallSigns, {0.16f, 0.22f, 0.6f, 1900});
+    const Canvas panel = plated(deepSteel, panelRows, {}, {0.16f, 0.10f, 0.6f, 1900});
     Canvas canvas(size, size, grey(0));
     paint(canvas, [&](float x, float y, Rgba) {
         const int column = int(x) * 2, row = int(y);
         if (column >= size) return hallPictures(x, y);
-        return mix(plates.at(column, row), plates.at(column + 1, row), 0.5f);
+        if (y > 14.6f * cell)
+            return mix(grey(0.004f), opaque(0.40f, 0.48f, 0.54f),
+                       smoothstep(0.36f, 0.30f, std::fabs(y / cell - 15.5f)));
+        return mix(panel.at(column, row), panel.at(column + 1, row), 0.5f);
     });
     saveRgb(canvas, path, Rows::TopFirst);
 }

@@ -119,15 +119,15 @@ void makeStudio(const char* path) {
         {-52, 10, {0.010f, 0.6f}, 5, 0.010f, light(0.45f, 0.62f, 0.84f)},
         {70, 0, {0.16f, 0.7f}, -8, 0.09f, light(0.135f, 0.068f, 0.022f)},
         {58, 0, {0.010f, 0.7f}, -8, 0.010f, light(0.84f, 0.50f, 0.18f)},
-        {10, -36, {0.7f, 0.05f}, -4, 0.05f, light(0.09f, 0.05f, 0.02f)},
+        {10, -36, {0.7f, 0.05f}, -4, 0.05f, light(0.06f, 0.03f, 0.012f)},
         {-34, 26, {0.24f, 0.20f}, 12, 0.14f, light(0.05f, 0.085f, 0.12f)},
         {36, 6, {0.18f, 0.26f}, -6, 0.12f, light(0.09f, 0.05f, 0.02f)},
         // Over the far side, for the edges of the stage.
-        {180, 88, {0.5f, 0.24f}, 0, 0.02f, light(0.30f, 0.38f, 0.46f)},
+        {180, 88, {0.5f, 0.18f}, 0, 0.02f, light(0.11f, 0.22f, 0.34f)},
     };
     // Sparks for the ball's mirrors.
     for (int i = 0; i < 30; i++) {
-        const float radius = mix(0.02f, 0.06f, randomAt(i, 2, 9));
+        const float radius = mix(0.015f, 0.035f, randomAt(i, 2, 9));
         const Rgba tint = mix(light(0.50f, 0.66f, 0.80f), light(0.85f, 0.56f, 0.26f),
                               smoothstep(0.6f, 0.9f, randomAt(i, 3, 9)));
         lamps.push_back({mix(-100, 100, randomAt(i, 0, 9)),

@@ -18,6 +18,7 @@ constexpr Patch lettered = cells(6.3, 3.3, 6.3, 5.4);  // the show's name
 constexpr Patch numbered = cells(3.2, 5.9, 2.6, 2.2);  // pale, "126"
 constexpr Patch hazard = cells(3.3, 9.3, 6.4, 2.5);    // stripes below "no step"
 constexpr Patch vents = cells(3.6, 12.9, 2.8, 2.2);    // dark slats
+constexpr Patch sail = cells(10.1, 9.1, 5.8, 6.8);      // a pale wing, from its root to its tip
 constexpr Patch dark = cells(6.3, 0.2, 3.4, 1.0);
 constexpr Uv orange = {13.0 / 16, 1.15 / 16};
 constexpr Uv warmLamp = {1.5 / 16, 8.58 / 16}, coolLamp = {1.5 / 16, 9.58 / 16};
@@ -26,9 +27,9 @@ constexpr Uv warmLamp = {1.5 / 16, 8.58 / 16}, coolLamp = {1.5 / 16, 9.58 / 16};
 
 namespace walls {
 
-constexpr Patch upperHalf = cells(0, 0, 16, 8), lowerHalf = cells(0, 8, 16, 8);
-constexpr Patch lamp = cells(-2, 0, 4, 8);  // a lamp with what is left and right of it
-constexpr Uv lampLight = {0, 4.5 / 16};
+// The tunnel's, in the left half: one panel from joint to joint, the light of its rings and their black ribs.
+constexpr Patch panel = cells(0, 0, 8, 14.5);
+constexpr Patch light = cells(0.2, 15.4, 7.6, 0.2), rib = cells(0.2, 14.8, 7.6, 0.2);
 
 // The hall's, in the right half: behind pillar, ship, probes and colossus half of what hangs there, from its
 // middle to its right edge; floor and dome from the axis to the wall over half a bay.
