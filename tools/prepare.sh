@@ -21,19 +21,16 @@ below() {
 }
 
 # endAttended SIGNAL: asks what `attend` runs to end, all of it, waits until it has, and ends this script by
-# the signal. A dpkg at work is left to finish, else the next one would refuse to start. xvfb-run and its
-# display end by themselves when what they are there for has ended.
+# the signal. xvfb-run and its display end by themselves when what they are there for has ended.
 endAttended() {
     trap '' INT TERM HUP
-    local pid running
+    local pid
+    [ -z "$unbroken" ] || echo 'Finishing the installation first' >&2
     while kill -0 "$attended" 2>/dev/null; do
-        running=$(echo "$attended"; below "$attended")
-        if ! cat $(printf '/proc/%s/comm ' $running) 2>/dev/null | grep -qx dpkg; then
-            for pid in $running; do
-                case $(cat "/proc/$pid/comm" 2>/dev/null) in xvfb-run | Xvfb) continue ;; esac
-                kill "$pid" 2>/dev/null || sudo -n kill "$pid" 2>/dev/null || true
-            done
-        fi
+        [ -n "$unbroken" ] || for pid in "$attended" $(below "$attended"); do
+            case $(cat "/proc/$pid/comm" 2>/dev/null) in xvfb-run | Xvfb) continue ;; esac
+            kill "$pid" 2>/dev/null || sudo -n kill "$pid" 2>/dev/null || true
+        done
         sleep 0.2
     done
     trap - "$1"
@@ -41,6 +38,7 @@ endAttended() {
 }
 
 # attend COMMAND...: runs it; TERM, HUP and Ctrl-C of this script end it too, with all that it has started.
+unbroken=
 attend() {
     trap 'endAttended INT' INT
     trap 'endAttended TERM' TERM
@@ -50,7 +48,15 @@ attend() {
     wait "$attended"
 }
 
-# installPackages NAME...: those of them that are not installed yet, as root or through sudo.
+# attendUnbroken COMMAND...: the same for what must not be cut off. The script ends as soon as it has.
+attendUnbroken() {
+    unbroken=1
+    attend "$@"
+    unbroken=
+}
+
+# installPackages NAME...: those of them that are not installed yet, as root or through sudo. Fetching them can be
+# cut off; dpkg can't, or it would have to be mended by hand before anything else is installed.
 installPackages() {
     local missing=() name
     for name in "$@"; do
@@ -59,8 +65,9 @@ installPackages() {
     [ ${#missing[@]} -gt 0 ] || return 0
     echo "Installing ${missing[*]}"
     attend "${asRoot[@]}" apt-get update -qq
-    attend "${asRoot[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
-        "${missing[@]}" >/dev/null
+    local install=(env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends)
+    attend "${asRoot[@]}" "${install[@]}" --download-only "${missing[@]}" >/dev/null
+    attendUnbroken "${asRoot[@]}" "${install[@]}" "${missing[@]}" >/dev/null
 }
 
 # The tests' sound servers. Debian lets only one of them stand on a machine, and installing the other would take

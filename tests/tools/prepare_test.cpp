@@ -63,7 +63,7 @@ TEST_F(Prepare, AnInstallationIsFinishedFirst) {
     std::filesystem::create_directories(folder.path / "root/var/lib/dpkg/info");
     folder.write("root/var/lib/dpkg/status", "");
     const int status = endOnceBegun(
-        "dpkg-deb -b package; attend dpkg --root=$PWD/root --log=log --force-not-root "
+        "dpkg-deb -b package; attendUnbroken dpkg --root=$PWD/root --log=log --force-not-root "
         "--force-script-chrootless -i package.deb",
         SIGTERM);
     EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGTERM) << status;
