@@ -152,6 +152,29 @@ TEST_F(RehearseProgram, WrongWordsAreOneLine) {
     EXPECT_EQ(run("5", "DISPLAY=:no").status, 1);
 }
 
+// As the package installs them: without data of the caller's own they draw the show's, and write where the
+// caller is.
+TEST(Look, AndCaptureDrawTheInstalledShow) {
+    const ScratchDirectory scratch;
+    namespace fs = std::filesystem;
+    const fs::path tools = scratch.path / "libexec/valojuova-tools", here = scratch.path / "100 %d";
+    fs::create_directories(tools);
+    fs::create_directories(scratch.path / "share/valojuova");
+    fs::create_directory(here);
+    fs::create_directory_symlink(fs::absolute("data"), scratch.path / "share/valojuova/data");
+    fs::copy(LOOK_PROGRAM, tools);
+    fs::copy(CAPTURE_PROGRAM, tools);
+    const auto run = [&](const std::string& words) {
+        return std::system(
+            ("cd '" + here.string() + "' && ../libexec/valojuova-tools/" + words + " >/dev/null 2>&1")
+                .c_str());
+    };
+    EXPECT_EQ(run("look 20 look.png"), 0);
+    EXPECT_EQ(run("capture --from 20 --to 20.01 --out frames/%d.png"), 0);
+    EXPECT_TRUE(contentOf((here / "look.png").string()) == contentOf((here / "frames/1200.png").string()));
+    EXPECT_EQ(std::distance(fs::directory_iterator(here), {}), 2);
+}
+
 // Not with the driver of the others: this is about the picture.
 TEST(Look, WritesTheFrameThatACaptureHas) {
     const ScratchDirectory scratch;

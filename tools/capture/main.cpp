@@ -12,6 +12,7 @@
 #include "tools/capture/part.h"
 #include "tools/capture/pictures.h"
 #include "tools/capture/stopping.h"
+#include "tools/installed_show.h"
 
 namespace {
 
@@ -41,6 +42,17 @@ bool drawOnePart(const CaptureOptions& options, const std::vector<int>& frames) 
     return drawPart(show, frames, progress, options.out, manifestOfWindow(options.fps, options.kind));
 }
 
+// As they are meant where the caller is; of numbered pictures the name is a format.
+void findFiles(CaptureOptions* options) {
+    std::string folder = goToInstalledShow();
+    for (std::string& part : options->parts) part = pathFrom(folder, part);
+    options->storyboard = pathFrom(folder, options->storyboard);
+    if (options->picturesWanted())
+        for (size_t at = 0; (at = folder.find('%', at)) != std::string::npos; at += 2)
+            folder.insert(at, 1, '%');
+    options->out = pathFrom(folder, options->out);
+}
+
 bool capture(const CaptureOptions& options) {
     if (!options.parts.empty()) return joinParts(options.parts, options, true);
     const std::vector<int> frames = framesOf(options.runs(options.fps));
@@ -57,7 +69,8 @@ bool capture(const CaptureOptions& options) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    const CaptureOptions options = parseCaptureOptions(argc, argv);
+    CaptureOptions options = parseCaptureOptions(argc, argv);
+    findFiles(&options);
     stopOnSignals();
     atexit(failUnlessSucceeded);
     succeeded = capture(options);

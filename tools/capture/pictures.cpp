@@ -50,7 +50,8 @@ bool drawPictures(const CaptureOptions& options, const std::vector<int>& all) {
                 all.size());
     if (frames.empty()) return true;
     std::error_code ignored;  // writing the first picture reports it
-    std::filesystem::create_directories(std::filesystem::path(options.out).parent_path(), ignored);
+    std::filesystem::create_directories(std::filesystem::path(nameOf(options, frames.front())).parent_path(),
+                                        ignored);
     SteppedShow show(options.fps, options.samples);
     Progress progress(int(frames.size()));
     Image image = createImage(screenWidth, screenHeight, 3);

@@ -14,6 +14,7 @@
 #include "tools/capture/whole_file.h"
 #include "tools/command_line.h"
 #include "tools/data_folder.h"
+#include "tools/installed_show.h"
 
 namespace {
 
@@ -64,8 +65,9 @@ int main(int argc, char** argv) {
         return 1;
     }
     const double at = second(argv[1]);
-    const std::string file = argc == 3 ? argv[2] : "";
+    std::string file = argc == 3 ? argv[2] : "";
     if (!file.empty() && !file.ends_with(".png")) refuse(argv[2], "its name does not end in .png");
+    file = pathFrom(goToInstalledShow(), file);
     if (!makeStaleData()) return 1;
 
     atexit(failUnlessSucceeded);

@@ -11,6 +11,7 @@
 #include "app/window.h"
 #include "render/quit.h"
 #include "tools/data_folder.h"
+#include "tools/installed_show.h"
 #include "tools/rehearse/loading.h"
 #include "tools/rehearse/options.h"
 #include "tools/rehearse/rehearsal.h"
@@ -61,7 +62,10 @@ bool rehearse(const RehearseOptions& options) {
 
 int main(int argc, char** argv) {
     if (argc > 1 && strcmp(argv[1], "--check") == 0) return runCheck(argc, argv);
-    const RehearseOptions options = parseRehearseOptions(argc, argv);
+    RehearseOptions options = parseRehearseOptions(argc, argv);
+    const std::string folder = goToInstalledShow();
+    options.stateFile = pathFrom(folder, options.stateFile);
+    options.pictureFile = pathFrom(folder, options.pictureFile);
     lookForBrokenFiles();
     atexit(failUnlessSucceeded);
     succeeded = rehearse(options);
