@@ -8,6 +8,15 @@
 #include "script/run_up.h"
 #include "tools/capture/window.h"
 
+OnePixel::OnePixel() {
+    glScissor(0, 0, 1, 1);
+    glEnable(GL_SCISSOR_TEST);
+}
+
+OnePixel::~OnePixel() {
+    glDisable(GL_SCISSOR_TEST);
+}
+
 SteppedShow::SteppedShow(int fps, int samples) : fps(fps) {
     openCaptureWindow(samples);
     initialiseDemo();
@@ -22,14 +31,11 @@ void SteppedShow::drawRunUp(int frame) {
     std::vector<int> times;
     for (int i = next; i <= frame; i++) times.push_back(milliseconds(i));
     const std::vector<bool> drawn = framesToDraw(times);
-    // Only what these frames leave behind counts, and none of that is in their pixels: one of them will do.
-    glScissor(0, 0, 1, 1);
-    glEnable(GL_SCISSOR_TEST);
+    const OnePixel unseen;
     for (const int first = next; next < frame; next++) {
         music.ms = milliseconds(next);
         drawn[next - first] ? drawFrame() : passFrame();
     }
-    glDisable(GL_SCISSOR_TEST);
 }
 
 void SteppedShow::draw(int frame) {

@@ -5,6 +5,12 @@
 #include "app/clock.h"
 #include "tools/capture/frames.h"
 
+// While it lives, what is drawn is cut to one pixel: for drawing of which only what it leaves behind counts.
+struct OnePixel {
+    OnePixel();
+    ~OnePixel();
+};
+
 struct SteppedShow {
     int fps;
     SteppedMusic music;

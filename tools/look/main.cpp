@@ -9,9 +9,11 @@
 #include <cstdlib>
 #include <string>
 
+#include "app/startup.h"
 #include "script/timeline.h"
 #include "tools/capture/stepped_show.h"
 #include "tools/capture/whole_file.h"
+#include "tools/capture/window.h"
 #include "tools/command_line.h"
 #include "tools/data_folder.h"
 #include "tools/installed_show.h"
@@ -44,6 +46,13 @@ double second(const char* text) {
     return value;
 }
 
+// Without the loading screens, which take as long as all the rest where they are drawn in software.
+void openShow() {
+    openCaptureWindow(0);
+    const OnePixel unseen;
+    initialiseDemo();
+}
+
 void showUntilKey() {
     SDL_GL_SwapBuffers();
     SDL_Event event;
@@ -71,7 +80,8 @@ int main(int argc, char** argv) {
     if (!makeStaleData()) return 1;
 
     atexit(failUnlessSucceeded);
-    SteppedShow show(framesPerSecond);
+    openShow();
+    SteppedShow show(framesPerSecond, SteppedShow::Loaded{});
     SDL_WM_SetCaption("Valojuova: look", "Valojuova");
     show.draw(std::min(int(std::lround(at * framesPerSecond)),
                        framesBefore(double(programme().back().begin), framesPerSecond) - 1));
