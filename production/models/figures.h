@@ -8,8 +8,8 @@ namespace figures {
 
 model::Shape robotBody();
 model::Shape robotArms();
-model::Shape robotScreen();  // the face's glass
-model::Shape robotTrim();    // painted parts and lamps
+model::Shape robotScreen();                               // the face's glass
+model::Shape robotTrim();                                 // painted parts and lamps
 model::Shape onRobotScreen(const model::Shape& picture);  // from x = S, y = T, z = height over the glass
 model::Shape ship();
 model::Shape probe();

@@ -112,7 +112,7 @@ Shape sail(const Outline& outline, const std::vector<Vec>& lit) {
 
 // The three wings stand where every second beam leaves, so that its beams come out of their edges.
 Shape wing() {
-    const Outline outline = {{6, 78},   {20, 53},  {36, 12},  {50, -26}, {56, -52},
+    const Outline outline = {{6, 78},       {20, 53},  {36, 12},  {50, -26}, {56, -52},
                              {56.5, -85.5}, {51, -73}, {36, -62}, {12, -60}};
     return joined({sail(outline, {{8, 76, 0}, {20.5, 53, 0}, {36.5, 12, 0}, {49.8, -26, 0}, {55.7, -50, 0}}),
                    painted(moved(lathe({{0, -32}, {2, -28}, {4.2, -10}, {4.6, 4}, {3.4, 14}, {0, 14}}, 14),

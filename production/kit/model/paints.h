@@ -18,7 +18,7 @@ constexpr Patch lettered = cells(6.3, 3.3, 6.3, 5.4);  // the show's name
 constexpr Patch numbered = cells(3.2, 5.9, 2.6, 2.2);  // pale, "126"
 constexpr Patch hazard = cells(3.3, 9.3, 6.4, 2.5);    // stripes below "no step"
 constexpr Patch vents = cells(3.6, 12.9, 2.8, 2.2);    // dark slats
-constexpr Patch sail = cells(10.1, 9.1, 5.8, 6.8);      // a pale wing, from its root to its tip
+constexpr Patch sail = cells(10.1, 9.1, 5.8, 6.8);     // a pale wing, from its root to its tip
 constexpr Patch dark = cells(6.3, 0.2, 3.4, 1.0);
 constexpr Uv orange = {13.0 / 16, 1.15 / 16};
 constexpr Uv warmLamp = {1.5 / 16, 8.58 / 16}, coolLamp = {1.5 / 16, 9.58 / 16};
