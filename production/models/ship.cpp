@@ -64,32 +64,6 @@ Shape body() {
     return painted(flutedLathe(profile, {flutes, 0.16, 1.4, -66, 62, 4}, 0));
 }
 
-// A lens-shaped spar along a path in the plane of x (outwards) and y; `chord` gives its width at 0..1 of the
-// path, its thickness is a fixed part of that.
-Shape spar(const std::vector<Vec>& path, const std::function<double(double)>& chord) {
-    Sweep how;
-    how.path = curveThrough(path, false, 5);
-    how.up = {0, 0, 1};
-    const double last = double(how.path.size() - 1);
-    how.change = [&](int step, Outline lens) {
-        const double width = chord(step / last);
-        for (Flat& p : lens) p = {p.x * width, p.y * (1.2 + width * 0.17)};
-        return lens;
-    };
-    // Sharp at the leading and trailing edge, domed between.
-    const Outline lens = {{0.5, 0},  {0.42, 0.36},   {0.22, 0.6},   {0, 0.68},  {-0.22, 0.6}, {-0.42, 0.36},
-                          {-0.5, 0}, {-0.42, -0.36}, {-0.22, -0.6}, {0, -0.68}, {0.22, -0.6}, {0.42, -0.36}};
-    Shape shape = sweep(lens, how);
-    // The stripes run along the spar on both its faces.
-    for (Face& face : shape.faces) {
-        for (Uv& uv : face.uvs) {
-            const size_t point = size_t(std::lround(uv.s * lens.size())) % lens.size();
-            uv = {uv.t, lens[point].x + 0.5};
-        }
-    }
-    return painted(shape, hull::striped);
-}
-
 // A flat plate in the plane of x (outwards) and y: a dark edge, and on both its faces a broad pale field. The
 // line of light runs along its leading edge, from point to point of `lit`.
 Shape sail(const Outline& outline, const std::vector<Vec>& lit) {
@@ -177,6 +151,6 @@ Shape figures::ship() {
 // it turns.
 void makeShip(const char* path) {
     writeAml(path, {shaded(figures::ship(), [](Vec, Vec normal) {
-                 return normal * 0.80 + Vec{0, 0, 0.48};
+                 return normal * 0.82 + Vec{0, 0, 0.45};
              })});
 }

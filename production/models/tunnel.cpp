@@ -37,9 +37,9 @@ Vec onBore(double column, const Station& station) {
 
 // What a tooth shows in a column: nothing where it is hidden.
 bool isPlank(int tooth, int column) {
-    if (column % 4 == 0) return true;
-    return (column == 2 && tooth < 4) || (column == 6 && tooth > 4) ||
-           (column == 10 && tooth > 2 && tooth < 7);
+    if (column % 4 == 3) return true;
+    return (column == 1 && tooth < 4) || (column == 5 && tooth > 4) ||
+           (column == 9 && tooth > 2 && tooth < 7);
 }
 
 class Bore {
@@ -115,9 +115,11 @@ void makeTunnel(const char* path) {
     bore.addAll({ringRadius, begin + 10, true}, {narrow, begin + 16, false}, false, walls::rib);
     bore.addAll({narrow, begin + 16, false}, {endRadius, halfLength, true}, true, walls::rib);
 
+    // Shaded so that who looks at the ship finds little of what lies beyond a thing thrown back: that is what
+    // lights outlines, and would fill the screen.
     writeAml(path, {shaded(welded(bore.shape), [&](Vec p, Vec normal) {
                  const bool ring = std::hypot(p.x, p.y) < ringRadius + 10;
-                 const double lean = (normal.z < -0.3 ? -80 : ring ? 62 : 60) * pi / 180;
+                 const double lean = (normal.z < -0.3 ? (ring ? -100 : -112) : ring ? 62 : 56) * pi / 180;
                  const Vec inwards = normalized(Vec{-p.x, -p.y, 0});
                  return inwards * std::cos(lean) + Vec{0, 0, 1} * std::sin(lean);
              })});

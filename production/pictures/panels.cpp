@@ -49,7 +49,7 @@ const Rgba warmLight = light(1.0f, 0.58f, 0.20f), coolLight = light(0.80f, 0.94f
 
 // Enamel of a brightness, a little warm beside the walls' steel.
 Rgba enamel(float tone) {
-    const float pale = tone == 0.35f ? 1 : 0;  // with a breath of blue
+    const float pale = tone == 0.32f ? 1 : 0;  // with a breath of blue
     return opaque(tone * mix(1.06f, 0.80f, pale), tone * mix(0.98f, 0.98f, pale),
                   tone * mix(0.88f, 1.12f, pale));
 }
@@ -199,7 +199,7 @@ const std::vector<Row> hullRows = {
     {Plate, 0, 5, 3, 6, 0.16, 0.3},
     {Plate, 3, 5, 3, 4, 0.41, 0.3},
     {Plate, 3, 9, 7, 3, 0.27, 0.3},
-    {Plate, 10, 9, 6, 7, 0.35, 0},
+    {Plate, 10, 9, 6, 7, 0.32, 0},
     {Plate, 0, 11, 3, 5, 0.41, 0.4},
     {Plate, 3, 12, 4, 4, 0.13, 0.4},
     {Plate, 7, 12, 3, 4, 0.31, 0.4},

@@ -113,17 +113,17 @@ Rgba rimLight(Direction towards) {
 void makeStudio(const char* path) {
     std::vector<Softbox> lamps = {
         {0, 54, {1.2f, 0.20f}, 3, 0.16f, light(0.025f, 0.030f, 0.036f)},
-        {0, 36, {0.9f, 0.010f}, 2, 0.010f, light(0.48f, 0.56f, 0.64f)},
+        {0, 36, {0.9f, 0.010f}, 2, 0.010f, light(0.28f, 0.44f, 0.64f)},
         {0, 68, {1.5f, 0.024f}, 2, 0.016f, light(0.26f, 0.30f, 0.34f)},
         {-64, 10, {0.20f, 0.6f}, 5, 0.10f, light(0.065f, 0.12f, 0.185f)},
-        {-52, 10, {0.010f, 0.6f}, 5, 0.010f, light(0.45f, 0.62f, 0.84f)},
+        {-52, 10, {0.010f, 0.6f}, 5, 0.010f, light(0.26f, 0.46f, 0.80f)},
         {70, 0, {0.16f, 0.7f}, -8, 0.09f, light(0.135f, 0.068f, 0.022f)},
         {58, 0, {0.010f, 0.7f}, -8, 0.010f, light(0.84f, 0.50f, 0.18f)},
         {10, -36, {0.7f, 0.05f}, -4, 0.05f, light(0.06f, 0.03f, 0.012f)},
         {-34, 26, {0.24f, 0.20f}, 12, 0.14f, light(0.05f, 0.085f, 0.12f)},
         {36, 6, {0.18f, 0.26f}, -6, 0.12f, light(0.09f, 0.05f, 0.02f)},
         // Over the far side, for the edges of the stage.
-        {180, 88, {0.5f, 0.18f}, 0, 0.02f, light(0.11f, 0.22f, 0.34f)},
+        {180, 88, {0.5f, 0.24f}, 0, 0.02f, light(0.14f, 0.28f, 0.44f)},
     };
     // Sparks for the ball's mirrors.
     for (int i = 0; i < 30; i++) {
