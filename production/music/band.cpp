@@ -35,6 +35,7 @@ constexpr GrowlVoice growl = {.level = {0.003f, 0.6f, 0.85f, 0.03f},
                               .rates = {1.5f, 3, 2, 4},
                               .beatsPerSecond = 2.1f,
                               .throat = 1.1f,
+                              .teeth = 1.6f,
                               .detune = 0.2f,
                               .gain = 0.8f};
 constexpr LeadVoice lead = {.glide = 0.05f,
@@ -155,6 +156,11 @@ Part noise(const char* name, Instrument play, const Channel& channel) {
 Part doubling(const char* name, const char* parts, Span range, Instrument play, const Channel& channel) {
     return {name, Role::bass, Notation::bass, range, std::move(play), channel, 0, parts};
 }
+// Its every second sixteenth comes late where the section swings.
+Part swinging(Part part) {
+    part.swings = true;
+    return part;
+}
 Part bassLine(const char* name, Span range, Instrument play, const Channel& channel) {
     return {name, Role::bass, Notation::bass, range, std::move(play), channel};
 }
@@ -181,32 +187,37 @@ constexpr int woodPitch = 67, tomPitch = 48;
 std::vector<Part> band() {
     return {
         // Drums
-        hits("kick", struck({kickDrum(49, 0.28f, 0.85f)}), {.level = -4}),
+        hits("kick", struck({kickDrum(49, 0.28f, 0.85f)}), {.level = -4.5}),
         hits("thump", struck({kickDrum(52, 0.22f, 0.15f)}), {.level = -5, .hall = -16}),
-        hits("snare", struck({snareDrum(188, 0.2f, 0.8f)}), {.level = -5, .lowCut = 110, .room = -12}),
+        hits("snare",
+             struck({snareDrum(188, 0.2f, 0.8f), snareDrum(186.4f, 0.21f, 0.77f),
+                     snareDrum(189.5f, 0.19f, 0.83f)}),
+             {.level = -5, .lowCut = 110, .room = -12}),
         hits("slam", struck({slam()}), {.level = -9, .lowCut = 60, .room = -8, .hall = -12}),
         hits("clap", struck({handClap(0.16f)}), {.level = -12, .room = -10, .hall = -20}),
-        hits("rim", struck({boxKnock(hertzOf(81), 1)}),
+        hits("rim", struck({boxKnock(hertzOf(79), 1)}),
              {.level = -9, .pan = 0.15f, .lowCut = 400, .room = -8, .hall = -16}),
         hits("roll", struck({snareDrum(205, 0.11f, 0.7f), snareDrum(198, 0.11f, 0.75f)}),
              {.level = -9, .lowCut = 160, .room = -12}),
-        hits("hat", struck({hiHat(0.05f, 0.5f, 1), hiHat(0.035f, 0.6f, 2), hiHat(0.06f, 0.4f, 3)}),
-             {.level = -15, .pan = 0.2f}),
-        hits("openHat", struck({hiHat(0.2f, 0.4f, 4), hiHat(0.19f, 0.45f, 5)}),
+        swinging(hits("hat", struck({hiHat(0.05f, 0.5f, 1), hiHat(0.035f, 0.6f, 2), hiHat(0.06f, 0.4f, 3)}),
+                      {.level = -15, .pan = 0.2f})),
+        hits("openHat", struck({hiHat(0.2f, 0.4f, 4), hiHat(0.19f, 0.45f, 5), hiHat(0.21f, 0.35f, 8)}),
              {.level = -20, .pan = -0.15f, .room = -18}),
-        hits("ride", struck({hiHat(0.7f, 0.3f, 6), hiHat(0.6f, 0.35f, 7)}), {.level = -25, .pan = 0.25f}),
+        hits("ride", struck({hiHat(0.7f, 0.3f, 6), hiHat(0.6f, 0.35f, 7), hiHat(0.65f, 0.4f, 9)}),
+             {.level = -25, .pan = 0.25f}),
         hits("crash", struck({crashCymbal(1.9f, 31), crashCymbal(1.7f, 32)}),
              {.level = -14, .duck = 0.2f, .hall = -14}),
         melody("toms", Role::drums, {36, 60}, struck({tomDrum(hertzOf(tomPitch), 0.25f)}, tomPitch),
                {.level = -9, .room = -10, .hall = -16}),
-        hits("lowBox", struck({boxKnock(hertzOf(55), 0.4f)}), {.level = -9, .pan = -0.3f, .room = -9}),
-        hits("middleBox", struck({boxKnock(hertzOf(62), 0.6f), boxKnock(hertzOf(60), 0.4f)}),
-             {.level = -10, .pan = 0.3f, .room = -9}),
-        hits("highBox", struck({boxKnock(hertzOf(70), 0.8f), boxKnock(hertzOf(72), 0.6f)}),
-             {.level = -11, .pan = -0.1f, .room = -8, .echo = -16}),
-        hits("shaker", struck({shaker(0.07f, 1), shaker(0.05f, 2), shaker(0.06f, 3)}),
-             {.level = -17, .pan = 0.3f}),
-        hits("tick", struck({tick(2100), tick(1900)}),
+        swinging(
+            hits("lowBox", struck({boxKnock(hertzOf(55), 0.4f)}), {.level = -9, .pan = -0.55f, .room = -9})),
+        swinging(hits("middleBox", struck({boxKnock(hertzOf(62), 0.6f), boxKnock(hertzOf(60), 0.4f)}),
+                      {.level = -10, .pan = 0.55f, .room = -9})),
+        swinging(hits("highBox", struck({boxKnock(hertzOf(70), 0.8f), boxKnock(hertzOf(72), 0.6f)}),
+                      {.level = -11, .pan = -0.1f, .room = -8, .echo = -16})),
+        swinging(hits("shaker", struck({shaker(0.07f, 1), shaker(0.05f, 2), shaker(0.06f, 3)}),
+                      {.level = -17, .pan = 0.3f})),
+        hits("tick", struck({tick(2120), tick(1900), tick(2010)}),
              {.level = -13, .pan = -0.2f, .room = -10, .echo = -16}),
         hits("impact", struck({impact(2.2f, 0.9f)}), {.level = -9, .hall = -10}),
 
@@ -220,9 +231,9 @@ std::vector<Part> band() {
         // The floor
         doubling("sub", "bass,growl", {26, 39}, playedBy(sub), {.level = -11, .highCut = 140, .duck = 0.9f}),
         bassLine("bass", {29, 57}, playedBy(bass),
-                 {.level = -9, .lowCut = 85, .monoBelow = 300, .duck = 0.75f}),
+                 {.level = -4, .lowCut = 85, .monoBelow = 300, .duck = 0.8f}),
         bassLine("growl", {29, 57}, playedBy(growl),
-                 {.level = -8, .lowCut = 85, .monoBelow = 300, .duck = 0.65f, .room = -22}),
+                 {.level = -3, .lowCut = 85, .monoBelow = 300, .duck = 0.5f, .room = -22}),
         melody("drone", Role::bass, {36, 60}, playDrone,
                {.level = -8, .lowCut = 60, .duck = 0.4f, .hall = -12, .chorus = 0.3f}),
 
@@ -236,13 +247,13 @@ std::vector<Part> band() {
                 .hall = -11,
                 .chorus = 0.3f}),
         chords("strings", 4, {55, 79}, playedBy(strings),
-               {.level = -12, .lowCut = 250, .duck = 0.6f, .hall = -12}),
+               {.level = -12, .width = 1.3f, .lowCut = 250, .duck = 0.7f, .hall = -12}),
         chords("choir", 4, {50, 74}, playedBy(choir),
                {.level = -13, .width = 0.75f, .lowCut = 200, .duck = 0.5f, .hall = -8, .chorus = 0.4f}),
         chords("stab", 4, {50, 77}, playedBy(stab),
                {.level = -12, .lowCut = 180, .monoBelow = 250, .duck = 0.5f, .room = -16, .hall = -16}),
-        chords("pluck", 3, {62, 84}, playedBy(pluck),
-               {.level = -9, .lowCut = 250, .duck = 0.3f, .hall = -16, .echo = -12}),
+        swinging(chords("pluck", 3, {62, 84}, playedBy(pluck),
+                        {.level = -9, .lowCut = 250, .duck = 0.3f, .hall = -16, .echo = -12})),
         arpeggio("arp", {62, 96}, playedBy(arp),
                  {.level = -11, .pan = -0.15f, .lowCut = 300, .duck = 0.5f, .hall = -18, .echo = -13}),
         arpeggio(
@@ -251,7 +262,7 @@ std::vector<Part> band() {
         arpeggio("robot", {57, 96}, playedBy(robot),
                  {.level = -10, .pan = 0.25f, .width = 0.7f, .lowCut = 250, .room = -10, .echo = -10}),
         line("counter", {57, 76}, playedBy(strings),
-             {.level = -10, .lowCut = 250, .duck = 0.4f, .hall = -12}),
+             {.level = -10, .lowCut = 250, .duck = 0.55f, .hall = -12}),
 
         // Melody
         melody("hook", {55, 89}, playedBy(hook),
@@ -263,8 +274,8 @@ std::vector<Part> band() {
         melody("horn", {50, 84}, playedBy(horn), {.level = -7, .lowCut = 120, .duck = 0.3f, .hall = -10}),
         melody("siren", {62, 91}, playedBy(siren),
                {.level = -7, .lowCut = 300, .room = -14, .hall = -16, .echo = -14}),
-        melody("wood", {50, 89}, struck({boxKnock(hertzOf(woodPitch), 0.5f)}, woodPitch),
-               {.level = -6, .pan = 0.1f, .lowCut = 180, .room = -10, .hall = -16, .echo = -14}),
+        swinging(melody("wood", {50, 89}, struck({boxKnock(hertzOf(woodPitch), 0.5f)}, woodPitch),
+                        {.level = -6, .pan = 0.1f, .lowCut = 180, .room = -10, .hall = -16, .echo = -14})),
         melody("bells", {55, 94}, playedBy(bells),
                {.level = -7, .width = 0.6f, .lowCut = 200, .hall = -10, .echo = -11}),
         melody("voice", {53, 81}, playedBy(voice),

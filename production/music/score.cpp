@@ -12,34 +12,42 @@ namespace {
 // bar.
 constexpr char theme1[] =
     "G4:3' D5:7' C5:2 Bb4:4 | C5:3 Bb4:3 G4:6 -:4 | F4:3' D5:7' C5:2 Bb4:4 | C5:6 A4:6 -:4 | "
-    "G4:3' D5:7' F5:2 D5:4 | Eb5:3 D5:3 Bb4:6 -:4 | C5:3 D5:3 Eb5:6' D5:2 C5:2 | D5:6' C5:2 A4:2 F#4:2 -:4";
-// What answers it where it breathes.
+    "G4:3' D5:3 G5:6' F5:2 D5:2 | Eb5:3 D5:3 Bb4:6 -:4 | C5:3 D5:3 Eb5:6' D5:2 C5:2 | D5:6' C5:2 A4:2 F#4:2 "
+    "-:4";
+// What answers it where it breathes, in the strokes of the ship's hook.
 constexpr char theme1Answers[] =
-    "-:16 | -:12 D5:1 F5:1 G5:2 | -:16 | -:12 C5:1 F5:1 A5:2 | -:16 | -:12 Eb5:1 G5:1 Bb5:2 | "
+    "-:16 | -:10 D5:1 -:1 D5:1 F5:2 D5:1 | -:16 | -:10 C5:1 -:1 C5:1 F5:2 A5:1 | -:16 | "
+    "-:10 G5:1 -:1 G5:1 Bb5:2 G5:1 | "
     "-:16 | -:10 F#5:1 A5:1 C6:2 A5:2";
 // The same with runs between its long notes.
 constexpr char theme1Runs[] =
     "G4:3' D5:5' Eb5:1 D5:1 C5:2 Bb4:4 | C5:3 Bb4:3 G4:4 -:2 A4:2 Bb4:2 | "
     "F4:3' D5:5' F5:2 D5:2 C5:2 -:2 | C5:6' A4:4 -:2 F4:2 A4:2 | "
-    "G4:3' D5:5' F5:2 G5:2' F5:2 D5:2 | Eb5:3 D5:3 Bb4:4 -:2 C5:2 D5:2 | "
+    "G4:3' D5:3 G5:4' A5:1 G5:1 F5:2 D5:2 | Eb5:3 D5:3 Bb4:4 -:2 C5:2 D5:2 | "
     "Eb5:3' D5:3 C5:4 Eb5:2 D5:2 C5:2 | D5:6' F#4:2 A4:4 -:4";
 // A third or a sixth below it.
 constexpr char theme1Below[] =
     "D4:3 Bb4:7 A4:2 G4:4 | G4:3 G4:3 Eb4:4 -:6 | D4:3 Bb4:7 A4:2 -:4 | A4:6 F4:4 -:6 | "
     "D4:3 Bb4:7 D5:2 Bb4:4 | C5:3 Bb4:3 G4:4 -:6 | G4:3 G4:3 C5:6 Bb4:2 G4:2 | F#4:6 A4:2 F#4:4 -:4";
+// The same under the runs, from their third bar on, over the greetings' chords.
+constexpr char theme1RunsBelow[] =
+    "D4:3 Bb4:5 D5:2 Bb4:2 A4:2 -:2 | A4:6 F4:4 -:6 | D4:3 Bb4:7 D5:2 Bb4:4 | C5:3 Ab4:3 Eb4:4 -:6 | "
+    "G4:3 G4:3 Eb4:4 C5:2 Bb4:2 A4:2 | F#4:6 D4:2 F#4:4 -:4";
 // Its first half in notes twice as long, over the chords of the smoke.
 constexpr char theme1Slow[] =
-    "G4:6 D5:10 | -:4 C5:4 A4:8 | C5:6 Bb4:6 G4:4 | -:8 F4:4, Bb4:4, | G4:6 D5:10 | -:4 C5:4 A4:8 | "
+    "G4:6 D5:10 | -:4 C5:4 A4:8 | C5:6 Bb4:6 G4:4 | -:8 F4:4, Bb4:4, | G4:6 F5:10 | -:4 D5:4 C5:8 | "
     "C5:6 D5:6 Eb5:4 | D5:12 -:4";
 
 // The second theme climbs where the first one falls.
 constexpr char theme2[] =
-    "Bb4:4 Eb5:4' G5:6' F5:2 | F5:4 C5:4 A5:6' -:2 | G5:2 A5:2 Bb5:4' A5:2 G5:2 D5:4 | F5:8' -:2 D5:2 F5:4 | "
-    "Eb5:4 G5:4 Bb5:6' A5:2 | A5:4 F5:4 C6:6' -:2";
-// A whole tone up, for the climax and the credits; it stops halfway up its last climb.
+    "Bb4:4 Eb5:4' G5:6' F5:2 | G5:4' F5:2 C5:2 A5:6' -:2 | G5:2 A5:2 Bb5:4' A5:2 G5:2 D5:4 | F5:8' -:2 D5:2 "
+    "F5:4 | "
+    "Eb5:4 G5:4 Bb5:6' A5:2 | Bb5:4' A5:2 F5:2 C6:6' -:2";
+// A whole tone up, for the credits; it stops halfway up its last climb.
 constexpr char theme2Raised[] =
-    "C5:4 F5:4' A5:6' G5:2 | G5:4 D5:4 B5:6' -:2 | A5:2 B5:2 C6:4' B5:2 A5:2 E5:4 | G5:8' -:2 E5:2 G5:4 | "
-    "F5:4 A5:4 C6:6 B5:2 | B5:4 G5:4 D6:6 -:2 | A5:6 F5:2 D5:6 -:2 | B4:8 E5:8";
+    "C5:4 F5:4' A5:6' G5:2 | A5:4' G5:2 D5:2 B5:6' -:2 | A5:2 B5:2 C6:4' B5:2 A5:2 E5:4 | G5:8' -:2 E5:2 "
+    "G5:4 | "
+    "F5:4 A5:4 C6:6 B5:2 | C6:4' B5:2 G5:2 D6:6 -:2 | A5:6 F5:2 D5:6 -:2 | B4:8 E5:8";
 
 // The ship's hook: three strokes and a fall, and beat four left to the blow that lands there.
 constexpr char hook[] =
@@ -51,7 +59,10 @@ constexpr char hook[] =
 // What the climax answers to the first theme's question: up instead of down, to the highest note of all.
 constexpr char climaxAnswer[] =
     "C6:3' B5:3 A5:6 E5:2 A5:2 | C6:3' D6:3 C6:4 A5:4 -:2 | F5:2 A5:2 D6:6' C6:2 B5:2 A5:2 | "
-    "B5:6' G#5:2 E6:6' -:2";
+    "B5:6' G#5:2 E6:7' -:1";
+// The second half of the question, which fits under that answer: one falls while the other climbs.
+constexpr char climaxBelow[] =
+    "A4:3' E5:7' D5:2 C5:4 | F5:3 E5:3 C5:6 -:4 | D5:3 E5:3 F5:6' E5:2 D5:2 | E5:6' D5:2 B4:2 G#4:2 -:4";
 
 // A song of the light that sinks: half steps against the one low D.
 constexpr char sinkingSong[] =
@@ -63,12 +74,12 @@ constexpr char woodTune[] =
     "G4:1 -:2 D5:1 -:2 F5:1 -:1 D5:1 -:1 Bb4:1 -:1 C5:1 -:1 D5:2 | "
     "G4:1 -:2 D5:1 -:2 F5:1 -:1 G5:1 -:1 F5:1 -:1 D5:1 -:3 | "
     "E5:1 -:2 C5:1 -:2 E5:1 -:1 G5:1 -:1 E5:1 -:1 D5:1 -:1 C5:2 | "
-    "Bb4:1 -:2 C5:1 -:2 E5:1 -:1 D5:1 -:1 C5:1 -:1 Bb4:1 -:3";
+    "-:2 Bb4:1 C5:1 E5:2 -:2 G5:1 -:2 E5:1 -:2 C5:2";
 constexpr char woodTuneEnd[] =
-    "G4:1 -:2 D5:1 -:2 F5:1 -:1 D5:1 -:1 Bb4:1 -:1 C5:1 -:1 D5:2 | "
-    "G4:1 -:2 D5:1 -:2 F5:1 -:1 G5:1 -:1 Bb5:1 -:1 G5:1 -:3 | "
+    "G4:1 -:2 D5:1 -:2 G5:2 F5:1 -:1 D5:2 F5:1 G5:1 -:2 | "
+    "Bb5:2' -:1 G5:1 -:2 F5:1 -:1 D5:2 -:2 F5:1 D5:1 C5:1 Bb4:1 | "
     "G4:1 -:2 Eb5:1 -:2 G5:1 -:1 F5:1 -:1 Eb5:1 -:1 Bb4:1 -:1 G4:2 | "
-    "A4:1 -:2 C5:1 -:2 F5:1 -:1 G5:1 -:1 A5:4 -:2";
+    "-:2 A4:1 C5:1 F5:2 -:2 G5:1 -:2 F5:1 A5:4'";
 
 // Title: pieces of the first theme, each alone.
 constexpr char titleBells[] = "-:16 | -:12 G5:4 | D6:8 -:8 | -:8 C6:4 Bb5:4 | -:4 G5:4 D6:8";
@@ -87,32 +98,47 @@ constexpr char offbeats[] = "..x...x...x...x.";
 
 constexpr char fourOnTheFloor[] = "X...x...X...x...";
 constexpr char fourWithPickUp[] = "X...x...X...x... X...x...X...x..o X...x...X...x... X...x..oX...x.o.";
-constexpr char tornKick[] = "X...x..xX...x.x. X...x..xX..xx..x X...x..xX...x.x. X.x.x..xX..x.xx.";
+constexpr char tornKick[] = "X...x..xX...x.x. X...x..xX..xx..x";
+constexpr char tornKickFull[] = "X...x..xX...x.x. X.x.x..xX..x.xx.";
+constexpr char gapKick[] = "X...o...X...o... X...o...X.......";
+constexpr char halfTimeKick[] = "X..x..x...x..x.. X..x..x.....x.x.";
+constexpr char dropKick[] =
+    "X...x...X...x... X...x...X...x..o X...x...X...x... X...x...X....... "
+    "X..x..x.X..x.... X..x..x.X..x.x.. X...x...X...x... X...x...........";
 constexpr char brokenKick[] = "X.....x...X..... X.....x..xX...o. X.....x...X..... X.....x.x.X..x..";
 // Soft strokes between the snare's, answering each other over four bars.
 constexpr char ghosts[] = ".......:.o...... .......:.o....:o .......:.o..:... ..:....:.o....oo";
-constexpr char tornSnare[] = "....X..o.o..X... ....X..o.o..X..o ....X..o.oo.X... ....X..o.o.oX.ox";
+constexpr char ghostsLate[] = "..:...o......:.. ..:....o.:...... ..:...o......:o. .:....o..:..:.o.";
+constexpr char tornSnare[] = "....X..o.o..X... ....X..o.o..X..o";
+constexpr char tornSnareFull[] = "....X..o.oo.X... ....X..o.o.oX.ox";
 constexpr char hatsEighth[] = "x.o.x.o.x.o.x.oo";
 constexpr char hatsSixteenth[] = "Xo:xXo:oXo:xXo:o Xo:xXo:oXo:xXxo: Xo:xXo:oXo:xXo:o Xo:xXx:oXo:oXo::";
-constexpr char hatsPushing[] = "X:ooX:oxX:ooX:xo X:ooX:oxX:oxXoxx";
-constexpr char hatsTorn[] = "xxoxxoxxxxoxxoxo xoxxoxxoxoxxox:: xxoxxoxxxxoxxoxo xoxxoxxo::::oxxX";
+constexpr char hatsPushing[] = "x:oox:oxx:oox:xo x:oox:oxX:oxxoxx";
+constexpr char hatsDrop[] = "x:o:x:oox:o:xo:: x:o:x:oox:oox:ox";
+constexpr char hatsTorn[] = "xxoxxoxxxxoxxoxo xoxxoxxoxoxxox::";
+constexpr char hatsTornFull[] = "xxoxxoxxxxoxxoxo xoxxoxxoxoxxox:: xxoxxoxxxxoxxoxo xoxxoxxo::::oxxX";
 constexpr char hatsBroken[] = "x.:ox.o:x:.ox.:x x.:ox.o:x:oox.::";
 
 // Basses
 constexpr char drivingBass[] = "R.rr..r.r.rr..o. R.rr..r.r.r.s.o.";
 constexpr char rollingBass[] = "..rr.rRr..rr.oRr ..rr.rRr..rr.oRr ..rr.rRr..rr.oRr ..rr.rRr..r.fosr";
+constexpr char growlTalk[] = "R-rr..o-t-R-.... ....R-r.rrs-a-f-";
 constexpr char boxBass[] = "R--..r..o-..s.r. R--..r.r..o.f.s.";
-constexpr char dropBass[] = "R--r--R-.r.r--o. R--r--R-.rr.o-s.";
+constexpr char dropBass[] =
+    "R--r--R-.r.r--o. R--r--R-.rr.o-s. R--r--R-.r.r--o. R--r--R-........ "
+    "R--r--R-.r.r--o. R--r--R-.rr.f-t. R--r--R-.r.r--o. R--t-r-s";
 constexpr char brokenBass[] = "R-----r-..R---o- R-----r-..R-f-s-";
-constexpr char tornBass[] = "R-r.o.r-..t-r-s- R-r.o.r-..t-a-f- R-r.o.r-..t-r-f- R-r.o.rta-s-r-s-";
-constexpr char tornBassFull[] = "RrrrorrsrtRrorss Rrrrorr-..A-t-s- Rrrrorr-..t-f-o- Rrrrorr-f-trra-o";
+constexpr char tornBass[] = "R-r.o.r-..t-r-s- R-r.o.r-..t-a-f-";
+constexpr char tornBassFull[] = "RrrrorrsrtRrorss Rrrrorr-f-trra-o";
 
 // Boxes: three knocks that answer each other from three places.
-constexpr char lowBox[] = "x..x..o...x..o.. x..x..o...x.x...";
+constexpr char lowBox[] = "x......o..x..o.. x......o..x.x...";
 constexpr char middleBox[] = "..o..x..o..x..x. ..o..x.x..ox..xo";
+constexpr char fives[] = "x....x....x....x ....x....x....x. ...x....x....x.. ..x....x....x...";
 constexpr char highBox[] = "....o..x......o. ....o..xo.x...oo";
 
-constexpr char dropStabs[] = "X--x--x--x-..x-- .x-.x--x--x-.xx.";
+constexpr char dropStabs[] =
+    "X--x--x--x-..x-- X--x----........ X--x--x--x-..x-- .x-.x--x--x-.xx. X--x--x--x-..x-- X--x----........";
 constexpr char climbing[] = "0213243542312013";
 constexpr char turning[] = "0123210342312013";
 
@@ -155,43 +181,41 @@ const std::vector<Cue> tunnel = {
 
 // The camera jumps on each bar, the slam is on each bar's last beat, the hook leaves room for it.
 const std::vector<Cue> ship = {
-    {"kick", fourWithPickUp},
-    {"crash", once, {0, 1}},
-    {"crash", once, {4, 5}, -4},
+    {"kick", fourWithPickUp, {}, -1.5f},
+    {"crash", once, {0, 1}, -3},
     {"snare", "....x..........."},
     {"snare", ghosts, {4, 8}, -6},
     {"slam", "............X..."},
-    {"hat", hatsEighth, {0, 4}, -2},
-    {"hat", hatsSixteenth, {4, 8}},
+    {"hat", hatsEighth, {0, 4}, -3},
+    {"hat", hatsSixteenth, {4, 8}, -1.5f},
     {"openHat", offbeats, {2, 8}, {-8, -2}},
     {"bass", drivingBass, {}, 1, {0.4f, 0.75f}},
-    {"stab", "X.......x..x....", {0, 4}, {-2, 0}, {0.4f, 0.55f}},
-    {"stab", "X.......x..x..x. X..x....x..x.x..", {4, 8}, {0, 1}, {0.55f, 0.75f}},
+    {"stab", "X.........x.....", {0, 4}, {-2, 0}, {0.4f, 0.55f}},
+    {"stab", "..x...x...x.....", {4, 8}, {0, 1}, {0.55f, 0.75f}},
     {"hook", hook, {}, {-1, 1}, {0.45f, 0.8f}},
     {"second", barsOf(hook, 4, 8), {4, 8}, -5, 0.5f, 12},
     {"glass", "0.2.3.2.4.2.3.1. 0.2.3.2.5.4.3.2.", {}, {-8, -4}, {0.3f, 0.8f}},
     {"pad", held, {4, 8}, {-8, -4}, {0.3f, 0.5f}},
-    {"riser", "C4:32", {6, 8}, -5, 0.8f},
     {"toms", tomsDown, {7.5f, 8}},
+    {"lead", "-:14 D4:1 F4:1", {7, 8}, 0, 0.6f},
 };
 
 // First theme, wide; the hook's plucks answer where it breathes.
 const std::vector<Cue> stripes = {
     {"impact", once, {8, 9}, -6},
     {"crash", once, {8, 9}},
-    {"crash", once, {12, 13}, -3},
     {"fall", "C4:32", {8, 10}, -6},
-    {"kick", fourWithPickUp, {8, 15}},
+    {"kick", gapKick, {8, 15}},
     {"kick", "X...x...X...x.x.", {15, 16}},
-    {"snare", backbeat, {8, 15}},
-    {"snare", ghosts, {}, -8},
-    {"clap", backbeat, {12, 16}, -2},
-    {"hat", hatsPushing, {}, -3},
-    {"openHat", offbeats, {}, -1, 0.6f},
+    {"snare", backbeat, {8, 15}, 1.5f},
+    {"snare", ghosts, {}, -6},
+    {"clap", backbeat, {8, 16}, {-5, -1}},
+    {"hat", hatsPushing, {}, -4},
+    {"openHat", offbeats, {12, 16}, -1, 0.6f},
     {"bass", rollingBass, {}, 0, {0.4f, 0.6f}},
-    {"lead", theme1, {}, 0, {0.6f, 0.8f}},
-    {"hook", theme1Answers, {}, {-4, -1}, 0.7f},
-    {"strings", held, {}, {-3, 0}, {0.5f, 0.75f}},
+    {"lead", theme1, {}, 2, {0.6f, 0.8f}},
+    {"hook", theme1Answers, {}, {-3, 0}, 0.7f},
+    {"strings", held, {}, {-1, 2}, {0.5f, 0.75f}},
     {"second", barsOf(theme1Below, 4, 8), {12, 16}, -3, 0.5f},
     {"arp", turning, {12, 16}, {-6, -1}, {0.3f, 0.7f}},
     {"climb", "G3:32", {14, 16}, -2, 0.8f},
@@ -202,50 +226,53 @@ const std::vector<Cue> stripes = {
 const std::vector<Cue> torn = {
     {"impact", onceHard, {16, 17}, -2},
     {"crash", onceHard, {16, 17}},
-    {"crash", once, {18, 19}, -4},
-    {"crash", once, {20, 21}},
-    {"kick", tornKick},
-    {"snare", tornSnare},
+    {"kick", tornKick, {16, 18}},
+    {"kick", halfTimeKick, {18, 22}, 1},
+    {"kick", tornKickFull, {22, 24}},
+    {"snare", tornSnare, {16, 18}},
+    {"snare", "........X....... ........X..o..::", {18, 22}, 1},
+    {"snare", tornSnareFull, {22, 24}},
     {"slam", "............X...", {19, 20}, -2},
     {"slam", "............X...", {23, 24}, -2},
-    {"hat", hatsTorn, {}, -1},
-    {"openHat", offbeats, {20, 24}, -3},
-    {"growl", tornBass, {16, 20}, 0, {0.5f, 0.8f}},
-    {"growl", tornBassFull, {20, 24}, 0, {0.7f, 1}},
-    {"siren", tornSiren, {}, {-3, 1}, {0.5f, 0.85f}},
+    {"hat", hatsTorn, {16, 18}, -2},
+    {"hat", "x.o.x.o.x.o.x.oo", {18, 20}, 0},
+    {"hat", hatsTornFull, {20, 24}, {-2, 0}},
+    {"growl", tornBass, {16, 18}, 1, {0.5f, 0.8f}},
+    {"growl", growlTalk, {18, 22}, 1, {0.6f, 1}},
+    {"growl", tornBassFull, {22, 24}, 1, {0.8f, 1}},
+    {"siren", tornSiren, {}, {-4, -1}, {0.45f, 0.75f}},
+    {"hook", "D5:2' -:1 D5:2 -:1 F5:2' D5:2 C5:2 -:4", {21, 22}, 1, 0.8f},
     {"stab", "x..x..x......... x..x..x...x.x...", {}, -1, 0.7f},
     {"arp", "0101201020130102", {20, 24}, {-10, -4}, {0.2f, 0.7f}},
-    {"riser", "C4:32", {22, 24}, -4, 1},
 };
 
 // Wood, little else; one breath at 69.5 s. Brighter by one note: E for E flat.
 const std::vector<Cue> boxes = {
-    {"impact", once, {24, 25}, -4},
-    {"kick", "X...x...X...x... X...x...X..xx..."},
+    {"kick", "X...x...X...x... X...x...X..xx... X............... X...x...X..xx..."},
     {"rim", "....x.......x..o ....x.......xo.o", {}, 0},
-    {"clap", backbeat, {28, 32}, -2},
     {"lowBox", lowBox},
     {"middleBox", middleBox},
     {"highBox", highBox},
-    {"shaker", "xo:xxo:xxo:xxo:x", {}, {-4, 1}},
-    {"openHat", offbeats, {28, 32}, -4},
-    {"bass", boxBass, {}, 0, {0.25f, 0.5f}},
-    {"wood", woodTune, {24, 28}, {-3, 0}},
-    {"wood", woodTuneEnd, {28, 32}},
-    {"pluck", "..x..x.....x.... ..x....x..x..x..", {}, {-6, 0}, {0.3f, 0.6f}},
-    {"pad", held, {28, 32}, {-8, -3}, {0.2f, 0.5f}},
-    {"glass", "4..3..2.4..3..5.", {28, 32}, -5, 0.6f},
+    {"shaker", "xo:xxo:xxo:xxo:x", {}, {-3, 2}},
+    {"bass", boxBass, {24, 30}, 0, {0.25f, 0.45f}},
+    {"bass", "R--..r.r..o.f.s.", {31, 32}, 0, 0.5f},
+    {"wood", woodTune, {24, 28}, {-3, -1}},
+    {"wood", woodTuneEnd, {28, 32}, -1},
+    {"pluck", fives, {24, 30}, {-6, -1}, {0.3f, 0.5f}},
+    {"pluck", "..x....x....x...", {31, 32}, 0, 0.6f},
+    {"pad", held, {28, 30}, {-8, -5}, {0.2f, 0.4f}},
+    {"pad", held, {31, 32}, -3, 0.5f},
+    {"glass", "4..3..2.4..3..5.", {28, 30}, -5, 0.6f},
+    {"glass", "4..3..2.4..3..5.", {31, 32}, -5, 0.6f},
     {"impact", "x.....", {27.625f, 28}, -3},
     {"toms", "D3:1 G2:1 D3:1 C3:1 G2:1 G2:1", {27.625f, 28}},
     {"highBox", "oo:ooxox", {31.5f, 32}},
-    {"reverse", "C4:16", {31, barAt(showtime::probes)}, -2},
 };
 
 // Probes. No drum; a heart and a glass mark the beat.
 const std::vector<Cue> smoke = {
-    {"impact", once, {32, 33}, -6},
     {"fall", "C4:32", {32, 34}, -4},
-    {"pad", held, {}, 0, {0.35f, 0.65f}},
+    {"pad", held, {}, 1, {0.35f, 0.65f}},
     {"choir", held, {36, 40}, {-6, -1}, {0.1f, 0.5f}},
     {"sub", "r---------------", {}, -4},
     {"bells", theme1Slow, {}, 0, 0.6f},
@@ -256,19 +283,19 @@ const std::vector<Cue> smoke = {
      {-6, -2},
      {0.3f, 0.5f}},
     {"horn", "-:12 D4:4 | C4:12 -:4 | -:8 D4:4 F4:4 | D4:10 -:6", {34, 38}, -6, 0.4f},
-    {"thump", "x...o...x...o...", {}, -5},
-    {"tick", "o.:.o.:.o.:.o.::", {}, {-8, -4}},
-    {"wind", "G4:64 D4:64", {}, -3, {0.7f, 0.5f}},
+    {"thump", "x...:...o...:...", {32, 36}, -4},
+    {"thump", "x...o...x...o...", {36, 40}, -5},
+    {"tick", "o.:.o.:.o.:.o.::", {36, 40}, {-7, -4}},
+    {"wind", "G4:64 D4:64", {}, -8, {0.7f, 0.5f}},
     {"arp", "0.1.2.3.4.3.2.1.", {36, 40}, {-14, -6}, {0, 0.3f}},
     {"reverse", "C4:16", {39, barAt(showtime::robot)}, -2},
 };
 
 // The light sinks: half time over one D. The last sixteenth before the drop is silence.
 const std::vector<Cue> sinking = {
-    {"impact", once, {40, 41}, -4},
     {"kick", "x...............", {40, 44}, -2},
     {"kick", "x.....x.x.......", {44, 46}, -2},
-    {"kick", "x...x...x...x...", {46, 47.5f}, -2},
+    {"thump", everyBeat, {46, 47.5f}, {-4, -1}},
     {"slam", "........x.......", {40, 46}, -3},
     {"thump", "....o.......o...", {40, 46}, -4},
     {"toms", tomsHalfTime, {40, 46}, {-8, -3}},
@@ -287,62 +314,62 @@ const std::vector<Cue> sinking = {
     {"riser", "C4:64", {40, 44}, -12, 0.5f},
     {"riser", "C4:63", {44, 47.9375f}, -3, 1},
     {"climb", "D3:31", {46, 47.9375f}, 0, 1},
-    {"roll", "o...o...o...o...", {46, 47}, {-8, -4}},
-    {"roll", "o.o.o.o.oooxxxx", {47, 47.9375f}, {-4, 0}},
+    {"roll", "xooxooxooxooxoxo xooxooxooxooxxx", {46, 47.9375f}, {-16, 1}},
 };
 
-// Awake. At 120.8 s a low pass closes over everything for three seconds.
+// Awake: the hook takes the seventh that hung over the silence down, then the theme's leap widens. At 120.8 s
+// a low pass closes over everything for three seconds.
 const std::vector<Cue> awake = {
     {"impact", onceHard, {48, 49}},
     {"fall", "C4:32", {48, 50}, -3},
     {"crash", onceHard, {48, 49}},
-    {"crash", once, {52, 53}, -3},
-    {"kick", fourWithPickUp},
-    {"snare", "....x.......x... ....x..........."},
-    {"snare", ghosts, {}, -7},
-    {"clap", backbeat, {}, -2},
-    {"slam", "................ ............x..."},
-    {"hat", hatsSixteenth, {}, -1},
-    {"openHat", offbeats, {}, 0, 0.6f},
-    {"growl", dropBass, {}, -1, {0.4f, 0.7f}},
-    {"stab", dropStabs, {}, 1, {0.6f, 0.8f}},
+    {"kick", dropKick},
+    {"snare", "....x.......x... ....x...........", {48, 55}, 2.2f},
+    {"snare", "....x...", {55, 55.5f}},
+    {"snare", ghostsLate, {48, 55}, -7},
+    {"clap", backbeat, {52, 55}, -2},
+    {"slam", "................ ............x... ................", {48, 51}},
+    {"hat", hatsDrop, {}, -1},
+    {"openHat", offbeats, {50, 55}, 0, 0.6f},
+    {"growl", dropBass, {48, 55.5f}, -2, {0.4f, 0.7f}},
+    {"sub", "r-------", {55.5f, 56}},
+    {"stab", dropStabs, {50, 56}, 0, {0.6f, 0.8f}},
     {"voice", "-:8 D5:2' -:2 F5:3 -:1", {49, 50}, -2, 0.55f},
     {"voice", "-:8 G5:2' -:2 Eb5:3 -:1", {51, 52}, -2, 0.55f},
-    {"voice", "-:8 D5:2' -:2 F5:3 -:1", {53, 54}, -2, 0.55f},
-    {"lead", barsOf(theme1, 0, 1), {50, 51}, 0, 0.7f},
-    {"lead", barsOf(theme1, 2, 3), {52, 53}, 0, 0.7f},
-    {"lead", "F4:3' C5:7' D5:2 A4:4", {54, 55}, 0, 0.7f},
-    {"arp", turning, {52, 56}, -4, 0.5f},
-    {"riser", "C4:24", {54.5f, 56}, 0, 1},
-    {"toms", tomsGallop, {55.5f, 56}, 2},
+    {"voice", "-:8 G5:2' -:2 C5:3 -:1", {53, 54}, -2, 0.55f},
+    {"hook", "Bb5:2' -:1 Bb5:2 -:1 D6:2' Bb5:2 G5:2 -:4", {48, 49}, -1.5f, 0.8f},
+    {"hook", "G5:2' -:1 G5:2 -:1 Bb5:2' -:8", {51, 52}, -1, 0.75f},
+    {"lead", "G4:3' D5:7' C5:2 Bb4:4", {50, 51}, -1, 0.7f},
+    {"lead", "G4:3' Eb5:7' D5:2 C5:4", {52, 53}, -1, 0.7f},
+    {"lead", "A4:3' F#5:7' G5:2 A5:4", {54, 55}, -1, 0.7f},
+    {"arp", "0..1..2.3..2..1. 4..3..2.1..2..3.", {52, 56}, -4, 0.5f},
 };
 
 // Greetings: the first theme with runs, a third voice below; every beat is struck.
 const std::vector<Cue> greetings = {
-    {"impact", once, {56, 57}, -4},
     {"crash", once, {56, 57}, -1},
-    {"kick", "X...x...X...x... X...x...X...x..o X...x...X..xx... X...x..oX...x.o.", {56, 63.5f}},
-    {"snare", "....x.......x..: ....x.......x.o. ....x.......x..: ....x..:....xo.o", {56, 63.5f}},
-    {"clap", everyBeat, {56, 63.5f}, -4},
+    {"kick", "X...x...X...x... X...x...X...x..o X...x...X..xx... X...x..oX...x.o.", {56, 63.5f}, 1.5f},
+    {"snare", "....x.......x..: ....x.......x.o. ....x.......x..: ....x..:....xo.o", {56, 63.5f}, -4},
+    {"clap", "....x..x....x... ....x..x..x.x...", {56, 63}, -5},
+    {"toms", "G2:4", {63, 63.25f}, 2},
     {"hat", "x:o:x:o:x:o:x:oo", {56, 63.5f}, -3},
-    {"shaker", "x:ox:oxox:ox:oxo x:ox:oxox:oxxoxo", {58, 63.5f}, {-4, 0}},
+    {"shaker", "x:ox:oxox:ox:oxo x:ox:oxox:oxxoxo", {58, 63.5f}, {-2, 1.5f}},
     {"openHat", "..............x.", {60, 63.5f}, -3, 0.6f},
-    {"bass", drivingBass, {}, 0, {0.25f, 0.45f}},
-    {"lead", theme1Runs, {}, 0, {0.55f, 0.75f}},
-    {"second", barsOf(theme1Below, 4, 8), {60, 64}, -3, 0.5f},
-    {"pluck", "x..x..x...x.x... ..x..x..x...x.x.", {56, 63.5f}, -3, {0.4f, 0.6f}},
+    {"bass", drivingBass, {56, 63}, 2.8f, {0.25f, 0.45f}},
+    {"sub", "r---------------", {63, 64}, -4},
+    {"lead", theme1Runs, {}, -1, {0.55f, 0.75f}},
+    {"second", theme1RunsBelow, {58, 64}, -2, 0.5f},
+    {"pluck", "x..x..x...x.x... ..x..x..x...x.x.", {56, 63.5f}, -4, {0.4f, 0.6f}},
     {"strings", held, {60, 64}, {-4, 0}, 0.5f},
     {"pad", held, {56, 60}, -4, 0.5f},
     {"hat", "xxx:xxXX", {63.5f, 64}, {-3, 2}},
-    {"reverse", "C4:8", {63.5f, barAt(showtime::room)}, 0},
 };
 
-// The room: second theme from its first bar on, over a broken beat. The voice calls on beat 258; bars
-// 70
-// and 71 are its own.
+// The room: second theme from its first bar on, over a broken beat. The voice calls on beat 258; bars 70 and
+// 71 are its own.
 const std::vector<Cue> room = {
     {"thump", "x...x...", {64, 64.5f}},
-    {"lead", theme2, {64, 70}, 0, {0.6f, 0.75f}},
+    {"lead", theme2, {64, 70}, -2, {0.6f, 0.75f}},
     {"voice", "Eb4+G4+Bb4:3' -:1 Eb4+G4+Bb4:3 -:1 F4+A4+C5:6' -:2", {64.5f, 65.5f}, 1, {0.6f, 0.3f}},
     {"impact", "X.......", {64.5f, 65}, -1},
     {"crash", "X.......", {64.5f, 65}, -1},
@@ -350,10 +377,10 @@ const std::vector<Cue> room = {
     {"kick", brokenKick, {65, 70}, 1},
     {"snare", "........X......: ........X..:.o..", {65, 70}},
     {"clap", "........x.......", {66, 70}, -2},
-    {"rim", "....o.......o..:", {65, 70}, -3},
+    {"rim", "o...x...o...x..:", {65, 70}, 0},
     {"hat", hatsBroken, {65, 70}, -2},
     {"shaker", "xo:xxo:xxo:xxo:x", {67, 70}, -3},
-    {"bass", brokenBass, {64.5f, 70}, 0, {0.4f, 0.65f}},
+    {"bass", brokenBass, {64.5f, 70}, 3, {0.4f, 0.65f}},
     {"pad", held, {64, 70}, {-3, -1}, {0.4f, 0.6f}},
     {"counter",
      "1-------3------- 5-------3------- 3-------5------- 5-------1-------",
@@ -365,73 +392,72 @@ const std::vector<Cue> room = {
     {"tick", everyBeat, {70, 72}, -3},
     {"thump", everyBeat, {70, 72}, {-4, -1}},
     {"voice",
-     "F4+A4+D5:6' -:2 F4+A4+D5:6 -:2 | G#4+B4+E5:8' G#4+B4+E5:6 -:2",
+     "F4+A4+D5:6' -:2 F4+A4+D5:6 -:2 | E4+G#4+B4+E5:8' E4+G#4+D5+E5:6 -:2",
      {70, 72},
      {0, 2},
      {0.4f, 0.7f}},
     {"choir", held, {70, 72}, {-4, 1}, {0.3f, 0.6f}},
     {"sub", "r---------------", {70, 71.5f}, -6},
-    {"riser", "C4:32", {70, 72}, -2, 1},
-    {"climb", "E3:16", {71, 72}, -1, 0.9f},
-    {"reverse", "C4:16", {71, 72}, 0},
+    {"riser", "C4:30", {70, 71.875f}, -2, 1},
+    {"climb", "E3:14", {71, 71.875f}, -1, 0.9f},
+    {"lead", "-:14 E4:1 G#4:1", {71, 72}, 0, 0.7f},
 };
 
-// The climax: the first theme a whole tone up, the second one sung against it where it breathes, and
-// an
-// answer that goes up.
+// The climax: the first theme a whole tone up, the second one against it where it breathes, then an answer
+// that goes up over the rest of the first.
 const std::vector<Cue> climax = {
     {"impact", onceHard, {72, 73}},
     {"fall", "C4:32", {72, 74}, -4},
     {"crash", onceHard, {72, 73}},
-    {"crash", once, {74, 75}, -3},
     {"crash", onceHard, {76, 77}},
-    {"crash", once, {78, 79}, -3},
-    {"kick", fourWithPickUp, {}, 0, 0.5f, 2},
-    {"snare", "....X.......X..o ....X........... ....X.......X.:o ....X..:........"},
-    {"snare", ghosts, {}, -7},
+    {"kick", fourWithPickUp, {72, 79.5f}, 0.7f, 0.5f, 2},
+    {"snare", "....X.......X..o ....X........... ....X.......X.:o ....X..:........", {72, 79}, -2.8f},
+    {"snare", ghostsLate, {72, 79}, -7},
+    {"snare", "....X...X::X::X:", {79, 80}},
     {"clap", backbeat},
-    {"slam", "................ ............X..."},
-    {"hat", hatsSixteenth, {}, 0},
+    {"slam", "................ ............X...", {72, 79}},
+    {"hat", hatsSixteenth, {}, -1},
     {"openHat", offbeats, {}, 1, 0.7f},
-    {"ride", "x.x.x.x.x.x.x.x.", {}, -2},
+    {"ride", "x.x.x.x.x.x.x.x.", {76, 80}, 0},
     {"bass", rollingBass, {}, 0, {0.6f, 0.75f}},
-    {"growl", dropBass, {76, 80}, -8, 0.6f},
-    {"lead", barsOf(theme1Runs, 0, 4), {72, 76}, 0, {0.7f, 0.8f}, 2},
+    {"growl", "R--r--R-.r.r--o. R--r--R-.rr.o-s.", {76, 80}, -6, 0.6f},
+    {"lead", barsOf(theme1Runs, 0, 4), {72, 76}, 1, {0.7f, 0.8f}, 2},
     {"lead", climaxAnswer, {76, 80}, 1, {0.8f, 0.95f}},
-    {"second", barsOf(theme2Raised, 0, 1), {73, 74}, 0, 0.7f},
-    {"second", barsOf(theme2Raised, 1, 2), {75, 76}, 0, 0.7f},
-    {"second", barsOf(climaxAnswer, 0, 4), {76, 80}, -4, 0.6f, -12},
-    {"strings", held, {}, -2, 0.7f},
-    {"counter", "1-------3------- 5-------3-------", {}, -1, 0.6f},
+    {"bells", barsOf(theme1Runs, 0, 4), {72, 76}, 0.6f, 0.7f, 14},
+    {"second", "-:4 F5:4' A5:6' G5:2", {73, 74}, 0, 0.7f},
+    {"second", "G5:4' -:4 B5:6' -:2", {75, 76}, 0, 0.7f},
+    {"second", climaxBelow, {76, 80}, -2, 0.6f},
+    {"strings", held, {}, -3, 0.7f},
+    {"counter", "1---5---3------- 5---3---1---3---", {76, 80}, 0, 0.6f},
     {"choir", held, {}, -4, {0.4f, 0.5f}},
-    {"stab", "x..x..x...x..x.. x..x..x...x.x.x.", {}, -7, 0.6f},
-    {"arp", turning, {}, -5, {0.6f, 0.8f}},
+    {"stab", "................ X..x..x.x.x.....", {72, 76}, -3, 0.6f},
+    {"arp", climbing, {}, -5, {0.6f, 0.8f}},
     {"toms", "D3:2 A2:2 E3:2 E2:2", {79.5f, 80}, 2},
 };
 
 // The credits: the second theme goes on while one after another leaves.
 const std::vector<Cue> credits = {
     {"crash", once, {80, 81}, -2},
-    {"crash", once, {82, 83}, -5},
     {"impact", once, {80, 81}, -6},
     {"kick", fourOnTheFloor, {80, 84}, {-1, -2}, 0.5f, 2},
     {"kick", "x.......x.......", {84, 86}, -4, 0.5f, 2},
     {"thump", everyBeat, {84, 88}, {-2, -8}},
-    {"snare", backbeat, {80, 84}, -2},
+    {"snare", backbeat, {80, 84}, -1},
     {"hat", "x:o:x:o:x:o:x:o:", {80, 84}, {-2, -6}},
     {"openHat", offbeats, {80, 82}, -4},
     {"shaker", "xo:xxo:xxo:xxo:x", {82, 86}, {-2, -8}},
     {"tick", everyBeat, {84, 88}, -7},
-    {"bass", drivingBass, {80, 84}, {-1, -4}, {0.5f, 0.1f}},
+    {"bass", drivingBass, {80, 84}, {0, -3}, {0.5f, 0.1f}},
     {"sub", "r---------------", {84, 88}, {-6, -9}},
-    {"lead", barsOf(theme2Raised, 0, 4), {80, 84}, {-1, -3}, {0.7f, 0.3f}},
+    {"lead", barsOf(theme2Raised, 0, 4), {80, 84}, {-2, -4}, {0.7f, 0.3f}},
     {"bells", theme2Raised, {}, {-5, -1}},
-    {"pad", held, {}, {-2, 0}, {0.6f, 0.3f}},
+    {"strings", held, {80, 82}, {-6, -14}, {0.6f, 0.4f}},
+    {"ride", "x.x.x.x.x.x.x.x.", {80, 82}, {-3, -12}},
+    {"pad", held, {}, {-1, 1.5f}, {0.6f, 0.3f}},
     {"choir", held, {84, 88}, -3, {0.4f, 0.1f}},
     {"arp", climbing, {80, 84}, {-3, -12}, {0.6f, 0.2f}},
     {"hook", "-:12 C5:1 E5:1 G5:2 | -:16 | -:12 E5:1 G5:1 C6:2 | -:16", {82, 86}, {-6, -10}, {0.5f, 0.3f}},
     {"glass", "0...2...3...4...", {84, 88}, -5, {0.5f, 0.3f}},
-    {"fall", "C4:32", {84, 86}, -8},
 };
 
 // Echoes in the dark, and the last hit on beat 368.
@@ -456,14 +482,22 @@ struct Row {
     Ramp level;
     Tone tone;
     std::vector<Cue> cues;
+    float swing = 0;
 };
 const Row rows[] = {
     {"title", showtime::title, "G minor", "Gm", {-4, -3}, {}, title},
-    {"tunnel", showtime::tunnel, "G minor", "Gm Ebmaj7 Cm9 D", {-1, -3}, {}, tunnel},
-    {"ship", showtime::beatZero, "G minor", "Gm Gm Eb F Gm Gm Cm D", -1.5f, {-3, 2, -1.5f}, ship},
-    {"stripes", showtime::stripes, "G minor", "Gm Eb Bb F Gm Eb Cm D", -0.5f, {-0.5f, -3.5f, 5}, stripes},
-    {"torn", showtime::tornTunnel, "G phrygian", "Gm Gm Ab Gm Gm Gm Ab D", 1.2f, {-4, 1, -2.5f}, torn},
-    {"boxes", showtime::heap, "G dorian", "Gm7 Gm7 C7 C7 Gm7 Gm7 Eb F", -1, {-2.5f, -1, 2.5f}, boxes},
+    {"tunnel", showtime::tunnel, "G minor", "Gm Ebmaj7 Cm9 D", {-2, -1.5f}, {}, tunnel},
+    {"ship", showtime::beatZero, "G minor", "Gm Gm Eb F Gm Gm Cm D", -1.5f, {-3.7f, 1.3f, -1.6f}, ship},
+    {"stripes", showtime::stripes, "G minor", "Gm Eb Bb F Gm Eb Cm D", -2.6f, {-1.2f, -1.1f, 5.1f}, stripes},
+    {"torn", showtime::tornTunnel, "G phrygian", "Gm Gm Ab Gm Gm Gm Ab D", 1.2f, {-4.5f, -0.4f, -4}, torn},
+    {"boxes",
+     showtime::heap,
+     "G dorian",
+     "Gm7 Gm7 C7 C7 Gm7 Gm7 Eb F",
+     -1,
+     {-2.3f, -1.6f, 2.8f},
+     boxes,
+     0.07f},
     {"smoke",
      showtime::probes,
      "G minor",
@@ -475,20 +509,28 @@ const Row rows[] = {
      showtime::robot,
      "G harmonic",
      "D5 Eb/D Cm/D D7b9/D D5 Gm/D Cm/D D7b9/D",
-     {-3.5f, -1.5f},
+     {-4.5f, -0.5f},
      {-0.5f, -0.5f, 1},
      sinking},
-    {"awake", showtime::awake, "G minor", "Gm Gm Eb Eb Bb Bb F F", {0.3f, 0}, {0.5f, -2, 0.5f}, awake},
+    {"awake", showtime::awake, "G minor", "Gm Gm Eb Eb Cm Cm D D", {0.3f, 0}, {2.2f, -2.6f, -0.7f}, awake},
     {"greetings",
      showtime::greetingShocks,
      "G minor",
-     "Gm Eb Bb F Gm Eb Cm D",
-     -2,
-     {-2.5f, 1.5f, 4},
-     greetings},
-    {"room", showtime::room, "Bb major", "Eb F Gm Bb Eb F Dm E", {-1.3f, -0.8f}, {-2, -1, -2}, room},
-    {"climax", showtime::roomBreathing, "A minor", "Am F C G Am F Dm E", 0.6f, {2, -0.5f, 0.5f}, climax},
-    {"credits", showtime::credits, "A minor", "F G Am C F G Dm E", {0.3f, -1.8f}, {-2.5f, -4, 5}, credits},
+     "Ebmaj7 Cm9 Bb/D F/A Gm7 Ab Cm D",
+     -1,
+     {-3.3f, 1.8f, 1.5f},
+     greetings,
+     0.07f},
+    {"room",
+     showtime::room,
+     "Bb major",
+     "Eb F Gm Bb Eb F Dm E",
+     {-1.3f, -0.8f},
+     {-1.8f, -3, -1.5f},
+     room,
+     0.07f},
+    {"climax", showtime::roomBreathing, "A minor", "Am F C G Am F Dm E", -0.2f, {3.4f, 1.2f, -1}, climax},
+    {"credits", showtime::credits, "A minor", "F G Am C F G Dm E", {1, -2}, {-2, -5.6f, 4.8f}, credits},
     {"echoes", showtime::afterCredits, "A minor", "Am F Dm Esus4 A5", {-2, -2}, {}, echoes},
 };
 constexpr int lastBar = 93;
@@ -503,8 +545,8 @@ std::vector<Section> score() {
     std::vector<Section> sections;
     for (const Row& row : rows) {
         if (!sections.empty()) sections.back().to = barOf(row.cut);
-        sections.push_back(
-            {row.name, barOf(row.cut), lastBar, row.scale, row.chords, row.level, row.tone, row.cues});
+        sections.push_back({row.name, barOf(row.cut), lastBar, row.scale, row.chords, row.level, row.tone,
+                            row.cues, row.swing});
     }
     return sections;
 }

@@ -29,7 +29,7 @@ struct Cut {
 constexpr Cut cuts[] = {
     {16.25, 2, 0.5f, 0.7f, 0},   {16.4375, 1, 0.25f, 0.8f, 6}, {16.75, 4, 1, 0.5f, 0},
     {17.125, 2, 0.5f, 1, 10},    {17.375, 2, 0.5f, 0.6f, 0},   {17.75, 2, 0.5f, 0.7f, 4},
-    {17.875, 2, 0.25f, 0.8f, 0}, {23.75, 4, 1, 0.6f, 0},
+    {17.875, 2, 0.25f, 0.8f, 0}, {21.75, 4, 1, 0.6f, 6},       {23.75, 4, 1, 0.6f, 0},
 };
 
 double sixteenthNear(showtime::Moment moment) {
@@ -40,7 +40,7 @@ double sixteenthNear(showtime::Moment moment) {
 struct Silence {
     double from, to;  // bars
 };
-const Silence silences[] = {{27.54, sixteenthNear(showtime::heapSecondView)}, {47.9375, 48}};
+const Silence silences[] = {{27.54, sixteenthNear(showtime::heapSecondView)}, {47.9375, 48}, {55.875, 56}};
 
 // While the picture blurs.
 constexpr FilterSweep blur = {showtime::greetings.seconds(), showtime::greetingShocks.seconds(), 16000, 260,

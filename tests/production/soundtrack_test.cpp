@@ -57,6 +57,54 @@ Stereo octaveOf(Stereo sound, float hertz) {
     return sound;
 }
 
+// The Fourier transform of a power of two of samples, in place (Cooley and Tukey 1965).
+void transform(std::vector<std::complex<double>>& samples) {
+    const size_t count = samples.size();
+    if (count == 1) return;
+    std::vector<std::complex<double>> even, odd;
+    for (size_t i = 0; i < count; i += 2) even.push_back(samples[i]), odd.push_back(samples[i + 1]);
+    transform(even);
+    transform(odd);
+    for (size_t i = 0; i < count / 2; i++) {
+        const auto turned = std::polar(1.0, -2 * std::numbers::pi * double(i) / double(count)) * odd[i];
+        samples[i] = even[i] + turned;
+        samples[i + count / 2] = even[i] - turned;
+    }
+}
+
+// Mean levels in 24 thirds of an octave from 50 Hz up, in dB around their own mean (periodograms averaged
+// after Welch 1967).
+std::vector<double> thirdsOf(const Stereo& sound) {
+    constexpr size_t window = 8192;
+    std::vector<double> power(window / 2), levels;
+    for (size_t at = 0; at + window <= sound.frames(); at += window / 2) {
+        // Two real signals in one transform; the sum of their powers is that of both sides.
+        std::vector<std::complex<double>> piece;
+        for (size_t i = 0; i < window; i++) {
+            const double gain = 0.5 - 0.5 * std::cos(2 * std::numbers::pi * double(i) / window);
+            piece.emplace_back(gain * sound.left[at + i], gain * sound.right[at + i]);
+        }
+        transform(piece);
+        for (size_t i = 1; i < window / 2; i++)
+            power[i] += std::norm(piece[i]) + std::norm(piece[window - i]);
+    }
+    double mean = 0;
+    for (int third = 0; third < 24; third++) {
+        const double hertz = 50 * std::exp2(third / 3.0);
+        double sum = 0, count = 0;
+        for (size_t i = 1; i < power.size(); i++) {
+            const double here = double(i) * sampleRate / window;
+            if (here < hertz * std::exp2(-1 / 6.0) || here >= hertz * std::exp2(1 / 6.0)) continue;
+            sum += power[i];
+            count++;
+        }
+        levels.push_back(10 * std::log10(sum / count));
+        mean += levels.back() / 24;
+    }
+    for (double& level : levels) level -= mean;
+    return levels;
+}
+
 // How alike the sides are, from -1 to 1.
 double correlationOf(const Stereo& sound) {
     double product = 0, left = 0, right = 0;
@@ -72,14 +120,25 @@ struct Stretch {
     const char* name;
     double from, to;  // seconds
 };
-// The sections of the score in which drums play.
-std::vector<Stretch> withDrums() {
+std::vector<Stretch> sections() {
     std::vector<Stretch> stretches;
-    for (const Section& section : soundtrack().sections) {
-        const std::string_view name = section.name;
-        if (section.to - section.from != 8 || name == "smoke" || name == "sinking") continue;
-        stretches.push_back({section.name, secondsAt(section.from), secondsAt(section.to)});
-    }
+    for (const Section& section : soundtrack().sections)
+        stretches.push_back({section.name, std::max(0.0, secondsAt(section.from)), secondsAt(section.to)});
+    return stretches;
+}
+// From the ship to the credits each has eight bars, and its own colour.
+std::vector<Stretch> eightBars() {
+    std::vector<Stretch> stretches = sections();
+    std::erase_if(stretches, [](const Stretch& each) {
+        return std::lround((each.to - each.from) * beatsPerSecond) != 32;
+    });
+    return stretches;
+}
+std::vector<Stretch> withDrums() {
+    std::vector<Stretch> stretches = eightBars();
+    std::erase_if(stretches, [](const Stretch& each) {
+        return std::string_view(each.name) == "smoke" || std::string_view(each.name) == "sinking";
+    });
     return stretches;
 }
 
@@ -175,18 +234,20 @@ TEST(Soundtrack, SidesAddUpOnOneLoudspeaker) {
         EXPECT_GE(correlationOf(low), 0.9) << stretch.name;
         EXPECT_GE(correlationOf(middle), 0.3) << stretch.name;
     }
-    for (float hertz = 63; hertz < 8000; hertz *= 2) {
-        const Stereo octave = octaveOf(heard(), hertz);
-        Stereo mono = octave;
-        widen(mono, 0);
-        const double seconds = double(octave.frames()) / sampleRate;
-        EXPECT_LE(levelOf(octave, 0, seconds) - levelOf(mono, 0, seconds), 1.5) << hertz << " Hz";
+    for (const Stretch& stretch : sections()) {
+        for (float hertz = 62.5f; hertz <= 8000; hertz *= 2) {
+            const Stereo octave = octaveOf(between(stretch.from, stretch.to), hertz);
+            Stereo mono = octave;
+            widen(mono, 0);
+            EXPECT_LE(levelOf(octave, 0, 1e9) - levelOf(mono, 0, 1e9), 1.5)
+                << stretch.name << ", " << hertz << " Hz";
+        }
     }
 }
 
 TEST(Soundtrack, IsBalancedFromBassToTreble) {
     // 4.5 dB an octave is how the spectrum of most music falls; an octave's level rises by 3 dB of them,
-    // since it is twice as wide as the one below it.
+    // since it is twice as wide as the one below it. No octave is more than 3 dB from such a line.
     for (const Stretch& stretch : withDrums()) {
         const Stereo part = between(stretch.from, stretch.to);
         double highest = -1e9, lowest = 1e9;
@@ -195,7 +256,24 @@ TEST(Soundtrack, IsBalancedFromBassToTreble) {
             highest = std::max(highest, level + 1.5 * octave);
             lowest = std::min(lowest, level + 1.5 * octave);
         }
-        EXPECT_LE(highest - lowest, 6.5) << stretch.name;
+        EXPECT_LE((highest - lowest) / 2, 3) << stretch.name;
+    }
+}
+
+TEST(Soundtrack, everySectionHasItsColour) {
+    // Their mean levels in thirds of an octave, each taken against its own mean, are 2 dB or more apart.
+    std::vector<std::vector<double>> spectra;
+    const std::vector<Stretch> stretches = eightBars();
+    EXPECT_GE(stretches.size(), 10u);
+    for (const Stretch& stretch : stretches) spectra.push_back(thirdsOf(between(stretch.from, stretch.to)));
+    for (size_t one = 0; one < spectra.size(); one++) {
+        for (size_t other = one + 1; other < spectra.size(); other++) {
+            double squares = 0;
+            for (size_t i = 0; i < spectra[one].size(); i++)
+                squares += std::pow(spectra[one][i] - spectra[other][i], 2);
+            EXPECT_GE(std::sqrt(squares / double(spectra[one].size())), 2)
+                << stretches[one].name << ", " << stretches[other].name;
+        }
     }
 }
 

@@ -169,7 +169,9 @@ private:
             refuse(here, name + " is out of its range", text);
         }
         const double stepSeconds = 15 / song.beatsPerMinute;
-        const double bar = section.from + double(first + step.at) / stepsPerBar;
+        const bool late = part.swings && std::lround(float(first) + step.at) % 2 == 1;
+        const double at = double(first + step.at) + (late ? section.swing : 0);
+        const double bar = section.from + at / stepsPerBar;
         const float length = std::min(step.length, end - step.at), way = step.at / end;
         notes.push_back({song.secondsAt(bar), float(length * stepSeconds), pitch,
                          step.velocity * gainOf(cue.level.at(way)), cue.bright.at(way), bar * 4});

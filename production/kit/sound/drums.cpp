@@ -35,7 +35,7 @@ Stereo kickDrum(float tone, float length, float punch) {
         phase += stepOf(tone * (1 + 2.0f * drop.next() + 10 * punch * snap.next()));
         sound.left[i] = sound.right[i] = body.next() * sineOf(phase);
     }
-    saturate(sound, 2 + 6 * punch);
+    saturate(sound, 2 + 3.5f * punch);
 
     // The beater: what a small loudspeaker hears of the drum.
     Decay beater(0.011f);
@@ -84,16 +84,16 @@ Stereo handClap(float length) {
     Stereo sound(framesOf(length) + frameAt(hands.back()));
     for (size_t hand = 0; hand < hands.size(); hand++) {
         const bool last = hand + 1 == hands.size();
-        Noise left(20 + hand), right(30 + hand);
+        Noise left(20 + hand), right(30 + hand), middle(40 + hand);
         StateVariable leftBand, rightBand;
         leftBand.tune(1150 + 90 * hand, 1.3f);
         rightBand.tune(1250 - 60 * hand, 1.3f);
         Decay fall(last ? length : 0.018f);
         const float lean = hand % 2 ? 0.35f : -0.35f;
         for (size_t i = frameAt(hands[hand]); i < sound.frames(); i++) {
-            const float gain = 4 * fall.next();
-            sound.left[i] += (1 - lean) * gain * leftBand.band(left.next());
-            sound.right[i] += (1 + lean) * gain * rightBand.band(right.next());
+            const float gain = 4 * fall.next(), shared = 0.8f * middle.next();
+            sound.left[i] += (1 - lean) * gain * leftBand.band(shared + 0.5f * left.next());
+            sound.right[i] += (1 + lean) * gain * rightBand.band(shared + 0.5f * right.next());
         }
     }
     Equalizer::lowCut(500).apply(sound);
@@ -115,13 +115,13 @@ Stereo hiHat(float length, float brightness, uint32_t seed) {
     rightCut.tune(centre * 0.84f, 0.9f);
     leftTop.tune(centre * 1.25f, 0.7f);
     rightTop.tune(centre * 1.25f, 0.7f);
-    ring.tune(centre, 1.4f);
+    ring.tune(centre, 0.9f);
     Decay fall(length), stroke(0.012f);
     for (size_t i = 0; i < sound.frames(); i++) {
         float plate = 0;
         for (size_t each = 0; each < metal.size(); each++)
             plate += metal[each].pulse(stepOf(tune * plates[each]), 0.5f);
-        plate = ring.band(0.5f * plate) + 0.5f * middle.next();
+        plate = ring.band(0.35f * plate) + 0.6f * middle.next();
         const float level = 2.6f * fall.next() + 2 * stroke.next();
         sound.left[i] = level * leftTop.low(leftCut.high(plate + 0.22f * left.next()));
         sound.right[i] = level * rightTop.low(rightCut.high(plate + 0.22f * right.next()));
@@ -137,7 +137,8 @@ Stereo crashCymbal(float length, uint32_t seed) {
     leftCut.tune(2300, 0.7f);
     rightCut.tune(2500, 0.7f);
     std::array<float, 5> phase{};
-    constexpr std::array<float, 5> modes = {2670, 3710, 5230, 6390, 8110};  // Hz
+    std::array<float, 5> modes = {2670, 3710, 5230, 6390, 8110};  // Hz
+    for (float& mode : modes) mode *= 1 + 0.05f * middle.next();
     Decay fall(length), stroke(0.08f), dark(length * 0.6f);
     for (size_t i = 0; i < sound.frames(); i++) {
         if (i % tuning == 0) {
@@ -150,7 +151,7 @@ Stereo crashCymbal(float length, uint32_t seed) {
         for (size_t mode = 0; mode < modes.size(); mode++) {
             phase[mode] += stepOf(modes[mode] * (1 + 0.3f * metal));
             phase[mode] -= std::floor(phase[mode]);
-            metal += 0.12f * sineOf(phase[mode]);
+            metal += 0.06f * sineOf(phase[mode]);
         }
         // Mostly the same on both sides, so that it is still a cymbal on one loudspeaker.
         metal += 0.85f * middle.next();
@@ -214,16 +215,16 @@ Stereo boxKnock(float tone, float hardness) {
 
 Stereo shaker(float length, uint32_t seed) {
     Stereo sound(framesOf(length));
-    Noise left(seed), right(seed + 10);
+    Noise left(seed), right(seed + 10), middle(seed + 20);
     StateVariable leftBand, rightBand;
-    leftBand.tune(7800, 1.1f);
-    rightBand.tune(8300, 1.1f);
+    leftBand.tune(7900, 1.1f);
+    rightBand.tune(8200, 1.1f);
     Decay fall(length);
     const size_t rise = frameAt(0.006);
     for (size_t i = 0; i < sound.frames(); i++) {
-        const float level = 4 * fall.next() * std::min(1.0f, float(i) / rise);
-        sound.left[i] = level * leftBand.band(left.next());
-        sound.right[i] = level * rightBand.band(right.next());
+        const float level = 4 * fall.next() * std::min(1.0f, float(i) / rise), shared = 0.8f * middle.next();
+        sound.left[i] = level * leftBand.band(shared + 0.5f * left.next());
+        sound.right[i] = level * rightBand.band(shared + 0.5f * right.next());
     }
     endQuietly(sound);
     return sound;
@@ -394,7 +395,7 @@ void playWind(std::span<const Note> notes, Stereo& out) {
             const float seconds = float(i) / sampleRate, way = float(i) / frames;
             if (i % tuning == 0) {
                 leftBand.tune(centre * std::exp2(0.7f * sineOf(0.13f * seconds)), 4);
-                rightBand.tune(centre * std::exp2(0.7f * sineOf(0.13f * seconds + 0.2f)), 4);
+                rightBand.tune(centre * std::exp2(0.7f * sineOf(0.13f * seconds + 0.05f)), 4);
             }
             const float swell = note.velocity * sineOf(way / 2);
             const float drift = 0.4f * sineOf(0.17f * seconds), shared = 0.8f * middle.next();

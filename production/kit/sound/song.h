@@ -50,6 +50,7 @@ struct Part {
     Channel channel;
     int voices = 0;         // of its chords
     std::string follows{};  // parts whose rhythm and pitches it doubles, folded into its range, by ','
+    bool swings = false;    // by its section's swing
 };
 
 // A whole section where both are 0. Bars may be fractions.
@@ -81,6 +82,7 @@ struct Section {
     Ramp level;          // dB, of the whole mix
     Tone tone;
     std::vector<Cue> cues;
+    float swing = 0;  // of a sixteenth, by which every second one comes late
 };
 
 // A bus's soft clip at full scale: dB into it and behind it.

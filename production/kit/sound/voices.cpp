@@ -250,6 +250,7 @@ void playGrowl(const GrowlVoice& voice, std::span<const Note> notes, Stereo& out
         Wave saw(0.1f), low(0.3f), left(0.2f), right(0.2f);
         Ladder body;
         Formants mouth, leftMouth, rightMouth;
+        StateVariable teeth, leftTeeth, rightTeeth;
         const float hertz = hertzOf(note.pitch), bend = std::exp2(voice.detune / 24);
         const float drive = gainOf(voice.drive);
         const double bar = std::floor(note.beat / 4);
@@ -266,12 +267,20 @@ void playGrowl(const GrowlVoice& voice, std::span<const Note> notes, Stereo& out
                 leftMouth.shape(vowel, voice.size * 0.97f);
                 rightMouth.shape(vowel, voice.size * 1.03f);
                 body.tune(180 + 1400 * swing * note.brightness, 0.3f);
+                const float bite = between(1500, 3400, swing);
+                teeth.tune(bite, 1.2f);
+                leftTeeth.tune(bite * 0.96f, 1.2f);
+                rightTeeth.tune(bite * 1.04f, 1.2f);
             }
             const float middle = saw.saw(stepOf(hertz)) + 0.7f * low.pulse(stepOf(hertz), 0.35f);
             const float torn = rounded(drive * middle);
-            const float deep = body.next(middle), sung = mouth.bright(torn);
-            const float a = leftMouth.bright(rounded(drive * left.saw(stepOf(hertz / bend))));
-            const float b = rightMouth.bright(rounded(drive * right.saw(stepOf(hertz * bend))));
+            const float tornLeft = rounded(drive * left.saw(stepOf(hertz / bend)));
+            const float tornRight = rounded(drive * right.saw(stepOf(hertz * bend)));
+            const float deep = body.next(middle);
+            // The hiss stands more to the sides than in the middle.
+            const float sung = mouth.bright(torn) + 0.6f * voice.teeth * teeth.band(torn);
+            const float a = leftMouth.bright(tornLeft) + 1.5f * voice.teeth * leftTeeth.band(tornLeft);
+            const float b = rightMouth.bright(tornRight) + 1.5f * voice.teeth * rightTeeth.band(tornRight);
             const float loudness = voice.gain * note.velocity * level.next();
             out.left[i] += loudness * rounded(0.5f * deep + voice.throat * (sung + 0.5f * a));
             out.right[i] += loudness * rounded(0.5f * deep + voice.throat * (sung + 0.5f * b));

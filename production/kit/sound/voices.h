@@ -67,6 +67,7 @@ struct GrowlVoice {
     std::array<float, 4> rates;  // swings a beat, bar by bar
     float beatsPerSecond;
     float throat;  // how loud the mouth is against the body
+    float teeth;   // how loud the hiss of the tearing is, which the mouth opens to 2 to 4 kHz
     float detune;  // semitones between the sides
     float gain;
 };
