@@ -410,7 +410,7 @@ const std::vector<Cue> climax = {
     {"fall", "C4:32", {72, 74}, -4},
     {"crash", onceHard, {72, 73}},
     {"crash", onceHard, {76, 77}},
-    {"kick", fourWithPickUp, {72, 79.5f}, 0.7f, 0.5f, 2},
+    {"kick", fourWithPickUp, {72, 79.5f}, 1.2f, 0.5f, 2},
     {"snare", "....X.......X..o ....X........... ....X.......X.:o ....X..:........", {72, 79}, -2.8f},
     {"snare", ghostsLate, {72, 79}, -7},
     {"snare", "....X...X::X::X:", {79, 80}},
@@ -487,8 +487,8 @@ struct Row {
 const Row rows[] = {
     {"title", showtime::title, "G minor", "Gm", {-4, -3}, {}, title},
     {"tunnel", showtime::tunnel, "G minor", "Gm Ebmaj7 Cm9 D", {-2, -1.5f}, {}, tunnel},
-    {"ship", showtime::beatZero, "G minor", "Gm Gm Eb F Gm Gm Cm D", -1.5f, {-3.7f, 1.3f, -1.6f}, ship},
-    {"stripes", showtime::stripes, "G minor", "Gm Eb Bb F Gm Eb Cm D", -2.6f, {-1.2f, -1.1f, 5.1f}, stripes},
+    {"ship", showtime::beatZero, "G minor", "Gm Gm Eb F Gm Gm Cm D", -1.5f, {-3.9f, 1.5f, -1.5f}, ship},
+    {"stripes", showtime::stripes, "G minor", "Gm Eb Bb F Gm Eb Cm D", -2.6f, {-1.2f, -1.6f, 5.1f}, stripes},
     {"torn", showtime::tornTunnel, "G phrygian", "Gm Gm Ab Gm Gm Gm Ab D", 1.2f, {-4.5f, -0.4f, -4}, torn},
     {"boxes",
      showtime::heap,
@@ -529,8 +529,8 @@ const Row rows[] = {
      {-1.8f, -3, -1.5f},
      room,
      0.07f},
-    {"climax", showtime::roomBreathing, "A minor", "Am F C G Am F Dm E", -0.2f, {3.4f, 1.2f, -1}, climax},
-    {"credits", showtime::credits, "A minor", "F G Am C F G Dm E", {1, -2}, {-2, -5.6f, 4.8f}, credits},
+    {"climax", showtime::roomBreathing, "A minor", "Am F C G Am F Dm E", -0.4f, {3.1f, 1.2f, -0.4f}, climax},
+    {"credits", showtime::credits, "A minor", "F G Am C F G Dm E", {0.4f, -2}, {-2, -5.6f, 4.8f}, credits},
     {"echoes", showtime::afterCredits, "A minor", "Am F Dm Esus4 A5", {-2, -2}, {}, echoes},
 };
 constexpr int lastBar = 93;
