@@ -35,7 +35,7 @@ constexpr GrowlVoice growl = {.level = {0.003f, 0.6f, 0.85f, 0.03f},
                               .rates = {1.5f, 3, 2, 4},
                               .beatsPerSecond = 2.1f,
                               .throat = 1.1f,
-                              .teeth = 1.6f,
+                              .teeth = 1.2f,
                               .detune = 0.2f,
                               .gain = 0.8f};
 constexpr LeadVoice lead = {.glide = 0.05f,
@@ -233,7 +233,7 @@ std::vector<Part> band() {
         bassLine("bass", {29, 57}, playedBy(bass),
                  {.level = -4, .lowCut = 85, .monoBelow = 300, .duck = 0.8f}),
         bassLine("growl", {29, 57}, playedBy(growl),
-                 {.level = -3, .lowCut = 85, .monoBelow = 300, .duck = 0.5f, .room = -22}),
+                 {.level = -5, .lowCut = 85, .highCut = 3000, .monoBelow = 300, .duck = 0.5f, .room = -22}),
         melody("drone", Role::bass, {36, 60}, playDrone,
                {.level = -8, .lowCut = 60, .duck = 0.4f, .hall = -12, .chorus = 0.3f}),
 

@@ -250,7 +250,10 @@ void playGrowl(const GrowlVoice& voice, std::span<const Note> notes, Stereo& out
         Wave saw(0.1f), low(0.3f), left(0.2f), right(0.2f);
         Ladder body;
         Formants mouth, leftMouth, rightMouth;
-        StateVariable teeth, leftTeeth, rightTeeth;
+        StateVariable teeth, leftTeeth, rightTeeth, leftTop, rightTop;
+        // Above, each turn of the saw would tick like a stroke of its own.
+        leftTop.tune(2400, 0.707f);
+        rightTop.tune(2400, 0.707f);
         const float hertz = hertzOf(note.pitch), bend = std::exp2(voice.detune / 24);
         const float drive = gainOf(voice.drive);
         const double bar = std::floor(note.beat / 4);
@@ -282,8 +285,8 @@ void playGrowl(const GrowlVoice& voice, std::span<const Note> notes, Stereo& out
             const float a = leftMouth.bright(tornLeft) + 1.5f * voice.teeth * leftTeeth.band(tornLeft);
             const float b = rightMouth.bright(tornRight) + 1.5f * voice.teeth * rightTeeth.band(tornRight);
             const float loudness = voice.gain * note.velocity * level.next();
-            out.left[i] += loudness * rounded(0.5f * deep + voice.throat * (sung + 0.5f * a));
-            out.right[i] += loudness * rounded(0.5f * deep + voice.throat * (sung + 0.5f * b));
+            out.left[i] += loudness * leftTop.low(rounded(0.5f * deep + voice.throat * (sung + 0.5f * a)));
+            out.right[i] += loudness * rightTop.low(rounded(0.5f * deep + voice.throat * (sung + 0.5f * b)));
         }
     }
 }
