@@ -315,7 +315,7 @@ const std::vector<Cue> sinking = {
     {"riser", "C4:64", {40, 44}, -12, 0.5f},
     {"riser", "C4:63", {44, 47.9375f}, -3, 1},
     {"climb", "D3:31", {46, 47.9375f}, 0, 1},
-    {"roll", "xooxooxooxooxoxo xooxooxooxooxxx", {46, 47.9375f}, {-16, 1}},
+    {"roll", "xooxooxooxooxoxo xooxooxooxooxxx", {46, 47.9375f}, {-16, 0}},
 };
 
 // Awake: the hook takes the seventh that hung over the silence down, then the theme's leap widens. At 120.8 s
@@ -353,7 +353,7 @@ const std::vector<Cue> greetings = {
     {"snare", "....x.......x..: ....x.......x.o. ....x.......x..: ....x..:....xo.o", {56, 63.5f}, -4},
     {"clap", "....x..x....x... ....x..x..x.x...", {56, 63}, -5},
     {"toms", "G2:4", {63, 63.25f}, 2},
-    {"hat", "x:o:x:o:x:o:x:oo", {56, 63.5f}, -2},
+    {"hat", "x:o:x:o:x:o:x:oo", {56, 63.5f}, {-0.5f, -3}},
     {"shaker", "x:ox:oxox:ox:oxo x:ox:oxox:oxxoxo", {58, 63.5f}, {-2, 1.5f}},
     {"openHat", "..............x.", {60, 63.5f}, -3, 0.6f},
     {"bass", drivingBass, {56, 63}, 2.8f, {0.25f, 0.45f}},
@@ -510,7 +510,7 @@ const Row rows[] = {
      showtime::robot,
      "G harmonic",
      "D5 Eb/D Cm/D D7b9/D D5 Gm/D Cm/D D7b9/D",
-     {-4.5f, -0.5f},
+     {-4.5f, -1.1f},
      {-0.5f, -0.5f, 1},
      sinking},
     {"awake", showtime::awake, "G minor", "Gm Gm Eb Eb Cm Cm D D", {0.3f, 0}, {2.1f, -2.6f, 0.2f}, awake},

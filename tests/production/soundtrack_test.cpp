@@ -260,7 +260,7 @@ TEST(Soundtrack, IsBalancedFromBassToTreble) {
     }
 }
 
-TEST(Soundtrack, everySectionHasItsColour) {
+TEST(Soundtrack, EverySectionHasItsColour) {
     // Their mean levels in thirds of an octave, each taken against its own mean, are 2 dB or more apart.
     std::vector<std::vector<double>> spectra;
     const std::vector<Stretch> stretches = eightBars();
