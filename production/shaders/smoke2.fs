@@ -16,27 +16,22 @@ const float radius = 72.0;
 const vec3 sun = vec3(0.577, 0.577, 0.577);
 const vec3 axis = vec3(0.30, 0.94, -0.16);  // of the ring, of length 1
 
-// How much of the ring there is at a distance from the middle, in radii, but for its grooves.
+// How much of the ring there is at a distance from the middle, in radii, but for its gap and its grain.
 float ringAt(float reach) {
-    return smoothstep(1.28, 1.45, reach) * smoothstep(2.02, 1.94, reach);
-}
-
-float groovesAt(float reach) {
-    float gap = smoothstep(0.0, 0.02, abs(reach - 1.78) - 0.02);
-    return gap * smoothstep(0.08, 0.62, texture2D(noise, vec2(reach * 0.9, 0.37)).g);
+    return smoothstep(1.26, 1.38, reach) * smoothstep(2.02, 1.97, reach);
 }
 
 // The ground at a place whose direction from the middle is `up`: bands that storms bend.
 vec3 groundAt(vec3 up) {
     float storm = texture2D(noise, up.xz * 0.28 + 0.5).r;
     float band = texture2D(noise, vec2(0.06 * storm, dot(up, axis) * 0.42 + 0.035 * storm)).r;
-    return mix(vec3(0.26, 0.09, 0.05), vec3(0.40, 0.31, 0.20), smoothstep(0.25, 0.75, band));
+    return mix(vec3(0.25, 0.065, 0.03), vec3(0.42, 0.29, 0.15), smoothstep(0.25, 0.75, band));
 }
 
 // How much of the sun reaches that place past the ring.
 float daylightAt(vec3 up) {
     float rise = -dot(up, axis) / dot(sun, axis);
-    return smoothstep(-0.10, 0.75, dot(up, sun)) * (1.0 - 0.45 * step(0.0, rise) * ringAt(length(up + sun * rise)));
+    return smoothstep(-0.10, 0.75, dot(up, sun)) * (1.0 - 0.7 * step(0.0, rise) * ringAt(length(up + sun * rise)));
 }
 
 // Every tenth cell of a grid has a star somewhere in it.
@@ -53,7 +48,8 @@ void main() {
     float wisp = texture2D(noise, near + 0.25 * swirl).r;
     float veins = texture2D(noise, 1.7 * far + vec2(0.25 * wisp, 0.15 * swirl)).b;
     vec3 dusk = mix(vec3(0.10, 0.03, 0.22), vec3(0.02, 0.13, 0.20), swirl);
-    vec3 light = dusk * (0.06 + swirl * (wisp + 0.5 * veins)) + vec3(0.09, 0.03, 0.04) * veins * wisp;
+    vec3 light = dusk * swirl * (wisp + 0.5 * veins - 0.15) + vec3(0.09, 0.03, 0.04) * veins * wisp;
+    light = mix(light, dusk * (0.5 + wisp), 0.6 * smoothstep(0.45, 0.85, wisp) * swirl);
     light += vec3(0.70, 0.64, 0.80) * starsAt(far);
 
     // Where the ray meets the world, or comes nearest to it.
@@ -62,23 +58,25 @@ void main() {
     float depth = radius * radius - dot(eye, eye) + along * along;
     float meets = along - sqrt(max(depth, 0.0));
     vec3 up = (eye + towards * meets) / radius;
-    float body = smoothstep(-60.0, 60.0, depth);
+    float body = smoothstep(-40.0, 40.0, depth);
     float day = daylightAt(up);
     float grazing = 1.0 - max(dot(up, -towards), 0.0);
     float rim = grazing * grazing * grazing;
-    light = mix(light, groundAt(up) * (day + 0.02) + color.rgb * rim * (0.25 + 0.5 * day), body);
-    light += vec3(0.12, 0.10, 0.18) * (1.0 - body) * (0.35 + day) / (1.0 + 0.002 * max(-depth, 0.0));
+    light = mix(light, groundAt(up) * day + color.rgb * rim * (rim * 0.35 + 0.7 * day), body);
+    light += vec3(0.10, 0.12, 0.22) * (1.0 - body) * (0.15 + 0.7 * day) / (1.0 + 0.003 * max(-depth, 0.0));
 
     // Where it meets the ring's plane, and how far that lies behind the world, for the sun.
     float crosses = -dot(eye, axis) / dot(towards, axis);
     vec3 spot = eye + towards * crosses;
     float reach = length(spot) / radius;
-    float ice = ringAt(reach) * groovesAt(reach) * step(0.0, crosses) * (1.0 - body * step(meets, crosses));
+    float gap = smoothstep(0.0, 0.02, abs(reach - 1.78) - 0.02);
+    float ice = gap * ringAt(reach) * step(0.0, crosses) * (1.0 - body * step(meets, crosses));
     float behind = -dot(spot, sun);
     float shadow = step(0.0, behind) * smoothstep(radius + 3.0, radius - 3.0, length(spot + sun * behind));
-    light = mix(light, vec3(0.20, 0.185, 0.19) * (1.0 - 0.93 * shadow), 0.9 * ice);
+    vec3 grain = texture2D(noise, vec2(reach * 2.6, 0.37)).rgb;
+    vec3 dust = mix(vec3(0.09, 0.045, 0.035), vec3(0.33, 0.24, 0.15), smoothstep(0.2, 0.7, grain.g));
+    light = mix(light, dust * (0.3 + 1.1 * grain.b) * (1.0 - 0.95 * shadow), ice * (0.8 + 0.2 * grain.r));
 
-    light = mix(light, dusk * (0.5 + wisp), 0.6 * smoothstep(0.45, 0.85, wisp) * swirl);
     vec2 aside = (place - 0.5) * vec2(1.15, 1.0);
     gl_FragColor = vec4(light * (1.0 - 1.2 * dot(aside, aside)), color.a) * gl_Color;
 }
