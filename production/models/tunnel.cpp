@@ -119,7 +119,7 @@ void makeTunnel(const char* path) {
     // lights outlines, and would fill the screen.
     writeAml(path, {shaded(welded(bore.shape), [&](Vec p, Vec normal) {
                  const bool ring = std::hypot(p.x, p.y) < ringRadius + 10;
-                 const double lean = (normal.z < -0.3 ? (ring ? -100 : -112) : ring ? 62 : 56) * pi / 180;
+                 const double lean = (normal.z < -0.3 ? (ring ? -100 : -112) : ring ? 62 : 52) * pi / 180;
                  const Vec inwards = normalized(Vec{-p.x, -p.y, 0});
                  return inwards * std::cos(lean) + Vec{0, 0, 1} * std::sin(lean);
              })});

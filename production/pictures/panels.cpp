@@ -279,7 +279,7 @@ void makeWalls(const char* path) {
         const int column = int(x) * 2, row = int(y);
         if (column >= size) return hallPictures(x, y);
         if (y > 14.6f * cell)
-            return mix(grey(0.004f), opaque(0.40f, 0.48f, 0.54f),
+            return mix(grey(0.004f), opaque(0.32f, 0.40f, 0.46f),
                        smoothstep(0.36f, 0.30f, std::fabs(y / cell - 15.5f)));
         return mix(panel.at(column, row), panel.at(column + 1, row), 0.5f);
     });

@@ -55,7 +55,7 @@ void main() {
 
     // The edge shines, and behind it the air is thin.
     float hollow = ahead < 0.0 ? wake * (1.0 - cos(min(-x, 6.2832))) : 0.0;
-    color.rgb *= 1.0 + pulse * (0.16 * edge - 0.36 * hollow);
+    color.rgb *= 1.0 + pulse * (0.10 * edge - 0.36 * hollow);
     // Over a picture's own blurred copy the packet and all outside of it go soft.
     color.a *= 1.0 - 2.5 * scale * min(0.1 * distort, 1.0) * smoothstep(-0.2, 0.3, behindFront);
     gl_FragColor = color * gl_Color;
