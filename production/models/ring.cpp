@@ -13,23 +13,23 @@ constexpr double discRadius = 100;
 
 // A closed rail with the section of a lens, its outer edge sharp.
 Shape rail() {
-    const Outline section = {{102.2, 0},  {102.6, -1.1}, {104, -1.6}, {106.4, -1.1}, {109, -0.25},
-                             {109, 0.25}, {106.4, 1.1},  {104, 1.6},  {102.6, 1.1},  {102.2, 0}};
+    const Outline section = {{102.2, 0},    {102.4, -0.6}, {103, -0.8}, {104, -0.6},  {105.2, -0.15},
+                             {105.2, 0.15}, {104, 0.6},    {103, 0.8},  {102.4, 0.6}, {102.2, 0}};
     return lathe(section, 96);
 }
 
 // Fine ticks on the rail, as on an instrument.
 Shape tick() {
-    return moved(box({3.4, 0.7, 0.5}, 0.15), {105.4, 1.5, 0});
+    return moved(box({1.5, 0.4, 0.4}, 0.12), {103.5, 0.75, 0});
 }
 
 // Reaches in to the disc's corner along +x.
 Shape clasp() {
-    const Shape saddle = moved(box({10, 7.4, 7}, 2.4, 2), {106.6, 0, 0});
-    const Shape jaw = moved(box({8, 1.6, 3}, 0.7, 2), {101.6, 2.6, 0});
-    const Outline lens = {{2.9, 0}, {3, 0.5}, {2.6, 1}, {2, 1}, {1.7, 0.5}, {0.9, 1.2}, {0, 1.4}};
-    const Shape eye = placed(lathe(lens, 16), {111.3, 0, 0}, {1, 0, 0});
-    const Shape cap = placed(lathe(lens, 16), {106.6, 3.5, 0}, {0, 1, 0});
+    const Shape saddle = moved(box({5.6, 4.8, 4}, 1.4, 2), {104.4, 0, 0});
+    const Shape jaw = moved(box({5.6, 1, 2}, 0.45, 2), {100.8, 1.5, 0});
+    const Outline lens = {{1.5, 0}, {1.55, 0.3}, {1.3, 0.6}, {1, 0.6}, {0.85, 0.3}, {0.5, 0.8}, {0, 0.9}};
+    const Shape eye = placed(lathe(lens, 16), {107.1, 0, 0}, {1, 0, 0});
+    const Shape cap = placed(lathe(lens, 16), {104.4, 2.3, 0}, {0, 1, 0});
     return joined({saddle, jaw, reflected(jaw, Axis::y), eye, cap, reflected(cap, Axis::y)});
 }
 

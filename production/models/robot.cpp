@@ -81,10 +81,16 @@ Shape base() {
 Shape foot() {
     const Outline side = {{-15, -20.4}, {21, -20.4}, {22, -17}, {18, -12}, {8, -7},
                           {6, -2},      {-7, -2},    {-11, -6}, {-15, -9}};
-    const Shape boot = moved(turned(extrude(side, 19, 2.2), Axis::y, -pi / 2), {9.5, 0, 0});
+    const Shape flat = moved(turned(extrude(side, 19, 2.2), Axis::y, -pi / 2), {9.5, 0, 0});
+    // Flanks that lean down and bulge, or each would flash as a whole when it meets a lamp.
+    const Shape boot = bent(triangulated(flat), [](Vec p) {
+        const double out = 1 + 0.02 * (p.y + 11) - 0.0006 * (p.z - 3) * (p.z - 3);
+        return Vec{p.x * out, p.y, p.z};
+    });
+    const Shape ankle = withMirror(placed(rings(5.2, 1.6), {9.4, -12, 2}, {1, 0, 0}), Axis::x);
     const Shape toe = placed(rings(4.6, 2), {0, -10.6, 13}, {0, 1, 0.72});
     return joined(
-        {boot, toe,
+        {boot, ankle, toe,
          moved(lathe({{0, -4}, {9, -4}, {9.6, -2.6}, {9, -1.2}, {7, 0}, {0, 0}}, 18), {0, 0, -0.5})});
 }
 
