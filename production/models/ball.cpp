@@ -13,8 +13,9 @@ constexpr double radius = 42;
 constexpr int level = 2;             // 320 mirrors
 constexpr double mirrorPart = 0.80;  // of its face that a mirror covers, each way
 constexpr double tilt = 0.09;        // slope of a mirror against its place
-constexpr double domed = 0.03,
+constexpr double domed = 0.012,
                  facetHalf = 7;  // radians that a mirror seems to bend from its middle to its edge, units
+constexpr double leastLean = 0.1, mostLean = 1.35;  // radians that a mirror seems to lean to one side
 
 // Tilts every mirror a little its own way, so that
 // neighbours never catch the same lamp.
@@ -29,6 +30,26 @@ Shape hungAskew(Shape ball) {
             Vec& place = ball.points[point];
             place += normal * dot(place - centre, slope);
         }
+    }
+    return ball;
+}
+
+// Makes every mirror throw back light from a side of its own: those that face the viewer see not only
+// what is behind him, which is dark, but lamps all round, and flare up and go out as the ball turns.
+// Each is all but flat, so that a lamp fills it.
+Shape glittering(Shape ball) {
+    int count = 0;
+    for (Face& face : ball.faces) {
+        const Vec centre = faceCentre(ball, face), normal = faceNormal(ball, face);
+        const Vec right = normalized(cross({0, 1, 0.01}, normal)), up = cross(normal, right);
+        const double way = 2.39996 * 7 * count, draw = 0.754878 * count;
+        const double lean = mix(leastLean, mostLean, draw - std::floor(draw));
+        const Vec aside = right * std::cos(way) + up * std::sin(way);
+        const Vec facing = normal * std::cos(lean) + aside * std::sin(lean);
+        face.normals.clear();
+        for (int point : face.points)
+            face.normals.push_back(normalized(facing + (ball.points[point] - centre) * (domed / facetHalf)));
+        count++;
     }
     return ball;
 }
@@ -50,9 +71,5 @@ void makeBall(const char* path) {
         for (int point : face.points) mirrors.points.push_back(mix(centre, solid.points[point], mirrorPart));
         addFace(mirrors, {first, first + 1, first + 2});
     }
-    const Shape askew = hungAskew(smoothed(mirrors, hard));
-    // Each mirror seems domed, so that it holds a part of every lamp.
-    const Shape jewels =
-        shaded(askew, [](Vec p, Vec n) { return n + (p - n * dot(p, n)) * (domed / facetHalf); });
-    writeAml(path, {painted(jewels, hull::coolLamp)});
+    writeAml(path, {painted(glittering(hungAskew(smoothed(mirrors, hard))), hull::coolLamp)});
 }
