@@ -1,6 +1,6 @@
 // The four credit cards, each drawn over a quarter of the 4:3 screen with its top row first: how much was
-// made, what, and without what; and below the figure it is counted out in marks. White on clear ground, with
-// a soft dark plate that keeps it readable over the hall.
+// made, what, and without what; and below the figure it is counted out in marks. From white to gold as the
+// greetings are, on clear ground, with a soft dark plate that keeps it readable over the hall.
 #include <string>
 
 #include "production/forge.h"
@@ -15,11 +15,10 @@ namespace {
 constexpr int size = 512;
 constexpr float pi = 3.14159265f;
 constexpr float pixelAspect = 4.0f / 3;
-constexpr float margin = 46;  // columns kept clear at the card's outer side
+constexpr float margin = 32;  // columns kept clear at the card's outer side
 constexpr float figureTop = 92, figureHeight = 150, figureLine = figureTop + figureHeight;  // rows
 constexpr float roleHeight = 50, nounHeight = 38, withoutHeight = 34;
-constexpr float marksTop = 278, marksHeight = 66, withoutLine = 414;
-constexpr float marksWidth = 400;  // columns
+constexpr float marksTop = 268, marksHeight = 114, withoutLine = 434;  // rows
 
 // How far a place is outside of mark `i` of `count`; across and down in rows from the marks' upper left.
 using Mark = float (*)(int i, int count, Point place);
@@ -29,53 +28,53 @@ struct Card {
     int count;
     const char *noun, *without;
     Mark mark;
-    Align align;  // the side of the screen that it lies at
+    float marksBreadth;  // in rows
+    Align align;         // the side of the screen that it lies at
 };
 
-constexpr float marksBreadth = marksWidth * pixelAspect;  // in rows
-
-// The middle of a mark of `count` in `rows` rows.
-Point middleOf(int i, int count, int rows) {
+// The middle of a mark of `count` in `rows` rows, and how far apart they stand.
+Point middleOf(int i, int count, int rows, float pitch) {
     const int columns = (count + rows - 1) / rows;
-    const float pitch = marksBreadth / columns;
     return {pitch * (i % columns + 0.5f), marksHeight / rows * (i / columns + 0.5f)};
 }
 
+constexpr float clockPitch = 60, polygonPitch = 58, framePitch = 55, barPitch = 4.4f;  // rows
+
 // A clock for every effect, each a step further round.
 float clockMark(int i, int count, Point place) {
-    const Point p = place - middleOf(i, count, 1);
+    const Point p = place - middleOf(i, count, 2, clockPitch);
     const float radius = length(p), turn = std::atan2(p.x, -p.y);
     const float gone = 2 * pi * (i + 1) / count;
-    const float wedge = (turn < 0 ? turn + 2 * pi : turn) < gone ? radius - 13 : 99;
-    return std::fmin(wedge, std::fabs(radius - 17) - 1.3f);
+    const float wedge = (turn < 0 ? turn + 2 * pi : turn) < gone ? radius - 18.5f : 99;
+    return std::fmin(wedge, std::fabs(radius - 24) - 1.8f);
 }
 
 // From the triangle on, one more corner each, each joined to the middle.
 float polygonMark(int i, int count, Point place) {
-    const Point p = place - middleOf(i, count, 1);
+    const Point p = place - middleOf(i, count, 2, polygonPitch);
     const float sector = 2 * pi / (i + 3), turn = std::atan2(p.x, -p.y);
     const float toSide = std::remainder(turn - sector / 2, sector), toCorner = std::remainder(turn, sector);
-    const float edge = length(p) * std::cos(toSide) - 16 * std::cos(sector / 2);
-    const float spoke = std::fmax(length(p) * std::fabs(std::sin(toCorner)) - 0.6f, edge);
-    return std::fmin(std::fabs(edge) - 1.1f, std::cos(toCorner) > 0 ? spoke : 99);
+    const float edge = length(p) * std::cos(toSide) - 24 * std::cos(sector / 2);
+    const float spoke = std::fmax(length(p) * std::fabs(std::sin(toCorner)) - 0.8f, edge);
+    return std::fmin(std::fabs(edge) - 1.6f, std::cos(toCorner) > 0 ? spoke : 99);
 }
 
 // Small frames with a hill in each, and a sun that climbs.
 float frameMark(int i, int count, Point place) {
-    const Point p = place - middleOf(i, count, 2);
-    const float frame = std::fabs(box(p, {}, {15, 11}, 1)) - 1.2f;
-    const float hill = std::fmax(std::fabs(p.x + 3) * 0.8f - p.y - 4 + 6, p.y - 10);
-    const float sun = length(p - Point{7, 7 - 13.0f * i / count}) - 2.6f;
-    const float inside = box(p, {}, {14, 10});
+    const Point p = place - middleOf(i, count, 3, framePitch);
+    const float frame = std::fabs(box(p, {}, {22, 14.5f}, 1)) - 1.4f;
+    const float hill = std::fmax(std::fabs(p.x + 5) * 0.8f - p.y + 2, p.y - 13);
+    const float sun = length(p - Point{10, 9 - 16.0f * i / count}) - 3.6f;
+    const float inside = box(p, {}, {21, 13.5f});
     return std::fmin(frame, std::fmax(std::fmin(hill, sun), inside));
 }
 
 // The bars of the music, as tall as the music is full in each part of the show.
-float barMark(int i, int count, Point place) {
+float barMark(int i, int, Point place) {
     constexpr float fullness[] = {0.16f, 0.50f, 0.62f, 0.66f, 0.95f, 0.60f, 0.28f,
                                   0.44f, 0.88f, 0.70f, 0.80f, 1.0f,  0.60f, 0.20f};
     const int bar = i - 9, part = bar < -4 ? 0 : bar < 0 ? 1 : 2 + bar / 8;
-    const float pitch = marksBreadth / count;
+    const float pitch = barPitch;
     const float tall =
         0.5f * marksHeight * (fullness[part] - ((bar + 16) % 8 == 7 ? 0.12f : 0.03f * (i % 4)));
     const Point p = {place.x - pitch * (i + 0.5f), place.y - marksHeight / 2};
@@ -99,22 +98,26 @@ void makeCard(const char* path, const Card& card) {
     setText(text, cut(nounHeight, 0.18f, 0.24f), {card.noun, beside, figureLine, card.align});
     setText(text, cut(withoutHeight, 0.18f, 0.26f), {card.without, edge, withoutLine, card.align});
 
-    const float marksLeft = left ? margin : size - margin - marksWidth;
+    const float marksLeft = left ? margin : size - margin - card.marksBreadth / pixelAspect;
     Canvas shape(size, size);
     paint(shape, [&](float x, float y, Rgba) {
         float ink = coverage(text.at(x, y));
         const Point place = {(x - marksLeft) * pixelAspect, y - marksTop};
-        if (place.y > -4 && place.y < marksHeight + 4 && place.x > -4 && place.x < marksBreadth + 4)
+        if (place.y > -4 && place.y < marksHeight + 4 && place.x > -4 && place.x < card.marksBreadth + 4)
             for (int i = 0; i < card.count; i++)
                 ink = std::fmax(ink, coverage(card.mark(i, card.count, place)));
-        return grey(1) * ink;
+        // Each part of the card turns to gold towards its foot.
+        const float foot = y < marksTop - 6                 ? (y - figureTop) / figureHeight
+                           : y < marksTop + marksHeight + 4 ? (y - marksTop) / marksHeight
+                                                            : (y - withoutLine) / withoutHeight + 1;
+        return mix(opaque(1, 0.985f, 0.94f), opaque(0.93f, 0.76f, 0.44f), unit(foot)) * ink;
     });
     const Canvas shadow = blurred(shape, 4, Edge::Empty);
 
     Canvas canvas(size, size);
     paint(canvas, [&](float x, float y, Rgba) {
         const int px = int(x), py = int(y);
-        const float away = box({x, y}, {size / 2.0f + inward * -14, 254}, {200, 150}, 40);
+        const float away = box({x, y}, {size / 2.0f + inward * -26, 260}, {190, 156}, 40);
         const float plate = 0.72f * smoothstep(24, -44, away);
         const float dark = unit(std::fmax(plate, 0.9f * shadow.at(px, py).a));
         return over(shape.at(px, py), Rgba{0, 0, 0, dark});
@@ -125,16 +128,16 @@ void makeCard(const char* path, const Card& card) {
 }  // namespace
 
 void makeCodeCredit(const char* path) {
-    makeCard(path, {"Code", 12, "effects", "and one clock", clockMark, Align::Left});
+    makeCard(path, {"Code", 12, "effects", "and one clock", clockMark, 6 * clockPitch, Align::Left});
 }
 void makeModelsCredit(const char* path) {
-    makeCard(path,
-             {"Models", int(modelProducts.size()), "meshes", "and no modeller", polygonMark, Align::Right});
+    makeCard(path, {"Models", int(modelProducts.size()), "meshes", "and no modeller", polygonMark,
+                    8 * polygonPitch, Align::Right});
 }
 void makeGraphicsCredit(const char* path) {
-    makeCard(path,
-             {"Graphics", int(pictureProducts.size()), "pictures", "and no camera", frameMark, Align::Right});
+    makeCard(path, {"Graphics", int(pictureProducts.size()), "pictures", "and no camera", frameMark,
+                    8 * framePitch, Align::Right});
 }
 void makeMusicCredit(const char* path) {
-    makeCard(path, {"Music", 102, "bars", "and no sample", barMark, Align::Left});
+    makeCard(path, {"Music", 102, "bars", "and no sample", barMark, 102 * barPitch, Align::Left});
 }

@@ -178,23 +178,26 @@ TEST(Pictures, LetteringWithItsOwnCoordinatesIsStoredTopRowFirst) {
     }
 }
 
-// Cards are blended over the room: white letters, clear all round, and only darkness between.
-TEST(Pictures, CreditsAreWhiteOnClearGround) {
+// Cards are blended over the room: letters from white to gold, clear all round, and only darkness between.
+TEST(Pictures, CreditsAreGoldOnClearGround) {
     for (const char* file :
          {"credits-music.png", "credits-code.png", "credits-gfx.png", "credits-models.png"}) {
         SCOPED_TRACE(file);
         const Picture card(file);
-        int clear = 0, white = 0, tinted = 0;
+        int clear = 0, white = 0, gold = 0, cold = 0;
         for (int y = 0; y < card.height; y++) {
             for (int x = 0; x < card.width; x++) {
                 clear += card.sample(x, y, 3) < 8;
-                white += card.sample(x, y, 3) == 255 && card.sample(x, y, 2) > 240;
-                tinted += card.sample(x, y, 3) > 20 && card.brightest(x, y) - card.sample(x, y, 2) > 30;
+                const bool ink = card.sample(x, y, 3) == 255 && card.sample(x, y, 0) > 220;
+                white += ink && card.sample(x, y, 2) > 215;
+                gold += ink && card.sample(x, y, 2) < 150;
+                cold += card.sample(x, y, 2) > card.sample(x, y, 0) + 2;
             }
         }
         EXPECT_GT(clear, card.width * card.height / 3);
         EXPECT_GT(white, card.width * card.height / 200);
-        EXPECT_EQ(tinted, 0);
+        EXPECT_GT(gold, card.width * card.height / 200);
+        EXPECT_EQ(cold, 0);
         for (int i = 0; i < card.width; i++) EXPECT_LT(card.sample(i, 0, 3) + card.sample(0, i, 3), 8);
     }
 }
