@@ -11,7 +11,7 @@ void makeFlashWord(const char* path) {
     const float pixelAspect = 4.0f / 3;  // the square picture fills a 4:3 screen
     const float capHeight = 372, baseline = 690, streakLine = baseline - 0.43f * capHeight;
     LetteringField text(size, size, 60);
-    setText(text, {.height = capHeight, .weight = 0.17f, .contrast = 0.66f, .pixelAspect = pixelAspect},
+    setText(text, {.height = capHeight, .weight = 0.165f, .contrast = 0.66f, .pixelAspect = pixelAspect},
             {"Valo", size * 0.5f, baseline, Align::Centre});
 
     Canvas letters(size, size);
@@ -24,19 +24,21 @@ void makeFlashWord(const char* path) {
         const int px = int(x), py = int(y);
         const float distance = text.at(px, py), fill = coverage(distance), away = y - streakLine;
         const float rim = outline(distance + 2, 4);
+        // Little fill but along the edges, so that the hall behind shows and no letter burns away.
+        const float body = fill * (0.30f + 0.70f * std::exp(std::fmin(distance, 0.0f) / 10));
         const float slope = unit((y - baseline + capHeight) / capHeight);
         // Above the streak the letters mirror a pale sky, below it a burning ground.
         const Rgba face =
             slope < 0.57f
                 ? mix(opaque(0.50f, 0.40f, 0.24f), opaque(0.20f, 0.115f, 0.045f), slope / 0.57f)
-                : mix(opaque(0.46f, 0.17f, 0.030f), opaque(0.20f, 0.045f, 0.010f), (slope - 0.57f) / 0.43f);
+                : mix(opaque(0.46f, 0.17f, 0.030f), opaque(0.30f, 0.068f, 0.015f), (slope - 0.57f) / 0.43f);
         const float reach = bell((x - size * 0.5f) / size, 0.26f);
         const float streak = reach * (0.9f * bell(away, 2) + 0.06f * bell(away, 22));
         const float border =
             smoothstep(0, 0.12f, std::fmin(std::fmin(x, size - x), std::fmin(y, size - y)) / size);
         const Rgba air = opaque(0.34f, 0.17f, 0.06f) * (0.30f * streams.at(px, py).r * (1 - fill));
-        return ground + (air + opaque(1, 0.80f, 0.48f) * streak) * border + face * fill +
-               opaque(0.62f, 0.52f, 0.36f) * rim;
+        return ground + (air + opaque(1, 0.80f, 0.48f) * streak) * border + face * body +
+               opaque(0.78f, 0.64f, 0.40f) * rim;
     });
     saveRgb(canvas, path, Rows::TopFirst);
 }
