@@ -15,7 +15,7 @@ constexpr double mirrorPart = 0.80;  // of its face that a mirror covers, each w
 constexpr double tilt = 0.09;        // slope of a mirror against its place
 constexpr double domed = 0.012,
                  facetHalf = 7;  // radians that a mirror seems to bend from its middle to its edge, units
-constexpr double leastLean = 0.1, mostLean = 1.35;  // radians that a mirror seems to lean to one side
+constexpr double leastLean = 0.6, mostLean = 1.45;  // radians that a mirror seems to lean to one side
 
 // Tilts every mirror a little its own way, so that
 // neighbours never catch the same lamp.
