@@ -12,8 +12,8 @@ namespace {
 
 constexpr Vec upInTumble = {0.117, 0.746, 0.656};
 
-// The far figure's glow makes nearly two hundred of one: its outside is dark, and the light in it thin.
-constexpr Uv dark = {8.0 / 16, 0.7 / 16};
+// Of the cords and of what lies behind the ribs; of the sheet below, which fills the near view.
+constexpr Uv dark = {8.0 / 16, 0.7 / 16}, dim = {11.0 / 16, 10.0 / 16};
 
 constexpr int lobes = 12;  // of the bell's rim
 constexpr double rim = 54, rimHeight = -2;
@@ -33,6 +33,20 @@ Shape bell() {
     const int columns = lobes * 8, rows = 26;
     return grid(columns, rows, true, false,
                 [&](int c, int r) { return onBell(-2 * pi * c / columns, 1 - double(r) / (rows - 1)); });
+}
+
+// The bell's inside as twelve panels with a bright rib between each two.
+Shape lining(bool ribs) {
+    constexpr int columns = lobes * 8, rows = 26, ribColumns = 2;
+    const int across = ribs ? ribColumns : columns / lobes - ribColumns;
+    std::vector<Shape> all;
+    for (int i = 0; i < lobes; i++) {
+        const int first = i * columns / lobes + (ribs ? -ribColumns / 2 : ribColumns / 2);
+        all.push_back(grid(across + 1, rows, false, false, [&](int c, int r) {
+            return onBell(2 * pi * (first + c) / columns, 1 - double(r) / (rows - 1)) * 0.985;
+        }));
+    }
+    return joined(all);
 }
 
 // The sheet that closes the bell below, up to the mouth.
@@ -68,7 +82,7 @@ Shape crownRing(double turn) {
     return tube(24, path, [](double) { return 1.8; });
 }
 
-// Cords of light: along every groove of the bell, along its rim and round its crown.
+// Dark cords: along every groove of the bell, along its rim and round its crown.
 Shape cords() {
     std::vector<Shape> all = {tube(
         lobes * 8, [](double k) { return onBell(2 * pi * k, 1); }, [](double) { return 1.7; })};
@@ -127,10 +141,10 @@ Shape litFromBelow(const Shape& shape, double share) {
 
 // Seen from near, which is from within, the lining and the veil are the sea that the far figure swims in.
 void makeJellyfish(const char* path) {
-    const Shape lining = insideOut(scaled(bell(), {0.985, 0.985, 0.985}));
-    writeAml(path, {painted(upright(bell()), dark), painted(litFromBelow(lining, 0.8), hull::coolLamp),
-                    painted(litFromBelow(veil(), 0.5), hull::coolLamp),
-                    painted(litFromBelow(cords(), 0.9), hull::coolLamp),
-                    painted(litFromBelow(tentacles(), 0.4), hull::coolLamp),
-                    painted(upright(around(arm(), 4, Axis::y)), hull::orange)});
+    writeAml(
+        path,
+        {painted(litFromBelow(bell(), 0.9), hull::coolLamp), painted(litFromBelow(lining(false), 0.8), dark),
+         painted(litFromBelow(lining(true), 0.8), hull::coolLamp), painted(litFromBelow(veil(), 0.5), dim),
+         painted(upright(cords()), dark), painted(litFromBelow(tentacles(), 0.4), hull::coolLamp),
+         painted(upright(around(arm(), 4, Axis::y)), hull::orange)});
 }

@@ -12,14 +12,13 @@ constexpr float unitsPerRepeat = 500;
 
 // In units of height, with the same gap after each, and again up the picture. The first lies about the eye's
 // own height: seen from near, a gap there would be a bar across the middle of the screen.
-constexpr float rhythm[] = {52, 18, 10, 19};
-constexpr float gap = 6.5f;
+constexpr float rhythm[] = {66, 18, 12};
+constexpr float gap = 29 / 3.0f;
 
 // The far figure's glow makes nearly two hundred of one, so whatever is bright ends as a flat patch with a
-// hard edge. These tints are dark, and reach full light one after the other from the halo's edge to its
-// heart: blue, which is the least bright, outermost. Near the eye's height, where the near figure is as well,
-// the next is green, above and below it is red.
-const Rgba sea = opaque(0.026f, 0.11f, 0.55f), violet = opaque(0.10f, 0.038f, 0.60f);
+// hard edge, and what holds all three colours ends as white. No red is let through: the halo is blue and
+// green at most, and the figure may be as bright in them as it likes.
+const Rgba deep = opaque(0, 0.07f, 0.95f), surface = opaque(0, 0.45f, 0.90f);
 
 // Of a height in units, to the nearest stripe's edge, negative inside.
 float distanceToStripe(float height) {
@@ -43,8 +42,8 @@ void makeStripes(const char* path) {
     Canvas canvas(size, size);
     paint(canvas, [&](float, float y, Rgba) {
         const float height = y * unitsPerRepeat / size;
-        const float fromEye = std::fmin(height, unitsPerRepeat - height);
-        const Rgba tint = mix(sea, violet, smoothstep(25, 65, fromEye));
+        const float aboveEye = height < unitsPerRepeat / 2 ? height : height - unitsPerRepeat;
+        const Rgba tint = mix(deep, surface, smoothstep(-70, 70, aboveEye));
         // Without a soft edge: what is half transparent lets the halo through, as a bright line.
         return tint * (distanceToStripe(height) < 0 ? 1.0f : 0.0f);
     });
