@@ -10,7 +10,10 @@ std::string generatorSources() {
     std::error_code error;
     const fs::path root = SOURCE_FOLDER;
     if (!fs::exists(fs::path(BUILD_FOLDER) / "CMakeCache.txt", error)) return "";
-    if (!fs::equivalent("data", root / "data", error)) return "";
+    // A fresh checkout has no data/ yet.
+    const bool isOurs = fs::exists(root / "data", error) ? fs::equivalent("data", root / "data", error)
+                                                         : fs::equivalent(".", root, error);
+    if (!isOurs) return "";
     return fs::proximate(root / "production", error).string();
 }
 

@@ -41,6 +41,13 @@ int complain(const char* format, const std::string& what) {
     return 1;
 }
 
+int complainOfPart(const std::string& name, const Song& song) {
+    fprintf(stderr, "No part has the name \"%s\"; there are", name.c_str());
+    for (const Part& part : song.parts) fprintf(stderr, " %s", std::string(part.name).c_str());
+    fputc('\n', stderr);
+    return 1;
+}
+
 Window windowOf(const Song& song, double from, double to) {
     const size_t all = frameAt(song.seconds);
     return {std::min(frameAt(song.secondsAt(from)), all), std::min(frameAt(song.secondsAt(to)), all)};
@@ -61,7 +68,7 @@ int hear(const Song& song, const std::vector<std::string>& words) {
     const Window window = windowOf(song, wish.from, wish.to);
     if (window.from >= window.to) return complain("%s would be empty: no such bars\n", wish.file);
     for (const std::string& part : wish.parts)
-        if (!partOf(song, part)) return complain("No part has the name \"%s\"\n", part);
+        if (!partOf(song, part)) return complainOfPart(part, song);
     const std::vector<std::string_view> parts(wish.parts.begin(), wish.parts.end());
     writeWav(wish.file.c_str(), parts.empty() ? finish(song, window).sound : perform(song, window, parts));
     return 0;

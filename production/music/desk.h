@@ -6,7 +6,7 @@
 #include <vector>
 
 constexpr char deskUsage[] =
-    "       forge --hear FILE.wav [--bars FROM-TO] [--parts NAME,...]\n"
+    "       forge --hear FILE.wav [--bars FROM-TO] [--parts NAME,...]   (bar TO is where it ends)\n"
     "       forge --stems FOLDER\n"
     "       forge --check\n";
 

@@ -177,6 +177,22 @@ TEST(AmlTool, CutsPolygonsAndMakesNormalsAndTurnsPicturesUpright) {
     EXPECT_EQ(model.notes, std::vector<std::string>{"Without normals in the model: made"});
 }
 
+// A cube whose faces share their corners, and a lid on it that is nearly flat.
+TEST(AmlTool, MakesNormalsThatKeepSharpEdges) {
+    const ScratchDirectory scratch;
+    const std::string path = scratch.write(
+        "cube.ply",
+        "ply\nformat ascii 1.0\nelement vertex 9\nproperty float x\nproperty float y\nproperty float z\n"
+        "element face 9\nproperty list uchar int vertex_indices\nend_header\n"
+        "0 0 0\n1 0 0\n1 1 0\n0 1 0\n0 0 1\n1 0 1\n1 1 1\n0 1 1\n0.5 0.5 1.1\n"
+        "4 0 3 2 1\n4 0 1 5 4\n4 1 2 6 5\n4 2 3 7 6\n4 3 0 4 7\n3 4 5 8\n3 5 6 8\n3 6 7 8\n3 7 4 8\n");
+    const ImportedModel model = importModel(path, {});
+    ASSERT_EQ(model.problem, "");
+    ASSERT_EQ(model.meshes.size(), 1u);
+    // Five sides of four corners; the lid's four and its tip are smooth.
+    EXPECT_EQ(model.meshes[0].vertices.size(), 25u);
+}
+
 TEST(AmlTool, ScalesFirstAndTurnsOneAfterTheOther) {
     const ScratchDirectory scratch;
     scratch.write("quad.obj", quad);

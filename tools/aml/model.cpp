@@ -221,6 +221,40 @@ std::string writeModel(Assimp::Exporter& exporter, const aiScene& scene, const s
     return problem;
 }
 
+template <typename Value>
+void giveEachCornerItsOwn(Value*& values, const std::vector<unsigned>& vertexOfCorner) {
+    if (!values) return;
+    auto* ofCorners = new Value[vertexOfCorner.size()];
+    for (size_t i = 0; i < vertexOfCorner.size(); i++) ofCorners[i] = values[vertexOfCorner[i]];
+    delete[] values;
+    values = ofCorners;
+}
+
+// The library finds sharp edges only between vertices that no faces share.
+void unshareVertices(aiMesh& mesh) {
+    std::vector<unsigned> vertexOfCorner;
+    for (unsigned i = 0; i < mesh.mNumFaces; i++) {
+        for (unsigned k = 0; k < mesh.mFaces[i].mNumIndices; k++) {
+            unsigned& index = mesh.mFaces[i].mIndices[k];
+            vertexOfCorner.push_back(index);
+            index = unsigned(vertexOfCorner.size()) - 1;
+        }
+    }
+    giveEachCornerItsOwn(mesh.mVertices, vertexOfCorner);
+    for (aiVector3D*& coordinates : mesh.mTextureCoords) giveEachCornerItsOwn(coordinates, vertexOfCorner);
+    for (aiColor4D*& colours : mesh.mColors) giveEachCornerItsOwn(colours, vertexOfCorner);
+    mesh.mNumVertices = unsigned(vertexOfCorner.size());
+    // Bones and other shapes would go on naming the vertices that were; nothing here asks for them.
+    for (unsigned i = 0; i < mesh.mNumBones; i++) delete mesh.mBones[i];
+    delete[] mesh.mBones;
+    mesh.mBones = nullptr;
+    mesh.mNumBones = 0;
+    for (unsigned i = 0; i < mesh.mNumAnimMeshes; i++) delete mesh.mAnimMeshes[i];
+    delete[] mesh.mAnimMeshes;
+    mesh.mAnimMeshes = nullptr;
+    mesh.mNumAnimMeshes = 0;
+}
+
 }  // namespace
 
 ImportedModel importModel(const std::string& path, const Placing& placing) {
@@ -231,7 +265,11 @@ ImportedModel importModel(const std::string& path, const Placing& placing) {
     const aiScene* scene = importer.ReadFile(path, aiProcess_ValidateDataStructure);
     size_t withoutNormals = 0;
     if (scene) {
-        for (unsigned i = 0; i < scene->mNumMeshes; i++) withoutNormals += !scene->mMeshes[i]->HasNormals();
+        for (unsigned i = 0; i < scene->mNumMeshes; i++) {
+            if (scene->mMeshes[i]->HasNormals()) continue;
+            withoutNormals++;
+            unshareVertices(*scene->mMeshes[i]);
+        }
         scene = importer.ApplyPostProcessing(aiProcess_Triangulate | aiProcess_SortByPType |
                                              aiProcess_GenSmoothNormals | aiProcess_FlipUVs);
     }
