@@ -45,7 +45,7 @@ struct Sign {
 };
 
 const Rgba warm = opaque(0.86f, 0.46f, 0.13f);
-const Rgba warmLight = light(1.0f, 0.58f, 0.20f), coolLight = light(0.80f, 0.94f, 1.0f);
+const Rgba warmLight = light(1.0f, 0.58f, 0.20f), coolLight = light(0.50f, 0.70f, 1.0f);
 
 // Enamel of a brightness, a little warm beside the walls' steel.
 Rgba enamel(float tone) {
@@ -243,17 +243,17 @@ const std::vector<Sign> hullSigns = {
 // One panel of the tunnel, from joint to joint: calm and dark, as the glow on a beat makes seven times as
 // much of a broad light.
 const std::vector<Row> panelRows = {
-    {Plate, 0.45, 0.2, 15.1, 14.1, 0.10, 1.6},
+    {Plate, 0.45, 0.2, 15.1, 14.1, 0.08, 1.6},
     {Inset, 2.2, 1.2, 11.6, 5.6, 0.05},
     {Inset, 2.2, 7.6, 11.6, 5.6, 0.07},
     {Vent, 3.4, 8.4, 5.2, 1.8, 0.05, 6},
-    {Rail, 11.6, 8.2, 0.5, 4.4, 0.16},
-    {Rail, 12.6, 8.2, 0.5, 4.4, 0.16},
+    {Rail, 11.6, 8.2, 0.5, 4.4, 0.10},
+    {Rail, 12.6, 8.2, 0.5, 4.4, 0.10},
     {Bolts, 1.3, 1.6, 0.01, 11, 0, 6},
     {Bolts, 14.7, 1.6, 0.01, 11, 0, 6},
     {Groove, 2.2, 7.1, 11.6, 0.14},
-    {Lamp, 0.9, 1.0, 0.35, 12.4, 0.7},
-    {Lamp, 14.9, 7.8, 0.35, 5.2, 0.7, 1},
+    {Lamp, 0.9, 1.0, 0.35, 12.4, 0.35},
+    {Lamp, 14.9, 7.8, 0.35, 5.2, 0.5, 1},
 };
 
 Canvas plated(Metal metal, const std::vector<Row>& rows, const std::vector<Sign>& signs,
@@ -273,13 +273,13 @@ void makeHull(const char* path) {
 // The tunnel's panel, drawn in to the left half with the light and the black of its rings below it, and the
 // hall's pictures in the right one.
 void makeWalls(const char* path) {
-    const Canvas panel = plated(deepSteel, panelRows, {}, {0.16f, 0.10f, 0.6f, 1900});
+    const Canvas panel = plated(deepSteel, panelRows, {}, {0.10f, 0.10f, 0.4f, 1900});
     Canvas canvas(size, size, grey(0));
     paint(canvas, [&](float x, float y, Rgba) {
         const int column = int(x) * 2, row = int(y);
         if (column >= size) return hallPictures(x, y);
         if (y > 14.6f * cell)
-            return mix(grey(0.004f), opaque(0.32f, 0.40f, 0.46f),
+            return mix(grey(0.004f), opaque(0.24f, 0.33f, 0.42f),
                        smoothstep(0.36f, 0.30f, std::fabs(y / cell - 15.5f)));
         return mix(panel.at(column, row), panel.at(column + 1, row), 0.5f);
     });

@@ -123,7 +123,7 @@ void makeStudio(const char* path) {
         {-34, 26, {0.24f, 0.20f}, 12, 0.14f, light(0.05f, 0.085f, 0.12f)},
         {36, 6, {0.18f, 0.26f}, -6, 0.12f, light(0.09f, 0.05f, 0.02f)},
         // Over the far side, for the edges of the stage.
-        {180, 88, {0.5f, 0.24f}, 0, 0.02f, light(0.14f, 0.28f, 0.44f)},
+        {180, 88, {0.5f, 0.24f}, 0, 0.02f, light(0.08f, 0.25f, 0.44f)},
     };
     // Sparks for the ball's mirrors.
     for (int i = 0; i < 30; i++) {
@@ -144,7 +144,7 @@ void makeStudio(const char* path) {
                               smoothstep(-0.25f, 0.25f, towards.y));
         const float beyond = smoothstep(-0.48f, -0.78f, towards.z);
         const float aside = towards.x / (std::hypot(towards.x, towards.y) + 1e-4f);
-        const Rgba left = light(0.06f, 0.22f, 0.45f) * smoothstep(-0.35f, -0.9f, aside);
+        const Rgba left = light(0.05f, 0.21f, 0.45f) * smoothstep(-0.35f, -0.9f, aside);
         const Rgba right = light(0.45f, 0.19f, 0.045f) * smoothstep(0.35f, 0.9f, aside);
         const float ring = bell(towards.y - 0.26f, 0.010f) + 0.5f * bell(towards.y - 0.42f, 0.008f);
         const Rgba over =
