@@ -40,6 +40,22 @@ SDL_Surface* setVideoMode(Uint32 flags, int samples) {
     return setVideoMode(flags, 0);
 }
 
+XIOErrorHandler handleLostDisplay = nullptr;  // Xlib's: it tells of the loss and ends the process
+bool displayLost = false;
+
+// Closing a window of a display that is gone, SDL 2 waits for it without end.
+void quitVideo() {
+    if (!displayLost) SDL_Quit();
+}
+
+void watchForLostDisplay() {
+    if (handleLostDisplay) return;
+    handleLostDisplay = XSetIOErrorHandler([](Display* display) {
+        displayLost = true;
+        return handleLostDisplay(display);
+    });
+}
+
 // Window managers are who redirects the requests of other programs' windows.
 bool hasWindowManager(Display* display, Window root) {
     XWindowAttributes attributes;
@@ -66,7 +82,8 @@ SDL_Surface* openWindow(bool fullscreen, int samples) {
     // Kept: messages are printed as they stand, so whoever reads them sees "%s" in the place of SDL's reason.
     if (SDL_Init(SDL_INIT_VIDEO) < 0) fatalError("Video initialization failed: %s\n");
     // Readers of models and pictures end the process without asking.
-    atexit(SDL_Quit);
+    atexit(quitVideo);
+    watchForLostDisplay();
     const SDL_VideoInfo desktop = *SDL_GetVideoInfo();
     Uint32 flags = SDL_HWSURFACE | SDL_OPENGL | SDL_ASYNCBLIT;
     if (fullscreen) {
