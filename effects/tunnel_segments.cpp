@@ -17,7 +17,9 @@ constexpr int twistPerSegment = 4;
 
 TunnelMotion tunnelMotion(float time) {
     const float beats = time * beatsPerSecond;
-    return {std::fmod(beats, 1.0f), int(beats)};
+    float beat;
+    const float phase = std::modf(beats, &beat);
+    return {phase, int(beat)};
 }
 
 float segmentTwist(float time, int segment) {

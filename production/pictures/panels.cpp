@@ -107,7 +107,7 @@ void stampVent(Relief& relief, Metal metal, const Row& row, Point middle, Point 
     raise(relief, extent, -9, 3, [&](Point p) { return box(p, {}, half, 6); });
     const float pitch = half.y * 2 / row.detail;
     raise(relief, extent, 8, pitch * 0.5f, [&](Point p) {
-        const float slat = std::fmod(p.y + half.y + 4 * size, pitch) - pitch / 2;
+        const float slat = std::remainder(p.y + half.y + 4 * size - pitch / 2, pitch);
         return std::fmax(std::fabs(slat) - pitch * 0.22f, box(p, {}, half - Point{7, 3}, 4));
     });
 }
@@ -122,7 +122,7 @@ void stampLamp(Relief& relief, const Row& row, Point middle, Point half) {
     // Thin bars across it, so that a broad lamp is no blank.
     shine(relief, extent, glow * row.tone, 26, [&](Point p) {
         const float along = lying ? p.x : p.y;
-        const float bar = 2.5f - std::fabs(std::fmod(along + 8 * cell, cell * 1.7f) - cell * 0.85f);
+        const float bar = 2.5f - std::fabs(std::remainder(along + 8 * cell - cell * 0.85f, cell * 1.7f));
         return std::fmax(box(p, {}, half, std::fmin(std::fmin(half.x, half.y), 14.0f)), bar);
     });
 }
@@ -169,7 +169,7 @@ void stamp(Relief& relief, Metal metal, const Row& row) {
             break;
         case Hazard:
             tint(relief, extent, warm, 0.9f, [&](Point p) {
-                const float stripe = std::fabs(std::fmod(p.x + p.y + 64 * cell, 44.0f) - 22) - 11;
+                const float stripe = std::fabs(std::remainder(p.x + p.y + 64 * cell - 22, 44.0f)) - 11;
                 return std::fmax(stripe * 0.7071f, box(p, {}, half, 3));
             });
             break;
