@@ -9,6 +9,7 @@
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
 #include "production/kit/model/paints.h"
+#include "production/models/comet.h"
 #include "production/models/figures.h"
 #include "production/models/hall.h"
 #include "production/models/models.h"
@@ -57,9 +58,15 @@ Shape stageFloor() {
     for (size_t i = 0; i < std::size(terraces); i++) {
         const auto [radius, foot, height] = terraces[i];
         const double inner = i + 1 < std::size(terraces) ? terraces[i + 1].radius : 0;
-        parts.push_back(lathe({{radius - 2.4, foot + height}, {inner, foot + height}}, stageSides));
+        Outline ring;
+        for (int k = 0; k <= 4; k++) ring.push_back({mix(radius - 2.4, inner, k / 4.0), foot + height});
+        parts.push_back(lathe(ring, 2 * stageSides));
     }
-    return joined(parts);
+    // It seems to fall towards the middle, so that what a viewer sees before his feet too throws back the
+    // glow beyond, not the dark above him.
+    return shaded(joined(parts), [](Vec p, Vec) {
+        return up - Vec{p.x, 0, p.z} * (0.2 / terraces[0].radius);
+    });
 }
 
 Shape risers() {
@@ -147,7 +154,7 @@ Shape darkGlass(const Shape& shape, double turn) {
 }
 
 // The robot looks along +z in its own model; here it looks at the ball, sunk into the floor to its shins.
-constexpr double colossusSize = 3.6,
+constexpr double colossusSize = 3.2,
                  colossusFloor = 32;  // the height in the robot's model that the floor cuts
 constexpr double colossusRadius = 396;
 
@@ -161,20 +168,20 @@ Shape asColossus(const Shape& part) {
 // that run clockwise in it face the viewer.
 constexpr double glassTall = 16.2 / 11.8;  // over which T is stretched
 
-Shape eyeOnScreen(double s, double t, double inner, double outer) {
+Shape eyeOnScreen(double s, double t, double inner, double outer, double height = 0.5) {
     const int sides = 32;
     return grid(sides, 2, true, false, [&](int c, int r) {
         const double turn = 2 * pi * c / sides, radius = r == 0 ? outer : inner;
-        return Vec{s + radius * std::cos(turn), t - radius * glassTall * std::sin(turn), 0.5};
+        return Vec{s + radius * std::cos(turn), t - radius * glassTall * std::sin(turn), height};
     });
 }
 
-Shape smileOnScreen() {
+Shape smileOnScreen(double half = 0.032, double height = 0.5) {
     const int steps = 24;
-    const double radius = 0.33, half = 0.032;
+    const double radius = 0.33;
     return grid(steps + 1, 2, false, false, [&](int c, int r) {
         const double turn = (2.0 * c / steps - 1) * 0.80, out = radius + (r == 0 ? half : -half);
-        return Vec{0.5 + out * std::sin(turn), 0.33 + out * glassTall * std::cos(turn) * 0.98, 0.5};
+        return Vec{0.5 + out * std::sin(turn), 0.33 + out * glassTall * std::cos(turn) * 0.98, height};
     });
 }
 
@@ -184,6 +191,13 @@ Shape face() {
         lines.push_back(eyeOnScreen(s, 0.38, 0.0, 0.125));
         lines.push_back(eyeOnScreen(s, 0.38, 0.150, 0.174));
     }
+    return figures::onRobotScreen(joined(lines));
+}
+
+// Pupils and a thin smile over them, for the comet to light.
+Shape litFace() {
+    std::vector<Shape> lines = {smileOnScreen(0.025, 0.9)};
+    for (const double s : {0.28, 0.72}) lines.push_back(eyeOnScreen(s, 0.38, 0.0, 0.10, 0.9));
     return figures::onRobotScreen(joined(lines));
 }
 
@@ -247,7 +261,8 @@ void makeStage(const char* path) {
     const Shape itsGlass = darkGlass(asColossus(figures::robotScreen()), colossusTurn);
     const Shape itsLights =
         warmFrom(joined({asColossus(figures::robotTrim()), asColossus(face())}), colossusTurn);
-    writeAml(path, {dark(middle), dark(joined({pillars, ledges()})), dark(colossus),
+    const Shape streaks = joined({comet::tracks(), comet::litInPassing(asColossus(litFace()))});
+    writeAml(path, {dark(middle), dark(streaks), dark(joined({pillars, ledges()})), dark(colossus),
                     dark(joined({itsGlass, itsLights})), dark(joined({hungShip(), sunDisc()})),
                     dark(boxPillar()), dark(probeLamps())});
 }

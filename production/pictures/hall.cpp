@@ -21,9 +21,10 @@ Rgba field(float distance, float softness, Rgba colour) {
 
 // Behind the colossus: a halo at its head.
 Rgba halo(float x, float y) {
-    const float r = std::hypot(x, y - 466);
-    const float angle = std::atan2(y - 466, x);
-    Rgba c = opaque(0.030f, 0.042f, 0.060f) + light(0.08f, 0.12f, 0.16f) * bell(y - 466, 150);
+    constexpr float haloHeight = 410;
+    const float r = std::hypot(x, y - haloHeight);
+    const float angle = std::atan2(y - haloHeight, x);
+    Rgba c = opaque(0.030f, 0.042f, 0.060f) + light(0.08f, 0.12f, 0.16f) * bell(y - haloHeight, 150);
     c = c + field(r - 150, 2, light(0.12f, 0.15f, 0.18f)) + light(0.30f, 0.36f, 0.42f) * std::exp(-r / 60);
     c = c + lines(r - 152, 12, light(0.75f, 0.72f, 0.72f)) + lines(r - 176, 3, light(0.40f, 0.44f, 0.48f));
     c = c + lines(r - 120, 1.5f, light(0.20f, 0.24f, 0.28f));

@@ -104,6 +104,22 @@ Rgba rimLight(Direction towards) {
     return tint * (smoothstep(-0.25f, -0.85f, towards.z) * mix(0.45f, 1, smoothstep(-0.8f, 0.6f, above)));
 }
 
+// A comet, its head at an azimuth and elevation in degrees, its tail running on to the right: what hangs
+// before the hall's wall is shaded so that it shows it.
+Rgba cometLight(Direction towards) {
+    const float degree = 0.017453293f, headAzimuth = 4, headElevation = -60, tailLength = 45;
+    const float along = std::atan2(towards.x, towards.z) / degree - headAzimuth;
+    const float above = std::asin(std::clamp(towards.y, -1.0f, 1.0f)) / degree - headElevation;
+    const float away = std::hypot(along * 0.6f, above);
+    Rgba seen = light(1, 1, 1) * bell(away, 1.6f) + light(0.30f, 0.44f, 0.80f) * bell(away, 3.2f);
+    if (along > 0 && along < tailLength) {
+        const float k = along / tailLength;
+        const Rgba tint = mix(light(1, 1, 1), light(0.30f, 0.46f, 1), smoothstep(0.1f, 0.7f, k));
+        seen = seen + tint * ((1 - k * k) * bell(above, 1.3f + 1.0f * k));
+    }
+    return seen;
+}
+
 }  // namespace
 
 // On hulls, boxes and all that stands in the hall, added to the lit texture and then to itself by the glow:
@@ -127,11 +143,13 @@ void makeStudio(const char* path) {
     };
     // Sparks for the ball's mirrors.
     for (int i = 0; i < 30; i++) {
+        const float elevation = mix(-60, 62, randomAt(i, 1, 9));
+        if (elevation < -36) continue;  // there flies the comet
         const float radius = mix(0.015f, 0.035f, randomAt(i, 2, 9));
         const Rgba tint = mix(light(0.50f, 0.66f, 0.80f), light(0.85f, 0.56f, 0.26f),
                               smoothstep(0.6f, 0.9f, randomAt(i, 3, 9)));
         lamps.push_back({mix(-100, 100, randomAt(i, 0, 9)),
-                         mix(-60, 62, randomAt(i, 1, 9)),
+                         elevation,
                          {radius, radius},
                          0,
                          0.012f,
@@ -152,11 +170,11 @@ void makeStudio(const char* path) {
                 (smoothstep(0.0f, 0.06f, towards.y) * mix(1.0f, 0.15f, smoothstep(0.03f, 0.5f, towards.y))) +
             mix(light(0.3f, 0.5f, 0.7f), light(0.7f, 0.45f, 0.2f), smoothstep(-0.3f, 0.3f, towards.x)) *
                 (0.8f * ring);
-        const Rgba under = light(0.42f, 0.20f, 0.05f) * smoothstep(0.0f, -0.14f, towards.y);
+        const Rgba under = light(0.42f, 0.20f, 0.05f) * smoothstep(0.06f, -0.40f, towards.y);
         const float upright = 1 - smoothstep(0.35f, 0.9f, std::fabs(aside));
         return mix(floor, sky, smoothstep(-0.1f, 0.1f, towards.y)) * ahead +
                fill * smoothstep(0.45f, 0.95f, towards.z) +
-               (left + right + (over + under) * upright) * beyond +
+               (left + right + (over + under) * upright) * beyond + cometLight(towards) +
                light(0.030f, 0.045f, 0.07f) * (bell(towards.y, 0.03f) * smoothstep(-0.5f, 0.0f, towards.z));
     });
 }

@@ -1,0 +1,91 @@
+#include "production/models/comet.h"
+
+#include "production/kit/model/forms.h"
+#include "production/models/hall.h"
+
+using namespace model;
+
+namespace {
+
+constexpr double wallGap = 34;          // from the wall, clear of its shafts
+constexpr double halfHeight = 34;       // units of a track, over which
+constexpr double halfElevation = 0.16;  // the picture is seen this far from the comet's middle, radians
+
+// Where a viewer stands who passes at a time of the music in seconds, as the camera goes from 154.3 s on.
+// What he sees comes again every turn of 15.7 s.
+Vec viewerAt(double time) {
+    const double turn = 0.4 * time;
+    return {std::cos(turn) * 260, std::sin(2 * turn) * 36.5 + 91, std::sin(turn) * 229};
+}
+
+// What a place must face to show a viewer, at that time, the place of the picture of reflections that lies
+// `aside` and `above` the comet's head (radians).
+Vec showingAt(double time, Vec place, double aside, double above) {
+    const Vec eye = viewerAt(time);
+    const Vec back = normalized(eye - hall::ballCentre), right = normalized(cross({0, 1, 0}, back)),
+              up = cross(back, right);
+    const double across = comet::azimuth + aside, height = comet::elevation + above;
+    const Vec seen = right * (std::cos(height) * std::sin(across)) + up * std::sin(height) +
+                     back * (std::cos(height) * std::cos(across));
+    return normalized(seen - normalized(place - eye));
+}
+
+// A flight: where the head is at a time, as a turn in degrees and a height, and how high its track is there
+// (0..1 of the whole).
+struct Stage {
+    double time, turn, height, size;
+};
+
+// Each place of the track shows the head at the time when it gets there, and then what trails behind it, as
+// the viewer moves on: what he sees flies. A track is dark beside it, and less broad before a lit wall.
+Shape track(const std::vector<Stage>& stages, double breadth) {
+    const int steps = 24;
+    std::vector<Vec> flight, timing;
+    for (const Stage& stage : stages) {
+        flight.push_back({stage.turn, stage.height, 0});
+        timing.push_back({stage.time, stage.size, 0});
+    }
+    flight = curveThrough(flight, false, steps), timing = curveThrough(timing, false, steps);
+    const auto placeOf = [&](int c, int r) {
+        return hall::onRing(degrees(flight[c].x), hall::wallRadius - wallGap,
+                            flight[c].y + (r - 1) * breadth * halfHeight * std::max(timing[c].y, 0.02));
+    };
+    // The turn grows to the right of who looks at the wall from inside.
+    Shape shape = grid(int(flight.size()), 3, false, false, placeOf);
+    const auto cornerOf = [&](int point) {
+        const int rows = 3, columns = int(flight.size());
+        const int c = point % columns, r = point / columns % rows;
+        return showingAt(timing[c].x, placeOf(c, r), 0, (r - 1) * breadth * halfElevation);
+    };
+    for (Face& face : shape.faces) {
+        face.normals.clear();
+        for (int point : face.points) face.normals.push_back(cornerOf(point));
+    }
+    return shape;
+}
+
+const std::vector<Stage> overTheNight = {{186.45, 110, 320, 1.0},
+                                         {187.3, 146, 470, 1.0},
+                                         {188.3, 186, 540, 1.0},
+                                         {189.1, 218, 510, 0.8},
+                                         {189.6, 234, 470, 0.0}};
+const std::vector<Stage> intoTheHand = {{192.10, 236, 350, 0.0},
+                                        {192.22, 252, 435, 0.8},
+                                        {192.36, 268, 480, 1.0},
+                                        {192.48, 282, 440, 1.0},
+                                        {192.60, 292, 390, 1.0}};
+constexpr double faceTime = 192.36;
+
+}  // namespace
+
+namespace comet {
+
+Shape tracks() {
+    return joined({track(overTheNight, 1), track(intoTheHand, 0.4)});
+}
+
+Shape litInPassing(const Shape& shape) {
+    return shaded(shape, [](Vec p, Vec) { return showingAt(faceTime, p, 0, -0.02); });
+}
+
+}  // namespace comet

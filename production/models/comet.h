@@ -1,0 +1,20 @@
+// The streak of light that flies round the hall's wall once a turn of the camera.
+#pragma once
+
+#include "production/kit/model/shape.h"
+
+namespace comet {
+
+// Where its head lies in "envmap", in radians: from straight behind the viewer to the right, and up. Its tail
+// runs on to the right.
+constexpr double azimuth = 4 * model::pi / 180, elevation = -60 * model::pi / 180;
+
+// Bands before the wall on which it is seen: over the night behind the probes, then past the colossus' head
+// into its hand.
+model::Shape tracks();
+
+// Shades what stands in the hall so that the comet seems to shine from it while the viewer passes the
+// colossus: dark before, and fading for a second after.
+model::Shape litInPassing(const model::Shape& shape);
+
+}  // namespace comet
