@@ -14,6 +14,8 @@ constexpr Vec upInTumble = {0.117, 0.746, 0.656};
 
 // Of the cords and of what lies behind the ribs; of the sheet below, which fills the near view.
 constexpr Uv dark = {8.0 / 16, 0.7 / 16}, dim = {11.0 / 16, 10.0 / 16};
+// From the dark at the lining's rim up to a lamp's middle at its crown.
+constexpr Patch upToLamp = {{1.5 / 16, 10.0 / 16}, hull::coolLamp};
 
 constexpr int lobes = 12;  // of the bell's rim
 constexpr double rim = 54, rimHeight = -2;
@@ -141,10 +143,10 @@ Shape litFromBelow(const Shape& shape, double share) {
 
 // Seen from near, which is from within, the lining and the veil are the sea that the far figure swims in.
 void makeJellyfish(const char* path) {
-    writeAml(
-        path,
-        {painted(litFromBelow(bell(), 0.9), hull::coolLamp), painted(litFromBelow(lining(false), 0.8), dark),
-         painted(litFromBelow(lining(true), 0.8), hull::coolLamp), painted(litFromBelow(veil(), 0.5), dim),
-         painted(upright(cords()), dark), painted(litFromBelow(tentacles(), 0.4), hull::coolLamp),
-         painted(upright(around(arm(), 4, Axis::y)), hull::orange)});
+    writeAml(path, {painted(litFromBelow(bell(), 0.9), hull::coolLamp),
+                    painted(litFromBelow(lining(false), 0.8), upToLamp),
+                    painted(litFromBelow(lining(true), 0.8), hull::coolLamp),
+                    painted(litFromBelow(veil(), 0.5), dim), painted(upright(cords()), dark),
+                    painted(litFromBelow(tentacles(), 0.4), hull::coolLamp),
+                    painted(upright(around(arm(), 4, Axis::y)), hull::orange)});
 }

@@ -16,9 +16,13 @@ constexpr float rhythm[] = {66, 18, 12};
 constexpr float gap = 29 / 3.0f;
 
 // The far figure's glow makes nearly two hundred of one, so whatever is bright ends as a flat patch with a
-// hard edge, and what holds all three colours ends as white. No red is let through: the halo is blue and
-// green at most, and the figure may be as bright in them as it likes.
-const Rgba deep = opaque(0, 0.07f, 0.95f), surface = opaque(0, 0.45f, 0.90f);
+// hard edge, and what holds all three colours ends as white. No red is let through, and so little green that
+// it dies away well inside of the blue: the halo runs from cyan by the figure to blue.
+const Rgba deep = opaque(0, 0.035f, 0.98f), surface = opaque(0, 0.075f, 0.95f);
+
+// The halo shines through the figure as through jelly, the most at a stripe's edges. Kept clear of one half,
+// where all is cut away.
+constexpr float thinnest = 0.58f, thickest = 0.76f, edge = 7;  // of alpha; units of height
 
 // Of a height in units, to the nearest stripe's edge, negative inside.
 float distanceToStripe(float height) {
@@ -44,8 +48,11 @@ void makeStripes(const char* path) {
         const float height = y * unitsPerRepeat / size;
         const float aboveEye = height < unitsPerRepeat / 2 ? height : height - unitsPerRepeat;
         const Rgba tint = mix(deep, surface, smoothstep(-70, 70, aboveEye));
-        // Without a soft edge: what is half transparent lets the halo through, as a bright line.
-        return tint * (distanceToStripe(height) < 0 ? 1.0f : 0.0f);
+        // Without a soft edge: what lets more than half of the halo through would be a bright line.
+        const float distance = distanceToStripe(height);
+        Rgba color = tint * (distance < 0 ? 1.0f : 0.0f);
+        color.a *= mix(thinnest, thickest, smoothstep(0, edge, -distance));
+        return color;
     });
     saveRgba(canvas, path, Rows::TopFirst);
 }
