@@ -1,5 +1,6 @@
-// The box of the heap: a long pressure module, a little under one storey (20 units) high, twenty of which lie
-// across each other. Clamps divide it in three bays, tanks run along its flanks.
+// The box of the heap: a pressure module of dark metal on two bays, and a counterweight on two lit rails in
+// the third, so that quarter turns change the stack's outline. A little under one storey (20 units) high,
+// twenty of which lie across each other.
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
@@ -62,11 +63,14 @@ Shape figures::heapBox() {
 }
 
 void makeHeapBox(const char* path) {
-    const Shape middleTank = tank(-14.5, 14.5), outerTank = tank(20.5, 45.5);
-    const Shape flank = joined({middleTank, withMirror(outerTank, Axis::x)});
-    const Shape lids = joined({lid(-14.5, 14.5), withMirror(lid(20.5, 45.5), Axis::x)});
-    const Shape enamel =
-        joined({figures::heapBox(), withMirror(lids, Axis::y), withMirror(endCap(), Axis::x)});
-    // The tanks wear orange belts.
-    writeAml(path, {mappedBox(enamel, 64), painted(withMirror(flank, Axis::z), hull::striped)});
+    const Shape tanks = joined({tank(-14.5, 14.5), tank(20.5, 45.5)});
+    const Shape lids = joined({lid(-14.5, 14.5), lid(20.5, 45.5)});
+    const Shape module = moved(box({72, size.y - 3.2, size.z - 10}, 2.4), {16, 0, 0});
+    const Shape dark = joined({module, withMirror(lids, Axis::y), withMirror(tanks, Axis::z)});
+    const Shape frames =
+        joined({withMirror(moved(clamp(8, 0), {size.x / 2 - 5.2, 0, 0}), Axis::x),
+                withMirror(moved(clamp(5, -0.8), {17.5, 0, 0}), Axis::x), withMirror(endCap(), Axis::x)});
+    const Shape rail = moved(box({28, 3.4, 3.4}, 0.8), {-33, 0, 12});
+    writeAml(path, {painted(dark, hull::dark), mappedBox(frames, 64),
+                    painted(withMirror(rail, Axis::z), hull::warmLamp)});
 }
