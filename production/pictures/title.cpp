@@ -62,17 +62,75 @@ Rgba aurora(const std::vector<Curtain>& columns, int x, float y) {
     return sum;
 }
 
-// The streak of light that gives the show its name: a meteor high in the sky, its head to the lower left.
-Rgba meteor(float x, float y) {
-    const Point head = {352, 232}, tail = {640, 118};
-    const Point along = (tail - head) * (1 / length(tail - head)), from = Point{x, y} - head;
-    const float behind = dot(from, along), away = along.x * from.y - along.y * from.x;
-    const float k = behind / length(tail - head);
-    const float fade = k < 0 ? bell(behind, 1.6f) : std::exp(-3.2f * k) * smoothstep(1, 0.4f, k);
-    const float core = bell(away, mix(1.5f, 0.8f, unit(k))), sheath = bell(away, mix(5, 12, unit(k)));
-    const float ball = std::exp(-length(from) / 6) + 0.16f * std::exp(-length(from) / 28);
-    return opaque(0.86f, 0.95f, 1) * (fade * core + ball) +
-           opaque(0.16f, 0.34f, 0.52f) * (0.7f * fade * sheath);
+// Snow on the far fells, and a forest along the shore: the first that the sweep lifts out of the dark is
+// where the sky ends.
+float fellTop(float x) {
+    const float u = x / size;
+    const float hills = 74 * bell(u - 0.13f, 0.09f) + 34 * bell(u - 0.40f, 0.07f) +
+                        62 * bell(u - 0.66f, 0.10f) + 40 * bell(u - 0.95f, 0.10f);
+    return 360 - hills - 26 * fractalNoise(u * 7, 0.5f, 16, 4, 211);
+}
+
+Rgba fells(float x, float y) {
+    const float below = y - fellTop(x);
+    if (below < -1) return {};
+    // Slopes and gullies, lit from the aurora's side.
+    const auto relief = [&](float px) {
+        const float u = px / size;
+        return fractalNoise(u * 13 + 0.012f * below, y / 64, 64, 4, 223) +
+               0.5f * ridgedNoise(u * 12, y / 120, 16, 4, 227);
+    };
+    const float facing = unit(0.40f + 2.6f * (relief(x) - relief(x + 4)) + 0.22f * relief(x));
+    const Rgba snow = mix(opaque(0.010f, 0.026f, 0.050f), opaque(0.10f, 0.19f, 0.24f), facing);
+    const float rim = std::exp(-std::fmax(below, 0.0f) / 5) * (0.4f + 0.6f * facing);
+    return (snow * std::exp(-std::fmax(below, 0.0f) / 62) + opaque(0.10f, 0.20f, 0.24f) * (0.5f * rim)) *
+           coverage(-below);
+}
+
+float forestTop(float x) {
+    const float spruce = std::fabs(std::remainder(x + 9 * randomAt(int(x / 11), 0, 233), 11.0f)) / 5.5f;
+    const float tall = 10 + 16 * randomAt(int(std::floor(x / 11 + 0.5f)), 1, 233);
+    return shore - 10 - 22 * unit(0.5f + fractalNoise(x * 6 / size, 0.3f, 16, 3, 239)) +
+           tall * (spruce - 0.6f);
+}
+
+// The streak of light that gives the show its name: it comes in from the right, falls over the fells and ends
+// in the word, where it flares. The sweep draws it from its far end on, so that its head is where the sweep
+// is.
+struct Flight {
+    float away;  // rows from the nearest place of the streak
+    float gone;  // 0 at its far end, 1 in the flare
+};
+
+Flight flightAt(Point place) {
+    const Point from = {960, 196}, bend = {520, 236}, to = {flarePlace, streakLine};
+    const auto at = [&](float k) {
+        return from * ((1 - k) * (1 - k)) + bend * (2 * k * (1 - k)) + to * (k * k);
+    };
+    constexpr int steps = 64;
+    Flight nearest = {1e9f, 0};
+    Point last = from;
+    for (int i = 1; i <= steps; i++) {
+        const Point next = at(float(i) / steps);
+        const auto square = [](Point p) { return Point{p.x * pixelAspect, p.y}; };
+        const Point a = square(last), b = square(next), p = square(place);
+        const float k = unit(dot(p - a, b - a) / dot(b - a, b - a)), d = length(p - a - (b - a) * k);
+        if (d < nearest.away) nearest = {d, (i - 1 + k) / steps};
+        last = next;
+    }
+    return nearest;
+}
+
+Rgba flight(Point place) {
+    if (place.y < 150 || place.y > streakLine + 40) return {};
+    const Flight near = flightAt(place);
+    if (near.away > 60) return {};
+    const float strength = mix(0.14f, 1, near.gone * near.gone);
+    const float core = bell(near.away, mix(0.9f, 1.9f, near.gone)), sheath = bell(near.away, 7),
+                veil = std::exp(-near.away / 11) * smoothstep(60, 40, near.away);
+    const Rgba tint = mix(opaque(0.62f, 0.86f, 1), opaque(1, 0.93f, 0.80f), near.gone);
+    return tint * (strength * core) +
+           opaque(0.14f, 0.36f, 0.58f) * (strength * (0.55f * sheath + 0.25f * veil));
 }
 
 // Letters cut like a wedge into gold: every side of a stroke catches the light of its own direction.
@@ -107,8 +165,8 @@ Rgba streak(float x, float y) {
 }
 
 void addStars(Canvas& canvas) {
-    for (int i = 0; i < 560; i++) {
-        const float x = 6 + randomAt(i, 0, 5) * (size - 12), y = 6 + randomAt(i, 1, 5) * (shore - 30);
+    for (int i = 0; i < 760; i++) {
+        const float x = 6 + randomAt(i, 0, 5) * (size - 12), y = 6 + randomAt(i, 1, 5) * 420;
         const float brightness = 0.12f + 0.80f * std::pow(randomAt(i, 2, 5), 7.0f);
         for (int row = -2; row <= 2; row++) {
             for (int column = -2; column <= 2; column++) {
@@ -126,9 +184,17 @@ Rgba mirrored(const Canvas& canvas, float x, float y) {
     const float depth = y - shore, near = depth / (size - shore);
     const float wave = fractalNoise(x * 5 / size, depth / (5 + 26 * near), 64, 4, 97);
     const float chop = fractalNoise(x * 14 / size, depth / (3 + 10 * near), 64, 3, 131);
-    const float from = shore - depth * 0.98f + (6 + 46 * near) * wave;
+    const float from = shore - depth * 1.3f + (6 + 46 * near) * wave;
     const Rgba seen = sampled(canvas, x + (4 + 30 * near) * chop, std::fmin(from, shore - 1));
-    return seen * ((0.62f + 0.60f * chop) * smoothstep(1.0f, 0.05f, near));
+    // Moonlit water keeps more of a light than of its colour, and glitters in columns: the sweep throws both
+    // towards the viewer as rays.
+    const Rgba cool = opaque(0.12f, 0.54f, 0.96f) * (0.3f * seen.r + 0.59f * seen.g + 0.11f * seen.b);
+    const float dash = fractalNoise(x * 60 / size, depth / (1.5f + 4 * near), 64, 2, 149);
+    const float column = fractalNoise(x * 40 / size, 0.4f, 64, 3, 151);
+    const float glitter = smoothstep(0.20f, 0.60f, dash) * smoothstep(0.0f, 0.45f, column);
+    const Rgba lit = mix(seen, cool, mix(0.72f, 0.95f, near)) * (0.62f + 0.60f * chop) +
+                     opaque(0.10f, 0.22f, 0.27f) * (glitter * smoothstep(0.02f, 0.2f, near));
+    return lit * smoothstep(1.05f, 0.40f, near);
 }
 
 }  // namespace
@@ -137,7 +203,7 @@ void makeTitle(const char* path) {
     LetteringField text(size, size, 60);
     setText(
         text,
-        {.height = capHeight, .weight = 0.155f, .contrast = 0.66f, .gap = 0.145f, .pixelAspect = pixelAspect},
+        {.height = capHeight, .weight = 0.155f, .contrast = 0.56f, .gap = 0.145f, .pixelAspect = pixelAspect},
         {"Valojuova", middle, baseline, Align::Centre});
     LetteringField subtitle(size, size, 14);
     setText(subtitle,
@@ -151,7 +217,9 @@ void makeTitle(const char* path) {
         const int px = int(x), py = int(y);
         const float distance = text.at(px, py), fill = coverage(distance);
         const float halo = 0.26f * std::exp(-std::fmax(distance, 0.0f) / 12) * smoothstep(60, 36, distance);
-        Rgba seen = sky + aurora(columns, px, y) * 1.35f + meteor(x, y);
+        const float land = coverage(fellTop(x) - y);
+        Rgba seen = (sky + aurora(columns, px, y) * 1.25f) * (1 - land) + fells(x, y);
+        seen = seen * (1 - coverage(forestTop(x) - y)) + flight({x, y});
         seen = seen * (1 - 0.7f * smoothstep(40, 0, distance)) + opaque(1, 0.55f, 0.18f) * halo;
         if (fill > 0) seen = mix(seen, gold(text, px, py), fill);
         seen = seen + streak(x, y) * (1 - 0.35f * fill);
@@ -162,7 +230,7 @@ void makeTitle(const char* path) {
     const Canvas above = canvas;
     paint(canvas, [&](float x, float y, Rgba seen) {
         if (y > shore) seen = mirrored(above, x, y);
-        const float side = smoothstep(0, 0.10f, std::fmin(x, size - x) / size);
+        const float side = smoothstep(0, 0.06f, std::fmin(x, size - x) / size);
         return seen * (side * smoothstep(0, y < shore ? 0.06f : 0.10f, std::fmin(y, size - y) / size));
     });
     saveRgb(canvas, path, Rows::TopFirst);
