@@ -1,5 +1,5 @@
 // The robot: dark body and arms, and what glows or is painted on it, which is its screen's mesh: the face, a
-// second screen at the back of the head with the music on it, orange shoulders and ears, lamps. It stands on
+// second face at the back of the head that sleeps, orange shoulders and ears, lamps. It stands on
 // a plate below y = 0, looks along +z and waves. Between hips and chest there is only a thin spine behind the
 // axis: the camera flies through that gap.
 #include "production/kit/model/aml.h"

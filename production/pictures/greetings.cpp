@@ -20,7 +20,7 @@ constexpr float signRow = 62, lowerRule = 462;
 constexpr float leading = 22;  // rows between two lines of a block
 
 constexpr float columnsPerUnit = width / 8.0f;
-constexpr float mostColumns = 1.7f * columnsPerUnit;  // of a block
+constexpr float mostColumns = 1.45f * columnsPerUnit;  // of a block, whole on the screen for a second
 
 // The middle is in units from the picture's own; the bar is the one on whose first beat it crosses the
 // screen's.

@@ -33,6 +33,13 @@ constexpr int size = 1024;
 constexpr float part = size / 16.0f;
 const Rgba gold = opaque(1.0f, 0.80f, 0.42f), amber = opaque(1.0f, 0.42f, 0.06f);
 
+// An arc of a circle that hangs below its middle, `half` radians to each side, with round ends.
+float hangingArc(Point p, Point middle, float radius, float half) {
+    const Point aside = {std::fabs(p.x - middle.x), p.y - middle.y};
+    const Point end = {radius * std::sin(half), radius * std::cos(half)};
+    return std::atan2(aside.x, aside.y) < half ? std::fabs(length(aside) - radius) : length(aside - end);
+}
+
 // The face on a glass of 640 x 512: two round eyes and a smile.
 float faceInk(Point p) {
     const float aside = std::fabs(p.x - 320);
@@ -41,25 +48,18 @@ float faceInk(Point p) {
     const Point pupil = {p.x - (p.x < 320 ? 182 : 458), p.y - 196};
     const float disc = coverage(radius - 74) * (1 - coverage(length(pupil + Point{24, 28}) - 20));
     const float ring = outline(radius - 100, 12) * 0.55f;
-    // An arc about a place between the eyes, its ends round.
-    const Point mouth = {p.x - 320, p.y - 168};
-    const float turn = std::atan2(mouth.x, mouth.y);
-    const float half = 0.74f;
-    const Point end = {206 * std::sin(half), 206 * std::cos(half)};
-    const float arc = std::fabs(turn) < half ? std::fabs(length(mouth) - 206) - 15
-                                             : length(Point{std::fabs(mouth.x), mouth.y} - end) - 15;
-    return std::fmax(std::fmax(disc, ring), coverage(arc));
+    const float mouth = hangingArc(p, {320, 168}, 206, 0.74f) - 15;
+    return std::fmax(std::fmax(disc, ring), coverage(mouth));
 }
 
-// The music on the other glass: bars that stand on a line, mirrored below it.
-float spectrumInk(Point p) {
-    const int bars = 11;
-    const float levels[bars] = {0.16f, 0.34f, 0.62f, 0.46f, 0.84f, 1.0f, 0.72f, 0.9f, 0.5f, 0.3f, 0.14f};
-    const int bar = std::clamp(int((p.x - 67) / 46), 0, bars - 1);
-    const float middle = 90.0f + 46 * bar;
-    const float d = box(p, {middle, 256}, {13, 14 + 165 * levels[bar]}, 13);
-    const float cut = 3 - std::fabs(std::remainder(p.y, 28.0f));
-    return coverage(std::fmax(d, cut));
+// The face on the other glass, at the back of the head, which sleeps: two closed eyes and a small mouth.
+float sleepInk(Point p) {
+    const Point side = {320 + std::fabs(p.x - 320), p.y};
+    const float eye = hangingArc(side, {458, 150}, 92, 0.95f) - 16;
+    const float lash =
+        std::fmin(segment(side, {389, 240}, {374, 268}), segment(side, {527, 240}, {542, 268}));
+    const float mouth = std::fabs(length(Point{(p.x - 320) * 0.8f, p.y - 372}) - 30) - 10;
+    return coverage(std::fmin(std::fmin(eye, lash - 9), mouth));
 }
 
 // A lens with a bright rim, seven blades and a heart.
@@ -92,7 +92,7 @@ void makeRobotFace(const char* path) {
         const bool front = y < 512;
         if (x < 640) {
             const Point onGlass = {x, front ? y : y - 512};
-            const float ink = front ? faceInk(onGlass) : spectrumInk(onGlass);
+            const float ink = front ? faceInk(onGlass) : sleepInk(onGlass);
             const float lines = 0.84f + 0.16f * std::cos(y * 0.78539816f);
             // The tube itself, lit from within.
             const float sheen = 0.030f * bell(length(onGlass - Point{320, 250}), 190);
