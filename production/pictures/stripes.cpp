@@ -18,7 +18,7 @@ constexpr float gap = 29 / 3.0f;
 // The far figure's glow makes nearly two hundred of one, so whatever is bright ends as a flat patch with a
 // hard edge, and what holds all three colours ends as white. No red is let through, and so little green that
 // it dies away well inside of the blue: the halo runs from cyan by the figure to blue.
-const Rgba deep = opaque(0, 0.035f, 0.98f), surface = opaque(0, 0.075f, 0.95f);
+const Rgba deep = opaque(0, 0.022f, 0.42f), surface = opaque(0, 0.055f, 0.58f);
 
 // The halo shines through the figure as through jelly, the most at a stripe's edges. Kept clear of one half,
 // where all is cut away.
