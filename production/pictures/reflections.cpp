@@ -105,7 +105,8 @@ Rgba rimLight(Direction towards) {
 }
 
 // A comet, its head at an azimuth and elevation in degrees, its tail running on to the right: what hangs
-// before the hall's wall is shaded so that it shows it.
+// before the hall's wall is shaded so that it shows it. The head's place is that of
+// production/models/comet.h, which aims the shading: both move together.
 Rgba cometLight(Direction towards) {
     const float degree = 0.017453293f, headAzimuth = 4, headElevation = -60, tailLength = 45;
     const float along = std::atan2(towards.x, towards.z) / degree - headAzimuth;
