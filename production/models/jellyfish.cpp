@@ -32,14 +32,14 @@ Vec onBell(double turn, double k) {
 }
 
 Shape bell() {
-    const int columns = lobes * 8, rows = 26;
+    const int columns = lobes * 6, rows = 16;
     return grid(columns, rows, true, false,
                 [&](int c, int r) { return onBell(-2 * pi * c / columns, 1 - double(r) / (rows - 1)); });
 }
 
 // The bell's inside as twelve panels with a bright rib between each two.
 Shape lining(bool ribs) {
-    constexpr int columns = lobes * 8, rows = 26, ribColumns = 2;
+    constexpr int columns = lobes * 4, rows = 12, ribColumns = 1;
     const int across = ribs ? ribColumns : columns / lobes - ribColumns;
     std::vector<Shape> all;
     for (int i = 0; i < lobes; i++) {
@@ -53,7 +53,7 @@ Shape lining(bool ribs) {
 
 // The sheet that closes the bell below, up to the mouth.
 Shape veil() {
-    const int columns = lobes * 8, rows = 6;
+    const int columns = lobes * 4, rows = 4;
     return grid(columns, rows, true, false, [&](int c, int r) {
         const double turn = -2 * pi * c / columns;
         const Vec mouth = {16 * std::cos(turn), rimHeight + 10, 16 * std::sin(turn)};
@@ -65,7 +65,7 @@ Shape veil() {
 using Path = std::function<Vec(double)>;
 using Radius = std::function<double(double)>;
 Shape tube(int steps, const Path& path, const Radius& radius) {
-    const int sides = 6;
+    const int sides = 5;
     return grid(sides, steps + 1, true, false, [&](int c, int r) {
         const double k = 1 - double(r) / steps, turn = 2 * pi * c / sides;
         const Vec along = normalized(path(k + 1e-3) - path(k - 1e-3));
@@ -81,17 +81,17 @@ Shape crownRing(double turn) {
         const double sine = std::pow(std::hypot(place.x, place.y) / (rim + 1), 1 / 0.8);
         return onBell(turn + std::atan2(place.y, place.x), std::asin(sine) / rimAngle) * 1.01;
     };
-    return tube(24, path, [](double) { return 1.8; });
+    return tube(16, path, [](double) { return 1.8; });
 }
 
 // Dark cords: along every groove of the bell, along its rim and round its crown.
 Shape cords() {
     std::vector<Shape> all = {tube(
-        lobes * 8, [](double k) { return onBell(2 * pi * k, 1); }, [](double) { return 1.7; })};
+        lobes * 4, [](double k) { return onBell(2 * pi * k, 1); }, [](double) { return 1.7; })};
     for (int i = 0; i < lobes; i++) {
         const double turn = 2 * pi * (i + 0.5) / lobes;
         all.push_back(tube(
-            26, [&](double k) { return onBell(turn, mix(0.36, 1, k)) * 1.005; },
+            14, [&](double k) { return onBell(turn, mix(0.36, 1, k)) * 1.005; },
             [](double k) { return mix(0.8, 1.6, k); }));
     }
     for (int i = 0; i < 4; i++) all.push_back(crownRing(2 * pi * (i + 0.5) / 4));
@@ -106,7 +106,7 @@ Shape tentacle(double around, double length) {
         const double turn = around + 0.8 * k * k + 0.18 * k * std::cos(2 * pi * 1.2 * k + 2 * around);
         return Vec{radius * std::cos(turn), rimHeight - length * k, radius * std::sin(turn)};
     };
-    return tube(48, path, [](double k) { return mix(3.8, 1.2, k); });
+    return tube(30, path, [](double k) { return mix(3.8, 1.2, k); });
 }
 
 Shape tentacles() {
@@ -118,7 +118,7 @@ Shape tentacles() {
 
 // One of the four arms round the mouth: a frilled sheet, whose back is an ember.
 Shape arm() {
-    const int across = 9, steps = 48;
+    const int across = 7, steps = 32;
     return grid(across, steps + 1, false, false, [&](int c, int r) {
         const double k = double(r) / steps, x = 2.0 * c / (across - 1) - 1;
         const double turn = 0.9 * k, radius = mix(9, 15, k) + 4 * std::sin(k * 6);
