@@ -1,5 +1,6 @@
 #include "production/models/comet.h"
 
+#include "production/comet_place.h"
 #include "production/kit/model/forms.h"
 #include "production/models/hall.h"
 
@@ -24,7 +25,7 @@ Vec showingAt(double time, Vec place, double aside, double above) {
     const Vec eye = viewerAt(time);
     const Vec back = normalized(eye - hall::ballCentre), right = normalized(cross({0, 1, 0}, back)),
               up = cross(back, right);
-    const double across = comet::azimuth + aside, height = comet::elevation + above;
+    const double across = degrees(comet::azimuth) + aside, height = degrees(comet::elevation) + above;
     const Vec seen = right * (std::cos(height) * std::sin(across)) + up * std::sin(height) +
                      back * (std::cos(height) * std::cos(across));
     return normalized(seen - normalized(place - eye));

@@ -5,10 +5,6 @@
 
 namespace comet {
 
-// Where its head lies in "envmap", in radians: from straight behind the viewer to the right, and up. Its tail
-// runs on to the right.
-constexpr double azimuth = 4 * model::pi / 180, elevation = -60 * model::pi / 180;
-
 // Bands before the wall on which it is seen: over the night behind the probes, then past the colossus' head
 // into its hand.
 model::Shape tracks();

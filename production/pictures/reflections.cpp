@@ -2,6 +2,7 @@
 // as real ones would; a map shows what the viewer's surroundings throw back, with the sky in its last rows.
 #include <vector>
 
+#include "production/comet_place.h"
 #include "production/kit/picture/canvas.h"
 #include "production/kit/picture/noise.h"
 #include "production/kit/picture/shapes.h"
@@ -104,13 +105,11 @@ Rgba rimLight(Direction towards) {
     return tint * (smoothstep(-0.25f, -0.85f, towards.z) * mix(0.45f, 1, smoothstep(-0.8f, 0.6f, above)));
 }
 
-// A comet, its head at an azimuth and elevation in degrees, its tail running on to the right: what hangs
-// before the hall's wall is shaded so that it shows it. The head's place is that of
-// production/models/comet.h, which aims the shading: both move together.
+// A comet, its tail running on to the right: what hangs before the hall's wall is shaded so that it shows it.
 Rgba cometLight(Direction towards) {
-    const float degree = 0.017453293f, headAzimuth = 4, headElevation = -60, tailLength = 45;
-    const float along = std::atan2(towards.x, towards.z) / degree - headAzimuth;
-    const float above = std::asin(std::clamp(towards.y, -1.0f, 1.0f)) / degree - headElevation;
+    const float degree = 0.017453293f, tailLength = 45;
+    const float along = std::atan2(towards.x, towards.z) / degree - float(comet::azimuth);
+    const float above = std::asin(std::clamp(towards.y, -1.0f, 1.0f)) / degree - float(comet::elevation);
     const float away = std::hypot(along * 0.6f, above);
     Rgba seen = light(1, 1, 1) * bell(away, 1.6f) + light(0.30f, 0.44f, 0.80f) * bell(away, 3.2f);
     if (along > 0 && along < tailLength) {
