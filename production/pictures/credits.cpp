@@ -1,11 +1,12 @@
-// The four credit cards, each drawn over a quarter of the 4:3 screen with its top row first: how much was
-// made, what, and without what; and below the figure it is counted out in marks. From white to gold as the
-// greetings are, on clear ground, with a soft dark plate that keeps it readable over the hall.
+// The four credit cards, each drawn over a quarter of the 4:3 screen with its top row first: what was done,
+// how many of what it made, counted out in marks, and without what. From white to gold as the greetings are,
+// on clear ground that darkens round the letters, so that they are read over the hall.
 #include <string>
 
 #include "production/forge.h"
 #include "production/kit/picture/canvas.h"
 #include "production/kit/picture/lettering.h"
+#include "production/kit/picture/noise.h"
 #include "production/pictures/pictures.h"
 
 using namespace picture;
@@ -15,10 +16,10 @@ namespace {
 constexpr int size = 512;
 constexpr float pi = 3.14159265f;
 constexpr float pixelAspect = 4.0f / 3;
-constexpr float margin = 32;  // columns kept clear at the card's outer side
-constexpr float figureTop = 92, figureHeight = 150, figureLine = figureTop + figureHeight;  // rows
-constexpr float roleHeight = 50, nounHeight = 38, withoutHeight = 34;
-constexpr float marksTop = 268, marksHeight = 114, withoutLine = 434;  // rows
+constexpr float margin = 28, blockColumns = 345;  // kept clear at the screen's side; what all lines share
+constexpr float roleLine = 114, roleHeight = 36;  // rows
+constexpr float figureTop = 146, figureHeight = 118, figureLine = figureTop + figureHeight;
+constexpr float marksTop = 288, marksHeight = 112, withoutLine = 448, withoutHeight = 38;
 
 // How far a place is outside of mark `i` of `count`; across and down in rows from the marks' upper left.
 using Mark = float (*)(int i, int count, Point place);
@@ -28,8 +29,7 @@ struct Card {
     int count;
     const char *noun, *without;
     Mark mark;
-    float marksBreadth;  // in rows
-    Align align;         // the side of the screen that it lies at
+    bool leftOfScreen;
 };
 
 // The middle of a mark of `count` in `rows` rows, and how far apart they stand.
@@ -38,7 +38,9 @@ Point middleOf(int i, int count, int rows, float pitch) {
     return {pitch * (i % columns + 0.5f), marksHeight / rows * (i / columns + 0.5f)};
 }
 
-constexpr float clockPitch = 60, polygonPitch = 58, framePitch = 55, barPitch = 4.4f;  // rows
+constexpr float blockBreadth = blockColumns * pixelAspect;  // in rows, as what follows
+constexpr float clockPitch = blockBreadth / 6, polygonPitch = blockBreadth / 8, framePitch = blockBreadth / 8,
+                barPitch = blockBreadth / 102;
 
 // A clock for every effect, each a step further round.
 float clockMark(int i, int count, Point place) {
@@ -81,46 +83,60 @@ float barMark(int i, int, Point place) {
     return box(p, {}, {pitch * 0.29f, std::fmax(tall, 2.0f)}, 1);
 }
 
-void makeCard(const char* path, const Card& card) {
-    const bool left = card.align == Align::Left;
-    const float edge = left ? margin : size - margin, inward = left ? 1.0f : -1.0f;
-    const auto cut = [](float height, float weight, float gap) {
-        return Lettering{
-            .height = height, .weight = weight, .contrast = 0.45f, .gap = gap, .pixelAspect = pixelAspect};
-    };
+Lettering cut(float height, float weight, float gap) {
+    return {.height = height, .weight = weight, .contrast = 0.45f, .gap = gap, .pixelAspect = pixelAspect};
+}
+
+// The same lettering as tall as fills a line of so many columns, but no taller than it is.
+Lettering filling(const std::string& text, Lettering style, float columns) {
+    for (int i = 0; i < 3; i++)
+        style.height = std::fmin(style.height, style.height * columns / textWidth(text, style));
+    return style;
+}
+
+void setBlock(LetteringField& text, const Card& card, float left) {
     const std::string figure = std::to_string(card.count);
     const Lettering tall = cut(figureHeight, 0.15f, 0.14f);
-    const float beside = edge + inward * (textWidth(figure, tall) + 26);
+    const float beside = textWidth(figure, tall) + 20;
+    setText(text, cut(roleHeight, 0.16f, 0.40f), {card.role, left, roleLine});
+    setText(text, tall, {figure, left, figureLine});
+    setText(text, filling(card.noun, cut(figureHeight, 0.16f, 0.16f), blockColumns - beside),
+            {card.noun, left + beside, figureLine});
+    setText(text, filling(card.without, cut(withoutHeight, 0.18f, 0.26f), blockColumns),
+            {card.without, left, withoutLine});
+}
 
+void makeCard(const char* path, const Card& card) {
+    const float left = card.leftOfScreen ? margin : size - margin - blockColumns;
     LetteringField text(size, size, 16);
-    setText(text, tall, {figure, edge, figureLine, card.align});
-    setText(text, cut(roleHeight, 0.17f, 0.20f), {card.role, beside, figureTop + roleHeight, card.align});
-    setText(text, cut(nounHeight, 0.18f, 0.24f), {card.noun, beside, figureLine, card.align});
-    setText(text, cut(withoutHeight, 0.18f, 0.26f), {card.without, edge, withoutLine, card.align});
+    setBlock(text, card, left);
 
-    const float marksLeft = left ? margin : size - margin - card.marksBreadth / pixelAspect;
     Canvas shape(size, size);
     paint(shape, [&](float x, float y, Rgba) {
         float ink = coverage(text.at(x, y));
-        const Point place = {(x - marksLeft) * pixelAspect, y - marksTop};
-        if (place.y > -4 && place.y < marksHeight + 4 && place.x > -4 && place.x < card.marksBreadth + 4)
+        const Point place = {(x - left) * pixelAspect, y - marksTop};
+        if (place.y > -4 && place.y < marksHeight + 4 && place.x > -4 && place.x < blockBreadth + 4)
             for (int i = 0; i < card.count; i++)
                 ink = std::fmax(ink, coverage(card.mark(i, card.count, place)));
         // Each part of the card turns to gold towards its foot.
-        const float foot = y < marksTop - 6                 ? (y - figureTop) / figureHeight
+        const float foot = y < figureTop - 12               ? (y - roleLine) / roleHeight + 1
+                           : y < marksTop - 6               ? (y - figureTop) / figureHeight
                            : y < marksTop + marksHeight + 4 ? (y - marksTop) / marksHeight
                                                             : (y - withoutLine) / withoutHeight + 1;
         return mix(opaque(1, 0.985f, 0.94f), opaque(0.93f, 0.76f, 0.44f), unit(foot)) * ink;
     });
-    const Canvas shadow = blurred(shape, 4, Edge::Empty);
+    const Canvas shadow = blurred(shape, 3, Edge::Empty), air = blurred(shape, 15, Edge::Empty);
 
+    // Dark round every letter and, far wider and fainter, round all of them: nowhere has it an edge.
     Canvas canvas(size, size);
     paint(canvas, [&](float x, float y, Rgba) {
         const int px = int(x), py = int(y);
-        const float away = box({x, y}, {size / 2.0f + inward * -26, 260}, {190, 156}, 40);
-        const float plate = 0.72f * smoothstep(24, -44, away);
-        const float dark = unit(std::fmax(plate, 0.9f * shadow.at(px, py).a));
-        return over(shape.at(px, py), Rgba{0, 0, 0, dark});
+        const float wide = 0.74f * (1 - std::exp(-4.5f * air.at(px, py).a));
+        const float dark = 1 - (1 - wide) * (1 - 0.85f * shadow.at(px, py).a);
+        const float border = std::fmin(std::fmin(x, size - x), std::fmin(y, size - y));
+        const float grain = (randomAt(px, py, 5) - 0.5f) / 255;
+        const float ground = unit(dark * smoothstep(0, 26, border) + (dark > 0.01f ? grain : 0));
+        return over(shape.at(px, py), Rgba{0, 0, 0, ground});
     });
     saveRgba(canvas, path, Rows::TopFirst);
 }
@@ -128,16 +144,14 @@ void makeCard(const char* path, const Card& card) {
 }  // namespace
 
 void makeCodeCredit(const char* path) {
-    makeCard(path, {"Code", 12, "effects", "and one clock", clockMark, 6 * clockPitch, Align::Left});
+    makeCard(path, {"Code", 12, "effects", "and one clock", clockMark, true});
 }
 void makeModelsCredit(const char* path) {
-    makeCard(path, {"Models", int(modelProducts.size()), "meshes", "and no modeller", polygonMark,
-                    8 * polygonPitch, Align::Right});
+    makeCard(path, {"Models", int(modelProducts.size()), "meshes", "and no modeller", polygonMark, false});
 }
 void makeGraphicsCredit(const char* path) {
-    makeCard(path, {"Graphics", int(pictureProducts.size()), "pictures", "and no camera", frameMark,
-                    8 * framePitch, Align::Right});
+    makeCard(path, {"Graphics", int(pictureProducts.size()), "pictures", "and no camera", frameMark, false});
 }
 void makeMusicCredit(const char* path) {
-    makeCard(path, {"Music", 102, "bars", "and no sample", barMark, 102 * barPitch, Align::Left});
+    makeCard(path, {"Music", 102, "bars", "and no sample", barMark, true});
 }
