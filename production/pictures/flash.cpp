@@ -24,8 +24,9 @@ void makeFlashWord(const char* path) {
         const int px = int(x), py = int(y);
         const float distance = text.at(px, py), fill = coverage(distance), away = y - streakLine;
         const float rim = outline(distance + 2, 4);
-        // Little fill but along the edges, so that the hall behind shows and no letter burns away.
-        const float body = fill * (0.30f + 0.70f * std::exp(std::fmin(distance, 0.0f) / 10));
+        // Filled, so that the word stands before the beams; deeper inside than along the edges, so that no
+        // letter burns away.
+        const float body = fill * (0.90f + 0.40f * std::exp(std::fmin(distance, 0.0f) / 10));
         const float slope = unit((y - baseline + capHeight) / capHeight);
         // Above the streak the letters mirror a pale sky, below it a burning ground.
         const Rgba face =

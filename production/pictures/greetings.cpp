@@ -145,12 +145,8 @@ void makeGreetings(const char* path) {
     for (size_t i = 1; i < blocks.size(); i++)
         sparks.push_back(columnOf((blocks[i - 1].middle + blocks[i].middle) / 2));
 
-    // The hall fades in through the last block, which would turn to grey: it is drawn in gold edges, as the
-    // word is that follows.
+    // The hall fades in through the last block: it is deeper gold, so that it pales to gold and not to grey.
     const float lastBlock = columnOf((blocks[2].middle + blocks[3].middle) / 2);
-    Canvas filled(width, height);
-    paint(filled, [&](float x, float y, Rgba) { return grey(coverage(text.at(x, y))); });
-    const Canvas soft = blurred(filled, 3, Edge::Clamp);  // shows how deep inside a letter a place lies
 
     Canvas canvas(width, height, opaque(0, 0, 0));
     paint(canvas, [&](float x, float y, Rgba ground) {
@@ -158,11 +154,8 @@ void makeGreetings(const char* path) {
         const float fill = coverage(distance), halo = std::exp(-std::fmax(distance, 0.0f) / 4.5f) * 0.16f;
         const Rgba face =
             mix(opaque(0.98f, 0.96f, 0.90f), opaque(0.86f, 0.74f, 0.50f), (y - top) / (bottom - top));
-        Rgba lettering = face * (0.92f * fill);
-        if (x > lastBlock) {
-            const float edge = smoothstep(0.93f, 0.72f, soft.at(int(x), int(y)).r);
-            lettering = (opaque(0.20f, 0.10f, 0.03f) + opaque(0.80f, 0.70f, 0.43f) * edge) * fill;
-        }
+        const Rgba gold = mix(opaque(1, 0.94f, 0.74f), opaque(1, 0.70f, 0.26f), (y - top) / (bottom - top));
+        const Rgba lettering = x > lastBlock ? gold * fill : face * (0.92f * fill);
         Rgba seen = ground + lettering +
                     opaque(0.9f, 0.62f, 0.25f) * (halo * (1 - fill) * smoothstep(20, 12, distance));
         for (size_t i = 0; i < blocks.size(); i++)
