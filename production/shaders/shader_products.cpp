@@ -1,4 +1,4 @@
-// The shader programs, copied as they stand when the compiler has nothing against them; three share one
+// The shader programs, copied as they stand when the compiler has nothing against them; two share one
 // vertex shader.
 #include <cstdio>
 #include <cstdlib>
@@ -49,8 +49,8 @@ const std::vector<Product> shaderProducts = {
     copied("shaders/smoke.fs", "shaders/smoke.fs", "shaders/smoke.vs"),
     copied("shaders/smoke2.vs", "shaders/smoke2.vs", "shaders/smoke2.fs"),
     copied("shaders/smoke2.fs", "shaders/smoke2.fs", "shaders/smoke2.vs"),
-    copied("shaders/distort.vs", "shaders/picture.vs", "shaders/distort.fs"),
-    copied("shaders/distort.fs", "shaders/distort.fs", "shaders/picture.vs"),
+    copied("shaders/distort.vs", "shaders/distort.vs", "shaders/distort.fs"),
+    copied("shaders/distort.fs", "shaders/distort.fs", "shaders/distort.vs"),
     copied("shaders/boom.vs", "shaders/picture.vs", "shaders/boom.fs"),
     copied("shaders/boom.fs", "shaders/boom.fs", "shaders/picture.vs"),
     copied("shaders/antiariel.vs", "shaders/picture.vs", "shaders/antiariel.fs"),
