@@ -1,55 +1,165 @@
 // The mirror ball and the copy that beams are traced against.
+#include <vector>
+
+#include "production/comet_place.h"
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
 #include "production/kit/model/paints.h"
+#include "production/models/hall.h"
 #include "production/models/models.h"
+#include "production/models/viewer.h"
 
 using namespace model;
 
 namespace {
 
-constexpr double radius = 42;
-constexpr int level = 2;             // 320 mirrors
-constexpr double mirrorPart = 0.80;  // of its face that a mirror covers, each way
-constexpr double tilt = 0.09;        // slope of a mirror against its place
-constexpr double domed = 0.012,
-                 facetHalf = 7;  // radians that a mirror seems to bend from its middle to its edge, units
-constexpr double leastLean = 0.6, mostLean = 1.45;  // radians that a mirror seems to lean to one side
+constexpr double radius = 42;  // of the copy
+constexpr int level = 2;
 
-// Tilts every mirror a little its own way, so that
-// neighbours never catch the same lamp.
-Shape hungAskew(Shape ball) {
-    int count = 0;
-    for (const Face& face : ball.faces) {
-        const Vec centre = faceCentre(ball, face), normal = faceNormal(ball, face);
-        const Vec right = normalized(cross({0, 1, 0.01}, normal)), up = cross(normal, right);
-        const double way = 2.39996 * count++;
-        const Vec slope = (right * std::cos(way) + up * std::sin(way)) * tilt;
-        for (int point : face.points) {
-            Vec& place = ball.points[point];
-            place += normal * dot(place - centre, slope);
+// The mirrors: rows of squares, their corners a little inside the copy, so that a beam's spot lies on glass.
+constexpr double glassRadius = 41.5;
+constexpr int rows = 18;
+constexpr double mirrorPart = 0.86;  // of its place that a mirror covers, each way
+constexpr double tilt = 0.07;        // slope of a mirror against its place
+constexpr double domed = 0.0016;     // radians that a mirror seems to bend for each unit from its middle
+
+Shape mirrorRows() {
+    Shape mirrors;
+    const double step = pi / rows;
+    for (int row = 0; row < rows; row++) {
+        const double middle = step * (row + 0.5);  // from the pole
+        const int columns = std::max(6, int(std::lround(2 * rows * std::sin(middle))));
+        const double halfTurn = pi / columns * mirrorPart, half = step / 2 * mirrorPart;
+        for (int column = 0; column < columns; column++) {
+            const double turn = 2 * pi * (column + 0.5 * (row % 2)) / columns;
+            const int first = int(mirrors.points.size());
+            for (const auto& [across, down] : {Flat{1, 1}, Flat{-1, 1}, Flat{-1, -1}, Flat{1, -1}}) {
+                const double away = middle + half * down;
+                mirrors.points.push_back(hall::onRing(turn + halfTurn * across, glassRadius * std::sin(away),
+                                                      glassRadius * std::cos(away)));
+            }
+            addFace(mirrors, {first, first + 1, first + 2, first + 3});
         }
     }
-    return ball;
+    return mirrors;
 }
 
-// Makes every mirror throw back light from a side of its own: those that face the viewer see not only
-// what is behind him, which is dark, but lamps all round, and flare up and go out as the ball turns.
-// Each is all but flat, so that a lamp fills it.
+// The ball as the viewer has it before him at a moment, turned as the program turns it.
+struct Moment {
+    viewer::View view;
+    double y, x;  // radians that it is turned about either axis
+
+    Vec turned(Vec p) const {
+        const Vec q = {p.x, p.y * std::cos(x) - p.z * std::sin(x), p.y * std::sin(x) + p.z * std::cos(x)};
+        return {q.x * std::cos(y) + q.z * std::sin(y), q.y, q.z * std::cos(y) - q.x * std::sin(y)};
+    }
+    Vec turnedBack(Vec p) const {
+        const Vec q = {p.x * std::cos(y) - p.z * std::sin(y), p.y, p.x * std::sin(y) + p.z * std::cos(y)};
+        return {q.x, q.y * std::cos(x) + q.z * std::sin(x), q.z * std::cos(x) - q.y * std::sin(x)};
+    }
+};
+
+constexpr double firstMoment = 139, lastMoment = 192.8, momentStep = 0.1;  // seconds
+
+std::vector<Moment> moments() {
+    std::vector<Moment> all;
+    for (double time = firstMoment; time < lastMoment; time += momentStep)
+        all.push_back({viewer::at(time), 0.21 * time, 0.28 * time});
+    return all;
+}
+
+// What a mirror shows over the time that it faces the viewer.
+struct Sight {
+    int moment;
+    Vec place;      // in the hall
+    double facing;  // cosine towards the viewer
+};
+
+std::vector<Sight> sightsOf(const std::vector<Moment>& all, Vec centre, Vec normal) {
+    constexpr double least = 0.25;
+    std::vector<Sight> sights;
+    for (int i = 0; i < int(all.size()); i++) {
+        const Vec place = hall::ballCentre + all[i].turned(centre);
+        const double facing = dot(all[i].turned(normal), normalized(all[i].view.eye - place));
+        if (facing > least) sights.push_back({i, place, facing});
+    }
+    return sights;
+}
+
+// Aims mirrors at the comet, which is the bright place of what the ball throws back, so that they flash: each
+// for the moments that have the fewest flashes from the others.
+class Glitter {
+public:
+    explicit Glitter(const Shape& mirrors) : all(moments()), flashes(all.size()) {
+        for (const Face& face : mirrors.faces) {
+            const Vec normal = faceNormal(mirrors, face);
+            aims.push_back({normal, normal, sightsOf(all, faceCentre(mirrors, face), normal)});
+        }
+        for (Aim& aim : aims) choose(aim);
+        // Once more, now that all others are known.
+        for (Aim& aim : aims) {
+            count(aim, -1);
+            choose(aim);
+        }
+    }
+
+    Vec facing(int mirror) const { return aims[mirror].facing; }
+
+private:
+    struct Aim {
+        Vec normal, facing;
+        std::vector<Sight> sights;
+    };
+    const std::vector<Moment> all;
+    std::vector<double> flashes;  // by moment: mirrors alight
+    std::vector<Aim> aims;
+
+    double lightOf(const Sight& sight, Vec facing) const {
+        const Moment& moment = all[sight.moment];
+        return viewer::cometLight(viewer::shown(moment.view, sight.place, moment.turned(facing))) *
+               sight.facing;
+    }
+
+    void count(const Aim& aim, double sign) {
+        for (const Sight& sight : aim.sights) flashes[sight.moment] += sign * lightOf(sight, aim.facing);
+    }
+
+    void choose(Aim& aim) {
+        constexpr double mostLean = 0.35;  // cosine
+        constexpr double enough = 0.7;     // mirrors alight at once
+        constexpr int pause = 3;           // moments between two that are tried
+        double most = 0;
+        for (size_t i = 0; i < aim.sights.size(); i += pause) {
+            const Moment& moment = all[aim.sights[i].moment];
+            for (const double along : {1.0, 6.0, 12.0, 20.0}) {
+                const Vec shown = viewer::direction(comet::azimuth + along, comet::elevation);
+                const Vec facing = moment.turnedBack(viewer::facing(moment.view, aim.sights[i].place, shown));
+                if (dot(facing, aim.normal) < mostLean) continue;
+                double worth = 0;
+                for (const Sight& sight : aim.sights)
+                    worth += lightOf(sight, facing) * std::exp(-flashes[sight.moment] / enough);
+                if (worth > most) most = worth, aim.facing = facing;
+            }
+        }
+        count(aim, 1);
+    }
+};
+
+// Every sixth mirror hangs nearly as it lies, which lights the ball's rim; the others glitter.
 Shape glittering(Shape ball) {
-    int count = 0;
-    for (Face& face : ball.faces) {
+    const Glitter glitter(ball);
+    for (int i = 0; i < int(ball.faces.size()); i++) {
+        Face& face = ball.faces[i];
         const Vec centre = faceCentre(ball, face), normal = faceNormal(ball, face);
         const Vec right = normalized(cross({0, 1, 0.01}, normal)), up = cross(normal, right);
-        const double way = 2.39996 * 7 * count, draw = 0.754878 * count;
-        const double lean = mix(leastLean, mostLean, draw - std::floor(draw));
-        const Vec aside = right * std::cos(way) + up * std::sin(way);
-        const Vec facing = normal * std::cos(lean) + aside * std::sin(lean);
+        const double way = 2.39996 * 7 * i;
+        const Vec facing = i % 6 == 0
+                               ? normalized(normal + (right * std::cos(way) + up * std::sin(way)) * tilt)
+                               : glitter.facing(i);
         face.normals.clear();
         for (int point : face.points)
-            face.normals.push_back(normalized(facing + (ball.points[point] - centre) * (domed / facetHalf)));
-        count++;
+            face.normals.push_back(normalized(facing + (ball.points[point] - centre) * domed));
     }
     return ball;
 }
@@ -60,16 +170,7 @@ void makeBallCollision(const char* path) {
     writeAml(path, {mappedBox(smoothed(icosphere(radius, level), hard), 24)});
 }
 
-// The mirrors lie on the collision copy's faces, each flat, so that a beam's spot lies on glass; between them
-// shines the light within, which hangs still in the hall.
+// Between the mirrors shines the light within, which hangs still in the hall.
 void makeBall(const char* path) {
-    const Shape solid = icosphere(radius, level);
-    Shape mirrors;
-    for (const Face& face : solid.faces) {
-        const Vec centre = faceCentre(solid, face);
-        const int first = int(mirrors.points.size());
-        for (int point : face.points) mirrors.points.push_back(mix(centre, solid.points[point], mirrorPart));
-        addFace(mirrors, {first, first + 1, first + 2});
-    }
-    writeAml(path, {painted(glittering(hungAskew(smoothed(mirrors, hard))), hull::coolLamp)});
+    writeAml(path, {painted(glittering(mirrorRows()), hull::coolLamp)});
 }

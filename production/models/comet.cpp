@@ -3,6 +3,7 @@
 #include "production/comet_place.h"
 #include "production/kit/model/forms.h"
 #include "production/models/hall.h"
+#include "production/models/viewer.h"
 
 using namespace model;
 
@@ -12,23 +13,11 @@ constexpr double wallGap = 34;          // from the wall, clear of its shafts
 constexpr double halfHeight = 34;       // units of a track, over which
 constexpr double halfElevation = 0.16;  // the picture is seen this far from the comet's middle, radians
 
-// Where a viewer stands who passes at a time of the music in seconds, as the camera goes from 154.3 s on.
-// What he sees comes again every turn of 15.7 s.
-Vec viewerAt(double time) {
-    const double turn = 0.4 * time;
-    return {std::cos(turn) * 260, std::sin(2 * turn) * 36.5 + 91, std::sin(turn) * 229};
-}
-
-// What a place must face to show a viewer, at that time, the place of the picture of reflections that lies
-// `aside` and `above` the comet's head (radians).
-Vec showingAt(double time, Vec place, double aside, double above) {
-    const Vec eye = viewerAt(time);
-    const Vec back = normalized(eye - hall::ballCentre), right = normalized(cross({0, 1, 0}, back)),
-              up = cross(back, right);
-    const double across = degrees(comet::azimuth) + aside, height = degrees(comet::elevation) + above;
-    const Vec seen = right * (std::cos(height) * std::sin(across)) + up * std::sin(height) +
-                     back * (std::cos(height) * std::cos(across));
-    return normalized(seen - normalized(place - eye));
+// What a place must face to show the viewer, at that time, the place of the picture of reflections that lies
+// `above` the comet's head (radians).
+Vec showingAt(double time, Vec place, double above) {
+    return viewer::facing(viewer::at(time), place,
+                          viewer::direction(comet::azimuth, comet::elevation + above / degrees(1)));
 }
 
 // A flight: where the head is at a time, as a turn in degrees and a height, and how high its track is there
@@ -56,7 +45,7 @@ Shape track(const std::vector<Stage>& stages, double breadth) {
     const auto cornerOf = [&](int point) {
         const int rows = 3, columns = int(flight.size());
         const int c = point % columns, r = point / columns % rows;
-        return showingAt(timing[c].x, placeOf(c, r), 0, (r - 1) * breadth * halfElevation);
+        return showingAt(timing[c].x, placeOf(c, r), (r - 1) * breadth * halfElevation);
     };
     for (Face& face : shape.faces) {
         face.normals.clear();
@@ -86,7 +75,7 @@ Shape tracks() {
 }
 
 Shape litInPassing(const Shape& shape) {
-    return shaded(shape, [](Vec p, Vec) { return showingAt(faceTime, p, 0, -0.02); });
+    return shaded(shape, [](Vec p, Vec) { return showingAt(faceTime, p, -0.02); });
 }
 
 }  // namespace comet

@@ -1,0 +1,30 @@
+// How the viewer of the hall moves round the ball, and what a surface there must face to throw back to him a
+// given place of the picture of reflections "envmap". What he sees comes again every turn of 15.7 s.
+#pragma once
+
+#include "production/kit/model/vector.h"
+
+namespace viewer {
+
+using model::Vec;
+
+// Where he stands and how he looks: to his right, up, and from what he looks at back to him.
+struct View {
+    Vec eye, right, up, back;
+};
+
+// At a time of the music in seconds; between two beats.
+View at(double time);
+
+// A direction in the viewer's own axes, by which "envmap" is looked up: `azimuth` in degrees from straight
+// behind him to his right, `elevation` in degrees up.
+Vec direction(double azimuth, double elevation);
+
+// What a place must face to show him such a direction, and which one it shows him that faces `normal`.
+Vec facing(const View& view, Vec place, Vec shown);
+Vec shown(const View& view, Vec place, Vec normal);
+
+// How bright the comet of the picture is in such a direction: 0..1.
+double cometLight(Vec direction);
+
+}  // namespace viewer
