@@ -21,7 +21,7 @@ Shape petal() {
     const double last = double(how.path.size() - 1);
     how.change = [=](int step, Outline leaf) {
         const double k = step / last;
-        const double broad = 5.4 * std::sqrt(std::max(0.0, 1 - k * k)) * (0.72 + 0.5 * k) + 0.25;
+        const double broad = 3.4 * std::sqrt(std::max(0.0, 1 - k * k)) * (0.72 + 0.5 * k) + 0.25;
         for (Flat& p : leaf) p = {p.x * broad, p.y * mix(1.3, 0.3, k)};
         return leaf;
     };
@@ -32,12 +32,12 @@ Shape petal() {
 
 // What the petals stand in.
 Shape cup() {
-    return lathe({{47, 0}, {55, 0}, {55.8, 0.6}, {55, 1.2}, {47.5, 1.2}, {46.4, 0.8}, {46.4, 0.3}, {47, 0}},
-                 72);
+    return lathe(
+        {{47, 2.4}, {55, 2.4}, {55.8, 3}, {55, 3.6}, {47.5, 3.6}, {46.4, 3.2}, {46.4, 2.7}, {47, 2.4}}, 72);
 }
 
 Shape stud() {
-    return moved(lathe({{1.5, 0}, {1.5, 1}, {1, 1.8}, {0, 2}}, 10), {51, 1, 0});
+    return moved(lathe({{1.5, 0}, {1.5, 1}, {1, 1.8}, {0, 2}}, 10), {51, 3.4, 0});
 }
 
 }  // namespace

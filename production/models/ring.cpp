@@ -13,14 +13,14 @@ constexpr double discRadius = 100;
 
 // A closed rail with the section of a lens, its outer edge sharp.
 Shape rail() {
-    const Outline section = {{102.2, 0},    {102.4, -0.6}, {103, -0.8}, {104, -0.6},  {105.2, -0.15},
-                             {105.2, 0.15}, {104, 0.6},    {103, 0.8},  {102.4, 0.6}, {102.2, 0}};
+    const Outline section = {{102.2, 0},   {102.4, -0.35}, {103, -0.5}, {104, -0.4},   {105.2, -0.1},
+                             {105.2, 0.1}, {104, 0.4},     {103, 0.5},  {102.4, 0.35}, {102.2, 0}};
     return lathe(section, 96);
 }
 
 // Fine ticks on the rail, as on an instrument.
 Shape tick() {
-    return moved(box({1.5, 0.4, 0.4}, 0.12), {103.5, 0.75, 0});
+    return moved(box({1.5, 0.4, 0.4}, 0.12), {103.5, 0.5, 0});
 }
 
 // Reaches in to the disc's corner along +x.

@@ -1,7 +1,8 @@
 // The robot: dark body and arms, and what glows or is painted on it, which is its screen's mesh: the face, a
-// second face at the back of the head that sleeps, orange shoulders and ears, lamps. It stands on
-// a plate below y = 0, looks along +z and waves. Between hips and chest there is only a thin spine behind the
-// axis: the camera flies through that gap.
+// second face at the back of the head that sleeps, a heart's beat on each flank, orange shoulders and ears,
+// lamps, and cold tubes that draw its outline. It stands on
+// a plate below y = 0, looks along +z and waves. Between hips and chest there are only flat bellows behind
+// the axis: the camera flies through that gap.
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
@@ -24,7 +25,9 @@ constexpr Patch sixteenths(double left, double top, double width, double height)
 }
 constexpr Patch facePicture = sixteenths(0, 0, 10, 8), napePicture = sixteenths(0, 8, 10, 8),
                 iris = sixteenths(10.1, 0.1, 5.8, 5.8), shoulderPaint = sixteenths(10.1, 6.1, 5.8, 3.8);
-constexpr Uv orangePaint = {10.5 / 16, 10.5 / 16}, warmLamp = {12.5 / 16, 10.5 / 16};
+constexpr Patch pulsePicture = sixteenths(10.1, 11.1, 5.8, 4.8);
+constexpr Uv orangePaint = {10.5 / 16, 10.5 / 16}, warmLamp = {12.5 / 16, 10.5 / 16},
+             coldTube = {14.7 / 16, 10.5 / 16};
 
 // Turns a lathe's round section into a rounded square, `depth` (a part of its width) deep.
 Shape squared(const Shape& shape, double depth) {
@@ -117,13 +120,14 @@ Shape pelvis() {
     return joined({girdle, hatch, withMirror(joined({socket, hipPlate}), Axis::x)});
 }
 
-// Vertebrae on a rod, behind the axis.
-Shape spine() {
+// Bellows, broad but flat and behind the axis.
+Shape waist() {
     std::vector<double> cuts;
-    for (int i = 0; i <= 8; i++) cuts.push_back(61 + i * 3.2);
-    const Outline wall = platedProfile(cuts, {1, 1.6, 0.8, 3}, [](double) { return 3.6; });
-    const Outline profile = chained({{{0, 60}}, wall, {{0, 88}}});
-    return moved(lathe(profile, 14), {0, 0, -6});
+    for (int i = 0; i <= 6; i++) cuts.push_back(61 + i * 4.4);
+    const Outline wall =
+        platedProfile(cuts, {1.2, 1.6, 1.4, 3}, [](double y) { return 9.4 + 0.012 * (y - 74) * (y - 74); });
+    const Outline profile = chained({{{0, 60}}, wall, {{0, 88.5}}});
+    return moved(scaled(lathe(profile, 18), {1, 1, 0.5}), {0, 0, -9.6});
 }
 
 double chestRadius(double y) {
@@ -136,34 +140,6 @@ Shape torso() {
     const Outline below = {{0, 84.5}, {4, 84.5}, {4.6, 83}, {7, 83}, {7.6, 84.5}, {9, 84.5}, {9.8, 82}};
     const Outline profile = chained({below, wall, {{15, 128.5}, {10, 129.5}, {0, 129.5}}});
     return squared(flutedLathe(profile, {8, 0.1, 1.3, 82, 124, 4}, pi / 8), 0.62);
-}
-
-// The reactor in the chest, packs on the back, shoulder sockets.
-Shape torsoFittings() {
-    const Shape reactor =
-        placed(joined({rings(9.5, 4.2), around(moved(icosphere(1.3, 1), {11.8, 0.6, 0}), 8, Axis::y)}),
-               chestLamp, {0, 0.02, 1});
-    const Shape vents = joined(
-        {moved(box({12, 1.5, 3}, 0.7, 2), {0, 92.5, 10.8}), moved(box({10, 1.5, 3}, 0.7, 2), {0, 88, 9.4})});
-    const Outline wall = platedProfile({88, 95, 117, 124}, {1.2, 1.1, 1, 5}, [](double) { return 6.0; });
-    const Outline pack =
-        chained({{{0, 86}, {4, 86}}, wall, {{4.4, 125.5}, {3.6, 125.5}, {3, 122}, {0, 122}}});
-    const Shape socket = placed(rings(9, 3), {25.5, 116, 0}, {1, 0, 0});
-    return joined(
-        {reactor, vents, withMirror(joined({moved(lathe(pack, 18), {8.6, 0, -19}), socket}), Axis::x)});
-}
-
-Shape neck() {
-    const Outline wall = platedProfile({128.5, 130.7, 132.9, 135.1, 137.3}, {0.8, 1.2, 0.7, 2},
-                                       [](double y) { return 8.4 - 0.1 * (y - 128); });
-    const Outline profile = chained({{{0, 128}}, wall, {{0, 138}}});
-    return lathe(profile, 20);
-}
-
-// Where the head's own coordinates (origin at its centre) lie on the robot.
-Shape onNeck(const Shape& shape) {
-    const Shape nodding = turned(scaled(shape, {headSize, headSize, headSize}), Axis::x, headTilt);
-    return moved(turned(nodding, Axis::z, headLean), headCentre);
 }
 
 // The bezel's centre line: a rounded rectangle in the xy plane.
@@ -189,18 +165,57 @@ Shape bezel(Flat half, double corner, double z) {
     return sweep({{-1.7, -2}, {1.9, -2}, {1.9, 0.6}, {1.2, 1.5}, {0, 1.9}, {-1.2, 1.3}, {-1.7, 0.4}}, frame);
 }
 
+// Carries what faces +z onto the chest's flank, on the side of x > 0 or of x < 0.
+Shape onFlank(const Shape& shape, double side) {
+    const Vec middle = {side * 25, 99.6, 8}, out = normalized(Vec{side * 0.76, -0.54, 0.36});
+    const Vec right = normalized(cross({0, 1, 0}, out)), up = cross(out, right);
+    return bent(shape, [=](Vec p) { return middle + right * p.x + up * p.y + out * p.z; });
+}
+constexpr Flat pulseHalf = {7.4, 6.2};
+
+// The reactor in the chest, packs on the back, shoulder sockets.
+Shape torsoFittings() {
+    const Shape reactor =
+        placed(joined({rings(9.5, 4.2), around(moved(icosphere(1.3, 1), {11.8, 0.6, 0}), 8, Axis::y)}),
+               chestLamp, {0, 0.02, 1});
+    const Shape vents = joined(
+        {moved(box({12, 1.5, 3}, 0.7, 2), {0, 92.5, 10.8}), moved(box({10, 1.5, 3}, 0.7, 2), {0, 88, 9.4})});
+    const Outline wall = platedProfile({88, 95, 117, 124}, {1.2, 1.1, 1, 5}, [](double) { return 6.0; });
+    const Outline pack =
+        chained({{{0, 86}, {4, 86}}, wall, {{4.4, 125.5}, {3.6, 125.5}, {3, 122}, {0, 122}}});
+    const Shape socket = placed(rings(9, 3), {25.5, 116, 0}, {1, 0, 0});
+    const Shape frame = bezel({pulseHalf.x + 1.4, pulseHalf.y + 1.4}, 2.5, 0.4);
+    return joined({reactor, vents, onFlank(frame, 1), onFlank(frame, -1),
+                   withMirror(joined({moved(lathe(pack, 18), {8.6, 0, -19}), socket}), Axis::x)});
+}
+
+Shape neck() {
+    const Outline wall = platedProfile({128.5, 130.7, 132.9, 135.1, 137.3}, {0.8, 1.2, 0.7, 2},
+                                       [](double y) { return 8.4 - 0.1 * (y - 128); });
+    const Outline profile = chained({{{0, 128}}, wall, {{0, 138}}});
+    return lathe(profile, 20);
+}
+
+// Where the head's own coordinates (origin at its centre) lie on the robot.
+Shape onNeck(const Shape& shape) {
+    const Shape nodding = turned(scaled(shape, {headSize, headSize, headSize}), Axis::x, headTilt);
+    return moved(turned(nodding, Axis::z, headLean), headCentre);
+}
+
 constexpr Flat faceHalf = {16.2, 11.8}, napeHalf = {10.6, 8.4};
 constexpr Vec napeMiddle = {0, 1.6, 0}, earMiddle = {17.6, 1, -2};
 
 // The two aerials make a V.
 constexpr Vec aerialFoot = {5.5, 16.5, -3}, aerialTip = {19, 33.5, -7};
 
+// A television's tube: wide in front, drawn in behind. Where a place of the plain box comes to lie.
+Vec onShell(Vec p) {
+    const double k = smoothStep(6, -16, p.z);
+    return {p.x * mix(1, 0.72, k), p.y * mix(1, 0.8, k) + k * 1.5, p.z};
+}
+
 Shape head() {
-    // A television's tube: wide in front, drawn in behind.
-    const Shape shell = bent(box({40, 31, 31}, 6, 3), [](Vec p) {
-        const double k = smoothStep(6, -16, p.z);
-        return Vec{p.x * mix(1, 0.72, k), p.y * mix(1, 0.8, k) + k * 1.5, p.z};
-    });
+    const Shape shell = bent(box({40, 31, 31}, 6, 3), onShell);
     const Shape backBezel = moved(turned(bezel(napeHalf, 4, napeDepth), Axis::y, pi), napeMiddle);
     const Shape ear = placed(rings(8.2, 5), earMiddle, {1, 0, 0});
     const double reach = length(aerialTip - aerialFoot);
@@ -303,22 +318,79 @@ Shape paintwork() {
     return joined({cuffs, withMirror(joined({belt, fin, thigh, shoulderCap()}), Axis::x)});
 }
 
+// A thin tube of cold light along a line, or round a flat ring of a radius.
+Shape coldLine(const std::vector<Vec>& path) {
+    Sweep how;
+    how.path = path;
+    how.up = {0.3, 0.5, 0.8};
+    return painted(sweep(polygon(4, 0.55), how), coldTube);
+}
+Shape coldHoop(double radius, int sides) {
+    const double r = radius, h = 0.55;
+    return painted(lathe({{r, -h}, {r + h, 0}, {r, h}, {r - h, 0}, {r, -h}}, sides), coldTube);
+}
+
+// Along the outside of a limb, from one part of its length to another; its radius goes from `start` to `end`.
+Shape coldSeam(Vec from, Vec to, double low, double high, double start, double end, double swell) {
+    std::vector<Vec> path;
+    for (int i = 0; i <= 5; i++) {
+        const double k = mix(low, high, i / 5.0);
+        const double radius = mix(start, end, k) + swell * std::sin(pi * k) + 0.2;
+        path.push_back(mix(from, to, k) + Vec{radius, 0, 0});
+    }
+    return coldLine(path);
+}
+
+// What draws its outline against the night from any side: tubes along its edges and round its plates.
+Shape coldTubes() {
+    const Shape shin = coldSeam({15.5, -1, 0}, {14.5, 32, 1.5}, 0.2, 0.72, 11, 6, 1.6);
+    const Shape thigh = coldSeam({14.5, 32, 1.5}, {11.5, 57, 0}, 0.66, 0.86, 6.2, 8.4, 0.6);
+    std::vector<Vec> over, under;
+    for (int i = 0; i <= 4; i++) {
+        const double deep = mix(10.5, -10.5, i / 4.0);
+        over.push_back(onShell({18.4, 13.9, deep}));
+        under.push_back(onShell({18.4, -13.9, deep}));
+    }
+    const Shape edges = onNeck(withMirror(joined({coldLine(over), coldLine(under)}), Axis::x));
+    const Shape chest = joined({squared(moved(coldHoop(chestRadius(88) - 0.3, 32), {0, 88, 0}), 0.62),
+                                squared(moved(coldHoop(chestRadius(119) - 0.3, 40), {0, 119, 0}), 0.62)});
+    const Shape pack =
+        joined({moved(coldHoop(5.6, 16), {8.6, 95, -19}), moved(coldHoop(5.6, 16), {8.6, 117, -19})});
+    const auto cuff = [](const Pose& pose) {
+        return placed(coldHoop(6.2, 16), mix(pose.elbow, pose.wrist, 0.82), pose.wrist - pose.elbow);
+    };
+    const Shape cuffs = joined({cuff(waving), reflected(cuff(atEase), Axis::x)});
+    const Shape rim = moved(coldHoop(43.9, 48), {0, -26, 0});
+    return joined({withMirror(joined({shin, thigh, pack}), Axis::x), edges, chest, cuffs, rim});
+}
+
+// On each flank a small screen with the beat of its heart, for a viewer too near to see the face.
+Shape pulse() {
+    const Shape plain = grid(7, 6, false, false, [](int c, int r) {
+        const double x = 2 * c / 6.0 - 1, y = 2 * r / 5.0 - 1;
+        return Vec{pulseHalf.x * x, pulseHalf.y * y, 1.4 - 0.5 * (x * x + y * y)};
+    });
+    const Shape screen = painted(plain, pulsePicture);
+    return joined({onFlank(screen, 1), onFlank(screen, -1)});
+}
+
 Shape lamps() {
     const Shape ear = onNeck(placed(dial(5.4, 0.9, iris), earMiddle + Vec{4.6, 0, 0}, {1, 0, 0}));
     const Shape tip = onNeck(moved(painted(icosphere(1.9, 2), warmLamp), aerialTip));
     const Shape knee = placed(dial(3.6, 0.8, iris), {14.5, 32, 9.2}, {0, 0.1, 1});
+    const Shape jet = placed(dial(4.2, 0.8, iris), {8.6, 85.8, -19}, {0, -1, 0});
     // Two for a viewer who looks up at it.
     const Shape below = joined({placed(dial(4.6, 0.8, iris), {0, 44.7, 0}, {0, -1, 0}),
                                 placed(dial(5.6, 0.8, iris), {0, 82.6, 0}, {0, -1, 0})});
     return joined({placed(dial(8.4, 1.2, iris), chestLamp + Vec{0, 0.1, 4.4}, {0, 0.02, 1}), below,
-                   withMirror(joined({ear, tip, knee}), Axis::x)});
+                   withMirror(joined({ear, tip, knee, jet}), Axis::x)});
 }
 
 }  // namespace
 
 Shape figures::robotBody() {
     return joined(
-        {base(), withMirror(leg(), Axis::x), pelvis(), spine(), torso(), torsoFittings(), neck(), head()});
+        {base(), withMirror(leg(), Axis::x), pelvis(), waist(), torso(), torsoFittings(), neck(), head()});
 }
 
 Shape figures::robotArms() {
@@ -348,5 +420,6 @@ void makeRobotArms(const char* path) {
 void makeRobotScreen(const char* path) {
     const Shape nape =
         onNeck(moved(turned(glass(napeHalf, napeDepth, napePicture), Axis::y, pi), napeMiddle));
-    writeAml(path, {unlit(figures::robotScreen()), unlit(nape), paintwork(), unlit(lamps())});
+    writeAml(path, {unlit(figures::robotScreen()), unlit(nape), paintwork(),
+                    unlit(joined({lamps(), pulse(), coldTubes()}))});
 }

@@ -198,7 +198,7 @@ void makeRobotChrome(const char* path) {
         {0.015f, light(0.40f, 0.50f, 0.60f)},    {0.07f, light(0.08f, 0.12f, 0.18f)},
         {0.30f, light(0.02f, 0.025f, 0.05f)},    {1, light(0.012f, 0.010f, 0.022f)}};
     makeSphereMap(path, lamps,
-                  [&](Direction towards) { return gradient(sky, towards.y) + rimLight(towards) * 0.9f; });
+                  [&](Direction towards) { return gradient(sky, towards.y) + rimLight(towards) * 1.05f; });
 }
 
 // On its arms, its face and the ring: gun metal, a cross of fine tubes.
@@ -213,7 +213,7 @@ void makeArmChrome(const char* path) {
         {-0.02f, light(0.004f, 0.004f, 0.006f)}, {0.03f, light(0.24f, 0.28f, 0.34f)},
         {0.16f, light(0.03f, 0.04f, 0.06f)},     {1, light(0.012f, 0.010f, 0.022f)}};
     makeSphereMap(path, lamps,
-                  [&](Direction towards) { return gradient(sky, towards.y) + rimLight(towards) * 0.7f; });
+                  [&](Direction towards) { return gradient(sky, towards.y) + rimLight(towards) * 1.05f; });
 }
 
 // The hall's own: tall lamps all round and a ring of light overhead. The room binds it and leaves it switched

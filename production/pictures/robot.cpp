@@ -22,7 +22,7 @@ void makeBand(const char* path, Rgba tint, Rgba glow, Rgba hot) {
             between ? bell((place - rung) / (rungs + 1), 0.0075f) * mix(0.25f, 1, rung / rungs) : 0;
         const float wash = 0.020f * t * t * t * smoothstep(1.0f, 0.94f, t);
         // Where the ring is broadest.
-        const float edge = bell(t - 0.975f, 0.007f);
+        const float edge = bell(t - 0.990f, 0.004f);
         return tint + glow * (wash + 0.42f * line + 0.30f * edge) +
                hot * (0.34f * line * line * line + 0.16f * edge * edge);
     });
@@ -73,14 +73,30 @@ Rgba irisAt(Point p, float radius) {
     return c * smoothstep(1.0f, 0.92f, r);
 }
 
+// A screen of 384 x 320 that shows a heart and its beat.
+Rgba pulseAt(Point p) {
+    const float lines = 0.84f + 0.16f * std::cos(p.y * 0.78539816f);
+    // A square on its corner, and a half circle on each of its upper sides.
+    const Point heart = {std::fabs(p.x - 192), p.y - 88};
+    const float halves =
+        std::fmin(length(heart - Point{31, -31}) - 44, box(turned(heart, 0.7853982f), {0, 0}, {44, 44}));
+    const Point trace[] = {{20, 236},  {110, 236}, {132, 212}, {152, 236}, {166, 250}, {190, 168},
+                           {214, 288}, {230, 236}, {262, 222}, {284, 236}, {364, 236}};
+    float away = 1e9f;
+    for (size_t i = 1; i < std::size(trace); i++) away = std::fmin(away, segment(p, trace[i - 1], trace[i]));
+    const float ink = std::fmax(coverage(halves), coverage(away - 7));
+    const Rgba sheen = amber * (0.05f * bell(length(p - Point{192, 160}), 150));
+    return mix(amber, gold, smoothstep(40.0f, 200.0f, p.y)) * (0.85f * ink * lines) + sheen;
+}
+
 }  // namespace
 
 void makeRedBand(const char* path) {
-    makeBand(path, opaque(0.006f, 0.0006f, 0), opaque(0.90f, 0.05f, 0.010f), opaque(1, 0.55f, 0.20f));
+    makeBand(path, opaque(0.018f, 0.0015f, 0.002f), opaque(0.90f, 0.05f, 0.010f), opaque(1, 0.55f, 0.20f));
 }
 
 void makeGreenBand(const char* path) {
-    makeBand(path, opaque(0, 0.004f, 0.003f), opaque(0.03f, 0.85f, 0.32f), opaque(0.50f, 1, 0.65f));
+    makeBand(path, opaque(0, 0.022f, 0.014f), opaque(0.03f, 0.85f, 0.32f), opaque(0.50f, 1, 0.65f));
 }
 
 // Added to dark metal: the face, below it the glass at the back of the head, right of them a lens, the
@@ -107,13 +123,15 @@ void makeRobotFace(const char* path) {
             const float cap = smoothstep(0.26f, 0.27f, down) * smoothstep(0.90f, 0.89f, down);
             return line ? opaque(0, 0, 0) : paintwork * cap;
         }
-        if (y < 11 * part)
-            return x < 11.5f * part ? opaque(0.24f, 0.062f, 0.006f) : opaque(0.95f, 0.62f, 0.24f);
-        return opaque(0, 0, 0);
+        if (y < 11 * part) {
+            if (x < 11.5f * part) return opaque(0.24f, 0.062f, 0.006f);
+            return x < 13.5f * part ? opaque(0.95f, 0.62f, 0.24f) : opaque(0.15f, 0.28f, 0.34f);
+        }
+        return pulseAt({x - 10 * part, y - 11 * part});
     });
     Canvas halo = blurred(canvas, 14, Edge::Clamp);
     for (int y = 0; y < size; y++)
         for (int x = 0; x < size; x++)
-            if (x < 640) canvas.at(x, y) = canvas.at(x, y) + halo.at(x, y) * 0.28f;
+            if (x < 640 || y > 11 * part) canvas.at(x, y) = canvas.at(x, y) + halo.at(x, y) * 0.28f;
     saveRgb(canvas, path, Rows::TopFirst);
 }
