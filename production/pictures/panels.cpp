@@ -26,6 +26,7 @@ enum class Part {
     Lamp,    // a strip of light in a channel; `tone` is its strength, warm where `detail` is 1
     Hazard,  // slanting stripes of paint
     Paint,   // a flat field of colour, warm where `detail` is 1
+    Chip,    // a dab of one of the `chips`, by number in `detail`
 };
 
 using enum Part;
@@ -66,6 +67,10 @@ Rgba steel(float tone) {
 Rgba deepSteel(float tone) {
     return steel(tone) * mix(0.60f, 0.80f, tone);
 }
+
+// Clear colours for what glows by itself: white, rose, violet, blue, none.
+const Rgba chips[] = {opaque(1, 1, 1), opaque(1, 0.2f, 0.3f), opaque(0.6f, 0.06f, 1), opaque(0.05f, 0.3f, 1),
+                      opaque(0, 0, 0)};
 
 using Metal = Rgba (*)(float tone);
 
@@ -177,6 +182,9 @@ void stamp(Relief& relief, Metal metal, const Row& row) {
             tint(relief, extent, row.detail > 0 ? warm : metal(row.tone), 0.85f,
                  [&](Point p) { return box(p, {}, half, 3); });
             break;
+        case Chip:
+            tint(relief, extent, chips[int(row.detail)], 1, [&](Point p) { return box(p, {}, half); });
+            break;
     }
 }
 
@@ -223,6 +231,11 @@ const std::vector<Row> hullRows = {
     {Hazard, 3.4, 11.2, 6.2, 0.55},
     {Lamp, 0.9, 8.5, 1.2, 0.16, 0.85, 1},
     {Lamp, 0.9, 9.5, 1.2, 0.16, 0.8},
+    {Chip, 0.80, 8.98, 0.2, 0.2, 0, 0},
+    {Chip, 1.10, 8.98, 0.2, 0.2, 0, 1},
+    {Chip, 1.40, 8.98, 0.2, 0.2, 0, 2},
+    {Chip, 1.70, 8.98, 0.2, 0.2, 0, 3},
+    {Chip, 2.00, 8.98, 0.2, 0.2, 0, 4},
     {Bolts, 0.7, 0.6, 4.2, 0.01, 0, 6},
     {Bolts, 10.5, 2.6, 5, 0.01, 0, 7},
     {Bolts, 11.5, 3.5, 1, 0.01, 0, 2},

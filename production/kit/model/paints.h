@@ -22,6 +22,9 @@ constexpr Patch sail = cells(10.1, 9.1, 5.8, 6.8);     // a pale wing, from its 
 constexpr Patch dark = cells(6.3, 0.2, 3.4, 1.0);
 constexpr Uv orange = {13.0 / 16, 1.15 / 16};
 constexpr Uv warmLamp = {1.5 / 16, 8.58 / 16}, coolLamp = {1.5 / 16, 9.58 / 16};
+// Dabs of clear colour.
+constexpr Uv white = {0.90 / 16, 9.08 / 16}, rose = {1.20 / 16, 9.08 / 16}, violet = {1.50 / 16, 9.08 / 16},
+             blue = {1.80 / 16, 9.08 / 16}, black = {2.10 / 16, 9.08 / 16};
 
 }  // namespace hull
 
