@@ -96,13 +96,14 @@ void makeSphereMap(const char* path, const std::vector<Softbox>& lamps, Ground g
 }
 
 // What lies straight behind a hull and so glances off its outline: light that is cool on the left, warm on
-// the right and strongest from above.
+// the right and a little stronger from above. No more than a little: while the hall fades in, its second lamp
+// shines on the robot from above, and what is bright up there would wash the last greeting out.
 Rgba rimLight(Direction towards) {
     const float aside = towards.x / (std::hypot(towards.x, towards.y) + 1e-4f);
     const float above = towards.y / (std::hypot(towards.x, towards.y) + 1e-4f);
     const Rgba tint =
         mix(light(0.50f, 0.62f, 1.0f), light(1.0f, 0.66f, 0.42f), smoothstep(-0.5f, 0.7f, aside));
-    return tint * (smoothstep(-0.25f, -0.85f, towards.z) * mix(0.45f, 1, smoothstep(-0.8f, 0.6f, above)));
+    return tint * (smoothstep(-0.25f, -0.85f, towards.z) * mix(0.45f, 0.55f, smoothstep(-0.8f, 0.6f, above)));
 }
 
 // A comet, its tail running on to the right: what hangs before the hall's wall is shaded so that it shows it.
@@ -188,7 +189,7 @@ void makeRobotChrome(const char* path) {
         {-66, 18, {0.20f, 0.70f}, 4, 0.03f, light(0.50f, 0.66f, 0.90f)},
         {-92, 18, {0.05f, 0.70f}, 4, 0.02f, light(0.26f, 0.34f, 0.48f)},
         {80, 2, {0.10f, 0.90f}, -8, 0.03f, light(1.00f, 0.62f, 0.30f)},
-        {10, 58, {0.9f, 0.16f}, -5, 0.04f, light(0.80f, 0.88f, 0.96f)},
+        {10, 58, {0.9f, 0.16f}, -5, 0.04f, light(0.28f, 0.31f, 0.34f)},
         // Below, for a viewer who looks up at it.
         {-10, -46, {0.8f, 0.10f}, 7, 0.05f, light(0.26f, 0.40f, 0.52f)},
     };
@@ -204,7 +205,7 @@ void makeRobotChrome(const char* path) {
 // On its arms, its face and the ring: gun metal, a cross of fine tubes.
 void makeArmChrome(const char* path) {
     const std::vector<Softbox> lamps = {
-        {-30, 44, {0.9f, 0.12f}, 10, 0.03f, light(0.80f, 0.86f, 0.94f)},
+        {-30, 44, {0.9f, 0.12f}, 10, 0.03f, light(0.30f, 0.32f, 0.35f)},
         {82, 5, {0.08f, 0.9f}, 0, 0.02f, light(0.90f, 0.56f, 0.28f)},
         {-85, -5, {0.14f, 0.6f}, 0, 0.02f, light(0.30f, 0.40f, 0.56f)},
     };
