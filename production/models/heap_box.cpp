@@ -1,6 +1,6 @@
-// The box of the heap: a pressure module of dark metal on two bays, and a counterweight on two lit rails in
-// the third, so that quarter turns change the stack's outline. A little under one storey (20 units) high,
-// twenty of which lie across each other.
+// The box of the heap: a beam of ivory lacquer over a jade soffit that rises like an eave towards one end,
+// lit panes on its flanks, and a crimson shaft and counterweight, so that quarter turns change the stack's
+// outline. A little under one storey (20 units) high, twenty of which lie across each other.
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
@@ -14,63 +14,81 @@ namespace {
 
 constexpr Vec size = {110, 18.6, 45};
 
-// A frame round the box at x = 0, `width` units along x.
-Shape clamp(double width, double grow) {
-    const Outline section = chamferedRectangle(size.z + grow, size.y + grow, 4.5);
-    return moved(turned(extrude(section, width, 1.1), Axis::y, pi / 2), {-width / 2, 0, 0});
+// The light circles far below the heap. What is to catch it wherever it stands faces down by `share` more
+// than it does.
+Shape litFromBelow(const Shape& shape, double share) {
+    return shaded(shape, [=](Vec, Vec normal) { return normal - Vec{0, share, 0}; });
 }
 
-// A tank along x from `from` to `to`, seen as a half barrel on the flank at z > 0.
-Shape tank(double from, double to) {
-    const double mid = (from + to) / 2, half = (to - from) / 2;
-    const Outline wall =
-        platedProfile({-half + 1, -half + 4.5, half - 4.5, half - 1}, {0.9, 0.8, 0.7, 9}, [&](double y) {
-            const double k = y / half;
-            return 5.9 - 1.2 * k * k * k * k;
-        });
-    const Outline profile = chained({{{0, -half}, {3.4, -half + 0.4}}, wall, {{3.4, half - 0.4}, {0, half}}});
-    return placed(lathe(profile, 12), {mid, 0, 16.6}, {1, 0, 0});
+// A lacquer laid on along x, over the whole length of the box.
+Shape lacquered(Shape shape, const Patch& lacquer) {
+    for (Face& face : shape.faces) {
+        face.uvs.clear();
+        for (int point : face.points) {
+            const Vec p = shape.points[point];
+            face.uvs.push_back({mix(lacquer.low.s, lacquer.high.s, p.x / size.x + 0.5),
+                                mix(lacquer.low.t, lacquer.high.t, 0.5 + p.z / size.z)});
+        }
+    }
+    return shape;
 }
 
-// Raised plates over the top of a bay, domed across so that no wide face is flat.
-Shape lid(double from, double to) {
-    const int columns = 4, rows = 5;
-    const Shape dome = grid(columns, rows, false, false, [&](int c, int r) {
-        const double k = 2.0 * r / (rows - 1) - 1;
-        return Vec{mix(from, to, double(c) / (columns - 1)), 8.1 - 1.5 * k * k, -17.0 * k};
-    });
-    return panelled(dome, {0.7, 0.7, 0.9, 0.9});
+// The faces that look down, or all others.
+Shape ofSoffit(const Shape& shape, bool down) {
+    Shape part = shape;
+    part.faces.clear();
+    for (const Face& face : shape.faces)
+        if ((faceNormal(shape, face).y < -0.3) == down) part.faces.push_back(face);
+    return part;
 }
 
-// Rings on the end face at x > 0, and the two lamps beside them.
-Shape endCap() {
-    const Outline ring = {{7.6, 0},    {7.6, 1},    {6.8, 1.8}, {5.6, 1.8}, {5, 1},
-                          {4.8, -0.6}, {3.4, -0.6}, {3, 0.6},   {1.6, 1.2}, {0, 1.4}};
-    const Outline lamp = {{3.4, 0}, {3.4, 0.7}, {2.8, 1.2}, {2.2, 1.2}, {1.8, 0.4}, {0, 0.8}};
-    const double x = size.x / 2 - 1.4;
-    return joined({placed(lathe(ring, 18), {x, 0, 0}, {1, 0, 0}),
-                   placed(lathe(lamp, 10), {x, 0, 13.5}, {1, 0, 0}),
-                   placed(lathe(lamp, 10), {x, 0, -13.5}, {1, 0, 0})});
+Shape strip(Vec corner, Vec along, Vec up) {
+    return grid(2, 2, false, false, [=](int c, int r) { return corner + along * c + up * r; });
+}
+
+Shape beam() {
+    const Outline side = {{-31, -5}, {24, -5}, {55, 3.4}, {55, 8.6}, {-34, 8.6}, {-34, -1}};
+    return moved(extrude(side, size.z, 1.2), {0, 0, -size.z / 2});
+}
+
+Shape shaftAndWeight() {
+    return joined({box({36, size.y, 36}, 1.5), moved(box({11, 9, 30}, 1.2), {-49.4, 3.5, 0}),
+                   moved(box({14, 4, 14}, 0.8), {-39, 4, 0})});
+}
+
+// Lamps: eight panes on either flank, four on each side of the shaft below the beam, and a strip on the end.
+Shape flankPanes() {
+    const double out = size.z / 2 + 0.15;
+    return joined(
+        {strip({-22, -2.6, out}, {58, 0, 0}, {0, 7, 0}), strip({36, -2.6, -out}, {-58, 0, 0}, {0, 7, 0})});
+}
+
+Shape shaftPanes() {
+    return around(strip({-15, -8.9, 18.15}, {30, 0, 0}, {0, 3.4, 0}), 4, Axis::y);
+}
+
+Shape endLamp() {
+    return strip({55.15, 4.6, 19}, {0, 0, -38}, {0, 2.8, 0});
 }
 
 }  // namespace
 
 Shape figures::heapBox() {
-    const Shape core = box({size.x - 6, size.y - 3.2, size.z - 10}, 2.4);
-    const Shape frames = joined({withMirror(moved(clamp(8, 0), {size.x / 2 - 5.2, 0, 0}), Axis::x),
-                                 withMirror(moved(clamp(5, -0.8), {17.5, 0, 0}), Axis::x)});
-    return joined({core, frames});
+    return joined({beam(), shaftAndWeight()});
 }
 
 void makeHeapBox(const char* path) {
-    const Shape tanks = joined({tank(-14.5, 14.5), tank(20.5, 45.5)});
-    const Shape lids = joined({lid(-14.5, 14.5), lid(20.5, 45.5)});
-    const Shape module = moved(box({72, size.y - 3.2, size.z - 10}, 2.4), {16, 0, 0});
-    const Shape dark = joined({module, withMirror(lids, Axis::y), withMirror(tanks, Axis::z)});
-    const Shape frames =
-        joined({withMirror(moved(clamp(8, 0), {size.x / 2 - 5.2, 0, 0}), Axis::x),
-                withMirror(moved(clamp(5, -0.8), {17.5, 0, 0}), Axis::x), withMirror(endCap(), Axis::x)});
-    const Shape rail = moved(box({28, 3.4, 3.4}, 0.8), {-33, 0, 12});
-    writeAml(path, {painted(dark, hull::dark), mappedBox(frames, 64),
-                    painted(withMirror(rail, Axis::z), hull::warmLamp)});
+    constexpr double lamps = 1.3, lacquer = 0.4;
+    // A breath of a curve, so that a light crosses a wall instead of filling it at once.
+    const Shape walls = shaded(ofSoffit(beam(), false), [](Vec p, Vec normal) {
+        return normal.y > 0.5 ? normal : normal + Vec{0.25 * p.x / 55, -0.2, 0.25 * p.z / 22};
+    });
+    const Shape soffit = shaded(ofSoffit(beam(), true), [](Vec p, Vec normal) {
+        return normal + Vec{0.3 * p.x / 55, 0, 0.2 * p.z / 22};
+    });
+    writeAml(path, {lacquered(walls, hull::ivory), lacquered(soffit, hull::jade),
+                    lacquered(litFromBelow(shaftAndWeight(), lacquer), hull::crimson),
+                    litFromBelow(painted(flankPanes(), hull::flankPanes), lamps),
+                    litFromBelow(painted(shaftPanes(), hull::shaftPanes), lamps),
+                    litFromBelow(painted(endLamp(), hull::warmLamp), lamps)});
 }

@@ -19,7 +19,6 @@ enum class Part {
     Plate,   // raised, corners cut by `detail` cells, in `tone`
     Inset,   // a field sunk into what lies below, in `tone`
     Vent,    // a sunk field with `detail` slats
-    Hatch,   // a round lid with a ring of bolts
     Bolts,   // a row of `detail` bolts along the longer side
     Groove,  // a channel
     Rail,    // a raised tube
@@ -27,6 +26,7 @@ enum class Part {
     Hazard,  // slanting stripes of paint
     Paint,   // a flat field of colour, warm where `detail` is 1
     Chip,    // a dab of one of the `chips`, by number in `detail`
+    Panes,   // a dark band with `detail` lit windows
 };
 
 using enum Part;
@@ -70,7 +70,10 @@ Rgba deepSteel(float tone) {
 
 // Clear colours for what glows by itself: white, rose, violet, blue, none.
 const Rgba chips[] = {opaque(1, 1, 1), opaque(1, 0.2f, 0.3f), opaque(0.6f, 0.06f, 1), opaque(0.05f, 0.3f, 1),
-                      opaque(0, 0, 0)};
+                      opaque(0, 0, 0),
+                      // The heap's lacquers: ivory, jade in shade and in light, crimson.
+                      opaque(0.41f, 0.385f, 0.33f), opaque(0.012f, 0.15f, 0.114f),
+                      opaque(0.02f, 0.25f, 0.19f), opaque(0.42f, 0.04f, 0.03f)};
 
 using Metal = Rgba (*)(float tone);
 
@@ -93,17 +96,6 @@ void stampBolts(Relief& relief, const Row& row, Point middle, Point half) {
         const float k = count > 1 ? 2.0f * i / (count - 1) - 1 : 0;
         stampBolt(relief, middle + (lying ? Point{k * half.x, 0} : Point{0, k * half.y}), 5);
     }
-}
-
-void stampHatch(Relief& relief, Metal metal, const Row& row, Point middle, Point half) {
-    const float radius = half.x;
-    const Extent extent = {middle, {radius + 4, radius + 4}};
-    tint(relief, extent, metal(row.tone), 1, [&](Point p) { return circle(p, {}, radius); });
-    raise(relief, extent, -5, 4, [&](Point p) { return circle(p, {}, radius); });
-    raise(relief, extent, 7, 5, [&](Point p) { return circle(p, {}, radius - 9); });
-    raise(relief, extent, -3, 3, [&](Point p) { return std::fabs(circle(p, {}, radius * 0.55f)) - 3; });
-    for (int i = 0; i < 8; i++)
-        stampBolt(relief, middle + turned({radius * 0.74f, 0}, i * 0.78539816f + 0.39f), 4.5f);
 }
 
 void stampVent(Relief& relief, Metal metal, const Row& row, Point middle, Point half) {
@@ -132,6 +124,20 @@ void stampLamp(Relief& relief, const Row& row, Point middle, Point half) {
     });
 }
 
+// No two windows are lit alike.
+void stampPanes(Relief& relief, const Row& row, Point middle, Point half) {
+    const Extent extent = {middle, half};
+    tint(relief, extent, enamel(0.03f), 1, [&](Point p) { return box(p, {}, half); });
+    const Point pane = {half.x / row.detail, half.y};
+    for (int i = 0; i < int(row.detail); i++) {
+        const float strength = 0.45f + 0.55f * std::fabs(std::cos(2.4f * float(i * i + 1)));
+        const Point at = {middle.x - half.x + pane.x * float(2 * i + 1), middle.y};
+        shine(relief, {at, pane}, light(1.0f, 0.66f, 0.27f) * strength, 2, [&](Point p) {
+            return box(p, {}, {pane.x * 0.68f, pane.y * 0.72f}, 1);
+        });
+    }
+}
+
 void stamp(Relief& relief, Metal metal, const Row& row) {
     const Point half = {row.width * cell / 2, row.height * cell / 2};
     const Point middle = Point{row.left * cell, row.top * cell} + half;
@@ -151,9 +157,6 @@ void stamp(Relief& relief, Metal metal, const Row& row) {
         }
         case Vent:
             stampVent(relief, metal, row, middle, half);
-            break;
-        case Hatch:
-            stampHatch(relief, metal, row, middle, half);
             break;
         case Bolts:
             stampBolts(relief, row, middle, half);
@@ -184,6 +187,9 @@ void stamp(Relief& relief, Metal metal, const Row& row) {
             break;
         case Chip:
             tint(relief, extent, chips[int(row.detail)], 1, [&](Point p) { return box(p, {}, half); });
+            break;
+        case Panes:
+            stampPanes(relief, row, middle, half);
             break;
     }
 }
@@ -218,7 +224,6 @@ const std::vector<Row> hullRows = {
     {Inset, 0.6, 8, 1.8, 2.2, 0.06},
     {Inset, 0.5, 12, 2, 3.2, 0.28},
     {Inset, 11.5, 4.4, 1.1, 2.2, 0.2},
-    {Hatch, 13.4, 5.1, 2.2, 2.2, 0.27},
     {Vent, 0.8, 3.1, 3, 1, 0.06, 5},
     {Vent, 3.5, 12.8, 3, 2.4, 0.06, 6},
     {Groove, 0.5, 6, 2, 0.12},
@@ -247,6 +252,17 @@ const std::vector<Row> hullRows = {
     {Groove, 12.6, 9.1, 0.1, 6.8},
     {Paint, 13.6, 13.3, 0.5, 2.6, 0, 1},
     {Paint, 14.3, 13.3, 0.16, 2.6, 0, 1},
+    // The heap's lacquers, the soffit's in five coffers, and its windows.
+    {Chip, 13.1, 3.1, 2.8, 1.5, 0, 5},
+    {Chip, 13.1, 4.7, 2.8, 1.3, 0, 6},
+    {Chip, 13.26, 4.9, 0.4, 0.9, 0, 7},
+    {Chip, 13.78, 4.9, 0.4, 0.9, 0, 7},
+    {Chip, 14.3, 4.9, 0.4, 0.9, 0, 7},
+    {Chip, 14.82, 4.9, 0.4, 0.9, 0, 7},
+    {Chip, 15.34, 4.9, 0.4, 0.9, 0, 7},
+    {Chip, 13.1, 6.1, 2.8, 1.3, 0, 8},
+    {Panes, 13.1, 7.6, 2.8, 0.36, 0, 8},
+    {Panes, 13.1, 8.2, 2.8, 0.24, 0, 4},
 };
 const std::vector<Sign> hullSigns = {
     {"Valo", 7.25, 6, 0.86, 0.16}, {"7", 11.35, 8.4, 1.2, 0.2},    {"juova", 7.28, 7, 0.5, 0.16},
