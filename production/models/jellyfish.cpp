@@ -27,15 +27,15 @@ Vec onBell(double turn, double k) {
     return {radius * std::cos(turn), rimHeight + 14 + 50 * std::cos(angle) - lobe, radius * std::sin(turn)};
 }
 
-// Petals that leave slits between them from the shoulder down: for the light from within, and for the tunnel
-// as seen through the near figure.
+// Petals about an opening, with slits between them: for the light from within, and for the tunnel, which is
+// seen through the near figure.
 Shape bell() {
     constexpr int across = 5, rows = 14;
     std::vector<Shape> all;
     for (int i = 0; i < lobes; i++)
         all.push_back(grid(across, rows, false, false, [&](int c, int r) {
-            const double k = 1 - double(r) / (rows - 1), aside = 2.0 * c / (across - 1) - 1;
-            const double slit = 0.6 * smoothStep(0.25, 0.55, k) * mix(1, 0.5, smoothStep(0.8, 1, k));
+            const double k = mix(1, 0.07, double(r) / (rows - 1)), aside = 2.0 * c / (across - 1) - 1;
+            const double slit = 0.55 * smoothStep(0.08, 0.5, k) + 0.3 * smoothStep(0.6, 1, k);
             return onBell(-2 * pi * (i + 0.5 * aside * (1 - slit)) / lobes, k);
         }));
     return joined(all);
@@ -63,9 +63,14 @@ Shape rimCord() {
 Shape heart() {
     const auto path = [](double k) {
         const double a = 2 * pi * k;
-        return Vec{12 + 8 * std::cos(a), rimHeight + 26 + 4 * std::cos(a), 9 * std::sin(a)};
+        return Vec{9 + 6 * std::cos(a), rimHeight + 24 + 4 * std::cos(a), 6 * std::sin(a)};
     };
     return around(tube(14, path, [](double) { return 2.6; }), 4, Axis::y);
+}
+
+// In their midst.
+Shape core() {
+    return placed(icosphere(7, 1), {0, rimHeight + 26, 0}, {0, 1, 0});
 }
 
 // From the rim, on the side of `around`: spreading a little, and waving like its neighbours.
@@ -96,7 +101,7 @@ Shape arm() {
         const double half = 6 * std::pow(1 - k, 0.55) * smoothStep(-0.25, 0.2, k) + 0.6;
         const double frill = 3 * x * x * x * std::sin(k * 22 + (x > 0 ? 0 : 2));
         return out * (radius + frill + 0.25 * half * x * x) + aside * (half * x) +
-               Vec{0, rimHeight + 32 - 112 * k, 0};
+               Vec{0, rimHeight + 14 - 92 * k, 0};
     });
 }
 
@@ -112,11 +117,13 @@ Shape litFromBelow(const Shape& shape, double share) {
 
 }  // namespace
 
-// The glow of the far figure makes light of what is coloured, and leaves what isn't as ink before it: white
-// within, blue about the bell, rose and violet below. Without green the tentacles' ends turn to violet.
+// The glow of the far figure makes light of what is coloured and leaves the figure as ink before it, so each
+// part has one clear colour. Off the beat they stay apart: cyan within, blue about the bell, rose and violet
+// below. On it each spreads, and where all three meet the heart is white.
 void makeJellyfish(const char* path) {
-    writeAml(path,
-             {painted(upright(bell()), hull::blue), painted(upright(rimCord()), hull::blue),
-              painted(litFromBelow(heart(), 0.9), hull::white), painted(upright(tentacles()), hull::violet),
-              painted(upright(around(arm(), 4, Axis::y)), hull::rose)});
+    writeAml(path, {painted(litFromBelow(bell(), 0.9), hull::blue), painted(upright(rimCord()), hull::blue),
+                    painted(litFromBelow(heart(), 0.9), hull::cyan),
+                    painted(litFromBelow(core(), 0.9), hull::white),
+                    painted(litFromBelow(tentacles(), 0.3), hull::violet),
+                    painted(upright(around(arm(), 4, Axis::y)), hull::rose)});
 }

@@ -68,9 +68,9 @@ Rgba deepSteel(float tone) {
     return steel(tone) * mix(0.60f, 0.80f, tone);
 }
 
-// Clear colours for what glows by itself: white, rose, violet, blue, none.
-const Rgba chips[] = {opaque(1, 1, 1), opaque(1, 0.2f, 0.3f), opaque(0.6f, 0.06f, 1), opaque(0.05f, 0.3f, 1),
-                      opaque(0, 0, 0),
+// Clear colours for what glows by itself: cyan, rose, violet, blue and white.
+const Rgba chips[] = {opaque(0, 0.9f, 0.9f), opaque(1, 0, 0.2f), opaque(0.45f, 0, 0.6f), opaque(0, 0, 1),
+                      opaque(1, 1, 1),
                       // The heap's lacquers: ivory, jade in shade and in light, crimson.
                       opaque(0.41f, 0.385f, 0.33f), opaque(0.012f, 0.15f, 0.114f),
                       opaque(0.02f, 0.25f, 0.19f), opaque(0.42f, 0.04f, 0.03f)};

@@ -15,10 +15,9 @@ constexpr float unitsPerRepeat = 500;
 constexpr float rhythm[] = {67, 18, 14};
 constexpr float gap = 26 / 3.0f;
 
-// The far figure's glow makes nearly two hundred of one: so little is let through that the halo is
-// half-tones, and of each colour another share, so that each dies away at another place: white by the heart,
-// then cyan, then blue. What rounds to none of 255 stays none.
-const Rgba tint = opaque(0.0235f, 0.048f, 0.105f);
+// The far figure's glow makes nearly two hundred of one: so little is let through that its halo is
+// half-tones. The less of a colour there is, the nearer to its source it dies away: red first, blue last.
+const Rgba tint = opaque(0.027f, 0.052f, 0.135f);
 
 // The halo shines through the figure as through jelly, the most at a stripe's edges. Kept clear of one half,
 // where all is cut away.
