@@ -13,6 +13,7 @@
 #include "production/models/figures.h"
 #include "production/models/hall.h"
 #include "production/models/models.h"
+#include "production/models/spots.h"
 
 using namespace model;
 using namespace hall;
@@ -53,20 +54,64 @@ struct Terrace {
 constexpr Terrace terraces[] = {{204, 0, 4}, {164, 4, 4}, {124, 8, 4}, {84, 12, 5}, {46, 17, 6}};
 constexpr int stageSides = 80;
 
+// Polished rings. Lit ones seem to fall towards the middle, so that what a viewer sees before his feet too
+// throws back the glow beyond; between them lie dark ones, which all but throw back what is above him.
 Shape stageFloor() {
+    constexpr struct {
+        double to, fall;  // part of the terrace's breadth, slope
+    } rings[] = {{0.20, 0.46}, {0.52, 0.04}, {0.76, 0.34}, {1.0, 0.04}};
     std::vector<Shape> parts;
     for (size_t i = 0; i < std::size(terraces); i++) {
         const auto [radius, foot, height] = terraces[i];
-        const double inner = i + 1 < std::size(terraces) ? terraces[i + 1].radius : 0;
-        Outline ring;
-        for (int k = 0; k <= 4; k++) ring.push_back({mix(radius - 2.4, inner, k / 4.0), foot + height});
-        parts.push_back(lathe(ring, 2 * stageSides));
+        const double outer = radius - 2.4, inner = i + 1 < std::size(terraces) ? terraces[i + 1].radius : 0;
+        double from = outer;
+        for (const auto& ring : rings) {
+            const double to = mix(outer, inner, ring.to), fall = ring.fall;
+            parts.push_back(
+                shaded(lathe({{from, foot + height}, {to, foot + height}}, 2 * stageSides), [=](Vec p, Vec) {
+                    return up - normalized(Vec{p.x, 0, p.z}) * fall;
+                }));
+            from = to;
+        }
     }
-    // It seems to fall towards the middle, so that what a viewer sees before his feet too throws back the
-    // glow beyond, not the dark above him.
-    return shaded(joined(parts), [](Vec p, Vec) {
-        return up - Vec{p.x, 0, p.z} * (0.2 / terraces[0].radius);
-    });
+    return joined(parts);
+}
+
+// A strip of the floor that leans, as light sees it, by `lean` (horizontal; 1 is half-way to lying on its
+// side).
+Shape inlay(Vec middle, Vec right, Vec away, Vec lean) {
+    Shape shape;
+    shape.points = {middle - right - away, middle + right - away, middle + right + away,
+                    middle - right + away};
+    addFace(shape, {0, 1, 2, 3});
+    return shaded(shape, [=](Vec, Vec) { return up + lean; });
+}
+
+// The stage's drawing, let into the floor: the face of a clock with its sixty strokes, and in it the paths of
+// what circles, all of short strips of light. What leans away from the viewer throws back the warm glow low
+// beyond it: strips lean in turn to all sides, so that wherever he stands one of four is lit, and the light
+// runs round as he moves.
+Shape inlays() {
+    constexpr double lean = 0.66, over = 0.2;
+    std::vector<Shape> parts;
+    const auto strip = [&](double turn, double radius, double top, double along, double out, double towards) {
+        parts.push_back(inlay(onRing(turn, radius, top + over), onRing(turn - pi / 2, along, 0),
+                              onRing(turn + pi, out, 0), onRing(turn + towards, lean, 0)));
+    };
+    for (int i = 0; i < 60; i++) {
+        const double turn = pillarTurn + 2 * pi * i / 60, half = i % 5 == 0 ? 7 : 3;
+        for (const double side : {-1.0, 1.0})
+            strip(turn + side * 0.0035, 198 - half, 4, 0.7, half, side < 0 ? pi : 0);
+    }
+    constexpr struct {
+        double radius, top;
+        int strips;
+    } paths[] = {{174, 4, 160}, {148, 8, 132}, {104, 12, 96}, {66, 17, 60}};
+    for (const auto& [radius, top, strips] : paths)
+        for (int i = 0; i < strips; i++)
+            strip(2 * pi * (i + 0.5) / strips, radius, top, pi * radius / strips * 0.94, 0.8,
+                  pi / 2 * (i % 4));
+    return joined(parts);
 }
 
 Shape risers() {
@@ -253,15 +298,17 @@ Shape probeLamps() {
 }  // namespace
 
 void makeStage(const char* path) {
-    const Shape middle = joined({stageFloor(), risers(), edgeLights(), around(projector(), sources, Axis::y),
-                                 around(stud(), sources, Axis::y), ballCore()});
+    const Shape middle =
+        joined({stageFloor(), inlays(), risers(), edgeLights(), around(projector(), sources, Axis::y),
+                around(stud(), sources, Axis::y), ballCore()});
     const Shape pillars = atTurn(around(pillar(), 8, Axis::y), pillarTurn + pi / 8);
     const Shape metal = welded(joined({figures::robotBody(), figures::robotArms()}), 0.6);
     const Shape colossus = onlyAbove(asColossus(metal), -2);
     const Shape itsGlass = darkGlass(asColossus(figures::robotScreen()), colossusTurn);
     const Shape itsLights =
         warmFrom(joined({asColossus(figures::robotTrim()), asColossus(face())}), colossusTurn);
-    const Shape streaks = joined({comet::tracks(), comet::litInPassing(asColossus(litFace()))});
+    const Shape streaks =
+        joined({comet::tracks(), comet::litInPassing(asColossus(litFace())), spots::onWall()});
     writeAml(path, {dark(middle), dark(streaks), dark(joined({pillars, ledges()})), dark(colossus),
                     dark(joined({itsGlass, itsLights})), dark(joined({hungShip(), sunDisc()})),
                     dark(boxPillar()), dark(probeLamps())});

@@ -163,8 +163,10 @@ void makeStudio(const char* path) {
                               smoothstep(-0.25f, 0.25f, towards.y));
         const float beyond = smoothstep(-0.48f, -0.78f, towards.z);
         const float aside = towards.x / (std::hypot(towards.x, towards.y) + 1e-4f);
-        // Weaker upwards: on the stage's floor they are pools about the ball, which pale towards its edge.
-        const float pool = mix(1.0f, 0.46f, smoothstep(0.0f, 0.38f, towards.y));
+        // Weaker up and down: on the rings of the stage's floor they are pools about the ball, which pale
+        // towards its edge.
+        const float pool = towards.y > 0 ? mix(1.0f, 0.46f, smoothstep(0.0f, 0.38f, towards.y))
+                                         : mix(1.0f, 0.40f, smoothstep(0.0f, -0.15f, towards.y));
         const Rgba left = light(0.05f, 0.21f, 0.45f) * (pool * smoothstep(-0.35f, -0.9f, aside));
         const Rgba right = light(0.45f, 0.19f, 0.045f) * (pool * smoothstep(0.35f, 0.9f, aside));
         const float ring = bell(towards.y - 0.26f, 0.010f) + 0.5f * bell(towards.y - 0.42f, 0.008f);

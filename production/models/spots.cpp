@@ -1,0 +1,93 @@
+#include "production/models/spots.h"
+
+#include <cmath>
+#include <vector>
+
+#include "production/comet_place.h"
+#include "production/models/hall.h"
+#include "production/models/viewer.h"
+
+using namespace model;
+
+namespace {
+
+constexpr double orbit = 2 * pi / 0.4;                // seconds that the viewer takes round the ball
+constexpr double firstRound = 157.08;                 // seconds: when he stands at turn 0
+constexpr double halfAzimuth = 9, halfElevation = 5;  // degrees of the picture that a spot shows
+
+// When the viewer stands at a turn, in his first round of those on the ellipse.
+double timeAt(double turn) {
+    const double rounds = turn / (2 * pi);
+    return firstRound + (rounds - std::floor(rounds)) * orbit;
+}
+
+// A disc before the wall, unless it would have to look into it to show the comet then.
+void addSpot(Shape& spots, double turn, double height, double time) {
+    constexpr double gap = 8, half = 11;  // from the wall; of its size
+    constexpr int corners = 8;
+    const Vec front = hall::onRing(turn + pi, 1, 0);
+    const Vec place = hall::onRing(turn, hall::wallRadius - gap, height),
+              right = hall::onRing(turn + pi / 2, half, 0), up = {0, half, 0};
+    const viewer::View view = viewer::at(time);
+    Face face;
+    std::vector<Vec> rim;
+    bool seen = true;
+    for (int i = 0; i < corners; i++) {
+        const double along = 2 * pi * i / corners, c = std::cos(along), s = std::sin(along);
+        const Vec corner = place + right * c + up * s;
+        rim.push_back(corner);
+        face.points.push_back(int(spots.points.size()) + i);
+        face.uvs.push_back({});
+        face.normals.push_back(viewer::facing(
+            view, corner,
+            viewer::direction(comet::azimuth + halfAzimuth * c, comet::elevation + halfElevation * s)));
+        seen &= dot(face.normals.back(), front) > 0.01;
+    }
+    if (!seen) return;
+    spots.points.insert(spots.points.end(), rim.begin(), rim.end());
+    spots.faces.push_back(face);
+}
+
+// How far neighbour `column` of row `row` lies in its group's turn: 0..1, falling along the row.
+double turnInGroup(int column, int row, int group) {
+    const double place = (column % group + 0.618 * row) / group;
+    return 1 - (place - std::floor(place));
+}
+
+// The pictures on the wall are bright enough of themselves where these lie.
+bool overPicture(double turn, double height) {
+    struct Bright {
+        double turn, half, low, high;
+    };
+    constexpr Bright pictures[] = {{hall::pillarTurn, 0.72, 20, 480},
+                                   {hall::shipTurn, 0.66, 40, 560},
+                                   {hall::probesTurn, 0.62, 0, 240},
+                                   {hall::colossusTurn, 0.62, 100, 560}};
+    for (const Bright& picture : pictures)
+        if (std::abs(std::remainder(turn - picture.turn, 2 * pi)) < picture.half && height > picture.low &&
+            height < picture.high)
+            return true;
+    return false;
+}
+
+}  // namespace
+
+namespace spots {
+
+Shape onWall() {
+    constexpr int columns = 48, group = 8;
+    constexpr double heights[] = {70, 130, 195, 265, 340, 420};
+    Shape spots;
+    for (int row = 0; row < int(std::size(heights)); row++) {
+        for (int column = 0; column < columns; column++) {
+            const double turn = 2 * pi * (column + 0.5 * (row % 2)) / columns;
+            if (overPicture(turn, heights[row])) continue;
+            const double middle = 2 * pi * (column / group + 0.5) * group / columns;
+            const double time = timeAt(middle + pi) - 2.0 + 2.6 * turnInGroup(column, row, group);
+            addSpot(spots, turn, heights[row], time);
+        }
+    }
+    return spots;
+}
+
+}  // namespace spots

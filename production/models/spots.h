@@ -1,0 +1,12 @@
+// The spots of light that the mirror ball throws on the hall's wall.
+#pragma once
+
+#include "production/kit/model/shape.h"
+
+namespace spots {
+
+// Small discs, each shaded so that it shows the viewer the comet's head at a moment of its own, and then what
+// trails behind it: neighbours come one after the other, against the camera's way round.
+model::Shape onWall();
+
+}  // namespace spots
