@@ -36,12 +36,12 @@ void main() {
     if (time > 0.0 && struck == 0.0) {
         across = vec2(0.94, 0.34), along = vec2(-0.34, 0.94), reach = 0.26;
         float side = dot(ray, across) + 0.07 * sin(5.0 * dot(ray, along));
-        float beyond = (abs(side) - 0.19) / 0.15;
+        float beyond = (abs(side) - 0.22) / 0.15;
         blade = beyond < 0.0 ? 0.0 : sign(side) * (1.0 + floor(beyond));
-        toEdge = beyond < 0.0 ? side / 0.19 : sign(side) * (2.0 * fract(beyond) - 1.0);
-        toBorder = (1.0 - abs(toEdge)) * (beyond < 0.0 ? 0.19 : 0.075);
+        toEdge = beyond < 0.0 ? side / 0.22 : sign(side) * (2.0 * fract(beyond) - 1.0);
+        toBorder = (1.0 - abs(toEdge)) * (beyond < 0.0 ? 0.22 : 0.075);
     } else {
-        float hub = 0.24;
+        float hub = 0.27;
         float beyond = radius - hub;
         if (beyond < 0.0) {
             across = outward, blade = 0.0, toEdge = radius / hub, toBorder = -beyond;
@@ -102,7 +102,9 @@ void main() {
     color *= 1.0 + broken * (shade * (shade > 0.0 ? dark : 1.0) + (blade == 0.0 ? 0.0 : 1.2) * dark * dark);
     color.g *= 1.0 - 0.3 * broken * white * white * white;
     float caught = max(edge, 0.0), sheen = max(round + 0.35, 0.0);
-    color += broken * (0.55 * caught * caught + 0.16 * sheen * sheen) * light * (1.0 - min(color, 1.0));
+    float patch = 0.5 + 0.5 * sin(7.0 * dot(ray, vec2(0.45, 0.9)) + 2.4 * blade);  // no blade is lit alike all along
+    sheen *= blade == 0.0 ? 0.4 : sheen * (0.3 + patch);
+    color += broken * (0.55 * caught * caught + 0.28 * sheen) * light * (1.0 - min(color, 1.0));
     float border = 1.0 - smoothstep(0.0, 2.0 * margin.y, min(toBorder, toPane));
     color = mix(color, light * (0.35 + 0.45 * abs(facing)), broken * border);
     gl_FragColor = vec4(color, 1.0) * gl_Color;
