@@ -78,10 +78,10 @@ Shape figures::heapBox() {
 }
 
 void makeHeapBox(const char* path) {
-    constexpr double lamps = 1.3, lacquer = 0.4;
+    constexpr double lamps = 1.8, lacquer = 0.4;
     // A breath of a curve, so that a light crosses a wall instead of filling it at once.
     const Shape walls = shaded(ofSoffit(beam(), false), [](Vec p, Vec normal) {
-        return normal.y > 0.5 ? normal : normal + Vec{0.25 * p.x / 55, -0.2, 0.25 * p.z / 22};
+        return normal.y > 0.5 ? normal : normal + Vec{0.6 * p.x / 55, -0.2, 0.25 * p.z / 22};
     });
     const Shape soffit = shaded(ofSoffit(beam(), true), [](Vec p, Vec normal) {
         return normal + Vec{0.3 * p.x / 55, 0, 0.2 * p.z / 22};
