@@ -13,6 +13,9 @@ namespace {
 
 constexpr Vec upInTumble = {0.117, 0.746, 0.656};
 
+// From a tentacle's end up to the rim.
+constexpr Patch violetToIndigo = {hull::violet, hull::indigo};
+
 constexpr int lobes = 12;  // of the bell's rim
 constexpr double rim = 50, rimHeight = 12;
 const double rimAngle = degrees(106);  // from the top: the rim turns in
@@ -59,18 +62,14 @@ Shape rimCord() {
         lobes * 4, [](double k) { return onBell(2 * pi * k, 1); }, [](double) { return 1.7; });
 }
 
-// What shines within: four rings about the axis, as a moon jelly has them.
+// What shines within: four rings, as a moon jelly has them, about a ball.
 Shape heart() {
     const auto path = [](double k) {
         const double a = 2 * pi * k;
         return Vec{9 + 6 * std::cos(a), rimHeight + 24 + 4 * std::cos(a), 6 * std::sin(a)};
     };
-    return around(tube(14, path, [](double) { return 2.6; }), 4, Axis::y);
-}
-
-// In their midst.
-Shape core() {
-    return placed(icosphere(7, 1), {0, rimHeight + 26, 0}, {0, 1, 0});
+    const Shape ring = tube(14, path, [](double) { return 2.6; });
+    return joined({around(ring, 4, Axis::y), placed(icosphere(7, 1), {0, rimHeight + 26, 0}, {0, 1, 0})});
 }
 
 // From the rim, on the side of `around`: spreading a little, and waving like its neighbours.
@@ -101,7 +100,7 @@ Shape arm() {
         const double half = 6 * std::pow(1 - k, 0.55) * smoothStep(-0.25, 0.2, k) + 0.6;
         const double frill = 3 * x * x * x * std::sin(k * 22 + (x > 0 ? 0 : 2));
         return out * (radius + frill + 0.25 * half * x * x) + aside * (half * x) +
-               Vec{0, rimHeight + 14 - 92 * k, 0};
+               Vec{0, rimHeight + 4 - 82 * k, 0};
     });
 }
 
@@ -110,7 +109,8 @@ Shape upright(const Shape& shape) {
 }
 
 // The scene's light, left by the ship's last view, comes from far below: what is to catch it faces down by
-// `share` more than it does.
+// `share` more than it does. Not for what is large: turned like this, a surface throws back more of what is
+// around it, which is of all colours.
 Shape litFromBelow(const Shape& shape, double share) {
     return shaded(upright(shape), [&](Vec, Vec normal) { return normal - upInTumble * share; });
 }
@@ -119,11 +119,10 @@ Shape litFromBelow(const Shape& shape, double share) {
 
 // The glow of the far figure makes light of what is coloured and leaves the figure as ink before it, so each
 // part has one clear colour. Off the beat they stay apart: cyan within, blue about the bell, rose and violet
-// below. On it each spreads, and where all three meet the heart is white.
+// below. On it each spreads, and where all three meet the figure is white.
 void makeJellyfish(const char* path) {
-    writeAml(path, {painted(litFromBelow(bell(), 0.9), hull::blue), painted(upright(rimCord()), hull::blue),
-                    painted(litFromBelow(heart(), 0.9), hull::cyan),
-                    painted(litFromBelow(core(), 0.9), hull::white),
-                    painted(litFromBelow(tentacles(), 0.3), hull::violet),
-                    painted(upright(around(arm(), 4, Axis::y)), hull::rose)});
+    writeAml(path,
+             {painted(upright(bell()), hull::blue), painted(upright(rimCord()), hull::blue),
+              painted(litFromBelow(heart(), 0.9), hull::cyan), painted(upright(tentacles()), violetToIndigo),
+              painted(litFromBelow(around(arm(), 4, Axis::y), 0.7), hull::rose)});
 }

@@ -68,9 +68,9 @@ Rgba deepSteel(float tone) {
     return steel(tone) * mix(0.60f, 0.80f, tone);
 }
 
-// Clear colours for what glows by itself: cyan, rose, violet, blue and white.
-const Rgba chips[] = {opaque(0, 0.9f, 0.9f), opaque(1, 0, 0.2f), opaque(0.45f, 0, 0.6f), opaque(0, 0, 1),
-                      opaque(1, 1, 1),
+// Clear colours for what glows by itself: cyan, rose, violet, indigo and blue.
+const Rgba chips[] = {opaque(0, 0.9f, 0.9f), opaque(1, 0, 0.2f), opaque(0.6f, 0, 0.6f), opaque(0.1f, 0, 0.5f),
+                      opaque(0, 0, 1),
                       // The heap's lacquers: ivory, jade in shade and in light, crimson.
                       opaque(0.41f, 0.385f, 0.33f), opaque(0.012f, 0.15f, 0.114f),
                       opaque(0.02f, 0.25f, 0.19f), opaque(0.42f, 0.04f, 0.03f)};
@@ -239,7 +239,7 @@ const std::vector<Row> hullRows = {
     {Chip, 0.80, 8.98, 0.2, 0.2, 0, 0},
     {Chip, 1.10, 8.98, 0.2, 0.2, 0, 1},
     {Chip, 1.40, 8.98, 0.2, 0.2, 0, 2},
-    {Chip, 1.70, 8.98, 0.2, 0.2, 0, 3},
+    {Chip, 1.60, 8.98, 0.2, 0.2, 0, 3},
     {Chip, 2.00, 8.98, 0.2, 0.2, 0, 4},
     {Bolts, 0.7, 0.6, 4.2, 0.01, 0, 6},
     {Bolts, 10.5, 2.6, 5, 0.01, 0, 7},

@@ -17,7 +17,7 @@ constexpr float gap = 26 / 3.0f;
 
 // The far figure's glow makes nearly two hundred of one: so little is let through that its halo is
 // half-tones. The less of a colour there is, the nearer to its source it dies away: red first, blue last.
-const Rgba tint = opaque(0.027f, 0.052f, 0.135f);
+const Rgba tint = opaque(0.034f, 0.068f, 0.135f);
 
 // The halo shines through the figure as through jelly, the most at a stripe's edges. Kept clear of one half,
 // where all is cut away.
