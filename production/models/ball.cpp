@@ -60,12 +60,14 @@ struct Moment {
     }
 };
 
+// Radians that the program turns the ball about either axis in a second of the music.
+constexpr double turnY = 0.21, turnX = 0.28;
 constexpr double firstMoment = 139, lastMoment = 192.8, momentStep = 0.1;  // seconds
 
 std::vector<Moment> moments() {
     std::vector<Moment> all;
     for (double time = firstMoment; time < lastMoment; time += momentStep)
-        all.push_back({viewer::at(time), 0.21 * time, 0.28 * time});
+        all.push_back({viewer::at(time), turnY * time, turnX * time});
     return all;
 }
 

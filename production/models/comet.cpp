@@ -59,11 +59,11 @@ const std::vector<Stage> overTheNight = {{186.45, 110, 320, 1.0},
                                          {188.3, 186, 540, 1.0},
                                          {189.1, 218, 510, 0.8},
                                          {189.6, 234, 470, 0.0}};
-const std::vector<Stage> intoTheHand = {{192.10, 236, 350, 0.0},
-                                        {192.22, 252, 435, 0.8},
-                                        {192.36, 268, 480, 1.0},
-                                        {192.48, 282, 440, 1.0},
-                                        {192.60, 292, 390, 1.0}};
+const std::vector<Stage> intoTheHand = {{192.10, 236, 305, 0.0},
+                                        {192.22, 252, 380, 0.8},
+                                        {192.36, 268, 420, 1.0},
+                                        {192.48, 281, 380, 1.0},
+                                        {192.60, 289.5, 334, 1.0}};
 constexpr double faceTime = 192.36;
 
 }  // namespace
@@ -74,8 +74,8 @@ Shape tracks() {
     return joined({track(overTheNight, 1), track(intoTheHand, 0.4)});
 }
 
-Shape litInPassing(const Shape& shape) {
-    return shaded(shape, [](Vec p, Vec) { return showingAt(faceTime, p, -0.02); });
+Shape litInPassing(const Shape& shape, double after) {
+    return shaded(shape, [=](Vec p, Vec) { return showingAt(faceTime + after, p, -0.02); });
 }
 
 }  // namespace comet

@@ -9,8 +9,8 @@ namespace comet {
 // into its hand.
 model::Shape tracks();
 
-// Shades what stands in the hall so that the comet seems to shine from it while the viewer passes the
-// colossus: dark before, and fading for a second after.
-model::Shape litInPassing(const model::Shape& shape);
+// Shades what stands in the hall so that the comet seems to shine from it from the time that it reaches the
+// colossus' hand, or so many seconds after that: dark before, and fading for two seconds.
+model::Shape litInPassing(const model::Shape& shape, double after);
 
 }  // namespace comet

@@ -62,7 +62,7 @@ bool overPicture(double turn, double height) {
     constexpr Bright pictures[] = {{hall::pillarTurn, 0.72, 20, 480},
                                    {hall::shipTurn, 0.66, 40, 560},
                                    {hall::probesTurn, 0.62, 0, 240},
-                                   {hall::colossusTurn, 0.62, 100, 560}};
+                                   {hall::colossusTurn, 0.85, 60, 560}};
     for (const Bright& picture : pictures)
         if (std::abs(std::remainder(turn - picture.turn, 2 * pi)) < picture.half && height > picture.low &&
             height < picture.high)

@@ -52,7 +52,7 @@ struct Terrace {
     double radius, foot, height;
 };
 constexpr Terrace terraces[] = {{204, 0, 4}, {164, 4, 4}, {124, 8, 4}, {84, 12, 5}, {46, 17, 6}};
-constexpr int stageSides = 80;
+constexpr int stageSides = 80, floorSides = 120;
 
 // Polished rings. Lit ones seem to fall towards the middle, so that what a viewer sees before his feet too
 // throws back the glow beyond; between them lie dark ones, which all but throw back what is above him.
@@ -68,7 +68,7 @@ Shape stageFloor() {
         for (const auto& ring : rings) {
             const double to = mix(outer, inner, ring.to), fall = ring.fall;
             parts.push_back(
-                shaded(lathe({{from, foot + height}, {to, foot + height}}, 2 * stageSides), [=](Vec p, Vec) {
+                shaded(lathe({{from, foot + height}, {to, foot + height}}, floorSides), [=](Vec p, Vec) {
                     return up - normalized(Vec{p.x, 0, p.z}) * fall;
                 }));
             from = to;
@@ -153,7 +153,7 @@ Shape stud() {
 // The light within the mirror ball: it seems to lean up towards every side, and so throws back the lamp high
 // over the far side to each viewer, most from its middle.
 Shape ballCore() {
-    return shaded(moved(icosphere(40.2, 4), ballCentre), [](Vec p, Vec) {
+    return shaded(moved(icosphere(40.4, 3), ballCentre), [](Vec p, Vec) {
         return normalized(Vec{p.x, 0, p.z}) * std::cos(degrees(48)) + up * std::sin(degrees(48));
     });
 }
@@ -192,15 +192,15 @@ Shape onlyAbove(const Shape& shape, double y) {
     return kept;
 }
 
-// Glass that shows only who looks at it from across the hall, which is dark.
-Shape darkGlass(const Shape& shape, double turn) {
-    const Vec viewer = onRing(turn + pi, 260, 100);
-    return shaded(shape, [=](Vec p, Vec) { return viewer - p; });
+// Glass behind which a screen glows faintly: it throws back what lies only a little below the horizon.
+Shape dimGlass(const Shape& shape, double turn) {
+    const Vec viewer = onRing(turn + pi, 260, 100), glow = normalized(onRing(turn, 1, -0.10));
+    return shaded(shape, [=](Vec p, Vec) { return glow - normalized(p - viewer); });
 }
 
 // The robot looks along +z in its own model; here it looks at the ball, sunk into the floor to its shins.
-constexpr double colossusSize = 3.2,
-                 colossusFloor = 32;  // the height in the robot's model that the floor cuts
+constexpr double colossusSize = 2.75,
+                 colossusFloor = 31;  // the height in the robot's model that the floor cuts
 constexpr double colossusRadius = 396;
 
 Shape asColossus(const Shape& part) {
@@ -209,7 +209,7 @@ Shape asColossus(const Shape& part) {
                   colossusTurn);
 }
 
-// What its screen shows, before dark glass: the two eyes and the smile. A picture's T runs down, so outlines
+// What its screen shows, on dim glass: the two eyes and the smile. A picture's T runs down, so outlines
 // that run clockwise in it face the viewer.
 constexpr double glassTall = 16.2 / 11.8;  // over which T is stretched
 
@@ -230,33 +230,48 @@ Shape smileOnScreen(double half = 0.032, double height = 0.5) {
     });
 }
 
+constexpr double eyes[] = {0.28, 0.72};
+
+// A smile, and a rim round each eye.
 Shape face() {
     std::vector<Shape> lines = {smileOnScreen()};
-    for (const double s : {0.28, 0.72}) {
-        lines.push_back(eyeOnScreen(s, 0.38, 0.0, 0.125));
-        lines.push_back(eyeOnScreen(s, 0.38, 0.150, 0.174));
-    }
+    for (const double s : eyes) lines.push_back(eyeOnScreen(s, 0.38, 0.140, 0.180));
     return figures::onRobotScreen(joined(lines));
 }
 
-// Pupils and a thin smile over them, for the comet to light.
+// Over them what the comet lights while the viewer passes: first the iris, then the pupil and a thin smile,
+// then a ring round both.
 Shape litFace() {
-    std::vector<Shape> lines = {smileOnScreen(0.025, 0.9)};
-    for (const double s : {0.28, 0.72}) lines.push_back(eyeOnScreen(s, 0.38, 0.0, 0.10, 0.9));
-    return figures::onRobotScreen(joined(lines));
+    const auto ringOnEyes = [](double inner, double outer) {
+        return joined(
+            {eyeOnScreen(eyes[0], 0.38, inner, outer, 0.9), eyeOnScreen(eyes[1], 0.38, inner, outer, 0.9)});
+    };
+    const auto lit = [](const Shape& picture, double after) {
+        return comet::litInPassing(asColossus(figures::onRobotScreen(picture)), after);
+    };
+    return joined({lit(ringOnEyes(0.062, 0.112), -1.2),
+                   lit(joined({ringOnEyes(0.0, 0.062), smileOnScreen(0.020, 0.9)}), 0),
+                   lit(ringOnEyes(0.112, 0.140), 0.9)});
+}
+
+// Painted metal, which catches some of the lamp's glow on each side that leans to it.
+Shape warmed(const Shape& shape, double turn) {
+    const Vec viewer = onRing(turn + pi, 260, 100), glow = normalized(onRing(turn, 0.8, -0.6));
+    return shaded(
+        shape, [=](Vec p, Vec normal) { return normalized(glow - normalized(p - viewer)) + normal * 0.28; });
 }
 
 // Before the sun, its nose sinking.
 Shape hungShip() {
-    const double size = 2.0;
+    const double size = 1.6;
     Shape ship = scaled(welded(figures::ship(), 0.6), {size, size, size});
     ship = turned(turned(ship, Axis::z, degrees(50)), Axis::x, degrees(-14));
-    return atTurn(moved(turned(ship, Axis::y, degrees(14)), {330, 330, 0}), shipTurn);
+    return atTurn(moved(turned(ship, Axis::y, degrees(14)), {330, 285, 0}), shipTurn);
 }
 
 Shape boxPillar() {
-    const double size = 1.4, storey = 20 * size, radius = 382;
-    const int storeys = 20;
+    const double size = 1.3, storey = 20 * size, radius = 382;
+    const int storeys = 15;
     std::vector<Shape> boxes;
     for (int i = 0; i < storeys; i++) {
         const Shape box = scaled(figures::heapBox(), {size, size, size});
@@ -279,7 +294,7 @@ struct HungProbe {
     double radius, height, size, roll;
 };
 constexpr HungProbe hungProbes[] = {
-    {-25, 370, 300, 2.3, 0.4}, {-4, 330, 400, 2.3, -0.2}, {22, 370, 270, 2.3, 0.9}};
+    {-25, 370, 255, 1.9, 0.4}, {-4, 330, 315, 2.0, -0.2}, {22, 370, 225, 1.9, 0.9}};
 
 Shape probeLamps() {
     std::vector<Shape> lamps;
@@ -304,11 +319,10 @@ void makeStage(const char* path) {
     const Shape pillars = atTurn(around(pillar(), 8, Axis::y), pillarTurn + pi / 8);
     const Shape metal = welded(joined({figures::robotBody(), figures::robotArms()}), 0.6);
     const Shape colossus = onlyAbove(asColossus(metal), -2);
-    const Shape itsGlass = darkGlass(asColossus(figures::robotScreen()), colossusTurn);
-    const Shape itsLights =
-        warmFrom(joined({asColossus(figures::robotTrim()), asColossus(face())}), colossusTurn);
-    const Shape streaks =
-        joined({comet::tracks(), comet::litInPassing(asColossus(litFace())), spots::onWall()});
+    const Shape itsGlass = dimGlass(asColossus(figures::robotScreen()), colossusTurn);
+    const Shape itsLights = joined(
+        {warmed(asColossus(figures::robotTrim()), colossusTurn), warmFrom(asColossus(face()), colossusTurn)});
+    const Shape streaks = joined({comet::tracks(), litFace(), spots::onWall()});
     writeAml(path, {dark(middle), dark(streaks), dark(joined({pillars, ledges()})), dark(colossus),
                     dark(joined({itsGlass, itsLights})), dark(joined({hungShip(), sunDisc()})),
                     dark(boxPillar()), dark(probeLamps())});

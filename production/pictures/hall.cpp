@@ -21,8 +21,8 @@ Rgba field(float distance, float softness, Rgba colour) {
 
 // Behind the colossus: a halo at its head.
 Rgba halo(float x, float y) {
-    constexpr float haloHeight = 410;
-    const float r = std::hypot(x, y - haloHeight);
+    constexpr float haloHeight = 354, size = 0.86f;
+    const float r = std::hypot(x, y - haloHeight) / size;
     const float angle = std::atan2(y - haloHeight, x);
     Rgba c = opaque(0.030f, 0.042f, 0.060f) + light(0.08f, 0.12f, 0.16f) * bell(y - haloHeight, 150);
     c = c + field(r - 150, 2, light(0.12f, 0.15f, 0.18f)) + light(0.30f, 0.36f, 0.42f) * std::exp(-r / 60);

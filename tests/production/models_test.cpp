@@ -12,8 +12,10 @@
 #include <vector>
 
 #include "geometry/aml.h"
+#include "geometry/matrix4.h"
 #include "geometry/trace.h"
 #include "production/forge.h"
+#include "production/models/viewer.h"
 #include "script/resources.h"
 #include "tests/scratch.h"
 
@@ -393,6 +395,32 @@ TEST(Models, CopiesLieWithinAFewUnitsOfWhatIsDrawn) {
         if (amongTheHallsMirrors(onTraced.point)) continue;
         EXPECT_NEAR(onDrawn.distance, onTraced.distance, 6);
     }
+}
+
+// As the program turns it, some mirror throws the comet to the viewer in each half second.
+TEST(Models, BallGlittersAllTheTime) {
+    const Model ball("pallero_detail.AML");
+    const auto vec = [](const Vec3& p) { return model::Vec{p.x, p.y, p.z}; };
+    const auto alightAt = [&](double time) {
+        const Matrix4 turn = affineProduct(rotationY(0.21 * time), rotationX(0.28 * time));
+        const viewer::View view = viewer::at(time);
+        int alight = 0;
+        for (const Triangle& triangle : ball.triangles) {
+            const Vec3 centre = triangle.centre(), place = transformDirection(turn, centre) + Vec3{0, 70, 0};
+            const Vec3 normal = transformDirection(turn, triangle.corners[0].normal);
+            if (dot(vec(transformDirection(turn, centre)), view.eye - vec(place)) < 0.2 * 42 * 220) continue;
+            alight += viewer::cometLight(viewer::shown(view, vec(place), vec(normal))) > 0.4;
+        }
+        return alight;
+    };
+    int most = 0;
+    for (double time = 139; time < 184; time += 0.5) {
+        int alight = 0;
+        for (int i = 0; i < 10; i++) alight = std::max(alight, alightAt(time + 0.05 * i));
+        EXPECT_GT(alight, 0) << time;
+        most = std::max(most, alight);
+    }
+    EXPECT_LT(most, int(ball.triangles.size()) / 20);  // a few, not a flood
 }
 
 // The camera's two last orbits of the robot scene lead through the gap between hips and chest.
