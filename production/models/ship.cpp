@@ -100,6 +100,15 @@ Shape tailFin() {
                 {{14, -18.5, 0}, {34, -41.5, 0}, {43.6, -55, 0}});
 }
 
+// What the ship is known by from ahead and from behind: a flat hoop that the wings and fins carry, pale
+// outside, with a line of light along its after edge.
+Shape hoop() {
+    const Shape band = lathe(
+        {{55, -75.4}, {57.4, -76}, {58.6, -80}, {58.6, -84}, {56.2, -84}, {54.8, -77}, {55, -75.4}}, 36);
+    const Shape light = lathe({{56, -85.4}, {58.8, -85.4}, {58.8, -83.6}, {56, -83.6}, {56, -85.4}}, 36);
+    return joined({painted(band, hull::plain), painted(light, hull::coolLamp)});
+}
+
 // A stubby nozzle along +x from the axis, its glowing mouth at `reach`.
 Shape nozzle(double from, double reach, double size) {
     const Outline tube = {{size * 1.25, from},        {size * 1.25, reach - 5.4}, {size * 0.85, reach - 4.6},
@@ -130,7 +139,7 @@ Shape engine() {
     const Outline bell = {{0, -60},      {7, -62},  {11, -70},   {13.5, -78}, {15, -85.6},
                           {14.8, -86.4}, {14, -86}, {11.5, -80}, {9, -72},    {4, -66}};
     const Outline pod = {{2, -60}, {4.2, -66}, {4.6, -80}, {4.2, -84.4}, {3.2, -84}, {2.4, -77}, {0, -76}};
-    const Shape cone = lathe({{0, -82}, {2, -78}, {3, -72}, {0, -70}}, 12);
+    const Shape cone = lathe({{0, -84}, {6, -83}, {11.4, -80}, {11, -78}, {0, -76}}, 16);
     const Shape pods = around(moved(insideOut(lathe(pod, 12)), {18.5, 0, 0}), 6, Axis::y);
     return joined({painted(insideOut(lathe(bell, 24)), hull::orange), painted(cone, hull::warmLamp),
                    painted(turned(pods, Axis::y, pi / 6), hull::plain)});
@@ -142,7 +151,7 @@ Shape figures::ship() {
     const Shape standing = joined({body(), turned(around(wing(), 3, Axis::y), Axis::y, pi / 6),
                                    turned(around(tailFin(), 3, Axis::y), Axis::y, pi / 2),
                                    moved(emitterRing(frontRing, 3.2), {0, emitterZ, 0}),
-                                   moved(emitterRing(rearRing, 4.6), {0, -emitterZ, 0}), engine()});
+                                   moved(emitterRing(rearRing, 4.6), {0, -emitterZ, 0}), hoop(), engine()});
     // From standing to lying: y becomes -z.
     return turned(standing, Axis::x, -pi / 2);
 }

@@ -1,6 +1,6 @@
 // One segment of the tunnel, drawn and traced: a bore of long mirrors, most of them hidden, planks that stand
-// out of the dark between them, and one lit ring. The next segment begins 300 units further towards -z,
-// turned by 0.8 radian.
+// out between them in a frame of rails and hoops, and one lit ring. The next segment begins 300 units further
+// towards -z, turned by 0.8 radian.
 #include <algorithm>
 
 #include "production/kit/model/aml.h"
@@ -13,20 +13,20 @@ using namespace model;
 namespace {
 
 constexpr double halfLength = 150;
-constexpr int columns = 12, split = 2;  // round edges have so many points to each column
+constexpr int columns = 12, split = 3;  // round edges have so many points to each column
 // Each tooth of the bore widens away from the viewer, by as much as throws a beam ahead of the ship: after
 // two or three walls it leaves along the tunnel, and the ship stays free. Nothing hidden may come nearer than
 // 283 to the axis, where the heap's camera would see its back.
-constexpr int teeth = 9;
-constexpr double narrow = 294, wide = 299.9;  // radius of the columns' joints
+constexpr int teeth = 7;
+constexpr double narrow = 293, wide = 299.9;  // radius of the columns' joints
 constexpr double ringRadius = 268, endRadius = 292.5;
 // The round ends are one with the next segment's by turning this much along a segment: what is left of 0.8
 // radian after whole strips.
-constexpr double leftTurn = 0.8 - 3 * 2 * pi / (columns * split);
+constexpr double leftTurn = 0.8 - 5 * 2 * pi / (columns * split);
 
 struct Station {
     double radius, z;
-    bool round;  // or only the columns' joints
+    bool round = false;  // or only the columns' joints
 };
 
 // Columns run backwards round z so that the front faces the axis.
@@ -38,8 +38,14 @@ Vec onBore(double column, const Station& station) {
 // What a tooth shows in a column: nothing where it is hidden.
 bool isPlank(int tooth, int column) {
     if (column % 4 == 3) return true;
-    return (column == 1 && tooth < 4) || (column == 5 && tooth > 4) ||
-           (column == 9 && tooth > 2 && tooth < 7);
+    return (column == 1 && tooth < 3) || (column == 5 && tooth > 3) ||
+           (column == 9 && tooth > 1 && tooth < 5);
+}
+
+// The lit riser behind so many teeth.
+Patch hoop(int tooth) {
+    const double t = mix(walls::rail.low.t, walls::rail.high.t, double(tooth) / teeth);
+    return {{walls::rail.low.s, t}, {walls::rail.high.s, t}};
 }
 
 class Bore {
@@ -65,6 +71,19 @@ public:
             }
             for (int i = 0; i < split; i++) addStrip(column + double(i) / split, low, high, patch);
         }
+    }
+
+    // A strip along a joint, behind the mirrors, where no beam meets it. Its back closes it like all that is
+    // traced.
+    void addRail(int column, const Station& low, const Station& high) {
+        const int first = int(shape.points.size());
+        const double half = 0.024;
+        for (const Vec& p : {onBore(column - half, low), onBore(column + half, low),
+                             onBore(column + half, high), onBore(column - half, high)})
+            shape.points.push_back(p);
+        const auto& [from, to] = walls::rail;
+        addFace(shape, {first, first + 1, first + 2, first + 3}, {from, {to.s, from.t}, to, {from.s, to.t}});
+        addFace(shape, {first, first + 3, first + 2, first + 1}, {from, from, from, from});
     }
 
     Shape shape;
@@ -94,7 +113,7 @@ private:
 }  // namespace
 
 void makeTunnel(const char* path) {
-    Bore bore;
+    Bore bore, frame;
     const double end = -halfLength + 4, begin = halfLength - 24, length = (begin - end) / teeth;
     bore.addAll({endRadius, -halfLength, true}, {wide, end, false}, true, walls::rib);
     for (int tooth = 0; tooth < teeth; tooth++) {
@@ -102,25 +121,28 @@ void makeTunnel(const char* path) {
         const Station from = {wide, low, false}, to = {narrow, high - 2, false}, next = {wide, high, false};
         const auto height = [](double k) { return mix(walls::panel.low.t, walls::panel.high.t, k / teeth); };
         for (int column = 0; column < columns; column++) {
-            const bool hidden = !isPlank(tooth, column);
-            bore.add(column, from, to, hidden,
+            bore.add(column, from, to, !isPlank(tooth, column),
                      {{walls::panel.low.s, height(tooth)}, {walls::panel.high.s, height(tooth + 1)}});
-            bore.add(column, to, next, hidden, walls::rib);
+            frame.add(column, to, next, false, hoop(tooth + 1));
         }
     }
+    for (int column = 0; column < columns; column++) frame.addRail(column, {299.95, end}, {299.95, begin});
     // The ring, before the segment's other end.
-    bore.addAll({wide, begin, false}, {ringRadius + 9, begin + 2, true}, false, walls::rib);
-    bore.addAll({ringRadius + 9, begin + 2, true}, {ringRadius, begin + 5, true}, false, walls::light);
-    bore.addAll({ringRadius, begin + 5, true}, {ringRadius, begin + 10, true}, false, walls::light);
-    bore.addAll({ringRadius, begin + 10, true}, {narrow, begin + 16, false}, false, walls::rib);
-    bore.addAll({narrow, begin + 16, false}, {endRadius, halfLength, true}, true, walls::rib);
+    bore.addAll({wide, begin, false}, {ringRadius + 2, begin + 1, true}, false, walls::rib);
+    bore.addAll({ringRadius + 2, begin + 1, true}, {ringRadius, begin + 11, true}, false, walls::light);
+    bore.addAll({ringRadius, begin + 11, true}, {narrow, begin + 18, false}, false, walls::rib);
+    bore.addAll({narrow, begin + 18, false}, {endRadius, halfLength, true}, true, walls::rib);
 
     // Shaded so that who looks at the ship finds little of what lies beyond a thing thrown back: that is what
     // lights outlines, and would fill the screen.
-    writeAml(path, {shaded(welded(bore.shape), [&](Vec p, Vec normal) {
-                 const bool ring = std::hypot(p.x, p.y) < ringRadius + 10;
-                 const double lean = (normal.z < -0.3 ? (ring ? -100 : -112) : ring ? 62 : 52) * pi / 180;
-                 const Vec inwards = normalized(Vec{-p.x, -p.y, 0});
-                 return inwards * std::cos(lean) + Vec{0, 0, 1} * std::sin(lean);
-             })});
+    const auto leaning = [](Vec p, double degrees) {
+        const double lean = degrees * pi / 180;
+        return normalized(Vec{-p.x, -p.y, 0}) * std::cos(lean) + Vec{0, 0, 1} * std::sin(lean);
+    };
+    const Shape lit = shaded(welded(bore.shape), [&](Vec p, Vec normal) {
+        const bool ring = std::hypot(p.x, p.y) < ringRadius + 10;
+        return leaning(p, normal.z < -0.3 ? (ring ? -100 : -112) : ring ? 62 : 52);
+    });
+    const Shape dim = shaded(welded(frame.shape), [&](Vec p, Vec) { return leaning(p, 70); });
+    writeAml(path, {joined({lit, dim})});
 }

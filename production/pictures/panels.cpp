@@ -299,18 +299,27 @@ void makeHull(const char* path) {
     saveRgb(plated(enamel, hullRows, hullSigns, {0.14f, 0.55f, 0.5f, 900}), path, Rows::TopFirst);
 }
 
-// The tunnel's panel, drawn in to the left half with the light and the black of its rings below it, and the
-// hall's pictures in the right one.
+// The tunnel's frame, along a segment: the light of the rings at both of its ends falls off towards its
+// middle.
+Rgba railAt(float along) {
+    return opaque(0.62f, 0.98f, 1.30f) * mix(0.03f, 0.14f, std::exp(-6 * std::fmin(along, 1 - along)));
+}
+
+// The tunnel's panel and its frame, drawn in to the left half with the light and the black of its rings below
+// them, and the hall's pictures in the right one.
 void makeWalls(const char* path) {
     const Canvas panel = plated(deepSteel, panelRows, {}, {0.10f, 0.10f, 0.4f, 1900});
     Canvas canvas(size, size, grey(0));
     paint(canvas, [&](float x, float y, Rgba) {
-        const int column = int(x) * 2, row = int(y);
-        if (column >= size) return hallPictures(x, y);
+        const int row = int(y);
+        if (x >= size / 2) return hallPictures(x, y);
         if (y > 14.6f * cell)
-            return mix(grey(0.004f), opaque(0.24f, 0.33f, 0.42f),
+            return mix(grey(0.004f), opaque(0.22f, 0.30f, 0.39f),
                        smoothstep(0.36f, 0.30f, std::fabs(y / cell - 15.5f)));
-        return mix(panel.at(column, row), panel.at(column + 1, row), 0.5f);
+        if (x >= 5 * cell) return railAt(y / (14.5f * cell));
+        Rgba seen = {};
+        for (int i = 0; i < 4; i++) seen = seen + panel.at(int(std::floor(x) * 3.2f + 0.8f * i), row) * 0.25f;
+        return seen;
     });
     saveRgb(canvas, path, Rows::TopFirst);
 }

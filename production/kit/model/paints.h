@@ -35,8 +35,9 @@ constexpr Uv cyan = {0.90 / 16, 9.08 / 16}, rose = {1.20 / 16, 9.08 / 16}, viole
 
 namespace walls {
 
-// The tunnel's, in the left half: one panel from joint to joint, the light of its rings and their black ribs.
-constexpr Patch panel = cells(0, 0, 8, 14.5);
+// The tunnel's, in the left half: one lit panel from joint to joint, a rail along a segment, the light of
+// its rings and their black ribs.
+constexpr Patch panel = cells(0.05, 0.05, 4.9, 14.4), rail = cells(6.3, 0.05, 0.5, 14.4);
 constexpr Patch light = cells(0.2, 15.4, 7.6, 0.2), rib = cells(0.2, 14.8, 7.6, 0.2);
 
 // The hall's, in the right half: behind pillar, ship, probes and colossus half of what hangs there, from its
