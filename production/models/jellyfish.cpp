@@ -38,7 +38,7 @@ Shape bell() {
     for (int i = 0; i < lobes; i++)
         all.push_back(grid(across, rows, false, false, [&](int c, int r) {
             const double k = mix(1, 0.07, double(r) / (rows - 1)), aside = 2.0 * c / (across - 1) - 1;
-            const double slit = 0.55 * smoothStep(0.08, 0.5, k) + 0.3 * smoothStep(0.6, 1, k);
+            const double slit = 0.68 * smoothStep(0.08, 0.5, k) + 0.2 * smoothStep(0.6, 1, k);
             return onBell(-2 * pi * (i + 0.5 * aside * (1 - slit)) / lobes, k);
         }));
     return joined(all);
