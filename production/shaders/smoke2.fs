@@ -14,11 +14,20 @@ varying vec2 near;
 
 const float radius = 72.0;
 const vec3 sun = vec3(0.577, 0.577, 0.577);
-const vec3 axis = vec3(0.30, 0.94, -0.16);  // of the ring, of length 1
+const vec3 axis = vec3(-0.30, 0.94, -0.16);  // of the ring, of length 1; the sun stands low over its plane
 
-// How much of the ring there is at a distance from the middle, in radii, but for its gap and its grain.
+// 1 within a distance of 0, with edges so steep.
+float bandAt(float away, float within, float steep) {
+    return clamp((within - abs(away)) * steep, 0.0, 1.0);
+}
+
+// How much of the ring there is at a distance from the middle, in radii, but for its grain: a thin inner band, a
+// dense one, a broad gap, an outer band with a narrow gap, and a thread outside.
 float ringAt(float reach) {
-    return smoothstep(1.26, 1.38, reach) * smoothstep(2.02, 1.97, reach);
+    float inner = 0.38 * bandAt(reach - 1.35, 0.11, 30.0);
+    float dense = bandAt(reach - 1.59, 0.145, 50.0);
+    float outer = 0.85 * (bandAt(reach - 1.915, 0.105, 80.0) - bandAt(reach - 1.945, 0.014, 120.0));
+    return max(inner, dense) + outer + 0.45 * bandAt(reach - 2.075, 0.014, 100.0);
 }
 
 // The ground at a place whose direction from the middle is `up`: bands that storms bend.
@@ -31,7 +40,14 @@ vec3 groundAt(vec3 up) {
 // How much of the sun reaches that place past the ring.
 float daylightAt(vec3 up) {
     float rise = -dot(up, axis) / dot(sun, axis);
-    return smoothstep(-0.10, 0.75, dot(up, sun)) * (1.0 - 0.7 * step(0.0, rise) * ringAt(length(up + sun * rise)));
+    return smoothstep(-0.10, 0.75, dot(up, sun)) * (1.0 - 0.7 * step(0.0, rise) * bandAt(length(up + sun * rise) - 1.59, 0.15, 20.0));
+}
+
+// What glows by itself where it is night: storm cells along the bands.
+vec3 stormsAt(vec3 up) {
+    vec3 cells = texture2D(noise, vec2(up.x + 0.6 * up.z, 1.8 * dot(up, axis)) * 0.5 + 0.3).rgb;
+    float glow = smoothstep(0.30, 0.85, cells.b) * clamp(3.0 * cells.r - 1.2, 0.0, 1.0);
+    return vec3(0.012, 0.014, 0.040) + vec3(0.30, 0.10, 0.030) * glow + vec3(0.30, 0.22, 0.10) * glow * glow * glow;
 }
 
 // Every tenth cell of a grid has a star somewhere in it.
@@ -62,20 +78,22 @@ void main() {
     float day = daylightAt(up);
     float grazing = 1.0 - max(dot(up, -towards), 0.0);
     float rim = grazing * grazing * grazing;
-    light = mix(light, groundAt(up) * day + color.rgb * rim * (rim * 0.35 + 0.7 * day), body);
-    light += vec3(0.10, 0.12, 0.22) * (1.0 - body) * (0.15 + 0.7 * day) / (1.0 + 0.003 * max(-depth, 0.0));
+    vec3 air = color.rgb + vec3(0.06, 0.08, 0.0);
+    vec3 world = groundAt(up) * day + stormsAt(up) * (1.0 - smoothstep(0.0, 0.22, day)) * (1.0 - rim);
+    light = mix(light, world + air * rim * (rim * 0.75 + 0.7 * day), body);
+    light += vec3(0.10, 0.12, 0.22) * (1.0 - body) * (0.35 + 0.6 * day) / (1.0 + 0.003 * max(-depth, 0.0));
 
     // Where it meets the ring's plane, and how far that lies behind the world, for the sun.
     float crosses = -dot(eye, axis) / dot(towards, axis);
     vec3 spot = eye + towards * crosses;
     float reach = length(spot) / radius;
-    float gap = smoothstep(0.0, 0.02, abs(reach - 1.78) - 0.02);
-    float ice = gap * ringAt(reach) * step(0.0, crosses) * (1.0 - body * step(meets, crosses));
+    float ice = ringAt(reach) * step(0.0, crosses) * (1.0 - body * step(meets, crosses));
     float behind = -dot(spot, sun);
     float shadow = step(0.0, behind) * smoothstep(radius + 3.0, radius - 3.0, length(spot + sun * behind));
-    vec3 grain = texture2D(noise, vec2(reach * 2.6, 0.37)).rgb;
-    vec3 dust = mix(vec3(0.09, 0.045, 0.035), vec3(0.33, 0.24, 0.15), smoothstep(0.2, 0.7, grain.g));
-    light = mix(light, dust * (0.3 + 1.1 * grain.b) * (1.0 - 0.95 * shadow), ice * (0.8 + 0.2 * grain.r));
+    vec3 grain = texture2D(noise, vec2(reach * 3.1, 0.37)).rgb;
+    vec3 dust = mix(vec3(0.13, 0.09, 0.11), vec3(0.42, 0.34, 0.25), smoothstep(0.25, 0.75, grain.g));
+    dust = mix(dust, vec3(0.27, 0.31, 0.40), smoothstep(1.78, 1.90, reach));
+    light = mix(light, dust * (0.35 + 0.9 * grain.b) * (1.0 - 0.97 * shadow), min(ice * (0.75 + 0.35 * grain.r), 1.0));
 
     vec2 aside = (place - 0.5) * vec2(1.15, 1.0);
     gl_FragColor = vec4(light * (1.0 - 1.2 * dot(aside, aside)), color.a) * gl_Color;
