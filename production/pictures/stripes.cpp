@@ -19,9 +19,10 @@ constexpr float gap = 26 / 3.0f;
 // half-tones. The less of a colour there is, the nearer to its source it dies away: red first, blue last.
 const Rgba tint = opaque(0.034f, 0.068f, 0.135f);
 
-// The halo shines through the figure as through jelly, the most at a stripe's edges. Kept clear of one half,
-// where all is cut away.
-constexpr float thinnest = 0.51f, thickest = 0.60f, edge = 7;  // of alpha; units of height
+// The halo shines through the figure as through jelly, the most at a stripe's edges, and within it in fine
+// lines, which bend with the surface and so show its form. Kept clear of one half, where all is cut away.
+constexpr float thinnest = 0.51f, thickest = 0.71f;  // of alpha
+constexpr float edge = 7, linePitch = 6;             // units of height
 
 // Of a height in units, to the nearest stripe's edge, negative inside.
 float distanceToStripe(float height) {
@@ -48,7 +49,8 @@ void makeStripes(const char* path) {
         // Without a soft edge: what lets more than half of the halo through would be a bright line.
         const float distance = distanceToStripe(height);
         Rgba color = tint * (distance < 0 ? 1.0f : 0.0f);
-        color.a *= mix(thinnest, thickest, smoothstep(0, edge, -distance));
+        const float line = 0.5f - 0.5f * std::cos(distance / linePitch * 6.2831853f);
+        color.a *= mix(thinnest, thickest, line * smoothstep(0, edge, -distance));
         return color;
     });
     saveRgba(canvas, path, Rows::TopFirst);
