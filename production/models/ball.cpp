@@ -21,7 +21,6 @@ constexpr int level = 2;
 constexpr double glassRadius = 41.5;
 constexpr int rows = 18;
 constexpr double mirrorPart = 0.86;  // of its place that a mirror covers, each way
-constexpr double tilt = 0.07;        // slope of a mirror against its place
 constexpr double domed = 0.0016;     // radians that a mirror seems to bend for each unit from its middle
 
 Shape mirrorRows() {
@@ -148,20 +147,14 @@ private:
     }
 };
 
-// Every sixth mirror hangs nearly as it lies, which lights the ball's rim; the others glitter.
 Shape glittering(Shape ball) {
     const Glitter glitter(ball);
     for (int i = 0; i < int(ball.faces.size()); i++) {
         Face& face = ball.faces[i];
-        const Vec centre = faceCentre(ball, face), normal = faceNormal(ball, face);
-        const Vec right = normalized(cross({0, 1, 0.01}, normal)), up = cross(normal, right);
-        const double way = 2.39996 * 7 * i;
-        const Vec facing = i % 6 == 0
-                               ? normalized(normal + (right * std::cos(way) + up * std::sin(way)) * tilt)
-                               : glitter.facing(i);
+        const Vec centre = faceCentre(ball, face);
         face.normals.clear();
         for (int point : face.points)
-            face.normals.push_back(normalized(facing + (ball.points[point] - centre) * domed));
+            face.normals.push_back(normalized(glitter.facing(i) + (ball.points[point] - centre) * domed));
     }
     return ball;
 }

@@ -55,11 +55,13 @@ constexpr Terrace terraces[] = {{204, 0, 4}, {164, 4, 4}, {124, 8, 4}, {84, 12, 
 constexpr int stageSides = 80, floorSides = 120;
 
 // Polished rings. Lit ones seem to fall towards the middle, so that what a viewer sees before his feet too
-// throws back the glow beyond; between them lie dark ones, which all but throw back what is above him.
+// throws back the glow beyond; between them lie dark ones, which throw back the night above him. Where he has
+// the colossus before him all do, so that its face is the bright thing.
 Shape stageFloor() {
+    constexpr double dark = 0.04;
     constexpr struct {
         double to, fall;  // part of the terrace's breadth, slope
-    } rings[] = {{0.20, 0.46}, {0.52, 0.04}, {0.76, 0.34}, {1.0, 0.04}};
+    } rings[] = {{0.20, 0.46}, {0.52, dark}, {0.76, 0.34}, {1.0, dark}};
     std::vector<Shape> parts;
     for (size_t i = 0; i < std::size(terraces); i++) {
         const auto [radius, foot, height] = terraces[i];
@@ -69,7 +71,9 @@ Shape stageFloor() {
             const double to = mix(outer, inner, ring.to), fall = ring.fall;
             parts.push_back(
                 shaded(lathe({{from, foot + height}, {to, foot + height}}, floorSides), [=](Vec p, Vec) {
-                    return up - normalized(Vec{p.x, 0, p.z}) * fall;
+                    const double aside = std::remainder(std::atan2(p.z, p.x) - colossusTurn - pi, 2 * pi);
+                    return up - normalized(Vec{p.x, 0, p.z}) *
+                                    mix(fall, dark, smoothStep(0.95, 0.35, std::abs(aside)));
                 }));
             from = to;
         }

@@ -116,7 +116,7 @@ Rgba cometLight(Direction towards) {
     if (along > 0 && along < float(comet::tail)) {
         const float k = along / float(comet::tail);
         const Rgba tint = mix(light(1, 1, 1), light(0.30f, 0.46f, 1), smoothstep(0.1f, 0.7f, k));
-        seen = seen + tint * ((1 - k * k) * bell(above, 1.3f + 1.0f * k));
+        seen = seen + tint * ((1 - k * k) * bell(above, 2.0f + 0.8f * k));
     }
     return seen;
 }
