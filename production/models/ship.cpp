@@ -156,10 +156,12 @@ Shape figures::ship() {
     return turned(standing, Axis::x, -pi / 2);
 }
 
-// The corridor's light stands behind the ship: shaded as if all of it looked there a little, it stays pale as
-// it turns.
+// The corridor's light stands behind the ship: shaded as if hull and hoop looked there a little, they stay
+// pale as they turn, and the sails stay dark and cold between them, before orange panels too.
 void makeShip(const char* path) {
-    writeAml(path, {shaded(figures::ship(), [](Vec, Vec normal) {
-                 return normal * 0.82 + Vec{0, 0, 0.45};
+    writeAml(path, {shaded(figures::ship(), [](Vec p, Vec normal) {
+                 const double reach = std::hypot(p.x, p.y);
+                 const double lean = reach < 22 ? 0.48 : reach < 53 ? -0.1 : 0.42;
+                 return normal * 0.82 + Vec{0, 0, lean};
              })});
 }

@@ -50,9 +50,9 @@ const Rgba warmLight = light(1.0f, 0.58f, 0.20f), coolLight = light(0.50f, 0.70f
 
 // Enamel of a brightness, a little warm beside the walls' steel.
 Rgba enamel(float tone) {
-    const float pale = tone == 0.32f ? 1 : 0;  // with a breath of blue
-    return opaque(tone * mix(1.06f, 0.80f, pale), tone * mix(0.98f, 0.98f, pale),
-                  tone * mix(0.88f, 1.12f, pale));
+    const float pale = tone == 0.44f ? 1 : 0;  // the wings', cold before the tunnel's orange panels
+    return opaque(tone * mix(1.06f, 0.62f, pale), tone * mix(0.98f, 1.02f, pale),
+                  tone * mix(0.88f, 1.34f, pale));
 }
 
 // Steel of a brightness: teal in the dark, nearly neutral when bright. The hall's lights have next to no red,
@@ -213,7 +213,7 @@ const std::vector<Row> hullRows = {
     {Plate, 0, 5, 3, 6, 0.16, 0.3},
     {Plate, 3, 5, 3, 4, 0.41, 0.3},
     {Plate, 3, 9, 7, 3, 0.27, 0.3},
-    {Plate, 10, 9, 6, 7, 0.32, 0},
+    {Plate, 10, 9, 6, 7, 0.44, 0},
     {Plate, 0, 11, 3, 5, 0.41, 0.4},
     {Plate, 3, 12, 4, 4, 0.13, 0.4},
     {Plate, 7, 12, 3, 4, 0.31, 0.4},
