@@ -48,10 +48,13 @@ void addSpot(Shape& spots, double turn, double height, double time) {
     spots.faces.push_back(face);
 }
 
+double fraction(double x) {
+    return x - std::floor(x);
+}
+
 // How far neighbour `column` of row `row` lies in its group's turn: 0..1, falling along the row.
 double turnInGroup(int column, int row, int group) {
-    const double place = (column % group + 0.618 * row) / group;
-    return 1 - (place - std::floor(place));
+    return 1 - fraction((column % group + 0.618 * row * group) / group);
 }
 
 // The pictures on the wall are bright enough of themselves where these lie.
@@ -75,16 +78,19 @@ bool overPicture(double turn, double height) {
 namespace spots {
 
 Shape onWall() {
-    constexpr int columns = 48, group = 8;
-    constexpr double heights[] = {70, 130, 195, 265, 340, 420};
+    constexpr int columns = 72, group = 9;
+    constexpr double heights[] = {66, 118, 172, 230, 292, 358, 428, 502};
     Shape spots;
     for (int row = 0; row < int(std::size(heights)); row++) {
         for (int column = 0; column < columns; column++) {
-            const double turn = 2 * pi * (column + 0.5 * (row % 2)) / columns;
-            if (overPicture(turn, heights[row])) continue;
+            // Scattered about its place.
+            const int count = row * columns + column;
+            const double turn =
+                2 * pi * (column + 0.5 * (row % 2) + 0.8 * fraction(0.618034 * count)) / columns;
+            const double height = heights[row] + 44 * (fraction(0.754878 * count) - 0.5);
+            if (overPicture(turn, height)) continue;
             const double middle = 2 * pi * (column / group + 0.5) * group / columns;
-            const double time = timeAt(middle + pi) - 2.0 + 2.6 * turnInGroup(column, row, group);
-            addSpot(spots, turn, heights[row], time);
+            addSpot(spots, turn, height, timeAt(middle + pi) - 2.0 + 2.6 * turnInGroup(column, row, group));
         }
     }
     return spots;
