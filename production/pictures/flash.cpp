@@ -6,40 +6,58 @@
 
 using namespace picture;
 
+namespace {
+
+// The word letter by letter, so that no needle of one reaches into the next.
+void setWord(LetteringField& text, float baseline, float capHeight, float pixelAspect) {
+    const Lettering style = {
+        .height = capHeight, .weight = 0.19f, .contrast = 0.50f, .pixelAspect = pixelAspect};
+    constexpr struct {
+        const char* letter;
+        float gap;  // to the next letter, in columns; less than none where two slants run side by side
+    } letters[] = {{"V", -16}, {"A", 30}, {"L", 0}, {"O", 0}};
+    float breadth = 0;
+    for (const auto& [letter, gap] : letters) breadth += textWidth(letter, style) + gap;
+    float left = (float(text.width) - breadth) / 2;
+    for (const auto& [letter, gap] : letters) {
+        setText(text, style, {letter, left, baseline});
+        left += textWidth(letter, style) + gap;
+    }
+}
+
+}  // namespace
+
 void makeFlashWord(const char* path) {
     const int size = 1024;
     const float pixelAspect = 4.0f / 3;  // the square picture fills a 4:3 screen
-    const float capHeight = 372, baseline = 690, streakLine = baseline - 0.43f * capHeight;
+    const float capHeight = 320, baseline = 674, streakLine = baseline - 0.43f * capHeight;
     LetteringField text(size, size, 60);
-    setText(text, {.height = capHeight, .weight = 0.165f, .contrast = 0.66f, .pixelAspect = pixelAspect},
-            {"Valo", size * 0.5f, baseline, Align::Centre});
+    setWord(text, baseline, capHeight, pixelAspect);
 
     Canvas letters(size, size);
     paint(letters, [&](float x, float y, Rgba) { return grey(1) * coverage(text.at(x, y)); });
     const Canvas streams = streamed(letters, size * 0.493f, streakLine, 0.72f);
 
-    // The room's glow adds the picture to itself, so that gold is deep here.
+    // The room's glow adds the picture to itself several times, so that half of white is white here.
     Canvas canvas(size, size, opaque(0, 0, 0));
     paint(canvas, [&](float x, float y, Rgba ground) {
         const int px = int(x), py = int(y);
         const float distance = text.at(px, py), fill = coverage(distance), away = y - streakLine;
-        const float rim = outline(distance + 2, 4);
-        // Filled, so that the word stands before the beams; deeper inside than along the edges, so that no
-        // letter burns away.
-        const float body = fill * (0.90f + 0.40f * std::exp(std::fmin(distance, 0.0f) / 10));
+        const float rim = outline(distance + 2.5f, 5);
+        // Filled enough to hide what lies behind.
         const float slope = unit((y - baseline + capHeight) / capHeight);
         // Above the streak the letters mirror a pale sky, below it a burning ground.
         const Rgba face =
             slope < 0.57f
-                ? mix(opaque(0.50f, 0.40f, 0.24f), opaque(0.20f, 0.115f, 0.045f), slope / 0.57f)
-                : mix(opaque(0.46f, 0.17f, 0.030f), opaque(0.30f, 0.068f, 0.015f), (slope - 0.57f) / 0.43f);
+                ? mix(opaque(0.56f, 0.49f, 0.33f), opaque(0.50f, 0.33f, 0.13f), slope / 0.57f)
+                : mix(opaque(0.58f, 0.42f, 0.16f), opaque(0.52f, 0.25f, 0.05f), (slope - 0.57f) / 0.43f);
         const float reach = bell((x - size * 0.5f) / size, 0.26f);
-        const float streak = reach * (0.9f * bell(away, 2) + 0.06f * bell(away, 22));
+        const float streak = reach * (0.4f * bell(away, 2) + 0.03f * bell(away, 22)) * (1 - fill);
         const float border =
             smoothstep(0, 0.12f, std::fmin(std::fmin(x, size - x), std::fmin(y, size - y)) / size);
-        const Rgba air = opaque(0.34f, 0.17f, 0.06f) * (0.30f * streams.at(px, py).r * (1 - fill));
-        return ground + (air + opaque(1, 0.80f, 0.48f) * streak) * border + face * body +
-               opaque(0.78f, 0.64f, 0.40f) * rim;
+        const Rgba air = opaque(0.34f, 0.17f, 0.06f) * (0.10f * streams.at(px, py).r * (1 - fill));
+        return ground + (air + opaque(1, 0.80f, 0.48f) * streak) * border + face * fill +
+               opaque(0.34f, 0.32f, 0.26f) * rim;
     });
     saveRgb(canvas, path, Rows::TopFirst);
 }
