@@ -35,12 +35,14 @@ Vec onBore(double column, const Station& station) {
     return {station.radius * std::cos(angle), station.radius * std::sin(angle), station.z};
 }
 
-// What a tooth shows in a column: nothing where it is hidden.
-bool isPlank(int tooth, int column) {
-    if (column % 4 == 3) return true;
-    return (column == 1 && tooth < 3) || (column == 5 && tooth > 3) ||
-           (column == 9 && tooth > 1 && tooth < 5);
-}
+// A smooth plate behind the hidden teeth from `first` up to `last` of a column, so that its long edges are
+// straight: the beams meet the teeth before it.
+struct Plank {
+    int column, first, last;
+};
+constexpr Plank planks[] = {{3, 0, 7}, {7, 0, 7}, {11, 0, 7}, {1, 0, 3}, {5, 4, 7}, {9, 2, 5}};
+constexpr double plankRadius = 299.93, railRadius = 299.95;
+constexpr double railHalf = 0.024;  // columns
 
 // The lit riser behind so many teeth.
 Patch hoop(int tooth) {
@@ -73,17 +75,16 @@ public:
         }
     }
 
-    // A strip along a joint, behind the mirrors, where no beam meets it. Its back closes it like all that is
-    // traced.
-    void addRail(int column, const Station& low, const Station& high) {
+    // A strip behind the mirrors, where no beam meets it, from one column to another. Its back closes it like
+    // all that is traced.
+    void addBacked(double from, double to, const Station& low, const Station& high, const Patch& patch) {
         const int first = int(shape.points.size());
-        const double half = 0.024;
-        for (const Vec& p : {onBore(column - half, low), onBore(column + half, low),
-                             onBore(column + half, high), onBore(column - half, high)})
+        for (const Vec& p : {onBore(from, low), onBore(to, low), onBore(to, high), onBore(from, high)})
             shape.points.push_back(p);
-        const auto& [from, to] = walls::rail;
-        addFace(shape, {first, first + 1, first + 2, first + 3}, {from, {to.s, from.t}, to, {from.s, to.t}});
-        addFace(shape, {first, first + 3, first + 2, first + 1}, {from, from, from, from});
+        const auto& [begin, end] = patch;
+        addFace(shape, {first, first + 1, first + 2, first + 3},
+                {begin, {end.s, begin.t}, end, {begin.s, end.t}});
+        addFace(shape, {first, first + 3, first + 2, first + 1}, {begin, begin, begin, begin});
     }
 
     Shape shape;
@@ -119,14 +120,25 @@ void makeTunnel(const char* path) {
     for (int tooth = 0; tooth < teeth; tooth++) {
         const double low = end + length * tooth, high = low + length;
         const Station from = {wide, low, false}, to = {narrow, high - 2, false}, next = {wide, high, false};
-        const auto height = [](double k) { return mix(walls::panel.low.t, walls::panel.high.t, k / teeth); };
         for (int column = 0; column < columns; column++) {
-            bore.add(column, from, to, !isPlank(tooth, column),
-                     {{walls::panel.low.s, height(tooth)}, {walls::panel.high.s, height(tooth + 1)}});
+            bore.add(column, from, to, true, walls::panel);
             frame.add(column, to, next, false, hoop(tooth + 1));
         }
     }
-    for (int column = 0; column < columns; column++) frame.addRail(column, {299.95, end}, {299.95, begin});
+    for (const Plank& plank : planks) {
+        const int pieces = (plank.last - plank.first + 1) / 3;
+        for (int i = 0; i < pieces; i++) {
+            const double from = mix(plank.first, plank.last, double(i) / pieces),
+                         to = mix(plank.first, plank.last, double(i + 1) / pieces);
+            bore.addBacked(plank.column, plank.column + 1, {plankRadius, end + length * from},
+                           {plankRadius, end + length * to},
+                           {{walls::panel.low.s, mix(walls::panel.low.t, walls::panel.high.t, from / teeth)},
+                            {walls::panel.high.s, mix(walls::panel.low.t, walls::panel.high.t, to / teeth)}});
+        }
+    }
+    for (int column = 0; column < columns; column++)
+        frame.addBacked(column - railHalf, column + railHalf, {railRadius, end}, {railRadius, begin},
+                        walls::rail);
     // The ring, before the segment's other end.
     bore.addAll({wide, begin, false}, {ringRadius + 2, begin + 1, true}, false, walls::rib);
     bore.addAll({ringRadius + 2, begin + 1, true}, {ringRadius, begin + 11, true}, false, walls::light);
