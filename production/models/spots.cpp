@@ -11,9 +11,9 @@ using namespace model;
 
 namespace {
 
-constexpr double orbit = 2 * pi / 0.4;                // seconds that the viewer takes round the ball
-constexpr double firstRound = 157.08;                 // seconds: when he stands at turn 0
-constexpr double halfAzimuth = 9, halfElevation = 5;  // degrees of the picture that a spot shows
+constexpr double orbit = 2 * pi / 0.4;                    // seconds that the viewer takes round the ball
+constexpr double firstRound = 157.08;                     // seconds: when he stands at turn 0
+constexpr double halfAzimuth = 4.6, halfElevation = 2.8;  // degrees of the picture that a spot shows
 
 // When the viewer stands at a turn, in his first round of those on the ellipse.
 double timeAt(double turn) {
@@ -21,10 +21,22 @@ double timeAt(double turn) {
     return firstRound + (rounds - std::floor(rounds)) * orbit;
 }
 
+// Whether what faces `normal` never shows the viewer the glow beyond the hall while he sees it.
+bool dark(Vec place, Vec normal) {
+    constexpr double step = 0.2, halfSight = 0.55;  // seconds; cosine
+    for (double after = 0; after < orbit; after += step) {
+        const viewer::View view = viewer::at(firstRound + after);
+        if (-dot(normalized(place - view.eye), view.back) < halfSight) continue;
+        const Vec shown = viewer::shown(view, place, normal);
+        if (shown.z < -0.42 && shown.y < 0.1) return false;
+    }
+    return true;
+}
+
 // A disc before the wall, unless it would have to look into it to show the comet then.
 void addSpot(Shape& spots, double turn, double height, double time) {
-    constexpr double gap = 8, half = 11;  // from the wall; of its size
-    constexpr int corners = 8;
+    constexpr double gap = 5, half = 6.5;  // from the wall; of its size
+    constexpr int corners = 6;
     const Vec front = hall::onRing(turn + pi, 1, 0);
     const Vec place = hall::onRing(turn, hall::wallRadius - gap, height),
               right = hall::onRing(turn + pi / 2, half, 0), up = {0, half, 0};
@@ -43,7 +55,9 @@ void addSpot(Shape& spots, double turn, double height, double time) {
             viewer::direction(comet::azimuth + halfAzimuth * c, comet::elevation + halfElevation * s)));
         seen &= dot(face.normals.back(), front) > 0.01;
     }
-    if (!seen) return;
+    if (!seen ||
+        !dark(place, viewer::facing(view, place, viewer::direction(comet::azimuth, comet::elevation))))
+        return;
     spots.points.insert(spots.points.end(), rim.begin(), rim.end());
     spots.faces.push_back(face);
 }
@@ -78,8 +92,8 @@ bool overPicture(double turn, double height) {
 namespace spots {
 
 Shape onWall() {
-    constexpr int columns = 72, group = 9;
-    constexpr double heights[] = {66, 118, 172, 230, 292, 358, 428, 502};
+    constexpr int columns = 112, group = 14;
+    constexpr double heights[] = {62, 104, 148, 194, 242, 292, 344, 398, 454, 512};
     Shape spots;
     for (int row = 0; row < int(std::size(heights)); row++) {
         for (int column = 0; column < columns; column++) {
@@ -87,7 +101,7 @@ Shape onWall() {
             const int count = row * columns + column;
             const double turn =
                 2 * pi * (column + 0.5 * (row % 2) + 0.8 * fraction(0.618034 * count)) / columns;
-            const double height = heights[row] + 44 * (fraction(0.754878 * count) - 0.5);
+            const double height = heights[row] + 34 * (fraction(0.754878 * count) - 0.5);
             if (overPicture(turn, height)) continue;
             const double middle = 2 * pi * (column / group + 0.5) * group / columns;
             addSpot(spots, turn, height, timeAt(middle + pi) - 2.0 + 2.6 * turnInGroup(column, row, group));
