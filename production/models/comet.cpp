@@ -27,8 +27,8 @@ struct Stage {
 };
 
 // Each place of the track shows the head at the time when it gets there, and then what trails behind it, as
-// the viewer moves on: what he sees flies. A track is dark beside it, and less broad before a lit wall.
-Shape track(const std::vector<Stage>& stages, double breadth) {
+// the viewer moves on: what he sees flies. A track is dark beside it.
+Shape track(const std::vector<Stage>& stages) {
     const int steps = 24;
     std::vector<Vec> flight, timing;
     for (const Stage& stage : stages) {
@@ -38,14 +38,14 @@ Shape track(const std::vector<Stage>& stages, double breadth) {
     flight = curveThrough(flight, false, steps), timing = curveThrough(timing, false, steps);
     const auto placeOf = [&](int c, int r) {
         return hall::onRing(degrees(flight[c].x), hall::wallRadius - wallGap,
-                            flight[c].y + (r - 1) * breadth * halfHeight * std::max(timing[c].y, 0.02));
+                            flight[c].y + (r - 1) * halfHeight * std::max(timing[c].y, 0.02));
     };
     // The turn grows to the right of who looks at the wall from inside.
     Shape shape = grid(int(flight.size()), 3, false, false, placeOf);
     const auto cornerOf = [&](int point) {
         const int rows = 3, columns = int(flight.size());
         const int c = point % columns, r = point / columns % rows;
-        return showingAt(timing[c].x, placeOf(c, r), (r - 1) * breadth * halfElevation);
+        return showingAt(timing[c].x, placeOf(c, r), (r - 1) * halfElevation);
     };
     for (Face& face : shape.faces) {
         face.normals.clear();
@@ -59,11 +59,6 @@ const std::vector<Stage> overTheNight = {{186.45, 110, 320, 1.0},
                                          {188.3, 186, 540, 1.0},
                                          {189.1, 218, 510, 0.8},
                                          {189.6, 234, 470, 0.0}};
-const std::vector<Stage> intoTheHand = {{192.10, 236, 305, 0.0},
-                                        {192.22, 252, 380, 0.8},
-                                        {192.36, 268, 420, 1.0},
-                                        {192.48, 281, 380, 1.0},
-                                        {192.60, 289.5, 334, 1.0}};
 constexpr double faceTime = 192.36;
 
 }  // namespace
@@ -71,7 +66,7 @@ constexpr double faceTime = 192.36;
 namespace comet {
 
 Shape tracks() {
-    return joined({track(overTheNight, 1), track(intoTheHand, 0.4)});
+    return track(overTheNight);
 }
 
 Shape litInPassing(const Shape& shape, double after) {

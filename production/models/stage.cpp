@@ -5,6 +5,8 @@
 //
 // All of it is dark metal that shows what the picture of reflections holds, so the shading decides its light:
 // what faces straight up or down throws back the glow beyond it, cold below the viewer's eyes, warm above.
+#include <algorithm>
+
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
@@ -55,10 +57,12 @@ constexpr Terrace terraces[] = {{204, 0, 4}, {164, 4, 4}, {124, 8, 4}, {84, 12, 
 constexpr int stageSides = 80, floorSides = 120;
 
 // Polished rings. Lit ones seem to fall towards the middle, so that what a viewer sees before his feet too
-// throws back the glow beyond; between them lie dark ones, which throw back the night above him. Where he has
-// the colossus before him all do, so that its face is the bright thing.
+// throws back the glow beyond, the more so the higher he stands there; between them lie dark ones, which
+// throw back the night above him. Where he has the colossus before him all do, so that its face is the bright
+// thing.
 Shape stageFloor() {
     constexpr double dark = 0.04;
+    constexpr double steeper = 0.42;  // where the viewer stands high
     constexpr struct {
         double to, fall;  // part of the terrace's breadth, slope
     } rings[] = {{0.20, 0.46}, {0.52, dark}, {0.76, 0.34}, {1.0, dark}};
@@ -68,13 +72,15 @@ Shape stageFloor() {
         const double outer = radius - 2.4, inner = i + 1 < std::size(terraces) ? terraces[i + 1].radius : 0;
         double from = outer;
         for (const auto& ring : rings) {
-            const double to = mix(outer, inner, ring.to), fall = ring.fall;
-            parts.push_back(
-                shaded(lathe({{from, foot + height}, {to, foot + height}}, floorSides), [=](Vec p, Vec) {
-                    const double aside = std::remainder(std::atan2(p.z, p.x) - colossusTurn - pi, 2 * pi);
-                    return up - normalized(Vec{p.x, 0, p.z}) *
-                                    mix(fall, dark, smoothStep(0.95, 0.35, std::abs(aside)));
-                }));
+            const double to = mix(outer, inner, ring.to), flat = ring.fall;
+            parts.push_back(shaded(lathe({{from, foot + height}, {to, foot + height}}, floorSides), [=](Vec p,
+                                                                                                        Vec) {
+                const double turn = std::atan2(p.z, p.x);
+                const double aside = std::remainder(turn - colossusTurn - pi, 2 * pi);
+                const double fall = flat > dark ? flat + steeper * (0.5 + 0.5 * std::sin(2 * turn)) : flat;
+                return up - normalized(Vec{p.x, 0, p.z}) *
+                                mix(fall, dark, smoothStep(0.95, 0.35, std::abs(aside)));
+            }));
             from = to;
         }
     }
@@ -185,6 +191,22 @@ Shape ledges() {
 
 // --- The figures ---
 
+// Without the faces that turn their back on every place the viewer gets to.
+Shape onlySeen(const Shape& shape) {
+    std::vector<Vec> eyes;
+    for (int i = 0; i < 72; i++)
+        for (const double radius : {pathIn, pathOut})
+            for (const double height : {50.0, 150.0}) eyes.push_back(onRing(2 * pi * i / 72, radius, height));
+    Shape seen;
+    seen.points = shape.points;
+    for (const Face& face : shape.faces) {
+        const Vec centre = faceCentre(shape, face), normal = areaVector(shape, face);
+        if (std::any_of(eyes.begin(), eyes.end(), [&](Vec eye) { return dot(normal, eye - centre) > 0; }))
+            seen.faces.push_back(face);
+    }
+    return seen;
+}
+
 Shape onlyAbove(const Shape& shape, double y) {
     Shape kept;
     kept.points = shape.points;
@@ -196,10 +218,9 @@ Shape onlyAbove(const Shape& shape, double y) {
     return kept;
 }
 
-// Glass behind which a screen glows faintly: it throws back what lies only a little below the horizon.
-Shape dimGlass(const Shape& shape, double turn) {
-    const Vec viewer = onRing(turn + pi, 260, 100), glow = normalized(onRing(turn, 1, -0.10));
-    return shaded(shape, [=](Vec p, Vec) { return glow - normalized(p - viewer); });
+// Glass in which the night below the viewer is seen, so that what stands on it is read.
+Shape darkGlass(const Shape& shape) {
+    return shaded(shape, [](Vec, Vec normal) { return normal - up * 0.36; });
 }
 
 // The robot looks along +z in its own model; here it looks at the ball, sunk into the floor to its shins.
@@ -236,33 +257,21 @@ Shape smileOnScreen(double half = 0.032, double height = 0.5) {
 
 constexpr double eyes[] = {0.28, 0.72};
 
-// A smile, and a rim round each eye.
+// A smile, and two broad eyes with dark pupils.
+constexpr double eyeRadius = 0.165, pupilRadius = 0.080;
+
 Shape face() {
-    std::vector<Shape> lines = {smileOnScreen()};
-    for (const double s : eyes) lines.push_back(eyeOnScreen(s, 0.38, 0.140, 0.180));
+    std::vector<Shape> lines = {smileOnScreen(0.042)};
+    for (const double s : eyes) lines.push_back(eyeOnScreen(s, 0.38, pupilRadius, eyeRadius));
     return figures::onRobotScreen(joined(lines));
 }
 
-// Over them what the comet lights while the viewer passes: first the iris, then the pupil and a thin smile,
-// then a ring round both.
+// Over them what the comet lights in the glimpse: pupils and a smile.
 Shape litFace() {
-    const auto ringOnEyes = [](double inner, double outer) {
-        return joined(
-            {eyeOnScreen(eyes[0], 0.38, inner, outer, 0.9), eyeOnScreen(eyes[1], 0.38, inner, outer, 0.9)});
-    };
-    const auto lit = [](const Shape& picture, double after) {
-        return comet::litInPassing(asColossus(figures::onRobotScreen(picture)), after);
-    };
-    return joined({lit(ringOnEyes(0.062, 0.112), -1.2),
-                   lit(joined({ringOnEyes(0.0, 0.062), smileOnScreen(0.020, 0.9)}), 0),
-                   lit(ringOnEyes(0.112, 0.140), 0.9)});
-}
-
-// Painted metal, which catches some of the lamp's glow on each side that leans to it.
-Shape warmed(const Shape& shape, double turn) {
-    const Vec viewer = onRing(turn + pi, 260, 100), glow = normalized(onRing(turn, 0.8, -0.6));
-    return shaded(
-        shape, [=](Vec p, Vec normal) { return normalized(glow - normalized(p - viewer)) + normal * 0.28; });
+    const Shape pupils = joined(
+        {eyeOnScreen(eyes[0], 0.38, 0, pupilRadius, 0.9), eyeOnScreen(eyes[1], 0.38, 0, pupilRadius, 0.9)});
+    return comet::litInPassing(
+        asColossus(figures::onRobotScreen(joined({pupils, smileOnScreen(0.014, 0.9)}))), 0);
 }
 
 // Before the sun, its nose sinking.
@@ -322,12 +331,13 @@ void makeStage(const char* path) {
                 around(stud(), sources, Axis::y), ballCore()});
     const Shape pillars = atTurn(around(pillar(), 8, Axis::y), pillarTurn + pi / 8);
     const Shape metal = welded(joined({figures::robotBody(), figures::robotArms()}), 0.6);
-    const Shape colossus = onlyAbove(asColossus(metal), -2);
-    const Shape itsGlass = dimGlass(asColossus(figures::robotScreen()), colossusTurn);
-    const Shape itsLights = joined(
-        {warmed(asColossus(figures::robotTrim()), colossusTurn), warmFrom(asColossus(face()), colossusTurn)});
+    const Shape colossus = onlySeen(onlyAbove(asColossus(metal), -2));
+    const Shape itsGlass = darkGlass(asColossus(figures::robotScreen()));
+    const Shape itsTrim = asColossus(figures::robotTrim());
+    const Shape itsFace = warmFrom(asColossus(face()), colossusTurn);
     const Shape streaks = joined({comet::tracks(), litFace(), spots::onWall()});
-    writeAml(path, {dark(middle), dark(streaks), dark(joined({pillars, ledges()})), dark(colossus),
-                    dark(joined({itsGlass, itsLights})), dark(joined({hungShip(), sunDisc()})),
-                    dark(boxPillar()), dark(probeLamps())});
+    writeAml(path, {dark(middle), dark(streaks), dark(onlySeen(joined({pillars, ledges()}))), dark(colossus),
+                    dark(joined({itsGlass, onlySeen(itsTrim), itsFace})),
+                    dark(joined({onlySeen(hungShip()), sunDisc()})), dark(onlySeen(boxPillar())),
+                    dark(onlySeen(probeLamps()))});
 }
