@@ -64,8 +64,8 @@ Shape body() {
     return painted(flutedLathe(profile, {flutes, 0.16, 1.4, -66, 62, 4}, 0));
 }
 
-// A flat plate in the plane of x (outwards) and y: a dark edge, and on both its faces a broad pale field. The
-// line of light runs along its leading edge, from point to point of `lit`.
+// A flat plate in the plane of x (outwards) and y: a dark edge, and on both its faces a broad pale field. A
+// pale line runs along its leading edge, from point to point of `lit`.
 Shape sail(const Outline& outline, const std::vector<Vec>& lit) {
     const auto plate = [](const Outline& edge, double thickness, double bevel) {
         return moved(extrude(edge, thickness, bevel), {0, 0, -thickness / 2});
@@ -81,7 +81,7 @@ Shape sail(const Outline& outline, const std::vector<Vec>& lit) {
     edge.path = curveThrough(lit, false, 3);
     edge.up = {0, 0, 1};
     return joined({painted(plate(outline, 4.4, 1), hull::dark), field,
-                   painted(sweep(polygon(8, 1.5), edge), hull::coolLamp)});
+                   painted(sweep(polygon(8, 1.5), edge), hull::plain)});
 }
 
 // The three wings stand where every second beam leaves, so that its beams come out of their edges.
@@ -156,12 +156,17 @@ Shape figures::ship() {
     return turned(standing, Axis::x, -pi / 2);
 }
 
-// The corridor's light stands behind the ship: shaded as if hull and hoop looked there a little, they stay
-// pale as they turn, and the sails stay dark and cold between them, before orange panels too.
+// The corridor's light stands behind the ship. Hoop, edges and bevels are shaded as if they looked there, so
+// that they stay pale as they turn, and show a viewer from ahead the cold light beyond them; less towards the
+// tail, where the light would glance off them towards a viewer from behind. The sails' faces stay dark and
+// cold, before orange panels too.
 void makeShip(const char* path) {
     writeAml(path, {shaded(figures::ship(), [](Vec p, Vec normal) {
                  const double reach = std::hypot(p.x, p.y);
-                 const double lean = reach < 22 ? 0.48 : reach < 53 ? -0.1 : 0.42;
-                 return normal * 0.82 + Vec{0, 0, lean};
+                 const double across = std::abs(p.x * normal.y - p.y * normal.x) / std::max(reach, 1.0);
+                 if (reach < 53 && across > 0.8) return normal * 0.82 + Vec{0, 0, -0.1};
+                 if (reach < 22)
+                     return normal * 0.82 + Vec{0, 0, std::abs(normal.z) < 0.45 || p.z > 0 ? 0.48 : 1.4};
+                 return normal * 0.82 + Vec{0, 0, reach >= 53 ? 0.62 : p.z < 40 ? 1.25 : 0.48};
              })});
 }
