@@ -68,12 +68,14 @@ Rgba deepSteel(float tone) {
     return steel(tone) * mix(0.60f, 0.80f, tone);
 }
 
-// Clear colours for what glows by itself: cyan, rose, violet, indigo and blue.
-const Rgba chips[] = {opaque(0, 0.9f, 0.9f), opaque(1, 0, 0.2f), opaque(0.6f, 0, 0.6f), opaque(0.1f, 0, 0.5f),
-                      opaque(0, 0, 1),
-                      // The heap's lacquers: ivory, jade in shade and in light, crimson.
-                      opaque(0.41f, 0.385f, 0.33f), opaque(0.012f, 0.15f, 0.114f),
-                      opaque(0.02f, 0.25f, 0.19f), opaque(0.42f, 0.04f, 0.03f)};
+// What the stripes' halo is made of, ember and flame, and the heap's lacquers: ivory, jade in shade and in
+// light, crimson.
+const Rgba chips[] = {grey(0.4f),
+                      opaque(0.6f, 0.5f, 0.25f),
+                      opaque(0.41f, 0.385f, 0.33f),
+                      opaque(0.012f, 0.15f, 0.114f),
+                      opaque(0.02f, 0.25f, 0.19f),
+                      opaque(0.42f, 0.04f, 0.03f)};
 
 using Metal = Rgba (*)(float tone);
 
@@ -238,9 +240,6 @@ const std::vector<Row> hullRows = {
     {Lamp, 0.9, 9.5, 1.2, 0.16, 0.8},
     {Chip, 0.80, 8.98, 0.2, 0.2, 0, 0},
     {Chip, 1.10, 8.98, 0.2, 0.2, 0, 1},
-    {Chip, 1.40, 8.98, 0.2, 0.2, 0, 2},
-    {Chip, 1.60, 8.98, 0.2, 0.2, 0, 3},
-    {Chip, 2.00, 8.98, 0.2, 0.2, 0, 4},
     {Bolts, 0.7, 0.6, 4.2, 0.01, 0, 6},
     {Bolts, 10.5, 2.6, 5, 0.01, 0, 7},
     {Bolts, 11.5, 3.5, 1, 0.01, 0, 2},
@@ -253,14 +252,14 @@ const std::vector<Row> hullRows = {
     {Paint, 13.6, 13.3, 0.5, 2.6, 0, 1},
     {Paint, 14.3, 13.3, 0.16, 2.6, 0, 1},
     // The heap's lacquers, the soffit's in five coffers, and its windows.
-    {Chip, 13.1, 3.1, 2.8, 1.5, 0, 5},
-    {Chip, 13.1, 4.7, 2.8, 1.3, 0, 6},
-    {Chip, 13.26, 4.9, 0.4, 0.9, 0, 7},
-    {Chip, 13.78, 4.9, 0.4, 0.9, 0, 7},
-    {Chip, 14.3, 4.9, 0.4, 0.9, 0, 7},
-    {Chip, 14.82, 4.9, 0.4, 0.9, 0, 7},
-    {Chip, 15.34, 4.9, 0.4, 0.9, 0, 7},
-    {Chip, 13.1, 6.1, 2.8, 1.3, 0, 8},
+    {Chip, 13.1, 3.1, 2.8, 1.5, 0, 2},
+    {Chip, 13.1, 4.7, 2.8, 1.3, 0, 3},
+    {Chip, 13.26, 4.9, 0.4, 0.9, 0, 4},
+    {Chip, 13.78, 4.9, 0.4, 0.9, 0, 4},
+    {Chip, 14.3, 4.9, 0.4, 0.9, 0, 4},
+    {Chip, 14.82, 4.9, 0.4, 0.9, 0, 4},
+    {Chip, 15.34, 4.9, 0.4, 0.9, 0, 4},
+    {Chip, 13.1, 6.1, 2.8, 1.3, 0, 5},
     {Panes, 13.1, 7.6, 2.8, 0.36, 0, 8},
     {Panes, 13.1, 8.2, 2.8, 0.24, 0, 4},
 };

@@ -10,33 +10,29 @@ namespace {
 constexpr int size = 1024;
 constexpr float unitsPerRepeat = 500;
 
-// In units of height, with the same gap after each, and again up the picture. The first lies about the eye's
-// own height: seen from near, a gap there would be a bar across the middle of the screen.
-constexpr float rhythm[] = {67, 18, 14};
-constexpr float gap = 26 / 3.0f;
+// In units up and down from the eye's own height, and again about each repeat. The middle is left open: there
+// the near view looks down the tunnel. The far figure mostly is 60 to 100 units off; through the first broad
+// gap in its front the core is seen before the one in its back, as the pupil of an eye.
+struct Stripe {
+    float from, to;
+};
+constexpr Stripe stripes[] = {{12, 27},   {36, 52},   {71, 100},  {125, 141}, {149, 161},
+                              {168, 178}, {185, 194}, {201, 209}, {216, 223}, {230, 236}};
 
 // The far figure's glow makes nearly two hundred of one: so little is let through that its halo is
-// half-tones. The less of a colour there is, the nearer to its source it dies away: red first, blue last.
-const Rgba tint = opaque(0.034f, 0.068f, 0.135f);
+// half-tones. The less of a colour there is, the nearer to its source it dies away: blue first, red last.
+const Rgba tint = opaque(0.11f, 0.042f, 0.013f);
 
-// The halo shines through the figure as through jelly, the most at a stripe's edges, and within it in fine
-// lines, which bend with the surface and so show its form. Kept clear of one half, where all is cut away.
-constexpr float thinnest = 0.51f, thickest = 0.71f;  // of alpha
-constexpr float edge = 7, linePitch = 6;             // units of height
+// The halo shines through the figure a little at a stripe's edges, as light creeps round a rim.
+constexpr float thin = 0.6f, thick = 0.97f;  // of alpha, clear of one half, where all is cut away
+constexpr float rim = 4;                     // units of height
 
 // Of a height in units, to the nearest stripe's edge, negative inside.
 float distanceToStripe(float height) {
-    float period = 0;
-    for (float breadth : rhythm) period += breadth + gap;
-    height += rhythm[0] / 2;
-    height -= period * std::floor(height / period);
-    float start = 0, nearest = period;
-    for (float breadth : rhythm) {
-        const float middle = start + breadth / 2;
-        for (float place : {height, height - period})
-            nearest = std::fmin(nearest, std::fabs(place - middle) - breadth / 2);
-        start += breadth + gap;
-    }
+    const float away = std::fabs(std::remainder(height, unitsPerRepeat));
+    float nearest = unitsPerRepeat;
+    for (const auto& [from, to] : stripes)
+        nearest = std::fmin(nearest, std::fabs(away - (from + to) / 2) - (to - from) / 2);
     return nearest;
 }
 
@@ -45,13 +41,8 @@ float distanceToStripe(float height) {
 void makeStripes(const char* path) {
     Canvas canvas(size, size);
     paint(canvas, [&](float, float y, Rgba) {
-        const float height = y * unitsPerRepeat / size;
-        // Without a soft edge: what lets more than half of the halo through would be a bright line.
-        const float distance = distanceToStripe(height);
-        Rgba color = tint * (distance < 0 ? 1.0f : 0.0f);
-        const float line = 0.5f - 0.5f * std::cos(distance / linePitch * 6.2831853f);
-        color.a *= mix(thinnest, thickest, line * smoothstep(0, edge, -distance));
-        return color;
+        const float inside = -distanceToStripe(y * unitsPerRepeat / size);
+        return inside > 0 ? tint * mix(thin, thick, smoothstep(0, rim, inside)) : Rgba{};
     });
     saveRgba(canvas, path, Rows::TopFirst);
 }

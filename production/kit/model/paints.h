@@ -27,9 +27,8 @@ constexpr Patch flankPanes = cells(13.1, 7.6, 2.8, 0.36), shaftPanes = cells(13.
 constexpr Uv orange = {13.0 / 16, 1.15 / 16};
 constexpr Uv warmLamp = {1.5 / 16, 8.58 / 16}, coolLamp = {1.5 / 16, 9.58 / 16};
 
-// Dabs of clear colour. Indigo lies beside violet.
-constexpr Uv cyan = {0.90 / 16, 9.08 / 16}, rose = {1.20 / 16, 9.08 / 16}, violet = {1.50 / 16, 9.08 / 16},
-             indigo = {1.70 / 16, 9.08 / 16}, blue = {2.10 / 16, 9.08 / 16};
+// Dabs of clear colour.
+constexpr Uv ember = {0.90 / 16, 9.08 / 16}, flame = {1.20 / 16, 9.08 / 16};
 
 }  // namespace hull
 
