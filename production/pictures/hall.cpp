@@ -84,9 +84,29 @@ Rgba planet(float x, float y) {
     return c;
 }
 
+// On every quarter's wall: lamps at its foot, whose light climbs it, and over all of it the ball's faint
+// spots.
+Rgba lightOnWall(float x, float y, int quarter) {
+    constexpr float pitch = breadth / 3, cell = 30;
+    const float aside = std::remainder(x - pitch / 2, pitch), above = std::fmax(y - 30, 0.0f);
+    const float fan = bell(aside, 16 + 0.35f * above);
+    // Fading towards the next quarter, where light falls otherwise. The evening is bright enough while the
+    // hall fades in.
+    const float strength = (quarter == 1 ? 0.3f : 1) * smoothstep(breadth, 0.74f * breadth, x);
+    Rgba c = light(0.62f, 0.70f, 0.68f) * (std::exp(-above / 70) * (0.20f + 0.60f * fan));
+    const int column = int(x / cell), row = int(y / cell);
+    if (randomAt(column, row, 90 + quarter) > 0.5f) {
+        const Point spot = {(column + 0.25f + 0.5f * randomAt(column, row, 100 + quarter)) * cell,
+                            (row + 0.25f + 0.5f * randomAt(column, row, 110 + quarter)) * cell};
+        c = c + light(0.62f, 0.70f, 0.74f) * (bell(length(Point{x, y} - spot), 3.4f) *
+                                              mix(0.25f, 0.8f, randomAt(column, row, 120 + quarter)));
+    }
+    return c * strength;
+}
+
 // Over the radius (0..1) and half a bay (0..1): rings and spokes.
 Rgba floorPlan(float radius, float side) {
-    Rgba c = opaque(0.10f, 0.13f, 0.16f) * mix(0.5f, 1.0f, radius);
+    Rgba c = opaque(0.10f, 0.13f, 0.16f) * mix(0.5f, 1.9f, smoothstep(0.2f, 0.9f, radius));
     const float ring = std::fabs(radius * 9 - std::round(radius * 9));
     c = c * smoothstep(0.01f, 0.03f, ring);
     c = c + light(0.42f, 0.20f, 0.05f) * smoothstep(0.93f, 0.96f, side) * smoothstep(0.5f, 0.52f, radius);
@@ -112,10 +132,12 @@ Rgba hallPictures(float x, float y) {
     const int column = int((x - 512) / part), row = int(y / part);
     const float u = (x - 512) / part - column, v = 1 - (y / part - row);  // v runs up
     const float gain = 1.9f * (row < 2 ? mix(0.25f, 1, smoothstep(1.0f, 0.72f, u)) : 1);
-    if (row == 0)
-        return (column == 0 ? windows(u * breadth, v * height) : evening(u * breadth, v * height)) * gain;
-    if (row == 1)
-        return (column == 0 ? planet(u * breadth, v * height) : halo(u * breadth, v * height)) * gain;
+    if (row < 2) {
+        constexpr Rgba (*pictures[])(float x, float y) = {windows, evening, planet, halo};
+        const int quarter = row * 2 + column;
+        return pictures[quarter](u * breadth, v * height) * gain +
+               lightOnWall(u * breadth, v * height, quarter);
+    }
     if (row == 2) return (column == 0 ? floorPlan(u, v) : domePlan(u, v)) * gain;
     const Rgba swatches[] = {opaque(0.015f, 0.02f, 0.024f), opaque(0.20f, 0.10f, 0.03f),
                              opaque(0.5f, 0.56f, 0.6f)};
