@@ -16,10 +16,10 @@ namespace {
 constexpr int size = 512;
 constexpr float pi = 3.14159265f;
 constexpr float pixelAspect = 4.0f / 3;
-constexpr float margin = 28, blockColumns = 345;  // kept clear at the screen's side; what all lines share
-constexpr float roleLine = 114, roleHeight = 36;  // rows
-constexpr float figureTop = 146, figureHeight = 118, figureLine = figureTop + figureHeight;
-constexpr float marksTop = 288, marksHeight = 112, withoutLine = 448, withoutHeight = 38;
+constexpr float margin = 28, blockColumns = 372;  // kept clear at the screen's side; what all lines share
+constexpr float roleLine = 104, roleHeight = 36;  // rows
+constexpr float figureTop = 134, figureHeight = 118, figureLine = figureTop + figureHeight;
+constexpr float marksTop = 274, marksHeight = 124, withoutLine = 448, withoutHeight = 38;
 
 // How far a place is outside of mark `i` of `count`; across and down in rows from the marks' upper left.
 using Mark = float (*)(int i, int count, Point place);
@@ -47,27 +47,26 @@ float clockMark(int i, int count, Point place) {
     const Point p = place - middleOf(i, count, 2, clockPitch);
     const float radius = length(p), turn = std::atan2(p.x, -p.y);
     const float gone = 2 * pi * (i + 1) / count;
-    const float wedge = (turn < 0 ? turn + 2 * pi : turn) < gone ? radius - 18.5f : 99;
-    return std::fmin(wedge, std::fabs(radius - 24) - 1.8f);
+    const float wedge = (turn < 0 ? turn + 2 * pi : turn) < gone ? radius - 21.5f : 99;
+    return std::fmin(wedge, std::fabs(radius - 27.5f) - 2.0f);
 }
 
-// From the triangle on, one more corner each, each joined to the middle.
+// From the triangle on, one more corner each, cut into facets from the middle.
 float polygonMark(int i, int count, Point place) {
     const Point p = place - middleOf(i, count, 2, polygonPitch);
     const float sector = 2 * pi / (i + 3), turn = std::atan2(p.x, -p.y);
     const float toSide = std::remainder(turn - sector / 2, sector), toCorner = std::remainder(turn, sector);
-    const float edge = length(p) * std::cos(toSide) - 24 * std::cos(sector / 2);
-    const float spoke = std::fmax(length(p) * std::fabs(std::sin(toCorner)) - 0.8f, edge);
-    return std::fmin(std::fabs(edge) - 1.6f, std::cos(toCorner) > 0 ? spoke : 99);
+    const float edge = length(p) * std::cos(toSide) - 28 * std::cos(sector / 2);
+    return std::fmax(edge, 1.4f - length(p) * std::fabs(std::sin(toCorner)));
 }
 
 // Small frames with a hill in each, and a sun that climbs.
 float frameMark(int i, int count, Point place) {
     const Point p = place - middleOf(i, count, 3, framePitch);
-    const float frame = std::fabs(box(p, {}, {22, 14.5f}, 1)) - 1.4f;
-    const float hill = std::fmax(std::fabs(p.x + 5) * 0.8f - p.y + 2, p.y - 13);
-    const float sun = length(p - Point{10, 9 - 16.0f * i / count}) - 3.6f;
-    const float inside = box(p, {}, {21, 13.5f});
+    const float frame = std::fabs(box(p, {}, {25, 16.5f}, 1)) - 1.6f;
+    const float hill = std::fmax(std::fabs(p.x + 6) * 0.8f - p.y + 2, p.y - 15);
+    const float sun = length(p - Point{12, 10 - 18.0f * i / count}) - 4.2f;
+    const float inside = box(p, {}, {24, 15.5f});
     return std::fmin(frame, std::fmax(std::fmin(hill, sun), inside));
 }
 
@@ -125,13 +124,13 @@ void makeCard(const char* path, const Card& card) {
                                                             : (y - withoutLine) / withoutHeight + 1;
         return mix(opaque(1, 0.985f, 0.94f), opaque(0.93f, 0.76f, 0.44f), unit(foot)) * ink;
     });
-    const Canvas shadow = blurred(shape, 3, Edge::Empty), air = blurred(shape, 15, Edge::Empty);
+    const Canvas shadow = blurred(shape, 3, Edge::Empty), air = blurred(shape, 18, Edge::Empty);
 
     // Dark round every letter and, far wider and fainter, round all of them: nowhere has it an edge.
     Canvas canvas(size, size);
     paint(canvas, [&](float x, float y, Rgba) {
         const int px = int(x), py = int(y);
-        const float wide = 0.74f * (1 - std::exp(-4.5f * air.at(px, py).a));
+        const float wide = 0.86f * (1 - std::exp(-6.0f * air.at(px, py).a));
         const float dark = 1 - (1 - wide) * (1 - 0.85f * shadow.at(px, py).a);
         const float border = std::fmin(std::fmin(x, size - x), std::fmin(y, size - y));
         const float grain = (randomAt(px, py, 5) - 0.5f) / 255;
