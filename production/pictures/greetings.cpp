@@ -154,7 +154,7 @@ void makeGreetings(const char* path) {
         const float fill = coverage(distance), halo = std::exp(-std::fmax(distance, 0.0f) / 4.5f) * 0.16f;
         const Rgba face =
             mix(opaque(0.98f, 0.96f, 0.90f), opaque(0.86f, 0.74f, 0.50f), (y - top) / (bottom - top));
-        const Rgba gold = mix(opaque(1, 0.94f, 0.74f), opaque(1, 0.70f, 0.26f), (y - top) / (bottom - top));
+        const Rgba gold = mix(opaque(1, 0.80f, 0.42f), opaque(1, 0.50f, 0.09f), (y - top) / (bottom - top));
         const Rgba lettering = x > lastBlock ? gold * fill : face * (0.92f * fill);
         Rgba seen = ground + lettering +
                     opaque(0.9f, 0.62f, 0.25f) * (halo * (1 - fill) * smoothstep(20, 12, distance));
