@@ -21,7 +21,7 @@ constexpr Stripe stripes[] = {{12, 27},   {36, 52},   {71, 100},  {125, 141}, {1
 
 // The far figure's glow makes nearly two hundred of one: so little is let through that its halo is
 // half-tones. The less of a colour there is, the nearer to its source it dies away: blue first, red last.
-const Rgba tint = opaque(0.11f, 0.042f, 0.013f);
+const Rgba tint = opaque(0.11f, 0.050f, 0.0145f);
 
 // The halo shines through the figure a little at a stripe's edges, as light creeps round a rim.
 constexpr float thin = 0.6f, thick = 0.97f;  // of alpha, clear of one half, where all is cut away
