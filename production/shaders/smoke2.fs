@@ -34,13 +34,13 @@ float ringAt(float reach) {
 vec3 groundAt(vec3 up) {
     float storm = texture2D(noise, up.xz * 0.28 + 0.5).r;
     float band = texture2D(noise, vec2(0.06 * storm, dot(up, axis) * 0.42 + 0.035 * storm)).r;
-    return mix(vec3(0.25, 0.065, 0.03), vec3(0.42, 0.29, 0.15), smoothstep(0.25, 0.75, band));
+    return mix(vec3(0.24, 0.05, 0.02), vec3(0.41, 0.26, 0.11), smoothstep(0.25, 0.75, band));
 }
 
 // How much of the sun reaches that place past the ring.
 float daylightAt(vec3 up) {
     float rise = -dot(up, axis) / dot(sun, axis);
-    return smoothstep(-0.10, 0.75, dot(up, sun)) * (1.0 - 0.7 * step(0.0, rise) * bandAt(length(up + sun * rise) - 1.59, 0.15, 20.0));
+    return smoothstep(0.0, 0.85, dot(up, sun)) * (1.0 - 0.7 * step(0.0, rise) * bandAt(length(up + sun * rise) - 1.59, 0.15, 20.0));
 }
 
 // What glows by itself where it is night: storm cells along the bands.
@@ -50,13 +50,13 @@ vec3 stormsAt(vec3 up) {
     return vec3(0.012, 0.014, 0.040) + vec3(0.30, 0.10, 0.030) * glow + vec3(0.30, 0.22, 0.10) * glow * glow * glow;
 }
 
-// Every tenth cell of a grid has a star somewhere in it.
+// Every sixth cell of a grid has a star somewhere in it; few are bright, and those are large.
 float starsAt(vec2 sky) {
     vec2 cell = floor(sky * 56.0);
     float lot = fract(sin(dot(cell, vec2(12.9898, 78.233))) * 43758.5453);
-    float bright = max(1.0 - 10.0 * lot, 0.0);
+    float bright = max(1.0 - 6.0 * lot, 0.0);
     vec2 away = sky * 56.0 - cell - 0.2 - 0.6 * fract(vec2(90.0, 170.0) * lot);
-    return bright * clamp(1.2 - 90.0 * dot(away, away), 0.0, 1.0);
+    return bright * clamp(1.2 - mix(330.0, 80.0, bright * bright * bright) * dot(away, away), 0.0, 1.0);
 }
 
 void main() {
@@ -80,7 +80,7 @@ void main() {
     float rim = grazing * grazing * grazing;
     vec3 air = color.rgb + vec3(0.06, 0.08, 0.0);
     vec3 world = groundAt(up) * day + stormsAt(up) * (1.0 - smoothstep(0.0, 0.22, day)) * (1.0 - rim);
-    light = mix(light, world + air * rim * (rim * 0.75 + 0.7 * day), body);
+    light = mix(light, world + air * rim * (rim * 0.5 + 0.45 * day), body);
     light += vec3(0.10, 0.12, 0.22) * (1.0 - body) * (0.35 + 0.6 * day) / (1.0 + 0.003 * max(-depth, 0.0));
 
     // Where it meets the ring's plane, and how far that lies behind the world, for the sun.
@@ -89,7 +89,8 @@ void main() {
     float reach = length(spot) / radius;
     float ice = ringAt(reach) * step(0.0, crosses) * (1.0 - body * step(meets, crosses));
     float behind = -dot(spot, sun);
-    float shadow = step(0.0, behind) * smoothstep(radius + 3.0, radius - 3.0, length(spot + sun * behind));
+    float blur = 3.0 + 0.12 * max(behind, 0.0);
+    float shadow = step(0.0, behind) * smoothstep(radius + blur, radius - blur, length(spot + sun * behind));
     vec3 grain = texture2D(noise, vec2(reach * 3.1, 0.37)).rgb;
     vec3 dust = mix(vec3(0.13, 0.09, 0.11), vec3(0.42, 0.34, 0.25), smoothstep(0.25, 0.75, grain.g));
     dust = mix(dust, vec3(0.27, 0.31, 0.40), smoothstep(1.78, 1.90, reach));
