@@ -13,14 +13,14 @@ constexpr double discRadius = 100;
 
 // A closed rail with the section of a lens, its outer edge sharp.
 Shape rail() {
-    const Outline section = {{102.2, 0},   {102.4, -0.35}, {103, -0.5}, {104, -0.4},   {105.2, -0.1},
-                             {105.2, 0.1}, {104, 0.4},     {103, 0.5},  {102.4, 0.35}, {102.2, 0}};
+    const Outline section = {{102.7, 0},    {102.8, -0.2}, {103.1, -0.28}, {103.6, -0.22}, {104.3, -0.06},
+                             {104.3, 0.06}, {103.6, 0.22}, {103.1, 0.28},  {102.8, 0.2},   {102.7, 0}};
     return lathe(section, 96);
 }
 
 // Fine ticks on the rail, as on an instrument.
 Shape tick() {
-    return moved(box({1.5, 0.4, 0.4}, 0.12), {103.5, 0.5, 0});
+    return moved(box({1.2, 0.3, 0.3}, 0.1), {103.4, 0.28, 0});
 }
 
 // Reaches in to the disc's corner along +x.

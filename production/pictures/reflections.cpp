@@ -103,7 +103,7 @@ Rgba rimLight(Direction towards) {
     const float above = towards.y / (std::hypot(towards.x, towards.y) + 1e-4f);
     const Rgba tint =
         mix(light(0.50f, 0.62f, 1.0f), light(1.0f, 0.66f, 0.42f), smoothstep(-0.5f, 0.7f, aside));
-    return tint * (smoothstep(-0.25f, -0.85f, towards.z) * mix(0.45f, 0.55f, smoothstep(-0.8f, 0.6f, above)));
+    return tint * (smoothstep(-0.42f, -0.92f, towards.z) * mix(0.53f, 0.65f, smoothstep(-0.8f, 0.6f, above)));
 }
 
 // A comet, its tail running on to the right: what hangs before the hall's wall is shaded so that it shows it.
@@ -188,10 +188,10 @@ void makeStudio(const char* path) {
 // with the night's colours above it, a bank of tubes overhead and tall windows at the sides.
 void makeRobotChrome(const char* path) {
     const std::vector<Softbox> lamps = {
-        {-66, 18, {0.20f, 0.70f}, 4, 0.03f, light(0.50f, 0.66f, 0.90f)},
+        {-66, 18, {0.20f, 0.70f}, 4, 0.03f, light(0.64f, 0.84f, 1.12f)},
         {-92, 18, {0.05f, 0.70f}, 4, 0.02f, light(0.26f, 0.34f, 0.48f)},
         {80, 2, {0.10f, 0.90f}, -8, 0.03f, light(1.00f, 0.62f, 0.30f)},
-        {10, 58, {0.9f, 0.16f}, -5, 0.04f, light(0.28f, 0.31f, 0.34f)},
+        {10, 58, {0.9f, 0.16f}, -5, 0.04f, light(0.36f, 0.40f, 0.44f)},
         // Below, for a viewer who looks up at it.
         {-10, -46, {0.8f, 0.10f}, 7, 0.05f, light(0.26f, 0.40f, 0.52f)},
     };

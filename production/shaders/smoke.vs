@@ -8,6 +8,7 @@ varying vec2 disc;  // -1..1 around the middle
 varying vec2 wide;  // coordinates in the noise
 varying vec2 fine;
 varying vec3 fromEye;
+varying float behind;  // the middle, from the eye
 
 vec2 turned(vec2 point, float angle) {
     float c = cos(angle);
@@ -21,5 +22,6 @@ void main() {
     disc = gl_MultiTexCoord0.st;
     wide = turned(disc, time2) * 0.35 + vec2(0.0, time);
     fromEye = vec3(gl_ModelViewMatrix * gl_Vertex);
+    behind = length(fromEye) - length(vec3(gl_ModelViewMatrix * vec4(0.0, 100.0 * time, 0.0, 1.0)));
     fine = turned(disc, -0.6 * time2) * 0.8 - vec2(time, 0.0);
 }
