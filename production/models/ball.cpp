@@ -1,4 +1,7 @@
 // The mirror ball and the copy that beams are traced against.
+#include <algorithm>
+#include <map>
+#include <set>
 #include <vector>
 
 #include "production/comet_place.h"
@@ -88,8 +91,15 @@ std::vector<Sight> sightsOf(const std::vector<Moment>& all, Vec centre, Vec norm
     return sights;
 }
 
+// How much of the glow beyond the hall lies in a direction of the picture of reflections, about.
+double glowLight(Vec direction) {
+    const double aside = std::abs(direction.x) / (std::hypot(direction.x, direction.y) + 1e-4);
+    return smoothStep(-0.48, -0.78, direction.z) * mix(direction.y < 0 ? 0.5 : 0.4, 1.0, aside);
+}
+
 // Aims mirrors at the comet, which is the bright place of what the ball throws back, so that they flash: each
-// for the moments that have the fewest flashes from the others.
+// for the moments that have the fewest flashes from the others. Those that are missed the least lean far over
+// to where they throw back the glow beyond the hall the longest, and so light the ball's body.
 class Glitter {
 public:
     explicit Glitter(const Shape& mirrors) : all(moments()), flashes(all.size()) {
@@ -103,6 +113,7 @@ public:
             count(aim, -1);
             choose(aim);
         }
+        leanTheIdle();
     }
 
     Vec facing(int mirror) const { return aims[mirror].facing; }
@@ -122,13 +133,67 @@ private:
                sight.facing;
     }
 
+    double glowOf(const Sight& sight, Vec facing) const {
+        const Moment& moment = all[sight.moment];
+        return glowLight(viewer::shown(moment.view, sight.place, moment.turned(facing))) * sight.facing;
+    }
+
     void count(const Aim& aim, double sign) {
         for (const Sight& sight : aim.sights) flashes[sight.moment] += sign * lightOf(sight, aim.facing);
     }
 
+    double worthOf(const Aim& aim, Vec facing) const {
+        constexpr double enough = 0.7;  // mirrors alight at once
+        double worth = 0;
+        for (const Sight& sight : aim.sights)
+            worth += lightOf(sight, facing) * std::exp(-flashes[sight.moment] / enough);
+        return worth;
+    }
+
+    void lean(Aim& aim) const {
+        constexpr int directions = 12;
+        const Vec right = normalized(cross(aim.normal, {0.31, 0.77, 0.55})), up = cross(aim.normal, right);
+        double most = 0;
+        for (const double by : {40.0, 52.0, 64.0}) {
+            for (int i = 0; i < directions; i++) {
+                const double turn = 2 * pi * i / directions;
+                const Vec facing = aim.normal * std::cos(degrees(by)) +
+                                   (right * std::cos(turn) + up * std::sin(turn)) * std::sin(degrees(by));
+                double worth = 0;
+                for (const Sight& sight : aim.sights) worth += glowOf(sight, facing);
+                if (worth > most) most = worth, aim.facing = facing;
+            }
+        }
+    }
+
+    // The half seconds in which a mirror flashes.
+    std::set<int> slotsOf(const Aim& aim) const {
+        constexpr double bright = 0.45;  // of the comet
+        std::set<int> slots;
+        for (const Sight& sight : aim.sights)
+            if (lightOf(sight, aim.facing) > bright * sight.facing)
+                slots.insert(int(sight.moment * momentStep / 0.5 + 1e-6));
+        return slots;
+    }
+
+    // Up to two of five mirrors: what they light in passing, another one lights too.
+    void leanTheIdle() {
+        std::map<int, int> alight;
+        for (const Aim& aim : aims)
+            for (int slot : slotsOf(aim)) alight[slot]++;
+        size_t leaning = 0;
+        for (size_t i = 0; i < aims.size() && leaning < aims.size() * 2 / 5; i++) {
+            Aim& aim = aims[(i * 7) % aims.size()];
+            const std::set<int> slots = slotsOf(aim);
+            if (std::any_of(slots.begin(), slots.end(), [&](int slot) { return alight[slot] < 3; })) continue;
+            for (int slot : slots) alight[slot]--;
+            lean(aim);
+            leaning++;
+        }
+    }
+
     void choose(Aim& aim) {
         constexpr double mostLean = 0.35;  // cosine
-        constexpr double enough = 0.7;     // mirrors alight at once
         constexpr int pause = 3;           // moments between two that are tried
         double most = 0;
         for (size_t i = 0; i < aim.sights.size(); i += pause) {
@@ -137,9 +202,7 @@ private:
                 const Vec shown = viewer::direction(comet::azimuth + along, comet::elevation);
                 const Vec facing = moment.turnedBack(viewer::facing(moment.view, aim.sights[i].place, shown));
                 if (dot(facing, aim.normal) < mostLean) continue;
-                double worth = 0;
-                for (const Sight& sight : aim.sights)
-                    worth += lightOf(sight, facing) * std::exp(-flashes[sight.moment] / enough);
+                const double worth = worthOf(aim, facing);
                 if (worth > most) most = worth, aim.facing = facing;
             }
         }
