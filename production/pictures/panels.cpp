@@ -73,8 +73,8 @@ Rgba deepSteel(float tone) {
 const Rgba chips[] = {grey(0.4f),
                       opaque(0.6f, 0.5f, 0.25f),
                       opaque(0.41f, 0.385f, 0.33f),
-                      opaque(0.012f, 0.15f, 0.114f),
-                      opaque(0.02f, 0.25f, 0.19f),
+                      opaque(0.004f, 0.045f, 0.036f),
+                      opaque(0.02f, 0.26f, 0.19f),
                       opaque(0.42f, 0.04f, 0.03f)};
 
 using Metal = Rgba (*)(float tone);
@@ -251,7 +251,7 @@ const std::vector<Row> hullRows = {
     {Groove, 12.6, 9.1, 0.1, 6.8},
     {Paint, 13.6, 13.3, 0.5, 2.6, 0, 1},
     {Paint, 14.3, 13.3, 0.16, 2.6, 0, 1},
-    // The heap's lacquers, the soffit's in five coffers, and its windows.
+    // The heap's lacquers, the soffit's in five coffers that ribs part, and its windows.
     {Chip, 13.1, 3.1, 2.8, 1.5, 0, 2},
     {Chip, 13.1, 4.7, 2.8, 1.3, 0, 3},
     {Chip, 13.26, 4.9, 0.4, 0.9, 0, 4},
@@ -259,6 +259,13 @@ const std::vector<Row> hullRows = {
     {Chip, 14.3, 4.9, 0.4, 0.9, 0, 4},
     {Chip, 14.82, 4.9, 0.4, 0.9, 0, 4},
     {Chip, 15.34, 4.9, 0.4, 0.9, 0, 4},
+    {Chip, 13.42, 4.9, 0.07, 0.9, 0, 3},
+    {Chip, 13.94, 4.9, 0.07, 0.9, 0, 3},
+    {Chip, 14.46, 4.9, 0.07, 0.9, 0, 3},
+    {Chip, 14.98, 4.9, 0.07, 0.9, 0, 3},
+    {Chip, 15.50, 4.9, 0.07, 0.9, 0, 3},
+    {Chip, 13.1, 5.17, 2.8, 0.07, 0, 3},
+    {Chip, 13.1, 5.46, 2.8, 0.07, 0, 3},
     {Chip, 13.1, 6.1, 2.8, 1.3, 0, 5},
     {Panes, 13.1, 7.6, 2.8, 0.36, 0, 8},
     {Panes, 13.1, 8.2, 2.8, 0.24, 0, 4},
