@@ -76,11 +76,13 @@ void main() {
     vec3 up = (eye + towards * meets) / radius;
     float body = smoothstep(-40.0, 40.0, depth);
     float day = daylightAt(up);
-    float grazing = 1.0 - max(dot(up, -towards), 0.0);
-    float rim = grazing * grazing * grazing;
-    vec3 air = color.rgb + vec3(0.06, 0.08, 0.0);
-    vec3 world = groundAt(up) * day + stormsAt(up) * (1.0 - smoothstep(0.0, 0.22, day)) * (1.0 - rim);
-    light = mix(light, world + air * rim * (rim * 0.5 + 0.45 * day), body);
+    if (body > 0.0) {
+        float grazing = 1.0 - max(dot(up, -towards), 0.0);
+        float rim = grazing * grazing * grazing;
+        vec3 air = color.rgb + vec3(0.06, 0.08, 0.0);
+        vec3 world = groundAt(up) * day + stormsAt(up) * (1.0 - smoothstep(0.0, 0.22, day)) * (1.0 - rim);
+        light = mix(light, world + air * rim * (rim * 0.5 + 0.45 * day), body);
+    }
     light += vec3(0.10, 0.12, 0.22) * (1.0 - body) * (0.35 + 0.6 * day) / (1.0 + 0.003 * max(-depth, 0.0));
 
     // Where it meets the ring's plane, and how far that lies behind the world, for the sun.
@@ -88,13 +90,15 @@ void main() {
     vec3 spot = eye + towards * crosses;
     float reach = length(spot) / radius;
     float ice = ringAt(reach) * step(0.0, crosses) * (1.0 - body * step(meets, crosses));
-    float behind = -dot(spot, sun);
-    float blur = 3.0 + 0.12 * max(behind, 0.0);
-    float shadow = step(0.0, behind) * smoothstep(radius + blur, radius - blur, length(spot + sun * behind));
-    vec3 grain = texture2D(noise, vec2(reach * 3.1, 0.37)).rgb;
-    vec3 dust = mix(vec3(0.13, 0.09, 0.11), vec3(0.42, 0.34, 0.25), smoothstep(0.25, 0.75, grain.g));
-    dust = mix(dust, vec3(0.27, 0.31, 0.40), smoothstep(1.78, 1.90, reach));
-    light = mix(light, dust * (0.35 + 0.9 * grain.b) * (1.0 - 0.97 * shadow), min(ice * (0.75 + 0.35 * grain.r), 1.0));
+    if (ice > 0.0) {
+        float behind = -dot(spot, sun);
+        float blur = 3.0 + 0.12 * max(behind, 0.0);
+        float shadow = step(0.0, behind) * smoothstep(radius + blur, radius - blur, length(spot + sun * behind));
+        vec3 grain = texture2D(noise, vec2(reach * 3.1, 0.37)).rgb;
+        vec3 dust = mix(vec3(0.13, 0.09, 0.11), vec3(0.42, 0.34, 0.25), smoothstep(0.25, 0.75, grain.g));
+        dust = mix(dust, vec3(0.27, 0.31, 0.40), smoothstep(1.78, 1.90, reach));
+        light = mix(light, dust * (0.35 + 0.9 * grain.b) * (1.0 - 0.97 * shadow), min(ice * (0.75 + 0.35 * grain.r), 1.0));
+    }
 
     vec2 aside = (place - 0.5) * vec2(1.15, 1.0);
     gl_FragColor = vec4(light * (1.0 - 1.2 * dot(aside, aside)), color.a) * gl_Color;
