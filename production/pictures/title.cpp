@@ -186,15 +186,13 @@ Rgba mirrored(const Canvas& canvas, float x, float y) {
     const float chop = fractalNoise(x * 14 / size, depth / (3 + 10 * near), 64, 3, 131);
     const float from = shore - depth * 1.3f + (6 + 46 * near) * wave;
     const Rgba seen = sampled(canvas, x + (4 + 30 * near) * chop, std::fmin(from, shore - 1));
-    // Moonlit water keeps more of a light than of its colour, gold where the letters are mirrored, and
-    // glitters in columns: the sweep throws both towards the viewer as rays.
-    const Rgba tone = mix(opaque(0.92f, 0.52f, 0.20f), opaque(0.12f, 0.54f, 0.96f),
-                          1 - smoothstep(0.06f, 0.18f, near) * smoothstep(0.60f, 0.25f, near)) *
-                      (0.3f * seen.r + 0.59f * seen.g + 0.11f * seen.b);
+    // Moonlit water keeps more of a light than of its colour, and glitters in columns: the sweep throws both
+    // towards the viewer as rays.
+    const Rgba cool = opaque(0.12f, 0.54f, 0.96f) * (0.3f * seen.r + 0.59f * seen.g + 0.11f * seen.b);
     const float dash = fractalNoise(x * 60 / size, depth / (1.5f + 4 * near), 64, 2, 149);
     const float column = fractalNoise(x * 40 / size, 0.4f, 64, 3, 151);
     const float glitter = smoothstep(0.20f, 0.60f, dash) * smoothstep(0.0f, 0.45f, column);
-    const Rgba lit = mix(seen, tone, mix(0.72f, 0.95f, near)) * (0.62f + 0.60f * chop) +
+    const Rgba lit = mix(seen, cool, mix(0.72f, 0.95f, near)) * (0.62f + 0.60f * chop) +
                      opaque(0.10f, 0.22f, 0.27f) * (glitter * smoothstep(0.02f, 0.2f, near));
     return lit * smoothstep(1.05f, 0.40f, near);
 }
