@@ -19,7 +19,7 @@ Shape drum() {
 }
 
 Shape belt() {
-    return lathe({{15, -12.6}, {17.6, -12}, {18.6, -10}, {17.6, -8}, {15, -7.4}}, 14);
+    return lathe({{15, -12.6}, {17.6, -12}, {18.6, -10}, {17.6, -8}, {15, -7.4}}, 12);
 }
 
 // A stick along the axis with a ball at its far end.
@@ -41,21 +41,24 @@ constexpr double dishRadius = 29;
 
 Shape bowl() {
     Outline inside, outside;
-    for (int i = 0; i <= 5; i++) {
-        const double r = dishRadius * i / 5.0, left = dishRadius - r;
+    for (int i = 0; i <= 4; i++) {
+        const double left = dishRadius * (4 - i) / 4.0;
         inside.push_back({left, 0.013 * left * left});
+    }
+    for (int i = 0; i <= 2; i++) {
+        const double r = dishRadius * i / 2.0;
         outside.push_back({r, 0.013 * r * r - 2});
     }
-    return lathe(chained({outside, {{dishRadius + 0.6, 9.6}}, inside}), 22);
+    return lathe(chained({outside, {{dishRadius + 0.6, 9.6}}, inside}), 20);
 }
 
 // Its edge, and the receiver over its middle.
 Shape dishTrim() {
     const double r = dishRadius;
     const Shape edge =
-        lathe({{r - 1, 9.2}, {r + 1.6, 9.4}, {r + 2.4, 11}, {r + 1.2, 12.6}, {r - 0.8, 12}}, 22);
+        lathe({{r - 1, 9.2}, {r + 1.6, 9.4}, {r + 2.4, 11}, {r + 1.2, 12.6}, {r - 0.8, 12}}, 20);
     const Shape receiver =
-        lathe({{0, 0}, {1.6, 0}, {1.2, 15}, {4.6, 16.4}, {4.6, 21}, {2, 23}, {0, 23.4}}, 8);
+        lathe({{0, 0}, {1.6, 0}, {1.2, 15}, {4.6, 16.4}, {4.6, 21}, {2, 23}, {0, 23.4}}, 6);
     return joined({edge, receiver});
 }
 
@@ -70,7 +73,7 @@ Shape board() {
     const Shape plate =
         moved(box({wingTo - wingFrom, 2, 2 * wingHalf}, 0.8), {(wingFrom + wingTo) / 2, 0, 0});
     return joined(
-        {plate, placed(lathe({{0, 13}, {2.6, 13}, {2.6, wingFrom}, {0, wingFrom}}, 8), {}, {1, 0, 0})});
+        {plate, placed(lathe({{0, 13}, {2.6, 13}, {2.6, wingFrom}, {0, wingFrom}}, 6), {}, {1, 0, 0})});
 }
 
 // Bright lines round and across a board.
