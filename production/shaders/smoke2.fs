@@ -47,7 +47,7 @@ float daylightAt(vec3 up) {
 vec3 stormsAt(vec3 up) {
     vec3 cells = texture2D(noise, vec2(up.x + 0.6 * up.z, 1.8 * dot(up, axis)) * 0.5 + 0.3).rgb;
     float glow = smoothstep(0.30, 0.85, cells.b) * clamp(3.0 * cells.r - 1.2, 0.0, 1.0);
-    return vec3(0.012, 0.014, 0.040) + vec3(0.30, 0.10, 0.030) * glow + vec3(0.30, 0.22, 0.10) * glow * glow * glow;
+    return vec3(0.002, 0.002, 0.005) + vec3(0.16, 0.055, 0.018) * glow * glow + vec3(0.20, 0.14, 0.06) * glow * glow * glow * glow;
 }
 
 // Every sixth cell of a grid has a star somewhere in it; few are bright, and those are large.
