@@ -25,6 +25,18 @@ void setWord(LetteringField& text, float baseline, float capHeight, float pixelA
     }
 }
 
+// Cut like the title's gold, and filled enough to hide what lies behind. The room's glow adds the picture to
+// itself several times, so that half of white is white here. `down` is 0 at a letter's top, 1 at its foot.
+Rgba flashGold(const LetteringField& text, int x, int y, float pixelAspect, float down) {
+    const float lightness =
+        unit(0.42f + 0.70f * bevelFacing(text, x, y, pixelAspect) + 0.20f * bell(down - 0.57f, 0.16f));
+    const Rgba shade = opaque(0.44f, 0.14f, 0.014f), body = opaque(0.56f, 0.28f, 0.045f),
+               shine = opaque(0.60f, 0.52f, 0.32f);
+    const Rgba face =
+        lightness < 0.5f ? mix(shade, body, lightness * 2) : mix(body, shine, lightness * 2 - 1);
+    return mix(face, opaque(0.60f, 0.52f, 0.34f), 0.7f * outline(text.at(x, y) + 1.5f, 2.2f));
+}
+
 }  // namespace
 
 void makeFlashWord(const char* path) {
@@ -38,26 +50,19 @@ void makeFlashWord(const char* path) {
     paint(letters, [&](float x, float y, Rgba) { return grey(1) * coverage(text.at(x, y)); });
     const Canvas streams = streamed(letters, size * 0.493f, streakLine, 0.72f);
 
-    // The room's glow adds the picture to itself several times, so that half of white is white here.
     Canvas canvas(size, size, opaque(0, 0, 0));
     paint(canvas, [&](float x, float y, Rgba ground) {
         const int px = int(x), py = int(y);
         const float distance = text.at(px, py), fill = coverage(distance), away = y - streakLine;
-        const float rim = outline(distance + 2.5f, 5);
-        // Filled enough to hide what lies behind.
-        const float slope = unit((y - baseline + capHeight) / capHeight);
-        // Above the streak the letters mirror a pale sky, below it a burning ground.
         const Rgba face =
-            slope < 0.57f
-                ? mix(opaque(0.56f, 0.49f, 0.33f), opaque(0.50f, 0.33f, 0.13f), slope / 0.57f)
-                : mix(opaque(0.58f, 0.42f, 0.16f), opaque(0.52f, 0.25f, 0.05f), (slope - 0.57f) / 0.43f);
+            fill > 0 ? flashGold(text, px, py, pixelAspect, unit((y - baseline + capHeight) / capHeight))
+                     : Rgba{};
         const float reach = bell((x - size * 0.5f) / size, 0.26f);
         const float streak = reach * (0.4f * bell(away, 2) + 0.03f * bell(away, 22)) * (1 - fill);
         const float border =
             smoothstep(0, 0.12f, std::fmin(std::fmin(x, size - x), std::fmin(y, size - y)) / size);
         const Rgba air = opaque(0.34f, 0.17f, 0.06f) * (0.10f * streams.at(px, py).r * (1 - fill));
-        return ground + (air + opaque(1, 0.80f, 0.48f) * streak) * border + face * fill +
-               opaque(0.34f, 0.32f, 0.26f) * rim;
+        return ground + (air + opaque(1, 0.80f, 0.48f) * streak) * border + face * fill;
     });
     saveRgb(canvas, path, Rows::TopFirst);
 }

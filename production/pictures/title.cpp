@@ -135,14 +135,7 @@ Rgba flight(Point place) {
 
 // Letters cut like a wedge into gold: every side of a stroke catches the light of its own direction.
 Rgba gold(const LetteringField& text, int x, int y) {
-    // Sobel's weights keep the ridges of slanting strokes from stepping.
-    float slopeX = 0, slopeY = 0;
-    for (int i = -1; i <= 1; i++) {
-        const float weight = i == 0 ? 0.25f : 0.125f;
-        slopeX += weight * (text.at(x + 1, y + i) - text.at(x - 1, y + i));
-        slopeY += weight * (text.at(x + i, y + 1) - text.at(x + i, y - 1));
-    }
-    const float facing = -(0.45f * slopeX / pixelAspect + 0.75f * slopeY);
+    const float facing = bevelFacing(text, x, y, pixelAspect);
     const float height = unit((baseline - y) / capHeight);
     const float glance = bell(height - 0.43f, 0.16f);
     const Rgba shade = opaque(0.20f, 0.065f, 0.008f), body = opaque(0.78f, 0.40f, 0.09f),

@@ -151,4 +151,15 @@ void setText(LetteringField& field, const Lettering& style, const TextLine& line
     }
 }
 
+float bevelFacing(const LetteringField& text, int x, int y, float pixelAspect) {
+    // Sobel's weights keep the ridges of slanting strokes from stepping.
+    float slopeX = 0, slopeY = 0;
+    for (int i = -1; i <= 1; i++) {
+        const float weight = i == 0 ? 0.25f : 0.125f;
+        slopeX += weight * (text.at(x + 1, y + i) - text.at(x - 1, y + i));
+        slopeY += weight * (text.at(x + i, y + 1) - text.at(x + i, y - 1));
+    }
+    return -(0.45f * slopeX / pixelAspect + 0.75f * slopeY);
+}
+
 }  // namespace picture

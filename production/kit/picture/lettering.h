@@ -48,4 +48,8 @@ float textWidth(const std::string& text, const Lettering& style);
 
 void setText(LetteringField& field, const Lettering& style, const TextLine& line);
 
+// How far the side of a stroke at that pixel, were it cut like a wedge, faces a lamp above on the left: about
+// -1 to 1, 0 on a ridge. Not for the field's outermost pixels.
+float bevelFacing(const LetteringField& text, int x, int y, float pixelAspect);
+
 }  // namespace picture
