@@ -62,9 +62,9 @@ constexpr int stageSides = 80, floorSides = 120;
 // thing.
 Shape stageFloor() {
     constexpr double dark = 0.04;
-    // Where the viewer stands high. On the outermost terrace, close before his feet, more would make the
-    // reflections pinch to a point.
-    constexpr double steeper = 0.42, steeperOutside = 0.13;
+    constexpr double steeper = 0.42;  // where the viewer stands high
+    // On the outermost terrace, close before his feet: more would make the reflections pinch to a point.
+    constexpr double mostOutside = 0.24;
     constexpr struct {
         double to, fall;  // part of the terrace's breadth, slope
     } rings[] = {{0.20, 0.46}, {0.52, dark}, {0.76, 0.34}, {1.0, dark}};
@@ -72,7 +72,6 @@ Shape stageFloor() {
     for (size_t i = 0; i < std::size(terraces); i++) {
         const auto [radius, foot, height] = terraces[i];
         const double outer = radius - 2.4, inner = i + 1 < std::size(terraces) ? terraces[i + 1].radius : 0;
-        const double most = i == 0 ? steeperOutside : steeper;
         double from = outer;
         for (const auto& ring : rings) {
             const double to = mix(outer, inner, ring.to), flat = ring.fall;
@@ -80,7 +79,8 @@ Shape stageFloor() {
                 shaded(lathe({{from, foot + height}, {to, foot + height}}, floorSides), [=](Vec p, Vec) {
                     const double turn = std::atan2(p.z, p.x);
                     const double aside = std::remainder(turn - colossusTurn - pi, 2 * pi);
-                    const double fall = flat > dark ? flat + most * (0.5 + 0.5 * std::sin(2 * turn)) : flat;
+                    const double high = flat > dark ? steeper * (0.5 + 0.5 * std::sin(2 * turn)) : 0;
+                    const double fall = i == 0 ? std::min(flat + high, mostOutside) : flat + high;
                     return up - normalized(Vec{p.x, 0, p.z}) *
                                     mix(fall, dark, smoothStep(0.95, 0.35, std::abs(aside)));
                 }));
