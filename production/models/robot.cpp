@@ -1,8 +1,7 @@
 // The robot: dark body and arms, and what glows or is painted on it, which is its screen's mesh: the face, a
 // second face at the back of the head that sleeps, a heart's beat on each flank, orange shoulders and ears,
-// lamps, and cold tubes that draw its outline. It stands on
-// a plate below y = 0, looks along +z and waves. Between hips and chest there are only flat bellows behind
-// the axis: the camera flies through that gap.
+// lamps, and cold tubes that draw its outline. It stands on a plate below y = 0, looks along +z and waves.
+// Between hips and chest there are only flat bellows behind the axis: the camera flies through that gap.
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"

@@ -48,9 +48,10 @@ double cometLight(Vec direction) {
     if (std::abs(direction.y - std::sin(degrees(comet::elevation))) > 0.09) return 0;  // far from it
     const double above = std::asin(direction.y) / degrees(1) - comet::elevation;
     const double along = std::atan2(direction.x, direction.z) / degrees(1) - comet::azimuth;
-    if (along <= 0 || along >= comet::tail) return bell(std::hypot(along * 0.6, above), 1.6);
+    if (along <= 0 || along >= comet::tail)
+        return bell(std::hypot(along * comet::azimuthShrinks, above), comet::headBreadth);
     const double k = along / comet::tail;
-    return (1 - k * k) * bell(above, 2.0 + 0.8 * k);
+    return (1 - k * k) * bell(above, comet::tailBreadth + comet::tailGrowth * k);
 }
 
 }  // namespace viewer

@@ -111,12 +111,14 @@ Rgba cometLight(Direction towards) {
     const float degree = 0.017453293f;
     const float along = std::atan2(towards.x, towards.z) / degree - float(comet::azimuth);
     const float above = std::asin(std::clamp(towards.y, -1.0f, 1.0f)) / degree - float(comet::elevation);
-    const float away = std::hypot(along * 0.6f, above);
-    Rgba seen = light(1, 1, 1) * bell(away, 1.6f) + light(0.30f, 0.44f, 0.80f) * bell(away, 3.2f);
+    const float away = std::hypot(along * float(comet::azimuthShrinks), above);
+    Rgba seen = light(1, 1, 1) * bell(away, float(comet::headBreadth)) +
+                light(0.30f, 0.44f, 0.80f) * bell(away, 3.2f);
     if (along > 0 && along < float(comet::tail)) {
         const float k = along / float(comet::tail);
         const Rgba tint = mix(light(1, 1, 1), light(0.30f, 0.46f, 1), smoothstep(0.1f, 0.7f, k));
-        seen = seen + tint * ((1 - k * k) * bell(above, 2.0f + 0.8f * k));
+        seen = seen +
+               tint * ((1 - k * k) * bell(above, float(comet::tailBreadth) + float(comet::tailGrowth) * k));
     }
     return seen;
 }

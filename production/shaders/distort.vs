@@ -10,22 +10,31 @@ varying vec3 light;  // from the side of this corner, its largest channel 1
 const vec2 seen = vec2(800.0, 600.0) / 1024.0;  // of a target
 const vec2 aspect = vec2(4.0 / 3.0, 1.0);       // of the screen
 
+vec3 sampleAt(vec2 at) { return texture2D(picture, at * seen).rgb; }
+
+// The middle of a sample's cell: coarse samples do, since the picture has a glow round all that shines.
+vec2 cellAt(int column, int row) { return (vec2(float(column), float(row)) + 0.5) / vec2(20.0, 15.0); }
+
+// How much of a colour is the beams', which are magenta.
+float beamIn(vec3 color) {
+    float beam = max(min(color.r, color.b) - 0.6 * color.g, 0.0);
+    return beam * beam;
+}
+
 void main() {
     gl_Position = ftransform();
     gl_FrontColor = gl_Color;
     gl_TexCoord[0] = gl_MultiTexCoord0;
     place = gl_Vertex.xy * 0.5 + 0.5;
 
-    // Coarse samples do: the picture has a glow round all that shines.
     vec2 corner = clamp(place, 0.0, 1.0);
     vec3 middle = vec3(0.5, 0.5, 1.0) * 0.01;
     vec3 fallen = vec3(0.0);
     for (int row = 0; row < 15; row++) {
         for (int column = 0; column < 20; column++) {
-            vec2 at = (vec2(float(column), float(row)) + 0.5) / vec2(20.0, 15.0);
-            vec3 color = texture2D(picture, at * seen).rgb;
-            float beam = max(min(color.r, color.b) - 0.6 * color.g, 0.0);
-            middle += beam * beam * vec3(at, 1.0);
+            vec2 at = cellAt(column, row);
+            vec3 color = sampleAt(at);
+            middle += beamIn(color) * vec3(at, 1.0);
             vec2 away = (at - corner) * aspect;
             fallen += color * max(color.r, max(color.g, color.b)) * exp(-3.0 * dot(away, away));
         }
@@ -35,11 +44,9 @@ void main() {
     middle = vec3(first, 1.0) * 0.05;
     for (int row = 0; row < 15; row++) {
         for (int column = 0; column < 20; column++) {
-            vec2 at = (vec2(float(column), float(row)) + 0.5) / vec2(20.0, 15.0);
-            vec3 color = texture2D(picture, at * seen).rgb;
-            float beam = max(min(color.r, color.b) - 0.6 * color.g, 0.0);
+            vec2 at = cellAt(column, row);
             vec2 away = (at - first) * aspect;
-            middle += beam * beam * exp(-12.0 * dot(away, away)) * vec3(at, 1.0);
+            middle += beamIn(sampleAt(at)) * exp(-12.0 * dot(away, away)) * vec3(at, 1.0);
         }
     }
     focus = clamp(middle.xy / middle.z, 0.2, 0.8);
