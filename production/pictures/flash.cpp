@@ -15,7 +15,7 @@ void setWord(LetteringField& text, float baseline, float capHeight, float pixelA
     constexpr struct {
         const char* letter;
         float gap;  // to the next letter, in columns; less than none where two slants run side by side
-    } letters[] = {{"V", -16}, {"A", 30}, {"L", 0}, {"O", 0}};
+    } letters[] = {{"V", -12}, {"A", 24}, {"L", 6}, {"O", 0}};
     float breadth = 0;
     for (const auto& [letter, gap] : letters) breadth += textWidth(letter, style) + gap;
     float left = (float(text.width) - breadth) / 2;
@@ -25,16 +25,17 @@ void setWord(LetteringField& text, float baseline, float capHeight, float pixelA
     }
 }
 
-// Cut like the title's gold, and filled enough to hide what lies behind. The room's glow adds the picture to
-// itself several times, so that half of white is white here. `down` is 0 at a letter's top, 1 at its foot.
+// Cut like the title's gold. The room's glow adds to each place twice what lies round it, so that a third of
+// white is white here, and only what differs much from what lies beside it is still told from it. `down` is 0
+// at a letter's top, 1 at its foot.
 Rgba flashGold(const LetteringField& text, int x, int y, float pixelAspect, float down) {
     const float lightness =
         unit(0.42f + 0.70f * bevelFacing(text, x, y, pixelAspect) + 0.20f * bell(down - 0.57f, 0.16f));
-    const Rgba shade = opaque(0.44f, 0.14f, 0.014f), body = opaque(0.56f, 0.28f, 0.045f),
-               shine = opaque(0.60f, 0.52f, 0.32f);
+    const Rgba shade = opaque(0.17f, 0.034f, 0), body = opaque(0.44f, 0.20f, 0.026f),
+               shine = opaque(0.66f, 0.50f, 0.24f);
     const Rgba face =
         lightness < 0.5f ? mix(shade, body, lightness * 2) : mix(body, shine, lightness * 2 - 1);
-    return mix(face, opaque(0.60f, 0.52f, 0.34f), 0.7f * outline(text.at(x, y) + 1.5f, 2.2f));
+    return mix(face, opaque(0.80f, 0.66f, 0.40f), 0.8f * outline(text.at(x, y) + 1.5f, 2.2f));
 }
 
 }  // namespace
@@ -42,13 +43,15 @@ Rgba flashGold(const LetteringField& text, int x, int y, float pixelAspect, floa
 void makeFlashWord(const char* path) {
     const int size = 1024;
     const float pixelAspect = 4.0f / 3;  // the square picture fills a 4:3 screen
-    const float capHeight = 320, baseline = 674, streakLine = baseline - 0.43f * capHeight;
+    // Over the ball, which it must not hide, before the dark of the hall's upper half.
+    const float capHeight = 320, baseline = 402, streakLine = baseline - 0.43f * capHeight;
+    const Point ball = {size * 0.5f, size * 0.5f};
     LetteringField text(size, size, 60);
     setWord(text, baseline, capHeight, pixelAspect);
 
     Canvas letters(size, size);
     paint(letters, [&](float x, float y, Rgba) { return grey(1) * coverage(text.at(x, y)); });
-    const Canvas streams = streamed(letters, size * 0.493f, streakLine, 0.72f);
+    const Canvas streams = streamed(letters, ball.x, ball.y, 0.72f);
 
     Canvas canvas(size, size, opaque(0, 0, 0));
     paint(canvas, [&](float x, float y, Rgba ground) {
@@ -61,7 +64,7 @@ void makeFlashWord(const char* path) {
         const float streak = reach * (0.4f * bell(away, 2) + 0.03f * bell(away, 22)) * (1 - fill);
         const float border =
             smoothstep(0, 0.12f, std::fmin(std::fmin(x, size - x), std::fmin(y, size - y)) / size);
-        const Rgba air = opaque(0.34f, 0.17f, 0.06f) * (0.10f * streams.at(px, py).r * (1 - fill));
+        const Rgba air = opaque(0.34f, 0.17f, 0.06f) * (0.22f * streams.at(px, py).r * (1 - fill));
         return ground + (air + opaque(1, 0.80f, 0.48f) * streak) * border + face * fill;
     });
     saveRgb(canvas, path, Rows::TopFirst);
