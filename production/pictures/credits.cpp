@@ -19,6 +19,7 @@ constexpr float pixelAspect = 4.0f / 3;
 constexpr float margin = 28, blockColumns = 372;  // kept clear at the screen's side; what all lines share
 constexpr float roleLine = 104, roleHeight = 36;  // rows
 constexpr float figureTop = 134, figureHeight = 118, figureLine = figureTop + figureHeight;
+constexpr float plateTop = 48, plateBottom = 474, plateMargin = 18;  // rows; columns beside the block
 constexpr float marksTop = 274, marksHeight = 124, withoutLine = 448, withoutHeight = 38;
 
 // How far a place is outside of mark `i` of `count`; across and down in rows from the marks' upper left.
@@ -39,8 +40,7 @@ Point middleOf(int i, int count, int rows, float pitch) {
 }
 
 constexpr float blockBreadth = blockColumns * pixelAspect;  // in rows, as what follows
-constexpr float clockPitch = blockBreadth / 6, polygonPitch = blockBreadth / 8, framePitch = blockBreadth / 8,
-                barPitch = blockBreadth / 102;
+constexpr float clockPitch = blockBreadth / 6, meshPitch = blockBreadth / 8, barPitch = blockBreadth / 102;
 
 // A clock for every effect, each a step further round.
 float clockMark(int i, int count, Point place) {
@@ -51,23 +51,126 @@ float clockMark(int i, int count, Point place) {
     return std::fmin(wedge, std::fabs(radius - 27.5f) - 2.0f);
 }
 
-// From the triangle on, one more corner each, cut into facets from the middle.
-float polygonMark(int i, int count, Point place) {
-    const Point p = place - middleOf(i, count, 2, polygonPitch);
-    const float sector = 2 * pi / (i + 3), turn = std::atan2(p.x, -p.y);
-    const float toSide = std::remainder(turn - sector / 2, sector), toCorner = std::remainder(turn, sector);
-    const float edge = length(p) * std::cos(toSide) - 28 * std::cos(sector / 2);
-    return std::fmax(edge, 1.4f - length(p) * std::fabs(std::sin(toCorner)));
+// Lines of a width along an edge; what both shapes cover, and what the first covers without the second.
+float lined(float distance, float width) {
+    return std::fabs(distance) - width / 2;
+}
+float without(float distance, float cut) {
+    return std::fmax(distance, -cut);
+}
+template <class... Rest>
+float either(float first, Rest... rest) {
+    ((first = std::fmin(first, rest)), ...);
+    return first;
 }
 
-// Small frames with a hill in each, and a sun that climbs.
+// A sign for every mesh, in the order in which they are made; each within 28 rows of its middle.
+using Sign = float (*)(Point p);
+constexpr Sign meshSigns[] = {
+    // The box, here three of them piled up.
+    [](Point p) {
+        return either(box(p, {4, -16}, {21, 6}, 1), box(p, {-5, 0}, {21, 6}, 1), box(p, {2, 16}, {21, 6}, 1));
+    },
+    // The ship.
+    [](Point p) {
+        return polygon(p, {{-28, 0}, {4, -9}, {14, -22}, {26, -22}, {18, 0}, {26, 22}, {14, 22}, {4, 9}});
+    },
+    // The tunnel, looked into.
+    [](Point p) {
+        const float r = length(p);
+        return either(lined(r - 24, 6), lined(r - 13.5f, 4.5f), r - 5);
+    },
+    // The robot's body, its arms and its face.
+    [](Point p) {
+        const Point side = {std::fabs(p.x), p.y};
+        const float heart = either(circle(side, {4, -9}, 4.8f), polygon(p, {{-8, -7}, {8, -7}, {0, 3}}));
+        return either(without(box(p, {0, -7}, {18, 17}, 5), heart), box(side, {9, 20}, {6, 7}, 1));
+    },
+    [](Point p) {
+        const float claw = std::fmax(lined(length(p - Point{0, -9}) - 13, 7), -p.y - 17);
+        return either(claw, box(p, {0, 15}, {5, 12}, 1));
+    },
+    [](Point p) {
+        const Point side = {std::fabs(p.x), p.y};
+        const float smile = p.y > 4 ? lined(length(p - Point{0, -3}) - 14, 4.5f) : 99;
+        return either(lined(box(p, {}, {26, 21}, 7), 4), circle(side, {10, -5}, 4.6f), smile);
+    },
+    // The ring.
+    [](Point p) {
+        return 0.5f * lined(length({p.x, p.y * 2.4f}) - 24, 8);
+    },
+    // The figure that is cut to stripes.
+    [](Point p) {
+        const float r = length(p), stripe = std::fabs(std::remainder(p.y, 9.0f)) - 1.6f;
+        return without(r - 26, stripe);
+    },
+    // The sky.
+    [](Point p) {
+        const auto star = [](Point q, float size) {
+            return 0.5f * (std::pow(std::sqrt(std::fabs(q.x)) + std::sqrt(std::fabs(q.y)), 2.0f) - size);
+        };
+        return either(star(p - Point{-5, 4}, 24), star(p - Point{16, -15}, 13), star(p - Point{15, 19}, 9));
+    },
+    // The probe.
+    [](Point p) {
+        const Point side = {std::fabs(p.x), p.y};
+        const float panel = without(box(side, {19, 0}, {8, 14}, 1), lined(p.y, 2.5f));
+        return either(panel, box(p, {}, {7, 9}, 2), box(p, {}, {26, 1.5f}), box(p, {0, -17}, {1.6f, 9}));
+    },
+    // The hall as beams meet it, and as it is seen.
+    [](Point p) {
+        const float dome = std::fmax(length(p - Point{0, 16}) - 26, box(p, {0, -2}, {30, 20}));
+        return lined(dome + 2, 4);
+    },
+    [](Point p) {
+        const float dome = std::fmax(length(p - Point{0, 16}) - 28, box(p, {0, -2}, {30, 22}));
+        float doors = 99;
+        for (const float x : {-14.0f, 0.0f, 14.0f})
+            doors = either(doors, box(p, {x, x == 0 ? 6.0f : 9.0f}, {4, x == 0 ? 15.0f : 12.0f}, 4));
+        return without(dome, doors);
+    },
+    // The stage.
+    [](Point p) {
+        return either(box(p, {0, 20}, {27, 4}, 1), box(p, {0, 9}, {19, 4}, 1), box(p, {0, -2}, {11, 4}, 1),
+                      circle(p, {0, -18}, 8));
+    },
+    // The ball as beams meet it, and as it is seen.
+    [](Point p) {
+        const float r = length(p), turn = std::remainder(std::atan2(p.x, p.y), pi / 4);
+        return either(lined(r * std::cos(turn) - 23, 3.5f),
+                      std::fmax(lined(r * std::sin(turn - pi / 8), 2), r - 23));
+    },
+    [](Point p) {
+        const float r = length(p), bulge = std::sqrt(std::fmax(1 - p.y * p.y / 676, 0.05f));
+        const float cuts = either(lined(std::remainder(p.y + 4.5f, 9.0f), 2.6f),
+                                  lined(std::remainder(p.x / bulge + 4.5f, 9.0f) * bulge, 2.6f));
+        return without(r - 26, cuts);
+    },
+    // The casing.
+    [](Point p) {
+        return without(box(p, {}, {20, 24}, 3), lined(std::remainder(p.x + 5, 10.0f), 2.8f));
+    },
+};
+
+float meshMark(int i, int count, Point place) {
+    return meshSigns[i % int(std::size(meshSigns))](place - middleOf(i, count, 2, meshPitch));
+}
+
+// A hand of pictures, each with a hill in it, over which from one to the next the sun climbs.
 float frameMark(int i, int count, Point place) {
-    const Point p = place - middleOf(i, count, 3, framePitch);
-    const float frame = std::fabs(box(p, {}, {25, 16.5f}, 1)) - 1.6f;
-    const float hill = std::fmax(std::fabs(p.x + 6) * 0.8f - p.y + 2, p.y - 15);
-    const float sun = length(p - Point{12, 10 - 18.0f * i / count}) - 4.2f;
-    const float inside = box(p, {}, {24, 15.5f});
-    return std::fmin(frame, std::fmax(std::fmin(hill, sun), inside));
+    constexpr Point half = {23, 33};
+    constexpr float spread = 0.86f, pivot = 520, gap = 2.4f;
+    const auto inFrame = [&](int k) {
+        const float turn = spread * (k / (count - 1.0f) - 0.5f);
+        return turned(place - Point{blockBreadth / 2, half.y + 4 + pivot}, -turn) + Point{0, pivot};
+    };
+    for (int k = i + 1; k < count; k++)
+        if (box(inFrame(k), {}, half, 2) < gap) return 99;
+    const Point p = inFrame(i);
+    const float inside = box(p, {}, half, 2);
+    const float hill = std::fmax(0.8f * (std::fabs(p.x + 8) * 0.7f - p.y + 12), inside + 3);
+    const float sun = length(p - Point{-12, 8 - 26.0f * i / count}) - 5;
+    return either(lined(inside + 1, 2.2f), hill, sun);
 }
 
 // The bars of the music, as tall as the music is full in each part of the show.
@@ -91,6 +194,12 @@ Lettering filling(const std::string& text, Lettering style, float columns) {
     for (int i = 0; i < 3; i++)
         style.height = std::fmin(style.height, style.height * columns / textWidth(text, style));
     return style;
+}
+
+// How far a place is outside of a box whose corners are cut off, `cut` each way.
+float cutBox(Point p, Point centre, Point half, float cut) {
+    const Point q = {std::fabs(p.x - centre.x) - half.x, std::fabs(p.y - centre.y) - half.y};
+    return std::fmax(std::fmax(q.x, q.y), (q.x + q.y + cut) * 0.7071f);
 }
 
 void setBlock(LetteringField& text, const Card& card, float left) {
@@ -124,18 +233,21 @@ void makeCard(const char* path, const Card& card) {
                                                             : (y - withoutLine) / withoutHeight + 1;
         return mix(opaque(1, 0.985f, 0.94f), opaque(0.93f, 0.76f, 0.44f), unit(foot)) * ink;
     });
-    const Canvas shadow = blurred(shape, 3, Edge::Empty), air = blurred(shape, 18, Edge::Empty);
+    const Canvas shadow = blurred(shape, 3, Edge::Empty);
+    const Point middle = {(left + blockColumns / 2) * pixelAspect, (plateTop + plateBottom) / 2};
+    const Point half = {(blockColumns / 2 + plateMargin) * pixelAspect, (plateBottom - plateTop) / 2};
 
-    // Dark round every letter and, far wider and fainter, round all of them: nowhere has it an edge.
+    // A plate of smoked glass behind all of it, its corners cut, with a fine gold rule round it.
     Canvas canvas(size, size);
     paint(canvas, [&](float x, float y, Rgba) {
         const int px = int(x), py = int(y);
-        const float wide = 0.86f * (1 - std::exp(-6.0f * air.at(px, py).a));
-        const float dark = 1 - (1 - wide) * (1 - 0.85f * shadow.at(px, py).a);
-        const float border = std::fmin(std::fmin(x, size - x), std::fmin(y, size - y));
-        const float grain = (randomAt(px, py, 5) - 0.5f) / 255;
-        const float ground = unit(dark * smoothstep(0, 26, border) + (dark > 0.01f ? grain : 0));
-        return over(shape.at(px, py), Rgba{0, 0, 0, ground});
+        const Point place = {x * pixelAspect, y};
+        const float edge = cutBox(place, middle, half, 18);
+        const float deep = 0.80f - 0.12f * unit((y - plateTop) / (plateBottom - plateTop));
+        const float plate = deep * coverage(edge);
+        const float dark = 1 - (1 - plate) * (1 - 0.85f * shadow.at(px, py).a * coverage(edge));
+        const Rgba rule = opaque(0.76f, 0.57f, 0.28f) * (0.9f * outline(edge + 6, 2.0f));
+        return over(shape.at(px, py), over(rule, Rgba{0, 0, 0, dark}));
     });
     saveRgba(canvas, path, Rows::TopFirst);
 }
@@ -146,7 +258,7 @@ void makeCodeCredit(const char* path) {
     makeCard(path, {"Code", 12, "effects", "and one clock", clockMark, true});
 }
 void makeModelsCredit(const char* path) {
-    makeCard(path, {"Models", int(modelProducts.size()), "meshes", "and no modeller", polygonMark, false});
+    makeCard(path, {"Models", int(modelProducts.size()), "meshes", "and no modeller", meshMark, false});
 }
 void makeGraphicsCredit(const char* path) {
     makeCard(path, {"Graphics", int(pictureProducts.size()), "pictures", "and no camera", frameMark, false});
