@@ -16,7 +16,7 @@ const std::vector<Product> modelProducts = {
     {"robo_arms.AML", makeRobotArms, "models/robot.cpp", kit},
     {"robo_screen.AML", makeRobotScreen, "models/robot.cpp", kit},
     {"ring.AML", makeRing, "models/ring.cpp", kit},
-    {"haromalli.AML", makeEclipse, "models/eclipse.cpp", kit},
+    {"haromalli.AML", makeSun, "models/sun.cpp", kit},
     {"pallo.AML", makeSky, "models/sky.cpp", kit},
     {"palikka.AML", makeProbe, "models/probe.cpp", kit},
     {"huone_simple.AML", makeRoomCollision, "models/room.cpp", kit},

@@ -6,6 +6,8 @@
 #include "production/kit/picture/relief.h"
 #include "production/pictures/hall.h"
 #include "production/pictures/pictures.h"
+#include "production/pictures/sun.h"
+#include "production/sun_layout.h"
 
 using namespace picture;
 
@@ -71,7 +73,7 @@ Rgba deepSteel(float tone) {
 // What the stripes' halo is made of, ember and flame, and the heap's lacquers: ivory, jade in shade and in
 // light, crimson.
 const Rgba chips[] = {grey(0.4f),
-                      opaque(0.6f, 0.5f, 0.25f),
+                      opaque(1.0f, 0.5f, 0.25f),
                       opaque(0.41f, 0.385f, 0.33f),
                       opaque(0.004f, 0.045f, 0.036f),
                       opaque(0.02f, 0.26f, 0.19f),
@@ -301,8 +303,23 @@ Canvas plated(Metal metal, const std::vector<Row>& rows, const std::vector<Sign>
 
 }  // namespace
 
+// Half of the sun's mask, from its middle to its right edge, lies in a plate's place. A margin round it is
+// drawn on, so that nothing else comes in at its edges.
+void drawSunSkin(Canvas& canvas) {
+    constexpr float left = 0.1f * cell, top = 11.1f * cell, width = 2.8f * cell, height = 4.8f * cell;
+    constexpr float margin = 4;
+    const float radius = float(sun::radius);
+    paint(canvas, [&](float x, float y, Rgba below) {
+        const bool outside =
+            x < left - margin || x > left + width + margin || y < top - margin || y > top + height + margin;
+        return outside ? below : sunSkin((x - left) / width * radius, (1 - 2 * (y - top) / height) * radius);
+    });
+}
+
 void makeHull(const char* path) {
-    saveRgb(plated(enamel, hullRows, hullSigns, {0.14f, 0.55f, 0.5f, 900}), path, Rows::TopFirst);
+    Canvas canvas = plated(enamel, hullRows, hullSigns, {0.14f, 0.55f, 0.5f, 900});
+    drawSunSkin(canvas);
+    saveRgb(canvas, path, Rows::TopFirst);
 }
 
 // The tunnel's frame, along a segment: the light of the rings at both of its ends falls off towards its

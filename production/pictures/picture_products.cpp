@@ -20,7 +20,7 @@ const std::vector<Product> pictureProducts = {
     {"credits-models.png", makeModelsCredit, "pictures/credits.cpp", kit},
     {"credits-gfx.png", makeGraphicsCredit, "pictures/credits.cpp", kit},
     {"credits-music.png", makeMusicCredit, "pictures/credits.cpp", kit},
-    {"shiptex.png", makeHull, "pictures/panels.cpp", kit},
+    {"shiptex.png", makeHull, "pictures/", kit},
     {"cubetex.png", makeWalls, "pictures/", kit},
     {"envmap.png", makeStudio, "pictures/reflections.cpp", kit},
     {"envmap2.png", makeRobotChrome, "pictures/reflections.cpp", kit},

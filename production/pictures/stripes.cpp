@@ -10,22 +10,23 @@ namespace {
 constexpr int size = 1024;
 constexpr float unitsPerRepeat = 500;
 
-// In units up and down from the eye's own height, and again about each repeat. The middle is left open: there
-// the near view looks down the tunnel. The far figure mostly is 60 to 100 units off; through the first broad
-// gap in its front the core is seen before the one in its back, as the pupil of an eye.
+// In units up and down from the eye's own height, and again about each repeat: broad ones, so that the far
+// figure's face stays whole, and the cuts between them in pairs. The far figure mostly is 60 to 100 units
+// off.
 struct Stripe {
     float from, to;
 };
-constexpr Stripe stripes[] = {{12, 27},   {36, 52},   {71, 100},  {125, 141}, {149, 161},
-                              {168, 178}, {185, 194}, {201, 209}, {216, 223}, {230, 236}};
+constexpr Stripe stripes[] = {{1.2f, 34}, {37, 43},   {46, 104},  {107, 113}, {116, 158},
+                              {161, 167}, {170, 206}, {209, 215}, {218, 249}};
 
-// The far figure's glow makes nearly two hundred of one: so little is let through that its halo is
-// half-tones. The less of a colour there is, the nearer to its source it dies away: blue first, red last.
-const Rgba tint = opaque(0.11f, 0.050f, 0.0145f);
+// The far figure's glow makes nearly two hundred of one: of green and blue so little is let through that its
+// halo is half-tones, and the less of a colour there is, the nearer to its source it dies away. Red fills its
+// halo in any case, so it may show the figure's own form.
+const Rgba tint = opaque(0.65f, 0.062f, 0.0145f);
 
-// The halo shines through the figure a little at a stripe's edges, as light creeps round a rim.
-constexpr float thin = 0.6f, thick = 0.97f;  // of alpha, clear of one half, where all is cut away
-constexpr float rim = 4;                     // units of height
+// The halo shines through the figure at a stripe's edges, so that they step less.
+constexpr float thin = 0.52f, thick = 0.97f;  // of alpha, clear of one half, where all is cut away
+constexpr float rim = 1.5f;                   // units of height
 
 // Of a height in units, to the nearest stripe's edge, negative inside.
 float distanceToStripe(float height) {

@@ -204,7 +204,7 @@ TEST(Pictures, CreditsAreGoldOnClearGround) {
 }
 
 // Alpha of one half or less is cut away: 12 to 20 stripes a repeat cut a figure without mincing it, and S
-// must not matter. What stays is dim, and blue the dimmest, or its glow is one flat patch.
+// must not matter. What stays has little green and less blue, or its glow is one flat patch.
 TEST(Pictures, StripesCutByAlphaAlongT) {
     const Picture picture("tex.png");
     int stripes = 0, kept = 0, longest = 0, run = 0;
@@ -217,7 +217,7 @@ TEST(Pictures, StripesCutByAlphaAlongT) {
         if (inside) {
             ASSERT_LT(picture.sample(0, y, 2), picture.sample(0, y, 1)) << y;
             ASSERT_LT(picture.sample(0, y, 1), picture.sample(0, y, 0)) << y;
-            ASSERT_LT(picture.sample(0, y, 0), 80) << y;
+            ASSERT_LT(picture.sample(0, y, 1), 24) << y;
         }
         for (int x = 0; x < picture.width; x += 17)
             ASSERT_NEAR(picture.sample(x, y, 3), picture.sample(0, y, 3), 1) << x << ", " << y;
@@ -225,7 +225,7 @@ TEST(Pictures, StripesCutByAlphaAlongT) {
     EXPECT_GE(stripes, 12);
     EXPECT_LE(stripes, 20);
     EXPECT_GT(kept, picture.height * 2 / 5);
-    EXPECT_LT(kept, picture.height * 4 / 5);
+    EXPECT_LT(kept, picture.height * 19 / 20);
     EXPECT_GT(longest, 2 * kept / stripes);  // a broad one, for rhythm
 }
 

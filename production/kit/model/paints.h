@@ -20,6 +20,7 @@ constexpr Patch hazard = cells(3.3, 9.3, 6.4, 2.5);    // stripes below "no step
 constexpr Patch vents = cells(3.6, 12.9, 2.8, 2.2);    // dark slats
 constexpr Patch sail = cells(10.1, 9.1, 5.8, 6.8);     // a pale wing, from its root to its tip
 constexpr Patch dark = cells(6.3, 0.2, 3.4, 1.0);
+constexpr Patch sunFace = cells(0.1, 11.1, 2.8, 4.8);  // its left half, from the middle out
 // The heap's lacquers, and its rows of lit panes: eight on a flank, four on the shaft.
 constexpr Patch ivory = cells(13.2, 3.2, 2.6, 1.3), jade = cells(13.2, 4.8, 2.6, 1.1),
                 crimson = cells(13.2, 6.2, 2.6, 1.1);
