@@ -1,6 +1,6 @@
-// The box of the heap: a beam of ivory lacquer over a jade soffit that rises like an eave towards one end,
-// lit panes on its flanks, and a crimson shaft and counterweight, so that quarter turns change the stack's
-// outline. A little under one storey (20 units) high, twenty of which lie across each other.
+// The box of the heap: a house of one storey, a little under 20 units high, twenty of which lie across each
+// other. Between two pale slabs stand lit rooms behind glass; at one end the upper slab is missing, and a
+// terrace grows a garden. Its timber soffit is what a viewer from below sees.
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
@@ -12,7 +12,11 @@ using namespace model;
 
 namespace {
 
-constexpr Vec size = {110, 18.6, 45};
+constexpr double halfLength = 55, halfWidth = 22.5, halfHeight = 9.3;
+constexpr double slab = 3.2;  // thickness of floor and roof
+constexpr double roofFrom = -30, glassFrom = -27, glassTo = 51, glassHalf = 19;
+constexpr double parapet = 6.4;  // height of the terrace's, slab included
+constexpr double trunkRadius = 13, trunkDepth = 130, mastHeight = 50;
 
 // The light circles far below the heap. What is to catch it wherever it stands faces down by `share` more
 // than it does.
@@ -20,75 +24,132 @@ Shape litFromBelow(const Shape& shape, double share) {
     return shaded(shape, [=](Vec, Vec normal) { return normal - Vec{0, share, 0}; });
 }
 
-// A lacquer laid on along x, over the whole length of the box.
-Shape lacquered(Shape shape, const Patch& lacquer) {
-    for (Face& face : shape.faces) {
-        face.uvs.clear();
-        for (int point : face.points) {
-            const Vec p = shape.points[point];
-            face.uvs.push_back({mix(lacquer.low.s, lacquer.high.s, p.x / size.x + 0.5),
-                                mix(lacquer.low.t, lacquer.high.t, 0.5 + p.z / size.z)});
-        }
-    }
-    return shape;
+Shape block(Vec low, Vec high, double bevel) {
+    return moved(box(high - low, bevel), (low + high) * 0.5);
 }
 
-// The faces that look down, or all others.
-Shape ofSoffit(const Shape& shape, bool down) {
-    Shape part = shape;
-    part.faces.clear();
-    for (const Face& face : shape.faces)
-        if ((faceNormal(shape, face).y < -0.3) == down) part.faces.push_back(face);
-    return part;
-}
-
-Shape strip(Vec corner, Vec along, Vec up) {
+// Front where `along` points to the right and `up` upwards.
+Shape sheet(Vec corner, Vec along, Vec up) {
     return grid(2, 2, false, false, [=](int c, int r) { return corner + along * c + up * r; });
 }
 
-Shape beam() {
-    const Outline side = {{-31, -5}, {24, -5}, {55, 3.4}, {55, 8.6}, {-34, 8.6}, {-34, -1}};
-    return moved(extrude(side, size.z, 1.2), {0, 0, -size.z / 2});
+Shape floorSlab() {
+    return block({-halfLength, -halfHeight, -halfWidth}, {halfLength, slab - halfHeight, halfWidth}, 0.7);
 }
 
-Shape shaftAndWeight() {
-    return joined({box({36, size.y, 36}, 1.5), moved(box({11, 9, 30}, 1.2), {-49.4, 3.5, 0}),
-                   moved(box({14, 4, 14}, 0.8), {-39, 4, 0})});
+Shape roofSlab() {
+    return block({roofFrom, halfHeight - slab, -halfWidth}, {halfLength, halfHeight, halfWidth}, 0.7);
 }
 
-// Lamps: eight panes on either flank, four on each side of the shaft below the beam, and a strip on the end.
-Shape flankPanes() {
-    const double out = size.z / 2 + 0.15;
+Shape rooms() {
+    return block({glassFrom, slab - halfHeight, -glassHalf}, {glassTo, halfHeight - slab, glassHalf}, 0);
+}
+
+// What closes the terrace: three walls with a hedge on them.
+Shape terraceWalls() {
+    const double low = slab - halfHeight, top = parapet - halfHeight, in = 3;
+    return joined({block({-halfLength, low, -halfWidth}, {in - halfLength, top, halfWidth}, 0.5),
+                   block({in - halfLength, low, halfWidth - in}, {roofFrom, top, halfWidth}, 0.5),
+                   block({in - halfLength, low, -halfWidth}, {roofFrom, top, in - halfWidth}, 0.5)});
+}
+
+// Glass from slab to slab: the long sides are two stretches of rooms each, the ends one.
+Shape glass() {
+    const double low = slab - halfHeight, tall = 2 * (halfHeight - slab), out = glassHalf + 0.1;
+    const double half = (glassTo - glassFrom) / 2, middle = glassFrom + half;
+    const auto wall = [&](double x, double side, const Patch& patch) {
+        return painted(sheet({x, low, side * out}, {side * half, 0, 0}, {0, tall, 0}), patch);
+    };
+    return joined({wall(glassFrom, 1, hull::rooms[0]), wall(middle, 1, hull::rooms[1]),
+                   wall(glassTo, -1, hull::rooms[0]), wall(middle, -1, hull::rooms[1]),
+                   painted(sheet({glassTo + 0.1, low, glassHalf}, {0, 0, -2 * glassHalf}, {0, tall, 0}),
+                           hull::rooms[1]),
+                   painted(sheet({glassFrom - 0.1, low, -glassHalf}, {0, 0, 2 * glassHalf}, {0, tall, 0}),
+                           hull::rooms[0])});
+}
+
+// Under the floor and, where it hangs over, under the roof: timber, each half a picture.
+Shape soffits() {
+    const auto under = [](double from, double to, double y, double z) {
+        return painted(sheet({from, y, -z}, {to - from, 0, 0}, {0, 0, 2 * z}), hull::timber);
+    };
+    const double y = -halfHeight - 0.05, edge = 1.2;
     return joined(
-        {strip({-22, -2.6, out}, {58, 0, 0}, {0, 7, 0}), strip({36, -2.6, -out}, {-58, 0, 0}, {0, 7, 0})});
+        {under(edge - halfLength, 0, y, halfWidth - edge), under(0, halfLength - edge, y, halfWidth - edge)});
 }
 
-Shape shaftPanes() {
-    return around(strip({-15, -8.9, 18.15}, {30, 0, 0}, {0, 3.4, 0}), 4, Axis::y);
+Shape hedge() {
+    const double low = slab * 0.3 - halfHeight, tall = parapet + 1.2 - slab * 0.3, out = halfWidth + 0.25;
+    const double from = -halfLength - 0.25, deep = roofFrom - from;
+    return joined({sheet({from, low, -out}, {0, 0, 2 * out}, {0, tall, 0}),
+                   sheet({from, low, out}, {deep, 0, 0}, {0, tall, 0}),
+                   sheet({roofFrom, low, -out}, {-deep, 0, 0}, {0, tall, 0})});
 }
 
-Shape endLamp() {
-    return strip({55.15, 4.6, 19}, {0, 0, -38}, {0, 2.8, 0});
+Shape shrubs() {
+    constexpr struct {
+        double x, z, size;
+    } places[] = {{-51, -17, 4.2}, {-50.5, -6, 3.2}, {-51, 3.5, 4.6},
+                  {-50, 15, 3.6},  {-42, 18.5, 3.0}, {-40, -18, 3.4}};
+    std::vector<Shape> all;
+    for (const auto& place : places)
+        all.push_back(moved(scaled(icosphere(place.size, 1), {1, 1.25, 1}),
+                            {place.x, parapet - halfHeight + 0.8 * place.size, place.z}));
+    return joined(all);
+}
+
+// The lift's trunk, which the storeys hide but below the lowest, and the mast, which shows above the highest.
+Shape trunk() {
+    Outline profile;
+    for (double y = -trunkDepth; y < -halfHeight; y += 20) {
+        profile.push_back({trunkRadius, y});
+        profile.push_back({trunkRadius, y + 16});
+        profile.push_back({trunkRadius - 1.4, y + 17});
+        profile.push_back({trunkRadius - 1.4, y + 19});
+    }
+    profile.push_back({trunkRadius, halfHeight + 1});
+    return lathe(profile, 12);
+}
+Shape trunkRings() {
+    std::vector<Shape> rings;
+    for (double y = -trunkDepth; y < -halfHeight; y += 20)
+        rings.push_back(lathe({{trunkRadius - 1, y + 17.2}, {trunkRadius - 1, y + 18.8}}, 12));
+    return joined(rings);
+}
+Shape mast() {
+    return lathe({{3.2, halfHeight},
+                  {3, halfHeight + 8},
+                  {0.9, halfHeight + mastHeight},
+                  {0, halfHeight + mastHeight}},
+                 8);
+}
+Shape mastLamp() {
+    return moved(icosphere(2.8, 1), {0, halfHeight + mastHeight, 0});
 }
 
 }  // namespace
 
 Shape figures::heapBox() {
-    return joined({beam(), shaftAndWeight()});
+    return joined({floorSlab(), roofSlab(), rooms(), terraceWalls()});
 }
 
 void makeHeapBox(const char* path) {
-    constexpr double lamps = 1.8, lacquer = 0.4;
-    // A breath of a curve, so that a light crosses a wall instead of filling it at once.
-    const Shape walls = shaded(ofSoffit(beam(), false), [](Vec p, Vec normal) {
-        return normal.y > 0.5 ? normal : normal + Vec{0.6 * p.x / 55, -0.2, 0.25 * p.z / 22};
+    constexpr double lamps = 1.9;
+    // A breath of a curve, so that a light crosses a slab instead of filling it at once.
+    const Shape slabs =
+        shaded(painted(joined({floorSlab(), roofSlab(), terraceWalls()}), hull::lime), [](Vec p, Vec normal) {
+            if (normal.y > 0.5) return normal + Vec{0.9 * p.x / halfLength, 0, 0.9 * p.z / halfWidth};
+            return normal + Vec{0.3 * p.x / halfLength, -0.35, 0.2 * p.z / halfWidth};
+        });
+    const Shape timber = shaded(soffits(), [](Vec p, Vec normal) {
+        return normal + Vec{0.1 * p.x / halfLength, 0, 0.08 * p.z / halfWidth};
     });
-    const Shape soffit = shaded(ofSoffit(beam(), true), [](Vec p, Vec normal) {
-        return normal + Vec{0.3 * p.x / 55, 0, 0.2 * p.z / 22};
+    // And so that one window after another glints.
+    const Shape panes = shaded(glass(), [](Vec p, Vec normal) {
+        return normal + Vec{0.25 * p.x / halfLength, -lamps, 0.25 * p.z / halfWidth};
     });
-    writeAml(path, {lacquered(walls, hull::ivory), lacquered(soffit, hull::jade),
-                    lacquered(litFromBelow(shaftAndWeight(), lacquer), hull::crimson),
-                    litFromBelow(painted(flankPanes(), hull::flankPanes), lamps),
-                    litFromBelow(painted(shaftPanes(), hull::shaftPanes), lamps),
-                    litFromBelow(painted(endLamp(), hull::warmLamp), lamps)});
+    writeAml(path, {slabs, timber, panes, litFromBelow(painted(hedge(), hull::leaves), 0.35),
+                    litFromBelow(painted(shrubs(), hull::foliage), 1.6),
+                    litFromBelow(painted(joined({trunk(), mast()}), hull::dark), 0.3),
+                    litFromBelow(painted(joined({trunkRings(), mastLamp()}), hull::warmLamp), lamps)});
 }

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "production/kit/picture/lettering.h"
+#include "production/kit/picture/noise.h"
 #include "production/kit/picture/relief.h"
 #include "production/pictures/hall.h"
 #include "production/pictures/pictures.h"
@@ -28,7 +29,9 @@ enum class Part {
     Hazard,  // slanting stripes of paint
     Paint,   // a flat field of colour, warm where `detail` is 1
     Chip,    // a dab of one of the `chips`, by number in `detail`
-    Panes,   // a dark band with `detail` lit windows
+    Rooms,   // a wall of glass before `detail` rooms, where people live
+    Boards,  // timber, `detail` boards of it, with lamps let in
+    Leaves,  // a hedge, ragged below
 };
 
 using enum Part;
@@ -70,14 +73,8 @@ Rgba deepSteel(float tone) {
     return steel(tone) * mix(0.60f, 0.80f, tone);
 }
 
-// What the stripes' halo is made of, ember and flame, and the heap's lacquers: ivory, jade in shade and in
-// light, crimson.
-const Rgba chips[] = {grey(0.4f),
-                      opaque(1.0f, 0.5f, 0.25f),
-                      opaque(0.41f, 0.385f, 0.33f),
-                      opaque(0.004f, 0.045f, 0.036f),
-                      opaque(0.02f, 0.26f, 0.19f),
-                      opaque(0.42f, 0.04f, 0.03f)};
+// What the stripes' halo is made of, ember and flame, and the lime of the heap's slabs.
+const Rgba chips[] = {grey(0.4f), opaque(1.0f, 0.5f, 0.25f), opaque(0.40f, 0.39f, 0.37f)};
 
 using Metal = Rgba (*)(float tone);
 
@@ -128,18 +125,65 @@ void stampLamp(Relief& relief, const Row& row, Point middle, Point half) {
     });
 }
 
-// No two windows are lit alike.
-void stampPanes(Relief& relief, const Row& row, Point middle, Point half) {
-    const Extent extent = {middle, half};
-    tint(relief, extent, enamel(0.03f), 1, [&](Point p) { return box(p, {}, half); });
-    const Point pane = {half.x / row.detail, half.y};
-    for (int i = 0; i < int(row.detail); i++) {
-        const float strength = 0.45f + 0.55f * std::fabs(std::cos(2.4f * float(i * i + 1)));
-        const Point at = {middle.x - half.x + pane.x * float(2 * i + 1), middle.y};
-        shine(relief, {at, pane}, light(1.0f, 0.66f, 0.27f) * strength, 2, [&](Point p) {
-            return box(p, {}, {pane.x * 0.68f, pane.y * 0.72f}, 1);
-        });
+// No two rooms are lit alike: a lamp under the ceiling, the floor in shade and what stands on it before the
+// light; some have drawn their blinds, some are out.
+void stampRooms(Relief& relief, const Row& row, Point middle, Point half) {
+    const float wide = 2 * half.x / row.detail;
+    visitWrapped(relief, {middle, half}, [&](size_t i, Point p) {
+        const float across = (p.x + half.x) / wide, down = (p.y + half.y) / (2 * half.y);
+        const int room = int(across), key = room + int(row.top * 10);
+        const float x = across - float(room), fate = randomAt(key, 1, 5);
+        const float lamp = 0.25f + 0.75f * randomAt(key, 2, 5);
+        float light = 0.55f + 0.45f * bell(x - lamp, 0.35f);
+        light *= mix(0.95f, 0.38f, down);
+        Rgba tone = mix(opaque(1, 0.62f, 0.24f), opaque(1, 0.78f, 0.46f), randomAt(key, 3, 5));
+        if (fate < 0.3f) light *= 0.07f;
+        if (fate > 0.84f) light = down * 9 - std::floor(down * 9) < 0.7f ? 0.34f : 0.12f;  // blinds
+        const float furniture = randomAt(key, 4 + int(x * 5), 5) * 0.42f;
+        if (1 - down < furniture) light *= 0.22f;
+        const float person = 0.2f + 0.6f * randomAt(key, 11, 5);
+        if (randomAt(key, 12, 5) > 0.5f) {
+            const Point at = {(x - person) * wide, (down - 1) * 2 * half.y};
+            if (std::fmin(box(at, {0, -8}, {3.2f, 9}, 3), circle(at, {0, -21}, 2.9f)) < 0) light *= 0.15f;
+        }
+        const float frame = std::fmin(std::fmin(x, 1 - x) * wide - 1.6f,
+                                      std::fmin(down * 2 * half.y - 4, (1 - down) * 2 * half.y - 1.8f));
+        light *= smoothstep(-0.7f, 0.7f, frame);
+        relief.colours[i] = opaque(0.012f, 0.014f, 0.018f);
+        relief.glows[i] = tone * light;
+    });
+}
+
+void stampBoards(Relief& relief, const Row& row, Point middle, Point half) {
+    const float wide = 2 * half.y / row.detail;
+    visitWrapped(relief, {middle, half}, [&](size_t i, Point p) {
+        const float down = (p.y + half.y) / wide;
+        const int board = int(down);
+        const float along = p.x + half.x + 61 * float(board % 3);
+        const int plank = int(along / 120);
+        const float joint =
+            std::fmin(std::fabs(std::remainder(down, 1.0f)) * wide, std::fabs(std::remainder(along, 120.0f)));
+        const float grain = 0.75f + 0.5f * randomAt(board, plank, 6);
+        relief.colours[i] = opaque(0.17f, 0.105f, 0.066f) * (grain * smoothstep(0.2f, 1.7f, joint));
+        relief.glows[i] = {};
+    });
+    for (int k = 0; k < 10; k++) {
+        const Point at =
+            middle + Point{half.x * (0.4f * float(k % 5) - 0.8f), half.y * (k < 5 ? 0.62f : -0.62f)};
+        shine(relief, {at, {16, 16}}, light(1.0f, 0.62f, 0.26f), 10,
+              [](Point p) { return circle(p, {}, 3.4f); });
     }
+}
+
+void stampLeaves(Relief& relief, Point middle, Point half) {
+    visitWrapped(relief, {middle, half}, [&](size_t i, Point p) {
+        const float leaf = fractalNoise(p.x / 6, p.y / 6, 64, 3, 7), drop = gradientNoise(p.x / 9, 0, 64, 8);
+        const float down = (p.y + half.y) / (2 * half.y);
+        relief.colours[i] =
+            mix(opaque(0.02f, 0.09f, 0.025f), opaque(0.30f, 0.46f, 0.12f), smoothstep(-0.25f, 0.4f, leaf));
+        if (down > 0.72f + 0.25f * drop) relief.colours[i] = chips[2];
+        relief.glows[i] = {};
+    });
 }
 
 void stamp(Relief& relief, Metal metal, const Row& row) {
@@ -192,8 +236,14 @@ void stamp(Relief& relief, Metal metal, const Row& row) {
         case Chip:
             tint(relief, extent, chips[int(row.detail)], 1, [&](Point p) { return box(p, {}, half); });
             break;
-        case Panes:
-            stampPanes(relief, row, middle, half);
+        case Rooms:
+            stampRooms(relief, row, middle, half);
+            break;
+        case Boards:
+            stampBoards(relief, row, middle, half);
+            break;
+        case Leaves:
+            stampLeaves(relief, middle, half);
             break;
     }
 }
@@ -253,24 +303,12 @@ const std::vector<Row> hullRows = {
     {Groove, 12.6, 9.1, 0.1, 6.8},
     {Paint, 13.6, 13.3, 0.5, 2.6, 0, 1},
     {Paint, 14.3, 13.3, 0.16, 2.6, 0, 1},
-    // The heap's lacquers, the soffit's in five coffers that ribs part, and its windows.
-    {Chip, 13.1, 3.1, 2.8, 1.5, 0, 2},
-    {Chip, 13.1, 4.7, 2.8, 1.3, 0, 3},
-    {Chip, 13.26, 4.9, 0.4, 0.9, 0, 4},
-    {Chip, 13.78, 4.9, 0.4, 0.9, 0, 4},
-    {Chip, 14.3, 4.9, 0.4, 0.9, 0, 4},
-    {Chip, 14.82, 4.9, 0.4, 0.9, 0, 4},
-    {Chip, 15.34, 4.9, 0.4, 0.9, 0, 4},
-    {Chip, 13.42, 4.9, 0.07, 0.9, 0, 3},
-    {Chip, 13.94, 4.9, 0.07, 0.9, 0, 3},
-    {Chip, 14.46, 4.9, 0.07, 0.9, 0, 3},
-    {Chip, 14.98, 4.9, 0.07, 0.9, 0, 3},
-    {Chip, 15.50, 4.9, 0.07, 0.9, 0, 3},
-    {Chip, 13.1, 5.17, 2.8, 0.07, 0, 3},
-    {Chip, 13.1, 5.46, 2.8, 0.07, 0, 3},
-    {Chip, 13.1, 6.1, 2.8, 1.3, 0, 5},
-    {Panes, 13.1, 7.6, 2.8, 0.36, 0, 8},
-    {Panes, 13.1, 8.2, 2.8, 0.24, 0, 4},
+    // The heap's houses.
+    {Rooms, 13.1, 3.1, 2.8, 0.6, 0, 6},
+    {Rooms, 13.1, 3.8, 2.8, 0.6, 0, 6},
+    {Boards, 13.1, 4.5, 2.8, 2.2, 0, 9},
+    {Leaves, 13.1, 6.8, 2.8, 0.6},
+    {Chip, 13.1, 7.5, 2.8, 0.6, 0, 2},
 };
 const std::vector<Sign> hullSigns = {
     {"Valo", 7.25, 6, 0.86, 0.16}, {"7", 11.35, 8.4, 1.2, 0.2},    {"juova", 7.28, 7, 0.5, 0.16},
