@@ -26,7 +26,7 @@ double relief(double x, double y) {
     const double side = std::fabs(x), away = std::hypot(x, y) / sun::radius;
     const double ridge = bump(x, mix(4.5, 8, std::clamp((14 - y) / 22, 0.0, 1.0)));
     const double nose = ridge * std::clamp((22 - y) / 28, 0.0, 1.0) * std::clamp((y + 12) / 4, 0.0, 1.0);
-    return 24 * (1 - away * away) + 15 * nose + 8 * bump(std::hypot(side - 29, y + 12), 13) +
+    return 22 * (1 - away * away) + 15 * nose + 8 * bump(std::hypot(side - 29, y + 12), 13) +
            6 * bump(sun::toMouth(x, y), 4) + 6 * bump(std::hypot(x, y + 43), 9);
 }
 
@@ -97,8 +97,8 @@ Shape ray(const Ray& how) {
 
 // Straight ones lean back, flames forward, so that the sun is a crown when it is seen edge on.
 Shape rays() {
-    constexpr int pairs = 7;
-    const Shape straight = ray({100, 15, 0, -26}), flame = ray({86, 9, 5, 26});
+    constexpr int pairs = 6;
+    const Shape straight = ray({100, 17, 0, -20}), flame = ray({90, 11, 6, 20});
     return joined(
         {around(straight, pairs, Axis::z), turned(around(flame, pairs, Axis::z), Axis::z, pi / pairs)});
 }
@@ -115,5 +115,5 @@ Shape inTumble(const Shape& shape, double share) {
 }  // namespace
 
 void makeSun(const char* path) {
-    writeAml(path, {inTumble(mask(), 0.7), inTumble(painted(rays(), hull::flame), 0.7)});
+    writeAml(path, {inTumble(mask(), 1.6), inTumble(painted(rays(), hull::flame), 0.7)});
 }

@@ -10,14 +10,14 @@ namespace {
 constexpr int size = 1024;
 constexpr float unitsPerRepeat = 500;
 
-// In units up and down from the eye's own height, and again about each repeat: broad ones, so that the far
-// figure's face stays whole, and the cuts between them in pairs. The far figure mostly is 60 to 100 units
-// off.
+// In units up and down from the eye's own height, and again about each repeat. The far figure's middle mostly
+// is 60 to 100 off: the broad ones leave its face whole but for a cut through its forehead and one through
+// its smile, the narrow ones comb its rays.
 struct Stripe {
     float from, to;
 };
-constexpr Stripe stripes[] = {{1.2f, 34}, {37, 43},   {46, 104},  {107, 113}, {116, 158},
-                              {161, 167}, {170, 206}, {209, 215}, {218, 249}};
+constexpr Stripe stripes[] = {{-50, 50},  {55, 112},  {119, 158}, {165, 178},
+                              {185, 198}, {205, 218}, {225, 238}, {245, 255}};
 
 // The far figure's glow makes nearly two hundred of one: of green and blue so little is let through that its
 // halo is half-tones, and the less of a colour there is, the nearer to its source it dies away. Red fills its
