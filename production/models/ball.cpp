@@ -1,7 +1,9 @@
-// The mirror ball and the copy that beams are traced against.
+// The mirror ball: what is seen of it, which hangs still in the hall, what turns within it, and the copy that
+// beams are traced against.
+#include "production/models/ball.h"
+
 #include <algorithm>
-#include <map>
-#include <set>
+#include <array>
 #include <vector>
 
 #include "production/comet_place.h"
@@ -17,12 +19,14 @@ using namespace model;
 
 namespace {
 
-constexpr double radius = 42;  // of the copy
-constexpr int level = 2;
+// The screen shows a square view a third too broad, so the ball is taller than broad to look round.
+constexpr double halfBreadth = 34, halfHeight = 45;
+// Of the copy: as far from the centre as the ball's surface where beams meet it, half-way up.
+constexpr double copyRadius = 36.8;
+constexpr double withinRadius = 32.5;
 
-// The mirrors: rows of squares, their corners a little inside the copy, so that a beam's spot lies on glass.
-constexpr double glassRadius = 41.5;
-constexpr int rows = 18;
+// Rows of squares.
+constexpr int rows = 22;
 constexpr double mirrorPart = 0.86;  // of its place that a mirror covers, each way
 constexpr double domed = 0.0016;     // radians that a mirror seems to bend for each unit from its middle
 
@@ -38,8 +42,9 @@ Shape mirrorRows() {
             const int first = int(mirrors.points.size());
             for (const auto& [across, down] : {Flat{1, 1}, Flat{-1, 1}, Flat{-1, -1}, Flat{1, -1}}) {
                 const double away = middle + half * down;
-                mirrors.points.push_back(hall::onRing(turn + halfTurn * across, glassRadius * std::sin(away),
-                                                      glassRadius * std::cos(away)));
+                mirrors.points.push_back(hall::ballCentre + hall::onRing(turn + halfTurn * across,
+                                                                         halfBreadth * std::sin(away),
+                                                                         halfHeight * std::cos(away)));
             }
             addFace(mirrors, {first, first + 1, first + 2, first + 3});
         }
@@ -47,188 +52,140 @@ Shape mirrorRows() {
     return mirrors;
 }
 
-// The ball as the viewer has it before him at a moment, turned as the program turns it.
-struct Moment {
-    viewer::View view;
-    double y, x;  // radians that it is turned about either axis
-
-    Vec turned(Vec p) const {
-        const Vec q = {p.x, p.y * std::cos(x) - p.z * std::sin(x), p.y * std::sin(x) + p.z * std::cos(x)};
-        return {q.x * std::cos(y) + q.z * std::sin(y), q.y, q.z * std::cos(y) - q.x * std::sin(y)};
-    }
-    Vec turnedBack(Vec p) const {
-        const Vec q = {p.x * std::cos(y) - p.z * std::sin(y), p.y, p.x * std::sin(y) + p.z * std::cos(y)};
-        return {q.x, q.y * std::cos(x) + q.z * std::sin(x), q.z * std::cos(x) - q.y * std::sin(x)};
-    }
-};
-
-// Radians that the program turns the ball about either axis in a second of the music.
-constexpr double turnY = 0.21, turnX = 0.28;
-constexpr double firstMoment = 139, lastMoment = 192.8, momentStep = 0.1;  // seconds
-
-std::vector<Moment> moments() {
-    std::vector<Moment> all;
-    for (double time = firstMoment; time < lastMoment; time += momentStep)
-        all.push_back({viewer::at(time), turnY * time, turnX * time});
-    return all;
-}
+constexpr double firstMoment = 139, lastMoment = 184, momentStep = 0.1;  // seconds
 
 // What a mirror shows over the time that it faces the viewer.
 struct Sight {
     int moment;
-    Vec place;      // in the hall
     double facing;  // cosine towards the viewer
 };
 
-std::vector<Sight> sightsOf(const std::vector<Moment>& all, Vec centre, Vec normal) {
-    constexpr double least = 0.25;
-    std::vector<Sight> sights;
-    for (int i = 0; i < int(all.size()); i++) {
-        const Vec place = hall::ballCentre + all[i].turned(centre);
-        const double facing = dot(all[i].turned(normal), normalized(all[i].view.eye - place));
-        if (facing > least) sights.push_back({i, place, facing});
-    }
-    return sights;
+// The lights that a mirror can throw back: the glow beyond the hall, cold and warm, and the comet.
+enum Light { cold, warm, white, lightCount };
+using Lights = std::array<double, lightCount>;
+
+Lights lightsIn(Vec direction) {
+    const double beyond = smoothStep(-0.48, -0.78, direction.z);
+    const double aside = direction.x / (std::hypot(direction.x, direction.y) + 1e-4);
+    const double upright = 1 - smoothStep(0.35, 0.9, std::abs(aside));
+    const double pool = direction.y > 0 ? mix(1.0, 0.46, smoothStep(0.0, 0.38, direction.y))
+                                        : mix(1.0, 0.40, smoothStep(0.0, -0.15, direction.y));
+    const double over = direction.y > 0 ? 0.3 * upright : 0;
+    const double under = smoothStep(0.06, -0.40, direction.y) * upright;
+    return {beyond * (pool * smoothStep(-0.35, -0.9, aside) + over),
+            beyond * (pool * smoothStep(0.35, 0.9, aside) + under), viewer::cometLight(direction)};
 }
 
-// How much of the glow beyond the hall lies in a direction of the picture of reflections, about.
-double glowLight(Vec direction) {
-    const double aside = std::abs(direction.x) / (std::hypot(direction.x, direction.y) + 1e-4);
-    return smoothStep(-0.48, -0.78, direction.z) * mix(direction.y < 0 ? 0.5 : 0.4, 1.0, aside);
-}
-
-// Aims mirrors at the comet, which is the bright place of what the ball throws back, so that they flash: each
-// for the moments that have the fewest flashes from the others. Those that are missed the least lean far over
-// to where they throw back the glow beyond the hall the longest, and so light the ball's body.
+// Chooses what each mirror seems to face. Some flash with the comet, each when the fewest others do; the
+// others lean to where they throw back most of the glow, and of that what is scarcest when they are seen.
 class Glitter {
 public:
-    explicit Glitter(const Shape& mirrors) : all(moments()), flashes(all.size()) {
+    explicit Glitter(const Shape& mirrors) {
+        for (double time = firstMoment; time < lastMoment; time += momentStep)
+            views.push_back(viewer::at(time));
+        shining.resize(views.size());
         for (const Face& face : mirrors.faces) {
             const Vec normal = faceNormal(mirrors, face);
-            aims.push_back({normal, normal, sightsOf(all, faceCentre(mirrors, face), normal)});
+            aims.push_back({faceCentre(mirrors, face), normal, normal, {}});
+            see(aims.back());
         }
-        for (Aim& aim : aims) choose(aim);
-        // Once more, now that all others are known.
-        for (Aim& aim : aims) {
-            count(aim, -1);
-            choose(aim);
-        }
-        leanTheIdle();
+        // Scattered, so that what is scarce is spread over the ball.
+        for (size_t i = 0; i < aims.size(); i++) choose(i * stride % aims.size(), i % flashesEvery == 0);
     }
 
     Vec facing(int mirror) const { return aims[mirror].facing; }
 
 private:
     struct Aim {
-        Vec normal, facing;
+        Vec place, normal, facing;
         std::vector<Sight> sights;
     };
-    const std::vector<Moment> all;
-    std::vector<double> flashes;  // by moment: mirrors alight
+    static constexpr size_t stride = 241, flashesEvery = 4;
+    std::vector<viewer::View> views;
+    std::vector<Lights> shining;  // by moment: mirrors alight
     std::vector<Aim> aims;
 
-    double lightOf(const Sight& sight, Vec facing) const {
-        const Moment& moment = all[sight.moment];
-        return viewer::cometLight(viewer::shown(moment.view, sight.place, moment.turned(facing))) *
-               sight.facing;
-    }
-
-    double glowOf(const Sight& sight, Vec facing) const {
-        const Moment& moment = all[sight.moment];
-        return glowLight(viewer::shown(moment.view, sight.place, moment.turned(facing))) * sight.facing;
-    }
-
-    void count(const Aim& aim, double sign) {
-        for (const Sight& sight : aim.sights) flashes[sight.moment] += sign * lightOf(sight, aim.facing);
+    void see(Aim& aim) const {
+        constexpr double least = 0.15;
+        for (int i = 0; i < int(views.size()); i++) {
+            const double facing = dot(aim.normal, normalized(views[i].eye - aim.place));
+            if (facing > least) aim.sights.push_back({i, facing});
+        }
     }
 
     double worthOf(const Aim& aim, Vec facing) const {
-        constexpr double enough = 0.7;  // mirrors alight at once
+        // How many mirrors are alight at once before another one counts a third, and what one is worth.
+        constexpr Lights enough = {120, 75, 12}, value = {1.5, 1, 10};
         double worth = 0;
-        for (const Sight& sight : aim.sights)
-            worth += lightOf(sight, facing) * std::exp(-flashes[sight.moment] / enough);
+        for (const Sight& sight : aim.sights) {
+            const Lights lights = lightsIn(viewer::shown(views[sight.moment], aim.place, facing));
+            for (int i = 0; i < lightCount; i++)
+                worth +=
+                    value[i] * sight.facing * lights[i] * std::exp(-shining[sight.moment][i] / enough[i]);
+        }
         return worth;
     }
 
-    void lean(Aim& aim) const {
-        constexpr int directions = 12;
-        const Vec right = normalized(cross(aim.normal, {0.31, 0.77, 0.55})), up = cross(aim.normal, right);
-        double most = 0;
-        for (const double by : {40.0, 52.0, 64.0}) {
-            for (int i = 0; i < directions; i++) {
-                const double turn = 2 * pi * i / directions;
-                const Vec facing = aim.normal * std::cos(degrees(by)) +
-                                   (right * std::cos(turn) + up * std::sin(turn)) * std::sin(degrees(by));
-                double worth = 0;
-                for (const Sight& sight : aim.sights) worth += glowOf(sight, facing);
-                if (worth > most) most = worth, aim.facing = facing;
+    void choose(size_t mirror, bool flashes) {
+        constexpr int tries = 200;
+        constexpr double least = 0.015;  // cosine that it keeps to its own normal
+        Aim& aim = aims[mirror];
+        std::vector<Vec> candidates;
+        if (flashes) {
+            for (size_t i = 0; i < aim.sights.size(); i += 4) {
+                const viewer::View& view = views[aim.sights[i].moment];
+                for (const double along : {1.0, 6.0, 12.0, 20.0})
+                    candidates.push_back(viewer::facing(
+                        view, aim.place, viewer::direction(comet::azimuth + along, comet::elevation)));
+            }
+        } else {
+            // Points spread evenly over a ball, from a start of the mirror's own.
+            for (int i = 0; i < tries; i++) {
+                const double k = mirror * tries + i;
+                const double height = 2 * fraction(0.7548776662 * k) - 1,
+                             turn = 2 * pi * fraction(0.5698402910 * k);
+                candidates.push_back(hall::onRing(turn, std::sqrt(1 - height * height), height));
             }
         }
-    }
-
-    // The half seconds in which a mirror flashes.
-    std::set<int> slotsOf(const Aim& aim) const {
-        constexpr double bright = 0.45;  // of the comet
-        std::set<int> slots;
-        for (const Sight& sight : aim.sights)
-            if (lightOf(sight, aim.facing) > bright * sight.facing)
-                slots.insert(int(sight.moment * momentStep / 0.5 + 1e-6));
-        return slots;
-    }
-
-    // Up to two of five mirrors: what they light in passing, another one lights too.
-    void leanTheIdle() {
-        std::map<int, int> alight;
-        for (const Aim& aim : aims)
-            for (int slot : slotsOf(aim)) alight[slot]++;
-        size_t leaning = 0;
-        for (size_t i = 0; i < aims.size() && leaning < aims.size() * 2 / 5; i++) {
-            Aim& aim = aims[(i * 7) % aims.size()];
-            const std::set<int> slots = slotsOf(aim);
-            if (std::any_of(slots.begin(), slots.end(), [&](int slot) { return alight[slot] < 3; })) continue;
-            for (int slot : slots) alight[slot]--;
-            lean(aim);
-            leaning++;
-        }
-    }
-
-    void choose(Aim& aim) {
-        constexpr double mostLean = 0.35;  // cosine
-        constexpr int pause = 3;           // moments between two that are tried
         double most = 0;
-        for (size_t i = 0; i < aim.sights.size(); i += pause) {
-            const Moment& moment = all[aim.sights[i].moment];
-            for (const double along : {1.0, 6.0, 12.0, 20.0}) {
-                const Vec shown = viewer::direction(comet::azimuth + along, comet::elevation);
-                const Vec facing = moment.turnedBack(viewer::facing(moment.view, aim.sights[i].place, shown));
-                if (dot(facing, aim.normal) < mostLean) continue;
-                const double worth = worthOf(aim, facing);
-                if (worth > most) most = worth, aim.facing = facing;
-            }
+        for (const Vec& candidate : candidates) {
+            if (dot(candidate, aim.normal) < least) continue;
+            const double worth = worthOf(aim, candidate);
+            if (worth > most) most = worth, aim.facing = candidate;
         }
-        count(aim, 1);
+        for (const Sight& sight : aim.sights) {
+            const Lights lights = lightsIn(viewer::shown(views[sight.moment], aim.place, aim.facing));
+            for (int i = 0; i < lightCount; i++) shining[sight.moment][i] += lights[i];
+        }
     }
+
+    static double fraction(double x) { return x - std::floor(x); }
 };
-
-Shape glittering(Shape ball) {
-    const Glitter glitter(ball);
-    for (int i = 0; i < int(ball.faces.size()); i++) {
-        Face& face = ball.faces[i];
-        const Vec centre = faceCentre(ball, face);
-        face.normals.clear();
-        for (int point : face.points)
-            face.normals.push_back(normalized(glitter.facing(i) + (ball.points[point] - centre) * domed));
-    }
-    return ball;
-}
 
 }  // namespace
 
-void makeBallCollision(const char* path) {
-    writeAml(path, {mappedBox(smoothed(icosphere(radius, level), hard), 24)});
+namespace ball {
+
+Shape mirrors() {
+    Shape mirrors = mirrorRows();
+    const Glitter glitter(mirrors);
+    for (int i = 0; i < int(mirrors.faces.size()); i++) {
+        Face& face = mirrors.faces[i];
+        const Vec centre = faceCentre(mirrors, face);
+        face.normals.clear();
+        for (int point : face.points)
+            face.normals.push_back(normalized(glitter.facing(i) + (mirrors.points[point] - centre) * domed));
+    }
+    return painted(mirrors, hull::coolLamp);
 }
 
-// Between the mirrors shines the light within, which hangs still in the hall.
+}  // namespace ball
+
+void makeBallCollision(const char* path) {
+    writeAml(path, {mappedBox(smoothed(icosphere(copyRadius, 2), hard), 24)});
+}
+
+// Between the mirrors shines what turns within.
 void makeBall(const char* path) {
-    writeAml(path, {painted(glittering(mirrorRows()), hull::coolLamp)});
+    writeAml(path, {painted(smoothed(icosphere(withinRadius, 2), pi), hull::dark.low)});
 }

@@ -11,6 +11,7 @@
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
 #include "production/kit/model/paints.h"
+#include "production/models/ball.h"
 #include "production/models/comet.h"
 #include "production/models/figures.h"
 #include "production/models/hall.h"
@@ -161,14 +162,6 @@ Shape stud() {
             {{6, 7}, {6, 9}, {4, 11}, {3.4, starHeight - 5}, {3.8, starHeight - 2.4}, {0, starHeight - 1.6}},
             14),
         {starRadius, 0, 0});
-}
-
-// The light within the mirror ball: it seems to lean up towards every side, and so throws back the lamp high
-// over the far side to each viewer, most from its middle.
-Shape ballCore() {
-    return shaded(moved(icosphere(40.4, 3), ballCentre), [](Vec p, Vec) {
-        return normalized(Vec{p.x, 0, p.z}) * std::cos(degrees(48)) + up * std::sin(degrees(48));
-    });
 }
 
 // --- The hall's own ---
@@ -329,9 +322,8 @@ Shape probeLamps() {
 }  // namespace
 
 void makeStage(const char* path) {
-    const Shape middle =
-        joined({stageFloor(), inlays(), risers(), edgeLights(), around(projector(), sources, Axis::y),
-                around(stud(), sources, Axis::y), ballCore()});
+    const Shape middle = joined({stageFloor(), inlays(), risers(), edgeLights(),
+                                 around(projector(), sources, Axis::y), around(stud(), sources, Axis::y)});
     const Shape pillars = atTurn(around(pillar(), 8, Axis::y), pillarTurn + pi / 8);
     const Shape metal = welded(joined({figures::robotBody(), figures::robotArms()}), 0.6);
     const Shape colossus = onlySeen(onlyAbove(asColossus(metal), -2));
@@ -339,8 +331,8 @@ void makeStage(const char* path) {
     const Shape itsTrim = asColossus(figures::robotTrim());
     const Shape itsFace = warmFrom(asColossus(face()), colossusTurn);
     const Shape streaks = joined({comet::tracks(), litFace(), spots::onWall()});
-    writeAml(path, {dark(middle), dark(streaks), dark(onlySeen(joined({pillars, ledges()}))), dark(colossus),
-                    dark(joined({itsGlass, onlySeen(itsTrim), itsFace})),
+    writeAml(path, {dark(middle), ball::mirrors(), dark(streaks), dark(onlySeen(joined({pillars, ledges()}))),
+                    dark(colossus), dark(joined({itsGlass, onlySeen(itsTrim), itsFace})),
                     dark(joined({onlySeen(hungShip()), sunDisc()})), dark(onlySeen(boxPillar())),
                     dark(onlySeen(probeLamps()))});
 }

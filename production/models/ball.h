@@ -1,0 +1,11 @@
+// What is seen of the hall's mirror ball.
+#pragma once
+
+#include "production/kit/model/shape.h"
+
+namespace ball {
+
+// The mirrors, in their place in the hall, painted and shaded.
+model::Shape mirrors();
+
+}  // namespace ball
