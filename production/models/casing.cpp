@@ -21,7 +21,7 @@ Shape petal() {
     const double last = double(how.path.size() - 1);
     how.change = [=](int step, Outline leaf) {
         const double k = step / last;
-        const double broad = 3.4 * std::sqrt(std::max(0.0, 1 - k * k)) * (0.72 + 0.5 * k) + 0.25;
+        const double broad = 1.5 * std::sqrt(std::max(0.0, 1 - k * k)) * (0.72 + 0.5 * k) + 0.25;
         for (Flat& p : leaf) p = {p.x * broad, p.y * mix(1.3, 0.3, k)};
         return leaf;
     };

@@ -1,6 +1,7 @@
-// The robot: dark body and arms, and what glows or is painted on it, which is its screen's mesh: the face, a
-// second face at the back of the head that sleeps, a heart's beat on each flank, orange shoulders and ears,
-// lamps, and cold tubes that draw its outline. It stands on a plate below y = 0, looks along +z and waves.
+// The robot: pale shells, which are its body's mesh; the dark works between them, joints, hands and frames,
+// which are its arms' mesh; and what glows or is painted on it, its screen's mesh: the face, a second face at
+// the back of the head that sleeps, a heart's beat on each flank, orange shoulders and ears, lamps, and cold
+// tubes that draw its outline. It stands on a plate below y = 0, looks along +z and waves.
 // Between hips and chest there are only flat bellows behind the axis: the camera flies through that gap.
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
@@ -27,6 +28,21 @@ constexpr Patch facePicture = sixteenths(0, 0, 10, 8), napePicture = sixteenths(
 constexpr Patch pulsePicture = sixteenths(10.1, 11.1, 5.8, 4.8);
 constexpr Uv orangePaint = {10.5 / 16, 10.5 / 16}, warmLamp = {12.5 / 16, 10.5 / 16},
              coldTube = {14.7 / 16, 10.5 / 16};
+
+// A part in its two metals: pale shells and the dark works between them.
+struct Part {
+    Shape shells, works;
+};
+
+Part together(const std::vector<Part>& parts) {
+    std::vector<Shape> shells, works;
+    for (const Part& part : parts) shells.push_back(part.shells), works.push_back(part.works);
+    return {joined(shells), joined(works)};
+}
+
+Part mirrored(const Part& part) {
+    return {withMirror(part.shells, Axis::x), withMirror(part.works, Axis::x)};
+}
 
 // Turns a lathe's round section into a rounded square, `depth` (a part of its width) deep.
 Shape squared(const Shape& shape, double depth) {
@@ -80,7 +96,7 @@ Shape base() {
     return joined({flutedLathe(profile, {12, 0.07, 1.4, -30, -23, 5}), lamps});
 }
 
-Shape foot() {
+Part foot() {
     const Outline side = {{-15, -20.4}, {21, -20.4}, {22, -17}, {18, -12}, {8, -7},
                           {6, -2},      {-7, -2},    {-11, -6}, {-15, -9}};
     const Shape flat = moved(turned(extrude(side, 19, 2.2), Axis::y, -pi / 2), {9.5, 0, 0});
@@ -91,21 +107,23 @@ Shape foot() {
     });
     const Shape ankle = withMirror(placed(rings(5.2, 1.6), {9.4, -12, 2}, {1, 0, 0}), Axis::x);
     const Shape toe = placed(rings(4.6, 2), {0, -10.6, 13}, {0, 1, 0.72});
-    return joined(
-        {boot, ankle, toe,
-         moved(lathe({{0, -4}, {9, -4}, {9.6, -2.6}, {9, -1.2}, {7, 0}, {0, 0}}, 18), {0, 0, -0.5})});
+    const Shape collar =
+        moved(lathe({{0, -4}, {9, -4}, {9.6, -2.6}, {9, -1.2}, {7, 0}, {0, 0}}, 18), {0, 0, -0.5});
+    return {boot, joined({ankle, toe, collar})};
 }
 
-Shape leg() {
+Part leg() {
     const Vec ankle = {15.5, -1, 0}, knee = {14.5, 32, 1.5}, hip = {11.5, 57, 0};
     const Shape shin = limb(ankle, knee, {1.3, 1.2, 1, 4}, {0, 0.16, 0.74, 0.88}, 11, 6, 1.6);
     const Shape thigh = limb(knee, hip, {1, 1, 0.8, 3}, {0.16, 0.32, 0.84, 1}, 6.2, 8.4, 0.6);
     const Shape joint =
         joined({placed(rings(6.2, 6.6), knee, {1, 0, 0}), placed(rings(6.2, 6.6), knee, {-1, 0, 0})});
-    return joined({moved(foot(), {ankle.x, 0, 0}), shin, thigh, joint});
+    const auto [boot, ankles] = foot();
+    return {joined({moved(boot, {ankle.x, 0, 0}), shin, thigh}),
+            joined({moved(ankles, {ankle.x, 0, 0}), joint})};
 }
 
-Shape pelvis() {
+Part pelvis() {
     const Outline wall = platedProfile({49, 53, 64}, {1.1, 1.1, 0.9, 3}, [](double y) {
         return 20 - 0.02 * (y - 57) * (y - 57) - 3 * smoothStep(60, 65, y);
     });
@@ -116,7 +134,7 @@ Shape pelvis() {
     const Shape hatch = placed(rings(5.5, 1.4), {0, 46.2, 0}, {0, -1, 0});
     const Shape socket = placed(rings(8.6, 3.4), {11.6, 49.4, 0}, {0.12, -1, 0});
     const Shape hipPlate = placed(rings(6.4, 3), {18.6, 56, 0}, {1, 0.05, 0});
-    return joined({girdle, hatch, withMirror(joined({socket, hipPlate}), Axis::x)});
+    return {girdle, joined({hatch, withMirror(joined({socket, hipPlate}), Axis::x)})};
 }
 
 // Bellows, broad but flat and behind the axis.
@@ -173,7 +191,7 @@ Shape onFlank(const Shape& shape, double side) {
 constexpr Flat pulseHalf = {7.4, 6.2};
 
 // The reactor in the chest, packs on the back, shoulder sockets.
-Shape torsoFittings() {
+Part torsoFittings() {
     const Shape reactor =
         placed(joined({rings(9.5, 4.2), around(moved(icosphere(1.3, 1), {11.8, 0.6, 0}), 8, Axis::y)}),
                chestLamp, {0, 0.02, 1});
@@ -184,8 +202,8 @@ Shape torsoFittings() {
         chained({{{0, 86}, {4, 86}}, wall, {{4.4, 125.5}, {3.6, 125.5}, {3, 122}, {0, 122}}});
     const Shape socket = placed(rings(9, 3), {25.5, 116, 0}, {1, 0, 0});
     const Shape frame = bezel({pulseHalf.x + 1.4, pulseHalf.y + 1.4}, 2.5, 0.4);
-    return joined({reactor, vents, onFlank(frame, 1), onFlank(frame, -1),
-                   withMirror(joined({moved(lathe(pack, 18), {8.6, 0, -19}), socket}), Axis::x)});
+    return {withMirror(moved(lathe(pack, 18), {8.6, 0, -19}), Axis::x),
+            joined({reactor, vents, onFlank(frame, 1), onFlank(frame, -1), withMirror(socket, Axis::x)})};
 }
 
 Shape neck() {
@@ -213,8 +231,25 @@ Vec onShell(Vec p) {
     return {p.x * mix(1, 0.72, k), p.y * mix(1, 0.8, k) + k * 1.5, p.z};
 }
 
-Shape head() {
-    const Shape shell = bent(box({40, 31, 31}, 6, 3), onShell);
+// The head's shell, which seems to swell, or each of its flat sides would mirror but one place of the sky.
+Shape swelling(const Shape& shell) {
+    const Vec right = {std::cos(headLean), std::sin(headLean), 0};
+    const Vec ahead = {std::sin(headTilt) * std::sin(headLean), -std::sin(headTilt) * std::cos(headLean),
+                       std::cos(headTilt)};
+    const Vec up = cross(ahead, right);
+    return shaded(shell, [=](Vec p, Vec) {
+        const Vec out = (p - headCentre) * (1 / headSize);
+        const auto swell = [](double part) { return part * part * part; };
+        return right * swell(dot(out, right) / 20) + up * swell(dot(out, up) / 15.5) +
+               ahead * swell(dot(out, ahead) / 15.5);
+    });
+}
+
+Shape headShell() {
+    return onNeck(bent(box({40, 31, 31}, 6, 3), onShell));
+}
+
+Shape headWorks() {
     const Shape backBezel = moved(turned(bezel(napeHalf, 4, napeDepth), Axis::y, pi), napeMiddle);
     const Shape ear = placed(rings(8.2, 5), earMiddle, {1, 0, 0});
     const double reach = length(aerialTip - aerialFoot);
@@ -223,8 +258,8 @@ Shape head() {
                aerialFoot, aerialTip - aerialFoot);
     const Shape brow = moved(box({34, 2.6, 5}, 1.1, 2), {0, 14.6, 15});
     const Shape chin = moved(box({20, 1.6, 3}, 0.7, 2), {0, -14.6, 13.4});
-    return onNeck(joined({shell, bezel(faceHalf, 5, faceDepth), backBezel, brow, chin,
-                          withMirror(joined({ear, aerial}), Axis::x)}));
+    return onNeck(joined(
+        {bezel(faceHalf, 5, faceDepth), backBezel, brow, chin, withMirror(joined({ear, aerial}), Axis::x)}));
 }
 
 Shape finger(double spread, double curl) {
@@ -243,9 +278,9 @@ struct Pose {
 constexpr Vec shoulder = {33.5, 116, 0}, shoulderTop = {0.75, 0.6, 0.05};
 // One hangs at ease, its hand held out; one waves.
 constexpr Pose atEase = {{37, 92, -4}, {29, 80, 17}, {-0.3, 0.12, 0.95}, 1.2},
-               waving = {{37.5, 101, 7}, {35.5, 129, 15}, {0.08, 0.98, -0.12}, 0.5};
+               waving = {{39, 129, -5}, {37, 151, -3}, {0.08, 0.98, 0.1}, 0.5};
 
-Shape arm(const Pose& pose) {
+Part arm(const Pose& pose) {
     const auto& [elbow, wrist, reach, curl] = pose;
     const Shape ball = moved(icosphere(8, 3), shoulder);
     const Shape upper = limb(shoulder, elbow, {1, 1, 0.8, 4}, {0.25, 0.45, 0.85}, 6, 5, 0.4);
@@ -255,7 +290,7 @@ Shape arm(const Pose& pose) {
     const Shape palm = joined({lathe({{0, -1}, {3, -1}, {4.6, 1}, {5, 3}, {4.4, 4.6}, {0, 5}}, 16),
                                finger(1, curl), finger(-1, curl), finger(0, 1.4 * curl),
                                moved(turned(finger(0, curl), Axis::y, pi), {0, -1, 0})});
-    return joined({ball, upper, joint, fore, placed(palm, wrist, normalized(reach))});
+    return {fore, joined({ball, upper, joint, placed(palm, wrist, normalized(reach))})};
 }
 
 // Where the head's own coordinates lie for a place of the picture on a screen, a domed tube inside its
@@ -385,15 +420,28 @@ Shape lamps() {
                    withMirror(joined({ear, tip, knee, jet}), Axis::x)});
 }
 
-}  // namespace
-
-Shape figures::robotBody() {
-    return joined(
-        {base(), withMirror(leg(), Axis::x), pelvis(), waist(), torso(), torsoFittings(), neck(), head()});
+Part withoutHeadShell() {
+    const Part left = arm(atEase);
+    return together({{{}, base()},
+                     mirrored(leg()),
+                     pelvis(),
+                     {{}, waist()},
+                     {torso(), {}},
+                     torsoFittings(),
+                     {{}, neck()},
+                     {{}, headWorks()},
+                     arm(waving),
+                     {reflected(left.shells, Axis::x), reflected(left.works, Axis::x)}});
 }
 
-Shape figures::robotArms() {
-    return joined({arm(waving), reflected(arm(atEase), Axis::x)});
+}  // namespace
+
+Shape figures::robotShells() {
+    return joined({withoutHeadShell().shells, headShell()});
+}
+
+Shape figures::robotWorks() {
+    return withoutHeadShell().works;
 }
 
 Shape figures::robotScreen() {
@@ -409,16 +457,16 @@ Shape figures::onRobotScreen(const Shape& picture) {
 }
 
 void makeRobotBody(const char* path) {
-    writeAml(path, {mappedBox(figures::robotBody(), 48)});
+    writeAml(path, {mappedBox(joined({withoutHeadShell().shells, swelling(headShell())}), 48)});
 }
 
 void makeRobotArms(const char* path) {
-    writeAml(path, {mappedBox(figures::robotArms(), 48)});
+    writeAml(path, {mappedBox(figures::robotWorks(), 48)});
 }
 
 void makeRobotScreen(const char* path) {
     const Shape nape =
         onNeck(moved(turned(glass(napeHalf, napeDepth, napePicture), Axis::y, pi), napeMiddle));
-    writeAml(path, {unlit(figures::robotScreen()), unlit(nape), paintwork(),
-                    unlit(joined({lamps(), pulse(), coldTubes()}))});
+    writeAml(path,
+             {figures::robotScreen(), nape, paintwork(), unlit(joined({lamps(), pulse(), coldTubes()}))});
 }

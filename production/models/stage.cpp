@@ -325,7 +325,7 @@ void makeStage(const char* path) {
     const Shape middle = joined({stageFloor(), inlays(), risers(), edgeLights(),
                                  around(projector(), sources, Axis::y), around(stud(), sources, Axis::y)});
     const Shape pillars = atTurn(around(pillar(), 8, Axis::y), pillarTurn + pi / 8);
-    const Shape metal = welded(joined({figures::robotBody(), figures::robotArms()}), 0.6);
+    const Shape metal = welded(joined({figures::robotShells(), figures::robotWorks()}), 0.6);
     const Shape colossus = onlySeen(onlyAbove(asColossus(metal), -2));
     const Shape itsGlass = darkGlass(asColossus(figures::robotScreen()));
     const Shape itsTrim = asColossus(figures::robotTrim());

@@ -72,9 +72,11 @@ void addBank(std::vector<Softbox>& lamps, Softbox lamp, Point step, int count, f
 }
 
 // Paints lamps before a ground(direction) as OpenGL's sphere map looks them up: with the unit normal n that a
-// place of the disc stands for, the direction is the viewer's, mirrored at n.
+// place of the disc stands for, the direction is the viewer's, mirrored at n. `rimEnds`: where what lies on
+// the rim has faded, in radii.
 template <class Ground>
-void makeSphereMap(const char* path, const std::vector<Softbox>& lamps, Ground ground) {
+void makeSphereMap(const char* path, const std::vector<Softbox>& lamps, Ground ground,
+                   float rimEnds = 1.16f) {
     const int size = 512;
     std::vector<HungLamp> studio;
     for (const Softbox& lamp : lamps) studio.push_back(hung(lamp));
@@ -88,22 +90,22 @@ void makeSphereMap(const char* path, const std::vector<Softbox>& lamps, Ground g
         const Direction towards = {2 * nz * nx, 2 * nz * ny, 2 * nz * nz - 1};
         Rgba seen = ground(towards);
         for (const HungLamp& lamp : studio) seen = seen + lit(lamp, towards);
-        seen = seen * smoothstep(1.16f, 1.04f, radius);
+        seen = seen * smoothstep(rimEnds, 1 + 0.25f * (rimEnds - 1), radius);
         seen.a = 1;
         return seen;
     });
     saveRgb(canvas, path, Rows::BottomFirst);
 }
 
-// What lies straight behind a hull and so glances off its outline: light that is cool on the left, warm on
-// the right and a little stronger from above. No more than a little: while the hall fades in, its second lamp
-// shines on the robot from above, and what is bright up there would wash the last greeting out.
+// What lies straight behind a hull and so glances off its outline: cold light all round, paler on the right
+// and strongest from above on the left.
 Rgba rimLight(Direction towards) {
     const float aside = towards.x / (std::hypot(towards.x, towards.y) + 1e-4f);
-    const float above = towards.y / (std::hypot(towards.x, towards.y) + 1e-4f);
     const Rgba tint =
-        mix(light(0.50f, 0.62f, 1.0f), light(1.0f, 0.66f, 0.42f), smoothstep(-0.5f, 0.7f, aside));
-    return tint * (smoothstep(-0.42f, -0.92f, towards.z) * mix(0.53f, 0.65f, smoothstep(-0.8f, 0.6f, above)));
+        mix(light(0.55f, 0.78f, 1.0f), light(0.85f, 0.80f, 0.80f), smoothstep(-0.2f, 0.9f, aside));
+    const float above = towards.y / (std::hypot(towards.x, towards.y) + 1e-4f);
+    const float strength = mix(0.36f, 0.80f, smoothstep(-0.7f, 0.5f, above - 0.4f * aside));
+    return tint * (strength * smoothstep(-0.70f, -0.93f, towards.z));
 }
 
 // A comet, its tail running on to the right: what hangs before the hall's wall is shaded so that it shows it.
@@ -186,27 +188,54 @@ void makeStudio(const char* path) {
     });
 }
 
-// On the robot's body, which has no other picture: the lit colour times this. A dark floor, a hard horizon
-// with the night's colours above it, a bank of tubes overhead and tall windows at the sides.
+// Which way a surface looks that throws `towards` back at the viewer.
+Direction facing(Direction towards) {
+    const Direction half = towards + Direction{0, 0, 1};
+    const float size = std::sqrt(dot(half, half));
+    return size > 1e-4f ? half * (1 / size) : Direction{1, 0, 0};
+}
+
+// Brushed metal in broad light from above on the left: how bright a surface is that looks so.
+float brushed(Direction normal) {
+    const float along = dot(normal, {-0.62f, 0.62f, 0.48f});
+    return smoothstep(-0.20f, 1.0f, along);
+}
+
+// Of the robot's maps: past the disc only as far as filtering asks for, since the rim is their brightest
+// part.
+constexpr float shortRim = 1.05f;
+
+// What the disc of light throws at what looks down and a little ahead, as undersides do for a viewer below.
+float fromBelow(Direction normal) {
+    return smoothstep(-0.30f, -0.75f, normal.y) * smoothstep(0.15f, 0.45f, normal.z);
+}
+
+// On the robot's body, which has no other picture: the lit colour times this. Pale metal, so that it stands
+// out from the night: brushed, with the night's horizon and a bank of tubes on its polish.
 void makeRobotChrome(const char* path) {
     const std::vector<Softbox> lamps = {
-        {-66, 18, {0.20f, 0.70f}, 4, 0.03f, light(0.64f, 0.84f, 1.12f)},
-        {-92, 18, {0.05f, 0.70f}, 4, 0.02f, light(0.26f, 0.34f, 0.48f)},
-        {80, 2, {0.10f, 0.90f}, -8, 0.03f, light(1.00f, 0.62f, 0.30f)},
-        {10, 58, {0.9f, 0.16f}, -5, 0.04f, light(0.36f, 0.40f, 0.44f)},
+        {-66, 18, {0.14f, 0.70f}, 4, 0.03f, light(0.50f, 0.66f, 0.90f)},
+        {80, 2, {0.10f, 0.90f}, -8, 0.03f, light(0.90f, 0.55f, 0.26f)},
+        {10, 58, {0.9f, 0.10f}, -5, 0.04f, light(0.30f, 0.34f, 0.40f)},
         // Below, for a viewer who looks up at it.
         {-10, -46, {0.8f, 0.10f}, 7, 0.05f, light(0.26f, 0.40f, 0.52f)},
     };
-    const std::vector<Stop> sky = {
-        {-1, light(0.006f, 0.006f, 0.010f)},     {-0.10f, light(0.020f, 0.018f, 0.024f)},
-        {-0.03f, light(0.004f, 0.004f, 0.007f)}, {0.0f, light(0.006f, 0.006f, 0.010f)},
-        {0.015f, light(0.40f, 0.50f, 0.60f)},    {0.07f, light(0.08f, 0.12f, 0.18f)},
-        {0.30f, light(0.02f, 0.025f, 0.05f)},    {1, light(0.012f, 0.010f, 0.022f)}};
-    makeSphereMap(path, lamps,
-                  [&](Direction towards) { return gradient(sky, towards.y) + rimLight(towards) * 1.05f; });
+    const std::vector<Stop> sky = {{-1, light(0.004f, 0.004f, 0.008f)}, {-0.03f, light(0.0f, 0.0f, 0.0f)},
+                                   {0.0f, light(0.0f, 0.0f, 0.0f)},     {0.015f, light(0.24f, 0.30f, 0.40f)},
+                                   {0.07f, light(0.05f, 0.07f, 0.11f)}, {0.30f, light(0.01f, 0.015f, 0.03f)},
+                                   {1, light(0.012f, 0.010f, 0.022f)}};
+    makeSphereMap(
+        path, lamps,
+        [&](Direction towards) {
+            const float shade = brushed(facing(towards));
+            const Rgba metal = mix(light(0.010f, 0.013f, 0.024f), light(0.33f, 0.41f, 0.53f), shade * shade);
+            return gradient(sky, towards.y) + metal +
+                   light(0.02f, 0.18f, 0.11f) * fromBelow(facing(towards)) + rimLight(towards);
+        },
+        shortRim);
 }
 
-// On its arms, its face and the ring: gun metal, a cross of fine tubes.
+// On its dark works, its glass and the ring: gun metal, a cross of fine tubes.
 void makeArmChrome(const char* path) {
     const std::vector<Softbox> lamps = {
         {-30, 44, {0.9f, 0.12f}, 10, 0.03f, light(0.30f, 0.32f, 0.35f)},
@@ -217,8 +246,10 @@ void makeArmChrome(const char* path) {
         {-1, light(0.006f, 0.006f, 0.008f)},     {-0.08f, light(0.020f, 0.020f, 0.024f)},
         {-0.02f, light(0.004f, 0.004f, 0.006f)}, {0.03f, light(0.24f, 0.28f, 0.34f)},
         {0.16f, light(0.03f, 0.04f, 0.06f)},     {1, light(0.012f, 0.010f, 0.022f)}};
-    makeSphereMap(path, lamps,
-                  [&](Direction towards) { return gradient(sky, towards.y) + rimLight(towards) * 1.05f; });
+    makeSphereMap(path, lamps, [&](Direction towards) {
+        return gradient(sky, towards.y) + light(0.02f, 0.18f, 0.11f) * fromBelow(facing(towards)) +
+               rimLight(towards);
+    });
 }
 
 // The hall's own: tall lamps all round and a ring of light overhead. The room binds it and leaves it switched

@@ -1,5 +1,6 @@
 #version 110
-// Two layers of smoke that turn against each other around the middle of the disc and slide with its height.
+// Two layers of smoke that turn against each other around the middle of the disc and slide with its height. The disc is
+// drawn down to a funnel, or it would be a line for a viewer at its own height; near the ground it lies flat.
 
 uniform float time;   // 0.01 of the disc's height
 uniform float time2;  // radians that the layers have turned
@@ -17,11 +18,13 @@ vec2 turned(vec2 point, float angle) {
 }
 
 void main() {
-    gl_Position = ftransform();
+    vec4 point = gl_Vertex;
+    point.y -= 26.0 * min(0.25 + 2.5 * time, 1.0) * (1.0 - length(gl_MultiTexCoord0.st));
+    gl_Position = gl_ModelViewProjectionMatrix * point;
     gl_FrontColor = gl_Color;
     disc = gl_MultiTexCoord0.st;
     wide = turned(disc, time2) * 0.35 + vec2(0.0, time);
-    fromEye = vec3(gl_ModelViewMatrix * gl_Vertex);
+    fromEye = vec3(gl_ModelViewMatrix * point);
     behind = length(fromEye) - length(vec3(gl_ModelViewMatrix * vec4(0.0, 100.0 * time, 0.0, 1.0)));
     fine = turned(disc, -0.6 * time2) * 0.8 - vec2(time, 0.0);
 }

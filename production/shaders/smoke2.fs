@@ -15,6 +15,7 @@ varying vec2 near;
 const float radius = 72.0;
 const vec3 sun = vec3(0.577, 0.577, 0.577);
 const vec3 axis = vec3(-0.30, 0.94, -0.16);  // of the ring, of length 1; the sun stands low over its plane
+const vec3 aside = vec3(0.953, 0.304, 0.0);  // across it
 
 // 1 within a distance of 0, with edges so steep.
 float bandAt(float away, float within, float steep) {
@@ -40,14 +41,22 @@ vec3 groundAt(vec3 up) {
 // How much of the sun reaches that place past the ring.
 float daylightAt(vec3 up) {
     float rise = -dot(up, axis) / dot(sun, axis);
-    return smoothstep(0.0, 0.85, dot(up, sun)) * (1.0 - 0.7 * step(0.0, rise) * bandAt(length(up + sun * rise) - 1.59, 0.15, 20.0));
+    return smoothstep(-0.02, 0.50, dot(up, sun)) * (1.0 - 0.7 * step(0.0, rise) * bandAt(length(up + sun * rise) - 1.59, 0.15, 20.0));
 }
 
-// What glows by itself where it is night: storm cells along the bands.
-vec3 stormsAt(vec3 up) {
-    vec3 cells = texture2D(noise, vec2(up.x + 0.6 * up.z, 1.8 * dot(up, axis)) * 0.5 + 0.3).rgb;
-    float glow = smoothstep(0.30, 0.85, cells.b) * clamp(3.0 * cells.r - 1.2, 0.0, 1.0);
-    return vec3(0.002, 0.002, 0.005) + vec3(0.16, 0.055, 0.018) * glow * glow + vec3(0.20, 0.14, 0.06) * glow * glow * glow * glow;
+// What glows by itself where it is night: towns in rows along the bands, dense here and sparse there.
+vec3 townsAt(vec3 up) {
+    float height = dot(up, axis);
+    vec3 level = up - axis * height;
+    float turn = atan(dot(level, aside), dot(level, cross(axis, aside)));
+    float row = height * 24.0;
+    float along = turn * floor(74.0 * sqrt(1.0 - height * height)) / 3.14159265;
+    vec2 cell = vec2(floor(along), floor(row));
+    float lot = fract(sin(dot(cell, vec2(12.9898, 78.233))) * 43758.5453);
+    float dense = smoothstep(0.42, 0.62, texture2D(noise, vec2(0.16 * turn, 0.6 * height)).r);
+    vec2 away = vec2(fract(along) - 0.3 - 0.4 * fract(90.0 * lot), fract(row) - 0.5);
+    float lamp = clamp(1.0 - 7.0 * dot(away, away), 0.0, 1.0) * step(lot, 0.04 + 0.70 * dense);
+    return vec3(1.0, 0.58, 0.20) * (0.05 * dense * dense + lamp * lamp * (0.2 + 0.8 * fract(37.0 * lot)));
 }
 
 // Every sixth cell of a grid has a star somewhere in it; few are bright, and those are large.
@@ -63,7 +72,7 @@ void main() {
     float swirl = texture2D(noise, far).r;
     float wisp = texture2D(noise, near + 0.25 * swirl).r;
     float veins = texture2D(noise, 1.7 * far + vec2(0.25 * wisp, 0.15 * swirl)).b;
-    vec3 dusk = mix(vec3(0.10, 0.03, 0.22), vec3(0.02, 0.13, 0.20), swirl);
+    vec3 dusk = mix(vec3(0.075, 0.02, 0.18), vec3(0.015, 0.105, 0.17), swirl);
     vec3 light = dusk * swirl * (wisp + 0.5 * veins - 0.15) + vec3(0.09, 0.03, 0.04) * veins * wisp;
     light = mix(light, dusk * (0.5 + wisp), 0.6 * smoothstep(0.45, 0.85, wisp) * swirl);
     light += vec3(0.70, 0.64, 0.80) * starsAt(far);
@@ -80,8 +89,8 @@ void main() {
         float grazing = 1.0 - max(dot(up, -towards), 0.0);
         float rim = grazing * grazing * grazing;
         vec3 air = color.rgb + vec3(0.06, 0.08, 0.0);
-        vec3 world = groundAt(up) * day + stormsAt(up) * (1.0 - smoothstep(0.0, 0.22, day)) * (1.0 - rim);
-        light = mix(light, world + air * rim * (rim * 0.5 + 0.45 * day), body);
+        vec3 world = groundAt(up) * day + 0.5 * townsAt(up) * (1.0 - smoothstep(0.0, 0.10, day)) * (1.0 - rim);
+        light = mix(light, world + air * rim * (rim * 0.75 + 0.45 * day), body);
     }
     light += vec3(0.10, 0.12, 0.22) * (1.0 - body) * (0.35 + 0.6 * day) / (1.0 + 0.003 * max(-depth, 0.0));
 
@@ -92,14 +101,15 @@ void main() {
     float ice = ringAt(reach) * step(0.0, crosses) * (1.0 - body * step(meets, crosses));
     if (ice > 0.0) {
         float behind = -dot(spot, sun);
-        float blur = 3.0 + 0.12 * max(behind, 0.0);
+        float blur = 1.0 + 0.04 * max(behind, 0.0);
         float shadow = step(0.0, behind) * smoothstep(radius + blur, radius - blur, length(spot + sun * behind));
-        vec3 grain = texture2D(noise, vec2(reach * 3.1, 0.37)).rgb;
-        vec3 dust = mix(vec3(0.13, 0.09, 0.11), vec3(0.42, 0.34, 0.25), smoothstep(0.25, 0.75, grain.g));
+        vec3 grain = texture2D(noise, vec2(reach * 4.7, 0.37)).rgb;
+        grain.b = smoothstep(0.25, 0.70, grain.b);
+        vec3 dust = mix(vec3(0.13, 0.08, 0.08), vec3(0.46, 0.36, 0.24), smoothstep(0.25, 0.75, grain.g));
         dust = mix(dust, vec3(0.27, 0.31, 0.40), smoothstep(1.78, 1.90, reach));
-        light = mix(light, dust * (0.35 + 0.9 * grain.b) * (1.0 - 0.97 * shadow), min(ice * (0.75 + 0.35 * grain.r), 1.0));
+        light = mix(light, dust * (0.32 + 0.95 * grain.b) * (1.0 - 0.97 * shadow), min(ice * (0.75 + 0.35 * grain.r), 1.0));
     }
 
-    vec2 aside = (place - 0.5) * vec2(1.15, 1.0);
-    gl_FragColor = vec4(light * (1.0 - 1.2 * dot(aside, aside)), color.a) * gl_Color;
+    vec2 off = (place - 0.5) * vec2(1.15, 1.0);
+    gl_FragColor = vec4(light * (1.0 - 1.2 * dot(off, off)), color.a) * gl_Color;
 }
