@@ -67,7 +67,7 @@ Shape skinned(Shape mask) {
 }
 
 Shape mask() {
-    constexpr int cells = 32;  // even, as the mirrored drawing needs an edge in the middle
+    constexpr int cells = 28;  // even, as the mirrored drawing needs an edge in the middle
     constexpr double reach = sun::radius + 2;
     const Shape sheet = grid(cells + 1, cells + 1, false, false, [](int column, int row) {
         return Vec{mix(-reach, reach, double(column) / cells), mix(-reach, reach, double(row) / cells), 0};
@@ -76,6 +76,14 @@ Shape mask() {
         return std::min({sun::radius - std::hypot(p.x, p.y), sun::toEye(p.x, p.y), sun::toMouth(p.x, p.y)});
     });
     return smoothed(bent(skinned(flat), [](Vec p) { return Vec{p.x, p.y, relief(p.x, p.y)}; }), pi);
+}
+
+// Turns back from the mask's edge, so that it is no thin plate when it is seen edge on.
+Shape rim() {
+    constexpr int sides = 48;
+    constexpr double depth = 14, slope = 5;
+    const Shape band = lathe({{sun::radius - slope, -depth}, {sun::radius, 0}}, sides);
+    return turned(smoothed(band, pi), Axis::x, pi / 2);
 }
 
 struct Ray {
@@ -115,5 +123,9 @@ Shape inTumble(const Shape& shape, double share) {
 }  // namespace
 
 void makeSun(const char* path) {
-    writeAml(path, {inTumble(mask(), 1.6), inTumble(painted(rays(), hull::flame), 0.7)});
+    // The inside is a sheet of its own, a little behind, as the light from below has to reach both.
+    constexpr double thickness = 2.5;
+    const Shape front = mask(), inside = insideOut(moved(front, {0, 0, -thickness}));
+    writeAml(path, {inTumble(front, 1.6), inTumble(inside, 1.6), inTumble(painted(rim(), hull::flame), 0.7),
+                    inTumble(painted(rays(), hull::flame), 0.7)});
 }

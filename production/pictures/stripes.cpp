@@ -10,14 +10,13 @@ namespace {
 constexpr int size = 1024;
 constexpr float unitsPerRepeat = 500;
 
-// In units up and down from the eye's own height, and again about each repeat. The far figure's middle mostly
-// is 60 to 100 off: the broad ones leave its face whole but for a cut through its forehead and one through
-// its smile, the narrow ones comb its rays.
+// In units up and down from the eye's own height, and again about each repeat. Where the far figure mostly
+// is, its middle 85 off, one cut runs through its forehead and one through its smile, and none through its
+// eyes.
 struct Stripe {
     float from, to;
 };
-constexpr Stripe stripes[] = {{-50, 50},  {55, 112},  {119, 158}, {165, 178},
-                              {185, 198}, {205, 218}, {225, 238}, {245, 255}};
+constexpr Stripe stripes[] = {{-19, 19}, {26, 49}, {56, 112}, {119, 147}, {154, 182}, {189, 217}, {224, 276}};
 
 // The far figure's glow makes nearly two hundred of one: of green and blue so little is let through that its
 // halo is half-tones, and the less of a colour there is, the nearer to its source it dies away. Red fills its
