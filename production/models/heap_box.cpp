@@ -53,29 +53,47 @@ Shape terraceWalls() {
                    block({in - halfLength, low, -halfWidth}, {roofFrom, top, in - halfWidth}, 0.5)});
 }
 
-// Glass from slab to slab: the long sides are two stretches of rooms each, the ends one.
-Shape glass() {
-    const double low = slab - halfHeight, tall = 2 * (halfHeight - slab), out = glassHalf + 0.1;
-    const double half = (glassTo - glassFrom) / 2, middle = glassFrom + half;
-    const auto wall = [&](double x, double side, const Patch& patch) {
-        return painted(sheet({x, low, side * out}, {side * half, 0, 0}, {0, tall, 0}), patch);
-    };
-    return joined({wall(glassFrom, 1, hull::rooms[0]), wall(middle, 1, hull::rooms[1]),
-                   wall(glassTo, -1, hull::rooms[0]), wall(middle, -1, hull::rooms[1]),
-                   painted(sheet({glassTo + 0.1, low, glassHalf}, {0, 0, -2 * glassHalf}, {0, tall, 0}),
-                           hull::rooms[1]),
-                   painted(sheet({glassFrom - 0.1, low, -glassHalf}, {0, 0, 2 * glassHalf}, {0, tall, 0}),
-                           hull::rooms[0])});
+// A stretch of rooms from slab to slab, each behind a pane that looks another way, so that they glint one
+// after another and the glow beyond the heap never fills them all.
+Shape stretch(Vec from, Vec along, const Patch& patch) {
+    constexpr double leans[] = {0.0, -0.3, 0.25, -0.1, 0.3, 0.1}, lamps = 1.6;
+    constexpr size_t count = std::size(leans);
+    const Vec step = along * (1.0 / count), tall = {0, 2 * (halfHeight - slab), 0};
+    std::vector<Shape> panes;
+    for (size_t i = 0; i < count; i++) {
+        const double low = double(i) / count, high = double(i + 1) / count;
+        const Patch room = {{mix(patch.low.s, patch.high.s, low), patch.low.t},
+                            {mix(patch.low.s, patch.high.s, high), patch.high.t}};
+        panes.push_back(shaded(painted(sheet(from + step * i, step, tall), room), [&](Vec, Vec normal) {
+            return normal + normalized(along) * leans[i] - Vec{0, lamps, 0};
+        }));
+    }
+    return joined(panes);
 }
 
-// Under the floor and, where it hangs over, under the roof: timber, each half a picture.
-Shape soffits() {
-    const auto under = [](double from, double to, double y, double z) {
-        return painted(sheet({from, y, -z}, {to - from, 0, 0}, {0, 0, 2 * z}), hull::timber);
+// The long sides are two stretches each, the ends one.
+Shape glass() {
+    const double low = slab - halfHeight, out = glassHalf + 0.1, half = (glassTo - glassFrom) / 2;
+    const double middle = glassFrom + half;
+    return joined({stretch({glassFrom, low, out}, {half, 0, 0}, hull::rooms[0]),
+                   stretch({middle, low, out}, {half, 0, 0}, hull::rooms[1]),
+                   stretch({glassTo, low, -out}, {-half, 0, 0}, hull::rooms[0]),
+                   stretch({middle, low, -out}, {-half, 0, 0}, hull::rooms[1]),
+                   stretch({glassTo + 0.1, low, glassHalf}, {0, 0, -2 * glassHalf}, hull::rooms[1]),
+                   stretch({glassFrom - 0.1, low, -glassHalf}, {0, 0, 2 * glassHalf}, hull::rooms[0])});
+}
+
+// Under the floor: timber, each half a picture that looks outwards a breath. Any more would throw the comet
+// back from under the top storeys.
+Shape soffit() {
+    constexpr double edge = 1.2, y = -halfHeight - 0.05, z = halfWidth - edge;
+    const auto half = [&](double from, double side) {
+        const Shape sheeting = sheet({from, y, -z}, {halfLength - edge, 0, 0}, {0, 0, 2 * z});
+        return shaded(painted(sheeting, hull::timber), [=](Vec p, Vec normal) {
+            return normal + Vec{0.1 * side, 0, 0.06 * p.z / z};
+        });
     };
-    const double y = -halfHeight - 0.05, edge = 1.2;
-    return joined(
-        {under(edge - halfLength, 0, y, halfWidth - edge), under(0, halfLength - edge, y, halfWidth - edge)});
+    return joined({half(edge - halfLength, -1), half(0, 1)});
 }
 
 Shape hedge() {
@@ -141,14 +159,7 @@ void makeHeapBox(const char* path) {
             if (normal.y > 0.5) return normal + Vec{0.9 * p.x / halfLength, 0, 0.9 * p.z / halfWidth};
             return normal + Vec{0.3 * p.x / halfLength, -0.35, 0.2 * p.z / halfWidth};
         });
-    const Shape timber = shaded(soffits(), [](Vec p, Vec normal) {
-        return normal + Vec{0.1 * p.x / halfLength, 0, 0.08 * p.z / halfWidth};
-    });
-    // And so that one window after another glints.
-    const Shape panes = shaded(glass(), [](Vec p, Vec normal) {
-        return normal + Vec{0.25 * p.x / halfLength, -lamps, 0.25 * p.z / halfWidth};
-    });
-    writeAml(path, {slabs, timber, panes, litFromBelow(painted(hedge(), hull::leaves), 0.35),
+    writeAml(path, {slabs, soffit(), glass(), litFromBelow(painted(hedge(), hull::leaves), 0.35),
                     litFromBelow(painted(shrubs(), hull::foliage), 1.6),
                     litFromBelow(painted(joined({trunk(), mast()}), hull::dark), 0.3),
                     litFromBelow(painted(joined({trunkRings(), mastLamp()}), hull::warmLamp), lamps)});

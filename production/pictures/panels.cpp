@@ -29,7 +29,7 @@ enum class Part {
     Hazard,  // slanting stripes of paint
     Paint,   // a flat field of colour, warm where `detail` is 1
     Chip,    // a dab of one of the `chips`, by number in `detail`
-    Rooms,   // a wall of glass before `detail` rooms, where people live
+    Rooms,   // a wall of glass before `detail` rooms, the first of them number `tone`
     Boards,  // timber, `detail` boards of it, with lamps let in
     Leaves,  // a hedge, ragged below
 };
@@ -126,19 +126,22 @@ void stampLamp(Relief& relief, const Row& row, Point middle, Point half) {
 }
 
 // No two rooms are lit alike: a lamp under the ceiling, the floor in shade and what stands on it before the
-// light; some have drawn their blinds, some are out.
+// light; some have drawn their blinds, some watch a screen, some are out.
+constexpr char evenings[] = "loslbollollo";
 void stampRooms(Relief& relief, const Row& row, Point middle, Point half) {
     const float wide = 2 * half.x / row.detail;
     visitWrapped(relief, {middle, half}, [&](size_t i, Point p) {
         const float across = (p.x + half.x) / wide, down = (p.y + half.y) / (2 * half.y);
-        const int room = int(across), key = room + int(row.top * 10);
-        const float x = across - float(room), fate = randomAt(key, 1, 5);
+        const int room = int(across), key = room + int(row.tone);
+        const float x = across - float(room);
+        const char evening = evenings[key];
         const float lamp = 0.25f + 0.75f * randomAt(key, 2, 5);
         float light = 0.55f + 0.45f * bell(x - lamp, 0.35f);
         light *= mix(0.95f, 0.38f, down);
         Rgba tone = mix(opaque(1, 0.62f, 0.24f), opaque(1, 0.78f, 0.46f), randomAt(key, 3, 5));
-        if (fate < 0.3f) light *= 0.07f;
-        if (fate > 0.84f) light = down * 9 - std::floor(down * 9) < 0.7f ? 0.34f : 0.12f;  // blinds
+        if (evening == 'o') light *= 0.07f;
+        if (evening == 's') tone = opaque(0.30f, 0.62f, 1);
+        if (evening == 'b') light = down * 9 - std::floor(down * 9) < 0.7f ? 0.34f : 0.12f;
         const float furniture = randomAt(key, 4 + int(x * 5), 5) * 0.42f;
         if (1 - down < furniture) light *= 0.22f;
         const float person = 0.2f + 0.6f * randomAt(key, 11, 5);
@@ -305,7 +308,7 @@ const std::vector<Row> hullRows = {
     {Paint, 14.3, 13.3, 0.16, 2.6, 0, 1},
     // The heap's houses.
     {Rooms, 13.1, 3.1, 2.8, 0.6, 0, 6},
-    {Rooms, 13.1, 3.8, 2.8, 0.6, 0, 6},
+    {Rooms, 13.1, 3.8, 2.8, 0.6, 6, 6},
     {Boards, 13.1, 4.5, 2.8, 2.2, 0, 9},
     {Leaves, 13.1, 6.8, 2.8, 0.6},
     {Chip, 13.1, 7.5, 2.8, 0.6, 0, 2},
