@@ -195,9 +195,10 @@ Direction facing(Direction towards) {
     return size > 1e-4f ? half * (1 / size) : Direction{1, 0, 0};
 }
 
-// Brushed metal in broad light from above on the left: how bright a surface is that looks so.
+// Brushed metal in broad light from the left: how bright a surface is that looks so. Not from above, where
+// the hall's second lamp, full and white while the hall fades in, would wash the last greeting out.
 float brushed(Direction normal) {
-    const float along = dot(normal, {-0.62f, 0.62f, 0.48f});
+    const float along = dot(normal, {-0.92f, 0.12f, 0.36f});
     return smoothstep(-0.20f, 1.0f, along);
 }
 
@@ -228,7 +229,8 @@ void makeRobotChrome(const char* path) {
         path, lamps,
         [&](Direction towards) {
             const float shade = brushed(facing(towards));
-            const Rgba metal = mix(light(0.010f, 0.013f, 0.024f), light(0.33f, 0.41f, 0.53f), shade * shade);
+            const Rgba metal =
+                mix(light(0.010f, 0.013f, 0.024f), light(0.33f, 0.41f, 0.53f), shade * shade * shade);
             return gradient(sky, towards.y) + metal +
                    light(0.02f, 0.18f, 0.11f) * fromBelow(facing(towards)) + rimLight(towards);
         },
