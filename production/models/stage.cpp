@@ -42,12 +42,32 @@ Shape tube(Vec from, Vec to, double radius, int sides = 6) {
     return sweep(polygon(sides, radius), how);
 }
 
-// A lamp over the eyes of a viewer who stands across the hall: it throws back the warm glow that lies low
+// A lamp in the eyes of a viewer who stands across the hall: it throws back the warm glow that lies low
 // beyond it, all over alike.
 Shape warmFrom(const Shape& shape, double turn) {
     const Vec viewer = onRing(turn + pi, 260, 100);
     const Vec glow = normalized(onRing(turn, 0.8, -0.6));
     return shaded(shape, [=](Vec p, Vec) { return glow - normalized(p - viewer); });
+}
+
+// Two lamps on what stands in a quarter, as the viewer sees it from across the hall: a warm one above on his
+// right and a cold one on his left. What they would light leans to where it throws back the glow of that
+// colour beyond it, by as much of the whole way as each is strong.
+struct Lamps {
+    double warm, cold;
+};
+Shape litIn(const Shape& shape, double turn, Lamps lamps) {
+    const Vec viewer = onRing(turn + pi, 260, 100), right = onRing(turn + pi / 2, 1, 0);
+    const Vec warmLamp = normalized(onRing(turn + pi, 0.7, 0.6) + right * 0.6),
+              coldLamp = normalized(onRing(turn + pi, 0.5, 0.2) - right * 0.8);
+    const Vec warmGlow = normalized(onRing(turn, 0.8, -0.45)), coldGlow = onRing(turn - degrees(38), 1, 0);
+    return shaded(shape, [=](Vec p, Vec normal) {
+        const Vec sight = normalized(p - viewer);
+        const double warm = lamps.warm * smoothStep(-0.05, 0.85, dot(normal, warmLamp)),
+                     cold = lamps.cold * smoothStep(0.0, 0.8, dot(normal, coldLamp)) * (1 - warm);
+        return normal * (1 - warm - cold) + normalized(warmGlow - sight) * warm +
+               normalized(coldGlow - sight) * cold;
+    });
 }
 
 // The terraces from outside in: radius of the riser, its height, and the height of its foot.
@@ -254,10 +274,10 @@ Shape smileOnScreen(double half = 0.032, double height = 0.5) {
 constexpr double eyes[] = {0.28, 0.72};
 
 // A smile, and two broad eyes with dark pupils.
-constexpr double eyeRadius = 0.165, pupilRadius = 0.080;
+constexpr double eyeRadius = 0.185, pupilRadius = 0.125;
 
 Shape face() {
-    std::vector<Shape> lines = {smileOnScreen(0.042)};
+    std::vector<Shape> lines = {smileOnScreen(0.050)};
     for (const double s : eyes) lines.push_back(eyeOnScreen(s, 0.38, pupilRadius, eyeRadius));
     return figures::onRobotScreen(joined(lines));
 }
@@ -267,7 +287,7 @@ Shape litFace() {
     const Shape pupils = joined(
         {eyeOnScreen(eyes[0], 0.38, 0, pupilRadius, 0.9), eyeOnScreen(eyes[1], 0.38, 0, pupilRadius, 0.9)});
     return comet::litInPassing(
-        asColossus(figures::onRobotScreen(joined({pupils, smileOnScreen(0.014, 0.9)}))), 0);
+        asColossus(figures::onRobotScreen(joined({pupils, smileOnScreen(0.030, 0.9)}))), 0);
 }
 
 // Before the sun, its nose sinking.
@@ -289,13 +309,23 @@ Shape boxPillar() {
     return atTurn(joined(boxes), pillarTurn);
 }
 
-// The sun behind the ship.
+// The sun behind the ship, cut into ever thinner bands towards the horizon.
 Shape sunDisc() {
-    const double radius = 215;
-    const Vec middle = {436, 300, 0};  // its edges just before the wall
-    const Shape disc =
-        placed(lathe({{radius, 0}, {radius - 4, 3}, {radius * 0.6, 4}, {0, 4}}, 64), middle, {-1, 0, 0});
-    return warmFrom(atTurn(disc, shipTurn), shipTurn);
+    constexpr double radius = 215, distance = 436, middle = 300;  // its edges just before the wall
+    constexpr struct {
+        double low, high;  // of the radius
+        int steps;
+    } bands[] = {{0.06, 1, 14},       {-0.115, 0.02, 3},   {-0.285, -0.165, 3},
+                 {-0.465, -0.355, 3}, {-0.655, -0.555, 3}, {-0.845, -0.765, 3}};
+    std::vector<Shape> parts;
+    for (const auto& [low, high, steps] : bands)
+        parts.push_back(grid(2, steps, false, false, [&](int c, int r) {
+            // Closer together where the outline turns.
+            const double k = double(r) / (steps - 1), y = mix(low, high, std::sin(k * pi / 2));
+            return Vec{distance, middle + radius * y,
+                       radius * std::sqrt(std::max(1 - y * y, 1e-4)) * (c == 0 ? -1 : 1)};
+        }));
+    return warmFrom(atTurn(joined(parts), shipTurn), shipTurn);
 }
 
 struct HungProbe {
@@ -326,13 +356,14 @@ void makeStage(const char* path) {
                                  around(projector(), sources, Axis::y), around(stud(), sources, Axis::y)});
     const Shape pillars = atTurn(around(pillar(), 8, Axis::y), pillarTurn + pi / 8);
     const Shape metal = welded(joined({figures::robotShells(), figures::robotWorks()}), 0.6);
-    const Shape colossus = onlySeen(onlyAbove(asColossus(metal), -2));
+    const Shape colossus = litIn(onlySeen(onlyAbove(asColossus(metal), -2)), colossusTurn, {0.8, 0.9});
     const Shape itsGlass = darkGlass(asColossus(figures::robotScreen()));
     const Shape itsTrim = asColossus(figures::robotTrim());
     const Shape itsFace = warmFrom(asColossus(face()), colossusTurn);
     const Shape streaks = joined({comet::tracks(), litFace(), spots::onWall()});
     writeAml(path, {dark(middle), ball::mirrors(), dark(streaks), dark(onlySeen(joined({pillars, ledges()}))),
                     dark(colossus), dark(joined({itsGlass, onlySeen(itsTrim), itsFace})),
-                    dark(joined({onlySeen(hungShip()), sunDisc()})), dark(onlySeen(boxPillar())),
-                    dark(onlySeen(probeLamps()))});
+                    dark(joined({litIn(onlySeen(hungShip()), shipTurn, {0.0, 0.95}), sunDisc()})),
+                    dark(litIn(onlySeen(boxPillar()), pillarTurn, {0.8, 0.9})),
+                    dark(litIn(onlySeen(probeLamps()), probesTurn, {0.8, 0.9}))});
 }

@@ -110,16 +110,69 @@ Shape smoothed(Shape shape, double radians) {
     return shape;
 }
 
+namespace {
+
+// Sums round each point the normals of its faces, weighed by area and by the angle at the corner (Thürmer and
+// Wüthrich 1998, with the area added).
+class CornerNormals {
+public:
+    explicit CornerNormals(const Shape& triangles) : shape(triangles), facesAt(triangles.points.size()) {
+        for (size_t f = 0; f < shape.faces.size(); f++) {
+            const Vec area = areaVector(shape, shape.faces[f]);
+            unit.push_back(normalized(area));
+            size.push_back(length(area));
+            for (int point : shape.faces[f].points) facesAt[point].push_back(f);
+        }
+    }
+
+    Vec at(size_t face, size_t corner) const {
+        const int point = shape.faces[face].points[corner];
+        Vec sum;
+        for (size_t other : facesAt[point]) {
+            const double limit = std::min(shape.faces[face].smoothing, shape.faces[other].smoothing);
+            if (other == face || dot(unit[face], unit[other]) > std::cos(limit))
+                sum += unit[other] * (size[other] * angleAt(other, point));
+        }
+        return normalized(sum);
+    }
+
+private:
+    double angleAt(size_t face, int point) const {
+        const std::vector<int>& points = shape.faces[face].points;
+        const size_t i = std::find(points.begin(), points.end(), point) - points.begin();
+        const Vec a = normalized(shape.points[points[(i + 1) % 3]] - shape.points[point]);
+        const Vec b = normalized(shape.points[points[(i + 2) % 3]] - shape.points[point]);
+        return std::acos(std::clamp(dot(a, b), -1.0, 1.0));
+    }
+
+    const Shape& shape;
+    std::vector<std::vector<size_t>> facesAt;
+    std::vector<Vec> unit;
+    std::vector<double> size;  // twice the area
+};
+
+}  // namespace
+
+std::vector<std::array<Vec, 3>> cornerNormals(const Shape& triangles) {
+    const CornerNormals normals(triangles);
+    std::vector<std::array<Vec, 3>> all;
+    for (size_t f = 0; f < triangles.faces.size(); f++)
+        all.push_back({normals.at(f, 0), normals.at(f, 1), normals.at(f, 2)});
+    return all;
+}
+
 Shape shaded(const Shape& whole, const std::function<Vec(Vec point, Vec normal)>& facing) {
     constexpr double least = 0.04;  // of the way to the face's own normal
     Shape shape = triangulated(whole);
-    for (Face& face : shape.faces) {
-        const Vec normal = faceNormal(shape, face);
+    const std::vector<std::array<Vec, 3>> normals = cornerNormals(shape);
+    for (size_t f = 0; f < shape.faces.size(); f++) {
+        Face& face = shape.faces[f];
+        const Vec own = faceNormal(shape, face);
         face.normals.clear();
-        for (int point : face.points) {
-            const Vec wanted = normalized(facing(shape.points[point], normal));
-            const double behind = std::max(0.0, least - dot(wanted, normal));
-            face.normals.push_back(normalized(wanted + normal * behind));
+        for (size_t i = 0; i < 3; i++) {
+            const Vec wanted = normalized(facing(shape.points[face.points[i]], normals[f][i]));
+            const double behind = std::max(0.0, least - dot(wanted, own));
+            face.normals.push_back(normalized(wanted + own * behind));
         }
     }
     return shape;

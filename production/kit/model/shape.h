@@ -2,6 +2,7 @@
 // made. Operations return a new shape, so a model reads as an expression built from the inside out.
 #pragma once
 
+#include <array>
 #include <functional>
 #include <vector>
 
@@ -52,9 +53,14 @@ Shape insideOut(Shape shape);
 Shape bent(Shape shape, const std::function<Vec(Vec)>& place);  // moves every point
 Shape smoothed(Shape shape, double radians);                    // sets the smoothing angle of every face
 
+// By face and corner, the normals that light meets: the face's own and those of the faces around the point
+// that bend away by less than the smoothing angle, so that flat plates stay flat and their bevels carry the
+// turn.
+std::vector<std::array<Vec, 3>> cornerNormals(const Shape& triangles);
+
 // Light falls otherwise than the surface lies: `facing` says where each corner seems to look, from its place
-// and its face's normal. What would look behind its face is turned until it just doesn't. Cuts polygons to
-// triangles. To be done last: whatever turns or bends the shape leaves these normals as they are.
+// and the normal that it had. What would look behind its face is turned until it just doesn't. Cuts polygons
+// to triangles. To be done last: whatever turns or bends the shape leaves these normals as they are.
 Shape shaded(const Shape& whole, const std::function<Vec(Vec point, Vec normal)>& facing);
 
 // Joins points closer than `tolerance` and drops what collapses: repeated corners, then faces below three.
