@@ -52,14 +52,14 @@ Shape bowl() {
     return lathe(chained({outside, {{dishRadius + 0.6, 9.6}}, inside}), 20);
 }
 
-// Its edge, and the receiver over its middle.
-Shape dishTrim() {
+Shape dishEdge() {
     const double r = dishRadius;
-    const Shape edge =
-        lathe({{r - 1, 9.2}, {r + 1.6, 9.4}, {r + 2.4, 11}, {r + 1.2, 12.6}, {r - 0.8, 12}}, 20);
-    const Shape receiver =
-        lathe({{0, 0}, {1.6, 0}, {1.2, 15}, {4.6, 16.4}, {4.6, 21}, {2, 23}, {0, 23.4}}, 6);
-    return joined({edge, receiver});
+    return lathe({{r - 2, 9.2}, {r + 1.6, 9.4}, {r + 2.4, 11}, {r + 1.2, 12.6}, {r - 2, 12}}, 20);
+}
+
+// Over its middle.
+Shape receiver() {
+    return lathe({{0, 0}, {1.6, 0}, {1.2, 15}, {4.6, 16.4}, {4.6, 21}, {2, 23}, {0, 23.4}}, 6);
 }
 
 // On the side of +x, turned a little towards the front.
@@ -87,16 +87,27 @@ Shape seams() {
     return joined(lines);
 }
 
+// What shines by itself.
+Shape lamps() {
+    return painted(joined({belt(), onNeck(dishEdge())}), hull::coolLamp);
+}
+
+Shape unlit() {
+    const auto bothSides = [](const Shape& shape) { return around(wing(shape), 2, Axis::y); };
+    return joined({painted(drum(), hull::orange), painted(antenna(-22, -46, 3.4), hull::warmLamp),
+                   painted(onNeck(bowl()), hull::dark), painted(onNeck(receiver()), hull::orange),
+                   painted(bothSides(board()), hull::dark), painted(bothSides(seams()), hull::coolLamp)});
+}
+
 }  // namespace
 
 Shape figures::probe() {
-    const auto bothSides = [](const Shape& shape) { return around(wing(shape), 2, Axis::y); };
-    return joined({painted(drum(), hull::orange), painted(belt(), hull::coolLamp),
-                   painted(antenna(-22, -46, 3.4), hull::warmLamp), painted(onNeck(bowl()), hull::plain),
-                   painted(onNeck(dishTrim()), hull::orange), painted(bothSides(board()), hull::dark),
-                   painted(bothSides(seams()), hull::coolLamp)});
+    return joined({unlit(), lamps()});
 }
 
+// The camera looks down at the same angle all the time: what seems to face straight up mirrors the same
+// bright place of the sky from wherever it stands.
 void makeProbe(const char* path) {
-    writeAml(path, {figures::probe()});
+    const auto upwards = [](Vec, Vec) { return Vec{0, 1, 0}; };
+    writeAml(path, {joined({unlit(), shaded(lamps(), upwards)})});
 }

@@ -232,7 +232,7 @@ void makeRobotChrome(const char* path) {
             const Rgba metal =
                 mix(light(0.010f, 0.013f, 0.024f), light(0.33f, 0.41f, 0.53f), shade * shade * shade);
             return gradient(sky, towards.y) + metal +
-                   light(0.02f, 0.18f, 0.11f) * fromBelow(facing(towards)) + rimLight(towards);
+                   light(0.01f, 0.13f, 0.12f) * fromBelow(facing(towards)) + rimLight(towards);
         },
         shortRim);
 }
@@ -249,7 +249,7 @@ void makeArmChrome(const char* path) {
         {-0.02f, light(0.004f, 0.004f, 0.006f)}, {0.03f, light(0.24f, 0.28f, 0.34f)},
         {0.16f, light(0.03f, 0.04f, 0.06f)},     {1, light(0.012f, 0.010f, 0.022f)}};
     makeSphereMap(path, lamps, [&](Direction towards) {
-        return gradient(sky, towards.y) + light(0.02f, 0.18f, 0.11f) * fromBelow(facing(towards)) +
+        return gradient(sky, towards.y) + light(0.01f, 0.07f, 0.06f) * fromBelow(facing(towards)) +
                rimLight(towards);
     });
 }

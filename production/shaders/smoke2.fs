@@ -89,7 +89,9 @@ void main() {
         float grazing = 1.0 - max(dot(up, -towards), 0.0);
         float rim = grazing * grazing * grazing;
         vec3 air = color.rgb + vec3(0.06, 0.08, 0.0);
-        vec3 world = groundAt(up) * day + 0.5 * townsAt(up) * (1.0 - smoothstep(0.0, 0.10, day)) * (1.0 - rim);
+        vec3 world = vec3(0.0);
+        if (day > 0.0) world = groundAt(up) * day;
+        if (day < 0.1) world += 0.5 * townsAt(up) * (1.0 - smoothstep(0.0, 0.1, day)) * (1.0 - rim);
         light = mix(light, world + air * rim * (rim * 0.75 + 0.45 * day), body);
     }
     light += vec3(0.10, 0.12, 0.22) * (1.0 - body) * (0.35 + 0.6 * day) / (1.0 + 0.003 * max(-depth, 0.0));
