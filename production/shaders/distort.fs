@@ -1,8 +1,8 @@
 #version 110
 // A picture behind broken glass: one pane round the ship stays whole and clear, and the blades about it throw the
-// picture aside and part its colours. With "time" at 0 the glass is whole and only shimmers; as it swings up to 0.05
-// it breaks into slanting ribbons, as it swings down to -0.05 into rings that turn against each other. Near 1 it is
-// struck: blades stand round the blow, and each jump of "time" is another blow.
+// picture aside and part its colours. With "time" at 0 the glass is only cracked; as it
+// swings up to 0.05 it breaks into slanting ribbons, as it swings down to -0.05 into rings that turn against each
+// other. Near 1 it is struck: blades stand round the blow, and each jump of "time" is another blow.
 
 uniform sampler2D picture;
 uniform float time;
@@ -72,6 +72,23 @@ Blade bladeAt(vec2 ray, bool struck) {
     return blade;
 }
 
+// Cracks of the glass before it breaks, a web with straight threads round the ship: by how much the piece between
+// them throws the picture, and how near the next thread is, up to 1 on it.
+vec3 crackedAt(vec2 ray) {
+    const float spokes = 11.0, rungs = 3.4;  // rungs to a screen height
+    float angle = atan(ray.y, ray.x), radius = length(ray);
+    float spoke = spokes * ((angle + 0.25 * sin(2.0 * angle + 1.0)) / 6.2831853 + 0.5);
+    float sector = floor(spoke), side = spoke - sector;
+    float rung = rungs * radius * cos((side - 0.5) * 6.2831853 / spokes) + 0.7 * random(sector);
+    float piece = floor(rung), within = rung - piece;
+    if (piece < 1.0) return vec3(0.0);
+
+    float number = sector + 17.0 * piece;
+    float toThread = min(min(side, 1.0 - side) * radius * 6.2831853 / spokes, min(within, 1.0 - within) / rungs);
+    return vec3(0.04 * vec2(random(number) - 0.5, random(number + 5.0) - 0.5),
+                0.5 * (1.0 - smoothstep(0.0, 2.0 * abs(dFdy(place.y)), toThread)));
+}
+
 // Always between texels, never the nearest one: edges would turn to stairs where the picture is drawn small.
 vec3 seenAt(vec2 target) { return texture2D(picture, target, -4.0).rgb; }
 
@@ -112,14 +129,14 @@ vec3 shaded(vec3 color, Blade blade, vec2 ray, vec2 tilt, float broken) {
     float pool = 0.5 + 0.5 * sin(7.0 * dot(ray, vec2(0.45, 0.9)) + 2.4 * blade.number);
     float caught = max(edge, 0.0), sheen = max(bulge + 0.35, 0.0);
     sheen *= pane ? 0.4 : sheen * (0.3 + pool);
-    color += broken * (0.55 * caught * caught + 0.28 * sheen) * light * (1.0 - min(color, 1.0));
+    color += broken * (0.55 * caught * caught + 0.30 * sheen) * light * (1.0 - min(color, 1.0));
     float border = 1.0 - smoothstep(0.0, 2.0 * abs(dFdy(place.y)), min(blade.toBorder, blade.toPane));
     return mix(color, light * (0.35 + 0.45 * abs(facing)), broken * border);
 }
 
 void main() {
     bool struck = abs(time) > 0.5;
-    float broken = smoothstep(0.001, 0.04, abs(time));
+    float broken = smoothstep(0.001, 0.02, abs(time));
 
     vec2 ray = (place - focus) * aspect;
     Blade blade = bladeAt(ray, struck);
@@ -131,13 +148,12 @@ void main() {
     else
         slip += (random(blade.number + 40.0) - 0.5) * blade.reach * blade.along;
     slip *= broken / aspect;
-    vec2 split = (blade.number == 0.0 ? 0.06 * bevel : 0.035) * slip;
-    if (broken < 1.0) {
-        vec2 shimmer = vec2(sin(place.y * 19.0 + time * 60.0) + 0.5 * sin(place.y * 47.0 - time * 90.0),
-                            cos(place.x * 15.0 - time * 50.0) + 0.5 * cos(place.x * 37.0 + time * 70.0));
-        slip += 0.003 * (1.0 - broken) * shimmer;
-    }
+    vec2 split = (blade.number == 0.0 ? 0.06 * bevel : 0.025) * slip;
+    vec3 crack = vec3(0.0);
+    if (broken < 1.0) crack = (1.0 - broken) * crackedAt(ray);
+    slip += crack.xy / aspect;
 
     vec3 color = shaded(thrownPicture(slip, split), blade, ray, tilt, broken);
+    color += crack.z * light * (1.0 - min(color, 1.0));
     gl_FragColor = vec4(color, 1.0) * gl_Color;
 }
