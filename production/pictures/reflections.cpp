@@ -104,7 +104,7 @@ Rgba rimLight(Direction towards) {
     const Rgba tint =
         mix(light(0.55f, 0.78f, 1.0f), light(0.85f, 0.80f, 0.80f), smoothstep(-0.2f, 0.9f, aside));
     const float above = towards.y / (std::hypot(towards.x, towards.y) + 1e-4f);
-    const float strength = mix(0.36f, 0.80f, smoothstep(-0.7f, 0.5f, above - 0.4f * aside));
+    const float strength = mix(0.50f, 1.10f, smoothstep(-0.7f, 0.5f, above - 0.4f * aside));
     return tint * (strength * smoothstep(-0.70f, -0.93f, towards.z));
 }
 
@@ -206,13 +206,15 @@ float brushed(Direction normal) {
 // part.
 constexpr float shortRim = 1.05f;
 
-// What the disc of light throws at what looks down and a little ahead, as undersides do for a viewer below.
+// A dim light on what looks down and a little ahead, as undersides do for a viewer below. Without a hue: the
+// disc of light that throws it is red first and green later.
 float fromBelow(Direction normal) {
     return smoothstep(-0.30f, -0.75f, normal.y) * smoothstep(0.15f, 0.45f, normal.z);
 }
 
-// On the robot's body, which has no other picture: the lit colour times this. Pale metal, so that it stands
-// out from the night: brushed, with the night's horizon and a bank of tubes on its polish.
+// On the robot's body, which has no other picture: the lit colour times this. Grey metal on the side of the
+// broad light and dark on the other, with the night's horizon and a bank of tubes on its polish: the glow
+// would lay a paler body over itself as a veil.
 void makeRobotChrome(const char* path) {
     const std::vector<Softbox> lamps = {
         {-66, 18, {0.14f, 0.70f}, 4, 0.03f, light(0.50f, 0.66f, 0.90f)},
@@ -230,9 +232,9 @@ void makeRobotChrome(const char* path) {
         [&](Direction towards) {
             const float shade = brushed(facing(towards));
             const Rgba metal =
-                mix(light(0.010f, 0.013f, 0.024f), light(0.33f, 0.41f, 0.53f), shade * shade * shade);
+                mix(light(0.004f, 0.005f, 0.010f), light(0.20f, 0.25f, 0.33f), shade * shade * shade);
             return gradient(sky, towards.y) + metal +
-                   light(0.01f, 0.13f, 0.12f) * fromBelow(facing(towards)) + rimLight(towards);
+                   light(0.05f, 0.07f, 0.09f) * fromBelow(facing(towards)) + rimLight(towards);
         },
         shortRim);
 }
@@ -249,7 +251,7 @@ void makeArmChrome(const char* path) {
         {-0.02f, light(0.004f, 0.004f, 0.006f)}, {0.03f, light(0.24f, 0.28f, 0.34f)},
         {0.16f, light(0.03f, 0.04f, 0.06f)},     {1, light(0.012f, 0.010f, 0.022f)}};
     makeSphereMap(path, lamps, [&](Direction towards) {
-        return gradient(sky, towards.y) + light(0.01f, 0.07f, 0.06f) * fromBelow(facing(towards)) +
+        return gradient(sky, towards.y) + light(0.05f, 0.07f, 0.09f) * fromBelow(facing(towards)) +
                rimLight(towards);
     });
 }
