@@ -16,6 +16,12 @@ constexpr Vec ballCentre = {0, 70, 0};
 // The studs on the stage, one below each source, between which beams draw a star.
 constexpr double starRadius = 132, starHeight = 26;
 
+// The stage's terraces from outside in: radius of the riser, the height of its foot, and its own.
+struct Terrace {
+    double radius, foot, height;
+};
+constexpr Terrace terraces[] = {{204, 0, 4}, {164, 4, 4}, {124, 8, 4}, {84, 12, 5}, {46, 17, 6}};
+
 // The four quarters: who stands in each, and where its middle lies. The camera looks across the hall, so it
 // has the ship before it at 138, 153.7 and 169.4 s, each other one a quarter of 15.7 s later than the one
 // before it, and the colossus in the last glimpse of all. No projector hangs before any of them then.

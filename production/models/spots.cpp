@@ -33,33 +33,39 @@ bool dark(Vec place, Vec normal) {
     return true;
 }
 
-// A disc before the wall, unless it would have to look into it to show the comet then.
-void addSpot(Shape& spots, double turn, double height, double time) {
-    constexpr double gap = 5, half = 6.5;  // from the wall; of its size
-    constexpr int corners = 6;
-    const Vec front = hall::onRing(turn + pi, 1, 0);
-    const Vec place = hall::onRing(turn, hall::wallRadius - gap, height),
-              right = hall::onRing(turn + pi / 2, half, 0), up = {0, half, 0};
+// A spot that lies there with a front, and shows the comet's head at that time: false if it would have to
+// look behind its front for that. What it shows is the same if it looks the other way.
+bool addSpot(Shape& spots, Vec place, Vec right, Vec up, int corners, double time) {
+    const Vec front = normalized(cross(right, up));
     const viewer::View view = viewer::at(time);
+    const Vec middle = viewer::facing(view, place, viewer::direction(comet::azimuth, comet::elevation));
+    const double side = dot(middle, front) > 0 ? 1 : -1;
     Face face;
     std::vector<Vec> rim;
-    bool seen = true;
     for (int i = 0; i < corners; i++) {
         const double along = 2 * pi * i / corners, c = std::cos(along), s = std::sin(along);
         const Vec corner = place + right * c + up * s;
         rim.push_back(corner);
         face.points.push_back(int(spots.points.size()) + i);
         face.uvs.push_back({});
-        face.normals.push_back(viewer::facing(
-            view, corner,
-            viewer::direction(comet::azimuth + halfAzimuth * c, comet::elevation + halfElevation * s)));
-        seen &= dot(face.normals.back(), front) > 0.01;
+        face.normals.push_back(viewer::facing(view, corner,
+                                              viewer::direction(comet::azimuth + halfAzimuth * c,
+                                                                comet::elevation + halfElevation * s)) *
+                               side);
+        if (dot(face.normals.back(), front) < 0.01) return false;
     }
-    if (!seen ||
-        !dark(place, viewer::facing(view, place, viewer::direction(comet::azimuth, comet::elevation))))
-        return;
     spots.points.insert(spots.points.end(), rim.begin(), rim.end());
     spots.faces.push_back(face);
+    return true;
+}
+
+// A disc before the wall, where it stays dark otherwise.
+void addOnWall(Shape& spots, double turn, double height, double time) {
+    constexpr double gap = 5, half = 6.5;  // from the wall; of its size
+    const Vec place = hall::onRing(turn, hall::wallRadius - gap, height);
+    if (dark(place,
+             viewer::facing(viewer::at(time), place, viewer::direction(comet::azimuth, comet::elevation))))
+        addSpot(spots, place, hall::onRing(turn + pi / 2, half, 0), {0, half, 0}, 6, time);
 }
 
 double fraction(double x) {
@@ -92,7 +98,7 @@ bool overPicture(double turn, double height) {
 namespace spots {
 
 Shape onWall() {
-    constexpr int columns = 112, group = 14;
+    constexpr int columns = 160, group = 16;
     constexpr double heights[] = {62, 104, 148, 194, 242, 292, 344, 398, 454, 512};
     Shape spots;
     for (int row = 0; row < int(std::size(heights)); row++) {
@@ -104,7 +110,31 @@ Shape onWall() {
             const double height = heights[row] + 34 * (fraction(0.754878 * count) - 0.5);
             if (overPicture(turn, height)) continue;
             const double middle = 2 * pi * (column / group + 0.5) * group / columns;
-            addSpot(spots, turn, height, timeAt(middle + pi) - 2.0 + 2.6 * turnInGroup(column, row, group));
+            addOnWall(spots, turn, height, timeAt(middle + pi) - 2.0 + 2.6 * turnInGroup(column, row, group));
+        }
+    }
+    return spots;
+}
+
+// As the mirrors are that throw them, these are squares. They lie where the stage's rings are dark.
+Shape onStage() {
+    constexpr double pitch = 12, over = 0.3;  // units
+    constexpr double inFront = 1.2;           // radians beside the viewer's own turn
+    Shape spots;
+    int count = 0;
+    for (size_t i = 0; i + 1 < std::size(hall::terraces); i++) {
+        const auto [radius, foot, height] = hall::terraces[i];
+        for (const double part : {0.28, 0.88}) {
+            const double ring = mix(radius, hall::terraces[i + 1].radius, part);
+            const double half = mix(3.4, 1.9, ring / 200);  // larger where they lie farther off
+            const int columns = int(2 * pi * ring / pitch);
+            for (int column = 0; column < columns; column++, count++) {
+                const double turn = 2 * pi * (column + 0.5 * fraction(0.618034 * count)) / columns;
+                const double aside = inFront * (2 * fraction(0.754878 * count) - 1);
+                addSpot(spots, hall::onRing(turn, ring, foot + height + over),
+                        hall::onRing(turn + pi / 2, half, 0), hall::onRing(turn, half, 0), 4,
+                        timeAt(turn + aside));
+            }
         }
     }
     return spots;

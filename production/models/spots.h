@@ -1,4 +1,4 @@
-// The spots of light that the mirror ball throws on the hall's wall.
+// The spots of light that the mirror ball throws on the hall's wall and on the stage.
 #pragma once
 
 #include "production/kit/model/shape.h"
@@ -8,5 +8,8 @@ namespace spots {
 // Small discs, each shaded so that it shows the viewer the comet's head at a moment of its own, and then what
 // trails behind it: neighbours come one after the other, against the camera's way round.
 model::Shape onWall();
+
+// The same on the stage, before the viewer.
+model::Shape onStage();
 
 }  // namespace spots

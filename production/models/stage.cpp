@@ -70,11 +70,6 @@ Shape litIn(const Shape& shape, double turn, Lamps lamps) {
     });
 }
 
-// The terraces from outside in: radius of the riser, its height, and the height of its foot.
-struct Terrace {
-    double radius, foot, height;
-};
-constexpr Terrace terraces[] = {{204, 0, 4}, {164, 4, 4}, {124, 8, 4}, {84, 12, 5}, {46, 17, 6}};
 constexpr int stageSides = 80, floorSides = 120;
 
 // Polished rings. Lit ones seem to fall towards the middle, so that what a viewer sees before his feet too
@@ -145,6 +140,22 @@ Shape inlays() {
         for (int i = 0; i < strips; i++)
             strip(2 * pi * (i + 0.5) / strips, radius, top, pi * radius / strips * 0.94, 0.8,
                   pi / 2 * (i % 4));
+    return joined(parts);
+}
+
+// Rings of light let into the dark floor round the stage, out to the wall: they seem to fall towards the
+// middle as the stage's do.
+Shape floorRings() {
+    constexpr double over = 0.4;
+    constexpr struct {
+        double radius, breadth, fall;
+    } rings[] = {{222, 8, 0.45}, {296, 22, 0.45}, {352, 26, 0.45}, {420, 32, 0.45}};
+    std::vector<Shape> parts;
+    for (const auto& [radius, breadth, fall] : rings)
+        parts.push_back(
+            shaded(lathe({{radius + breadth, over}, {radius, over}}, floorSides), [=](Vec p, Vec) {
+                return up + normalized(Vec{p.x, 0, p.z}) * fall;
+            }));
     return joined(parts);
 }
 
@@ -352,7 +363,7 @@ Shape probeLamps() {
 }  // namespace
 
 void makeStage(const char* path) {
-    const Shape middle = joined({stageFloor(), inlays(), risers(), edgeLights(),
+    const Shape middle = joined({stageFloor(), floorRings(), inlays(), risers(), edgeLights(),
                                  around(projector(), sources, Axis::y), around(stud(), sources, Axis::y)});
     const Shape pillars = atTurn(around(pillar(), 8, Axis::y), pillarTurn + pi / 8);
     const Shape metal = welded(joined({figures::robotShells(), figures::robotWorks()}), 0.6);
@@ -360,7 +371,7 @@ void makeStage(const char* path) {
     const Shape itsGlass = darkGlass(asColossus(figures::robotScreen()));
     const Shape itsTrim = asColossus(figures::robotTrim());
     const Shape itsFace = warmFrom(asColossus(face()), colossusTurn);
-    const Shape streaks = joined({comet::tracks(), litFace(), spots::onWall()});
+    const Shape streaks = joined({comet::tracks(), litFace(), spots::onWall(), spots::onStage()});
     writeAml(path, {dark(middle), ball::mirrors(), dark(streaks), dark(onlySeen(joined({pillars, ledges()}))),
                     dark(colossus), dark(joined({itsGlass, onlySeen(itsTrim), itsFace})),
                     dark(joined({litIn(onlySeen(hungShip()), shipTurn, {0.0, 0.95}), sunDisc()})),

@@ -15,6 +15,7 @@
 #include "geometry/matrix4.h"
 #include "geometry/trace.h"
 #include "production/forge.h"
+#include "production/models/spots.h"
 #include "production/models/viewer.h"
 #include "script/resources.h"
 #include "tests/scratch.h"
@@ -462,6 +463,28 @@ TEST(Models, BallGlittersAllTheTime) {
         EXPECT_GT(alight, 0) << time;
     }
     EXPECT_LT(most, int(mirrors.size()) / 20);  // a few, not a flood
+}
+
+// What the ball throws on the stage before the viewer: some of it in each second, and never all at once.
+TEST(Models, SpotsWanderOverTheStage) {
+    const model::Shape spots = spots::onStage();
+    for (double time = 142; time < 184; time += 1) {
+        int alight = 0, most = 0;
+        for (int i = 0; i < 10; i++) {
+            const viewer::View view = viewer::at(time + 0.1 * i);
+            int now = 0;
+            for (const model::Face& face : spots.faces) {
+                const model::Vec place = faceCentre(spots, face);
+                if (dot(place - view.eye, view.back) > 0) continue;  // behind him
+                now += viewer::cometLight(
+                           viewer::shown(view, place, normalized(face.normals[0] + face.normals[2]))) > 0.4;
+            }
+            alight += now > 0;
+            most = std::max(most, now);
+        }
+        EXPECT_GT(alight, 5) << time;
+        EXPECT_LT(most, int(spots.faces.size()) / 10) << time;
+    }
 }
 
 // The camera's two last orbits of the robot scene lead through the gap between hips and chest.
