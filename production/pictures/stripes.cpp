@@ -16,7 +16,7 @@ constexpr float unitsPerRepeat = 500;
 struct Stripe {
     float from, to;
 };
-constexpr Stripe stripes[] = {{-19, 19}, {26, 49}, {56, 112}, {119, 147}, {154, 182}, {189, 217}, {224, 276}};
+constexpr Stripe stripes[] = {{-28, 28}, {34, 50}, {56, 112}, {119, 147}, {154, 182}, {189, 217}, {224, 276}};
 
 // The far figure's glow makes nearly two hundred of one: of green and blue so little is let through that its
 // halo is half-tones, and the less of a colour there is, the nearer to its source it dies away. Red fills its
