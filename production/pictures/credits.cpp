@@ -99,10 +99,13 @@ constexpr Sign meshSigns[] = {
     [](Point p) {
         return 0.5f * lined(length({p.x, p.y * 2.4f}) - 24, 8);
     },
-    // The figure that is cut to stripes.
+    // The sun that is cut to stripes.
     [](Point p) {
-        const float r = length(p), stripe = std::fabs(std::remainder(p.y, 9.0f)) - 1.6f;
-        return without(r - 26, stripe);
+        const float r = length(p), turn = std::remainder(std::atan2(p.y, p.x), pi / 4);
+        const float ray = std::fmax(r * std::fabs(std::sin(turn)) - 0.55f * (28 - r), 19 - r);
+        const float smile = std::fmax(length(p - Point{0, 1}) - 9.5f, 4 - p.y);
+        return either(ray,
+                      without(r - 16.5f, either(circle({std::fabs(p.x), p.y}, {6.5f, -4}, 3.6f), smile)));
     },
     // The sky.
     [](Point p) {
