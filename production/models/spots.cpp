@@ -33,9 +33,9 @@ bool dark(Vec place, Vec normal) {
     return true;
 }
 
-// A spot that lies there with a front, and shows the comet's head at that time: false if it would have to
-// look behind its front for that. What it shows is the same if it looks the other way.
-bool addSpot(Shape& spots, Vec place, Vec right, Vec up, int corners, double time) {
+// A spot that lies there with a front, and shows the comet's head at that time, unless it would have to look
+// behind its front for that. What it shows is the same if it looks the other way.
+void addSpot(Shape& spots, Vec place, Vec right, Vec up, int corners, double time) {
     const Vec front = normalized(cross(right, up));
     const viewer::View view = viewer::at(time);
     const Vec middle = viewer::facing(view, place, viewer::direction(comet::azimuth, comet::elevation));
@@ -52,11 +52,10 @@ bool addSpot(Shape& spots, Vec place, Vec right, Vec up, int corners, double tim
                                               viewer::direction(comet::azimuth + halfAzimuth * c,
                                                                 comet::elevation + halfElevation * s)) *
                                side);
-        if (dot(face.normals.back(), front) < 0.01) return false;
+        if (dot(face.normals.back(), front) < 0.01) return;
     }
     spots.points.insert(spots.points.end(), rim.begin(), rim.end());
     spots.faces.push_back(face);
-    return true;
 }
 
 // A disc before the wall, where it stays dark otherwise.

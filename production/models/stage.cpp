@@ -17,6 +17,7 @@
 #include "production/models/hall.h"
 #include "production/models/models.h"
 #include "production/models/spots.h"
+#include "production/models/viewer.h"
 
 using namespace model;
 using namespace hall;
@@ -51,22 +52,27 @@ Shape warmFrom(const Shape& shape, double turn) {
 }
 
 // Two lamps on what stands in a quarter, as the viewer sees it from across the hall: a warm one above on his
-// right and a cold one on his left. What they would light leans to where it throws back the glow of that
-// colour beyond it, by as much of the whole way as each is strong.
+// right and a cold one on his left, each of a strength of 0..1. What they light leans to where it throws back
+// the edge of the glow of that colour beyond it, the farther into the glow the more light falls on it; the
+// rest stays as it is.
 struct Lamps {
     double warm, cold;
 };
 Shape litIn(const Shape& shape, double turn, Lamps lamps) {
-    const Vec viewer = onRing(turn + pi, 260, 100), right = onRing(turn + pi / 2, 1, 0);
-    const Vec warmLamp = normalized(onRing(turn + pi, 0.7, 0.6) + right * 0.6),
-              coldLamp = normalized(onRing(turn + pi, 0.5, 0.2) - right * 0.8);
-    const Vec warmGlow = normalized(onRing(turn, 0.8, -0.45)), coldGlow = onRing(turn - degrees(38), 1, 0);
+    constexpr double glowBegins = -0.47, glowIsFull = -0.82;  // how far beyond, along the view
+    const Vec eye = onRing(turn + pi, 250, 100), back = normalized(eye - ballCentre),
+              right = onRing(turn + pi / 2, 1, 0);
+    const viewer::View view = {eye, right, cross(back, right), back};
+    const Vec warmLamp = normalized(back * 0.7 + up * 0.6 + right * 0.6),
+              coldLamp = normalized(back * 0.5 + up * 0.2 - right * 0.8);
     return shaded(shape, [=](Vec p, Vec normal) {
-        const Vec sight = normalized(p - viewer);
-        const double warm = lamps.warm * smoothStep(-0.05, 0.85, dot(normal, warmLamp)),
-                     cold = lamps.cold * smoothStep(0.0, 0.8, dot(normal, coldLamp)) * (1 - warm);
-        return normal * (1 - warm - cold) + normalized(warmGlow - sight) * warm +
-               normalized(coldGlow - sight) * cold;
+        const double warm = lamps.warm * smoothStep(0.0, 1.0, dot(normal, warmLamp)),
+                     cold = lamps.cold * smoothStep(0.05, 1.0, dot(normal, coldLamp));
+        const double light = std::max(warm, cold);
+        const double along = mix(glowBegins, glowIsFull, light), beside = std::sqrt(1 - along * along);
+        const Vec shown = warm > cold ? Vec{0, -beside, along} : Vec{-beside, 0.02, along};
+        const Vec facing = viewer::facing(view, p, shown);
+        return mix(normal, facing * (dot(facing, normal) < 0 ? -1 : 1), smoothStep(0.02, 0.25, light));
     });
 }
 
@@ -288,7 +294,7 @@ constexpr double eyes[] = {0.28, 0.72};
 constexpr double eyeRadius = 0.185, pupilRadius = 0.125;
 
 Shape face() {
-    std::vector<Shape> lines = {smileOnScreen(0.050)};
+    std::vector<Shape> lines = {smileOnScreen(0.058)};
     for (const double s : eyes) lines.push_back(eyeOnScreen(s, 0.38, pupilRadius, eyeRadius));
     return figures::onRobotScreen(joined(lines));
 }
@@ -298,7 +304,7 @@ Shape litFace() {
     const Shape pupils = joined(
         {eyeOnScreen(eyes[0], 0.38, 0, pupilRadius, 0.9), eyeOnScreen(eyes[1], 0.38, 0, pupilRadius, 0.9)});
     return comet::litInPassing(
-        asColossus(figures::onRobotScreen(joined({pupils, smileOnScreen(0.030, 0.9)}))), 0);
+        asColossus(figures::onRobotScreen(joined({pupils, smileOnScreen(0.040, 0.9)}))), 0);
 }
 
 // Before the sun, its nose sinking.
@@ -367,14 +373,14 @@ void makeStage(const char* path) {
                                  around(projector(), sources, Axis::y), around(stud(), sources, Axis::y)});
     const Shape pillars = atTurn(around(pillar(), 8, Axis::y), pillarTurn + pi / 8);
     const Shape metal = welded(joined({figures::robotShells(), figures::robotWorks()}), 0.6);
-    const Shape colossus = litIn(onlySeen(onlyAbove(asColossus(metal), -2)), colossusTurn, {0.8, 0.9});
+    const Shape colossus = litIn(onlySeen(onlyAbove(asColossus(metal), -2)), colossusTurn, {0.9, 0.9});
     const Shape itsGlass = darkGlass(asColossus(figures::robotScreen()));
     const Shape itsTrim = asColossus(figures::robotTrim());
     const Shape itsFace = warmFrom(asColossus(face()), colossusTurn);
     const Shape streaks = joined({comet::tracks(), litFace(), spots::onWall(), spots::onStage()});
     writeAml(path, {dark(middle), ball::mirrors(), dark(streaks), dark(onlySeen(joined({pillars, ledges()}))),
                     dark(colossus), dark(joined({itsGlass, onlySeen(itsTrim), itsFace})),
-                    dark(joined({litIn(onlySeen(hungShip()), shipTurn, {0.0, 0.95}), sunDisc()})),
-                    dark(litIn(onlySeen(boxPillar()), pillarTurn, {0.8, 0.9})),
-                    dark(litIn(onlySeen(probeLamps()), probesTurn, {0.8, 0.9}))});
+                    dark(joined({litIn(onlySeen(hungShip()), shipTurn, {0.0, 1.0}), sunDisc()})),
+                    dark(litIn(onlySeen(boxPillar()), pillarTurn, {0.9, 0.9})),
+                    dark(litIn(onlySeen(probeLamps()), probesTurn, {0.9, 0.9}))});
 }
