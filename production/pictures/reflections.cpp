@@ -104,7 +104,7 @@ Rgba rimLight(Direction towards) {
     const Rgba tint =
         mix(light(0.55f, 0.78f, 1.0f), light(0.85f, 0.80f, 0.80f), smoothstep(-0.2f, 0.9f, aside));
     const float above = towards.y / (std::hypot(towards.x, towards.y) + 1e-4f);
-    const float strength = mix(0.50f, 1.10f, smoothstep(-0.7f, 0.5f, above - 0.4f * aside));
+    const float strength = mix(0.55f, 1.10f, smoothstep(-0.7f, 0.5f, above - 0.4f * aside));
     return tint * (strength * smoothstep(-0.70f, -0.93f, towards.z));
 }
 
@@ -195,11 +195,12 @@ Direction facing(Direction towards) {
     return size > 1e-4f ? half * (1 / size) : Direction{1, 0, 0};
 }
 
-// Brushed metal in broad light from the left: how bright a surface is that looks so. Not from above, where
-// the hall's second lamp, full and white while the hall fades in, would wash the last greeting out.
+// Brushed metal in broad light from the left before it: how bright a surface is that looks so. Not from
+// above, where the hall's second lamp, full and white while the hall fades in, would wash the last greeting
+// out.
 float brushed(Direction normal) {
-    const float along = dot(normal, {-0.92f, 0.12f, 0.36f});
-    return smoothstep(-0.20f, 1.0f, along);
+    const float along = dot(normal, {-0.78f, 0.10f, 0.62f});
+    return smoothstep(-0.20f, 1.0f, along) * smoothstep(0.85f, 0.45f, normal.y);
 }
 
 // Of the robot's maps: past the disc only as far as filtering asks for, since the rim is their brightest
@@ -231,8 +232,7 @@ void makeRobotChrome(const char* path) {
         path, lamps,
         [&](Direction towards) {
             const float shade = brushed(facing(towards));
-            const Rgba metal =
-                mix(light(0.004f, 0.005f, 0.010f), light(0.20f, 0.25f, 0.33f), shade * shade * shade);
+            const Rgba metal = mix(light(0.004f, 0.005f, 0.010f), light(0.20f, 0.25f, 0.33f), shade * shade);
             return gradient(sky, towards.y) + metal +
                    light(0.05f, 0.07f, 0.09f) * fromBelow(facing(towards)) + rimLight(towards);
         },
