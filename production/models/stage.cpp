@@ -371,15 +371,20 @@ Shape probeLamps() {
 void makeStage(const char* path) {
     const Shape middle = joined({stageFloor(), floorRings(), inlays(), risers(), edgeLights(),
                                  around(projector(), sources, Axis::y), around(stud(), sources, Axis::y)});
-    const Shape pillars = atTurn(around(pillar(), 8, Axis::y), pillarTurn + pi / 8);
+    std::vector<Shape> pillars;
+    for (int i = 0; i < 8; i++) {
+        const double turn = pillarTurn + (i + 0.5) * pi / 4;
+        pillars.push_back(litIn(onlySeen(atTurn(pillar(), turn)), turn, {0.7, 0.9}));
+    }
     const Shape metal = welded(joined({figures::robotShells(), figures::robotWorks()}), 0.6);
     const Shape colossus = litIn(onlySeen(onlyAbove(asColossus(metal), -2)), colossusTurn, {0.9, 0.9});
     const Shape itsGlass = darkGlass(asColossus(figures::robotScreen()));
     const Shape itsTrim = asColossus(figures::robotTrim());
     const Shape itsFace = warmFrom(asColossus(face()), colossusTurn);
     const Shape streaks = joined({comet::tracks(), litFace(), spots::onWall(), spots::onStage()});
-    writeAml(path, {dark(middle), ball::mirrors(), dark(streaks), dark(onlySeen(joined({pillars, ledges()}))),
-                    dark(colossus), dark(joined({itsGlass, onlySeen(itsTrim), itsFace})),
+    writeAml(path, {dark(middle), ball::mirrors(), dark(streaks),
+                    dark(joined({joined(pillars), onlySeen(ledges())})), dark(colossus),
+                    dark(joined({itsGlass, onlySeen(itsTrim), itsFace})),
                     dark(joined({litIn(onlySeen(hungShip()), shipTurn, {0.0, 1.0}), sunDisc()})),
                     dark(litIn(onlySeen(boxPillar()), pillarTurn, {0.9, 0.9})),
                     dark(litIn(onlySeen(probeLamps()), probesTurn, {0.9, 0.9}))});
