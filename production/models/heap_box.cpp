@@ -1,6 +1,7 @@
 // The box of the heap: a house of one storey, a little under 20 units high, twenty of which lie across each
 // other. Between two pale slabs stand lit rooms behind glass; at one end the upper slab is missing, and a
 // terrace grows a garden. Its timber soffit is what a viewer from below sees.
+#include "production/evenings.h"
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
@@ -54,18 +55,19 @@ Shape terraceWalls() {
 }
 
 // A stretch of rooms from slab to slab, each behind a pane that looks another way, so that they glint one
-// after another and the glow beyond the heap never fills them all.
-Shape stretch(Vec from, Vec along, const Patch& patch) {
-    constexpr double leans[] = {0.0, -0.3, 0.25, -0.1, 0.3, 0.1}, lamps = 1.6;
-    constexpr size_t count = std::size(leans);
-    const Vec step = along * (1.0 / count), tall = {0, 2 * (halfHeight - slab), 0};
+// after another. Lit ones face the light far below, and there is a glow beyond the heap that way, too; dark
+// ones look straight out, where there is none.
+Shape stretch(Vec from, Vec along, int number) {
+    constexpr double leans[heap::roomsInStretch] = {0.0, -0.3, 0.25, -0.1, 0.3, 0.1}, lit = 1.6, dark = 0.3;
+    const Vec step = along * (1.0 / heap::roomsInStretch), tall = {0, 2 * (halfHeight - slab), 0};
+    const auto& [low, high] = hull::rooms[number];
     std::vector<Shape> panes;
-    for (size_t i = 0; i < count; i++) {
-        const double low = double(i) / count, high = double(i + 1) / count;
-        const Patch room = {{mix(patch.low.s, patch.high.s, low), patch.low.t},
-                            {mix(patch.low.s, patch.high.s, high), patch.high.t}};
+    for (int i = 0; i < heap::roomsInStretch; i++) {
+        const auto across = [&](int k) { return mix(low.s, high.s, double(k) / heap::roomsInStretch); };
+        const Patch room = {{across(i), low.t}, {across(i + 1), high.t}};
+        const double down = heap::evenings[number][i] == 'o' ? dark : lit;
         panes.push_back(shaded(painted(sheet(from + step * i, step, tall), room), [&](Vec, Vec normal) {
-            return normal + normalized(along) * leans[i] - Vec{0, lamps, 0};
+            return normal + normalized(along) * leans[i] - Vec{0, down, 0};
         }));
     }
     return joined(panes);
@@ -75,12 +77,11 @@ Shape stretch(Vec from, Vec along, const Patch& patch) {
 Shape glass() {
     const double low = slab - halfHeight, out = glassHalf + 0.1, half = (glassTo - glassFrom) / 2;
     const double middle = glassFrom + half;
-    return joined({stretch({glassFrom, low, out}, {half, 0, 0}, hull::rooms[0]),
-                   stretch({middle, low, out}, {half, 0, 0}, hull::rooms[1]),
-                   stretch({glassTo, low, -out}, {-half, 0, 0}, hull::rooms[0]),
-                   stretch({middle, low, -out}, {-half, 0, 0}, hull::rooms[1]),
-                   stretch({glassTo + 0.1, low, glassHalf}, {0, 0, -2 * glassHalf}, hull::rooms[1]),
-                   stretch({glassFrom - 0.1, low, -glassHalf}, {0, 0, 2 * glassHalf}, hull::rooms[0])});
+    return joined(
+        {stretch({glassFrom, low, out}, {half, 0, 0}, 0), stretch({middle, low, out}, {half, 0, 0}, 1),
+         stretch({glassTo, low, -out}, {-half, 0, 0}, 0), stretch({middle, low, -out}, {-half, 0, 0}, 1),
+         stretch({glassTo + 0.1, low, glassHalf}, {0, 0, -2 * glassHalf}, 1),
+         stretch({glassFrom - 0.1, low, -glassHalf}, {0, 0, 2 * glassHalf}, 0)});
 }
 
 // Under the floor: timber, each half a picture that looks outwards a breath. Any more would throw the comet

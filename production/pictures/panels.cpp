@@ -2,6 +2,7 @@
 // "cubetex", the walls of tunnel and room. Each is a drawing, a table of parts on a grid of 16 by 16 cells.
 #include <vector>
 
+#include "production/evenings.h"
 #include "production/kit/picture/lettering.h"
 #include "production/kit/picture/noise.h"
 #include "production/kit/picture/relief.h"
@@ -29,7 +30,7 @@ enum class Part {
     Hazard,  // slanting stripes of paint
     Paint,   // a flat field of colour, warm where `detail` is 1
     Chip,    // a dab of one of the `chips`, by number in `detail`
-    Rooms,   // a wall of glass before `detail` rooms, the first of them number `tone`
+    Rooms,   // a wall of glass before the stretch of rooms number `tone`
     Boards,  // timber, `detail` boards of it, with lamps let in
     Leaves,  // a hedge, ragged below
 };
@@ -127,14 +128,13 @@ void stampLamp(Relief& relief, const Row& row, Point middle, Point half) {
 
 // No two rooms are lit alike: a lamp under the ceiling, the floor in shade and what stands on it before the
 // light; some have drawn their blinds, some watch a screen, some are out.
-constexpr char evenings[] = "loslbollollo";
 void stampRooms(Relief& relief, const Row& row, Point middle, Point half) {
-    const float wide = 2 * half.x / row.detail;
+    const float wide = 2 * half.x / heap::roomsInStretch;
     visitWrapped(relief, {middle, half}, [&](size_t i, Point p) {
         const float across = (p.x + half.x) / wide, down = (p.y + half.y) / (2 * half.y);
-        const int room = int(across), key = room + int(row.tone);
+        const int room = int(across), key = room + heap::roomsInStretch * int(row.tone);
         const float x = across - float(room);
-        const char evening = evenings[key];
+        const char evening = heap::evenings[int(row.tone)][room];
         const float lamp = 0.25f + 0.75f * randomAt(key, 2, 5);
         float light = 0.55f + 0.45f * bell(x - lamp, 0.35f);
         light *= mix(0.95f, 0.38f, down);
@@ -307,8 +307,8 @@ const std::vector<Row> hullRows = {
     {Paint, 13.6, 13.3, 0.5, 2.6, 0, 1},
     {Paint, 14.3, 13.3, 0.16, 2.6, 0, 1},
     // The heap's houses.
-    {Rooms, 13.1, 3.1, 2.8, 0.6, 0, 6},
-    {Rooms, 13.1, 3.8, 2.8, 0.6, 6, 6},
+    {Rooms, 13.1, 3.1, 2.8, 0.6, 0},
+    {Rooms, 13.1, 3.8, 2.8, 0.6, 1},
     {Boards, 13.1, 4.5, 2.8, 2.2, 0, 9},
     {Leaves, 13.1, 6.8, 2.8, 0.6},
     {Chip, 13.1, 7.5, 2.8, 0.6, 0, 2},
