@@ -15,7 +15,8 @@ varying vec2 near;
 const float radius = 72.0;
 const vec3 sun = vec3(0.577, 0.577, 0.577);
 const vec3 axis = vec3(-0.30, 0.94, -0.16);  // of the ring, of length 1; the sun stands low over its plane
-const vec3 aside = vec3(0.953, 0.304, 0.0);  // across it
+const vec3 east = vec3(0.661, 0.084, -0.745);  // rows of towns, on the side of the night that is seen
+const vec3 north = vec3(0.410, 0.791, 0.453);
 
 // 1 within a distance of 0, with edges so steep.
 float bandAt(float away, float within, float steep) {
@@ -44,18 +45,14 @@ float daylightAt(vec3 up) {
     return smoothstep(-0.02, 0.50, dot(up, sun)) * (1.0 - 0.7 * step(0.0, rise) * bandAt(length(up + sun * rise) - 1.59, 0.15, 20.0));
 }
 
-// What glows by itself where it is night: towns in rows along the bands, dense here and sparse there.
+// What glows by itself where it is night: towns in rows, dense here and sparse there.
 vec3 townsAt(vec3 up) {
-    float height = dot(up, axis);
-    vec3 level = up - axis * height;
-    float turn = atan(dot(level, aside), dot(level, cross(axis, aside)));
-    float row = height * 24.0;
-    float along = turn * floor(74.0 * sqrt(1.0 - height * height)) / 3.14159265;
-    vec2 cell = vec2(floor(along), floor(row));
+    vec2 grid = vec2(dot(up, east), dot(up, north)) * 26.0;
+    vec2 cell = floor(grid + vec2(0.37 * floor(grid.y), 0.0));
     float lot = fract(sin(dot(cell, vec2(12.9898, 78.233))) * 43758.5453);
-    float dense = smoothstep(0.42, 0.62, texture2D(noise, vec2(0.16 * turn, 0.6 * height)).r);
-    vec2 away = vec2(fract(along) - 0.3 - 0.4 * fract(90.0 * lot), fract(row) - 0.5);
-    float lamp = clamp(1.0 - 7.0 * dot(away, away), 0.0, 1.0) * step(lot, 0.04 + 0.70 * dense);
+    float dense = clamp(5.0 * texture2D(noise, grid * vec2(0.014, 0.022)).r - 2.1, 0.0, 1.0);
+    vec2 away = grid + vec2(0.37 * floor(grid.y) - 0.3 - 0.4 * fract(90.0 * lot), -0.5) - cell;
+    float lamp = max(1.0 - 7.0 * dot(away, away), 0.0) * step(lot, 0.04 + 0.70 * dense);
     return vec3(1.0, 0.58, 0.20) * (0.05 * dense * dense + lamp * lamp * (0.2 + 0.8 * fract(37.0 * lot)));
 }
 
@@ -72,9 +69,9 @@ void main() {
     float swirl = texture2D(noise, far).r;
     float wisp = texture2D(noise, near + 0.25 * swirl).r;
     float veins = texture2D(noise, 1.7 * far + vec2(0.25 * wisp, 0.15 * swirl)).b;
-    vec3 dusk = mix(vec3(0.075, 0.02, 0.18), vec3(0.015, 0.105, 0.17), swirl);
-    vec3 light = dusk * swirl * (wisp + 0.5 * veins - 0.15) + vec3(0.09, 0.03, 0.04) * veins * wisp;
-    light = mix(light, dusk * (0.5 + wisp), 0.6 * smoothstep(0.45, 0.85, wisp) * swirl);
+    vec3 haze = mix(vec3(0.075, 0.02, 0.18), vec3(0.015, 0.105, 0.17), swirl);
+    vec3 light = haze * swirl * (wisp + 0.5 * veins - 0.15) + vec3(0.09, 0.03, 0.04) * veins * wisp;
+    light = mix(light, haze * (0.5 + wisp), 0.6 * smoothstep(0.45, 0.85, wisp) * swirl);
     light += vec3(0.70, 0.64, 0.80) * starsAt(far);
 
     // Where the ray meets the world, or comes nearest to it.
@@ -91,7 +88,7 @@ void main() {
         vec3 air = color.rgb + vec3(0.06, 0.08, 0.0);
         vec3 world = vec3(0.0);
         if (day > 0.0) world = groundAt(up) * day;
-        if (day < 0.1) world += 0.5 * townsAt(up) * (1.0 - smoothstep(0.0, 0.1, day)) * (1.0 - rim);
+        if (day < 0.1) world += 0.7 * townsAt(up) * (1.0 - smoothstep(0.0, 0.1, day)) * (1.0 - rim);
         light = mix(light, world + air * rim * (rim * 0.75 + 0.45 * day), body);
     }
     light += vec3(0.10, 0.12, 0.22) * (1.0 - body) * (0.35 + 0.6 * day) / (1.0 + 0.003 * max(-depth, 0.0));
