@@ -97,7 +97,7 @@ bool overPicture(double turn, double height) {
 namespace spots {
 
 Shape onWall() {
-    constexpr int columns = 160, group = 16;
+    constexpr int columns = 140, group = 14;
     constexpr double heights[] = {62, 104, 148, 194, 242, 292, 344, 398, 454, 512};
     Shape spots;
     for (int row = 0; row < int(std::size(heights)); row++) {

@@ -59,7 +59,7 @@ struct Lamps {
     double warm, cold;
 };
 Shape litIn(const Shape& shape, double turn, Lamps lamps) {
-    constexpr double glowBegins = -0.47, glowIsFull = -0.82;  // how far beyond, along the view
+    constexpr double glowBegins = -0.47, glowIsFull = -0.90;  // how far beyond, along the view
     const Vec eye = onRing(turn + pi, 250, 100), back = normalized(eye - ballCentre),
               right = onRing(turn + pi / 2, 1, 0);
     const viewer::View view = {eye, right, cross(back, right), back};
@@ -159,7 +159,7 @@ Shape floorRings() {
     std::vector<Shape> parts;
     for (const auto& [radius, breadth, fall] : rings)
         parts.push_back(
-            shaded(lathe({{radius + breadth, over}, {radius, over}}, floorSides), [=](Vec p, Vec) {
+            shaded(lathe({{radius + breadth, over}, {radius, over}}, stageSides), [=](Vec p, Vec) {
                 return up + normalized(Vec{p.x, 0, p.z}) * fall;
             }));
     return joined(parts);
@@ -377,7 +377,7 @@ void makeStage(const char* path) {
         pillars.push_back(litIn(onlySeen(atTurn(pillar(), turn)), turn, {0.7, 0.9}));
     }
     const Shape metal = welded(joined({figures::robotShells(), figures::robotWorks()}), 0.6);
-    const Shape colossus = litIn(onlySeen(onlyAbove(asColossus(metal), -2)), colossusTurn, {0.9, 0.9});
+    const Shape colossus = litIn(onlySeen(onlyAbove(asColossus(metal), -2)), colossusTurn, {1, 1});
     const Shape itsGlass = darkGlass(asColossus(figures::robotScreen()));
     const Shape itsTrim = asColossus(figures::robotTrim());
     const Shape itsFace = warmFrom(asColossus(face()), colossusTurn);
