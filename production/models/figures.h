@@ -13,6 +13,6 @@ model::Shape robotTrim();                                 // painted parts and l
 model::Shape onRobotScreen(const model::Shape& picture);  // from x = S, y = T, z = height over the glass
 model::Shape ship();
 model::Shape probe();
-model::Shape heapBox();  // with a module on all three bays, and nothing on it
+model::Shape heapBox();  // without glass, garden, trunk and mast
 
 }  // namespace figures
