@@ -13,16 +13,16 @@ using namespace model;
 namespace {
 
 constexpr double halfLength = 150;
-constexpr int columns = 12, split = 4;  // round edges have so many points to each column
+constexpr int columns = 12, split = 3;  // round edges have so many points to each column
 // Each tooth of the bore widens away from the viewer, by as much as throws a beam ahead of the ship: after
 // two or three walls it leaves along the tunnel, and the ship stays free. Nothing hidden may come nearer than
-// 282.5 to the axis, where the heap's camera would see its back.
-constexpr int teeth = 6;
-constexpr double narrow = 292.5, wide = 299.9;  // radius of the columns' joints
+// 283 to the axis, where the heap's camera would see its back.
+constexpr int teeth = 7;
+constexpr double narrow = 293, wide = 299.9;  // radius of the columns' joints
 constexpr double ringRadius = 268, endRadius = 292.5;
 // The round ends are one with the next segment's by turning this much along a segment: what is left of 0.8
 // radian after whole strips.
-constexpr double leftTurn = 0.8 - 6 * 2 * pi / (columns * split);
+constexpr double leftTurn = 0.8 - 5 * 2 * pi / (columns * split);
 
 struct Station {
     double radius, z;
@@ -40,7 +40,7 @@ Vec onBore(double column, const Station& station) {
 struct Plank {
     int column, first, last;
 };
-constexpr Plank planks[] = {{3, 0, 6}, {7, 0, 6}, {11, 0, 6}, {1, 0, 3}, {5, 3, 6}, {9, 2, 5}};
+constexpr Plank planks[] = {{3, 0, 7}, {7, 0, 7}, {11, 0, 7}, {1, 0, 3}, {5, 4, 7}, {9, 2, 5}};
 constexpr double plankRadius = 299.93, railRadius = 299.95;
 constexpr double railHalf = 0.024;  // columns
 
@@ -126,12 +126,15 @@ void makeTunnel(const char* path) {
         }
     }
     for (const Plank& plank : planks) {
-        const auto along = [&](int tooth) {
-            return mix(walls::panel.low.t, walls::panel.high.t, double(tooth) / teeth);
-        };
-        bore.addBacked(plank.column, plank.column + 1, {plankRadius, end + length * plank.first},
-                       {plankRadius, end + length * plank.last},
-                       {{walls::panel.low.s, along(plank.first)}, {walls::panel.high.s, along(plank.last)}});
+        const int pieces = (plank.last - plank.first + 1) / 3;
+        for (int i = 0; i < pieces; i++) {
+            const double from = mix(plank.first, plank.last, double(i) / pieces),
+                         to = mix(plank.first, plank.last, double(i + 1) / pieces);
+            bore.addBacked(plank.column, plank.column + 1, {plankRadius, end + length * from},
+                           {plankRadius, end + length * to},
+                           {{walls::panel.low.s, mix(walls::panel.low.t, walls::panel.high.t, from / teeth)},
+                            {walls::panel.high.s, mix(walls::panel.low.t, walls::panel.high.t, to / teeth)}});
+        }
     }
     for (int column = 0; column < columns; column++)
         frame.addBacked(column - railHalf, column + railHalf, {railRadius, end}, {railRadius, begin},
