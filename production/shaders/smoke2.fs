@@ -33,8 +33,7 @@ float ringAt(float reach) {
 }
 
 // The ground at a place whose direction from the middle is `up`: bands that storms bend.
-vec3 groundAt(vec3 up) {
-    float storm = texture2D(noise, up.xz * 0.28 + 0.5).r;
+vec3 groundAt(vec3 up, float storm) {
     float band = texture2D(noise, vec2(0.06 * storm, dot(up, axis) * 0.42 + 0.035 * storm)).r;
     return mix(vec3(0.24, 0.05, 0.02), vec3(0.41, 0.26, 0.11), smoothstep(0.25, 0.75, band));
 }
@@ -45,12 +44,12 @@ float daylightAt(vec3 up) {
     return smoothstep(-0.02, 0.50, dot(up, sun)) * (1.0 - 0.7 * step(0.0, rise) * bandAt(length(up + sun * rise) - 1.59, 0.15, 20.0));
 }
 
-// What glows by itself where it is night: towns in rows, dense here and sparse there.
-vec3 townsAt(vec3 up) {
+// What glows by itself where it is night: towns in rows, as many as `dense` says (0 to 1).
+vec3 townsAt(vec3 up, float dense) {
     vec2 grid = vec2(dot(up, east), dot(up, north)) * 26.0;
     vec2 cell = floor(grid + vec2(0.37 * floor(grid.y), 0.0));
-    float lot = fract(sin(dot(cell, vec2(12.9898, 78.233))) * 43758.5453);
-    float dense = clamp(5.0 * texture2D(noise, grid * vec2(0.014, 0.022)).r - 2.1, 0.0, 1.0);
+    vec2 mixed = fract(cell * vec2(0.1731, 0.2917));
+    float lot = fract(97.0 * mixed.x * mixed.y + 13.0 * mixed.x);
     vec2 away = grid + vec2(0.37 * floor(grid.y) - 0.3 - 0.4 * fract(90.0 * lot), -0.5) - cell;
     float lamp = max(1.0 - 7.0 * dot(away, away), 0.0) * step(lot, 0.04 + 0.70 * dense);
     return vec3(1.0, 0.58, 0.20) * (0.05 * dense * dense + lamp * lamp * (0.2 + 0.8 * fract(37.0 * lot)));
@@ -86,9 +85,9 @@ void main() {
         float grazing = 1.0 - max(dot(up, -towards), 0.0);
         float rim = grazing * grazing * grazing;
         vec3 air = color.rgb + vec3(0.06, 0.08, 0.0);
-        vec3 world = vec3(0.0);
-        if (day > 0.0) world = groundAt(up) * day;
-        if (day < 0.1) world += 0.7 * townsAt(up) * (1.0 - smoothstep(0.0, 0.1, day)) * (1.0 - rim);
+        float storm = texture2D(noise, up.xz * 0.28 + 0.5).r;
+        vec3 towns = townsAt(up, clamp(5.0 * storm - 2.1, 0.0, 1.0));
+        vec3 world = groundAt(up, storm) * day + 0.7 * towns * max(1.0 - 10.0 * day, 0.0) * (1.0 - rim);
         light = mix(light, world + air * rim * (rim * 0.75 + 0.45 * day), body);
     }
     light += vec3(0.10, 0.12, 0.22) * (1.0 - body) * (0.35 + 0.6 * day) / (1.0 + 0.003 * max(-depth, 0.0));
