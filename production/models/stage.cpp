@@ -66,7 +66,7 @@ Shape litIn(const Shape& shape, double turn, Lamps lamps) {
     const Vec warmLamp = normalized(back * 0.7 + up * 0.6 + right * 0.6),
               coldLamp = normalized(back * 0.5 + up * 0.2 - right * 0.8);
     return shaded(shape, [=](Vec p, Vec normal) {
-        const double warm = lamps.warm * smoothStep(0.0, 1.0, dot(normal, warmLamp)),
+        const double warm = lamps.warm * smoothStep(0.35, 1.0, dot(normal, warmLamp)),
                      cold = lamps.cold * smoothStep(0.05, 1.0, dot(normal, coldLamp));
         const double light = std::max(warm, cold);
         const double along = mix(glowBegins, glowIsFull, light), beside = std::sqrt(1 - along * along);
@@ -377,7 +377,7 @@ void makeStage(const char* path) {
         pillars.push_back(litIn(onlySeen(atTurn(pillar(), turn)), turn, {0.7, 0.9}));
     }
     const Shape metal = welded(joined({figures::robotShells(), figures::robotWorks()}), 0.6);
-    const Shape colossus = litIn(onlySeen(onlyAbove(asColossus(metal), -2)), colossusTurn, {1, 1});
+    const Shape colossus = litIn(onlySeen(onlyAbove(asColossus(metal), -2)), colossusTurn, {0.85, 1});
     const Shape itsGlass = darkGlass(asColossus(figures::robotScreen()));
     const Shape itsTrim = asColossus(figures::robotTrim());
     const Shape itsFace = warmFrom(asColossus(face()), colossusTurn);
@@ -386,6 +386,6 @@ void makeStage(const char* path) {
                     dark(joined({joined(pillars), onlySeen(ledges())})), dark(colossus),
                     dark(joined({itsGlass, onlySeen(itsTrim), itsFace})),
                     dark(joined({litIn(onlySeen(hungShip()), shipTurn, {0.0, 1.0}), sunDisc()})),
-                    dark(litIn(onlySeen(boxPillar()), pillarTurn, {0.9, 0.9})),
-                    dark(litIn(onlySeen(probeLamps()), probesTurn, {0.9, 0.9}))});
+                    dark(litIn(onlySeen(boxPillar()), pillarTurn, {0.5, 0.9})),
+                    dark(litIn(onlySeen(probeLamps()), probesTurn, {0.6, 0.9}))});
 }
