@@ -10,18 +10,18 @@ namespace {
 constexpr int size = 1024;
 constexpr float unitsPerRepeat = 500;
 
-// In units up and down from the eye's own height, and again about each repeat. Where the far figure mostly
-// is, its middle 85 off, one cut runs through its forehead and one through its smile, and none through its
-// eyes.
+// In units up and down from the eye's own height, and again about each repeat. The middle is left open: there
+// the near view looks down the tunnel. Where the far figure mostly is, its middle 85 off, one cut runs
+// through its forehead and one through its smile, and none through its eyes.
 struct Stripe {
     float from, to;
 };
-constexpr Stripe stripes[] = {{-28, 28}, {34, 50}, {56, 112}, {119, 147}, {154, 182}, {189, 217}, {224, 276}};
+constexpr Stripe stripes[] = {{6, 50}, {56, 112}, {119, 147}, {154, 182}, {189, 217}, {224, 246}};
 
 // The far figure's glow makes nearly two hundred of one: of green and blue so little is let through that its
 // halo is half-tones, and the less of a colour there is, the nearer to its source it dies away. Red fills its
 // halo in any case, so it may show the figure's own form.
-const Rgba tint = opaque(0.65f, 0.062f, 0.0145f);
+const Rgba tint = opaque(0.46f, 0.068f, 0.0155f);
 
 // The halo shines through the figure at a stripe's edges, so that they step less.
 constexpr float thin = 0.52f, thick = 0.97f;  // of alpha, clear of one half, where all is cut away
