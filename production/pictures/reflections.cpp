@@ -232,9 +232,10 @@ void makeRobotChrome(const char* path) {
         path, lamps,
         [&](Direction towards) {
             const float shade = brushed(facing(towards));
-            const Rgba metal = mix(light(0.004f, 0.005f, 0.010f), light(0.20f, 0.25f, 0.33f), shade * shade);
+            const Rgba metal =
+                mix(light(0.002f, 0.003f, 0.006f), light(0.23f, 0.29f, 0.39f), shade * shade * shade);
             return gradient(sky, towards.y) + metal +
-                   light(0.05f, 0.07f, 0.09f) * fromBelow(facing(towards)) + rimLight(towards);
+                   light(0.03f, 0.04f, 0.05f) * fromBelow(facing(towards)) + rimLight(towards);
         },
         shortRim);
 }
@@ -251,7 +252,7 @@ void makeArmChrome(const char* path) {
         {-0.02f, light(0.004f, 0.004f, 0.006f)}, {0.03f, light(0.24f, 0.28f, 0.34f)},
         {0.16f, light(0.03f, 0.04f, 0.06f)},     {1, light(0.012f, 0.010f, 0.022f)}};
     makeSphereMap(path, lamps, [&](Direction towards) {
-        return gradient(sky, towards.y) + light(0.05f, 0.07f, 0.09f) * fromBelow(facing(towards)) +
+        return gradient(sky, towards.y) + light(0.03f, 0.04f, 0.05f) * fromBelow(facing(towards)) +
                rimLight(towards);
     });
 }

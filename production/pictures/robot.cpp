@@ -92,11 +92,11 @@ Rgba pulseAt(Point p) {
 }  // namespace
 
 void makeRedBand(const char* path) {
-    makeBand(path, opaque(0.020f, 0.0012f, 0.0026f), opaque(0.90f, 0.05f, 0.010f), opaque(1, 0.55f, 0.20f));
+    makeBand(path, opaque(0.007f, 0.0005f, 0.0012f), opaque(0.90f, 0.05f, 0.010f), opaque(1, 0.55f, 0.20f));
 }
 
 void makeGreenBand(const char* path) {
-    makeBand(path, opaque(0, 0.017f, 0.008f), opaque(0.03f, 0.85f, 0.32f), opaque(0.50f, 1, 0.65f));
+    makeBand(path, opaque(0, 0.010f, 0.005f), opaque(0.03f, 0.85f, 0.32f), opaque(0.50f, 1, 0.65f));
 }
 
 // Added to dark metal: the face, below it the glass at the back of the head, right of them a lens, the
