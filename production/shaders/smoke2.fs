@@ -15,7 +15,7 @@ varying vec2 near;
 const float radius = 72.0;
 const vec3 sun = vec3(0.577, 0.577, 0.577);
 const vec3 axis = vec3(-0.30, 0.94, -0.16);  // of the ring, of length 1; the sun stands low over its plane
-const vec3 east = vec3(0.661, 0.084, -0.745);  // rows of towns, on the side of the night that is seen
+const vec3 east = vec3(0.661, 0.084, -0.745);  // of the towns, on the side of the night that is seen
 const vec3 north = vec3(0.410, 0.791, 0.453);
 
 // 1 within a distance of 0, with edges so steep.
@@ -44,15 +44,16 @@ float daylightAt(vec3 up) {
     return smoothstep(-0.02, 0.50, dot(up, sun)) * (1.0 - 0.7 * step(0.0, rise) * bandAt(length(up + sun * rise) - 1.59, 0.15, 20.0));
 }
 
-// What glows by itself where it is night: towns in rows, as many as `dense` says (0 to 1).
+// What glows by itself where it is night: towns, as many as `dense` says (0 to 1), and few of them large.
 vec3 townsAt(vec3 up, float dense) {
-    vec2 grid = vec2(dot(up, east), dot(up, north)) * 26.0;
+    vec2 grid = vec2(dot(up, east), dot(up, north)) * 31.0;
     vec2 cell = floor(grid + vec2(0.37 * floor(grid.y), 0.0));
     vec2 mixed = fract(cell * vec2(0.1731, 0.2917));
     float lot = fract(97.0 * mixed.x * mixed.y + 13.0 * mixed.x);
-    vec2 away = grid + vec2(0.37 * floor(grid.y) - 0.3 - 0.4 * fract(90.0 * lot), -0.5) - cell;
+    float glint = fract(37.0 * lot);
+    vec2 away = grid + vec2(0.37 * floor(grid.y) - 0.3 - 0.4 * fract(90.0 * lot), -0.3 - 0.4 * fract(53.0 * lot)) - cell;
     float lamp = max(1.0 - 7.0 * dot(away, away), 0.0) * step(lot, 0.04 + 0.70 * dense);
-    return vec3(1.0, 0.58, 0.20) * (0.05 * dense * dense + lamp * lamp * (0.2 + 0.8 * fract(37.0 * lot)));
+    return vec3(1.0, 0.58, 0.20) * (0.05 * dense * dense + lamp * lamp * (0.1 + 1.1 * glint * glint));
 }
 
 // Every sixth cell of a grid has a star somewhere in it; few are bright, and those are large.
