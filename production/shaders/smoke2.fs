@@ -44,12 +44,17 @@ float daylightAt(vec3 up) {
     return smoothstep(-0.02, 0.50, dot(up, sun)) * (1.0 - 0.7 * step(0.0, rise) * bandAt(length(up + sun * rise) - 1.59, 0.15, 20.0));
 }
 
+// A lot for each cell of a grid, 0 to 1.
+float lotOf(vec2 cell) {
+    vec2 mixed = fract(cell * vec2(0.1731, 0.2917));
+    return fract(97.0 * mixed.x * mixed.y + 13.0 * mixed.x);
+}
+
 // What glows by itself where it is night: towns, as many as `dense` says (0 to 1), and few of them large.
 vec3 townsAt(vec3 up, float dense) {
     vec2 grid = vec2(dot(up, east), dot(up, north)) * 31.0;
     vec2 cell = floor(grid + vec2(0.37 * floor(grid.y), 0.0));
-    vec2 mixed = fract(cell * vec2(0.1731, 0.2917));
-    float lot = fract(97.0 * mixed.x * mixed.y + 13.0 * mixed.x);
+    float lot = lotOf(cell);
     float glint = fract(37.0 * lot);
     vec2 away = grid + vec2(0.37 * floor(grid.y) - 0.3 - 0.4 * fract(90.0 * lot), -0.3 - 0.4 * fract(53.0 * lot)) - cell;
     float lamp = max(1.0 - 7.0 * dot(away, away), 0.0) * step(lot, 0.04 + 0.70 * dense);
@@ -59,7 +64,7 @@ vec3 townsAt(vec3 up, float dense) {
 // Every sixth cell of a grid has a star somewhere in it; few are bright, and those are large.
 float starsAt(vec2 sky) {
     vec2 cell = floor(sky * 56.0);
-    float lot = fract(sin(dot(cell, vec2(12.9898, 78.233))) * 43758.5453);
+    float lot = lotOf(cell);
     float bright = max(1.0 - 6.0 * lot, 0.0);
     vec2 away = sky * 56.0 - cell - 0.2 - 0.6 * fract(vec2(90.0, 170.0) * lot);
     return bright * clamp(1.2 - mix(330.0, 80.0, bright * bright * bright) * dot(away, away), 0.0, 1.0);
