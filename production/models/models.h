@@ -9,7 +9,7 @@ void makeRobotArms(const char* path);      // robo_arms.AML
 void makeRobotScreen(const char* path);    // robo_screen.AML
 void makeRing(const char* path);           // ring.AML
 void makeCasing(const char* path);         // block.AML
-void makeSun(const char* path);        // haromalli.AML
+void makeSun(const char* path);            // haromalli.AML
 void makeSky(const char* path);            // pallo.AML
 void makeProbe(const char* path);          // palikka.AML
 void makeRoomCollision(const char* path);  // huone_simple.AML

@@ -15,7 +15,7 @@ constexpr float unitWithin = 1e-2f;    // of a normal's length
 constexpr float sliver = 1e-3f;        // twice the area of a face, in square units, below which it is none
 
 constexpr MeshUse uses[] = {
-    {"laatikko.AML", "laatikko", 65, false},
+    {"laatikko.AML", "laatikko", 135, false},  // up and down among its copies; a storey itself is shorter
     {"ship.AML", "ship", 115, false},
     {"tunneli.AML", "tunnel", 340, true},
     {"robo_body.AML", "robo body", 205, false},
