@@ -158,8 +158,6 @@ private:
             for (int i = 0; i < lightCount; i++) shining[sight.moment][i] += lights[i];
         }
     }
-
-    static double fraction(double x) { return x - std::floor(x); }
 };
 
 }  // namespace

@@ -67,10 +67,6 @@ void addOnWall(Shape& spots, double turn, double height, double time) {
         addSpot(spots, place, hall::onRing(turn + pi / 2, half, 0), {0, half, 0}, 6, time);
 }
 
-double fraction(double x) {
-    return x - std::floor(x);
-}
-
 // How far neighbour `column` of row `row` lies in its group's turn: 0..1, falling along the row.
 double turnInGroup(int column, int row, int group) {
     return 1 - fraction((column % group + 0.618 * row * group) / group);

@@ -152,12 +152,10 @@ Shape inlays() {
 // Rings of light let into the dark floor round the stage, out to the wall: they seem to fall towards the
 // middle as the stage's do.
 Shape floorRings() {
-    constexpr double over = 0.4;
-    constexpr struct {
-        double radius, breadth, fall;
-    } rings[] = {{222, 8, 0.45}, {296, 22, 0.45}, {352, 26, 0.45}, {420, 32, 0.45}};
+    constexpr double over = 0.4, fall = 0.45;
+    constexpr struct { double radius, breadth; } rings[] = {{222, 8}, {296, 22}, {352, 26}, {420, 32}};
     std::vector<Shape> parts;
-    for (const auto& [radius, breadth, fall] : rings)
+    for (const auto& [radius, breadth] : rings)
         parts.push_back(
             shaded(lathe({{radius + breadth, over}, {radius, over}}, stageSides), [=](Vec p, Vec) {
                 return up + normalized(Vec{p.x, 0, p.z}) * fall;

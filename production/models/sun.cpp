@@ -126,6 +126,6 @@ void makeSun(const char* path) {
     // The inside is a sheet of its own, a little behind, as the light from below has to reach both.
     constexpr double thickness = 2.5;
     const Shape front = mask(), inside = insideOut(moved(front, {0, 0, -thickness}));
-    writeAml(path, {inTumble(front, 1.6), inTumble(inside, 1.6), inTumble(painted(rim(), hull::flame), 0.7),
-                    inTumble(painted(rays(), hull::flame), 0.7)});
+    const Shape wreath = painted(joined({rim(), rays()}), hull::flame);
+    writeAml(path, {inTumble(front, 1.6), inTumble(inside, 1.6), inTumble(wreath, 0.7)});
 }

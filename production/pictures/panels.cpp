@@ -74,8 +74,8 @@ Rgba deepSteel(float tone) {
     return steel(tone) * mix(0.60f, 0.80f, tone);
 }
 
-// What the stripes' halo is made of, ember and flame, and the lime of the heap's slabs.
-const Rgba chips[] = {grey(0.4f), opaque(1.0f, 0.5f, 0.25f), opaque(0.40f, 0.39f, 0.37f)};
+// The flame of the sun's rays, and the lime of the heap's slabs.
+const Rgba chips[] = {opaque(1.0f, 0.5f, 0.25f), opaque(0.40f, 0.39f, 0.37f)};
 
 using Metal = Rgba (*)(float tone);
 
@@ -184,7 +184,7 @@ void stampLeaves(Relief& relief, Point middle, Point half) {
         const float down = (p.y + half.y) / (2 * half.y);
         relief.colours[i] =
             mix(opaque(0.02f, 0.09f, 0.025f), opaque(0.30f, 0.46f, 0.12f), smoothstep(-0.25f, 0.4f, leaf));
-        if (down > 0.72f + 0.25f * drop) relief.colours[i] = chips[2];
+        if (down > 0.72f + 0.25f * drop) relief.colours[i] = chips[1];
         relief.glows[i] = {};
     });
 }
@@ -293,8 +293,7 @@ const std::vector<Row> hullRows = {
     {Hazard, 3.4, 11.2, 6.2, 0.55},
     {Lamp, 0.9, 8.5, 1.2, 0.16, 0.85, 1},
     {Lamp, 0.9, 9.5, 1.2, 0.16, 0.8},
-    {Chip, 0.80, 8.98, 0.2, 0.2, 0, 0},
-    {Chip, 1.10, 8.98, 0.2, 0.2, 0, 1},
+    {Chip, 1.10, 8.98, 0.2, 0.2, 0, 0},
     {Bolts, 0.7, 0.6, 4.2, 0.01, 0, 6},
     {Bolts, 10.5, 2.6, 5, 0.01, 0, 7},
     {Bolts, 11.5, 3.5, 1, 0.01, 0, 2},
@@ -311,7 +310,7 @@ const std::vector<Row> hullRows = {
     {Rooms, 13.1, 3.8, 2.8, 0.6, 1},
     {Boards, 13.1, 4.5, 2.8, 2.2, 0, 9},
     {Leaves, 13.1, 6.8, 2.8, 0.6},
-    {Chip, 13.1, 7.5, 2.8, 0.6, 0, 2},
+    {Chip, 13.1, 7.5, 2.8, 0.6, 0, 1},
 };
 const std::vector<Sign> hullSigns = {
     {"Valo", 7.25, 6, 0.86, 0.16}, {"7", 11.35, 8.4, 1.2, 0.2},    {"juova", 7.28, 7, 0.5, 0.16},
@@ -342,8 +341,6 @@ Canvas plated(Metal metal, const std::vector<Row>& rows, const std::vector<Sign>
     return lit(relief, weather);
 }
 
-}  // namespace
-
 // Half of the sun's mask, from its middle to its right edge, lies in a plate's place. A margin round it is
 // drawn on, so that nothing else comes in at its edges.
 void drawSunSkin(Canvas& canvas) {
@@ -356,6 +353,8 @@ void drawSunSkin(Canvas& canvas) {
         return outside ? below : sunSkin((x - left) / width * radius, (1 - 2 * (y - top) / height) * radius);
     });
 }
+
+}  // namespace
 
 void makeHull(const char* path) {
     Canvas canvas = plated(enamel, hullRows, hullSigns, {0.14f, 0.55f, 0.5f, 900});

@@ -1,8 +1,8 @@
 #version 110
 // A picture behind broken glass: one pane round the ship stays whole and clear, and the blades about it throw the
-// picture aside and part its colours. With "time" at 0 the glass is only cracked; as it
-// swings up to 0.05 it breaks into slanting ribbons, as it swings down to -0.05 into rings that turn against each
-// other. Near 1 it is struck: blades stand round the blow, and each jump of "time" is another blow.
+// picture aside and part its colours. With "time" at 0 the glass is only cracked; as it swings up to 0.05 it breaks
+// into slanting ribbons, as it swings down to -0.05 into rings that turn against each other. Near 1 it is struck:
+// blades stand round the blow, and each jump of "time" is another blow.
 
 uniform sampler2D picture;
 uniform float time;

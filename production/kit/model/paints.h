@@ -29,8 +29,7 @@ constexpr Patch lime = cells(13.2, 7.6, 2.6, 0.4);
 constexpr Uv orange = {13.0 / 16, 1.15 / 16};
 constexpr Uv warmLamp = {1.5 / 16, 8.58 / 16}, coolLamp = {1.5 / 16, 9.58 / 16};
 
-// Dabs of clear colour.
-constexpr Uv ember = {0.90 / 16, 9.08 / 16}, flame = {1.20 / 16, 9.08 / 16};
+constexpr Uv flame = {1.20 / 16, 9.08 / 16};  // a dab of clear colour
 
 }  // namespace hull
 

@@ -66,6 +66,11 @@ inline double degrees(double angle) {
     return angle * pi / 180;
 }
 
+// Of a number, what is left over the whole number below it: 0..1.
+inline double fraction(double x) {
+    return x - std::floor(x);
+}
+
 // Goes from 0 at `from` to 1 at `to` with level ends (the usual cubic); `to` may lie below `from`.
 inline double smoothStep(double from, double to, double x) {
     const double k = std::clamp((x - from) / (to - from), 0.0, 1.0);
