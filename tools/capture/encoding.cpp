@@ -1,7 +1,8 @@
 #include "tools/capture/encoding.h"
 
 #include <algorithm>
-#include <filesystem>
+
+#include "tools/command_line.h"
 
 namespace {
 
@@ -22,10 +23,6 @@ constexpr char x264Settings[] = "8x8dct=1:partitions=i8x8,i4x4:stitchable=1:chro
 constexpr char rateFactor[] = "11";
 // Enlarged pictures are smoother.
 constexpr char uploadRateFactor[] = "16";
-
-std::string endingOf(const std::string& path) {
-    return std::filesystem::path(path).extension();
-}
 
 Words losslessPictures() {
     return {"-vf",
@@ -66,12 +63,11 @@ const char* optionOf(FilmKind kind) {
 }
 
 bool hasKinds(const std::string& path) {
-    const std::string ending = endingOf(path);
-    return ending == ".mp4" || ending == ".m4v" || ending == ".mov" || ending == ".mkv";
+    return hasExactTimes(path) || endsIn(path, ".mkv");
 }
 
 bool hasExactTimes(const std::string& path) {
-    return hasKinds(path) && endingOf(path) != ".mkv";
+    return endsIn(path, ".mp4") || endsIn(path, ".m4v") || endsIn(path, ".mov");
 }
 
 Words pictureWords(const std::string& path, FilmKind kind, int fps) {
@@ -128,5 +124,5 @@ Words soundWords(const std::string& path, FilmKind kind) {
 
 Words containerWords(const std::string& path) {
     if (!hasKinds(path)) return {};
-    return endingOf(path) == ".mkv" ? Words{"-cues_to_front", "1"} : Words{"-movflags", "+faststart"};
+    return endsIn(path, ".mkv") ? Words{"-cues_to_front", "1"} : Words{"-movflags", "+faststart"};
 }

@@ -46,11 +46,6 @@ int wholeNumber(const char* option, const char* text, int least, int most) {
     return int(value);
 }
 
-bool endsIn(const std::string& text, const char* ending) {
-    return text.size() >= strlen(ending) &&
-           text.compare(text.size() - strlen(ending), std::string::npos, ending) == 0;
-}
-
 // Exactly one place for the number, of the form %d or %05d: the name becomes a format.
 bool isNumbered(const std::string& name) {
     const size_t place = name.find('%');
@@ -140,6 +135,10 @@ bool takesValue(const std::string& word) {
 }
 
 }  // namespace
+
+bool CaptureOptions::picturesWanted() const {
+    return endsIn(out, ".png");
+}
 
 FrameRuns CaptureOptions::runs(int fps) const {
     if (!frames.empty()) return frames;

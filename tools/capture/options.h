@@ -22,7 +22,7 @@ struct CaptureOptions {
     std::string storyboard;          // a picture of many frames; none if empty
     double every = 5;                // seconds between the storyboard's frames
 
-    bool picturesWanted() const { return out.ends_with(".png"); }
+    bool picturesWanted() const;
     // The frames that are asked for, at a rate that parts may know better.
     FrameRuns runs(int fps) const;
 };

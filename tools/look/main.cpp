@@ -75,7 +75,7 @@ int main(int argc, char** argv) {
     }
     const double at = second(argv[1]);
     std::string file = argc == 3 ? argv[2] : "";
-    if (!file.empty() && !file.ends_with(".png")) refuse(argv[2], "its name does not end in .png");
+    if (!file.empty() && !endsIn(file, ".png")) refuse(argv[2], "its name does not end in .png");
     file = pathFrom(goToInstalledShow(), file);
     if (!makeStaleData()) return 1;
 
