@@ -17,7 +17,9 @@ void stop(int) {
 }  // namespace
 
 void stopOnSignals() {
-    for (int signalNumber : {SIGINT, SIGTERM, SIGHUP}) signal(signalNumber, stop);
+    for (int signalNumber : {SIGINT, SIGTERM, SIGHUP}) {
+        if (signal(signalNumber, stop) == SIG_IGN) signal(signalNumber, SIG_IGN);
+    }
 }
 
 bool wantsToStop() {
