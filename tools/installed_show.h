@@ -1,23 +1,40 @@
-// Where a tool finds the data of the show: below the working directory or, where there is none, with the show
+// Where a tool finds the data of the show: below the working directory or, where that has none, with the show
 // that the tool was installed beside.
 #pragma once
 
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
 #include <filesystem>
 #include <string>
 
-// Without a data/ in the working directory, goes to that of the installed show. Returns the folder that it
-// left, with a slash at its end: the caller's paths lie there. Empty if it stayed.
+#include "tools/show_files.h"
+
+// Whether data/ of the working directory is a data set of the show, if not a whole one: others have folders
+// of that name too, and in them a file such as white.png.
+inline bool showIsHere() {
+    const auto files = showFiles();
+    std::error_code error;
+    return 2 * std::count_if(files.begin(), files.end(),
+                             [&](const auto& file) { return std::filesystem::exists(file, error); }) >=
+           std::ssize(files);
+}
+
+// Where there is no show, goes to the installed one and says so. Returns the folder that it left, with a
+// slash at its end: the caller's paths lie there. Empty if it stayed.
 inline std::string goToInstalledShow() {
     namespace fs = std::filesystem;
+    if (showIsHere()) return "";
     std::error_code error;
-    if (fs::exists("data", error)) return "";
     const fs::path tool = fs::read_symlink("/proc/self/exe", error);  // PREFIX/libexec/valojuova-tools/NAME
     const fs::path show = tool.parent_path().parent_path().parent_path() / "share/valojuova";
     if (!fs::exists(show / "data", error)) return "";
     const fs::path before = fs::current_path(error);
     if (error) return "";
     fs::current_path(show, error);
-    return error ? "" : (before / "").string();
+    if (error) return "";
+    fprintf(stderr, "%s: the show is that of %s\n", program_invocation_short_name, show.c_str());
+    return (before / "").string();
 }
 
 // A path, none if empty, as it was meant in that folder.
