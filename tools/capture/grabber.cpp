@@ -3,11 +3,19 @@
 #include <cstring>
 
 #include "render/screen.h"
+#include "tools/formatted.h"
 
 namespace {
 
 constexpr size_t pictureBytes = size_t(screenWidth) * screenHeight * 4;
-constexpr int pictures = 4;  // in flight; enough that neither side waits for a single slow frame
+constexpr int pictures = 4;     // in flight; enough that neither side waits for a single slow frame
+constexpr int mostErrors = 16;  // flags that GL may have
+
+// Those of the show itself, which nobody asks for.
+void forgetErrors() {
+    for (int i = 0; i < mostErrors && glGetError() != GL_NO_ERROR; i++) {
+    }
+}
 
 }  // namespace
 
@@ -33,9 +41,12 @@ Grabber::~Grabber() {
 }
 
 bool Grabber::grab() {
+    forgetErrors();
     glBindBuffer(GL_PIXEL_PACK_BUFFER, buffers[grabbed % 2]);
     glReadPixels(0, 0, screenWidth, screenHeight, GL_BGRA, GL_UNSIGNED_BYTE, nullptr);
     glBindBuffer(GL_PIXEL_PACK_BUFFER, 0);
+    const GLenum error = glGetError();
+    if (error != GL_NO_ERROR) return fail(error);
     if (grabbed++ > 0) pass(buffers[grabbed % 2]);
     const std::lock_guard lock(mutex);
     return !failed;
@@ -50,15 +61,26 @@ void Grabber::pass(GLuint buffer) {
     lock.unlock();
 
     glBindBuffer(GL_PIXEL_PACK_BUFFER, buffer);
-    if (const void* pixels = glMapBuffer(GL_PIXEL_PACK_BUFFER, GL_READ_ONLY)) {
-        memcpy(picture.data(), pixels, pictureBytes);
-        glUnmapBuffer(GL_PIXEL_PACK_BUFFER);
-    }
+    const void* pixels = glMapBuffer(GL_PIXEL_PACK_BUFFER, GL_READ_ONLY);
+    if (pixels) memcpy(picture.data(), pixels, pictureBytes);
+    const bool whole = pixels && glUnmapBuffer(GL_PIXEL_PACK_BUFFER);
     glBindBuffer(GL_PIXEL_PACK_BUFFER, 0);
 
+    if (!whole) {
+        fail(glGetError());
+        return;
+    }
     lock.lock();
     waiting.push_back(std::move(picture));
     changed.notify_all();
+}
+
+bool Grabber::fail(GLenum error) {
+    const std::lock_guard lock(mutex);
+    problem = formatted("a frame could not be read back: GL error 0x%04x", error);
+    failed = true;
+    changed.notify_all();
+    return false;
 }
 
 bool Grabber::finish() {
@@ -78,7 +100,7 @@ void Grabber::work() {
         lock.unlock();
         const bool written = write(picture);
         lock.lock();
-        failed = !written;
+        failed |= !written;
         spare.push_back(std::move(picture));
         changed.notify_all();
     }
