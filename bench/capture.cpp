@@ -55,7 +55,7 @@ double capturedSeconds(SteppedShow& show, FilmKind kind) {
         show.draw(from * framesPerSecond + i);
         grabber.grab();
     }
-    const bool written = grabber.finish() && film.finish(true);
+    const bool written = grabber.finish() && film.finish(true) && film.place();
     const double seconds = wallSeconds() - start;
     if (!written) fprintf(stderr, "bench: %s\n", film.problem.c_str());
     std::filesystem::remove(path);

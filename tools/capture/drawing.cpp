@@ -2,31 +2,41 @@
 
 #include <cstdio>
 
+#include "tools/capture/hash.h"
 #include "tools/capture/stopping.h"
 
-bool drawFrames(SteppedShow& show, const std::vector<int>& frames, Progress& progress, Grabber::Write write) {
+bool drawFrames(SteppedShow& show, const std::vector<int>& frames, Progress& progress, Grabber::Write write,
+                std::string* problem) {
     Grabber grabber(std::move(write));
     for (int frame : frames) {
         if (wantsToStop()) return false;
         show.draw(frame);
-        if (!grabber.grab()) return false;
+        if (!grabber.grab()) break;
         progress.step();
     }
-    return grabber.finish();
+    const bool written = grabber.finish();
+    *problem = grabber.problem;
+    return written;
 }
 
-bool finishFilm(Film& film, bool complete) {
-    if (film.problem.empty() && film.finish(complete)) return true;
+bool finishFilm(Film& film, bool complete, Manifest* manifest) {
+    if (film.problem.empty() && film.finish(complete)) {
+        if (manifest) {
+            manifest->film = hashOfFile(film.unfinished);
+            if (!writeManifest(film.path, *manifest)) return false;
+        }
+        if (film.place()) return true;
+    }
     if (!wasStopped()) fprintf(stderr, "capture: no film was written: %s\n", film.problem.c_str());
     return false;
 }
 
 bool drawFilm(SteppedShow& show, const std::vector<int>& frames, Progress& progress, Film& film,
-              const std::function<void(const Picture&)>& seen) {
-    const bool drawn =
-        film.problem.empty() && drawFrames(show, frames, progress, [&](const Picture& picture) {
-            if (seen) seen(picture);
-            return film.write(picture.data(), picture.size());
-        });
-    return !wasStopped() && finishFilm(film, drawn);
+              Manifest* manifest) {
+    const auto write = [&](const Picture& picture) {
+        if (manifest) manifest->frames.push_back({frames[manifest->frames.size()], hashOfPicture(picture)});
+        return film.write(picture.data(), picture.size());
+    };
+    const bool drawn = film.problem.empty() && drawFrames(show, frames, progress, write, &film.problem);
+    return !wasStopped() && finishFilm(film, drawn, manifest);
 }

@@ -1,21 +1,25 @@
 // Frames of the show, drawn one after the other and handed to whoever writes them.
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "tools/capture/film.h"
 #include "tools/capture/grabber.h"
+#include "tools/capture/manifest.h"
 #include "tools/capture/progress.h"
 #include "tools/capture/stepped_show.h"
 
-// Draws the frames, ascending, and hands each to `write`. False if that failed or the capture was stopped.
-bool drawFrames(SteppedShow& show, const std::vector<int>& frames, Progress& progress, Grabber::Write write);
+// Draws the frames, ascending, and hands each to `write`. False if that failed, with a `problem` if a frame
+// could not be read back, or the capture was stopped.
+bool drawFrames(SteppedShow& show, const std::vector<int>& frames, Progress& progress, Grabber::Write write,
+                std::string* problem);
 
-// Finishes a film that was given all it needs, or not. False after a line on standard error, unless the
+// Finishes a film that was given all it needs, or not, and puts it in its place, with its manifest if it is
+// to have one. What was there before stays until then. False after a line on standard error, unless the
 // capture was stopped.
-bool finishFilm(Film& film, bool complete);
+bool finishFilm(Film& film, bool complete, Manifest* manifest = nullptr);
 
-// The same into a film, which then is in its place; `seen`, if any, gets each picture too. False if there is
-// no film, after a line on standard error unless the capture was stopped.
+// Draws the frames into a film and finishes it. Its manifest, if any, gets them too.
 bool drawFilm(SteppedShow& show, const std::vector<int>& frames, Progress& progress, Film& film,
-              const std::function<void(const Picture&)>& seen = nullptr);
+              Manifest* manifest = nullptr);

@@ -8,12 +8,10 @@
 
 #include <cerrno>
 #include <cstring>
-#include <filesystem>
 #include <vector>
 
 #include "render/screen.h"
-
-namespace fs = std::filesystem;
+#include "tools/capture/whole_file.h"
 
 namespace {
 
@@ -59,10 +57,8 @@ std::string firstLine(FILE* file) {
 
 Film* Film::inProgress = nullptr;
 
-Film::Film(const std::string& path, const Words& inputs) : path(path) {
+Film::Film(const std::string& path, const Words& inputs) : path(path), unfinished(unfinishedPath(path)) {
     inProgress = this;
-    const fs::path place(path);
-    unfinished = (place.parent_path() / ("unfinished-" + place.filename().string())).string();
     signal(SIGPIPE, SIG_IGN);
     unlink(unfinished.c_str());  // of a capture that was killed; its ffmpeg may still be at it
     words = tmpfile();
@@ -89,8 +85,9 @@ void Film::abandon() {
     if (process > 0) {
         kill(process, SIGKILL);
         wait();
-        unlink(unfinished.c_str());
     }
+    if (!unfinished.empty()) unlink(unfinished.c_str());
+    unfinished.clear();
     if (pipe >= 0) close(pipe);
     if (words) fclose(words);
     if (progress) fclose(progress);
@@ -131,19 +128,26 @@ bool Film::finish(bool complete) {
     close(pipe);
     pipe = -1;
     awaited = process;
-    const int status = wait();
+    const bool ended = wait() == 0;
     awaited = 0;
-    const bool whole = complete && status == 0;
-    if (whole && expectedFrames > 0 && framesWritten() != expectedFrames)
-        problem = "ffmpeg wrote " + std::to_string(framesWritten()) + " frames of " +
-                  std::to_string(expectedFrames);
-    else if (whole && rename(unfinished.c_str(), path.c_str()) == 0)
+    if (!complete || !ended)
+        problem = firstLine(words);
+    else if (expectedFrames == 0 || framesWritten() == expectedFrames)
         return true;
     else
-        problem = whole ? strerror(errno) : firstLine(words);
+        problem = "ffmpeg wrote " + std::to_string(framesWritten()) + " frames of " +
+                  std::to_string(expectedFrames);
     if (problem.empty()) problem = "ffmpeg ended before the film did";
-    unlink(unfinished.c_str());
     return false;
+}
+
+bool Film::place() {
+    if (rename(unfinished.c_str(), path.c_str()) != 0) {
+        problem = strerror(errno);
+        return false;
+    }
+    unfinished.clear();
+    return true;
 }
 
 void Film::interruptFinish() {
@@ -151,7 +155,7 @@ void Film::interruptFinish() {
 }
 
 Words soundInput(const std::string& path, FilmKind kind, const SoundPart& sound) {
-    if (!sound.path) return {};
+    if (sound.path.empty()) return {};
     Words words = {"-ss", std::to_string(sound.from), "-t", std::to_string(sound.seconds), "-i", sound.path};
     append(&words, soundWords(path, kind));
     return words;

@@ -11,16 +11,16 @@
 
 // What a film takes of a file of sound, in seconds.
 struct SoundPart {
-    const char* path = nullptr;  // nullptr: the film is silent
+    std::string path;  // none if empty: the film is silent
     double from = 0;
     double seconds = 0;
 };
 
 struct Film {
-    static Film* inProgress;  // the one, if any, that is neither finished nor abandoned
+    static Film* inProgress;  // the one, if any, that is under way
 
     std::string path;        // where the film goes once it is whole
-    std::string unfinished;  // where it grows, beside that
+    std::string unfinished;  // where it grows, beside that; none once it is there
     std::string problem;     // what went wrong, in ffmpeg's words where it had any
     pid_t process = -1;
     int pipe = -1;
@@ -30,14 +30,16 @@ struct Film {
 
     // Starts ffmpeg on `inputs`, whose first is pipe:0, and what to do with them. Check `problem`.
     Film(const std::string& path, const Words& inputs);
-    // A film that was not finished leaves nothing behind.
+    // A film that isn't in its place leaves nothing behind.
     ~Film() { abandon(); }
 
     bool write(const void* bytes, size_t count);
-    // Waits for ffmpeg and puts the film in its place, if it was given all it needs. False with a `problem`
-    // if not.
+    // Waits for ffmpeg, which was given all that the film needs or not. False with a `problem` if the film
+    // isn't whole.
     bool finish(bool complete);
-    // Ends ffmpeg and removes what it has written, unless the film is finished.
+    // Puts the film, which is whole, in its place. False with a `problem` if that failed.
+    bool place();
+    // Ends ffmpeg and removes what it has written, unless the film is in its place.
     void abandon();
 
     // Ends the ffmpeg that finish() waits for, if it does. Safe in a signal handler.

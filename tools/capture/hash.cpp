@@ -1,17 +1,18 @@
 #include "tools/capture/hash.h"
 
+#include <elf.h>
+#include <link.h>
 #include <xxhash.h>
 
-#include <algorithm>
 #include <array>
+#include <cinttypes>
 #include <cstdio>
 #include <cstring>
-#include <filesystem>
 #include <memory>
+#include <span>
 
 #include "render/screen.h"
-
-namespace fs = std::filesystem;
+#include "tools/formatted.h"
 
 namespace {
 
@@ -22,21 +23,30 @@ struct Hash {
     void add(const void* bytes, size_t count) { XXH3_128bits_update(state.get(), bytes, count); }
     std::string text() const {
         const XXH128_hash_t hash = XXH3_128bits_digest(state.get());
-        char digits[40];
-        snprintf(digits, sizeof digits, "%016llx%016llx", static_cast<unsigned long long>(hash.high64),
-                 static_cast<unsigned long long>(hash.low64));
-        return digits;
+        return formatted("%016" PRIx64 "%016" PRIx64, uint64_t{hash.high64}, uint64_t{hash.low64});
     }
 };
 
-bool addFile(const fs::path& path, Hash* hash) {
-    FILE* file = fopen(path.c_str(), "rb");
-    if (!file) return false;
-    std::vector<char> part(1 << 20);
-    while (const size_t count = fread(part.data(), 1, part.size(), file)) hash->add(part.data(), count);
-    const bool whole = !ferror(file);
-    fclose(file);
-    return whole;
+std::string digitsOf(std::span<const uint8_t> bytes) {
+    std::string digits;
+    for (uint8_t byte : bytes) digits += formatted("%02x", byte);
+    return digits;
+}
+
+// Notes are a header, a name and what they say, each from a whole word on.
+std::string buildIdIn(std::span<const uint8_t> notes) {
+    const auto padded = [](size_t size) { return (size + 3) & ~size_t{3}; };
+    ElfW(Nhdr) note;
+    while (notes.size() >= sizeof note) {
+        memcpy(&note, notes.data(), sizeof note);
+        const size_t start = sizeof note + padded(note.n_namesz), end = start + padded(note.n_descsz);
+        if (end > notes.size()) break;
+        if (note.n_type == NT_GNU_BUILD_ID && note.n_namesz == 4 &&
+            memcmp(&notes[sizeof note], "GNU", 4) == 0)
+            return digitsOf(notes.subspan(start, note.n_descsz));
+        notes = notes.subspan(end);
+    }
+    return "";
 }
 
 }  // namespace
@@ -54,24 +64,35 @@ std::string hashOfPicture(const Picture& picture) {
 }
 
 std::string hashOfFile(const std::string& path) {
+    const std::unique_ptr<FILE, int (*)(FILE*)> file(fopen(path.c_str(), "rb"), fclose);
+    if (!file) return "";
     Hash hash;
-    return addFile(path, &hash) ? hash.text() : "";
+    std::vector<char> part(1 << 20);
+    while (const size_t count = fread(part.data(), 1, part.size(), file.get())) hash.add(part.data(), count);
+    return ferror(file.get()) ? "" : hash.text();
 }
 
-std::string hashOfFolder(const std::string& path) {
-    std::vector<fs::path> files;
-    std::error_code failed;
-    const auto options = fs::directory_options::follow_directory_symlink;
-    for (const auto& entry : fs::recursive_directory_iterator(path, options, failed)) {
-        if (entry.is_regular_file() && !entry.path().filename().string().starts_with('.'))
-            files.push_back(entry.path());
-    }
-    std::sort(files.begin(), files.end());
+std::string hashOfFiles(const std::vector<std::string>& paths) {
     Hash hash;
-    for (const fs::path& file : files) {
-        const std::string name = fs::relative(file, path).string();
-        hash.add(name.c_str(), name.size() + 1);
-        addFile(file, &hash);
+    for (const std::string& path : paths) {
+        const std::string line = path + '\n' + hashOfFile(path) + '\n';
+        hash.add(line.data(), line.size());
     }
     return hash.text();
+}
+
+std::string hashOfProgram() {
+    std::string digits;
+    dl_iterate_phdr(
+        [](dl_phdr_info* program, size_t, void* found) {
+            for (int i = 0; i < program->dlpi_phnum; i++) {
+                const ElfW(Phdr)& segment = program->dlpi_phdr[i];
+                const auto* notes = reinterpret_cast<const uint8_t*>(program->dlpi_addr + segment.p_vaddr);
+                if (segment.p_type == PT_NOTE)
+                    *static_cast<std::string*>(found) += buildIdIn({notes, segment.p_memsz});
+            }
+            return 1;  // it is the first, and libraries follow
+        },
+        &digits);
+    return digits;
 }

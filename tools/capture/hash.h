@@ -1,7 +1,9 @@
-// Fingerprints of 128 bits, as 32 hexadecimal digits, of what parts of a film are made from and consist of.
+// Fingerprints of what parts of a film are made from and consist of: but for the program's, of 128 bits, as
+// 32 hexadecimal digits.
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "tools/capture/grabber.h"
 
@@ -10,7 +12,9 @@ std::string hashOfPicture(const Picture& picture);
 
 // Of a file's bytes; "" if it can't be read.
 std::string hashOfFile(const std::string& path);
+// Of the names and bytes of files, of which any may be missing.
+std::string hashOfFiles(const std::vector<std::string>& paths);
 
-// Of the names and bytes of all files in a folder but those whose names begin with a dot, which belong to who
-// made it.
-std::string hashOfFolder(const std::string& path);
+// Of the program that runs, as its linker took it: stripped or not, and built again from the same text, it is
+// the same program.
+std::string hashOfProgram();

@@ -1,7 +1,5 @@
 #include "tools/capture/join.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <cinttypes>
 #include <cstdarg>
@@ -10,7 +8,6 @@
 
 #include "app/sound_music.h"
 #include "tools/capture/drawing.h"
-#include "tools/capture/hash.h"
 #include "tools/capture/manifest.h"
 
 namespace fs = std::filesystem;
@@ -29,7 +26,7 @@ struct Stretch {
     int offset;  // of its first frame in the part
 };
 
-__attribute__((format(printf, 1, 2))) bool refuse(const char* format, ...) {
+[[gnu::format(printf, 1, 2)]] bool refuse(const char* format, ...) {
     va_list values;
     va_start(values, format);
     fputs("capture: ", stderr);
@@ -42,10 +39,10 @@ __attribute__((format(printf, 1, 2))) bool refuse(const char* format, ...) {
 bool readParts(const std::vector<std::string>& paths, std::vector<Part>* parts) {
     for (const std::string& path : paths) {
         Part part{path, {}};
+        const bool told = readManifest(path, &part.manifest), whole = told && isWhole(path, part.manifest);
         if (!fs::exists(path)) return refuse("%s: there is no such part", path.c_str());
-        if (!readManifest(path, &part.manifest))
-            return refuse("%s: it has no manifest, or a broken one", path.c_str());
-        if (!isWhole(path, part.manifest))
+        if (!told) return refuse("%s: it has no manifest, or a broken one", path.c_str());
+        if (!whole)
             return refuse("%s is broken: it is not the film that its manifest tells of", path.c_str());
         if (!parts->empty()) {
             const std::string difference = differenceOf(part.manifest, parts->front().manifest);
@@ -129,28 +126,24 @@ Words joinWords(const std::string& path, const Manifest& manifest, const SoundPa
     Words words = {"-protocol_whitelist", "file,pipe", "-f", "concat", "-safe", "0", "-i", "pipe:0"};
     append(&words, soundInput(path, manifest.kind, sound));
     append(&words, {"-map", "0:v", "-c:v", "copy", "-progress", "pipe:1", "-stats_period", "3600"});
-    if (sound.path) append(&words, {"-map", "1:a"});
+    if (!sound.path.empty()) append(&words, {"-map", "1:a"});
     append(&words, containerWords(path));
     return words;
 }
 
 bool writeFilm(const std::vector<Stretch>& stretches, const std::string& path, const SoundPart& sound,
                Manifest* manifest) {
-    unlink(manifestPath(path).c_str());
     Film film(path, joinWords(path, *manifest, sound));
     const std::string list = listOf(stretches, manifest->fps);
     film.expectedFrames = int(manifest->frames.size());
     const bool given = film.problem.empty() && film.write(list.data(), list.size());
-    if (!finishFilm(film, given)) return false;
-    manifest->film = hashOfFile(path);
-    if (writeManifest(path, *manifest)) return true;
-    unlink(path.c_str());
-    return false;
+    return finishFilm(film, given, manifest);
 }
 
 }  // namespace
 
-bool joinParts(const std::vector<std::string>& paths, const CaptureOptions& options, bool sound) {
+bool joinParts(const std::vector<std::string>& paths, const CaptureOptions& options,
+               const Soundtrack* soundtrack) {
     std::vector<Part> parts;
     if (!readParts(paths, &parts)) return false;
     Manifest manifest = parts.front().manifest;
@@ -163,8 +156,9 @@ bool joinParts(const std::vector<std::string>& paths, const CaptureOptions& opti
         if (fs::equivalent(part.path, options.out, failed))
             return refuse("%s is one of the parts", options.out.c_str());
     }
-    if (sound && hashOfFolder("data") != manifest.data)
-        return refuse("data: not the data set that %s was drawn from", parts.front().path.c_str());
+    if (soundtrack && soundtrack->hash != manifest.sound)
+        return refuse("%s: not the soundtrack that %s was drawn for", SoundMusic::path,
+                      parts.front().path.c_str());
 
     manifest.frames.clear();
     for (const Stretch& stretch : stretches) {
@@ -173,8 +167,8 @@ bool joinParts(const std::vector<std::string>& paths, const CaptureOptions& opti
                                first + stretch.run.last - stretch.run.first + 1);
     }
     SoundPart soundPart;
-    if (sound) {
-        soundPart = {SoundMusic::path, millisecondsOf(wanted.front().first, fps) * 0.001,
+    if (soundtrack) {
+        soundPart = {soundtrack->path, millisecondsOf(wanted.front().first, fps) * 0.001,
                      double(manifest.frames.size()) / fps};
     }
     return writeFilm(stretches, options.out, soundPart, &manifest);

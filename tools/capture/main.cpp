@@ -6,13 +6,17 @@
 #include <cstdlib>
 
 #include "app/sound_music.h"
+#include "app/startup.h"
 #include "tools/capture/drawing.h"
+#include "tools/capture/hash.h"
 #include "tools/capture/join.h"
 #include "tools/capture/options.h"
 #include "tools/capture/part.h"
 #include "tools/capture/pictures.h"
 #include "tools/capture/stopping.h"
+#include "tools/capture/window.h"
 #include "tools/installed_show.h"
+#include "tools/show_files.h"
 
 namespace {
 
@@ -27,19 +31,23 @@ void failUnlessSucceeded() {
     _exit(1);
 }
 
-bool drawWholeFilm(const CaptureOptions& options, const std::vector<int>& frames) {
-    SteppedShow show(options.fps, options.samples);
-    const SoundPart sound = {SoundMusic::path, show.milliseconds(frames.front()) * 0.001,
+// The films and pictures of what was read while files changed would be of a state that never was.
+SteppedShow loadShow(int fps, const std::string& data) {
+    initialiseDemo();
+    if (hashOfFiles(showFiles()) != data) {
+        fprintf(stderr, "capture: data/ was changed while it was read; start again\n");
+        exit(1);
+    }
+    return SteppedShow(fps, SteppedShow::Loaded{});
+}
+
+bool drawWholeFilm(SteppedShow& show, const CaptureOptions& options, const std::vector<int>& frames,
+                   const Soundtrack& soundtrack) {
+    const SoundPart sound = {soundtrack.path, show.milliseconds(frames.front()) * 0.001,
                              double(frames.size()) / options.fps};
     Progress progress(int(frames.size()));
     Film film(options.out, filmWords(options.out, options.kind, options.fps, sound));
     return drawFilm(show, frames, progress, film);
-}
-
-bool drawOnePart(const CaptureOptions& options, const std::vector<int>& frames) {
-    SteppedShow show(options.fps, options.samples);
-    Progress progress(int(frames.size()));
-    return drawPart(show, frames, progress, options.out, manifestOfWindow(options.fps, options.kind));
 }
 
 // As they are meant where the caller is; of numbered pictures the name is a format.
@@ -53,17 +61,32 @@ void findFiles(CaptureOptions* options) {
     options->out = pathFrom(folder, options->out);
 }
 
+// Nothing of data/ is read again once the show is loaded.
 bool capture(const CaptureOptions& options) {
-    if (!options.parts.empty()) return joinParts(options.parts, options, true);
-    const std::vector<int> frames = framesOf(options.runs(options.fps));
+    const Soundtrack soundtrack;
+    const bool film = options.storyboard.empty() && !options.picturesWanted(), joins = !options.parts.empty();
+    if (film && (options.frames.empty() || joins) && !soundtrack.problem.empty()) {
+        fprintf(stderr, "capture: %s: %s\n", SoundMusic::path, soundtrack.problem.c_str());
+        return false;
+    }
+    if (joins) return joinParts(options.parts, options, &soundtrack);
+    std::vector<int> frames = framesOf(options.runs(options.fps));
     if (frames.empty()) {
         fprintf(stderr, "capture: no frame lies between --from and --to\n");
         return false;
     }
-    if (!options.storyboard.empty()) return drawStoryboard(options, frames);
-    if (options.picturesWanted()) return drawPictures(options, frames);
-    if (options.resume) return drawResumably(options);
-    return options.frames.empty() ? drawWholeFilm(options, frames) : drawOnePart(options, frames);
+    openCaptureWindow(options.samples);
+    Manifest wanted = manifestOfWindow(options.fps, options.kind, soundtrack.hash);
+    if (!film) frames = missingPictures(options, frames, &wanted);
+    if (frames.empty() || (film && options.resume && isDrawn(options, wanted))) return true;
+
+    SteppedShow show = loadShow(options.fps, wanted.data);
+    if (!options.storyboard.empty()) return drawStoryboard(show, options, frames);
+    if (!film) return drawPictures(show, options, frames, wanted);
+    if (options.resume) return drawResumably(show, options, wanted, soundtrack);
+    if (options.frames.empty()) return drawWholeFilm(show, options, frames, soundtrack);
+    Progress progress(int(frames.size()));
+    return drawPart(show, frames, progress, options.out, wanted);
 }
 
 }  // namespace

@@ -9,14 +9,14 @@
 #include <fstream>
 #include <sstream>
 
-#include "build_version.h"
 #include "tools/capture/hash.h"
+#include "tools/capture/whole_file.h"
 #include "tools/capture/window.h"
+#include "tools/show_files.h"
 
 namespace {
 
 constexpr char firstLine[] = "valojuova part 1";
-constexpr char dataSet[] = "data";
 
 const char* nameOf(FilmKind kind) {
     return kind == FilmKind::Net ? "--net" : optionOf(kind);
@@ -41,9 +41,10 @@ bool readLine(const std::string& line, Manifest* manifest) {
         return true;
     }
     if (!std::getline(words, value)) return false;
-    if (key == "version") manifest->version = value;
+    if (key == "program") manifest->program = value;
     if (key == "renderer") manifest->renderer = value;
     if (key == "data") manifest->data = value;
+    if (key == "sound") manifest->sound = value;
     if (key == "fps") manifest->fps = atoi(value.c_str());
     if (key == "samples") manifest->samples = atoi(value.c_str());
     if (key == "film") manifest->film = value;
@@ -58,20 +59,9 @@ FrameRuns Manifest::runs() const {
     return runsOf(numbers);
 }
 
-Manifest manifestOfProgram(int fps, FilmKind kind) {
-    Manifest manifest;
-    manifest.version = BUILD_VERSION;
-    manifest.data = hashOfFolder(dataSet);
-    manifest.fps = fps;
-    manifest.kind = kind;
-    return manifest;
-}
-
-Manifest manifestOfWindow(int fps, FilmKind kind) {
-    Manifest manifest = manifestOfProgram(fps, kind);
-    manifest.renderer = rendererName();
-    manifest.samples = windowSamples();
-    return manifest;
+Manifest manifestOfWindow(int fps, FilmKind kind, const std::string& sound) {
+    return {
+        hashOfProgram(), rendererName(), hashOfFiles(showFiles()), sound, fps, windowSamples(), kind, "", {}};
 }
 
 std::string manifestPath(const std::string& part) {
@@ -92,12 +82,13 @@ bool readManifest(const std::string& part, Manifest* manifest) {
 
 bool writeManifest(const std::string& part, const Manifest& manifest) {
     const std::string path = manifestPath(part);
-    const std::string unfinished = path + ".unfinished";
+    const std::string unfinished = unfinishedPath(path);
     errno = 0;
     std::ofstream file(unfinished);
-    file << firstLine << "\nversion " << manifest.version << "\nrenderer " << manifest.renderer << "\ndata "
-         << manifest.data << "\nfps " << manifest.fps << "\nsamples " << manifest.samples << "\nkind "
-         << nameOf(manifest.kind) << "\nfilm " << manifest.film << '\n';
+    file << firstLine << "\nprogram " << manifest.program << "\nrenderer " << manifest.renderer << "\ndata "
+         << manifest.data << "\nsound " << manifest.sound << "\nfps " << manifest.fps << "\nsamples "
+         << manifest.samples << "\nkind " << nameOf(manifest.kind) << '\n';
+    if (!manifest.film.empty()) file << "film " << manifest.film << '\n';
     for (const DrawnFrame& frame : manifest.frames)
         file << "frame " << frame.number << ' ' << frame.hash << '\n';
     file << "end\n";
@@ -110,9 +101,10 @@ bool writeManifest(const std::string& part, const Manifest& manifest) {
 
 std::string differenceOf(const Manifest& part, const Manifest& other) {
     const auto both = [](const std::string& one, const std::string& two) { return ": " + one + "; " + two; };
+    if (part.program != other.program) return "by another program" + both(part.program, other.program);
     if (part.renderer != other.renderer) return "by another renderer" + both(part.renderer, other.renderer);
     if (part.data != other.data) return "from another data set" + both(part.data, other.data);
-    if (part.version != other.version) return "by another version" + both(part.version, other.version);
+    if (part.sound != other.sound) return "for another soundtrack" + both(part.sound, other.sound);
     if (part.fps != other.fps)
         return "at another rate" + both(std::to_string(part.fps), std::to_string(other.fps));
     if (part.samples != other.samples)
@@ -123,5 +115,8 @@ std::string differenceOf(const Manifest& part, const Manifest& other) {
 }
 
 bool isWhole(const std::string& part, const Manifest& manifest) {
-    return !manifest.film.empty() && hashOfFile(part) == manifest.film;
+    if (manifest.film.empty()) return false;
+    if (hashOfFile(part) == manifest.film) return true;
+    const std::string unfinished = unfinishedPath(part);
+    return hashOfFile(unfinished) == manifest.film && rename(unfinished.c_str(), part.c_str()) == 0;
 }

@@ -14,22 +14,21 @@ struct DrawnFrame {
 };
 
 struct Manifest {
-    std::string version;   // of the program
+    std::string program;   // its hash
     std::string renderer;  // who drew
-    std::string data;      // hash of the data set
+    std::string data;      // hash of what the show loads
+    std::string sound;     // hash of the soundtrack
     int fps = 0;
     int samples = 0;  // a pixel
     FilmKind kind = FilmKind::Net;
-    std::string film;                // hash of the part's own file
+    std::string film;                // hash of the part's own file; none of numbered pictures
     std::vector<DrawnFrame> frames;  // in the order in which the part shows them
 
     FrameRuns runs() const;
 };
 
-// Of what this program draws from the data set, with neither film nor frames yet; by whom isn't known.
-Manifest manifestOfProgram(int fps, FilmKind kind);
-// By the renderer of the window that is open.
-Manifest manifestOfWindow(int fps, FilmKind kind);
+// Of what this program would draw now in the window that is open, with neither film nor frames yet.
+Manifest manifestOfWindow(int fps, FilmKind kind, const std::string& sound);
 
 std::string manifestPath(const std::string& part);
 // False if there is none, or it isn't whole.
@@ -41,5 +40,6 @@ bool writeManifest(const std::string& part, const Manifest& manifest);
 // nothing does.
 std::string differenceOf(const Manifest& part, const Manifest& other);
 
-// Whether the part is there and its film is what its manifest says.
+// Whether the part is there and its film is what its manifest says. Puts it in its place if a capture ended
+// between doing so with the manifest, which comes first, and with the film.
 bool isWhole(const std::string& part, const Manifest& manifest);

@@ -1,21 +1,15 @@
 #include "tools/capture/part.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
 
 #include "tools/capture/drawing.h"
-#include "tools/capture/hash.h"
 #include "tools/capture/join.h"
-#include "tools/capture/stopping.h"
 
 namespace fs = std::filesystem;
 
 namespace {
-
-constexpr int secondsOfPiece = 10;  // what a capture that is killed and resumed loses at most
 
 struct Piece {
     std::string path;
@@ -49,31 +43,47 @@ std::vector<int> startsOf(const std::vector<int>& frames) {
     return starts;
 }
 
-// Whether `path` holds what would be drawn now; of a window that isn't open, the renderer is left out.
-bool holds(const std::string& path, const FrameRuns& runs, Manifest wanted) {
+// Whether `path` holds the frames as `wanted` would have them drawn. `why` tells, in words that go on "was
+// drawn
+// ...", if it is whole but does not.
+bool holds(const std::string& path, const FrameRuns& runs, const Manifest& wanted, std::string* why) {
     Manifest there;
-    if (!readManifest(path, &there) || textOf(there.runs()) != textOf(runs)) return false;
-    if (wanted.renderer.empty()) wanted.renderer = there.renderer;
-    if (wanted.samples == samplesOfRenderer) wanted.samples = there.samples;
-    return differenceOf(there, wanted).empty() && isWhole(path, there);
+    if (!readManifest(path, &there) || !isWhole(path, there)) return false;
+    *why = differenceOf(there, wanted);
+    const std::string has = textOf(there.runs()), needs = textOf(runs);
+    if (why->empty() && has != needs) *why = "with other frames: " + has + "; " + needs;
+    return why->empty();
 }
 
-bool drawPieces(const CaptureOptions& options, const std::vector<Piece>& pieces) {
-    SteppedShow show(options.fps, options.samples);
-    const Manifest manifest = manifestOfWindow(options.fps, options.kind);
+// Captures put a manifest in its place before its film.
+bool isStrange(const std::string& path) {
+    return fs::exists(path) && !fs::exists(manifestPath(path));
+}
+
+bool drawPieces(SteppedShow& show, const std::vector<Piece>& pieces, const Manifest& wanted) {
     std::vector<Piece> missing;
-    int frames = 0;
+    int frames = 0, outdated = 0;
+    std::string example;
     for (const Piece& piece : pieces) {
-        if (holds(piece.path, {piece.run}, manifest)) continue;
+        std::string why;
+        if (holds(piece.path, {piece.run}, wanted, &why)) continue;
+        if (isStrange(piece.path)) {
+            fprintf(stderr, "capture: %s is in the way: it has no manifest\n", piece.path.c_str());
+            return false;
+        }
+        if (!why.empty() && outdated++ == 0) example = piece.path + " was drawn " + why;
         missing.push_back(piece);
         frames += piece.run.last - piece.run.first + 1;
     }
     if (missing.size() < pieces.size())
         fprintf(stderr, "capture: %zu of %zu pieces are there already\n", pieces.size() - missing.size(),
                 pieces.size());
+    if (outdated > 0)
+        fprintf(stderr, "capture: %d of %zu pieces are drawn again: %s\n", outdated, pieces.size(),
+                example.c_str());
     Progress progress(frames);
     for (const Piece& piece : missing) {
-        if (!drawPart(show, framesOf({piece.run}), progress, piece.path, manifest)) return false;
+        if (!drawPart(show, framesOf({piece.run}), progress, piece.path, wanted)) return false;
     }
     return true;
 }
@@ -82,39 +92,36 @@ bool drawPieces(const CaptureOptions& options, const std::vector<Piece>& pieces)
 
 bool drawPart(SteppedShow& show, const std::vector<int>& frames, Progress& progress, const std::string& path,
               Manifest manifest) {
-    unlink(manifestPath(path).c_str());  // of a part that was there before
     Film film(path, filmWords(path, manifest.kind, manifest.fps, {}, startsOf(frames)));
-    size_t next = 0;
-    const bool drawn = drawFilm(show, frames, progress, film, [&](const Picture& picture) {
-        manifest.frames.push_back({frames[next++], hashOfPicture(picture)});
-    });
-    if (!drawn) return false;
-    manifest.film = hashOfFile(path);
-    if (writeManifest(path, manifest)) return true;
-    unlink(path.c_str());
-    return false;
+    return drawFilm(show, frames, progress, film, &manifest);
 }
 
-bool drawResumably(const CaptureOptions& options) {
-    const FrameRuns runs = options.runs(options.fps);
-    Manifest wanted = manifestOfProgram(options.fps, options.kind);
-    wanted.samples = options.samples;
-    if (holds(options.out, runs, wanted)) {
-        fprintf(stderr, "capture: %s is whole already\n", options.out.c_str());
-        return true;
-    }
+bool isDrawn(const CaptureOptions& options, const Manifest& wanted) {
+    std::string why;
+    const bool drawn = holds(options.out, options.runs(options.fps), wanted, &why);
+    if (drawn) fprintf(stderr, "capture: %s is whole already\n", options.out.c_str());
+    if (!why.empty())
+        fprintf(stderr, "capture: %s is drawn again: it was drawn %s\n", options.out.c_str(), why.c_str());
+    return drawn;
+}
+
+bool drawResumably(SteppedShow& show, const CaptureOptions& options, const Manifest& wanted,
+                   const Soundtrack& soundtrack) {
     const std::string folder = options.out + ".parts";
     std::error_code ignored;  // the first part tells
     fs::create_directories(folder, ignored);
-    const std::vector<Piece> pieces = piecesOf(options, runs);
-    if (!drawPieces(options, pieces)) {
-        fs::remove(folder, ignored);  // if nothing is in it
-        return false;
-    }
+    const std::vector<Piece> pieces = piecesOf(options, options.runs(options.fps));
     std::vector<std::string> paths;
     for (const Piece& piece : pieces) paths.push_back(piece.path);
     const bool silent = !options.frames.empty();
-    if (!joinParts(paths, options, !silent)) return false;
-    fs::remove_all(folder, ignored);
-    return true;
+    const bool whole =
+        drawPieces(show, pieces, wanted) && joinParts(paths, options, silent ? nullptr : &soundtrack);
+    // Only what was made here: whatever else lies in a folder of that name is somebody's.
+    for (const std::string& path : paths) {
+        if (!whole) break;
+        fs::remove(path, ignored);
+        fs::remove(manifestPath(path), ignored);
+    }
+    fs::remove(folder, ignored);  // if nothing is in it
+    return whole;
 }

@@ -5,9 +5,13 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
+#include <iterator>
+#include <set>
 
 #include "render/screen.h"
 #include "tools/capture/drawing.h"
+#include "tools/capture/hash.h"
+#include "tools/capture/part.h"
 #include "tools/capture/storyboard.h"
 #include "tools/capture/whole_file.h"
 
@@ -19,15 +23,26 @@ std::string nameOf(const CaptureOptions& options, int frame) {
     return name.data();
 }
 
-bool isWholePicture(const std::string& path) {
+// As it was meant: the folder's own per cent signs stand twice.
+std::string formatOf(const CaptureOptions& options) {
+    std::string format = options.out;
+    for (size_t at; (at = format.find("%%")) != std::string::npos;) format.erase(at, 1);
+    return format;
+}
+
+// Of what was drawn; "" without a whole picture.
+std::string hashOfDrawn(const std::string& path) {
     png_image png = {};
     png.version = PNG_IMAGE_VERSION;
-    if (!png_image_begin_read_from_file(&png, path.c_str())) return false;
-    png.format = PNG_FORMAT_RGB;
-    std::vector<uint8_t> pixels(PNG_IMAGE_SIZE(png));
-    const bool read =
-        png_image_finish_read(&png, nullptr, pixels.data(), 0, nullptr) && !PNG_IMAGE_FAILED(png);
-    return read && png.width == screenWidth && png.height == screenHeight;
+    if (!png_image_begin_read_from_file(&png, path.c_str())) return "";
+    png.format = PNG_FORMAT_BGRA;
+    Picture picture(PNG_IMAGE_SIZE(png));
+    const bool rightSize = png.width == screenWidth && png.height == screenHeight;
+    const bool read = rightSize &&
+                      png_image_finish_read(&png, nullptr, picture.data(), -4 * screenWidth, nullptr) &&
+                      !PNG_IMAGE_FAILED(png);
+    png_image_free(&png);
+    return read ? hashOfPicture(picture) : "";
 }
 
 void fillImage(const Picture& picture, Image* image) {
@@ -38,45 +53,84 @@ void fillImage(const Picture& picture, Image* image) {
     flipImage(*image, 1, 0);
 }
 
+// Draws the frames and enters those that were written, also if it fails.
+bool drawSome(SteppedShow& show, const CaptureOptions& options, const std::vector<int>& frames,
+              Progress& progress, Manifest* manifest) {
+    Image image = createImage(screenWidth, screenHeight, 3);
+    auto next = frames.begin();
+    std::string problem;
+    const auto write = [&](const Picture& picture) {
+        fillImage(picture, &image);
+        if (!writeWholePng(nameOf(options, *next).c_str(), image)) return false;
+        manifest->frames.push_back({*next++, hashOfPicture(picture)});
+        return true;
+    };
+    const bool drawn = drawFrames(show, frames, progress, write, &problem);
+    if (!problem.empty()) fprintf(stderr, "capture: %s\n", problem.c_str());
+    delete[] image.pixels;
+    return drawn;
+}
+
 }  // namespace
 
-bool drawPictures(const CaptureOptions& options, const std::vector<int>& all) {
-    std::vector<int> frames;
-    for (int frame : all) {
-        if (!options.resume || !isWholePicture(nameOf(options, frame))) frames.push_back(frame);
+std::vector<int> missingPictures(const CaptureOptions& options, const std::vector<int>& frames,
+                                 Manifest* manifest) {
+    Manifest there;
+    if (!options.resume || !readManifest(formatOf(options), &there)) return frames;
+    const std::string why = differenceOf(there, *manifest);
+    if (!why.empty()) {
+        fprintf(stderr, "capture: %s is drawn again: it was drawn %s\n", options.out.c_str(), why.c_str());
+        return frames;
     }
-    if (frames.size() < all.size())
-        fprintf(stderr, "capture: %zu of %zu pictures are there already\n", all.size() - frames.size(),
-                all.size());
-    if (frames.empty()) return true;
+    std::set<int> whole;
+    for (const DrawnFrame& frame : there.frames) {
+        if (hashOfDrawn(nameOf(options, frame.number)) != frame.hash) continue;
+        manifest->frames.push_back(frame);
+        whole.insert(frame.number);
+    }
+    std::vector<int> missing;
+    std::copy_if(frames.begin(), frames.end(), std::back_inserter(missing),
+                 [&](int frame) { return !whole.contains(frame); });
+    if (missing.size() < frames.size())
+        fprintf(stderr, "capture: %zu of %zu pictures are there already\n", frames.size() - missing.size(),
+                frames.size());
+    return missing;
+}
+
+bool drawPictures(SteppedShow& show, const CaptureOptions& options, const std::vector<int>& frames,
+                  Manifest manifest) {
     std::error_code ignored;  // writing the first picture reports it
     std::filesystem::create_directories(std::filesystem::path(nameOf(options, frames.front())).parent_path(),
                                         ignored);
-    SteppedShow show(options.fps, options.samples);
     Progress progress(int(frames.size()));
-    Image image = createImage(screenWidth, screenHeight, 3);
-    size_t next = 0;
-    const bool done = drawFrames(show, frames, progress, [&](const Picture& picture) {
-        fillImage(picture, &image);
-        return writeWholePng(nameOf(options, frames[next++]).c_str(), image);
-    });
-    delete[] image.pixels;
-    return done;
+    if (!options.resume) return drawSome(show, options, frames, progress, &manifest);
+    const auto piece = std::ptrdiff_t{secondsOfPiece} * options.fps;
+    bool drawn = true;
+    for (auto next = frames.begin(); drawn && next != frames.end();) {
+        const auto end = next + std::min(piece, frames.end() - next);
+        drawn = drawSome(show, options, {next, end}, progress, &manifest);
+        next = end;
+        std::sort(manifest.frames.begin(), manifest.frames.end(),
+                  [](const DrawnFrame& a, const DrawnFrame& b) { return a.number < b.number; });
+        drawn &= manifest.frames.empty() || writeManifest(formatOf(options), manifest);
+    }
+    return drawn;
 }
 
-bool drawStoryboard(const CaptureOptions& options, const std::vector<int>& all) {
+bool drawStoryboard(SteppedShow& show, const CaptureOptions& options, const std::vector<int>& all) {
     std::vector<int> frames;
     for (int i = 0; options.from + i * options.every < options.to; i++)
         frames.push_back(std::min(framesBefore(options.from + i * options.every, options.fps), all.back()));
-    SteppedShow show(options.fps, options.samples);
     Progress progress(int(frames.size()));
     Storyboard storyboard(int(frames.size()));
     int next = 0;
-    return drawFrames(show, frames, progress,
-                      [&](const Picture& picture) {
-                          storyboard.add(next, picture, show.milliseconds(frames[next]) * 0.001);
-                          next++;
-                          return true;
-                      }) &&
-           storyboard.save(options.storyboard.c_str());
+    std::string problem;
+    const auto add = [&](const Picture& picture) {
+        storyboard.add(next, picture, show.milliseconds(frames[next]) * 0.001);
+        next++;
+        return true;
+    };
+    const bool drawn = drawFrames(show, frames, progress, add, &problem);
+    if (!problem.empty()) fprintf(stderr, "capture: %s\n", problem.c_str());
+    return drawn && storyboard.save(options.storyboard.c_str());
 }

@@ -11,10 +11,13 @@
 
 #include "render/screen.h"
 
-bool writeWholePng(const char* path, const Image& image) {
+std::string unfinishedPath(const std::string& path) {
     const std::filesystem::path place(path);
-    const std::string unfinished =
-        (place.parent_path() / ("unfinished-" + place.filename().string())).string();
+    return place.parent_path() / ("unfinished-" + place.filename().string());
+}
+
+bool writeWholePng(const char* path, const Image& image) {
+    const std::string unfinished = unfinishedPath(path);
     // Not the show's own writer, which would print libpng's words for a full disk, or nothing.
     png_image png = {};
     png.version = PNG_IMAGE_VERSION;

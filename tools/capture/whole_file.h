@@ -1,9 +1,12 @@
-// Pictures that are written whole or not at all.
+// Files that are written whole or not at all.
 #pragma once
 
 #include <string>
 
 #include "image/image.h"
+
+// Where a file grows, beside its place.
+std::string unfinishedPath(const std::string& path);
 
 // Writes an RGB picture as a PNG beside its place and moves it there. False after a line on standard error.
 bool writeWholePng(const char* path, const Image& image);

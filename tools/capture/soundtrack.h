@@ -1,0 +1,14 @@
+// The show's soundtrack as it was when the capture began: what is saved over its file later isn't in the
+// film.
+#pragma once
+
+#include <string>
+
+struct Soundtrack {
+    std::string path;  // where this process and ffmpeg find it until the process ends
+    std::string hash;
+    std::string problem;  // why it can't be in a film; a silent one is made all the same
+
+    // Reads it.
+    Soundtrack();
+};
