@@ -1,13 +1,18 @@
 // The capture program, run as a process: films, pictures and storyboards, and what it leaves when it fails.
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <functional>
 #include <thread>
 
 #include "image/image.h"
+#include "tests/gl_window.h"
 #include "tests/tools/run.h"
+#include "tools/capture/grabber.h"
 
 namespace {
 
@@ -27,14 +32,15 @@ TEST(Capture, FramesOfAPartEqualThoseOfTheWhole) {
 
 TEST(Capture, AFilmHasItsFramesAndItsSound) {
     const ScratchDirectory scratch;
-    const Result result = capture("--fps 10 --from 20 --to 21 --out " + scratch.file("film.mp4"));
+    // Of its kind, whatever the case of its ending.
+    const Result result = capture("--fps 10 --from 20 --to 21 --out " + scratch.file("film.MP4"));
     ASSERT_EQ(result.status, 0) << result.output;
-    EXPECT_EQ(namesIn(scratch.path), std::set<std::string>{"film.mp4"});
+    EXPECT_EQ(namesIn(scratch.path), std::set<std::string>{"film.MP4"});
     const Result streams = shell(
-        "ffprobe -v error -count_frames -show_entries stream=codec_name,width,height,nb_read_frames "
-        "-of csv=p=0 " +
-        scratch.file("film.mp4"));
-    EXPECT_NE(streams.output.find("h264,800,600,10\n"), std::string::npos) << streams.output;
+        "ffprobe -v error -count_frames -show_entries "
+        "stream=codec_name,profile,width,height,color_range,nb_read_frames -of csv=p=0 " +
+        scratch.file("film.MP4"));
+    EXPECT_NE(streams.output.find("h264,High,800,600,tv,10\n"), std::string::npos) << streams.output;
     EXPECT_NE(streams.output.find("aac,"), std::string::npos) << streams.output;
 }
 
@@ -42,9 +48,9 @@ TEST(Capture, AStoryboardHasACellForEachTime) {
     const ScratchDirectory scratch;
     // Its last time is nearer to the end of the show than to the last frame.
     EXPECT_EQ(capture("--fps 1 --from 194 --every 1.25 --storyboard " + scratch.file("board.png")).status, 0);
-    ASSERT_EQ(capture("--from 10 --to 14 --every 1.5 --storyboard " + scratch.file("board.png")).status, 0);
+    ASSERT_EQ(capture("--from 10 --to 14 --every 1.5 --storyboard " + scratch.file("board.PNG")).status, 0);
     Image board;
-    ASSERT_EQ(loadImage(scratch.file("board.png").c_str(), &board, 0), 0);
+    ASSERT_EQ(loadImage(scratch.file("board.PNG").c_str(), &board, 0), 0);
     EXPECT_EQ(board.width, 8 + 3 * (320 + 8));
     EXPECT_EQ(board.height, 8 + 240 + 20 + 8);
     delete[] board.pixels;
@@ -87,6 +93,103 @@ TEST(Capture, AFailureIsOneLineAndLeavesNoFile) {
     EXPECT_EQ(capture("--fps 23.976").output, "capture: --fps: not a whole number\n");
     EXPECT_EQ(capture("--out a%s.png").output,
               "capture: --out: pictures need a number in their name, such as frames/%05d.png\n");
+}
+
+// Said before anything is drawn.
+TEST(Capture, AFilmNeedsASoundtrackThatCanBePlayed) {
+    const ScratchDirectory scratch;
+    const std::string words = "cd " + scratch.path.string() + " && " CAPTURE_PROGRAM " --fps 1 --to 1";
+    const auto expectRefusal = [&](const std::string& problem) {
+        const Result result = shell(words);
+        EXPECT_EQ(result.status, 1);
+        EXPECT_EQ(result.output, "capture: data/KVX - Ondrevane2.ogg: " + problem + "\n");
+    };
+    expectRefusal("No such file or directory");
+    scratch.write("data/KVX - Ondrevane2.ogg", "OggS, or is it?");
+    expectRefusal("not a Vorbis file that can be played");
+}
+
+// The first to be read for a fingerprint, a picture, changes while the last, a shader, is read for it.
+TEST(Capture, DrawsNothingOfAStateThatNeverWas) {
+    const ScratchDirectory scratch;
+    linkDataSet(scratch.path);
+    const std::string shader = scratch.file("data/shaders/antiariel.fs"), text = content(shader);
+    std::filesystem::remove(shader);
+    ASSERT_EQ(mkfifo(shader.c_str(), 0600), 0);
+    std::thread author([&] {
+        std::ofstream reader(shader);  // comes back once it is being read
+        std::filesystem::remove(scratch.file("data/loading.jpg"));
+        scratch.write("data/loading.jpg", content("data/overlay.jpg"));
+        std::filesystem::remove(shader);
+        scratch.write("data/shaders/antiariel.fs", text);
+        reader << text;
+    });
+    const Result result =
+        shell("cd " + scratch.path.string() + " && " CAPTURE_PROGRAM " --fps 2 --to 0.5 --out %d.png");
+    close(open(shader.c_str(), O_RDONLY | O_NONBLOCK));  // in case it was never read
+    author.join();
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.output, "capture: data/ was changed while it was read; start again\n");
+    EXPECT_EQ(namesIn(scratch.path), std::set<std::string>{"data"});
+}
+
+TEST(Capture, InstalledFindsItsShowBesideAStrangersData) {
+    const ScratchDirectory prefix, stranger;
+    std::filesystem::create_directories(prefix.path / "libexec/valojuova-tools");
+    std::filesystem::copy_file(CAPTURE_PROGRAM, prefix.path / "libexec/valojuova-tools/capture");
+    linkDataSet(prefix.path / "share/valojuova");
+    stranger.write("data/white.png", "of another show");
+    const auto run = [&] {
+        return shell("cd " + stranger.path.string() + " && " +
+                     prefix.file("libexec/valojuova-tools/capture") + " --join part.mp4")
+            .output;
+    };
+    EXPECT_EQ(run(), "capture: the show is that of " + prefix.file("share/valojuova") +
+                         "\ncapture: " + stranger.file("part.mp4") + ": there is no such part\n");
+    std::filesystem::remove_all(stranger.path / "data");
+    linkDataSet(stranger.path);
+    std::filesystem::remove(stranger.path / "data/loading.jpg");
+    EXPECT_EQ(run(), "capture: part.mp4: there is no such part\n") << "an author's, though it isn't whole";
+}
+
+// A grabber that loses its second frame in the given way, of three.
+struct Grabbing : GlWindow {
+    void expectLoss(const std::function<void(Grabber&)>& lose) {
+        int written = 0;
+        Grabber grabber([&](const Picture&) { return ++written > 0; });
+        EXPECT_TRUE(grabber.grab());
+        lose(grabber);
+        EXPECT_FALSE(grabber.grab() && grabber.grab());
+        EXPECT_FALSE(grabber.finish());
+        EXPECT_LE(written, 1);
+        EXPECT_EQ(grabber.problem.find("a frame could not be read back: GL error 0x"), 0u);
+    }
+};
+
+PFNGLMAPBUFFERPROC mapBuffer = nullptr;
+PFNGLUNMAPBUFFERPROC unmapBuffer = nullptr;
+int calls = 0;
+
+TEST_F(Grabbing, AFrameThatCantBeReadBackIsAFailure) {
+    expectLoss([](Grabber& grabber) {  // too small for the frame
+        glBindBuffer(GL_PIXEL_PACK_BUFFER, grabber.buffers[1]);
+        glBufferData(GL_PIXEL_PACK_BUFFER, 16, nullptr, GL_STREAM_READ);
+        glBindBuffer(GL_PIXEL_PACK_BUFFER, 0);
+    });
+    mapBuffer = __glewMapBuffer;
+    expectLoss([](Grabber&) {
+        calls = 0;
+        __glewMapBuffer = [](GLenum target, GLenum access) -> void* {
+            return ++calls == 2 ? nullptr : mapBuffer(target, access);
+        };
+    });
+    __glewMapBuffer = mapBuffer;
+    unmapBuffer = __glewUnmapBuffer;
+    expectLoss([](Grabber&) {  // whose content went away in the meantime
+        calls = 0;
+        __glewUnmapBuffer = [](GLenum target) -> GLboolean { return unmapBuffer(target) && ++calls != 2; };
+    });
+    __glewUnmapBuffer = unmapBuffer;
 }
 
 TEST(Capture, StoppingItLeavesNoHalfFilm) {

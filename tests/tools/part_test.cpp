@@ -1,6 +1,7 @@
 // Parts of a film: their frames, what they tell of themselves, how they join, and what a lost one costs.
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -26,6 +27,11 @@ std::string hashesOf(const Manifest& manifest) {
     for (const DrawnFrame& frame : manifest.frames)
         hashes += std::to_string(frame.number) + ' ' + frame.hash + '\n';
     return hashes;
+}
+
+// A manifest of which a line says something else.
+std::string changed(std::string manifest, const char* key) {
+    return manifest.insert(manifest.find(key) + strlen(key), "another ");
 }
 
 std::string probe(const std::string& words) {
@@ -94,13 +100,18 @@ TEST_F(Parts, ThatDontBelongTogetherAreRefused) {
     const std::string manifest = content(manifestPath(ends));
     scratch->write("other.mp4.manifest", manifest.substr(0, manifest.size() / 2));
     EXPECT_EQ(refused(other), "capture: " + other + ": it has no manifest, or a broken one\n");
-    // From a machine with another driver, and from another data set.
-    for (const char* key : {"renderer ", "data "}) {
-        std::string changed = manifest;
-        changed.insert(changed.find(key) + strlen(key), "another ");
-        scratch->write("other.mp4.manifest", changed);
-        EXPECT_EQ(refused(ends + ' ' + other).find("capture: " + other + " was drawn "), 0);
+    for (const auto& [key, difference] : {std::pair{"program ", "by another program"},
+                                          {"renderer ", "by another renderer"},
+                                          {"data ", "from another data set"},
+                                          {"sound ", "for another soundtrack"}}) {
+        scratch->write("other.mp4.manifest", changed(manifest, key));
+        EXPECT_EQ(refused(ends + ' ' + other).find("capture: " + other + " was drawn " + difference + ": "),
+                  0u);
     }
+    scratch->write("other.mp4", content(middle));
+    scratch->write("other.mp4.manifest", changed(content(manifestPath(middle)), "sound "));
+    EXPECT_EQ(refused(other + " --frames 84-86"),
+              "capture: data/KVX - Ondrevane2.ogg: not the soundtrack that " + other + " was drawn for\n");
     scratch->write("other.mp4.manifest", manifest);
     std::string broken = content(ends);
     broken[broken.size() / 2] ^= 1;
@@ -108,54 +119,95 @@ TEST_F(Parts, ThatDontBelongTogetherAreRefused) {
     EXPECT_EQ(refused(other),
               "capture: " + other + " is broken: it is not the film that its manifest tells of\n");
 
+    // A capture ended after the manifest was in its place and before the new film was.
+    scratch->write("unfinished-other.mp4", content(ends));
+    EXPECT_EQ(refused(other + " --frames 80-89"), "capture: no part has the frames 84-86\n");
+    EXPECT_TRUE(content(other) == content(ends));
+
     std::filesystem::remove(other);
     std::filesystem::remove(manifestPath(other));
     EXPECT_EQ(namesIn(scratch->path), before);
 }
 
-// Thirty frames in three pieces.
-struct Resuming : testing::Test {
-    const ScratchDirectory scratch;
-    const std::string film = scratch.file("film.mp4"), parts = film + ".parts/";
-    const std::string words = "--fps 1 --from 10 --to 40 --resume --out " + film;
+// Drawn again, of a film or part that is there: it and its manifest stay until the new one is whole.
+TEST_F(Parts, StayUntilTheyAreDrawnAgain) {
+    const pid_t process = fork();
+    if (process == 0) {
+        freopen("/dev/null", "w", stderr);
+        execl(CAPTURE_PROGRAM, CAPTURE_PROGRAM, "--fps", "4", "--frames", "80-89", "--out", ends.c_str(),
+              nullptr);
+        _exit(127);
+    }
+    while (!namesIn(scratch->path).contains("unfinished-ends.mp4") && waitpid(process, nullptr, WNOHANG) == 0)
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    kill(process, SIGINT);
+    waitpid(process, nullptr, 0);
+    EXPECT_TRUE(isWhole(ends, manifestOf(ends)));
+    EXPECT_EQ(textOf(manifestOf(ends).runs()), "80-83,87-89");
+}
 
-    // A capture that has just finished its second piece.
-    pid_t captureAtWork() {
+// Twenty-two frames in three pieces.
+struct Resuming : testing::Test {
+    const ScratchDirectory scratch, encoder;
+    const std::string film = scratch.file("film.mp4"), parts = film + ".parts/";
+    const std::string words = "--fps 1 --from 18 --to 40 --resume --out " + film;
+    const std::string stuck = encoder.file("stuck"), gate = encoder.file("gate");
+
+    // A capture that has finished two pieces, and whose encoder of the third waits until the gate is opened.
+    pid_t captureAtWork(const std::string& before = "") {
+        mkfifo(gate.c_str(), 0600);
+        encoder.write("ffmpeg", "#!/bin/sh\nPATH=${PATH#*:}\ncase \"$*\" in *unfinished-000030*) echo $$ >" +
+                                    stuck + ".new; mv " + stuck + ".new " + stuck + "; read line <" + gate +
+                                    ";; esac\nexec ffmpeg \"$@\"\n");
+        std::filesystem::permissions(encoder.file("ffmpeg"), std::filesystem::perms::owner_all);
         const pid_t process = fork();
         if (process == 0) {
-            const std::string command = "exec " CAPTURE_PROGRAM " " + words + " 2>" + scratch.file("said");
+            const std::string command = before + " PATH=" + encoder.path.string() +
+                                        ":$PATH; exec " CAPTURE_PROGRAM " " + words + " 2>" +
+                                        scratch.file("said");
             execl("/bin/sh", "sh", "-c", command.c_str(), nullptr);
             _exit(127);
         }
-        while (!std::filesystem::exists(parts + "000020-000029.mp4.manifest") &&
-               waitpid(process, nullptr, WNOHANG) == 0)
+        while (!std::filesystem::exists(stuck) && waitpid(process, nullptr, WNOHANG) == 0)
             std::this_thread::sleep_for(std::chrono::milliseconds(5));
         return process;
     }
+    void openGate() { std::ofstream(gate) << '\n'; }
 };
 
-// Killed at once, as by a machine that fails: what it had finished isn't drawn again, what is broken is.
+// Killed at once, as by a machine that fails: what it had finished isn't drawn again, what is broken or was
+// drawn otherwise is. What somebody else keeps in the folder stays there.
 TEST_F(Resuming, DrawsOnlyWhatIsMissingOrBroken) {
     const pid_t process = captureAtWork();
     int status = 0;
     kill(process, SIGKILL);
     ASSERT_EQ(waitpid(process, &status, 0), process);
     ASSERT_TRUE(WIFSIGNALED(status));
+    kill(std::stoi(content(stuck)), SIGKILL);
     EXPECT_FALSE(std::filesystem::exists(film));
+    const std::string first = parts + "000018-000019.mp4", mine = parts + "000030-000039.mp4";
+    scratch.write("film.mp4.parts/000018-000019.mp4.manifest",
+                  changed(content(manifestPath(first)), "program "));
     std::filesystem::resize_file(parts + "000020-000029.mp4", 1000);
 
+    scratch.write("film.mp4.parts/000030-000039.mp4", "mine");
+    EXPECT_EQ(capture(words).output, "capture: " + mine + " is in the way: it has no manifest\n");
+    std::filesystem::rename(mine, parts + "mine");
     const Result resumed = capture(words);
     ASSERT_EQ(resumed.status, 0) << resumed.output;
-    EXPECT_NE(resumed.output.find("capture: 1 of 3 pieces are there already\n"), std::string::npos)
+    EXPECT_EQ(resumed.output.find("capture: 1 of 3 pieces are drawn again: " + first +
+                                  " was drawn by another program: another "),
+              0u)
         << resumed.output;
-    EXPECT_NE(resumed.output.find("frame 20 of 20"), std::string::npos) << resumed.output;
-    EXPECT_EQ(namesIn(scratch.path), (std::set<std::string>{"film.mp4", "film.mp4.manifest", "said"}));
-    EXPECT_EQ(textOf(manifestOf(film).runs()), "10-39");
+    EXPECT_NE(resumed.output.find("frame 22 of 22"), std::string::npos) << resumed.output;
+    EXPECT_EQ(namesIn(parts), std::set<std::string>{"mine"});
+    EXPECT_EQ(namesIn(scratch.path),
+              (std::set<std::string>{"film.mp4", "film.mp4.manifest", "film.mp4.parts", "said"}));
+    EXPECT_EQ(textOf(manifestOf(film).runs()), "18-39");
     EXPECT_EQ(probe("-count_frames -show_entries stream=codec_name,r_frame_rate,nb_read_frames "
                     "-select_streams v " +
                     film),
-              "h264,1/1,30\n");
-    EXPECT_EQ(capture(words).output, "capture: " + film + " is whole already\n");
+              "h264,1/1,22\n");
 }
 
 TEST_F(Resuming, GoesOnAfterTheDisplayWasLost) {
@@ -163,17 +215,61 @@ TEST_F(Resuming, GoesOnAfterTheDisplayWasLost) {
     ASSERT_EQ(screen->problem, "");
     const pid_t process = captureAtWork();
     screen.reset();
+    openGate();
     int status = 0;
     ASSERT_EQ(waitpid(process, &status, 0), process);
     EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 1) << content(scratch.file("said"));
     EXPECT_EQ(namesIn(scratch.path), (std::set<std::string>{"film.mp4.parts", "said"}));
-    EXPECT_EQ(namesIn(parts), (std::set<std::string>{"000010-000019.mp4", "000010-000019.mp4.manifest",
+    EXPECT_EQ(namesIn(parts), (std::set<std::string>{"000018-000019.mp4", "000018-000019.mp4.manifest",
                                                      "000020-000029.mp4", "000020-000029.mp4.manifest"}));
 
     const Result resumed = capture(words);
     ASSERT_EQ(resumed.status, 0) << resumed.output;
     EXPECT_NE(resumed.output.find("capture: 2 of 3 pieces are there already\n"), std::string::npos)
         << resumed.output;
+}
+
+// A copy of the program as another build of it would be.
+std::string anotherProgram(const ScratchDirectory& scratch) {
+    std::string bytes = content(CAPTURE_PROGRAM);
+    const size_t note = bytes.find(std::string("\x14\0\0\0\3\0\0\0GNU", 12));
+    EXPECT_NE(note, std::string::npos) << "it has no build id";
+    bytes[note + 12] ^= 1;
+    const std::string path = scratch.write("another", bytes);
+    std::filesystem::permissions(path, std::filesystem::perms::owner_all);
+    return path;
+}
+
+// A film is of the state that it began with, through a hang-up that it was to ignore; and of one state.
+TEST_F(Resuming, IsOfOneState) {
+    const ScratchDirectory home;
+    linkDataSet(home.path);
+    const std::string track = home.file("data/KVX - Ondrevane2.ogg"), star = home.file("data/star2.png");
+    const pid_t process = captureAtWork("trap '' HUP; cd " + home.path.string() + ";");
+    std::filesystem::rename(track, home.file("track"));
+    std::filesystem::rename(star, star + '~');
+    kill(process, SIGHUP);
+    openGate();
+    int status = 0;
+    ASSERT_EQ(waitpid(process, &status, 0), process);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << content(scratch.file("said"));
+    EXPECT_EQ(probe("-show_entries stream=codec_name " + film), "h264\naac\n");
+
+    // The same program is the same in a package, which strips it; and nothing loads what an editor leaves.
+    std::filesystem::rename(home.file("track"), track);
+    std::filesystem::copy(star + '~', star);
+    ASSERT_EQ(shell("strip -o " + home.file("stripped") + " " CAPTURE_PROGRAM).status, 0);
+    // Without an encoder nothing comes of what is drawn again.
+    const auto run = [&](const std::string& program) {
+        return shell("cd " + home.path.string() + " && PATH= " + program + ' ' + words).output;
+    };
+    EXPECT_EQ(run("./stripped"), "capture: " + film + " is whole already\n");
+    const std::string again = "capture: " + film + " is drawn again: it was drawn ";
+    EXPECT_EQ(run(anotherProgram(home)).find(again + "by another program: "), 0u);
+    std::filesystem::remove(star);
+    std::filesystem::copy("data/spot.png", star);
+    EXPECT_EQ(run(CAPTURE_PROGRAM).find(again + "from another data set: "), 0u);
+    EXPECT_TRUE(isWhole(film, manifestOf(film)));
 }
 
 // The disk fills up while a piece is drawn, and while the pieces are joined.
@@ -203,18 +299,28 @@ TEST_F(Resuming, GoesOnAfterTheDiskWasFull) {
 
 TEST(ResumingPictures, DrawsThoseThatAreMissingOrBroken) {
     const ScratchDirectory scratch;
-    const std::string words = "--fps 1 --frames 20,22-23 --out " + scratch.file("%d.png");
+    const std::string words = "--resume --fps 1 --frames 20,22-23 --out " + scratch.file("%d.png");
     ASSERT_EQ(capture(words).status, 0);
     const std::string whole = content(scratch.file("22.png"));
     const auto untouched = std::filesystem::last_write_time(scratch.file("20.png"));
     std::filesystem::resize_file(scratch.file("22.png"), whole.size() - 100);
     std::filesystem::remove(scratch.file("23.png"));
-    const Result resumed = capture("--resume " + words);
+    const Result resumed = capture(words);
     ASSERT_EQ(resumed.status, 0) << resumed.output;
     EXPECT_EQ(resumed.output.find("capture: 1 of 3 pictures are there already\n"), 0) << resumed.output;
     EXPECT_EQ(std::filesystem::last_write_time(scratch.file("20.png")), untouched);
     EXPECT_TRUE(content(scratch.file("22.png")) == whole);
-    EXPECT_EQ(namesIn(scratch.path), (std::set<std::string>{"20.png", "22.png", "23.png"}));
+    EXPECT_EQ(capture(words).output, "capture: 3 of 3 pictures are there already\n");
+    EXPECT_EQ(namesIn(scratch.path),
+              (std::set<std::string>{"%d.png.manifest", "20.png", "22.png", "23.png"}));
+
+    scratch.write("%d.png.manifest", changed(content(scratch.file("%d.png.manifest")), "data "));
+    const Result again = capture(words);
+    EXPECT_EQ(again.output.find("capture: " + scratch.file("%d.png") +
+                                " is drawn again: it was drawn from another data set: another "),
+              0u)
+        << again.output;
+    EXPECT_NE(again.output.find("frame 3 of 3"), std::string::npos) << again.output;
 }
 
 TEST(FrameLists, Ascend) {

@@ -27,6 +27,16 @@ inline Result capture(const std::string& words) {
     return shell(CAPTURE_PROGRAM " " + words);
 }
 
+// Stands for the show in the folder: links to the files of its data set, soundtrack and all.
+inline void linkDataSet(const std::filesystem::path& folder) {
+    namespace fs = std::filesystem;
+    for (const auto& entry : fs::recursive_directory_iterator("data")) {
+        if (entry.is_directory()) continue;
+        fs::create_directories((folder / entry.path()).parent_path());
+        fs::create_symlink(fs::absolute(entry.path()), folder / entry.path());
+    }
+}
+
 inline std::string content(const std::filesystem::path& path) {
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};

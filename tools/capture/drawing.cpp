@@ -19,6 +19,11 @@ bool drawFrames(SteppedShow& show, const std::vector<int>& frames, Progress& pro
     return written;
 }
 
+bool tellNoFilm(const Film& film) {
+    if (!wasStopped()) fprintf(stderr, "capture: no film was written: %s\n", film.problem.c_str());
+    return false;
+}
+
 bool finishFilm(Film& film, bool complete, Manifest* manifest) {
     if (film.problem.empty() && film.finish(complete)) {
         if (manifest) {
@@ -27,8 +32,7 @@ bool finishFilm(Film& film, bool complete, Manifest* manifest) {
         }
         if (film.place()) return true;
     }
-    if (!wasStopped()) fprintf(stderr, "capture: no film was written: %s\n", film.problem.c_str());
-    return false;
+    return tellNoFilm(film);
 }
 
 bool drawFilm(SteppedShow& show, const std::vector<int>& frames, Progress& progress, Film& film,

@@ -20,6 +20,9 @@ bool drawFrames(SteppedShow& show, const std::vector<int>& frames, Progress& pro
 // capture was stopped.
 bool finishFilm(Film& film, bool complete, Manifest* manifest = nullptr);
 
+// The line on standard error that there is no film, unless the capture was stopped. False.
+bool tellNoFilm(const Film& film);
+
 // Draws the frames into a film and finishes it. Its manifest, if any, gets them too.
 bool drawFilm(SteppedShow& show, const std::vector<int>& frames, Progress& progress, Film& film,
               Manifest* manifest = nullptr);

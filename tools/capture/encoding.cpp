@@ -58,7 +58,7 @@ const char* optionOf(FilmKind kind) {
         case FilmKind::Lossless:
             return "--lossless";
         default:
-            return "";
+            return "--net";
     }
 }
 

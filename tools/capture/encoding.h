@@ -13,7 +13,7 @@ enum class FilmKind {
     Lossless,  // the drawn pixels bit for bit
 };
 
-// The kind's name among the options; "" for the one that needs none.
+// The kind's name, among the options too but for the one that needs none.
 const char* optionOf(FilmKind kind);
 
 // Whether the kinds are made for a film of this name. For others, whatever their ending means to ffmpeg,

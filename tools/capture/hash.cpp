@@ -5,7 +5,6 @@
 #include <xxhash.h>
 
 #include <array>
-#include <cinttypes>
 #include <cstdio>
 #include <cstring>
 #include <memory>
@@ -16,22 +15,23 @@
 
 namespace {
 
+std::string digitsOf(std::span<const uint8_t> bytes) {
+    std::string digits;
+    for (uint8_t byte : bytes) digits += formatted("%02x", byte);
+    return digits;
+}
+
 struct Hash {
     std::unique_ptr<XXH3_state_t, decltype(&XXH3_freeState)> state{XXH3_createState(), XXH3_freeState};
 
     Hash() { XXH3_128bits_reset(state.get()); }
     void add(const void* bytes, size_t count) { XXH3_128bits_update(state.get(), bytes, count); }
     std::string text() const {
-        const XXH128_hash_t hash = XXH3_128bits_digest(state.get());
-        return formatted("%016" PRIx64 "%016" PRIx64, uint64_t{hash.high64}, uint64_t{hash.low64});
+        XXH128_canonical_t bytes;
+        XXH128_canonicalFromHash(&bytes, XXH3_128bits_digest(state.get()));
+        return digitsOf(bytes.digest);
     }
 };
-
-std::string digitsOf(std::span<const uint8_t> bytes) {
-    std::string digits;
-    for (uint8_t byte : bytes) digits += formatted("%02x", byte);
-    return digits;
-}
 
 // Notes are a header, a name and what they say, each from a whole word on.
 std::string buildIdIn(std::span<const uint8_t> notes) {

@@ -1,11 +1,8 @@
 #include "tools/capture/manifest.h"
 
-#include <unistd.h>
-
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <fstream>
 #include <sstream>
 
@@ -18,14 +15,10 @@ namespace {
 
 constexpr char firstLine[] = "valojuova part 1";
 
-const char* nameOf(FilmKind kind) {
-    return kind == FilmKind::Net ? "--net" : optionOf(kind);
-}
-
 bool readKind(const std::string& name, FilmKind* kind) {
     for (FilmKind known : {FilmKind::Net, FilmKind::Upload, FilmKind::Lossless}) {
         *kind = known;
-        if (name == nameOf(known)) return true;
+        if (name == optionOf(known)) return true;
     }
     return false;
 }
@@ -82,21 +75,17 @@ bool readManifest(const std::string& part, Manifest* manifest) {
 
 bool writeManifest(const std::string& part, const Manifest& manifest) {
     const std::string path = manifestPath(part);
-    const std::string unfinished = unfinishedPath(path);
     errno = 0;
-    std::ofstream file(unfinished);
+    std::ofstream file(unfinishedPath(path));
     file << firstLine << "\nprogram " << manifest.program << "\nrenderer " << manifest.renderer << "\ndata "
          << manifest.data << "\nsound " << manifest.sound << "\nfps " << manifest.fps << "\nsamples "
-         << manifest.samples << "\nkind " << nameOf(manifest.kind) << '\n';
+         << manifest.samples << "\nkind " << optionOf(manifest.kind) << '\n';
     if (!manifest.film.empty()) file << "film " << manifest.film << '\n';
     for (const DrawnFrame& frame : manifest.frames)
         file << "frame " << frame.number << ' ' << frame.hash << '\n';
     file << "end\n";
     file.close();
-    if (file && rename(unfinished.c_str(), path.c_str()) == 0) return true;
-    fprintf(stderr, "capture: %s was not written: %s\n", path.c_str(), strerror(errno));
-    unlink(unfinished.c_str());
-    return false;
+    return putInPlace(path, bool(file));
 }
 
 std::string differenceOf(const Manifest& part, const Manifest& other) {
@@ -110,7 +99,7 @@ std::string differenceOf(const Manifest& part, const Manifest& other) {
     if (part.samples != other.samples)
         return "with other samples" + both(std::to_string(part.samples), std::to_string(other.samples));
     if (part.kind != other.kind)
-        return "for another kind of film" + both(nameOf(part.kind), nameOf(other.kind));
+        return "for another kind of film" + both(optionOf(part.kind), optionOf(other.kind));
     return "";
 }
 

@@ -43,9 +43,8 @@ std::vector<int> startsOf(const std::vector<int>& frames) {
     return starts;
 }
 
-// Whether `path` holds the frames as `wanted` would have them drawn. `why` tells, in words that go on "was
-// drawn
-// ...", if it is whole but does not.
+// Whether `path` holds the frames as `wanted` would have them drawn. If it is whole but does not, `why` tells
+// in words that go on "was drawn ...".
 bool holds(const std::string& path, const FrameRuns& runs, const Manifest& wanted, std::string* why) {
     Manifest there;
     if (!readManifest(path, &there) || !isWhole(path, there)) return false;
@@ -55,7 +54,7 @@ bool holds(const std::string& path, const FrameRuns& runs, const Manifest& wante
     return why->empty();
 }
 
-// Captures put a manifest in its place before its film.
+// Whether `path` is no piece: captures put a manifest in its place before its film.
 bool isStrange(const std::string& path) {
     return fs::exists(path) && !fs::exists(manifestPath(path));
 }
@@ -88,6 +87,12 @@ bool drawPieces(SteppedShow& show, const std::vector<Piece>& pieces, const Manif
     return true;
 }
 
+// A second of it, written and dropped: what ffmpeg has against it would come only after all is drawn.
+bool canHaveSound(const CaptureOptions& options, const Soundtrack& soundtrack) {
+    Film film(options.out, soundInput(options.out, options.kind, {soundtrack.path, 0, 1}));
+    return (film.problem.empty() && film.finish(true)) || tellNoFilm(film);
+}
+
 }  // namespace
 
 bool drawPart(SteppedShow& show, const std::vector<int>& frames, Progress& progress, const std::string& path,
@@ -107,13 +112,14 @@ bool isDrawn(const CaptureOptions& options, const Manifest& wanted) {
 
 bool drawResumably(SteppedShow& show, const CaptureOptions& options, const Manifest& wanted,
                    const Soundtrack& soundtrack) {
+    const bool silent = !options.frames.empty();
+    if (!silent && !canHaveSound(options, soundtrack)) return false;
     const std::string folder = options.out + ".parts";
     std::error_code ignored;  // the first part tells
     fs::create_directories(folder, ignored);
     const std::vector<Piece> pieces = piecesOf(options, options.runs(options.fps));
     std::vector<std::string> paths;
     for (const Piece& piece : pieces) paths.push_back(piece.path);
-    const bool silent = !options.frames.empty();
     const bool whole =
         drawPieces(show, pieces, wanted) && joinParts(paths, options, silent ? nullptr : &soundtrack);
     // Only what was made here: whatever else lies in a folder of that name is somebody's.

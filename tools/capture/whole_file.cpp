@@ -16,8 +16,16 @@ std::string unfinishedPath(const std::string& path) {
     return place.parent_path() / ("unfinished-" + place.filename().string());
 }
 
-bool writeWholePng(const char* path, const Image& image) {
+bool putInPlace(const std::string& path, bool written, const char* why) {
     const std::string unfinished = unfinishedPath(path);
+    if (written && rename(unfinished.c_str(), path.c_str()) == 0) return true;
+    fprintf(stderr, "%s: %s was not written: %s\n", program_invocation_short_name, path.c_str(),
+            errno ? strerror(errno) : why);
+    unlink(unfinished.c_str());
+    return false;
+}
+
+bool writeWholePng(const char* path, const Image& image) {
     // Not the show's own writer, which would print libpng's words for a full disk, or nothing.
     png_image png = {};
     png.version = PNG_IMAGE_VERSION;
@@ -25,13 +33,9 @@ bool writeWholePng(const char* path, const Image& image) {
     png.height = image.height;
     png.format = PNG_FORMAT_RGB;
     errno = 0;
-    if (png_image_write_to_file(&png, unfinished.c_str(), 0, image.pixels, image.stride, nullptr) &&
-        rename(unfinished.c_str(), path) == 0)
-        return true;
-    fprintf(stderr, "%s: %s was not written: %s\n", program_invocation_short_name, path,
-            errno ? strerror(errno) : png.message);
-    unlink(unfinished.c_str());
-    return false;
+    const bool written =
+        png_image_write_to_file(&png, unfinishedPath(path).c_str(), 0, image.pixels, image.stride, nullptr);
+    return putInPlace(path, written, png.message);
 }
 
 bool writeScreen(const std::string& path) {
