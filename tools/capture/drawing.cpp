@@ -15,7 +15,10 @@ bool drawFrames(SteppedShow& show, const std::vector<int>& frames, Progress& pro
         progress.step();
     }
     const bool written = grabber.finish();
-    *problem = grabber.problem;
+    if (problem)
+        *problem = grabber.problem;
+    else if (!grabber.problem.empty())
+        fprintf(stderr, "capture: %s\n", grabber.problem.c_str());
     return written;
 }
 

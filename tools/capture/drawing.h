@@ -10,10 +10,10 @@
 #include "tools/capture/progress.h"
 #include "tools/capture/stepped_show.h"
 
-// Draws the frames, ascending, and hands each to `write`. False if that failed, with a `problem` if a frame
-// could not be read back, or the capture was stopped.
+// Draws the frames, ascending, and hands each to `write`. False if that failed or the capture was stopped, or
+// if a frame could not be read back: `problem` then says so, or where there is none a line on standard error.
 bool drawFrames(SteppedShow& show, const std::vector<int>& frames, Progress& progress, Grabber::Write write,
-                std::string* problem);
+                std::string* problem = nullptr);
 
 // Finishes a film that was given all it needs, or not, and puts it in its place, with its manifest if it is
 // to have one. What was there before stays until then. False after a line on standard error, unless the

@@ -8,14 +8,7 @@
 namespace {
 
 constexpr size_t pictureBytes = size_t(screenWidth) * screenHeight * 4;
-constexpr int pictures = 4;     // in flight; enough that neither side waits for a single slow frame
-constexpr int mostErrors = 16;  // flags that GL may have
-
-// Those of the show itself, which nobody asks for.
-void forgetErrors() {
-    for (int i = 0; i < mostErrors && glGetError() != GL_NO_ERROR; i++) {
-    }
-}
+constexpr int pictures = 4;  // in flight; enough that neither side waits for a single slow frame
 
 }  // namespace
 
@@ -41,7 +34,7 @@ Grabber::~Grabber() {
 }
 
 bool Grabber::grab() {
-    forgetErrors();
+    glGetError();  // of the show itself, which asks for none
     glBindBuffer(GL_PIXEL_PACK_BUFFER, buffers[grabbed % 2]);
     glReadPixels(0, 0, screenWidth, screenHeight, GL_BGRA, GL_UNSIGNED_BYTE, nullptr);
     glBindBuffer(GL_PIXEL_PACK_BUFFER, 0);
@@ -66,10 +59,7 @@ void Grabber::pass(GLuint buffer) {
     const bool whole = pixels && glUnmapBuffer(GL_PIXEL_PACK_BUFFER);
     glBindBuffer(GL_PIXEL_PACK_BUFFER, 0);
 
-    if (!whole) {
-        fail(glGetError());
-        return;
-    }
+    if (!whole) return void(fail(glGetError()));
     lock.lock();
     waiting.push_back(std::move(picture));
     changed.notify_all();

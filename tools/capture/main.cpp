@@ -50,14 +50,11 @@ bool drawWholeFilm(SteppedShow& show, const CaptureOptions& options, const std::
     return drawFilm(show, frames, progress, film);
 }
 
-// As they are meant where the caller is; of numbered pictures the name is a format.
+// As they are meant where the caller is.
 void findFiles(CaptureOptions* options) {
-    std::string folder = goToInstalledShow();
+    const std::string folder = goToInstalledShow();
     for (std::string& part : options->parts) part = pathFrom(folder, part);
     options->storyboard = pathFrom(folder, options->storyboard);
-    if (options->picturesWanted())
-        for (size_t at = 0; (at = folder.find('%', at)) != std::string::npos; at += 2)
-            folder.insert(at, 1, '%');
     options->out = pathFrom(folder, options->out);
 }
 

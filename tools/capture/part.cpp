@@ -54,11 +54,6 @@ bool holds(const std::string& path, const FrameRuns& runs, const Manifest& wante
     return why->empty();
 }
 
-// Whether `path` is no piece: captures put a manifest in its place before its film.
-bool isStrange(const std::string& path) {
-    return fs::exists(path) && !fs::exists(manifestPath(path));
-}
-
 bool drawPieces(SteppedShow& show, const std::vector<Piece>& pieces, const Manifest& wanted) {
     std::vector<Piece> missing;
     int frames = 0, outdated = 0;
@@ -66,7 +61,8 @@ bool drawPieces(SteppedShow& show, const std::vector<Piece>& pieces, const Manif
     for (const Piece& piece : pieces) {
         std::string why;
         if (holds(piece.path, {piece.run}, wanted, &why)) continue;
-        if (isStrange(piece.path)) {
+        // Captures put a manifest in its place before its film, so this is somebody's.
+        if (fs::exists(piece.path) && !fs::exists(manifestPath(piece.path))) {
             fprintf(stderr, "capture: %s is in the way: it has no manifest\n", piece.path.c_str());
             return false;
         }

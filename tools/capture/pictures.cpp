@@ -14,20 +14,14 @@
 #include "tools/capture/part.h"
 #include "tools/capture/storyboard.h"
 #include "tools/capture/whole_file.h"
+#include "tools/formatted.h"
 
 namespace {
 
+// The last per cent sign is the number's, others are a folder's own.
 std::string nameOf(const CaptureOptions& options, int frame) {
-    std::vector<char> name(options.out.size() + 16);
-    snprintf(name.data(), name.size(), options.out.c_str(), frame);
-    return name.data();
-}
-
-// As it was meant: the folder's own per cent signs stand twice.
-std::string formatOf(const CaptureOptions& options) {
-    std::string format = options.out;
-    for (size_t at; (at = format.find("%%")) != std::string::npos;) format.erase(at, 1);
-    return format;
+    const size_t place = options.out.rfind('%');
+    return options.out.substr(0, place) + formatted(&options.out[place], frame);
 }
 
 // Of what was drawn; "" without a whole picture.
@@ -36,10 +30,10 @@ std::string hashOfDrawn(const std::string& path) {
     png.version = PNG_IMAGE_VERSION;
     if (!png_image_begin_read_from_file(&png, path.c_str())) return "";
     png.format = PNG_FORMAT_BGRA;
-    Picture picture(PNG_IMAGE_SIZE(png));
-    const bool rightSize = png.width == screenWidth && png.height == screenHeight;
-    const bool read = rightSize &&
-                      png_image_finish_read(&png, nullptr, picture.data(), -4 * screenWidth, nullptr) &&
+    constexpr int stride = 4 * screenWidth;
+    Picture picture(size_t{stride} * screenHeight);
+    const bool read = png.width == screenWidth && png.height == screenHeight &&
+                      png_image_finish_read(&png, nullptr, picture.data(), -stride, nullptr) &&
                       !PNG_IMAGE_FAILED(png);
     png_image_free(&png);
     return read ? hashOfPicture(picture) : "";
@@ -58,15 +52,13 @@ bool drawSome(SteppedShow& show, const CaptureOptions& options, const std::vecto
               Progress& progress, Manifest* manifest) {
     Image image = createImage(screenWidth, screenHeight, 3);
     auto next = frames.begin();
-    std::string problem;
     const auto write = [&](const Picture& picture) {
         fillImage(picture, &image);
         if (!writeWholePng(nameOf(options, *next).c_str(), image)) return false;
         manifest->frames.push_back({*next++, hashOfPicture(picture)});
         return true;
     };
-    const bool drawn = drawFrames(show, frames, progress, write, &problem);
-    if (!problem.empty()) fprintf(stderr, "capture: %s\n", problem.c_str());
+    const bool drawn = drawFrames(show, frames, progress, write);
     delete[] image.pixels;
     return drawn;
 }
@@ -76,7 +68,7 @@ bool drawSome(SteppedShow& show, const CaptureOptions& options, const std::vecto
 std::vector<int> missingPictures(const CaptureOptions& options, const std::vector<int>& frames,
                                  Manifest* manifest) {
     Manifest there;
-    if (!options.resume || !readManifest(formatOf(options), &there)) return frames;
+    if (!options.resume || !readManifest(options.out, &there)) return frames;
     const std::string why = differenceOf(there, *manifest);
     if (!why.empty()) {
         fprintf(stderr, "capture: %s is drawn again: it was drawn %s\n", options.out.c_str(), why.c_str());
@@ -103,7 +95,6 @@ bool drawPictures(SteppedShow& show, const CaptureOptions& options, const std::v
     std::filesystem::create_directories(std::filesystem::path(nameOf(options, frames.front())).parent_path(),
                                         ignored);
     Progress progress(int(frames.size()));
-    if (!options.resume) return drawSome(show, options, frames, progress, &manifest);
     const auto piece = std::ptrdiff_t{secondsOfPiece} * options.fps;
     bool drawn = true;
     for (auto next = frames.begin(); drawn && next != frames.end();) {
@@ -112,7 +103,7 @@ bool drawPictures(SteppedShow& show, const CaptureOptions& options, const std::v
         next = end;
         std::sort(manifest.frames.begin(), manifest.frames.end(),
                   [](const DrawnFrame& a, const DrawnFrame& b) { return a.number < b.number; });
-        drawn &= manifest.frames.empty() || writeManifest(formatOf(options), manifest);
+        drawn &= !options.resume || manifest.frames.empty() || writeManifest(options.out, manifest);
     }
     return drawn;
 }
@@ -124,13 +115,11 @@ bool drawStoryboard(SteppedShow& show, const CaptureOptions& options, const std:
     Progress progress(int(frames.size()));
     Storyboard storyboard(int(frames.size()));
     int next = 0;
-    std::string problem;
     const auto add = [&](const Picture& picture) {
         storyboard.add(next, picture, show.milliseconds(frames[next]) * 0.001);
         next++;
         return true;
     };
-    const bool drawn = drawFrames(show, frames, progress, add, &problem);
-    if (!problem.empty()) fprintf(stderr, "capture: %s\n", problem.c_str());
+    const bool drawn = drawFrames(show, frames, progress, add);
     return drawn && storyboard.save(options.storyboard.c_str());
 }
