@@ -1,7 +1,6 @@
 // Parts of a film: their frames, what they tell of themselves, how they join, and what a lost one costs.
 #include <gtest/gtest.h>
 #include <signal.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -151,14 +150,13 @@ struct Resuming : testing::Test {
     const ScratchDirectory scratch, encoder;
     const std::string film = scratch.file("film.mp4"), parts = film + ".parts/";
     std::string words = range("19", "31");
-    const std::string stuck = encoder.file("stuck"), gate = encoder.file("gate");
+    const std::string stuck = encoder.file("stuck");
 
-    // A capture whose encoder of the piece from frame 30 on waits until the gate is opened.
+    // A capture whose encoder of the piece from frame 30 on waits as long as `stuck` is there.
     pid_t captureAtWork(const std::string& before = "") {
-        mkfifo(gate.c_str(), 0600);
-        encoder.write("ffmpeg", "#!/bin/sh\nPATH=${PATH#*:}\ncase \"$*\" in *unfinished-000030*) echo $$ >" +
-                                    stuck + ".new; mv " + stuck + ".new " + stuck + "; read line <" + gate +
-                                    ";; esac\nexec ffmpeg \"$@\"\n");
+        encoder.write("ffmpeg", "#!/bin/sh\nPATH=${PATH#*:}\ncase \"$*\" in *unfinished-000030*)\necho $$ >" +
+                                    stuck + ".new; mv " + stuck + ".new " + stuck + "; while [ -e " + stuck +
+                                    " ]; do sleep 0.05; done;; esac\nexec ffmpeg \"$@\"\n");
         std::filesystem::permissions(encoder.file("ffmpeg"), std::filesystem::perms::owner_all);
         const pid_t process = fork();
         if (process == 0) {
@@ -175,7 +173,7 @@ struct Resuming : testing::Test {
     std::string range(const std::string& from, const std::string& to) const {
         return "--fps 1 --from " + from + " --to " + to + " --resume --out " + film;
     }
-    void openGate() { std::ofstream(gate) << '\n'; }
+    void letItGoOn() const { std::filesystem::remove(stuck); }
 };
 
 // Killed at once, as by a machine that fails: what it had finished isn't drawn again, what is broken or was
@@ -219,7 +217,7 @@ TEST_F(Resuming, GoesOnAfterTheDisplayWasLost) {
     ASSERT_EQ(screen->problem, "");
     const pid_t process = captureAtWork();
     screen.reset();
-    openGate();
+    letItGoOn();
     int status = 0;
     ASSERT_EQ(waitpid(process, &status, 0), process);
     EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 1) << content(scratch.file("said"));
@@ -253,7 +251,7 @@ TEST_F(Resuming, IsOfOneState) {
     std::filesystem::rename(track, home.file("track"));
     std::filesystem::rename(star, star + '~');
     kill(process, SIGHUP);
-    openGate();
+    letItGoOn();
     int status = 0;
     ASSERT_EQ(waitpid(process, &status, 0), process);
     EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << content(scratch.file("said"));
