@@ -6,6 +6,15 @@
 
 namespace fs = std::filesystem;
 
+namespace {
+
+// That a build waits for another, or for who holds the data set.
+bool isOfWaiting(const std::string& line) {
+    return line.starts_with("Waiting for ") || line.find(": waiting for ") != std::string::npos;
+}
+
+}  // namespace
+
 std::string generatorSources() {
     std::error_code error;
     const fs::path root = SOURCE_FOLDER;
@@ -29,8 +38,11 @@ bool makeStaleData() {
     FILE* pipe = popen((command + "2>&1").c_str(), "r");
     if (!pipe) return false;
     std::string said;
-    char block[4096];
-    while (const size_t got = fread(block, 1, sizeof block, pipe)) said.append(block, got);
+    char line[4096];
+    while (fgets(line, sizeof line, pipe)) {
+        said += line;
+        if (isOfWaiting(line)) fputs(line, stderr);
+    }
     if (pclose(pipe) == 0) return true;
     fputs(said.c_str(), stderr);
     return false;

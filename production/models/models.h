@@ -1,19 +1,40 @@
-// One function for each mesh file of data/: builds the model and writes it to `path` as AML.
+// Every mesh file of data/, with the function that builds it.
 #pragma once
 
-void makeHeapBox(const char* path);        // laatikko.AML
-void makeShip(const char* path);           // ship.AML
-void makeTunnel(const char* path);         // tunneli.AML
-void makeRobotBody(const char* path);      // robo_body.AML
-void makeRobotArms(const char* path);      // robo_arms.AML
-void makeRobotScreen(const char* path);    // robo_screen.AML
-void makeRing(const char* path);           // ring.AML
-void makeCasing(const char* path);         // block.AML
-void makeSun(const char* path);            // haromalli.AML
-void makeSky(const char* path);            // pallo.AML
-void makeProbe(const char* path);          // palikka.AML
-void makeRoomCollision(const char* path);  // huone_simple.AML
-void makeRoom(const char* path);           // huone_detail.AML
-void makeStage(const char* path);          // tykki.AML
-void makeBallCollision(const char* path);  // pallero.AML
-void makeBall(const char* path);           // pallero_detail.AML
+#include "production/product.h"
+
+void makeHeapBox(const char* path);
+void makeShip(const char* path);
+void makeTunnel(const char* path);
+void makeRobotBody(const char* path);
+void makeRobotArms(const char* path);
+void makeRobotScreen(const char* path);
+void makeRing(const char* path);
+void makeCasing(const char* path);
+void makeSun(const char* path);
+void makeSky(const char* path);
+void makeProbe(const char* path);
+void makeRoomCollision(const char* path);
+void makeRoom(const char* path);
+void makeStage(const char* path);
+void makeBallCollision(const char* path);
+void makeBall(const char* path);
+
+constexpr Product modelProducts[] = {
+    {"laatikko.AML", makeHeapBox},
+    {"ship.AML", makeShip},
+    {"tunneli.AML", makeTunnel},
+    {"robo_body.AML", makeRobotBody},
+    {"robo_arms.AML", makeRobotArms},
+    {"robo_screen.AML", makeRobotScreen},
+    {"ring.AML", makeRing},
+    {"haromalli.AML", makeSun},
+    {"pallo.AML", makeSky},
+    {"palikka.AML", makeProbe},
+    {"huone_simple.AML", makeRoomCollision},
+    {"huone_detail.AML", makeRoom},
+    {"tykki.AML", makeStage},
+    {"pallero.AML", makeBallCollision},
+    {"pallero_detail.AML", makeBall},
+    {"block.AML", makeCasing},
+};

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "production/kit/sound/mix.h"
+#include "production/product.h"
 
 audio::Song soundtrack();
 
@@ -16,3 +17,7 @@ Finished finish(const audio::Song& song, const audio::Window& window);
 
 // Writes the whole as an Ogg Vorbis file.
 void makeSoundtrack(const char* path);
+
+constexpr Product musicProducts[] = {
+    {"KVX - Ondrevane2.ogg", makeSoundtrack},
+};

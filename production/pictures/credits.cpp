@@ -1,12 +1,13 @@
 // The four credit cards, each drawn over a quarter of the 4:3 screen with its top row first: what was done,
 // how many of what it made, counted out in marks, and without what. From white to gold as the greetings are,
 // on clear ground that darkens round the letters, so that they are read over the hall.
+#include <iterator>
 #include <string>
 
-#include "production/forge.h"
 #include "production/kit/picture/canvas.h"
 #include "production/kit/picture/lettering.h"
 #include "production/kit/picture/noise.h"
+#include "production/models/models.h"
 #include "production/pictures/pictures.h"
 
 using namespace picture;
@@ -261,10 +262,11 @@ void makeCodeCredit(const char* path) {
     makeCard(path, {"Code", 12, "effects", "and one clock", clockMark, true});
 }
 void makeModelsCredit(const char* path) {
-    makeCard(path, {"Models", int(modelProducts.size()), "meshes", "and no modeller", meshMark, false});
+    makeCard(path, {"Models", int(std::size(modelProducts)), "meshes", "and no modeller", meshMark, false});
 }
 void makeGraphicsCredit(const char* path) {
-    makeCard(path, {"Graphics", int(pictureProducts.size()), "pictures", "and no camera", frameMark, false});
+    makeCard(path,
+             {"Graphics", int(std::size(pictureProducts)), "pictures", "and no camera", frameMark, false});
 }
 void makeMusicCredit(const char* path) {
     makeCard(path, {"Music", 102, "bars", "and no sample", barMark, true});

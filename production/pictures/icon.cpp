@@ -1,6 +1,7 @@
 // The desktop's icon: the V of the title in gold, crossed by its streak of light, before northern lights on a
 // night tile. Every size is drawn for its own pixels; the small ones are bolder and leave the sky out.
-#include "production/forge.h"
+#include "production/pictures/icons.h"
+
 #include "production/kit/picture/canvas.h"
 #include "production/kit/picture/lettering.h"
 #include "production/kit/picture/noise.h"
@@ -84,14 +85,20 @@ void makeIcon(int size, const char* path) {
     saveRgba(canvas, path, Rows::TopFirst);
 }
 
-Product icon(const char* file, int size) {
-    return {file, [size](const char* path) { makeIcon(size, path); }, "pictures/icon.cpp", "kit/picture/"};
-}
-
 }  // namespace
 
-const std::vector<Product> iconProducts = {
-    icon("256x256/apps/valojuova.png", 256), icon("128x128/apps/valojuova.png", 128),
-    icon("64x64/apps/valojuova.png", 64),    icon("48x48/apps/valojuova.png", 48),
-    icon("32x32/apps/valojuova.png", 32),
-};
+void makeIcon256(const char* path) {
+    makeIcon(256, path);
+}
+void makeIcon128(const char* path) {
+    makeIcon(128, path);
+}
+void makeIcon64(const char* path) {
+    makeIcon(64, path);
+}
+void makeIcon48(const char* path) {
+    makeIcon(48, path);
+}
+void makeIcon32(const char* path) {
+    makeIcon(32, path);
+}

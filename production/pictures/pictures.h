@@ -1,26 +1,55 @@
-// One function for each picture of data/: paints it and writes it to `path`.
+// Every picture of data/, with the function that paints it. Names and wrap modes are those of the texture
+// table.
 #pragma once
 
-void makeLoading(const char* path);          // loading.jpg
-void makeOverlay(const char* path);          // overlay.jpg
-void makeStripes(const char* path);          // tex.png
-void makeSpot(const char* path);             // spot.png
-void makeHull(const char* path);             // shiptex.png
-void makeWalls(const char* path);            // cubetex.png
-void makeStudio(const char* path);           // envmap.png
-void makeRobotChrome(const char* path);      // envmap2.png
-void makeArmChrome(const char* path);        // envmap3.png
-void makeHallReflections(const char* path);  // envmap4.png
-void makeTitle(const char* path);            // start.jpg
-void makeRedBand(const char* path);          // redlaser.png
-void makeGreenBand(const char* path);        // greenlaser.png
-void makeSmoke(const char* path);            // noise1.png
-void makeStars(const char* path);            // star2.png
-void makeRobotFace(const char* path);        // roboscreen.png
-void makeGreetings(const char* path);        // greetsit.png
-void makeFlashWord(const char* path);        // vornel.png
-void makeMusicCredit(const char* path);      // credits-music.png
-void makeCodeCredit(const char* path);       // credits-code.png
-void makeGraphicsCredit(const char* path);   // credits-gfx.png
-void makeModelsCredit(const char* path);     // credits-models.png
-void makeWhite(const char* path);            // white.png
+#include "production/product.h"
+
+void makeTitle(const char* path);
+void makeLoading(const char* path);
+void makeOverlay(const char* path);
+void makeFlashWord(const char* path);
+void makeWhite(const char* path);
+void makeGreetings(const char* path);
+void makeCodeCredit(const char* path);
+void makeModelsCredit(const char* path);
+void makeGraphicsCredit(const char* path);
+void makeMusicCredit(const char* path);
+void makeHull(const char* path);
+void makeWalls(const char* path);
+void makeStudio(const char* path);
+void makeRobotChrome(const char* path);
+void makeArmChrome(const char* path);
+void makeHallReflections(const char* path);
+void makeStripes(const char* path);
+void makeSpot(const char* path);
+void makeRedBand(const char* path);
+void makeGreenBand(const char* path);
+void makeRobotFace(const char* path);
+void makeStars(const char* path);
+void makeSmoke(const char* path);
+
+constexpr Product pictureProducts[] = {
+    {"start.jpg", makeTitle},
+    {"loading.jpg", makeLoading},
+    {"overlay.jpg", makeOverlay},
+    {"vornel.png", makeFlashWord},
+    {"white.png", makeWhite},
+    {"greetsit.png", makeGreetings},
+    {"credits-code.png", makeCodeCredit},
+    {"credits-models.png", makeModelsCredit},
+    {"credits-gfx.png", makeGraphicsCredit},
+    {"credits-music.png", makeMusicCredit},
+    {"shiptex.png", makeHull},
+    {"cubetex.png", makeWalls},
+    {"envmap.png", makeStudio},
+    {"envmap2.png", makeRobotChrome},
+    {"envmap3.png", makeArmChrome},
+    {"envmap4.png", makeHallReflections},
+    {"tex.png", makeStripes},
+    {"spot.png", makeSpot},
+    {"redlaser.png", makeRedBand},
+    {"greenlaser.png", makeGreenBand},
+    {"roboscreen.png", makeRobotFace},
+    {"star2.png", makeStars},
+    {"noise1.png", makeSmoke},
+};

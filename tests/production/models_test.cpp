@@ -14,7 +14,7 @@
 #include "geometry/aml.h"
 #include "geometry/matrix4.h"
 #include "geometry/trace.h"
-#include "production/forge.h"
+#include "production/models/models.h"
 #include "production/models/spots.h"
 #include "production/models/viewer.h"
 #include "script/resources.h"
@@ -177,7 +177,7 @@ Vec3 randomDirection(std::mt19937& random) {
 }
 
 TEST(Models, AreAllThereAndSound) {
-    EXPECT_EQ(modelProducts.size(), size_t(resourceCounts().meshes));
+    EXPECT_EQ(std::size(modelProducts), size_t(resourceCounts().meshes));
     for (const Product& product : modelProducts) {
         SCOPED_TRACE(product.file);
         const Model model(product.file);

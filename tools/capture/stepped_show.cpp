@@ -7,6 +7,7 @@
 #include "render/demo.h"
 #include "script/run_up.h"
 #include "tools/capture/window.h"
+#include "tools/data_folder.h"
 
 OnePixel::OnePixel() {
     glScissor(0, 0, 1, 1);
@@ -19,6 +20,7 @@ OnePixel::~OnePixel() {
 
 SteppedShow::SteppedShow(int fps, int samples) : fps(fps) {
     openCaptureWindow(samples);
+    const FolderLock held = holdDataSet();
     initialiseDemo();
     demo->clock.source = &music;
 }

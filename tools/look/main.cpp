@@ -49,6 +49,7 @@ double second(const char* text) {
 // Without the loading screens, which take as long as all the rest where they are drawn in software.
 void openShow() {
     openCaptureWindow(0);
+    const FolderLock held = holdDataSet();
     const OnePixel unseen;
     initialiseDemo();
 }

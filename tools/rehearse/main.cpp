@@ -34,7 +34,7 @@ void startMusicFromMemory(int soundOutput) {
     startMusic(soundOutput, snapshot ? snapshot->path().c_str() : "");
 }
 
-bool rehearse(const RehearseOptions& options) {
+bool rehearse(const RehearseOptions& options, FolderLock& held) {
     app.screen = openWindow(false);
     initialiseDemo(patientStages());
     SteppedShow show(Transport::framesPerSecond, SteppedShow::Loaded{});
@@ -49,6 +49,7 @@ bool rehearse(const RehearseOptions& options) {
     rehearsal.pictureFile = options.pictureFile;
     rehearsal.reload.problems.merge(brokenFiles());
     rehearsal.reload.measureMusic();
+    held.release();
     SDL_EnableKeyRepeat(SDL_DEFAULT_REPEAT_DELAY, SDL_DEFAULT_REPEAT_INTERVAL);
     while (!rehearsal.done) {
         SDL_Event event;
@@ -66,8 +67,9 @@ int main(int argc, char** argv) {
     const std::string folder = goToInstalledShow();
     options.stateFile = pathFrom(folder, options.stateFile);
     options.pictureFile = pathFrom(folder, options.pictureFile);
+    FolderLock held = holdDataSet();
     lookForBrokenFiles();
     atexit(failUnlessSucceeded);
-    succeeded = rehearse(options);
+    succeeded = rehearse(options, held);
     quit();
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
 #include <optional>
 #include <utility>
@@ -11,7 +12,8 @@
 #include "app/startup.h"
 #include "effects/cube_heap.h"
 #include "geometry/aml.h"
-#include "production/forge.h"
+#include "production/making/laying.h"
+#include "production/shaders/shaders.h"
 #include "render/demo.h"
 #include "render/shaders.h"
 #include "script/resources.h"
@@ -54,18 +56,9 @@ constexpr const char* stages[] = {".vs", ".fs"};
 // The generator's source of a shader below data/.
 std::string sourceOf(const std::string& sources, const std::string& file) {
     if (sources.empty()) return "";
-    for (const Product& product : shaderProducts)
+    for (const ShaderProduct& product : shaderProducts)
         if (file == std::string("data/") + product.file) return sources + "/" + product.source;
     return "";
-}
-
-// As the generator does it: whole or not at all.
-void copyWhole(const fs::path& from, const fs::path& to) {
-    const fs::path unfinished = to.parent_path() / ("unfinished-" + to.filename().string());
-    std::error_code error;
-    fs::copy_file(from, unfinished, fs::copy_options::overwrite_existing, error);
-    if (!error) fs::rename(unfinished, to, error);
-    if (error) fprintf(stderr, "%s: can't be written: %s\n", to.c_str(), error.message().c_str());
 }
 
 // Effects keep what beams see of a model from when they are made. The boxes go on where they are.
@@ -282,7 +275,8 @@ bool Reload::loadProgram(const ShaderRow& row, const ShaderText& saved, std::str
     for (const Stage& part : parts) {
         if (!part.newer) continue;
         loadedShaders[part.file] = part.newer->text;
-        if (part.newer->file != part.file) copyWhole(part.newer->file, part.file);
+        if (part.newer->file != part.file)
+            lay({{part.newer->file, part.file.substr(strlen("data/"))}}, "data");
         brokenShaders.erase(part.newer->file);
         mend(part.newer->file);
     }

@@ -1,0 +1,182 @@
+#include "production/making/laying.h"
+
+#include <errno.h>
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <xxhash.h>
+
+#include <cstdio>
+#include <cstring>
+#include <fstream>
+#include <iterator>
+#include <optional>
+#include <set>
+#include <utility>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr int hashDigits = 16;
+
+bool isSameFolder(int descriptor, const std::string& folder) {
+    struct stat held, there;
+    return fstat(descriptor, &held) == 0 && stat(folder.c_str(), &there) == 0 &&
+           held.st_ino == there.st_ino && held.st_dev == there.st_dev;
+}
+
+// Another process that has a lock on the file: "lay (pid 12)".
+std::string holderOf(int descriptor) {
+    struct stat file;
+    fstat(descriptor, &file);
+    std::ifstream locks("/proc/locks");
+    for (std::string line; std::getline(locks, line);) {
+        int process = 0;
+        unsigned long inode = 0;
+        if (sscanf(line.c_str(), "%*d: FLOCK %*s %*s %d %*x:%*x:%lu", &process, &inode) != 2) continue;
+        if (inode != file.st_ino || process == getpid()) continue;
+        std::string name;
+        std::getline(std::ifstream("/proc/" + std::to_string(process) + "/comm"), name);
+        return name + " (pid " + std::to_string(process) + ")";
+    }
+    return "another program";
+}
+
+std::optional<std::string> wholeFile(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    std::string text{std::istreambuf_iterator<char>(file), {}};
+    if (!file.is_open() || file.bad()) return std::nullopt;
+    return text;
+}
+
+bool writeWhole(const fs::path& path, const std::string& text) {
+    std::ofstream file(path, std::ios::binary);
+    file << text;
+    file.close();
+    return bool(file);
+}
+
+std::string hashOf(const std::string& text) {
+    char digits[hashDigits + 1];
+    snprintf(digits, sizeof digits, "%016llx",
+             static_cast<unsigned long long>(XXH3_64bits(text.data(), text.size())));
+    return digits;
+}
+
+// Files with hashes of what was laid there. A file has two while it is being laid.
+using List = std::set<std::pair<std::string, std::string>>;
+
+List readList(const fs::path& path) {
+    List list;
+    std::ifstream file(path);
+    for (std::string line; std::getline(file, line);)
+        if (line.find(' ') == hashDigits)
+            list.emplace(line.substr(hashDigits + 1), line.substr(0, hashDigits));
+    return list;
+}
+
+fs::path unfinished(const fs::path& path) {
+    return path.parent_path() / ("unfinished-" + path.filename().string());
+}
+
+bool moveIntoPlace(const fs::path& path) {
+    std::error_code error;
+    fs::rename(unfinished(path), path, error);
+    if (error) fprintf(stderr, "%s: can't be written: %s\n", path.c_str(), error.message().c_str());
+    return !error;
+}
+
+bool writeList(const fs::path& path, const List& list) {
+    std::string text;
+    for (const auto& [file, hash] : list) text += hash + " " + file + "\n";
+    if (writeWhole(unfinished(path), text)) return moveIntoPlace(path);
+    fprintf(stderr, "%s: can't be written\n", path.c_str());
+    return false;
+}
+
+// Signals wait as long as this lives.
+struct Unbroken {
+    sigset_t before;
+
+    Unbroken() {
+        sigset_t all;
+        sigfillset(&all);
+        pthread_sigmask(SIG_BLOCK, &all, &before);
+    }
+    ~Unbroken() { pthread_sigmask(SIG_SETMASK, &before, nullptr); }
+    Unbroken(const Unbroken&) = delete;
+    Unbroken& operator=(const Unbroken&) = delete;
+};
+
+}  // namespace
+
+FolderLock::FolderLock(const std::string& folder, Use use) {
+    const int operation = use == writing ? LOCK_EX : LOCK_SH;
+    bool said = false;
+    // Another folder may have come to its place while this one was waited for.
+    do {
+        release();
+        descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        if (descriptor < 0) return;
+        if (flock(descriptor, operation | LOCK_NB) == 0) continue;
+        if (errno == EWOULDBLOCK && !std::exchange(said, true))
+            fprintf(stderr, "%s: waiting for %s, which holds %s\n", program_invocation_short_name,
+                    holderOf(descriptor).c_str(), folder.c_str());
+        while (flock(descriptor, operation) != 0 && errno == EINTR) continue;
+    } while (!isSameFolder(descriptor, folder));
+}
+
+// Also for those who have a copy of the descriptor.
+void FolderLock::release() {
+    if (descriptor < 0) return;
+    flock(descriptor, LOCK_UN);
+    close(std::exchange(descriptor, -1));
+}
+
+bool lay(const std::vector<Made>& made, const fs::path& folder) {
+    std::error_code error;
+    fs::create_directories(folder, error);
+    const FolderLock lock(folder, FolderLock::writing);
+    const List before = readList(folder / ".made");
+    List after = before;
+    std::vector<std::string> differing;
+    for (const auto& [path, file] : made) {
+        const fs::path place = folder / file;
+        const auto text = wholeFile(path), there = wholeFile(place);
+        if (!text) {
+            fprintf(stderr, "%s: can't be read\n", path.c_str());
+            return false;
+        }
+        const std::string hash = hashOf(*text);
+        if (there && *there != *text) {
+            if (!before.contains({file, hashOf(*there)})) {
+                printf("kept %s, which is not what was laid there; once it is removed, ours is laid again\n",
+                       place.c_str());
+                continue;
+            }
+        }
+        std::erase_if(after, [&](const auto& entry) { return entry.first == file; });
+        after.emplace(file, hash);
+        if (there && *there == *text) continue;
+        fs::create_directories(place.parent_path(), error);
+        if (!writeWhole(unfinished(place), *text)) {
+            fprintf(stderr, "%s: can't be written\n", place.c_str());
+            return false;
+        }
+        differing.push_back(file);
+    }
+    if (after == before) return true;
+
+    const Unbroken unbroken;
+    List both = before;
+    both.insert(after.begin(), after.end());
+    if (!writeList(folder / ".made", both)) return false;
+    for (const std::string& file : differing) {
+        if (!moveIntoPlace(folder / file)) return false;
+        printf("laid %s\n", file.c_str());
+    }
+    return writeList(folder / ".made", after);
+}

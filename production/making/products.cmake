@@ -1,0 +1,48 @@
+# What makes the data set: a small program for each product, which ninja links from what the product rests on and runs
+# when that has changed. To be included before any target.
+set(making ${CMAKE_CURRENT_LIST_DIR})
+
+# For all that is compiled.
+set(CMAKE_CXX_COMPILER_LAUNCHER ${making}/at_its_start ${CMAKE_CXX_COMPILER_LAUNCHER})
+
+# One build at a time in this folder. ninja has this done before it looks at anything else, since its own description
+# rests on it.
+set(turn ${CMAKE_BINARY_DIR}/turn)
+if(NOT EXISTS ${turn})
+    file(TOUCH ${turn})
+endif()
+add_custom_target(one_maker COMMAND ${making}/one_maker ${turn} BYPRODUCTS ${turn} USES_TERMINAL VERBATIM
+                  COMMENT "One build at a time")
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${turn})
+
+# rows_of(HEADER): the rows of its table, to `files` and `words`: the first word of each, and the second.
+function(rows_of header)
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${header})
+    file(STRINGS ${header} rows REGEX "^    {")
+    set(files)
+    set(words)
+    foreach(row IN LISTS rows)
+        if(NOT row MATCHES "^    {\"([^\"]+)\", \"?([^\",}]+)\"?[,}]")
+            message(FATAL_ERROR "${header}: can't read the row ${row}")
+        endif()
+        list(APPEND files ${CMAKE_MATCH_1})
+        list(APPEND words ${CMAKE_MATCH_2})
+    endforeach()
+    set(files ${files} PARENT_SCOPE)
+    set(words ${words} PARENT_SCOPE)
+endfunction()
+
+# add_products(HEADER LIBRARY FOLDER): the products of a header's table, from what LIBRARY has, below FOLDER. Their
+# paths below it are appended to `products`.
+function(add_products header library folder)
+    rows_of(${CMAKE_SOURCE_DIR}/${header})
+    foreach(file make IN ZIP_LISTS files words)
+        add_executable(${make} ${making}/maker.cpp)
+        target_compile_definitions(${make} PRIVATE TABLE="${header}" MAKE=${make})
+        target_link_libraries(${make} PRIVATE ${library})
+        set_property(TARGET ${make} PROPERTY RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/makers)
+        add_custom_command(OUTPUT "${folder}/${file}" DEPENDS ${make} VERBATIM COMMENT "Making ${file}"
+                           COMMAND ${making}/make_once $<TARGET_FILE:${make}> "${folder}/${file}")
+    endforeach()
+    set(products ${products} ${files} PARENT_SCOPE)
+endfunction()
