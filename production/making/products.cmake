@@ -46,3 +46,10 @@ function(add_products header library folder)
     endforeach()
     set(products ${products} ${files} PARENT_SCOPE)
 endfunction()
+
+# lay_products(FROM TO): a target `data` that lays all `products`, once they are made, into a folder.
+function(lay_products from to)
+    list(TRANSFORM products PREPEND ${from}/ OUTPUT_VARIABLE files)
+    add_custom_target(data ALL COMMAND lay ${from} ${to} ${products} DEPENDS ${files} VERBATIM USES_TERMINAL
+                      COMMENT "Laying the data set")
+endfunction()

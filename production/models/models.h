@@ -20,7 +20,7 @@ void makeStage(const char* path);
 void makeBallCollision(const char* path);
 void makeBall(const char* path);
 
-constexpr Product modelProducts[] = {
+inline constexpr Product modelProducts[] = {
     {"laatikko.AML", makeHeapBox},
     {"ship.AML", makeShip},
     {"tunneli.AML", makeTunnel},

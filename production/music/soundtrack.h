@@ -18,6 +18,6 @@ Finished finish(const audio::Song& song, const audio::Window& window);
 // Writes the whole as an Ogg Vorbis file.
 void makeSoundtrack(const char* path);
 
-constexpr Product musicProducts[] = {
+inline constexpr Product musicProducts[] = {
     {"KVX - Ondrevane2.ogg", makeSoundtrack},
 };

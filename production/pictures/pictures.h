@@ -28,7 +28,7 @@ void makeRobotFace(const char* path);
 void makeStars(const char* path);
 void makeSmoke(const char* path);
 
-constexpr Product pictureProducts[] = {
+inline constexpr Product pictureProducts[] = {
     {"start.jpg", makeTitle},
     {"loading.jpg", makeLoading},
     {"overlay.jpg", makeOverlay},

@@ -8,7 +8,7 @@ struct ShaderProduct {
     const char* partner;  // the other shader of the program, below production/
 };
 
-constexpr ShaderProduct shaderProducts[] = {
+inline constexpr ShaderProduct shaderProducts[] = {
     {"shaders/smoke.vs", "shaders/smoke.vs", "shaders/smoke.fs"},
     {"shaders/smoke.fs", "shaders/smoke.fs", "shaders/smoke.vs"},
     {"shaders/smoke2.vs", "shaders/smoke2.vs", "shaders/smoke2.fs"},

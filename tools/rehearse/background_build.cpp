@@ -10,6 +10,8 @@
 #include <cstdio>
 #include <sstream>
 
+#include "tools/formatted.h"
+
 namespace {
 
 constexpr double gathering = 0.1;  // seconds: several files that are saved at once make one run
@@ -34,6 +36,11 @@ std::string errorsIn(const std::string& said) {
     return count ? errors : last.empty() ? "the build failed without a word" : last;
 }
 
+std::string listed(const std::set<std::string>& names) {
+    const size_t others = names.size() - 1;
+    return *names.begin() + (others ? formatted(" and %zu more", others) : "");
+}
+
 }  // namespace
 
 BackgroundBuild::~BackgroundBuild() {
@@ -44,10 +51,15 @@ BackgroundBuild::~BackgroundBuild() {
     if (output >= 0) close(output);
 }
 
-void BackgroundBuild::request() {
+void BackgroundBuild::request(const std::string& source) {
     if (command.empty()) return;
+    newer.insert(source);
     requested = true;
     requestedAt = secondsNow();
+    if (!running() || outdated || !seen.contains(source)) return;
+    // The builder leaves no half file, and what it has done so far counts for the next run.
+    outdated = true;
+    kill(-process, SIGTERM);
 }
 
 bool BackgroundBuild::poll() {
@@ -61,12 +73,30 @@ bool BackgroundBuild::poll() {
     close(output);
     output = -1;
     latest.clear();
+    if (outdated) return false;
     problem = WIFEXITED(status) && WEXITSTATUS(status) == 0 ? "" : errorsIn(said);
+    if (problem.empty()) tellNews();
     return true;
 }
 
+void BackgroundBuild::tellNews() {
+    bool laid = false;
+    std::istringstream lines(said);
+    for (std::string line; std::getline(lines, line);) {
+        laid = laid || line.starts_with("laid ");
+        if (line.starts_with("kept ")) news.push_back(line);
+    }
+    if (!laid) news.push_back("nothing had to be made: all is as " + listed(seen) + " has it");
+    for (const std::string& source : seen) newer.erase(source);
+}
+
+std::string BackgroundBuild::whatIsShown() const {
+    return newer.empty() ? "" : "shown is older than " + listed(newer);
+}
+
 void BackgroundBuild::start() {
-    requested = false;
+    requested = outdated = false;
+    seen = newer;
     said.clear();
     int ends[2];
     if (pipe2(ends, O_CLOEXEC) != 0) return;

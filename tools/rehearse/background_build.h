@@ -1,8 +1,10 @@
-// A command that is run in the background whenever its sources have changed.
+// A command that is run in the background whenever its sources have changed: one that makes what is shown, and lays
+// it as making/laying.h tells.
 #pragma once
 
 #include <sys/types.h>
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -10,21 +12,29 @@ struct BackgroundBuild {
     std::vector<std::string> command;  // none if empty
     std::string problem;               // the errors in what the last run said; empty if it was good
     std::string latest;                // the last line that the present run has said
+    std::set<std::string> newer;       // sources of which a younger text was saved than what is shown was made from
+    std::vector<std::string> news;     // lines, for whoever takes them
 
     ~BackgroundBuild();
 
-    // Soon; a run that is under way is followed by another.
-    void request();
-    // Once a frame: starts and ends runs. True when one has ended.
+    // Soon, since `source` was saved. A run that is under way is followed by another, or ended if it makes what that
+    // very source was before.
+    void request(const std::string& source);
+    // Once a frame: starts and ends runs. True when one has ended that was not outdated.
     bool poll();
     bool running() const { return process > 0; }
+    // "shown is older than production/music/score.cpp", or empty.
+    std::string whatIsShown() const;
 
     pid_t process = -1;
     int output = -1;
     std::string said;
+    std::set<std::string> seen;  // of `newer`, what the present run makes
     bool requested = false;
+    bool outdated = false;   // the present run, which has been told to end
     double requestedAt = 0;  // seconds
 
     void start();
     void listen();
+    void tellNews();
 };

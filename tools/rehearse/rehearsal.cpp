@@ -232,11 +232,11 @@ void Rehearsal::lookForChanges() {
     for (const std::string& path : changes.saved) {
         reload.saved(path);
         if (!reload.sources.empty() && path.starts_with(reload.sources + "/") && isCode(path))
-            build.request();
+            build.request(path);
     }
     if (changes.lost) {
         reload.everything();
-        build.request();
+        build.request(reload.sources);
     }
     if (build.poll() && !build.problem.empty()) fprintf(stderr, "%s\n", build.problem.c_str());
 }
@@ -268,11 +268,13 @@ void Rehearsal::describeDesk() {
     desk.counterA = app.counterA;
     for (const std::string& line : reload.news) app.messages.post("%s", line.c_str());
     reload.news.clear();
+    for (const std::string& line : build.news) app.messages.post("%s", line.c_str());
+    build.news.clear();
     desk.waveform = reload.waveform;
-    desk.working = build.running() ? "making: " + build.latest : "";
+    desk.working = build.running() ? "making: " + build.latest + "; " + build.whatIsShown() : "";
     desk.problems.clear();
     for (const auto& [file, problem] : reload.problems) desk.problems.push_back(problem);
-    if (!build.problem.empty()) desk.problems.push_back(build.problem);
+    if (!build.problem.empty()) desk.problems.push_back(build.problem + "\n" + build.whatIsShown());
     desk.messages.clear();
     for (const auto& line : app.messages.lines) desk.messages.push_back(line.get());
     if (stateFile.empty()) return;
