@@ -11,7 +11,6 @@
 #include <cstdio>
 #include <cstring>
 #include <fstream>
-#include <iterator>
 #include <optional>
 #include <set>
 #include <utility>
@@ -46,10 +45,14 @@ std::string holderOf(int descriptor) {
 }
 
 std::optional<std::string> wholeFile(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    std::string text{std::istreambuf_iterator<char>(file), {}};
-    if (!file.is_open() || file.bad()) return std::nullopt;
-    return text;
+    FILE* file = fopen(path.c_str(), "rb");
+    if (!file) return std::nullopt;
+    std::string text;
+    char block[65536];
+    while (const size_t got = fread(block, 1, sizeof block, file)) text.append(block, got);
+    const bool whole = !ferror(file);
+    fclose(file);
+    return whole ? std::optional(text) : std::nullopt;
 }
 
 bool writeWhole(const fs::path& path, const std::string& text) {
@@ -151,12 +154,12 @@ bool lay(const std::vector<Made>& made, const fs::path& folder) {
             return false;
         }
         const std::string hash = hashOf(*text);
-        if (there && *there != *text) {
-            if (!before.contains({file, hashOf(*there)})) {
-                printf("kept %s, which is not what was laid there; once it is removed, ours is laid again\n",
-                       place.c_str());
-                continue;
-            }
+        const bool isOurs =
+            there ? *there == *text || before.contains({file, hashOf(*there)}) : !fs::exists(place);
+        if (!isOurs) {
+            printf("kept %s, which is not what was laid there; once it is removed, ours is laid again\n",
+                   place.c_str());
+            continue;
         }
         std::erase_if(after, [&](const auto& entry) { return entry.first == file; });
         after.emplace(file, hash);

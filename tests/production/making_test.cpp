@@ -3,6 +3,7 @@
 #include <signal.h>
 #include <sys/file.h>
 
+#include <algorithm>
 #include <functional>
 
 #include "production/making/laying.h"
@@ -228,6 +229,9 @@ TEST_F(Laying, NeverCoversAnAuthorsFile) {
     EXPECT_EQ(lay(make("mine", "6")), "laid c/d.fs\n");
     fs::remove(folder / "a b.png");
     EXPECT_EQ(lay(make("7", "7")), "laid a b.png\nlaid c/d.fs\n");
+    fs::remove(folder / "a b.png");
+    fs::create_directory(folder / "a b.png");
+    EXPECT_TRUE(lay(make("8", "7")).starts_with(kept));
     fs::remove_all(folder);
     EXPECT_EQ(lay(make("7", "8")), "laid a b.png\nlaid c/d.fs\n");
     EXPECT_EQ(data(), "7, 8");
@@ -243,20 +247,37 @@ TEST_F(Laying, LaysNothingWhereOneCannotBeRead) {
 
 // Killed at any moment, each file is whole and known as ours.
 TEST_F(Laying, KilledItGoesOn) {
-    const std::string old(300000, 'o'), fresh(300000, 'f');
-    for (int i = 0; i < 40; i++) {
-        fs::remove_all(folder);
-        lay(make(old, old));
-        make(fresh, fresh);
-        const pid_t process =
-            startProcess({BUILD_FOLDER "/lay", scratch.file("made"), folder, "a b.png", "c/d.fs"});
-        sleepSeconds(i * 0.0002);
-        endProcess(process, SIGKILL);
-        for (const char* file : {"a b.png", "c/d.fs"}) {
-            const std::string text = content(folder / file);
-            EXPECT_TRUE(text == old || text == fresh) << file;
+    constexpr int count = 400;
+    const std::string old = "old", fresh = "fresh";
+    const auto makeAll = [&](const std::string& text) {
+        std::vector<Made> made;
+        for (int i = 0; i < count; i++) {
+            const std::string file = std::to_string(i);
+            made.push_back({scratch.write("made/" + file, text), file});
         }
-        EXPECT_EQ(lay(make("next", "next")), "laid a b.png\nlaid c/d.fs\n");
+        return made;
+    };
+    std::vector<std::string> words = {BUILD_FOLDER "/lay", scratch.file("made"), folder};
+    for (const Made& made : makeAll(fresh)) words.push_back(made.file);
+    for (int i = 0; i < 10; i++) {
+        fs::remove_all(folder);
+        lay(makeAll(old));
+        makeAll(fresh);
+        const pid_t process = startProcess(words);
+        // While the first ones are being written, or moved.
+        const std::string file = std::to_string(i);
+        const bool moved = i % 3;
+        while (content(folder / file) != fresh &&
+               (moved || content(folder / ("unfinished-" + file)) != fresh))
+            continue;
+        endProcess(process, SIGKILL);
+        for (int k = 0; k < count; k++) {
+            const std::string text = content(folder / std::to_string(k));
+            EXPECT_TRUE(text == old || text == fresh) << k;
+        }
+        const std::string said = lay(makeAll("next"));
+        EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), count);
+        EXPECT_EQ(said.find("kept"), std::string::npos);
     }
 }
 
