@@ -247,7 +247,7 @@ TEST_F(Laying, LaysNothingWhereOneCannotBeRead) {
 
 // Killed at any moment, each file is whole and known as ours.
 TEST_F(Laying, KilledItGoesOn) {
-    constexpr int count = 400;
+    constexpr int count = 60;
     const std::string old = "old", fresh = "fresh";
     const auto makeAll = [&](const std::string& text) {
         std::vector<Made> made;
@@ -259,7 +259,7 @@ TEST_F(Laying, KilledItGoesOn) {
     };
     std::vector<std::string> words = {BUILD_FOLDER "/lay", scratch.file("made"), folder};
     for (const Made& made : makeAll(fresh)) words.push_back(made.file);
-    for (int i = 0; i < 10; i++) {
+    for (int i = 0; i < 6; i++) {
         fs::remove_all(folder);
         lay(makeAll(old));
         makeAll(fresh);
