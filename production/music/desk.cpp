@@ -1,11 +1,15 @@
 #include "production/music/desk.h"
 
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <string_view>
+#include <utility>
 
 #include "production/kit/sound/arrangement.h"
 #include "production/kit/sound/check.h"
@@ -15,6 +19,11 @@
 using namespace audio;
 
 namespace {
+
+constexpr char usage[] =
+    "usage: forge --hear FILE.wav [--bars FROM-TO] [--parts NAME,...]   (bar TO is where it ends)\n"
+    "       forge --stems FOLDER\n"
+    "       forge --check\n";
 
 struct Wish {
     std::string file;
@@ -53,6 +62,28 @@ Window windowOf(const Song& song, double from, double to) {
     return {std::min(frameAt(song.secondsAt(from)), all), std::min(frameAt(song.secondsAt(to)), all)};
 }
 
+bool playsIn(const Song& song, const Part& part, double from, double to) {
+    const std::vector<Note> notes = notesOf(song, part);
+    return std::any_of(notes.begin(), notes.end(), [&](const Note& note) {
+        return note.start < song.secondsAt(to) - 0.01 &&
+               note.start + note.length > song.secondsAt(from) + 0.01;
+    });
+}
+
+// Names those of the wish's parts that rest all the time, and who plays.
+void tellRests(const Song& song, const Wish& wish) {
+    std::string resting, playing;
+    for (const Part& part : song.parts) {
+        const bool plays = playsIn(song, part, wish.from, wish.to);
+        const bool wished = std::find(wish.parts.begin(), wish.parts.end(), part.name) != wish.parts.end();
+        if (plays) playing += std::string(" ") + part.name;
+        if (wished && !plays) resting += std::string(" ") + part.name;
+    }
+    if (resting.empty()) return;
+    fprintf(stderr, "Bars %g to %g: resting:%s; playing:%s\n", wish.from, wish.to, resting.c_str(),
+            playing.c_str());
+}
+
 int hear(const Song& song, const std::vector<std::string>& words) {
     Wish wish{words[1], double(song.sections.front().from), double(song.sections.back().to), {}};
     for (size_t i = 2; i < words.size(); i += 2) {
@@ -69,6 +100,7 @@ int hear(const Song& song, const std::vector<std::string>& words) {
     if (window.from >= window.to) return complain("%s would be empty: no such bars\n", wish.file);
     for (const std::string& part : wish.parts)
         if (!partOf(song, part)) return complainOfPart(part, song);
+    tellRests(song, wish);
     const std::vector<std::string_view> parts(wish.parts.begin(), wish.parts.end());
     writeWav(wish.file.c_str(), parts.empty() ? finish(song, window).sound : perform(song, window, parts));
     return 0;
@@ -103,26 +135,65 @@ void printLimiter(const Song& song) {
     }
 }
 
-int check(const Song& song) {
+// Whether a song can be read. In a process of its own, which its first mistake ends with a line.
+bool reads(const Song& song) {
+    fflush(nullptr);
+    const pid_t reader = fork();
+    if (reader == 0) {
+        // Without closing what it has of the process that it was forked from.
+        atexit([] { _exit(1); });
+        proofread(song);
+        _exit(0);
+    }
+    int status = 1;
+    return reader > 0 && waitpid(reader, &status, 0) == reader && status == 0;
+}
+
+}  // namespace
+
+bool leaveReadable(Song& song) {
+    Song part = song;
+    bool whole = true;
+    const auto isWrong = [&](const Section& section) {
+        part.sections.assign(1, section);
+        const bool wrong = !reads(part);
+        whole = whole && !wrong;
+        return wrong;
+    };
+    std::vector<Section> readable;
+    for (Section section : song.sections) {
+        const std::vector<Cue> cues = std::exchange(section.cues, {});
+        Section alone = section;
+        if (isWrong(alone)) continue;
+        for (const Cue& cue : cues) {
+            alone.cues.assign(1, cue);
+            if (!isWrong(alone)) section.cues.push_back(cue);
+        }
+        readable.push_back(section);
+    }
+    song.sections = readable;
+    return whole;
+}
+
+namespace {
+
+int check(Song song) {
+    const bool whole = leaveReadable(song);
+    if (song.sections.empty()) return 1;
     for (const std::string& remark : remarksOn(song)) printf("%s\n", remark.c_str());
+    if (!whole) return 1;
     printLimiter(song);
     return 0;
 }
 
 }  // namespace
 
-bool isForDesk(const std::vector<std::string>& words) {
-    return !words.empty() && (words[0] == "--hear" || words[0] == "--stems" || words[0] == "--check");
-}
-
 int runDesk(const std::vector<std::string>& words) {
-    const size_t least = words[0] == "--check" ? 1 : 2;
-    if (words.size() < least || (words[0] != "--hear" && words.size() > least)) {
-        fprintf(stderr, "usage: forge [--icons] FOLDER\n%s", deskUsage);
-        return 1;
-    }
+    const std::string wish = words.empty() ? "" : words[0];
+    const bool known = wish == "--hear" ? words.size() > 1 : words.size() == (wish == "--stems" ? 2 : 1);
+    if (!known || (wish != "--hear" && wish != "--stems" && wish != "--check")) return complain("%s", usage);
     const Song song = soundtrack();
+    if (wish == "--check") return check(song);
     proofread(song);
-    if (words[0] == "--hear") return hear(song, words);
-    return words[0] == "--stems" ? writeStems(song, words[1]) : check(song);
+    return wish == "--hear" ? hear(song, words) : writeStems(song, words[1]);
 }

@@ -5,14 +5,12 @@
 #include <string>
 #include <vector>
 
-constexpr char deskUsage[] =
-    "       forge --hear FILE.wav [--bars FROM-TO] [--parts NAME,...]   (bar TO is where it ends)\n"
-    "       forge --stems FOLDER\n"
-    "       forge --check\n";
-
-// True where the words are for the desk.
-bool isForDesk(const std::vector<std::string>& words);
+#include "production/kit/sound/song.h"
 
 // Does what the words say and returns the exit status: 1, after a line, where they or the score can't be
-// followed.
+// followed. --check tells every cue that can't be.
 int runDesk(const std::vector<std::string>& words);
+
+// Leaves of a song the sections and the cues that can be read by themselves. False, after a line for each of
+// the others, if there were any.
+bool leaveReadable(audio::Song& song);

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <string>
@@ -74,4 +75,37 @@ TEST(Desk, WhatItCannotDoItSays) {
         EXPECT_NE(testing::internal::GetCapturedStderr().find(line), std::string::npos) << line;
         EXPECT_FALSE(std::filesystem::exists(file));
     }
+}
+
+TEST(Desk, ARestIsNoSilenceWithoutAWord) {
+    const ScratchDirectory scratch;
+    const Song song = soundtrack();
+    const std::vector<Note> notes = notesOf(song, *partOf(song, "lead"));
+    int bar = 20;
+    while (
+        std::any_of(notes.begin(), notes.end(), [&](const Note& note) { return int(note.beat / 4) == bar; }))
+        bar++;
+    testing::internal::CaptureStderr();
+    const std::string bars = std::to_string(bar), end = std::to_string(bar + 1);
+    EXPECT_EQ(runDesk({"--hear", scratch.file("x.wav"), "--bars", bars + "-" + end, "--parts", "lead"}), 0);
+    const std::string line = testing::internal::GetCapturedStderr();
+    EXPECT_TRUE(line.starts_with("Bars " + bars + " to " + end + ": resting: lead; playing: ")) << line;
+}
+
+TEST(Desk, EveryMistakeOfAScoreIsTold) {
+    Song song = soundtrack();
+    size_t cues = 0;
+    for (const Section& section : song.sections) cues += section.cues.size();
+    song.sections[2].cues[0].pattern = "%";
+    song.sections[2].cues[1].part = "tuba";
+    song.sections[4].cues.back().bars = {1000, 1001};
+    song.sections[5].chords = "Xm";
+    cues -= 3 + song.sections[5].cues.size();
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(leaveReadable(song));
+    const std::string lines = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), '\n'), 4) << lines;
+    for (const Section& section : song.sections) cues -= section.cues.size();
+    EXPECT_EQ(cues, 0u);
+    EXPECT_TRUE(leaveReadable(song));
 }

@@ -182,6 +182,49 @@ TEST_F(RehearseReload, TheGeneratorIsBuiltInTheBackground) {
     EXPECT_EQ(readTexture("spot").width, 1024);
 }
 
+// Two saves within one run, a save that changes nothing, and one that can't be made.
+TEST_F(RehearseReload, WhatIsShownIsNotTakenForWhatWasSaved) {
+    const std::string source = "production/score.cpp", older = "shown is older than " + source;
+    const auto working = [&] {
+        rehearsal->describeDesk();
+        return rehearsal->desk.working;
+    };
+    const auto runsWith = [&](const std::string& text) {
+        for (int i = 0; i < 5000 && contentOf("read") != text; i++) {
+            rehearsal->lookForChanges();
+            usleep(2000);
+        }
+        return contentOf("read") == text && rehearsal->build.running();
+    };
+    save("make.sh",
+         "cp production/score.cpp read; while [ -e slow ]; do sleep 0.02; done; cat read >>made; "
+         "echo laid music\n");
+    save("slow", "");
+    save(source, "first");
+    ASSERT_TRUE(runsWith("first"));
+    EXPECT_TRUE(working().ends_with("; " + older)) << working();
+    save(source, "second");
+    ASSERT_TRUE(runsWith("second"));
+    fs::remove("slow");
+    await();
+    EXPECT_EQ(contentOf("made"), "second");
+    EXPECT_EQ(rehearsal->build.whatIsShown(), "");
+    EXPECT_TRUE(rehearsal->build.news.empty());
+
+    save("make.sh", "echo kept data/spot.png\n");
+    save(source, "third");
+    await();
+    EXPECT_EQ(rehearsal->build.news,
+              (std::vector<std::string>{"kept data/spot.png",
+                                        "nothing had to be made: all is as " + source + " has it"}));
+    save("make.sh", "echo error; exit 1\n");
+    save(source, "fourth");
+    await();
+    EXPECT_EQ(working(), "");
+    ASSERT_FALSE(rehearsal->desk.problems.empty());
+    EXPECT_EQ(rehearsal->desk.problems.back(), "error\n" + older);
+}
+
 // GL objects and open files are as many after it as before.
 TEST_F(RehearseReload, AThousandDamagedSavesLeaveNothingBehind) {
     const std::string files[] = {"data/spot.png",        "data/white.png",        "data/loading.jpg",
