@@ -4,6 +4,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
 
 // Owns nothing by itself: `pixels` comes from new[] and whoever uses the record releases it with delete[].
 struct Image {
@@ -31,6 +34,11 @@ int loadPng(const char* path, Image* image, uint8_t flip);
 // 0, or -1 if the file can't be opened. A broken file, or one with a side above 16384, ends the process as
 // libjpeg does, except that what is missing at the end is filled in.
 int loadJpeg(const char* path, Image* image, uint8_t flip);
+
+// The picture in the bytes of a whole file, top row first, or nothing and the reason in `problem`: in any
+// thread, and nothing is printed or ended. What loadJpeg would only warn of, or fill in, is a reason too.
+std::optional<Image> readPng(std::string_view bytes, std::string* problem);
+std::optional<Image> readJpeg(std::string_view bytes, std::string* problem);
 
 // The writers take a record's six fields by value and write rows in memory order, so a picture grabbed from
 // GL is flipped first. They return what closing the file, or printing the error, returned.

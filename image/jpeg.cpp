@@ -3,10 +3,11 @@
 #include <jerror.h>
 #include <jpeglib.h>
 
-#include <memory>
+#include <csetjmp>
 #include <new>
 
 #include "image/image.h"
+#include "image/whole_file.h"
 
 namespace {
 
@@ -14,20 +15,10 @@ namespace {
 // must not have it fill gigabytes.
 constexpr JDIMENSION largestSide = 16384;
 
-}  // namespace
-
-int loadJpeg(const char* path, Image* image, uint8_t flip) {
-    jpeg_decompress_struct decoder;
-    jpeg_error_mgr errors;
-    decoder.err = jpeg_std_error(&errors);
+// `image->pixels` may have been made also where this ends by an error.
+void decode(jpeg_decompress_struct& decoder, std::string_view bytes, Image* image) {
     jpeg_create_decompress(&decoder);
-    const std::unique_ptr<FILE, int (*)(FILE*)> file(fopen(path, "rb"), fclose);
-    if (!file) {
-        fprintf(stderr, "can't open %s\n", path);
-        jpeg_destroy_decompress(&decoder);
-        return -1;
-    }
-    jpeg_stdio_src(&decoder, file.get());
+    jpeg_mem_src(&decoder, reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size());
     jpeg_read_header(&decoder, TRUE);
     if (decoder.image_width > largestSide || decoder.image_height > largestSide)
         ERREXIT1(&decoder, JERR_IMAGE_TOO_BIG, largestSide);
@@ -45,6 +36,57 @@ int loadJpeg(const char* path, Image* image, uint8_t flip) {
     }
     jpeg_finish_decompress(&decoder);
     jpeg_destroy_decompress(&decoder);
+}
+
+// Errors and warnings as text, by a jump back to whoever has set the jump point.
+struct Refusal : jpeg_error_mgr {
+    jmp_buf jump;
+    char text[JMSG_LENGTH_MAX];
+};
+
+[[noreturn]] void refuse(j_common_ptr codec) {
+    auto* refusal = static_cast<Refusal*>(codec->err);
+    refusal->format_message(codec, refusal->text);
+    jpeg_destroy(codec);
+    longjmp(refusal->jump, 1);
+}
+
+void refuseWarnings(j_common_ptr codec, int level) {
+    if (level < 0) refuse(codec);
+}
+
+// The jump may lose changed locals, so it has none.
+bool decodeOrRefuse(jpeg_decompress_struct& decoder, Refusal& refusal, std::string_view bytes, Image* image) {
+    if (setjmp(refusal.jump)) return false;
+    decode(decoder, bytes, image);
+    return true;
+}
+
+}  // namespace
+
+std::optional<Image> readJpeg(std::string_view bytes, std::string* problem) {
+    jpeg_decompress_struct decoder = {};
+    Refusal refusal;
+    decoder.err = jpeg_std_error(&refusal);
+    refusal.error_exit = refuse;
+    refusal.emit_message = refuseWarnings;
+    Image image = {};
+    if (decodeOrRefuse(decoder, refusal, bytes, &image)) return image;
+    delete[] image.pixels;
+    *problem = refusal.text;
+    return std::nullopt;
+}
+
+int loadJpeg(const char* path, Image* image, uint8_t flip) {
+    const auto bytes = readWholeFile(path);
+    if (!bytes) {
+        fprintf(stderr, "can't open %s\n", path);
+        return -1;
+    }
+    jpeg_decompress_struct decoder;
+    jpeg_error_mgr errors;
+    decoder.err = jpeg_std_error(&errors);
+    decode(decoder, *bytes, image);
     if (flip) flipImage(*image, 1, 0);
     return 0;
 }

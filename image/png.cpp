@@ -4,74 +4,113 @@
 #include <png.h>
 
 #include <cstdio>
+#include <cstring>
 #include <iterator>
 #include <memory>
 #include <new>
 
 #include "image/image.h"
+#include "image/whole_file.h"
 
 namespace {
 
 // A corrupt header must not claim more memory than any picture of ours could need.
 constexpr png_uint_32 largestSide = 65535;
 
-struct PngFile {
-    FILE* file;
-    png_structp png;
-    png_infop info;
+// A file in memory, and what becomes of it.
+struct PngReading {
+    std::string_view bytes;
+    bool flip = false;
+    size_t used = 0;  // of the bytes
+    png_structp png = nullptr;
+    png_infop info = nullptr;
+    Image image = {};
+    std::unique_ptr<png_bytep[]> rows;  // in the image's pixels, in the order that was asked for
+    std::string said;                   // lines, as libpng would have printed them
+    std::string problem;                // the reason why there is no picture
 };
+
+void keepError(png_structp png, png_const_charp message) {
+    auto* reading = static_cast<PngReading*>(png_get_error_ptr(png));
+    reading->problem = message;
+    reading->said.append("libpng error: ").append(message).append("\n");
+    png_longjmp(png, 1);
+}
+
+void keepWarning(png_structp png, png_const_charp message) {
+    auto* reading = static_cast<PngReading*>(png_get_error_ptr(png));
+    reading->said.append("libpng warning: ").append(message).append("\n");
+}
+
+void takeBytes(png_structp png, png_bytep target, size_t count) {
+    auto* reading = static_cast<PngReading*>(png_get_io_ptr(png));
+    if (count > reading->bytes.size() - reading->used) png_error(png, "Read Error");
+    memcpy(target, reading->bytes.data() + reading->used, count);
+    reading->used += count;
+}
 
 // Room for all rows is made before one is read: a header must not claim more than deflate, at its tightest,
 // can have packed into the file.
-bool canHoldItsRows(FILE* file) {
+bool canHoldItsRows(std::string_view bytes) {
     constexpr uint64_t tightest = 1032;
     constexpr int channelsOfType[] = {1, 0, 3, 1, 2, 0, 4};
-    uint8_t head[26] = {};  // signature, the first chunk's length and name, width, height, depth, colour type
-    const size_t got = fread(head, 1, sizeof head, file);
-    fseek(file, 0, SEEK_END);
-    const long size = ftell(file);
-    rewind(file);
-    if (got < sizeof head || head[25] >= std::size(channelsOfType)) return true;  // for libpng to turn down
+    // Signature, the first chunk's length and name, width, height, depth, colour type.
+    const auto* head = reinterpret_cast<const uint8_t*>(bytes.data());
+    if (bytes.size() < 26 || head[25] >= std::size(channelsOfType)) return true;  // for libpng to turn down
     const uint64_t rowBits = uint64_t{png_get_uint_32(head + 16)} * head[24] * channelsOfType[head[25]];
-    return (rowBits / 8 + 1) * png_get_uint_32(head + 20) / tightest <= uint64_t(size);
+    return (rowBits / 8 + 1) * png_get_uint_32(head + 20) / tightest <= bytes.size();
 }
 
-// Where the rows of a picture go: straight into the image's pixels, in the order that was asked for.
-struct PngDestination {
-    Image* image;
-    bool flip;
-    std::unique_ptr<png_bytep[]> rows;
-};
-
-bool makeRoom(const PngFile& source, PngDestination& destination) {
-    Image& image = *destination.image;
-    image.width = int32_t(png_get_image_width(source.png, source.info));
-    image.height = int32_t(png_get_image_height(source.png, source.info));
-    image.channels = image.bytesPerPixel = png_get_channels(source.png, source.info);
-    image.stride = uint32_t(png_get_rowbytes(source.png, source.info));
+bool makeRoom(PngReading& reading) {
+    Image& image = reading.image;
+    image.width = int32_t(png_get_image_width(reading.png, reading.info));
+    image.height = int32_t(png_get_image_height(reading.png, reading.info));
+    image.channels = image.bytesPerPixel = png_get_channels(reading.png, reading.info);
+    image.stride = uint32_t(png_get_rowbytes(reading.png, reading.info));
     image.pixels = new (std::nothrow) uint8_t[size_t(image.height) * image.stride];
-    destination.rows.reset(new (std::nothrow) png_bytep[image.height]);
-    if (!image.pixels || !destination.rows) return false;
+    reading.rows.reset(new (std::nothrow) png_bytep[image.height]);
+    if (!image.pixels || !reading.rows) return false;
     for (int y = 0; y < image.height; y++) {
-        const int row = destination.flip ? image.height - 1 - y : y;
-        destination.rows[y] = image.pixels + size_t(row) * image.stride;
+        const int row = reading.flip ? image.height - 1 - y : y;
+        reading.rows[y] = image.pixels + size_t(row) * image.stride;
     }
     return true;
 }
 
 // The steps of png_read_png without transforms, but for its own copy of the rows.
-bool readPicture(PngFile& source, PngDestination& destination) {
-    if (setjmp(png_jmpbuf(source.png))) return false;
-    png_set_user_limits(source.png, largestSide, largestSide);
-    png_init_io(source.png, source.file);
-    png_read_info(source.png, source.info);
-    png_set_interlace_handling(source.png);
-    png_read_update_info(source.png, source.info);
-    if (!makeRoom(source, destination)) return false;
-    png_read_image(source.png, destination.rows.get());
-    png_read_end(source.png, source.info);
+bool readPicture(PngReading& reading) {
+    if (setjmp(png_jmpbuf(reading.png))) return false;
+    png_set_user_limits(reading.png, largestSide, largestSide);
+    png_set_read_fn(reading.png, &reading, takeBytes);
+    png_read_info(reading.png, reading.info);
+    png_set_interlace_handling(reading.png);
+    png_read_update_info(reading.png, reading.info);
+    if (!makeRoom(reading)) return false;
+    png_read_image(reading.png, reading.rows.get());
+    png_read_end(reading.png, reading.info);
     return true;
 }
+
+bool read(PngReading& reading) {
+    if (!canHoldItsRows(reading.bytes)) {
+        reading.problem = "its header claims more than the file can hold";
+        return false;
+    }
+    reading.png = png_create_read_struct(PNG_LIBPNG_VER_STRING, &reading, keepError, keepWarning);
+    if (reading.png) reading.info = png_create_info_struct(reading.png);
+    const bool done = reading.info && readPicture(reading);
+    png_destroy_read_struct(&reading.png, &reading.info, nullptr);
+    if (done) return true;
+    delete[] reading.image.pixels;
+    if (reading.problem.empty()) reading.problem = "not enough memory";
+    return false;
+}
+
+struct PngFile {
+    FILE* file;
+    png_structp png;
+    png_infop info;
+};
 
 struct PngRows {
     int width, height, channels;
@@ -108,24 +147,27 @@ bool writePicture(PngFile& target, const PngRows& rows) {
 
 }  // namespace
 
+std::optional<Image> readPng(std::string_view bytes, std::string* problem) {
+    PngReading reading;
+    reading.bytes = bytes;
+    if (read(reading)) return reading.image;
+    *problem = reading.problem;
+    return std::nullopt;
+}
+
 int loadPng(const char* path, Image* image, uint8_t flip) {
-    PngFile source = {fopen(path, "rb"), nullptr, nullptr};
-    if (!source.file) {
+    const auto bytes = readWholeFile(path);
+    if (!bytes) {
         fprintf(stderr, "can't open %s\n", path);
         return -1;
     }
-    source.png = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
-    if (source.png) source.info = png_create_info_struct(source.png);
-    Image read = {};
-    PngDestination destination = {&read, flip != 0, nullptr};
-    const bool loaded = source.info && canHoldItsRows(source.file) && readPicture(source, destination);
-    png_destroy_read_struct(&source.png, &source.info, nullptr);
-    fclose(source.file);
-    if (!loaded) {
-        delete[] read.pixels;
-        return -1;
-    }
-    *image = read;
+    PngReading reading;
+    reading.bytes = *bytes;
+    reading.flip = flip != 0;
+    const bool loaded = read(reading);
+    fputs(reading.said.c_str(), stderr);
+    if (!loaded) return -1;
+    *image = reading.image;
     return 0;
 }
 

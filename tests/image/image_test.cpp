@@ -24,6 +24,15 @@ protected:
     MemoryFile file;
 
     void SetUp() override { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
+
+    // What the reader that ends nothing says of the file; empty if it reads it.
+    std::string complaint() const {
+        std::string problem;
+        Picture read;
+        if (const auto image = readJpeg(file.read(), &problem)) static_cast<Image&>(read) = *image;
+        EXPECT_EQ(read.pixels != nullptr, problem.empty());
+        return problem;
+    }
 };
 
 TEST(FlipImage, VerticalReversesRowsAndKeepsAnOddMiddle) {
@@ -139,6 +148,7 @@ TEST_F(ImageFile, JpegKeepsThePictureAndFlipsRows) {
     EXPECT_EQ(loaded.channels, 3);
     EXPECT_EQ(loaded.bytesPerPixel, 3);
     EXPECT_EQ(loaded.stride, 48u);
+    EXPECT_EQ(complaint(), "");
     for (int y = 0; y < 24; y++) EXPECT_NEAR(loaded.pixel(8, y)[1], y * 10, 12);
     EXPECT_EQ(flipped.rows(), reversed(loaded.rows()));
 }
@@ -147,6 +157,11 @@ TEST_F(ImageFile, BrokenJpegAndForeignChannelsEndAsLibjpegDoes) {
     file.write("\xff\xd8\xff\xe0 nothing that follows makes sense");
     Picture loaded;
     EXPECT_EXIT(loadJpeg(file.path(), &loaded, 0), testing::ExitedWithCode(EXIT_FAILURE), ".");
+    EXPECT_NE(complaint(), "");
+    file.write("");
+    EXPECT_EXIT(loadJpeg(file.path(), &loaded, 0), testing::ExitedWithCode(EXIT_FAILURE),
+                "^Empty input file\n");
+    EXPECT_EQ(complaint(), "Empty input file");
 
     const Picture picture(4, 4, 3);
     ASSERT_EQ(write(writeJpeg, file.name, picture), 0);
@@ -154,6 +169,7 @@ TEST_F(ImageFile, BrokenJpegAndForeignChannelsEndAsLibjpegDoes) {
     huge.replace(huge.find("\xff\xc0") + 5, 4, "\xff\xdc\xff\xdc");  // height and width
     file.write(huge);
     EXPECT_EXIT(loadJpeg(file.path(), &loaded, 0), testing::ExitedWithCode(EXIT_FAILURE), "16384");
+    EXPECT_NE(complaint().find("16384"), std::string::npos);
 
     const Picture grey(4, 4, 1);
     EXPECT_EXIT(write(writeJpeg, file.name, grey), testing::ExitedWithCode(EXIT_FAILURE), "colorspace");
@@ -165,8 +181,10 @@ TEST_F(ImageFile, TruncatedJpegStillHasItsSize) {
     const std::string whole = file.read();
     file.write(whole.substr(0, whole.size() - whole.size() / 3));
     Picture loaded;
-    EXPECT_NE(errorsOf([&] { ASSERT_EQ(loadJpeg(file.path(), &loaded, 0), 0); }), "");
+    EXPECT_EQ(errorsOf([&] { ASSERT_EQ(loadJpeg(file.path(), &loaded, 0), 0); }),
+              "Premature end of JPEG file\n");
     EXPECT_EQ(loaded.rows().size(), 64u);
+    EXPECT_EQ(complaint(), "Premature end of JPEG file");
 }
 
 TEST_F(ImageFile, FullDiskIsReported) {

@@ -16,10 +16,17 @@ protected:
         makePng(file.name, pngKinds[4], testRows(24, 9));
         return file.read();
     }
+    // By both: the one that prints, and the one that tells its caller, which have to agree.
     int loadBytes(const std::string& bytes) {
         file.write(bytes);
-        Picture loaded;
-        return loadPng(file.path(), &loaded, 0);
+        Picture loaded, read;
+        const int result = loadPng(file.path(), &loaded, 0);
+        std::string problem;
+        if (const auto image = readPng(bytes, &problem)) static_cast<Image&>(read) = *image;
+        EXPECT_EQ(read.pixels != nullptr, result == 0);
+        EXPECT_EQ(problem.empty(), result == 0);
+        EXPECT_EQ(read.rows(), loaded.rows());
+        return result;
     }
 };
 
@@ -37,6 +44,7 @@ TEST_F(PngFile, EveryKindIsKeptAsStored) {
         EXPECT_EQ(loaded.bytesPerPixel, kind.channels);
         EXPECT_EQ(loaded.stride, kind.stride);
         EXPECT_EQ(loaded.rows(), rows);
+        EXPECT_EQ(loadBytes(file.read()), 0);
         std::reverse(rows.begin(), rows.end());
         EXPECT_EQ(flipped.rows(), rows);
     }
@@ -83,8 +91,7 @@ TEST_F(PngFile, ClaimOfAHugePictureFails) {
         png_write_info(png, info);
         png_destroy_write_struct(&png, &info);
         fclose(target);
-        Picture loaded;
-        EXPECT_EQ(loadPng(file.path(), &loaded, 0), -1);
+        EXPECT_EQ(loadBytes(file.read()), -1);
     }
 }
 
