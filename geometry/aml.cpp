@@ -14,33 +14,46 @@ namespace {
 
 constexpr int dumpedWords = 7;  // that a dumped line shows of a vertex
 
-[[noreturn, gnu::format(printf, 2, 3)]] void fail(const char* name, const char* reason, ...) {
-    fprintf(stderr, "AML file %s: ", name);
-    va_list arguments;
-    va_start(arguments, reason);
-    vfprintf(stderr, reason, arguments);
-    va_end(arguments);
-    fputc('\n', stderr);
-    std::exit(1);
-}
+constexpr char foreign[] = "File is not AML file (or is format version 0).";
+constexpr char otherVersion[] = "AML format version != 2";
 
-// Puts a check behind every read of another stream: one that comes back short ends the process.
+// Puts a check behind every read of another stream. The first that comes back short, or that holds what a
+// mesh can't, ends the process or, where the file has no name, is noted: what is read afterwards is 0.
 struct CheckedStream : ResDesc {
     ResDesc& source;
     const char* name;
+    std::string problem;  // empty as long as all is well
 
-    CheckedStream(ResDesc& source, const char* name) : source(source), name(name) {}
+    explicit CheckedStream(ResDesc& source, const char* name) : source(source), name(name) {}
     void seek(long offset, int origin) override { source.seek(offset, origin); }
     int read(void* buffer, size_t size) override {
-        if (size > 0 && source.read(buffer, size) != 1) fail(name, "the file ends too early");
-        return 1;
+        if (good() && size > 0 && source.read(buffer, size) != 1) fail("the file ends too early");
+        return good();
+    }
+    bool good() const { return problem.empty(); }
+
+    [[gnu::format(printf, 2, 3)]] void fail(const char* reason, ...) {
+        if (!good()) return;
+        char text[128];
+        va_list arguments;
+        va_start(arguments, reason);
+        vsnprintf(text, sizeof text, reason, arguments);
+        va_end(arguments);
+        problem = text;
+        if (!name) return;
+        if (problem != foreign && problem != otherVersion) fprintf(stderr, "AML file %s: ", name);
+        fprintf(stderr, "%s\n", text);
+        std::exit(1);
     }
 };
 
+// An array with what the file has for it; none if there is a problem, also before.
 template <typename T>
-std::unique_ptr<T[]> allocate(size_t count, const char* name) {
+std::unique_ptr<T[]> readArray(CheckedStream& stream, size_t count) {
+    if (!stream.good()) return nullptr;
     std::unique_ptr<T[]> array(new (std::nothrow) T[count]);
-    if (!array) fail(name, "not enough memory");
+    if (!array) stream.fail("not enough memory");
+    if (array) stream.read(array.get(), count * sizeof(T));
     return array;
 }
 
@@ -50,72 +63,67 @@ void readCounts(Mesh& mesh, CheckedStream& stream) {
     mesh.faceCount = stream.readShort();
     mesh.attribCount = stream.readByte();
     if (mesh.attribCount > maxAttribs)
-        fail(stream.name, "%d attributes, where a mesh holds at most %d", mesh.attribCount, maxAttribs);
+        stream.fail("%d attributes, where a mesh holds at most %d", mesh.attribCount, maxAttribs);
 }
 
 void readAttribTable(Mesh& mesh, CheckedStream& stream) {
-    for (int slot = 0; slot < mesh.attribCount; slot++) {
+    for (int slot = 0; slot < mesh.attribCount && stream.good(); slot++) {
         const int type = stream.readByte();
         const int size = stream.readByte();
         if (type >= maxAttribs)
-            fail(stream.name, "attribute type %d, where the last is %d", type, maxAttribs - 1);
-        if (size < amlAttribSizes[type].least || size > amlAttribSizes[type].most)
-            fail(stream.name, "attribute type %d can't have a size of %d", type, size);
+            stream.fail("attribute type %d, where the last is %d", type, maxAttribs - 1);
+        else if (size < amlAttribSizes[type].least || size > amlAttribSizes[type].most)
+            stream.fail("attribute type %d can't have a size of %d", type, size);
+        if (!stream.good()) return;
         mesh.attribType[slot] = type;
         mesh.attribSize[slot] = size;
         mesh.vsize += size;
     }
 }
 
-void readGvertices(Mesh& mesh, CheckedStream& stream) {
-    const size_t count = 3 * size_t(mesh.gvertexCount);
-    mesh.gvertices = allocate<float>(count, stream.name);
-    stream.read(mesh.gvertices.get(), count * sizeof(float));
-}
-
-void readVertices(Mesh& mesh, CheckedStream& stream) {
-    const size_t vsize = mesh.vsize;
-    mesh.vertices = allocate<float>(mesh.vertexCount * vsize, stream.name);
-    stream.read(mesh.vertices.get(), mesh.vertexCount * vsize * sizeof(float));
-}
-
-void readFaces(Mesh& mesh, CheckedStream& stream) {
-    const size_t count = 3 * size_t(mesh.faceCount);
-    mesh.faces = allocate<uint16_t>(count, stream.name);
-    stream.read(mesh.faces.get(), count * sizeof(uint16_t));
-}
-
 // Nothing that draws, expands or traces a mesh looks at its indices again.
-void checkIndices(const Mesh& mesh, const char* name) {
+void checkIndices(const Mesh& mesh, CheckedStream& stream) {
     int highest = -1;
     for (int i = 0; i < 3 * mesh.faceCount; i++) highest = std::max<int>(highest, mesh.faces[i]);
-    if (highest >= mesh.vertexCount) fail(name, "a face uses vertex %d of %d", highest, mesh.vertexCount);
+    if (highest >= mesh.vertexCount) stream.fail("a face uses vertex %d of %d", highest, mesh.vertexCount);
     if (!mesh.hasAttrib(gvertexAttrib)) return;
     const float* word = mesh.vertices.get() + mesh.attribOffset(gvertexAttrib);
     uint32_t highestPosition = 0;
     for (int vertex = 0; vertex < mesh.vertexCount; vertex++, word += mesh.vsize)
         highestPosition = std::max(highestPosition, std::bit_cast<uint32_t>(*word));
     if (mesh.vertexCount > 0 && highestPosition >= uint32_t(mesh.gvertexCount))
-        fail(name, "a vertex uses position %u of %d", highestPosition, mesh.gvertexCount);
+        stream.fail("a vertex uses position %u of %d", highestPosition, mesh.gvertexCount);
 }
 
 void readHeader(CheckedStream& stream) {
     for (const char magic : amlMagic) {
-        if (stream.readByte() != magic) {
-            fprintf(stderr, "File is not AML file (or is format version 0).\n");
-            std::exit(1);
-        }
+        if (stream.readByte() != magic) return stream.fail("%s", foreign);
     }
-    if (stream.readByte() != amlVersion) {
-        fprintf(stderr, "AML format version != 2\n");
-        std::exit(1);
-    }
+    if (stream.readByte() != amlVersion) stream.fail("%s", otherVersion);
 }
 
 // The set takes the meshes only when all are read: a count is not believed before the file has held as many.
 void fill(MeshSet& set, std::vector<Mesh>& meshes) {
     set.reset(int(meshes.size()));
     std::move(meshes.begin(), meshes.end(), set.begin());
+}
+
+void readMeshes(MeshSet& set, CheckedStream& stream) {
+    readHeader(stream);
+    const uint32_t meshCount = uint32_t(stream.readInt());
+    std::vector<Mesh> meshes;
+    for (uint32_t i = 0; i < meshCount && stream.good(); i++) {
+        Mesh& mesh = meshes.emplace_back();
+        readCounts(mesh, stream);
+        readAttribTable(mesh, stream);
+        mesh.gvertices = readArray<float>(stream, 3 * size_t(mesh.gvertexCount));
+        mesh.vertices = readArray<float>(stream, size_t(mesh.vertexCount) * size_t(mesh.vsize));
+        mesh.faces = readArray<uint16_t>(stream, 3 * size_t(mesh.faceCount));
+        if (!stream.good()) return;
+        mesh.rebuildAttribs();
+        checkIndices(mesh, stream);
+    }
+    fill(set, meshes);
 }
 
 void dumpMesh(Mesh& mesh, int index, CheckedStream& stream) {
@@ -132,20 +140,20 @@ void dumpMesh(Mesh& mesh, int index, CheckedStream& stream) {
     printf("  attrib_count = %d\n", mesh.attribCount);
     printf("  vsize = %d\n", mesh.vsize);
     if (mesh.vertexCount > 0 && mesh.vsize < dumpedWords)
-        fail(stream.name, "vertices of %d words, where %d are printed", mesh.vsize, dumpedWords);
+        stream.fail("vertices of %d words, where %d are printed", mesh.vsize, dumpedWords);
 
-    readGvertices(mesh, stream);
+    mesh.gvertices = readArray<float>(stream, 3 * size_t(mesh.gvertexCount));
     for (int i = 0; i < mesh.gvertexCount; i++) {
         const float* g = &mesh.gvertices[3 * i];
         printf("gvertex %d: %f, %f, %f\n", i, g[0], g[1], g[2]);
     }
-    readVertices(mesh, stream);
+    mesh.vertices = readArray<float>(stream, size_t(mesh.vertexCount) * size_t(mesh.vsize));
     for (int i = 0; i < mesh.vertexCount; i++) {
         const float* v = &mesh.vertices[size_t(i) * mesh.vsize];
         printf("vertex %d: %d: %f, %f, %f      %f, %f, %f\n", i, std::bit_cast<int32_t>(v[0]), v[1], v[2],
                v[3], v[4], v[5], v[6]);
     }
-    readFaces(mesh, stream);
+    mesh.faces = readArray<uint16_t>(stream, 3 * size_t(mesh.faceCount));
     for (int i = 0; i < mesh.faceCount; i++) {
         const uint16_t* corners = mesh.face(i);
         printf("face %d: %d, %d, %d\n", i, corners[0], corners[1], corners[2]);
@@ -161,20 +169,17 @@ void dumpMesh(Mesh& mesh, int index, CheckedStream& stream) {
 
 void loadAml(MeshSet& set, ResDesc& source, const char* name) {
     CheckedStream stream(source, name);
-    readHeader(stream);
-    const uint32_t meshCount = uint32_t(stream.readInt());
-    std::vector<Mesh> meshes;
-    for (uint32_t i = 0; i < meshCount; i++) {
-        Mesh& mesh = meshes.emplace_back();
-        readCounts(mesh, stream);
-        readAttribTable(mesh, stream);
-        readGvertices(mesh, stream);
-        readVertices(mesh, stream);
-        readFaces(mesh, stream);
-        mesh.rebuildAttribs();
-        checkIndices(mesh, name);
-    }
-    fill(set, meshes);
+    readMeshes(set, stream);
+}
+
+std::optional<MeshSet> readAml(std::string_view bytes, std::string* problem) {
+    ResDescBytes source(bytes);
+    CheckedStream stream(source, nullptr);
+    MeshSet set;
+    readMeshes(set, stream);
+    if (stream.good()) return set;
+    *problem = stream.problem;
+    return std::nullopt;
 }
 
 int dumpAml(MeshSet& set, ResDesc& source, const char* name) {

@@ -1,6 +1,10 @@
 // Reading AML mesh files, which aml_format.h describes, into mesh sets.
 #pragma once
 
+#include <optional>
+#include <string>
+#include <string_view>
+
 #include "geometry/mesh.h"
 #include "geometry/res_desc.h"
 
@@ -8,6 +12,9 @@
 // what a mesh can't (attributes, indices) ends the process with status 1 and a line on standard error. `name`
 // is the file's, for that line.
 void loadAml(MeshSet& set, ResDesc& stream, const char* name);
+
+// The meshes in the bytes of a whole file, or nothing and the reason in `problem`; prints and ends nothing.
+std::optional<MeshSet> readAml(std::string_view bytes, std::string* problem);
 
 // For inspection: reads the older layout, without magic and version and with attribute sizes alone, prints
 // every record to standard output and returns the last mesh's index (-1 if there is none). Vertices must

@@ -93,7 +93,7 @@ void Mesh::makeFaceNormals(bool smooth) {
 }
 
 void Mesh::expandPositions(const char* file) {
-    if (attribType[0] != gvertexAttrib || slotOfType[gvertexAttrib] != 0) {
+    if (!canExpandPositions()) {
         fprintf(stderr, "AML file %s: the first attribute is not the index of a position\n", file);
         std::exit(1);
     }

@@ -63,7 +63,11 @@ struct Mesh {
     // Unit normals of the faces, from plain positions; vertices shared by faces get the last face's. They go
     // to normalAttrib (`smooth`) or faceNormalAttrib.
     void makeFaceNormals(bool smooth);
-    // Replaces the index into the shared positions, which must be the first attribute, by the position itself
+    // Whether its first attribute is the index of a shared position.
+    bool canExpandPositions() const {
+        return attribType[0] == gvertexAttrib && slotOfType[gvertexAttrib] == 0;
+    }
+    // Replaces the index into the shared positions, by the position itself
     // and drops the shared ones. A mesh of another layout ends the process with status 1 and a line that
     // names `file`.
     void expandPositions(const char* file);

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <string_view>
 
 struct ResDesc {
     virtual ~ResDesc() = default;
@@ -30,6 +31,17 @@ struct ResDescFile : ResDesc {
     ~ResDescFile() override;
     ResDescFile(const ResDescFile&) = delete;
     ResDescFile& operator=(const ResDescFile&) = delete;
+
+    void seek(long offset, int origin) override;
+    int read(void* buffer, size_t size) override;
+};
+
+// Over bytes that somebody else keeps.
+struct ResDescBytes : ResDesc {
+    std::string_view bytes;
+    size_t position = 0;
+
+    explicit ResDescBytes(std::string_view bytes) : bytes(bytes) {}
 
     void seek(long offset, int origin) override;
     int read(void* buffer, size_t size) override;

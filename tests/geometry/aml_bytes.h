@@ -8,26 +8,6 @@
 #include <utility>
 #include <vector>
 
-#include "geometry/res_desc.h"
-
-// A stream over bytes in memory: all it needs is the raw read and the seek.
-struct MemoryStream : ResDesc {
-    std::string bytes;
-    size_t position = 0;
-
-    explicit MemoryStream(std::string bytes) : bytes(std::move(bytes)) {}
-    void seek(long offset, int origin) override {
-        const size_t base = origin == SEEK_SET ? 0 : origin == SEEK_CUR ? position : bytes.size();
-        position = base + offset;
-    }
-    int read(void* buffer, size_t size) override {
-        if (size == 0 || size > bytes.size() - position) return 0;
-        memcpy(buffer, bytes.data() + position, size);
-        position += size;
-        return 1;
-    }
-};
-
 template <typename T>
 void put(std::string& bytes, T value) {
     bytes.append(reinterpret_cast<const char*>(&value), sizeof value);

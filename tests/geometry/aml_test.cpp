@@ -10,7 +10,7 @@ constexpr const char* name = "some/model.AML";
 
 MeshSet load(const std::string& bytes) {
     MeshSet set;
-    MemoryStream stream(bytes);
+    ResDescBytes stream(bytes);
     loadAml(set, stream, name);
     return set;
 }
@@ -19,12 +19,19 @@ class AmlDeath : public testing::Test {
 protected:
     void SetUp() override { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
 
-    static void expectRejected(const std::string& bytes, const std::string& message) {
-        SCOPED_TRACE(message);
-        EXPECT_EXIT(load(bytes), testing::ExitedWithCode(1), "^" + message + "\n$");
+    // By both: the one that ends the process, and the one that tells its caller.
+    static void expectRejected(const std::string& bytes, const std::string& reason,
+                               const std::string& before = "") {
+        SCOPED_TRACE(reason);
+        EXPECT_EXIT(load(bytes), testing::ExitedWithCode(1), "^" + before + reason + "\n$");
+        std::string problem;
+        EXPECT_FALSE(readAml(bytes, &problem));
+        std::string words = reason;  // not the pattern for them
+        std::erase(words, '\\');
+        EXPECT_EQ(problem, words);
     }
     static void expectNamed(const std::string& bytes, const std::string& reason) {
-        expectRejected(bytes, "AML file some/model.AML: " + reason);
+        expectRejected(bytes, reason, "AML file some/model.AML: ");
     }
 };
 
@@ -32,6 +39,12 @@ TEST(Aml, ReadsMeshesOneAfterAnother) {
     AmlMesh colored = {{{0, 3}, {4, 4}}, {}, std::vector<float>(21, 0.5f), {2, 1, 0}};
     const MeshSet set = load(amlFile({quadMesh(), colored}));
     ASSERT_EQ(set.count, 2);
+
+    std::string problem;
+    const auto read = readAml(amlFile({quadMesh(), colored}), &problem);
+    ASSERT_TRUE(read) << problem;
+    EXPECT_EQ(read->count, 2);
+    EXPECT_EQ(read->meshes[1].vertexAttrib(2, colorAttrib)[3], 0.5f);
 
     const Mesh& quad = set.meshes[0];
     EXPECT_EQ(quad.gvertexCount, 4);
@@ -56,7 +69,8 @@ TEST(Aml, ReadsMeshesOneAfterAnother) {
 TEST(Aml, LoadingReplacesWhatTheSetHeld) {
     MeshSet set;
     set.reset(5);
-    MemoryStream stream(amlFile({}) + "not read");
+    const std::string bytes = amlFile({}) + "not read";
+    ResDescBytes stream(bytes);
     loadAml(set, stream, name);
     EXPECT_EQ(set.count, 0);
     EXPECT_EQ(stream.position, 8u);
@@ -135,7 +149,7 @@ TEST(DumpAml, PrintsEveryRecord) {
     for (uint16_t index : {0, 0, 0}) put(bytes, index);
 
     MeshSet set;
-    MemoryStream stream(bytes);
+    ResDescBytes stream(bytes);
     testing::internal::CaptureStdout();
     EXPECT_EQ(dumpAml(set, stream, name), 0);
     EXPECT_EQ(testing::internal::GetCapturedStdout(),
@@ -163,7 +177,7 @@ TEST_F(AmlDeath, DumpNeedsTheWordsThatItPrints) {
     bytes += std::string("\2\1\3", 3) + std::string(16, '\0');
     const auto dump = [&bytes] {
         MeshSet set;
-        MemoryStream stream(bytes);
+        ResDescBytes stream(bytes);
         dumpAml(set, stream, name);
     };
     EXPECT_EXIT(dump(), testing::ExitedWithCode(1), "model.AML: vertices of 4 words, where 7 are printed");

@@ -17,7 +17,8 @@ protected:
         glMatrixMode(GL_MODELVIEW);
     }
     void load(const std::vector<AmlMesh>& meshes) {
-        MemoryStream stream(amlFile(meshes));
+        const std::string bytes = amlFile(meshes);
+        ResDescBytes stream(bytes);
         loadAml(set, stream, "test");
         for (Mesh& mesh : set) {
             if (mesh.attribType[0] == gvertexAttrib) mesh.expandPositions("test");

@@ -13,7 +13,8 @@ namespace {
 
 Mesh loadMesh(const AmlMesh& source) {
     MeshSet set;
-    MemoryStream stream(amlFile({source}));
+    const std::string bytes = amlFile({source});
+    ResDescBytes stream(bytes);
     loadAml(set, stream, "test");
     return std::move(set.meshes[0]);
 }

@@ -21,9 +21,7 @@ TEST(ResDescFile, ReadsLittleEndianValuesInOrder) {
     EXPECT_EQ(file.readInt(), 0);
 }
 
-TEST(ResDescFile, SeeksAndTellsShortReads) {
-    const MemoryFile content("abcdef");
-    ResDescFile file(content.path());
+void seekAndReadShort(ResDesc& file) {
     char buffer[7] = {};
     file.seek(-2, SEEK_END);
     EXPECT_EQ(file.read(buffer, 2), 1);
@@ -32,6 +30,17 @@ TEST(ResDescFile, SeeksAndTellsShortReads) {
     file.seek(1, SEEK_CUR);
     EXPECT_EQ(file.readByte(), 'c');
     EXPECT_EQ(file.read(buffer, 4), 0);
+    file.seek(-9, SEEK_SET);
+    file.seek(9, SEEK_SET);
+    EXPECT_EQ(file.readByte(), 0);
+}
+
+TEST(ResDesc, SeeksAndTellsShortReads) {
+    const MemoryFile content("abcdef");
+    ResDescFile file(content.path());
+    seekAndReadShort(file);
+    ResDescBytes bytes("abcdef");
+    seekAndReadShort(bytes);
 }
 
 TEST(ResDescFile, ClosesItsFile) {
