@@ -1,7 +1,9 @@
 #include "sound/decoder.h"
 
 #include <algorithm>
+#include <cstring>
 #include <filesystem>
+#include <fstream>
 #include <iterator>
 #include <numbers>
 
@@ -48,13 +50,46 @@ bool isPlayable(OggVorbis_File& file) {
 
 }  // namespace
 
+std::unique_ptr<Decoder> Decoder::open(std::shared_ptr<const std::string> bytes) {
+    std::unique_ptr<Decoder> decoder(new Decoder);
+    decoder->bytes = std::move(bytes);
+    const ov_callbacks memory = {readBytes, seekBytes, nullptr, tellBytes};
+    // A failed open leaves a file that ov_clear takes.
+    if (ov_open_callbacks(decoder.get(), &decoder->file, nullptr, 0, memory) != 0 ||
+        !isPlayable(decoder->file))
+        return nullptr;
+    return decoder;
+}
+
 std::unique_ptr<Decoder> Decoder::open(const char* path) {
     std::error_code error;
     if (!path || !std::filesystem::is_regular_file(path, error)) return nullptr;
-    std::unique_ptr<Decoder> decoder(new Decoder);
-    // A failed open leaves a file that ov_clear takes.
-    if (ov_fopen(path, &decoder->file) != 0 || !isPlayable(decoder->file)) return nullptr;
-    return decoder;
+    std::string bytes(std::filesystem::file_size(path, error), '\0');
+    std::ifstream in(path, std::ios::binary);
+    in.read(bytes.data(), std::streamsize(bytes.size()));
+    bytes.resize(size_t(in.gcount()));
+    return open(std::make_shared<const std::string>(std::move(bytes)));
+}
+
+size_t Decoder::readBytes(void* target, size_t size, size_t count, void* decoder) {
+    auto* self = static_cast<Decoder*>(decoder);
+    const size_t from = std::min(self->nextByte, self->bytes->size());
+    const size_t items = std::min(count, (self->bytes->size() - from) / size);
+    memcpy(target, self->bytes->data() + from, items * size);
+    self->nextByte += items * size;
+    return items;
+}
+
+int Decoder::seekBytes(void* decoder, ogg_int64_t offset, int origin) {
+    auto* self = static_cast<Decoder*>(decoder);
+    const size_t base = origin == SEEK_SET ? 0 : origin == SEEK_CUR ? self->nextByte : self->bytes->size();
+    if (offset < -ogg_int64_t(base)) return -1;
+    self->nextByte = size_t(ogg_int64_t(base) + offset);
+    return 0;
+}
+
+long Decoder::tellBytes(void* decoder) {
+    return long(static_cast<Decoder*>(decoder)->nextByte);
 }
 
 Decoder::~Decoder() {
@@ -124,7 +159,10 @@ bool Decoder::decode() {
     float** channels = nullptr;
     int link = 0;
     long got = OV_HOLE;
-    while (got == OV_HOLE) got = ov_read_float(&file, &channels, blockFrames, &link);
+    while (got == OV_HOLE) {
+        got = ov_read_float(&file, &channels, blockFrames, &link);
+        damaged = damaged || got < 0;
+    }
     if (got <= 0) return false;
     const vorbis_info* info = ov_info(&file, -1);
     blockRate = int(info->rate);

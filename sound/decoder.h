@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "sound/heard_position.h"
@@ -15,7 +16,9 @@ namespace sound {
 
 class Decoder {
 public:
-    // nullptr if it isn't a Vorbis file that can be played.
+    // Of the bytes of a whole file. nullptr if they aren't Vorbis that can be played.
+    static std::unique_ptr<Decoder> open(std::shared_ptr<const std::string> bytes);
+    // Reads the file at once. nullptr also if that can't be.
     static std::unique_ptr<Decoder> open(const char* path);
     ~Decoder();
     Decoder(const Decoder&) = delete;
@@ -25,6 +28,8 @@ public:
     void seek(Time target, int rate);
     // `count` stereo frames, left first; silence past the end and where the file is damaged.
     void read(float* frames, int count);
+    // Whether something of what was decoded so far is missing in the file.
+    bool isDamaged() const { return damaged; }
 
 private:
     Decoder() = default;
@@ -33,8 +38,15 @@ private:
     bool followRate();
     static long supply(void* decoder, float** frames);
 
+    static size_t readBytes(void* target, size_t size, size_t count, void* decoder);
+    static int seekBytes(void* decoder, ogg_int64_t offset, int origin);
+    static long tellBytes(void* decoder);
+
+    std::shared_ptr<const std::string> bytes;
+    size_t nextByte = 0;
     OggVorbis_File file{};
     bool ended = true;
+    bool damaged = false;
     int64_t nextFrame = 0;     // of the file, that the next decoded block should start with
     int64_t lostFrames = 0;    // it started later: as many are silent before it
     int blockRate = 0;         // Hz; links of a chained file may differ

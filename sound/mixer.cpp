@@ -128,8 +128,7 @@ void Mixer::stop() {
     started = false;
 }
 
-Stream* Mixer::openStream(const char* path) {
-    auto decoder = Decoder::open(path);
+Stream* Mixer::openStream(std::unique_ptr<Decoder> decoder) {
     if (!decoder) return nullptr;
     streams.push_back(std::make_unique<Stream>());
     streams.back()->decoder = std::move(decoder);

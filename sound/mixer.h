@@ -28,7 +28,7 @@ public:
     void start(int rate, int channelCount);
     void stop();
 
-    Stream* openStream(const char* path);
+    Stream* openStream(std::unique_ptr<Decoder> decoder);
     void closeStream(Stream* stream);
     void play(int channel, Stream* stream);
     int position(const Stream* stream);

@@ -34,7 +34,10 @@ void stop() {
 }
 
 Stream* openStream(const char* path) {
-    return mixer().openStream(path);
+    return mixer().openStream(Decoder::open(path));
+}
+Stream* openStream(std::unique_ptr<Decoder> decoder) {
+    return mixer().openStream(std::move(decoder));
 }
 void closeStream(Stream* stream) {
     mixer().closeStream(stream);

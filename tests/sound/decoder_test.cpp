@@ -65,6 +65,7 @@ TEST(Decoder, SeeksToTheFrame) {
     EXPECT_LT(worstDifference(end.left, whole, whole.size() - 4410, 4410), 1e-4f);
     EXPECT_EQ(*std::max_element(end.left.begin() + 4410, end.left.end()), 0);
     EXPECT_EQ(read(*decoder, 1h, 1000).left, std::vector<float>(1000));
+    EXPECT_FALSE(decoder->isDamaged());
 }
 
 TEST(Decoder, PlaysOtherRatesAtTheirPitchAndSpeed) {
@@ -109,6 +110,7 @@ TEST(Decoder, KeepsTimeThroughDamage) {
     auto decoder = Decoder::open(path.c_str());
     ASSERT_TRUE(decoder);
     const Sides sides = read(*decoder, 0s, 10 * recordRate);
+    EXPECT_TRUE(decoder->isDamaged());
     EXPECT_EQ(locate(sides.left, 100000, whole, 100000, 2000).value_or(-1), 100000);
     EXPECT_EQ(locate(sides.left, 400000, whole, 400000, 2000).value_or(-1), 400000);
 
