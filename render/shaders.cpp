@@ -20,42 +20,23 @@ GLint objectStatus(GLhandleARB object, GLenum status) {
     return value;
 }
 
-// Compiles BASE.vs into the program, checking GL after each step. Returns the shader, 0 without a file.
-GLhandleARB attachVertexShader(GLhandleARB program, const std::string& base) {
-    const auto source = readWholeFile((base + ".vs").c_str());
-    if (!source) return 0;
-
-    const GLhandleARB shader = glCreateShaderObjectARB(GL_VERTEX_SHADER_ARB);
-    checkGlError();
-    const char* text = source->c_str();
-    glShaderSourceARB(shader, 1, &text, nullptr);
-    checkGlError();
-    glCompileShaderARB(shader);
-    checkGlError();
-    if (objectStatus(shader, GL_OBJECT_COMPILE_STATUS_ARB) == 0) {
-        char log[logSize];
-        fetchLog(shader, log);
-        fatalError("Error compiling vertex shader: %s");
-    }
-    glAttachObjectARB(program, shader);
-    return shader;
+// Compiles a shader for the program and attaches it; false if it does not compile.
+bool attach(GLhandleARB program, GLenum kind, const std::string& source, GLhandleARB* shader,
+            GLenum (*check)()) {
+    *shader = glCreateShaderObjectARB(kind);
+    check();
+    const char* text = source.c_str();
+    glShaderSourceARB(*shader, 1, &text, nullptr);
+    check();
+    glCompileShaderARB(*shader);
+    check();
+    if (objectStatus(*shader, GL_OBJECT_COMPILE_STATUS_ARB) == 0) return false;
+    glAttachObjectARB(program, *shader);
+    return true;
 }
 
-void attachFragmentShader(GLhandleARB program, const std::string& base, GLhandleARB vertexShader) {
-    const auto source = readWholeFile((base + ".fs").c_str());
-    if (!source) return;
-
-    const GLhandleARB shader = glCreateShaderObjectARB(GL_FRAGMENT_SHADER_ARB);
-    const char* text = source->c_str();
-    glShaderSourceARB(shader, 1, &text, nullptr);
-    glCompileShaderARB(shader);
-    if (objectStatus(shader, GL_OBJECT_COMPILE_STATUS_ARB) == 0) {
-        char log[logSize];
-        // Kept: the vertex shader's log. Only whoever looks at it in a debugger would notice.
-        fetchLog(vertexShader, log);
-        fatalError("Error compiling fragment shader: %s");
-    }
-    glAttachObjectARB(program, shader);
+GLenum checkNothing() {
+    return GL_NO_ERROR;
 }
 
 GLint uniformLocation(GLhandleARB program, const char* uniform) {
@@ -64,39 +45,52 @@ GLint uniformLocation(GLhandleARB program, const char* uniform) {
 
 }  // namespace
 
-std::optional<std::string> readWholeFile(const char* path) {
-    FILE* file = fopen(path, "rb");
-    if (!file) return std::nullopt;
-    std::string content;
-    char block[4096];
-    while (const size_t count = fread(block, 1, sizeof block, file)) content.append(block, count);
-    fclose(file);
-    return content;
-}
-
 GLenum checkGlError() {
     const GLenum error = glGetError();
     if (error != GL_NO_ERROR) fatalError("GL error 0x%04x!");
     return error;
 }
 
+BuiltProgram buildProgram(const std::optional<std::string>& vertex,
+                          const std::optional<std::string>& fragment, GLenum (*check)()) {
+    BuiltProgram built;
+    check();
+    built.program = glCreateProgramObjectARB();
+    check();
+    built.failed = BuiltProgram::vertexCompiler;
+    if (vertex && !attach(built.program, GL_VERTEX_SHADER_ARB, *vertex, &built.vertexShader, check))
+        return built;
+    built.failed = BuiltProgram::fragmentCompiler;
+    if (fragment &&
+        !attach(built.program, GL_FRAGMENT_SHADER_ARB, *fragment, &built.fragmentShader, checkNothing))
+        return built;
+    glLinkProgramARB(built.program);
+    built.linkStatus = objectStatus(built.program, GL_OBJECT_LINK_STATUS_ARB);
+    built.failed = built.linkStatus == 0 ? BuiltProgram::linker : BuiltProgram::nothing;
+    return built;
+}
+
 int Demo::loadShader(const char* base, const char* name) {
-    checkGlError();
-    const GLhandleARB program = glCreateProgramObjectARB();
-    checkGlError();
-    shaders[name] = program;
-
-    const GLhandleARB vertexShader = attachVertexShader(program, base);
-    attachFragmentShader(program, base, vertexShader);
-
-    glLinkProgramARB(program);
-    const GLint linked = objectStatus(program, GL_OBJECT_LINK_STATUS_ARB);
-    if (linked == 0) {
-        char log[logSize];
-        fetchLog(program, log);
-        fatalError("Error linking shaders: %s");
+    const std::string path = base;
+    const BuiltProgram built = buildProgram(readWholeFile((path + ".vs").c_str()),
+                                            readWholeFile((path + ".fs").c_str()), checkGlError);
+    shaders[name] = built.program;
+    char log[logSize];
+    switch (built.failed) {
+        case BuiltProgram::vertexCompiler:
+            fetchLog(built.vertexShader, log);
+            fatalError("Error compiling vertex shader: %s");
+        case BuiltProgram::fragmentCompiler:
+            // Kept: the vertex shader's log. Only whoever looks at it in a debugger would notice.
+            fetchLog(built.vertexShader, log);
+            fatalError("Error compiling fragment shader: %s");
+        case BuiltProgram::linker:
+            fetchLog(built.program, log);
+            fatalError("Error linking shaders: %s");
+        case BuiltProgram::nothing:
+            break;
     }
-    return linked;
+    return built.linkStatus;
 }
 
 void Demo::useShader(const char* name) {

@@ -6,8 +6,20 @@
 #include <optional>
 #include <string>
 
-// The whole content of a file, zero-terminated by the string; nothing if the file can't be opened.
-std::optional<std::string> readWholeFile(const char* path);
+#include "image/whole_file.h"
 
 // Ends the program if a GL error is pending; returns GL_NO_ERROR otherwise.
 GLenum checkGlError();
+
+struct BuiltProgram {
+    GLhandleARB program = 0;
+    GLhandleARB vertexShader = 0;  // 0 without a source
+    GLhandleARB fragmentShader = 0;
+    GLint linkStatus = 0;
+    // Which step turned it down, whose log then says why. Each step needs the one before.
+    enum { nothing, vertexCompiler, fragmentCompiler, linker } failed = nothing;
+};
+// Off to the side of the show's table. Without one of the sources, what GL has in its place. `check` is
+// called before, and after the program and each step of the vertex shader.
+BuiltProgram buildProgram(const std::optional<std::string>& vertex,
+                          const std::optional<std::string>& fragment, GLenum (*check)());
