@@ -43,7 +43,7 @@ public:
 
 TEST_F(AmlToolView, ShowsTheFileAndAnewWhenItIsSaved) {
     save("data/palikka.AML");
-    MeshView view(scratch.file("mine.AML"), AML_PROGRAM);
+    MeshView view(scratch.file("mine.AML"));
     press(view, SDLK_SPACE);
     const Screen probe = shown(view);
     EXPECT_EQ(differing(probe, shown(view)), 0);
@@ -59,10 +59,10 @@ TEST_F(AmlToolView, ShowsTheFileAndAnewWhenItIsSaved) {
     const Screen ring = shown(view);
     save("data/palikka.AML", 5000);
     EXPECT_EQ(differing(ring, shown(view)), 0);
-    EXPECT_EQ(view.fault, "AML file " + scratch.file("mine.AML") + ": the file ends too early");
+    EXPECT_EQ(view.fault, scratch.file("mine.AML") + ": the file ends too early");
     save("CMakeLists.txt");
     EXPECT_EQ(differing(ring, shown(view)), 0);
-    EXPECT_EQ(view.fault, "File is not AML file (or is format version 0).");
+    EXPECT_EQ(view.fault, scratch.file("mine.AML") + ": File is not AML file (or is format version 0).");
     fs::remove(scratch.file("mine.AML"));
     EXPECT_EQ(differing(ring, shown(view)), 0);
     save("data/palikka.AML");
@@ -72,7 +72,7 @@ TEST_F(AmlToolView, ShowsTheFileAndAnewWhenItIsSaved) {
 
 TEST_F(AmlToolView, KeysShowWireAndNormalsAndTurnIt) {
     save("data/pallero.AML");
-    MeshView view(scratch.file("mine.AML"), AML_PROGRAM);
+    MeshView view(scratch.file("mine.AML"));
     press(view, SDLK_SPACE);
     const Screen plain = shown(view);
     for (const SDLKey key : {SDLK_w, SDLK_n}) {

@@ -1,11 +1,15 @@
 #include "tools/aml/info.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cmath>
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
 
+#include "geometry/aml.h"
 #include "geometry/vec3.h"
+#include "image/whole_file.h"
 #include "tools/formatted.h"
 
 namespace {
@@ -105,6 +109,15 @@ const MeshUse* useOf(const std::string& path) {
     for (const MeshUse& use : uses)
         if (name == use.file) return &use;
     return nullptr;
+}
+
+std::optional<MeshSet> readMeshes(const std::string& path, std::string* problem) {
+    errno = 0;
+    const auto bytes = readWholeFile(path.c_str());
+    if (!bytes) *problem = strerror(errno);
+    auto set = bytes ? readAml(*bytes, problem) : std::nullopt;
+    if (!set) problem->insert(0, path + ": ");
+    return set;
 }
 
 std::string describeMeshes(const MeshSet& set) {

@@ -1,6 +1,7 @@
 // What an AML file holds, and what the show has against it.
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -18,7 +19,10 @@ std::span<const MeshUse> meshUses();
 // By the file's name, in whatever folder; nullptr if the show has no such file.
 const MeshUse* useOf(const std::string& path);
 
-// Several lines, each ended. `set` as loadAml leaves it.
+// Of the file as it is at this moment; nothing, with a line that names it in `problem`, if it can't be read.
+std::optional<MeshSet> readMeshes(const std::string& path, std::string* problem);
+
+// Several lines, each ended. `set` as readMeshes leaves it.
 std::string describeMeshes(const MeshSet& set);
 
 // A line, not ended, for each reason why the show can't use the file under its name, or would look wrong or

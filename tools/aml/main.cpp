@@ -3,10 +3,9 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 
-#include "geometry/aml.h"
-#include "geometry/res_desc.h"
 #include "tools/aml/info.h"
 #include "tools/aml/model.h"
 #include "tools/aml/options.h"
@@ -20,9 +19,12 @@ int fail(const std::string& path, const std::string& problem) {
     return 1;
 }
 
-void read(MeshSet& set, const std::string& path) {
-    ResDescFile stream(path.c_str());
-    loadAml(set, stream, path.c_str());
+MeshSet read(const std::string& path) {
+    std::string problem;
+    auto set = readMeshes(path, &problem);
+    if (set) return std::move(*set);
+    fprintf(stderr, "%s\n", problem.c_str());
+    exit(1);
 }
 
 void printObjections(const MeshSet& set, const std::string& path) {
@@ -30,8 +32,7 @@ void printObjections(const MeshSet& set, const std::string& path) {
 }
 
 int info(const std::string& path) {
-    MeshSet set;
-    read(set, path);
+    const MeshSet set = read(path);
     int faces = 0;
     for (const Mesh& mesh : set) faces += mesh.faceCount;
     printf("%s: %d mesh%s, %d faces\n", path.c_str(), set.count, set.count == 1 ? "" : "es", faces);
@@ -67,8 +68,7 @@ int import(const std::string& model, const std::string& path, const Placing& pla
 }
 
 int exportTo(const std::string& path, const std::string& model) {
-    MeshSet set;
-    read(set, path);
+    const MeshSet set = read(path);
     const std::string problem = exportModel(set, model);
     return problem.empty() ? 0 : fail(model, problem);
 }

@@ -1,27 +1,21 @@
 #include "tools/aml/view.h"
 
 #include <GL/glew.h>
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/mman.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
+#include <optional>
 #include <utility>
 
 #include "app/text.h"
 #include "app/window.h"
 #include "effects/surface.h"
-#include "geometry/aml.h"
 #include "render/demo.h"
 #include "render/screen.h"
 #include "tools/aml/info.h"
+#include "tools/display.h"
 
 namespace {
 
@@ -35,60 +29,6 @@ constexpr float zoomStep = 1.1f;
 constexpr float normalLength = 5;  // units, at the shown radius
 constexpr int rest = 15;           // milliseconds between frames
 constexpr const char* textures[][2] = {{"shiptex", "data/shiptex.png"}, {"envmap", "data/envmap.png"}};
-
-// A file as it was at one moment, under a path of its own that stays the same for whoever reads it, in this
-// process and in those that it starts.
-struct Copy {
-    int descriptor = memfd_create("mesh", 0);
-    bool whole = false;
-
-    explicit Copy(const std::string& path) {
-        std::ifstream file(path, std::ios::binary);
-        const std::string bytes{std::istreambuf_iterator<char>(file), {}};
-        whole = file && write(descriptor, bytes.data(), bytes.size()) == ssize_t(bytes.size());
-    }
-    ~Copy() { close(descriptor); }
-    Copy(const Copy&) = delete;
-    Copy& operator=(const Copy&) = delete;
-    std::string path() const { return "/proc/self/fd/" + std::to_string(descriptor); }
-};
-
-// What the reader says of the file, since what it can't read ends its process; empty if it can.
-std::string complaint(const std::string& program, const std::string& path) {
-    int ends[2];
-    if (pipe2(ends, O_CLOEXEC) != 0) return "no pipe is left";
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
-    posix_spawn_file_actions_adddup2(&actions, ends[1], STDERR_FILENO);
-    std::string words[] = {program, "info", path};
-    char* arguments[] = {words[0].data(), words[1].data(), words[2].data(), nullptr};
-    pid_t process;
-    const bool runs = posix_spawn(&process, program.c_str(), &actions, nullptr, arguments, environ) == 0;
-    posix_spawn_file_actions_destroy(&actions);
-    close(ends[1]);
-    std::string said;
-    char part[512];
-    for (ssize_t size; runs && (size = read(ends[0], part, sizeof part)) > 0;) said.append(part, size);
-    close(ends[0]);
-    if (!runs) return "can't be checked";
-    int status = 0;
-    waitpid(process, &status, 0);
-    if (status == 0) return {};
-    said = said.substr(0, said.find('\n'));
-    return said.empty() ? "can't be read" : said;
-}
-
-// As a show's file is expanded; false for one that the show can't expand.
-bool expand(MeshSet& set) {
-    for (Mesh& mesh : set) {
-        if (mesh.attribCount == 0 || mesh.attribType[0] != gvertexAttrib ||
-            mesh.slotOfType[gvertexAttrib] != 0)
-            return false;
-        mesh.expandPositions("");
-    }
-    return true;
-}
 
 Vec3 vectorAt(const Mesh& mesh, int vertex, int type) {
     const float* words = mesh.vertexAttrib(vertex, type);
@@ -114,8 +54,7 @@ void drawPlain(float r, float g, float b) {
 
 }  // namespace
 
-MeshView::MeshView(std::string path, std::string program)
-    : path(std::move(path)), program(std::move(program)) {
+MeshView::MeshView(std::string path) : path(std::move(path)) {
     for (const auto& [name, file] : textures)
         if (!demo->textureNames.contains(name)) demo->loadTexture(file, name, GL_REPEAT, GL_REPEAT);
     reload();
@@ -155,21 +94,20 @@ void MeshView::frame() {
 
 void MeshView::reload() {
     stat(path.c_str(), &seen);
-    const Copy copy(path);
-    fault = copy.whole ? complaint(program, copy.path()) : "can't be read";
-    for (size_t at; (at = fault.find(copy.path())) != std::string::npos;)
-        fault.replace(at, copy.path().size(), path);
-    if (!fault.empty()) return;
-    MeshSet fresh;
-    ResDescFile stream(copy.path().c_str());
-    loadAml(fresh, stream, path.c_str());
-    const std::vector<std::string> found = ::objections(fresh, path);
-    if (!expand(fresh)) {
-        fault = found.front();
-        return;
+    std::optional<MeshSet> fresh = readMeshes(path, &fault);
+    if (!fresh) return;
+    const std::vector<std::string> found = ::objections(*fresh, path);
+    for (Mesh& mesh : *fresh) {
+        // The show does not start with it, says the first.
+        if (!mesh.canExpandPositions()) {
+            fault = found.front();
+            return;
+        }
+        mesh.expandPositions(path.c_str());
     }
+    fault.clear();
     objections = found;
-    take(fresh);
+    take(*fresh);
 }
 
 void MeshView::take(MeshSet& fresh) {
@@ -267,8 +205,9 @@ void MeshView::drawWords() const {
 }
 
 int viewMeshes(const std::string& path) {
-    if (const std::string reason = complaint("/proc/self/exe", path); !reason.empty()) {
-        fprintf(stderr, "%s\n", reason.c_str());
+    std::string problem;
+    if (!readMeshes(path, &problem)) {
+        fprintf(stderr, "%s\n", problem.c_str());
         return 1;
     }
     for (const char* file : {"data/loading.jpg", textures[0][1], textures[1][1]}) {
@@ -276,11 +215,12 @@ int viewMeshes(const std::string& path) {
         fprintf(stderr, "%s is not there: start aml view where the show's data/ is\n", file);
         return 1;
     }
+    needDisplay();
     openWindow(false);
     startDemo();
     SDL_WM_SetCaption(path.c_str(), "Valojuova");
     SDL_EnableKeyRepeat(SDL_DEFAULT_REPEAT_DELAY, SDL_DEFAULT_REPEAT_INTERVAL);
-    MeshView view(path, "/proc/self/exe");
+    MeshView view(path);
     std::string told;
     while (!view.done) {
         SDL_Event event;

@@ -13,8 +13,7 @@
 
 struct MeshView {
     std::string path;
-    std::string program;  // `aml` itself, which is run to learn whether a file can be read
-    MeshSet set;          // expanded and uploaded
+    MeshSet set;  // expanded and uploaded
     std::vector<std::string> objections;
     std::string fault;  // of the last save, a line
     bool wire = false, normals = false, turning = true, done = false;
@@ -22,7 +21,7 @@ struct MeshView {
     float zoom = 1;
 
     // Needs the window and `demo`; loads the hull's two textures from data/ where `demo` doesn't have them.
-    MeshView(std::string path, std::string program);
+    explicit MeshView(std::string path);
 
     void handleEvent(const SDL_Event& event);
     // Takes up what was saved, draws, and shows it.
