@@ -33,10 +33,15 @@ void tapBeat() {
 
 }  // namespace
 
-void handleKey(SDLKey key) {
+float seekSeconds(SDLKey key) {
     for (const auto& seek : seekKeys) {
-        if (key == seek.key) demo->clock.seek(demo->clock.time() + seek.seconds);
+        if (key == seek.key) return seek.seconds;
     }
+    return 0;
+}
+
+void handleKey(SDLKey key) {
+    if (const float seconds = seekSeconds(key)) demo->clock.seek(demo->clock.time() + seconds);
     if (key == SDLK_ESCAPE) quit();
     if (key == SDLK_SPACE) tapBeat();
     if (key == SDLK_p) demo->clock.pause();

@@ -5,3 +5,6 @@
 
 // Acts on one key press; keys without a meaning do nothing.
 void handleKey(SDLKey key);
+
+// How far the key moves the music; 0 if it doesn't.
+float seekSeconds(SDLKey key);

@@ -2,6 +2,8 @@
 // frame of the show.
 #pragma once
 
+#include <functional>
+
 #include "app/options.h"
 #include "app/sound_music.h"
 #include "render/demo.h"
@@ -10,10 +12,10 @@
 // How the stages of the loading load what they have to; the show's own way unless the caller asks for
 // another.
 struct Stages {
-    void (*loadingPicture)() = loadLoadingPicture;
-    void (*meshes)() = loadMeshes;
-    void (*textures)() = loadTextures;
-    void (*shaders)() = loadShaders;
+    std::function<void()> loadingPicture = loadLoadingPicture;
+    std::function<void()> meshes = loadMeshes;
+    std::function<void()> textures = loadTextures;
+    std::function<void()> shaders = loadShaders;
 };
 
 // GL's state, the loading screen and all resources. Ends the program if one is missing.

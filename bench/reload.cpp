@@ -8,9 +8,12 @@
 #include <iterator>
 #include <vector>
 
+#include "app/startup.h"
 #include "bench/bench.h"
 #include "render/demo.h"
 #include "tools/capture/stepped_show.h"
+#include "tools/capture/window.h"
+#include "tools/loading/loading.h"
 #include "tools/rehearse/rehearsal.h"
 
 namespace fs = std::filesystem;
@@ -53,12 +56,15 @@ Figures benchReload(const std::string&) {
     fs::remove_all(scratch);
     fs::create_directories(scratch);
     fs::copy("data", scratch / "data", fs::copy_options::recursive);
-    const std::string checker = fs::read_symlink("/proc/self/exe").parent_path() / "rehearse";
-    checkProgram = checker.c_str();
     fs::current_path(scratch);
 
-    SteppedShow show(Transport::framesPerSecond);
-    Rehearsal rehearsal(show);
+    Watch watch;
+    watch.add("data");
+    openCaptureWindow(0);
+    Loading loading(true);
+    initialiseDemo(loading.stages());
+    SteppedShow show(Transport::framesPerSecond, SteppedShow::Loaded{});
+    Rehearsal rehearsal(show, loading, watch);
     rehearsal.transport.setPosition(moment);
     rehearsal.transport.goOn();
     double frame = 1e9;

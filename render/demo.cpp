@@ -57,7 +57,7 @@ void loadLoadingPicture() {
     demo->setTextureSize("loading", loadingPictureSize, loadingPictureSize);
 }
 
-void startDemo(void (*loadPicture)()) {
+void startDemo(const std::function<void()>& loadPicture) {
     // A window without GLX, as under Wayland, has its entry points all the same.
     const GLenum error = glewInit();
     if (error != GLEW_OK && error != GLEW_ERROR_NO_GLX_DISPLAY) fatalError("Could not init GLEW: %s");

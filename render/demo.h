@@ -5,6 +5,7 @@
 #include <GL/glew.h>
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <string>
 
@@ -142,4 +143,4 @@ void loadLoadingPicture();
 
 // After the video mode is set: GLEW, the shading language, the global `demo`, GL's first state, the loading
 // picture. Ends the program if the driver can't play the show.
-void startDemo(void (*loadPicture)() = loadLoadingPicture);
+void startDemo(const std::function<void()>& loadPicture = loadLoadingPicture);

@@ -25,20 +25,28 @@ public:
         Show::TearDown();
     }
 
-    // Another rehearsal of the show that is loaded.
+    // Another rehearsal of the show that is loaded, with its music measured.
     void begin(const std::string& sources, const std::vector<std::string>& makeData) {
         rehearsal.reset();
-        rehearsal.emplace(*show, sources, makeData);
+        watch.emplace();
+        watch->add("data");
+        if (!sources.empty()) watch->add(sources);
+        loading.emplace(true);
+        loading->allProblems();
+        for (const auto& [path, file] : loading->files)
+            if (file.name.kind == FileKind::shader) loading->shadersInUse[path] = file.text;
+        rehearsal.emplace(*show, *loading, *watch, sources, makeData);
         rehearsal->deskShown = false;
     }
-    void key(SDLKey symbol, SDLMod modifiers = KMOD_NONE) {
+    void keyEvent(SDLKey symbol, Uint8 type) {
         SDL_Event event{};
-        event.type = SDL_KEYDOWN;
+        event.type = type;
         event.key.keysym.sym = symbol;
-        event.key.keysym.mod = modifiers;
         rehearsal->handleEvent(event);
-        event.type = SDL_KEYUP;
-        rehearsal->handleEvent(event);
+    }
+    void key(SDLKey symbol) {
+        keyEvent(symbol, SDL_KEYDOWN);
+        keyEvent(symbol, SDL_KEYUP);
     }
     // Frames until what is held is drawn exactly. The picture in the window, which is what was swapped.
     Screen settle() {
@@ -53,6 +61,8 @@ public:
     }
 
     std::optional<SteppedShow> show;
+    std::optional<Watch> watch;
+    std::optional<Loading> loading;
     std::optional<Rehearsal> rehearsal;
 };
 

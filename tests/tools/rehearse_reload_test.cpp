@@ -7,7 +7,7 @@
 
 #include "tests/scratch.h"
 #include "tests/tools/rehearsal_window.h"
-#include "tools/rehearse/program_build.h"
+#include "tools/loading/program_build.h"
 
 namespace {
 
@@ -30,7 +30,6 @@ public:
         fs::create_directories(scratch.path / "production");
         fs::copy("production/shaders", scratch.path / "production/shaders", fs::copy_options::recursive);
         inside.emplace(scratch.path);
-        checkProgram = REHEARSE_PROGRAM;
         begin("production", {"sh", "make.sh"});
     }
     void TearDown() override {
@@ -77,7 +76,7 @@ public:
         delete[] image.pixels;
         return screen;
     }
-    std::string problem(const std::string& file) { return rehearsal->reload.problems[file]; }
+    std::string problem(const std::string& file) { return loading->problems[file]; }
 };
 
 constexpr char tinted[] =
@@ -137,7 +136,7 @@ TEST_F(RehearseReload, AMistakeIsToldWithItsLineUntilItIsMended) {
 
     save("data/shaders/boom.fs", good, false);
     await();
-    EXPECT_EQ(rehearsal->reload.problems.count("data/shaders/boom.fs"), 0u);
+    EXPECT_EQ(loading->problems.count("data/shaders/boom.fs"), 0u);
 }
 
 // The generator's shaders, one of which serves three programs; a name changed in both stages, one after the
@@ -160,7 +159,7 @@ TEST_F(RehearseReload, SourcesOfShadersCountToo) {
     both.insert(both.find("void main"), "varying vec4 tint;\n");
     save("production/shaders/picture.vs", both);
     await();
-    EXPECT_TRUE(rehearsal->reload.problems.empty());
+    EXPECT_TRUE(loading->problems.empty());
     EXPECT_EQ(contentOf("data/shaders/antiariel.vs"), both);
     EXPECT_NE(contentOf("data/shaders/boom.fs"), tinted);
 }
@@ -254,7 +253,7 @@ TEST_F(RehearseReload, AThousandDamagedSavesLeaveNothingBehind) {
     }
     for (const auto& [file, content] : good) save(file, content, false);
     EXPECT_EQ(differing(after(), before), 0);
-    EXPECT_TRUE(rehearsal->reload.problems.empty());
+    EXPECT_TRUE(loading->problems.empty());
     EXPECT_EQ(objects(), kept);
     EXPECT_LT(std::distance(fs::directory_iterator("/proc/self/fd"), {}), 60);
 }

@@ -48,6 +48,20 @@ TEST_F(Rehearse, StepsLeadFromFrameToFrameAndNowhereElse) {
     EXPECT_TRUE(rehearsal->transport.held);
 }
 
+// Three taps within a frame; a key that is held down repeats once a frame.
+TEST_F(Rehearse, EveryTapCounts) {
+    goTo(10000);
+    for (int i = 0; i < 3; i++) key(SDLK_RIGHT);
+    key(SDLK_DOWN);
+    settle();
+    EXPECT_EQ(rehearsal->desk.ms, 8000);
+    for (int i = 0; i < 5; i++) keyEvent(SDLK_RIGHT, SDL_KEYDOWN);
+    rehearsal->frame();
+    keyEvent(SDLK_RIGHT, SDL_KEYDOWN);
+    settle();
+    EXPECT_EQ(rehearsal->desk.ms, 11000);
+}
+
 // The programme's last row would end the program.
 TEST_F(Rehearse, TheEndIsAPlaceToStandAt) {
     rehearsal->transport.setPosition(195270);

@@ -16,7 +16,7 @@
 #include "tools/capture/stopping.h"
 #include "tools/capture/window.h"
 #include "tools/installed_show.h"
-#include "tools/show_files.h"
+#include "tools/loading/loading.h"
 
 namespace {
 
@@ -72,6 +72,7 @@ bool capture(const CaptureOptions& options) {
         fprintf(stderr, "capture: no frame lies between --from and --to\n");
         return false;
     }
+    if (!readShow().empty()) return false;
     openCaptureWindow(options.samples);
     Manifest wanted = manifestOfWindow(options.fps, options.kind, soundtrack.hash);
     if (!film) frames = missingPictures(options, frames, &wanted);

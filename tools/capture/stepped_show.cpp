@@ -3,11 +3,9 @@
 #include <vector>
 
 #include "app/frame.h"
-#include "app/startup.h"
 #include "render/demo.h"
 #include "script/run_up.h"
 #include "tools/capture/window.h"
-#include "tools/data_folder.h"
 
 OnePixel::OnePixel() {
     glScissor(0, 0, 1, 1);
@@ -20,7 +18,6 @@ OnePixel::~OnePixel() {
 
 SteppedShow::SteppedShow(int fps, int samples) : fps(fps) {
     openCaptureWindow(samples);
-    const FolderLock held = holdDataSet();
     initialiseDemo();
     demo->clock.source = &music;
 }

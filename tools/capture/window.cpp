@@ -10,6 +10,7 @@
 
 #include "app/window.h"
 #include "render/screen.h"
+#include "tools/display.h"
 
 namespace {
 
@@ -43,6 +44,7 @@ int windowSamples() {
 }
 
 void openCaptureWindow(int samples) {
+    needDisplay();
     keepFramesUnscaled();
     if (samples == samplesOfRenderer) {
         openWindow(false);

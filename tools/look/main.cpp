@@ -9,7 +9,6 @@
 #include <cstdlib>
 #include <string>
 
-#include "app/startup.h"
 #include "script/timeline.h"
 #include "tools/capture/stepped_show.h"
 #include "tools/capture/whole_file.h"
@@ -17,6 +16,7 @@
 #include "tools/command_line.h"
 #include "tools/data_folder.h"
 #include "tools/installed_show.h"
+#include "tools/loading/loading.h"
 
 namespace {
 
@@ -51,7 +51,7 @@ void openShow() {
     openCaptureWindow(0);
     const FolderLock held = holdDataSet();
     const OnePixel unseen;
-    initialiseDemo();
+    loadShow();
 }
 
 void showUntilKey() {
@@ -80,6 +80,7 @@ int main(int argc, char** argv) {
     file = pathFrom(goToInstalledShow(), file);
     if (!makeStaleData()) return 1;
 
+    if (!readShow().empty()) return 1;
     atexit(failUnlessSucceeded);
     openShow();
     SteppedShow show(framesPerSecond, SteppedShow::Loaded{});

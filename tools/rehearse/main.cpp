@@ -4,15 +4,14 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 
 #include "app/app.h"
 #include "app/startup.h"
 #include "app/window.h"
 #include "render/quit.h"
 #include "tools/data_folder.h"
+#include "tools/display.h"
 #include "tools/installed_show.h"
-#include "tools/rehearse/loading.h"
 #include "tools/rehearse/options.h"
 #include "tools/rehearse/rehearsal.h"
 
@@ -27,28 +26,27 @@ void failUnlessSucceeded() {
     _exit(1);
 }
 
-// Played from memory: what is saved over the file is not heard before it is known to be good.
-void startMusicFromMemory(int soundOutput) {
-    std::string problem;
-    const auto snapshot = takeSnapshot(SoundMusic::path, &problem);
-    startMusic(soundOutput, snapshot ? snapshot->path().c_str() : "");
-}
-
-bool rehearse(const RehearseOptions& options, FolderLock& held) {
+bool rehearse(const RehearseOptions& options) {
+    needDisplay();
+    // In this order: what is saved while it is being loaded is seen.
+    const std::string sources = generatorSources();
+    Watch watch;
+    watch.add("data");
+    if (!sources.empty()) watch.add(sources);
+    FolderLock held = holdDataSet();
+    Loading loading(true);
     app.screen = openWindow(false);
-    initialiseDemo(patientStages());
+    initialiseDemo(loading.stages());
     SteppedShow show(Transport::framesPerSecond, SteppedShow::Loaded{});
-    Rehearsal rehearsal(show, generatorSources(), makeDataCommand());
+    Rehearsal rehearsal(show, loading, watch, sources, makeDataCommand());
     SDL_WM_SetCaption("Valojuova: rehearsal", "Valojuova");
-    startMusicFromMemory(options.soundOutput);
+    startMusic(options.soundOutput, "");
     demo->clock.source = &rehearsal.transport;
-    rehearsal.transport.replaceStream(app.music.stream);
+    rehearsal.transport.replaceStream(sound::openStream(loading.takeMusic()));
     rehearsal.transport.setPosition(int(std::lround(options.second * 1000)));
     if (!options.held) rehearsal.transport.goOn();
     rehearsal.stateFile = options.stateFile;
     rehearsal.pictureFile = options.pictureFile;
-    rehearsal.reload.problems.merge(brokenFiles());
-    rehearsal.reload.measureMusic();
     held.release();
     SDL_EnableKeyRepeat(SDL_DEFAULT_REPEAT_DELAY, SDL_DEFAULT_REPEAT_INTERVAL);
     while (!rehearsal.done) {
@@ -56,20 +54,17 @@ bool rehearse(const RehearseOptions& options, FolderLock& held) {
         while (SDL_PollEvent(&event)) rehearsal.handleEvent(event);
         rehearsal.frame();
     }
-    return !rehearsal.failed;
+    return rehearsal.wrote || options.pictureFile.empty();
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc > 1 && strcmp(argv[1], "--check") == 0) return runCheck(argc, argv);
     RehearseOptions options = parseRehearseOptions(argc, argv);
     const std::string folder = goToInstalledShow();
     options.stateFile = pathFrom(folder, options.stateFile);
     options.pictureFile = pathFrom(folder, options.pictureFile);
-    FolderLock held = holdDataSet();
-    lookForBrokenFiles();
     atexit(failUnlessSucceeded);
-    succeeded = rehearse(options, held);
+    succeeded = rehearse(options);
     quit();
 }

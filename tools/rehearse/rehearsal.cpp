@@ -43,13 +43,10 @@ int milliseconds(float seconds) {
 
 }  // namespace
 
-Rehearsal::Rehearsal(SteppedShow& show, const std::string& sources, const std::vector<std::string>& makeData)
-    : show(show), reload(&transport, sources) {
-    watch.add("data");
-    if (!sources.empty()) {
-        watch.add(sources);
-        build.command = makeData;
-    }
+Rehearsal::Rehearsal(SteppedShow& show, Loading& loading, Watch& watch, const std::string& sources,
+                     const std::vector<std::string>& makeData)
+    : show(show), watch(watch), reload(&transport, loading, sources) {
+    if (!sources.empty()) build.command = makeData;
     transport.end = milliseconds(programme().back().begin);
     desk.end = transport.end;
     demo->clock.source = &transport;
@@ -59,7 +56,9 @@ Rehearsal::Rehearsal(SteppedShow& show, const std::string& sources, const std::v
 void Rehearsal::handleEvent(const SDL_Event& event) {
     switch (event.type) {
         case SDL_KEYDOWN:
-            if (down.insert(event.key.keysym.sym).second || repeats(event.key.keysym.sym))
+            // Every tap counts; one that is held down counts once a frame, however long that takes.
+            if (down.insert(event.key.keysym.sym).second ||
+                (repeats(event.key.keysym.sym) && repeated.insert(event.key.keysym.sym).second))
                 handleKey(event.key);
             break;
         case SDL_KEYUP:
@@ -122,7 +121,11 @@ void Rehearsal::handleKey(const SDL_KeyboardEvent& key) {
             tapped = true;
             break;
         default:
-            ::handleKey(key.keysym.sym);
+            // Not from the frame's time, as the show's own: several may come within a frame.
+            if (const float seconds = seekSeconds(key.keysym.sym))
+                transport.setPosition(transport.position() + milliseconds(seconds));
+            else
+                ::handleKey(key.keysym.sym);
             break;
     }
 }
@@ -151,6 +154,7 @@ void Rehearsal::redraw() {
 }
 
 void Rehearsal::frame() {
+    repeated.clear();
     lookForChanges();
     if (reload.apply()) {
         loaded++;
@@ -228,6 +232,7 @@ void Rehearsal::drawStepped(int target) {
 
 void Rehearsal::lookForChanges() {
     const Watch::Changes changes = watch.take();
+    if (!watch.problem.empty()) reload.tell("", watch.problem);
     for (const std::string& path : changes.gone) reload.gone(path);
     for (const std::string& path : changes.saved) {
         reload.saved(path);
@@ -242,7 +247,7 @@ void Rehearsal::lookForChanges() {
 }
 
 void Rehearsal::writePicture() {
-    failed = !writeScreen(pictureFile);
+    wrote = writeScreen(pictureFile);
     done = true;
 }
 
@@ -273,7 +278,7 @@ void Rehearsal::describeDesk() {
     desk.waveform = reload.waveform;
     desk.working = build.running() ? "making: " + build.latest + "; " + build.whatIsShown() : "";
     desk.problems.clear();
-    for (const auto& [file, problem] : reload.problems) desk.problems.push_back(problem);
+    for (const auto& [file, problem] : reload.loading.problems) desk.problems.push_back(problem);
     if (!build.problem.empty()) desk.problems.push_back(build.problem + "\n" + build.whatIsShown());
     desk.messages.clear();
     for (const auto& line : app.messages.lines) desk.messages.push_back(line.get());

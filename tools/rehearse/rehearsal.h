@@ -20,31 +20,33 @@ struct Rehearsal {
     FreshStart start;
     StoredPicture picture;  // of what is held
     Transport transport;
-    Watch watch;
+    Watch& watch;
     Reload reload;
     BackgroundBuild build;  // of the generator and what it makes
     DeskState desk;
     bool deskShown = true;
     bool done = false;
-    bool failed = false;      // to do what was asked for
+    bool wrote = false;       // the picture that was asked for
     std::string stateFile;    // what the desk shows goes there as well; none if empty
     std::string pictureFile;  // what the window shows goes there once it is settled, and that is all
 
     // What is held is the very frame that a film of the show has; a quick one is shown before.
     bool exact = false;
-    bool stepped = false;   // the next frame can be drawn after it as it is
-    bool tapped = false;    // a beat, since the frame before
-    double lastJump = 0;    // seconds
-    int shownEntry = 0;     // of the frame before
-    int loaded = 0;         // how often something took its place
-    std::set<SDLKey> down;  // keys
+    bool stepped = false;       // the next frame can be drawn after it as it is
+    bool tapped = false;        // a beat, since the frame before
+    double lastJump = 0;        // seconds
+    int shownEntry = 0;         // of the frame before
+    int loaded = 0;             // how often something took its place
+    std::set<SDLKey> down;      // keys
+    std::set<SDLKey> repeated;  // since the frame before, by being held down
     enum { nothing, position, loopEdge } dragged = nothing;
     int dragStart = 0;  // milliseconds
 
-    // After everything has been loaded; holds at the start. Watches data/ and, unless it is empty, the folder
-    // of the generator's sources, which `makeData` makes the data set from.
-    explicit Rehearsal(SteppedShow& show, const std::string& sources = "",
-                       const std::vector<std::string>& makeData = {});
+    // After everything has been loaded; holds at the start. `watch`, which has begun before that, sees data/
+    // and, unless it is empty, the folder of the generator's sources, which `makeData` makes the data set
+    // from.
+    Rehearsal(SteppedShow& show, Loading& loading, Watch& watch, const std::string& sources = "",
+              const std::vector<std::string>& makeData = {});
 
     void handleEvent(const SDL_Event& event);
     // Draws what is on now, and the desk over it, and shows both.

@@ -1,6 +1,5 @@
 #include "tools/rehearse/reload.h"
 
-#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstring>
@@ -8,50 +7,29 @@
 #include <optional>
 #include <utility>
 
-#include "app/sound_music.h"
 #include "app/startup.h"
 #include "effects/cube_heap.h"
-#include "geometry/aml.h"
 #include "production/making/laying.h"
 #include "production/shaders/shaders.h"
 #include "render/demo.h"
-#include "render/shaders.h"
 #include "script/resources.h"
-#include "tools/rehearse/loading.h"
 #include "tools/rehearse/uniforms.h"
 
 namespace fs = std::filesystem;
 
 namespace {
 
-constexpr size_t mostChecks = 2;       // at a time
 constexpr double returnsWithin = 0.5;  // seconds; editors put the old file away before the new one comes
 
 double secondsNow() {
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 
-const TextureRow* textureOf(const std::string& path) {
-    if (path == loadingRow.path) return &loadingRow;
+const TextureRow& textureOf(const std::string& path) {
     for (const TextureRow& row : textureRows())
-        if (path == row.path) return &row;
-    return nullptr;
+        if (path == row.path) return row;
+    return loadingRow;
 }
-
-const MeshRow* meshOf(const std::string& path) {
-    for (const MeshRow& row : meshRows())
-        if (path == row.path) return &row;
-    return nullptr;
-}
-
-std::optional<FileKind> kindOf(const std::string& path) {
-    if (path == SoundMusic::path) return FileKind::music;
-    if (meshOf(path)) return FileKind::model;
-    if (textureOf(path)) return FileKind::picture;
-    return std::nullopt;
-}
-
-constexpr const char* stages[] = {".vs", ".fs"};
 
 // The generator's source of a shader below data/.
 std::string sourceOf(const std::string& sources, const std::string& file) {
@@ -75,154 +53,96 @@ void remakeEffects() {
 
 }  // namespace
 
-Reload::Reload(Transport* transport, const std::string& sources) : transport(transport), sources(sources) {
-    for (const ShaderRow& row : shaderRows()) {
-        for (const char* stage : stages) {
-            const std::string file = std::string(row.base) + stage;
-            if (auto text = readWholeFile(file.c_str())) loadedShaders[file] = *text;
-        }
+Reload::Reload(Transport* transport, Loading& loading, const std::string& sources)
+    : transport(transport), loading(loading), sources(sources) {
+    for (const FileName& name : showFiles()) {
+        known[name.path] = name.kind;
+        const std::string source = sourceOf(sources, name.path);
+        if (!source.empty()) known[source] = name.kind;
     }
-}
-
-bool Reload::isShader(const std::string& path) const {
-    for (const ShaderRow& row : shaderRows()) {
-        for (const char* stage : stages) {
-            const std::string file = std::string(row.base) + stage;
-            if (path == file || path == sourceOf(sources, file)) return true;
-        }
-    }
-    return false;
 }
 
 void Reload::saved(const std::string& path) {
-    if (path.empty()) return;
     missing.erase(path);
-    if (path == SoundMusic::path) measuring = false;
-    if (isShader(path)) savedShaders.insert(path);
-    if (!kindOf(path)) return;
-    if (std::find(waiting.begin(), waiting.end(), path) == waiting.end()) waiting.push_back(path);
+    const auto file = known.find(path);
+    if (file != known.end()) loading.readers.request({file->second, path});
 }
 
 void Reload::gone(const std::string& path) {
-    if (!isShader(path) && !kindOf(path)) return;
-    missing[path] = secondsNow();
+    for (const auto& [file, kind] : known)
+        if (file == path || file.starts_with(path + "/")) missing[file] = secondsNow();
 }
 
 void Reload::everything() {
-    saved(loadingRow.path);
-    for (const TextureRow& row : textureRows()) saved(row.path);
-    for (const MeshRow& row : meshRows()) saved(row.path);
-    saved(SoundMusic::path);
-    for (const ShaderRow& row : shaderRows()) {
-        for (const char* stage : stages) {
-            saved(std::string(row.base) + stage);
-            saved(sourceOf(sources, std::string(row.base) + stage));
-        }
-    }
-}
-
-void Reload::measureMusic() {
-    saved(SoundMusic::path);
-    measuring = true;
+    for (const auto& [file, kind] : known) saved(file);
 }
 
 bool Reload::apply() {
-    startChecks();
     lookForMissing();
-    const bool programs = loadShaders(), others = finishChecks();
-    return programs || others;
-}
-
-void Reload::startChecks() {
-    while (!waiting.empty() && checks.size() < mostChecks) {
-        const std::string path = waiting.front();
-        // One of the same file is outdated, if it is still under way.
-        std::erase_if(checks, [&](const auto& check) { return check->name == path; });
-        waiting.pop_front();
-        std::string problem;
-        auto snapshot = takeSnapshot(path, &problem);
-        if (snapshot)
-            checks.push_back(std::make_unique<Check>(*kindOf(path), path, std::move(snapshot)));
-        else if (fs::exists(path))
-            tell(path, path + ": " + problem);
-        else
-            gone(path);
-    }
-}
-
-bool Reload::finishChecks() {
     bool changed = false;
-    std::erase_if(checks, [&](const auto& check) {
-        const auto result = check->result();
-        if (!result) return false;
-        if (!result->good)
-            tell(check->name, result->problem);
-        else if (load(*check, result->output))
-            changed = true;
-        return true;
-    });
+    while (auto file = loading.readers.take()) {
+        if (load(*file)) changed = true;
+    }
     return changed;
 }
 
-bool Reload::load(const Check& check, const std::string& output) {
-    const bool loaded = check.kind == FileKind::picture ? loadPicture(check)
-                        : check.kind == FileKind::model ? loadModel(check)
-                                                        : loadMusic(check, output);
-    mend(check.name);
-    if (check.kind != FileKind::music || !measuring) news.push_back("loaded " + check.name);
-    return loaded;
-}
-
-bool Reload::loadPicture(const Check& check) {
-    const TextureRow& row = *textureOf(check.name);
-    Image image = {};
-    if (readPicture(check.snapshot->path().c_str(), check.name, &image) != 0) return false;
-    demo->replaceTexture(row.key, image, row.wrapS, row.wrapT);
-    demo->setTextureSize(row.key, row.width, row.height);
-    delete[] image.pixels;
-    return true;
-}
-
-bool Reload::loadModel(const Check& check) {
-    const MeshRow& row = *meshOf(check.name);
-    auto set = std::make_unique<MeshSet>();
-    ResDescFile file(check.snapshot->path().c_str());
-    loadAml(*set, file, row.path);
-    for (Mesh& mesh : *set) {
-        mesh.expandPositions(row.path);
-        mesh.upload();
+bool Reload::load(ShowFile& file) {
+    const std::string& path = file.name.path;
+    if (file.name.kind == FileKind::music) savedMusic.swap(file.music);
+    if (file.missing) {
+        gone(path);
+        return false;
     }
-    demo->replaceMesh(row.key, set.release());
-    if (row.afterwards) row.afterwards();
-    remakeEffects();
+    if (!file.problem.empty()) {
+        tell(path, file.problem);
+        return false;
+    }
+    switch (file.name.kind) {
+        case FileKind::shader:
+            return loadShader({path, file.text});
+        case FileKind::music:
+            loadMusic(file);
+            return false;
+        case FileKind::picture:
+            putPicture(textureOf(path), file.picture);
+            break;
+        case FileKind::model:
+            loadModel(file);
+            break;
+    }
+    mend(path);
+    news.push_back("loaded " + path);
     return true;
 }
 
-bool Reload::loadMusic(const Check& check, const std::string& columns) {
-    waveform = columns;
-    if (!measuring) transport->replaceStream(sound::openStream(check.snapshot->path().c_str()));
-    return false;
+void Reload::loadModel(ShowFile& file) {
+    for (const MeshRow& row : meshRows())
+        if (file.name.path == row.path) putModel(row, std::move(file.model));
+    remakeEffects();
 }
 
-bool Reload::loadShaders() {
+// The one that was saved is played once it has been measured: damage is found on the way.
+void Reload::loadMusic(ShowFile& file) {
+    if (file.waveform.empty()) return;
+    waveform = file.waveform;
+    mend(file.name.path);
+    if (!file.music) return;
+    transport->replaceStream(sound::openStream(std::move(file.music)));
+    news.push_back("loaded " + file.name.path);
+}
+
+bool Reload::loadShader(const ShaderText& saved) {
     bool changed = false;
-    for (const std::string& path : std::exchange(savedShaders, {})) {
-        const auto text = readWholeFile(path.c_str());
-        if (!text) {
-            gone(path);
-            continue;
-        }
-        std::string problem;
-        for (const ShaderRow& row : shaderRows()) {
-            if (loadProgram(row, {path, *text}, &problem)) changed = true;
-        }
-        if (problem.empty()) {
-            brokenShaders.erase(path);
-            mend(path);
-        } else {
-            brokenShaders[path] = *text;
-            tell(path, problem);
-        }
+    std::string problem;
+    for (const ShaderRow& row : shaderRows()) {
+        if (loadProgram(row, saved, &problem)) changed = true;
+    }
+    if (problem.empty()) {
+        loading.brokenShaders.erase(saved.file);
+        mend(saved.file);
+    } else {
+        loading.brokenShaders[saved.file] = saved.text;
+        tell(saved.file, problem);
     }
     return changed;
 }
@@ -238,13 +158,13 @@ bool Reload::loadProgram(const ShaderRow& row, const ShaderText& saved, std::str
     } parts[2];
     for (int i = 0; i < 2; i++) {
         Stage& part = parts[i];
-        part.file = std::string(row.base) + stages[i];
+        part.file = std::string(row.base) + shaderStages[i];
         const std::string source = sourceOf(sources, part.file);
-        const auto known = loadedShaders.find(part.file);
-        if (known != loadedShaders.end()) part.inUse = ShaderText{part.file, known->second};
+        const auto used = loading.shadersInUse.find(part.file);
+        if (used != loading.shadersInUse.end()) part.inUse = ShaderText{part.file, used->second};
         for (const std::string& file : {part.file, source}) {
-            const auto broken = brokenShaders.find(file);
-            if (broken != brokenShaders.end()) part.newer = ShaderText{file, broken->second};
+            const auto broken = loading.brokenShaders.find(file);
+            if (broken != loading.brokenShaders.end()) part.newer = ShaderText{file, broken->second};
         }
         part.isSaved = saved.file == part.file || saved.file == source;
         if (part.isSaved) part.newer = saved;
@@ -258,7 +178,7 @@ bool Reload::loadProgram(const ShaderRow& row, const ShaderText& saved, std::str
         const auto choice = [](const Stage& part) { return part.newer ? part.newer : part.inUse; };
         return buildProgram(choice(parts[0]), choice(parts[1]));
     };
-    BuiltProgram built = build();
+    ProgramBuild built = build();
     if (!built.program && other.newer) {
         other.newer.reset();
         built = build();
@@ -274,10 +194,10 @@ bool Reload::loadProgram(const ShaderRow& row, const ShaderText& saved, std::str
     centreBoom();
     for (const Stage& part : parts) {
         if (!part.newer) continue;
-        loadedShaders[part.file] = part.newer->text;
+        loading.shadersInUse[part.file] = part.newer->text;
         if (part.newer->file != part.file)
             lay({{part.newer->file, part.file.substr(strlen("data/"))}}, "data");
-        brokenShaders.erase(part.newer->file);
+        loading.brokenShaders.erase(part.newer->file);
         mend(part.newer->file);
     }
     news.push_back("loaded " + saved.file);
@@ -295,11 +215,11 @@ void Reload::lookForMissing() {
 }
 
 void Reload::tell(const std::string& file, const std::string& problem) {
-    if (problems[file] == problem) return;
-    problems[file] = problem;
+    if (loading.problems[file] == problem) return;
+    loading.problems[file] = problem;
     fprintf(stderr, "%s\n", problem.c_str());
 }
 
 void Reload::mend(const std::string& file) {
-    if (problems.erase(file)) news.push_back("good again: " + file);
+    if (loading.problems.erase(file)) news.push_back("good again: " + file);
 }

@@ -1,7 +1,9 @@
-#include "tools/rehearse/program_build.h"
+#include "tools/loading/program_build.h"
 
 #include <regex>
 #include <sstream>
+
+#include "render/shaders.h"
 
 namespace {
 
@@ -14,24 +16,8 @@ std::string logOf(GLhandleARB object) {
     return log;
 }
 
-bool succeeded(GLhandleARB object, GLenum status) {
-    GLint value = 0;
-    glGetObjectParameterivARB(object, status, &value);
-    return value != 0;
-}
-
-// False with the compiler's words in `problem`. The shader goes with the program.
-bool attach(GLhandleARB program, GLenum kind, const std::optional<ShaderText>& source, std::string* problem) {
-    if (!source) return true;
-    const GLhandleARB shader = glCreateShaderObjectARB(kind);
-    const GLcharARB* text = source->text.c_str();
-    glShaderSourceARB(shader, 1, &text, nullptr);
-    glCompileShaderARB(shader);
-    const bool compiled = succeeded(shader, GL_OBJECT_COMPILE_STATUS_ARB);
-    if (!compiled) *problem = withFileAndLine(source->file, logOf(shader));
-    glAttachObjectARB(program, shader);
-    glDeleteObjectARB(shader);
-    return compiled;
+std::optional<std::string> textOf(const std::optional<ShaderText>& source) {
+    return source ? std::optional(source->text) : std::nullopt;
 }
 
 }  // namespace
@@ -55,18 +41,23 @@ std::string withFileAndLine(const std::string& file, const std::string& log) {
     return result.empty() ? file + ": the compiler turns it down without a word" : result;
 }
 
-BuiltProgram buildProgram(const std::optional<ShaderText>& vertex,
+ProgramBuild buildProgram(const std::optional<ShaderText>& vertex,
                           const std::optional<ShaderText>& fragment) {
-    const GLhandleARB program = glCreateProgramObjectARB();
-    std::string problem;
-    if (attach(program, GL_VERTEX_SHADER_ARB, vertex, &problem) &&
-        attach(program, GL_FRAGMENT_SHADER_ARB, fragment, &problem)) {
-        glLinkProgramARB(program);
-        if (succeeded(program, GL_OBJECT_LINK_STATUS_ARB) || !(vertex || fragment)) return {program, ""};
-        problem = withFileAndLine((fragment ? fragment : vertex)->file, logOf(program));
+    const BuiltProgram built = buildProgram(textOf(vertex), textOf(fragment), glGetError);
+    // They go with the program.
+    const bool isGood = built.failed == BuiltProgram::nothing || !(vertex || fragment);
+    ProgramBuild build = {isGood ? built.program : 0, "", ""};
+    if (!isGood) {
+        const bool inVertex = built.failed == BuiltProgram::vertexCompiler || !fragment;
+        build.file = (inVertex ? vertex : fragment)->file;
+        build.problem = withFileAndLine(build.file, logOf(built.failed == BuiltProgram::linker ? built.program
+                                                          : inVertex ? built.vertexShader
+                                                                     : built.fragmentShader));
+        glDeleteObjectARB(built.program);
     }
-    glDeleteObjectARB(program);
-    return {0, problem};
+    for (const GLhandleARB shader : {built.vertexShader, built.fragmentShader})
+        if (shader) glDeleteObjectARB(shader);
+    return build;
 }
 
 void deleteProgram(GLhandleARB program) {

@@ -11,12 +11,16 @@ struct ShaderText {
     std::string text;
 };
 
-struct BuiltProgram {
+// The endings of the two files of a program.
+constexpr const char* shaderStages[] = {".vs", ".fs"};
+
+struct ProgramBuild {
     GLhandleARB program = 0;  // 0 if it could not be built
     std::string problem;      // then: FILE:LINE: what the compiler or the linker says, in several lines
+    std::string file;         // and the file that it is about
 };
 // Without one of the two, what GL has in its place.
-BuiltProgram buildProgram(const std::optional<ShaderText>& vertex, const std::optional<ShaderText>& fragment);
+ProgramBuild buildProgram(const std::optional<ShaderText>& vertex, const std::optional<ShaderText>& fragment);
 
 // With the shaders attached to it.
 void deleteProgram(GLhandleARB program);

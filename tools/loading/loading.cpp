@@ -1,0 +1,129 @@
+#include "tools/loading/loading.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+
+#include "app/sound_music.h"
+#include "tools/loading/program_build.h"
+
+namespace {
+
+constexpr int checkerSide = 64;    // pixels
+constexpr int checkerSquare = 16;  // pixels
+
+// A colour that no picture of the show has.
+Image checkerboard() {
+    const Image image = createImage(checkerSide, checkerSide, 3);
+    for (int y = 0; y < checkerSide; y++) {
+        for (int x = 0; x < checkerSide; x++) {
+            const bool dark = (x / checkerSquare + y / checkerSquare) % 2;
+            uint8_t* pixel = image.pixels + size_t(y) * image.stride + x * 3;
+            pixel[0] = pixel[2] = dark ? 40 : 230;
+            pixel[1] = dark ? 0 : 20;
+        }
+    }
+    return image;
+}
+
+std::unique_ptr<Loading> loadingOfShow;
+
+}  // namespace
+
+Loading::Loading(bool measureMusic) : readers(measureMusic) {
+    for (const FileName& name : showFiles()) readers.request(name);
+}
+
+ShowFile Loading::file(const std::string& path) {
+    const auto known = files.find(path);
+    if (known == files.end()) return readers.await(path);
+    ShowFile file = std::move(known->second);
+    files.erase(known);
+    return file;
+}
+
+std::vector<std::string> Loading::allProblems() {
+    std::vector<std::string> lines;
+    for (const FileName& name : showFiles()) {
+        ShowFile& file = files[name.path] = readers.await(name.path);
+        if (!file.problem.empty()) lines.push_back(file.problem);
+    }
+    return lines;
+}
+
+Stages Loading::stages() {
+    return {[this] { loadPicture(loadingRow); }, [this] { loadMeshes(); }, [this] { loadTextures(); },
+            [this] { loadShaders(); }};
+}
+
+std::unique_ptr<sound::Decoder> Loading::takeMusic() {
+    ShowFile read = file(SoundMusic::path);
+    return isGood(read) ? std::move(read.music) : nullptr;
+}
+
+bool Loading::isGood(const ShowFile& file) {
+    if (file.problem.empty()) return true;
+    problems[file.name.path] = file.problem;
+    fprintf(stderr, "%s\n", file.problem.c_str());
+    return false;
+}
+
+void Loading::loadPicture(const TextureRow& row) {
+    demo->textureNames[row.key] = demo->nextTexture++;
+    const ShowFile read = file(row.path);
+    if (isGood(read)) return putPicture(row, read.picture);
+    const Image instead = checkerboard();
+    putPicture(row, instead);
+    delete[] instead.pixels;
+}
+
+void Loading::loadMeshes() {
+    for (const MeshRow& row : meshRows()) {
+        ShowFile read = file(row.path);
+        putModel(row, isGood(read) ? std::move(read.model) : MeshSet());
+        demo->meshSetCount++;
+        demo->drawLoadingScreen();
+    }
+}
+
+void Loading::loadTextures() {
+    for (const TextureRow& row : textureRows()) {
+        loadPicture(row);
+        demo->drawLoadingScreen();
+    }
+}
+
+void Loading::loadShaders() {
+    for (const ShaderRow& row : shaderRows()) {
+        std::optional<ShaderText> texts[2];
+        for (int i = 0; i < 2; i++) {
+            ShowFile read = file(std::string(row.base) + shaderStages[i]);
+            if (isGood(read)) texts[i] = ShaderText{read.name.path, std::move(read.text)};
+        }
+        const ProgramBuild built = buildProgram(texts[0], texts[1]);
+        demo->shaders[row.name] = built.program;
+        for (const auto& text : texts) {
+            if (text) (text->file == built.file ? brokenShaders : shadersInUse)[text->file] = text->text;
+        }
+        if (!built.program) {
+            problems[built.file] = built.problem;
+            fprintf(stderr, "%s\n", built.problem.c_str());
+        }
+        demo->drawLoadingScreen();
+    }
+}
+
+std::vector<std::string> readShow() {
+    loadingOfShow = std::make_unique<Loading>(false);
+    const std::vector<std::string> problems = loadingOfShow->allProblems();
+    for (const std::string& line : problems)
+        fprintf(stderr, "%s: %s\n", program_invocation_short_name, line.c_str());
+    return problems;
+}
+
+void loadShow() {
+    if (!loadingOfShow) return initialiseDemo();
+    initialiseDemo(loadingOfShow->stages());
+    if (!loadingOfShow->problems.empty()) exit(1);
+    loadingOfShow.reset();
+}

@@ -1,0 +1,188 @@
+#include "tools/loading/show_file.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cmath>
+#include <cstring>
+#include <filesystem>
+#include <new>
+
+#include "app/sound_music.h"
+#include "geometry/aml.h"
+#include "image/whole_file.h"
+#include "render/textures.h"
+#include "script/timeline.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr uintmax_t largestFile = 32 << 20;  // bytes: several times what any file of the show has
+constexpr int measuredRate = 44100;          // Hz
+
+bool isPng(const std::string& path) {
+    return path.ends_with("png") || path.ends_with("PNG");
+}
+
+// What of the picture the show would take for something else, or turn down without its name; empty if
+// nothing.
+std::string objection(const Image& image, const std::string& path, const std::string& bytes) {
+    constexpr char wanted[] = ", where the show takes RGB or RGBA of 8 bits";
+    constexpr size_t pngColourType = 25;  // its place in every PNG file
+    std::string what;
+    if (!isPng(path) && image.channels == 4)
+        what = "CMYK colours";
+    else if (isPng(path) && bytes[pngColourType] == 3)
+        what = "a palette";
+    else if (image.channels < 3)
+        what = "shades of grey";
+    else if (!isTextureImage(image))
+        what = "16 bits a channel";
+    return what.empty() ? "" : "has " + what + wanted;
+}
+
+void readPicture(ShowFile* file, const std::string& bytes, std::string* problem) {
+    const std::string& path = file->name.path;
+    const auto image = isPng(path) ? readPng(bytes, problem) : readJpeg(bytes, problem);
+    if (!image) return;
+    file->picture = *image;
+    file->pixels.reset(image->pixels);
+    *problem = objection(*image, path, bytes);
+}
+
+void readModel(ShowFile* file, const std::string& bytes, std::string* problem) {
+    auto set = readAml(bytes, problem);
+    if (!set) return;
+    for (Mesh& mesh : *set) {
+        if (!mesh.canExpandPositions()) {
+            *problem = "the first attribute is not the index of a position";
+            return;
+        }
+        mesh.expandPositions(file->name.path.c_str());
+    }
+    file->model = std::move(*set);
+}
+
+// The last page of a whole file says that it is the last.
+bool isWhole(const std::string& bytes) {
+    constexpr char lastPage = 4;
+    const size_t page = bytes.rfind("OggS");
+    return page != std::string::npos && bytes.size() - page > 5 && (bytes[page + 5] & lastPage);
+}
+
+void readMusic(ShowFile* file, std::string bytes, std::string* problem) {
+    file->bytes = std::make_shared<const std::string>(std::move(bytes));
+    file->music = sound::Decoder::open(file->bytes);
+    if (!file->music)
+        *problem = "no Ogg Vorbis file that can be played";
+    else if (!isWhole(*file->bytes))
+        *problem = "the file ends too early";
+}
+
+void readContent(ShowFile* file, std::string* problem) {
+    const std::string& path = file->name.path;
+    std::error_code error;
+    const fs::file_status status = fs::status(path, error);
+    // A pipe in its place would be waited for.
+    if (fs::exists(status) && !fs::is_regular_file(status)) {
+        *problem = "is not a file";
+        return;
+    }
+    if (fs::file_size(path, error) > largestFile && !error) {
+        *problem = "is larger than any file of the show";
+        return;
+    }
+    errno = 0;
+    auto bytes = readWholeFile(path.c_str());
+    if (!bytes) {
+        file->missing = errno == ENOENT;
+        *problem = strerror(errno);
+        return;
+    }
+    if (file->name.kind == FileKind::picture) readPicture(file, *bytes, problem);
+    if (file->name.kind == FileKind::model) readModel(file, *bytes, problem);
+    if (file->name.kind == FileKind::music) readMusic(file, std::move(*bytes), problem);
+    if (file->name.kind == FileKind::shader) file->text = std::move(*bytes);
+}
+
+struct Column {
+    float peak = 0;
+    double squares = 0;
+    long samples = 0;
+};
+
+std::string waveformOf(const std::vector<Column>& columns) {
+    std::string waveform;
+    for (const Column& column : columns) {
+        const double loudness = std::sqrt(column.squares / double(std::max(column.samples, 1L)));
+        waveform += char(std::lround(std::min(column.peak, 1.0f) * 255));
+        waveform += char(std::lround(std::min(loudness, 1.0) * 255));
+    }
+    return waveform;
+}
+
+}  // namespace
+
+std::vector<FileName> showFiles() {
+    std::vector<FileName> files = {{FileKind::picture, loadingRow.path}};
+    for (const MeshRow& row : meshRows()) files.push_back({FileKind::model, row.path});
+    for (const TextureRow& row : textureRows()) files.push_back({FileKind::picture, row.path});
+    for (const ShaderRow& row : shaderRows()) {
+        for (const char* stage : {".vs", ".fs"})
+            files.push_back({FileKind::shader, std::string(row.base) + stage});
+    }
+    files.push_back({FileKind::music, SoundMusic::path});
+    return files;
+}
+
+ShowFile readShowFile(const FileName& name) {
+    ShowFile file;
+    file.name = name;
+    std::string problem;
+    try {
+        readContent(&file, &problem);
+    } catch (const std::bad_alloc&) {
+        problem = "not enough memory";
+    }
+    if (!problem.empty()) file.problem = name.path + ": " + problem;
+    return file;
+}
+
+ShowFile measureMusic(const FileName& name, std::shared_ptr<const std::string> bytes,
+                      const std::atomic<bool>& stop) {
+    constexpr int blockFrames = 4096;
+    ShowFile measured;
+    measured.name = name;
+    const auto decoder = sound::Decoder::open(std::move(bytes));
+    if (!decoder) return measured;
+    decoder->seek({}, measuredRate);
+    std::vector<Column> columns(waveformColumns);
+    const double frames = double(programme().back().begin) * measuredRate;
+    float stereo[2 * blockFrames];
+    for (int first = 0; first < frames && !stop; first += blockFrames) {
+        decoder->read(stereo, blockFrames);
+        for (int i = 0; i < blockFrames; i++) {
+            const int at = int((first + i) / frames * waveformColumns);
+            if (at >= waveformColumns) break;
+            for (const float sample : {stereo[2 * i], stereo[2 * i + 1]}) {
+                columns[at].peak = std::max(columns[at].peak, std::fabs(sample));
+                columns[at].squares += double(sample) * sample;
+                columns[at].samples++;
+            }
+        }
+    }
+    if (decoder->isDamaged()) measured.problem = name.path + ": the file is damaged";
+    measured.waveform = waveformOf(columns);
+    return measured;
+}
+
+void putPicture(const TextureRow& row, const Image& picture) {
+    demo->replaceTexture(row.key, picture, row.wrapS, row.wrapT);
+    demo->setTextureSize(row.key, row.width, row.height);
+}
+
+void putModel(const MeshRow& row, MeshSet model) {
+    for (Mesh& mesh : model) mesh.upload();
+    demo->replaceMesh(row.key, new MeshSet(std::move(model)));
+    if (row.afterwards) row.afterwards();
+}

@@ -1,0 +1,55 @@
+// A file that the show loads, as it was at one moment: read once, whole, and decoded, or what is wrong with
+// it.
+#pragma once
+
+#include <atomic>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "geometry/mesh.h"
+#include "image/image.h"
+#include "render/demo.h"
+#include "script/resources.h"
+#include "sound/decoder.h"
+
+enum class FileKind { picture, model, shader, music };
+
+struct FileName {
+    FileKind kind;
+    std::string path;
+};
+// All that the show loads, in its order; then the music.
+std::vector<FileName> showFiles();
+
+// The loading screen's picture, which is in no table, as if it were.
+constexpr TextureRow loadingRow = {loadingPicture, "loading",          GL_REPEAT,
+                                   GL_REPEAT,      loadingPictureSize, loadingPictureSize};
+
+constexpr int waveformColumns = 776;
+
+struct ShowFile {
+    FileName name;
+    std::string problem;   // a line "PATH: what is wrong"; empty if the show can draw or play it rightly
+    bool missing = false;  // that is what is wrong
+
+    Image picture{};  // whose pixels are these
+    std::unique_ptr<uint8_t[]> pixels;
+    MeshSet model;     // with expanded positions
+    std::string text;  // of a shader
+    std::unique_ptr<sound::Decoder> music;
+    std::shared_ptr<const std::string> bytes;  // of the music
+    std::string waveform;                      // of it, once it is measured
+};
+
+// This and the next may be called in any thread; they print nothing and end nothing.
+ShowFile readShowFile(const FileName& name);
+
+// The waveform of a music that was read, two bytes for each of waveformColumns: peak and loudness. Damage on
+// the way is a problem. Gives up when `stop` is set.
+ShowFile measureMusic(const FileName& name, std::shared_ptr<const std::string> bytes,
+                      const std::atomic<bool>& stop);
+
+// What was read into its place, by the thread that draws, between frames.
+void putPicture(const TextureRow& row, const Image& picture);
+void putModel(const MeshRow& row, MeshSet model);
