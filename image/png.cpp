@@ -93,7 +93,8 @@ bool readPicture(PngReading& reading) {
 
 bool read(PngReading& reading) {
     if (!canHoldItsRows(reading.bytes)) {
-        reading.problem = "its header claims more than the file can hold";
+        const bool isPng = png_sig_cmp(reinterpret_cast<png_const_bytep>(reading.bytes.data()), 0, 8) == 0;
+        reading.problem = isPng ? "its header claims more than the file can hold" : "Not a PNG file";
         return false;
     }
     reading.png = png_create_read_struct(PNG_LIBPNG_VER_STRING, &reading, keepError, keepWarning);

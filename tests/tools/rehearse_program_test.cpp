@@ -136,6 +136,53 @@ TEST_F(RehearseProgram, ItBeginsWithWhateverIsThere) {
                all.find("problem: data/KVX - Ondrevane2.ogg: ") != std::string::npos &&
                all.find("problem: data/shaders/boom.fs:1:") != std::string::npos;
     })) << contentOf(scratch.file("state"));
+
+    // The same mistake once more is still one; a shader is good again when its program is.
+    damage("data/shaders/boom.fs", "void main() { gl_FragColor = colour; }\n");
+    damage("data/spot.png", contentOf("data/spot.png").c_str());
+    std::filesystem::copy_file("data/loading.jpg", scratch.file("data/loading.jpg"),
+                               std::filesystem::copy_options::overwrite_existing);
+    EXPECT_TRUE(await([&] {
+        return contentOf(scratch.file("state")).find("good again: data/loading.jpg") != std::string::npos;
+    }));
+    EXPECT_NE(contentOf(scratch.file("state")).find("problem: data/shaders/boom.fs:1:"), std::string::npos);
+    EXPECT_EQ(contentOf(scratch.file("state")).find("good again: data/shaders"), std::string::npos);
+}
+
+// Whatever is saved while it starts is seen, and ends nothing.
+TEST_F(RehearseProgram, WhatIsSavedDuringTheStartIsSeen) {
+    for (const double moment : {0.0, 0.15, 0.4, 0.8}) {
+        std::filesystem::remove(scratch.file("state"));
+        process = startProcess(
+            {"env", "-C", scratch.path, REHEARSE_PROGRAM, "--state", "state", "50", "--held", "-nosound"});
+        sleepSeconds(moment);
+        for (const char* file : {"data/ring.AML", "data/spot.png"}) {
+            scratch.write("half", contentOf(file).substr(0, 5000));
+            std::filesystem::rename(scratch.file("half"), scratch.path / file);
+        }
+        EXPECT_TRUE(await([&] {
+            const std::string all = contentOf(scratch.file("state"));
+            return all.find("problem: data/ring.AML: the file ends too early") != std::string::npos &&
+                   all.find("problem: data/spot.png: ") != std::string::npos;
+        })) << moment;
+        EXPECT_TRUE(runs()) << moment;
+        endProcess(process, SIGTERM);
+        for (const char* file : {"data/ring.AML", "data/spot.png"})
+            std::filesystem::copy_file(file, scratch.path / file,
+                                       std::filesystem::copy_options::overwrite_existing);
+    }
+    process = -1;
+}
+
+TEST_F(RehearseProgram, APictureThatWasNotWrittenIsAFailure) {
+    for (const double moment : {0.3, 0.6, 1.0}) {
+        process = startProcess(
+            {"env", "-C", scratch.path, REHEARSE_PROGRAM, "100", "--picture", "p.png", "-nosound"});
+        sleepSeconds(moment);
+        send(SIGTERM);
+        EXPECT_EQ(waitForProcess(process) == 0, std::filesystem::remove(scratch.file("p.png"))) << moment;
+    }
+    process = -1;
 }
 
 TEST_F(RehearseProgram, WrongWordsAreOneLine) {
@@ -149,7 +196,21 @@ TEST_F(RehearseProgram, WrongWordsAreOneLine) {
         EXPECT_EQ(outcome.status, 1) << words;
         EXPECT_EQ(outcome.errors, line);
     }
-    EXPECT_EQ(run("5", "DISPLAY=:no").status, 1);
+}
+
+// And no window in the terminal.
+TEST_F(RehearseProgram, WithoutADisplayThereIsOneLine) {
+    for (const char* tool :
+         {REHEARSE_PROGRAM, LOOK_PROGRAM, CAPTURE_PROGRAM, AML_PROGRAM " view data/ring.AML"}) {
+        program = tool;
+        const bool takesSecond = program == REHEARSE_PROGRAM || program == LOOK_PROGRAM;
+        const Outcome outcome = run(takesSecond ? "5" : "", "DISPLAY=:no");
+        EXPECT_EQ(outcome.status, 1) << tool;
+        EXPECT_TRUE(outcome.errors.ends_with(
+            ": no window can be opened: the display that DISPLAY names does not answer\n"))
+            << outcome.errors;
+        EXPECT_EQ(outcome.output + outcome.errors.substr(outcome.errors.find('\n')), "\n");
+    }
 }
 
 // As the package installs them: without data of the caller's own they draw the show's, and write where the

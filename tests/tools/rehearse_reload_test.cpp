@@ -1,5 +1,6 @@
 // Saving files while the show is held: what is good is seen, as a fresh start would see it; what is broken is
 // told and spoils nothing.
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -123,7 +124,7 @@ TEST_F(RehearseReload, AMistakeIsToldWithItsLineUntilItIsMended) {
     const std::pair<const char*, const char*> expected[] = {
         {"data/spot.png", "data/spot.png: "},
         {"data/overlay.jpg", "data/overlay.jpg: Premature end of JPEG file"},
-        {"data/white.png", "data/white.png: can't be read"},
+        {"data/white.png", "data/white.png: Not a PNG file"},
         {"data/block.AML", "data/block.AML: File is not AML file (or is format version 0)."},
         {"data/ring.AML", "data/ring.AML: the file ends too early"},
         {"data/KVX - Ondrevane2.ogg", "data/KVX - Ondrevane2.ogg: the file ends too early"}};
@@ -222,6 +223,50 @@ TEST_F(RehearseReload, WhatIsShownIsNotTakenForWhatWasSaved) {
     EXPECT_EQ(working(), "");
     ASSERT_FALSE(rehearsal->desk.problems.empty());
     EXPECT_EQ(rehearsal->desk.problems.back(), "error\n" + older);
+}
+
+// Moved away, removed and made anew: what is saved there later is seen as before.
+TEST_F(RehearseReload, AFolderThatComesAgainIsWatchedOn) {
+    const std::string bad = "void main() { gl_FragColor = colour; }\n",
+                      shader = contentOf("data/shaders/boom.fs");
+    for (const bool removed : {false, true}) {
+        removed ? void(fs::remove_all("data")) : fs::rename("data", "elsewhere");
+        await();
+        usleep(600000);
+        await();
+        EXPECT_EQ(problem("data/spot.png"), "data/spot.png: is gone");
+        EXPECT_EQ(problem("data/shaders/boom.fs"), "data/shaders/boom.fs: is gone");
+        if (removed)
+            fs::copy(inside->previous / "data", "data", fs::copy_options::recursive);
+        else
+            fs::rename("elsewhere", "data");
+        await();
+        EXPECT_TRUE(loading->problems.empty()) << loading->problems.begin()->second;
+        save("data/spot.png", "no picture");
+        save("data/shaders/boom.fs", bad, false);
+        await();
+        EXPECT_EQ(problem("data/spot.png"), "data/spot.png: Not a PNG file");
+        EXPECT_NE(problem("data/shaders/boom.fs"), "");
+        save("data/spot.png", contentOf(inside->previous / "data/spot.png"));
+        save("data/shaders/boom.fs", shader);
+        await();
+        EXPECT_TRUE(loading->problems.empty()) << loading->problems.begin()->second;
+    }
+}
+
+TEST_F(RehearseReload, ItSaysWhenNothingCanBeWatched) {
+    rlimit before;
+    getrlimit(RLIMIT_NOFILE, &before);
+    const rlimit none = {0, before.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &none);
+    Watch blind;
+    setrlimit(RLIMIT_NOFILE, &before);
+    blind.add("data");
+    EXPECT_TRUE(blind.take().saved.empty());
+    rehearsal.emplace(*show, *loading, blind);
+    rehearsal->lookForChanges();
+    EXPECT_EQ(problem(""), "what is saved is not seen: inotify: Too many open files");
+    begin("production", {"sh", "make.sh"});
 }
 
 // GL objects and open files are as many after it as before.
