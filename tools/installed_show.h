@@ -16,7 +16,7 @@ inline bool showIsHere() {
     const auto files = showFiles();
     std::error_code error;
     return 2 * std::count_if(files.begin(), files.end(),
-                             [&](const auto& file) { return std::filesystem::exists(file, error); }) >=
+                             [&](const auto& file) { return std::filesystem::exists(file.path, error); }) >=
            std::ssize(files);
 }
 

@@ -1,20 +1,29 @@
-// The files below data/ that the show loads before its first frame. Its soundtrack, which it plays, is not
-// among them.
+// The files below data/ that the show loads.
 #pragma once
 
 #include <string>
 #include <vector>
 
+#include "app/sound_music.h"
 #include "render/demo.h"
 #include "script/resources.h"
 
-// In no particular order; of a shader one of the two may be missing.
-inline std::vector<std::string> showFiles() {
-    std::vector<std::string> files = {loadingPicture};
-    for (const TextureRow& row : textureRows()) files.emplace_back(row.path);
-    for (const MeshRow& row : meshRows()) files.emplace_back(row.path);
+enum class FileKind { picture, model, shader, music };
+
+struct FileName {
+    FileKind kind;
+    std::string path;
+};
+
+// All that the show loads, in its order; then the music. Of a shader one of the two may be missing.
+inline std::vector<FileName> showFiles() {
+    std::vector<FileName> files = {{FileKind::picture, loadingPicture}};
+    for (const MeshRow& row : meshRows()) files.push_back({FileKind::model, row.path});
+    for (const TextureRow& row : textureRows()) files.push_back({FileKind::picture, row.path});
     for (const ShaderRow& row : shaderRows()) {
-        for (const char* stage : {".vs", ".fs"}) files.push_back(std::string(row.base) + stage);
+        for (const char* stage : {".vs", ".fs"})
+            files.push_back({FileKind::shader, std::string(row.base) + stage});
     }
+    files.push_back({FileKind::music, SoundMusic::path});
     return files;
 }

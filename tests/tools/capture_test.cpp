@@ -2,10 +2,10 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cstring>
 #include <functional>
 #include <thread>
 
@@ -98,6 +98,8 @@ TEST(Capture, AFailureIsOneLineAndLeavesNoFile) {
 // Said before anything is drawn.
 TEST(Capture, AFilmNeedsASoundtrackThatCanBePlayed) {
     const ScratchDirectory scratch;
+    linkDataSet(scratch.path);
+    std::filesystem::remove(scratch.file("data/KVX - Ondrevane2.ogg"));
     const std::string words = "cd " + scratch.path.string() + " && " CAPTURE_PROGRAM " --fps 1 --to 1";
     const auto expectRefusal = [&](const std::string& problem) {
         const Result result = shell(words);
@@ -106,28 +108,29 @@ TEST(Capture, AFilmNeedsASoundtrackThatCanBePlayed) {
     };
     expectRefusal("No such file or directory");
     scratch.write("data/KVX - Ondrevane2.ogg", "OggS, or is it?");
-    expectRefusal("not a Vorbis file that can be played");
+    expectRefusal("no Ogg Vorbis file that can be played");
 }
 
-// The first to be read for a fingerprint, a picture, changes while the last, a shader, is read for it.
+// The first file to be read changes while the last but one, a shader, waits to be opened for reading.
 TEST(Capture, DrawsNothingOfAStateThatNeverWas) {
     const ScratchDirectory scratch;
     linkDataSet(scratch.path);
     const std::string shader = scratch.file("data/shaders/antiariel.fs"), text = content(shader);
     std::filesystem::remove(shader);
-    ASSERT_EQ(mkfifo(shader.c_str(), 0600), 0);
+    scratch.write("data/shaders/antiariel.fs", text);
+    const auto before = signal(SIGIO, [](int) {});
+    const int leased = open(shader.c_str(), O_RDONLY);
+    ASSERT_EQ(fcntl(leased, F_SETLEASE, F_WRLCK), 0) << strerror(errno);
     std::thread author([&] {
-        std::ofstream reader(shader);  // comes back once it is being read
+        for (int i = 0; i < 12000 && fcntl(leased, F_GETLEASE) == F_WRLCK; i++) usleep(5000);
         std::filesystem::remove(scratch.file("data/loading.jpg"));
         scratch.write("data/loading.jpg", content("data/overlay.jpg"));
-        std::filesystem::remove(shader);
-        scratch.write("data/shaders/antiariel.fs", text);
-        reader << text;
+        close(leased);
     });
     const Result result =
         shell("cd " + scratch.path.string() + " && " CAPTURE_PROGRAM " --fps 2 --to 0.5 --out %d.png");
-    close(open(shader.c_str(), O_RDONLY | O_NONBLOCK));  // in case it was never read
     author.join();
+    signal(SIGIO, before);
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.output, "capture: data/ was changed while it was read; start again\n");
     EXPECT_EQ(namesIn(scratch.path), std::set<std::string>{"data"});

@@ -32,7 +32,10 @@ public:
         watch->add("data");
         if (!sources.empty()) watch->add(sources);
         loading.emplace(true);
-        loading->allProblems();
+        for (const FileName& name : showFiles()) {
+            ShowFile file = loading->file(name.path);
+            loading->files[name.path] = std::move(file);
+        }
         for (const auto& [path, file] : loading->files)
             if (file.name.kind == FileKind::shader) loading->shadersInUse[path] = file.text;
         rehearsal.emplace(*show, *loading, *watch, sources, makeData);

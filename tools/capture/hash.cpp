@@ -72,12 +72,9 @@ std::string hashOfFile(const std::string& path) {
     return ferror(file.get()) ? "" : hash.text();
 }
 
-std::string hashOfFiles(const std::vector<std::string>& paths) {
+std::string hashOfText(const std::string& text) {
     Hash hash;
-    for (const std::string& path : paths) {
-        const std::string line = path + '\n' + hashOfFile(path) + '\n';
-        hash.add(line.data(), line.size());
-    }
+    hash.add(text.data(), text.size());
     return hash.text();
 }
 

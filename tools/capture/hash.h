@@ -3,7 +3,6 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "tools/capture/grabber.h"
 
@@ -12,8 +11,7 @@ std::string hashOfPicture(const Picture& picture);
 
 // Of a file's bytes; "" if it can't be read.
 std::string hashOfFile(const std::string& path);
-// Of the names and bytes of files, of which any may be missing.
-std::string hashOfFiles(const std::vector<std::string>& paths);
+std::string hashOfText(const std::string& text);
 
 // Of the program that runs, as its linker took it: stripped or not, and built again from the same text, it is
 // the same program.

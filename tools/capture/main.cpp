@@ -6,15 +6,14 @@
 #include <cstdlib>
 
 #include "app/sound_music.h"
-#include "app/startup.h"
 #include "tools/capture/drawing.h"
-#include "tools/capture/hash.h"
 #include "tools/capture/join.h"
 #include "tools/capture/options.h"
 #include "tools/capture/part.h"
 #include "tools/capture/pictures.h"
 #include "tools/capture/stopping.h"
 #include "tools/capture/window.h"
+#include "tools/data_folder.h"
 #include "tools/installed_show.h"
 #include "tools/loading/loading.h"
 
@@ -29,16 +28,6 @@ void failUnlessSucceeded() {
     if (Film::inProgress) Film::inProgress->abandon();
     fflush(nullptr);
     _exit(1);
-}
-
-// The films and pictures of what was read while files changed would be of a state that never was.
-SteppedShow loadShow(int fps, const std::string& data) {
-    initialiseDemo();
-    if (hashOfFiles(showFiles()) != data) {
-        fprintf(stderr, "capture: data/ was changed while it was read; start again\n");
-        exit(1);
-    }
-    return SteppedShow(fps, SteppedShow::Loaded{});
 }
 
 bool drawWholeFilm(SteppedShow& show, const CaptureOptions& options, const std::vector<int>& frames,
@@ -58,27 +47,34 @@ void findFiles(CaptureOptions* options) {
     options->out = pathFrom(folder, options->out);
 }
 
-// Nothing of data/ is read again once the show is loaded.
+bool join(const CaptureOptions& options) {
+    const Soundtrack soundtrack(readShowFile({FileKind::music, SoundMusic::path}));
+    if (soundtrack.problem.empty()) return joinParts(options.parts, options, &soundtrack);
+    fprintf(stderr, "capture: %s\n", soundtrack.problem.c_str());
+    return false;
+}
+
+// Nothing of data/ is read a second time: what is saved there later isn't in the film.
 bool capture(const CaptureOptions& options) {
-    const Soundtrack soundtrack;
-    const bool film = options.storyboard.empty() && !options.picturesWanted(), joins = !options.parts.empty();
-    if (film && (options.frames.empty() || joins) && !soundtrack.problem.empty()) {
-        fprintf(stderr, "capture: %s: %s\n", SoundMusic::path, soundtrack.problem.c_str());
-        return false;
-    }
-    if (joins) return joinParts(options.parts, options, &soundtrack);
+    FolderLock held = holdDataSet();
+    if (!options.parts.empty()) return join(options);
     std::vector<int> frames = framesOf(options.runs(options.fps));
     if (frames.empty()) {
         fprintf(stderr, "capture: no frame lies between --from and --to\n");
         return false;
     }
-    if (!readShow().empty()) return false;
+    const bool film = options.storyboard.empty() && !options.picturesWanted();
+    const ReadShow read = readShow(film && options.frames.empty());
+    held.release();
+    if (!read.good) return false;
+    const Soundtrack soundtrack(read.music);
     openCaptureWindow(options.samples);
-    Manifest wanted = manifestOfWindow(options.fps, options.kind, soundtrack.hash);
+    Manifest wanted = manifestOfWindow(options.fps, options.kind, read.data, soundtrack.hash);
     if (!film) frames = missingPictures(options, frames, &wanted);
     if (frames.empty() || (film && options.resume && isDrawn(options, wanted))) return true;
 
-    SteppedShow show = loadShow(options.fps, wanted.data);
+    loadShow();
+    SteppedShow show(options.fps, SteppedShow::Loaded{});
     if (!options.storyboard.empty()) return drawStoryboard(show, options, frames);
     if (!film) return drawPictures(show, options, frames, wanted);
     if (options.resume) return drawResumably(show, options, wanted, soundtrack);

@@ -9,7 +9,6 @@
 #include "tools/capture/hash.h"
 #include "tools/capture/whole_file.h"
 #include "tools/capture/window.h"
-#include "tools/show_files.h"
 
 namespace {
 
@@ -52,9 +51,8 @@ FrameRuns Manifest::runs() const {
     return runsOf(numbers);
 }
 
-Manifest manifestOfWindow(int fps, FilmKind kind, const std::string& sound) {
-    return {
-        hashOfProgram(), rendererName(), hashOfFiles(showFiles()), sound, fps, windowSamples(), kind, "", {}};
+Manifest manifestOfWindow(int fps, FilmKind kind, const std::string& data, const std::string& sound) {
+    return {hashOfProgram(), rendererName(), data, sound, fps, windowSamples(), kind, "", {}};
 }
 
 std::string manifestPath(const std::string& part) {

@@ -28,7 +28,7 @@ struct Manifest {
 };
 
 // Of what this program would draw now in the window that is open, with neither film nor frames yet.
-Manifest manifestOfWindow(int fps, FilmKind kind, const std::string& sound);
+Manifest manifestOfWindow(int fps, FilmKind kind, const std::string& data, const std::string& sound);
 
 std::string manifestPath(const std::string& part);
 // False if there is none, or it isn't whole.

@@ -4,11 +4,12 @@
 
 #include <string>
 
+#include "tools/loading/show_file.h"
+
 struct Soundtrack {
     std::string path;  // where this process and ffmpeg find it until the process ends
     std::string hash;
-    std::string problem;  // why it can't be in a film; a silent one is made all the same
+    std::string problem;  // a line, if it can't be in a film; a silent one is made all the same
 
-    // Reads it.
-    Soundtrack();
+    explicit Soundtrack(const ShowFile& music);
 };

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "app/frame.h"
+#include "app/startup.h"
 #include "render/demo.h"
 #include "script/run_up.h"
 #include "tools/capture/window.h"

@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "app/sound_music.h"
+#include "tools/capture/hash.h"
 #include "tools/loading/program_build.h"
 
 namespace {
@@ -40,15 +41,6 @@ ShowFile Loading::file(const std::string& path) {
     ShowFile file = std::move(known->second);
     files.erase(known);
     return file;
-}
-
-std::vector<std::string> Loading::allProblems() {
-    std::vector<std::string> lines;
-    for (const FileName& name : showFiles()) {
-        ShowFile& file = files[name.path] = readers.await(name.path);
-        if (!file.problem.empty()) lines.push_back(file.problem);
-    }
-    return lines;
 }
 
 Stages Loading::stages() {
@@ -113,16 +105,32 @@ void Loading::loadShaders() {
     }
 }
 
-std::vector<std::string> readShow() {
+ReadShow readShow(bool needsMusic) {
     loadingOfShow = std::make_unique<Loading>(false);
-    const std::vector<std::string> problems = loadingOfShow->allProblems();
-    for (const std::string& line : problems)
-        fprintf(stderr, "%s: %s\n", program_invocation_short_name, line.c_str());
-    return problems;
+    ReadShow show;
+    const auto tell = [&](const std::string& problem) {
+        fprintf(stderr, "%s: %s\n", program_invocation_short_name, problem.c_str());
+        show.good = false;
+    };
+    const std::vector<FileName> names = showFiles();
+    std::vector<std::string> hashes;
+    std::string all;
+    for (const FileName& name : names) {
+        const bool isMusic = name.kind == FileKind::music;
+        ShowFile file = loadingOfShow->file(name.path);
+        if (!file.problem.empty() && (needsMusic || !isMusic)) tell(file.problem);
+        hashes.push_back(file.hash);
+        if (!isMusic) all += name.path + '\n' + file.hash + '\n';
+        (isMusic ? show.music : loadingOfShow->files[name.path]) = std::move(file);
+    }
+    show.data = hashOfText(all);
+    // An author may save while it is read: what was read then is of a state that never was.
+    for (size_t i = 0; i < names.size() && show.good; i++)
+        if (hashOfFile(names[i].path) != hashes[i]) tell("data/ was changed while it was read; start again");
+    return show;
 }
 
 void loadShow() {
-    if (!loadingOfShow) return initialiseDemo();
     initialiseDemo(loadingOfShow->stages());
     if (!loadingOfShow->problems.empty()) exit(1);
     loadingOfShow.reset();

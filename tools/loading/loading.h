@@ -20,8 +20,8 @@ struct Loading {
     // Begins to read everything.
     explicit Loading(bool measureMusic);
 
-    // Waits until all has been read. What is wrong, a line each.
-    std::vector<std::string> allProblems();
+    // That file, once it has been read.
+    ShowFile file(const std::string& path);
 
     // For initialiseDemo; each stage waits for its files. Problems are noted, and told on standard error. A
     // broken picture is a checkerboard, a broken model nothing, a broken program the fixed function.
@@ -31,7 +31,6 @@ struct Loading {
     std::unique_ptr<sound::Decoder> takeMusic();
 
 private:
-    ShowFile file(const std::string& path);
     bool isGood(const ShowFile& file);
     void loadPicture(const TextureRow& row);
     void loadMeshes();
@@ -39,8 +38,13 @@ private:
     void loadShaders();
 };
 
-// For programs that draw the show as it is or not at all. Reads every file of it; what is wrong is returned,
-// a line each, and told on standard error. loadShow then loads what was read, and ends the program with
-// status 1 over a shader that does not compile; without this before, it loads as the show does.
-std::vector<std::string> readShow();
+// For programs that draw the show as it is or not at all: every file of it, read once and in one state.
+struct ReadShow {
+    bool good = true;  // if not, standard error has a line for each file that is not
+    std::string data;  // the hash of all but the music
+    ShowFile music;
+};
+// A music that isn't needed may be missing or broken.
+ReadShow readShow(bool needsMusic);
+// Loads what was read before. Ends the program with status 1 over a shader that does not compile.
 void loadShow();

@@ -7,11 +7,11 @@
 #include <filesystem>
 #include <new>
 
-#include "app/sound_music.h"
 #include "geometry/aml.h"
 #include "image/whole_file.h"
 #include "render/textures.h"
 #include "script/timeline.h"
+#include "tools/capture/hash.h"
 
 namespace fs = std::filesystem;
 
@@ -99,6 +99,7 @@ void readContent(ShowFile* file, std::string* problem) {
         *problem = strerror(errno);
         return;
     }
+    file->hash = hashOfText(*bytes);
     if (file->name.kind == FileKind::picture) readPicture(file, *bytes, problem);
     if (file->name.kind == FileKind::model) readModel(file, *bytes, problem);
     if (file->name.kind == FileKind::music) readMusic(file, std::move(*bytes), problem);
@@ -122,18 +123,6 @@ std::string waveformOf(const std::vector<Column>& columns) {
 }
 
 }  // namespace
-
-std::vector<FileName> showFiles() {
-    std::vector<FileName> files = {{FileKind::picture, loadingRow.path}};
-    for (const MeshRow& row : meshRows()) files.push_back({FileKind::model, row.path});
-    for (const TextureRow& row : textureRows()) files.push_back({FileKind::picture, row.path});
-    for (const ShaderRow& row : shaderRows()) {
-        for (const char* stage : {".vs", ".fs"})
-            files.push_back({FileKind::shader, std::string(row.base) + stage});
-    }
-    files.push_back({FileKind::music, SoundMusic::path});
-    return files;
-}
 
 ShowFile readShowFile(const FileName& name) {
     ShowFile file;

@@ -12,15 +12,7 @@
 #include "render/demo.h"
 #include "script/resources.h"
 #include "sound/decoder.h"
-
-enum class FileKind { picture, model, shader, music };
-
-struct FileName {
-    FileKind kind;
-    std::string path;
-};
-// All that the show loads, in its order; then the music.
-std::vector<FileName> showFiles();
+#include "tools/show_files.h"
 
 // The loading screen's picture, which is in no table, as if it were.
 constexpr TextureRow loadingRow = {loadingPicture, "loading",          GL_REPEAT,
@@ -32,6 +24,7 @@ struct ShowFile {
     FileName name;
     std::string problem;   // a line "PATH: what is wrong"; empty if the show can draw or play it rightly
     bool missing = false;  // that is what is wrong
+    std::string hash;      // of its bytes
 
     Image picture{};  // whose pixels are these
     std::unique_ptr<uint8_t[]> pixels;

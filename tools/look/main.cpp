@@ -49,7 +49,6 @@ double second(const char* text) {
 // Without the loading screens, which take as long as all the rest where they are drawn in software.
 void openShow() {
     openCaptureWindow(0);
-    const FolderLock held = holdDataSet();
     const OnePixel unseen;
     loadShow();
 }
@@ -80,7 +79,9 @@ int main(int argc, char** argv) {
     file = pathFrom(goToInstalledShow(), file);
     if (!makeStaleData()) return 1;
 
-    if (!readShow().empty()) return 1;
+    FolderLock held = holdDataSet();
+    if (!readShow(false).good) return 1;
+    held.release();
     atexit(failUnlessSucceeded);
     openShow();
     SteppedShow show(framesPerSecond, SteppedShow::Loaded{});
