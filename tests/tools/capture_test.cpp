@@ -118,11 +118,13 @@ TEST(Capture, DrawsNothingOfAStateThatNeverWas) {
     const std::string shader = scratch.file("data/shaders/antiariel.fs"), text = content(shader);
     std::filesystem::remove(shader);
     scratch.write("data/shaders/antiariel.fs", text);
-    const auto before = signal(SIGIO, [](int) {});
+    static volatile sig_atomic_t awaited;
+    awaited = 0;
+    const auto before = signal(SIGIO, [](int) { awaited = 1; });
     const int leased = open(shader.c_str(), O_RDONLY);
     ASSERT_EQ(fcntl(leased, F_SETLEASE, F_WRLCK), 0) << strerror(errno);
     std::thread author([&] {
-        for (int i = 0; i < 12000 && fcntl(leased, F_GETLEASE) == F_WRLCK; i++) usleep(5000);
+        for (int i = 0; i < 12000 && !awaited; i++) usleep(5000);
         std::filesystem::remove(scratch.file("data/loading.jpg"));
         scratch.write("data/loading.jpg", content("data/overlay.jpg"));
         close(leased);

@@ -75,10 +75,14 @@ bool writeManifest(const std::string& part, const Manifest& manifest) {
     const std::string path = manifestPath(part);
     errno = 0;
     std::ofstream file(unfinishedPath(path));
-    file << firstLine << "\nprogram " << manifest.program << "\nrenderer " << manifest.renderer << "\ndata "
-         << manifest.data << "\nsound " << manifest.sound << "\nfps " << manifest.fps << "\nsamples "
-         << manifest.samples << "\nkind " << optionOf(manifest.kind) << '\n';
-    if (!manifest.film.empty()) file << "film " << manifest.film << '\n';
+    const auto line = [](const char* key, const std::string& value) {
+        return value.empty() ? "" : key + (' ' + value) + '\n';
+    };
+    file << firstLine << '\n'
+         << line("program", manifest.program) << line("renderer", manifest.renderer)
+         << line("data", manifest.data) << line("sound", manifest.sound)
+         << line("fps", std::to_string(manifest.fps)) << line("samples", std::to_string(manifest.samples))
+         << line("kind", optionOf(manifest.kind)) << line("film", manifest.film);
     for (const DrawnFrame& frame : manifest.frames)
         file << "frame " << frame.number << ' ' << frame.hash << '\n';
     file << "end\n";

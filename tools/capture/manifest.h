@@ -27,7 +27,8 @@ struct Manifest {
     FrameRuns runs() const;
 };
 
-// Of what this program would draw now in the window that is open, with neither film nor frames yet.
+// Of what this program would draw in the window that is open from these hashes, with neither film nor frames
+// yet.
 Manifest manifestOfWindow(int fps, FilmKind kind, const std::string& data, const std::string& sound);
 
 std::string manifestPath(const std::string& part);
