@@ -1,6 +1,8 @@
 #include "tools/capture/encoding.h"
 
 #include <algorithm>
+#include <iterator>
+#include <sstream>
 
 #include "tools/command_line.h"
 
@@ -24,25 +26,9 @@ constexpr char rateFactor[] = "11";
 // Enlarged pictures are smoother.
 constexpr char uploadRateFactor[] = "16";
 
-Words losslessPictures() {
-    return {"-vf",
-            "vflip" + tagged,
-            "-c:v",
-            "libx264rgb",
-            "-preset",
-            "ultrafast",
-            "-qp",
-            "0",
-            "-bf",
-            "0",
-            "-colorspace",
-            "rgb",
-            "-color_range",
-            "pc",
-            "-color_primaries",
-            "bt709",
-            "-color_trc",
-            "bt709"};
+Words split(const std::string& text) {
+    std::istringstream words(text);
+    return {std::istream_iterator<std::string>(words), {}};
 }
 
 }  // namespace
@@ -76,50 +62,24 @@ Words pictureWords(const std::string& path, FilmKind kind, int fps) {
     // for a later one: packets lie in the order of their frames, and films can be cut and joined between any
     // two groups.
     const std::string group = std::to_string(std::max(fps / 2, 1));
-    Words words = {"-g", group, "-keyint_min", group, "-sc_threshold", "0", "-flags", "+cgop"};
-    if (kind == FilmKind::Lossless) {
-        append(&words, losslessPictures());
-        return words;
-    }
+    std::string words = "-g " + group + " -keyint_min " + group + " -sc_threshold 0 -flags +cgop -vf vflip";
+    if (kind == FilmKind::Lossless)
+        return split(words + tagged +
+                     " -c:v libx264rgb -preset ultrafast -qp 0 -bf 0 -colorspace rgb -color_range pc"
+                     " -color_primaries bt709 -color_trc bt709");
     const bool upload = kind == FilmKind::Upload;
-    const std::string scaled = upload ? "vflip,scale=1440:1080:flags=lanczos+" + toVideoLevels +
-                                            ",format=yuv420p,pad=1920:1080:240:0:black"
-                                      : "vflip,scale=flags=bicubic+" + toVideoLevels + ",format=yuv420p";
-    append(&words, {
-                       "-vf",
-                       scaled + tagged,
-                       "-c:v",
-                       "libx264",
-                       "-preset",
-                       "ultrafast",
-                       "-bf",
-                       "0",
-                       "-x264-params",
-                       x264Settings,
-                       "-crf",
-                       upload ? uploadRateFactor : rateFactor,
-                       "-colorspace",
-                       "bt709",
-                       "-color_range",
-                       "tv",
-                       "-color_primaries",
-                       "bt709",
-                       "-color_trc",
-                       "bt709",
-                   });
-    return words;
+    words += upload ? ",scale=1440:1080:flags=lanczos+" + toVideoLevels +
+                          ",format=yuv420p,pad=1920:1080:240:0:black"
+                    : ",scale=flags=bicubic+" + toVideoLevels + ",format=yuv420p";
+    return split(words + tagged + " -c:v libx264 -preset ultrafast -bf 0 -x264-params " + x264Settings +
+                 " -crf " + (upload ? uploadRateFactor : rateFactor) +
+                 " -colorspace bt709 -color_range tv -color_primaries bt709 -color_trc bt709");
 }
 
 Words soundWords(const std::string& path, FilmKind kind) {
     if (!hasKinds(path)) return {};
-    switch (kind) {
-        case FilmKind::Upload:
-            return {"-c:a", "aac", "-b:a", "384k"};
-        case FilmKind::Lossless:
-            return {"-c:a", "alac", "-sample_fmt", "s16p"};
-        default:
-            return {"-c:a", "aac", "-b:a", "256k"};
-    }
+    if (kind == FilmKind::Lossless) return split("-c:a alac -sample_fmt s16p");
+    return split(kind == FilmKind::Upload ? "-c:a aac -b:a 384k" : "-c:a aac -b:a 256k");
 }
 
 Words containerWords(const std::string& path) {

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <set>
 
 #include "tools/command_line.h"
 
@@ -127,13 +128,8 @@ void readValue(const std::string& word, const char* value, CaptureOptions* optio
         refuse("--frames", "not a list of ascending frames, such as 0-2999,3600");
 }
 
-bool takesValue(const std::string& word) {
-    for (const char* option :
-         {"--out", "--storyboard", "--fps", "--samples", "--from", "--to", "--every", "--frames"}) {
-        if (word == option) return true;
-    }
-    return false;
-}
+const std::set<std::string> takeValues = {"--out", "--storyboard", "--fps",    "--samples", "--from",
+                                          "--to",  "--every",      "--frames", "--join"};
 
 }  // namespace
 
@@ -153,8 +149,7 @@ CaptureOptions parseCaptureOptions(int argc, const char* const* argv) {
     for (int i = 1; i < argc; i++) {
         const std::string word = argv[i];
         if (readSwitch(word, &options)) continue;
-        if (word != "--join" && !takesValue(word))
-            refuse(argv[i], "unknown option; --help tells those there are");
+        if (!takeValues.contains(word)) refuse(argv[i], "unknown option; --help tells those there are");
         if (++i == argc) refuse(word.c_str(), "needs a value");
         if (word == "--join") {
             for (; i < argc && strncmp(argv[i], "--", 2) != 0; i++) options.parts.push_back(argv[i]);
