@@ -121,7 +121,7 @@ TEST(Capture, DrawsNothingOfAStateThatNeverWas) {
     static volatile sig_atomic_t awaited;
     awaited = 0;
     const auto before = signal(SIGIO, [](int) { awaited = 1; });
-    const int leased = open(shader.c_str(), O_RDONLY);
+    const int leased = open(shader.c_str(), O_RDONLY | O_CLOEXEC);
     ASSERT_EQ(fcntl(leased, F_SETLEASE, F_WRLCK), 0) << strerror(errno);
     std::thread author([&] {
         for (int i = 0; i < 12000 && !awaited; i++) usleep(5000);
