@@ -1,4 +1,4 @@
-# Sourced by ./play and ./test: installs what is missing, builds, and makes the data set.
+# Sourced by ./play, ./test and ./fuzz: installs what is missing, builds, and makes the data set.
 
 playPackages=(g++ cmake ninja-build pkg-config libsdl1.2-dev libgl1-mesa-dev libglu1-mesa-dev libglew-dev
               freeglut3-dev libpng-dev libjpeg-dev libvorbis-dev libasound2-dev libfftw3-dev
@@ -6,7 +6,7 @@ playPackages=(g++ cmake ninja-build pkg-config libsdl1.2-dev libgl1-mesa-dev lib
               libasound2-plugins ffmpeg glslang-tools libassimp-dev)
 testPackages=(clang-format pulseaudio-utils aubio-tools xdotool openbox clang libc++-dev iproute2
               openssh-server assimp-testmodels)
-fuzzPackages=(libclang-rt-dev)
+fuzzPackages=(libclang-rt-dev llvm)
 
 asRoot=()
 [ "$(id -u)" = 0 ] || asRoot=(sudo)
@@ -26,7 +26,7 @@ endAttended() {
     trap '' INT TERM HUP
     local pid
     [ -z "$unbroken" ] || echo 'Finishing the installation first' >&2
-    while kill -0 "$attended" 2>/dev/null; do
+    while [ -n "$attended" ] && kill -0 "$attended" 2>/dev/null; do
         [ -n "$unbroken" ] || for pid in "$attended" $(below "$attended"); do
             case $(cat "/proc/$pid/comm" 2>/dev/null) in xvfb-run | Xvfb) continue ;; esac
             kill "$pid" 2>/dev/null || sudo -n kill "$pid" 2>/dev/null || true
@@ -37,15 +37,20 @@ endAttended() {
     kill -s "$1" $$
 }
 
-# attend COMMAND...: runs it; TERM, HUP and Ctrl-C of this script end it too, with all that it has started.
-unbroken=
+# attend COMMAND...: runs it; TERM, HUP and Ctrl-C of this script end it too, with all that it has started. Its id
+# is another's once it has ended.
+unbroken= attended=
 attend() {
+    local status=0
     trap 'endAttended INT' INT
     trap 'endAttended TERM' TERM
     trap 'endAttended HUP' HUP
     "$@" <&0 &
     attended=$!
-    wait "$attended"
+    wait "$attended" || status=$?
+    attended=
+    trap - INT TERM HUP
+    return $status
 }
 
 # attendUnbroken COMMAND...: the same for what must not be cut off. The script ends as soon as it has.
