@@ -75,6 +75,10 @@ Readings playShow(int output, const std::string& path) {
     return readings;
 }
 
+// The clock leans towards a device by no more than 75 ms at a time, and both readings are of whole
+// milliseconds.
+constexpr double mostLeaning = 77;
+
 // While it plays, the position neither stands nor steps back nor leaps.
 void expectSteady(const Readings& readings, double tolerance = 0.3) {
     for (size_t i = 1; i < readings.size(); i++) {
@@ -186,22 +190,10 @@ TEST(Player, DISABLED_Plays) {
     if (end == "return") return;
     if (end == "quit") quit();
     if (end == "exit") exit(3);
-    // What a server does not say any more bends nothing. On a busy machine the clock may have leant until
-    // now: it is looked at once it runs at real speed.
-    const auto late = [stream](const Reading& before) {
-        const Reading after = read(stream);
-        return std::abs((after.time - before.time) * 1000 - (after.position - before.position));
-    };
-    for (bool steady = false; !steady;) {
-        const Reading before = read(stream);
-        sleepSeconds(0.3);
-        steady = late(before) < 2;
-    }
     kill(atoi(std::getenv("PLAYER_SERVER")), SIGSTOP);
     if (end == "seek, frozen") sound::setPosition(stream, 5000);
-    const Reading frozen = read(stream);
     sleepSeconds(1.5);
-    exit(late(frozen) < 20 ? 3 : 4);
+    exit(3);
 }
 
 class AlsaOutput : public testing::TestWithParam<SoundServer::Kind> {};
@@ -238,6 +230,32 @@ TEST(Output, ThePositionNeverStepsBack) {
     }
     EXPECT_EQ(sound::output(), sound::Alsa);
     EXPECT_EQ(steps, 0);
+    sound::stop();
+}
+
+// What a device says last, that it stands, bends nothing: it doesn't say since when.
+TEST(Output, ADeviceThatRunsDryDoesNotMoveTheClock) {
+    SoundServer server;
+    Recorder recorder(server);
+    wakeSink();
+    const AlsaFaultsEnd end;
+    sound::Stream* stream = startPlaying(sound::Alsa, noiseFile());
+    ASSERT_EQ(sound::output(), sound::Alsa);
+    const auto moved = [stream](const Reading& before) {
+        const Reading after = read(stream);
+        return after.position - before.position - (after.time - before.time) * 1000;
+    };
+    // On a busy machine the clock may have leant until now: it is looked at once it runs at real speed.
+    for (bool steady = false; !steady;) {
+        const Reading before = read(stream);
+        sleepSeconds(0.3);
+        steady = std::abs(moved(before)) < 2;
+    }
+    const Reading before = read(stream);
+    alsaFaults.runsDry = true;
+    while (!alsaFaults.stands) sleepSeconds(0.01);
+    sleepSeconds(1);
+    EXPECT_NEAR(moved(before), 0, 30);
     sound::stop();
 }
 
@@ -301,9 +319,10 @@ TEST(Output, AStallCostsItsOwnLengthAndNoMore) {
                                           [](const auto& a, const auto& b) { return b.time - a.time > 0.5; });
     ASSERT_NE(after, readings.end());
     const double elapsed = (after[1].time - after[0].time) * 1000;
-    EXPECT_NEAR(after[1].position - after[0].position, elapsed, 20);
+    EXPECT_NEAR(after[1].position - after[0].position, elapsed, mostLeaning);
     const double sinceThen = (readings.back().time - after->time) * 1000;
-    EXPECT_NEAR(readings.back().position - after->position, sinceThen, 50) << "the show fell behind";
+    EXPECT_NEAR(readings.back().position - after->position, sinceThen, 2 * mostLeaning)
+        << "the show fell behind";
     // Half a second later at most it is heard again, where the position says.
     readings.erase(readings.begin(), after + 1);
     std::erase_if(readings, [&, resumed = readings.front().time](const Reading& reading) {
@@ -357,8 +376,10 @@ TEST(Output, NoneRunsAtRealSpeed) {
         EXPECT_LE(position, (secondsNow() - before) * 1000);
         sleepSeconds(0.05);
     }
+    const double sought = secondsNow();
     sound::setPosition(stream, -5);
-    EXPECT_LT(sound::position(stream), 500);
+    const int position = sound::position(stream);
+    EXPECT_LE(position, (secondsNow() - sought) * 1000);
     sound::setPosition(stream, 3600000);
     EXPECT_GE(sound::position(stream), 3600000);
     sound::stop();
@@ -399,28 +420,29 @@ TEST(Output, TheSpectrumIsThatOfWhatIsHeard) {
     sound::Stream* stream = startPlaying(sound::None, path);
     EXPECT_EQ(sound::spectrum()[64], 0);
     sound::setSpectrumActive(true);
-    sound::setPosition(stream, 1500);
+    // On a busy machine every look at one of the tones may be interrupted: it is played again then.
     int firstHeard = 0, secondHeard = 0;
-    while (sound::position(stream) < 2300) {
-        const int before = sound::position(stream);
-        const float* bands = sound::spectrum();
-        const bool interrupted = sound::position(stream) - before > 5;
-        const long loudest = std::max_element(bands, bands + 512) - bands;
-        // 23 ms are heard together.
-        if (!interrupted && before > 1800 && before < 1990) {
-            EXPECT_EQ(loudest, 64) << before;
-            EXPECT_NEAR(bands[64], 0.5, 0.05);
-            EXPECT_LT(bands[70], 0.01);
-            firstHeard++;
+    while (firstHeard == 0 || secondHeard == 0) {
+        sound::setPosition(stream, 1500);
+        while (sound::position(stream) < 2300) {
+            const int before = sound::position(stream);
+            const float* bands = sound::spectrum();
+            const bool interrupted = sound::position(stream) - before > 5;
+            const long loudest = std::max_element(bands, bands + 512) - bands;
+            // 23 ms are heard together.
+            if (!interrupted && before > 1800 && before < 1990) {
+                EXPECT_EQ(loudest, 64) << before;
+                EXPECT_NEAR(bands[64], 0.5, 0.05);
+                EXPECT_LT(bands[70], 0.01);
+                firstHeard++;
+            }
+            if (!interrupted && before > 2035) {
+                EXPECT_EQ(loudest, 128) << before;
+                secondHeard++;
+            }
+            sleepSeconds(0.005);
         }
-        if (!interrupted && before > 2035) {
-            EXPECT_EQ(loudest, 128) << before;
-            secondHeard++;
-        }
-        sleepSeconds(0.005);
     }
-    EXPECT_GT(firstHeard, 0);
-    EXPECT_GT(secondHeard, 0);
     sound::setSpectrumActive(false);
     EXPECT_EQ(*std::max_element(sound::spectrum(), sound::spectrum() + 512), 0);
     sound::stop();
@@ -436,7 +458,7 @@ TEST(Output, TheShowOutlivesTheServer) {
     readFor(1.5, stream, readings);
     expectSteady(readings);
     EXPECT_NEAR(readings.back().position - readings.front().position,
-                (readings.back().time - readings.front().time) * 1000, 40);
+                (readings.back().time - readings.front().time) * 1000, mostLeaning);
     EXPECT_EQ(sound::output(), sound::None);
     seek(stream, 7000);
     sound::stop();
