@@ -82,6 +82,10 @@ private:
         }
     }
 
+    Place placeAt(int step) const {
+        return {place.section, place.part, section.from + (first + step) / stepsPerBar};
+    }
+
     // A mark where it stands in the cue, as one note or a chord of them.
     void addMark(const Cue& cue, const Mark& mark, std::vector<Note>& notes) {
         if (mark.at >= steps) return;
@@ -152,7 +156,9 @@ private:
             int to = at;
             do to = std::min(end, ((first + to) / half + 1) * half - first);
             while (to < end && harmony.at(first + to).name == harmony.at(first + at).name);
-            hand = voicingOf(harmony.at(first + at), part.range, part.voices, hand);
+            const Chord& chord = harmony.at(first + at);
+            hand = part.voices > 0 ? voicingOf(chord, part.range, part.voices, hand) : std::vector<int>{};
+            if (hand.empty()) refuse(placeAt(at), "no voicing lies in its range", chord.name);
             for (const int pitch : hand)
                 add(cue, {float(at), float(to - at), float(pitch), velocityOf(mark.sign)}, notes);
             at = to;
@@ -163,10 +169,8 @@ private:
         if (step.at >= float(steps)) return;
         const float pitch = step.pitch + float(cue.transpose);
         if (pitch < float(part.range.low) || pitch > float(part.range.high)) {
-            Place here = place;
-            here.bar = section.from + (first + int(step.at)) / stepsPerBar;
             const std::string name = part.notation == Notation::hits ? "tuning" : nameOf(int(pitch));
-            refuse(here, name + " is out of its range", text);
+            refuse(placeAt(int(step.at)), name + " is out of its range", text);
         }
         const double stepSeconds = 15 / song.beatsPerMinute;
         const bool late = part.swings && std::lround(float(first) + step.at) % 2 == 1;
@@ -201,8 +205,14 @@ void addFollowed(const Song& song, const Part& part, std::vector<Note>& notes) {
     for (const std::string_view name : wordsOf(names)) {
         const Part* leader = partOf(song, name);
         if (!leader) refuse({"band", part.name, 0}, "no part has this name", name);
+        if (!leader->follows.empty())
+            refuse({"band", part.name, 0}, "a part that doubles others itself", name);
         for (Note note : notesOf(song, *leader)) {
-            note.pitch = float(atOrAbove(int(note.pitch) % 12, part.range.low + 2));
+            const int pitch = atOrAbove(int(note.pitch) % 12, part.range.low + 2), bar = int(note.beat / 4);
+            if (pitch > part.range.high)
+                refuse({song.sectionAt(bar).name, part.name, bar}, nameOf(pitch) + " is out of its range",
+                       name);
+            note.pitch = float(pitch);
             notes.push_back(note);
         }
     }

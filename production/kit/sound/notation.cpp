@@ -1,7 +1,7 @@
 #include "production/kit/sound/notation.h"
 
 #include <algorithm>
-#include <cctype>
+#include <charconv>
 #include <cstdio>
 #include <cstdlib>
 
@@ -10,6 +10,7 @@ namespace audio {
 namespace {
 
 constexpr int stepsPerBar = 16;
+constexpr int longest = 4096 * stepsPerBar;  // that a melody may be: floats tell its sixteenths apart
 
 Place inBar(Place place, int step) {
     place.bar += step / stepsPerBar;
@@ -19,27 +20,10 @@ Place inBar(Place place, int step) {
 float pitchOf(std::string_view name, std::string_view word, const Place& place) {
     std::string_view rest = name;
     const int pitchClass = takePitchClass(rest);
-    if (pitchClass < 0 || rest.size() != 1 || !std::isdigit(rest[0])) refuse(place, "no pitch", word);
+    if (pitchClass < 0 || rest.size() != 1 || rest[0] < '0' || rest[0] > '9') refuse(place, "no pitch", word);
     // Cb4 is the B below it and B#4 the C above it: the octave's number goes with the letter.
     const int shift = name[0] == 'C' && name[1] == 'b' ? -12 : name[0] == 'B' && name[1] == '#' ? 12 : 0;
     return float(pitchClass + 12 * (rest[0] - '0' + 1) + shift);
-}
-
-// "Bb4+D5:4'" at the pattern's end, which it lengthens.
-void addWord(std::string_view word, const Place& place, Pattern& pattern) {
-    const size_t colon = word.find(':');
-    if (colon == std::string_view::npos) refuse(place, "a note without a length", word);
-    const int length = atoi(std::string(word.substr(colon + 1)).c_str());
-    if (length <= 0) refuse(place, "a note without a length", word);
-    const float velocity = word.back() == '\'' ? 1.0f : word.back() == ',' ? 0.5f : 0.75f;
-    std::string_view stack = word.substr(0, colon);
-    while (stack != "-" && !stack.empty()) {
-        const size_t plus = std::min(stack.find('+'), stack.size());
-        const float pitch = pitchOf(stack.substr(0, plus), word, place);
-        pattern.steps.push_back({float(pattern.length), float(length), pitch, velocity});
-        stack.remove_prefix(std::min(plus + 1, stack.size()));
-    }
-    pattern.length += length;
 }
 
 std::vector<std::string_view> split(std::string_view text, char border) {
@@ -50,6 +34,29 @@ std::vector<std::string_view> split(std::string_view text, char border) {
         at = end + 1;
     }
     return pieces;
+}
+
+// "Bb4+D5:4'" at the pattern's end, which it lengthens.
+void addWord(std::string_view word, const Place& place, Pattern& pattern) {
+    const size_t colon = word.find(':');
+    if (colon == std::string_view::npos) refuse(place, "a note without a length", word);
+    int length = 0;
+    const char* const end = word.data() + word.size();
+    const auto [behind, error] = std::from_chars(word.data() + colon + 1, end, length);
+    if (error == std::errc::invalid_argument || (error == std::errc() && length <= 0))
+        refuse(place, "a note without a length", word);
+    if (error != std::errc() || length > longest - pattern.length) refuse(place, "too long", word);
+    const std::string_view accent(behind, size_t(end - behind));
+    if (accent != "" && accent != "'" && accent != ",") refuse(place, "an unknown sign", word);
+    const float velocity = accent == "'" ? 1.0f : accent == "," ? 0.5f : 0.75f;
+    const std::string_view stack = word.substr(0, colon);
+    if (stack != "-") {
+        for (const std::string_view name : split(stack, '+')) {
+            const float pitch = pitchOf(name, word, place);
+            pattern.steps.push_back({float(pattern.length), float(length), pitch, velocity});
+        }
+    }
+    pattern.length += length;
 }
 
 }  // namespace
@@ -149,7 +156,8 @@ std::vector<std::string_view> wordsOf(std::string_view text) {
 
 std::string nameOf(int pitch) {
     constexpr const char* names[] = {"C", "Db", "D", "Eb", "E", "F", "F#", "G", "Ab", "A", "Bb", "B"};
-    return names[pitch % 12] + std::to_string(pitch / 12 - 1);
+    const int pitchClass = (pitch % 12 + 12) % 12;
+    return names[pitchClass] + std::to_string((pitch - pitchClass) / 12 - 1);
 }
 
 }  // namespace audio

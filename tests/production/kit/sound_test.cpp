@@ -254,6 +254,10 @@ TEST(SoundKit, WhatCannotBeReadIsShownWithItsPlace) {
         {Notation::melody, "G4:16 | G4:4 A5", "verse, bar 1, flute: a note without a length: \"A5\""},
         {Notation::melody, "G:4", "verse, bar 0, flute: no pitch: \"G:4\""},
         {Notation::melody, "G4:0", "\"G4:0\""},
+        {Notation::melody, "G4:4294967300", "verse, bar 0, flute: too long: \"G4:4294967300\""},
+        {Notation::melody, "G4:4.5", "verse, bar 0, flute: an unknown sign: \"G4:4\\.5\""},
+        {Notation::melody, "G4+:4", "no pitch"},
+        {Notation::melody, ":4", "no pitch"},
         {Notation::melody, "G4:12 | A4:4", "verse, bar 0, flute: doesn't fill its bar"},
         {Notation::melody, "G4:16 | A4:20 | G4:4", "verse, bar 1, flute: too long for its bar: \" A4:20 \""},
         {Notation::melody, "G4:16 | C7:16", "verse, bar 1, flute: C7 is out of its range"},
@@ -283,6 +287,15 @@ TEST(SoundKit, WhatCannotBeReadIsShownWithItsPlace) {
     song = smallSong(Notation::hits, "x...");
     song.sections[0].cues[0].bars = {3, 5};
     EXPECT_EXIT(proofread(song), testing::ExitedWithCode(1), "verse, bar 3, flute: bars that the section");
+    song = smallSong(Notation::bass, "r...");
+    song.parts[1].follows = song.parts[1].name;
+    EXPECT_EXIT(proofread(song), testing::ExitedWithCode(1), "a part that doubles others itself");
+    song.parts[1].follows = song.parts[0].name;
+    song.parts[1].range = {24, 28};
+    EXPECT_EXIT(proofread(song), testing::ExitedWithCode(1), "is out of its range");
+    song = smallSong(Notation::chords, "x...");
+    song.parts[0].voices = 0;
+    EXPECT_EXIT(proofread(song), testing::ExitedWithCode(1), "flute: no voicing lies in its range: \"Gm\"");
     EXPECT_EXIT(writeVorbis("no/such/folder/file.ogg", Stereo(10), 0.5f, {}), testing::ExitedWithCode(1),
                 "no/such/folder/file.ogg");
     EXPECT_EXIT(writeWav("no/such/folder/file.wav", Stereo(10)), testing::ExitedWithCode(1),
