@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+constexpr int mostFps = 1000;  // frames a second: times are whole milliseconds
+
 // Frame i is drawn for the millisecond nearest to i / fps.
 int millisecondsOf(int frame, int fps);
 // How many frames lie before `seconds`.

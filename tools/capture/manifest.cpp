@@ -1,9 +1,11 @@
 #include "tools/capture/manifest.h"
 
 #include <cerrno>
+#include <charconv>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <limits>
 #include <sstream>
 
 #include "tools/capture/hash.h"
@@ -22,6 +24,11 @@ bool readKind(const std::string& name, FilmKind* kind) {
     return false;
 }
 
+bool readNumber(const std::string& text, int least, int most, int* number) {
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), *number);
+    return error == std::errc() && end == text.data() + text.size() && *number >= least && *number <= most;
+}
+
 bool readLine(const std::string& line, Manifest* manifest) {
     std::istringstream words(line);
     std::string key, value;
@@ -29,6 +36,8 @@ bool readLine(const std::string& line, Manifest* manifest) {
     if (key == "frame") {
         DrawnFrame frame;
         if (!(words >> frame.number >> frame.hash)) return false;
+        const int before = manifest->frames.empty() ? -1 : manifest->frames.back().number;
+        if (frame.number <= before || frame.number == std::numeric_limits<int>::max()) return false;
         manifest->frames.push_back(frame);
         return true;
     }
@@ -37,8 +46,8 @@ bool readLine(const std::string& line, Manifest* manifest) {
     if (key == "renderer") manifest->renderer = value;
     if (key == "data") manifest->data = value;
     if (key == "sound") manifest->sound = value;
-    if (key == "fps") manifest->fps = atoi(value.c_str());
-    if (key == "samples") manifest->samples = atoi(value.c_str());
+    if (key == "fps") return readNumber(value, 1, mostFps, &manifest->fps);
+    if (key == "samples") return readNumber(value, 0, std::numeric_limits<int>::max(), &manifest->samples);
     if (key == "film") manifest->film = value;
     return key != "kind" || readKind(value, &manifest->kind);
 }

@@ -119,7 +119,7 @@ void readValue(const std::string& word, const char* value, CaptureOptions* optio
     const double end = CaptureOptions().to;
     if (word == "--out") options->out = value;
     if (word == "--storyboard") options->storyboard = value;
-    if (word == "--fps") options->fps = wholeNumber("--fps", value, 1, 1000);
+    if (word == "--fps") options->fps = wholeNumber("--fps", value, 1, mostFps);
     if (word == "--samples") options->samples = wholeNumber("--samples", value, 0, mostSamples);
     if (word == "--from") options->from = number("--from", value, 0, end);
     if (word == "--to") options->to = number("--to", value, 0, end);
