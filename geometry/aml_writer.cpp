@@ -16,6 +16,13 @@ public:
         const uint16_t word = uint16_t(value);
         put(&word, 2);
     }
+    bool moveTo(FILE* file) {
+        const bool whole = fwrite(bytes.data(), bytes.size(), 1, file) == 1;
+        bytes.clear();
+        return whole;
+    }
+
+private:
     std::vector<uint8_t> bytes;
 };
 
@@ -63,10 +70,14 @@ bool writeAmlFile(const char* path, const std::vector<AmlMeshData>& meshes) {
     out.put(amlMagic, sizeof amlMagic);
     out.put(&version, sizeof version);
     out.put(&count, sizeof count);
-    for (const AmlMeshData& mesh : meshes) putMesh(out, mesh);
 
     FILE* file = fopen(path, "wb");
     if (!file) return false;
-    const bool whole = fwrite(out.bytes.data(), out.bytes.size(), 1, file) == 1;
+    bool whole = out.moveTo(file);
+    // One after the other: a model may just fit into memory.
+    for (const AmlMeshData& mesh : meshes) {
+        putMesh(out, mesh);
+        whole = whole && out.moveTo(file);
+    }
     return fclose(file) == 0 && whole;
 }

@@ -61,9 +61,9 @@ struct Outcome {
     int status;
     std::string said;
 };
-Outcome aml(const std::string& words) {
+Outcome aml(const std::string& words, const std::string& before = "") {
     const ScratchDirectory scratch;
-    const std::string command = AML_PROGRAM " " + words + " >" + scratch.file("said") + " 2>&1";
+    const std::string command = before + AML_PROGRAM " " + words + " >" + scratch.file("said") + " 2>&1";
     const int status = std::system(command.c_str());
     std::ifstream file(scratch.file("said"));
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, {std::istreambuf_iterator<char>(file), {}}};
@@ -235,6 +235,36 @@ TEST(AmlTool, ContinuesWhatOutgrowsAMeshInFurtherOnes) {
     read(set, back);
     EXPECT_GE(set.count, 3);
     EXPECT_EQ(trianglesOf(back).size(), 2u * side * side);
+}
+
+// A small file may show its one mesh any number of times.
+TEST(AmlTool, SaysWhatOutgrowsTheMemory) {
+    const ScratchDirectory scratch;
+    constexpr int triangles = 20000, times = 250;
+    std::vector<float> positions;
+    for (int i = 0; i < triangles; i++)
+        for (const float word : {0, 0, 0, 1, 0, 0, 0, 1, 0}) positions.push_back(word + float(i));
+    const std::string bytes(reinterpret_cast<const char*>(positions.data()),
+                            positions.size() * sizeof(float));
+    const std::string size = std::to_string(bytes.size()), count = std::to_string(3 * triangles);
+    std::string nodes = "{\"mesh\":0}", list = "0";
+    for (int i = 1; i < times; i++) {
+        nodes += ",{\"mesh\":0}";
+        list += ',' + std::to_string(i);
+    }
+    scratch.write("many.bin", bytes);
+    const std::string model = scratch.write(
+        "many.gltf",
+        "{\"asset\":{\"version\":\"2.0\"},\"scene\":0,\"scenes\":[{\"nodes\":[" + list + "]}],\"nodes\":[" +
+            nodes + "],\"meshes\":[{\"primitives\":[{\"attributes\":{\"POSITION\":0}}]}],\"buffers\":[{" +
+            "\"byteLength\":" + size +
+            ",\"uri\":\"many.bin\"}],\"bufferViews\":[{\"buffer\":0,\"byteLength\":" + size +
+            "}],\"accessors\":[{\"bufferView\":0,\"componentType\":5126,\"count\":" + count +
+            ",\"type\":\"VEC3\"}]}");
+    const Outcome run = aml("import " + model + " " + scratch.file("many.AML"), "ulimit -v 400000; ");
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.said, model + ": wants more memory than 4 GB\n");
+    EXPECT_FALSE(std::filesystem::exists(scratch.file("many.AML")));
 }
 
 TEST(AmlTool, HasNothingAgainstTheShowsFiles) {

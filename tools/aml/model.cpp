@@ -19,6 +19,7 @@ namespace {
 
 constexpr float smoothing = 40;      // degrees; the generator's models have the same
 constexpr float nearlyUnit = 1e-4f;  // how far a normal's length may be from 1 to be kept as it is
+constexpr char outOfMemory[] = "wants more memory than 4 GB";
 constexpr float degree = std::numbers::pi_v<float> / 180;
 
 std::string oneLine(std::string text) {
@@ -255,11 +256,8 @@ void unshareVertices(aiMesh& mesh) {
     mesh.mNumAnimMeshes = 0;
 }
 
-}  // namespace
-
-ImportedModel importModel(const std::string& path, const Placing& placing) {
+ImportedModel importScene(Assimp::Importer& importer, const std::string& path, const Placing& placing) {
     ImportedModel model;
-    Assimp::Importer importer;
     importer.SetPropertyFloat(AI_CONFIG_PP_GSN_MAX_SMOOTHING_ANGLE, smoothing);
     importer.SetPropertyInteger(AI_CONFIG_PP_SBP_REMOVE, aiPrimitiveType_POINT | aiPrimitiveType_LINE);
     const aiScene* scene = importer.ReadFile(path, aiProcess_ValidateDataStructure);
@@ -275,7 +273,7 @@ ImportedModel importModel(const std::string& path, const Placing& placing) {
     }
     if (!scene || !scene->mRootNode) {
         model.problem = oneLine(importer.GetErrorString());
-        if (model.problem == "std::bad_alloc") model.problem = "wants more memory than 4 GB";
+        if (model.problem == "std::bad_alloc") model.problem = outOfMemory;
         if (model.problem.empty()) model.problem = "can't be read";
         return model;
     }
@@ -288,6 +286,21 @@ ImportedModel importModel(const std::string& path, const Placing& placing) {
     else
         describe(model, collector);
     return model;
+}
+
+}  // namespace
+
+ImportedModel importModel(const std::string& path, const Placing& placing) {
+    Assimp::Importer importer;
+    return importModel(importer, path, placing);
+}
+
+ImportedModel importModel(Assimp::Importer& importer, const std::string& path, const Placing& placing) {
+    try {
+        return importScene(importer, path, placing);
+    } catch (const std::bad_alloc&) {
+        return {{}, {}, outOfMemory};
+    }
 }
 
 std::string exportModel(const MeshSet& set, const std::string& path) {

@@ -7,6 +7,10 @@
 #include "geometry/aml_writer.h"
 #include "geometry/mesh.h"
 
+namespace Assimp {
+class Importer;
+}
+
 struct Turn {
     int axis;  // 0 to 2: x, y, z
     float degrees;
@@ -27,6 +31,8 @@ struct ImportedModel {
 // smooth across edges that bend by less than 40 degrees. Of several sets of texture coordinates the first is
 // taken; T runs down the picture.
 ImportedModel importModel(const std::string& path, const Placing& placing);
+// The same by an importer that may have loaders of the caller's.
+ImportedModel importModel(Assimp::Importer& importer, const std::string& path, const Placing& placing);
 
 // The format is that of the path's ending. Returns what went wrong, as a line, or nothing. The set as loadAml
 // leaves it, or with expanded positions.
