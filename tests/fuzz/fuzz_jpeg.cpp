@@ -24,9 +24,14 @@ bool isLarge(std::string_view input) {
 
 void tryInput(std::string_view input) {
     if (isLarge(input)) return;
-    const MemoryFile file(input);
-    Picture picture;
+    const MemoryFile file(input), written;
+    Picture picture, again;
     const bool flip = input.size() % 2 != 0;
     if (loadJpeg(file.path(), &picture, flip) != 0) return;
     readAll(picture.pixels, size_t{picture.stride} * size_t(picture.height));
+    if (picture.channels != 3) return;  // others aren't written
+    demand(writeJpeg(written.path(), picture.width, picture.height, picture.channels, picture.bytesPerPixel,
+                     picture.stride, picture.pixels) == 0);
+    demand(loadJpeg(written.path(), &again, false) == 0);
+    demand(again.width == picture.width && again.height == picture.height);
 }

@@ -4,8 +4,11 @@
 #include <sys/prctl.h>
 #include <sys/wait.h>
 
+#include <algorithm>
+
 #include "tests/scratch.h"
 #include "tests/sound/sound_server.h"
+#include "tests/tools/run.h"
 
 namespace {
 
@@ -50,6 +53,23 @@ TEST_F(Prepare, ABuildEndsWithTheScript) {
         EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == signal) << status;
         EXPECT_FALSE(isAnythingLeft()) << signal;
     }
+}
+
+// Its id may be a stranger's by then, whom no signal of this script must end.
+TEST_F(Prepare, WhatHasEndedIsNotAttendedAnyMore) {
+    const int status = endOnceBegun(
+        "attend sh -c 'exit 3' || [ $? = 3 ]; attend true; [ -z \"$attended$(trap -p)\" ]; exit 5", SIGTERM);
+    EXPECT_EQ(WEXITSTATUS(status), 5);
+}
+
+TEST_F(Prepare, FuzzRefusesWhatItDoesNotKnowBeforeItDoesAnything) {
+    for (const char* words : {"nonsense", "0", "png 1x", "1 2", "-1", "png 999999", "'aml png'"}) {
+        const Result refused = shell(std::string("./fuzz ") + words);
+        EXPECT_EQ(refused.status, 1) << words;
+        EXPECT_TRUE(refused.output.starts_with("fuzz: ")) << refused.output;
+        EXPECT_EQ(std::count(refused.output.begin(), refused.output.end(), '\n'), 1) << refused.output;
+    }
+    EXPECT_TRUE(shell("./fuzz --help").output.starts_with("usage: ./fuzz [FORMAT...] [MINUTES]"));
 }
 
 // Cut off in the middle, dpkg would leave a package that has to be mended first.

@@ -1,0 +1,131 @@
+// The score's notation: a song of two parts as text, which is a line of whole numbers, the scale, the chords,
+// what the first part plays, and whom the second doubles.
+#include <algorithm>
+#include <sstream>
+
+#include "production/kit/sound/arrangement.h"
+#include "production/kit/sound/check.h"
+#include "tests/fuzz/target.h"
+
+namespace {
+
+using namespace audio;
+
+const Place nowhere = {"section", "part", 0};
+
+// As the score would have it; its octaves have a digit each.
+std::string wordOf(float pitch) {
+    return pitch == 11 ? "Cb0" : pitch == 132 ? "B#9" : nameOf(int(pitch));
+}
+
+std::string textOf(const Pattern& pattern) {
+    std::string text;
+    auto step = pattern.steps.begin();
+    for (int at = 0; at < pattern.length;) {
+        const auto end =
+            std::find_if(step, pattern.steps.end(), [&](const Step& s) { return s.at != float(at); });
+        const int next = end == pattern.steps.end() ? pattern.length : int(end->at);
+        const int length = step == end ? next - at : int(step->length);
+        if (step == end) text += '-';
+        for (auto note = step; note != end; note++) text += (note == step ? "" : "+") + wordOf(note->pitch);
+        text += ':' + std::to_string(length);
+        if (step != end) text += step->velocity == 1 ? "'" : step->velocity == 0.5f ? "," : "";
+        text += ' ';
+        step = end;
+        at += length;
+    }
+    return text;
+}
+
+void tryMelody(std::string_view text) {
+    const Pattern melody = melodyOf(text, nowhere);
+    float before = 0;
+    for (const Step& step : melody.steps) {
+        demand(step.at >= before && step.length > 0 && step.at + step.length <= float(melody.length));
+        demand(step.pitch >= 11 && step.pitch <= 132 && step.velocity > 0 && step.velocity <= 1);
+        before = step.at;
+    }
+    const Pattern again = melodyOf(textOf(melody), nowhere);
+    demand(again.length == melody.length);
+    demand(std::equal(melody.steps.begin(), melody.steps.end(), again.steps.begin(), again.steps.end(),
+                      [](const Step& a, const Step& b) {
+                          return a.at == b.at && a.length == b.length && a.pitch == b.pitch &&
+                                 a.velocity == b.velocity;
+                      }));
+    demand(barsOf(text, 0, int(text.size()) + 1) == text);
+}
+
+void tryMarks(std::string_view text) {
+    constexpr std::string_view allowed = "Xxo:0123456789rRoOfFtTsSaA";
+    const Marks read = marksOf(text, allowed, nowhere);
+    std::string again(size_t(read.length), '.');
+    int before = 0;
+    for (const Mark& mark : read.marks) {
+        demand(mark.at >= before && mark.length > 0 && mark.at + mark.length <= read.length);
+        before = mark.at + mark.length;
+        again[size_t(mark.at)] = mark.sign;
+        std::fill_n(again.begin() + mark.at + 1, mark.length - 1, '-');
+    }
+    for (int at = (read.length - 1) / 16 * 16; at > 0; at -= 16) again.insert(size_t(at), " ");
+    const Marks second = marksOf(again, allowed, nowhere);
+    demand(std::equal(read.marks.begin(), read.marks.end(), second.marks.begin(), second.marks.end(),
+                      [](const Mark& a, const Mark& b) {
+                          return a.at == b.at && a.length == b.length && a.sign == b.sign;
+                      }));
+}
+
+void trySong(const Song& song) {
+    const Section& section = song.sections.front();
+    const double begin = song.secondsAt(section.from), end = song.secondsAt(section.to);
+    proofread(song);
+    for (const Part& part : song.parts) {
+        double before = begin;
+        for (const Note& note : notesOf(song, part)) {
+            demand(note.start >= before && note.length > 0);
+            demand(note.start + note.length <= end + 15 / song.beatsPerMinute);  // what swings ends later
+            demand(note.pitch >= float(part.range.low) && note.pitch <= float(part.range.high));
+            demand(note.velocity > 0 && note.velocity <= 1);
+            before = note.start;
+        }
+    }
+    for (const std::string& remark : remarksOn(song)) readAll(remark.data(), remark.size());
+}
+
+}  // namespace
+
+void tryInput(std::string_view input) {
+    std::istringstream lines{std::string(input)};
+    std::string numbers, scale, chords, pattern, leaders;
+    for (std::string* line : {&numbers, &scale, &chords, &pattern, &leaders}) std::getline(lines, *line);
+    std::istringstream words(numbers);
+    const auto number = [&words](int least, int most) {
+        int value = 0;
+        words >> value;
+        return std::clamp(value, least, most);
+    };
+    const auto notation = Notation(number(0, 5));
+    const auto role = Role(number(0, 4));
+    const int low = number(-24, 108), high = low + number(0, 36), voices = number(0, 5);
+    const int transpose = number(-48, 48), from = number(-9, 99), bars = number(1, 24);
+    const Bars part = {float(number(-160, 2000)) / 16, float(number(-160, 2000)) / 16};
+    const float swing = float(number(0, 99)) / 100;
+
+    if (notation == Notation::melody)
+        tryMelody(pattern);
+    else
+        tryMarks(pattern);
+    Song song{};
+    song.beatsPerMinute = 126;
+    song.parts = {{"one", role, notation, {low, high}, {}, {}, voices, {}, true},
+                  {"two", Role::chords, Notation::bass, {low, high}, {}, {}, 0, leaders}};
+    song.sections = {{"section",
+                      from,
+                      from + bars,
+                      scale.c_str(),
+                      chords.c_str(),
+                      0,
+                      {},
+                      {{"one", pattern, part, 0, 0.5f, transpose}},
+                      swing}};
+    trySong(song);
+}
