@@ -31,7 +31,11 @@ void tryInput(std::string_view input) {
     if (old) {
         dumpAml(set, stream, file.path());
     } else {
+        std::string problem;
+        const std::optional<MeshSet> read = readAml(input, &problem);
+        demand(read.has_value() == problem.empty());
         loadAml(set, stream, file.path());
+        demand(read && read->count == set.count);
         useMeshes(set, file.path());
     }
 }

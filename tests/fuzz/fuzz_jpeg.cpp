@@ -24,6 +24,10 @@ bool isLarge(std::string_view input) {
 
 void tryInput(std::string_view input) {
     if (isLarge(input)) return;
+    std::string problem;
+    const std::optional<Image> read = readJpeg(input, &problem);
+    demand(read.has_value() == problem.empty());
+    if (read) delete[] read->pixels;
     const MemoryFile file(input), written;
     Picture picture, again;
     const bool flip = input.size() % 2 != 0;

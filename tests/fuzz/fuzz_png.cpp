@@ -8,10 +8,16 @@
 #include "tests/fuzz/target.h"
 
 void tryInput(std::string_view input) {
+    std::string problem;
+    const std::optional<Image> read = readPng(input, &problem);
+    demand(read.has_value() == problem.empty());
+    if (read) delete[] read->pixels;
     const MemoryFile file(input), written;
     Image image, again;
     const bool flip = input.size() % 2 != 0;
-    if (loadPng(file.path(), &image, flip) != 0) return;
+    const bool loaded = loadPng(file.path(), &image, flip) == 0;
+    demand(loaded || !read);
+    if (!loaded) return;
     const size_t size = size_t{image.stride} * size_t(image.height);
     readAll(image.pixels, size);
     // Those of 8 bits can be written; packing a large one takes its time, and finds no more.
