@@ -161,7 +161,7 @@ bool lay(const std::vector<Made>& made, const fs::path& folder) {
                    place.c_str());
             continue;
         }
-        std::erase_if(after, [&](const auto& entry) { return entry.first == file; });
+        std::erase_if(after, [&name = file](const auto& entry) { return entry.first == name; });
         after.emplace(file, hash);
         if (there && *there == *text) continue;
         fs::create_directories(place.parent_path(), error);
