@@ -148,6 +148,7 @@ bool lay(const std::vector<Made>& made, const fs::path& folder) {
     std::vector<std::string> differing;
     for (const auto& [path, file] : made) {
         const fs::path place = folder / file;
+        fs::remove(unfinished(place), error);  // of a run that was stopped
         const auto text = wholeFile(path), there = wholeFile(place);
         if (!text) {
             fprintf(stderr, "%s: can't be read\n", path.c_str());
