@@ -1,5 +1,5 @@
-// A command that is run in the background whenever its sources have changed: one that makes what is shown, and lays
-// it as making/laying.h tells.
+// A command that is run in the background whenever its sources have changed: one that makes what is shown,
+// and lays it as making/laying.h tells.
 #pragma once
 
 #include <sys/types.h>
@@ -12,13 +12,14 @@ struct BackgroundBuild {
     std::vector<std::string> command;  // none if empty
     std::string problem;               // the errors in what the last run said; empty if it was good
     std::string latest;                // the last line that the present run has said
-    std::set<std::string> newer;       // sources of which a younger text was saved than what is shown was made from
-    std::vector<std::string> news;     // lines, for whoever takes them
+    std::set<std::string>
+        newer;  // sources of which a younger text was saved than what is shown was made from
+    std::vector<std::string> news;  // lines, for whoever takes them
 
     ~BackgroundBuild();
 
-    // Soon, since `source` was saved. A run that is under way is followed by another, or ended if it makes what that
-    // very source was before.
+    // Soon, since `source` was saved. A run that is under way is followed by another, or ended if it makes
+    // what that very source was before.
     void request(const std::string& source);
     // Once a frame: starts and ends runs. True when one has ended that was not outdated.
     bool poll();
