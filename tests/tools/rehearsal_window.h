@@ -33,7 +33,7 @@ public:
         if (!sources.empty()) watch->add(sources);
         loading.emplace(true);
         for (const FileName& name : showFiles()) {
-            ShowFile file = loading->file(name.path);
+            ShowFile file = loading->file(name);
             loading->files[name.path] = std::move(file);
         }
         for (const auto& [path, file] : loading->files)

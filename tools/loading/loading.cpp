@@ -35,12 +35,9 @@ Loading::Loading(bool measureMusic) : readers(measureMusic) {
     for (const FileName& name : showFiles()) readers.request(name);
 }
 
-ShowFile Loading::file(const std::string& path) {
-    const auto known = files.find(path);
-    if (known == files.end()) return readers.await(path);
-    ShowFile file = std::move(known->second);
-    files.erase(known);
-    return file;
+ShowFile Loading::file(const FileName& name) {
+    auto known = files.extract(name.path);
+    return known ? std::move(known.mapped()) : readers.await(name);
 }
 
 Stages Loading::stages() {
@@ -49,7 +46,7 @@ Stages Loading::stages() {
 }
 
 std::unique_ptr<sound::Decoder> Loading::takeMusic() {
-    ShowFile read = file(SoundMusic::path);
+    ShowFile read = file({FileKind::music, SoundMusic::path});
     return isGood(read) ? std::move(read.music) : nullptr;
 }
 
@@ -62,7 +59,7 @@ bool Loading::isGood(const ShowFile& file) {
 
 void Loading::loadPicture(const TextureRow& row) {
     demo->textureNames[row.key] = demo->nextTexture++;
-    const ShowFile read = file(row.path);
+    const ShowFile read = file({FileKind::picture, row.path});
     if (isGood(read)) return putPicture(row, read.picture);
     const Image instead = checkerboard();
     putPicture(row, instead);
@@ -71,7 +68,7 @@ void Loading::loadPicture(const TextureRow& row) {
 
 void Loading::loadMeshes() {
     for (const MeshRow& row : meshRows()) {
-        ShowFile read = file(row.path);
+        ShowFile read = file({FileKind::model, row.path});
         putModel(row, isGood(read) ? std::move(read.model) : MeshSet());
         demo->meshSetCount++;
         demo->drawLoadingScreen();
@@ -89,7 +86,7 @@ void Loading::loadShaders() {
     for (const ShaderRow& row : shaderRows()) {
         std::optional<ShaderText> texts[2];
         for (int i = 0; i < 2; i++) {
-            ShowFile read = file(std::string(row.base) + shaderStages[i]);
+            ShowFile read = file({FileKind::shader, std::string(row.base) + shaderStages[i]});
             if (isGood(read)) texts[i] = ShaderText{read.name.path, std::move(read.text)};
         }
         const ProgramBuild built = buildProgram(texts[0], texts[1]);
@@ -117,7 +114,7 @@ ReadShow readShow(bool needsMusic) {
     std::string all;
     for (const FileName& name : names) {
         const bool isMusic = name.kind == FileKind::music;
-        ShowFile file = loadingOfShow->file(name.path);
+        ShowFile file = loadingOfShow->file(name);
         if (!file.problem.empty() && (needsMusic || !isMusic)) tell(file.problem);
         hashes.push_back(file.hash);
         if (!isMusic) all += name.path + '\n' + file.hash + '\n';

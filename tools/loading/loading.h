@@ -21,7 +21,7 @@ struct Loading {
     explicit Loading(bool measureMusic);
 
     // That file, once it has been read.
-    ShowFile file(const std::string& path);
+    ShowFile file(const FileName& name);
 
     // For initialiseDemo; each stage waits for its files. Problems are noted, and told on standard error. A
     // broken picture is a checkerboard, a broken model nothing, a broken program the fixed function.

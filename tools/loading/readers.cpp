@@ -3,93 +3,65 @@
 #include <signal.h>
 
 #include <algorithm>
-#include <system_error>
+#include <semaphore>
+#include <thread>
 
-Readers::Readers(bool measureMusic) : measures(measureMusic) {
-    // Signals are the drawing thread's business.
+namespace {
+
+using namespace std::chrono_literals;
+
+// Of those who work at a time: no less than two, since music takes a second.
+std::counting_semaphore<> places(std::max(2u, std::thread::hardware_concurrency()));
+
+struct Place {
+    Place() { places.acquire(); }
+    ~Place() { places.release(); }
+};
+
+}  // namespace
+
+// In a thread that no signal disturbs: they are the drawing one's business. Where no thread can be had,
+// whoever takes the file does the work.
+template <typename Work>
+void Readers::start(const std::string& path, Work work) {
     sigset_t all, before;
     sigfillset(&all);
     pthread_sigmask(SIG_BLOCK, &all, &before);
-    try {
-        for (unsigned i = 0; i < std::max(2u, std::thread::hardware_concurrency()); i++)
-            threads.emplace_back([this] { work(); });
-    } catch (const std::system_error&) {
-        // With none at all, whoever requests reads.
-    }
+    readings.push_back({path, false, std::async(std::launch::async | std::launch::deferred, [work] {
+                            const Place place;
+                            return work();
+                        })});
     pthread_sigmask(SIG_SETMASK, &before, nullptr);
 }
 
-Readers::~Readers() {
-    {
-        std::lock_guard lock(mutex);
-        stopping = true;
-    }
-    requested.notify_all();
-    for (std::thread& thread : threads) thread.join();
-}
-
 void Readers::request(const FileName& name) {
-    std::unique_lock lock(mutex);
-    std::erase_if(waiting, [&](const Request& request) { return request.name.path == name.path; });
-    std::erase_if(findings, [&](const ShowFile& file) { return file.name.path == name.path; });
-    latest[name.path] = ++requests;
-    waiting.push_back({name, requests});
-    requested.notify_one();
-    if (threads.empty()) serve(lock);
+    for (Reading& reading : readings)
+        if (reading.path == name.path) reading.outdated = true;
+    start(name.path, [name] { return readShowFile(name); });
 }
 
 std::optional<ShowFile> Readers::take() {
-    std::lock_guard lock(mutex);
-    if (findings.empty()) return std::nullopt;
-    ShowFile file = std::move(findings.front());
-    findings.pop_front();
-    return file;
-}
-
-ShowFile Readers::await(const std::string& path) {
-    std::unique_lock lock(mutex);
-    auto finding = findings.end();
-    found.wait(lock, [&] {
-        finding = std::find_if(findings.begin(), findings.end(),
-                               [&](const ShowFile& file) { return file.name.path == path; });
-        return finding != findings.end();
-    });
-    ShowFile file = std::move(*finding);
-    findings.erase(finding);
-    return file;
-}
-
-bool Readers::idle() {
-    std::lock_guard lock(mutex);
-    return waiting.empty() && findings.empty() && busy == 0;
-}
-
-void Readers::work() {
-    std::unique_lock lock(mutex);
-    for (;;) {
-        requested.wait(lock, [this] { return stopping || !waiting.empty(); });
-        if (stopping) return;
-        serve(lock);
+    for (auto next = readings.begin(); next != readings.end();) {
+        const auto reading = next++;
+        if (reading->file.wait_for(0s) == std::future_status::timeout) continue;
+        if (!reading->outdated) return finish(reading);
+        readings.erase(reading);
     }
+    return std::nullopt;
 }
 
-// The request that has waited longest. With the mutex held, but not while reading.
-void Readers::serve(std::unique_lock<std::mutex>& lock) {
-    const Request request = waiting.front();
-    waiting.pop_front();
-    busy++;
-    lock.unlock();
-    ShowFile file = readShowFile(request.name);
-    const auto music = measures && file.problem.empty() ? file.bytes : nullptr;
-    report(request.number, std::move(file));
-    if (music) report(request.number, measureMusic(request.name, music, stopping));
-    lock.lock();
-    busy--;
+ShowFile Readers::await(const FileName& name) {
+    const auto reading = std::find_if(readings.begin(), readings.end(), [&](const Reading& one) {
+        return one.path == name.path && !one.outdated;
+    });
+    return reading == readings.end() ? readShowFile(name) : finish(reading);
 }
 
-void Readers::report(int number, ShowFile file) {
-    std::lock_guard lock(mutex);
-    if (latest[file.name.path] != number) return;
-    findings.push_back(std::move(file));
-    found.notify_one();
+ShowFile Readers::finish(std::list<Reading>::iterator reading) {
+    ShowFile file = reading->file.get();
+    readings.erase(reading);
+    if (measures && file.problem.empty() && file.music)
+        start(file.name.path,
+              [this, name = file.name, bytes = file.bytes] { return measureMusic(name, bytes, stopping); });
+    return file;
 }

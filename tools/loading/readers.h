@@ -1,51 +1,43 @@
-// Threads that read files of the show and decode them, so that the one that draws need not wait.
+// Files of the show, read and decoded by threads, so that the one that draws need not wait.
 #pragma once
 
 #include <atomic>
-#include <condition_variable>
-#include <deque>
-#include <map>
-#include <mutex>
+#include <future>
+#include <list>
 #include <optional>
-#include <thread>
-#include <vector>
+#include <string>
 
 #include "tools/loading/show_file.h"
 
+// For one thread.
 struct Readers {
-    // As many as the machine has processors, but no less than two: music takes a second.
-    explicit Readers(bool measureMusic);
-    // What is being read is waited for, what only waits is not read.
-    ~Readers();
+    const bool measures;  // music as well
+
+    explicit Readers(bool measureMusic) : measures(measureMusic) {}
+    // Waits for what is being read.
+    ~Readers() { stopping = true; }
     Readers(const Readers&) = delete;
     Readers& operator=(const Readers&) = delete;
 
-    // Reads it from now on; what an earlier request for it has found, or will, is not handed out any more.
+    // Reads it from now on; what earlier requests for it find is not handed out any more.
     void request(const FileName& name);
     // A file that has been read; at once. Music that can be played comes again when it has been measured.
     std::optional<ShowFile> take();
-    // That file, which has been requested, once it has been read.
-    ShowFile await(const std::string& path);
+    // That file, once it has been read; here and now if it isn't being read.
+    ShowFile await(const FileName& name);
     // Everything that was requested has been taken.
-    bool idle();
+    bool idle() const { return readings.empty(); }
 
 private:
-    struct Request {
-        FileName name;
-        int number;
+    struct Reading {
+        std::string path;
+        bool outdated = false;
+        std::future<ShowFile> file;
     };
-    void work();
-    void serve(std::unique_lock<std::mutex>& lock);
-    void report(int number, ShowFile file);
+    template <typename Work>
+    void start(const std::string& path, Work work);
+    ShowFile finish(std::list<Reading>::iterator reading);
 
-    const bool measures;
-    std::mutex mutex;
-    std::condition_variable requested, found;
-    std::deque<Request> waiting;
-    std::deque<ShowFile> findings;
-    std::map<std::string, int> latest;  // by path: the number of its last request
-    int requests = 0;
-    int busy = 0;  // threads
     std::atomic<bool> stopping = false;
-    std::vector<std::thread> threads;
+    std::list<Reading> readings;
 };

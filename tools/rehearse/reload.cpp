@@ -1,5 +1,6 @@
 #include "tools/rehearse/reload.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstring>
@@ -116,8 +117,10 @@ bool Reload::load(ShowFile& file) {
 }
 
 void Reload::loadModel(ShowFile& file) {
-    for (const MeshRow& row : meshRows())
-        if (file.name.path == row.path) putModel(row, std::move(file.model));
+    const auto rows = meshRows();
+    const auto row = std::find_if(rows.begin(), rows.end(),
+                                  [&](const MeshRow& row) { return file.name.path == row.path; });
+    putModel(*row, std::move(file.model));
     remakeEffects();
 }
 
