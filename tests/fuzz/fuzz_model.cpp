@@ -69,7 +69,8 @@ Value* filled(unsigned count, unsigned copies, auto next) {
 aiMesh* makeMesh(Bytes& bytes) {
     auto* mesh = new aiMesh;
     const unsigned kind = bytes.next();
-    const unsigned flags = kind == large ? hasNormals : kind, copies = kind == large ? copiesOfLarge : 1;
+    const unsigned flags = kind == large ? unsigned{hasNormals} : kind,
+                   copies = kind == large ? copiesOfLarge : 1;
     const unsigned vertices = bytes.next() % 48 + 1, faces = bytes.next() % 48 + 1;
     const auto vector = [&] { return bytes.vector(); };
     mesh->mNumVertices = vertices * copies;
