@@ -143,7 +143,7 @@ TEST_F(Making, SeesWhatIsSavedWhileItCompilesOrMakes) {
     // Compiled before the slowness begins.
     made();
     save("two.cpp", source("Two", "early"));
-    ASSERT_EQ(shell("ninja -C " + scratch.file("build") + " makeTwo").status, 0);
+    ASSERT_EQ(shell("ninja -C " + scratch.file("build") + " make_two_txt").status, 0);
     fs::remove(scratch.file("slow.reached"));
     makeSlowly();
     begin();
@@ -183,7 +183,7 @@ TEST_F(Making, StoppedInTheMiddleLeavesTheLastState) {
         const std::string word = signal == SIGTERM ? "gentle" : "hard";
         save("shared.h", "constexpr char shared[] = \"" + word + "\";\n");
         const std::string before = data();
-        ASSERT_EQ(shell("ninja -C " + scratch.file("build") + " makeOne makeTwo").status, 0);
+        ASSERT_EQ(shell("ninja -C " + scratch.file("build") + " make_number_one_txt make_two_txt").status, 0);
         makeSlowly();
         begin();
         endProcess(other, signal);
