@@ -56,7 +56,7 @@ Rgba streak(float x, float y, float thickness, float strength) {
            strength;
 }
 
-void makeIcon(int size, const char* path) {
+void paintIcon(int size, const char* path) {
     const bool small = size < 64;
     const float pixels = size;
     LetteringField text(size, size, pixels / 6);
@@ -87,18 +87,12 @@ void makeIcon(int size, const char* path) {
 
 }  // namespace
 
-void makeIcon256(const char* path) {
-    makeIcon(256, path);
+template <int size>
+void makeIcon(const char* path) {
+    paintIcon(size, path);
 }
-void makeIcon128(const char* path) {
-    makeIcon(128, path);
-}
-void makeIcon64(const char* path) {
-    makeIcon(64, path);
-}
-void makeIcon48(const char* path) {
-    makeIcon(48, path);
-}
-void makeIcon32(const char* path) {
-    makeIcon(32, path);
-}
+template void makeIcon<256>(const char* path);
+template void makeIcon<128>(const char* path);
+template void makeIcon<64>(const char* path);
+template void makeIcon<48>(const char* path);
+template void makeIcon<32>(const char* path);

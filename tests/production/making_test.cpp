@@ -7,6 +7,11 @@
 #include <functional>
 
 #include "production/making/laying.h"
+#include "production/models/models.h"
+#include "production/music/soundtrack.h"
+#include "production/pictures/icons.h"
+#include "production/pictures/pictures.h"
+#include "production/shaders/shaders.h"
 #include "tests/sound/sound_server.h"
 #include "tests/tools/run.h"
 
@@ -196,7 +201,19 @@ TEST_F(Making, StoppedInTheMiddleLeavesTheLastState) {
     }
 }
 
-// The shaders' and the composers' own files.
+// The build reads the tables by itself.
+TEST(Products, AreAllMade) {
+    const auto expectMade = [](const auto& table, const std::string& folder) {
+        for (const auto& row : table) EXPECT_TRUE(fs::exists(BUILD_FOLDER + folder + row.file)) << row.file;
+    };
+    expectMade(modelProducts, "/made/");
+    expectMade(pictureProducts, "/made/");
+    expectMade(musicProducts, "/made/");
+    expectMade(shaderProducts, "/made/");
+    expectMade(iconProducts, "/icons/");
+}
+
+// Authors' own files.
 class Laying : public testing::Test {
 public:
     ScratchDirectory scratch;
