@@ -172,7 +172,7 @@ bool lay(const std::vector<Made>& made, const fs::path& folder) {
         }
         differing.push_back(file);
     }
-    if (after == before) return true;
+    if (differing.empty() && after == before) return true;
 
     const Unbroken unbroken;
     List both = before;

@@ -247,6 +247,8 @@ TEST_F(Laying, NeverCoversAnAuthorsFile) {
     fs::remove(folder / "a b.png");
     EXPECT_EQ(lay(make("7", "7")), "laid a b.png\nlaid c/d.fs\n");
     fs::remove(folder / "a b.png");
+    EXPECT_EQ(lay(make("7", "7")), "laid a b.png\n");
+    fs::remove(folder / "a b.png");
     fs::create_directory(folder / "a b.png");
     EXPECT_TRUE(lay(make("8", "7")).starts_with(kept));
     fs::remove_all(folder);
