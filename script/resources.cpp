@@ -1,5 +1,6 @@
 #include "script/resources.h"
 
+#include <cstdlib>
 #include <iterator>
 
 #include "effects/cube_heap.h"
@@ -114,6 +115,20 @@ void createEffects() {
         demo->effects[row.key] = row.create();
         demo->drawLoadingScreen();
     }
+}
+
+void restartEffects() {
+    const auto [meshes, textures, effects, shaders] = resourceCounts();
+    srand(1);  // as if never seeded
+    // Each loading screen takes one: see loadingScreenCount.
+    for (int i = 0; i < 1 + meshes + 1 + textures + 1; i++) rand();
+    for (const EffectRow& row : effectTable) {
+        EffectBase*& effect = demo->effects[row.key];
+        delete effect;
+        effect = row.create();
+        rand();
+    }
+    for (int i = 0; i < 1 + shaders + 1; i++) rand();
 }
 
 void loadShaders() {

@@ -42,6 +42,10 @@ void loadTextures();
 void createEffects();
 void loadShaders();
 
+// What effects carry from frame to frame, put back to what it is when the music starts: each is made anew by
+// its row, and random numbers come in the order in which they come after the loading.
+void restartEffects();
+
 // The rows of each table. The loading picture, which is there before the others, is in none.
 struct ResourceCounts {
     int meshes, textures, effects, shaders;

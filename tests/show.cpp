@@ -2,8 +2,6 @@
 
 #include <dlfcn.h>
 
-#include <cstdlib>
-
 #include "app/app.h"
 #include "app/frame.h"
 #include "app/startup.h"
@@ -109,8 +107,7 @@ void Show::rewind() {
     demo->clock = MusicClock{};
     demo->clock.source = &music;
     app.previousFrameTime = 0;
-    createEffects();
-    srand(1);
+    restartEffects();
     demo->useShader("boom");
     demo->setUniform1f("boom", "distort", 0);
     demo->setUniform1f("boom", "scale", 0);

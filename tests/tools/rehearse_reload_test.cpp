@@ -104,6 +104,11 @@ TEST_F(RehearseReload, WhatWasSavedIsSeenAsAFreshStartSeesIt) {
     EXPECT_GT(differing(other, tint), 100000);
     EXPECT_EQ(differing(other, freshStart(second)), 0);
     EXPECT_EQ(differing(goTo(110000), freshStart(110)), 0);
+
+    // Boxes in mid-turn.
+    goTo(70000);
+    save("data/block.AML", contentOf("data/palikka.AML"));
+    EXPECT_EQ(differing(after(), freshStart(70)), 0);
 }
 
 TEST_F(RehearseReload, AMistakeIsToldWithItsLineUntilItIsMended) {

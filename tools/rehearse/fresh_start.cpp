@@ -1,11 +1,9 @@
 #include "tools/rehearse/fresh_start.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 #include "app/app.h"
 #include "app/startup.h"
-#include "effects/cube_heap.h"
 #include "script/resources.h"
 #include "tools/rehearse/uniforms.h"
 
@@ -36,10 +34,7 @@ void FreshStart::restoreShow(SteppedShow* show) const {
     fresh.source = demo->clock.source;
     fresh.bpm = demo->clock.bpm;
     demo->clock = fresh;
-    auto* heap = static_cast<CubeHeap*>(demo->effects["cubes1"]);
-    *heap = CubeHeap(demo, heap->meshKey);
-    srand(1);  // as if never seeded
-    for (int i = 0; i < loadingScreenCount(); i++) rand();
+    restartEffects();
 }
 
 void FreshStart::restoreGl() const {

@@ -17,7 +17,7 @@ struct FreshStart {
     FreshStart(const FreshStart&) = delete;
     FreshStart& operator=(const FreshStart&) = delete;
 
-    // What is carried on our side: the clock, the boxes, the random numbers. `show` begins with frame 0.
+    // What is carried on our side: the clock, the effects, the random numbers. `show` begins with frame 0.
     void restoreShow(SteppedShow* show) const;
     // What is carried in GL: its state, the lights, the targets, the uniforms.
     void restoreGl() const;

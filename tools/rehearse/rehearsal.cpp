@@ -151,6 +151,7 @@ void Rehearsal::loopSegment() {
 
 void Rehearsal::redraw() {
     picture.valid = stepped = exact = false;
+    transport.jumped = true;
 }
 
 void Rehearsal::frame() {

@@ -52,7 +52,8 @@ struct Rehearsal {
     // Draws what is on now, and the desk over it, and shows both.
     void frame();
 
-    // What is held looks different now.
+    // What is shown looks different now. Effects, which keep what beams see of a model, are made anew and
+    // brought to where they are, as after a jump.
     void redraw();
 
     void handleKey(const SDL_KeyboardEvent& key);

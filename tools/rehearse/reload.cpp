@@ -9,7 +9,6 @@
 #include <utility>
 
 #include "app/startup.h"
-#include "effects/cube_heap.h"
 #include "production/making/laying.h"
 #include "production/shaders/shaders.h"
 #include "render/demo.h"
@@ -38,18 +37,6 @@ std::string sourceOf(const std::string& sources, const std::string& file) {
     for (const ShaderProduct& product : shaderProducts)
         if (file == std::string("data/") + product.file) return sources + "/" + product.source;
     return "";
-}
-
-// Effects keep what beams see of a model from when they are made. The boxes go on where they are.
-void remakeEffects() {
-    for (const EffectRow& row : effectRows()) {
-        EffectBase*& effect = demo->effects[row.key];
-        EffectBase* fresh = row.create();
-        const auto* heap = dynamic_cast<CubeHeap*>(effect);
-        if (heap) *static_cast<CubeHeap*>(fresh) = *heap;
-        delete effect;
-        effect = fresh;
-    }
 }
 
 }  // namespace
@@ -121,7 +108,6 @@ void Reload::loadModel(ShowFile& file) {
     const auto row = std::find_if(rows.begin(), rows.end(),
                                   [&](const MeshRow& row) { return file.name.path == row.path; });
     putModel(*row, std::move(file.model));
-    remakeEffects();
 }
 
 // The one that was saved is played once it has been measured: damage is found on the way.

@@ -31,7 +31,7 @@ struct Reload {
     void everything();
 
     // At the start of a frame, when nothing is being drawn: puts what is ready into its place. True if the
-    // picture may be another one now.
+    // picture may be another one now; what effects carry has to be restored before it is drawn.
     bool apply();
     // Nothing is under way.
     bool idle() const { return loading.readers.idle(); }
