@@ -1,5 +1,6 @@
-// The contract of an effect: made once at load time after meshes and textures, then drawn by scenes by its
-// key. An effect sets the GL state it needs, draws at the music's time and owns nothing shared.
+// The contract of an effect: made at load time after meshes and textures, then drawn by scenes by its key. An
+// effect sets the GL state it needs, draws at the music's time and owns nothing shared. What it carries from
+// frame to frame lies in its fields alone: whoever starts the show again makes it anew.
 #pragma once
 
 #include "render/demo.h"
@@ -35,3 +36,7 @@ struct EffectBase {
     // 1 at a beat, 0 from 0.3 s after it.
     float beatPulse() const { return demo->clock.beatPulse(); }
 };
+
+// The effect of a key. For a key that none was made for, one that draws nothing; the registry keeps the key,
+// and the first time it is said on the terminal.
+EffectBase& effectOf(const char* key);

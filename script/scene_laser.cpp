@@ -30,9 +30,9 @@ void placeCameraEye() {
 }
 
 void drawShipInTunnel() {
-    auto* laser = static_cast<LaserTunnel*>(demo->effects["laser"]);
-    laser->beamsOn = true;
-    laser->draw();
+    EffectBase& laser = effectOf("laser");
+    if (auto* ship = dynamic_cast<LaserTunnel*>(&laser)) ship->beamsOn = true;
+    laser.draw();
 }
 
 // A bright burst when the tunnel opens, settled after a second; from then on a breath with the beat.

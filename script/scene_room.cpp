@@ -68,7 +68,7 @@ void sceneRoom() {
     const bool shocks = frame.time > showtime::roomShocks;
 
     placeCamera();
-    demo->effects["huone"]->draw();
+    effectOf("huone").draw();
     flashWord();
 
     demo->copyScreen("rtt1");

@@ -11,7 +11,7 @@ void drawNearStripes() {
     demo->setCameraEye(0, 0, 5);
     demo->setCameraTarget(0, 0, 0);
     demo->applyCamera(true);
-    demo->effects["stripes"]->drawAt(0.4f * frame.time, 40);
+    effectOf("stripes").drawAt(0.4f * frame.time, 40);
 }
 
 void drawFarStripes() {
@@ -19,7 +19,7 @@ void drawFarStripes() {
     demo->setCameraTarget(0, 0, 0);
     demo->applyCamera(true);
     glShadeModel(GL_FLAT);
-    demo->effects["stripes"]->drawAt(frame.time, 100);
+    effectOf("stripes").drawAt(frame.time, 100);
     glShadeModel(GL_SMOOTH);
 }
 
@@ -37,7 +37,7 @@ void sceneStripesTunnel() {
     glColor4f(1, 1, 1, 0.5f);
 
     drawNearStripes();
-    demo->effects["tunnel"]->draw();
+    effectOf("tunnel").draw();
     // Over itself once, so that the picture that is blurred is modulated by the colour the effects left.
     demo->copyScreen("rtt2");
     demo->drawScreenQuad("rtt2", 1);

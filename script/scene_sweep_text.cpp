@@ -12,7 +12,7 @@ void sceneSweepText() {
     demo->setCameraEye(20, 20, 80);
     demo->setCameraTarget(0, 0, 0);
     demo->applyCamera(false);
-    demo->effects["sweep"]->draw();
+    effectOf("sweep").draw();
 
     const float wobble = std::sin(std::sin(t) * 4 + t * 10);
     const float strength = (wobble * 0.1f - 0.1f) + 0.95f;
