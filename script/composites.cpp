@@ -1,6 +1,6 @@
 #include "script/composites.h"
 
-#include "render/demo.h"
+#include "effects/effect_base.h"
 #include "script/scenes.h"
 #include "script/show_times.h"
 #include "script/timeline.h"
@@ -22,6 +22,11 @@ void laserBoomTornApart() {
     demo->drawScreenQuad("rtt3", 1);
     demo->useShader();
     glDisable(GL_BLEND);
+}
+
+void passCrossFade() {
+    passRobo();
+    effectOf("huone").advance();
 }
 
 void crossFadeFromRoboToRoom() {

@@ -6,5 +6,7 @@ void laserBoomTornApart();
 
 // From sceneRobo to sceneRoom, linearly.
 void crossFadeFromRoboToRoom();
+// What outlasts one of its frames that isn't drawn.
+void passCrossFade();
 
 void roomWithCredits();

@@ -3,8 +3,10 @@
 // - the lights and the GL state, as the frame before left them;
 // - what only earlier scenes have set, as their last frames left it;
 // - what frames leave by their row of the programme, such as a uniform that later ones draw with;
-// - the clock's beats and the motion that effects integrate, which advance with every frame.
-// For the first three, frames have to be drawn; the last can be moved past without drawing.
+// - the clock's beats and the motion that effects integrate, which advance with every frame, each where the
+//   frame's scene keeps house and draws them.
+// For the first three, frames have to be drawn; the last can be moved past without drawing, by the pass of a
+// row.
 #pragma once
 
 #include <span>

@@ -24,9 +24,14 @@ void drawSmoke() {
 
 }  // namespace
 
+void passProbes() {
+    effectOf("probes").advance();
+    demo->clock.runAutoBeat();  // in the housekeeping of their lights
+}
+
 void sceneProbes() {
     drawSmoke();
-    demo->effects["probes"]->draw();  // places the camera too
+    effectOf("probes").draw();  // places the camera too
 
     demo->copyScreen("rtt1");
     demo->glow("rtt1", "rtt3", 2, 1);

@@ -46,11 +46,11 @@ void drawSky() {
 // Asleep, the light sinks from 0.85 to a touch below 0 within 15 s; awake, it swings between 0 and 0.8.
 void drawRobot() {
     const double t = frame.time;
-    EffectBase* robo = demo->effects["robo"];
+    EffectBase& robo = effectOf("robo");
     if (frame.time < showtime::awake) {
-        robo->drawAt(0.85 - (frame.time - showtime::robot) * sinkPerSecond, 0);
+        robo.drawAt(0.85 - (frame.time - showtime::robot) * sinkPerSecond, 0);
     } else {
-        robo->drawAt(0.4 * std::sin(t - showtime::awake - pi / 2) + 0.4, 1);
+        robo.drawAt(0.4 * std::sin(t - showtime::awake - pi / 2) + 0.4, 1);
     }
 }
 
@@ -69,6 +69,11 @@ void drawGreetings() {
 }
 
 }  // namespace
+
+void passRobo() {
+    demo->clock.runAutoBeat();  // in the scene's own housekeeping
+    effectOf("robo").advance();
+}
 
 void sceneRobo() {
     glEnable(GL_NORMALIZE);

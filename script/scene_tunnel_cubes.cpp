@@ -23,14 +23,15 @@ void placeCamera() {
 void drawUprightTunnel() {
     glPushMatrix();
     glRotatef(90, 1, 0, 0);
-    demo->effects["tunnel"]->draw();
+    effectOf("tunnel").draw();
     glPopMatrix();
 }
 
 }  // namespace
 
 void passTunnelCubes() {
-    demo->effects["cubes1"]->advance();
+    effectOf("tunnel").advance();
+    effectOf("cubes1").advance();
 }
 
 void sceneTunnelCubes() {
@@ -51,7 +52,7 @@ void sceneTunnelCubes() {
 
     glClear(GL_DEPTH_BUFFER_BIT);
     glEnable(GL_DEPTH_TEST);
-    demo->effects["cubes1"]->draw();
+    effectOf("cubes1").draw();
 
     demo->copyScreen("rtt1");
     demo->glow("rtt1", "rtt2", 2, 1.1f);

@@ -18,7 +18,11 @@ void sceneGreets();   // not in the programme
 // What a frame of a scene does besides its picture. The programme names them, so that a part of the show can
 // be drawn without all that comes before it: see run_up.h.
 
-// The heap of a frame that isn't drawn moves all the same.
+// What outlasts a frame that isn't drawn, in the order of its scene: the beat, where scene or effect keeps
+// house before the frame's end, and the motion of every effect that it draws. Scenes without such have no
+// pass.
 void passTunnelCubes();
+void passProbes();
+void passRobo();
 // Whether the tunnel's frame at `time` has a shock, which leaves its strength in "boom".
 bool hasTunnelShock(float time);

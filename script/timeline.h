@@ -17,7 +17,8 @@ struct ProgrammeEntry {
     void (*draw)();
     const char* name;  // for whoever works on it
     // Where a frame is more than a function of its time (see run_up.h): what it carries on even if it isn't
-    // drawn, and whether the frame at `time` leaves something that later ones draw with.
+    // drawn, in the order in which `draw` does (see scenes.h), and whether the frame at `time` leaves
+    // something that later ones draw with.
     void (*pass)() = nullptr;
     bool (*leaves)(float time) = nullptr;
 };
