@@ -13,7 +13,7 @@ namespace {
 
 constexpr double pi = std::numbers::pi;
 constexpr float greetingsEnter = 5.33334f;  // x of their middle: all of them right of the screen
-constexpr double sinkPerSecond = 0.85 / 15;
+constexpr double sinkPerSecond = 0.85 / ((showtime::lightSunk.ms - showtime::robot.ms) / 1000.0);
 
 void placeCamera() {
     const double t = frame.time;
@@ -43,7 +43,7 @@ void drawSky() {
     glEnable(GL_LIGHTING);
 }
 
-// Asleep, the light sinks from 0.85 to a touch below 0 within 15 s; awake, it swings between 0 and 0.8.
+// Asleep, the light sinks from 0.85 to a touch below 0; awake, it swings between 0 and 0.8.
 void drawRobot() {
     const double t = frame.time;
     EffectBase& robo = effectOf("robo");

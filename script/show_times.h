@@ -43,6 +43,7 @@ constexpr Moment secondTear = {47800}, secondTearEnd = {51300};
 constexpr Moment heapSecondView = {69730};
 
 // The robot.
+constexpr Moment lightSunk = {108281};       // to its feet; it begins at the cut
 constexpr Moment awake = {108500};           // from sinking light to its active mode
 constexpr Moment robotLowView = {109000};    // the camera's second phase
 constexpr Moment robotHighView = {116204};   // and its third

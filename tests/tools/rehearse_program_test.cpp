@@ -4,9 +4,11 @@
 #include <sstream>
 
 #include "image/image.h"
+#include "script/show_times.h"
 #include "tests/app/program.h"
 #include "tests/sound/signal.h"
 #include "tests/sound/sound_server.h"
+#include "tools/rehearse/desk.h"
 
 namespace {
 
@@ -42,14 +44,14 @@ public:
     }
     int time() const { return std::atoi(state("time").c_str()); }
     void act(const std::string& words) const { Program::act(words, "rehearsal"); }
-    static int xAt(double seconds) { return int(12 + 776 * seconds / 195.28); }
+    static int xAt(double seconds) { return int(12 + 776 * seconds / showtime::end.seconds()); }
 };
 
 TEST_F(RehearseProgram, KeysAndMouseMoveTheMusic) {
     rehearse({"50", "--held", "-nosound"});
     EXPECT_EQ(time(), 50000);
     EXPECT_EQ(state("segment"), "torn tunnel");
-    EXPECT_EQ(state("bounds"), "0:47.633 - 1:02.761");
+    EXPECT_EQ(state("bounds"), clockTime(showtime::tornTunnel.ms) + " - " + clockTime(showtime::heap.ms));
     act("key --window %1 period");
     EXPECT_TRUE(await([&] { return time() == 50017; }));
     act("key --window %1 Page_Down");
@@ -62,8 +64,10 @@ TEST_F(RehearseProgram, KeysAndMouseMoveTheMusic) {
     act("mousemove --window %1 " + std::to_string(xAt(100)) + y + "click 1");
     EXPECT_TRUE(await([&] { return std::abs(time() - 100000) < 400; })) << time();
     EXPECT_EQ(state("segment"), "robot");
+    const std::string loop =
+        std::to_string(showtime::robot.ms) + " " + std::to_string(showtime::crossFade.ms);
     act("key --window %1 l p");
-    EXPECT_TRUE(await([&] { return state("held") == "0" && state("loop") == "93281 137000"; }));
+    EXPECT_TRUE(await([&] { return state("held") == "0" && state("loop") == loop; }));
     act("key --window %1 Escape");
     EXPECT_TRUE(await([&] { return state("loop").empty(); }));
     act("key --window %1 Escape");

@@ -1,6 +1,7 @@
 // The rehearsal in the test's own window: transport, loops, and what is held against what a film would have.
 #include <cstring>
 
+#include "script/show_times.h"
 #include "tests/tools/rehearsal_window.h"
 #include "tools/rehearse/timeline_strip.h"
 
@@ -79,13 +80,13 @@ TEST_F(Rehearse, ALoopTurnsAndEscEndsItFirst) {
     goTo(70000);
     key(SDLK_l);
     ASSERT_TRUE(rehearsal->transport.loop);
-    EXPECT_EQ(rehearsal->transport.loop->from, 62761);
-    EXPECT_EQ(rehearsal->transport.loop->to, 78030);
-    rehearsal->transport.setPosition(78000);
+    EXPECT_EQ(rehearsal->transport.loop->from, showtime::heap.ms);
+    EXPECT_EQ(rehearsal->transport.loop->to, showtime::probes.ms);
+    rehearsal->transport.setPosition(showtime::probes.ms - 30);
     key(SDLK_p);
     do {
         rehearsal->frame();
-        ASSERT_LT(rehearsal->desk.ms, 78030);
+        ASSERT_LT(rehearsal->desk.ms, showtime::probes.ms);
     } while (rehearsal->desk.ms >= 70000);
     EXPECT_LE(rehearsal->desk.pulse, 1) << "no beat lies in the future";
     key(SDLK_HOME);
