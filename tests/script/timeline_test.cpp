@@ -7,6 +7,7 @@
 #include "script/resources.h"
 #include "script/show_times.h"
 #include "tests/effects/effect_window.h"
+#include "tools/capture/stepped_show.h"
 
 namespace {
 
@@ -75,8 +76,12 @@ struct Programme : GlWindow {
         GlWindow::TearDown();
     }
 
-    // One frame at `ms`, the last beat `sinceBeat` seconds ago.
+    // One frame at `ms`, the last beat `sinceBeat` seconds ago; all but its picture.
     void step(int ms, float sinceBeat = 10) {
+        const OnePixel unseen;
+        stepSeen(ms, sinceBeat);
+    }
+    void stepSeen(int ms, float sinceBeat = 10) {
         drawn.clear();
         steering.clear();
         music.ms = ms;
@@ -225,9 +230,9 @@ TEST_F(Programme, ScenesSteerTheStripesAndTheRobot) {
         int ms;
         float rise, mode;
     } moments[] = {
-        {showtime::robot.ms, 0.85f, 0},         {100000, 0.85f - (100 - showtime::robot) * 0.85f / 15, 0},
-        {showtime::awake.ms - 1, -0.01235f, 0}, {showtime::awake.ms, 0, 1},
-        {showtime::awake.ms + 3142, 0.8f, 1},  // half a turn later
+        {showtime::robot.ms, 0.85f, 0}, {(showtime::robot.ms + showtime::lightSunk.ms) / 2, 0.85f / 2, 0},
+        {showtime::lightSunk.ms, 0, 0}, {showtime::awake.ms - 1, -0.01235f, 0},
+        {showtime::awake.ms, 0, 1},     {showtime::awake.ms + 3142, 0.8f, 1},  // half a turn later
     };
     for (const auto& moment : moments) {
         step(moment.ms);
@@ -261,10 +266,10 @@ TEST_F(Programme, BackdropsHideNothing) {
     const Looking* tunnel = lookFrom("tunnel");
     const Looking* heap = lookFrom("cubes1");
     const Looking* probes = lookFrom("probes");
-    step(65000);
+    stepSeen(65000);
     for (int row = 0; row < 3; row++)
         EXPECT_NEAR(tunnel->view.m[8 + row], -heap->view.m[4 + row], 1e-6) << "its axis is the heap's";
-    step(85000);
+    stepSeen(85000);
     for (const Looking* effect : {heap, probes}) {
         EXPECT_EQ(effect->depth, 1);
         EXPECT_TRUE(effect->depthTested);
@@ -360,13 +365,13 @@ TEST_F(Programme, EachCreditCardStandsInItsOwnCorner) {
                  {showtime::musicCard.ms, 100, 500},    {showtime::afterCredits.ms - 1, 100, 500}};
     const auto lit = [](int x, int y) { return readPixel(x, y).r > 100; };
     for (const auto& card : cards) {
-        step(card.ms);
+        stepSeen(card.ms);
         EXPECT_TRUE(lit(card.x, card.y)) << card.ms;
         EXPECT_FALSE(lit(800 - card.x, card.y)) << card.ms;
         EXPECT_FALSE(lit(card.x, card.y == 250 ? 550 : 600 - card.y)) << card.ms;
     }
     for (int ms : {showtime::codeCard.ms - 1, showtime::codeCard.ms, showtime::afterCredits.ms}) {
-        step(ms);
+        stepSeen(ms);
         for (const auto& card : cards) EXPECT_FALSE(lit(card.x, card.y)) << ms;
     }
 }
@@ -374,7 +379,7 @@ TEST_F(Programme, EachCreditCardStandsInItsOwnCorner) {
 // At half a unit a second, or 200 pixels.
 TEST_F(Programme, GreetingsComeInFromTheRight) {
     for (const auto& [ms, edge] : {std::pair{1000, 733}, {2000, 533}, {3000, 333}}) {
-        step(showtime::greetings.ms + ms);
+        stepSeen(showtime::greetings.ms + ms);
         EXPECT_LT(readPixel(edge - 5, 300).r, 100) << ms;
         EXPECT_GT(readPixel(edge + 5, 300).r, 200) << ms;
     }
@@ -382,7 +387,7 @@ TEST_F(Programme, GreetingsComeInFromTheRight) {
 
 TEST_F(Programme, WordAndWhiteFlashesKeepToTheirTimes) {
     const auto brightnessAt = [this](int ms, float sinceBeat) {
-        step(ms, sinceBeat);
+        stepSeen(ms, sinceBeat);
         return readPixel(400, 300).r;
     };
     EXPECT_EQ(brightnessAt(showtime::word.ms, 10), 0);
