@@ -28,7 +28,9 @@ struct Row {
     bool depthTested = true;
     bool twoSided = false;
     GLint unit1Mode = GL_MODULATE;
-    float lineWidth = 2;            // pixels
+    float lineWidth = 2;  // pixels
+    // Textures of units 0 to 2; nullptr: as it found them.
+    const char* textures[3] = {};
     const char* picture = nullptr;  // the target it draws to, if it isn't the screen
 };
 
@@ -38,43 +40,58 @@ const Row rows[] = {
      .culled = false,
      .lit = false,
      .unit1Mode = GL_ADD,
-     .lineWidth = 8},
+     .lineWidth = 8,
+     .textures = {"spot", "envmap4"}},
     {.name = "LaserTunnel",
      .make = []() -> EffectBase* { return new LaserTunnel(demo, "spot"); },
      .culled = false,
      .lit = false,
      .unit1Mode = GL_ADD,
-     .lineWidth = 8},
+     .lineWidth = 8,
+     .textures = {"spot", "envmap"}},
     {.name = "Laser",
      .make = []() -> EffectBase* { return new Laser(demo, "spot"); },
      .culled = false,
      .lit = false,
-     .lineWidth = 4},
+     .lineWidth = 4,
+     .textures = {"spot"}},
     {.name = "CubeHeap",
      .make = []() -> EffectBase* { return new CubeHeap(demo, "laatikko"); },
-     .unit1Mode = GL_ADD},
+     .unit1Mode = GL_ADD,
+     .textures = {"shiptex", "envmap"}},
     {.name = "FakeStripes",
      .make = []() -> EffectBase* { return new FakeStripes(demo, "haromalli", "koe"); },
      .lit = false,
      .twoSided = true,
-     .unit1Mode = GL_ADD},
+     .unit1Mode = GL_ADD,
+     .textures = {"shiptex", "envmap", "koe"}},
     {.name = "Grower", .make = []() -> EffectBase* { return new Grower(demo); }},
-    {.name = "Robo", .make = []() -> EffectBase* { return new Robo(demo); }, .blended = true},
+    {.name = "Robo",
+     .make = []() -> EffectBase* { return new Robo(demo); },
+     .blended = true,
+     .textures = {"noise1", "lasertex", "roboscreen"}},
     {.name = "Probes",
      .make = []() -> EffectBase* { return new Probes(demo); },
      .lit = false,
-     .lineWidth = 6},
+     .lineWidth = 6,
+     .textures = {"shiptex", "envmap"}},
     {.name = "SweepText",
      .make = []() -> EffectBase* { return new SweepText(demo, "start"); },
-     .depthTested = false},
+     .depthTested = false,
+     .textures = {"start"}},
     {.name = "Tunnel",
      .make = []() -> EffectBase* { return new Tunnel(demo); },
      .culled = false,
-     .unit1Mode = GL_ADD},
+     .unit1Mode = GL_ADD,
+     .textures = {"cubetex", "envmap"}},
     {.name = "SampleLaser",
      .make = []() -> EffectBase* { return new SampleLaser(demo, "laatikko", 0); },
-     .lit = false},
-    {.name = "SoftShadow", .make = []() -> EffectBase* { return new SoftShadow(demo); }, .picture = "rtt6"},
+     .lit = false,
+     .textures = {"pinkLaser"}},
+    {.name = "SoftShadow",
+     .make = []() -> EffectBase* { return new SoftShadow(demo); },
+     .textures = {"rtt6"},
+     .picture = "rtt6"},
 };
 
 void PrintTo(const Row& row, std::ostream* out) {
@@ -86,7 +103,7 @@ public:
     void SetUp() override {
         EffectWindow::SetUp();
         addTextures({"shiptex", "cubetex", "envmap", "envmap2", "envmap3", "envmap4", "lasertex", "lasertex2",
-                     "roboscreen", "noise1", "spot", "koe", "start", "pinkLaser"});
+                     "roboscreen", "noise1", "spot", "koe", "start", "pinkLaser", "before"});
         demo->loadShader("production/shaders/smoke", "smoke");
         addBox("huone", 400, 300, 400, true);
         addBox("huone2", 400, 300, 400, true);
@@ -97,10 +114,20 @@ public:
             addBox(key, 30, 30, 30);
     }
 
+    static std::string nameOf(GLint texture) {
+        for (const auto& [name, record] : demo->textureNames)
+            if (GLint(demo->textures[record].texture) == texture) return name;
+        return "none";
+    }
+
     static void setScene() {
         demo->setCameraEye(0, 60, 250);
         demo->setCameraTarget(0, 0, 0);
         demo->applyCamera(false);
+        for (GLenum unit : {GL_TEXTURE2, GL_TEXTURE1, GL_TEXTURE0}) {
+            glActiveTexture(unit);
+            glBindTexture(GL_TEXTURE_2D, demo->texture("before"));
+        }
         glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
         glColor3f(1, 1, 1);
         glLineWidth(2);
@@ -129,6 +156,14 @@ TEST_P(EveryEffect, IsSeenAndLeavesWhatItShould) {
     EXPECT_EQ(stateOf(GL_LIGHT_MODEL_TWO_SIDE), row.twoSided);
     EXPECT_EQ(stateOf(GL_LINE_WIDTH), row.lineWidth);
     EXPECT_EQ(unitState(1).mode, row.unit1Mode);
+    for (int unit : {0, 1, 2})
+        EXPECT_EQ(nameOf(unitState(unit).texture), row.textures[unit] ? row.textures[unit] : "before")
+            << unit;
+    for (GLenum face : {GL_FRONT, GL_BACK}) {
+        std::vector<float> emission(4);
+        glGetMaterialfv(face, GL_EMISSION, emission.data());
+        EXPECT_EQ(emission, std::vector<float>({0, 0, 0, 1}));
+    }
 
     EXPECT_EQ(stateOf(GL_ACTIVE_TEXTURE), GL_TEXTURE0);
     EXPECT_EQ(stateOf(GL_MATRIX_MODE), GL_MODELVIEW);
