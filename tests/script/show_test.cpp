@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <random>
 
+#include "effects/effect_base.h"
 #include "script/resources.h"
 #include "script/scenes.h"
 #include "script/show_times.h"
@@ -131,6 +132,16 @@ TEST_F(Show, SurvivesAnyWayOfSeeking) {
         ASSERT_EQ(stateOf(GL_MATRIX_MODE), GL_MODELVIEW) << ms;
     }
     EXPECT_GT(drawMoment(100000).litCount(), 2000);
+}
+
+// As the desk is under an author's hands: a slip of the pen must not end it.
+TEST_F(Show, AnEffectThatNobodyMadeDrawsNothing) {
+    const Screen before = readScreen();
+    effectOf("probesx").draw();
+    effectOf("probesx").drawAt(1, 1);
+    EXPECT_EQ(difference(before, readScreen()), 0);
+    EXPECT_EQ(demo->effects.at("probesx"), nullptr) << "the registry keeps the key";
+    demo->effects.erase("probesx");
 }
 
 TEST_F(Show, TheScenesLeftOutOfTheProgrammeCanBeDrawn) {
