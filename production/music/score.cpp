@@ -24,15 +24,14 @@ constexpr char theme1Runs[] =
     "G4:3' D5:5' Eb5:1 D5:1 C5:2 Bb4:4 | C5:3 Bb4:3 G4:4 -:2 A4:2 Bb4:2 | "
     "F4:3' D5:5' F5:2 D5:2 C5:2 -:2 | C5:6' A4:4 -:2 F4:2 A4:2 | "
     "G4:3' D5:3 G5:4' A5:1 G5:1 F5:2 D5:2 | Eb5:3 D5:3 Bb4:4 -:2 C5:2 D5:2 | "
-    "Eb5:3' D5:3 C5:4 Eb5:2 D5:2 C5:2 | D5:6' F#4:2 A4:4 -:4";
+    "Eb5:3' D5:3 C5:4 Eb5:2 D5:2 C5:2 | C5:6' F4:2 A4:4 -:4";
 // A third or a sixth below it.
 constexpr char theme1Below[] =
     "D4:3 Bb4:7 A4:2 G4:4 | G4:3 G4:3 Eb4:4 -:6 | D4:3 Bb4:7 A4:2 -:4 | A4:6 F4:4 -:6 | "
     "D4:3 Bb4:7 D5:2 Bb4:4 | C5:3 Bb4:3 G4:4 -:6 | G4:3 G4:3 C5:6 Bb4:2 G4:2 | F#4:6 A4:2 F#4:4 -:4";
-// The same under the runs, from their third bar on, over the greetings' chords.
+// The same under the runs, from their third to their sixth bar, over the greetings' chords.
 constexpr char theme1RunsBelow[] =
-    "D4:3 Bb4:5 D5:2 Bb4:2 A4:2 -:2 | A4:6 F4:4 -:6 | D4:3 Bb4:7 D5:2 Bb4:4 | C5:3 Ab4:3 Eb4:4 -:6 | "
-    "G4:3 G4:3 Eb4:4 C5:2 Bb4:2 A4:2 | F#4:6 D4:2 F#4:4 -:4";
+    "D4:3 Bb4:5 D5:2 Bb4:2 A4:2 -:2 | A4:6 F4:4 -:6 | D4:3 Bb4:7 D5:2 Bb4:4 | C5:3 Ab4:3 Eb4:4 -:6";
 // Its first half in notes twice as long, over the chords of the smoke.
 constexpr char theme1Slow[] =
     "G4:6 D5:10 | -:4 C5:4 A4:8 | C5:6 Bb4:6 G4:4 | -:8 F4:4, Bb4:4, | G4:6 F5:10 | -:4 D5:4 C5:8 | "
@@ -47,14 +46,14 @@ constexpr char theme2[] =
 constexpr char theme2Raised[] =
     "C5:4 F5:4' A5:6' G5:2 | A5:4' G5:2 D5:2 B5:6' -:2 | A5:2 B5:2 C6:4' B5:2 A5:2 E5:4 | G5:8' -:2 E5:2 "
     "G5:4 | "
-    "F5:4 A5:4 C6:6 B5:2 | C6:4' B5:2 G5:2 D6:6 -:2 | A5:6 F5:2 D5:6 -:2 | B4:8 E5:8";
+    "F5:4 A5:4 C6:6 B5:2 | C6:4' B5:2 G5:2 D6:6 -:2 | A5:6 F5:2 D5:6 -:2 | B4:8 D5:8";
 
 // The ship's hook: three strokes and a fall, and beat four left to the blow that lands there.
 constexpr char hook[] =
     "D5:2' -:1 D5:2 -:1 F5:2' D5:2 C5:2 -:4 | Bb4:2' -:1 Bb4:2 -:1 C5:2 G4:4 -:4 | "
     "Eb5:2' -:1 Eb5:2 -:1 G5:2' F5:2 Eb5:2 -:4 | C5:2' -:1 C5:2 -:1 D5:2 A4:4 -:4 | "
     "D5:2' -:1 D5:2 -:1 F5:2' D5:2 C5:2 -:4 | Bb4:2' -:1 C5:2 -:1 D5:2 G5:4' -:4 | "
-    "Eb5:2' -:1 Eb5:2 -:1 G5:2' Eb5:2 C5:2 -:4 | D5:2' -:1 D5:2 -:1 F#5:2 A5:4' -:4";
+    "Eb5:2' -:1 Eb5:2 -:1 G5:2' Eb5:2 C5:2 -:4 | Bb4:2' -:1 C5:2 -:1 F5:2 A5:4' -:4";
 
 // What the climax answers to the first theme's question: up instead of down, to the highest note of all.
 constexpr char climaxAnswer[] =
@@ -69,6 +68,9 @@ constexpr char sinkingSong[] =
     "D4:10' Eb4:2 D4:4 | Eb4:6 G4:8 -:2 | G4:6' F#4:2 Eb4:6 -:2 | D4:4 Eb4:4 F#4:6' -:2 | "
     "A4:10' Bb4:2 A4:4 | Bb4:6 D5:8 -:2 | C5:6' Bb4:2 Eb5:6 -:2 | F#5:4 A5:4 C6:4'";
 
+// What the reed sings against the slow theme in the smoke, down where that one goes up.
+constexpr char smokeSong[] = "-:8 Bb4:4 F4:4 | G4:8 A4:8 | Bb4:8 G4:8, | G4:8, A4:6 -:2";
+
 // The boxes' tune, on wood.
 constexpr char woodTune[] =
     "G4:1 -:2 D5:1 -:2 F5:1 -:1 D5:1 -:1 Bb4:1 -:1 C5:1 -:1 D5:2 | "
@@ -81,13 +83,15 @@ constexpr char woodTuneEnd[] =
     "G4:1 -:2 Eb5:1 -:2 G5:1 -:1 F5:1 -:1 Eb5:1 -:1 Bb4:1 -:1 G4:2 | "
     "-:2 A4:1 C5:1 F5:2 -:2 G5:1 -:2 F5:1 A5:4'";
 
-// Title: pieces of the first theme, each alone.
+// Title: pieces of the first theme, each alone, and what will be its arpeggio, a longer piece each time.
 constexpr char titleBells[] = "-:16 | -:12 G5:4 | D6:8 -:8 | -:8 C6:4 Bb5:4 | -:4 G5:4 D6:8";
+constexpr char titlePieces[] =
+    "............0.2. 4............... ....0.2.4.5.4... ..0.2.4.5.7..... 0.1.2.3.4.5.4.7.";
 
 // A siren that, the second time, is the first theme with its fifths bent.
 constexpr char tornSiren[] =
     "-:16 | -:8 G5:4 Ab5:4 | C6:1 -:1 C6:1 -:1 Ab5:1 -:3 C6:1 -:1 C6:1 -:1 Eb6:4 | D6:8 G5:4 -:4 | "
-    "G5:3' D6:7' Db6:2 Bb5:4 | -:16 | Ab5:3' Eb6:7' Db6:2 C6:4 | D6:8' A5:4 F#5:4";
+    "G5:3' D6:7' Db6:2 Bb5:4 | -:16 | Ab5:3' Eb6:7' Db6:2 C6:4 | C6:8' Ab5:4 A5:4";
 
 constexpr char held[] = "x---------------";
 constexpr char once[] = "x...............";
@@ -124,9 +128,11 @@ constexpr char drivingBass[] = "R.rr..r.r.rr..o. R.rr..r.r.r.s.o.";
 constexpr char rollingBass[] = "..rr.rRr..rr.oRr ..rr.rRr..rr.oRr ..rr.rRr..rr.oRr ..rr.rRr..r.fosr";
 constexpr char growlTalk[] = "R-rr..o-t-R-.... ....R-r.rrs-a-f-";
 constexpr char boxBass[] = "R--..r..o-..s.r. R--..r.r..o.f.s.";
+// The drop: each second bar the line stops halfway, and the growl answers.
 constexpr char dropBass[] =
-    "R--r--R-.r.r--o. R--r--R-.rr.o-s. R--r--R-.r.r--o. R--r--R-........ "
-    "R--r--R-.r.r--o. R--r--R-.rr.f-t. R--r--R-.r.r--o. R--t-r-s";
+    "R--r--R-.r.r--o. R--r--R-........ R--r--R-.r.r--o. R--r--R-........ "
+    "R--r--R-.r.r--o. R--r--R-........ R--r--R-.rr.f-t. R--t-r-s";
+constexpr char dropGrowl[] = "................ ........R-r-t-o- ................ ........R-rrs-f-";
 constexpr char brokenBass[] = "R-----r-..R---o- R-----r-..R-f-s-";
 constexpr char tornBass[] = "R-r.o.r-..t-r-s- R-r.o.r-..t-a-f-";
 constexpr char tornBassFull[] = "RrrrorrsrtRrorss Rrrrorr-f-trra-o";
@@ -156,7 +162,8 @@ const std::vector<Cue> title = {
      {-12, -5}},
     {"wind", "G4:40 D4:40", {}, -2, {0.3f, 0.7f}},
     {"bells", titleBells, {}, -2},
-    {"glass", "0...3...4...2... ....5...3.....1.", {-8, -4}, {-22, -6}, {0, 0.5f}},
+    {"arp", titlePieces, {}, {-2, 2}, {0.1f, 0.55f}},
+    {"glass", "0...3...4...2... ....5...3.....1.", {-7, -4}, {-8, 0}, {0, 0.5f}},
     {"choir", held, {-7, -4}, {-14, -6}, {0, 0.4f}},
     {"riser", "C4:32", {-6, -4}, -2, 0.7f},
     {"reverse", "C4:16", {-5, -4}},
@@ -181,7 +188,7 @@ const std::vector<Cue> tunnel = {
 
 // The camera jumps on each bar, the slam is on each bar's last beat, the hook leaves room for it.
 const std::vector<Cue> ship = {
-    {"kick", fourWithPickUp, {}, -1.5f},
+    {"kick", fourWithPickUp, {}, -0.5f},
     {"crash", once, {0, 1}, -3},
     {"snare", "....x..........."},
     {"snare", ghosts, {4, 8}, -6},
@@ -193,9 +200,9 @@ const std::vector<Cue> ship = {
     {"stab", "X.........x.....", {0, 4}, {-2, 0}, {0.4f, 0.55f}},
     {"stab", "..x...x...x.....", {4, 8}, {0, 1}, {0.55f, 0.75f}},
     {"hook", hook, {}, {-1, 1}, {0.45f, 0.8f}},
-    {"second", barsOf(hook, 4, 8), {4, 8}, -5, 0.5f, 12},
-    {"glass", "0.2.3.2.4.2.3.1. 0.2.3.2.5.4.3.2.", {}, {-8, -4}, {0.3f, 0.8f}},
-    {"pad", held, {4, 8}, {-8, -4}, {0.3f, 0.5f}},
+    {"second", barsOf(hook, 4, 8), {4, 8}, 1, 0.6f, 12},
+    {"glass", "0.2.3.2.4.2.3.1. 0.2.3.2.5.4.3.2.", {}, {-5, -1}, {0.4f, 0.8f}},
+    {"pad", held, {4, 8}, {-4, 0}, {0.4f, 0.7f}},
     {"toms", tomsDown, {7.5f, 8}},
     {"lead", "-:14 D4:1 F4:1", {7, 8}, 0, 0.6f},
 };
@@ -205,19 +212,20 @@ const std::vector<Cue> stripes = {
     {"impact", once, {8, 9}, -6},
     {"crash", once, {8, 9}},
     {"fall", "C4:32", {8, 10}, -6},
-    {"kick", gapKick, {8, 15}},
+    {"kick", gapKick, {8, 15}, 0.5f},
     {"kick", "X...x...X...x.x.", {15, 16}},
     {"snare", backbeat, {8, 15}, 1.5f},
     {"snare", ghosts, {}, -6},
     {"clap", backbeat, {8, 16}, {-5, -1}},
-    {"hat", hatsPushing, {}, -4},
+    {"hat", "..x:..x:..x:..xo ..x:..x:..x:o.xx", {8, 12}, -2},
+    {"hat", hatsPushing, {12, 16}, -4},
     {"openHat", offbeats, {12, 16}, -1, 0.6f},
     {"bass", rollingBass, {}, 0, {0.4f, 0.6f}},
     {"lead", theme1, {}, 2, {0.6f, 0.8f}},
     {"hook", theme1Answers, {}, {-3, 0}, 0.7f},
     {"strings", held, {}, {-1, 2}, {0.5f, 0.75f}},
-    {"second", barsOf(theme1Below, 4, 8), {12, 16}, -3, 0.5f},
-    {"arp", turning, {12, 16}, {-6, -1}, {0.3f, 0.7f}},
+    {"second", barsOf(theme1Below, 4, 8), {12, 16}, 0, 0.6f},
+    {"arp", turning, {12, 16}, {1, 5}, {0.4f, 0.8f}},
     {"climb", "G3:32", {14, 16}, -2, 0.8f},
     {"roll", "o.:.o.:.oooo:oxx", {15, 16}, {-8, -1}},
 };
@@ -226,9 +234,9 @@ const std::vector<Cue> stripes = {
 const std::vector<Cue> torn = {
     {"impact", onceHard, {16, 17}, -2},
     {"crash", onceHard, {16, 17}},
-    {"kick", tornKick, {16, 18}},
-    {"kick", halfTimeKick, {18, 22}, 1},
-    {"kick", tornKickFull, {22, 24}},
+    {"kick", tornKick, {16, 18}, -1.5f},
+    {"kick", halfTimeKick, {18, 22}, -0.5f},
+    {"kick", tornKickFull, {22, 24}, -1.5f},
     {"snare", tornSnare, {16, 18}},
     {"snare", "........X....... ........X..o..::", {18, 22}, 1},
     {"snare", tornSnareFull, {22, 24}},
@@ -237,13 +245,13 @@ const std::vector<Cue> torn = {
     {"hat", hatsTorn, {16, 18}, -2},
     {"hat", "x:o:x:o:x:o:x:oo", {18, 20}, 2},
     {"hat", hatsTornFull, {20, 24}, {0, 1}},
-    {"growl", tornBass, {16, 18}, 1, {0.5f, 0.8f}},
-    {"growl", growlTalk, {18, 22}, -0.5f, {0.45f, 0.7f}},
-    {"growl", tornBassFull, {22, 24}, 1, {0.8f, 1}},
+    {"growl", tornBass, {16, 18}, -2.5f, {0.5f, 0.8f}},
+    {"growl", growlTalk, {18, 22}, -4, {0.45f, 0.7f}},
+    {"growl", tornBassFull, {22, 24}, -2.5f, {0.8f, 1}},
     {"siren", tornSiren, {}, {-4, -1}, {0.45f, 0.75f}},
     {"hook", "D5:2' -:1 D5:2 -:1 F5:2' D5:2 C5:2 -:4", {21, 22}, 1, 0.8f},
     {"stab", "x..x..x......... x..x..x...x.x...", {}, -1, 0.7f},
-    {"arp", "0101201020130102", {20, 24}, {-10, -4}, {0.2f, 0.7f}},
+    {"arp", "0101201020130102", {20, 24}, {-2, 3}, {0.3f, 0.8f}},
 };
 
 // Wood, little else; one breath at 69.5 s. Brighter by one note: E for E flat.
@@ -269,30 +277,30 @@ const std::vector<Cue> boxes = {
     {"highBox", "oo:ooxox", {31.5f, 32}},
 };
 
-// Probes. No drum; a heart and a glass mark the beat.
+// Probes. No drum; a heart and a glass mark the beat. First the bells alone over the deep, then a horn, then
+// the reed against the bells, each with more light above it.
 const std::vector<Cue> smoke = {
     {"fall", "C4:32", {32, 34}, -4},
-    {"pad", held, {}, 1, {0.35f, 0.65f}},
-    {"choir", held, {36, 40}, {-6, -1}, {0.1f, 0.5f}},
     {"sub", "r---------------", {}, -4},
     {"bells", theme1Slow, {}, 0, 0.6f},
-    {"glass", "0...2...3...4... 0...3...2...4...", {}, -4, {0.2f, 0.5f}},
-    {"counter",
-     "5-------3------- 5---------1----- 3-------5------- 1-------3-------",
-     {36, 40},
-     {-6, -2},
-     {0.3f, 0.5f}},
-    {"horn", "-:12 D4:4 | C4:12 -:4 | -:8 D4:4 F4:4 | D4:10 -:6", {34, 38}, -6, 0.4f},
+    {"pad", held, {33, 36}, {-7, -2}, {0.3f, 0.55f}},
+    {"pad", held, {36, 40}, {-2, -1}, {0.5f, 0.9f}},
+    {"horn", "-:12 D4:4 | C4:12 -:4", {34, 36}, -2, 0.5f},
+    {"reed", smokeSong, {36, 40}, {-6, -3}, {0.4f, 0.7f}, 12},
+    {"glass", "0...2...3...4... 0...3...2...4...", {32, 36}, -2, {0.3f, 0.6f}},
+    {"glass", "4...2...5...3... 4...6...5...3...", {36, 40}, {-3, -1}, {0.5f, 0.9f}},
+    {"arp", "0..1..2...3..2.. 4..3..2...1..2..", {34, 36}, {-6, -3}, {0.2f, 0.4f}},
+    {"arp", "0.1.2.3.4.3.2.1. 0.2.3.4.5.4.3.2.", {36, 40}, {0, 4}, {0.3f, 0.8f}},
     {"thump", "x...:...o...:...", {32, 36}, -4},
     {"thump", "x...o...x...o...", {36, 40}, -5},
     {"tick", "o...o...o...o...", {32, 36}, -8},
     {"tick", "o.:.o.:.o.:.o.::", {36, 40}, {-7, -4}},
-    {"wind", "G4:64 D4:64", {}, -8, {0.7f, 0.5f}},
-    {"arp", "0.1.2.3.4.3.2.1.", {36, 40}, {-14, -6}, {0, 0.3f}},
+    {"shaker", "....:.......:...", {36, 40}, {-6, 0}},
+    {"wind", "G4:64 D4:64", {}, -10, {0.7f, 0.5f}},
     {"reverse", "C4:16", {39, barAt(showtime::robot)}, -2},
 };
 
-// The light sinks: half time over one D. The last sixteenth before the drop is silence.
+// The light sinks: half time over one D. The floor goes a bar before the drop; the last sixteenth is silence.
 const std::vector<Cue> sinking = {
     {"kick", "x...............", {40, 44}, -2},
     {"kick", "x.....x.x.......", {44, 46}, -2},
@@ -304,49 +312,54 @@ const std::vector<Cue> sinking = {
     {"tick", "x.o.x.o.x.o.x.o.", {44, 46}, -3},
     {"tick", "xoxoxoxoxoxoxoxo", {46, 47.75f}, {-3, 1}},
     {"shaker", "::o:::o:::o:::ox", {42, 47.75f}, {-8, -1}},
-    {"bass", "r.rrr.rrr.rrr.rr", {40, 47.75f}, {-4, 0}, {0.05f, 0.75f}},
+    {"bass", "r.rrr.rrr.rrr.rr r.rrr.rrr.rrorr.", {40, 44}, {-4, -2}, {0.05f, 0.3f}},
+    {"bass", "r.rrr.rrr.rrr.rr rrr.rro.rrr.rror", {44, 46}, {-2, -1}, {0.3f, 0.5f}},
+    {"bass", "rrrrrrrrrrrrrrrr", {46, 47}, {-1, 0}, {0.5f, 0.8f}},
     {"horn", barsOf(sinkingSong, 0, 4), {40, 44}, {-2, 0}, {0.4f, 0.6f}},
     {"horn", barsOf(sinkingSong, 4, 8), {44, 47.75f}, {-1, 1}, {0.6f, 0.9f}},
     {"pad", held, {40, 44}, {-6, -4}, {0.2f, 0.4f}},
     {"strings", held, {44, 47.75f}, {-6, 0}, {0.3f, 0.9f}},
     {"robot", "0..5..2....4..1. ..3...0.6...2...", {40, 44}, {-6, -2}, {0.2f, 0.6f}},
     {"robot", "0.5.2.4.1.3.6.2. 3.0.5.2.6.4.1.5.", {44, 47.5f}, {-3, 0}, {0.5f, 1}},
-    {"choir", held, {44, 47.75f}, {-8, 0}, {0.3f, 0.6f}},
     {"riser", "C4:64", {40, 44}, -12, 0.5f},
     {"riser", "C4:63", {44, 47.9375f}, -3, 1},
     {"climb", "D3:31", {46, 47.9375f}, 0, 1},
     {"roll", "xooxooxooxooxoxo xooxooxooxooxxx", {46, 47.9375f}, {-16, 0}},
 };
 
-// Awake: the hook takes the seventh that hung over the silence down, then the theme's leap widens. At 120.8 s
-// a low pass closes over everything for three seconds.
+// Awake: the hook takes the seventh that hung over the silence down, then the theme's leap widens, over a
+// bass that walks down the scale. At 120.8 s a low pass closes over everything for three seconds.
 const std::vector<Cue> awake = {
     {"impact", onceHard, {48, 49}},
     {"fall", "C4:32", {48, 50}, -3},
     {"crash", onceHard, {48, 49}},
-    {"kick", dropKick},
+    {"kick", dropKick, {}, -1},
     {"snare", "....x.......x... ....x...........", {48, 55}, 2.2f},
     {"snare", "....x...", {55, 55.5f}},
     {"snare", ghostsLate, {48, 55}, -7},
     {"clap", backbeat, {52, 55}, -2},
     {"slam", "................ ............x... ................", {48, 51}},
-    {"hat", hatsDrop, {}, 0.5f},
-    {"openHat", offbeats, {50, 55}, 0, 0.6f},
-    {"growl", dropBass, {48, 55.5f}, -4, {0.3f, 0.5f}},
+    {"hat", "..x...x...x...xo ..x...x...x.o:xx", {48, 50}, 1},
+    {"hat", hatsDrop, {50, 56}, 0.5f},
+    {"openHat", offbeats, {48, 55}, 0, 0.6f},
+    {"bass", dropBass, {48, 55.5f}, 1, {0.55f, 0.75f}},
+    {"growl", dropGrowl, {48, 54}, 0, {0.5f, 0.7f}},
     {"sub", "r-------", {55.5f, 56}},
+    {"stab", "X--x--x--x-..x-- X--x--x.........", {48, 50}, 1, 0.7f},
     {"stab", dropStabs, {50, 56}, 0, {0.6f, 0.8f}},
     {"voice", "-:8 D5:2' -:2 F5:3 -:1", {49, 50}, -2, 0.55f},
-    {"voice", "-:8 G5:2' -:2 Eb5:3 -:1", {51, 52}, -2, 0.55f},
-    {"voice", "-:8 G5:2' -:2 C5:3 -:1", {53, 54}, -2, 0.55f},
+    {"voice", "-:8 G5:2' -:2 D5:3 -:1", {53, 54}, -2, 0.55f},
     {"hook", "Bb5:2' -:1 Bb5:2 -:1 D6:2' Bb5:2 G5:2 -:4", {48, 49}, -1.5f, 0.8f},
     {"hook", "G5:2' -:1 G5:2 -:1 Bb5:2' -:8", {51, 52}, -1, 0.75f},
     {"lead", "G4:3' D5:7' C5:2 Bb4:4", {50, 51}, -1, 0.7f},
     {"lead", "G4:3' Eb5:7' D5:2 C5:4", {52, 53}, -1, 0.7f},
     {"lead", "A4:3' F#5:7' G5:2 A5:4", {54, 55}, -1, 0.7f},
-    {"arp", "0..1..2.3..2..1. 4..3..2.1..2..3.", {52, 56}, -4, 0.5f},
+    {"strings", held, {52, 56}, -2, 0.7f},
+    {"arp", "0..1..2.3..2..1. 4..3..2.1..2..3.", {50, 56}, 2, 0.7f, 12},
 };
 
-// Greetings: the first theme with runs, a third voice below; every beat is struck.
+// Greetings: the first theme with runs, which lead and reed hand to each other, a third voice below; every
+// beat is struck.
 const std::vector<Cue> greetings = {
     {"crash", onceHard, {56, 57}, 3},
     {"kick", "X...x...X...x... X...x...X...x..o X...x...X..xx... X...x..oX...x.o.", {56, 63.5f}, 1.5f},
@@ -358,11 +371,15 @@ const std::vector<Cue> greetings = {
     {"openHat", "..............x.", {60, 63.5f}, -3, 0.6f},
     {"bass", drivingBass, {56, 63}, 2.8f, {0.25f, 0.45f}},
     {"sub", "r---------------", {63, 64}, -4},
-    {"lead", theme1Runs, {}, -1, {0.55f, 0.75f}},
-    {"second", theme1RunsBelow, {58, 64}, -2, 0.5f},
-    {"pluck", "x..x..x...x.x... ..x..x..x...x.x.", {56, 63.5f}, -4, {0.4f, 0.6f}},
+    {"lead", barsOf(theme1Runs, 0, 2), {56, 58}, -1, {0.55f, 0.6f}},
+    {"reed", barsOf(theme1Runs, 2, 4), {58, 60}, -2, 0.7f, 12},
+    {"lead", barsOf(theme1Runs, 4, 8), {60, 64}, -1, {0.65f, 0.75f}},
+    {"reed", barsOf(theme1Runs, 6, 8), {62, 64}, -3, 0.7f},
+    {"second", theme1RunsBelow, {58, 62}, -1, 0.5f},
+    {"pluck", "x..x..x...x.x... ..x..x..x...x.x.", {56, 63.5f}, -1, {0.4f, 0.6f}},
     {"strings", held, {60, 64}, {-4, 0}, 0.5f},
-    {"pad", held, {56, 60}, -4, 0.5f},
+    {"pad", held, {56, 60}, -2.5f, 0.6f},
+    {"reed", "-:12 F4:2 A4:2", {63, 64}, -2, 0.7f, 12},
     {"hat", "xxx:xxXX", {63.5f, 64}, {-3, 2}},
 };
 
@@ -370,7 +387,7 @@ const std::vector<Cue> greetings = {
 // 71 are its own.
 const std::vector<Cue> room = {
     {"thump", "x...x...", {64, 64.5f}},
-    {"lead", theme2, {64, 70}, -2, {0.6f, 0.75f}},
+    {"reed", theme2, {64, 70}, -2.5f, {0.7f, 0.85f}, 12},
     {"voice", "Eb4+G4+Bb4:3' -:1 Eb4+G4+Bb4:3 -:1 F4+A4+C5:6' -:2", {64.5f, 65.5f}, 1, {0.6f, 0.3f}},
     {"impact", "X.......", {64.5f, 65}, -1},
     {"crash", "X.......", {64.5f, 65}, -1},
@@ -388,8 +405,8 @@ const std::vector<Cue> room = {
      {66, 70},
      {-5, -2},
      0.5f},
-    {"arp", "0...2...4...3...", {64, 66}, -5, 0.4f},
-    {"arp", "0..2..4.0..2..3.", {66, 70}, {-4, -1}, {0.3f, 0.6f}},
+    {"arp", "0...2...4...3...", {64, 66}, 1, 0.5f},
+    {"arp", "0..2..4.0..2..3.", {66, 70}, {3, 6}, {0.4f, 0.7f}},
     {"tick", everyBeat, {70, 72}, -3},
     {"thump", everyBeat, {70, 72}, {-4, -1}},
     {"voice",
@@ -397,22 +414,22 @@ const std::vector<Cue> room = {
      {70, 72},
      {0, 2},
      {0.4f, 0.7f}},
-    {"choir", held, {70, 72}, {-4, 1}, {0.3f, 0.6f}},
+    {"strings", held, {70, 71.875f}, {-4, 1}, {0.4f, 0.9f}},
     {"sub", "r---------------", {70, 71.5f}, -6},
     {"riser", "C4:30", {70, 71.875f}, -2, 1},
     {"climb", "E3:14", {71, 71.875f}, -1, 0.9f},
     {"lead", "-:14 E4:1 G#4:1", {71, 72}, 0, 0.7f},
 };
 
-// The climax: the first theme a whole tone up, the second one against it where it breathes, then an answer
-// that goes up over the rest of the first.
+// The climax: the first theme a whole tone up, the second one against it where it breathes; then the rest of
+// the first, and over it the reed's answer, which goes up.
 const std::vector<Cue> climax = {
     {"impact", onceHard, {72, 73}},
     {"fall", "C4:32", {72, 74}, -4},
     {"crash", onceHard, {72, 73}},
     {"crash", onceHard, {76, 77}},
-    {"kick", fourWithPickUp, {72, 79.5f}, 1.2f, 0.5f, 2},
-    {"snare", "....X.......X..o ....X........... ....X.......X.:o ....X..:........", {72, 79}, -2.8f},
+    {"kick", fourWithPickUp, {72, 79.5f}, 1.5f, 0.5f, 2},
+    {"snare", "....X.......X..o ....X........... ....X.......X.:o ....X..:........", {72, 79}, -1},
     {"snare", ghostsLate, {72, 79}, -7},
     {"snare", "....X...X::X::X:", {79, 80}},
     {"clap", backbeat},
@@ -421,18 +438,16 @@ const std::vector<Cue> climax = {
     {"openHat", offbeats, {}, 1, 0.7f},
     {"ride", "x.x.x.x.x.x.x.x.", {76, 80}, 0},
     {"bass", rollingBass, {}, 0, {0.6f, 0.75f}},
-    {"growl", "R--r--R-.r.r--o. R--r--R-.rr.o-s.", {76, 80}, -6, 0.6f},
-    {"lead", barsOf(theme1Runs, 0, 4), {72, 76}, 1, {0.7f, 0.8f}, 2},
-    {"lead", climaxAnswer, {76, 80}, 1, {0.8f, 0.95f}},
+    {"lead", barsOf(theme1Runs, 0, 4), {72, 76}, 2, {0.7f, 0.85f}, 2},
+    {"reed", climaxAnswer, {76, 80}, 1, {0.8f, 0.95f}, 12},
+    {"lead", climaxBelow, {76, 80}, 1, {0.8f, 0.9f}},
     {"bells", barsOf(theme1Runs, 0, 4), {72, 76}, 0.6f, 0.7f, 14},
     {"second", "-:4 F5:4' A5:6' G5:2", {73, 74}, 0, 0.7f},
     {"second", "G5:4' -:4 B5:6' -:2", {75, 76}, 0, 0.7f},
-    {"second", climaxBelow, {76, 80}, -2, 0.6f},
-    {"strings", held, {}, -3, 0.7f},
+    {"strings", held, {}, 1.5f, 0.75f},
     {"counter", "1---5---3------- 5---3---1---3---", {76, 80}, 0, 0.6f},
-    {"choir", held, {}, -4, {0.4f, 0.5f}},
-    {"stab", "................ X..x..x.x.x.....", {72, 76}, -3, 0.6f},
-    {"arp", climbing, {}, -5, {0.6f, 0.8f}},
+    {"stab", "................ X..x..x.x.x.....", {72, 76}, 0, 0.7f},
+    {"arp", climbing, {}, 4, {0.6f, 0.9f}},
     {"toms", "D3:2 A2:2 E3:2 E2:2", {79.5f, 80}, 2},
 };
 
@@ -452,11 +467,10 @@ const std::vector<Cue> credits = {
     {"sub", "r---------------", {84, 88}, {-6, -9}},
     {"lead", barsOf(theme2Raised, 0, 4), {80, 84}, {-2, -4}, {0.7f, 0.3f}},
     {"bells", theme2Raised, {}, {-5, -1}},
-    {"strings", held, {80, 82}, {-6, -14}, {0.6f, 0.4f}},
     {"ride", "x.x.x.x.x.x.x.x.", {80, 82}, {-3, -12}},
     {"pad", held, {}, {-1, 1.5f}, {0.6f, 0.3f}},
     {"choir", held, {84, 88}, -3, {0.4f, 0.1f}},
-    {"arp", climbing, {80, 84}, {-3, -12}, {0.6f, 0.2f}},
+    {"arp", climbing, {80, 84}, {4, -4}, {0.7f, 0.3f}},
     {"hook", "-:12 C5:1 E5:1 G5:2 | -:16 | -:12 E5:1 G5:1 C6:2 | -:16", {82, 86}, {-6, -10}, {0.5f, 0.3f}},
     {"glass", "0...2...3...4...", {84, 88}, -5, {0.5f, 0.3f}},
 };
@@ -466,14 +480,14 @@ const std::vector<Cue> echoes = {
     {"pad", held, {88, 92}, {-3, -10}, {0.3f, 0.1f}},
     {"drone", "A2:64", {88, 92}, -10, 0.4f},
     {"bells", "A4:3 E5:13 | D5:2, C5:6, -:8 | A4:3, E5:13, | -:16", {88, 92}, {-1, -7}},
-    {"voice", "-:8 E4:8, | -:16 | -:8 A4:8,", {89, 92}, {-8, -12}, 0.2f},
+    {"voice", "-:8 A4:8, | -:16 | -:8 B4:8,", {89, 92}, {-8, -12}, 0.2f},
     {"glass", "0.......3.......", {88, 91}, -8, 0.3f},
     {"thump", everyBeat, {88, 92}, {-8, -14}},
     {"reverse", "C4:16", {91, 92}, -4},
     {"impact", "X...", {92, 92.25f}},
     {"sub", "r---", {92, 92.25f}, -2},
     {"bells", "A3+A4+E5+B5:4'", {92, 92.25f}, 3, 0.6f},
-    {"stab", "x---", {92, 92.25f}, 0, 0.5f},
+    {"stab", "x---", {92, 92.25f}, 1.5f, 0.5f},
 };
 
 struct Row {
@@ -486,52 +500,82 @@ struct Row {
     float swing = 0;
 };
 const Row rows[] = {
-    {"title", showtime::title, "G minor", "Gm", {-4, -3}, {}, title},
-    {"tunnel", showtime::tunnel, "G minor", "Gm Ebmaj7 Cm9 D", {-2, -1.5f}, {}, tunnel},
-    {"ship", showtime::beatZero, "G minor", "Gm Gm Eb F Gm Gm Cm D", -1.5f, {-3.9f, 1.5f, -1.5f}, ship},
-    {"stripes", showtime::stripes, "G minor", "Gm Eb Bb F Gm Eb Cm D", -2.6f, {-1.2f, -1.6f, 5.1f}, stripes},
-    {"torn", showtime::tornTunnel, "G phrygian", "Gm Gm Ab Gm Gm Gm Ab D", 1.2f, {-4.5f, -0.4f, -4}, torn},
+    {"title", showtime::title, "G minor", "Gm Gm Ebmaj7/G Cm/G Gm", {-4, -3}, {}, title},
+    {"tunnel", showtime::tunnel, "G minor", "Gm Ebmaj7 Cm9 Dsus4,D", {-2, -1.5f}, {-2, 0, 1}, tunnel},
+    {"ship", showtime::beatZero, "G minor", "Gm Gm,Gm/F Eb F Gm Gm,Bb/D Cm Eb,F", -2.6f, {}, ship},
+    {"stripes",
+     showtime::stripes,
+     "G minor",
+     "Gm Ebadd9 Bb F/A Gm Eb,Bb/D Cm,Cm/Eb D",
+     -1.9f,
+     {-0.5f, -1.5f, 0.5f},
+     stripes},
+    {"torn",
+     showtime::tornTunnel,
+     "G phrygian",
+     "Gm Gm Ab Gm,Cm/Eb Gm Gm,Bb/F Ab Ab,F",
+     0.5f,
+     {-2, 1, 0},
+     torn},
     {"boxes",
      showtime::heap,
      "G dorian",
-     "Gm7 Gm7 C7 C7 Gm7 Gm7 Eb F",
-     -1,
-     {-2.3f, -1.6f, 2.8f},
+     "Gm7 Gm7,Gm7/Bb C7 C7/E Gm7 Gm7,Bb/D Eb F",
+     -1.5f,
+     {-2, -1, 2},
      boxes,
      0.055f},
     {"smoke",
      showtime::probes,
      "G minor",
-     "Ebmaj7 F6 Gm9 Bb/D Ebmaj7 F6 Cm9 Dsus4",
+     "Ebmaj7 F6 Gm9 Bb/D Ebmaj7,Bb/D Cm9,F6 Gm/Bb,Cm9 Dsus4",
      {-4, -3},
-     {0, -1.5f, 2},
+     {0, -2, 2.5f},
      smoke},
     {"sinking",
      showtime::robot,
      "G harmonic",
-     "D5 Eb/D Cm/D D7b9/D D5 Gm/D Cm/D D7b9/D",
-     {-4.5f, -1.1f},
-     {-0.5f, -0.5f, 1},
+     "D5 Eb/D Cm/D D7b9/D D5 Gm/D Cm/D,Eb/D D7b9/D",
+     {-4.5f, -3.2f},
+     {-1.5f, 0, 1.5f},
      sinking},
-    {"awake", showtime::awake, "G minor", "Gm Gm Eb Eb Cm Cm D D", {0.3f, 0}, {2.1f, -2.6f, 0.2f}, awake},
+    {"awake",
+     showtime::awake,
+     "G minor",
+     "Gm Gm,Bb/F Eb Eb,Bb/D Cm Cm,Gm/Bb D/A D",
+     -0.6f,
+     {-1, 0, 0},
+     awake},
     {"greetings",
      showtime::greetingShocks,
      "G minor",
-     "Ebmaj7 Cm9 Bb/D F/A Gm7 Ab Cm D",
+     "Ebmaj7 Cm9 Bb/D F/A Gm7 Ab Cm,Eb F",
      -1,
-     {-3.3f, 1.8f, 1.5f},
+     {-2, -1, 2},
      greetings,
      0.055f},
     {"room",
      showtime::room,
      "Bb major",
-     "Eb F Gm Bb Eb F Dm E",
+     "Ebadd9 F Gm,Dm/F Bb,Bb/D Ebadd9 Bb/F,F Dm E,E7",
      {-1.3f, -0.8f},
-     {-2.2f, -2.2f, -1.5f},
+     {-1, -2.5f, 2},
      room,
      0.055f},
-    {"climax", showtime::roomBreathing, "A minor", "Am F C G Am F Dm E", -0.4f, {3.1f, 1.2f, -0.4f}, climax},
-    {"credits", showtime::credits, "A minor", "F G Am C F G Dm E", {0.4f, -2}, {-2, -5.6f, 4.8f}, credits},
+    {"climax",
+     showtime::roomBreathing,
+     "A minor",
+     "Am F C/E G Am,Am/G F,Am/E Dm,Bdim/D E",
+     0.5f,
+     {1, -2, 0},
+     climax},
+    {"credits",
+     showtime::credits,
+     "A minor",
+     "F G Am,Em/G C,C/E F C/G,G Dm Em,G",
+     {-1, -3},
+     {0, -1, 1},
+     credits},
     {"echoes", showtime::afterCredits, "A minor", "Am F Dm Esus4 A5", {-2, -2}, {}, echoes},
 };
 constexpr int lastBar = 93;

@@ -136,7 +136,7 @@ private:
             case 'o':
                 return root + 12;
             case 'f':
-                return root + 7;
+                return atOrAbove(fifthOf(chord) % 12, root + 1);
             case 't':
                 return atOrAbove(chord.tones[1] % 12, root);
             case 's':
@@ -178,7 +178,8 @@ private:
         const double bar = section.from + at / stepsPerBar;
         const float length = std::min(step.length, end - step.at), way = step.at / end;
         notes.push_back({song.secondsAt(bar), float(length * stepSeconds), pitch,
-                         step.velocity * gainOf(cue.level.at(way)), cue.bright.at(way), bar * 4});
+                         step.velocity * gainOf(cue.level.at(way)), cue.bright.at(way), bar * 4,
+                         step.velocity});
     }
 
     const Song& song;
@@ -198,7 +199,8 @@ void sortByStart(std::vector<Note>& notes) {
                      [](const Note& a, const Note& b) { return a.start < b.start; });
 }
 
-// What a part doubles, one note at a time, each in the octave that the part has.
+// What a part doubles, one note at a time, each in the octave that the part has and as it is struck: a leader
+// that is turned up for its voice leaves the floor where it is.
 void addFollowed(const Song& song, const Part& part, std::vector<Note>& notes) {
     std::string names = part.follows;
     std::replace(names.begin(), names.end(), ',', ' ');
@@ -213,6 +215,7 @@ void addFollowed(const Song& song, const Part& part, std::vector<Note>& notes) {
                 refuse({song.sectionAt(bar).name, part.name, bar}, nameOf(pitch) + " is out of its range",
                        name);
             note.pitch = float(pitch);
+            note.velocity = note.stroke;
             notes.push_back(note);
         }
     }

@@ -93,6 +93,18 @@ void remarkRepeats(const Song& song, const std::vector<Played>& all, std::set<st
     }
 }
 
+// Bars in which no note sounds, as where all the section's cues end before it does.
+void remarkBareBars(const Song& song, const std::vector<Played>& all, std::set<std::string>& remarks) {
+    std::set<int> sounding;
+    for (const Played& played : all)
+        for (const Note& note : played.notes)
+            for (int bar = barOf(note); bar < song.barAt(note.start + note.length) - 1e-3; bar++)
+                sounding.insert(bar);
+    for (const Section& section : song.sections)
+        for (int bar = section.from; bar < section.to; bar++)
+            if (!sounding.count(bar)) remarks.insert(where(song, bar, "all") + "nothing sounds");
+}
+
 }  // namespace
 
 std::vector<std::string> remarksOn(const Song& song) {
@@ -109,6 +121,7 @@ std::vector<std::string> remarksOn(const Song& song) {
             if (other.part->role == Role::lead) remarkClashes(song, played, other, remarks);
     }
     remarkRepeats(song, all, remarks);
+    remarkBareBars(song, all, remarks);
     return {remarks.begin(), remarks.end()};
 }
 

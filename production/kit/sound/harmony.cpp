@@ -145,6 +145,12 @@ bool has(const Chord& chord, int pitch) {
                        [&](int tone) { return (tone - pitch) % 12 == 0; });
 }
 
+int fifthOf(const Chord& chord) {
+    for (const int tone : chord.tones)
+        if (tone - chord.tones[0] >= 6 && tone - chord.tones[0] <= 8) return tone;
+    return chord.tones[0] + 7;
+}
+
 int atOrAbove(int pitchClass, int lowest) {
     return lowest + ((pitchClass - lowest) % 12 + 12) % 12;
 }

@@ -33,6 +33,9 @@ Scale scaleOf(std::string_view name, const Place& place);
 
 bool has(const Chord& chord, int pitch);
 
+// Semitones, as the chord's tones: its fifth, perfect where the chord leaves it out.
+int fifthOf(const Chord& chord);
+
 // The lowest pitch of that class at or above one.
 int atOrAbove(int pitchClass, int lowest);
 

@@ -16,6 +16,7 @@ struct Note {
     float velocity;    // 0..1
     float brightness;  // 0..1; each instrument decides what it does with it
     double beat = 0;   // where it stands in the song, from bar 0 on: what swings in time goes by it
+    float stroke = 0;  // 0..1: velocity before its cue's level
 };
 
 // Where a text stands in the score, for the messages.

@@ -36,12 +36,14 @@ void playSaws(const SawVoice& voice, std::span<const Note> notes, Stereo& out) {
         StateVariable left, right;
         const float open = between(voice.darkest, voice.brightest, note.brightness);
         const float closed = std::min(open, 1.5f * hertzOf(note.pitch));
+        const float bloom = voice.bloom * sampleRate;
         const float gain = voice.gain * note.velocity;
         const size_t from = frameAt(note.start), end = lastFrame(note, level.frames(), out);
         for (size_t i = from; i < end; i++) {
             const float way = voice.sweep > 0 ? closing.next() : 1;
             if ((i - from) % tuning == 0) {
-                const float cut = closed + (open - closed) * way;
+                const float opened = bloom > 0 ? std::min(1.0f, float(i - from) / bloom) : 1;
+                const float cut = closed + (open - closed) * way * opened;
                 left.tune(cut, voice.resonance);
                 right.tune(cut * 1.04f, voice.resonance);
             }

@@ -10,10 +10,11 @@
 
 namespace audio {
 
-// Eight saws a note through a low pass that opens with the note: pads, plucks and stabs.
+// Eight saws a note through a low pass that the note opens or closes: pads, plucks and stabs.
 struct SawVoice {
     Adsr level;
     float sweep;               // seconds in which the filter closes; 0: it stays open
+    float bloom = 0;           // seconds in which it opens before that; 0: it begins open
     float darkest, brightest;  // Hz of the cut-off at brightness 0 and 1
     float resonance;           // as in StateVariable
     float detune, spread;      // as in Supersaw

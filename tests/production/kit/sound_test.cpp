@@ -232,9 +232,17 @@ TEST(SoundKit, PatternsFollowTheHarmony) {
     const Song bass = smallSong(Notation::bass, "r.o.f.t.s.a..... r.....t.........");
     EXPECT_EQ(pitchesOf(bass, 0),
               (std::vector{43, 55, 50, 46, 41, 45, 50, 54, 43, 55, 50, 46, 41, 45, 50, 54}));
-    // What doubles it folds each pitch into its own range.
+    // What doubles it folds each pitch into its own range, and has its strokes without its cue's level.
     EXPECT_EQ(pitchesOf(bass, 1),
               (std::vector{31, 31, 38, 34, 29, 33, 38, 30, 31, 31, 38, 34, 29, 33, 38, 30}));
+    Song louder = bass;
+    louder.sections[0].cues[0].level = 6;
+    EXPECT_GT(notesOf(louder, louder.parts[0])[0].velocity, notesOf(bass, bass.parts[0])[0].velocity);
+    EXPECT_EQ(notesOf(louder, louder.parts[1])[0].velocity, notesOf(bass, bass.parts[1])[0].velocity);
+    // Over another bass note the fifth is still the chord's.
+    Song slash = smallSong(Notation::bass, "r.f.............");
+    slash.sections[0].chords = "F/A Bb/F Gm9 F#dim";
+    EXPECT_EQ(pitchesOf(slash, 0), (std::vector{45, 48, 53, 65, 43, 50, 54, 60}));
     const Song line = smallSong(Notation::line, "1-------3------- 1-------7-------");
     for (const auto& pitches = pitchesOf(line, 0); size_t i : {1, 2, 3})
         EXPECT_LE(std::abs(pitches[i] - pitches[i - 1]), 6);
@@ -314,7 +322,10 @@ TEST(SoundKit, ScoreIsRemarkedOn) {
               "verse, bar 0, shadow: Ab1 is neither in Gm nor in G minor\n");
     EXPECT_EQ(remarks("D4+Eb4:8 G4:8 | D4:16 | Bb4:16 | A4:16"), "verse, bar 0, flute: D4 against Eb4\n");
     EXPECT_EQ(remarks("G4:16 | D4:16 | G4:16 | F#4:16"), "verse, bar 2, all: the same as bar 0\n");
-    Song song = smallSong(Notation::melody, "G4:16 | D4:16 | Bb4:16 | D4:16");
+    Song song = smallSong(Notation::melody, "G4:16 | D4:16 | Bb4:16");
+    song.sections[0].cues[0].bars = {0, 3};
+    EXPECT_EQ(remarksOn(song), std::vector<std::string>{"verse, bar 3, all: nothing sounds"});
+    song = smallSong(Notation::melody, "G4:16 | D4:16 | Bb4:16 | D4:16");
     song.sections[0].to = 12;
     const std::vector<std::string> breathless = remarksOn(song);
     EXPECT_TRUE(std::find(breathless.begin(), breathless.end(),
