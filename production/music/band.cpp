@@ -34,6 +34,7 @@ constexpr GrowlVoice growl = {.level = {0.003f, 0.6f, 0.85f, 0.03f},
                               .size = 1.15f,
                               .rates = {1.5f, 3, 2, 4},
                               .beatsPerSecond = 2.1f,
+                              .chest = 0.9f,
                               .throat = 1.1f,
                               .teeth = 1.2f,
                               .detune = 0.2f,
@@ -170,11 +171,6 @@ Part noise(const char* name, Instrument play, const Channel& channel) {
 Part doubling(const char* name, const char* parts, Span range, Instrument play, const Channel& channel) {
     return {name, Role::bass, Notation::bass, range, std::move(play), channel, 0, parts};
 }
-// Its every second sixteenth comes late where the section swings.
-Part swinging(Part part) {
-    part.swings = true;
-    return part;
-}
 Part bassLine(const char* name, Span range, Instrument play, const Channel& channel) {
     return {name, Role::bass, Notation::bass, range, std::move(play), channel};
 }
@@ -201,20 +197,20 @@ constexpr int woodPitch = 67, tomPitch = 48;
 std::vector<Part> band() {
     return {
         // Drums
-        swinging(hits("kick", struck({kickDrum(49, 0.28f, 0.85f)}), {.level = -4.5})),
+        hits("kick", struck({kickDrum(49, 0.28f, 0.85f)}), {.level = -4.5}),
         hits("thump", struck({kickDrum(52, 0.22f, 0.15f)}), {.level = -5, .hall = -16}),
-        swinging(hits("snare",
-                      struck({snareDrum(188, 0.2f, 0.8f), snareDrum(186.4f, 0.21f, 0.77f),
-                              snareDrum(189.5f, 0.19f, 0.83f)}),
-                      {.level = -5, .lowCut = 110, .room = -12})),
+        hits("snare",
+             struck({snareDrum(188, 0.2f, 0.8f), snareDrum(186.4f, 0.21f, 0.77f),
+                     snareDrum(189.5f, 0.19f, 0.83f)}),
+             {.level = -5, .lowCut = 110, .room = -12}),
         hits("slam", struck({slam()}), {.level = -9, .lowCut = 60, .room = -8, .hall = -12}),
-        swinging(hits("clap", struck({handClap(0.16f)}), {.level = -12, .room = -10, .hall = -20})),
-        swinging(hits("rim", struck({boxKnock(hertzOf(79), 1)}),
-                      {.level = -9, .pan = -0.15f, .lowCut = 400, .room = -8, .hall = -16})),
+        hits("clap", struck({handClap(0.16f)}), {.level = -12, .room = -10, .hall = -20}),
+        hits("rim", struck({boxKnock(hertzOf(79), 1)}),
+             {.level = -9, .pan = -0.15f, .lowCut = 400, .room = -8, .hall = -16}),
         hits("roll", struck({snareDrum(205, 0.11f, 0.7f), snareDrum(198, 0.11f, 0.75f)}),
              {.level = -9, .lowCut = 160, .room = -12}),
-        swinging(hits("hat", struck({hiHat(0.05f, 0.5f, 1), hiHat(0.035f, 0.6f, 2), hiHat(0.06f, 0.4f, 3)}),
-                      {.level = -15, .pan = 0.12f})),
+        hits("hat", struck({hiHat(0.05f, 0.5f, 1), hiHat(0.035f, 0.6f, 2), hiHat(0.06f, 0.4f, 3)}),
+             {.level = -15, .pan = 0.12f}),
         hits("openHat", struck({hiHat(0.2f, 0.4f, 4), hiHat(0.19f, 0.45f, 5), hiHat(0.21f, 0.35f, 8)}),
              {.level = -20, .pan = -0.15f, .room = -18}),
         hits("ride", struck({hiHat(0.7f, 0.3f, 6), hiHat(0.6f, 0.35f, 7), hiHat(0.65f, 0.4f, 9)}),
@@ -223,14 +219,13 @@ std::vector<Part> band() {
              {.level = -14, .duck = 0.2f, .hall = -14}),
         melody("toms", Role::drums, {36, 60}, struck({tomDrum(hertzOf(tomPitch), 0.25f)}, tomPitch),
                {.level = -9, .room = -10, .hall = -16}),
-        swinging(
-            hits("lowBox", struck({boxKnock(hertzOf(55), 0.4f)}), {.level = -9, .pan = -0.55f, .room = -9})),
-        swinging(hits("middleBox", struck({boxKnock(hertzOf(62), 0.6f), boxKnock(hertzOf(60), 0.4f)}),
-                      {.level = -10, .pan = 0.45f, .room = -9})),
-        swinging(hits("highBox", struck({boxKnock(hertzOf(70), 0.8f), boxKnock(hertzOf(72), 0.6f)}),
-                      {.level = -11, .pan = -0.25f, .room = -8, .echo = -16})),
-        swinging(hits("shaker", struck({shaker(0.07f, 1), shaker(0.05f, 2), shaker(0.06f, 3)}),
-                      {.level = -17, .pan = 0.12f})),
+        hits("lowBox", struck({boxKnock(hertzOf(55), 0.4f)}), {.level = -9, .pan = -0.5f, .room = -9}),
+        hits("middleBox", struck({boxKnock(hertzOf(62), 0.6f), boxKnock(hertzOf(60), 0.4f)}),
+             {.level = -10, .pan = 0.45f, .room = -9}),
+        hits("highBox", struck({boxKnock(hertzOf(70), 0.8f), boxKnock(hertzOf(72), 0.6f)}),
+             {.level = -11, .pan = -0.15f, .room = -8, .echo = -16}),
+        hits("shaker", struck({shaker(0.07f, 1), shaker(0.05f, 2), shaker(0.06f, 3)}),
+             {.level = -17, .pan = 0.06f}),
         hits("tick", struck({tick(2120), tick(1900), tick(2010)}),
              {.level = -13, .pan = -0.2f, .room = -10, .echo = -16}),
         hits("impact", struck({impact(2.2f, 0.9f)}), {.level = -9, .hall = -10}),
@@ -244,8 +239,8 @@ std::vector<Part> band() {
 
         // The floor
         doubling("sub", "bass,growl", {26, 39}, playedBy(sub), {.level = -11, .highCut = 140, .duck = 0.9f}),
-        swinging(bassLine("bass", {29, 57}, playedBy(bass),
-                          {.level = -4, .lowCut = 85, .monoBelow = 300, .duck = 0.8f})),
+        bassLine("bass", {29, 57}, playedBy(bass),
+                 {.level = -4, .lowCut = 85, .monoBelow = 300, .duck = 0.8f}),
         bassLine("growl", {29, 57}, playedBy(growl),
                  {.level = -2, .lowCut = 85, .highCut = 3000, .monoBelow = 300, .duck = 0.5f, .room = -22}),
         melody("drone", Role::bass, {36, 60}, playDrone,
@@ -272,8 +267,8 @@ std::vector<Part> band() {
                 .duck = 0.5f,
                 .room = -16,
                 .hall = -16}),
-        swinging(chords("pluck", 3, {62, 84}, playedBy(pluck),
-                        {.level = -9, .lowCut = 250, .duck = 0.3f, .hall = -16, .echo = -12})),
+        chords("pluck", 3, {62, 84}, playedBy(pluck),
+               {.level = -9, .lowCut = 250, .duck = 0.3f, .hall = -16, .echo = -12}),
         arpeggio("arp", {62, 96}, playedBy(arp),
                  {.level = -11,
                   .pan = -0.1f,
@@ -302,8 +297,8 @@ std::vector<Part> band() {
                {.level = -5.5, .lowCut = 200, .duck = 0.25f, .hall = -12, .echo = -11}),
         melody("siren", {62, 91}, playedBy(siren),
                {.level = -7, .lowCut = 300, .room = -14, .hall = -16, .echo = -14}),
-        swinging(melody("wood", {50, 89}, struck({boxKnock(hertzOf(woodPitch), 0.5f)}, woodPitch),
-                        {.level = -6, .pan = 0.1f, .lowCut = 180, .room = -10, .hall = -16, .echo = -14})),
+        melody("wood", {50, 89}, struck({boxKnock(hertzOf(woodPitch), 0.5f)}, woodPitch),
+               {.level = -6, .pan = 0.1f, .lowCut = 180, .room = -10, .hall = -16, .echo = -14}),
         melody("bells", {55, 94}, playedBy(bells),
                {.level = -7, .width = 0.5f, .lowCut = 200, .hall = -10, .echo = -11}),
         melody("voice", {53, 81}, playedBy(voice),

@@ -172,14 +172,18 @@ private:
             const std::string name = part.notation == Notation::hits ? "tuning" : nameOf(int(pitch));
             refuse(placeAt(int(step.at)), name + " is out of its range", text);
         }
-        const double stepSeconds = 15 / song.beatsPerMinute;
-        const bool late = part.swings && std::lround(float(first) + step.at) % 2 == 1;
-        const double at = double(first + step.at) + (late ? section.swing : 0);
-        const double bar = section.from + at / stepsPerBar;
-        const float length = std::min(step.length, end - step.at), way = step.at / end;
-        notes.push_back({song.secondsAt(bar), float(length * stepSeconds), pitch,
+        const double bar = section.from + double(swung(step.at)) / stepsPerBar;
+        const float length = swung(std::min(step.at + step.length, end)) - swung(step.at),
+                    way = step.at / end;
+        notes.push_back({song.secondsAt(bar), float(length * 15 / song.beatsPerMinute), pitch,
                          step.velocity * gainOf(cue.level.at(way)), cue.bright.at(way), bar * 4,
                          step.velocity});
+    }
+
+    // Where a step of the cue lies in its section, in sixteenths.
+    float swung(float at) const {
+        const float step = float(first) + at;
+        return step + (std::lround(step) % 2 == 1 ? section.swing : 0);
     }
 
     const Song& song;

@@ -51,7 +51,6 @@ struct Part {
     Channel channel;
     int voices = 0;         // of its chords
     std::string follows{};  // parts whose rhythm and pitches it doubles, folded into its range, by ','
-    bool swings = false;    // by its section's swing
 };
 
 // A whole section where both are 0. Bars may be fractions.
@@ -83,7 +82,7 @@ struct Section {
     Ramp level;          // dB, of the whole mix
     Tone tone;
     std::vector<Cue> cues;
-    float swing = 0;  // of a sixteenth, by which every second one comes late
+    float swing = 0;  // of a sixteenth, by which every second one comes late, whoever plays it
 };
 
 // A bus's soft clip at full scale: dB into it and behind it.

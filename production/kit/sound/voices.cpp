@@ -287,8 +287,10 @@ void playGrowl(const GrowlVoice& voice, std::span<const Note> notes, Stereo& out
             const float a = leftMouth.bright(tornLeft) + 1.5f * voice.teeth * leftTeeth.band(tornLeft);
             const float b = rightMouth.bright(tornRight) + 1.5f * voice.teeth * rightTeeth.band(tornRight);
             const float loudness = voice.gain * note.velocity * level.next();
-            out.left[i] += loudness * leftTop.low(rounded(0.5f * deep + voice.throat * (sung + 0.5f * a)));
-            out.right[i] += loudness * rightTop.low(rounded(0.5f * deep + voice.throat * (sung + 0.5f * b)));
+            out.left[i] +=
+                loudness * leftTop.low(rounded(voice.chest * deep + voice.throat * (sung + 0.5f * a)));
+            out.right[i] +=
+                loudness * rightTop.low(rounded(voice.chest * deep + voice.throat * (sung + 0.5f * b)));
         }
     }
 }

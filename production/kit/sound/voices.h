@@ -67,7 +67,8 @@ struct GrowlVoice {
     float size;                  // of the head: 1 is a man's, more is smaller
     std::array<float, 4> rates;  // swings a beat, bar by bar
     float beatsPerSecond;
-    float throat;  // how loud the mouth is against the body
+    float chest;   // how loud the body is
+    float throat;  // how loud the mouth is
     float teeth;   // how loud the hiss of the tearing is, which the mouth opens to 2 to 4 kHz
     float detune;  // semitones between the sides
     float gain;
