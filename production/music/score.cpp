@@ -61,7 +61,8 @@ constexpr char climaxAnswer[] =
     "B5:6' G#5:2 E6:7' -:1";
 // The second half of the question, which fits under that answer: one falls while the other climbs.
 constexpr char climaxBelow[] =
-    "A4:3' E5:7' D5:2 C5:4 | F5:3 E5:3 C5:6 -:4 | D5:3 E5:3 F5:6' E5:2 D5:2 | E5:6' D5:2 B4:2 G#4:2 -:4";
+    "A4:3' E5:7' D5:2 C5:4 | F5:3 E5:3 C5:6 -:4 | D5:3 E5:3 F5:6' E5:2 D5:2 | E5:6' D5:2 B4:2 G#4:2 A4:2 "
+    "B4:2";
 
 // A song of the light that sinks: half steps against the one low D.
 constexpr char sinkingSong[] =
@@ -145,8 +146,8 @@ constexpr char highBox[] = "....o..x......o. ....o..xo.x...oo";
 
 constexpr char dropStabs[] =
     "X--x--x--x-..x-- X--x----........ X--x--x--x-..x-- .x-.x--x--x-.xx. X--x--x--x-..x-- X--x----........";
-constexpr char climbing[] = "0213243542312013";
-constexpr char turning[] = "0123210342312013";
+constexpr char climbing[] = "0213243542312013 0314253645342312";
+constexpr char turning[] = "0123210342312013 0132431254321031";
 
 // Fills, none like another
 constexpr char tomsDown[] = "D3:2 C3:1 C3:1 Bb2:1 Bb2:1 G2:1 G2:1";
@@ -366,7 +367,8 @@ const std::vector<Cue> greetings = {
     {"snare", "....x.......x..: ....x.......x.o. ....x.......x..: ....x..:....xo.o", {56, 63.5f}, -4},
     {"clap", "....x..x....x... ....x..x..x.x...", {56, 63}, -5},
     {"toms", "G2:4", {63, 63.25f}, 2},
-    {"hat", "x:o:x:o:x:o:x:oo", {56, 63.5f}, {-0.5f, -3}},
+    {"hat", "x.o.x.o.x.o.x.oo", {56, 60}, -0.5f},
+    {"hat", "x:o:x:o:x:o:x:oo", {60, 63.5f}, {-1, -3}},
     {"shaker", "x:ox:oxox:ox:oxo x:ox:oxox:oxxoxo", {58, 63.5f}, {-2, 1.5f}},
     {"openHat", "..............x.", {60, 63.5f}, -3, 0.6f},
     {"bass", drivingBass, {56, 63}, 2.8f, {0.25f, 0.45f}},
@@ -392,19 +394,19 @@ const std::vector<Cue> room = {
     {"impact", "X.......", {64.5f, 65}, -1},
     {"crash", "X.......", {64.5f, 65}, -1},
     {"kick", "X.......", {64.5f, 65}},
-    {"kick", brokenKick, {65, 70}, 1},
+    {"kick", brokenKick, {65, 70}, 1.5f},
     {"snare", "........X......: ........X..:.o..", {65, 70}},
     {"clap", "........x.......", {66, 70}, -2},
     {"rim", "o...x...o...x..:", {65, 70}, 0},
     {"hat", hatsBroken, {65, 70}, -2},
     {"shaker", "xo:xxo:xxo:xxo:x", {67, 70}, -3},
-    {"bass", brokenBass, {64.5f, 70}, 3, {0.4f, 0.65f}},
+    {"bass", brokenBass, {64.5f, 70}, 2, {0.4f, 0.65f}},
     {"pad", held, {64, 70}, {-3, -1}, {0.4f, 0.6f}},
     {"counter",
      "1-------3------- 5-------3------- 3-------5------- 5-------1-------",
      {66, 70},
-     {-5, -2},
-     0.5f},
+     {-3.5f, -0.5f},
+     0.6f},
     {"arp", "0...2...4...3...", {64, 66}, 1, 0.5f},
     {"arp", "0..2..4.0..2..3.", {66, 70}, {3, 6}, {0.4f, 0.7f}},
     {"tick", everyBeat, {70, 72}, -3},
@@ -428,7 +430,7 @@ const std::vector<Cue> climax = {
     {"fall", "C4:32", {72, 74}, -4},
     {"crash", onceHard, {72, 73}},
     {"crash", onceHard, {76, 77}},
-    {"kick", fourWithPickUp, {72, 79.5f}, 1.5f, 0.5f, 2},
+    {"kick", fourWithPickUp, {72, 79.5f}, 2, 0.5f, 2},
     {"snare", "....X.......X..o ....X........... ....X.......X.:o ....X..:........", {72, 79}, -1.5f},
     {"snare", ghostsLate, {72, 79}, -7},
     {"snare", "....X...X::X::X:", {79, 80}},
@@ -444,9 +446,9 @@ const std::vector<Cue> climax = {
     {"bells", barsOf(theme1Runs, 0, 4), {72, 76}, 0.6f, 0.7f, 14},
     {"second", "-:4 F5:4' A5:6' G5:2", {73, 74}, 0, 0.7f},
     {"second", "G5:4' -:4 B5:6' -:2", {75, 76}, 0, 0.7f},
-    {"strings", held, {}, 1.5f, 0.75f},
-    {"counter", "1---5---3------- 5---3---1---3---", {76, 80}, 0, 0.6f},
-    {"stab", "................ X..x..x.x.x.....", {72, 76}, 0, 0.7f},
+    {"strings", held, {}, 1, 0.75f},
+    {"counter", "1---5---3------- 5---3---1---3---", {76, 80}, 2, 0.7f},
+    {"stab", "................ X..x..x.x.x.....", {72, 76}, 2, 0.8f},
     {"arp", climbing, {}, 4, {0.6f, 0.9f}},
     {"toms", "D3:2 A2:2 E3:2 E2:2", {79.5f, 80}, 2},
 };
@@ -491,7 +493,7 @@ const std::vector<Cue> echoes = {
 };
 
 // So late that it is felt, and no stroke is heard twice.
-constexpr float shuffle = 0.1f;
+constexpr float shuffle = 0.07f;
 
 struct Row {
     const char* name;
@@ -505,12 +507,12 @@ struct Row {
 const Row rows[] = {
     {"title", showtime::title, "G minor", "Gm Gm Ebmaj7/G Cm/G Gm", {-4, -3}, {}, title},
     {"tunnel", showtime::tunnel, "G minor", "Gm Ebmaj7 Cm9 Dsus4,D", {-2, -1.5f}, {-2, 0, 1}, tunnel},
-    {"ship", showtime::beatZero, "G minor", "Gm Gm,Gm/F Eb F Gm Gm,Bb/D Cm Eb,F", -4, {}, ship},
+    {"ship", showtime::beatZero, "G minor", "Gm Gm,Gm/F Eb F Gm Gm,Bb/D Cm Eb,F", -4.3f, {}, ship},
     {"stripes",
      showtime::stripes,
      "G minor",
      "Gm Ebadd9 Bb F/A Gm Eb,Bb/D Cm,Cm/Eb D",
-     -2,
+     -1.9f,
      {-0.5f, -1.5f, 0.5f},
      stripes},
     {"torn",
@@ -569,7 +571,7 @@ const Row rows[] = {
      showtime::roomBreathing,
      "A minor",
      "Am F C/E G Am,Am/G F,Am/E Dm,Bdim/D E",
-     -0.5f,
+     -1.1f,
      {1, -2, 0},
      climax},
     {"credits",

@@ -14,7 +14,7 @@ using namespace audio;
 
 namespace {
 
-constexpr float masterGain = 0.1f;  // dB, so that the whole has -14 LUFS
+constexpr float masterGain = 0.4f;  // dB, so that the whole has -14 LUFS
 constexpr float peakCeiling = -2;   // dBTP before the codec, which adds up to 1 dB of its own
 constexpr double silentBy = showtime::end.seconds() - 0.08;
 constexpr float codecQuality = 0.6f;
