@@ -61,7 +61,7 @@ constexpr char climaxAnswer[] =
     "B5:6' G#5:2 E6:7' -:1";
 // The second half of the question, which fits under that answer: one falls while the other climbs.
 constexpr char climaxBelow[] =
-    "A4:3' E5:7' D5:2 C5:4 | F5:3 E5:3 C5:6 -:4 | D5:3 E5:3 F5:6' E5:2 D5:2 | E5:6' D5:2 B4:2 G#4:2 A4:2 "
+    "A4:3' E5:7' D5:2 C5:4 | F5:3 E5:3 C5:6 -:4 | D5:3 E5:3 F5:6' E5:2 D5:2 | E5:6' D5:2 B4:2 G#4:4 "
     "B4:2";
 
 // A song of the light that sinks: half steps against the one low D.
@@ -92,7 +92,7 @@ constexpr char titlePieces[] =
 // A siren that, the second time, is the first theme with its fifths bent.
 constexpr char tornSiren[] =
     "-:16 | -:8 G5:4 Ab5:4 | C6:1 -:1 C6:1 -:1 Ab5:1 -:3 C6:1 -:1 C6:1 -:1 Eb6:4 | D6:8 G5:4 -:4 | "
-    "G5:3' D6:7' Db6:2 Bb5:4 | -:16 | Ab5:3' Eb6:7' Db6:2 C6:4 | C6:8' Ab5:4 A5:4";
+    "G5:3' D6:7' Db6:2 Bb5:4 | -:16 | Ab5:3' Eb6:7' Db6:2 C6:4 | C6:4' Ab5:4 A5:4 C6:4";
 
 constexpr char held[] = "x---------------";
 constexpr char once[] = "x...............";
@@ -119,7 +119,7 @@ constexpr char tornSnareFull[] = "....X..o.oo.X... ....X..o.o.oX.ox";
 constexpr char hatsEighth[] = "x.o.x.o.x.o.x.oo";
 constexpr char hatsSixteenth[] = "Xo:xXo:oXo:xXo:o Xo:xXo:oXo:xXxo: Xo:xXo:oXo:xXo:o Xo:xXx:oXo:oXo::";
 constexpr char hatsPushing[] = "x:oox:oxx:oox:xo x:oox:oxX:oxxoxx";
-constexpr char hatsDrop[] = "x:o:x:oox:o:xo:: x:o:x:oox:oox:ox";
+constexpr char hatsDrop[] = "x.o:x.oox.o:xo.: x.o:x.oox:o.x:ox";
 constexpr char hatsTorn[] = "xxoxxoxxxxoxxoxo xoxxoxxoxoxxox::";
 constexpr char hatsTornFull[] = "xxoxxoxxxxoxxoxo xoxxoxxoxoxxox:: xxoxxoxxxxoxxoxo xoxxoxxo::::oxxX";
 constexpr char hatsBroken[] = "x.:ox.o:x:.ox.:x x.:ox.o:x:oox.::";
@@ -163,7 +163,7 @@ const std::vector<Cue> title = {
      {-12, -5}},
     {"wind", "G4:40 D4:40", {}, -2, {0.3f, 0.7f}},
     {"bells", titleBells, {}, -2},
-    {"arp", titlePieces, {}, {-2, 2}, {0.1f, 0.55f}},
+    {"arp", titlePieces, {}, {-4, 0}, {0.1f, 0.55f}},
     {"glass", "0...3...4...2... ....5...3.....1.", {-7, -4}, {-8, 0}, {0, 0.5f}},
     {"choir", held, {-7, -4}, {-14, -6}, {0, 0.4f}},
     {"riser", "C4:32", {-6, -4}, -2, 0.7f},
@@ -252,7 +252,7 @@ const std::vector<Cue> torn = {
     {"siren", tornSiren, {}, {-2.5f, 0}, {0.5f, 0.85f}},
     {"hook", "D5:2' -:1 D5:2 -:1 F5:2' D5:2 C5:2 -:4", {21, 22}, -1, 0.8f},
     {"stab", "x--x--x-........ x--x--x-..x-x...", {}, {-1, 1}, {0.7f, 0.9f}},
-    {"arp", "0101201020130102", {20, 24}, {-2, 3}, {0.3f, 0.8f}},
+    {"arp", "0101201020130102", {20, 24}, {0, 5}, {0.4f, 0.9f}},
 };
 
 // Wood, little else; one breath at 69.5 s. Brighter by one note: E for E flat.
@@ -287,7 +287,7 @@ const std::vector<Cue> smoke = {
     {"pad", held, {33, 36}, {-7, -2}, {0.3f, 0.55f}},
     {"pad", held, {36, 40}, {-2, -1}, {0.5f, 0.9f}},
     {"horn", "-:12 D4:4 | C4:12 -:4", {34, 36}, -2, 0.5f},
-    {"reed", smokeSong, {36, 40}, {-6, -3}, {0.4f, 0.7f}, 12},
+    {"reed", smokeSong, {36, 40}, {-6, -3}, {0.4f, 0.7f}},
     {"glass", "0...2...3...4... 0...3...2...4...", {32, 36}, -2, {0.3f, 0.6f}},
     {"glass", "4...2...5...3... 4...6...5...3...", {36, 40}, {-3, -1}, {0.5f, 0.9f}},
     {"arp", "0..1..2...3..2.. 4..3..2...1..2..", {34, 36}, {-6, -3}, {0.2f, 0.4f}},
@@ -374,14 +374,14 @@ const std::vector<Cue> greetings = {
     {"bass", drivingBass, {56, 63}, 2.8f, {0.25f, 0.45f}},
     {"sub", "r---------------", {63, 64}, -4},
     {"lead", barsOf(theme1Runs, 0, 2), {56, 58}, -1, {0.55f, 0.6f}},
-    {"reed", barsOf(theme1Runs, 2, 4), {58, 60}, -2, 0.7f, 12},
+    {"reed", barsOf(theme1Runs, 2, 4), {58, 60}, -2, 0.7f},
     {"lead", barsOf(theme1Runs, 4, 8), {60, 64}, -1, {0.65f, 0.75f}},
-    {"reed", barsOf(theme1Runs, 6, 8), {62, 64}, -3, 0.7f},
+    {"reed", barsOf(theme1Runs, 6, 8), {62, 64}, -3, 0.7f, -12},
     {"second", theme1RunsBelow, {58, 62}, -1, 0.5f},
     {"pluck", "x..x..x...x.x... ..x..x..x...x.x.", {56, 63.5f}, -1, {0.4f, 0.6f}},
     {"strings", held, {60, 64}, {-4, 0}, 0.5f},
     {"pad", held, {56, 60}, -2.5f, 0.6f},
-    {"reed", "-:12 F4:2 A4:2", {63, 64}, -2, 0.7f, 12},
+    {"reed", "-:12 F4:2 A4:2", {63, 64}, -2, 0.7f},
     {"hat", "xxx:xxXX", {63.5f, 64}, {-3, 2}},
 };
 
@@ -389,7 +389,7 @@ const std::vector<Cue> greetings = {
 // 71 are its own.
 const std::vector<Cue> room = {
     {"thump", "x...x...", {64, 64.5f}},
-    {"reed", theme2, {64, 70}, -2.5f, {0.7f, 0.85f}, 12},
+    {"reed", theme2, {64, 70}, -2.5f, {0.7f, 0.85f}},
     {"voice", "Eb4+G4+Bb4:3' -:1 Eb4+G4+Bb4:3 -:1 F4+A4+C5:6' -:2", {64.5f, 65.5f}, 1, {0.6f, 0.3f}},
     {"impact", "X.......", {64.5f, 65}, -1},
     {"crash", "X.......", {64.5f, 65}, -1},
@@ -441,7 +441,7 @@ const std::vector<Cue> climax = {
     {"ride", "x.x.x.x.x.x.x.x.", {76, 80}, 0},
     {"bass", rollingBass, {}, 0, {0.6f, 0.75f}},
     {"lead", barsOf(theme1Runs, 0, 4), {72, 76}, 2, {0.7f, 0.85f}, 2},
-    {"reed", climaxAnswer, {76, 80}, 1, {0.8f, 0.95f}, 12},
+    {"reed", climaxAnswer, {76, 80}, 1, {0.8f, 0.95f}},
     {"lead", climaxBelow, {76, 80}, 1, {0.8f, 0.9f}},
     {"bells", barsOf(theme1Runs, 0, 4), {72, 76}, 0.6f, 0.7f, 14},
     {"second", "-:4 F5:4' A5:6' G5:2", {73, 74}, 0, 0.7f},
@@ -473,7 +473,7 @@ const std::vector<Cue> credits = {
     {"pad", held, {}, {-1, 1.5f}, {0.6f, 0.3f}},
     {"choir", held, {84, 88}, -3, {0.4f, 0.1f}},
     {"arp", climbing, {80, 84}, {4, -4}, {0.7f, 0.3f}},
-    {"hook", "-:12 C5:1 E5:1 G5:2 | -:16 | -:12 E5:1 G5:1 C6:2 | -:16", {82, 86}, {-6, -10}, {0.5f, 0.3f}},
+    {"hook", "-:12 B4:1 E5:1 G5:2 | -:16 | -:12 F5:1 A5:1 C6:2 | -:16", {82, 86}, {-6, -10}, {0.5f, 0.3f}},
     {"glass", "0...2...3...4...", {84, 88}, -5, {0.5f, 0.3f}},
 };
 
@@ -533,7 +533,7 @@ const Row rows[] = {
     {"smoke",
      showtime::probes,
      "G minor",
-     "Ebmaj7 F6 Gm9 Bb/D Ebmaj7,Bb/D Cm9,F6 Gm/Bb,Cm9 Dsus4",
+     "Ebmaj7 F6 Gm7 Bb/D Ebmaj7,Bb/D Cm9,F6 Gm/Bb,Cm9 Dsus4",
      {-4, -3},
      {0, -2, 2.5f},
      smoke},

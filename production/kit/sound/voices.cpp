@@ -67,7 +67,8 @@ void playPhrase(const LeadVoice& voice, std::span<const Note> phrase, Stereo& ou
     Decay stroke(0.25f);
     const float glide = 1 - std::exp(-float(tuning) / std::max(1.0f, voice.glide * sampleRate / 3));
     const size_t dip = frameAt(0.03);
-    float pitch = phrase.front().pitch, hertz = hertzOf(pitch), swing = 0;
+    const float above = 12 * voice.above;
+    float pitch = phrase.front().pitch + above, hertz = hertzOf(pitch), swing = 0;
     size_t current = 0, held = dip;
     bool struck = false;
     const size_t from = frameAt(start), end = std::min(out.frames(), from + level.frames());
@@ -82,7 +83,7 @@ void playPhrase(const LeadVoice& voice, std::span<const Note> phrase, Stereo& ou
         const Note& note = phrase[current];
         const float accent = stroke.next();
         if ((i - from) % tuning == 0) {
-            pitch += glide * (note.pitch - pitch);
+            pitch += glide * (note.pitch + above - pitch);
             swing += stepOf(5.6f) * tuning;
             const float depth =
                 voice.vibrato * std::clamp((float(held) / sampleRate - 0.25f) * 3, 0.0f, 1.0f);

@@ -28,6 +28,7 @@ struct LeadVoice {
     float glide;               // seconds
     float vibrato;             // semitones, after a note has been held for a while
     float hollow;              // 0..1: from saws to the pulse an octave below them
+    float above = 0;           // octaves by which the saws stand above the note
     float detune, spread;      // as in Supersaw
     float darkest, brightest;  // Hz
     float resonance;           // as in Ladder
