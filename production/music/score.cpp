@@ -151,7 +151,6 @@ constexpr char turning[] = "0123210342312013 0132431254321031";
 
 // Fills, none like another
 constexpr char tomsDown[] = "D3:2 C3:1 C3:1 Bb2:1 Bb2:1 G2:1 G2:1";
-constexpr char tomsGallop[] = "D3:1 -:1 D3:1 C3:1 -:1 Bb2:1 G2:1 G2:1";
 constexpr char tomsHalfTime[] = "G2:3 -:3 Bb2:2 G2:2 -:2 C3:2 D3:2 | G2:3 -:3 Bb2:2 G2:2 -:2 F#2:2 A2:2";
 
 // A drone, wind, pieces of the theme; the riser ends on the impact.
@@ -495,6 +494,8 @@ const std::vector<Cue> echoes = {
 // So late that it is felt, and no stroke is heard twice.
 constexpr float shuffle = 0.07f;
 
+// The basses walk down under the stripes, the drop and the climax. A dominant waits before a cut only where
+// something is about to burst; the others are reached from a step away.
 struct Row {
     const char* name;
     showtime::Moment cut;  // that the section begins with, on the bar next to it

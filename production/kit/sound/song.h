@@ -25,8 +25,7 @@ struct Ramp {
 //   line      degrees of the chord, 1 3 5 7, each in the octave nearest to the note before it
 //   arpeggio  digits count the chord's tones up from the part's lowest pitch
 //   bass      r the chord's bass note, o its octave, f the chord's fifth above it, t its third, s and a the
-//   scale's
-//             steps below and above it; capitals are stressed
+//             scale's steps below and above it; capitals are stressed
 //   chords    strokes: the whole chord, led from the one before it
 enum class Notation { hits, melody, line, arpeggio, bass, chords };
 

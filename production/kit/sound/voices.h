@@ -14,7 +14,7 @@ namespace audio {
 struct SawVoice {
     Adsr level;
     float sweep;               // seconds in which the filter closes; 0: it stays open
-    float bloom = 0;           // seconds in which it opens before that; 0: it begins open
+    float bloom = 0;           // seconds in which it opens first; 0: it begins open
     float darkest, brightest;  // Hz of the cut-off at brightness 0 and 1
     float resonance;           // as in StateVariable
     float detune, spread;      // as in Supersaw
