@@ -14,6 +14,7 @@ namespace {
 
 constexpr int dumpedWords = 7;  // that a dumped line shows of a vertex
 
+constexpr uint32_t mostMeshes = 10000;  // many times what any file of the show has
 constexpr char foreign[] = "File is not AML file (or is format version 0).";
 constexpr char otherVersion[] = "AML format version != 2";
 
@@ -111,6 +112,10 @@ void fill(MeshSet& set, std::vector<Mesh>& meshes) {
 void readMeshes(MeshSet& set, CheckedStream& stream) {
     readHeader(stream);
     const uint32_t meshCount = uint32_t(stream.readInt());
+    // Whoever is to go on is kept from harm: an empty mesh takes a hundred times the memory that it has in
+    // the file.
+    if (!stream.name && meshCount > mostMeshes)
+        return stream.fail("claims %u meshes, more than the show could draw", meshCount);
     std::vector<Mesh> meshes;
     for (uint32_t i = 0; i < meshCount && stream.good(); i++) {
         Mesh& mesh = meshes.emplace_back();

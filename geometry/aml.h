@@ -14,6 +14,7 @@
 void loadAml(MeshSet& set, ResDesc& stream, const char* name);
 
 // The meshes in the bytes of a whole file, or nothing and the reason in `problem`; prints and ends nothing.
+// No more than 10000 of them.
 std::optional<MeshSet> readAml(std::string_view bytes, std::string* problem);
 
 // For inspection: reads the older layout, without magic and version and with attribute sizes alone, prints

@@ -112,7 +112,10 @@ TEST_F(AmlDeath, TruncationInEveryBlockEnds) {
 TEST_F(AmlDeath, CountsThatTheFileCannotHoldEnd) {
     std::string manyMeshes = amlFile({quadMesh()});
     manyMeshes.replace(4, 4, "\xff\xff\xff\xff");
-    expectNamed(manyMeshes, "the file ends too early");
+    EXPECT_EXIT(load(manyMeshes), testing::ExitedWithCode(1), "the file ends too early");
+    std::string problem;
+    EXPECT_FALSE(readAml(manyMeshes, &problem));
+    EXPECT_EQ(problem, "claims 4294967295 meshes, more than the show could draw");
     for (int count = 0; count < 3; count++) {
         std::string bytes = amlFile({quadMesh()});
         bytes.replace(8 + 2 * count, 2, "\xff\xff");
