@@ -8,8 +8,6 @@
 
 namespace {
 
-using namespace std::chrono_literals;
-
 // Of those who work at a time: no less than two, since music takes a second.
 std::counting_semaphore<> places(std::max(2u, std::thread::hardware_concurrency()));
 
@@ -40,10 +38,10 @@ void Readers::request(const FileName& name) {
     start(name.path, [name] { return readShowFile(name); });
 }
 
-std::optional<ShowFile> Readers::take() {
+std::optional<ShowFile> Readers::take(std::chrono::steady_clock::time_point until) {
     for (auto next = readings.begin(); next != readings.end();) {
         const auto reading = next++;
-        if (reading->file.wait_for(0s) == std::future_status::timeout) continue;
+        if (reading->file.wait_until(until) == std::future_status::timeout) continue;
         if (!reading->outdated) return finish(reading);
         readings.erase(reading);
     }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <atomic>
+#include <chrono>
 #include <future>
 #include <list>
 #include <optional>
@@ -21,8 +22,9 @@ struct Readers {
 
     // Reads it from now on; what earlier requests for it find is not handed out any more.
     void request(const FileName& name);
-    // A file that has been read; at once. Music that can be played comes again when it has been measured.
-    std::optional<ShowFile> take();
+    // A file that has been read, waiting for one until then. Music that can be played comes again when it has
+    // been measured.
+    std::optional<ShowFile> take(std::chrono::steady_clock::time_point until = {});
     // That file, once it has been read; here and now if it isn't being read.
     ShowFile await(const FileName& name);
     // Everything that was requested has been taken.

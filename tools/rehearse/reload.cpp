@@ -19,6 +19,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
+// A shader is read within that, so that it is seen in the very frame that notices the save.
+constexpr auto quickRead = std::chrono::milliseconds(4);
 constexpr double returnsWithin = 0.5;  // seconds; editors put the old file away before the new one comes
 
 double secondsNow() {
@@ -53,7 +55,9 @@ Reload::Reload(Transport* transport, Loading& loading, const std::string& source
 void Reload::saved(const std::string& path) {
     missing.erase(path);
     const auto file = known.find(path);
-    if (file != known.end()) loading.readers.request({file->second, path});
+    if (file == known.end()) return;
+    loading.readers.request({file->second, path});
+    waitUntil = std::chrono::steady_clock::now() + quickRead;
 }
 
 void Reload::gone(const std::string& path) {
@@ -68,7 +72,7 @@ void Reload::everything() {
 bool Reload::apply() {
     lookForMissing();
     bool changed = false;
-    while (auto file = loading.readers.take()) {
+    while (auto file = loading.readers.take(waitUntil)) {
         if (load(*file)) changed = true;
     }
     return changed;

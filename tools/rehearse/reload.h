@@ -2,6 +2,7 @@
 // set's key, the music. A file that is broken changes nothing and is told until it is mended.
 #pragma once
 
+#include <chrono>
 #include <map>
 #include <memory>
 #include <string>
@@ -38,9 +39,10 @@ struct Reload {
 
     void tell(const std::string& file, const std::string& problem);
 
-    std::map<std::string, FileKind> known;       // all that is watched for, by path
-    std::map<std::string, double> missing;       // by file: since when, seconds
-    std::unique_ptr<sound::Decoder> savedMusic;  // that is being measured
+    std::map<std::string, FileKind> known;            // all that is watched for, by path
+    std::map<std::string, double> missing;            // by file: since when, seconds
+    std::chrono::steady_clock::time_point waitUntil;  // for what was saved last
+    std::unique_ptr<sound::Decoder> savedMusic;       // that is being measured
 
     bool load(ShowFile& file);
     void loadModel(ShowFile& file);
