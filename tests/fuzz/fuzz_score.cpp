@@ -116,7 +116,7 @@ void tryInput(std::string_view input) {
         tryMarks(pattern);
     Song song{};
     song.beatsPerMinute = 126;
-    song.parts = {{"one", role, notation, {low, high}, {}, {}, voices, {}, true},
+    song.parts = {{"one", role, notation, {low, high}, {}, {}, voices},
                   {"two", Role::chords, Notation::bass, {low, high}, {}, {}, 0, leaders}};
     song.sections = {{"section",
                       from,
