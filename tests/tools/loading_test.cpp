@@ -99,7 +99,10 @@ TEST_F(BrokenShow, IsNotDrawnButSaidInOneLineWithTheName) {
     for (const auto& [file, content, told] : cases) {
         const std::string good = contentOf(file);
         content.empty() ? void(place(file)) : put(file, content);
-        for (const char* words : {LOOK_PROGRAM " 5 out.png", CAPTURE_PROGRAM " --to 1 --out out.mp4"}) {
+        constexpr const char *look = LOOK_PROGRAM " 5 out.png",
+                             *film = CAPTURE_PROGRAM " --to 1 --out out.mp4";
+        for (const char* words : {look, film}) {
+            if (file == music && words == look) continue;  // a picture has no sound
             program = words;
             const Outcome outcome = run("");
             EXPECT_EQ(outcome.status, 1) << words;
