@@ -1,0 +1,582 @@
+#include "tests/record/recorder.h"
+
+#include <GL/glew.h>
+#include <SDL/SDL.h>
+
+#include <cmath>
+#include <cstdio>
+#include <map>
+#include <utility>
+
+#include "geometry/mesh.h"
+#include "render/demo.h"
+#include "script/resources.h"
+
+namespace {
+
+std::vector<std::string> lines;
+std::map<std::string, std::string> told;  // of the state: what was last written down
+
+// --- Numbers and names
+
+std::string number(double value) {
+    constexpr double nothing = 5e-5;
+    char text[32];
+    snprintf(text, sizeof text, "%.4g", std::fabs(value) < nothing ? 0 : value);
+    return text;
+}
+
+std::string numbers(const float* values, int count) {
+    std::string text;
+    for (int i = 0; i < count; i++) text.append(i ? " " : "").append(number(values[i]));
+    return text;
+}
+
+template <int count>
+std::string floatsOf(GLenum name) {
+    float values[count];
+    glGetFloatv(name, values);
+    return numbers(values, count);
+}
+
+int integerOf(GLenum name) {
+    GLint value = 0;
+    glGetIntegerv(name, &value);
+    return value;
+}
+
+std::string nameOf(GLint value) {
+    static const std::map<GLint, const char*> names = {
+        {GL_LESS, "less"},
+        {GL_LEQUAL, "less or equal"},
+        {GL_GREATER, "greater"},
+        {GL_ALWAYS, "always"},
+        {GL_SRC_ALPHA, "source alpha"},
+        {GL_ONE_MINUS_SRC_ALPHA, "1 - source alpha"},
+        {GL_ONE_MINUS_SRC_COLOR, "1 - source colour"},
+        {GL_CONSTANT_ALPHA, "constant alpha"},
+        {GL_MODULATE, "modulate"},
+        {GL_ADD, "add"},
+        {GL_DECAL, "decal"},
+        {GL_REPLACE, "replace"},
+        {GL_SPHERE_MAP, "sphere map"},
+        {GL_OBJECT_LINEAR, "object planes"},
+        {GL_EYE_LINEAR, "eye planes"},
+        {GL_REPEAT, "repeat"},
+        {GL_CLAMP, "clamp"},
+        {GL_CLAMP_TO_EDGE, "clamp to edge"},
+        {GL_FLAT, "flat"},
+        {GL_SMOOTH, "smooth"},
+        {GL_NICEST, "nicest"},
+        {GL_FASTEST, "fastest"},
+        {GL_DONT_CARE, "don't care"},
+        {GL_FRONT, "front"},
+        {GL_BACK, "back"},
+    };
+    const auto known = names.find(value);
+    return known == names.end() ? std::to_string(value) : known->second;
+}
+
+// As blend factors, where 0 and 1 mean themselves.
+std::string factorOf(GLenum name) {
+    return nameOf(integerOf(name));
+}
+
+std::string quoted(const std::string& key) {
+    return std::string("\"").append(key).append("\"");
+}
+
+std::string textureKey(GLint texture) {
+    for (const auto& [key, index] : demo->textureNames)
+        if (texture != 0 && demo->textures[index].texture == GLuint(texture)) return quoted(key);
+    return texture ? "unknown" : "none";
+}
+
+std::string programKey(GLhandleARB program) {
+    for (const auto& [key, known] : demo->shaders)
+        if (program != 0 && known == program) return quoted(key);
+    return program ? "unknown" : "fixed function";
+}
+
+std::string meshKey(GLint vertexBuffer) {
+    for (const auto& [key, set] : demo->meshes)
+        for (const Mesh& mesh : *set)
+            if (mesh.vertexBuffer == GLuint(vertexBuffer)) return quoted(key);
+    return "unknown";
+}
+
+// --- Uniforms, as they were set
+
+std::map<GLhandleARB, std::map<std::string, std::string>> uniforms;
+std::map<GLhandleARB, std::map<GLint, std::string>> uniformNames;
+
+PFNGLGETUNIFORMLOCATIONARBPROC realLocation;
+// One that a program lacks has no location, and is written down all the same: which ones a compiler keeps
+// differs from driver to driver.
+std::pair<GLhandleARB, std::string> askedFor;
+
+GLint location(GLhandleARB program, const GLcharARB* name) {
+    askedFor = {program, name};
+    return realLocation(program, name);
+}
+
+void setUniform(const std::string& values) {
+    uniforms[askedFor.first][askedFor.second] = values;
+    if (askedFor.first != glGetHandleARB(GL_PROGRAM_OBJECT_ARB))
+        record::say("uniform of a program that is not in use: " + askedFor.second);
+}
+
+template <auto* real, typename... Floats>
+void setFloats(GLint at, Floats... values) {
+    const float all[] = {values...};
+    setUniform(numbers(all, sizeof...(values)));
+    (*real)(at, values...);
+}
+
+// --- The state
+
+// What changed since it was last written down.
+void tell(const std::string& what, const std::string& how) {
+    std::string& known = told[what];
+    if (known == how) return;
+    known = how;
+    lines.push_back("    " + what + ": " + how);
+}
+
+std::string whether(GLenum capability, const std::string& how = "on") {
+    return glIsEnabled(capability) ? how : "off";
+}
+
+std::string matrixOf(GLenum name) {
+    float m[16];
+    glGetFloatv(name, m);
+    std::string text;
+    for (int row = 0; row < 4; row++) {
+        const float values[] = {m[row], m[row + 4], m[row + 8], m[row + 12]};
+        text.append(row ? " | " : "").append(numbers(values, 4));
+    }
+    return text == "1 0 0 0 | 0 1 0 0 | 0 0 1 0 | 0 0 0 1" ? "identity" : text;
+}
+
+std::string generationOf(GLenum capability, GLenum coordinate, const std::string& word) {
+    if (!glIsEnabled(capability)) return "";
+    GLint mode = 0;
+    glGetTexGeniv(coordinate, GL_TEXTURE_GEN_MODE, &mode);
+    std::string text = word + nameOf(mode);
+    if (mode != GL_SPHERE_MAP) {
+        float plane[4];
+        glGetTexGenfv(coordinate, mode == GL_EYE_LINEAR ? GL_EYE_PLANE : GL_OBJECT_PLANE, plane);
+        text += " " + numbers(plane, 4);
+    }
+    return text;
+}
+
+void tellTexture(int unit) {
+    const GLint before = integerOf(GL_ACTIVE_TEXTURE);
+    glActiveTexture(GL_TEXTURE0 + unit);
+    const std::string name = "unit " + std::to_string(unit);
+    // Programs look at what is bound, whether it is enabled or not.
+    std::string how = textureKey(integerOf(GL_TEXTURE_BINDING_2D));
+    if (glIsEnabled(GL_TEXTURE_2D)) {
+        GLint mode = 0;
+        glGetTexEnviv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, &mode);
+        how += ", " + nameOf(mode) + generationOf(GL_TEXTURE_GEN_S, GL_S, ", s ") +
+               generationOf(GL_TEXTURE_GEN_T, GL_T, ", t ");
+        const std::string matrix = matrixOf(GL_TEXTURE_MATRIX);
+        if (matrix != "identity") how += ", matrix " + matrix;
+    } else {
+        how += ", off";
+    }
+    tell(name, how);
+    glActiveTexture(GLenum(before));
+}
+
+std::string lightOf(GLenum light) {
+    if (!glIsEnabled(light)) return "off";
+    const struct {
+        const char* word;
+        GLenum name;
+        int count;
+    } values[] = {{"at", GL_POSITION, 4},           {", ambient", GL_AMBIENT, 4},
+                  {", diffuse", GL_DIFFUSE, 4},     {", specular", GL_SPECULAR, 4},
+                  {", spot", GL_SPOT_DIRECTION, 3}, {"", GL_SPOT_EXPONENT, 1},
+                  {"", GL_SPOT_CUTOFF, 1}};
+    std::string text;
+    for (const auto& value : values) {
+        float read[4];
+        glGetLightfv(light, value.name, read);
+        text += std::string(value.word) + " " + numbers(read, value.count);
+    }
+    return text;
+}
+
+std::string materialOf(GLenum face) {
+    const struct {
+        const char* word;
+        GLenum name;
+        int count;
+    } values[] = {{"ambient", GL_AMBIENT, 4},
+                  {", diffuse", GL_DIFFUSE, 4},
+                  {", specular", GL_SPECULAR, 4},
+                  {", emission", GL_EMISSION, 4},
+                  {", shininess", GL_SHININESS, 1}};
+    std::string text;
+    for (const auto& value : values) {
+        float read[4];
+        glGetMaterialfv(face, value.name, read);
+        text += std::string(value.word) + " " + numbers(read, value.count);
+    }
+    return text;
+}
+
+void tellLighting() {
+    tell("lighting", whether(GL_LIGHTING));
+    if (!glIsEnabled(GL_LIGHTING)) return;
+    for (int i = 0; i < 8; i++) tell("light " + std::to_string(i), lightOf(GL_LIGHT0 + i));
+    tell("front", materialOf(GL_FRONT));
+    tell("back", materialOf(GL_BACK));
+    tell("light of the room",
+         floatsOf<4>(GL_LIGHT_MODEL_AMBIENT) + (integerOf(GL_LIGHT_MODEL_TWO_SIDE) ? ", two-sided" : ""));
+}
+
+void tellProgram() {
+    const GLhandleARB program = glGetHandleARB(GL_PROGRAM_OBJECT_ARB);
+    tell("program", programKey(program));
+    if (!program) return;
+    std::string values;
+    for (const auto& [name, value] : uniforms[program])
+        values.append(values.empty() ? "" : ", ").append(name).append(" ").append(value);
+    tell("uniforms of " + programKey(program), values);
+}
+
+void tellState() {
+    tellProgram();
+    tellTexture(0);
+    tellTexture(1);
+    tell("blending", whether(GL_BLEND, factorOf(GL_BLEND_SRC) + ", " + factorOf(GL_BLEND_DST) +
+                                           ", constant " + floatsOf<4>(GL_BLEND_COLOR)));
+    tell("depth test", whether(GL_DEPTH_TEST, nameOf(integerOf(GL_DEPTH_FUNC))));
+    tell("depth is written", integerOf(GL_DEPTH_WRITEMASK) ? "yes" : "no");
+    tell("alpha test", whether(GL_ALPHA_TEST,
+                               nameOf(integerOf(GL_ALPHA_TEST_FUNC)) + " " + floatsOf<1>(GL_ALPHA_TEST_REF)));
+    tell("culling", whether(GL_CULL_FACE, nameOf(integerOf(GL_CULL_FACE_MODE))));
+    GLint mask[4];
+    glGetIntegerv(GL_COLOR_WRITEMASK, mask);
+    tell("colours written", std::to_string(mask[0]) + std::to_string(mask[1]) + std::to_string(mask[2]) +
+                                std::to_string(mask[3]));
+    tell("normals scaled", whether(GL_NORMALIZE));
+    tell("shading", nameOf(integerOf(GL_SHADE_MODEL)));
+    tell("perspective hint", nameOf(integerOf(GL_PERSPECTIVE_CORRECTION_HINT)));
+    tell("line width", floatsOf<1>(GL_LINE_WIDTH) + (glIsEnabled(GL_LINE_SMOOTH) ? ", smooth" : ""));
+    tell("point size", floatsOf<1>(GL_POINT_SIZE));
+    tell("polygon offset", whether(GL_POLYGON_OFFSET_FILL, floatsOf<1>(GL_POLYGON_OFFSET_FACTOR) + " " +
+                                                               floatsOf<1>(GL_POLYGON_OFFSET_UNITS)));
+    tellLighting();
+    tell("viewport", floatsOf<4>(GL_VIEWPORT));
+    tell("projection", matrixOf(GL_PROJECTION_MATRIX));
+    tell("view", matrixOf(GL_MODELVIEW_MATRIX));
+}
+
+// Meshes of one set are one line, and so are beams that differ in nothing but where they end.
+void draw(const std::string& line) {
+    if (lines.empty() || lines.back() != line) lines.push_back(line);
+}
+
+// --- Polygons and lines, corner by corner
+
+struct Corner {
+    float place[3];
+    float texCoord[2];
+    float colour[4];
+};
+
+GLenum mode;
+std::vector<Corner> corners;
+Corner pen = {{}, {}, {1, 1, 1, 1}};
+
+void corner(float x, float y, float z) {
+    pen.place[0] = x;
+    pen.place[1] = y;
+    pen.place[2] = z;
+    corners.push_back(pen);
+}
+
+std::string textOf(const Corner& corner, const Corner* before) {
+    std::string text = "(" + numbers(corner.place, 3) + ") at " + numbers(corner.texCoord, 2);
+    const std::string colour = numbers(corner.colour, 4);
+    if (!before || numbers(before->colour, 4) != colour) text += " in " + colour;
+    return text;
+}
+
+std::string spanOf(const float* from, const float* to, int count) {
+    return numbers(from, count) + " to " + numbers(to, count);
+}
+
+// A quad of one colour whose sides run along the axes, as nearly all do: two of its corners say it all.
+bool isRectangle(const Corner* c) {
+    const auto same = [](const float* a, const float* b) { return numbers(a, 1) == numbers(b, 1); };
+    const auto along = [&](int x, int y, int z) {
+        return same(&c[x].place[0], &c[y].place[0]) && same(&c[x].texCoord[0], &c[y].texCoord[0]) &&
+               same(&c[x].place[1], &c[z].place[1]) && same(&c[x].texCoord[1], &c[z].texCoord[1]);
+    };
+    for (int i = 1; i < 4; i++)
+        if (numbers(c[i].colour, 4) != numbers(c[0].colour, 4) || c[i].place[2] != c[0].place[2])
+            return false;
+    return along(0, 3, 1) && along(2, 1, 3);
+}
+
+std::string placeOf(const Corner* c) {
+    return spanOf(c[0].place, c[2].place, c[0].place[2] == 0 ? 2 : 3);
+}
+
+std::string viewOf(const Corner* c) {
+    return spanOf(c[0].texCoord, c[2].texCoord, 2);
+}
+
+// The first few quads, which lie at one place and show their texture in several.
+std::string rectangles(size_t count) {
+    std::string text = "quad " + placeOf(corners.data()) + " showing ";
+    for (size_t i = 0; i < count; i++) text.append(i ? ", " : "").append(viewOf(&corners[4 * i]));
+    return text + " in " + numbers(corners[0].colour, 4);
+}
+
+// Of what is no rectangle the first corners and the last.
+std::string polygon() {
+    static const std::map<GLenum, const char*> names = {{GL_POINTS, "points"},
+                                                        {GL_LINES, "lines"},
+                                                        {GL_TRIANGLES, "triangles"},
+                                                        {GL_TRIANGLE_STRIP, "triangle strip"},
+                                                        {GL_QUADS, "quads"}};
+    if (mode == GL_QUADS && corners.size() == 4 && isRectangle(corners.data())) return rectangles(1);
+    constexpr size_t most = 4;
+    const auto known = names.find(mode);
+    std::string text = known == names.end() ? "mode " + std::to_string(mode) : known->second;
+    text.append(", ").append(std::to_string(corners.size()));
+    for (size_t i = 0; i < corners.size() && i < most; i++)
+        text.append(i ? ", " : ": ").append(textOf(corners[i], i ? &corners[i - 1] : nullptr));
+    if (corners.size() > most) text += " ... " + textOf(corners.back(), nullptr);
+    return text;
+}
+
+void drawPolygon() {
+    const size_t quads = corners.size() / 4;
+    bool alike = mode == GL_QUADS && corners.size() % 4 == 0 && quads > 1;
+    for (size_t i = 0; alike && i < quads; i++) {
+        const Corner* corner = &corners[4 * i];
+        alike = isRectangle(corner) && placeOf(corner) == placeOf(corners.data()) &&
+                numbers(corner->colour, 4) == numbers(corners[0].colour, 4);
+    }
+    draw(alike ? rectangles(quads) : polygon());
+}
+
+std::string buffersIn(GLbitfield mask) {
+    std::string text;
+    if (mask & GL_COLOR_BUFFER_BIT) text += " colour " + floatsOf<4>(GL_COLOR_CLEAR_VALUE);
+    if (mask & GL_DEPTH_BUFFER_BIT) text += " depth " + floatsOf<1>(GL_DEPTH_CLEAR_VALUE);
+    return text;
+}
+
+void copied(GLint x, GLint y, GLsizei width, GLsizei height) {
+    lines.push_back("copy " + std::to_string(x) + " " + std::to_string(y) + ", " + std::to_string(width) +
+                    " x " + std::to_string(height) + " to " + textureKey(integerOf(GL_TEXTURE_BINDING_2D)));
+}
+
+// Where a beam goes is the models' to say: of its lines and spots only the source counts, and how it is drawn
+// only of the first one in a row.
+enum { other, beamLine, beamSpots } kind = other, kindBefore = other;
+int beamsInRow = 0;
+
+void beginCorners(GLenum value) {
+    mode = value;
+    const std::string texture = textureKey(integerOf(GL_TEXTURE_BINDING_2D));
+    kindBefore = kind;
+    kind = mode == GL_LINE_STRIP ? beamLine : mode == GL_QUADS && texture == "\"spot\"" ? beamSpots : other;
+    if (kind == other) beamsInRow = 0;
+    if (kind == beamLine && kindBefore != beamLine) beamsInRow++;
+    if (beamsInRow <= 1) tellState();
+    float colour[4], at[4];
+    glGetFloatv(GL_CURRENT_COLOR, colour);
+    glGetFloatv(GL_CURRENT_TEXTURE_COORDS, at);
+    pen = {{}, {at[0], at[1]}, {colour[0], colour[1], colour[2], colour[3]}};
+    corners.clear();
+}
+
+// Place and direction, which are the scene's and not the models'.
+std::string sourceOf(const std::vector<Corner>& path) {
+    if (path.empty()) return "nowhere";
+    std::string text = numbers(path[0].place, 3);
+    if (kind != beamLine || path.size() < 2) return text;
+    float way[3], length = 0;
+    for (int i = 0; i < 3; i++) {
+        way[i] = path[1].place[i] - path[0].place[i];
+        length += way[i] * way[i];
+    }
+    for (float& w : way) w = std::round(w / std::sqrt(length) * 1000) / 1000;
+    return text + " along " + numbers(way, 3);
+}
+
+void endCorners() {
+    if (kind == other) return drawPolygon();
+    const std::string source = sourceOf(corners);
+    if (beamsInRow > 1) return draw("beam from " + source);
+    draw((kind == beamLine ? "beam from " : "its spots, from ") + source + " in " +
+         numbers(corners.empty() ? pen.colour : corners[0].colour, 4));
+}
+
+PFNGLDRAWRANGEELEMENTSPROC realElements;
+
+void drawElements(GLenum mode, GLuint start, GLuint end, GLsizei count, GLenum type, const void* indices) {
+    kind = other;
+    beamsInRow = 0;
+    tellState();
+    tell("colour", floatsOf<4>(GL_CURRENT_COLOR));
+    draw("mesh " + meshKey(integerOf(GL_ARRAY_BUFFER_BINDING)));
+    realElements(mode, start, end, count, type, indices);
+}
+
+std::map<std::string, int> calls;  // of the frame
+
+void sayCalls() {
+    std::string text;
+    for (const auto& [name, count] : std::exchange(calls, {}))
+        text.append(text.empty() ? "" : ", ").append(name).append(" ").append(std::to_string(count));
+    lines.push_back("calls: " + text);
+}
+
+template <typename Function>
+Function exchange(Function& pointer, Function other) {
+    return std::exchange(pointer, other);
+}
+
+PFNGLUNIFORM1FARBPROC real1f;
+PFNGLUNIFORM2FARBPROC real2f;
+PFNGLUNIFORM3FARBPROC real3f;
+PFNGLUNIFORM4FARBPROC real4f;
+
+void stepBetween() {
+    realElements = exchange(glDrawRangeElementsEXT, PFNGLDRAWRANGEELEMENTSPROC(drawElements));
+    realLocation = exchange(glGetUniformLocationARB, PFNGLGETUNIFORMLOCATIONARBPROC(location));
+    real1f = exchange(glUniform1fARB, PFNGLUNIFORM1FARBPROC(setFloats<&real1f, float>));
+    real2f = exchange(glUniform2fARB, PFNGLUNIFORM2FARBPROC(setFloats<&real2f, float, float>));
+    real3f = exchange(glUniform3fARB, PFNGLUNIFORM3FARBPROC(setFloats<&real3f, float, float, float>));
+    real4f = exchange(glUniform4fARB, PFNGLUNIFORM4FARBPROC(setFloats<&real4f, float, float, float, float>));
+}
+
+}  // namespace
+
+// --- The calls that are wrapped
+
+// NAME goes on to the library's own, after BEFORE.
+#define WRAPPED(name, parameters, arguments, ...) \
+    extern "C" void __real_##name parameters;     \
+    extern "C" void __wrap_##name parameters {    \
+        __VA_ARGS__;                              \
+        __real_##name arguments;                  \
+    }
+
+WRAPPED(glBegin, (GLenum value), (value), beginCorners(value))
+WRAPPED(glVertex2f, (GLfloat x, GLfloat y), (x, y), corner(x, y, 0))
+WRAPPED(glVertex3f, (GLfloat x, GLfloat y, GLfloat z), (x, y, z), corner(x, y, z))
+WRAPPED(glVertex3fv, (const GLfloat* v), (v), corner(v[0], v[1], v[2]))
+WRAPPED(glTexCoord2f, (GLfloat s, GLfloat t), (s, t), pen.texCoord[0] = s; pen.texCoord[1] = t)
+WRAPPED(glTexCoord2fv, (const GLfloat* v), (v), pen.texCoord[0] = v[0]; pen.texCoord[1] = v[1])
+WRAPPED(glColor3f, (GLfloat r, GLfloat g, GLfloat b), (r, g, b), pen.colour[0] = r; pen.colour[1] = g;
+        pen.colour[2] = b; pen.colour[3] = 1)
+WRAPPED(glColor4f, (GLfloat r, GLfloat g, GLfloat b, GLfloat a), (r, g, b, a), pen.colour[0] = r;
+        pen.colour[1] = g; pen.colour[2] = b; pen.colour[3] = a)
+WRAPPED(glEnd, (), (), endCorners())
+WRAPPED(glClear, (GLbitfield mask), (mask), lines.push_back("clear" + buffersIn(mask)))
+WRAPPED(glBitmap,
+        (GLsizei width, GLsizei height, GLfloat x, GLfloat y, GLfloat dx, GLfloat dy, const GLubyte* bits),
+        (width, height, x, y, dx, dy, bits), draw("glyphs"))
+WRAPPED(glCopyTexSubImage2D,
+        (GLenum target, GLint level, GLint dx, GLint dy, GLint x, GLint y, GLsizei w, GLsizei h),
+        (target, level, dx, dy, x, y, w, h), copied(x, y, w, h))
+WRAPPED(glCopyTexImage2D,
+        (GLenum target, GLint level, GLenum format, GLint x, GLint y, GLsizei w, GLsizei h, GLint border),
+        (target, level, format, x, y, w, h, border), copied(x, y, w, h))
+WRAPPED(glFlush, (), (), lines.push_back("flush"))
+WRAPPED(SDL_GL_SwapBuffers, (), (), sayCalls(); lines.push_back("swap"))
+
+// Calls that only change the state are counted: one that is undone by the next is seen nowhere else.
+#define COUNTED(name, parameters, arguments) WRAPPED(name, parameters, arguments, calls[#name]++)
+COUNTED(glEnable, (GLenum a), (a))
+COUNTED(glDisable, (GLenum a), (a))
+COUNTED(glPushMatrix, (), ())
+COUNTED(glPopMatrix, (), ())
+COUNTED(glLoadIdentity, (), ())
+COUNTED(glMatrixMode, (GLenum a), (a))
+COUNTED(glTranslatef, (GLfloat x, GLfloat y, GLfloat z), (x, y, z))
+COUNTED(glScalef, (GLfloat x, GLfloat y, GLfloat z), (x, y, z))
+COUNTED(glRotatef, (GLfloat angle, GLfloat x, GLfloat y, GLfloat z), (angle, x, y, z))
+COUNTED(glBlendFunc, (GLenum a, GLenum b), (a, b))
+COUNTED(glBindTexture, (GLenum a, GLuint b), (a, b))
+COUNTED(glTexEnvi, (GLenum a, GLenum b, GLint c), (a, b, c))
+COUNTED(glTexGeni, (GLenum a, GLenum b, GLint c), (a, b, c))
+COUNTED(glTexGenfv, (GLenum a, GLenum b, const GLfloat* c), (a, b, c))
+COUNTED(glLightf, (GLenum a, GLenum b, GLfloat c), (a, b, c))
+COUNTED(glLightfv, (GLenum a, GLenum b, const GLfloat* c), (a, b, c))
+COUNTED(glLightModelfv, (GLenum a, const GLfloat* b), (a, b))
+COUNTED(glMaterialf, (GLenum a, GLenum b, GLfloat c), (a, b, c))
+COUNTED(glMaterialfv, (GLenum a, GLenum b, const GLfloat* c), (a, b, c))
+COUNTED(glShadeModel, (GLenum a), (a))
+COUNTED(glLineWidth, (GLfloat a), (a))
+COUNTED(glHint, (GLenum a, GLenum b), (a, b))
+COUNTED(glDepthFunc, (GLenum a), (a))
+COUNTED(glDepthMask, (GLboolean a), (a))
+COUNTED(glColorMask, (GLboolean a, GLboolean b, GLboolean c, GLboolean d), (a, b, c, d))
+COUNTED(glViewport, (GLint a, GLint b, GLsizei c, GLsizei d), (a, b, c, d))
+
+extern "C" FILE* __real_fopen(const char* path, const char* how);
+extern "C" FILE* __wrap_fopen(const char* path, const char* how) {
+    record::say("read " + std::string(path));
+    return __real_fopen(path, how);
+}
+
+extern "C" GLenum __real_glewInit();
+extern "C" GLenum __wrap_glewInit() {
+    const GLenum error = __real_glewInit();
+    stepBetween();
+    return error;
+}
+
+namespace record {
+
+std::vector<std::string> takeLines() {
+    return std::exchange(lines, {});
+}
+
+void say(const std::string& line) {
+    lines.push_back(line);
+}
+
+void sayTables() {
+    const GLint bound = integerOf(GL_TEXTURE_BINDING_2D);
+    for (const auto& [key, index] : demo->textureNames) {
+        const Texture& texture = demo->textures[index];
+        GLint wrapS = 0, wrapT = 0, smaller = 0, larger = 0;
+        glBindTexture(GL_TEXTURE_2D, texture.texture);
+        glGetTexParameteriv(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, &wrapS);
+        glGetTexParameteriv(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, &wrapT);
+        glGetTexParameteriv(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, &smaller);
+        glGetTexParameteriv(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, &larger);
+        char line[256];
+        snprintf(line, sizeof line, "texture %d \"%s\", taken for %d x %d, %s, %s, filters %x %x", index,
+                 key.c_str(), texture.width, texture.height, nameOf(wrapS).c_str(), nameOf(wrapT).c_str(),
+                 unsigned(smaller), unsigned(larger));
+        say(line);
+    }
+    glBindTexture(GL_TEXTURE_2D, GLuint(bound));
+    calls.clear();
+    for (const auto& [key, set] : demo->meshes) {
+        std::string line = "mesh " + key + ", attributes";
+        for (int type = 0; type < maxAttribs; type++)
+            if (set->count > 0 && set->meshes[0].hasAttrib(type))
+                line.append(" ").append(std::to_string(type));
+        say(line);
+    }
+    for (const auto& [key, program] : demo->shaders) say("program " + programKey(program));
+    for (const auto& [key, effect] : demo->effects) say("effect " + key);
+}
+
+}  // namespace record
