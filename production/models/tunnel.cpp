@@ -42,7 +42,9 @@ struct Plank {
 };
 constexpr Plank planks[] = {{3, 0, 7}, {7, 0, 7}, {11, 0, 7}, {1, 0, 3}, {5, 4, 7}, {9, 2, 5}};
 constexpr double plankRadius = 299.93, railRadius = 299.95;
-constexpr double railHalf = 0.024;  // columns
+// A slat, not a wall: the glow on a beat makes a bright field of each that catches a light.
+constexpr double plankMargin = 0.32;  // columns, on either side
+constexpr double railHalf = 0.024;    // columns
 
 // The lit riser behind so many teeth.
 Patch hoop(int tooth) {
@@ -122,7 +124,8 @@ void makeTunnel(const char* path) {
         const Station from = {wide, low, false}, to = {narrow, high - 2, false}, next = {wide, high, false};
         for (int column = 0; column < columns; column++) {
             bore.add(column, from, to, true, walls::panel);
-            frame.add(column, to, next, false, hoop(tooth + 1));
+            // Every second one is hidden, so that the far end of the tunnel is no pale haze.
+            frame.add(column, to, next, tooth % 2 == 0, hoop(tooth + 1));
         }
     }
     for (const Plank& plank : planks) {
@@ -130,8 +133,8 @@ void makeTunnel(const char* path) {
         for (int i = 0; i < pieces; i++) {
             const double from = mix(plank.first, plank.last, double(i) / pieces),
                          to = mix(plank.first, plank.last, double(i + 1) / pieces);
-            bore.addBacked(plank.column, plank.column + 1, {plankRadius, end + length * from},
-                           {plankRadius, end + length * to},
+            bore.addBacked(plank.column + plankMargin, plank.column + 1 - plankMargin,
+                           {plankRadius, end + length * from}, {plankRadius, end + length * to},
                            {{walls::panel.low.s, mix(walls::panel.low.t, walls::panel.high.t, from / teeth)},
                             {walls::panel.high.s, mix(walls::panel.low.t, walls::panel.high.t, to / teeth)}});
         }
@@ -155,6 +158,6 @@ void makeTunnel(const char* path) {
         const bool ring = std::hypot(p.x, p.y) < ringRadius + 10;
         return leaning(p, normal.z < -0.3 ? (ring ? -100 : -112) : ring ? 62 : 52);
     });
-    const Shape dim = shaded(welded(frame.shape), [&](Vec p, Vec) { return leaning(p, 70); });
+    const Shape dim = shaded(welded(frame.shape), [&](Vec p, Vec) { return leaning(p, -86); });
     writeAml(path, {joined({lit, dim})});
 }

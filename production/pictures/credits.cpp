@@ -100,13 +100,12 @@ constexpr Sign meshSigns[] = {
     [](Point p) {
         return 0.5f * lined(length({p.x, p.y * 2.4f}) - 24, 8);
     },
-    // The sun that is cut to stripes.
+    // The band of the stripes.
     [](Point p) {
-        const float r = length(p), turn = std::remainder(std::atan2(p.y, p.x), pi / 4);
-        const float ray = std::fmax(r * std::fabs(std::sin(turn)) - 0.55f * (28 - r), 19 - r);
-        const float smile = std::fmax(length(p - Point{0, 1}) - 9.5f, 4 - p.y);
-        return either(ray,
-                      without(r - 16.5f, either(circle({std::fabs(p.x), p.y}, {6.5f, -4}, 3.6f), smile)));
+        const float r = length(p), turn = std::atan2(p.y, p.x);
+        const float inside = std::fabs(r - 18) - 9 * std::fabs(std::cos(1.5f * turn));
+        const float string = r * std::fabs(std::sin(std::remainder(turn, pi / 12))) - 0.9f;
+        return either(lined(0.7f * inside, 2.8f), std::fmax(string, inside));
     },
     // The sky.
     [](Point p) {

@@ -8,8 +8,6 @@
 #include "production/kit/picture/relief.h"
 #include "production/pictures/hall.h"
 #include "production/pictures/pictures.h"
-#include "production/pictures/sun.h"
-#include "production/sun_layout.h"
 
 using namespace picture;
 
@@ -56,7 +54,7 @@ const Rgba warmLight = light(1.0f, 0.58f, 0.20f), coolLight = light(0.50f, 0.70f
 
 // Enamel of a brightness, a little warm beside the walls' steel.
 Rgba enamel(float tone) {
-    const float pale = tone == 0.44f ? 1 : 0;  // the wings', cold before the tunnel's orange panels
+    const float pale = tone == 0.26f ? 1 : 0;  // the wings', cold before the tunnel's orange panels
     return opaque(tone * mix(1.06f, 0.62f, pale), tone * mix(0.98f, 1.02f, pale),
                   tone * mix(0.88f, 1.34f, pale));
 }
@@ -71,11 +69,11 @@ Rgba steel(float tone) {
 
 // The walls': the glow on a beat makes seven times as much of a broad light, so their plates are deep.
 Rgba deepSteel(float tone) {
-    return steel(tone) * mix(0.60f, 0.80f, tone);
+    return steel(tone) * mix(0.66f, 0.88f, tone);
 }
 
-// The flame of the sun's rays, and the lime of the heap's slabs.
-const Rgba chips[] = {opaque(1.0f, 0.5f, 0.25f), opaque(0.40f, 0.39f, 0.37f)};
+// The lime of the heap's slabs; the edge and the strings of the band, whose hues "koe" gives.
+const Rgba chips[] = {opaque(0.40f, 0.39f, 0.37f), opaque(1, 1, 1), grey(0.06f)};
 
 using Metal = Rgba (*)(float tone);
 
@@ -184,7 +182,7 @@ void stampLeaves(Relief& relief, Point middle, Point half) {
         const float down = (p.y + half.y) / (2 * half.y);
         relief.colours[i] =
             mix(opaque(0.02f, 0.09f, 0.025f), opaque(0.30f, 0.46f, 0.12f), smoothstep(-0.25f, 0.4f, leaf));
-        if (down > 0.72f + 0.25f * drop) relief.colours[i] = chips[1];
+        if (down > 0.72f + 0.25f * drop) relief.colours[i] = chips[0];
         relief.glows[i] = {};
     });
 }
@@ -270,7 +268,7 @@ const std::vector<Row> hullRows = {
     {Plate, 0, 5, 3, 6, 0.16, 0.3},
     {Plate, 3, 5, 3, 4, 0.41, 0.3},
     {Plate, 3, 9, 7, 3, 0.27, 0.3},
-    {Plate, 10, 9, 6, 7, 0.44, 0},
+    {Plate, 10, 9, 6, 7, 0.26, 0},
     {Plate, 0, 11, 3, 5, 0.41, 0.4},
     {Plate, 3, 12, 4, 4, 0.13, 0.4},
     {Plate, 7, 12, 3, 4, 0.31, 0.4},
@@ -293,7 +291,6 @@ const std::vector<Row> hullRows = {
     {Hazard, 3.4, 11.2, 6.2, 0.55},
     {Lamp, 0.9, 8.5, 1.2, 0.16, 0.85, 1},
     {Lamp, 0.9, 9.5, 1.2, 0.16, 0.8},
-    {Chip, 1.10, 8.98, 0.2, 0.2, 0, 0},
     {Bolts, 0.7, 0.6, 4.2, 0.01, 0, 6},
     {Bolts, 10.5, 2.6, 5, 0.01, 0, 7},
     {Bolts, 11.5, 3.5, 1, 0.01, 0, 2},
@@ -310,7 +307,10 @@ const std::vector<Row> hullRows = {
     {Rooms, 13.1, 3.8, 2.8, 0.6, 1},
     {Boards, 13.1, 4.5, 2.8, 2.2, 0, 9},
     {Leaves, 13.1, 6.8, 2.8, 0.6},
-    {Chip, 13.1, 7.5, 2.8, 0.6, 0, 1},
+    {Chip, 13.1, 7.5, 2.8, 0.6, 0, 0},
+    // The band.
+    {Chip, 0.7, 12.7, 0.6, 0.6, 0, 1},
+    {Chip, 1.7, 12.7, 0.6, 0.6, 0, 2},
 };
 const std::vector<Sign> hullSigns = {
     {"Valo", 7.25, 6, 0.86, 0.16}, {"7", 11.35, 8.4, 1.2, 0.2},    {"juova", 7.28, 7, 0.5, 0.16},
@@ -320,12 +320,12 @@ const std::vector<Sign> hullSigns = {
 // One panel of the tunnel, from joint to joint: calm and dark, as the glow on a beat makes seven times as
 // much of a broad light.
 const std::vector<Row> panelRows = {
-    {Plate, 0.45, 0.2, 15.1, 14.1, 0.08, 1.6},
-    {Inset, 2.2, 1.2, 11.6, 5.6, 0.05},
-    {Inset, 2.2, 7.6, 11.6, 5.6, 0.07},
-    {Vent, 3.4, 8.4, 5.2, 1.8, 0.05, 6},
-    {Rail, 11.6, 8.2, 0.5, 4.4, 0.10},
-    {Rail, 12.6, 8.2, 0.5, 4.4, 0.10},
+    {Plate, 0.45, 0.2, 15.1, 14.1, 0.05, 1.6},
+    {Inset, 2.2, 1.2, 11.6, 5.6, 0.03},
+    {Inset, 2.2, 7.6, 11.6, 5.6, 0.04},
+    {Vent, 3.4, 8.4, 5.2, 1.8, 0.03, 6},
+    {Rail, 11.6, 8.2, 0.5, 4.4, 0.07},
+    {Rail, 12.6, 8.2, 0.5, 4.4, 0.07},
     {Bolts, 1.3, 1.6, 0.01, 11, 0, 6},
     {Bolts, 14.7, 1.6, 0.01, 11, 0, 6},
     {Groove, 2.2, 7.1, 11.6, 0.14},
@@ -341,31 +341,16 @@ Canvas plated(Metal metal, const std::vector<Row>& rows, const std::vector<Sign>
     return lit(relief, weather);
 }
 
-// Half of the sun's mask, from its middle to its right edge, lies in a plate's place. A margin round it is
-// drawn on, so that nothing else comes in at its edges.
-void drawSunSkin(Canvas& canvas) {
-    constexpr float left = 0.1f * cell, top = 11.1f * cell, width = 2.8f * cell, height = 4.8f * cell;
-    constexpr float margin = 4;
-    const float radius = float(sun::radius);
-    paint(canvas, [&](float x, float y, Rgba below) {
-        const bool outside =
-            x < left - margin || x > left + width + margin || y < top - margin || y > top + height + margin;
-        return outside ? below : sunSkin((x - left) / width * radius, (1 - 2 * (y - top) / height) * radius);
-    });
-}
-
 }  // namespace
 
 void makeHull(const char* path) {
-    Canvas canvas = plated(enamel, hullRows, hullSigns, {0.14f, 0.55f, 0.5f, 900});
-    drawSunSkin(canvas);
-    saveRgb(canvas, path, Rows::TopFirst);
+    saveRgb(plated(enamel, hullRows, hullSigns, {0.14f, 0.55f, 0.5f, 900}), path, Rows::TopFirst);
 }
 
 // The tunnel's frame, along a segment: the light of the rings at both of its ends falls off towards its
 // middle.
 Rgba railAt(float along) {
-    return opaque(0.62f, 0.98f, 1.30f) * mix(0.03f, 0.14f, std::exp(-6 * std::fmin(along, 1 - along)));
+    return opaque(0.62f, 0.98f, 1.30f) * mix(0.12f, 0.45f, std::exp(-6 * std::fmin(along, 1 - along)));
 }
 
 // The tunnel's panel and its frame, drawn in to the left half with the light and the black of its rings below
@@ -377,7 +362,7 @@ void makeWalls(const char* path) {
         const int row = int(y);
         if (x >= size / 2) return hallPictures(x, y);
         if (y > 14.6f * cell)
-            return mix(grey(0.004f), opaque(0.22f, 0.30f, 0.39f),
+            return mix(grey(0.004f), opaque(0.12f, 0.22f, 0.33f),
                        smoothstep(0.36f, 0.30f, std::fabs(y / cell - 15.5f)));
         if (x >= 5 * cell) return railAt(y / (14.5f * cell));
         Rgba seen = {};

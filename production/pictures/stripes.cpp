@@ -1,5 +1,8 @@
-// "koe" (tex.png): projected up the eye's vertical axis, it cuts a model to stripes by its alpha and tints
-// what stays. Only T counts: one repeat is 500 units of height, the first row is T = 0, and S is constant.
+// "koe" (tex.png): projected up the eye's vertical axis, it tints a model by height and could cut it to
+// stripes by its alpha. Only T counts: one repeat is 500 units of height, the first row is T = 0, and S is
+// constant.
+#include <vector>
+
 #include "production/kit/picture/canvas.h"
 #include "production/pictures/pictures.h"
 
@@ -10,39 +13,31 @@ namespace {
 constexpr int size = 1024;
 constexpr float unitsPerRepeat = 500;
 
-// In units up and down from the eye's own height, and again about each repeat. The middle is left open: there
-// the near view looks down the tunnel. Where the far figure mostly is, its middle 85 off, one cut runs
-// through its forehead and one through its smile, and none through its eyes.
-struct Stripe {
-    float from, to;
+// What is let through at a height, in units from the eye's: embers below, azure above. The glow makes up to
+// two hundred of one and rounds on its way, so that it fills all within 40 pixels where a colour comes to
+// more than 2 of 255 on the average; on a beat that is all of the figure, in red or blue. Green stays about
+// there and comes and goes with the height, and so shades what is filled. In the middle red and blue are held
+// back, or a beat makes one fuchsia of them.
+const std::vector<Stop> tints = {
+    {-190, opaque(0.180f, 0.055f, 0.000f)}, {-160, opaque(0.170f, 0.012f, 0.004f)},
+    {-130, opaque(0.160f, 0.050f, 0.000f)}, {-100, opaque(0.140f, 0.012f, 0.010f)},
+    {-70, opaque(0.120f, 0.055f, 0.000f)},  {-40, opaque(0.100f, 0.008f, 0.014f)},
+    {-18, opaque(0.060f, 0.010f, 0.026f)},  {18, opaque(0.026f, 0.012f, 0.060f)},
+    {40, opaque(0.022f, 0.006f, 0.110f)},   {70, opaque(0.004f, 0.036f, 0.140f)},
+    {100, opaque(0.024f, 0.008f, 0.160f)},  {130, opaque(0.000f, 0.040f, 0.180f)},
+    {160, opaque(0.028f, 0.008f, 0.190f)},  {190, opaque(0.000f, 0.044f, 0.200f)},
 };
-constexpr Stripe stripes[] = {{6, 50}, {56, 112}, {119, 147}, {154, 182}, {189, 217}, {224, 246}};
 
-// The far figure's glow makes nearly two hundred of one: of green and blue so little is let through that its
-// halo is half-tones, and the less of a colour there is, the nearer to its source it dies away. Red fills its
-// halo in any case, so it may show the figure's own form.
-const Rgba tint = opaque(0.46f, 0.068f, 0.0155f);
-
-// The halo shines through the figure at a stripe's edges, so that they step less.
-constexpr float thin = 0.52f, thick = 0.97f;  // of alpha, clear of one half, where all is cut away
-constexpr float rim = 1.5f;                   // units of height
-
-// Of a height in units, to the nearest stripe's edge, negative inside.
-float distanceToStripe(float height) {
-    const float away = std::fabs(std::remainder(height, unitsPerRepeat));
-    float nearest = unitsPerRepeat;
-    for (const auto& [from, to] : stripes)
-        nearest = std::fmin(nearest, std::fabs(away - (from + to) / 2) - (to - from) / 2);
-    return nearest;
-}
+// The halo shines through the figure: its strings are tinted glass rather than soot. Nothing of it is cut
+// away, as at one half of alpha: it is drawn in lines so fine that a cut reads as a fault in them.
+constexpr float cover = 0.72f;
 
 }  // namespace
 
 void makeStripes(const char* path) {
     Canvas canvas(size, size);
     paint(canvas, [&](float, float y, Rgba) {
-        const float inside = -distanceToStripe(y * unitsPerRepeat / size);
-        return inside > 0 ? tint * mix(thin, thick, smoothstep(0, rim, inside)) : Rgba{};
+        return gradient(tints, std::remainder(y * unitsPerRepeat / size, unitsPerRepeat)) * cover;
     });
     saveRgba(canvas, path, Rows::TopFirst);
 }

@@ -235,7 +235,7 @@ TEST(Models, TakeTheRoomTheirScenesLeaveThem) {
         {"robo_arms.AML", y, -32, -28, 165, 195},
         {"ring.AML", fromY, 97, 101, 108, 114},
         {"ring.AML", y, -12, -3, 3, 12},
-        {"haromalli.AML", fromOrigin, 5, 40, 90, 105},
+        {"haromalli.AML", fromOrigin, 5, 55, 90, 105},
         {"pallo.AML", fromOrigin, 1500, 4000, 1500, 4000},
         {"palikka.AML", fromOrigin, 0, 20, 30, 52},
         {"huone_simple.AML", fromY, 0, 1, 300, 510},

@@ -20,7 +20,6 @@ constexpr Patch hazard = cells(3.3, 9.3, 6.4, 2.5);    // stripes below "no step
 constexpr Patch vents = cells(3.6, 12.9, 2.8, 2.2);    // dark slats
 constexpr Patch sail = cells(10.1, 9.1, 5.8, 6.8);     // a pale wing, from its root to its tip
 constexpr Patch dark = cells(6.3, 0.2, 3.4, 1.0);
-constexpr Patch sunFace = cells(0.1, 11.1, 2.8, 4.8);  // its left half, from the middle out
 // The heap's houses: two stretches of lit rooms, their timber soffit, leaves, and the lime of their slabs.
 constexpr Patch rooms[] = {cells(13.1, 3.1, 2.8, 0.6), cells(13.1, 3.8, 2.8, 0.6)};
 constexpr Patch timber = cells(13.1, 4.5, 2.8, 2.2), leaves = cells(13.1, 6.8, 2.8, 0.6),
@@ -29,7 +28,8 @@ constexpr Patch lime = cells(13.2, 7.6, 2.6, 0.4);
 constexpr Uv orange = {13.0 / 16, 1.15 / 16};
 constexpr Uv warmLamp = {1.5 / 16, 8.58 / 16}, coolLamp = {1.5 / 16, 9.58 / 16};
 
-constexpr Uv flame = {1.20 / 16, 9.08 / 16};  // a dab of clear colour
+constexpr Uv neon = {1.0 / 16, 13.0 / 16},
+             harp = {2.0 / 16, 13.0 / 16};  // dabs of the band's edge and strings
 
 }  // namespace hull
 
