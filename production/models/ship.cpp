@@ -100,13 +100,13 @@ Shape tailFin() {
                 {{14, -18.5, 0}, {34, -41.5, 0}, {43.6, -55, 0}});
 }
 
-// What the ship is known by from ahead and from behind: a flat hoop that the wings and fins carry, pale
+// What the ship is known by from ahead and from behind: a flat hoop that the wings and fins carry, dark
 // outside, with a line of light along its after edge.
 Shape hoop() {
     const Shape band = lathe(
         {{55, -75.4}, {57.4, -76}, {58.6, -80}, {58.6, -84}, {56.2, -84}, {54.8, -77}, {55, -75.4}}, 36);
     const Shape light = lathe({{56, -85.4}, {58.8, -85.4}, {58.8, -83.6}, {56, -83.6}, {56, -85.4}}, 36);
-    return joined({painted(band, hull::plain), painted(light, hull::coolLamp)});
+    return joined({painted(band, hull::dark), painted(light, hull::coolLamp)});
 }
 
 // A stubby nozzle along +x from the axis, its glowing mouth at `reach`.

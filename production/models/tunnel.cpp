@@ -43,7 +43,7 @@ struct Plank {
 constexpr Plank planks[] = {{3, 0, 7}, {7, 0, 7}, {11, 0, 7}, {1, 0, 3}, {5, 4, 7}, {9, 2, 5}};
 constexpr double plankRadius = 299.93, railRadius = 299.95;
 // A slat, not a wall: the glow on a beat makes a bright field of each that catches a light.
-constexpr double plankMargin = 0.32;  // columns, on either side
+constexpr double plankMargin = 0.37;  // columns, on either side
 constexpr double railHalf = 0.024;    // columns
 
 // The lit riser behind so many teeth.
@@ -142,7 +142,8 @@ void makeTunnel(const char* path) {
     for (int column = 0; column < columns; column++)
         frame.addBacked(column - railHalf, column + railHalf, {railRadius, end}, {railRadius, begin},
                         walls::rail);
-    // The ring, before the segment's other end.
+    // The ring, before the segment's other end. Its near flank is hidden: on a beat its sheen filled the
+    // screen.
     bore.addAll({wide, begin, false}, {ringRadius + 2, begin + 1, true}, false, walls::rib);
     bore.addAll({ringRadius + 2, begin + 1, true}, {ringRadius, begin + 11, true}, false, walls::light);
     bore.addAll({ringRadius, begin + 11, true}, {narrow, begin + 18, false}, false, walls::rib);
@@ -158,6 +159,8 @@ void makeTunnel(const char* path) {
         const bool ring = std::hypot(p.x, p.y) < ringRadius + 10;
         return leaning(p, normal.z < -0.3 ? (ring ? -100 : -112) : ring ? 62 : 52);
     });
+    // The frame is turned away from the corridor's light, so that its paint stands out before the stripes
+    // only, where nothing is lit.
     const Shape dim = shaded(welded(frame.shape), [&](Vec p, Vec) { return leaning(p, -86); });
     writeAml(path, {joined({lit, dim})});
 }

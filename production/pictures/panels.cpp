@@ -350,7 +350,7 @@ void makeHull(const char* path) {
 // The tunnel's frame, along a segment: the light of the rings at both of its ends falls off towards its
 // middle.
 Rgba railAt(float along) {
-    return opaque(0.62f, 0.98f, 1.30f) * mix(0.12f, 0.45f, std::exp(-6 * std::fmin(along, 1 - along)));
+    return opaque(0.62f, 0.98f, 1.30f) * mix(0.06f, 0.36f, std::exp(-6 * std::fmin(along, 1 - along)));
 }
 
 // The tunnel's panel and its frame, drawn in to the left half with the light and the black of its rings below
@@ -362,7 +362,7 @@ void makeWalls(const char* path) {
         const int row = int(y);
         if (x >= size / 2) return hallPictures(x, y);
         if (y > 14.6f * cell)
-            return mix(grey(0.004f), opaque(0.12f, 0.22f, 0.33f),
+            return mix(grey(0.004f), opaque(0.10f, 0.18f, 0.28f),
                        smoothstep(0.36f, 0.30f, std::fabs(y / cell - 15.5f)));
         if (x >= 5 * cell) return railAt(y / (14.5f * cell));
         Rgba seen = {};

@@ -132,19 +132,21 @@ Rgba cometLight(Direction towards) {
 // lies beyond the thing. That lights its edges, cold left and warm right; what faces straight up or down
 // throws back the glow beyond it, cold from below the viewer's eyes and warm from above.
 void makeStudio(const char* path) {
+    // Low, and the broad ones most: the corridor's glow on a beat makes seven times as much of what fills a
+    // panel, where a tube draws a line.
     std::vector<Softbox> lamps = {
-        {0, 54, {1.2f, 0.20f}, 3, 0.16f, light(0.025f, 0.030f, 0.036f)},
-        {0, 36, {0.9f, 0.010f}, 2, 0.010f, light(0.28f, 0.44f, 0.64f)},
-        {0, 68, {1.5f, 0.024f}, 2, 0.016f, light(0.26f, 0.30f, 0.34f)},
-        {-64, 10, {0.20f, 0.6f}, 5, 0.10f, light(0.065f, 0.12f, 0.185f)},
-        {-52, 10, {0.010f, 0.6f}, 5, 0.010f, light(0.26f, 0.46f, 0.80f)},
-        {70, 0, {0.16f, 0.7f}, -8, 0.09f, light(0.135f, 0.068f, 0.022f)},
-        {58, 0, {0.010f, 0.7f}, -8, 0.010f, light(0.84f, 0.50f, 0.18f)},
-        {10, -36, {0.7f, 0.05f}, -4, 0.05f, light(0.06f, 0.03f, 0.012f)},
-        {-34, 26, {0.24f, 0.20f}, 12, 0.14f, light(0.05f, 0.085f, 0.12f)},
-        {36, 6, {0.18f, 0.26f}, -6, 0.12f, light(0.09f, 0.05f, 0.02f)},
+        {0, 54, {1.2f, 0.20f}, 3, 0.16f, light(0.012f, 0.015f, 0.018f)},
+        {0, 36, {0.9f, 0.010f}, 2, 0.010f, light(0.20f, 0.31f, 0.45f)},
+        {0, 68, {1.5f, 0.024f}, 2, 0.016f, light(0.18f, 0.21f, 0.24f)},
+        {-64, 10, {0.20f, 0.6f}, 5, 0.10f, light(0.033f, 0.06f, 0.093f)},
+        {-52, 10, {0.010f, 0.6f}, 5, 0.010f, light(0.18f, 0.32f, 0.56f)},
+        {70, 0, {0.16f, 0.7f}, -8, 0.09f, light(0.068f, 0.034f, 0.011f)},
+        {58, 0, {0.010f, 0.7f}, -8, 0.010f, light(0.59f, 0.35f, 0.13f)},
+        {10, -36, {0.7f, 0.05f}, -4, 0.05f, light(0.03f, 0.015f, 0.006f)},
+        {-34, 26, {0.24f, 0.20f}, 12, 0.14f, light(0.025f, 0.043f, 0.06f)},
+        {36, 6, {0.18f, 0.26f}, -6, 0.12f, light(0.045f, 0.025f, 0.01f)},
         // Over the far side, for the edges of the stage.
-        {180, 88, {0.5f, 0.24f}, 0, 0.02f, light(0.08f, 0.25f, 0.44f)},
+        {180, 88, {0.5f, 0.24f}, 0, 0.02f, light(0.06f, 0.18f, 0.31f)},
     };
     // Sparks for the ball's mirrors.
     for (int i = 0; i < 30; i++) {
@@ -162,10 +164,10 @@ void makeStudio(const char* path) {
     }
     makeSphereMap(path, lamps, [&](Direction towards) {
         const float ahead = smoothstep(-0.3f, 0.8f, towards.z);
-        const Rgba floor = light(0.006f, 0.012f, 0.016f), sky = light(0.012f, 0.015f, 0.024f);
-        const Rgba fill = mix(light(0.030f, 0.020f, 0.012f), light(0.026f, 0.036f, 0.046f),
+        const Rgba floor = light(0.001f, 0.002f, 0.003f), sky = light(0.002f, 0.003f, 0.005f);
+        const Rgba fill = mix(light(0.012f, 0.008f, 0.004f), light(0.010f, 0.014f, 0.020f),
                               smoothstep(-0.25f, 0.25f, towards.y));
-        const float beyond = smoothstep(-0.48f, -0.78f, towards.z);
+        const float beyond = smoothstep(-0.56f, -0.84f, towards.z);
         const float aside = towards.x / (std::hypot(towards.x, towards.y) + 1e-4f);
         // Weaker up and down: on the rings of the stage's floor they are pools about the ball, which pale
         // towards its edge.

@@ -58,8 +58,5 @@ void main() {
     // The edge shines, and behind it the air is thin.
     float hollow = ahead < 0.0 ? wake * (1.0 - cos(min(-x, 6.2832))) : 0.0;
     color.rgb *= 1.0 + pulse * (0.10 * edge - 0.36 * hollow);
-    // Over a picture's own blurred copy all outside of the packet goes soft, the more the farther out.
-    float soft = smoothstep(-0.2, 0.3, behindFront) * smoothstep(0.1, 0.8, radius);
-    color.a *= 1.0 - 2.5 * scale * min(0.1 * distort, 1.0) * soft;
     gl_FragColor = color * gl_Color;
 }

@@ -85,12 +85,25 @@ vec3 crackedAt(vec2 ray) {
 
     float number = sector + 17.0 * piece;
     float toThread = min(min(side, 1.0 - side) * radius * 6.2831853 / spokes, min(within, 1.0 - within) / rungs);
-    return vec3(0.04 * vec2(random(number) - 0.5, random(number + 5.0) - 0.5),
-                0.5 * (1.0 - smoothstep(0.0, 2.0 * abs(dFdy(place.y)), toThread)));
+    return vec3(0.06 * vec2(random(number) - 0.5, random(number + 5.0) - 0.5),
+                0.8 * (1.0 - smoothstep(0.0, 2.6 * abs(dFdy(place.y)), toThread)));
 }
 
 // Always between texels, never the nearest one: edges would turn to stairs where the picture is drawn small.
 vec3 seenAt(vec2 target) { return texture2D(picture, target, -4.0).rgb; }
+
+// What lies over a place as broad as the glow lays it, not a line's own light: across a line one of a pair of
+// neighbours is dark.
+vec3 veilAt(vec2 at, vec2 slope, vec2 least, vec2 most) {
+    const float reach = 0.055;  // screen heights
+    vec3 veil = vec3(0.0);
+    for (int i = 0; i < 4; i++) {
+        float angle = 0.7853982 * float(i) + 0.4;
+        vec2 aside = reach * vec2(cos(angle), sin(angle)) / aspect * slope;
+        veil += 0.25 * min(seenAt(clamp(at + aside, least, most)), seenAt(clamp(at - aside, least, most)));
+    }
+    return veil;
+}
 
 // What is seen at a place, thrown by `slip` and parted by `split` on either side: red bends least and blue most, over
 // a whole spectrum. Thrown over an edge of the picture, a place comes back in.
@@ -104,6 +117,7 @@ vec3 thrownPicture(vec2 slip, vec2 split) {
     vec2 at = gl_TexCoord[0].st + (target - place) * slope;
     split *= slope;
     vec3 color = seenAt(clamp(at, least, most));
+    vec3 veil = veilAt(at, slope, least, most);
     if (dot(split, split) > 1e-8) {
         vec3 red = seenAt(clamp(at - 2.0 * split, least, most)), orange = seenAt(clamp(at - split, least, most));
         vec3 azure = seenAt(clamp(at + split, least, most)), blue = seenAt(clamp(at + 2.0 * split, least, most));
@@ -111,7 +125,16 @@ vec3 thrownPicture(vec2 slip, vec2 split) {
                      0.3 * orange.g + 0.4 * color.g + 0.3 * azure.g,
                      0.25 * color.b + 0.35 * azure.b + 0.4 * blue.b);
     }
-    return color;
+    // What shines from a broad field is held down, the more the brighter it is, and white takes the beams' hue. A line
+    // in it stands out by what is its own in any channel. What comes back in fades, or corners mirror themselves.
+    vec3 share = (veil + 0.02) / (max(color, veil) + 0.02);
+    float broad = min(share.r, min(share.g, share.b));
+    float field = broad * broad * max(veil.r, max(veil.g, veil.b)) / 0.46;
+    float held = 1.0 / (1.0 + field * field);
+    float white = min(veil.r, min(veil.g, veil.b));
+    float beam = mix(held, sqrt(held), white);
+    vec2 over = max(abs(place + slip - 0.5) - 0.5, 0.0);
+    return color * vec3(beam, held * (1.0 - 0.5 * white), beam) * exp(-12.0 * (over.x + over.y));
 }
 
 // A blade is round across: the side towards the lamp is lit, the other lies in the shade, most so at its edges, which
@@ -122,14 +145,14 @@ vec3 shaded(vec3 color, Blade blade, vec2 ray, vec2 tilt, float broken) {
     float dark = 1.0 - max(color.r, max(color.g, color.b)), white = min(color.r, min(color.g, color.b));
     float bulge = pane ? 0.0 : blade.toEdge * facing;
     float shade = 0.45 * bulge + 0.5 * edge;
-    color *= 1.0 + broken * (shade * (shade > 0.0 ? dark : 1.0) + (pane ? 0.0 : 1.2) * dark * dark);
+    color *= 1.0 + broken * (shade * (shade > 0.0 ? dark : 1.0) + (pane ? 0.0 : 0.8) * dark * dark);
     color.g *= 1.0 - 0.3 * broken * white * white * white;
 
     // No blade is lit alike all along.
     float pool = 0.5 + 0.5 * sin(7.0 * dot(ray, vec2(0.45, 0.9)) + 2.4 * blade.number);
     float caught = max(edge, 0.0), sheen = max(bulge + 0.35, 0.0);
     sheen *= pane ? 0.4 : sheen * (0.3 + pool);
-    color += broken * (0.55 * caught * caught + 0.30 * sheen) * light * (1.0 - min(color, 1.0));
+    color += broken * (0.55 * caught * caught + 0.22 * sheen) * light * (1.0 - min(color, 1.0));
     float border = 1.0 - smoothstep(0.0, 2.0 * abs(dFdy(place.y)), min(blade.toBorder, blade.toPane));
     return mix(color, light * (0.35 + 0.45 * abs(facing)), broken * border);
 }
@@ -155,5 +178,7 @@ void main() {
 
     vec3 color = shaded(thrownPicture(slip, split), blade, ray, tilt, broken);
     color += crack.z * light * (1.0 - min(color, 1.0));
-    gl_FragColor = vec4(color, 1.0) * gl_Color;
+    // Black stays black under the sheen.
+    float most = max(color.r, max(color.g, color.b));
+    gl_FragColor = vec4(color * most * most / (most * most + 0.06), 1.0) * gl_Color;
 }
