@@ -54,11 +54,9 @@ Shape track(const std::vector<Stage>& stages) {
     return shape;
 }
 
-const std::vector<Stage> overTheNight = {{186.45, 110, 320, 1.0},
-                                         {187.3, 146, 470, 1.0},
-                                         {188.3, 186, 540, 1.0},
-                                         {189.1, 218, 510, 0.8},
-                                         {189.6, 234, 470, 0.0}};
+const std::vector<Stage> overTheNight = {{186.45, 110, 320, 1.0}, {187.3, 146, 470, 1.0},
+                                         {188.3, 186, 540, 1.0},  {189.1, 211, 490, 1.0},
+                                         {189.8, 224, 410, 0.9},  {190.2, 230, 370, 0.0}};
 constexpr double faceTime = 192.36;
 
 }  // namespace

@@ -254,9 +254,9 @@ Shape darkGlass(const Shape& shape) {
     return shaded(shape, [](Vec, Vec normal) { return normal - up * 0.36; });
 }
 
-// The robot looks along +z in its own model; here it looks at the ball, sunk into the floor to its shins.
-constexpr double colossusSize = 2.75,
-                 colossusFloor = 31;  // the height in the robot's model that the floor cuts
+// The robot looks along +z in its own model; here it looks at the ball, sunk into the floor to its waist.
+constexpr double colossusSize = 3.6,
+                 colossusFloor = 59;  // the height in the robot's model that the floor cuts
 constexpr double colossusRadius = 396;
 
 Shape asColossus(const Shape& part) {
@@ -297,12 +297,11 @@ Shape face() {
     return figures::onRobotScreen(joined(lines));
 }
 
-// Over them what the comet lights in the glimpse: pupils and a smile.
+// Over them what the comet lights in the glimpse, which is short and dim: whole eyes and a broad smile.
 Shape litFace() {
-    const Shape pupils = joined(
-        {eyeOnScreen(eyes[0], 0.38, 0, pupilRadius, 0.9), eyeOnScreen(eyes[1], 0.38, 0, pupilRadius, 0.9)});
-    return comet::litInPassing(
-        asColossus(figures::onRobotScreen(joined({pupils, smileOnScreen(0.040, 0.9)}))), 0);
+    std::vector<Shape> lines = {smileOnScreen(0.075, 0.9)};
+    for (const double s : eyes) lines.push_back(eyeOnScreen(s, 0.38, 0, pupilRadius, 0.9));
+    return comet::litInPassing(asColossus(figures::onRobotScreen(joined(lines))), 0);
 }
 
 // Before the sun, its nose sinking.
