@@ -235,7 +235,7 @@ void makeRobotChrome(const char* path) {
         [&](Direction towards) {
             const float shade = brushed(facing(towards));
             const Rgba metal =
-                mix(light(0.002f, 0.003f, 0.006f), light(0.23f, 0.29f, 0.39f), shade * shade * shade);
+                mix(light(0.001f, 0.002f, 0.004f), light(0.13f, 0.18f, 0.26f), shade * shade * shade);
             return gradient(sky, towards.y) + metal +
                    light(0.03f, 0.04f, 0.05f) * fromBelow(facing(towards)) + rimLight(towards);
         },
@@ -244,9 +244,9 @@ void makeRobotChrome(const char* path) {
 
 // On its dark works, its glass and the ring: gun metal, a cross of fine tubes.
 void makeArmChrome(const char* path) {
+    // None on the right, where the screen's glass would show it as a stroke through the face.
     const std::vector<Softbox> lamps = {
         {-30, 44, {0.9f, 0.12f}, 10, 0.03f, light(0.30f, 0.32f, 0.35f)},
-        {82, 5, {0.08f, 0.9f}, 0, 0.02f, light(0.90f, 0.56f, 0.28f)},
         {-85, -5, {0.14f, 0.6f}, 0, 0.02f, light(0.30f, 0.40f, 0.56f)},
     };
     const std::vector<Stop> sky = {
