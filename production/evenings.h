@@ -5,6 +5,6 @@
 namespace heap {
 
 constexpr int roomsInStretch = 6;
-constexpr char evenings[][roomsInStretch + 1] = {"loslbo", "lolool"};
+constexpr char evenings[][roomsInStretch + 1] = {"oolsbo", "lobool"};
 
 }  // namespace heap

@@ -105,15 +105,24 @@ Shape hedge() {
                    sheet({roofFrom, low, -out}, {-deep, 0, 0}, {0, tall, 0})});
 }
 
+// Shrubs, and cypresses among them. None is a ball: each is lumpy in its own way.
 Shape shrubs() {
     constexpr struct {
-        double x, z, size;
-    } places[] = {{-51, -17, 4.2}, {-50.5, -6, 3.2}, {-51, 3.5, 4.6},
-                  {-50, 15, 3.6},  {-42, 18.5, 3.0}, {-40, -18, 3.4}};
+        double x, z, size, tall;  // `tall` in sizes
+    } places[] = {{-51, -17, 2.2, 2.6}, {-50.5, -9, 3.2, 0.9}, {-51, -2, 2.8, 1.3}, {-51, 6, 2.0, 2.5},
+                  {-50, 15, 3.9, 1.0},  {-42, 18.5, 2.6, 1.6}, {-40, -18, 3.2, 0.8}};
     std::vector<Shape> all;
-    for (const auto& place : places)
-        all.push_back(moved(scaled(icosphere(place.size, 1), {1, 1.25, 1}),
-                            {place.x, parapet - halfHeight + 0.8 * place.size, place.z}));
+    for (const auto& place : places) {
+        const Shape lumpy = bent(icosphere(place.size, 1), [&](Vec p) {
+            const double lump =
+                std::sin(2.1 * p.x + place.z) * std::sin(1.7 * p.z + place.x) * std::sin(1.9 * p.y);
+            const double taper = place.tall > 2 ? 1 - 0.35 * p.y / place.size : 1;
+            return Vec{p.x * (1 + 0.35 * lump) * taper, p.y * (1 + 0.25 * lump),
+                       p.z * (1 + 0.35 * lump) * taper};
+        });
+        all.push_back(moved(scaled(lumpy, {1, place.tall, 1}),
+                            {place.x, parapet - halfHeight + 0.7 * place.size * place.tall, place.z}));
+    }
     return joined(all);
 }
 

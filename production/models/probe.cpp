@@ -105,9 +105,13 @@ Shape figures::probe() {
     return joined({unlit(), lamps()});
 }
 
+// Of those that fly; those that hang in the hall are larger.
+constexpr double flyingSize = 0.72;
+
 // The camera looks down at the same angle all the time: what seems to face straight up mirrors the same
 // bright place of the sky from wherever it stands.
 void makeProbe(const char* path) {
     const auto upwards = [](Vec, Vec) { return Vec{0, 1, 0}; };
-    writeAml(path, {joined({unlit(), shaded(lamps(), upwards)})});
+    const Shape whole = joined({unlit(), shaded(lamps(), upwards)});
+    writeAml(path, {scaled(whole, {flyingSize, flyingSize, flyingSize})});
 }

@@ -59,7 +59,7 @@ struct Lamps {
     double warm, cold;
 };
 Shape litIn(const Shape& shape, double turn, Lamps lamps) {
-    constexpr double glowBegins = -0.47, glowIsFull = -0.90;  // how far beyond, along the view
+    constexpr double glowBegins = -0.55, glowIsFull = -0.90;  // how far beyond, along the view
     const Vec eye = onRing(turn + pi, 250, 100), back = normalized(eye - ballCentre),
               right = onRing(turn + pi / 2, 1, 0);
     const viewer::View view = {eye, right, cross(back, right), back};
@@ -312,15 +312,50 @@ Shape hungShip() {
     return atTurn(moved(turned(ship, Axis::y, degrees(14)), {330, 285, 0}), shipTurn);
 }
 
-Shape boxPillar() {
-    const double size = 1.3, storey = 20 * size, radius = 382;
+// The tower: each storey over the one below, turned on, of what `part` makes of the box's own model.
+Shape tower(const std::function<Shape(int storey)>& part) {
+    const double size = 1.3, tall = 20 * size, radius = 382;
     const int storeys = 15;
-    std::vector<Shape> boxes;
+    std::vector<Shape> all;
     for (int i = 0; i < storeys; i++) {
-        const Shape box = scaled(figures::heapBox(), {size, size, size});
-        boxes.push_back(moved(turned(box, Axis::y, degrees(15) * i), {radius, storey * (i + 0.5), 0}));
+        const Shape box = scaled(part(i), {size, size, size});
+        all.push_back(moved(turned(box, Axis::y, degrees(15) * i), {radius, tall * (i + 0.5), 0}));
     }
-    return atTurn(joined(boxes), pillarTurn);
+    return atTurn(joined(all), pillarTurn);
+}
+
+// Dark, so that its windows are what is seen: it throws back what lies behind the viewer, where there is
+// nothing.
+Shape towerBoxes() {
+    const Vec viewer = onRing(pillarTurn + pi, 260, 100);
+    return shaded(onlySeen(tower([](int) { return figures::heapBox(); })),
+                  [=](Vec p, Vec normal) { return normal + normalized(viewer - p) * 0.8; });
+}
+
+// Lit windows before its rooms, no storey's like the next one's. A viewer who comes by sees a third of them
+// from early on and a third the longest.
+Shape towerWindows() {
+    constexpr double pitch = 12.5, wide = 7.5, low = -4.6, high = 5.2, out = 19.6;
+    constexpr double seenFrom[] = {-0.45, 0, 0.4};  // radians beside who stands straight across
+    std::vector<Shape> thirds;
+    for (int third = 0; third < 3; third++) {
+        const Shape windows = tower([&](int storey) {
+            std::vector<Shape> lit;
+            for (int number = 0; number < 12; number++) {  // six on a side
+                const int i = number % 6, side = number / 6;
+                if ((storey + i) % 3 != third || (storey * 5 + i * 7 + side * 3 + storey * i) % 4 == 0)
+                    continue;
+                const double from = (side == 0 ? -24 : -48) + pitch * i;
+                const Shape window = grid(2, 2, false, false, [=](int c, int r) {
+                    return Vec{from + wide * c, r == 0 ? low : high, out};
+                });
+                lit.push_back(turned(window, Axis::y, pi * side));
+            }
+            return joined(lit);
+        });
+        thirds.push_back(warmFrom(onlySeen(windows), pillarTurn + seenFrom[third]));
+    }
+    return joined(thirds);
 }
 
 // The sun behind the ship, cut into ever thinner bands towards the horizon.
@@ -383,6 +418,6 @@ void makeStage(const char* path) {
                     dark(joined({joined(pillars), onlySeen(ledges())})), dark(colossus),
                     dark(joined({itsGlass, onlySeen(itsTrim), itsFace})),
                     dark(joined({litIn(onlySeen(hungShip()), shipTurn, {0.0, 1.0}), sunDisc()})),
-                    dark(litIn(onlySeen(boxPillar()), pillarTurn, {0.5, 0.9})),
+                    dark(joined({towerBoxes(), towerWindows()})),
                     dark(litIn(onlySeen(probeLamps()), probesTurn, {0.6, 0.9}))});
 }

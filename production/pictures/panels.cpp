@@ -136,7 +136,7 @@ void stampRooms(Relief& relief, const Row& row, Point middle, Point half) {
         const float lamp = 0.25f + 0.75f * randomAt(key, 2, 5);
         float light = 0.55f + 0.45f * bell(x - lamp, 0.35f);
         light *= mix(0.95f, 0.38f, down);
-        Rgba tone = mix(opaque(1, 0.62f, 0.24f), opaque(1, 0.78f, 0.46f), randomAt(key, 3, 5));
+        Rgba tone = mix(opaque(1, 0.52f, 0.16f), opaque(1, 0.70f, 0.36f), randomAt(key, 3, 5));
         if (evening == 'o') light *= 0.07f;
         if (evening == 's') tone = opaque(0.30f, 0.62f, 1);
         if (evening == 'b') light = down * 9 - std::floor(down * 9) < 0.7f ? 0.34f : 0.12f;
