@@ -54,3 +54,4 @@ Figures benchCapture(const std::string& part);
 // A row of it, for a process of its own: frames a second captured and drawn, a line for each pair.
 void printCapturePairs(int row);
 Figures benchReload(const std::string& part);
+Figures benchFlashes(const std::string& part);

@@ -23,6 +23,7 @@ const struct Group {
     {"startup", benchStartUp},       {"frames", benchFrames},
     {"undrawn", benchUndrawnFrames}, {"instructions", benchInstructions},
     {"capture", benchCapture},       {"reload", benchReload},
+    {"flashes", benchFlashes},
 };
 
 void printGoal(const Figure& figure) {
