@@ -65,7 +65,7 @@ Shape body() {
 }
 
 // A flat plate in the plane of x (outwards) and y: a dark edge, and on both its faces a broad pale field. A
-// pale line runs along its leading edge, from point to point of `lit`.
+// line that the beams light runs along its leading edge, from point to point of `lit`.
 Shape sail(const Outline& outline, const std::vector<Vec>& lit) {
     const auto plate = [](const Outline& edge, double thickness, double bevel) {
         return moved(extrude(edge, thickness, bevel), {0, 0, -thickness / 2});
@@ -81,7 +81,7 @@ Shape sail(const Outline& outline, const std::vector<Vec>& lit) {
     edge.path = curveThrough(lit, false, 3);
     edge.up = {0, 0, 1};
     return joined({painted(plate(outline, 4.4, 1), hull::dark), field,
-                   painted(sweep(polygon(8, 1.5), edge), hull::plain)});
+                   painted(sweep(polygon(8, 1.5), edge), hull::beamlit)});
 }
 
 // The three wings stand where every second beam leaves, so that its beams come out of their edges.
@@ -131,7 +131,13 @@ Shape emitterRing(double reach, double size) {
                                       {rim - 3, 6},
                                       {rim - 9, 6.5}},
                                      {12, 0.1, 1, -5, 5, 4}, pi / 12);
-    return joined({painted(collar, hull::orange),
+    // Round it where the beams come out, and on both edges of what lies between them.
+    std::vector<Shape> lines;
+    for (const double y : {-4.6, 0.0, 4.6})
+        lines.push_back(lathe(
+            {{rim - 1.2, y - 0.45}, {rim + 0.5, y - 0.45}, {rim + 0.5, y + 0.45}, {rim - 1.2, y + 0.45}},
+            36));
+    return joined({painted(collar, hull::orange), painted(joined(lines), hull::beamlit),
                    turned(around(nozzle(rim - 4, reach, size), 6, Axis::y), Axis::y, pi / 6)});
 }
 

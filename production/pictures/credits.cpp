@@ -17,10 +17,10 @@ namespace {
 constexpr int size = 512;
 constexpr float pi = 3.14159265f;
 constexpr float pixelAspect = 4.0f / 3;
-constexpr float margin = 28, blockColumns = 372;  // kept clear at the screen's side; what all lines share
+constexpr float margin = 38, blockColumns = 350;  // kept clear at the screen's side; what all lines share
 constexpr float roleLine = 104, roleHeight = 36;  // rows
 constexpr float figureTop = 134, figureHeight = 118, figureLine = figureTop + figureHeight;
-constexpr float plateTop = 48, plateBottom = 474, plateMargin = 18;  // rows; columns beside the block
+constexpr float plateTop = 46, plateBottom = 476, plateMargin = 27;  // rows; columns beside the block
 constexpr float marksTop = 274, marksHeight = 124, withoutLine = 448, withoutHeight = 38;
 
 // How far a place is outside of mark `i` of `count`; across and down in rows from the marks' upper left.

@@ -72,8 +72,9 @@ Rgba deepSteel(float tone) {
     return steel(tone) * mix(0.66f, 0.88f, tone);
 }
 
-// The lime of the heap's slabs; the edge and the strings of the band, whose hues "koe" gives.
-const Rgba chips[] = {opaque(0.40f, 0.39f, 0.37f), opaque(1, 1, 1), grey(0.06f)};
+// The lime of the heap's slabs; the edge and the strings of the band, whose hues "koe" gives; the ship's
+// edges that the beams light.
+const Rgba chips[] = {opaque(0.40f, 0.39f, 0.37f), opaque(1, 1, 1), grey(0.06f), opaque(1, 0.16f, 0.72f)};
 
 using Metal = Rgba (*)(float tone);
 
@@ -311,6 +312,7 @@ const std::vector<Row> hullRows = {
     // The band.
     {Chip, 0.7, 12.7, 0.6, 0.6, 0, 1},
     {Chip, 1.7, 12.7, 0.6, 0.6, 0, 2},
+    {Chip, 0.7, 14.7, 0.6, 0.6, 0, 3},
 };
 const std::vector<Sign> hullSigns = {
     {"Valo", 7.25, 6, 0.86, 0.16}, {"7", 11.35, 8.4, 1.2, 0.2},    {"juova", 7.28, 7, 0.5, 0.16},

@@ -11,7 +11,7 @@ void makeSpot(const char* path) {
         const float u = 2 * x / size - 1, v = 2 * y / size - 1;
         const float radius = std::hypot(u, v), angle = std::atan2(v, u);
         const float inside = 1 - smoothstep(0.55f, 0.98f, radius);
-        const float core = bell(radius, 0.10f), bloom = 0.55f * std::exp(-radius * 5.5f);
+        const float core = bell(radius, 0.15f), bloom = 0.85f * std::exp(-radius * 4.2f);
         const float ring = 0.35f * bell(radius - 0.52f, 0.035f) * (0.6f + 0.4f * std::cos(angle * 6));
         const float star = 0.5f * std::exp(-std::fabs(u) * 26 - std::fabs(v) * 3.4f) +
                            0.5f * std::exp(-std::fabs(v) * 26 - std::fabs(u) * 3.4f);

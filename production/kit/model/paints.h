@@ -29,7 +29,8 @@ constexpr Uv orange = {13.0 / 16, 1.15 / 16};
 constexpr Uv warmLamp = {1.5 / 16, 8.58 / 16}, coolLamp = {1.5 / 16, 9.58 / 16};
 
 constexpr Uv neon = {1.0 / 16, 13.0 / 16},
-             harp = {2.0 / 16, 13.0 / 16};  // dabs of the band's edge and strings
+             harp = {2.0 / 16, 13.0 / 16};     // dabs of the band's edge and strings
+constexpr Uv beamlit = {1.0 / 16, 15.0 / 16};  // what shines as if the beams lit it
 
 }  // namespace hull
 
