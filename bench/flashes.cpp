@@ -143,7 +143,8 @@ Tally drawn(SteppedShow& show, Meter& meter, int begin, int end) {
             low = std::min(low, mean), high = std::max(high, mean);
             continue;
         }
-        if (frame > begin) tally.swings.push_back(high - low);
+        // Before beat 0 nothing is on the grid.
+        if (frame > begin && beatOf(frame - 1) >= 0) tally.swings.push_back(high - low);
         low = high = mean;
     }
     return tally;

@@ -165,7 +165,7 @@ void makeStudio(const char* path) {
     makeSphereMap(path, lamps, [&](Direction towards) {
         const float ahead = smoothstep(-0.3f, 0.8f, towards.z);
         const Rgba floor = light(0.001f, 0.002f, 0.003f), sky = light(0.002f, 0.003f, 0.005f);
-        const Rgba fill = mix(light(0.012f, 0.008f, 0.004f), light(0.010f, 0.014f, 0.020f),
+        const Rgba fill = mix(light(0.004f, 0.003f, 0.001f), light(0.003f, 0.004f, 0.006f),
                               smoothstep(-0.25f, 0.25f, towards.y));
         const float beyond = smoothstep(-0.56f, -0.84f, towards.z);
         const float aside = towards.x / (std::hypot(towards.x, towards.y) + 1e-4f);
@@ -186,7 +186,7 @@ void makeStudio(const char* path) {
         return mix(floor, sky, smoothstep(-0.1f, 0.1f, towards.y)) * ahead +
                fill * smoothstep(0.45f, 0.95f, towards.z) +
                (left + right + (over + under) * upright) * beyond + cometLight(towards) +
-               light(0.030f, 0.045f, 0.07f) * (bell(towards.y, 0.03f) * smoothstep(-0.5f, 0.0f, towards.z));
+               light(0.015f, 0.022f, 0.035f) * (bell(towards.y, 0.03f) * smoothstep(-0.5f, 0.0f, towards.z));
     });
 }
 
