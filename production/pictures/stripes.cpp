@@ -20,8 +20,8 @@ constexpr float unitsPerRepeat = 500;
 // back, or a beat makes one fuchsia of them.
 const std::vector<Stop> tints = {
     {-190, opaque(0.180f, 0.055f, 0.000f)}, {-160, opaque(0.170f, 0.012f, 0.004f)},
-    {-130, opaque(0.160f, 0.050f, 0.000f)}, {-100, opaque(0.140f, 0.012f, 0.010f)},
-    {-70, opaque(0.120f, 0.055f, 0.000f)},  {-40, opaque(0.100f, 0.008f, 0.014f)},
+    {-130, opaque(0.160f, 0.058f, 0.000f)}, {-100, opaque(0.140f, 0.012f, 0.010f)},
+    {-70, opaque(0.120f, 0.080f, 0.000f)},  {-40, opaque(0.100f, 0.008f, 0.014f)},
     {-18, opaque(0.060f, 0.010f, 0.026f)},  {18, opaque(0.026f, 0.012f, 0.060f)},
     {40, opaque(0.022f, 0.006f, 0.110f)},   {70, opaque(0.004f, 0.036f, 0.140f)},
     {100, opaque(0.024f, 0.008f, 0.160f)},  {130, opaque(0.000f, 0.040f, 0.180f)},
