@@ -72,8 +72,9 @@ BuiltProgram buildProgram(const std::optional<std::string>& vertex,
 
 int Demo::loadShader(const char* base, const char* name) {
     const std::string path = base;
-    const BuiltProgram built = buildProgram(readWholeFile((path + ".vs").c_str()),
-                                            readWholeFile((path + ".fs").c_str()), checkGlError);
+    const auto vertex = readWholeFile((path + ".vs").c_str());
+    const auto fragment = readWholeFile((path + ".fs").c_str());
+    const BuiltProgram built = buildProgram(vertex, fragment, checkGlError);
     shaders[name] = built.program;
     char log[logSize];
     switch (built.failed) {

@@ -217,8 +217,9 @@ TEST(Pictures, StripesAreTintedAlongTAndNotCut) {
         ASSERT_LT(g, 24) << y;
         ASSERT_LT(std::max(r, b), 64) << y;
         const bool above = y < picture.height / 2;  // the first row is the eye's height, and T repeats
-        if (std::abs(y - picture.height / 2) > 80 && std::min(y, picture.height - y) > 80)
+        if (std::abs(y - picture.height / 2) > 80 && std::min(y, picture.height - y) > 80) {
             ASSERT_GT(above ? b : r, 3 * (above ? r : b)) << y;
+        }
         greens += !green && g > 6;
         green = g > (green ? 4 : 6);
         for (int x = 0; x < picture.width; x += 17)
