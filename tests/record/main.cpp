@@ -15,6 +15,7 @@
 #include "app/startup.h"
 #include "app/window.h"
 #include "render/demo.h"
+#include "render/screen.h"
 #include "script/timeline.h"
 #include "tests/record/recorder.h"
 
@@ -31,6 +32,7 @@ constexpr double moments[] = {
 };
 
 std::vector<std::string> recordShow() {
+    keepFramesUnscaled();
     app.screen = openWindow(false);
     record::say("== start-up");
     initialiseDemo();
