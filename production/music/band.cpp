@@ -257,7 +257,10 @@ std::vector<Part> band() {
                 .chorus = 0.3f}),
         chords("strings", 4, {55, 79}, playedBy(strings),
                {.level = -12, .width = 2, .lowCut = 250, .duck = 0.7f, .hall = -12}),
-        chords("choir", 4, {50, 74}, playedBy(choir),
+        // The same, kept under a tune.
+        chords("violas", 4, {50, 70}, playedBy(strings),
+               {.level = -12, .width = 2, .lowCut = 250, .duck = 0.7f, .hall = -12}),
+        chords("choir", 4, {55, 70}, playedBy(choir),
                {.level = -13, .width = 0.75f, .lowCut = 200, .duck = 0.5f, .hall = -8, .chorus = 0.4f}),
         chords("stab", 4, {50, 77}, playedBy(stab),
                {.level = -12,
@@ -283,7 +286,7 @@ std::vector<Part> band() {
         arpeggio("robot", {57, 96}, playedBy(robot),
                  {.level = -10, .pan = 0.25f, .width = 0.7f, .lowCut = 250, .room = -10, .echo = -10}),
         line("counter", {57, 76}, playedBy(strings),
-             {.level = -10, .lowCut = 250, .duck = 0.65f, .hall = -12}),
+             {.level = -10, .width = 1.7f, .lowCut = 250, .duck = 0.65f, .hall = -12}),
 
         // Melody
         melody("hook", {55, 89}, playedBy(hook),
@@ -299,9 +302,9 @@ std::vector<Part> band() {
                {.level = -7, .lowCut = 300, .room = -14, .hall = -16, .echo = -14}),
         melody("wood", {50, 89}, struck({boxKnock(hertzOf(woodPitch), 0.5f)}, woodPitch),
                {.level = -6, .pan = 0.1f, .lowCut = 180, .room = -10, .hall = -16, .echo = -14}),
-        melody("bells", {55, 94}, playedBy(bells),
+        melody("bells", {55, 96}, playedBy(bells),
                {.level = -7, .width = 0.5f, .lowCut = 200, .hall = -10, .echo = -11}),
-        melody("voice", {53, 81}, playedBy(voice),
+        melody("voice", {53, 82}, playedBy(voice),
                {.level = -8, .width = 0.8f, .lowCut = 180, .room = -16, .hall = -10, .echo = -12}),
     };
 }

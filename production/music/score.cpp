@@ -17,13 +17,13 @@ constexpr char theme1[] =
 // What answers it where it breathes, in the strokes of the ship's hook.
 constexpr char theme1Answers[] =
     "-:16 | -:10 D5:1 -:1 D5:1 F5:2 D5:1 | -:16 | -:10 C5:1 -:1 C5:1 F5:2 A5:1 | -:16 | "
-    "-:10 G5:1 -:1 G5:1 Bb5:2 G5:1 | "
+    "-:10 F5:1 -:1 F5:1 Bb5:2 F5:1 | "
     "-:16 | -:10 F#5:1 A5:1 C6:2 A5:2";
 // The same with runs between its long notes.
 constexpr char theme1Runs[] =
     "G4:3' D5:5' Eb5:1 D5:1 C5:2 Bb4:4 | C5:3 Bb4:3 G4:4 -:2 A4:2 Bb4:2 | "
     "F4:3' D5:5' F5:2 D5:2 C5:2 -:2 | C5:6' A4:4 -:2 F4:2 A4:2 | "
-    "G4:3' D5:3 G5:4' A5:1 G5:1 F5:2 D5:2 | Eb5:3 D5:3 Bb4:4 -:2 C5:2 D5:2 | "
+    "G4:3' D5:3 G5:4' A5:1 G5:1 F5:2 D5:2 | Eb5:3 C5:3 Ab4:4 -:2 C5:2 D5:2 | "
     "Eb5:3' D5:3 C5:4 Eb5:2 D5:2 C5:2 | C5:6' F4:2 A4:4 -:4";
 // A third or a sixth below it.
 constexpr char theme1Below[] =
@@ -32,6 +32,8 @@ constexpr char theme1Below[] =
 // The same under the runs, from their third to their sixth bar, over the greetings' chords.
 constexpr char theme1RunsBelow[] =
     "D4:3 Bb4:5 D5:2 Bb4:2 A4:2 -:2 | A4:6 F4:4 -:6 | D4:3 Bb4:7 D5:2 Bb4:4 | C5:3 Ab4:3 Eb4:4 -:6";
+// And sixths below its end, with a step up to the second theme.
+constexpr char theme1RunsSixths[] = "G4:3' F4:3 Eb4:4 G4:2 F4:2 Eb4:2 | Eb4:6' A3:2 C4:4 F4:2 A4:2";
 // Its first half in notes twice as long, over the chords of the smoke.
 constexpr char theme1Slow[] =
     "G4:6 D5:10 | -:4 C5:4 A4:8 | C5:6 Bb4:6 G4:4 | -:8 F4:4, Bb4:4, | G4:6 F5:10 | -:4 D5:4 C5:8 | "
@@ -55,14 +57,27 @@ constexpr char hook[] =
     "D5:2' -:1 D5:2 -:1 F5:2' D5:2 C5:2 -:4 | Bb4:2' -:1 C5:2 -:1 D5:2 G5:4' -:4 | "
     "Eb5:2' -:1 Eb5:2 -:1 G5:2' Eb5:2 C5:2 -:4 | Bb4:2' -:1 C5:2 -:1 F5:2 A5:4' -:4";
 
+// What rings over the first theme's question there, thirds and sixths above it and never to the summit.
+constexpr char climaxBells[] =
+    "A5:3' C6:7' B5:2 A5:4 | A5:3 A5:3 C6:4 -:6 | G5:3' C6:5' D6:2 C6:2 B5:4 | B5:6' D6:4 -:6";
+
+// A third or a sixth below its second half.
+constexpr char hookBelow[] =
+    "Bb4:2' -:1 Bb4:2 -:1 D5:2' Bb4:2 A4:2 -:4 | G4:2' -:1 A4:2 -:1 Bb4:2 Bb4:4' -:4 | "
+    "C5:2' -:1 C5:2 -:1 Eb5:2' C5:2 G4:2 -:4 | G4:2' -:1 A4:2 -:1 D5:2 F5:4' -:4";
+
 // What the climax answers to the first theme's question: up instead of down, to the highest note of all.
 constexpr char climaxAnswer[] =
     "C6:3' B5:3 A5:6 E5:2 A5:2 | C6:3' D6:3 C6:4 A5:4 -:2 | F5:2 A5:2 D6:6' C6:2 B5:2 A5:2 | "
     "B5:6' G#5:2 E6:7' -:1";
 // The second half of the question, which fits under that answer: one falls while the other climbs.
 constexpr char climaxBelow[] =
-    "A4:3' E5:7' D5:2 C5:4 | F5:3 E5:3 C5:6 -:4 | D5:3 E5:3 F5:6' E5:2 D5:2 | E5:6' D5:2 B4:2 G#4:4 "
+    "A4:3' E5:7' D5:2 C5:4 | F5:3 E5:3 C5:6 -:4 | D5:3 E5:3 F5:4' E5:2 D5:2 F5:2 | E5:6' D5:2 B4:2 G#4:4 "
     "B4:2";
+
+// What the awake one calls between the strokes, twice.
+constexpr char calls[] = "-:8 D5:2' D5:2 F5:2' D5:2";
+constexpr char callsHigher[] = "-:8 G5:2' Bb5:2' G5:2 D5:2";
 
 // A song of the light that sinks: half steps against the one low D.
 constexpr char sinkingSong[] =
@@ -110,7 +125,7 @@ constexpr char halfTimeKick[] = "X..x..x...x..x.. X..x..x.....x.x.";
 constexpr char dropKick[] =
     "X...x...X...x... X...x...X...x..o X...x...X...x... X...x...X....... "
     "X..x..x.X..x.... X..x..x.X..x.x.. X...x...X...x... X...x...........";
-constexpr char brokenKick[] = "X.....x...X..... X.....x..xX...o. X.....x...X..... X.....x.x.X..x..";
+constexpr char brokenKick[] = "X.....x...X..... X.....x..xX...o. X.....x.x.X..x..";
 // Soft strokes between the snare's, answering each other over four bars.
 constexpr char ghosts[] = ".......:.o...... .......:.o....:o .......:.o..:... ..:....:.o....oo";
 constexpr char ghostsLate[] = "..:...o......:.. ..:....o.:...... ..:...o......:o. .:....o..:..:.o.";
@@ -127,13 +142,12 @@ constexpr char hatsBroken[] = "x.:ox.o:x:.ox.:x x.:ox.o:x:oox.::";
 // Basses
 constexpr char drivingBass[] = "R.rr..r.r.rr..o. R.rr..r.r.r.s.o.";
 constexpr char rollingBass[] = "..rr.rRr..rr.oRr ..rr.rRr..rr.oRr ..rr.rRr..rr.oRr ..rr.rRr..r.fosr";
-constexpr char growlTalk[] = "R-rr..o-t-R-.... ....R-r.rrs-a-f-";
+constexpr char growlTalk[] = "R-rr..o-t-R-.... R-..R-r.rrs-a-f-";
 constexpr char boxBass[] = "R--..r..o-..s.r. R--..r.r..o.f.s.";
 // The drop: each second bar the line stops halfway, and the growl answers.
 constexpr char dropBass[] =
     "R--r--R-.r.r--o. R--r--R-........ R--r--R-.r.r--o. R--r--R-........ "
     "R--r--R-.r.r--o. R--r--R-........ R--r--R-.rr.f-t. R--t-r-s";
-constexpr char dropGrowl[] = "................ ........R-r-t-o- ................ ........R-rrs-f-";
 constexpr char brokenBass[] = "R-----r-..R---o- R-----r-..R-f-s-";
 constexpr char tornBass[] = "R-r.o.r-..t-r-s- R-r.o.r-..t-a-f-";
 constexpr char tornBassFull[] = "RrrrorrsrtRrorss Rrrrorr-f-trra-o";
@@ -151,7 +165,9 @@ constexpr char turning[] = "0123210342312013 0132431254321031";
 
 // Fills, none like another
 constexpr char tomsDown[] = "D3:2 C3:1 C3:1 Bb2:1 Bb2:1 G2:1 G2:1";
-constexpr char tomsHalfTime[] = "G2:3 -:3 Bb2:2 G2:2 -:2 C3:2 D3:2 | G2:3 -:3 Bb2:2 G2:2 -:2 F#2:2 A2:2";
+constexpr char tomsHalfTime[] =
+    "G2:3 -:3 Bb2:2 G2:2 -:2 C3:2 D3:2 | G2:3 -:3 Bb2:2 G2:2 -:2 G2:2 Bb2:2 | "
+    "G2:3 -:3 Bb2:2 G2:2 -:2 C3:2 D3:2 | G2:3 -:3 Bb2:2 G2:2 -:2 F#2:2 A2:2";
 
 // A drone, wind, pieces of the theme; the riser ends on the impact.
 const std::vector<Cue> title = {
@@ -160,10 +176,11 @@ const std::vector<Cue> title = {
      "r--------------- ---------------- ---------------- ---------------- ----------------",
      {},
      {-12, -5}},
-    {"wind", "G4:40 D4:40", {}, -2, {0.3f, 0.7f}},
+    {"wind", "G4:48", {-9, -6}, -2, {0.3f, 0.5f}},
+    {"wind", "D4:48", {-7, -4}, -2, {0.5f, 0.7f}},
     {"bells", titleBells, {}, -2},
     {"arp", titlePieces, {}, {-4, 0}, {0.1f, 0.55f}},
-    {"glass", "0...3...4...2... ....5...3.....1.", {-7, -4}, {-8, 0}, {0, 0.5f}},
+    {"glass", "0...3...4...2... ....5...3.....1.", {-7, -5}, {-8, -2.5f}, {0, 0.35f}},
     {"choir", held, {-7, -4}, {-14, -6}, {0, 0.4f}},
     {"riser", "C4:32", {-6, -4}, -2, 0.7f},
     {"reverse", "C4:16", {-5, -4}},
@@ -177,30 +194,34 @@ const std::vector<Cue> tunnel = {
     {"drone", "G2+D3:48 A2+D3:16", {}, {-6, -10}, {0.9f, 0.5f}},
     {"pad", held, {}, {-8, -2}, {0.15f, 0.5f}},
     {"thump", backbeat, {-4, -1}, {-3, 0}},
-    {"tick", "x...o...x...o... x...o...x..:o... x.o.x.o.x.o.x.o. xoxoxoxoxoxoxoxo", {}, {-5, 2}},
+    {"tick", "x...o...x...o... x...o...x..:o... x.o.x.o.x.o.x.o. xoxoxoxoxoxoxox.", {}, {-5, -1}},
     {"glass", "0.2.3.2.0.2.4.2. 0.2.3.5.4.3.2.1.", {}, {-9, 0}, {0.1f, 0.8f}},
-    {"bells", "-:8 D6:4, C6:4, | -:16 | -:8 D6:4 Eb6:4 | D6:12 -:4", {}, -4, 0.4f},
+    {"bells", "-:8 D6:4, C6:4, | -:8 G6:4, D6:4, | -:8 D6:4 Eb6:4 | G6:8 F#6:8", {}, -4, 0.4f},
     {"bass", "r.r.r.r.r.r.r.r. r.r.r.r.rrr.rrr.", {-2, 0}, {-8, -3}, {0, 0.4f}},
-    {"riser", "C4:28", {-2, -0.25f}, -4, 0.9f},
+    {"riser", "C4:28", {-2, -0.25f}, -7, 0.9f},
     {"roll", ":::o::ooxoxx", {-1, -0.25f}, {-8, 0}},
-    {"toms", "D3:1 C3:1 Bb2:1 G2:1", {-0.25f, 0}, 2},
+    {"toms", "D3:1 C3:1 Bb2:1", {-0.25f, -0.0625f}, -1},
 };
 
 // The camera jumps on each bar, the slam is on each bar's last beat, the hook leaves room for it.
 const std::vector<Cue> ship = {
-    {"kick", fourWithPickUp, {}, -0.5f},
-    {"crash", once, {0, 1}, -3},
+    {"impact", once, {0, 1}, -3},
+    {"kick", fourWithPickUp, {0, 4}, 1},
+    {"kick", fourWithPickUp, {4, 8}, -0.5f},
+    {"crash", once, {0, 1}},
     {"snare", "....x..........."},
     {"snare", ghosts, {4, 8}, -6},
-    {"slam", "............X..."},
+    {"slam", "............X...", {0, 7}, 2},
+    {"slam", "............X...", {7, 8}},
     {"hat", hatsEighth, {0, 4}, -3},
     {"hat", hatsSixteenth, {4, 8}, -1.5f},
     {"openHat", offbeats, {2, 8}, {-8, -2}},
-    {"bass", drivingBass, {}, 1, {0.4f, 0.75f}},
+    {"bass", drivingBass, {0, 4}, 2.5f, {0.4f, 0.55f}},
+    {"bass", drivingBass, {4, 8}, 1, {0.55f, 0.75f}},
     {"stab", "X.........x.....", {0, 4}, {-2, 0}, {0.4f, 0.55f}},
     {"stab", "..x...x...x.....", {4, 8}, {0, 1}, {0.55f, 0.75f}},
     {"hook", hook, {}, {-1, 1}, {0.45f, 0.8f}},
-    {"second", barsOf(hook, 4, 8), {4, 8}, 1, 0.6f, 12},
+    {"second", hookBelow, {4, 8}, 2, 0.6f},
     {"glass", "0.2.3.2.4.2.3.1. 0.2.3.2.5.4.3.2.", {}, {-5, -1}, {0.4f, 0.8f}},
     {"pad", held, {4, 8}, {-4, 0}, {0.4f, 0.7f}},
     {"toms", tomsDown, {7.5f, 8}},
@@ -212,18 +233,19 @@ const std::vector<Cue> stripes = {
     {"impact", once, {8, 9}, -6},
     {"crash", once, {8, 9}},
     {"fall", "C4:32", {8, 10}, -6},
-    {"kick", gapKick, {8, 15}, 0.5f},
-    {"kick", "X...x...X...x.x.", {15, 16}},
+    {"kick", gapKick, {8, 12}, 0.5f},
+    {"kick", "X...X...X...X...", {12, 15.75f}, 0.5f},
     {"snare", backbeat, {8, 15}, 1.5f},
     {"snare", ghosts, {}, -6},
     {"clap", backbeat, {8, 16}, {-5, -1}},
     {"hat", "..x:..x:..x:..xo ..x:..x:..x:o.xx", {8, 12}, -2},
     {"hat", hatsPushing, {12, 16}, -4},
     {"openHat", offbeats, {12, 16}, -1, 0.6f},
-    {"bass", rollingBass, {}, 0, {0.4f, 0.6f}},
+    {"bass", rollingBass, {8, 15.75f}, 0, {0.4f, 0.6f}},
     {"lead", theme1, {}, 2, {0.6f, 0.8f}},
-    {"hook", theme1Answers, {}, {-3, 0}, 0.7f},
-    {"strings", held, {}, {-1, 2}, {0.5f, 0.75f}},
+    {"hook", theme1Answers, {}, {0, 3}, 0.7f},
+    {"violas", held, {8, 12}, {-2, -0.5f}, {0.5f, 0.6f}},
+    {"strings", held, {12, 16}, {0.5f, 2}, {0.6f, 0.75f}},
     {"second", barsOf(theme1Below, 4, 8), {12, 16}, 0, 0.6f},
     {"arp", turning, {12, 16}, {1, 5}, {0.4f, 0.8f}},
     {"climb", "G3:32", {14, 16}, -2, 0.8f},
@@ -235,22 +257,23 @@ const std::vector<Cue> torn = {
     {"impact", onceHard, {16, 17}, -2},
     {"crash", onceHard, {16, 17}},
     {"kick", tornKick, {16, 18}, -1.5f},
-    {"kick", halfTimeKick, {18, 22}, -0.5f},
+    {"kick", halfTimeKick, {18, 22}, 0.5f},
     {"kick", tornKickFull, {22, 24}, -1.5f},
     {"snare", tornSnare, {16, 18}, -1},
-    {"snare", "........X....... ........X..o..::", {18, 22}, 0.5f},
+    {"snare", "........X....... ........X..o..::", {18, 22}, 1.5f},
     {"snare", tornSnareFull, {22, 24}, -1.5f},
-    {"slam", "............X...", {19, 20}, -2},
+    {"slam", "............X...", {18, 21}, -2},
     {"slam", "............X...", {23, 24}, -2},
     {"hat", hatsTorn, {16, 18}, -2},
     {"hat", "x:o:x:o:x:o:x:oo", {18, 20}, 2},
     {"hat", hatsTornFull, {20, 24}, {0, 1}},
     {"growl", tornBass, {16, 18}, -1.5f, {0.5f, 0.8f}},
-    {"growl", growlTalk, {18, 22}, -2, {0.45f, 0.7f}},
+    {"growl", growlTalk, {18, 22}, -1, {0.45f, 0.7f}},
+    {"sub", "R-rr..r-t-R-.... R-..R-r.rr......", {18, 22}, 2},
     {"growl", tornBassFull, {22, 24}, -1.5f, {0.8f, 1}},
     {"siren", tornSiren, {}, {-2.5f, 0}, {0.5f, 0.85f}},
     {"hook", "D5:2' -:1 D5:2 -:1 F5:2' D5:2 C5:2 -:4", {21, 22}, -1, 0.8f},
-    {"stab", "x--x--x-........ x--x--x-..x-x...", {}, {-1, 1}, {0.7f, 0.9f}},
+    {"stab", "x--x--x-..x-.... x--x--x-..x-x...", {}, {-1, 1}, {0.7f, 0.9f}},
     {"arp", "0101201020130102", {20, 24}, {0, 5}, {0.4f, 0.9f}},
 };
 
@@ -281,11 +304,12 @@ const std::vector<Cue> boxes = {
 // the reed against the bells, each with more light above it.
 const std::vector<Cue> smoke = {
     {"fall", "C4:32", {32, 34}, -4},
-    {"sub", "r---------------", {}, -4},
+    {"sub", "r---------------", {32, 36}, -4},
+    {"sub", "r-------r-------", {36, 40}, -4},
     {"bells", theme1Slow, {}, 0, 0.6f},
     {"pad", held, {33, 36}, {-7, -2}, {0.3f, 0.55f}},
     {"pad", held, {36, 40}, {-2, -1}, {0.5f, 0.9f}},
-    {"horn", "-:12 D4:4 | C4:12 -:4", {34, 36}, -2, 0.5f},
+    {"horn", "-:12 D4:4 | C4:8 Bb3:4 -:4", {34, 36}, -2, 0.5f},
     {"reed", smokeSong, {36, 40}, {-6, -3}, {0.4f, 0.7f}},
     {"glass", "0...2...3...4... 0...3...2...4...", {32, 36}, -2, {0.3f, 0.6f}},
     {"glass", "4...2...5...3... 4...6...5...3...", {36, 40}, {-3, -1}, {0.5f, 0.9f}},
@@ -296,7 +320,8 @@ const std::vector<Cue> smoke = {
     {"tick", "o...o...o...o...", {32, 36}, -8},
     {"tick", "o.:.o.:.o.:.o.::", {36, 40}, {-7, -4}},
     {"shaker", "....:.......:...", {36, 40}, {-6, 0}},
-    {"wind", "G4:64 D4:64", {}, -10, {0.7f, 0.5f}},
+    {"wind", "G4:72", {32, 36.5f}, -10, 0.7f},
+    {"wind", "D4:72", {35.5f, 40}, -10, 0.6f},
     {"reverse", "C4:16", {39, barAt(showtime::robot)}, -2},
 };
 
@@ -343,44 +368,54 @@ const std::vector<Cue> awake = {
     {"hat", hatsDrop, {50, 56}, 0.5f},
     {"openHat", offbeats, {48, 55}, 0, 0.6f},
     {"bass", dropBass, {48, 55.5f}, 1, {0.55f, 0.75f}},
-    {"growl", dropGrowl, {48, 54}, 0, {0.5f, 0.7f}},
+    {"growl", "........R-r-t-o-", {49, 50}, -4, 0.55f},
+    {"growl", "........R-rrs-f-", {51, 52}, -2, 0.6f},
+    {"growl", "........R-r-t-o-", {53, 54}, -4, 0.7f},
     {"sub", "r-------", {55.5f, 56}},
     {"stab", "X--x--x--x-..x-- X--x--x.........", {48, 50}, 1, 0.7f},
     {"stab", dropStabs, {50, 56}, 0, {0.6f, 0.8f}},
-    {"voice", "-:8 D5:2' -:2 F5:3 -:1", {49, 50}, -2, 0.55f},
-    {"voice", "-:8 G5:2' -:2 D5:3 -:1", {53, 54}, -2, 0.55f},
+    {"voice", calls, {49, 50}, 4, 0.55f},
+    {"hook", calls, {49, 50}, -1, 0.75f},
+    {"voice", callsHigher, {53, 54}, 4, 0.55f},
+    {"hook", callsHigher, {53, 54}, -1, 0.75f},
     {"hook", "Bb5:2' -:1 Bb5:2 -:1 D6:2' Bb5:2 G5:2 -:4", {48, 49}, -1.5f, 0.8f},
-    {"hook", "G5:2' -:1 G5:2 -:1 Bb5:2' -:8", {51, 52}, -1, 0.75f},
-    {"lead", "G4:3' D5:7' C5:2 Bb4:4", {50, 51}, -1, 0.7f},
-    {"lead", "G4:3' Eb5:7' D5:2 C5:4", {52, 53}, -1, 0.7f},
-    {"lead", "A4:3' F#5:7' G5:2 A5:4", {54, 55}, -1, 0.7f},
+    {"hook", "G5:2' -:1 G5:2 -:1 Bb5:2' F5:2 D5:2 F5:4'", {51, 52}, -1, 0.75f},
+    {"lead", "G4:3' D5:7' C5:2 Bb4:4", {50, 51}, 1, 0.7f},
+    {"lead",
+     "G4:3' Eb5:7' D5:2 C5:4 | Eb5:3 D5:3 C5:2 Bb4:4 G4:4 | A4:3' F#5:7' G5:2 A5:4",
+     {52, 55},
+     1,
+     0.7f},
     {"strings", held, {52, 56}, -2, 0.7f},
-    {"arp", "0..1..2.3..2..1. 4..3..2.1..2..3.", {50, 56}, 2, 0.7f, 12},
+    {"arp", "0..1..2.3..2..1. ................", {50, 54}, 2, 0.7f, 12},
+    {"robot", "................ 6..5..4.5..3..4.", {50, 54}, 3, 0.7f},
+    {"arp", "0..1..2.3..2..1. 4..3..2.1..2..3.", {54, 56}, 2, 0.7f, 12},
 };
 
 // Greetings: the first theme with runs, which lead and reed hand to each other, a third voice below; every
 // beat is struck.
 const std::vector<Cue> greetings = {
+    {"impact", onceHard, {56, 57}, -3},
     {"crash", onceHard, {56, 57}, 3},
-    {"kick", "X...x...X...x... X...x...X...x..o X...x...X..xx... X...x..oX...x.o.", {56, 63.5f}, 1.5f},
-    {"snare", "....x.......x..: ....x.......x.o. ....x.......x..: ....x..:....xo.o", {56, 63.5f}, -4},
+    {"kick", "X...x...X...x... X...x...X...x..o X...x...X..xx... X...x..oX...x.o.", {56, 63.5f}, 0.5f},
+    {"snare", "....x.......x..: ....x.......x.o. ....x.......x..: ....x..:....xo.o", {56, 63.5f}, -1.5f},
     {"clap", "....x..x....x... ....x..x..x.x...", {56, 63}, -5},
-    {"toms", "G2:4", {63, 63.25f}, 2},
-    {"hat", "x.o.x.o.x.o.x.oo", {56, 60}, -0.5f},
+    {"toms", "G2:4 -:4 C3:4 A2:4", {63, 64}, 2},
+    {"hat", "x.o.x.o.x.o.x.oo", {56, 58}, 1},
+    {"hat", "x.o.x.o.x.o.x.oo", {58, 60}, -0.5f},
     {"hat", "x:o:x:o:x:o:x:oo", {60, 63.5f}, {-1, -3}},
-    {"shaker", "x:ox:oxox:ox:oxo x:ox:oxox:oxxoxo", {58, 63.5f}, {-2, 1.5f}},
+    {"shaker", "x:ox:oxox:ox:oxo x:ox:oxox:oxxoxo", {56, 63.5f}, {-2, 1.5f}},
     {"openHat", "..............x.", {60, 63.5f}, -3, 0.6f},
     {"bass", drivingBass, {56, 63}, 2.8f, {0.25f, 0.45f}},
     {"sub", "r---------------", {63, 64}, -4},
     {"lead", barsOf(theme1Runs, 0, 2), {56, 58}, -1, {0.55f, 0.6f}},
     {"reed", barsOf(theme1Runs, 2, 4), {58, 60}, -2, 0.7f},
     {"lead", barsOf(theme1Runs, 4, 8), {60, 64}, -1, {0.65f, 0.75f}},
-    {"reed", barsOf(theme1Runs, 6, 8), {62, 64}, -3, 0.7f, -12},
+    {"reed", theme1RunsSixths, {62, 64}, -2, 0.7f},
     {"second", theme1RunsBelow, {58, 62}, -1, 0.5f},
-    {"pluck", "x..x..x...x.x... ..x..x..x...x.x.", {56, 63.5f}, -1, {0.4f, 0.6f}},
+    {"pluck", "x..x..x...x.x... ..x..x..x...x.x.", {56, 63.5f}, 1, {0.4f, 0.6f}},
     {"strings", held, {60, 64}, {-4, 0}, 0.5f},
     {"pad", held, {56, 60}, -2.5f, 0.6f},
-    {"reed", "-:12 F4:2 A4:2", {63, 64}, -2, 0.7f},
     {"hat", "xxx:xxXX", {63.5f, 64}, {-3, 2}},
 };
 
@@ -390,19 +425,21 @@ const std::vector<Cue> room = {
     {"thump", "x...x...", {64, 64.5f}},
     {"reed", theme2, {64, 70}, -2.5f, {0.7f, 0.85f}},
     {"voice", "Eb4+G4+Bb4:3' -:1 Eb4+G4+Bb4:3 -:1 F4+A4+C5:6' -:2", {64.5f, 65.5f}, 1, {0.6f, 0.3f}},
-    {"impact", "X.......", {64.5f, 65}, -1},
+    {"impact", "X.......", {64.5f, 65}, -4},
     {"crash", "X.......", {64.5f, 65}, -1},
     {"kick", "X.......", {64.5f, 65}},
-    {"kick", brokenKick, {65, 70}, 1.5f},
+    {"kick", brokenKick, {65, 68}, 0.5f},
+    {"kick", "X...x...X...x... X...x...X...x..o", {68, 70}, 0.5f},
     {"snare", "........X......: ........X..:.o..", {65, 70}},
-    {"clap", "........x.......", {66, 70}, -2},
+    {"clap", "....x...x...x...", {66, 70}, -2},
     {"rim", "o...x...o...x..:", {65, 70}, 0},
+    {"hat", "x.:o:x::", {64.5f, 65}, -2},
     {"hat", hatsBroken, {65, 70}, -2},
     {"shaker", "xo:xxo:xxo:xxo:x", {67, 70}, -3},
     {"bass", brokenBass, {64.5f, 70}, 2, {0.4f, 0.65f}},
     {"pad", held, {64, 70}, {-3, -1}, {0.4f, 0.6f}},
     {"counter",
-     "1-------3------- 5-------3------- 3-------5------- 5-------1-------",
+     "1-------3------- 5---3---1---3--- 3-------5------- 5-------1-------",
      {66, 70},
      {-3.5f, -0.5f},
      0.6f},
@@ -442,13 +479,13 @@ const std::vector<Cue> climax = {
     {"lead", barsOf(theme1Runs, 0, 4), {72, 76}, 2, {0.7f, 0.85f}, 2},
     {"reed", climaxAnswer, {76, 80}, 1, {0.8f, 0.95f}},
     {"lead", climaxBelow, {76, 80}, 1, {0.8f, 0.9f}},
-    {"bells", barsOf(theme1Runs, 0, 4), {72, 76}, 0.6f, 0.7f, 14},
-    {"second", "-:4 F5:4' A5:6' G5:2", {73, 74}, 0, 0.7f},
-    {"second", "G5:4' -:4 B5:6' -:2", {75, 76}, 0, 0.7f},
-    {"strings", held, {}, 1, 0.75f},
+    {"bells", climaxBells, {72, 76}, 0.6f, 0.7f},
+    {"reed", "-:4 F5:4' A5:6' G5:2", {73, 74}, -1, 0.7f},
+    {"reed", "G5:4' -:4 B5:6' -:2", {75, 76}, -1, 0.7f},
+    {"strings", held, {}, -1, 0.75f},
     {"counter", "1---5---3------- 5---3---1---3---", {76, 80}, 2, 0.7f},
     {"stab", "................ X..x..x.x.x.....", {72, 76}, 2, 0.8f},
-    {"arp", climbing, {}, 4, {0.6f, 0.9f}},
+    {"arp", climbing, {}, 2, {0.6f, 0.9f}},
     {"toms", "D3:2 A2:2 E3:2 E2:2", {79.5f, 80}, 2},
 };
 
@@ -462,24 +499,32 @@ const std::vector<Cue> credits = {
     {"snare", backbeat, {80, 84}, -1},
     {"hat", "x:o:x:o:x:o:x:o:", {80, 84}, {-2, -6}},
     {"openHat", offbeats, {80, 82}, -4},
-    {"shaker", "xo:xxo:xxo:xxo:x", {82, 86}, {-2, -8}},
+    {"shaker", "xo:xxo:xxo:xxo:x", {82, 85.75f}, {-2, -8}},
     {"tick", everyBeat, {84, 88}, -7},
     {"bass", drivingBass, {80, 84}, {0, -3}, {0.5f, 0.1f}},
-    {"sub", "r---------------", {84, 88}, {-6, -9}},
+    {"sub", "r---------------", {84, 87}, {-6, -8}},
+    {"sub", "r-------r-------", {87, 88}, {-8, -9}},
     {"lead", barsOf(theme2Raised, 0, 4), {80, 84}, {-2, -4}, {0.7f, 0.3f}},
-    {"bells", theme2Raised, {}, {-5, -1}},
+    {"bells", barsOf(theme2Raised, 0, 4), {80, 84}, {-6, -5}, 0.5f, 12},
+    {"bells", barsOf(theme2Raised, 4, 8), {84, 88}, {-3, -1}},
     {"ride", "x.x.x.x.x.x.x.x.", {80, 82}, {-3, -12}},
     {"pad", held, {}, {-1, 1.5f}, {0.6f, 0.3f}},
     {"choir", held, {84, 88}, -3, {0.4f, 0.1f}},
     {"arp", climbing, {80, 84}, {4, -4}, {0.7f, 0.3f}},
-    {"hook", "-:12 B4:1 E5:1 G5:2 | -:16 | -:12 F5:1 A5:1 C6:2 | -:16", {82, 86}, {-6, -10}, {0.5f, 0.3f}},
+    // Each time the hook runs up to a card, and glass rings where the card is there.
+    {"hook", "D5:1 E5:1 A5:4'", {81.875f, 82.25f}, -6, 0.5f},
+    {"hook", "E5:1 G5:1 C6:5'", {83.8125f, 84.25f}, -8, 0.45f},
+    {"hook", "B4:1 D5:1 G5:4'", {85.625f, 86}, -10, 0.4f},
+    {"glass", "6---", {82, 82.25f}, -1, 0.6f},
+    {"glass", "6---", {83.9375f, 84.1875f}, -1, 0.6f},
+    {"glass", "6---", {85.75f, 86}, -2, 0.5f},
     {"glass", "0...2...3...4...", {84, 88}, -5, {0.5f, 0.3f}},
 };
 
 // Echoes in the dark, and the last hit on beat 368.
 const std::vector<Cue> echoes = {
     {"pad", held, {88, 92}, {-3, -10}, {0.3f, 0.1f}},
-    {"drone", "A2:64", {88, 92}, -10, 0.4f},
+    {"drone", "A2:48 E2:16", {88, 92}, -10, 0.4f},
     {"bells", "A4:3 E5:13 | D5:2, C5:6, -:8 | A4:3, E5:13, | -:16", {88, 92}, {-1, -7}},
     {"voice", "-:8 A4:8, | -:16 | -:8 B4:8,", {89, 92}, {-8, -12}, 0.2f},
     {"glass", "0.......3.......", {88, 91}, -8, 0.3f},
@@ -507,7 +552,7 @@ struct Row {
 };
 const Row rows[] = {
     {"title", showtime::title, "G minor", "Gm Gm Ebmaj7/G Cm/G Gm", {-4, -3}, {}, title},
-    {"tunnel", showtime::tunnel, "G minor", "Gm Ebmaj7 Cm9 Dsus4,D", {-2, -1.5f}, {-2, 0, 1}, tunnel},
+    {"tunnel", showtime::tunnel, "G minor", "Gm Ebmaj7 Cm7 Dsus4,D", {-2, -1.5f}, {-2, 0, 1}, tunnel},
     {"ship", showtime::beatZero, "G minor", "Gm Gm,Gm/F Eb F Gm Gm,Bb/D Cm Eb,F", -4.3f, {}, ship},
     {"stripes",
      showtime::stripes,
@@ -519,7 +564,7 @@ const Row rows[] = {
     {"torn",
      showtime::tornTunnel,
      "G phrygian",
-     "Gm Gm Ab Gm,Cm/Eb Gm Gm,Bb/F Ab Ab,F",
+     "Gm Gm,Eb/G Ab Gm,Cm/Eb Gm,Eb/G Gm,Bb/F Ab Ab,F",
      -0.3f,
      {-1.5f, 0.5f, -1},
      torn},

@@ -40,7 +40,8 @@ double sixteenthNear(showtime::Moment moment) {
 struct Silence {
     double from, to;  // bars
 };
-const Silence silences[] = {{27.54, sixteenthNear(showtime::heapSecondView)}, {47.9375, 48}, {55.875, 56}};
+const Silence silences[] = {
+    {-0.0625, 0}, {27.54, sixteenthNear(showtime::heapSecondView)}, {47.9375, 48}, {55.875, 56}};
 
 // While the picture blurs.
 constexpr FilterSweep blur = {showtime::greetings.seconds(), showtime::greetingShocks.seconds(), 16000, 260,
