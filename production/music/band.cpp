@@ -249,7 +249,7 @@ std::vector<Part> band() {
         // Harmony
         chords("pad", 5, {43, 74}, playedBy(pad),
                {.level = -12,
-                .width = 0.8f,
+                .width = 1.05f,
                 .lowCut = 160,
                 .monoBelow = 250,
                 .duck = 0.55f,
@@ -275,7 +275,7 @@ std::vector<Part> band() {
         arpeggio("arp", {62, 96}, playedBy(arp),
                  {.level = -11,
                   .pan = -0.1f,
-                  .width = 1.7f,
+                  .width = 1.85f,
                   .lowCut = 300,
                   .duck = 0.65f,
                   .hall = -18,

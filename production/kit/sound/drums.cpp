@@ -43,7 +43,7 @@ Stereo kickDrum(float tone, float length, float punch) {
     StateVariable band;
     band.tune(3200, 0.6f);
     for (size_t i = 0; i < frameAt(0.03); i++) {
-        const float click = 3.2f * punch * beater.next() * band.band(noise.next());
+        const float click = 2.7f * punch * beater.next() * band.band(noise.next());
         sound.left[i] += click;
         sound.right[i] += click;
     }
