@@ -215,7 +215,7 @@ const std::vector<Cue> ship = {
     {"slam", "............X...", {7, 8}},
     {"hat", hatsEighth, {0, 4}, -3},
     {"hat", hatsSixteenth, {4, 8}, -1.5f},
-    {"openHat", offbeats, {2, 8}, {-8, -2}},
+    {"openHat", offbeats, {2, 7.5f}, {-8, -2}},
     {"bass", drivingBass, {0, 4}, 2.5f, {0.4f, 0.55f}},
     {"bass", drivingBass, {4, 7.5f}, 1, {0.55f, 0.75f}},
     {"stab", "X.........x.....", {0, 4}, {-2, 0}, {0.4f, 0.55f}},
@@ -231,7 +231,7 @@ const std::vector<Cue> ship = {
 // First theme, wide; the hook's plucks answer where it breathes.
 const std::vector<Cue> stripes = {
     {"impact", once, {8, 9}, -2},
-    {"crash", once, {8, 9}},
+    {"crash", once, {8, 9}, 1.5f},
     {"fall", "C4:32", {8, 10}, -6},
     {"kick", gapKick, {8, 12}, 0.5f},
     {"kick", "X...X...X...X...", {12, 15.75f}, -0.5f},
@@ -395,8 +395,8 @@ const std::vector<Cue> awake = {
 // Greetings: the first theme with runs, which lead and reed hand to each other, a third voice below; every
 // beat is struck.
 const std::vector<Cue> greetings = {
-    {"impact", onceHard, {56, 57}, -4},
-    {"crash", onceHard, {56, 57}, 3},
+    {"impact", onceHard, {56, 57}, -5},
+    {"crash", onceHard, {56, 57}, 1.5f},
     {"kick", "X...x...X...x... X...x...X...x..o X...x...X..xx... X...x..oX...x.o.", {56, 63.5f}, 0},
     {"snare", "....x.......x..: ....x.......x.o. ....x.......x..: ....x..:....xo.o", {56, 63.5f}, -1.5f},
     {"clap", "....x..x....x... ....x..x..x.x...", {56, 63}, -5},
@@ -558,7 +558,7 @@ const Row rows[] = {
      showtime::stripes,
      "G minor",
      "Gm Ebadd9 Bb F/A Gm Eb,Bb/D Cm,Cm/Eb D",
-     {-1.6f, -2.5f},
+     {-1.4f, -2.5f},
      {-0.5f, -1.5f, 0.5f},
      stripes},
     {"torn",

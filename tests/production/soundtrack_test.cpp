@@ -280,6 +280,23 @@ TEST(Soundtrack, DropIsAStepUp) {
     EXPECT_GE(measure(between(secondsAt(48), secondsAt(54))).integrated, last + 2);
 }
 
+TEST(Soundtrack, EntriesOutweighWhatLeadsThere) {
+    // The climax most, then the drop, then the stripes; ship and greetings less than those.
+    const auto step = [](int bar) {
+        const auto loudness = [](int bar) {
+            return measure(between(secondsAt(bar), secondsAt(bar + 1))).integrated;
+        };
+        return loudness(bar) - loudness(bar - 1);
+    };
+    const double stripes = step(8), drop = step(48);
+    EXPECT_GT(step(72), drop);
+    EXPECT_GT(drop, stripes);
+    for (const int bar : {0, 56}) {
+        EXPECT_GT(stripes, step(bar)) << bar;
+        EXPECT_GT(step(bar), 0.5) << bar;
+    }
+}
+
 TEST(Soundtrack, LimiterOnlyTouchesPeaks) {
     const Song song = soundtrack();
     const std::vector<float> gain = finish(song, {0, frameAt(song.seconds)}).gain;
