@@ -1,8 +1,7 @@
 #include "effects/cube_heap.h"
 
-#include <cstdlib>
-
 #include "effects/surface.h"
+#include "render/random.h"
 
 namespace {
 
@@ -29,7 +28,7 @@ void CubeHeap::turnOnBeat() {
     if (beatPulse() > beatOn && !beatLatch) {
         beatLatch = true;
         for (int i = 0; i < cubesPerBeat; i++) {
-            CubeState& cube = cubes[std::rand() % cubeCount];
+            CubeState& cube = cubes[randomNumber() % cubeCount];
             // From where the box is, not where it is going: picked twice it still makes one quarter turn.
             cube.targetAngle = cube.angle + quarterTurn;
             cube.scale = bulge;

@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 #include <iterator>
+
+#include "render/random.h"
 
 namespace {
 
@@ -17,7 +18,7 @@ Grower::Grower(Demo* demo) : EffectBase(demo), nodes(1) {}
 void Grower::grow() {
     // Ends, since every new node has room.
     int parent;
-    do parent = std::rand() % nodeCount;
+    do parent = randomNumber() % nodeCount;
     while (nodes[parent].childCount >= std::ssize(nodes[parent].children));
 
     GrowerNode node = {};

@@ -6,6 +6,7 @@
 #include <cstdlib>
 
 #include "render/quit.h"
+#include "render/random.h"
 
 Demo* demo = nullptr;
 
@@ -86,7 +87,7 @@ void startDemo(const std::function<void()>& loadPicture) {
 
 void Demo::drawLoadingScreen() {
     // Never seeded: every start shows the same tints.
-    const float r = float(rand());
+    const float r = float(randomNumber());
 
     glClearColor(0, 0, 0, 1);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);

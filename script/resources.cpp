@@ -1,6 +1,5 @@
 #include "script/resources.h"
 
-#include <cstdlib>
 #include <iterator>
 
 #include "effects/cube_heap.h"
@@ -12,6 +11,7 @@
 #include "effects/sweep_text.h"
 #include "effects/tunnel.h"
 #include "render/demo.h"
+#include "render/random.h"
 
 namespace {
 
@@ -119,16 +119,16 @@ void createEffects() {
 
 void restartEffects() {
     const auto [meshes, textures, effects, shaders] = resourceCounts();
-    srand(1);  // as if never seeded
+    restartRandomNumbers();
     // Each loading screen takes one: see loadingScreenCount.
-    for (int i = 0; i < 1 + meshes + 1 + textures + 1; i++) rand();
+    for (int i = 0; i < 1 + meshes + 1 + textures + 1; i++) randomNumber();
     for (const EffectRow& row : effectTable) {
         EffectBase*& effect = demo->effects[row.key];
         delete effect;
         effect = row.create();
-        rand();
+        randomNumber();
     }
-    for (int i = 0; i < 1 + shaders + 1; i++) rand();
+    for (int i = 0; i < 1 + shaders + 1; i++) randomNumber();
 }
 
 void loadShaders() {

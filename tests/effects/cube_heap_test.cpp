@@ -1,9 +1,9 @@
 // The heap over a run of beats: which boxes turn, when, and how they come to rest.
 #include "effects/cube_heap.h"
 
-#include <cstdlib>
 #include <set>
 
+#include "render/random.h"
 #include "tests/effects/effect_window.h"
 
 namespace {
@@ -31,10 +31,10 @@ int movingCubes(const CubeHeap& heap) {
 
 // The boxes that the next beat picks, asked of the generator and put back.
 std::multiset<int> picksFromSeed(unsigned seed) {
-    std::srand(seed);
+    restartRandomNumbers(seed);
     std::multiset<int> picks;
-    for (int i = 0; i < 5; i++) picks.insert(std::rand() % 20);
-    std::srand(seed);
+    for (int i = 0; i < 5; i++) picks.insert(randomNumber() % 20);
+    restartRandomNumbers(seed);
     return picks;
 }
 

@@ -1,7 +1,10 @@
 // The demo object itself: what it starts with, its camera, its housekeeping and the loading screen.
 #include <array>
 #include <cmath>
+#include <cstdlib>
+#include <vector>
 
+#include "render/random.h"
 #include "tests/gl_window.h"
 #include "tests/scratch.h"
 
@@ -144,7 +147,7 @@ TEST_F(DemoObject, HousekeepingCountsFramesAndRunsTheBeat) {
 TEST_F(DemoObject, LoadingScreenIsThePictureUnderItsTintedCopy) {
     addSolidTexture("loading", Pixel{100, 100, 100, 255});
     glClearColor(1, 1, 1, 1);
-    srand(1);
+    restartRandomNumbers();
     demo->drawLoadingScreen();
     EXPECT_TRUE(glIsEnabled(GL_DEPTH_TEST));
     EXPECT_FALSE(glIsEnabled(GL_BLEND));
@@ -155,8 +158,8 @@ TEST_F(DemoObject, LoadingScreenIsThePictureUnderItsTintedCopy) {
     EXPECT_EQ(first.at(750, 300), (Pixel{0, 0, 0, 255}));
     const Pixel tinted = first.at(400, 300);
     const Pixel rim = first.at(97, 300);
-    srand(1);
-    const float r = float(rand());
+    restartRandomNumbers();
+    const float r = float(randomNumber());
     EXPECT_NEAR(tinted.r - 100, 50 * (std::sin(3 * r) + 1), 1);
     EXPECT_NEAR(tinted.g - 100, 50 * (std::sin(4 * r) + 1), 1);
     EXPECT_NEAR(tinted.b - 100, 50 * (std::sin(5 * r) + 1), 1);
@@ -170,9 +173,22 @@ TEST_F(DemoObject, LoadingScreenIsThePictureUnderItsTintedCopy) {
 
     demo->drawLoadingScreen();
     EXPECT_NE(readWindow().at(400, 300), tinted) << "the next item has another tint";
-    srand(1);
+    restartRandomNumbers();
     demo->drawLoadingScreen();
     EXPECT_EQ(readWindow().at(400, 300), tinted) << "and every start the same ones";
+}
+
+// Whatever else is drawn from the process's own sequence, as drivers do.
+TEST(RandomNumbers, AreThoseOfAnUnseededRand) {
+    srand(1);
+    std::vector<int> expected(1000), numbers(1000);
+    for (int& number : expected) number = rand();
+    restartRandomNumbers();
+    for (int& number : numbers) {
+        number = randomNumber();
+        rand();
+    }
+    EXPECT_EQ(numbers, expected);
 }
 
 }  // namespace
