@@ -139,6 +139,15 @@ void FolderLock::release() {
     close(std::exchange(descriptor, -1));
 }
 
+bool isAuthors(const fs::path& folder, const std::string& file) {
+    const auto there = wholeFile(folder / file);
+    return there ? !readList(folder / ".made").contains({file, hashOf(*there)}) : fs::exists(folder / file);
+}
+
+std::string keptLine(const fs::path& folder, const std::string& file) {
+    return "kept " + (folder.filename() / file).string() + ", which is yours: remove it to have ours";
+}
+
 bool lay(const std::vector<Made>& made, const fs::path& folder) {
     std::error_code error;
     fs::create_directories(folder, error);
@@ -158,8 +167,7 @@ bool lay(const std::vector<Made>& made, const fs::path& folder) {
         const bool isOurs =
             there ? *there == *text || before.contains({file, hashOf(*there)}) : !fs::exists(place);
         if (!isOurs) {
-            printf("kept %s, which is not what was laid there; once it is removed, ours is laid again\n",
-                   place.c_str());
+            printf("%s\n", keptLine(folder, file).c_str());
             continue;
         }
         std::erase_if(after, [&name = file](const auto& entry) { return entry.first == name; });

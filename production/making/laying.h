@@ -27,6 +27,10 @@ struct Made {
     std::string file;            // where it goes: the path below the folder
 };
 
+// Whether what lies there, if anything, was put there by an author; and the line that says so.
+bool isAuthors(const std::filesystem::path& folder, const std::string& file);
+std::string keptLine(const std::filesystem::path& folder, const std::string& file);
+
 // Lays those that differ into `folder`, each with a line "laid FILE" on standard output. Its .made remembers
 // the hash of what was laid: what is not in there, or not as it says, is the author's and stays, with a line
 // "kept FILE". Stopped at any moment, every file is a whole one and still known as ours. False, after a line

@@ -236,7 +236,7 @@ TEST_F(Laying, NeverCoversAnAuthorsFile) {
     EXPECT_EQ(lay(make("1", "2")), "laid a b.png\nlaid c/d.fs\n");
     EXPECT_EQ(lay(make("1", "2")), "");
     EXPECT_EQ(lay(make("3", "2")), "laid a b.png\n");
-    const std::string kept = "kept " + folder.string() + "/a b.png, which is not what was laid there; ";
+    const std::string kept = "kept data/a b.png, which is yours: ";
     scratch.write("data/a b.png", "mine");
     EXPECT_TRUE(lay(make("4", "4")).starts_with(kept));
     EXPECT_EQ(data(), "mine, 4");

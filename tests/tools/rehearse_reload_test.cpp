@@ -168,6 +168,17 @@ TEST_F(RehearseReload, SourcesOfShadersCountToo) {
     EXPECT_TRUE(loading->problems.empty());
     EXPECT_EQ(contentOf("data/shaders/antiariel.vs"), both);
     EXPECT_NE(contentOf("data/shaders/boom.fs"), tinted);
+
+    // What an author put below data/ is shown on, and stays.
+    save("data/shaders/boom.fs", tinted);
+    await();
+    rehearsal->reload.news.clear();
+    save("production/shaders/boom.fs", contentOf("production/shaders/antiariel.fs"));
+    await();
+    EXPECT_EQ(contentOf("data/shaders/boom.fs"), tinted);
+    EXPECT_EQ(loading->shadersInUse["data/shaders/boom.fs"], tinted);
+    EXPECT_EQ(rehearsal->reload.news,
+              std::vector<std::string>{"kept data/shaders/boom.fs, which is yours: remove it to have ours"});
 }
 
 TEST_F(RehearseReload, TheGeneratorIsBuiltInTheBackground) {
@@ -219,9 +230,19 @@ TEST_F(RehearseReload, WhatIsShownIsNotTakenForWhatWasSaved) {
     save("make.sh", "echo kept data/spot.png\n");
     save(source, "third");
     await();
+    EXPECT_EQ(rehearsal->build.news, std::vector<std::string>{"kept data/spot.png"});
+    rehearsal->build.news.clear();
+    save("make.sh", "true\n");
+    save(source, "as it was");
+    await();
     EXPECT_EQ(rehearsal->build.news,
-              (std::vector<std::string>{"kept data/spot.png",
-                                        "nothing had to be made: all is as " + source + " has it"}));
+              std::vector<std::string>{"nothing had to be made: all is as " + source + " has it"});
+    save("make.sh",
+         "echo '[1/2] Making music'; echo 'FAILED: made/music'; echo '/make music'; echo 'bar 3: no pitch'; "
+         "echo 'ninja: build stopped: subcommand failed.'; exit 1\n");
+    save(source, "H5");
+    await();
+    EXPECT_EQ(rehearsal->build.problem, "bar 3: no pitch");
     save("make.sh", "echo error; exit 1\n");
     save(source, "fourth");
     await();

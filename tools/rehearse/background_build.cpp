@@ -21,19 +21,27 @@ double secondsNow() {
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 
-// What a compiler or a tool calls an error, or else the last line.
+// What a compiler or a tool calls an error; else what was said by that which failed, which ninja shows behind
+// its command; else the last line.
 std::string errorsIn(const std::string& said) {
-    std::string errors, last;
-    int count = 0;
+    std::vector<std::string> errors, words;
+    std::string last = "the build failed without a word";
+    int behindFailure = 0;
     std::istringstream lines(said);
     for (std::string line; std::getline(lines, line);) {
-        if (line.find("error") != std::string::npos && count < mostLines) {
-            errors += (count ? "\n" : "") + line;
-            count++;
-        }
-        if (!line.empty()) last = line;
+        if (line.empty()) continue;
+        if (line.starts_with("../")) line.erase(0, 3);  // as seen from the build's folder
+        if (line.starts_with("FAILED: ")) behindFailure = 1;
+        if (line.starts_with("[") || line.starts_with("ninja: ")) behindFailure = 0;
+        if (behindFailure && behindFailure++ > 2) words.push_back(line);
+        if (line.find("error") != std::string::npos) errors.push_back(line);
+        last = line;
     }
-    return count ? errors : last.empty() ? "the build failed without a word" : last;
+    if (errors.empty()) errors = words.empty() ? std::vector{last} : words;
+    std::string text;
+    for (int i = 0; i < int(errors.size()) && i < mostLines; i++)
+        text.append(i ? "\n" : "").append(errors[size_t(i)]);
+    return text;
 }
 
 std::string listed(const std::set<std::string>& names) {
@@ -80,13 +88,14 @@ bool BackgroundBuild::poll() {
 }
 
 void BackgroundBuild::tellNews() {
-    bool laid = false;
+    bool changed = false;
     std::istringstream lines(said);
     for (std::string line; std::getline(lines, line);) {
-        laid = laid || line.starts_with("laid ");
-        if (line.starts_with("kept ")) news.push_back(line);
+        const bool kept = line.starts_with("kept ");
+        changed = changed || kept || line.starts_with("laid ");
+        if (kept) news.push_back(line);
     }
-    if (!laid) news.push_back("nothing had to be made: all is as " + listed(seen) + " has it");
+    if (!changed) news.push_back("nothing had to be made: all is as " + listed(seen) + " has it");
     for (const std::string& source : seen) newer.erase(source);
 }
 

@@ -166,6 +166,11 @@ bool Reload::loadProgram(const ShaderRow& row, const ShaderText& saved, std::str
     Stage& other = parts[parts[0].isSaved ? 1 : 0];
     // The other's file, or what is in use already: a copy that was made here, or an edit that was undone.
     if (!own.isSaved || (own.inUse && own.inUse->text == saved.text)) return false;
+    const auto belowData = [](const Stage& part) { return part.file.substr(strlen("data/")); };
+    if (saved.file != own.file && isAuthors("data", belowData(own))) {
+        news.push_back(keptLine("data", belowData(own)));
+        return false;
+    }
 
     const auto build = [&] {
         const auto choice = [](const Stage& part) { return part.newer ? part.newer : part.inUse; };
@@ -188,8 +193,7 @@ bool Reload::loadProgram(const ShaderRow& row, const ShaderText& saved, std::str
     for (const Stage& part : parts) {
         if (!part.newer) continue;
         loading.shadersInUse[part.file] = part.newer->text;
-        if (part.newer->file != part.file)
-            lay({{part.newer->file, part.file.substr(strlen("data/"))}}, "data");
+        if (part.newer->file != part.file) lay({{part.newer->file, belowData(part)}}, "data");
         loading.brokenShaders.erase(part.newer->file);
         mend(part.newer->file);
     }
