@@ -186,16 +186,20 @@ const std::vector<Cue> title = {
     {"reverse", "C4:16", {-5, -4}},
 };
 
-// Ticking, a heart on the odd beats, a fill into the ship.
+// A burst of light whose chord and glass fall for two bars; ticking, a heart on the odd beats, a fill into
+// the ship.
 const std::vector<Cue> tunnel = {
     {"impact", onceHard, {-4, -3}},
-    {"crash", once, {-4, -3}, -4},
+    {"crash", once, {-4, -3}, -0.5f},
+    {"stab", "X-----------....", {-4, -3}, -4.5f, 0.9f},
+    {"strings", held, {-4, -2}, {-4, -9}, {0.9f, 0.3f}},
     {"sub", "r---------------", {-4, -2}, -3},
     {"drone", "G2+D3:48 A2+D3:16", {}, {-6, -10}, {0.9f, 0.5f}},
     {"pad", held, {}, {-8, -2}, {0.15f, 0.5f}},
     {"thump", backbeat, {-4, -1}, {-3, 0}},
     {"tick", "x...o...x...o... x...o...x..:o... x.o.x.o.x.o.x.o. xoxoxoxoxoxoxox.", {}, {-5, -1}},
-    {"glass", "0.2.3.2.0.2.4.2. 0.2.3.5.4.3.2.1.", {}, {-9, 0}, {0.1f, 0.8f}},
+    {"glass", "6.5.4.5.6.4.3.5. 4.3.2.3.4.2.1.3.", {-4, -2}, {-1, -8}, {0.9f, 0.3f}},
+    {"glass", "0.2.3.2.0.2.4.2. 0.2.3.5.4.3.2.1.", {-2, 0}, {-5, 0}, {0.4f, 0.8f}},
     {"bells", "-:8 D6:4, C6:4, | -:8 G6:4, D6:4, | -:8 D6:4 Eb6:4 | G6:8 F#6:8", {}, -4, 0.4f},
     {"bass", "r.r.r.r.r.r.r.r. r.r.r.r.rrr.rrr.", {-2, 0}, {-8, -3}, {0, 0.4f}},
     {"riser", "C4:28", {-2, -0.25f}, -7, 0.9f},
