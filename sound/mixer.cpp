@@ -242,8 +242,7 @@ void Mixer::turn() {
 bool Mixer::hear(const DeviceState& state, Time before, Time after) {
     std::lock_guard lock(mutex);
     if (changed) return false;
-    // A device that has run dry doesn't say when: it may have stood since the last look.
-    if (state.delay <= 0 || after - before > reportSlack) return true;
+    if (state.delay < 0 || after - before > reportSlack) return true;
     // The position may have been asked for since: the clock hears nothing of an earlier moment than this one.
     const Time moment = now();
     const Time report = written() - Time(std::llround(state.delay * 1e9 / mixRate));

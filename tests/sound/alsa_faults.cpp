@@ -4,12 +4,9 @@
 #include <dlfcn.h>
 #include <time.h>
 
-#include <chrono>
 #include <utility>
 
 AlsaFaults alsaFaults;
-
-using namespace std::chrono;
 
 namespace {
 
@@ -20,34 +17,12 @@ thread_local bool looked = false;  // at a device, and not at the clock since
 // In the program itself, these come before the library's.
 extern "C" {
 
-snd_pcm_state_t snd_pcm_state(snd_pcm_t* pcm) {
-    static const auto original =
-        reinterpret_cast<decltype(&snd_pcm_state)>(dlsym(RTLD_NEXT, "snd_pcm_state"));
-    return alsaFaults.runsDry ? SND_PCM_STATE_RUNNING : original(pcm);
-}
-
 int snd_pcm_avail_delay(snd_pcm_t* pcm, snd_pcm_sframes_t* available, snd_pcm_sframes_t* delay) {
     static const auto original =
         reinterpret_cast<decltype(&snd_pcm_avail_delay)>(dlsym(RTLD_NEXT, "snd_pcm_avail_delay"));
     static std::atomic<int> looks = 0;
-    int result = original(pcm, available, delay);
+    const int result = original(pcm, available, delay);
     if (++looks % 2) *delay += alsaFaults.delayJitter;
-    static snd_pcm_sframes_t held = -1;
-    static steady_clock::time_point since;
-    if (!alsaFaults.runsDry) {
-        held = -1;
-    } else {
-        constexpr int rate = 44100, lastFrames = rate * 60 / 1000;
-        if (held < 0) {
-            held = *delay;
-            since = steady_clock::now();
-        }
-        const double played = duration<double>(steady_clock::now() - since).count() * rate;
-        const auto left = snd_pcm_sframes_t(double(held) - played);
-        alsaFaults.stands = left <= lastFrames;
-        *delay = alsaFaults.stands ? 0 : left;
-        *available = result = 0;
-    }
     looked = true;
     return result;
 }

@@ -8,17 +8,13 @@ struct AlsaFaults {
     std::atomic<int> delayJitter = 0;  // frames that every other look finds too many waiting
     std::atomic<int> holdUp = 0;     // ms that a thread stands still after its look at a device and the clock
     std::atomic<int> laterRate = 0;  // Hz of every handle after the first; 0 leaves the choice to the device
-    // A device takes no more and plays, by the clock, what it still holds; but the last 60 ms are gone
-    // between two looks, and it stands.
-    std::atomic<bool> runsDry = false, stands = false;
-    std::atomic<int> handles = 0;  // whose rate was chosen
+    std::atomic<int> handles = 0;    // whose rate was chosen
 };
 extern AlsaFaults alsaFaults;
 
 // No more of them once this is gone.
 struct AlsaFaultsEnd {
     ~AlsaFaultsEnd() {
-        alsaFaults.runsDry = alsaFaults.stands = false;
         alsaFaults.delayJitter = alsaFaults.holdUp = alsaFaults.laterRate = alsaFaults.handles = 0;
     }
 };
