@@ -11,21 +11,14 @@
 
 namespace {
 
-using Steering = std::vector<std::pair<float, float>>;
-
-// Tells that it was drawn, by its key, and with what it was steered; draws nothing.
+// Tells that it was drawn, by its key; draws nothing.
 struct Told : EffectBase {
     const char* key;
     std::string& log;
-    Steering& steering;
 
-    Told(const char* key, std::string& log, Steering& steering)
-        : EffectBase(::demo), key(key), log(log), steering(steering) {}
+    Told(const char* key, std::string& log) : EffectBase(::demo), key(key), log(log) {}
     void draw() override { log.append(key).append(" "); }
-    void drawAt(float a, float b) override {
-        draw();
-        steering.emplace_back(a, b);
-    }
+    void drawAt(float, float) override { draw(); }
 };
 
 struct ToldLaser : LaserTunnel {
@@ -52,12 +45,11 @@ struct Looking : EffectBase {
 // The programme without its content: which effects and which shaders a frame asks for, at what cameras.
 struct Programme : GlWindow {
     std::string drawn;  // keys of the effects of this frame, in order
-    Steering steering;  // of those of them that take values
 
     void SetUp() override {
         GlWindow::SetUp();
         for (const EffectRow& row : effectRows()) {
-            if (row.key != std::string("laser")) demo->effects[row.key] = new Told(row.key, drawn, steering);
+            if (row.key != std::string("laser")) demo->effects[row.key] = new Told(row.key, drawn);
         }
         auto* laser = new ToldLaser(drawn);
         laser->beamsOn = false;
@@ -83,7 +75,6 @@ struct Programme : GlWindow {
     }
     void stepSeen(int ms, float sinceBeat = 10) {
         drawn.clear();
-        steering.clear();
         music.ms = ms;
         demo->clock.update();
         demo->clock.lastBeatTime = demo->clock.time() - sinceBeat;
@@ -220,48 +211,6 @@ TEST_F(Programme, TheSecondLaserSegmentIsTornInItsFirstBars) {
         << "the interval is open";
 }
 
-TEST_F(Programme, ScenesSteerTheStripesAndTheRobot) {
-    step(40000);
-    ASSERT_EQ(steering.size(), 2u);
-    EXPECT_EQ(steering[0], std::pair(0.4f * 40, 40.f)) << "near";
-    EXPECT_EQ(steering[1], std::pair(40.f, 100.f)) << "far";
-
-    const struct {
-        int ms;
-        float rise, mode;
-    } moments[] = {
-        {showtime::robot.ms, 0.85f, 0}, {(showtime::robot.ms + showtime::lightSunk.ms) / 2, 0.85f / 2, 0},
-        {showtime::lightSunk.ms, 0, 0}, {showtime::awake.ms - 1, -0.01235f, 0},
-        {showtime::awake.ms, 0, 1},     {showtime::awake.ms + 3142, 0.8f, 1},  // half a turn later
-    };
-    for (const auto& moment : moments) {
-        step(moment.ms);
-        ASSERT_EQ(steering.size(), 1u) << moment.ms;
-        EXPECT_NEAR(steering[0].first, moment.rise, 1e-5) << moment.ms;
-        EXPECT_EQ(steering[0].second, moment.mode) << moment.ms;
-    }
-}
-
-TEST_F(Programme, EachSceneStandsInItsOwnLight) {
-    const struct {
-        int ms;
-        bool on;
-        float x, y, z;
-    } lights[] = {
-        {5000, false, 0, 0, 0},        {12000, true, 200, -150, 350},          {40000, false, 0, 0, 0},
-        {55000, true, 200, -150, 350}, {70000, true, 154.778f, -150, 94.998f},  // on an ellipse of 200 by 150
-        {85000, false, 0, 0, 0},       {100000, true, 200, -150, 150},
-    };
-    for (const auto& light : lights) {
-        step(light.ms);
-        EXPECT_EQ(demo->lights[0].enabled, light.on) << light.ms;
-        if (!light.on) continue;
-        EXPECT_NEAR(demo->lights[0].position[0], light.x, 1e-2) << light.ms;
-        EXPECT_NEAR(demo->lights[0].position[1], light.y, 1e-2) << light.ms;
-        EXPECT_NEAR(demo->lights[0].position[2], light.z, 1e-2) << light.ms;
-    }
-}
-
 TEST_F(Programme, BackdropsHideNothing) {
     const Looking* tunnel = lookFrom("tunnel");
     const Looking* heap = lookFrom("cubes1");
@@ -274,28 +223,6 @@ TEST_F(Programme, BackdropsHideNothing) {
         EXPECT_EQ(effect->depth, 1);
         EXPECT_TRUE(effect->depthTested);
     }
-}
-
-// A blur leaves a quarter of its strength as the blend colour's alpha; these are each frame's last.
-TEST_F(Programme, GlowsBurstAndBreathe) {
-    const auto strengthAt = [this](int ms, float sinceBeat) {
-        step(ms, sinceBeat);
-        float colour[4];
-        glGetFloatv(GL_BLEND_COLOR, colour);
-        return 4 * colour[3];
-    };
-    EXPECT_NEAR(strengthAt(0, 10), 0.85, 1e-5);
-    EXPECT_NEAR(strengthAt(3000, 10), 0.85 + 0.1 * sin(sin(3.0) * 4 + 30), 1e-5);
-    EXPECT_NEAR(strengthAt(showtime::tunnel.ms, 0), 2.67198, 1e-5) << "the tunnel opens, whatever the beat";
-    EXPECT_NEAR(strengthAt(showtime::tunnelSettled.ms - 1, 0), 0.95179, 1e-5);
-    EXPECT_NEAR(strengthAt(showtime::tunnelSettled.ms, 0), 1.2, 1e-5);
-    EXPECT_NEAR(strengthAt(20000, 0.15f), 0.95 + 0.25 / 2, 1e-4);
-    EXPECT_NEAR(strengthAt(40000, 0), 2, 1e-5);
-    EXPECT_NEAR(strengthAt(55000, 0), 1.1, 1e-5);
-    EXPECT_NEAR(strengthAt(70000, 0), 1.1, 1e-5);
-    EXPECT_NEAR(strengthAt(85000, 0), 1, 1e-5);
-    EXPECT_NEAR(strengthAt(100000, 0), 1.05, 1e-5);
-    EXPECT_NEAR(strengthAt(150000, 0), 1, 1e-5);
 }
 
 // The top layer is the last quad but the overlay. Zoomed, its texture is cut off at the window's left edge.
