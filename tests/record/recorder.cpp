@@ -191,42 +191,44 @@ void tellTexture(int unit) {
     glActiveTexture(GLenum(before));
 }
 
-std::string lightOf(GLenum light) {
-    if (!glIsEnabled(light)) return "off";
-    const struct {
-        const char* word;
-        GLenum name;
-        int count;
-    } values[] = {{"at", GL_POSITION, 4},           {", ambient", GL_AMBIENT, 4},
-                  {", diffuse", GL_DIFFUSE, 4},     {", specular", GL_SPECULAR, 4},
-                  {", spot", GL_SPOT_DIRECTION, 3}, {"", GL_SPOT_EXPONENT, 1},
-                  {"", GL_SPOT_CUTOFF, 1}};
+struct Property {
+    const char* word;
+    GLenum name;
+    int count;
+};
+
+// Of a light or a face, by GL's own look-up for it.
+template <size_t count>
+std::string propertiesOf(GLenum owner, void (*lookUp)(GLenum, GLenum, GLfloat*),
+                         const Property (&properties)[count]) {
     std::string text;
-    for (const auto& value : values) {
-        float read[4];
-        glGetLightfv(light, value.name, read);
-        text += std::string(value.word) + " " + numbers(read, value.count);
+    for (const Property& property : properties) {
+        float values[4];
+        lookUp(owner, property.name, values);
+        text += std::string(property.word) + " " + numbers(values, property.count);
     }
     return text;
 }
 
+std::string lightOf(GLenum light) {
+    if (!glIsEnabled(light)) return "off";
+    return propertiesOf(light, glGetLightfv,
+                        {{"at", GL_POSITION, 4},
+                         {", ambient", GL_AMBIENT, 4},
+                         {", diffuse", GL_DIFFUSE, 4},
+                         {", specular", GL_SPECULAR, 4},
+                         {", spot", GL_SPOT_DIRECTION, 3},
+                         {"", GL_SPOT_EXPONENT, 1},
+                         {"", GL_SPOT_CUTOFF, 1}});
+}
+
 std::string materialOf(GLenum face) {
-    const struct {
-        const char* word;
-        GLenum name;
-        int count;
-    } values[] = {{"ambient", GL_AMBIENT, 4},
-                  {", diffuse", GL_DIFFUSE, 4},
-                  {", specular", GL_SPECULAR, 4},
-                  {", emission", GL_EMISSION, 4},
-                  {", shininess", GL_SHININESS, 1}};
-    std::string text;
-    for (const auto& value : values) {
-        float read[4];
-        glGetMaterialfv(face, value.name, read);
-        text += std::string(value.word) + " " + numbers(read, value.count);
-    }
-    return text;
+    return propertiesOf(face, glGetMaterialfv,
+                        {{"ambient", GL_AMBIENT, 4},
+                         {", diffuse", GL_DIFFUSE, 4},
+                         {", specular", GL_SPECULAR, 4},
+                         {", emission", GL_EMISSION, 4},
+                         {", shininess", GL_SHININESS, 1}});
 }
 
 void tellLighting() {
