@@ -184,7 +184,9 @@ TEST_F(RehearseProgram, APictureThatWasNotWrittenIsAFailure) {
             {"env", "-C", scratch.path, REHEARSE_PROGRAM, "100", "--picture", "p.png", "-nosound"});
         sleepSeconds(moment);
         send(SIGTERM);
-        EXPECT_EQ(waitForProcess(process) == 0, std::filesystem::remove(scratch.file("p.png"))) << moment;
+        // The signal may also come between the picture and the end.
+        const bool succeeded = waitForProcess(process) == 0;
+        EXPECT_TRUE(std::filesystem::remove(scratch.file("p.png")) || !succeeded) << moment;
     }
     process = -1;
 }
