@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
 #include <bit>
 #include <cmath>
 #include <functional>
@@ -14,6 +13,7 @@
 
 #include "geometry/aml.h"
 #include "geometry/trace.h"
+#include "tests/geometry/triangles.h"
 
 namespace {
 
@@ -60,8 +60,6 @@ Number determinant(const Triple<Number>& a, const Triple<Number>& b, const Tripl
     return a.x * (b.y * c.z - b.z * c.y) + a.y * (b.z * c.x - b.x * c.z) + a.z * (b.x * c.y - b.y * c.x);
 }
 
-using Triangle = std::array<Vec3, 3>;
-
 struct FaceHit {
     int face = -1;
     float distance = 999999;
@@ -83,38 +81,6 @@ FaceHit plainLoop(const std::vector<Triangle>& triangles, const Ray& ray) {
             nearest = {i, float(t)};
     }
     return nearest;
-}
-
-MeshSet meshOf(const std::vector<Triangle>& triangles) {
-    MeshSet set;
-    set.reset(2);  // the first empty
-    Mesh& mesh = set.meshes[1];
-    mesh.attribCount = 1;
-    mesh.attribType[0] = positionAttrib;
-    mesh.attribSize[0] = 3;
-    mesh.rebuildAttribs();
-    mesh.faceCount = int(triangles.size());
-    mesh.vertexCount = 3 * mesh.faceCount;
-    mesh.vertices = std::make_unique<float[]>(3 * mesh.vertexCount);
-    mesh.faces = std::make_unique<uint16_t[]>(mesh.vertexCount);
-    for (int i = 0; i < mesh.vertexCount; i++) {
-        std::copy_n(&triangles[i / 3][i % 3].x, 3, mesh.vertexAttrib(i, positionAttrib));
-        mesh.faces[i] = uint16_t(i);
-    }
-    return set;
-}
-
-std::vector<Triangle> trianglesOf(const MeshSet& set) {
-    std::vector<Triangle> triangles;
-    for (const Mesh& mesh : set) {
-        for (int i = 0; i < mesh.faceCount; i++) {
-            Triangle t;
-            for (int k = 0; k < 3; k++)
-                std::copy_n(mesh.vertexAttrib(mesh.face(i)[k], positionAttrib), 3, &t[k].x);
-            triangles.push_back(t);
-        }
-    }
-    return triangles;
 }
 
 bool same(float a, float b) {

@@ -6,34 +6,9 @@
 #include <optional>
 #include <random>
 
+#include "tests/geometry/triangles.h"
+
 namespace {
-
-using Triangle = std::array<Vec3, 3>;
-
-MeshSet meshOf(const std::vector<Triangle>& triangles) {
-    MeshSet set;
-    set.reset(1);
-    Mesh& mesh = set.meshes[0];
-    mesh.attribCount = 2;
-    mesh.attribType[0] = texCoordAttrib;  // so that positions don't lie first
-    mesh.attribSize[0] = 1;
-    mesh.attribType[1] = positionAttrib;
-    mesh.attribSize[1] = 3;
-    mesh.rebuildAttribs();
-    mesh.faceCount = int(triangles.size());
-    mesh.vertexCount = 3 * mesh.faceCount;
-    mesh.vertices = std::make_unique<float[]>(4 * mesh.vertexCount);
-    mesh.faces = std::make_unique<uint16_t[]>(mesh.vertexCount);
-    for (int i = 0; i < mesh.vertexCount; i++) {
-        const Vec3& p = triangles[i / 3][i % 3];
-        float* position = mesh.vertexAttrib(i, positionAttrib);
-        position[0] = p.x;
-        position[1] = p.y;
-        position[2] = p.z;
-        mesh.faces[i] = uint16_t(i);
-    }
-    return set;
-}
 
 // In the plane z = `z`, about the z axis, facing +z.
 Triangle mirror(float z) {
