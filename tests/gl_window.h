@@ -9,6 +9,7 @@
 #include <SDL/SDL.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -41,6 +42,28 @@ struct Screen {
         return count;
     }
 };
+
+// The most by which two pixels differ in a colour.
+inline int apart(const Pixel& a, const Pixel& b) {
+    return std::max({std::abs(a.r - b.r), std::abs(a.g - b.g), std::abs(a.b - b.b)});
+}
+
+// How many pixels of two pictures of one size are further apart than `tolerance`.
+inline int differing(const Screen& a, const Screen& b, int tolerance = 0) {
+    int count = 0;
+    for (size_t i = 0; i < a.pixels.size(); i++) count += apart(a.pixels[i], b.pixels[i]) > tolerance;
+    return count;
+}
+
+// Mean over all pixels and colours, 0..255.
+inline double difference(const Screen& a, const Screen& b) {
+    double sum = 0;
+    for (size_t i = 0; i < a.pixels.size(); i++) {
+        const Pixel &p = a.pixels[i], &q = b.pixels[i];
+        sum += std::abs(p.r - q.r) + std::abs(p.g - q.g) + std::abs(p.b - q.b);
+    }
+    return sum / (3.0 * double(a.pixels.size()));
+}
 
 inline Screen readScreen() {
     Screen screen{screenWidth, screenHeight, std::vector<Pixel>(screenWidth * screenHeight)};

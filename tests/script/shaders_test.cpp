@@ -42,15 +42,9 @@ struct ShowShaders : GlWindow {
     }
 };
 
-int difference(Pixel a, Pixel b) {
-    return std::max({std::abs(a.r - b.r), std::abs(a.g - b.g), std::abs(a.b - b.b)});
-}
-
 // Of all pixels, how many differ by more than rounding.
 double changedPart(const Screen& a, const Screen& b) {
-    int changed = 0;
-    for (size_t i = 0; i < a.pixels.size(); i++) changed += difference(a.pixels[i], b.pixels[i]) > 2;
-    return double(changed) / double(a.pixels.size());
+    return double(differing(a, b, 2)) / double(a.pixels.size());
 }
 
 int reddest(const Screen& screen) {
@@ -118,7 +112,7 @@ TEST_F(ShowShaders, EveryPictureShaderIsModulatedByTheColour) {
         glColor4f(0.5f, 0.5f, 1, 0.5f);
         const Pixel pixel = drawn("rtt1").at(200, 450);
         EXPECT_GT(full.r, 20) << shader;
-        EXPECT_LE(difference(pixel, {uint8_t(full.r / 2), uint8_t(full.g / 2), full.b, 0}), 1) << shader;
+        EXPECT_LE(apart(pixel, {uint8_t(full.r / 2), uint8_t(full.g / 2), full.b, 0}), 1) << shader;
         EXPECT_NEAR(pixel.a, 128, 1) << shader;
     }
 }
@@ -141,7 +135,7 @@ TEST_F(ShowShaders, BoomKeepsEveryCornerOfACardInItsPlace) {
         const Pixel shown[] = {screen.at(410, 590), screen.at(790, 590), screen.at(410, 310),
                                screen.at(790, 310)};
         for (int i = 0; i < 4; i++) {
-            EXPECT_LE(difference(shown[i], corners[i]), distort == 0 ? 0 : 100) << "corner " << i;
+            EXPECT_LE(apart(shown[i], corners[i]), distort == 0 ? 0 : 100) << "corner " << i;
         }
     }
 }

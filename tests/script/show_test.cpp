@@ -19,16 +19,6 @@ double brightness(const Screen& screen) {
     return sum / (3.0 * double(screen.pixels.size()));
 }
 
-double difference(const Screen& a, const Screen& b) {
-    double sum = 0;
-    for (size_t i = 0; i < a.pixels.size(); i++) {
-        const Pixel& p = a.pixels[i];
-        const Pixel& q = b.pixels[i];
-        sum += abs(p.r - q.r) + abs(p.g - q.g) + abs(p.b - q.b);
-    }
-    return sum / (3.0 * double(a.pixels.size()));
-}
-
 TEST_F(Show, ShowsALoadingScreenAfterEveryItemAndStage) {
     const std::vector<LoadingStep>& steps = loadingSteps();
     std::vector<std::vector<int>> expected;

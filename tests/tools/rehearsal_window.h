@@ -68,9 +68,3 @@ public:
     std::optional<Loading> loading;
     std::optional<Rehearsal> rehearsal;
 };
-
-inline int differing(const Screen& a, const Screen& b) {
-    int count = 0;
-    for (size_t i = 0; i < a.pixels.size(); i++) count += !(a.pixels[i] == b.pixels[i]);
-    return count;
-}
