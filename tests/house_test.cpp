@@ -9,6 +9,7 @@
 #include <string>
 
 #include "script/show_times.h"
+#include "tests/scratch.h"
 #include "tools/capture/frames.h"
 
 namespace {
@@ -79,9 +80,8 @@ TEST(House, TextsKnowTheShowsTimes) {
         {"tools/install/valojuova.6", end.str()},
     };
     for (const auto& [file, words] : rows) {
-        std::ostringstream text;
-        text << std::ifstream(file).rdbuf();
-        EXPECT_NE(text.str().find(words), std::string::npos) << file << " does not say \"" << words << '"';
+        EXPECT_NE(contentOf(file).find(words), std::string::npos)
+            << file << " does not say \"" << words << '"';
     }
 }
 

@@ -5,7 +5,14 @@
 
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <string>
+
+// All bytes of a file; none where it can't be read.
+inline std::string contentOf(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
 
 struct ScratchDirectory {
     std::filesystem::path path;

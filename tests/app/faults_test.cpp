@@ -39,7 +39,7 @@ public:
                                 "Page_Down", "Up", "Up"}) {
             const size_t before = errors().size();
             press(std::string(key) + " F11", 0);
-            while (errors().size() == before && runs()) usleep(20000);
+            await(process, [&] { return errors().size() != before; });
         }
     }
 };

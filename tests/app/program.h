@@ -2,13 +2,13 @@
 // ends.
 #pragma once
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cstdlib>
-#include <iterator>
 
 #include "tests/scratch.h"
 #include "tests/sound/sound_server.h"
@@ -18,11 +18,6 @@ struct Outcome {
     std::string output;
     std::string errors;
 };
-
-inline std::string contentOf(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
 
 class Program : public testing::Test {
 public:
@@ -69,18 +64,12 @@ public:
     // the sound.
     std::string start(const std::string& options) {
         int output[2];
-        if (pipe(output) != 0) return "no pipe";
-        process = fork();
-        if (process == 0) {
-            dup2(output[1], STDOUT_FILENO);
-            close(output[0]);
-            close(output[1]);
-            const std::string command =
-                "exec setpriv --pdeathsig KILL stdbuf -oL " + program + " -win " + options + " 2>errors";
-            unsetenv("SDL12COMPAT_OPENGL_SCALING");  // the tests' own window sets it; who watches does not
-            if (chdir(scratch.path.c_str()) == 0) execlp("sh", "sh", "-c", command.c_str(), nullptr);
-            _exit(99);
-        }
+        if (pipe2(output, O_CLOEXEC) != 0) return "no pipe";
+        // The tests' own window sets that variable; who watches does not.
+        const std::string command = "cd " + scratch.path.string() +
+                                    " && exec env -u SDL12COMPAT_OPENGL_SCALING stdbuf -oL " + program +
+                                    " -win " + options + " 2>errors";
+        process = startShell(command, output[1]);
         close(output[1]);
         std::string line;
         for (char c; !line.ends_with('\n') && read(output[0], &c, 1) == 1;) line += c;
@@ -101,10 +90,7 @@ public:
         EXPECT_EQ(std::system((search + words + " 2>/dev/null").c_str()), 0) << words;
     }
     // Whether what was started has not ended yet.
-    bool runs() const {
-        siginfo_t end{};
-        return waitid(P_PID, id_t(process), &end, WEXITED | WNOHANG | WNOWAIT) == 0 && end.si_pid == 0;
-    }
+    bool runs() const { return isRunning(process); }
     void send(int signal) const { kill(process, signal); }
     // What it has printed to standard error.
     std::string errors() const { return contentOf(scratch.file("errors")); }

@@ -3,10 +3,10 @@
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
+
+#include "tests/scratch.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t size);
 
@@ -20,8 +20,7 @@ int main(int count, char** folders) {
     for (const auto& path : paths) {
         printf("%s\n", path.c_str());
         fflush(stdout);
-        std::ifstream file(path, std::ios::binary);
-        const std::string bytes{std::istreambuf_iterator<char>(file), {}};
+        const std::string bytes = contentOf(path);
         LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size());
     }
     // A replay of nothing would pass for good.

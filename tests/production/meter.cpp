@@ -4,21 +4,12 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 #include <cstring>
 
+#include "tests/process.h"
 #include "tests/scratch.h"
 
 using namespace audio;
-
-std::string outputOf(const std::string& command) {
-    FILE* pipe = popen(command.c_str(), "r");
-    std::string output;
-    char piece[65536];
-    while (const size_t size = pipe ? fread(piece, 1, sizeof piece, pipe) : 0) output.append(piece, size);
-    EXPECT_TRUE(pipe && pclose(pipe) == 0) << command;
-    return output;
-}
 
 namespace {
 

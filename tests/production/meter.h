@@ -6,9 +6,6 @@
 
 #include "production/kit/sound/signal.h"
 
-// All that a command writes to its output; a failure of the test if it can't be run or fails.
-std::string outputOf(const std::string& command);
-
 struct Loudness {
     double integrated = 0, range = 0, truePeak = 0;  // LUFS, LU, dBTP
 };

@@ -208,8 +208,7 @@ TEST(Models, ComeOutTheSameEveryTime) {
     const ScratchDirectory scratch;
     const auto content = [&](const Product& product, const char* name) {
         product.make(scratch.file(name).c_str());
-        std::ifstream file(scratch.file(name), std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(file), {});
+        return contentOf(scratch.file(name));
     };
     for (const Product& product : modelProducts)
         EXPECT_TRUE(content(product, "first") == content(product, "second")) << product.file;

@@ -8,7 +8,6 @@
 #include <cmath>
 #include <complex>
 #include <fstream>
-#include <iterator>
 #include <numbers>
 #include <sstream>
 #include <string>
@@ -16,6 +15,7 @@
 
 #include "production/kit/sound/filter.h"
 #include "script/show_times.h"
+#include "tests/process.h"
 #include "tests/production/meter.h"
 #include "tests/scratch.h"
 
@@ -165,11 +165,6 @@ std::vector<double> findOnsets(const Stereo& sound) {
 const std::vector<double>& onsets() {
     static const std::vector<double> found = findOnsets(heard());
     return found;
-}
-
-std::string wholeFile(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 }  // namespace
@@ -394,5 +389,5 @@ TEST(Soundtrack, IsTheSameEachTimeItIsMade) {
     const std::string again = scratch.file("again.ogg");
     makeSoundtrack(again.c_str());
     // Not EXPECT_EQ: five megabytes are nothing to print.
-    EXPECT_TRUE(wholeFile(again) == wholeFile(track));
+    EXPECT_TRUE(contentOf(again) == contentOf(track));
 }

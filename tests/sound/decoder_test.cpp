@@ -7,8 +7,8 @@
 #include <cmath>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 
+#include "tests/scratch.h"
 #include "tests/sound/signal.h"
 
 namespace {
@@ -40,11 +40,6 @@ float worstDifference(const std::vector<float>& a, const std::vector<float>& b, 
     float worst = 0;
     for (size_t i = 0; i < count; i++) worst = std::max(worst, std::abs(a[i] - b[bFrom + i]));
     return worst;
-}
-
-std::string readFile(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
 }
 
 void writeFile(const std::string& path, const std::string& bytes) {
@@ -104,7 +99,7 @@ TEST(Decoder, KeepsTimeThroughDamage) {
     const std::string path = scratchPath("damaged.ogg");
     writeVorbis(path, makeNoise(10, recordRate), recordRate, 2);
     const std::vector<float> whole = decodeVorbis(path);
-    std::string bytes = readFile(path);
+    std::string bytes = contentOf(path);
     bytes.replace(bytes.size() * 4 / 10, bytes.size() / 10, bytes.size() / 10, '\xaa');
     writeFile(path, bytes);
     auto decoder = Decoder::open(path.c_str());
@@ -125,7 +120,7 @@ TEST(Decoder, KeepsTimeThroughDamage) {
 TEST(Decoder, SurvivesDamageAnywhere) {
     const std::string path = scratchPath("fuzzed.ogg");
     writeVorbis(path, makeNoise(1, recordRate), recordRate, 2);
-    const std::string sound = readFile(path);
+    const std::string sound = contentOf(path);
     uint32_t random = 7;
     for (int round = 0; round < 60; round++) {
         std::string bytes = sound;
@@ -146,7 +141,7 @@ TEST(Decoder, FollowsAChainOfRates) {
     const std::string path = scratchPath("chain.ogg"), second = scratchPath("second.ogg");
     writeVorbis(path, makeTone(1, recordRate, 441), recordRate, 2);
     writeVorbis(second, makeTone(1, 22050, 882), 22050, 1);
-    writeFile(path, readFile(path) + readFile(second));
+    writeFile(path, contentOf(path) + contentOf(second));
     auto decoder = Decoder::open(path.c_str());
     ASSERT_TRUE(decoder);
     const Sides sides = read(*decoder, 0s, 3 * recordRate);

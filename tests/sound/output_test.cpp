@@ -13,6 +13,7 @@
 
 #include "render/quit.h"
 #include "sound/sound.h"
+#include "tests/scratch.h"
 #include "tests/sound/alsa_faults.h"
 #include "tests/sound/esd_server.h"
 #include "tests/sound/signal.h"
@@ -127,11 +128,6 @@ std::string noiseFile() {
 // The null sink sleeps in steps of 2 s until something wants to hear it at once.
 void wakeSink() {
     sleepSeconds(2.2);
-}
-
-std::string contents(const std::string& path) {
-    std::ifstream in(path);
-    return {std::istreambuf_iterator<char>(in), {}};
 }
 
 // This program again, as a player of its own.
@@ -264,7 +260,7 @@ TEST(Output, OssIsHeardWhereThePositionIs) {
     Environment environment;
     environment.set("LD_PRELOAD", "/usr/$LIB/pulseaudio/libpulsedsp.so");
     Player player(sound::Oss, "show", environment);
-    ASSERT_EQ(waitForProcess(player.process), 0) << contents(player.output);
+    ASSERT_EQ(waitForProcess(player.process), 0) << contentOf(player.output);
     const Readings readings = readingsOf(player);
     expectSteady(readings);
     const auto& recording = recorder.samples();
@@ -281,7 +277,7 @@ TEST(Output, AStallCostsItsOwnLengthAndNoMore) {
     Player player(sound::Alsa, "stall", environment);
     int status = 0;
     ASSERT_EQ(waitpid(player.process, &status, WUNTRACED), player.process);
-    ASSERT_TRUE(WIFSTOPPED(status)) << contents(player.output);
+    ASSERT_TRUE(WIFSTOPPED(status)) << contentOf(player.output);
     // The device runs dry in a third of that.
     sleepSeconds(0.6);
     kill(player.process, SIGCONT);
@@ -487,8 +483,8 @@ TEST(Output, EveryWayOutEndsTheThread) {
         environment.set("PLAYER_SERVER", std::to_string(server.id()));
         Player player(way.output, way.end, environment);
         EXPECT_EQ(waitForProcess(player.process), way.status) << way.end;
-        EXPECT_NE(contents(player.output).find("output " + std::to_string(way.output)), std::string::npos);
-        EXPECT_EQ(contents(player.errors), "") << way.end;
+        EXPECT_NE(contentOf(player.output).find("output " + std::to_string(way.output)), std::string::npos);
+        EXPECT_EQ(contentOf(player.errors), "") << way.end;
         kill(server.id(), SIGCONT);
     }
 }
@@ -499,8 +495,8 @@ TEST(Output, AServerThatDoesNotAnswerCantBeOpened) {
     Environment environment;
     Player player(sound::Alsa, "exit", environment);
     EXPECT_EQ(waitForProcess(player.process), 3);
-    EXPECT_NE(contents(player.output).find("output 0"), std::string::npos);
-    EXPECT_EQ(contents(player.errors), "");
+    EXPECT_NE(contentOf(player.output).find("output 0"), std::string::npos);
+    EXPECT_EQ(contentOf(player.errors), "");
 }
 
 TEST(Output, WhatCantBeOpenedIsReplacedQuietly) {
@@ -510,8 +506,8 @@ TEST(Output, WhatCantBeOpenedIsReplacedQuietly) {
         Environment environment;
         Player player(output, "exit", environment);
         EXPECT_EQ(waitForProcess(player.process), 3);
-        EXPECT_NE(contents(player.output).find("output 0"), std::string::npos) << output;
-        EXPECT_EQ(contents(player.errors), "");
+        EXPECT_NE(contentOf(player.output).find("output 0"), std::string::npos) << output;
+        EXPECT_EQ(contentOf(player.errors), "");
     }
 }
 

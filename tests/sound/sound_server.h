@@ -4,31 +4,11 @@
 
 #include <sys/types.h>
 
-#include <map>
 #include <string>
 #include <thread>
 #include <vector>
 
-// Of the steady clock.
-double secondsNow();
-void sleepSeconds(double seconds);
-
-// Starts a program, which does not outlive this one, with its output and errors to files (-1: nowhere).
-pid_t startProcess(const std::vector<std::string>& words, int outputFile = -1, int errorFile = -1);
-// The exit status; -1 if the program crashed, or hung for longer than anything here can take.
-int waitForProcess(pid_t process);
-void endProcess(pid_t process, int signal);
-
-// Sets environment variables, and puts back what was there before.
-class Environment {
-public:
-    ~Environment();
-    void set(const std::string& name, const std::string& value);
-
-private:
-    std::map<std::string, std::string> before;
-    std::vector<std::string> unset;
-};
+#include "tests/process.h"
 
 class SoundServer {
 public:

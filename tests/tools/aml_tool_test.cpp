@@ -1,6 +1,5 @@
 // `aml`: models of several formats to mesh files and back, and what it says of them.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
 #include <algorithm>
 #include <array>
@@ -8,13 +7,13 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
 #include "geometry/aml.h"
 #include "geometry/aml_writer.h"
 #include "script/resources.h"
+#include "tests/process.h"
 #include "tests/scratch.h"
 #include "tools/aml/info.h"
 #include "tools/aml/model.h"
@@ -56,17 +55,8 @@ float apart(const std::vector<Triangle>& a, const std::vector<Triangle>& b, size
     return most;
 }
 
-// The status with which the program ends, and what it says.
-struct Outcome {
-    int status;
-    std::string said;
-};
-Outcome aml(const std::string& words, const std::string& before = "") {
-    const ScratchDirectory scratch;
-    const std::string command = before + AML_PROGRAM " " + words + " >" + scratch.file("said") + " 2>&1";
-    const int status = std::system(command.c_str());
-    std::ifstream file(scratch.file("said"));
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, {std::istreambuf_iterator<char>(file), {}}};
+Result aml(const std::string& words, const std::string& before = "") {
+    return shell(before + AML_PROGRAM " " + words);
 }
 
 TEST(AmlTool, ModelsOfManyFormatsComeBackAsTheyWere) {
@@ -85,8 +75,8 @@ TEST(AmlTool, ModelsOfManyFormatsComeBackAsTheyWere) {
             const std::string model = scratch.file(std::string("a model.") + row.format),
                               back = scratch.file("back.AML");
             ASSERT_EQ(aml("export " + original + " '" + model + "'").status, 0);
-            const Outcome run = aml("import '" + model + "' " + back);
-            ASSERT_EQ(run.status, 0) << run.said;
+            const Result run = aml("import '" + model + "' " + back);
+            ASSERT_EQ(run.status, 0) << run.output;
             const std::vector<Triangle> after = trianglesOf(back);
             ASSERT_EQ(before.size(), after.size());
             EXPECT_LT(apart(before, after, 0, 3), 10 * row.tolerance);
@@ -134,8 +124,8 @@ TEST(AmlTool, ImportsOtherPeoplesModels) {
         SCOPED_TRACE(row.file);
         const ScratchDirectory scratch;
         const std::string made = scratch.file("made.AML");
-        const Outcome run = aml(std::string("import ") + otherPeoplesModels + row.file + " " + made);
-        ASSERT_EQ(run.status, 0) << run.said;
+        const Result run = aml(std::string("import ") + otherPeoplesModels + row.file + " " + made);
+        ASSERT_EQ(run.status, 0) << run.output;
         const std::vector<Triangle> triangles = trianglesOf(made);
         EXPECT_EQ(triangles.size(), row.triangles);
         std::array<float, 3> least = {1e9f, 1e9f, 1e9f}, most = {-1e9f, -1e9f, -1e9f};
@@ -261,9 +251,9 @@ TEST(AmlTool, SaysWhatOutgrowsTheMemory) {
             ",\"uri\":\"many.bin\"}],\"bufferViews\":[{\"buffer\":0,\"byteLength\":" + size +
             "}],\"accessors\":[{\"bufferView\":0,\"componentType\":5126,\"count\":" + count +
             ",\"type\":\"VEC3\"}]}");
-    const Outcome run = aml("import " + model + " " + scratch.file("many.AML"), "ulimit -v 400000; ");
+    const Result run = aml("import " + model + " " + scratch.file("many.AML"), "ulimit -v 400000; ");
     EXPECT_EQ(run.status, 1);
-    EXPECT_EQ(run.said, model + ": wants more memory than 4 GB\n");
+    EXPECT_EQ(run.output, model + ": wants more memory than 4 GB\n");
     EXPECT_FALSE(std::filesystem::exists(scratch.file("many.AML")));
 }
 
@@ -274,7 +264,7 @@ TEST(AmlTool, HasNothingAgainstTheShowsFiles) {
         MeshSet set;
         read(set, path);
         EXPECT_EQ(objections(set, path), std::vector<std::string>{}) << path;
-        EXPECT_NE(aml("info " + path).said.find(std::string("\"") + use.key + "\""), std::string::npos);
+        EXPECT_NE(aml("info " + path).output.find(std::string("\"") + use.key + "\""), std::string::npos);
     }
 }
 
@@ -332,9 +322,9 @@ TEST(AmlTool, BadInputEndsWithOneLineAndLosesNothing) {
                                                "import a b --turn",
                                                "info a --wide"};
     for (const std::string& words : commands) {
-        const Outcome run = aml(words);
+        const Result run = aml(words);
         EXPECT_EQ(run.status, 1) << words;
-        EXPECT_EQ(std::count(run.said.begin(), run.said.end(), '\n'), 1) << words << ": " << run.said;
+        EXPECT_EQ(std::count(run.output.begin(), run.output.end(), '\n'), 1) << words << ": " << run.output;
     }
     EXPECT_EQ(std::filesystem::file_size(kept), 4u);
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(scratch.path), {}), 5);

@@ -2,7 +2,6 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cstring>
@@ -200,19 +199,11 @@ TEST_F(Grabbing, AFrameThatCantBeReadBackIsAFailure) {
 TEST(Capture, StoppingItLeavesNoHalfFilm) {
     const ScratchDirectory scratch;
     const std::string film = scratch.file("film.mp4");
-    const pid_t process = fork();
-    if (process == 0) {
-        freopen("/dev/null", "w", stderr);
-        execl(CAPTURE_PROGRAM, CAPTURE_PROGRAM, "--out", film.c_str(), nullptr);
-        _exit(127);
-    }
+    const pid_t process = startProcess({CAPTURE_PROGRAM, "--out", film});
     // Until the film has begun to grow; a capture that ends by itself before that fails the test.
-    int status = 0;
-    while (namesIn(scratch.path).empty() && waitpid(process, &status, WNOHANG) == 0)
-        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    EXPECT_TRUE(await(process, [&] { return !namesIn(scratch.path).empty(); }));
     kill(process, SIGINT);
-    ASSERT_EQ(waitpid(process, &status, 0), process);
-    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 1);
+    EXPECT_EQ(waitForProcess(process), 1);
     EXPECT_TRUE(namesIn(scratch.path).empty());
 }
 

@@ -53,13 +53,8 @@ std::vector<uint8_t> shownPixels(const std::string& film) {
     const std::string command = "ffmpeg -v error -i " + film +
                                 " -vf scale=flags=accurate_rnd+full_chroma_int+bicubic,format=rgb24"
                                 " -fps_mode passthrough -f rawvideo -";
-    FILE* pipe = popen(command.c_str(), "r");
-    std::vector<uint8_t> pixels;
-    std::vector<uint8_t> part(1 << 20);
-    while (const size_t count = fread(part.data(), 1, part.size(), pipe))
-        pixels.insert(pixels.end(), part.begin(), part.begin() + count);
-    pclose(pipe);
-    return pixels;
+    const std::string pixels = outputOf(command);
+    return {pixels.begin(), pixels.end()};
 }
 
 double brightness(const uint8_t* rgb) {

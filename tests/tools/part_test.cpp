@@ -6,7 +6,6 @@
 
 #include <cstring>
 #include <memory>
-#include <thread>
 
 #include "tests/tools/run.h"
 #include "tests/virtual_screen.h"
@@ -130,17 +129,9 @@ TEST_F(Parts, ThatDontBelongTogetherAreRefused) {
 
 // Drawn again, of a film or part that is there: it and its manifest stay until the new one is whole.
 TEST_F(Parts, StayUntilTheyAreDrawnAgain) {
-    const pid_t process = fork();
-    if (process == 0) {
-        freopen("/dev/null", "w", stderr);
-        execl(CAPTURE_PROGRAM, CAPTURE_PROGRAM, "--fps", "4", "--frames", "80-89", "--out", ends.c_str(),
-              nullptr);
-        _exit(127);
-    }
-    while (!namesIn(scratch->path).contains("unfinished-ends.mp4") && waitpid(process, nullptr, WNOHANG) == 0)
-        std::this_thread::sleep_for(std::chrono::milliseconds(5));
-    kill(process, SIGINT);
-    waitpid(process, nullptr, 0);
+    const pid_t process = startProcess({CAPTURE_PROGRAM, "--fps", "4", "--frames", "80-89", "--out", ends});
+    await(process, [&] { return namesIn(scratch->path).contains("unfinished-ends.mp4"); });
+    endProcess(process, SIGINT);
     EXPECT_TRUE(isWhole(ends, manifestOf(ends)));
     EXPECT_EQ(textOf(manifestOf(ends).runs()), "80-83,87-89");
 }
@@ -158,16 +149,10 @@ struct Resuming : testing::Test {
                                     stuck + ".new; mv " + stuck + ".new " + stuck + "; while [ -e " + stuck +
                                     " ]; do sleep 0.05; done;; esac\nexec ffmpeg \"$@\"\n");
         std::filesystem::permissions(encoder.file("ffmpeg"), std::filesystem::perms::owner_all);
-        const pid_t process = fork();
-        if (process == 0) {
-            const std::string command = before + " PATH=" + encoder.path.string() +
-                                        ":$PATH; exec " CAPTURE_PROGRAM " " + words + " 2>" +
-                                        scratch.file("said");
-            execl("/bin/sh", "sh", "-c", command.c_str(), nullptr);
-            _exit(127);
-        }
-        while (!std::filesystem::exists(stuck) && waitpid(process, nullptr, WNOHANG) == 0)
-            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        const pid_t process =
+            startShell(before + " PATH=" + encoder.path.string() + ":$PATH; exec " CAPTURE_PROGRAM " " +
+                       words + " 2>" + scratch.file("said"));
+        await(process, [&] { return std::filesystem::exists(stuck); });
         return process;
     }
     std::string range(const std::string& from, const std::string& to) const {

@@ -31,10 +31,7 @@ public:
         process = startProcess(all);
         ASSERT_TRUE(await([&] { return !state("time").empty(); }));
     }
-    bool await(const std::function<bool()>& condition) const {
-        for (int i = 0; i < 1200 && !condition() && runs(); i++) sleepSeconds(0.05);
-        return condition();
-    }
+    bool await(const std::function<bool()>& condition) const { return ::await(process, condition); }
     // The first value of that name.
     std::string state(const std::string& name) const {
         std::istringstream lines(contentOf(scratch.file("state")));

@@ -1,26 +1,15 @@
 // Programs run as a person would run them.
 #pragma once
 
-#include <sys/wait.h>
-
-#include <array>
-#include <cstdio>
+#include <filesystem>
 #include <set>
 #include <string>
 
+#include "tests/process.h"
 #include "tests/scratch.h"
 
-struct Result {
-    int status;
-    std::string output;  // standard output and standard error
-};
-
-inline Result shell(const std::string& command) {
-    FILE* pipe = popen((command + " 2>&1").c_str(), "r");
-    std::string output;
-    std::array<char, 4096> part;
-    while (const size_t count = fread(part.data(), 1, part.size(), pipe)) output.append(part.data(), count);
-    return {WEXITSTATUS(pclose(pipe)), output};
+inline std::string content(const std::filesystem::path& path) {
+    return contentOf(path);
 }
 
 inline Result capture(const std::string& words) {
@@ -35,11 +24,6 @@ inline void linkDataSet(const std::filesystem::path& folder) {
         fs::create_directories((folder / entry.path()).parent_path());
         fs::create_symlink(fs::absolute(entry.path()), folder / entry.path());
     }
-}
-
-inline std::string content(const std::filesystem::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 inline std::set<std::string> namesIn(const std::filesystem::path& directory) {

@@ -1,0 +1,108 @@
+#include "tests/process.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <thread>
+#include <utility>
+
+extern char** environ;
+
+double secondsNow() {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
+
+void sleepSeconds(double seconds) {
+    std::this_thread::sleep_for(std::chrono::duration<double>(seconds));
+}
+
+pid_t startProcess(const std::vector<std::string>& words, int outputFile, int errorFile) {
+    std::vector<char*> arguments;
+    for (const char* word : {"setpriv", "--pdeathsig", "KILL"}) arguments.push_back(const_cast<char*>(word));
+    for (const std::string& word : words) arguments.push_back(const_cast<char*>(word.c_str()));
+    arguments.push_back(nullptr);
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, 0, "/dev/null", O_RDONLY, 0);
+    for (const auto& [file, stream] : {std::pair(outputFile, 1), std::pair(errorFile, 2)}) {
+        if (file < 0)
+            posix_spawn_file_actions_addopen(&actions, stream, "/dev/null", O_WRONLY, 0);
+        else
+            posix_spawn_file_actions_adddup2(&actions, file, stream);
+    }
+    pid_t process = -1;
+    if (posix_spawnp(&process, arguments[0], &actions, nullptr, arguments.data(), environ) != 0) process = -1;
+    posix_spawn_file_actions_destroy(&actions);
+    return process;
+}
+
+pid_t startShell(const std::string& command, int outputFile, int errorFile) {
+    return startProcess({"sh", "-c", command}, outputFile, errorFile);
+}
+
+bool isRunning(pid_t process) {
+    siginfo_t end{};
+    return waitid(P_PID, id_t(process), &end, WEXITED | WNOHANG | WNOWAIT) == 0 && end.si_pid == 0;
+}
+
+int waitForProcess(pid_t process) {
+    int status = 0;
+    for (int i = 0; i < 400; i++) {
+        if (waitpid(process, &status, WNOHANG) == process)
+            return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+        sleepSeconds(0.05);
+    }
+    endProcess(process, SIGKILL);
+    return -1;
+}
+
+void endProcess(pid_t process, int signal) {
+    if (process <= 0) return;
+    kill(process, signal);
+    waitpid(process, nullptr, 0);
+}
+
+namespace {
+
+Result outputAndStatus(const std::string& command) {
+    FILE* pipe = popen(command.c_str(), "r");
+    if (!pipe) return {-1, ""};
+    std::string output;
+    std::array<char, 65536> part;
+    while (const size_t count = fread(part.data(), 1, part.size(), pipe)) output.append(part.data(), count);
+    const int status = pclose(pipe);
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, output};
+}
+
+}  // namespace
+
+Result shell(const std::string& command) {
+    return outputAndStatus(command + " 2>&1");
+}
+
+std::string outputOf(const std::string& command) {
+    const Result result = outputAndStatus(command);
+    EXPECT_EQ(result.status, 0) << command;
+    return result.output;
+}
+
+void Environment::set(const std::string& name, const std::string& value) {
+    if (const char* old = std::getenv(name.c_str()))
+        before.emplace(name, old);
+    else
+        unset.push_back(name);
+    setenv(name.c_str(), value.c_str(), 1);
+}
+
+Environment::~Environment() {
+    for (const std::string& name : unset) unsetenv(name.c_str());
+    for (const auto& [name, value] : before) setenv(name.c_str(), value.c_str(), 1);
+}
