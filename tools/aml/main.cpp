@@ -9,8 +9,6 @@
 #include "tools/aml/info.h"
 #include "tools/aml/model.h"
 #include "tools/aml/options.h"
-#include "tools/aml/view.h"
-#include "tools/installed_show.h"
 
 namespace {
 
@@ -79,6 +77,5 @@ int main(int argc, char** argv) {
     const AmlOptions options = parseAmlOptions(argc, argv);
     if (options.command == "import") return import(options.files[0], options.files[1], options.placing);
     if (options.command == "export") return exportTo(options.files[0], options.files[1]);
-    if (options.command == "view") return viewMeshes(pathFrom(goToInstalledShow(), options.files[0]));
     return info(options.files[0]);
 }

@@ -14,12 +14,9 @@ constexpr char usage[] =
     "Usage: aml info FILE.AML\n"
     "       aml import MODEL FILE.AML [--scale S] [--turn AXIS:DEGREES]...\n"
     "       aml export FILE.AML MODEL\n"
-    "       aml view FILE.AML\n"
     "Tells what a mesh file holds and what the show has against it; makes one of what modellers write (OBJ, "
     "glTF,\n"
-    "FBX, PLY, STL ...); writes one for modellers, in the format of MODEL's ending; shows one in a window "
-    "and\n"
-    "anew whenever it is saved.\n"
+    "FBX, PLY, STL ...); writes one for modellers, in the format of MODEL's ending.\n"
     "\n"
     " --scale S            make it S times as large\n"
     " --turn AXIS:DEGREES  turn it around x, y or z, counter-clockwise seen from the axis's end; several "
@@ -42,7 +39,7 @@ struct Command {
     size_t files;
 };
 
-constexpr Command commands[] = {{"info", 1}, {"import", 2}, {"export", 2}, {"view", 1}};
+constexpr Command commands[] = {{"info", 1}, {"import", 2}, {"export", 2}};
 
 const Command& commandOf(const char* word) {
     for (const Command& command : commands)

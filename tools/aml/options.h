@@ -7,7 +7,7 @@
 #include "tools/aml/model.h"
 
 struct AmlOptions {
-    std::string command;             // "info", "import", "export" or "view"
+    std::string command;             // "info", "import" or "export"
     std::vector<std::string> files;  // as many as the command takes, in the order they are written
     Placing placing;                 // of an import
 };
