@@ -18,22 +18,22 @@ namespace {
 constexpr int expandAndUpload = 1;
 
 const MeshRow meshTable[] = {
-    {"data/laatikko.AML", "laatikko"},
-    {"data/ship.AML", "ship"},
-    {"data/tunneli.AML", "tunnel"},
-    {"data/robo_body.AML", "robo body"},
-    {"data/robo_arms.AML", "robo arms"},
-    {"data/robo_screen.AML", "robo screen", [] { demo->remapTexCoords("robo screen", 0, 2); }},
-    {"data/ring.AML", "ring"},
-    {"data/haromalli.AML", "haromalli"},
-    {"data/pallo.AML", "sphere"},
-    {"data/palikka.AML", "palikka"},
-    {"data/huone_simple.AML", "huone"},
-    {"data/huone_detail.AML", "huone2"},
-    {"data/tykki.AML", "tykki"},
-    {"data/pallero.AML", "pallero"},
-    {"data/pallero_detail.AML", "pallero2"},
-    {"data/block.AML", "block"},
+    {"data/laatikko.AML", "laatikko", 135},  // up and down among its copies; a storey itself is shorter
+    {"data/ship.AML", "ship", 115},
+    {"data/tunneli.AML", "tunnel", 340, true},
+    {"data/robo_body.AML", "robo body", 205},
+    {"data/robo_arms.AML", "robo arms", 205},
+    {"data/robo_screen.AML", "robo screen", 205, false, [] { demo->remapTexCoords("robo screen", 0, 2); }},
+    {"data/ring.AML", "ring", 115},
+    {"data/haromalli.AML", "haromalli", 105},
+    {"data/pallo.AML", "sphere", 4000},
+    {"data/palikka.AML", "palikka", 52},
+    {"data/huone_simple.AML", "huone", 1000, true},
+    {"data/huone_detail.AML", "huone2", 1000},
+    {"data/tykki.AML", "tykki", 1000},
+    {"data/pallero.AML", "pallero", 42.01f, true},
+    {"data/pallero_detail.AML", "pallero2", 44},
+    {"data/block.AML", "block", 115},
 };
 
 // The lasers end in T, so that a beam's edge does not come back on its other side.

@@ -10,6 +10,8 @@ struct EffectBase;
 struct MeshRow {
     const char* path;
     const char* key;
+    float reach;          // units: how far from the origin its scenes leave room
+    bool traced = false;  // beams bounce off it, so each face counts
     void (*afterwards)() = nullptr;
 };
 

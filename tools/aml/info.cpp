@@ -12,30 +12,13 @@
 #include "image/whole_file.h"
 #include "tools/formatted.h"
 
+namespace fs = std::filesystem;
+
 namespace {
 
 constexpr int mostTracedFaces = 1000;  // twice what the room's copy has
 constexpr float unitWithin = 1e-2f;    // of a normal's length
 constexpr float sliver = 1e-3f;        // twice the area of a face, in square units, below which it is none
-
-constexpr MeshUse uses[] = {
-    {"laatikko.AML", "laatikko", 135, false},  // up and down among its copies; a storey itself is shorter
-    {"ship.AML", "ship", 115, false},
-    {"tunneli.AML", "tunnel", 340, true},
-    {"robo_body.AML", "robo body", 205, false},
-    {"robo_arms.AML", "robo arms", 205, false},
-    {"robo_screen.AML", "robo screen", 205, false},
-    {"ring.AML", "ring", 115, false},
-    {"haromalli.AML", "haromalli", 105, false},
-    {"pallo.AML", "sphere", 4000, false},
-    {"palikka.AML", "palikka", 52, false},
-    {"huone_simple.AML", "huone", 1000, true},
-    {"huone_detail.AML", "huone2", 1000, false},
-    {"tykki.AML", "tykki", 1000, false},
-    {"pallero.AML", "pallero", 42.01f, true},
-    {"pallero_detail.AML", "pallero2", 44, false},
-    {"block.AML", "block", 115, false},
-};
 
 std::string typeName(int type) {
     static constexpr const char* names[] = {"position",    "position index", "normal",
@@ -100,14 +83,10 @@ void findFaults(const Mesh& mesh, Faults& faults) {
 
 }  // namespace
 
-std::span<const MeshUse> meshUses() {
-    return uses;
-}
-
-const MeshUse* useOf(const std::string& path) {
-    const std::string name = std::filesystem::path(path).filename().string();
-    for (const MeshUse& use : uses)
-        if (name == use.file) return &use;
+const MeshRow* rowOf(const std::string& path) {
+    const std::string name = fs::path(path).filename();
+    for (const MeshRow& row : meshRows())
+        if (name == fs::path(row.path).filename()) return &row;
     return nullptr;
 }
 
@@ -150,12 +129,12 @@ std::vector<std::string> objections(const MeshSet& set, const std::string& path)
         lines.push_back(formatted("%d normals are not of length 1", faults.bentNormals));
     if (faults.slivers > 0) lines.push_back(formatted("%d faces have no area", faults.slivers));
 
-    const MeshUse* use = useOf(path);
-    if (!use) return lines;
-    if (faults.reach > use->reach)
+    const MeshRow* row = rowOf(path);
+    if (!row) return lines;
+    if (faults.reach > row->reach)
         lines.push_back(formatted("it reaches %g units from the origin, where its scenes leave room for %g",
-                                  faults.reach, use->reach));
-    if (use->traced && faults.faces > mostTracedFaces)
+                                  faults.reach, row->reach));
+    if (row->traced && faults.faces > mostTracedFaces)
         lines.push_back(formatted("%d faces for beams to bounce off, where %d are quick enough", faults.faces,
                                   mostTracedFaces));
     return lines;

@@ -2,22 +2,14 @@
 #pragma once
 
 #include <optional>
-#include <span>
 #include <string>
 #include <vector>
 
 #include "geometry/mesh.h"
+#include "script/resources.h"
 
-// How the show uses one of its files.
-struct MeshUse {
-    const char* file;
-    const char* key;
-    float reach;  // units: how far from the origin its scenes leave room
-    bool traced;  // beams bounce off it, so each face counts
-};
-std::span<const MeshUse> meshUses();
-// By the file's name, in whatever folder; nullptr if the show has no such file.
-const MeshUse* useOf(const std::string& path);
+// That of the file's name, in whatever folder; nullptr if the show has no such file.
+const MeshRow* rowOf(const std::string& path);
 
 // Of the file as it is at this moment; nothing, with a line that names it in `problem`, if it can't be read.
 std::optional<MeshSet> readMeshes(const std::string& path, std::string* problem);

@@ -35,8 +35,8 @@ int info(const std::string& path) {
     for (const Mesh& mesh : set) faces += mesh.faceCount;
     printf("%s: %d mesh%s, %d faces\n", path.c_str(), set.count, set.count == 1 ? "" : "es", faces);
     fputs(describeMeshes(set).c_str(), stdout);
-    if (const MeshUse* use = useOf(path))
-        printf("the show draws it as \"%s\"%s\n", use->key, use->traced ? ", and beams bounce off it" : "");
+    if (const MeshRow* row = rowOf(path))
+        printf("the show draws it as \"%s\"%s\n", row->key, row->traced ? ", and beams bounce off it" : "");
     printObjections(set, path);
     return 0;
 }
