@@ -55,7 +55,7 @@ public:
     Screen settle() {
         do {
             rehearsal->frame();
-        } while (!rehearsal->exact);
+        } while (rehearsal->shown != Shown::exact);
         return readWindow();
     }
     Screen goTo(int ms) {

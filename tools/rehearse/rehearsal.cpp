@@ -41,7 +41,39 @@ int milliseconds(float seconds) {
     return int(std::lround(seconds * 1000));
 }
 
+struct KeyRow {
+    SDLKey key;
+    void (*act)(Rehearsal& rehearsal);
+};
+
+// Those that the show has not, or otherwise.
+constexpr KeyRow keys[] = {
+    {SDLK_TAB, [](Rehearsal& r) { r.deskShown = !r.deskShown; }},
+    {SDLK_F1, [](Rehearsal& r) { r.desk.help = !r.desk.help; }},
+    {SDLK_p, [](Rehearsal& r) { r.transport.held ? r.transport.goOn() : r.transport.hold(); }},
+    {SDLK_COMMA, [](Rehearsal& r) { r.transport.step(-1); }},
+    {SDLK_PERIOD, [](Rehearsal& r) { r.transport.step(1); }},
+    {SDLK_HOME, [](Rehearsal& r) { r.transport.setPosition(r.transport.loop ? r.transport.loop->from : 0); }},
+    {SDLK_l, [](Rehearsal& r) { r.loopSegment(); }},
+    {SDLK_SPACE, [](Rehearsal& r) { r.tap(); }},
+    {SDLK_ESCAPE,
+     [](Rehearsal& r) {
+         r.done = !r.transport.loop;
+         r.transport.loop.reset();
+     }},
+};
+
 }  // namespace
+
+void FrameRate::count(double seconds, DeskState* desk) {
+    frames++;
+    drawn += seconds;
+    const double now = secondsNow();
+    if (now - start < rateSample) return;
+    desk->framesPerSecond = float(frames / (now - start));
+    desk->millisecondsPerFrame = float(drawn / frames * 1000);
+    *this = {now};
+}
 
 Rehearsal::Rehearsal(SteppedShow& show, Loading& loading, Watch& watch, const std::string& sources,
                      const std::vector<std::string>& makeData)
@@ -57,23 +89,23 @@ void Rehearsal::handleEvent(const SDL_Event& event) {
     switch (event.type) {
         case SDL_KEYDOWN:
             // Every tap counts; one that is held down counts once a frame, however long that takes.
-            if (down.insert(event.key.keysym.sym).second ||
-                (repeats(event.key.keysym.sym) && repeated.insert(event.key.keysym.sym).second))
+            if (hands.down.insert(event.key.keysym.sym).second ||
+                (repeats(event.key.keysym.sym) && hands.repeated.insert(event.key.keysym.sym).second))
                 handleKey(event.key);
             break;
         case SDL_KEYUP:
-            down.erase(event.key.keysym.sym);
+            hands.down.erase(event.key.keysym.sym);
             break;
         case SDL_MOUSEBUTTONDOWN:
             if (event.button.button == SDL_BUTTON_LEFT && deskShown)
                 press(event.button.x, event.button.y,
-                      down.contains(SDLK_LSHIFT) || down.contains(SDLK_RSHIFT));
+                      hands.down.contains(SDLK_LSHIFT) || hands.down.contains(SDLK_RSHIFT));
             break;
         case SDL_MOUSEMOTION:
             drag(event.motion.x, event.motion.y);
             break;
         case SDL_MOUSEBUTTONUP:
-            if (event.button.button == SDL_BUTTON_LEFT) dragged = nothing;
+            if (event.button.button == SDL_BUTTON_LEFT) hands.dragged = Hands::nothing;
             break;
         case SDL_QUIT:
             done = true;
@@ -84,64 +116,39 @@ void Rehearsal::handleEvent(const SDL_Event& event) {
 }
 
 void Rehearsal::handleKey(const SDL_KeyboardEvent& key) {
-    switch (key.keysym.sym) {
-        case SDLK_TAB:
-            // Alt and Tab is the desktop's.
-            if (!(key.keysym.mod & KMOD_ALT)) deskShown = !deskShown;
-            break;
-        case SDLK_F1:
-            desk.help = !desk.help;
-            break;
-        case SDLK_p:
-            if (transport.held)
-                transport.goOn();
-            else
-                transport.hold();
-            break;
-        case SDLK_COMMA:
-            transport.step(-1);
-            break;
-        case SDLK_PERIOD:
-            transport.step(1);
-            break;
-        case SDLK_HOME:
-            transport.setPosition(transport.loop ? transport.loop->from : 0);
-            break;
-        case SDLK_l:
-            loopSegment();
-            break;
-        case SDLK_ESCAPE:
-            if (transport.loop)
-                transport.loop.reset();
-            else
-                done = true;
-            break;
-        case SDLK_SPACE:
-            ::handleKey(SDLK_SPACE);
-            tapped = true;
-            break;
-        default:
-            // Not from the frame's time, as the show's own: several may come within a frame.
-            if (const float seconds = seekSeconds(key.keysym.sym))
-                transport.setPosition(transport.position() + milliseconds(seconds));
-            else
-                ::handleKey(key.keysym.sym);
-            break;
-    }
+    const SDLKey symbol = key.keysym.sym;
+    // Alt and Tab is the desktop's.
+    if (symbol == SDLK_TAB && (key.keysym.mod & KMOD_ALT)) return;
+    const auto row = std::find_if(std::begin(keys), std::end(keys),
+                                  [&](const KeyRow& known) { return known.key == symbol; });
+    if (row != std::end(keys)) return row->act(*this);
+    // Not from the frame's time, as the show's own: several may come within a frame.
+    if (const float seconds = seekSeconds(symbol))
+        transport.setPosition(transport.position() + milliseconds(seconds));
+    else
+        ::handleKey(symbol);
+}
+
+void Rehearsal::tap() {
+    ::handleKey(SDLK_SPACE);
+    if (!transport.held || transport.jumped || shown == Shown::nothing) return;
+    drawFrame();
+    picture.keep();
+    shown = Shown::tapped;
 }
 
 void Rehearsal::press(int x, int y, bool forLoop) {
     const int ms = timelineAt(x, y, transport.end, false);
     if (ms < 0) return;
-    dragged = forLoop ? loopEdge : position;
-    dragStart = ms;
+    hands.dragged = forLoop ? Hands::loopEdge : Hands::position;
+    hands.dragStart = ms;
     if (!forLoop) transport.setPosition(ms);
 }
 
 void Rehearsal::drag(int x, int y) {
-    desk.pointer = timelineAt(x, y, transport.end, dragged != nothing);
-    if (dragged == position) transport.setPosition(desk.pointer);
-    if (dragged == loopEdge) transport.setLoop(dragStart, desk.pointer);
+    desk.pointer = timelineAt(x, y, transport.end, hands.dragged != Hands::nothing);
+    if (hands.dragged == Hands::position) transport.setPosition(desk.pointer);
+    if (hands.dragged == Hands::loopEdge) transport.setLoop(hands.dragStart, desk.pointer);
 }
 
 void Rehearsal::loopSegment() {
@@ -150,68 +157,63 @@ void Rehearsal::loopSegment() {
 }
 
 void Rehearsal::redraw() {
-    picture.valid = stepped = exact = false;
+    shown = Shown::nothing;
     transport.jumped = true;
 }
 
 void Rehearsal::frame() {
-    repeated.clear();
+    hands.repeated.clear();
     lookForChanges();
     if (reload.apply()) {
         loaded++;
         redraw();
     }
     transport.turn();
-    const bool moving = !transport.held || transport.jumped || !picture.valid || !exact;
-    if (!transport.held)
-        drawPlaying();
-    else
-        drawHeld();
+    const bool settled = shown == Shown::exact || shown == Shown::tapped;
+    const bool still = transport.held && !transport.jumped && settled;
+    transport.held ? drawHeld() : drawPlaying();
     if (app.screenshotRequested) saveScreenshot();
     describeDesk();
     if (deskShown) drawDesk(desk);
-    if (!pictureFile.empty() && exact && reload.idle()) writePicture();
+    if (!pictureFile.empty() && shown == Shown::exact && reload.idle()) {
+        wrote = writeScreen(pictureFile);
+        done = true;
+    }
     SDL_GL_SwapBuffers();
-    if (!moving) SDL_Delay(idle);
+    if (still) SDL_Delay(idle);
 }
 
 // After a jump, what is carried from frame to frame is brought to where it would be, as far as that goes
 // without drawing: a show that plays must not stand still for it.
 void Rehearsal::drawPlaying() {
     if (transport.jumped) skipTo(nearestFrame(transport.position()));
-    transport.jumped = picture.valid = stepped = false;
+    transport.jumped = false;
+    shown = Shown::nothing;
     const double before = secondsNow();
     drawFrame();
     glFinish();
-    measure(secondsNow() - before);
+    rate.count(secondsNow() - before, &desk);
     shownEntry = entryAt(milliseconds(demo->clock.time()));
 }
 
 void Rehearsal::drawHeld() {
     const double now = secondsNow();
-    if (transport.jumped || !picture.valid) {
+    const int target = nearestFrame(transport.position());
+    if (transport.jumped || shown == Shown::nothing) {
         transport.jumped = false;
         lastJump = now;
-        const int target = nearestFrame(transport.position());
-        const bool next = stepped && target == show.next;
+        const bool next = shown == Shown::exact && target == show.next;
         if (!next) skipTo(target);
         drawStepped(target);
-        exact = stepped = next;
-    } else if (!exact && dragged != position && now - lastJump > handsRest) {
-        const int target = nearestFrame(transport.position());
+        shown = next ? Shown::exact : Shown::quick;
+    } else if (shown == Shown::quick && hands.dragged != Hands::position && now - lastJump > handsRest) {
         start.restoreShow(&show);
         start.restoreGl();
         drawStepped(target);
-        exact = stepped = true;
-    } else if (tapped) {
-        // The beat counts at once, for this frame alone.
-        drawFrame();
-        picture.keep();
-        stepped = false;
+        shown = Shown::exact;
     } else {
         picture.show();
     }
-    tapped = false;
 }
 
 void Rehearsal::skipTo(int target) {
@@ -247,27 +249,10 @@ void Rehearsal::lookForChanges() {
     if (build.poll() && !build.problem.empty()) fprintf(stderr, "%s\n", build.problem.c_str());
 }
 
-void Rehearsal::writePicture() {
-    wrote = writeScreen(pictureFile);
-    done = true;
-}
-
-void Rehearsal::measure(double drawn) {
-    rateFrames++;
-    rateDrawn += drawn;
-    const double now = secondsNow();
-    if (now - rateStart < rateSample) return;
-    desk.framesPerSecond = float(rateFrames / (now - rateStart));
-    desk.millisecondsPerFrame = float(rateDrawn / rateFrames * 1000);
-    rateStart = now;
-    rateFrames = 0;
-    rateDrawn = 0;
-}
-
 void Rehearsal::describeDesk() {
     desk.ms = milliseconds(demo->clock.time());
     desk.held = transport.held;
-    desk.exact = exact;
+    desk.exact = shown == Shown::exact;
     desk.loop = transport.loop;
     desk.pulse = ::frame.pulse;
     desk.counterQ = app.counterQ;
@@ -283,7 +268,10 @@ void Rehearsal::describeDesk() {
     if (!build.problem.empty()) desk.problems.push_back(build.problem + "\n" + build.whatIsShown());
     desk.messages.clear();
     for (const auto& line : app.messages.lines) desk.messages.push_back(line.get());
-    if (stateFile.empty()) return;
+    if (!stateFile.empty()) writeState();
+}
+
+void Rehearsal::writeState() const {
     const std::string unfinished = stateFile + ".unfinished";
     if (FILE* file = fopen(unfinished.c_str(), "w")) {
         fputs(describe(desk).c_str(), file);

@@ -28,7 +28,6 @@ void StoredPicture::keep() {
     glBindTexture(GL_TEXTURE_2D, texture);
     glCopyTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, 0, 0, screenWidth, screenHeight);
     glPopAttrib();
-    valid = true;
 }
 
 void StoredPicture::show() const {

@@ -5,7 +5,6 @@
 
 struct StoredPicture {
     GLuint texture = 0;
-    bool valid = false;
 
     // Needs a GL context.
     StoredPicture();
