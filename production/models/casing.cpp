@@ -43,9 +43,9 @@ Shape stud() {
 }  // namespace
 
 void makeCasing(const char* path) {
-    const Shape leaves = around(petal(), petals, Axis::y);
+    const Shape leaves = around(petal(), petals);
     // Exactly between the ground and the height that the program scales by.
     const Shape level = bent(leaves, [](Vec p) { return Vec{p.x, std::clamp(p.y, 0.0, height), p.z}; });
-    const Shape studs = turned(around(stud(), petals, Axis::y), Axis::y, pi / petals);
-    writeAml(path, {mappedCylinder(joined({level, cup(), studs}), Axis::y, 6, 48)});
+    const Shape studs = turned(around(stud(), petals), Axis::y, pi / petals);
+    writeAml(path, {mappedCylinder(joined({level, cup(), studs}), 6, 48)});
 }

@@ -93,7 +93,7 @@ Shape lamps() {
 }
 
 Shape unlit() {
-    const auto bothSides = [](const Shape& shape) { return around(wing(shape), 2, Axis::y); };
+    const auto bothSides = [](const Shape& shape) { return around(wing(shape), 2); };
     return joined({painted(drum(), hull::orange), painted(antenna(-22, -46, 3.4), hull::warmLamp),
                    painted(onNeck(bowl()), hull::dark), painted(onNeck(receiver()), hull::orange),
                    painted(bothSides(board()), hull::dark), painted(bothSides(seams()), hull::coolLamp)});

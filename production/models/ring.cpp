@@ -42,7 +42,7 @@ Shape wire() {
 }  // namespace
 
 void makeRing(const char* path) {
-    const Shape clasps = turned(around(clasp(), 6, Axis::y), Axis::y, degrees(30));
-    const Shape ticks = around(tick(), 120, Axis::y);
-    writeAml(path, {mappedCylinder(joined({rail(), wire(), clasps, ticks}), Axis::y, 24, 32)});
+    const Shape clasps = turned(around(clasp(), 6), Axis::y, degrees(30));
+    const Shape ticks = around(tick(), 120);
+    writeAml(path, {mappedCylinder(joined({rail(), wire(), clasps, ticks}), 24, 32)});
 }

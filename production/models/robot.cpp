@@ -41,7 +41,7 @@ Part together(const std::vector<Part>& parts) {
 }
 
 Part mirrored(const Part& part) {
-    return {withMirror(part.shells, Axis::x), withMirror(part.works, Axis::x)};
+    return {withMirror(part.shells), withMirror(part.works)};
 }
 
 // Turns a lathe's round section into a rounded square, `depth` (a part of its width) deep.
@@ -92,7 +92,7 @@ Shape base() {
     const Outline profile = {{0, -31},      {30, -31},   {33, -29.5}, {41, -29.5}, {43.5, -28},
                              {44, -26},     {43.5, -24}, {41, -22.5}, {36, -22},   {35, -20.6},
                              {33.6, -19.6}, {31, -19.4}, {29, -20.4}, {18, -21.8}, {0, -23.2}};
-    const Shape lamps = around(moved(rings(2.6, 1.6), {38.6, -22.4, 0}), 12, Axis::y);
+    const Shape lamps = around(moved(rings(2.6, 1.6), {38.6, -22.4, 0}), 12);
     return joined({flutedLathe(profile, {12, 0.07, 1.4, -30, -23, 5}), lamps});
 }
 
@@ -105,7 +105,7 @@ Part foot() {
         const double out = 1 + 0.02 * (p.y + 11) - 0.0006 * (p.z - 3) * (p.z - 3);
         return Vec{p.x * out, p.y, p.z};
     });
-    const Shape ankle = withMirror(placed(rings(5.2, 1.6), {9.4, -12, 2}, {1, 0, 0}), Axis::x);
+    const Shape ankle = withMirror(placed(rings(5.2, 1.6), {9.4, -12, 2}, {1, 0, 0}));
     const Shape toe = placed(rings(4.6, 2), {0, -10.6, 13}, {0, 1, 0.72});
     const Shape collar =
         moved(lathe({{0, -4}, {9, -4}, {9.6, -2.6}, {9, -1.2}, {7, 0}, {0, 0}}, 18), {0, 0, -0.5});
@@ -134,7 +134,7 @@ Part pelvis() {
     const Shape hatch = placed(rings(5.5, 1.4), {0, 46.2, 0}, {0, -1, 0});
     const Shape socket = placed(rings(8.6, 3.4), {11.6, 49.4, 0}, {0.12, -1, 0});
     const Shape hipPlate = placed(rings(6.4, 3), {18.6, 56, 0}, {1, 0.05, 0});
-    return {girdle, joined({hatch, withMirror(joined({socket, hipPlate}), Axis::x)})};
+    return {girdle, joined({hatch, withMirror(joined({socket, hipPlate}))})};
 }
 
 // Bellows, broad but flat and behind the axis.
@@ -193,8 +193,8 @@ constexpr Flat pulseHalf = {7.4, 6.2};
 // The reactor in the chest, packs on the back, shoulder sockets.
 Part torsoFittings() {
     const Shape reactor =
-        placed(joined({rings(9.5, 4.2), around(moved(icosphere(1.3, 1), {11.8, 0.6, 0}), 8, Axis::y)}),
-               chestLamp, {0, 0.02, 1});
+        placed(joined({rings(9.5, 4.2), around(moved(icosphere(1.3, 1), {11.8, 0.6, 0}), 8)}), chestLamp,
+               {0, 0.02, 1});
     const Shape vents = joined(
         {moved(box({12, 1.5, 3}, 0.7, 2), {0, 92.5, 10.8}), moved(box({10, 1.5, 3}, 0.7, 2), {0, 88, 9.4})});
     const Outline wall = platedProfile({88, 95, 117, 124}, {1.2, 1.1, 1, 5}, [](double) { return 6.0; });
@@ -202,8 +202,8 @@ Part torsoFittings() {
         chained({{{0, 86}, {4, 86}}, wall, {{4.4, 125.5}, {3.6, 125.5}, {3, 122}, {0, 122}}});
     const Shape socket = placed(rings(9, 3), {25.5, 116, 0}, {1, 0, 0});
     const Shape frame = bezel({pulseHalf.x + 1.4, pulseHalf.y + 1.4}, 2.5, 0.4);
-    return {withMirror(moved(lathe(pack, 18), {8.6, 0, -19}), Axis::x),
-            joined({reactor, vents, onFlank(frame, 1), onFlank(frame, -1), withMirror(socket, Axis::x)})};
+    return {withMirror(moved(lathe(pack, 18), {8.6, 0, -19})),
+            joined({reactor, vents, onFlank(frame, 1), onFlank(frame, -1), withMirror(socket)})};
 }
 
 Shape neck() {
@@ -258,8 +258,8 @@ Shape headWorks() {
                aerialFoot, aerialTip - aerialFoot);
     const Shape brow = moved(box({34, 2.6, 5}, 1.1, 2), {0, 14.6, 15});
     const Shape chin = moved(box({20, 1.6, 3}, 0.7, 2), {0, -14.6, 13.4});
-    return onNeck(joined(
-        {bezel(faceHalf, 5, faceDepth), backBezel, brow, chin, withMirror(joined({ear, aerial}), Axis::x)}));
+    return onNeck(
+        joined({bezel(faceHalf, 5, faceDepth), backBezel, brow, chin, withMirror(joined({ear, aerial}))}));
 }
 
 Shape finger(double spread, double curl) {
@@ -349,7 +349,7 @@ Shape paintwork() {
     const Shape thigh = garter({14.5, 32, 1.5}, {11.5, 57, 0}, 0.58, 8.9);
     const Shape cuffs = joined({garter(shoulder, waving.elbow, 0.65, 6.5),
                                 reflected(garter(shoulder, atEase.elbow, 0.65, 6.5), Axis::x)});
-    return joined({cuffs, withMirror(joined({belt, fin, thigh, shoulderCap()}), Axis::x)});
+    return joined({cuffs, withMirror(joined({belt, fin, thigh, shoulderCap()}))});
 }
 
 // A thin tube of cold light along a line, or round a flat ring of a radius.
@@ -385,7 +385,7 @@ Shape coldTubes() {
         over.push_back(onShell({18.4, 13.9, deep}));
         under.push_back(onShell({18.4, -13.9, deep}));
     }
-    const Shape edges = onNeck(withMirror(joined({coldLine(over), coldLine(under)}), Axis::x));
+    const Shape edges = onNeck(withMirror(joined({coldLine(over), coldLine(under)})));
     const Shape chest = joined({squared(moved(coldHoop(chestRadius(88) - 0.3, 32), {0, 88, 0}), 0.62),
                                 squared(moved(coldHoop(chestRadius(119) - 0.3, 40), {0, 119, 0}), 0.62)});
     const Shape pack =
@@ -395,7 +395,7 @@ Shape coldTubes() {
     };
     const Shape cuffs = joined({cuff(waving), reflected(cuff(atEase), Axis::x)});
     const Shape rim = moved(coldHoop(43.9, 48), {0, -26, 0});
-    return joined({withMirror(joined({shin, thigh, pack}), Axis::x), edges, chest, cuffs, rim});
+    return joined({withMirror(joined({shin, thigh, pack})), edges, chest, cuffs, rim});
 }
 
 // On each flank a small screen with the beat of its heart, for a viewer too near to see the face.
@@ -417,7 +417,7 @@ Shape lamps() {
     const Shape below = joined({placed(dial(4.6, 0.8, iris), {0, 44.7, 0}, {0, -1, 0}),
                                 placed(dial(5.6, 0.8, iris), {0, 82.6, 0}, {0, -1, 0})});
     return joined({placed(dial(8.4, 1.2, iris), chestLamp + Vec{0, 0.1, 4.4}, {0, 0.02, 1}), below,
-                   withMirror(joined({ear, tip, knee, jet}), Axis::x)});
+                   withMirror(joined({ear, tip, knee, jet}))});
 }
 
 Part withoutHeadShell() {

@@ -138,7 +138,7 @@ Shape emitterRing(double reach, double size) {
             {{rim - 1.2, y - 0.45}, {rim + 0.5, y - 0.45}, {rim + 0.5, y + 0.45}, {rim - 1.2, y + 0.45}},
             36));
     return joined({painted(collar, hull::orange), painted(joined(lines), hull::beamlit),
-                   turned(around(nozzle(rim - 4, reach, size), 6, Axis::y), Axis::y, pi / 6)});
+                   turned(around(nozzle(rim - 4, reach, size), 6), Axis::y, pi / 6)});
 }
 
 Shape engine() {
@@ -146,7 +146,7 @@ Shape engine() {
                           {14.8, -86.4}, {14, -86}, {11.5, -80}, {9, -72},    {4, -66}};
     const Outline pod = {{2, -60}, {4.2, -66}, {4.6, -80}, {4.2, -84.4}, {3.2, -84}, {2.4, -77}, {0, -76}};
     const Shape cone = lathe({{0, -84}, {6, -83}, {11.4, -80}, {11, -78}, {0, -76}}, 16);
-    const Shape pods = around(moved(insideOut(lathe(pod, 12)), {18.5, 0, 0}), 6, Axis::y);
+    const Shape pods = around(moved(insideOut(lathe(pod, 12)), {18.5, 0, 0}), 6);
     return joined({painted(insideOut(lathe(bell, 24)), hull::orange), painted(cone, hull::warmLamp),
                    painted(turned(pods, Axis::y, pi / 6), hull::plain)});
 }
@@ -154,8 +154,8 @@ Shape engine() {
 }  // namespace
 
 Shape figures::ship() {
-    const Shape standing = joined({body(), turned(around(wing(), 3, Axis::y), Axis::y, pi / 6),
-                                   turned(around(tailFin(), 3, Axis::y), Axis::y, pi / 2),
+    const Shape standing = joined({body(), turned(around(wing(), 3), Axis::y, pi / 6),
+                                   turned(around(tailFin(), 3), Axis::y, pi / 2),
                                    moved(emitterRing(frontRing, 3.2), {0, emitterZ, 0}),
                                    moved(emitterRing(rearRing, 4.6), {0, -emitterZ, 0}), hoop(), engine()});
     // From standing to lying: y becomes -z.

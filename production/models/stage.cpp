@@ -402,7 +402,7 @@ Shape probeLamps() {
 
 void makeStage(const char* path) {
     const Shape middle = joined({stageFloor(), floorRings(), inlays(), risers(), edgeLights(),
-                                 around(projector(), sources, Axis::y), around(stud(), sources, Axis::y)});
+                                 around(projector(), sources), around(stud(), sources)});
     std::vector<Shape> pillars;
     for (int i = 0; i < 8; i++) {
         const double turn = pillarTurn + (i + 0.5) * pi / 4;

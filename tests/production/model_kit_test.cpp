@@ -74,10 +74,6 @@ TEST(ModelKit, FormsCloseAndFaceOutwards) {
 TEST(ModelKit, OperationsKeepAShapeClosed) {
     const Shape start = box({4, 6, 8}, 0.5);
     const Shape closed[] = {
-        subdivided(start),
-        panelled(start, {0.2, 0.1, 0.3}),
-        pillowed(start, {0.1, 0.2, 0.3, 3}),
-        divided(start, 3, 3),
         scaled(start, {-1, 1, 2}),
         insideOut(insideOut(start)),
         turned(placed(start, {1, 2, 3}, {0, -1, 0}), Axis::x, 1),
@@ -118,7 +114,7 @@ TEST(ModelKit, SweptFramesDontTwistAndMeet) {
         how.path.push_back({std::cos(2 * a) * (3 + std::cos(3 * a)), std::sin(2 * a) * (3 + std::cos(3 * a)),
                             std::sin(3 * a)});
     }
-    const Shape tube = sweep(chamferedRectangle(0.6, 0.2, 0.05), how);
+    const Shape tube = sweep(Outline{{0.3, -0.1}, {0.3, 0.1}, {-0.3, 0.1}, {-0.3, -0.1}}, how);
     EXPECT_EQ(openEdges(tube), 0);
     // A jump of the frame anywhere, at the seam too, would bend quads out of their plane.
     for (const Face& face : tube.faces) {
@@ -171,9 +167,8 @@ double reading(const Face& face) {
 TEST(ModelKit, MappingsReadTheRightWayRoundInsideAndOut) {
     const Shape tube = lathe({{3, 0}, {3, 4}}, 12), ball = icosphere(5, 2);
     const Shape shapes[] = {
-        mappedCylinder(tube, Axis::y, 4, 2),
-        mappedCylinder(insideOut(tube), Axis::y, 4, 2),
-        mappedCylinder(turned(tube, Axis::x, pi / 2), Axis::z, 4, 2),
+        mappedCylinder(tube, 4, 2),
+        mappedCylinder(insideOut(tube), 4, 2),
         mappedBox(ball, 3),
         mappedBox(insideOut(ball), 3),
     };
@@ -188,14 +183,9 @@ TEST(ModelKit, MappingsReadTheRightWayRoundInsideAndOut) {
 
 TEST(ModelKit, PaintedShapesStayInTheirPatch) {
     const Patch patch = {{0.25, 0.75}, {0.5, 0.5}};
-    for (const Shape& shape :
-         {painted(lathe({{1, 0}, {2, 1}, {1, 2}}, 9), patch), mappedEach(box({1, 2, 3}, 0.2), patch)}) {
-        for (const Face& face : shape.faces) {
-            for (const Uv& uv : face.uvs) {
-                EXPECT_TRUE(0.25 <= uv.s && uv.s <= 0.5 && 0.5 <= uv.t && uv.t <= 0.75);
-            }
-            EXPECT_GT(reading(face), 0);
-        }
+    for (const Face& face : painted(lathe({{1, 0}, {2, 1}, {1, 2}}, 9), patch).faces) {
+        for (const Uv& uv : face.uvs) EXPECT_TRUE(0.25 <= uv.s && uv.s <= 0.5 && 0.5 <= uv.t && uv.t <= 0.75);
+        EXPECT_GT(reading(face), 0);
     }
 }
 

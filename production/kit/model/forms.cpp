@@ -130,10 +130,10 @@ Shape sweep(const Outline& outline, const Sweep& how) {
     const int steps = int(how.path.size()), around = int(outline.size());
     std::vector<Outline> sections;
     for (int i = 0; i < steps; i++) sections.push_back(how.change ? how.change(i, outline) : outline);
-    Shape shape = grid(around, steps, how.closedOutline, how.closedPath, [&](int c, int r) {
+    Shape shape = grid(around, steps, true, how.closedPath, [&](int c, int r) {
         return how.path[r] + frames[r].right * sections[r][c].x + frames[r].up * sections[r][c].y;
     });
-    if (how.closedPath || !how.closedOutline || !how.capped) return shape;
+    if (how.closedPath || !how.capped) return shape;
     std::vector<int> first, last;
     std::vector<Uv> firstUv, lastUv;
     for (int c = 0; c < around; c++) {
@@ -255,12 +255,6 @@ Outline polygon(int sides, double radius, double firstAngle) {
         outline.push_back({radius * std::cos(angle), radius * std::sin(angle)});
     }
     return outline;
-}
-
-Outline chamferedRectangle(double width, double height, double cut) {
-    const double x = width / 2, y = height / 2;
-    return {{x, -y + cut}, {x, y - cut},   {x - cut, y},   {-x + cut, y},
-            {-x, y - cut}, {-x, -y + cut}, {-x + cut, -y}, {x - cut, -y}};
 }
 
 std::vector<Vec> curveThrough(const std::vector<Vec>& points, bool closed, int steps) {

@@ -45,14 +45,13 @@ struct Plates {
 Outline platedProfile(const std::vector<double>& cuts, const Plates& plates,
                       const std::function<double(double height)>& radius);
 
-// Carries an outline (counter-clockwise, closed unless said) along a path in frames that don't twist on
+// Carries a closed counter-clockwise outline along a path in frames that don't twist on
 // their own; a closed path's remaining twist is spread along it. `change`, if given, edits the outline for
-// each path point (scale it, roll it). Ends of an open path are capped where the outline is closed.
+// each path point (scale it, roll it).
 struct Sweep {
     std::vector<Vec> path;
     bool closedPath = false;
-    bool closedOutline = true;
-    bool capped = true;
+    bool capped = true;  // the ends of an open path
     Vec up = {0, 1, 0};  // where the outline's y points at the path's start, as nearly as the path allows
     std::function<Outline(int step, const Outline&)> change;
 };
@@ -71,10 +70,9 @@ Shape icosphere(double radius, int level);
 // Outlines run together into one.
 Outline chained(const std::vector<Outline>& outlines);
 
-// Outlines: a regular polygon (a circle with many sides), and a rectangle with cut corners, both about the
-// origin; and any outline moved inwards by a distance.
+// Outlines: a regular polygon about the origin (a circle with many sides), and any outline moved inwards by a
+// distance.
 Outline polygon(int sides, double radius, double firstAngle = 0);
-Outline chamferedRectangle(double width, double height, double cut);
 Outline insetBy(const Outline& outline, double distance);
 
 // A smooth closed or open curve through points: Catmull-Rom, `steps` points from each point to the next.

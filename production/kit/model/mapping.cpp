@@ -20,55 +20,37 @@ Axis nearestAxis(Vec normal) {
     return y >= z - 1e-6 ? Axis::y : Axis::z;
 }
 
-void mapFlat(const Shape& shape, Face& face, Axis axis, double unitsPerRepeat, Uv offset) {
+void mapFlat(const Shape& shape, Face& face, Axis axis, double unitsPerRepeat) {
     const double facing = axisLast(faceNormal(shape, face), axis).z < 0 ? -1 : 1;
     for (size_t i = 0; i < face.points.size(); i++) {
         const Vec p = axisLast(shape.points[face.points[i]], axis);
-        face.uvs[i] = Uv{facing * p.x / unitsPerRepeat, -p.y / unitsPerRepeat} + offset;
+        face.uvs[i] = {facing * p.x / unitsPerRepeat, -p.y / unitsPerRepeat};
     }
 }
 
 }  // namespace
 
-Shape mappedBox(Shape shape, double unitsPerRepeat, Uv offset) {
-    for (Face& face : shape.faces)
-        mapFlat(shape, face, nearestAxis(faceNormal(shape, face)), unitsPerRepeat, offset);
+Shape mappedBox(Shape shape, double unitsPerRepeat) {
+    for (Face& face : shape.faces) mapFlat(shape, face, nearestAxis(faceNormal(shape, face)), unitsPerRepeat);
     return shape;
 }
 
-Shape mappedPlanar(Shape shape, Axis axis, double unitsPerRepeat, Uv offset) {
-    for (Face& face : shape.faces) mapFlat(shape, face, axis, unitsPerRepeat, offset);
-    return shape;
-}
-
-Shape mappedCylinder(Shape shape, Axis axis, int repeats, double unitsPerRepeat) {
+Shape mappedCylinder(Shape shape, int repeats, double unitsPerRepeat) {
     for (Face& face : shape.faces) {
-        if (std::abs(axisLast(faceNormal(shape, face), axis).z) > 0.8) {
-            mapFlat(shape, face, axis, unitsPerRepeat, {});
+        const Vec normal = faceNormal(shape, face), centre = faceCentre(shape, face);
+        if (std::abs(normal.y) > 0.8) {
+            mapFlat(shape, face, Axis::y, unitsPerRepeat);
             continue;
         }
-        const Vec centre = axisLast(faceCentre(shape, face), axis);
-        const double middle = std::atan2(centre.y, centre.x);
-        const Vec normal = axisLast(faceNormal(shape, face), axis);
-        const double facing = normal.x * centre.x + normal.y * centre.y < 0 ? -1 : 1;
+        const double middle = std::atan2(-centre.z, centre.x);
+        const double facing = normal.x * centre.x + normal.z * centre.z < 0 ? -1 : 1;
         for (size_t i = 0; i < face.points.size(); i++) {
-            const Vec p = axisLast(shape.points[face.points[i]], axis);
+            const Vec p = shape.points[face.points[i]];
             // A corner on the axis has no angle of its own and takes its face's.
-            const bool pole = std::hypot(p.x, p.y) < 1e-6;
-            const double away = pole ? 0 : std::remainder(std::atan2(p.y, p.x) - middle, 2 * pi);
-            face.uvs[i] = {facing * (middle + away) / (2 * pi) * repeats, -p.z / unitsPerRepeat};
+            const bool pole = std::hypot(p.x, p.z) < 1e-6;
+            const double away = pole ? 0 : std::remainder(std::atan2(-p.z, p.x) - middle, 2 * pi);
+            face.uvs[i] = {facing * (middle + away) / (2 * pi) * repeats, -p.y / unitsPerRepeat};
         }
-    }
-    return shape;
-}
-
-Shape mappedEach(Shape shape, const Patch& patch) {
-    const auto& [low, high] = patch;
-    for (Face& face : shape.faces) {
-        if (face.points.size() == 4)
-            face.uvs = {low, {high.s, low.t}, high, {low.s, high.t}};
-        else if (face.points.size() == 3)
-            face.uvs = {low, {high.s, low.t}, {(low.s + high.s) / 2, high.t}};
     }
     return shape;
 }
@@ -83,12 +65,6 @@ Shape painted(Shape shape, const Patch& patch) {
 Shape painted(Shape shape, Uv place) {
     for (Face& face : shape.faces)
         for (Uv& uv : face.uvs) uv = place;
-    return shape;
-}
-
-Shape uvScaled(Shape shape, double s, double t) {
-    for (Face& face : shape.faces)
-        for (Uv& uv : face.uvs) uv = {uv.s * s, uv.t * t};
     return shape;
 }
 

@@ -7,31 +7,22 @@
 namespace model {
 
 // Each face from the axis that its normal is nearest to: no smears, a seam where the axis changes.
-Shape mappedBox(Shape shape, double unitsPerRepeat, Uv offset = {});
+Shape mappedBox(Shape shape, double unitsPerRepeat);
 
-// All faces along one axis.
-Shape mappedPlanar(Shape shape, Axis axis, double unitsPerRepeat, Uv offset = {});
-
-// `repeats` times around the axis (rightwards as its viewer sees it, inside or out), units along it for faces
-// that stand; faces that lie across the axis are mapped along it. Faces are unwrapped one by one, so no face
-// runs back over the whole picture.
-Shape mappedCylinder(Shape shape, Axis axis, int repeats, double unitsPerRepeat);
+// `repeats` times around the y axis (rightwards as its viewer sees it, inside or out), units along it for
+// faces that stand; faces that lie across the axis are mapped along it. Faces are unwrapped one by one, so no
+// face runs back over the whole picture.
+Shape mappedCylinder(Shape shape, int repeats, double unitsPerRepeat);
 
 // A rectangle of a picture: its lower left and upper right corner as a viewer of the wall sees them.
 struct Patch {
     Uv low, high;
 };
 
-// Every quad shows the same patch, its first corner the lower left one and its third the upper right one; a
-// triangle has the upper edge's middle at its third.
-Shape mappedEach(Shape shape, const Patch& patch);
-
 // Texture coordinates of 0..1 (as forms are made with) carried into a patch, T = 0 to its lower edge.
 Shape painted(Shape shape, const Patch& patch);
 
 // One place of the picture for all: a plain colour.
 Shape painted(Shape shape, Uv place);
-
-Shape uvScaled(Shape shape, double s, double t);
 
 }  // namespace model

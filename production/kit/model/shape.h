@@ -28,9 +28,6 @@ struct Shape {
 
 enum class Axis { x, y, z };
 
-// Picks the faces that an operation works on; an empty one picks all.
-using Choice = std::function<bool(const Shape&, const Face&)>;
-
 // Newell's method (Sutherland et al. 1974): right for any polygon, concave or slightly bent; the length is
 // twice the area.
 Vec areaVector(const Shape& shape, const Face& face);
@@ -44,10 +41,9 @@ Shape joined(const std::vector<Shape>& parts);
 Shape moved(Shape shape, Vec by);
 Shape scaled(Shape shape, Vec by);  // negative factors mirror and keep the front in front
 Shape turned(Shape shape, Axis axis, double radians);
-Shape reflected(const Shape& shape, Axis axis);   // the mirror image alone
-Shape withMirror(const Shape& shape, Axis axis);  // the shape and its mirror image
-Shape around(const Shape& shape, int copies,
-             Axis axis);  // copies spread evenly over a full turn, the first in place
+Shape reflected(const Shape& shape, Axis axis);  // the mirror image alone
+Shape withMirror(const Shape& shape);            // the shape and its mirror image in x
+Shape around(const Shape& shape, int copies);    // copies spread evenly round the y axis, the first in place
 Shape placed(const Shape& shape, Vec origin, Vec up);  // the shape's y axis turned to `up`, its origin moved
 Shape insideOut(Shape shape);
 Shape bent(Shape shape, const std::function<Vec(Vec)>& place);  // moves every point
@@ -68,30 +64,5 @@ Shape welded(const Shape& shape, double tolerance = 1e-6);
 
 // Polygons cut to triangles (ear clipping, so concave outlines hold).
 Shape triangulated(const Shape& shape);
-
-// Cuts every quad into `across` x `along` quads on its own bilinear surface (across runs from its first
-// corner to its second); other polygons stay whole.
-Shape divided(const Shape& shape, int across, int along);
-
-// One Catmull-Clark step (Catmull, Clark 1978): every polygon becomes quads; open borders keep their curve.
-Shape subdivided(const Shape& shape);
-
-// Raises every chosen face as a plate: `gap` (units) of groove floor is left along its border, then a wall of
-// `bevel` units in width climbs `height` units along the face's normal. Negative height sinks a panel.
-// Faces too small for the inset stay as they are.
-struct Panel {
-    double gap = 1, bevel = 0.5, height = 1;
-    double plateSmoothing = hard;  // radians, of the plate and its wall
-};
-Shape panelled(const Shape& shape, const Panel& panel, const Choice& chosen = {});
-
-// Makes every chosen quad a domed plate: within `edge` (a part of the side, below 0.5) it climbs by `rise`
-// units from its border, and from there swells by `swell` more to its middle, in `steps` x `steps` quads.
-// Neighbours that are both chosen keep joined borders.
-struct Pillow {
-    double edge = 0.06, rise = 1, swell = 2;
-    int steps = 3;
-};
-Shape pillowed(const Shape& shape, const Pillow& pillow, const Choice& chosen = {});
 
 }  // namespace model

@@ -138,16 +138,6 @@ Canvas streamed(const Canvas& source, float centreX, float centreY, float reach)
     return result;
 }
 
-void addLayer(Canvas& canvas, const Canvas& layer, float strength) {
-    for (size_t i = 0; i < canvas.pixels.size(); i++)
-        canvas.pixels[i] = canvas.pixels[i] + layer.pixels[i] * strength;
-}
-
-void overLayer(Canvas& canvas, const Canvas& layer) {
-    for (size_t i = 0; i < canvas.pixels.size(); i++)
-        canvas.pixels[i] = over(layer.pixels[i], canvas.pixels[i]);
-}
-
 void saveRgb(const Canvas& canvas, const char* path, Rows rows) {
     save(canvas, path, rows, 3);
 }

@@ -95,11 +95,6 @@ inline Canvas blurred(const Canvas& source, float sigma, Edge edge) {
     return blurred(source, sigma, sigma, edge);
 }
 
-// Adds `strength` times the `layer` of the same size.
-void addLayer(Canvas& canvas, const Canvas& layer, float strength);
-// Lays a layer of the same size over the canvas.
-void overLayer(Canvas& canvas, const Canvas& layer);
-
 // Streams of light away from a place in pixels: every pixel becomes the mean of what lies between it and a
 // point `reach` (0..1) of its way towards the centre.
 Canvas streamed(const Canvas& source, float centreX, float centreY, float reach);
