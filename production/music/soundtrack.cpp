@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
 
 #include "production/kit/sound/arrangement.h"
 #include "production/kit/sound/filter.h"
@@ -122,5 +124,9 @@ void makeSoundtrack(const char* path) {
     fadeEnds(heard, 0.02f, 1.2f);
     Stereo whole(frameAt(song.seconds));
     mixAt(whole, heard, 0);
-    writeVorbis(path, whole, codecQuality, {{"TITLE", "Valojuova"}, {"ARTIST", "Valojuova"}});
+    const VorbisForm form = {.quality = codecQuality,
+                             .tags = {{"TITLE", "Valojuova"}, {"ARTIST", "Valojuova"}}};
+    if (writeVorbis(path, {whole.left, whole.right}, form)) return;
+    fprintf(stderr, "%s can't be written\n", path);
+    exit(1);
 }

@@ -127,14 +127,17 @@ void makeSounds(const fs::path& folder) {
         sound.left[i] = 0.5f * std::sin(float(i) * 0.05f);
         sound.right[i] = i % 4000 < 40 ? 0.9f : 0.3f * std::sin(float(i) * 0.4f);
     }
-    audio::writeVorbis((folder / "sound").c_str(), sound, -0.1f, {{"TITLE", "Seed"}});
-    audio::writeVorbis((folder / "empty").c_str(), audio::Stereo(0), -0.1f, {});
+    const auto write = [&](const char* name, const audio::Stereo& written, const audio::VorbisForm& form) {
+        audio::writeVorbis(folder / name, {written.left, written.right}, form);
+    };
+    write("sound", sound, {.quality = -0.1f, .tags = {{"TITLE", "Seed"}}});
+    write("empty", audio::Stereo(0), {.quality = -0.1f});
     const std::string whole = bytesOf(folder / "sound");
     writeBytes(folder / "chain", whole + bytesOf(folder / "empty") + whole);
     writeBytes(folder / "cut", whole.substr(0, whole.size() * 3 / 4));
     // Noise fills its pages soon; one of them is missing.
     for (float& sample : sound.left) sample = float(rand() % 2000) / 1000 - 1;
-    audio::writeVorbis((folder / "hole").c_str(), sound, 1, {});
+    write("hole", sound, {.quality = 1});
     std::string pages = bytesOf(folder / "hole");
     size_t page = 0;
     for (int i = 0; i < 4; i++) page = pages.find("OggS", page + 1);
