@@ -2,11 +2,17 @@
 
 #include <SDL/SDL.h>
 
+#include <chrono>
+#include <thread>
+
 #include "app/frame.h"
 #include "app/keys.h"
 #include "app/window.h"
 
 namespace {
+
+// No screen shows more, and where no swap waits for one, they would only heat the machine.
+constexpr std::chrono::milliseconds shortestFrame{4};
 
 struct LoopState {
     bool done = false;
@@ -34,9 +40,11 @@ void handleEvent(const SDL_Event& event, LoopState* state) {
 void runLoop() {
     LoopState state;
     while (!state.done) {
+        const auto end = std::chrono::steady_clock::now() + shortestFrame;
         SDL_Event event;
         while (SDL_PollEvent(&event)) handleEvent(event, &state);
         if (hungUp()) state.done = true;
         renderFrame();
+        std::this_thread::sleep_until(end);
     }
 }

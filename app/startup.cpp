@@ -68,7 +68,7 @@ void startMusic(int soundOutput, const char* path) {
 
 void startUp(const Options& options) {
     watchForHangUp();
-    app.screen = openWindow(options.fullscreen);
+    app.screen = openWindow(options.fullscreen, 0, true);
     initialiseDemo();
     startMusic(options.soundOutput);
 }

@@ -4,6 +4,7 @@
 #include <X11/Xlib.h>
 #include <signal.h>
 
+#include <cstdio>
 #include <cstdlib>
 
 #include "render/quit.h"
@@ -38,6 +39,15 @@ SDL_Surface* setVideoMode(Uint32 flags, int samples) {
     SDL_GL_SetAttribute(SDL_GL_MULTISAMPLEBUFFERS, 0);
     SDL_GL_SetAttribute(SDL_GL_MULTISAMPLESAMPLES, 0);
     return setVideoMode(flags, 0);
+}
+
+void tellOfMissingAlpha() {
+    static bool told = false;
+    int bits = 0;
+    SDL_GL_GetAttribute(SDL_GL_ALPHA_SIZE, &bits);
+    if (bits == 0 && !told)
+        fprintf(stderr, "This display keeps no alpha: scenes will lack parts of their picture.\n");
+    told = true;
 }
 
 XIOErrorHandler handleLostDisplay = nullptr;  // Xlib's: it tells of the loss and ends the process
@@ -78,7 +88,7 @@ void enlargeUnmanagedWindow(int width, int height) {
 
 }  // namespace
 
-SDL_Surface* openWindow(bool fullscreen, int samples) {
+SDL_Surface* openWindow(bool fullscreen, int samples, bool awaitsScreen) {
     // Kept: messages are printed as they stand, so whoever reads them sees "%s" in the place of SDL's reason.
     if (SDL_Init(SDL_INIT_VIDEO) < 0) fatalError("Video initialization failed: %s\n");
     // Readers of models and pictures end the process without asking.
@@ -91,8 +101,11 @@ SDL_Surface* openWindow(bool fullscreen, int samples) {
         SDL_ShowCursor(0);
     }
     SDL_WM_SetCaption("Valojuova", "Valojuova");
+    // Unasked, SDL 1.2 leaves it to the driver, and as a layer over SDL 2 has pictures torn.
+    if (awaitsScreen) SDL_GL_SetAttribute(SDL_GL_SWAP_CONTROL, 1);
     SDL_Surface* const screen = setVideoMode(flags, samples);
     if (!screen) fatalError("Video mode set failed: %s\n");
+    tellOfMissingAlpha();
     if (fullscreen) enlargeUnmanagedWindow(desktop.current_w, desktop.current_h);
     return screen;
 }

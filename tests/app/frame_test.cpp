@@ -4,6 +4,8 @@
 
 #include <SDL/SDL.h>
 
+#include <chrono>
+
 #include "app/app.h"
 #include "app/keys.h"
 #include "app/loop.h"
@@ -128,6 +130,27 @@ TEST_F(Frames, TheLoopTakesPressesAndNoReleases) {
         testing::internal::GetCapturedStderr();
         EXPECT_EQ(app.screenshotNumber, type == SDL_KEYDOWN);
     }
+}
+
+// Without pixels, so that only the loop itself holds the frames back.
+TEST_F(Frames, TheLoopDrawsNoMoreThan250FramesASecond) {
+    constexpr int frames = 100;
+    struct CountingMusic : SteppedMusic {
+        int asked = 0;
+        int position() override {
+            SDL_Event close{};
+            close.type = SDL_QUIT;
+            if (++asked == frames - 1) SDL_PushEvent(&close);
+            return 0;
+        }
+    } counting;
+    demo->clock.source = &counting;
+    const auto begin = std::chrono::steady_clock::now();
+    glEnable(GL_RASTERIZER_DISCARD);
+    runLoop();
+    glDisable(GL_RASTERIZER_DISCARD);
+    EXPECT_GE(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(4 * (frames - 1)));
+    EXPECT_GE(counting.asked, frames);
 }
 
 }  // namespace

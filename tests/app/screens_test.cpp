@@ -112,6 +112,7 @@ public:
         }
         delete[] shot.pixels;
         EXPECT_EQ(end(false), 0);
+        EXPECT_EQ(errors(), "") << "whatever the driver has refused";
         EXPECT_LT(upright, 3) << rect.width << " x " << rect.height << " at " << rect.x << ", " << rect.y;
         EXPECT_GT(upsideDown, 10);
         EXPECT_EQ(lit, 0);

@@ -15,6 +15,7 @@ namespace {
 
 bool telling = false;  // what is asked of SDL, on standard error
 bool refusing = false;
+bool withoutAlpha = false;  // as on a display whose windows have none
 
 template <typename Function>
 Function* next(const char* name) {
@@ -28,6 +29,12 @@ extern "C" SDL_Surface* SDL_SetVideoMode(int width, int height, int bits, Uint32
     if (telling) fprintf(stderr, "%d x %d, %d bits, flags %x\n", width, height, bits, flags);
     if (refusing) return nullptr;
     return next<decltype(SDL_SetVideoMode)>("SDL_SetVideoMode")(width, height, bits, flags);
+}
+
+extern "C" int SDL_GL_SetAttribute(SDL_GLattr attribute, int value) {
+    if (telling && attribute == SDL_GL_SWAP_CONTROL) fprintf(stderr, "swaps wait for %d\n", value);
+    const bool refused = withoutAlpha && attribute == SDL_GL_ALPHA_SIZE;
+    return next<decltype(SDL_GL_SetAttribute)>("SDL_GL_SetAttribute")(attribute, refused ? 0 : value);
 }
 
 extern "C" int SDL_ShowCursor(int toggle) {
@@ -50,7 +57,7 @@ public:
 
     static void refuseWindow(bool fullscreen) {
         telling = refusing = true;
-        openWindow(fullscreen);
+        openWindow(fullscreen, 0, fullscreen);
     }
     static void openTelling() {
         openWindow(false);
@@ -60,8 +67,20 @@ public:
 
 TEST_F(WindowDeathTest, AsksForTheFlagsOfItsOptionAndHidesTheCursorInFullScreen) {
     EXPECT_EXIT(refuseWindow(true), testing::ExitedWithCode(0),
-                "^cursor 0\n800 x 600, 32 bits, flags 80000007\n");
+                "^cursor 0\nswaps wait for 1\n800 x 600, 32 bits, flags 80000007\n");
     EXPECT_EXIT(refuseWindow(false), testing::ExitedWithCode(0), "^800 x 600, 32 bits, flags 7\n");
+}
+
+TEST_F(WindowDeathTest, TellsOnceOfAWindowWithoutAlphaAndOfNoOther) {
+    const auto openTwice = [](bool alpha) {
+        withoutAlpha = !alpha;
+        openWindow(false);
+        SDL_QuitSubSystem(SDL_INIT_VIDEO);
+        openWindow(false);
+        exit(0);
+    };
+    EXPECT_EXIT(openTwice(true), testing::ExitedWithCode(0), "^$");
+    EXPECT_EXIT(openTwice(false), testing::ExitedWithCode(0), "^This display keeps no alpha[^\n]*\n$");
 }
 
 TEST_F(WindowDeathTest, ReadersThatEndTheProgramLeaveTheDesktopAsItWas) {
