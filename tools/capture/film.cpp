@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "render/screen.h"
-#include "tools/capture/whole_file.h"
+#include "tools/whole_file.h"
 
 namespace {
 

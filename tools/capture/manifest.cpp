@@ -9,8 +9,8 @@
 #include <sstream>
 
 #include "tools/capture/hash.h"
-#include "tools/capture/whole_file.h"
 #include "tools/capture/window.h"
+#include "tools/whole_file.h"
 
 namespace {
 

@@ -2,28 +2,11 @@
 
 #include <GL/glew.h>
 #include <png.h>
-#include <unistd.h>
 
 #include <cerrno>
-#include <cstdio>
-#include <cstring>
-#include <filesystem>
 
 #include "render/screen.h"
-
-std::string unfinishedPath(const std::string& path) {
-    const std::filesystem::path place(path);
-    return place.parent_path() / ("unfinished-" + place.filename().string());
-}
-
-bool putInPlace(const std::string& path, bool written, const char* why) {
-    const std::string unfinished = unfinishedPath(path);
-    if (written && rename(unfinished.c_str(), path.c_str()) == 0) return true;
-    fprintf(stderr, "%s: %s was not written: %s\n", program_invocation_short_name, path.c_str(),
-            errno ? strerror(errno) : why);
-    unlink(unfinished.c_str());
-    return false;
-}
+#include "tools/whole_file.h"
 
 bool writeWholePng(const char* path, const Image& image) {
     // Not the show's own writer, which would print libpng's words for a full disk, or nothing.

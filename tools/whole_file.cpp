@@ -1,0 +1,36 @@
+#include "tools/whole_file.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+
+std::string unfinishedPath(const std::string& path) {
+    const std::filesystem::path place(path);
+    return place.parent_path() / ("unfinished-" + place.filename().string());
+}
+
+bool moveIntoPlace(const std::string& path, bool written) {
+    const std::string unfinished = unfinishedPath(path);
+    if (written && rename(unfinished.c_str(), path.c_str()) == 0) return true;
+    const int error = errno;
+    unlink(unfinished.c_str());
+    errno = error;
+    return false;
+}
+
+bool putInPlace(const std::string& path, bool written, const char* why) {
+    if (moveIntoPlace(path, written)) return true;
+    fprintf(stderr, "%s: %s was not written: %s\n", program_invocation_short_name, path.c_str(),
+            errno ? strerror(errno) : why);
+    return false;
+}
+
+bool writeWholeFile(const std::string& path, const std::string& content) {
+    FILE* file = fopen(unfinishedPath(path).c_str(), "wb");
+    if (!file) return false;
+    const bool whole = fwrite(content.data(), 1, content.size(), file) == content.size();
+    return moveIntoPlace(path, fclose(file) == 0 && whole);
+}

@@ -1,0 +1,15 @@
+// Files that are written whole or not at all.
+#pragma once
+
+#include <string>
+
+// Where a file grows, beside its place.
+std::string unfinishedPath(const std::string& path);
+
+// Moves it to its place if it was written, else removes it. False with the cause in errno, if there is one.
+bool moveIntoPlace(const std::string& path, bool written);
+// The same, after a line on standard error, which says `why` where errno does not.
+bool putInPlace(const std::string& path, bool written, const char* why = "");
+
+// Writes it and moves it to its place. False with the cause in errno.
+bool writeWholeFile(const std::string& path, const std::string& content);
