@@ -1,8 +1,9 @@
 #include "tools/data_folder.h"
 
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
+
+#include "tools/process.h"
 
 namespace fs = std::filesystem;
 
@@ -32,18 +33,13 @@ std::vector<std::string> makeDataCommand() {
 
 bool makeStaleData() {
     if (generatorSources().empty()) return true;
-    std::string command;
-    for (const std::string& word : makeDataCommand()) command += "'" + word + "' ";
     // Its lines matter only when it fails: on standard error then, since a picture may go to standard output.
-    FILE* pipe = popen((command + "2>&1").c_str(), "r");
-    if (!pipe) return false;
     std::string said;
-    char line[4096];
-    while (fgets(line, sizeof line, pipe)) {
+    const int status = runProgram(makeDataCommand(), [&](const std::string& line) {
         said += line;
-        if (isOfWaiting(line)) fputs(line, stderr);
-    }
-    if (pclose(pipe) == 0) return true;
+        if (isOfWaiting(line)) fputs(line.c_str(), stderr);
+    });
+    if (status == 0) return true;
     fputs(said.c_str(), stderr);
     return false;
 }

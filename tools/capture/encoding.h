@@ -2,9 +2,9 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
-using Words = std::vector<std::string>;
+#include "tools/process.h"
+
 void append(Words* words, const Words& more);
 
 enum class FilmKind {

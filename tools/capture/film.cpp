@@ -2,13 +2,10 @@
 
 #include <fcntl.h>
 #include <signal.h>
-#include <spawn.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstring>
-#include <vector>
 
 #include "render/screen.h"
 #include "tools/whole_file.h"
@@ -18,29 +15,6 @@ namespace {
 constexpr int pipeBytes = 1 << 20;  // half a picture, so that writer and reader seldom wait for each other
 
 volatile sig_atomic_t awaited = 0;  // the process that finish() waits for
-
-// The pipe's reading end becomes ffmpeg's standard input, `words` its standard error, `progress`
-// its standard output. A group of its own keeps it from the terminal's Ctrl-C, so that it is always
-// we who end it.
-int spawn(const Film& film, pid_t* process, int input, const Words& arguments) {
-    std::vector<char*> argv;
-    for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
-    argv.push_back(nullptr);
-
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_adddup2(&actions, input, 0);
-    posix_spawn_file_actions_adddup2(&actions, fileno(film.progress), 1);
-    posix_spawn_file_actions_adddup2(&actions, fileno(film.words), 2);
-    posix_spawnattr_t attributes;
-    posix_spawnattr_init(&attributes);
-    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP);
-    posix_spawnattr_setpgroup(&attributes, 0);
-    const int error = posix_spawnp(process, "ffmpeg", &actions, &attributes, argv.data(), environ);
-    posix_spawnattr_destroy(&attributes);
-    posix_spawn_file_actions_destroy(&actions);
-    return error;
-}
 
 // The first of ffmpeg's words tell the cause, what follows only the consequences. They may begin with the
 // name and address of a part of it, which tell a reader nothing.
@@ -71,14 +45,12 @@ Film::Film(const std::string& path, const Words& inputs) : path(path), unfinishe
     Words arguments = {"ffmpeg", "-nostdin", "-loglevel", "error", "-y"};
     append(&arguments, inputs);
     arguments.push_back("file:" + unfinished);  // else a colon in it would name a protocol
-    const int error = spawn(*this, &process, ends[0], arguments);
+    // In a group of its own, so that it is always we who end it.
+    process = startProgram(arguments, {ends[0], fileno(progress), fileno(words)}, Group::own);
+    if (process < 0) problem = std::string("ffmpeg can't be started: ") + strerror(errno);
     close(ends[0]);
     pipe = ends[1];
     fcntl(pipe, F_SETPIPE_SZ, pipeBytes);  // the usual size will do if that is refused
-    if (error) {
-        process = -1;
-        problem = std::string("ffmpeg can't be started: ") + strerror(error);
-    }
 }
 
 void Film::abandon() {
@@ -97,9 +69,7 @@ void Film::abandon() {
 }
 
 int Film::wait() {
-    int status = 0;
-    while (waitpid(process, &status, 0) < 0 && errno == EINTR) {
-    }
+    const int status = waitForEnd(process);
     process = -1;
     return status;
 }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "tools/capture/encoding.h"
+#include "tools/process.h"
 
 // What a film takes of a file of sound, in seconds.
 struct SoundPart {

@@ -1,0 +1,31 @@
+// Programs that are started, listened to and waited for.
+#pragma once
+
+#include <sys/types.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+using Words = std::vector<std::string>;
+
+// Files of ours that are a program's standard streams; without one there is nothing to read, and what it
+// writes is lost.
+struct Streams {
+    int input = -1;
+    int output = -1;
+    int error = -1;
+};
+
+// In a group of its own a terminal's Ctrl-C doesn't reach it, and kill(-process) reaches all that it starts.
+enum class Group { ours, own };
+
+// Starts the program that PATH has for the first word. Its process, or -1 with the cause in errno.
+pid_t startProgram(const Words& words, const Streams& streams, Group group);
+
+// Waits for its end, whatever signals come meanwhile. Its exit status, or -1 if a signal ended it.
+int waitForEnd(pid_t process);
+
+// Runs it to its end, handing on each line that it prints, to standard error too. Its exit status; -1 if a
+// signal ended it or, with the cause in errno, it can't be started.
+int runProgram(const Words& words, const std::function<void(const std::string& line)>& take);
