@@ -1,9 +1,6 @@
 // Captures the show for a clock that steps: as a film with its sound, as numbered pictures, or as a
 // storyboard; or joins parts of a film that many captures have drawn.
-#include <unistd.h>
-
 #include <cstdio>
-#include <cstdlib>
 
 #include "app/sound_music.h"
 #include "tools/capture/drawing.h"
@@ -16,19 +13,9 @@
 #include "tools/data_folder.h"
 #include "tools/installed_show.h"
 #include "tools/loading/loading.h"
+#include "tools/success.h"
 
 namespace {
-
-bool succeeded = false;
-
-// The show's own ways out end with status 0, also where it could not start; a capture without a result
-// failed. When the display goes away, its library ends the process in the middle of a film.
-void failUnlessSucceeded() {
-    if (succeeded) return;
-    if (Film::inProgress) Film::inProgress->abandon();
-    fflush(nullptr);
-    _exit(1);
-}
 
 bool drawWholeFilm(SteppedShow& show, const CaptureOptions& options, const std::vector<int>& frames,
                    const Soundtrack& soundtrack) {
@@ -89,7 +76,10 @@ int main(int argc, char** argv) {
     CaptureOptions options = parseCaptureOptions(argc, argv);
     findFiles(&options);
     stopOnSignals();
-    atexit(failUnlessSucceeded);
+    // When the display goes away, its library ends the process in the middle of a film.
+    failUnlessSucceeded([] {
+        if (Film::inProgress) Film::inProgress->abandon();
+    });
     succeeded = capture(options);
     if (wasStopped() && !succeeded) {
         fprintf(stderr, options.resume ? "capture: stopped; --resume goes on from what is whole\n"
