@@ -5,12 +5,13 @@
 #include <cstdio>
 #include <string>
 
-// At most 255 characters of it.
 [[gnu::format(printf, 1, 2)]] inline std::string formatted(const char* format, ...) {
-    char text[256];
-    va_list arguments;
+    va_list arguments, again;
     va_start(arguments, format);
-    vsnprintf(text, sizeof text, format, arguments);
+    va_copy(again, arguments);
+    std::string text(size_t(vsnprintf(nullptr, 0, format, arguments)), '\0');
+    vsnprintf(text.data(), text.size() + 1, format, again);
+    va_end(again);
     va_end(arguments);
     return text;
 }

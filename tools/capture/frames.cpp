@@ -7,6 +7,10 @@ int millisecondsOf(int frame, int fps) {
     return int(std::lround(frame * 1000.0 / fps));
 }
 
+int frameAt(double seconds, int fps) {
+    return int(std::lround(seconds * fps));
+}
+
 int framesBefore(double seconds, int fps) {
     const double ms = std::round(seconds * 1e6) / 1000;  // a decimal as it was meant: 65.4 is 65400 ms
     int count = int(seconds * fps);

@@ -10,6 +10,8 @@ constexpr int mostFps = 1000;  // frames a second: times are whole milliseconds
 int millisecondsOf(int frame, int fps);
 // How many frames lie before `seconds`.
 int framesBefore(double seconds, int fps);
+// The frame that is nearest to a time.
+int frameAt(double seconds, int fps);
 
 struct FrameRun {
     int first;

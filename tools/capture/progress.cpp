@@ -7,6 +7,8 @@
 #include <cstdio>
 #include <string>
 
+#include "tools/times.h"
+
 namespace {
 
 constexpr int widestBar = 40;  // characters
@@ -32,18 +34,16 @@ void Progress::step() {
     if (!terminal && (percent / linesEvery == printed / linesEvery && printed >= 0) && done < total) return;
     printed = percent;
 
-    const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    const double seconds = steadySeconds() - start;
     const double rate = done / (seconds > 0 ? seconds : 1);
-    const int left = int((total - done) / rate + 0.5);
-    char text[96];
-    const int length = snprintf(text, sizeof text, "%3d %%  frame %d of %d  %.1f frames/s  %d:%02d left",
-                                percent, done, total, rate, left / 60, left % 60);
+    const std::string text = formatted("%3d %%  frame %d of %d  %.1f frames/s  %s left", percent, done, total,
+                                       rate, minutesAndSeconds((total - done) / rate).c_str());
     if (!terminal) {
-        fprintf(stderr, "%s\n", text);
+        fprintf(stderr, "%s\n", text.c_str());
         return;
     }
-    const int bar = std::clamp(terminalWidth() - length - 5, 0, widestBar);
+    const int bar = std::clamp(terminalWidth() - int(text.size()) - 5, 0, widestBar);
     const int filled = int(1LL * bar * done / total);
     fprintf(stderr, "\r[%s%s] %s ", std::string(filled, '#').c_str(), std::string(bar - filled, '.').c_str(),
-            text);
+            text.c_str());
 }

@@ -1,12 +1,12 @@
 #include "tools/capture/storyboard.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <cstring>
 
 #include "app/text.h"
 #include "render/screen.h"
 #include "tools/capture/whole_file.h"
+#include "tools/times.h"
 
 namespace {
 
@@ -70,10 +70,7 @@ void Storyboard::add(int index, const Picture& picture, double seconds) {
     for (int y = 0; y < cellHeight; y++) {
         for (int x = 0; x < cellWidth; x++) shrinkPixel(picture, x, y, pixelAt(sheet, left + x, top + y));
     }
-    const int hundredths = int(seconds * 100 + 0.5);
-    char time[32];
-    snprintf(time, sizeof time, "%d:%02d.%02d", hundredths / 6000, hundredths / 100 % 60, hundredths % 100);
-    writeText(sheet, left, top + cellHeight + labelHeight - 4, time);
+    writeText(sheet, left, top + cellHeight + labelHeight - 4, minutesAndSeconds(seconds, 2).c_str());
 }
 
 bool Storyboard::save(const char* path) const {
