@@ -1,28 +1,27 @@
 #include "tools/capture/options.h"
 
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
-#include <cstring>
-#include <set>
 
 #include "tools/command_line.h"
+#include "tools/formatted.h"
 
 namespace {
 
 constexpr int mostCells = 1000;
 
-constexpr char usage[] =
+const std::string usage =
     "Usage: capture [OPTION]...\n"
     "Draws the show frame by frame, at no matter what speed, and writes it as a film with its sound.\n"
     "\n"
     " --out FILE         the film, .mp4, .m4v, .mov or .mkv, or what else ffmpeg can make of its ending.\n"
-    "                    Numbered pictures for a name such as frames/%%05d.png [valojuova.mp4]\n"
+    "                    Numbered pictures for a name such as frames/%05d.png [valojuova.mp4]\n"
     " --upload           a film of 1920 x 1080 at 60 frames a second, the picture between black bars\n"
     " --lossless         a film of the drawn pixels, bit for bit\n"
     " --fps N            frames a second, 1 to 1000 [60]\n"
     " --samples N        samples a pixel, 0 to what the driver has [4 on a graphics card, 0 in software]\n"
-    " --from S, --to S   the seconds of the show to capture [0, %g]\n"
+    " --from S, --to S   the seconds of the show to capture [0, " +
+    formatted("%g", showtime::end.seconds()) +
+    "]\n"
     " --frames LIST      the frames to capture instead, such as 0-2999,3600: a silent part of the film, and\n"
     "                    beside it PART.manifest, which tells what it is a part of\n"
     " --resume           draws only what of an earlier run with it is missing or broken, or was drawn by\n"
@@ -31,10 +30,6 @@ constexpr char usage[] =
     " --storyboard FILE  one PNG with a grid of frames and their times, and no film\n"
     " --every S          seconds between the frames of the storyboard [5]\n"
     " --help             this text\n";
-
-[[noreturn]] void refuse(const char* word, const char* reason) {
-    refuseWord("capture", word, reason);
-}
 
 double number(const char* option, const char* text, double least, double most) {
     const double value = numberIn(text);
@@ -98,38 +93,31 @@ void checkPictures(const CaptureOptions& options) {
         refuse("--out", "pictures need a number in their name, such as frames/%05d.png");
 }
 
-// Options without a value. False for a word that is none of them.
-bool readSwitch(const std::string& word, CaptureOptions* options) {
-    if (word == "--help") {
-        printf(usage, CaptureOptions().to);
-        exit(0);
-    }
-    if (word == "--upload" || word == "--lossless") {
-        const FilmKind kind = word == "--upload" ? FilmKind::Upload : FilmKind::Lossless;
-        if (options->kind != FilmKind::Net && options->kind != kind)
-            refuse(word.c_str(), "a film is of one kind");
-        options->kind = kind;
-        return true;
-    }
-    if (word == "--resume") return options->resume = true;
-    return false;
+void chooseKind(FilmKind kind, CaptureOptions* options) {
+    if (options->kind != FilmKind::Net && options->kind != kind)
+        refuse(optionOf(kind), "a film is of one kind");
+    options->kind = kind;
 }
 
-void readValue(const std::string& word, const char* value, CaptureOptions* options) {
-    const double end = CaptureOptions().to;
-    if (word == "--out") options->out = value;
-    if (word == "--storyboard") options->storyboard = value;
-    if (word == "--fps") options->fps = wholeNumber("--fps", value, 1, mostFps);
-    if (word == "--samples") options->samples = wholeNumber("--samples", value, 0, mostSamples);
-    if (word == "--from") options->from = number("--from", value, 0, end);
-    if (word == "--to") options->to = number("--to", value, 0, end);
-    if (word == "--every") options->every = number("--every", value, 0.01, end);
-    if (word == "--frames" && !parseFrames(value, &options->frames))
+void readOption(const std::string& option, const char* value, CaptureOptions* options) {
+    const double end = showtime::end.seconds();
+    const bool isPart = option == "--join" || (option.empty() && !options->parts.empty());
+    if (isPart && std::string(value).starts_with("--")) refuse(option, "needs parts");
+    if (isPart) options->parts.push_back(value);
+    if (option.empty() && !isPart) refuse(value, "unknown option; --help tells those there are");
+    if (option == "--out") options->out = value;
+    if (option == "--upload") chooseKind(FilmKind::Upload, options);
+    if (option == "--lossless") chooseKind(FilmKind::Lossless, options);
+    if (option == "--fps") options->fps = wholeNumber("--fps", value, 1, mostFps);
+    if (option == "--samples") options->samples = wholeNumber("--samples", value, 0, mostSamples);
+    if (option == "--from") options->from = number("--from", value, 0, end);
+    if (option == "--to") options->to = number("--to", value, 0, end);
+    if (option == "--resume") options->resume = true;
+    if (option == "--storyboard") options->storyboard = value;
+    if (option == "--every") options->every = number("--every", value, 0.01, end);
+    if (option == "--frames" && !parseFrames(value, &options->frames))
         refuse("--frames", "not a list of ascending frames, such as 0-2999,3600");
 }
-
-const std::set<std::string> takeValues = {"--out", "--storyboard", "--fps",    "--samples", "--from",
-                                          "--to",  "--every",      "--frames", "--join"};
 
 }  // namespace
 
@@ -146,20 +134,13 @@ FrameRuns CaptureOptions::runs(int fps) const {
 CaptureOptions parseCaptureOptions(int argc, const char* const* argv) {
     CaptureOptions options;
     bool secondsGiven = false;
-    for (int i = 1; i < argc; i++) {
-        const std::string word = argv[i];
-        if (readSwitch(word, &options)) continue;
-        if (!takeValues.contains(word)) refuse(argv[i], "unknown option; --help tells those there are");
-        if (++i == argc) refuse(word.c_str(), "needs a value");
-        if (word == "--join") {
-            for (; i < argc && strncmp(argv[i], "--", 2) != 0; i++) options.parts.push_back(argv[i]);
-            i--;
-            if (options.parts.empty()) refuse("--join", "needs parts");
-            continue;
-        }
-        secondsGiven |= word == "--from" || word == "--to";
-        readValue(word, argv[i], &options);
-    }
+    readCommandLine(argc, argv, usage,
+                    {"--out=", "--upload", "--lossless", "--fps=", "--samples=", "--from=", "--to=",
+                     "--frames=", "--resume", "--join=", "--storyboard=", "--every="},
+                    [&](const std::string& option, const char* value) {
+                        secondsGiven |= option == "--from" || option == "--to";
+                        readOption(option, value, &options);
+                    });
     checkFrames(options, secondsGiven);
     checkPictures(options);
     checkKind(options);
