@@ -16,8 +16,7 @@ struct UnitState {
     bool on;
     GLint texture;
     GLint mode;
-    int generated;     // of S and T: how many
-    GLint generation;  // of T
+    int generated;  // of S and T: how many
 };
 
 inline UnitState unitState(int unit) {
@@ -27,7 +26,6 @@ inline UnitState unitState(int unit) {
     state.texture = stateOf(GL_TEXTURE_BINDING_2D);
     glGetTexEnviv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, &state.mode);
     state.generated = glIsEnabled(GL_TEXTURE_GEN_S) + glIsEnabled(GL_TEXTURE_GEN_T);
-    glGetTexGeniv(GL_T, GL_TEXTURE_GEN_MODE, &state.generation);
     glActiveTexture(GL_TEXTURE0);
     return state;
 }
@@ -36,8 +34,7 @@ inline UnitState unitState(int unit) {
 struct MeshDraw {
     std::string key;
     Matrix4 modelView;
-    UnitState units[3];
-    bool culled, lit;
+    UnitState third;  // of the texture units
 };
 
 // Where GL would have drawn, in window coordinates.
@@ -168,13 +165,11 @@ private:
 
     static void GLAPIENTRY recordDraw(GLenum mode, GLuint start, GLuint end, GLsizei count, GLenum type,
                                       const void* indices) {
-        MeshDraw draw{keys[stateOf(GL_ELEMENT_ARRAY_BUFFER_BINDING)], {}, {}, false, false};
+        MeshDraw draw{keys[stateOf(GL_ELEMENT_ARRAY_BUFFER_BINDING)], {}, {}};
         glGetFloatv(GL_MODELVIEW_MATRIX, draw.modelView.m);
         const GLint unit = stateOf(GL_ACTIVE_TEXTURE);
-        for (int i = 0; i < 3; i++) draw.units[i] = unitState(i);
+        draw.third = unitState(2);
         glActiveTexture(GLenum(unit));
-        draw.culled = glIsEnabled(GL_CULL_FACE);
-        draw.lit = glIsEnabled(GL_LIGHTING);
         drawn.push_back(draw);
         realDraw(mode, start, end, count, type, indices);
     }
