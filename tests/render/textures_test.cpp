@@ -78,20 +78,6 @@ TEST_F(Textures, ASecondTextureOfANameTakesItOver) {
     EXPECT_EQ(readTexture("same").at(0, 0).r, 4);
 }
 
-TEST_F(Textures, UnknownNamesBecomeTheFirstTexture) {
-    load(writeSolid("a.png", 8, 8, {1, 2, 3}), "loading");
-    EXPECT_EQ(demo->texture("nobody"), demo->textures[0].texture);
-    EXPECT_EQ(demo->textureNames.at("nobody"), 0);
-}
-
-TEST_F(Textures, SizeIsOnlyWhatAScreenQuadAssumes) {
-    demo->setTextureSize("rtt2", 512, 128);
-    EXPECT_EQ(demo->textures[92].width, 512);
-    EXPECT_EQ(demo->textures[92].height, 128);
-    EXPECT_EQ(demo->textures[92].textureWidth, 1024);
-    EXPECT_EQ(readTexture("rtt2").width, 1024);
-}
-
 using TexturesDeathTest = Textures;
 
 TEST_F(TexturesDeathTest, FilesThatAreNoTextureEndTheProgram) {
