@@ -20,11 +20,13 @@
 
 namespace {
 
-// Milliseconds of frames through the whole show: every second, and of every beat one that it begins with, one
-// close enough behind to find its pulse, and one that finds it fading.
+constexpr int apart = 3000;  // milliseconds: of the frames that are compared
+
+// Milliseconds of frames through the whole show: those that are compared, and of every beat one that it
+// begins with, one close enough behind to find its pulse, and one that finds it fading.
 std::vector<int> momentsOfTheShow() {
     std::vector<int> moments;
-    for (int ms = 0; ms < showtime::end.ms; ms += 1000) moments.push_back(ms);
+    for (int ms = 0; ms < showtime::end.ms; ms += apart) moments.push_back(ms);
     for (int beat = 0;; beat++) {
         const int onBeat = showtime::beatZero.ms + beat * 60000 / showtime::beatsPerMinute;
         if (onBeat >= showtime::end.ms - 1000) break;
@@ -105,7 +107,7 @@ struct RunUp : Show {
 TEST_F(RunUp, IsAllThatAFrameOfAnySecondInherits) {
     std::vector<std::pair<size_t, size_t>> seconds;  // which moment, its picture in a run from the start
     for (size_t i = 0; i < moments.size(); i++) {
-        if (moments[i] % 1000 != 0) continue;
+        if (moments[i] % apart != 0) continue;
         drawUpTo(i);
         seconds.emplace_back(i, drawPatch());
     }

@@ -86,21 +86,6 @@ TEST_F(ShowShaders, NoneReadsATargetOutsideThePicture) {
     EXPECT_EQ(reddest(drawn("rtt1")), 0) << "antiariel";
 }
 
-TEST_F(ShowShaders, DistortIsGentleNearZeroAndTearsNearOne) {
-    drawBoxesInRed();
-    demo->useShader("distort");
-    demo->setUniform1f("distort", "time", 0);
-    const Screen plain = drawn("rtt1");  // behind whole glass, which holds bright fields down
-    demo->useShader("distort");
-    demo->setUniform1f("distort", "time", 0.004f);
-    const double gentle = changedPart(plain, drawn("rtt1"));
-    demo->useShader("distort");
-    demo->setUniform1f("distort", "time", 1.05f);
-    const double torn = changedPart(plain, drawn("rtt1"));
-    EXPECT_GT(gentle, 0);
-    EXPECT_GT(torn, 2 * gentle);
-}
-
 TEST_F(ShowShaders, EveryPictureShaderIsModulatedByTheColour) {
     fillRect(0, 0, 800, 600, {200, 100, 50, 255});
     demo->copyScreen("rtt1");
