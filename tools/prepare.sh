@@ -11,42 +11,35 @@ fuzzPackages=(libclang-rt-dev llvm)
 asRoot=()
 [ "$(id -u)" = 0 ] || asRoot=(sudo)
 
-# below PID: what runs below it, nearest first.
-below() {
-    local child
-    for child in $(cat "/proc/$1/task/"*/children 2>/dev/null); do
-        echo "$child"
-        below "$child"
-    done
+# signalAttended SIGNAL: to the group of what `attend` runs. Whether there was anybody, root's or not.
+signalAttended() {
+    kill "$1" -- "-$attended" 2>/dev/null || sudo -n kill "$1" -- "-$attended" 2>/dev/null
 }
 
-# endAttended SIGNAL: asks what `attend` runs to end, all of it, waits until it has, and ends this script by
-# the signal. xvfb-run and its display end by themselves when what they are there for has ended.
+# endAttended SIGNAL: ends it, waits until it has, and ends this script by the signal.
 endAttended() {
     trap '' INT TERM HUP
-    local pid
     [ -z "$unbroken" ] || echo 'Finishing the installation first' >&2
-    while [ -n "$attended" ] && kill -0 "$attended" 2>/dev/null; do
-        [ -n "$unbroken" ] || for pid in "$attended" $(below "$attended"); do
-            case $(cat "/proc/$pid/comm" 2>/dev/null) in xvfb-run | Xvfb) continue ;; esac
-            kill "$pid" 2>/dev/null || sudo -n kill "$pid" 2>/dev/null || true
-        done
+    while signalAttended -0; do
+        [ -n "$unbroken" ] || signalAttended -TERM || true
         sleep 0.2
     done
     trap - "$1"
     kill -s "$1" $$
 }
 
-# attend COMMAND...: runs it; TERM, HUP and Ctrl-C of this script end it too, with all that it has started. Its id
-# is another's once it has ended.
+# attend COMMAND...: runs it in a group of its own, which no key of the terminal reaches; TERM, HUP and Ctrl-C of this
+# script end the whole group. Its id is another's once it has ended.
 unbroken= attended=
 attend() {
     local status=0
     trap 'endAttended INT' INT
     trap 'endAttended TERM' TERM
     trap 'endAttended HUP' HUP
-    "$@" <&0 &
+    set -m
+    "$@" </dev/null &
     attended=$!
+    set +m
     wait "$attended" || status=$?
     attended=
     trap - INT TERM HUP
@@ -69,6 +62,7 @@ installPackages() {
     done
     [ ${#missing[@]} -gt 0 ] || return 0
     echo "Installing ${missing[*]}"
+    [ "$(id -u)" = 0 ] || sudo -v  # what is attended can't ask for a password
     attend "${asRoot[@]}" apt-get update -qq
     local install=(env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends)
     attend "${asRoot[@]}" "${install[@]}" --download-only "${missing[@]}" >/dev/null
@@ -116,7 +110,10 @@ build() {
 haveDisplay() { [ -n "${DISPLAY:-}" ] && xdpyinfo >/dev/null 2>&1; }
 
 # withDisplay COMMAND...: on this display, or on a virtual one where there is none. That one must not reset
-# when its last window closes: a program that starts at that moment would find no display.
+# when its last window closes: a program that starts at that moment would find no display. It may be killed, so what it
+# would clear away at its end lies in the build folder.
 withDisplay() {
-    if haveDisplay; then attend "$@"; else attend xvfb-run -a -s '-screen 0 1024x768x24 -noreset' "$@"; fi
+    local virtual=(xvfb-run -a -f "$PWD/build/access" -s '-screen 0 1024x768x24 -noreset')
+    if haveDisplay; then virtual=(); fi
+    attend "${virtual[@]}" "$@"
 }
