@@ -1,6 +1,8 @@
 // Instructions that a frame of each part of the programme takes: the same number on every run with the
 // same words, so a change that costs is seen on any machine. Counted is this program with what it calls of
 // the C and C++ libraries; the GL driver, and what it calls, is apart.
+#include "bench/instructions.h"
+
 #include <valgrind/callgrind.h>
 
 #include <unistd.h>

@@ -7,6 +7,7 @@
 #include <set>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include "script/show_times.h"
 #include "tests/scratch.h"
@@ -34,16 +35,22 @@ bool mayInclude(const std::string& folder, const std::string& header) {
            (header == "app/clock.h" && folder == "render");
 }
 
+// What a source includes of the tree's own.
+std::vector<std::string> includesOf(const fs::path& path) {
+    std::vector<std::string> headers;
+    std::ifstream file(path);
+    const std::string opening = "#include \"";
+    for (std::string line; std::getline(file, line);)
+        if (line.starts_with(opening))
+            headers.push_back(line.substr(opening.size(), line.rfind('"') - opening.size()));
+    return headers;
+}
+
 TEST(House, IncludesPointOneWay) {
     int seen = 0;
     for (const auto& [folder, allowed] : below) {
         for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder)) {
-            std::ifstream file(entry.path());
-            std::string line;
-            const std::string opening = "#include \"";
-            while (std::getline(file, line)) {
-                if (!line.starts_with(opening)) continue;
-                const std::string header = line.substr(opening.size(), line.rfind('"') - opening.size());
+            for (const std::string& header : includesOf(entry.path())) {
                 EXPECT_TRUE(mayInclude(folder, header)) << entry.path() << " includes " << header;
                 seen++;
             }
@@ -52,20 +59,38 @@ TEST(House, IncludesPointOneWay) {
     EXPECT_GT(seen, 100);
 }
 
-// A kit that leaned on another could not be taken along alone.
+// A kit that leaned on another could not be taken along alone; what all of them share lies beside them.
 TEST(House, KitsStandAlone) {
     for (const std::string kit : {"model", "picture", "sound"}) {
         for (const fs::directory_entry& entry : fs::recursive_directory_iterator("production/kit/" + kit)) {
-            std::ifstream file(entry.path());
-            std::string line;
-            while (std::getline(file, line)) {
-                if (line.starts_with("#include \"production/")) {
-                    EXPECT_TRUE(line.starts_with("#include \"production/kit/" + kit + "/"))
-                        << entry.path() << ": " << line;
-                }
+            for (const std::string& header : includesOf(entry.path())) {
+                const std::string folder = fs::path(header).parent_path();
+                EXPECT_TRUE(!header.starts_with("production/") || folder == "production/kit" ||
+                            folder == "production/kit/" + kit)
+                    << entry.path() << ": " << header;
             }
         }
     }
+}
+
+// The compiler then sees each of these headers by itself; tests/headers has the others.
+TEST(House, SourcesIncludeTheirOwnHeaderFirst) {
+    int seen = 0;
+    for (const std::string folder : {"app", "bench", "effects", "geometry", "image", "production", "render",
+                                     "script", "sound", "tests", "tools"}) {
+        for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder)) {
+            fs::path header = entry.path();
+            header.replace_extension(".h");
+            if (entry.path().extension() != ".cpp" || !fs::exists(header)) continue;
+            const std::string text = contentOf(entry.path());
+            const size_t first = text.find("#include ");
+            EXPECT_EQ(text.compare(first, header.string().size() + 11, "#include \"" + header.string() + '"'),
+                      0)
+                << entry.path();
+            seen++;
+        }
+    }
+    EXPECT_GT(seen, 100);
 }
 
 // A text can't include the header that has the show's times.

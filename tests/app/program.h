@@ -65,10 +65,11 @@ public:
     std::string start(const std::string& options) {
         int output[2];
         if (pipe2(output, O_CLOEXEC) != 0) return "no pipe";
-        // The tests' own window sets that variable; who watches does not.
-        const std::string command = "cd " + scratch.path.string() +
-                                    " && exec env -u SDL12COMPAT_OPENGL_SCALING stdbuf -oL " + program +
-                                    " -win " + options + " 2>errors";
+        // Not with what a night in the background ignores, nor the variable that the tests' own window sets.
+        const std::string command =
+            "cd " + scratch.path.string() +
+            " && exec env --default-signal -u SDL12COMPAT_OPENGL_SCALING stdbuf -oL " + program + " -win " +
+            options + " 2>errors";
         process = startShell(command, output[1]);
         close(output[1]);
         std::string line;

@@ -1,3 +1,5 @@
+#include "tests/fuzz/clean_exit.h"
+
 #include <cstdio>
 // libjpeg's header needs FILE and size_t before it.
 #include <jpeglib.h>
