@@ -1,4 +1,4 @@
-// record: what the show draws at some sixty moments, as text on standard output. `record FILE` compares it
+// record: what the show draws at some hundred moments, as text on standard output. `record FILE` compares it
 // with a record that was kept and shows the difference; where that is meant, `record >FILE` takes it anew.
 #include <algorithm>
 #include <cctype>
@@ -21,14 +21,18 @@
 
 namespace {
 
-// Over all segments, on and off the beat, and in the short stretches that have something of their own. The
-// last ones jump, as an author does who moves the music.
-constexpr double moments[] = {
-    0,      3.1,    6.9,   9.6,    10.2,  14,    17.2,   19.1,  20.9,  24.85, 28.3,  31.95,  32.35,
-    36.6,   38.2,   44.9,  47.64,  47.85, 49.4,  51.4,   54.75, 58.2,  61.6,  62.8,  65.3,   69.6,
-    69.8,   72.15,  78.1,  82.4,   87.7,  93.3,  97.3,   102.6, 108.6, 109.1, 112.4, 116.3,  119,
-    121.4,  123.82, 127.1, 133.25, 137.1, 138.6, 140.2,  141.6, 143.1, 147.3, 154.4, 160.15, 166.8,
-    171.45, 174.6,  178.2, 182.6,  189.2, 191.5, 192.55, 194,   70.4,  18.05, 114.3, 151.2,
+// In ms: over all segments, on and off the beat, and on either side of what happens at one of the show's
+// times. The last ones jump, as an author does who moves the music.
+constexpr int moments[] = {
+    0,      3100,   9537,   9538,   10200,  10499,  10500,  14000,  16999,  17000,  17137,  17200,
+    19100,  20900,  24850,  28300,  32346,  32347,  32599,  32600,  36459,  36460,  38200,  44900,
+    47632,  47633,  47799,  47800,  49400,  51299,  51300,  54750,  58200,  62760,  62761,  65300,
+    69729,  69730,  72150,  78029,  78030,  82400,  87700,  93280,  93281,  97300,  102600, 108280,
+    108281, 108499, 108500, 108999, 109000, 112400, 116203, 116204, 119000, 120809, 120810, 123809,
+    123810, 127100, 133250, 136999, 137000, 138600, 138999, 139000, 139999, 140000, 141799, 141800,
+    141999, 142000, 143100, 147300, 154299, 154300, 160150, 166800, 169452, 169453, 169473, 169474,
+    173287, 173288, 177050, 177051, 180453, 180454, 182600, 184155, 184156, 189200, 191500, 192499,
+    192500, 192799, 192800, 194000, 195279, 70400,  18050,  114300, 151200,
 };
 
 std::vector<std::string> recordShow() {
@@ -40,10 +44,10 @@ std::vector<std::string> recordShow() {
     record::sayTables();
     SteppedMusic music;
     demo->clock.source = &music;
-    for (const double second : moments) {
-        music.ms = int(std::lround(second * 1000));
+    for (const int ms : moments) {
+        music.ms = ms;
         char title[64];
-        snprintf(title, sizeof title, "== %.2f s, %s", second, programmeAt(float(second)).name);
+        snprintf(title, sizeof title, "== %.3f s, %s", ms / 1000.0, programmeAt(float(ms) / 1000).name);
         record::say(title);
         renderFrame();
     }

@@ -3,6 +3,7 @@
 #include <GL/glew.h>
 #include <SDL/SDL.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <map>
@@ -293,6 +294,8 @@ struct Corner {
 };
 
 GLenum mode;
+bool ofSpots = false;     // of a beam
+bool isNextBeam = false;  // in a row, of which the first has told how all are drawn
 std::vector<Corner> corners;
 Corner pen = {{}, {}, {1, 1, 1, 1}};
 
@@ -303,72 +306,51 @@ void corner(float x, float y, float z) {
     corners.push_back(pen);
 }
 
-std::string textOf(const Corner& corner, const Corner* before) {
-    std::string text = "(" + numbers(corner.place, 3) + ") at " + numbers(corner.texCoord, 2);
-    const std::string colour = numbers(corner.colour, 4);
-    if (!before || numbers(before->colour, 4) != colour) text += " in " + colour;
-    return text;
-}
-
 std::string spanOf(const float* from, const float* to, int count) {
     return numbers(from, count) + " to " + numbers(to, count);
 }
 
 // A quad of one colour whose sides run along the axes, as nearly all do: two of its corners say it all.
 bool isRectangle(const Corner* c) {
-    const auto same = [](const float* a, const float* b) { return numbers(a, 1) == numbers(b, 1); };
+    const auto same = [](const float* a, const float* b, int count) {
+        return numbers(a, count) == numbers(b, count);
+    };
     const auto along = [&](int x, int y, int z) {
-        return same(&c[x].place[0], &c[y].place[0]) && same(&c[x].texCoord[0], &c[y].texCoord[0]) &&
-               same(&c[x].place[1], &c[z].place[1]) && same(&c[x].texCoord[1], &c[z].texCoord[1]);
+        return same(&c[x].place[0], &c[y].place[0], 1) && same(&c[x].texCoord[0], &c[y].texCoord[0], 1) &&
+               same(&c[x].place[1], &c[z].place[1], 1) && same(&c[x].texCoord[1], &c[z].texCoord[1], 1);
     };
     for (int i = 1; i < 4; i++)
-        if (numbers(c[i].colour, 4) != numbers(c[0].colour, 4) || c[i].place[2] != c[0].place[2])
-            return false;
+        if (!same(c[i].colour, c[0].colour, 4) || c[i].place[2] != c[0].place[2]) return false;
     return along(0, 3, 1) && along(2, 1, 3);
 }
 
-std::string placeOf(const Corner* c) {
-    return spanOf(c[0].place, c[2].place, c[0].place[2] == 0 ? 2 : 3);
+std::string textOf(const Corner& corner) {
+    return "(" + numbers(corner.place, 3) + ") at " + numbers(corner.texCoord, 2) + " in " +
+           numbers(corner.colour, 4);
 }
 
-std::string viewOf(const Corner* c) {
-    return spanOf(c[0].texCoord, c[2].texCoord, 2);
+std::string rectangle(const Corner* c) {
+    return spanOf(c[0].place, c[2].place, c[0].place[2] == 0 ? 2 : 3) + " showing " +
+           spanOf(c[0].texCoord, c[2].texCoord, 2) + " in " + numbers(c[0].colour, 4);
 }
 
-// The first few quads, which lie at one place and show their texture in several.
-std::string rectangles(size_t count) {
-    std::string text = "quad " + placeOf(corners.data()) + " showing ";
-    for (size_t i = 0; i < count; i++) text.append(i ? ", " : "").append(viewOf(&corners[4 * i]));
-    return text + " in " + numbers(corners[0].colour, 4);
-}
-
-// Of what is no rectangle the first corners and the last.
+// The first rectangles, or the first corners and the last.
 std::string polygon() {
     static const std::map<GLenum, const char*> names = {{GL_POINTS, "points"},
                                                         {GL_LINES, "lines"},
                                                         {GL_TRIANGLES, "triangles"},
                                                         {GL_TRIANGLE_STRIP, "triangle strip"},
                                                         {GL_QUADS, "quads"}};
-    if (mode == GL_QUADS && corners.size() == 4 && isRectangle(corners.data())) return rectangles(1);
     constexpr size_t most = 4;
     const auto known = names.find(mode);
     std::string text = known == names.end() ? "mode " + std::to_string(mode) : known->second;
-    text.append(", ").append(std::to_string(corners.size()));
-    for (size_t i = 0; i < corners.size() && i < most; i++)
-        text.append(i ? ", " : ": ").append(textOf(corners[i], i ? &corners[i - 1] : nullptr));
-    if (corners.size() > most) text += " ... " + textOf(corners.back(), nullptr);
+    text += ", " + std::to_string(corners.size());
+    const bool rectangles = mode == GL_QUADS && corners.size() >= 4 && isRectangle(corners.data());
+    const size_t step = rectangles ? 4 : 1;
+    for (size_t i = 0; i < std::min(corners.size(), most * step); i += step)
+        text.append(i ? ", " : ": ").append(rectangles ? rectangle(&corners[i]) : textOf(corners[i]));
+    if (corners.size() > most * step) text += " ... " + textOf(corners.back());
     return text;
-}
-
-void drawPolygon() {
-    const size_t quads = corners.size() / 4;
-    bool alike = mode == GL_QUADS && corners.size() % 4 == 0 && quads > 1;
-    for (size_t i = 0; alike && i < quads; i++) {
-        const Corner* corner = &corners[4 * i];
-        alike = isRectangle(corner) && placeOf(corner) == placeOf(corners.data()) &&
-                numbers(corner->colour, 4) == numbers(corners[0].colour, 4);
-    }
-    draw(alike ? rectangles(quads) : polygon());
 }
 
 std::string buffersIn(GLbitfield mask) {
@@ -383,53 +365,43 @@ void copied(GLint x, GLint y, GLsizei width, GLsizei height) {
                     " x " + std::to_string(height) + " to " + textureKey(integerOf(GL_TEXTURE_BINDING_2D)));
 }
 
-// Where a beam goes is the models' to say: of its lines and spots only the source counts, and how it is drawn
-// only of the first one in a row.
-enum { other, beamLine, beamSpots } kind = other, kindBefore = other;
-int beamsInRow = 0;
-
 void beginCorners(GLenum value) {
+    const bool spotsBefore = ofSpots;
     mode = value;
-    const std::string texture = textureKey(integerOf(GL_TEXTURE_BINDING_2D));
-    kindBefore = kind;
-    kind = mode == GL_LINE_STRIP ? beamLine : mode == GL_QUADS && texture == "\"spot\"" ? beamSpots : other;
-    if (kind == other) beamsInRow = 0;
-    if (kind == beamLine && kindBefore != beamLine) beamsInRow++;
-    if (beamsInRow <= 1) tellState();
-    float colour[4], at[4];
-    glGetFloatv(GL_CURRENT_COLOR, colour);
+    ofSpots = mode == GL_QUADS && textureKey(integerOf(GL_TEXTURE_BINDING_2D)) == "\"spot\"";
+    isNextBeam = (mode == GL_LINE_STRIP || ofSpots) && (isNextBeam || spotsBefore);
+    if (!isNextBeam) tellState();
+    glGetFloatv(GL_CURRENT_COLOR, pen.colour);
+    float at[4];
     glGetFloatv(GL_CURRENT_TEXTURE_COORDS, at);
-    pen = {{}, {at[0], at[1]}, {colour[0], colour[1], colour[2], colour[3]}};
+    std::copy_n(at, 2, pen.texCoord);
     corners.clear();
 }
 
-// Place and direction, which are the scene's and not the models'.
-std::string sourceOf(const std::vector<Corner>& path) {
-    if (path.empty()) return "nowhere";
-    std::string text = numbers(path[0].place, 3);
-    if (kind != beamLine || path.size() < 2) return text;
+// Place and direction: where it goes from there is the models' to say.
+std::string beam() {
+    if (corners.size() < 2) return "beam from nowhere";
     float way[3], length = 0;
     for (int i = 0; i < 3; i++) {
-        way[i] = path[1].place[i] - path[0].place[i];
+        way[i] = corners[1].place[i] - corners[0].place[i];
         length += way[i] * way[i];
     }
     for (float& w : way) w = std::round(w / std::sqrt(length) * 1000) / 1000;
-    return text + " along " + numbers(way, 3);
+    return "beam from " + numbers(corners[0].place, 3) + " along " + numbers(way, 3);
 }
 
 void endCorners() {
-    if (kind == other) return drawPolygon();
-    const std::string source = sourceOf(corners);
-    if (beamsInRow > 1) return draw("beam from " + source);
-    draw((kind == beamLine ? "beam from " : "its spots, from ") + source + " in " +
-         numbers(corners.empty() ? pen.colour : corners[0].colour, 4));
+    if (isNextBeam && ofSpots) return;
+    const bool isPolygon = mode != GL_LINE_STRIP && !ofSpots;
+    std::string text = isPolygon ? polygon() : ofSpots ? "its spots" : beam();
+    if (!isPolygon && !isNextBeam)
+        text += " in " + numbers(corners.empty() ? pen.colour : corners[0].colour, 4);
+    draw(text);
 }
 
 PFNGLDRAWRANGEELEMENTSPROC realElements;
 
 void drawElements(GLenum mode, GLuint start, GLuint end, GLsizei count, GLenum type, const void* indices) {
-    kind = other;
-    beamsInRow = 0;
     tellState();
     tell("colour", floatsOf<4>(GL_CURRENT_COLOR));
     draw("mesh " + meshKey(integerOf(GL_ARRAY_BUFFER_BINDING)));
