@@ -13,18 +13,18 @@ namespace {
 constexpr int checkerSide = 64;    // pixels
 constexpr int checkerSquare = 16;  // pixels
 
-// A colour that no picture of the show has.
-Image checkerboard() {
-    const Image image = createImage(checkerSide, checkerSide, 3);
+// In a colour that no picture of the show has.
+void makeCheckerboard(ShowFile* file) {
+    file->picture = createImage(checkerSide, checkerSide, 3);
+    file->pixels.reset(file->picture.pixels);
     for (int y = 0; y < checkerSide; y++) {
         for (int x = 0; x < checkerSide; x++) {
             const bool dark = (x / checkerSquare + y / checkerSquare) % 2;
-            uint8_t* pixel = image.pixels + size_t(y) * image.stride + x * 3;
+            uint8_t* pixel = file->picture.pixels + size_t(y) * file->picture.stride + x * 3;
             pixel[0] = pixel[2] = dark ? 40 : 230;
             pixel[1] = dark ? 0 : 20;
         }
     }
-    return image;
 }
 
 std::unique_ptr<Loading> loadingOfShow;
@@ -59,17 +59,16 @@ bool Loading::isGood(const ShowFile& file) {
 
 void Loading::loadPicture(const TextureRow& row) {
     demo->textureNames[row.key] = demo->nextTexture++;
-    const ShowFile read = file({FileKind::picture, row.path});
-    if (isGood(read)) return putPicture(row, read.picture);
-    const Image instead = checkerboard();
-    putPicture(row, instead);
-    delete[] instead.pixels;
+    ShowFile read = file({FileKind::picture, row.path});
+    if (!isGood(read)) makeCheckerboard(&read);
+    putPicture(read);
 }
 
 void Loading::loadMeshes() {
     for (const MeshRow& row : meshRows()) {
         ShowFile read = file({FileKind::model, row.path});
-        putModel(row, isGood(read) ? std::move(read.model) : MeshSet());
+        if (!isGood(read)) read.model = MeshSet();
+        putModel(read);
         demo->meshSetCount++;
         demo->drawLoadingScreen();
     }
@@ -86,7 +85,7 @@ void Loading::loadShaders() {
     for (const ShaderRow& row : shaderRows()) {
         std::optional<ShaderText> texts[2];
         for (int i = 0; i < 2; i++) {
-            ShowFile read = file({FileKind::shader, std::string(row.base) + shaderStages[i]});
+            ShowFile read = file({FileKind::shader, std::string(row.base) + shaderEndings[i]});
             if (isGood(read)) texts[i] = ShaderText{read.name.path, std::move(read.text)};
         }
         const ProgramBuild built = buildProgram(texts[0], texts[1]);

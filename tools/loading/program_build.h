@@ -11,8 +11,8 @@ struct ShaderText {
     std::string text;
 };
 
-// The endings of the two files of a program.
-constexpr const char* shaderStages[] = {".vs", ".fs"};
+// Of the two files of a program.
+constexpr const char* shaderEndings[] = {".vs", ".fs"};
 
 struct ProgramBuild {
     GLhandleARB program = 0;  // 0 if it could not be built

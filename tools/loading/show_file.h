@@ -44,5 +44,5 @@ ShowFile measureMusic(const FileName& name, std::shared_ptr<const std::string> b
                       const std::atomic<bool>& stop);
 
 // What was read into its place, by the thread that draws, between frames.
-void putPicture(const TextureRow& row, const Image& picture);
-void putModel(const MeshRow& row, MeshSet model);
+void putPicture(const ShowFile& file);
+void putModel(ShowFile& file);

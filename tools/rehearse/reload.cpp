@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
+#include <iterator>
 #include <optional>
 #include <utility>
 
@@ -27,12 +28,6 @@ double secondsNow() {
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 
-const TextureRow& textureOf(const std::string& path) {
-    for (const TextureRow& row : textureRows())
-        if (path == row.path) return row;
-    return loadingRow;
-}
-
 // The generator's source of a shader below data/.
 std::string sourceOf(const std::string& sources, const std::string& file) {
     if (sources.empty()) return "";
@@ -41,7 +36,51 @@ std::string sourceOf(const std::string& sources, const std::string& file) {
     return "";
 }
 
+std::optional<ShaderText> entryOf(const std::map<std::string, std::string>& texts, const std::string& file) {
+    const auto entry = texts.find(file);
+    return entry == texts.end() ? std::nullopt : std::optional(ShaderText{file, entry->second});
+}
+
+// How each kind takes its place, and whether the picture may be another one then.
+struct KindRow {
+    FileKind kind;
+    bool (*take)(Reload& reload, ShowFile& file);
+};
+constexpr KindRow kinds[] = {
+    {FileKind::picture,
+     [](Reload& reload, ShowFile& file) {
+         putPicture(file);
+         return reload.told(file);
+     }},
+    {FileKind::model,
+     [](Reload& reload, ShowFile& file) {
+         putModel(file);
+         return reload.told(file);
+     }},
+    {FileKind::shader,
+     [](Reload& reload, ShowFile& file) {
+         return reload.loadShader({file.name.path, file.text});
+     }},
+    {FileKind::music,
+     [](Reload& reload, ShowFile& file) {
+         reload.loadMusic(file);
+         return false;
+     }},
+};
+
 }  // namespace
+
+// One of the two texts that a program is built from.
+struct ShaderHalf {
+    std::string file;    // below data/
+    std::string source;  // the generator's; none if empty
+    std::optional<ShaderText> inUse;
+    std::optional<ShaderText> newer;  // saved now, or waiting for the other half
+
+    bool comesFrom(const std::string& path) const { return path == file || path == source; }
+    std::string product() const { return file.substr(strlen("data/")); }
+    const std::optional<ShaderText>& latest() const { return newer ? newer : inUse; }
+};
 
 Reload::Reload(Transport* transport, Loading& loading, const std::string& sources)
     : transport(transport), loading(loading), sources(sources) {
@@ -89,39 +128,27 @@ bool Reload::load(ShowFile& file) {
         tell(path, file.problem);
         return false;
     }
-    switch (file.name.kind) {
-        case FileKind::shader:
-            return loadShader({path, file.text});
-        case FileKind::music:
-            loadMusic(file);
-            return false;
-        case FileKind::picture:
-            putPicture(textureOf(path), file.picture);
-            break;
-        case FileKind::model:
-            loadModel(file);
-            break;
-    }
-    mend(path);
-    news.push_back("loaded " + path);
-    return true;
+    const auto row = std::find_if(std::begin(kinds), std::end(kinds),
+                                  [&](const KindRow& row) { return row.kind == file.name.kind; });
+    return row->take(*this, file);
 }
 
-void Reload::loadModel(ShowFile& file) {
-    const auto rows = meshRows();
-    const auto row = std::find_if(rows.begin(), rows.end(),
-                                  [&](const MeshRow& row) { return file.name.path == row.path; });
-    putModel(*row, std::move(file.model));
+bool Reload::told(const ShowFile& file) {
+    mend(file.name.path);
+    news.push_back("loaded " + file.name.path);
+    return true;
 }
 
 // The one that was saved is played once it has been measured: damage is found on the way.
 void Reload::loadMusic(ShowFile& file) {
     if (file.waveform.empty()) return;
     waveform = file.waveform;
-    mend(file.name.path);
-    if (!file.music) return;
-    transport->replaceStream(sound::openStream(std::move(file.music)));
-    news.push_back("loaded " + file.name.path);
+    if (file.music) {
+        transport->replaceStream(sound::openStream(std::move(file.music)));
+        told(file);
+    } else {
+        mend(file.name.path);
+    }
 }
 
 bool Reload::loadShader(const ShaderText& saved) {
@@ -140,46 +167,36 @@ bool Reload::loadShader(const ShaderText& saved) {
     return changed;
 }
 
-// With what was saved in its own stage, and in the other one what waits there for a partner, or else what is
+ShaderHalf Reload::halfOf(const ShaderRow& row, const char* ending, const ShaderText& saved) const {
+    ShaderHalf half;
+    half.file = std::string(row.base) + ending;
+    half.source = sourceOf(sources, half.file);
+    half.inUse = entryOf(loading.shadersInUse, half.file);
+    half.newer = entryOf(loading.brokenShaders, half.source);
+    if (!half.newer) half.newer = entryOf(loading.brokenShaders, half.file);
+    if (half.comesFrom(saved.file)) half.newer = saved;
+    return half;
+}
+
+// Not the other's file, nor what is in use already (a copy that was made here, or an edit that was undone),
+// nor what would take the place of an author's own.
+bool Reload::isWanted(const ShaderHalf& half, const ShaderText& saved) {
+    if (!half.comesFrom(saved.file) || (half.inUse && half.inUse->text == saved.text)) return false;
+    if (saved.file == half.file || !isAuthors("data", half.product())) return true;
+    news.push_back(keptLine("data", half.product()));
+    return false;
+}
+
+// With what was saved in its own half, and in the other one what waits there for a partner, or else what is
 // in use.
 bool Reload::loadProgram(const ShaderRow& row, const ShaderText& saved, std::string* problem) {
-    struct Stage {
-        std::string file;  // below data/
-        std::optional<ShaderText> inUse;
-        std::optional<ShaderText> newer;  // saved now, or waiting
-        bool isSaved = false;
-    } parts[2];
-    for (int i = 0; i < 2; i++) {
-        Stage& part = parts[i];
-        part.file = std::string(row.base) + shaderStages[i];
-        const std::string source = sourceOf(sources, part.file);
-        const auto used = loading.shadersInUse.find(part.file);
-        if (used != loading.shadersInUse.end()) part.inUse = ShaderText{part.file, used->second};
-        for (const std::string& file : {part.file, source}) {
-            const auto broken = loading.brokenShaders.find(file);
-            if (broken != loading.brokenShaders.end()) part.newer = ShaderText{file, broken->second};
-        }
-        part.isSaved = saved.file == part.file || saved.file == source;
-        if (part.isSaved) part.newer = saved;
-    }
-    Stage& own = parts[parts[0].isSaved ? 0 : 1];
-    Stage& other = parts[parts[0].isSaved ? 1 : 0];
-    // The other's file, or what is in use already: a copy that was made here, or an edit that was undone.
-    if (!own.isSaved || (own.inUse && own.inUse->text == saved.text)) return false;
-    const auto belowData = [](const Stage& part) { return part.file.substr(strlen("data/")); };
-    if (saved.file != own.file && isAuthors("data", belowData(own))) {
-        news.push_back(keptLine("data", belowData(own)));
-        return false;
-    }
-
-    const auto build = [&] {
-        const auto choice = [](const Stage& part) { return part.newer ? part.newer : part.inUse; };
-        return buildProgram(choice(parts[0]), choice(parts[1]));
-    };
-    ProgramBuild built = build();
-    if (!built.program && other.newer) {
-        other.newer.reset();
-        built = build();
+    ShaderHalf halves[] = {halfOf(row, shaderEndings[0], saved), halfOf(row, shaderEndings[1], saved)};
+    const int own = halves[0].comesFrom(saved.file) ? 0 : 1;
+    if (!isWanted(halves[own], saved)) return false;
+    ProgramBuild built = buildProgram(halves[0].latest(), halves[1].latest());
+    if (!built.program && halves[1 - own].newer) {
+        halves[1 - own].newer.reset();
+        built = buildProgram(halves[0].latest(), halves[1].latest());
     }
     if (!built.program) {
         *problem = built.problem;
@@ -190,12 +207,12 @@ bool Reload::loadProgram(const ShaderRow& row, const ShaderText& saved, std::str
     deleteProgram(current);
     current = built.program;
     centreBoom();
-    for (const Stage& part : parts) {
-        if (!part.newer) continue;
-        loading.shadersInUse[part.file] = part.newer->text;
-        if (part.newer->file != part.file) lay({{part.newer->file, belowData(part)}}, "data");
-        loading.brokenShaders.erase(part.newer->file);
-        mend(part.newer->file);
+    for (const ShaderHalf& half : halves) {
+        if (!half.newer) continue;
+        loading.shadersInUse[half.file] = half.newer->text;
+        if (half.newer->file != half.file) lay({{half.newer->file, half.product()}}, "data");
+        loading.brokenShaders.erase(half.newer->file);
+        mend(half.newer->file);
     }
     news.push_back("loaded " + saved.file);
     return true;

@@ -12,6 +12,8 @@
 #include "tools/loading/program_build.h"
 #include "tools/rehearse/transport.h"
 
+struct ShaderHalf;
+
 struct Reload {
     Transport* transport;
     Loading& loading;  // whose readers, problems and texts of shaders are taken over
@@ -45,9 +47,11 @@ struct Reload {
     std::unique_ptr<sound::Decoder> savedMusic;       // that is being measured
 
     bool load(ShowFile& file);
-    void loadModel(ShowFile& file);
+    bool told(const ShowFile& file);
     void loadMusic(ShowFile& file);
     bool loadShader(const ShaderText& saved);
+    ShaderHalf halfOf(const ShaderRow& row, const char* ending, const ShaderText& saved) const;
+    bool isWanted(const ShaderHalf& half, const ShaderText& saved);
     bool loadProgram(const ShaderRow& row, const ShaderText& saved, std::string* problem);
     void lookForMissing();
     void mend(const std::string& file);
