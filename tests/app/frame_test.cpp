@@ -1,5 +1,4 @@
-// The program's frames of the whole show: what start-up leaves for the first, what one runs, and what keys
-// and captures make of them.
+// The program's frames of the whole show: what one runs, and what keys and captures make of them.
 #include "app/frame.h"
 
 #include <SDL/SDL.h>
@@ -9,8 +8,6 @@
 #include "app/app.h"
 #include "app/keys.h"
 #include "app/loop.h"
-#include "script/resources.h"
-#include "script/show_times.h"
 #include "tests/scratch.h"
 #include "tests/show.h"
 #include "tools/capture/stepped_show.h"
@@ -33,27 +30,21 @@ public:
         music.ms = ms;
         renderFrame();
     }
-};
 
-TEST_F(Frames, StartUpLeavesTheStateThatTheFirstFrameCountsOn) {
-    EXPECT_EQ(demo->textureIndex("loading"), 0);
-    const ResourceCounts all = resourceCounts();
-    EXPECT_EQ(demo->textureIndex("white"), all.textures) << "the last, behind the loading picture";
-    EXPECT_EQ(demo->meshSetCount, all.meshes);
-    EXPECT_EQ(demo->effects.size(), size_t(all.effects));
-    EXPECT_EQ(startUpState().beatsPerMinute, showtime::beatsPerMinute);
-    EXPECT_EQ(demo->clock.time(), 0);
-    EXPECT_EQ(startUpState().depthFunction, GL_LEQUAL);
-    EXPECT_EQ(startUpState().shadeModel, GL_SMOOTH);
-    EXPECT_EQ(startUpState().lineWidth, 2);
-    EXPECT_EQ(startUpState().clearAlpha, 0.5f);
-    EXPECT_EQ(startUpState().program, 0u);
-    float center[2];
-    const GLhandleARB boom = demo->shaders.at("boom");
-    glGetUniformfvARB(boom, glGetUniformLocationARB(boom, "center"), center);
-    EXPECT_EQ(center[0], 0.5f);
-    EXPECT_EQ(center[1], 0.5f);
-}
+    // How many pixels of the screen have other colours than the picture in the file.
+    static int apart(const Screen& screen, const std::string& path) {
+        Image image{};
+        EXPECT_EQ(loadImage(path.c_str(), &image, 1), 0);
+        int count = 0;
+        for (size_t i = 0; i < screen.pixels.size(); i++) {
+            const Pixel& pixel = screen.pixels[i];
+            const uint8_t* p = image.pixels + i * 3;
+            count += pixel.r != p[0] || pixel.g != p[1] || pixel.b != p[2];
+        }
+        delete[] image.pixels;
+        return count;
+    }
+};
 
 TEST_F(Frames, AFrameRunsTheClockTheTimelineAndHousekeepingTwice) {
     renderAt(18700);
@@ -84,15 +75,7 @@ TEST_F(Frames, PressesOfAFrameMakeOneScreenshotOfWhatIsShown) {
     handleKey(SDLK_F11);
     renderAt(100000);
     const Screen shown = readWindow();
-    Image shot;
-    ASSERT_EQ(loadImage("w:/shots/shot0001.png", &shot, 1), 0);
-    int different = 0;
-    for (int i = 0; i < screenWidth * screenHeight; i++) {
-        const uint8_t* p = shot.pixels + i * 3;
-        different += shown.pixels[i] != Pixel{p[0], p[1], p[2], 255};
-    }
-    EXPECT_EQ(different, 0);
-    delete[] shot.pixels;
+    EXPECT_EQ(apart(shown, "w:/shots/shot0001.png"), 0);
 }
 
 // At 40 s the picture depends on the alpha that the frame keeps, so the program must have asked for some.
@@ -100,19 +83,9 @@ TEST_F(Frames, ACapturedFrameIsWhatTheTestsWindowShows) {
     const ScratchDirectory scratch;
     const std::string command = CAPTURE_PROGRAM " --fps 25 --from 40 --to 40.04 --out ";
     ASSERT_EQ(std::system((command + scratch.file("%d.png") + " 2>/dev/null").c_str()), 0);
-    Image captured;
-    ASSERT_EQ(loadImage(scratch.file("1000.png").c_str(), &captured, 1), 0);
     SteppedShow stepped(25, SteppedShow::Loaded{});
     stepped.draw(1000);
-    const Screen drawn = readScreen();
-    int different = 0;
-    for (int i = 0; i < screenWidth * screenHeight; i++) {
-        const uint8_t* p = captured.pixels + i * 3;
-        const Pixel& pixel = drawn.pixels[i];
-        different += pixel.r != p[0] || pixel.g != p[1] || pixel.b != p[2];
-    }
-    EXPECT_EQ(different, 0);
-    delete[] captured.pixels;
+    EXPECT_EQ(apart(readScreen(), scratch.file("1000.png")), 0);
 }
 
 TEST_F(Frames, TheLoopTakesPressesAndNoReleases) {

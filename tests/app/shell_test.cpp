@@ -1,10 +1,45 @@
+// What the shell takes: words of the command line, keys, and the screenshots that one of them asks for.
+#include "app/app.h"
 #include "app/keys.h"
-
-#include "tests/app/shell_window.h"
+#include "app/options.h"
+#include "app/screenshot.h"
+#include "tests/gl_window.h"
+#include "tests/scratch.h"
 
 namespace {
 
-using Keys = ShellWindow;
+TEST(Options, LaterWordsOverrideEarlierOnes) {
+    const auto parse = [](std::vector<const char*> words) {
+        words.insert(words.begin(), "valojuova");
+        return parseOptions(int(words.size()), words.data());
+    };
+    EXPECT_TRUE(parse({}).fullscreen);
+    EXPECT_EQ(parse({}).soundOutput, sound::Alsa);
+    EXPECT_FALSE(parse({"-fs", "-win"}).fullscreen);
+    EXPECT_TRUE(parse({"-win", "-fs"}).fullscreen);
+    EXPECT_EQ(parse({"-nosound", "-oss"}).soundOutput, sound::Oss);
+    EXPECT_EQ(parse({"-oss", "-esd", "-win"}).soundOutput, sound::Esd);
+    EXPECT_EQ(parse({"-esd", "-alsa"}).soundOutput, sound::Alsa);
+    EXPECT_EQ(parse({"-alsa", "-nosound"}).soundOutput, sound::None);
+}
+
+class Keys : public GlWindow {
+public:
+    void SetUp() override {
+        GlWindow::SetUp();
+        app = App();
+    }
+    void TearDown() override {
+        delete[] app.screenshot.pixels;
+        app = App();
+        GlWindow::TearDown();
+    }
+
+    void goTo(int ms) {
+        music.ms = ms;
+        demo->clock.update();
+    }
+};
 
 TEST_F(Keys, SeekKeysMoveTheMusicFromWhereItWasAtThisFrame) {
     const struct {
@@ -70,6 +105,25 @@ TEST_F(Keys, OthersOnlySetWhatTheyStandFor) {
     EXPECT_FALSE(app.screenshotRequested);
     EXPECT_EQ(app.counterQ + app.counterA, 0);
     EXPECT_TRUE(demo->clock.paused);
+}
+
+TEST_F(Keys, AShotTakesANumberEvenIfItCantBeWritten) {
+    const ScratchDirectory scratch;
+    const WorkingDirectory working(scratch.path);
+    app.screenshotRequested = true;
+    app.screenshotNumber = 9999;
+    testing::internal::CaptureStderr();
+    saveScreenshot();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "can't open w:/shots/shot9999.png\n");
+    EXPECT_FALSE(app.screenshotRequested);
+
+    std::filesystem::create_directories("w:/shots");
+    std::filesystem::create_symlink("/dev/full", "w:/shots/shot10000.png");
+    testing::internal::CaptureStderr();
+    saveScreenshot();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "write_png: Error 3\n");
+    saveScreenshot();
+    EXPECT_TRUE(std::filesystem::is_regular_file("w:/shots/shot10001.png"));
 }
 
 using KeysDeathTest = Keys;
