@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "render/demo.h"
+#include "render/pixel_space.h"
 #include "render/screen.h"
 
 // freeglut's font tables, which no header of its declares. Character c's glyph is characters[c]: its
@@ -58,21 +59,11 @@ void begin2DText(int width, int height) {
     glDisable(GL_TEXTURE_2D);
     glDisable(GL_DEPTH_TEST);
     glDisable(GL_LIGHTING);
-
-    glMatrixMode(GL_PROJECTION);
-    glPushMatrix();
-    glLoadIdentity();
-    glOrtho(0, width, 0, height, -1, 1);
-    glMatrixMode(GL_MODELVIEW);
-    glPushMatrix();
-    glLoadIdentity();
+    beginPixelSpace(width, height, 1);
 }
 
 void end2DText() {
-    glMatrixMode(GL_PROJECTION);
-    glPopMatrix();
-    glMatrixMode(GL_MODELVIEW);
-    glPopMatrix();
+    endPixelSpace();
     glPopClientAttrib();
     glPopAttrib();
 }

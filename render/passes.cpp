@@ -1,4 +1,5 @@
 #include "render/demo.h"
+#include "render/pixel_space.h"
 
 namespace {
 
@@ -31,23 +32,6 @@ void drawDiagonalTaps(float width, float height, float u, float v) {
     shiftedQuad(width, height, -u, -v);
     shiftedQuad(width, height, u, -v);
     glEnd();
-}
-
-void beginPixelSpace(int width, int height) {
-    glMatrixMode(GL_PROJECTION);
-    glPushMatrix();
-    glLoadIdentity();
-    glOrtho(0, width, 0, height, -2, 2);
-    glMatrixMode(GL_MODELVIEW);
-    glPushMatrix();
-    glLoadIdentity();
-}
-
-void endPixelSpace() {
-    glMatrixMode(GL_PROJECTION);
-    glPopMatrix();
-    glMatrixMode(GL_MODELVIEW);
-    glPopMatrix();
 }
 
 // The side of the quad that a blur draws and copies for a side of the picture, both in pixels.
@@ -108,7 +92,7 @@ void Demo::blur(const char* source, const char* target, const Blur& how) {
     glDisable(GL_LIGHTING);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     glViewport(0, 0, width, height);
-    beginPixelSpace(width, height);
+    beginPixelSpace(width, height, 2);
     glDisable(GL_DEPTH_TEST);
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
