@@ -12,9 +12,8 @@ Demo* demo = nullptr;
 
 namespace {
 
-constexpr int targetSize = 1024;          // pixels; the smallest power of two that holds the screen
-constexpr int targetPictureHeight = 768;  // the 4:3 part of a target, until the screen is copied into it
-constexpr int firstTargetRecord = 90;
+constexpr int targetSize = 1024;           // pixels; the smallest power of two that holds the screen
+constexpr int targetPictureHeight = 768;   // the 4:3 part of a target, until the screen is copied into it
 constexpr float loadingTintScale = 1.02f;  // of the tinted copy over the picture
 
 Texture createTarget() {
@@ -49,8 +48,10 @@ Demo::Demo() {
         lights[i].position[1] = x;
         lights[i].position[2] = 4 - x;
     }
-    for (int i = 0; i < 10; i++) textures[firstTargetRecord + i] = createTarget();
-    for (int i = 0; i < 10; i++) textureNames["rtt" + std::to_string(i)] = firstTargetRecord + i;
+    for (int i = 0; i < targetCount; i++) {
+        textures[firstTarget + i] = createTarget();
+        textureNames["rtt" + std::to_string(i)] = firstTarget + i;
+    }
 }
 
 void loadLoadingPicture() {

@@ -53,6 +53,9 @@ struct Blur {
     int size = 0;        // pixels: side of the corner that the work is done in; 0 takes the picture's own
 };
 
+constexpr int firstTarget = 90;  // record of render target "rtt0"; loaded textures lie before it
+constexpr int targetCount = 10;
+
 // The picture of the loading screen, texture "loading": loaded before everything else, so it is record 0.
 constexpr char loadingPicture[] = "data/loading.jpg";
 constexpr int loadingPictureSize = 512;  // pixels, whatever the file's own size
@@ -62,8 +65,8 @@ struct Demo {
     Light lights[8];
     float controls[128] = {};  // free values for an author's controller; all 0 in the show
     MusicClock clock;
-    float aspect = 1.3334f;  // width to height of the viewport
-    Texture textures[100];   // 0..89 loaded, in loading order; 90..99 the render targets "rtt0".."rtt9"
+    float aspect = 1.3334f;                       // width to height of the viewport
+    Texture textures[firstTarget + targetCount];  // loaded ones in loading order, then the render targets
     int32_t nextTexture = 0;
     int32_t quadCount = 0;  // triangles drawn as screen quads in this frame, and in the one before
     int32_t previousQuadCount = 0;
@@ -73,7 +76,7 @@ struct Demo {
     int32_t meshSetCount = 0;
     std::map<std::string, EffectBase*> effects;
 
-    // Needs a GL context: creates the ten render targets, 1024 x 1024 RGBA without content.
+    // Needs a GL context: creates the render targets "rtt0".."rtt9", 1024 x 1024 RGBA without content.
     Demo();
 
     // Camera: plain stores, until applyCamera loads both matrices (aspect 1, near 0.1, far 10000) and leaves

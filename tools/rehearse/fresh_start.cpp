@@ -7,16 +7,10 @@
 #include "script/resources.h"
 #include "tools/rehearse/uniforms.h"
 
-namespace {
-
-constexpr int firstTarget = 90;
-
-}  // namespace
-
 FreshStart::FreshStart() {
     camera = demo->camera;
     std::copy_n(demo->lights, 8, lights);
-    std::copy_n(demo->textures + firstTarget, 10, targets);
+    std::copy_n(demo->textures + firstTarget, targetCount, targets);
     glGetFloatv(GL_PROJECTION_MATRIX, projection);
     // A texture that is bound would be kept alive, whatever is loaded in its place.
     glBindTexture(GL_TEXTURE_2D, 0);
@@ -38,7 +32,7 @@ void FreshStart::restoreShow(SteppedShow* show) const {
 }
 
 void FreshStart::restoreGl() const {
-    for (int i = 0; i < 10; i++) {
+    for (int i = 0; i < targetCount; i++) {
         const GLsizei size = targets[i].textureWidth;
         demo->textures[firstTarget + i] = targets[i];
         glBindTexture(GL_TEXTURE_2D, targets[i].texture);

@@ -8,7 +8,7 @@
 struct FreshStart {
     Camera camera;
     Light lights[8];
-    Texture targets[10];
+    Texture targets[targetCount];
     GLfloat projection[16];
 
     // Before the first frame. Keeps GL's state on GL's own stack, where it stays.
