@@ -13,18 +13,8 @@ struct EffectBase {
 
     // Called by scenes once per use per frame, the camera already placed. Most effects draw here.
     virtual void draw() {}
-    virtual void reserved3() {}
     // For effects that a scene steers by two values of the effect's own meaning.
     virtual void drawAt(float, float) {}
-    // Kept, and never called: only code that was compiled against this order of the operations would notice
-    // if they went.
-    virtual void reserved5() {}
-    virtual void reserved6() {}
-    virtual void reserved7() {}
-    virtual void reserved8() {}
-    virtual void reserved9() {}
-    virtual void reserved10() {}
-    virtual void reserved11() {}
     // The motion of one frame, for effects that integrate theirs: everything that lasts from one draw to the
     // next, including random numbers. draw does it first; alone it stands for a frame that isn't drawn.
     virtual void advance() {}
