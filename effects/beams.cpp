@@ -41,7 +41,7 @@ void emitSpot(const Vec3& middle, const Vec3& normal, float size) {
 void drawBeamPath(const BeamPath& path, const BeamStyle& style, GLuint spotTexture) {
     glDisable(GL_LIGHTING);
     beginGlowingLines();
-    for (int i = 0; i < style.passCount; i++) drawLine(path, style.passes[i]);
+    for (const GlowPass& pass : style.passes) drawLine(path, pass);
 
     glColor3f(1, 1, 1);
     glEnable(GL_TEXTURE_2D);

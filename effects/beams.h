@@ -5,6 +5,7 @@
 #include <GL/glew.h>
 
 #include <numbers>
+#include <span>
 
 #include "effects/glowing_lines.h"
 #include "geometry/trace.h"
@@ -15,16 +16,15 @@ constexpr int beamCapacity = 16;  // instances, and points of a path, that there
 
 struct BeamStyle {
     float spotSize;  // half the side, model units (where the surface's normal has unit length)
-    int passCount;
-    GlowPass passes[3];
+    std::span<const GlowPass> passes;
 };
 
-// Spot; then width, red, green, blue and alpha of each pass.
-constexpr BeamStyle huoneBeam = {
-    4, 3, {{1, 1, 0.5f, 0.8f, 1}, {4, 1, 0.3f, 0.8f, 0.6f}, {8, 1, 0.2f, 0.8f, 0.2f}}};
-constexpr BeamStyle laserTunnelBeam = {
-    10, 3, {{1, 1, 0.5f, 0.8f, 1}, {4, 1, 0.3f, 0.8f, 0.6f}, {8, 1, 0.2f, 0.8f, 0.2f}}};
-constexpr BeamStyle laserBeam = {8, 2, {{1, 1, 0.4f, 0.8f, 1}, {4, 1, 0, 0.8f, 0.4f}}};
+constexpr GlowPass threePasses[] = {
+    {1, 1, 0.5f, 0.8f, 1}, {4, 1, 0.3f, 0.8f, 0.6f}, {8, 1, 0.2f, 0.8f, 0.2f}};
+constexpr GlowPass twoPasses[] = {{1, 1, 0.4f, 0.8f, 1}, {4, 1, 0, 0.8f, 0.4f}};
+constexpr BeamStyle huoneBeam = {4, threePasses};
+constexpr BeamStyle laserTunnelBeam = {10, threePasses};
+constexpr BeamStyle laserBeam = {8, twoPasses};
 
 // The fans of a laser craft: two emitters on its axis, beams in six directions around it from each.
 constexpr float emitterZ[] = {52, -52};  // model units
