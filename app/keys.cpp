@@ -1,5 +1,7 @@
 #include "app/keys.h"
 
+#include <algorithm>
+
 #include "app/app.h"
 #include "render/demo.h"
 #include "render/quit.h"
@@ -15,12 +17,8 @@ constexpr struct {
 } seekKeys[] = {{SDLK_RIGHT, 1}, {SDLK_LEFT, -1},     {SDLK_UP, 5},
                 {SDLK_DOWN, -5}, {SDLK_PAGEDOWN, 30}, {SDLK_PAGEUP, -30}};
 
-void raise(int32_t* counter) {
-    if (*counter < counterMaximum) ++*counter;
-}
-
-void lower(int32_t* counter) {
-    if (*counter > 0) --*counter;
+void move(int32_t& counter, int by) {
+    counter = std::clamp(counter + by, 0, counterMaximum);
 }
 
 void tapBeat() {
@@ -45,9 +43,9 @@ void handleKey(SDLKey key) {
     if (key == SDLK_ESCAPE) quit();
     if (key == SDLK_SPACE) tapBeat();
     if (key == SDLK_p) demo->clock.pause();
-    if (key == SDLK_q) lower(&app.counterQ);
-    if (key == SDLK_w) raise(&app.counterQ);
-    if (key == SDLK_a) lower(&app.counterA);
-    if (key == SDLK_s) raise(&app.counterA);
+    if (key == SDLK_q) move(app.counterQ, -1);
+    if (key == SDLK_w) move(app.counterQ, 1);
+    if (key == SDLK_a) move(app.counterA, -1);
+    if (key == SDLK_s) move(app.counterA, 1);
     if (key == SDLK_F11) app.screenshotRequested = true;
 }

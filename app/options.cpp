@@ -5,26 +5,24 @@
 
 namespace {
 
-// Whether the word is an option. "-help" counts as unknown: either way the usage text follows.
-bool applyOption(const char* word, Options* options) {
-    static const struct {
-        const char* word;
-        bool fullscreen;
-    } screenOptions[] = {{"-fs", true}, {"-win", false}};
-    static const struct {
-        const char* word;
-        sound::Output output;
-    } soundOptions[] = {
-        {"-oss", sound::Oss}, {"-alsa", sound::Alsa}, {"-esd", sound::Esd}, {"-nosound", sound::None}};
+// "-help" is none: it prints the usage text like every word that is unknown.
+constexpr struct {
+    const char* word;
+    void (*apply)(Options& options);
+} knownWords[] = {
+    {"-fs", [](Options& options) { options.fullscreen = true; }},
+    {"-win", [](Options& options) { options.fullscreen = false; }},
+    {"-oss", [](Options& options) { options.soundOutput = sound::Oss; }},
+    {"-alsa", [](Options& options) { options.soundOutput = sound::Alsa; }},
+    {"-esd", [](Options& options) { options.soundOutput = sound::Esd; }},
+    {"-nosound", [](Options& options) { options.soundOutput = sound::None; }},
+};
 
-    for (const auto& option : screenOptions) {
-        if (strcmp(word, option.word) != 0) continue;
-        options->fullscreen = option.fullscreen;
-        return true;
-    }
-    for (const auto& option : soundOptions) {
-        if (strcmp(word, option.word) != 0) continue;
-        options->soundOutput = option.output;
+// Whether the word is known.
+bool applyWord(const char* word, Options& options) {
+    for (const auto& known : knownWords) {
+        if (strcmp(word, known.word) != 0) continue;
+        known.apply(options);
         return true;
     }
     return false;
@@ -34,7 +32,7 @@ bool applyOption(const char* word, Options* options) {
 
 Options parseOptions(int argc, const char* const* argv) {
     Options options;
-    for (int i = 1; i < argc && !options.usage; i++) options.usage = !applyOption(argv[i], &options);
+    for (int i = 1; i < argc && !options.usage; i++) options.usage = !applyWord(argv[i], options);
     return options;
 }
 

@@ -12,23 +12,15 @@ namespace {
 constexpr int mixingRate = 44100;  // Hz
 constexpr int mixingChannels = 16;
 
+constexpr struct {
+    sound::Output output;
+    const char* name;
+} outputNames[] = {
+    {sound::Oss, "OSS"}, {sound::Esd, "ESD"}, {sound::Alsa, "ALSA"}, {sound::None, "No sound"}};
+
 void printSoundOutput(int output) {
-    switch (output) {
-        case sound::Oss:
-            printf("Using OSS.\n");
-            break;
-        case sound::Esd:
-            printf("Using ESD.\n");
-            break;
-        case sound::Alsa:
-            printf("Using ALSA.\n");
-            break;
-        case sound::None:
-            printf("Using No sound.\n");
-            break;
-        default:
-            break;
-    }
+    for (const auto& known : outputNames)
+        if (known.output == output) printf("Using %s.\n", known.name);
 }
 
 }  // namespace
