@@ -24,6 +24,15 @@ GLuint createMipmappedTexture(const Image& image, GLenum wrapS, GLenum wrapT) {
     return texture;
 }
 
+// What a record holds of a picture of its own.
+Texture textureOf(const Image& image, GLenum wrapS, GLenum wrapT) {
+    return {.texture = createMipmappedTexture(image, wrapS, wrapT),
+            .width = image.width,
+            .height = image.height,
+            .textureWidth = image.width,
+            .textureHeight = image.height};
+}
+
 }  // namespace
 
 bool isTextureImage(const Image& image) {
@@ -33,16 +42,13 @@ bool isTextureImage(const Image& image) {
 
 int Demo::loadTexture(const char* path, const char* name, GLenum wrapS, GLenum wrapT) {
     const int index = nextTexture++;
-    Texture& record = textures[index];
-    record = Texture();
+    textures[index] = {};
     textureNames[name] = index;
 
     Image image;
     if (loadImage(path, &image, 0) != 0 || !isTextureImage(image)) fatalError("File [%s] not found.");
 
-    record.texture = createMipmappedTexture(image, wrapS, wrapT);
-    record.width = record.textureWidth = image.width;
-    record.height = record.textureHeight = image.height;
+    textures[index] = textureOf(image, wrapS, wrapT);
     delete[] image.pixels;
     return index;
 }
@@ -51,9 +57,7 @@ bool Demo::replaceTexture(const char* name, const Image& image, GLenum wrapS, GL
     if (!isTextureImage(image)) return false;
     Texture& record = textures[textureIndex(name)];
     const GLuint before = record.texture;
-    record.texture = createMipmappedTexture(image, wrapS, wrapT);
-    record.width = record.textureWidth = image.width;
-    record.height = record.textureHeight = image.height;
+    record = textureOf(image, wrapS, wrapT);
     glDeleteTextures(1, &before);
     return true;
 }
