@@ -6,6 +6,7 @@
 #include <cstdlib>
 
 #include "production/kit/sound/arrangement.h"
+#include "production/kit/sound/dynamics.h"
 #include "production/kit/sound/filter.h"
 #include "production/kit/sound/vorbis.h"
 #include "production/music/band.h"
@@ -88,7 +89,7 @@ std::vector<float> master(Stereo& mix) {
     Equalizer::highShelf(8000, 1.5f).apply(mix);
     shapeSides(mix, {Equalizer::lowCut(130), Equalizer::lowCut(130)});
     scale(mix, gainOf(masterGain));
-    compress(mix, -10, 1.5f, 0.03f, 0.2f, 0);
+    compress(mix, {.threshold = -10, .ratio = 1.5f, .attack = 0.03f, .release = 0.2f});
     return limit(mix, peakCeiling, 0.12f);
 }
 

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <utility>
 
-#include "production/kit/sound/effects.h"
+#include "production/kit/sound/dynamics.h"
 #include "production/kit/sound/envelope.h"
 #include "production/kit/sound/filter.h"
 #include "production/kit/sound/oscillator.h"
@@ -13,8 +13,6 @@
 namespace audio {
 
 namespace {
-
-constexpr size_t tuning = 16;  // frames between changes of a filter's cut-off
 
 // The frames of a sound that falls to 2 % in `length` seconds, and then to nothing.
 size_t framesOf(float length) {
@@ -33,7 +31,7 @@ Stereo kickDrum(float tone, float length, float punch) {
     float phase = 0.02f;
     for (size_t i = 0; i < sound.frames(); i++) {
         phase += stepOf(tone * (1 + 2.0f * drop.next() + 10 * punch * snap.next()));
-        sound.left[i] = sound.right[i] = body.next() * sineOf(phase);
+        sound.set(i, body.next() * sineOf(phase));
     }
     saturate(sound, 2 + 3.5f * punch);
 
@@ -42,11 +40,8 @@ Stereo kickDrum(float tone, float length, float punch) {
     Noise noise(1);
     StateVariable band;
     band.tune(3200, 0.6f);
-    for (size_t i = 0; i < frameAt(0.03); i++) {
-        const float click = 2.7f * punch * beater.next() * band.band(noise.next());
-        sound.left[i] += click;
-        sound.right[i] += click;
-    }
+    for (size_t i = 0; i < frameAt(0.03); i++)
+        sound.add(i, 2.7f * punch * beater.next() * band.band(noise.next()));
     endQuietly(sound);
     return sound;
 }
@@ -55,9 +50,9 @@ Stereo snareDrum(float tone, float length, float rattle) {
     Stereo sound(framesOf(length));
     Decay low(0.1f), high(0.06f), drop(0.02f), snap(0.035f), tail(length);
     Noise left(3), right(4), middle(5), wires(6);
-    StateVariable leftCut, rightCut, middleCut, crackLow, crackHigh;
-    leftCut.tune(2600, 0.6f);
-    rightCut.tune(2800, 0.6f);
+    Both<StateVariable> cut;
+    StateVariable middleCut, crackLow, crackHigh;
+    cut.tune({2600, 2800}, 0.6f);
     middleCut.tune(1700, 0.6f);
     crackLow.tune(2300, 0.9f);
     crackHigh.tune(4300, 0.9f);
@@ -70,8 +65,8 @@ Stereo snareDrum(float tone, float length, float rattle) {
         const float crack = 2.2f * crackLow.band(hit) + 2.4f * crackHigh.band(hit);
         const float fall = tail.next();
         const float shared = 0.4f * middleCut.high(wires.next());
-        sound.left[i] = head + rattle * (crack + fall * (shared + 0.16f * leftCut.high(left.next())));
-        sound.right[i] = head + rattle * (crack + fall * (shared + 0.16f * rightCut.high(right.next())));
+        const Sides rattling = shared + 0.16f * cut.high({left.next(), right.next()});
+        sound.set(i, head + rattle * (crack + fall * rattling));
     }
     saturate(sound, 4);
     Equalizer::highCut(11000).apply(sound);
@@ -84,17 +79,13 @@ Stereo handClap(float length) {
     Stereo sound(framesOf(length) + frameAt(hands.back()));
     for (size_t hand = 0; hand < hands.size(); hand++) {
         const bool last = hand + 1 == hands.size();
-        Noise left(20 + hand), right(30 + hand), middle(40 + hand);
-        StateVariable leftBand, rightBand;
-        leftBand.tune(1150 + 90 * hand, 1.3f);
-        rightBand.tune(1250 - 60 * hand, 1.3f);
+        WideNoise noise(20 + hand, 10);
+        Both<StateVariable> band;
+        band.tune({1150.0f + 90 * hand, 1250.0f - 60 * hand}, 1.3f);
         Decay fall(last ? length : 0.018f);
         const float lean = hand % 2 ? 0.35f : -0.35f;
-        for (size_t i = frameAt(hands[hand]); i < sound.frames(); i++) {
-            const float gain = 4 * fall.next(), shared = 0.8f * middle.next();
-            sound.left[i] += (1 - lean) * gain * leftBand.band(shared + 0.5f * left.next());
-            sound.right[i] += (1 + lean) * gain * rightBand.band(shared + 0.5f * right.next());
-        }
+        for (size_t i = frameAt(hands[hand]); i < sound.frames(); i++)
+            sound.add(i, Sides{1 - lean, 1 + lean} * (4 * fall.next()) * band.band(noise.next()));
     }
     Equalizer::lowCut(500).apply(sound);
     saturate(sound, 3);
@@ -108,13 +99,12 @@ Stereo hiHat(float length, float brightness, uint32_t seed) {
     Noise left(seed), right(seed + 100), middle(seed + 200);
     std::array<Wave, 6> metal;
     for (size_t i = 0; i < metal.size(); i++) metal[i] = Wave(0.5f + 0.49f * left.next());
-    StateVariable leftCut, rightCut, leftTop, rightTop, ring;
+    Both<StateVariable> cut, top;
+    StateVariable ring;
     // Every take has its own plates: cymbals that are struck again never ring alike.
     const float tune = 385 * (1 + 0.05f * middle.next()), centre = 6200 + 2600 * brightness;
-    leftCut.tune(centre * 0.8f, 0.9f);
-    rightCut.tune(centre * 0.84f, 0.9f);
-    leftTop.tune(centre * 1.25f, 0.7f);
-    rightTop.tune(centre * 1.25f, 0.7f);
+    cut.tune({centre * 0.8f, centre * 0.84f}, 0.9f);
+    top.tune(centre * 1.25f, 0.7f);
     ring.tune(centre, 0.9f);
     Decay fall(length), stroke(0.012f);
     for (size_t i = 0; i < sound.frames(); i++) {
@@ -123,8 +113,7 @@ Stereo hiHat(float length, float brightness, uint32_t seed) {
             plate += metal[each].pulse(stepOf(tune * plates[each]), 0.5f);
         plate = ring.band(0.35f * plate) + 0.6f * middle.next();
         const float level = 2.6f * fall.next() + 2 * stroke.next();
-        sound.left[i] = level * leftTop.low(leftCut.high(plate + 0.22f * left.next()));
-        sound.right[i] = level * rightTop.low(rightCut.high(plate + 0.22f * right.next()));
+        sound.set(i, level * top.low(cut.high(plate + 0.22f * Sides{left.next(), right.next()})));
     }
     endQuietly(sound);
     return sound;
@@ -133,20 +122,14 @@ Stereo hiHat(float length, float brightness, uint32_t seed) {
 Stereo crashCymbal(float length, uint32_t seed) {
     Stereo sound(framesOf(length));
     Noise left(seed), right(seed + 50), middle(seed + 90);
-    StateVariable leftCut, rightCut, leftTop, rightTop;
-    leftCut.tune(2300, 0.7f);
-    rightCut.tune(2500, 0.7f);
+    Both<StateVariable> cut, top;
+    cut.tune({2300, 2500}, 0.7f);
     std::array<float, 5> phase{};
     std::array<float, 5> modes = {2670, 3710, 5230, 6390, 8110};  // Hz
     for (float& mode : modes) mode *= 1 + 0.05f * middle.next();
     Decay fall(length), stroke(0.08f), dark(length * 0.6f);
     for (size_t i = 0; i < sound.frames(); i++) {
-        if (i % tuning == 0) {
-            const float top = 4500 + 8000 * dark.next();
-            for (size_t each = 1; each < tuning; each++) dark.next();
-            leftTop.tune(top, 0.6f);
-            rightTop.tune(top, 0.6f);
-        }
+        if (i % tuningInterval == 0) top.tune(4500 + 8000 * dark.next(tuningInterval), 0.6f);
         float metal = 0;
         for (size_t mode = 0; mode < modes.size(); mode++) {
             phase[mode] += stepOf(modes[mode] * (1 + 0.3f * metal));
@@ -156,8 +139,7 @@ Stereo crashCymbal(float length, uint32_t seed) {
         // Mostly the same on both sides, so that it is still a cymbal on one loudspeaker.
         metal += 0.85f * middle.next();
         const float level = 0.55f * fall.next() + 0.5f * stroke.next();
-        sound.left[i] = level * leftTop.low(leftCut.high(0.45f * left.next() + metal));
-        sound.right[i] = level * rightTop.low(rightCut.high(0.45f * right.next() + metal));
+        sound.set(i, level * top.low(cut.high(0.45f * Sides{left.next(), right.next()} + metal)));
     }
     endQuietly(sound);
     return sound;
@@ -173,8 +155,7 @@ Stereo tomDrum(float tone, float length) {
     for (size_t i = 0; i < sound.frames(); i++) {
         phase += stepOf(tone * (1 + 0.8f * drop.next()));
         const float head = sineOf(phase) + 0.3f * sineOf(phase * 1.59f);
-        sound.left[i] = sound.right[i] =
-            0.8f * body.next() * head + 0.5f * skin.next() * cut.low(noise.next());
+        sound.set(i, 0.8f * body.next() * head + 0.5f * skin.next() * cut.low(noise.next()));
     }
     saturate(sound, 4);
     endQuietly(sound);
@@ -197,17 +178,11 @@ Stereo boxKnock(float tone, float hardness) {
         float phase = 0;
         for (size_t i = 0; i < sound.frames(); i++) {
             phase += stepOf(tone * mode.ratio * (1 + 0.25f * drop.next()));
-            const float value = level * fall.next() * sineOf(phase);
-            sound.left[i] += (1 - lean) * value;
-            sound.right[i] += (1 + lean) * value;
+            sound.add(i, Sides{1 - lean, 1 + lean} * (level * fall.next() * sineOf(phase)));
         }
     }
     Decay stick(0.004f);
-    for (size_t i = 0; i < frameAt(0.02); i++) {
-        const float value = 0.6f * hardness * stick.next() * noise.next();
-        sound.left[i] += value;
-        sound.right[i] += value;
-    }
+    for (size_t i = 0; i < frameAt(0.02); i++) sound.add(i, 0.6f * hardness * stick.next() * noise.next());
     saturate(sound, 3);
     endQuietly(sound);
     return sound;
@@ -215,16 +190,14 @@ Stereo boxKnock(float tone, float hardness) {
 
 Stereo shaker(float length, uint32_t seed) {
     Stereo sound(framesOf(length));
-    Noise left(seed), right(seed + 10), middle(seed + 20);
-    StateVariable leftBand, rightBand;
-    leftBand.tune(7900, 1.1f);
-    rightBand.tune(8200, 1.1f);
+    WideNoise noise(seed, 10);
+    Both<StateVariable> band;
+    band.tune({7900, 8200}, 1.1f);
     Decay fall(length);
     const size_t rise = frameAt(0.006);
     for (size_t i = 0; i < sound.frames(); i++) {
-        const float level = 4 * fall.next() * std::min(1.0f, float(i) / rise), shared = 0.8f * middle.next();
-        sound.left[i] = level * leftBand.band(shared + 0.5f * left.next());
-        sound.right[i] = level * rightBand.band(shared + 0.5f * right.next());
+        const float level = 4 * fall.next() * std::min(1.0f, float(i) / rise);
+        sound.set(i, level * band.band(noise.next()));
     }
     endQuietly(sound);
     return sound;
@@ -239,8 +212,7 @@ Stereo tick(float tone) {
     float phase = 0;
     for (size_t i = 0; i < sound.frames(); i++) {
         phase += stepOf(tone);
-        const float value = 1.2f * ring.next() * sineOf(phase) + 4 * band.band(noise.next()) * stroke.next();
-        sound.left[i] = sound.right[i] = value;
+        sound.set(i, 1.2f * ring.next() * sineOf(phase) + 4 * band.band(noise.next()) * stroke.next());
     }
     endQuietly(sound);
     return sound;
@@ -248,24 +220,20 @@ Stereo tick(float tone) {
 
 Stereo impact(float length, float depth) {
     Stereo sound(framesOf(length));
-    Noise left(15), right(16), middle(17);
-    StateVariable leftCut, rightCut;
+    WideNoise noise(15);
+    Both<StateVariable> cut;
     Decay boom(length * 0.8f), drop(length * 0.35f), burst(length * 0.5f), dark(length * 0.45f),
         metal(length * 0.6f);
     float phase = 0, ring = 0;
     for (size_t i = 0; i < sound.frames(); i++) {
         const float openness = dark.next();
-        if (i % tuning == 0) {
-            leftCut.tune(160 + 7000 * openness * openness, 0.7f);
-            rightCut.tune(150 + 7400 * openness * openness, 0.7f);
-        }
+        if (i % tuningInterval == 0)
+            cut.tune({160 + 7000 * openness * openness, 150 + 7400 * openness * openness}, 0.7f);
         phase += stepOf(34 + 90 * drop.next());
         ring += stepOf(97);
         const float low = depth * boom.next() * sineOf(phase);
         const float clang = 0.16f * metal.next() * sineOf(ring + 0.5f * openness * sineOf(ring * 2.76f));
-        const float level = 0.55f * burst.next(), shared = 0.8f * middle.next();
-        sound.left[i] = low + clang + level * leftCut.low(shared + 0.5f * left.next());
-        sound.right[i] = low + clang + level * rightCut.low(shared + 0.5f * right.next());
+        sound.set(i, low + clang + 0.55f * burst.next() * cut.low(noise.next()));
     }
     saturate(sound, 5);
     endQuietly(sound);
@@ -280,8 +248,7 @@ Stereo repitched(const Stereo& take, float semitones) {
     for (size_t i = 0; i < sound.frames(); i++) {
         const size_t at = size_t(i * rate), next = std::min(at + 1, take.frames() - 1);
         const float part = float(i * rate - at);
-        sound.left[i] = take.left[at] + part * (take.left[next] - take.left[at]);
-        sound.right[i] = take.right[at] + part * (take.right[next] - take.right[at]);
+        sound.set(i, take.at(at) + part * (take.at(next) - take.at(at)));
     }
     return sound;
 }
@@ -302,71 +269,71 @@ Instrument struck(std::vector<Stereo> takes, float base) {
     };
 }
 
+namespace {
+
+// How far a note's noise is.
+struct Moment {
+    float seconds, way;  // way: 0..1
+    float ending;        // 1, and down to 0 over the last frames
+};
+
+// Noise of a note through a band. `centre` (Hz) and `level` tell what both sides have at a moment.
+template <class Centre, class Level>
+void blow(const Note& note, uint32_t seed, float resonance, Stereo& out, Centre centre, Level level) {
+    WideNoise noise(seed);
+    Both<StateVariable> band;
+    const size_t at = frameAt(note.start), frames = frameAt(note.length);
+    for (size_t i = 0; i < frames && at + i < out.frames(); i++) {
+        const Moment now = {float(i) / sampleRate, float(i) / frames,
+                            std::min(1.0f, float(frames - i) / 200)};
+        if (i % tuningInterval == 0) band.tune(centre(now), resonance);
+        out.add(at + i, level(now) * band.band(noise.next()));
+    }
+}
+
+}  // namespace
+
 void playRiser(std::span<const Note> notes, Stereo& out) {
     for (const Note& note : notes) {
-        Noise left(41), right(42), middle(43);
-        StateVariable leftBand, rightBand;
-        const size_t at = frameAt(note.start), frames = frameAt(note.length);
-        const float octaves = 2 + 3 * note.brightness;
-        for (size_t i = 0; i < frames && at + i < out.frames(); i++) {
-            const float way = float(i) / frames;
-            if (i % tuning == 0) {
-                const float hertz = 260 * std::exp2(octaves * way);
-                leftBand.tune(hertz, 1.6f);
-                rightBand.tune(hertz * 1.05f, 1.6f);
-            }
-            const float swell = note.velocity * way * way * std::min(1.0f, float(frames - i) / 200);
-            const float shared = 0.8f * middle.next();
-            out.left[at + i] += swell * leftBand.band(shared + 0.5f * left.next());
-            out.right[at + i] += swell * rightBand.band(shared + 0.5f * right.next());
-        }
+        const auto centre = [&](const Moment& now) {
+            const float hertz = 260 * std::exp2((2 + 3 * note.brightness) * now.way);
+            return Sides{hertz, hertz * 1.05f};
+        };
+        const auto level = [&](const Moment& now) { return note.velocity * now.way * now.way * now.ending; };
+        blow(note, 41, 1.6f, out, centre, level);
     }
 }
 
 void playClimb(std::span<const Note> notes, Stereo& out) {
     for (const Note& note : notes) {
         Supersaw saws(0.25f, 0.5f, 7);
-        Ladder leftCut, rightCut;
+        Both<Ladder> filter;
         const size_t at = frameAt(note.start), frames = frameAt(note.length);
-        float turn = 0;
         for (size_t i = 0; i < frames && at + i < out.frames(); i++) {
             const float way = float(i) / frames;
-            if (i % tuning == 0) {
+            if (i % tuningInterval == 0) {
                 saws.tune(hertzOf(note.pitch + 12 * way));
-                const float cut = 300 * std::exp2((2 + 3 * note.brightness) * way);
-                leftCut.tune(cut, 0.5f);
-                rightCut.tune(cut, 0.5f);
+                filter.tune(300 * std::exp2((2 + 3 * note.brightness) * way), 0.5f);
             }
             // Sixteen gates a note in its first half, as many in the next quarter, and so on.
             const float gates = -16 * std::log2(std::max(1.0f / 32, 1 - way)) / (note.length > 3 ? 1 : 2);
-            turn = gates - std::floor(gates);
+            const float turn = gates - std::floor(gates);
             const float open = std::min(1.0f, 8 * turn) * std::min(1.0f, 3 * (1 - turn));
-            float a, b;
-            saws.next(a, b);
             const float swell = note.velocity * (0.2f + 0.8f * way * way) *
                                 std::min(1.0f, float(frames - i) / 200) * (0.25f + 0.75f * open);
-            out.left[at + i] += swell * leftCut.next(a);
-            out.right[at + i] += swell * rightCut.next(b);
+            out.add(at + i, swell * filter.next(saws.next()));
         }
     }
 }
 
 void playFall(std::span<const Note> notes, Stereo& out) {
+    const auto centre = [](const Moment& now) {
+        const float hertz = 9000 * std::exp2(-5 * now.way);
+        return Sides{hertz, hertz * 0.92f};
+    };
     for (const Note& note : notes) {
-        Noise left(43), right(44), middle(45);
-        StateVariable leftBand, rightBand;
-        const size_t at = frameAt(note.start), frames = frameAt(note.length);
-        for (size_t i = 0; i < frames && at + i < out.frames(); i++) {
-            const float way = float(i) / frames;
-            if (i % tuning == 0) {
-                const float hertz = 9000 * std::exp2(-5 * way);
-                leftBand.tune(hertz, 0.9f);
-                rightBand.tune(hertz * 0.92f, 0.9f);
-            }
-            const float level = note.velocity * (1 - way) * (1 - way), shared = 0.8f * middle.next();
-            out.left[at + i] += level * leftBand.band(shared + 0.5f * left.next());
-            out.right[at + i] += level * rightBand.band(shared + 0.5f * right.next());
-        }
+        const auto level = [&](const Moment& now) { return note.velocity * (1 - now.way) * (1 - now.way); };
+        blow(note, 43, 0.9f, out, centre, level);
     }
 }
 
@@ -376,32 +343,24 @@ void playReverse(std::span<const Note> notes, Stereo& out) {
     std::reverse(crash.right.begin(), crash.right.end());
     for (const Note& note : notes) {
         const size_t frames = std::min(frameAt(note.length), crash.frames());
-        const size_t skipped = crash.frames() - frames, at = frameAt(note.start);
-        Stereo part(frames);
-        std::copy(crash.left.begin() + skipped, crash.left.end(), part.left.begin());
-        std::copy(crash.right.begin() + skipped, crash.right.end(), part.right.begin());
+        Stereo part = sliceOf(crash, crash.frames() - frames, crash.frames());
         fadeEnds(part, note.length * 0.3f, 0.002f);
-        mixAt(out, part, at, note.velocity);
+        mixAt(out, part, std::ptrdiff_t(frameAt(note.start)), note.velocity);
     }
 }
 
 void playWind(std::span<const Note> notes, Stereo& out) {
     for (const Note& note : notes) {
-        Noise left(51), right(52), middle(53);
-        StateVariable leftBand, rightBand;
-        const size_t at = frameAt(note.start), frames = frameAt(note.length);
-        const float centre = 400 * std::exp2(4 * note.brightness);
-        for (size_t i = 0; i < frames && at + i < out.frames(); i++) {
-            const float seconds = float(i) / sampleRate, way = float(i) / frames;
-            if (i % tuning == 0) {
-                leftBand.tune(centre * std::exp2(0.7f * sineOf(0.13f * seconds)), 4);
-                rightBand.tune(centre * std::exp2(0.7f * sineOf(0.13f * seconds + 0.05f)), 4);
-            }
-            const float swell = note.velocity * sineOf(way / 2);
-            const float drift = 0.4f * sineOf(0.17f * seconds), shared = 0.8f * middle.next();
-            out.left[at + i] += swell * (1 - drift) * leftBand.band(shared + 0.5f * left.next());
-            out.right[at + i] += swell * (1 + drift) * rightBand.band(shared + 0.5f * right.next());
-        }
+        const float middle = 400 * std::exp2(4 * note.brightness);
+        const auto drifting = [&](float turns) { return middle * std::exp2(0.7f * sineOf(turns)); };
+        const auto centre = [&](const Moment& now) {
+            return Sides{drifting(0.13f * now.seconds), drifting(0.13f * now.seconds + 0.05f)};
+        };
+        const auto level = [&](const Moment& now) {
+            const float drift = 0.4f * sineOf(0.17f * now.seconds);
+            return note.velocity * sineOf(now.way / 2) * Sides{1 - drift, 1 + drift};
+        };
+        blow(note, 51, 4, out, centre, level);
     }
 }
 

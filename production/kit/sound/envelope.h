@@ -16,9 +16,7 @@ class Envelope {
 public:
     Envelope(const Adsr& shape, float length);
     float next();
-    // True when the release has run out and every later value is 0.
-    bool done() const { return frame > held && level < 0.0005f; }
-    // Frames until done() at the latest: what a note needs of the buffer it is played into.
+    // Frames until the release has run out: what a note needs of the buffer it is played into.
     size_t frames() const { return held + tail; }
 
 private:
@@ -30,9 +28,10 @@ private:
 class Decay {
 public:
     explicit Decay(float seconds);
-    float next() {
+    // The level before so many frames of its fall.
+    float next(size_t frames = 1) {
         const float now = level;
-        level *= keep;
+        while (frames--) level *= keep;
         return now;
     }
 

@@ -64,15 +64,17 @@ double angleOf(float hertz) {
     return 2 * std::numbers::pi * hertz / sampleRate;
 }
 
+constexpr float flat = 0.707f;  // resonance of a cut
+
 }  // namespace
 
-Equalizer Equalizer::lowCut(float hertz, float resonance) {
-    const double w = angleOf(hertz), c = std::cos(w), alpha = std::sin(w) / (2 * resonance);
+Equalizer Equalizer::lowCut(float hertz) {
+    const double w = angleOf(hertz), c = std::cos(w), alpha = std::sin(w) / (2 * flat);
     return {(1 + c) / 2, -(1 + c), (1 + c) / 2, 1 + alpha, -2 * c, 1 - alpha};
 }
 
-Equalizer Equalizer::highCut(float hertz, float resonance) {
-    const double w = angleOf(hertz), c = std::cos(w), alpha = std::sin(w) / (2 * resonance);
+Equalizer Equalizer::highCut(float hertz) {
+    const double w = angleOf(hertz), c = std::cos(w), alpha = std::sin(w) / (2 * flat);
     return {(1 - c) / 2, 1 - c, (1 - c) / 2, 1 + alpha, -2 * c, 1 - alpha};
 }
 
@@ -97,16 +99,19 @@ Equalizer Equalizer::bell(float hertz, float decibels, float octaves) {
     return {1 + alpha * A, -2 * c, 1 - alpha * A, 1 + alpha / A, -2 * c, 1 - alpha / A};
 }
 
-void Equalizer::apply(Stereo& sound) const {
-    for (std::vector<float>* side : {&sound.left, &sound.right}) {
-        double s1 = 0, s2 = 0;
-        for (float& sample : *side) {
-            const double in = sample, out = b0 * in + s1;
-            s1 = b1 * in - a1 * out + s2;
-            s2 = b2 * in - a2 * out;
-            sample = float(out);
-        }
+void Equalizer::apply(std::vector<float>& samples) const {
+    double s1 = 0, s2 = 0;
+    for (float& sample : samples) {
+        const double in = sample, out = b0 * in + s1;
+        s1 = b1 * in - a1 * out + s2;
+        s2 = b2 * in - a2 * out;
+        sample = float(out);
     }
+}
+
+void Equalizer::apply(Stereo& sound) const {
+    apply(sound.left);
+    apply(sound.right);
 }
 
 }  // namespace audio

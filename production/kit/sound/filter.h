@@ -2,10 +2,14 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
+#include <vector>
 
 #include "production/kit/sound/signal.h"
 
 namespace audio {
+
+constexpr size_t tuningInterval = 16;  // frames between changes of a cut-off that moves
 
 // 6 dB an octave.
 class OnePole {
@@ -60,15 +64,32 @@ private:
     std::array<float, 4> state{};
 };
 
+// A filter for each side.
+template <class Filter>
+struct Both {
+    Filter left, right;
+
+    template <class... Resonance>
+    void tune(Sides hertz, Resonance... resonance) {
+        left.tune(hertz.left, resonance...);
+        right.tune(hertz.right, resonance...);
+    }
+    Sides low(Sides in) { return {left.low(in.left), right.low(in.right)}; }
+    Sides band(Sides in) { return {left.band(in.left), right.band(in.right)}; }
+    Sides high(Sides in) { return {left.high(in.left), right.high(in.right)}; }
+    Sides next(Sides in) { return {left.next(in.left), right.next(in.right)}; }
+};
+
 // Second-order shapes for the mix (Bristow-Johnson, "Cookbook formulae for audio equalizer coefficients").
 class Equalizer {
 public:
-    static Equalizer lowCut(float hertz, float resonance = 0.707f);
-    static Equalizer highCut(float hertz, float resonance = 0.707f);
+    static Equalizer lowCut(float hertz);
+    static Equalizer highCut(float hertz);
     static Equalizer lowShelf(float hertz, float decibels);
     static Equalizer highShelf(float hertz, float decibels);
     static Equalizer bell(float hertz, float decibels, float octaves);
-    // Over a whole sound, both sides.
+    // Over a whole sound.
+    void apply(std::vector<float>& samples) const;
     void apply(Stereo& sound) const;
 
 private:

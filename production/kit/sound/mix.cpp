@@ -7,6 +7,7 @@
 #include <thread>
 
 #include "production/kit/sound/arrangement.h"
+#include "production/kit/sound/dynamics.h"
 #include "production/kit/sound/filter.h"
 
 namespace audio {
@@ -41,9 +42,9 @@ Run playRun(const Part& part, std::vector<Note> notes) {
     const Channel& channel = part.channel;
     if (channel.lowCut > 20) Equalizer::lowCut(channel.lowCut).apply(run.sound);
     if (channel.highCut < 20000) Equalizer::highCut(channel.highCut).apply(run.sound);
-    if (channel.chorus > 0) chorus(run.sound, 1, channel.chorus);
+    if (channel.chorus > 0) chorus(run.sound, channel.chorus);
     if (channel.width != 1) widen(run.sound, channel.width);
-    if (channel.monoBelow > 0) centreBelow(run.sound, channel.monoBelow);
+    if (channel.monoBelow > 0) shapeSides(run.sound, {Equalizer::lowCut(channel.monoBelow)});
     return run;
 }
 
@@ -145,7 +146,7 @@ void sumUp(const Song& song, const std::vector<float>& ducking, Buses& buses) {
         clip(buses.drums, song.drums);
         if (!silent(buses.room)) reverberate(buses.room, song.room);
     });
-    if (!silent(buses.echo)) pingPong(buses.echo, 45 / song.beatsPerMinute, song.echoFeedback, 300, 5000);
+    if (!silent(buses.echo)) pingPong(buses.echo, 45 / song.beatsPerMinute, {song.echoFeedback, 300, 5000});
     mixAt(buses.hall, buses.echo, 0, 0.3f);
     if (!silent(buses.hall)) reverberate(buses.hall, song.hall);
     duck(buses.hall, ducking, 0.35f, buses.origin);

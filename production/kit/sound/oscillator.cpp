@@ -50,12 +50,6 @@ float Wave::sine(float step) {
     return value;
 }
 
-float Wave::triangle(float step) {
-    const float value = 1 - 4 * std::fabs(phase - 0.5f);
-    advance(step);
-    return value;
-}
-
 Supersaw::Supersaw(float detune, float spread, uint32_t seed) {
     // Unevenly spaced, so that no two pairs of saws beat at one rate.
     constexpr std::array<float, count> offset = {-1.0f, -0.62f, -0.29f, -0.07f, 0.11f, 0.33f, 0.58f, 0.97f};
@@ -80,8 +74,8 @@ void Supersaw::tune(float hertz) {
     }
 }
 
-void Supersaw::next(float& left, float& right) {
-    float sumLeft = 0, sumRight = 0;
+Sides Supersaw::next() {
+    float left = 0, right = 0;
     for (int i = 0; i < count; i++) {
         float x = phase[i] + step[i];
         x -= x >= 1 ? 2.0f : 0.0f;
@@ -89,11 +83,10 @@ void Supersaw::next(float& left, float& right) {
         const float saw = (parabola - square[i]) * scale[i];
         phase[i] = x;
         square[i] = parabola;
-        sumLeft += saw * leftGain[i];
-        sumRight += saw * rightGain[i];
+        left += saw * leftGain[i];
+        right += saw * rightGain[i];
     }
-    left = sumLeft;
-    right = sumRight;
+    return {left, right};
 }
 
 }  // namespace audio

@@ -31,6 +31,21 @@ private:
     uint32_t state;
 };
 
+// White noise of which the sides have the most in common, so that it is still there on one loudspeaker.
+class WideNoise {
+public:
+    // Its three sequences have seeds that far apart.
+    explicit WideNoise(uint32_t seed, uint32_t apart = 1)
+        : left(seed), right(seed + apart), middle(seed + 2 * apart) {}
+    Sides next() {
+        const float shared = 0.8f * middle.next();
+        return shared + 0.5f * Sides{left.next(), right.next()};
+    }
+
+private:
+    Noise left, right, middle;
+};
+
 // Sawtooth and pulse whose steps are rounded by a polynomial (PolyBLEP; Välimäki and Huovilainen 2007).
 class Wave {
 public:
@@ -38,7 +53,6 @@ public:
     float saw(float step);
     float pulse(float step, float width);  // width: the share of a turn that is high, 0..1
     float sine(float step);
-    float triangle(float step);
 
 private:
     void advance(float step) {
@@ -56,7 +70,7 @@ public:
     // field; seed: where in its turn each saw starts.
     Supersaw(float detune, float spread, uint32_t seed);
     void tune(float hertz);
-    void next(float& left, float& right);
+    Sides next();
 
 private:
     static constexpr int count = 8;

@@ -9,11 +9,34 @@ namespace audio {
 
 constexpr int sampleRate = 44100;
 
+// One frame, or what each side has of something else; a single number is for both.
+struct Sides {
+    float left, right;
+
+    Sides(float both) : left(both), right(both) {}
+    Sides(float left, float right) : left(left), right(right) {}
+};
+inline Sides operator+(Sides a, Sides b) {
+    return {a.left + b.left, a.right + b.right};
+}
+inline Sides operator-(Sides a, Sides b) {
+    return {a.left - b.left, a.right - b.right};
+}
+inline Sides operator*(Sides a, Sides b) {
+    return {a.left * b.left, a.right * b.right};
+}
+
 struct Stereo {
     std::vector<float> left, right;
 
     explicit Stereo(size_t frames = 0) : left(frames, 0.0f), right(frames, 0.0f) {}
     size_t frames() const { return left.size(); }
+    Sides at(size_t frame) const { return {left[frame], right[frame]}; }
+    void set(size_t frame, Sides sides) {
+        left[frame] = sides.left;
+        right[frame] = sides.right;
+    }
+    void add(size_t frame, Sides sides) { set(frame, at(frame) + sides); }
 };
 
 // The frame nearest to a time in seconds; times before 0 count as 0.
@@ -29,6 +52,9 @@ float hertzOf(float pitch);
 inline float rounded(float x) {
     const float held = std::clamp(x, -3.0f, 3.0f);
     return held * (27 + held * held) / (27 + 9 * held * held);
+}
+inline Sides rounded(Sides sides) {
+    return {rounded(sides.left), rounded(sides.right)};
 }
 
 // Adds `from` to `to` with its first frame on `at`; what would lie before or past `to` is left out.

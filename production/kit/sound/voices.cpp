@@ -11,8 +11,6 @@ namespace audio {
 
 namespace {
 
-constexpr size_t tuning = 16;  // frames between changes of a filter's cut-off
-
 // From low at way 0 to high at way 1, in equal steps to the ear.
 float between(float low, float high, float way) {
     return low * std::pow(high / low, way);
@@ -23,36 +21,37 @@ uint32_t seedOf(const Note& note) {
     return uint32_t(std::lround((note.beat + 64) * 48)) * 131 + uint32_t(note.pitch) + 1;
 }
 
-size_t lastFrame(const Note& note, size_t frames, const Stereo& out) {
-    return std::min(out.frames(), frameAt(note.start) + frames);
+// Plays one note. `tune` is called for its first frame, and for each so many frames further on, with the
+// frames since the first; `next` gives every frame's sound.
+template <class Tune, class Next>
+void playNote(const Note& note, const Adsr& shape, float voiceGain, size_t interval, Stereo& out, Tune tune,
+              Next next) {
+    Envelope level(shape, note.length);
+    const float gain = voiceGain * note.velocity;
+    const size_t from = frameAt(note.start), end = std::min(out.frames(), from + level.frames());
+    for (size_t i = from; i < end; i++) {
+        if ((i - from) % interval == 0) tune(i - from);
+        out.add(i, gain * level.next() * next());
+    }
 }
 
 void playSaws(const SawVoice& voice, std::span<const Note> notes, Stereo& out) {
     for (const Note& note : notes) {
-        Envelope level(voice.level, note.length);
-        Decay closing(std::max(0.001f, voice.sweep));
+        Decay closing(voice.sweep);
         Supersaw saws(voice.detune, voice.spread, seedOf(note));
         saws.tune(hertzOf(note.pitch));
-        StateVariable left, right;
+        Both<StateVariable> filter;
         const float open = between(voice.darkest, voice.brightest, note.brightness);
         const float closed = std::min(open, 1.5f * hertzOf(note.pitch));
         const float bloom = voice.bloom * sampleRate;
-        const float gain = voice.gain * note.velocity;
-        const size_t from = frameAt(note.start), end = lastFrame(note, level.frames(), out);
-        for (size_t i = from; i < end; i++) {
-            const float way = voice.sweep > 0 ? closing.next() : 1;
-            if ((i - from) % tuning == 0) {
-                const float opened = bloom > 0 ? std::min(1.0f, float(i - from) / bloom) : 1;
-                const float cut = closed + (open - closed) * way * opened;
-                left.tune(cut, voice.resonance);
-                right.tune(cut * 1.04f, voice.resonance);
-            }
-            float a, b;
-            saws.next(a, b);
-            const float loudness = gain * level.next();
-            out.left[i] += loudness * left.low(a);
-            out.right[i] += loudness * right.low(b);
-        }
+        const auto tune = [&](size_t frame) {
+            const float way = voice.sweep > 0 ? closing.next(tuningInterval) : 1;
+            const float opened = bloom > 0 ? std::min(1.0f, float(frame) / bloom) : 1;
+            const float cut = closed + (open - closed) * way * opened;
+            filter.tune({cut, cut * 1.04f}, voice.resonance);
+        };
+        playNote(note, voice.level, voice.gain, tuningInterval, out, tune,
+                 [&] { return filter.low(saws.next()); });
     }
 }
 
@@ -63,9 +62,9 @@ void playPhrase(const LeadVoice& voice, std::span<const Note> phrase, Stereo& ou
     Envelope level({0.006f, 1.5f, 0.8f, voice.release}, length);
     Supersaw saws(voice.detune, voice.spread, seedOf(phrase.front()));
     Wave hollow;
-    Ladder left, right;
+    Both<Ladder> filter;
     Decay stroke(0.25f);
-    const float glide = 1 - std::exp(-float(tuning) / std::max(1.0f, voice.glide * sampleRate / 3));
+    const float glide = 1 - std::exp(-float(tuningInterval) / std::max(1.0f, voice.glide * sampleRate / 3));
     const size_t dip = frameAt(0.03);
     const float above = 12 * voice.above;
     float pitch = phrase.front().pitch + above, hertz = hertzOf(pitch), swing = 0;
@@ -82,25 +81,21 @@ void playPhrase(const LeadVoice& voice, std::span<const Note> phrase, Stereo& ou
         }
         const Note& note = phrase[current];
         const float accent = stroke.next();
-        if ((i - from) % tuning == 0) {
+        if ((i - from) % tuningInterval == 0) {
             pitch += glide * (note.pitch + above - pitch);
-            swing += stepOf(5.6f) * tuning;
+            swing += stepOf(5.6f) * tuningInterval;
             const float depth =
                 voice.vibrato * std::clamp((float(held) / sampleRate - 0.25f) * 3, 0.0f, 1.0f);
             hertz = hertzOf(pitch + depth * sineOf(swing));
             saws.tune(hertz);
             const float open = between(voice.darkest, voice.brightest, note.brightness);
             const float cut = open * (0.55f + 0.45f * accent);
-            left.tune(cut, voice.resonance);
-            right.tune(cut * 1.03f, voice.resonance);
+            filter.tune({cut, cut * 1.03f}, voice.resonance);
         }
-        float a, b;
-        saws.next(a, b);
         const float pulse = 0.9f * voice.hollow * hollow.pulse(stepOf(hertz / 2), 0.42f);
         const float attack = struck && held < dip ? 0.25f + 0.75f * float(held) / dip : 1;
         const float loudness = voice.gain * note.velocity * attack * level.next();
-        out.left[i] += loudness * left.next((1 - voice.hollow) * a + pulse);
-        out.right[i] += loudness * right.next((1 - voice.hollow) * b + pulse);
+        out.add(i, loudness * filter.next((1 - voice.hollow) * saws.next() + pulse));
     }
 }
 
@@ -116,33 +111,32 @@ void playLead(const LeadVoice& voice, std::span<const Note> notes, Stereo& out) 
     }
 }
 
+// What a bass has on each side. Both begin their turns together: what is apart at the start cancels in the
+// middle.
+struct BassSaws {
+    Wave saw{0.1f}, high{0.3f};
+
+    float next(float step) { return saw.saw(step) + 0.6f * high.pulse(2 * step, 0.4f); }
+};
+
 void playBass(const BassVoice& voice, std::span<const Note> notes, Stereo& out) {
     for (const Note& note : notes) {
-        Envelope level(voice.level, note.length);
-        Decay closing(std::max(0.001f, voice.sweep));
-        // Both sides begin their turns together: what is apart at the start cancels in the middle.
-        Wave sub, left(0.1f), right(0.1f), leftHigh(0.3f), rightHigh(0.3f);
-        Ladder leftFilter, rightFilter;
+        Decay closing(voice.sweep);
+        Wave sub;
+        BassSaws left, right;
+        Both<Ladder> filter;
         const float hertz = hertzOf(note.pitch), bend = std::exp2(voice.detune / 24);
         const float leftStep = stepOf(hertz / bend), rightStep = stepOf(hertz * bend);
         const float open = between(voice.darkest, voice.brightest, note.brightness);
         const float drive = gainOf(voice.drive), back = 1 / std::sqrt(drive);
-        const float gain = voice.gain * note.velocity;
-        const size_t from = frameAt(note.start), end = lastFrame(note, level.frames(), out);
-        for (size_t i = from; i < end; i++) {
-            const float way = voice.sweep > 0 ? closing.next() : 1;
-            if ((i - from) % tuning == 0) {
-                const float cut = 80 + open * (0.12f + 0.88f * way);
-                leftFilter.tune(cut, voice.resonance);
-                rightFilter.tune(cut, voice.resonance);
-            }
-            const float a = left.saw(leftStep) + 0.6f * leftHigh.pulse(2 * leftStep, 0.4f);
-            const float b = right.saw(rightStep) + 0.6f * rightHigh.pulse(2 * rightStep, 0.4f);
-            const float middle = voice.sub * sub.sine(stepOf(hertz));
-            const float loudness = gain * level.next();
-            out.left[i] += loudness * (middle + back * leftFilter.next(0.5f * drive * a));
-            out.right[i] += loudness * (middle + back * rightFilter.next(0.5f * drive * b));
-        }
+        const auto tune = [&](size_t) {
+            const float way = voice.sweep > 0 ? closing.next(tuningInterval) : 1;
+            filter.tune(80 + open * (0.12f + 0.88f * way), voice.resonance);
+        };
+        playNote(note, voice.level, voice.gain, tuningInterval, out, tune, [&] {
+            const Sides saws = {left.next(leftStep), right.next(rightStep)};
+            return voice.sub * sub.sine(stepOf(hertz)) + back * filter.next(0.5f * drive * saws);
+        });
     }
 }
 
@@ -150,8 +144,8 @@ void playBells(const BellVoice& voice, std::span<const Note> notes, Stereo& out)
     for (const Note& note : notes) {
         // High bells die sooner, as real ones do.
         const float fall = voice.fall * std::exp2((72 - note.pitch) / 36);
-        const size_t from = frameAt(note.start), frames = frameAt(fall * 1.6f);
-        const size_t end = lastFrame(note, frames, out), rise = 40;
+        const size_t from = frameAt(note.start), rise = 40;
+        const size_t end = std::min(out.frames(), from + frameAt(fall * 1.6f));
         const float bend = std::exp2(voice.shimmer / 24);
         const std::array<float, 2> steps = {stepOf(hertzOf(note.pitch) / bend),
                                             stepOf(hertzOf(note.pitch) * bend)};
@@ -169,8 +163,8 @@ void playBells(const BellVoice& voice, std::span<const Note> notes, Stereo& out)
                 carrier[side] -= carrier[side] >= 1 ? 1.0f : 0.0f;
                 modulator[side] -= std::floor(modulator[side]);
             }
-            out.left[i] += loudness * sineOf(carrier[0] + turns * sineOf(modulator[0]));
-            out.right[i] += loudness * sineOf(carrier[1] + turns * sineOf(modulator[1]));
+            out.add(i, loudness * Sides{sineOf(carrier[0] + turns * sineOf(modulator[0])),
+                                        sineOf(carrier[1] + turns * sineOf(modulator[1]))});
         }
     }
 }
@@ -188,9 +182,11 @@ constexpr std::array<Vowel, 5> vowels = {{
 }};
 
 struct Formants {
-    std::array<StateVariable, 4> filters;
+    std::array<float, 4> lift = {1, 1, 1, 1};  // of each one's gain
+    std::array<StateVariable, 4> filters{};
     std::array<float, 4> gains{};
 
+    // vowel: 0..1, a place in the table.
     void shape(float vowel, float size) {
         const float place = std::clamp(vowel, 0.0f, 1.0f) * (vowels.size() - 1);
         const size_t low = std::min<size_t>(size_t(place), vowels.size() - 2);
@@ -200,7 +196,7 @@ struct Formants {
             filters[i].tune(hertz, hertz / (70 + 20 * i));
             const float loudness =
                 vowels[low].decibels[i] + way * (vowels[low + 1].decibels[i] - vowels[low].decibels[i]);
-            gains[i] = gainOf(loudness);
+            gains[i] = lift[i] * gainOf(loudness);
         }
     }
     float next(float in) {
@@ -208,92 +204,78 @@ struct Formants {
         for (size_t i = 0; i < filters.size(); i++) sum += gains[i] * filters[i].band(in);
         return sum;
     }
-    // With the upper formants as loud as a shout has them.
-    float bright(float in) {
-        constexpr std::array<float, 4> lift = {1, 1.8f, 4, 4};
-        float sum = 0;
-        for (size_t i = 0; i < filters.size(); i++) sum += lift[i] * gains[i] * filters[i].band(in);
-        return sum;
-    }
 };
 
 void sing(const SingingVoice& voice, std::span<const Note> notes, Stereo& out) {
+    constexpr size_t interval = 4 * tuningInterval;
     for (const Note& note : notes) {
-        Envelope level(voice.level, note.length);
         const uint32_t seed = seedOf(note);
         Noise noise(seed);
         Supersaw saws(0.13f, 0.7f, seed);
-        Formants left, right;
+        Both<Formants> mouth;
         // Higher voices sit in smaller heads.
         const float size = std::exp2((note.pitch - 55) / 60);
         float swing = 0.1f * float(seed % 7);
-        const size_t from = frameAt(note.start), end = lastFrame(note, level.frames(), out);
-        for (size_t i = from; i < end; i++) {
-            if ((i - from) % (4 * tuning) == 0) {
-                const float seconds = float(i - from) / sampleRate;
-                const float open = voice.opening > 0 ? std::min(1.0f, seconds / voice.opening) : 1;
-                left.shape(note.brightness * open, size);
-                right.shape(note.brightness * open, size * 1.02f);
-                swing += stepOf(5.2f) * 4 * tuning;
-                saws.tune(hertzOf(note.pitch + voice.vibrato * std::min(1.0f, seconds * 2) * sineOf(swing)));
-            }
-            float a, b;
-            saws.next(a, b);
-            const float breath = voice.breath * noise.next();
-            const float loudness = voice.gain * note.velocity * level.next();
-            out.left[i] += loudness * left.next(a + breath);
-            out.right[i] += loudness * right.next(b + breath);
-        }
+        const auto tune = [&](size_t frame) {
+            const float seconds = float(frame) / sampleRate;
+            const float open = voice.opening > 0 ? std::min(1.0f, seconds / voice.opening) : 1;
+            mouth.left.shape(note.brightness * open, size);
+            mouth.right.shape(note.brightness * open, size * 1.02f);
+            swing += stepOf(5.2f) * interval;
+            saws.tune(hertzOf(note.pitch + voice.vibrato * std::min(1.0f, seconds * 2) * sineOf(swing)));
+        };
+        playNote(note, voice.level, voice.gain, interval, out, tune,
+                 [&] { return mouth.next(saws.next() + voice.breath * noise.next()); });
     }
 }
 
-void playGrowl(const GrowlVoice& voice, std::span<const Note> notes, Stereo& out) {
-    for (const Note& note : notes) {
-        Envelope level(voice.level, note.length);
-        Wave saw(0.1f), low(0.3f), left(0.2f), right(0.2f);
-        Ladder body;
-        Formants mouth, leftMouth, rightMouth;
-        StateVariable teeth, leftTeeth, rightTeeth, leftTop, rightTop;
-        // Above, each turn of the saw would tick like a stroke of its own.
-        leftTop.tune(2400, 0.707f);
-        rightTop.tune(2400, 0.707f);
-        const float hertz = hertzOf(note.pitch), bend = std::exp2(voice.detune / 24);
-        const float drive = gainOf(voice.drive);
-        const double bar = std::floor(note.beat / 4);
-        const float rate = voice.rates[size_t(bar + 64) % voice.rates.size()];
-        const float beatsPerFrame = voice.beatsPerSecond / sampleRate;
-        float beat = float(note.beat - 4 * bar);
-        const size_t from = frameAt(note.start), end = lastFrame(note, level.frames(), out);
-        for (size_t i = from; i < end; i++, beat += beatsPerFrame) {
-            if ((i - from) % tuning == 0) {
-                // Most open on the bar's first beat.
-                const float swing = 0.5f + 0.5f * sineOf(beat * rate + 0.25f);
-                const float vowel = voice.from + (voice.to - voice.from) * swing * (0.4f + note.brightness);
-                mouth.shape(vowel, voice.size);
-                leftMouth.shape(vowel, voice.size * 0.97f);
-                rightMouth.shape(vowel, voice.size * 1.03f);
-                body.tune(180 + 1400 * swing * note.brightness, 0.3f);
-                const float bite = between(1500, 3400, swing);
-                teeth.tune(bite, 1.2f);
-                leftTeeth.tune(bite * 0.96f, 1.2f);
-                rightTeeth.tune(bite * 1.04f, 1.2f);
-            }
-            const float middle = saw.saw(stepOf(hertz)) + 0.7f * low.pulse(stepOf(hertz), 0.35f);
-            const float torn = rounded(drive * middle);
-            const float tornLeft = rounded(drive * left.saw(stepOf(hertz / bend)));
-            const float tornRight = rounded(drive * right.saw(stepOf(hertz * bend)));
-            const float deep = body.next(middle);
-            // The hiss stands more to the sides than in the middle.
-            const float sung = mouth.bright(torn) + 0.6f * voice.teeth * teeth.band(torn);
-            const float a = leftMouth.bright(tornLeft) + 1.5f * voice.teeth * leftTeeth.band(tornLeft);
-            const float b = rightMouth.bright(tornRight) + 1.5f * voice.teeth * rightTeeth.band(tornRight);
-            const float loudness = voice.gain * note.velocity * level.next();
-            out.left[i] +=
-                loudness * leftTop.low(rounded(voice.chest * deep + voice.throat * (sung + 0.5f * a)));
-            out.right[i] +=
-                loudness * rightTop.low(rounded(voice.chest * deep + voice.throat * (sung + 0.5f * b)));
-        }
+// A torn sound through a mouth, with the hiss of its tearing.
+struct Throat {
+    Formants mouth{.lift = {1, 1.8f, 4, 4}};  // as a shout has them
+    StateVariable teeth;
+
+    void shape(float vowel, float size, float bite) {
+        mouth.shape(vowel, size);
+        teeth.tune(bite, 1.2f);
     }
+    float next(float torn, float hiss) { return mouth.next(torn) + hiss * teeth.band(torn); }
+};
+
+void playGrowl(const GrowlVoice& voice, const Note& note, Stereo& out) {
+    Wave saw(0.1f), low(0.3f), left(0.2f), right(0.2f);
+    Ladder body;
+    Throat throat, leftThroat, rightThroat;
+    Both<StateVariable> top;
+    top.tune(2400, 0.707f);  // above, each turn of the saw would tick like a stroke of its own
+    const float hertz = hertzOf(note.pitch), bend = std::exp2(voice.detune / 24);
+    const float step = stepOf(hertz), leftStep = stepOf(hertz / bend), rightStep = stepOf(hertz * bend);
+    const float drive = gainOf(voice.drive);
+    const double bar = std::floor(note.beat / 4);
+    const float rate = voice.rates[size_t(bar + 64) % voice.rates.size()];
+    float beat = float(note.beat - 4 * bar);
+    const auto tune = [&](size_t) {
+        // Most open on the bar's first beat.
+        const float swing = 0.5f + 0.5f * sineOf(beat * rate + 0.25f);
+        const float vowel = voice.from + (voice.to - voice.from) * swing * (0.4f + note.brightness);
+        const float bite = between(1500, 3400, swing);
+        throat.shape(vowel, voice.size, bite);
+        leftThroat.shape(vowel, voice.size * 0.97f, bite * 0.96f);
+        rightThroat.shape(vowel, voice.size * 1.03f, bite * 1.04f);
+        body.tune(180 + 1400 * swing * note.brightness, 0.3f);
+    };
+    playNote(note, voice.level, voice.gain, tuningInterval, out, tune, [&] {
+        beat += voice.beatsPerSecond / sampleRate;
+        const float middle = saw.saw(step) + 0.7f * low.pulse(step, 0.35f);
+        // The hiss stands more to the sides than in the middle.
+        const float sung = throat.next(rounded(drive * middle), 0.6f * voice.teeth);
+        const Sides beside = {leftThroat.next(rounded(drive * left.saw(leftStep)), 1.5f * voice.teeth),
+                              rightThroat.next(rounded(drive * right.saw(rightStep)), 1.5f * voice.teeth)};
+        return top.low(rounded(voice.chest * body.next(middle) + voice.throat * (sung + 0.5f * beside)));
+    });
+}
+
+void playGrowls(const GrowlVoice& voice, std::span<const Note> notes, Stereo& out) {
+    for (const Note& note : notes) playGrowl(voice, note, out);
 }
 
 // An instrument of a voice and the function that plays it.
@@ -321,7 +303,7 @@ Instrument playedBy(const BellVoice& voice) {
 }
 
 Instrument playedBy(const GrowlVoice& voice) {
-    return instrumentOf(playGrowl, voice);
+    return instrumentOf(playGrowls, voice);
 }
 
 Instrument playedBy(const SingingVoice& voice) {
@@ -330,10 +312,9 @@ Instrument playedBy(const SingingVoice& voice) {
 
 void playDrone(std::span<const Note> notes, Stereo& out) {
     constexpr int partials = 14;
+    constexpr size_t interval = 8 * tuningInterval;
     for (const Note& note : notes) {
-        Envelope level({1.5f, 1, 1, 1.2f}, note.length);
         Noise chance(seedOf(note));
-        const size_t from = frameAt(note.start), end = lastFrame(note, level.frames(), out);
         std::array<float, partials> phase{}, wander, rate, place, step, gain{};
         for (int k = 0; k < partials; k++) {
             wander[k] = chance.next();
@@ -341,27 +322,23 @@ void playDrone(std::span<const Note> notes, Stereo& out) {
             place[k] = k == 0 ? 0 : chance.next();
             step[k] = stepOf(hertzOf(note.pitch) * (k + 1) * (1 + 0.0015f * chance.next()));
         }
-        for (size_t i = from; i < end; i++) {
-            if ((i - from) % (8 * tuning) == 0) {
-                // Each partial swells on its own; the tilt between low and high ones is the brightness.
-                for (int k = 0; k < partials; k++) {
-                    wander[k] += stepOf(rate[k]) * 8 * tuning;
-                    const float swell = std::max(0.0f, 0.4f + 0.6f * sineOf(wander[k]));
-                    gain[k] = (k == 0 ? 1 : swell) * std::pow(0.35f + 0.6f * note.brightness, float(k));
-                }
+        // Each partial swells on its own; the tilt between low and high ones is the brightness.
+        const auto tune = [&](size_t) {
+            for (int k = 0; k < partials; k++) {
+                wander[k] += stepOf(rate[k]) * interval;
+                const float swell = std::max(0.0f, 0.4f + 0.6f * sineOf(wander[k]));
+                gain[k] = (k == 0 ? 1 : swell) * std::pow(0.35f + 0.6f * note.brightness, float(k));
             }
-            float left = 0, right = 0;
+        };
+        playNote(note, {1.5f, 1, 1, 1.2f}, 0.3f, interval, out, tune, [&] {
+            Sides sum = 0;
             for (int k = 0; k < partials; k++) {
                 phase[k] += step[k];
                 phase[k] -= phase[k] >= 1 ? 1.0f : 0.0f;
-                const float value = gain[k] * sineOf(phase[k]);
-                left += (1 - place[k]) * value;
-                right += (1 + place[k]) * value;
+                sum = sum + gain[k] * sineOf(phase[k]) * Sides{1 - place[k], 1 + place[k]};
             }
-            const float loudness = 0.3f * note.velocity * level.next();
-            out.left[i] += loudness * left;
-            out.right[i] += loudness * right;
-        }
+            return sum;
+        });
     }
 }
 
