@@ -238,7 +238,7 @@ std::vector<Part> band() {
         noise("wind", playWind, {.level = -8, .lowCut = 200, .hall = -14}),
 
         // The floor
-        doubling("sub", "bass,growl", {26, 39}, playedBy(sub), {.level = -11, .highCut = 140, .duck = 0.9f}),
+        doubling("sub", "bass growl", {26, 39}, playedBy(sub), {.level = -11, .highCut = 140, .duck = 0.9f}),
         bassLine("bass", {29, 57}, playedBy(bass),
                  {.level = -4, .lowCut = 85, .monoBelow = 300, .duck = 0.8f}),
         bassLine("growl", {29, 57}, playedBy(growl),

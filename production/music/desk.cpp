@@ -1,15 +1,10 @@
 #include "production/music/desk.h"
 
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <string_view>
-#include <utility>
 
 #include "production/kit/sound/arrangement.h"
 #include "production/kit/sound/check.h"
@@ -25,10 +20,12 @@ constexpr char usage[] =
     "       forge --stems FOLDER\n"
     "       forge --check\n";
 
+constexpr char unwritten[] = "%s can't be written\n";
+
 struct Wish {
     std::string file;
     double from = 0, to = 0;  // bars
-    std::vector<std::string> parts;
+    std::vector<std::string_view> parts;
 };
 
 bool readBars(const std::string& words, Wish& wish) {
@@ -37,22 +34,14 @@ bool readBars(const std::string& words, Wish& wish) {
            read == int(words.size()) && wish.from < wish.to;
 }
 
-void readParts(const std::string& words, Wish& wish) {
-    for (size_t at = 0; at <= words.size();) {
-        const size_t end = std::min(words.find(',', at), words.size());
-        wish.parts.push_back(words.substr(at, end - at));
-        at = end + 1;
-    }
-}
-
 int complain(const char* format, const std::string& what) {
     fprintf(stderr, format, what.c_str());
     return 1;
 }
 
-int complainOfPart(const std::string& name, const Song& song) {
-    fprintf(stderr, "No part has the name \"%s\"; there are", name.c_str());
-    for (const Part& part : song.parts) fprintf(stderr, " %s", std::string(part.name).c_str());
+int complainOfPart(std::string_view name, const Song& song) {
+    fprintf(stderr, "No part has the name \"%s\"; there are", std::string(name).c_str());
+    for (const Part& part : song.parts) fprintf(stderr, " %s", part.name);
     fputc('\n', stderr);
     return 1;
 }
@@ -91,19 +80,18 @@ int hear(const Song& song, const std::vector<std::string>& words) {
         if (words[i] == "--bars") {
             if (!readBars(words[i + 1], wish)) return complain("No bars: \"%s\"\n", words[i + 1]);
         } else if (words[i] == "--parts") {
-            readParts(words[i + 1], wish);
+            wish.parts = split(words[i + 1], ',');
         } else {
             return complain("The desk doesn't know \"%s\"\n", words[i]);
         }
     }
     const Window window = windowOf(song, wish.from, wish.to);
     if (window.from >= window.to) return complain("%s would be empty: no such bars\n", wish.file);
-    for (const std::string& part : wish.parts)
+    for (const std::string_view part : wish.parts)
         if (!partOf(song, part)) return complainOfPart(part, song);
     tellRests(song, wish);
-    const std::vector<std::string_view> parts(wish.parts.begin(), wish.parts.end());
-    writeWav(wish.file.c_str(), parts.empty() ? finish(song, window).sound : perform(song, window, parts));
-    return 0;
+    const Stereo heard = wish.parts.empty() ? finish(song, window).sound : perform(song, window, wish.parts);
+    return writeWav(wish.file, heard) ? 0 : complain(unwritten, wish.file);
 }
 
 int writeStems(const Song& song, const std::filesystem::path& folder) {
@@ -111,8 +99,9 @@ int writeStems(const Song& song, const std::filesystem::path& folder) {
     std::filesystem::create_directories(folder, failure);
     if (failure) return complain("%s can't be made\n", folder.string());
     for (const Part& part : song.parts) {
-        writeWav((folder / (part.name + std::string(".wav"))).c_str(),
-                 perform(song, windowOf(song, song.barAt(0), song.barAt(song.seconds)), {part.name}));
+        const std::string file = folder / (part.name + std::string(".wav"));
+        if (!writeWav(file, perform(song, {0, frameAt(song.seconds)}, {part.name})))
+            return complain(unwritten, file);
         printf("%s\n", part.name);
         fflush(stdout);
     }
@@ -135,51 +124,8 @@ void printLimiter(const Song& song) {
     }
 }
 
-// Whether a song can be read. In a process of its own, which its first mistake ends with a line.
-bool reads(const Song& song) {
-    fflush(nullptr);
-    const pid_t reader = fork();
-    if (reader == 0) {
-        // Without closing what it has of the process that it was forked from.
-        atexit([] { _exit(1); });
-        proofread(song);
-        _exit(0);
-    }
-    int status = 1;
-    return reader > 0 && waitpid(reader, &status, 0) == reader && status == 0;
-}
-
-}  // namespace
-
-bool leaveReadable(Song& song) {
-    Song part = song;
-    bool whole = true;
-    const auto isWrong = [&](const Section& section) {
-        part.sections.assign(1, section);
-        const bool wrong = !reads(part);
-        whole = whole && !wrong;
-        return wrong;
-    };
-    std::vector<Section> readable;
-    for (Section section : song.sections) {
-        const std::vector<Cue> cues = std::exchange(section.cues, {});
-        Section alone = section;
-        if (isWrong(alone)) continue;
-        for (const Cue& cue : cues) {
-            alone.cues.assign(1, cue);
-            if (!isWrong(alone)) section.cues.push_back(cue);
-        }
-        readable.push_back(section);
-    }
-    song.sections = readable;
-    return whole;
-}
-
-namespace {
-
-int check(Song song) {
-    const bool whole = leaveReadable(song);
-    if (song.sections.empty()) return 1;
+int check(const Song& song) {
+    const bool whole = proofread(song);
     for (const std::string& remark : remarksOn(song)) printf("%s\n", remark.c_str());
     if (!whole) return 1;
     printLimiter(song);
@@ -194,6 +140,6 @@ int runDesk(const std::vector<std::string>& words) {
     if (!known || (wish != "--hear" && wish != "--stems" && wish != "--check")) return complain("%s", usage);
     const Song song = soundtrack();
     if (wish == "--check") return check(song);
-    proofread(song);
+    if (!proofread(song)) return 1;
     return wish == "--hear" ? hear(song, words) : writeStems(song, words[1]);
 }

@@ -110,6 +110,12 @@ Song soundtrack() {
             .music = {.drive = 6.5f, .level = -6.5f}};
 }
 
+bool proofread(const Song& song) {
+    const Problems problems = problemsOf(song);
+    for (const std::string& line : problems) fprintf(stderr, "%s\n", line.c_str());
+    return problems.empty();
+}
+
 Finished finish(const Song& song, const Window& window) {
     Stereo mix = perform(song, window);
     cutAndBlur(song, double(window.from) / sampleRate, mix);
@@ -119,7 +125,7 @@ Finished finish(const Song& song, const Window& window) {
 
 void makeSoundtrack(const char* path) {
     const Song song = soundtrack();
-    proofread(song);
+    if (!proofread(song)) exit(1);
     const Stereo mix = finish(song, {0, frameAt(song.seconds)}).sound;
     Stereo heard = sliceOf(mix, 0, frameAt(silentBy));
     fadeEnds(heard, 0.02f, 1.2f);

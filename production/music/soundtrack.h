@@ -8,6 +8,9 @@
 
 audio::Song soundtrack();
 
+// Whether all of a song can be read; a line on standard error for each thing that can't.
+bool proofread(const audio::Song& song);
+
 struct Finished {
     audio::Stereo sound;
     std::vector<float> gain;  // that the limiter gave each frame

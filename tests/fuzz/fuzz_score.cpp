@@ -77,7 +77,7 @@ void tryMarks(std::string_view text) {
 void trySong(const Song& song) {
     const Section& section = song.sections.front();
     const double begin = song.secondsAt(section.from), end = song.secondsAt(section.to);
-    proofread(song);
+    for (const std::string& line : problemsOf(song)) readAll(line.data(), line.size());
     for (const Part& part : song.parts) {
         double before = begin;
         for (const Note& note : notesOf(song, part)) {

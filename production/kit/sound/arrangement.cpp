@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cctype>
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
 #include <utility>
 
 namespace audio {
@@ -18,57 +16,80 @@ const Section& Song::sectionAt(double bar) const {
 
 namespace {
 
-constexpr int stepsPerBar = 16;
-
-Place placeOf(const Section& section, const char* part = "harmony") {
-    return {section.name, part, section.from};
-}
-
-// A section's chords and scale, read, and the settings that a part's hands go through.
+// A section's chords and scale, read.
 struct Harmony {
     std::vector<Chord> chords;  // two a bar
     Scale scale;
 
-    explicit Harmony(const Section& section)
-        : chords(chordsOf(section.chords, placeOf(section))),
-          scale(scaleOf(section.scale, placeOf(section))) {
-        if (chords.empty()) refuse(placeOf(section), "no chord", section.chords);
+    explicit Harmony(const Section& section, Problems* problems = nullptr) {
+        const Place place = {section.name, "harmony", section.from, problems};
+        chords = chordsOf(section.chords, place);
+        scale = scaleOf(section.scale, place);
+        if (wordsOf(section.chords).empty()) refuse(place, "no chord", section.chords);
     }
+    bool readable() const { return !chords.empty() && !scale.tones.empty(); }
     // step: sixteenths from the section's first bar.
-    size_t indexAt(int step) const { return size_t(step / (stepsPerBar / 2)) % chords.size(); }
-    const Chord& at(int step) const { return chords[indexAt(step)]; }
-};
-
-// Turns one cue's text into notes.
-class Reader {
-public:
-    Reader(const Song& song, const Part& part, const Section& section, const Harmony& harmony,
-           std::vector<int>& hand)
-        : song(song), part(part), section(section), harmony(harmony), hand(hand) {}
-
-    void read(const Cue& cue, std::vector<Note>& notes) {
-        const Bars bars = cue.bars.whole() ? Bars{float(section.from), float(section.to)} : cue.bars;
-        place = {section.name, part.name, int(std::floor(bars.from))};
-        if (bars.from < float(section.from) || bars.to > float(section.to) || bars.from >= bars.to)
-            refuse(place, "bars that the section doesn't have", cue.pattern);
-        first = int(std::lround((bars.from - float(section.from)) * stepsPerBar));
-        end = (bars.to - bars.from) * stepsPerBar;
-        steps = int(std::ceil(end - 0.01f));
-        text = cue.pattern;
-        const Pattern melody = part.notation == Notation::melody ? melodyOf(text, place) : Pattern{};
-        const Marks marks = part.notation == Notation::melody ? Marks{} : marksOf(text, allowed(), place);
-        const int length = std::max(melody.length, marks.length);
-        if (length == 0) refuse(place, "nothing to play", text);
-        if (length > steps) refuse(place, "longer than its bars", text);
-        for (int start = 0; start < steps; start += length) {
-            for (const Step& step : melody.steps)
-                add(cue, {step.at + float(start), step.length, step.pitch, step.velocity}, notes);
-            for (const Mark& mark : marks.marks)
-                addMark(cue, {mark.at + start, mark.length, mark.sign}, notes);
-        }
+    const Chord& at(int step) const { return chords[size_t(step / half) % chords.size()]; }
+    // The next step on which the chord is another one, but `end` at the latest.
+    int changeAfter(int step, int end) const {
+        int next = step;
+        do next = (next / half + 1) * half;
+        while (next < end && at(next).name == at(step).name);
+        return std::min(next, end);
     }
 
 private:
+    static constexpr int half = stepsPerBar / 2;
+};
+
+// Turns one cue's text into notes.
+struct Reader {
+    const Song& song;
+    const Part& part;
+    const Section& section;
+    const Harmony& harmony;  // readable
+    const Cue& cue;
+    std::vector<int>& hand;  // what the part's hands hold
+    // Sixteenths: from the section's start, and how many. Only the last note's end may lie beside the grid.
+    int first = 0, steps = 0;
+    float end = 0;
+    Place place{};
+    Problems problems{};
+    std::vector<Note> notes{};
+
+    // None where something can't be read; the first line on it goes to `told`.
+    std::vector<Note> read(Problems* told) {
+        readBars();
+        if (problems.empty()) readPattern();
+        if (problems.empty()) return notes;
+        if (told) told->push_back(problems.front());
+        return {};
+    }
+
+    void readBars() {
+        const Bars bars = cue.bars.whole() ? Bars{float(section.from), float(section.to)} : cue.bars;
+        place = {section.name, part.name, int(std::floor(bars.from)), &problems};
+        if (bars.from < float(section.from) || bars.to > float(section.to) || bars.from >= bars.to)
+            return refuse(place, "bars that the section doesn't have", cue.pattern);
+        first = int(std::lround((bars.from - float(section.from)) * stepsPerBar));
+        end = (bars.to - bars.from) * stepsPerBar;
+        steps = int(std::ceil(end - 0.01f));
+    }
+
+    void readPattern() {
+        const bool isMelody = part.notation == Notation::melody;
+        const Pattern melody = isMelody ? melodyOf(cue.pattern, place) : Pattern{};
+        const Marks marks = isMelody ? Marks{} : marksOf(cue.pattern, allowed(), place);
+        const int length = std::max(melody.length, marks.length);
+        if (length == 0) return refuse(place, "nothing to play", cue.pattern);
+        if (length > steps) return refuse(place, "longer than its bars", cue.pattern);
+        for (int start = 0; start < steps; start += length) {
+            for (const Step& step : melody.steps)
+                add({step.at + float(start), step.length, step.pitch, step.velocity});
+            for (const Mark& mark : marks.marks) addMark({mark.at + start, mark.length, mark.sign});
+        }
+    }
+
     std::string_view allowed() const {
         switch (part.notation) {
             case Notation::line:
@@ -83,25 +104,26 @@ private:
     }
 
     Place placeAt(int step) const {
-        return {place.section, place.part, section.from + (first + step) / stepsPerBar};
+        return {place.section, place.part, section.from + (first + step) / stepsPerBar, place.problems};
     }
 
     // A mark where it stands in the cue, as one note or a chord of them.
-    void addMark(const Cue& cue, const Mark& mark, std::vector<Note>& notes) {
+    void addMark(const Mark& mark) {
         if (mark.at >= steps) return;
-        const float at = float(mark.at), length = float(mark.length);
+        const auto addPitch = [&](int pitch, float velocity) {
+            add({float(mark.at), float(mark.length), float(pitch), velocity});
+        };
         switch (part.notation) {
             case Notation::hits:
-                return add(cue, {at, length, 0, velocityOf(mark.sign)}, notes);
+                return addPitch(0, velocityOf(mark.sign));
             case Notation::line:
-                return add(cue, {at, length, float(degree(mark)), 0.75f}, notes);
+                return addPitch(degree(mark), 0.75f);
             case Notation::arpeggio:
-                return add(cue, {at, length, float(climbed(mark)), mark.at % 4 ? 0.7f : 0.95f}, notes);
+                return addPitch(climbed(mark), mark.at % 4 ? 0.7f : 0.95f);
             case Notation::bass:
-                return add(cue, {at, length, float(bass(mark)), std::isupper(mark.sign) ? 1.0f : 0.75f},
-                           notes);
+                return addPitch(bass(mark), std::isupper(mark.sign) ? 1.0f : 0.75f);
             case Notation::chords:
-                return addChords(cue, mark, notes);
+                return addChords(mark);
             case Notation::melody:
                 return;
         }
@@ -120,12 +142,15 @@ private:
         return pitch;
     }
 
+    // The chord's tone of that number, counted up from the part's lowest pitch.
     int climbed(const Mark& mark) const {
         const Chord& chord = harmony.at(first + mark.at);
-        int pitch = part.range.low - 1;
-        for (int left = mark.sign - '0'; left >= 0; left--) do
-                pitch++;
-            while (!has(chord, pitch));
+        const auto toneFrom = [&](int pitch) {
+            while (!has(chord, pitch)) pitch++;
+            return pitch;
+        };
+        int pitch = toneFrom(part.range.low);
+        for (int left = mark.sign - '0'; left > 0; left--) pitch = toneFrom(pitch + 1);
         return pitch;
     }
 
@@ -149,28 +174,24 @@ private:
     }
 
     // A chord that is held over a change moves with it.
-    void addChords(const Cue& cue, const Mark& mark, std::vector<Note>& notes) {
-        constexpr int half = stepsPerBar / 2;
-        const int end = std::min(mark.at + mark.length, steps);
-        for (int at = mark.at; at < end;) {
-            int to = at;
-            do to = std::min(end, ((first + to) / half + 1) * half - first);
-            while (to < end && harmony.at(first + to).name == harmony.at(first + at).name);
+    void addChords(const Mark& mark) {
+        const int last = std::min(mark.at + mark.length, steps);
+        for (int at = mark.at, to; at < last; at = to) {
+            to = harmony.changeAfter(first + at, first + last) - first;
             const Chord& chord = harmony.at(first + at);
             hand = part.voices > 0 ? voicingOf(chord, part.range, part.voices, hand) : std::vector<int>{};
             if (hand.empty()) refuse(placeAt(at), "no voicing lies in its range", chord.name);
             for (const int pitch : hand)
-                add(cue, {float(at), float(to - at), float(pitch), velocityOf(mark.sign)}, notes);
-            at = to;
+                add({float(at), float(to - at), float(pitch), velocityOf(mark.sign)});
         }
     }
 
-    void add(const Cue& cue, const Step& step, std::vector<Note>& notes) {
+    void add(const Step& step) {
         if (step.at >= float(steps)) return;
         const float pitch = step.pitch + float(cue.transpose);
         if (pitch < float(part.range.low) || pitch > float(part.range.high)) {
             const std::string name = part.notation == Notation::hits ? "tuning" : nameOf(int(pitch));
-            refuse(placeAt(int(step.at)), name + " is out of its range", text);
+            return refuse(placeAt(int(step.at)), name + " is out of its range", cue.pattern);
         }
         const double bar = section.from + double(swung(step.at)) / stepsPerBar;
         const float length = swung(std::min(step.at + step.length, end)) - swung(step.at),
@@ -185,55 +206,46 @@ private:
         const float step = float(first) + at;
         return step + (std::lround(step) % 2 == 1 ? section.swing : 0);
     }
-
-    const Song& song;
-    const Part& part;
-    const Section& section;
-    const Harmony& harmony;
-    std::vector<int>& hand;  // what the part's hands hold
-    Place place;
-    std::string_view text;
-    // Sixteenths: from the section's start, and how many. Only the last note's end may lie beside the grid.
-    int first = 0, steps = 0;
-    float end = 0;
 };
 
-void sortByStart(std::vector<Note>& notes) {
-    std::stable_sort(notes.begin(), notes.end(),
-                     [](const Note& a, const Note& b) { return a.start < b.start; });
-}
-
-// What a part doubles, one note at a time, each in the octave that the part has and as it is struck: a leader
+// The notes of the parts that a part doubles, each in the octave that it has and as it is struck: a leader
 // that is turned up for its voice leaves the floor where it is.
-void addFollowed(const Song& song, const Part& part, std::vector<Note>& notes) {
-    std::string names = part.follows;
-    std::replace(names.begin(), names.end(), ',', ' ');
-    for (const std::string_view name : wordsOf(names)) {
+std::vector<Note> followed(const Song& song, const Part& part, Problems* problems) {
+    std::vector<Note> notes;
+    for (const std::string_view name : wordsOf(part.follows)) {
         const Part* leader = partOf(song, name);
-        if (!leader) refuse({"band", part.name, 0}, "no part has this name", name);
-        if (!leader->follows.empty())
-            refuse({"band", part.name, 0}, "a part that doubles others itself", name);
+        const Place place = {"band", part.name, 0, problems};
+        if (!leader || !leader->follows.empty()) {
+            refuse(place, leader ? "a part that doubles others itself" : "no part has this name", name);
+            continue;
+        }
         for (Note note : notesOf(song, *leader)) {
             const int pitch = atOrAbove(int(note.pitch) % 12, part.range.low + 2), bar = int(note.beat / 4);
-            if (pitch > part.range.high)
-                refuse({song.sectionAt(bar).name, part.name, bar}, nameOf(pitch) + " is out of its range",
-                       name);
+            if (pitch > part.range.high) {
+                refuse({song.sectionAt(bar).name, part.name, bar, problems},
+                       nameOf(pitch) + " is out of its range", name);
+                break;
+            }
             note.pitch = float(pitch);
             note.velocity = note.stroke;
             notes.push_back(note);
         }
     }
-    sortByStart(notes);
-    std::vector<Note> single;
+    return notes;
+}
+
+// One note at a time: of those that begin together the first, and each until the next begins.
+std::vector<Note> single(const std::vector<Note>& notes) {
+    std::vector<Note> left;
     for (const Note& note : notes) {
-        if (!single.empty()) {
-            const float room = float(note.start - single.back().start);
+        if (!left.empty()) {
+            const float room = float(note.start - left.back().start);
             if (room < 0.001f) continue;
-            single.back().length = std::min(single.back().length, room);
+            left.back().length = std::min(left.back().length, room);
         }
-        single.push_back(note);
+        left.push_back(note);
     }
-    notes = std::move(single);
+    return left;
 }
 
 }  // namespace
@@ -249,24 +261,36 @@ std::vector<Note> notesOf(const Song& song, const Part& part) {
     std::vector<int> hand;
     for (const Section& section : song.sections) {
         const Harmony harmony(section);
-        Reader reader(song, part, section, harmony, hand);
-        for (const Cue& cue : section.cues)
-            if (std::string_view(cue.part) == part.name) reader.read(cue, notes);
-    }
-    if (!part.follows.empty()) addFollowed(song, part, notes);
-    sortByStart(notes);
-    return notes;
-}
-
-void proofread(const Song& song) {
-    for (const Section& section : song.sections) {
+        if (!harmony.readable()) continue;
         for (const Cue& cue : section.cues) {
-            const int bar = cue.bars.whole() ? section.from : int(std::floor(cue.bars.from));
-            if (!partOf(song, cue.part))
-                refuse({section.name, cue.part, bar}, "no part has this name", cue.part);
+            if (std::string_view(cue.part) != part.name) continue;
+            const std::vector<Note> read = Reader{song, part, section, harmony, cue, hand}.read(nullptr);
+            notes.insert(notes.end(), read.begin(), read.end());
         }
     }
-    for (const Part& part : song.parts) notesOf(song, part);
+    const std::vector<Note> doubled = followed(song, part, nullptr);
+    notes.insert(notes.end(), doubled.begin(), doubled.end());
+    std::stable_sort(notes.begin(), notes.end(),
+                     [](const Note& a, const Note& b) { return a.start < b.start; });
+    return part.follows.empty() ? notes : single(notes);
+}
+
+Problems problemsOf(const Song& song) {
+    Problems problems;
+    for (const Section& section : song.sections) {
+        const Harmony harmony(section, &problems);
+        for (const Cue& cue : section.cues) {
+            const Part* part = partOf(song, cue.part);
+            const int bar = cue.bars.whole() ? section.from : int(std::floor(cue.bars.from));
+            std::vector<int> hand;
+            if (!part)
+                refuse({section.name, cue.part, bar, &problems}, "no part has this name", cue.part);
+            else if (harmony.readable())
+                Reader{song, *part, section, harmony, cue, hand}.read(&problems);
+        }
+    }
+    for (const Part& part : song.parts) followed(song, part, &problems);
+    return problems;
 }
 
 Chord chordAt(const Song& song, double bar) {

@@ -9,19 +9,18 @@
 
 namespace audio {
 
-// Ends the process with a line where the score holds a name, a sign or a pitch that can't be: the part's, the
-// chord's or the scale's name, a pattern that is longer than its bar, a note out of the part's range.
-// Otherwise everything that a part plays, in the order of its starts; those are seconds from the song's
-// beginning.
+// Everything that a part plays, in the order of its starts; those are seconds from the song's beginning.
+// Sections and cues that can't be read are left out.
 std::vector<Note> notesOf(const Song& song, const Part& part);
+
+// What can't be read: a line for each section, cue and doubling part that holds a name, a sign or a pitch
+// that can't be, such as the chord's, a pattern that is longer than its bars, a note out of the part's range.
+Problems problemsOf(const Song& song);
 
 // The part of that name, nullptr where there is none.
 const Part* partOf(const Song& song, std::string_view name);
 
-// Reads all of the song, so that a mistake in it is found before anything sounds.
-void proofread(const Song& song);
-
-// The chord and the scale at a bar, fractions included.
+// The chord and the scale at a bar of a section that can be read, fractions included.
 Chord chordAt(const Song& song, double bar);
 Scale scaleAt(const Song& song, double bar);
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <optional>
 
 namespace audio {
 
@@ -33,19 +34,19 @@ const Kind* find(const Kind (&kinds)[count], std::string_view name) {
     return found == std::end(kinds) ? nullptr : found;
 }
 
-Chord chordOf(std::string_view name, const Place& place) {
+std::optional<Chord> chordOf(std::string_view name) {
     std::string_view rest = name;
     const int root = takePitchClass(rest);
-    if (root < 0) refuse(place, "no chord", name);
+    if (root < 0) return std::nullopt;
     const size_t slash = rest.find('/');
     int bass = root;
     if (slash != std::string_view::npos) {
         std::string_view below = rest.substr(slash + 1);
         bass = takePitchClass(below);
-        if (bass < 0 || !below.empty()) refuse(place, "no chord", name);
+        if (bass < 0 || !below.empty()) return std::nullopt;
     }
     const Kind* quality = find(qualities, rest.substr(0, slash));
-    if (!quality) refuse(place, "no chord", name);
+    if (!quality) return std::nullopt;
     Chord chord{bass, quality->tones, name};
     for (int& tone : chord.tones) tone += root;
     return chord;
@@ -122,9 +123,15 @@ std::vector<Chord> chordsOf(std::string_view names, const Place& place) {
     Place here = place;
     for (const std::string_view bar : wordsOf(names)) {
         const size_t comma = bar.find(',');
-        chords.push_back(chordOf(bar.substr(0, comma), here));
-        chords.push_back(comma == std::string_view::npos ? chords.back()
-                                                         : chordOf(bar.substr(comma + 1), here));
+        const std::string_view second = comma == std::string_view::npos ? bar : bar.substr(comma + 1);
+        for (const std::string_view name : {bar.substr(0, comma), second}) {
+            const auto chord = chordOf(name);
+            if (!chord) {
+                refuse(here, "no chord", name);
+                return {};
+            }
+            chords.push_back(*chord);
+        }
         here.bar++;
     }
     return chords;
@@ -134,7 +141,10 @@ Scale scaleOf(std::string_view name, const Place& place) {
     std::string_view rest = name;
     const int root = takePitchClass(rest);
     const Kind* mode = root < 0 || rest.empty() ? nullptr : find(modes, rest.substr(1));
-    if (!mode) refuse(place, "no scale", name);
+    if (!mode) {
+        refuse(place, "no scale", name);
+        return {};
+    }
     Scale scale{mode->tones};
     for (int& tone : scale.tones) tone = (tone + root) % 12;
     return scale;

@@ -25,10 +25,11 @@ struct Scale {
 };
 
 // The chords of a section, one a bar split by blanks; "Cm,D" has two in one bar, half each. Two entries a
-// bar. The names stay views of the text.
+// bar; none if one of them can't be read. The names stay views of the text.
 std::vector<Chord> chordsOf(std::string_view names, const Place& place);
 
-// "G minor", "G dorian", "G phrygian", "A major", "A harmonic" (minor with a leading note).
+// "G minor", "G dorian", "G phrygian", "A major", "A harmonic" (minor with a leading note). Without tones if
+// it can't be read.
 Scale scaleOf(std::string_view name, const Place& place);
 
 bool has(const Chord& chord, int pitch);

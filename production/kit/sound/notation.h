@@ -1,5 +1,5 @@
-// Music as text: melodies and patterns of marks, read into a grid of sixteenths, 16 to a bar. A text that
-// can't be read ends the process with a line that tells the section, the bar and the part, and shows it.
+// Music as text: melodies and patterns of marks, read into a grid of sixteenths. A text that can't be read is
+// read as empty, and a line tells its section, its bar and its part, and shows it.
 #pragma once
 
 #include <string>
@@ -7,6 +7,8 @@
 #include <vector>
 
 namespace audio {
+
+constexpr int stepsPerBar = 16;  // sixteenths
 
 // One sound to be played.
 struct Note {
@@ -19,12 +21,16 @@ struct Note {
     float stroke = 0;  // 0..1: velocity before its cue's level
 };
 
-// Where a text stands in the score, for the messages.
+// What can't be read in a score, a line each.
+using Problems = std::vector<std::string>;
+
+// Where a text stands in the score, and who wants to know what can't be read in it.
 struct Place {
     std::string section, part;
     int bar = 0;  // of the text's first mark
+    Problems* problems = nullptr;
 };
-[[noreturn]] void refuse(const Place& place, const std::string& what, std::string_view text);
+void refuse(const Place& place, const std::string& what, std::string_view text);
 
 struct Step {
     float at, length;  // sixteenths from the pattern's start
@@ -65,6 +71,9 @@ float velocityOf(char stroke);
 
 // Reads "Eb", "F#", "G" off the front of the text as a pitch class (0 is C); -1 where there is none.
 int takePitchClass(std::string_view& text);
+
+// The pieces of a text between such signs, at least one.
+std::vector<std::string_view> split(std::string_view text, char border);
 
 // The words of a text split by blanks.
 std::vector<std::string_view> wordsOf(std::string_view text);

@@ -49,7 +49,7 @@ struct Part {
     Instrument play;
     Channel channel;
     int voices = 0;         // of its chords
-    std::string follows{};  // parts whose rhythm and pitches it doubles, folded into its range, by ','
+    std::string follows{};  // parts whose rhythm and pitches it doubles, folded into its range, by ' '
 };
 
 // A whole section where both are 0. Bars may be fractions.

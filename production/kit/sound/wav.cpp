@@ -3,9 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
-#include <string>
+#include <fstream>
 
 namespace audio {
 
@@ -22,7 +20,7 @@ void appendSample(std::string& bytes, float sample) {
 
 }  // namespace
 
-void writeWav(const char* path, const Stereo& sound) {
+bool writeWav(const std::string& path, const Stereo& sound) {
     constexpr int channels = 2, bytesPerFrame = 4;
     const uint32_t size = uint32_t(sound.frames()) * bytesPerFrame;
     std::string bytes = "RIFF";
@@ -42,12 +40,10 @@ void writeWav(const char* path, const Stereo& sound) {
         appendSample(bytes, sound.left[i]);
         appendSample(bytes, sound.right[i]);
     }
-    FILE* file = fopen(path, "wb");
-    const bool written = file && fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
-    if ((file && fclose(file) != 0) || !written) {
-        fprintf(stderr, "%s can't be written\n", path);
-        exit(1);
-    }
+    std::ofstream file(path, std::ios::binary);
+    file << bytes;
+    file.close();
+    return bool(file);
 }
 
 }  // namespace audio
