@@ -123,17 +123,19 @@ Finished finish(const Song& song, const Window& window) {
     return {std::move(mix), std::move(gain)};
 }
 
-void makeSoundtrack(const char* path) {
-    const Song song = soundtrack();
-    if (!proofread(song)) exit(1);
-    const Stereo mix = finish(song, {0, frameAt(song.seconds)}).sound;
-    Stereo heard = sliceOf(mix, 0, frameAt(silentBy));
+bool writeSoundtrack(const std::string& path, const Song& song, const Stereo& finished) {
+    Stereo heard = sliceOf(finished, 0, frameAt(silentBy));
     fadeEnds(heard, 0.02f, 1.2f);
     Stereo whole(frameAt(song.seconds));
     mixAt(whole, heard, 0);
-    const VorbisForm form = {.quality = codecQuality,
-                             .tags = {{"TITLE", "Valojuova"}, {"ARTIST", "Valojuova"}}};
-    if (writeVorbis(path, {whole.left, whole.right}, form)) return;
+    return writeVorbis(path, {whole.left, whole.right},
+                       {.quality = codecQuality, .tags = {{"TITLE", "Valojuova"}, {"ARTIST", "Valojuova"}}});
+}
+
+void makeSoundtrack(const char* path) {
+    const Song song = soundtrack();
+    if (!proofread(song)) exit(1);
+    if (writeSoundtrack(path, song, finish(song, {0, frameAt(song.seconds)}).sound)) return;
     fprintf(stderr, "%s can't be written\n", path);
     exit(1);
 }

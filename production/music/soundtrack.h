@@ -1,6 +1,7 @@
 // The soundtrack: 126 beats a minute, bar 0 at 17.138 s, nine bars of title before it, last hit on beat 368.
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "production/kit/sound/mix.h"
@@ -18,7 +19,10 @@ struct Finished {
 // A stretch of the soundtrack through its cuts, its blur and the master bus, as it is in the whole.
 Finished finish(const audio::Song& song, const audio::Window& window);
 
-// Writes the whole as an Ogg Vorbis file.
+// Fades what was finished of the whole song, and writes it as an Ogg Vorbis file. False if it can't be
+// written.
+bool writeSoundtrack(const std::string& path, const audio::Song& song, const audio::Stereo& finished);
+
 void makeSoundtrack(const char* path);
 
 inline constexpr Product musicProducts[] = {
