@@ -1,10 +1,11 @@
 // How products are made and laid, in a small production of its own: real sources, ninja and compilers.
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
-#include <sys/file.h>
+#include <unistd.h>
 
 #include <algorithm>
-#include <functional>
+#include <memory>
 
 #include "production/making/laying.h"
 #include "production/models/models.h"
@@ -12,147 +13,153 @@
 #include "production/pictures/icons.h"
 #include "production/pictures/pictures.h"
 #include "production/shaders/shaders.h"
-#include "tests/sound/sound_server.h"
-#include "tests/tools/run.h"
+#include "tests/process.h"
+#include "tests/scratch.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-// Each product has a word of its own and one that both share; "two" is slow while there is a file "slow".
+// A program that runs beside the test, and the file with what it says.
+pid_t startLogged(const std::vector<std::string>& words, const std::string& log) {
+    const int file = open(log.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+    const pid_t process = startProcess(words, file, file);
+    close(file);
+    return process;
+}
+
+// Two products, each with a word of its own and one that both share. Compilers and makers wait while there is
+// a file "slow".
 class Making : public testing::Test {
 public:
-    ScratchDirectory scratch;
+    static inline std::unique_ptr<ScratchDirectory> scratch;
     pid_t other = -1;
 
-    void SetUp() override {
-        scratch.write(
-            "CMakeLists.txt",
-            "cmake_minimum_required(VERSION 3.25)\nproject(small CXX)\n"
-            "include(" +
-                fs::absolute("production/making/products.cmake").string() +
-                ")\n"
-                "include_directories(${CMAKE_SOURCE_DIR})\nadd_library(small STATIC one.cpp two.cpp)\n"
-                "add_executable(lay IMPORTED)\n"
-                "set_property(TARGET lay PROPERTY IMPORTED_LOCATION " BUILD_FOLDER
-                "/lay)\n"
-                "add_products(products.h small ${CMAKE_BINARY_DIR}/made)\n"
-                "lay_products(${CMAKE_BINARY_DIR}/made ${CMAKE_SOURCE_DIR}/data)\n");
-        scratch.write("products.h",
-                      "struct Product {\n    const char* file;\n    void (*make)(const char* path);\n};\n"
-                      "void makeOne(const char* path);\nvoid makeTwo(const char* path);\n"
-                      "inline constexpr Product products[] = {\n    {\"number one.txt\", makeOne},\n"
-                      "    {\"two.txt\", makeTwo},\n};\n");
-        save("shared.h", "constexpr char shared[] = \"word\";\n");
-        save("one.cpp", source("One", "first"));
-        save("two.cpp", source("Two", "second"));
-        // A user's launcher. What is slow to compile was read at the beginning and is written at the end.
-        scratch.write("launcher", "#!/bin/sh\necho \"$*\" >>" + scratch.file("compiled") +
-                                      "\n\"$@\" || exit\n" + waiting() +
-                                      "for word; do case $word in *.o) touch $word ;; esac; done\n");
-        fs::permissions(scratch.file("launcher"), fs::perms::owner_all);
-        ASSERT_EQ(shell("cmake -S " + scratch.path.string() + " -B " + scratch.file("build") +
-                        " -G Ninja -DCMAKE_CXX_COMPILER_LAUNCHER=" + scratch.file("launcher"))
+    static void SetUpTestSuite() {
+        scratch = std::make_unique<ScratchDirectory>();
+        save("CMakeLists.txt",
+             "cmake_minimum_required(VERSION 3.25)\nproject(small CXX)\n"
+             "include(" +
+                 fs::absolute("production/making/products.cmake").string() +
+                 ")\n"
+                 "include_directories(${CMAKE_SOURCE_DIR})\nadd_library(small STATIC one.cpp two.cpp)\n"
+                 "add_executable(lay IMPORTED)\n"
+                 "set_property(TARGET lay PROPERTY IMPORTED_LOCATION " BUILD_FOLDER
+                 "/lay)\n"
+                 "add_products(products.h small ${CMAKE_BINARY_DIR}/made)\n"
+                 "lay_products(${CMAKE_BINARY_DIR}/made ${CMAKE_SOURCE_DIR}/data)\n");
+        save("products.h",
+             "void makeOne(const char* path);\nvoid makeTwo(const char* path);\n"
+             "struct Product {\n    const char* file;\n    void (*make)(const char* path);\n};\n"
+             "inline constexpr Product products[] = {\n"
+             "    {\"number one.txt\", makeOne},\n    {\"two.txt\", makeTwo},\n};\n");
+        // What is slow to compile was read at the beginning and is written at the end.
+        save("wait", "if [ -e " + file("slow") + " ]; then touch " + file("reached") + "; fi\nwhile [ -e " +
+                         file("slow") + " ]; do sleep 0.02; done\n");
+        save("launcher", "#!/bin/sh\necho \"$*\" >>" + file("compiled") + "\n\"$@\" || exit\nsh " +
+                             file("wait") + "\nfor word; do case $word in *.o) touch $word ;; esac; done\n");
+        fs::permissions(file("launcher"), fs::perms::owner_all);
+        saveAll("word", "first", "second");
+        ASSERT_EQ(shell("cmake -S " + scratch->path.string() + " -B " + file("build") +
+                        " -G Ninja -DCMAKE_CXX_COMPILER_LAUNCHER=" + file("launcher"))
                       .status,
                   0);
+    }
+    static void TearDownTestSuite() { scratch.reset(); }
+    void SetUp() override {
+        saveAll("word", "first", "second");
         const Result first = build();
         ASSERT_EQ(first.status, 0) << first.output;
         ASSERT_EQ(data(), "first word, second word");
-        fs::remove(scratch.file("made"));
+        for (const char* name : {"made", "compiled"}) fs::remove(file(name));
     }
     void TearDown() override {
         if (other > 0) endProcess(other, SIGKILL);
+        for (const char* name : {"slow", "reached"}) fs::remove(file(name));
     }
 
-    std::string waiting() const {
-        const std::string slow = scratch.file("slow");
-        return "if [ -e " + slow + " ]; then touch " + slow + ".reached; fi\nwhile [ -e " + slow +
-               " ]; do sleep 0.02; done\n";
+    static std::string file(const std::string& name) { return scratch->file(name); }
+    static void save(const std::string& name, const std::string& text) {
+        if (contentOf(file(name)) != text) scratch->write(name, text);
     }
-    std::string source(const std::string& name, const std::string& word) const {
-        return "#include <cstdio>\n#include <cstdlib>\n#include \"shared.h\"\n#include \"products.h\"\n"
-               "void make" +
-               name +
-               "(const char* path) {\n"
-               "    system(\"echo " +
-               name + " >>" + scratch.file("made") + "; sh " + scratch.file("wait") +
-               "\");\n"
-               "    FILE* file = fopen(path, \"w\");\n    fprintf(file, \"" +
-               word + " %s\", shared);\n    fclose(file);\n}\n";
+    static void saveShared(const std::string& word) {
+        save("shared.h", "constexpr char shared[] = \"" + word + "\";\n");
     }
-    void save(const std::string& name, const std::string& text) const { scratch.write(name, text); }
-    // What is begun now goes on until `finish`, from where its maker or its compiler is reached.
-    void makeSlowly() const {
-        scratch.write("wait", waiting());
-        scratch.write("slow", "");
+    static void saveOne(const std::string& word) { save("one.cpp", source("One", word)); }
+    static void saveTwo(const std::string& word) { save("two.cpp", source("Two", word)); }
+    static void saveAll(const std::string& shared, const std::string& first, const std::string& second) {
+        saveShared(shared);
+        saveOne(first);
+        saveTwo(second);
     }
-    bool await(const std::function<bool()>& condition) const {
-        for (int i = 0; i < 3000 && !condition(); i++) sleepSeconds(0.02);
-        return condition();
+    static std::string source(const std::string& name, const std::string& word) {
+        return "#include <cstdio>\n#include <cstdlib>\n#include \"shared.h\"\nvoid make" + name +
+               "(const char* path) {\n    system(\"echo " + name + " >>" + file("made") + "; sh " +
+               file("wait") + "\");\n    FILE* file = fopen(path, \"w\");\n    fprintf(file, \"" + word +
+               " %s\", shared);\n    fclose(file);\n}\n";
     }
-    void begin(const std::string& log = "/dev/null") {
-        const int file = open(log.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
-        other = startProcess({"ninja", "-C", scratch.file("build"), "data"}, file, file);
-        close(file);
-        ASSERT_TRUE(await([&] { return fs::exists(scratch.file("slow.reached")); }));
+    static Result build(const std::string& targets = "data") {
+        return shell("ninja -C " + file("build") + " " + targets);
+    }
+    // Begins a build that goes on until `finish`, from where its maker or its compiler is reached.
+    void begin() {
+        fs::remove(file("reached"));
+        scratch->write("slow", "");
+        other = startLogged({"ninja", "-C", file("build"), "data"}, "/dev/null");
+        ASSERT_TRUE(await(other, [] { return fs::exists(file("reached")); }));
     }
     void finish() {
-        fs::remove(scratch.file("slow"));
+        fs::remove(file("slow"));
         EXPECT_EQ(waitForProcess(other), 0);
         other = -1;
     }
-    Result build() const { return shell("ninja -C " + scratch.file("build") + " data"); }
-    std::string data() const {
-        return content(scratch.file("data/number one.txt")) + ", " + content(scratch.file("data/two.txt"));
+    static std::string data() {
+        return contentOf(file("data/number one.txt")) + ", " + contentOf(file("data/two.txt"));
     }
     // Who was made since the last question.
-    std::string made() const {
-        std::string names = content(scratch.file("made"));
-        fs::remove(scratch.file("made"));
+    static std::string made() {
+        std::string names = contentOf(file("made"));
+        fs::remove(file("made"));
         std::replace(names.begin(), names.end(), '\n', ' ');
         return names;
     }
 };
 
 TEST_F(Making, IsDoneForWhatRestsOnTheChangeAndNothingElse) {
-    save("shared.h", "constexpr char shared[] = \"thing\";\n");
+    saveShared("thing");
     build();
     EXPECT_EQ(data(), "first thing, second thing");
     made();
-    save("two.cpp", source("Two", "other"));
+    saveTwo("other");
     build();
     EXPECT_EQ(data(), "first thing, other thing");
     EXPECT_EQ(made(), "Two ");
     save("shared.h", "// What they share.\nconstexpr char shared[] = \"thing\";\n");
     const Result comment = build();
     EXPECT_NE(comment.output.find("one.cpp"), std::string::npos) << "compiled";
-    EXPECT_EQ(made(), "");
     EXPECT_EQ(comment.output.find("laid"), std::string::npos);
-    fs::remove_all(scratch.file("data"));
+    fs::remove_all(file("data"));
     build();
     EXPECT_EQ(data(), "first thing, other thing");
     EXPECT_EQ(made(), "");
 }
 
 TEST_F(Making, SeesWhatIsSavedWhileItCompilesOrMakes) {
-    makeSlowly();
-    save("one.cpp", source("One", "early"));
+    saveOne("early");
     begin();
     sleepSeconds(0.05);
-    save("one.cpp", source("One", "late"));
+    saveOne("late");
     finish();
     EXPECT_EQ(data(), "early word, second word");
     build();
     EXPECT_EQ(data(), "late word, second word");
 
     // Compiled before the slowness begins.
+    saveTwo("early");
+    ASSERT_EQ(build("make_two_txt").status, 0);
     made();
-    save("two.cpp", source("Two", "early"));
-    ASSERT_EQ(shell("ninja -C " + scratch.file("build") + " make_two_txt").status, 0);
-    fs::remove(scratch.file("slow.reached"));
-    makeSlowly();
     begin();
-    save("two.cpp", source("Two", "late"));
+    saveTwo("late");
     finish();
     EXPECT_EQ(data(), "late word, early word");
     build();
@@ -161,44 +168,36 @@ TEST_F(Making, SeesWhatIsSavedWhileItCompilesOrMakes) {
 }
 
 TEST_F(Making, TwoAtOnceTakeTurns) {
-    save("shared.h", "constexpr char shared[] = \"thing\";\n");
-    makeSlowly();
+    saveShared("thing");
     begin();
-    const std::string log = scratch.file("log");
-    const int file = open(log.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0644);
-    const pid_t second = startProcess({"ninja", "-C", scratch.file("build"), "data"}, file, file);
-    close(file);
+    const std::string log = file("log");
+    const pid_t second = startLogged({"ninja", "-C", file("build"), "data"}, log);
     const std::string line =
         "Waiting for ninja (pid " + std::to_string(other) + "), which builds here already\n";
-    EXPECT_TRUE(await([&] { return content(log).find(line) != std::string::npos; })) << content(log);
+    EXPECT_TRUE(await(second, [&] { return contentOf(log).find(line) != std::string::npos; }))
+        << contentOf(log);
     finish();
     EXPECT_EQ(waitForProcess(second), 0);
     EXPECT_EQ(data(), "first thing, second thing");
-    std::string names = made();
+    // Once for both.
+    const std::string names = made(), compiled = contentOf(file("compiled"));
     EXPECT_TRUE(names == "One Two " || names == "Two One ") << names;
-    const std::string compiled = content(scratch.file("compiled"));
-    size_t count = 0;
-    for (size_t at = 0; (at = compiled.find("one.cpp.o -c", at)) != std::string::npos; at++) count++;
-    EXPECT_EQ(count, 2u) << compiled;
-    EXPECT_EQ(content(log).find("laid"), std::string::npos);
+    EXPECT_EQ(compiled.find("one.cpp.o -c"), compiled.rfind("one.cpp.o -c")) << compiled;
+    EXPECT_EQ(contentOf(log).find("laid"), std::string::npos);
 }
 
 TEST_F(Making, StoppedInTheMiddleLeavesTheLastState) {
+    saveShared("other");
+    ASSERT_EQ(build("make_number_one_txt make_two_txt").status, 0);
     for (const int signal : {SIGTERM, SIGKILL}) {
-        const std::string word = signal == SIGTERM ? "gentle" : "hard";
-        save("shared.h", "constexpr char shared[] = \"" + word + "\";\n");
-        const std::string before = data();
-        ASSERT_EQ(shell("ninja -C " + scratch.file("build") + " make_number_one_txt make_two_txt").status, 0);
-        makeSlowly();
         begin();
         endProcess(other, signal);
         other = -1;
-        fs::remove(scratch.file("slow"));
-        fs::remove(scratch.file("slow.reached"));
-        EXPECT_EQ(data(), before);
-        EXPECT_EQ(build().status, 0);
-        EXPECT_EQ(data(), "first " + word + ", second " + word);
+        EXPECT_EQ(data(), "first word, second word");
     }
+    fs::remove(file("slow"));
+    EXPECT_EQ(build().status, 0);
+    EXPECT_EQ(data(), "first other, second other");
 }
 
 // The build reads the tables by itself.
@@ -229,7 +228,7 @@ public:
         EXPECT_TRUE(::lay(made, folder));
         return testing::internal::GetCapturedStdout();
     }
-    std::string data() const { return content(folder / "a b.png") + ", " + content(folder / "c/d.fs"); }
+    std::string data() const { return contentOf(folder / "a b.png") + ", " + contentOf(folder / "c/d.fs"); }
 };
 
 TEST_F(Laying, NeverCoversAnAuthorsFile) {
@@ -267,7 +266,6 @@ TEST_F(Laying, LaysNothingWhereOneCannotBeRead) {
 // Killed at any moment, each file is whole and known as ours.
 TEST_F(Laying, KilledItGoesOn) {
     constexpr int count = 60;
-    const std::string old = "old", fresh = "fresh";
     const auto makeAll = [&](const std::string& text) {
         std::vector<Made> made;
         for (int i = 0; i < count; i++) {
@@ -277,22 +275,18 @@ TEST_F(Laying, KilledItGoesOn) {
         return made;
     };
     std::vector<std::string> words = {BUILD_FOLDER "/lay", scratch.file("made"), folder};
-    for (const Made& made : makeAll(fresh)) words.push_back(made.file);
-    for (int i = 0; i < 6; i++) {
+    for (const Made& made : makeAll("fresh")) words.push_back(made.file);
+    // While the first ones are being written, and moved.
+    for (const char* file : {"unfinished-1", "0", "2"}) {
         fs::remove_all(folder);
-        lay(makeAll(old));
-        makeAll(fresh);
+        lay(makeAll("old"));
+        makeAll("fresh");
         const pid_t process = startProcess(words);
-        // While the first ones are being written, or moved.
-        const std::string file = std::to_string(i);
-        const bool moved = i % 3;
-        while (content(folder / file) != fresh &&
-               (moved || content(folder / ("unfinished-" + file)) != fresh))
-            continue;
+        while (contentOf(folder / file) != "fresh" && contentOf(folder / "2") != "fresh") continue;
         endProcess(process, SIGKILL);
         for (int k = 0; k < count; k++) {
-            const std::string text = content(folder / std::to_string(k));
-            EXPECT_TRUE(text == old || text == fresh) << k;
+            const std::string text = contentOf(folder / std::to_string(k));
+            EXPECT_TRUE(text == "old" || text == "fresh") << k;
         }
         const std::string said = lay(makeAll("next"));
         EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), count);
@@ -307,16 +301,14 @@ TEST_F(Laying, WaitsForWhoLoadsWithALine) {
     pid_t process = -1;
     {
         const FolderLock loading(folder, FolderLock::reading), too(folder, FolderLock::reading);
-        const int file = open(log.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0644);
-        process = startProcess({BUILD_FOLDER "/lay", scratch.file("made"), folder, "a b.png"}, file, file);
-        close(file);
-        for (int i = 0; i < 3000 && content(log).empty(); i++) sleepSeconds(0.02);
+        process = startLogged({BUILD_FOLDER "/lay", scratch.file("made"), folder, "a b.png"}, log);
+        EXPECT_TRUE(await(process, [&] { return !contentOf(log).empty(); }));
         EXPECT_EQ(data(), "1, 1");
     }
     EXPECT_EQ(waitForProcess(process), 0);
     EXPECT_EQ(data(), "2, 1");
-    EXPECT_EQ(content(log), "lay: waiting for valojuova_tests (pid " + std::to_string(getpid()) +
-                                "), which holds " + folder.string() + "\nlaid a b.png\n");
+    EXPECT_EQ(contentOf(log), "lay: waiting for valojuova_tests (pid " + std::to_string(getpid()) +
+                                  "), which holds " + folder.string() + "\nlaid a b.png\n");
 }
 
 }  // namespace
