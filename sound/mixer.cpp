@@ -184,23 +184,21 @@ void Mixer::setPaused(int channel, bool paused) {
 }
 
 void Mixer::setSpectrumActive(bool active) {
-    if (active && !analyser) analyser = std::make_unique<Spectrum>();
     std::lock_guard lock(mutex);
     if (active && !spectrumActive) std::fill(recent.begin(), recent.end(), 0.0f);
     spectrumActive = active;
 }
 
 const float* Mixer::spectrum() {
-    float samples[Spectrum::windowFrames] = {};
+    float samples[spectrumFrames] = {};
     {
         std::lock_guard lock(mutex);
         if (spectrumActive && !recent.empty()) {
-            const int64_t first = std::max<int64_t>(frameAt(heard.at(now())) - Spectrum::windowFrames, 0);
-            for (int i = 0; i < Spectrum::windowFrames; i++)
-                samples[i] = recent[size_t(first + i) % recent.size()];
+            const int64_t first = std::max<int64_t>(frameAt(heard.at(now())) - spectrumFrames, 0);
+            for (int i = 0; i < spectrumFrames; i++) samples[i] = recent[size_t(first + i) % recent.size()];
         }
     }
-    if (analyser) analyser->analyse(samples, magnitudes);
+    analyseSpectrum(samples, magnitudes);
     return magnitudes;
 }
 

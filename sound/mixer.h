@@ -59,8 +59,7 @@ private:
     int mixRate = 0;     // Hz that it gave; set while the thread does not run
     std::thread thread;
     std::vector<std::unique_ptr<Stream>> streams;
-    std::unique_ptr<Spectrum> analyser;
-    float magnitudes[Spectrum::bands] = {};
+    float magnitudes[spectrumBands] = {};
 
     // Both threads', guarded by a mutex that is never held while decoding or at the device.
     std::mutex mutex;

@@ -1,27 +1,25 @@
 #include "sound/spectrum.h"
 
+#include <kiss_fftr.h>
+
 #include <cmath>
 #include <numbers>
 
 namespace sound {
 
-Spectrum::Spectrum() {
+void analyseSpectrum(const float* samples, float* magnitudes) {
+    static const kiss_fftr_cfg plan = kiss_fftr_alloc(spectrumFrames, 0, nullptr, nullptr);
+    float weighted[spectrumFrames];
     // A Hann window: a steady tone stays within three bands.
-    for (int i = 0; i < windowFrames; i++)
-        window[i] = 0.5f - 0.5f * std::cos(2 * std::numbers::pi_v<float> * float(i) / windowFrames);
-    plan = fftwf_plan_dft_r2c_1d(windowFrames, weighted, bins, FFTW_ESTIMATE);
-}
-
-Spectrum::~Spectrum() {
-    fftwf_destroy_plan(plan);
-}
-
-void Spectrum::analyse(const float* samples, float* magnitudes) {
-    for (int i = 0; i < windowFrames; i++) weighted[i] = samples[i] * window[i];
-    fftwf_execute(plan);
+    for (int i = 0; i < spectrumFrames; i++) {
+        const float phase = 2 * std::numbers::pi_v<float> * float(i) / spectrumFrames;
+        weighted[i] = samples[i] * (0.5f - 0.5f * std::cos(phase));
+    }
+    kiss_fft_cpx bins[spectrumBands + 1];
+    kiss_fftr(plan, weighted, bins);
     // A sine is halved by its mirror image, and again by the window's mean.
-    const float scale = 4.0f / windowFrames;
-    for (int i = 0; i < bands; i++) magnitudes[i] = std::hypot(bins[i][0], bins[i][1]) * scale;
+    constexpr float scale = 4.0f / spectrumFrames;
+    for (int i = 0; i < spectrumBands; i++) magnitudes[i] = std::hypot(bins[i].r, bins[i].i) * scale;
 }
 
 }  // namespace sound
