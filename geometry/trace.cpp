@@ -35,7 +35,7 @@ bool TraceScene::intersectRay(const Vec3& origin, const Vec3& direction, TraceHi
         const Vec3 objectOrigin = transformPoint(instance.worldToObject, origin);
         const Vec3 objectDirection = transformDirection(instance.worldToObject, direction);
         float t = unreached;
-        const int face = search(instance.faces, objectOrigin, objectDirection, minHitDistance, &t);
+        const int face = nearestFace(instance.faces, objectOrigin, objectDirection, minHitDistance, &t);
         if (face < 0) continue;
         anyHit = true;
         if (t == unreached) continue;

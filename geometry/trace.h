@@ -38,7 +38,6 @@ struct TraceInstance {
 
 struct TraceScene {
     GrowableArray<TraceInstance> instances;
-    FaceSearch search = faceSearches().front().search;
 
     TraceScene() = default;
     explicit TraceScene(int capacity) : instances(capacity) {}

@@ -1,9 +1,8 @@
-// Faces laid out for tracing, and the search through all of them for the one that a ray hits first, several
-// at a time. Compiled for more than one instruction set; all give the same bits.
+// Faces laid out for tracing, and the search through all of them, several at a time, for the one that a ray
+// hits first. The same bits come out on every processor.
 #pragma once
 
 #include <span>
-#include <string>
 #include <vector>
 
 #include "geometry/mesh.h"
@@ -51,13 +50,8 @@ std::vector<FaceBlock> gatherFaces(const MeshSet& set);
 
 // The index of the face that the ray meets nearest, from `minDistance` to `*distance`, and there the last of
 // those that are met at the same distance; -1 if there is none. Writes the distance found.
-using FaceSearch = int (*)(std::span<const FaceBlock> blocks, const Vec3& origin, const Vec3& direction,
-                           float minDistance, float* distance);
-
-struct NamedFaceSearch {
-    std::string instructionSet;
-    FaceSearch search;
-};
-
-// Those that this processor can run, the fastest first.
-const std::vector<NamedFaceSearch>& faceSearches();
+int nearestFace(std::span<const FaceBlock> blocks, const Vec3& origin, const Vec3& direction,
+                float minDistance, float* distance);
+// What it comes to on a processor that has no AVX.
+int nearestFaceWithoutAvx(std::span<const FaceBlock> blocks, const Vec3& origin, const Vec3& direction,
+                          float minDistance, float* distance);
