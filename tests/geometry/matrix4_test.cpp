@@ -21,34 +21,17 @@ Matrix4 randomMatrix(std::mt19937& random) {
     return matrix;
 }
 
-TEST(Vec3, CrossDotAndLength) {
-    const Vec3 a = {1, 2, 3}, b = {-4, 5, 0.5f};
-    expectNear(cross(a, b), {-14, -12.5f, 13});
-    EXPECT_EQ(dot(a, b), 7.5f);
-    Vec3 unit = {0, 3, -4};
-    EXPECT_EQ(unit.length(), 5);
-    unit.normalize();
-    expectNear(unit, {0, 0.6f, -0.8f});
-    Vec3 zero = {0, 0, 0};
-    zero.normalize();
-    EXPECT_FALSE(std::isfinite(zero.x));
-}
-
 TEST(Matrix4, RotationsTurnOneAxisIntoTheNext) {
     expectNear(transformPoint(rotationX(halfPi), {0, 1, 0}), {0, 0, 1});
     expectNear(transformPoint(rotationY(halfPi), {0, 0, 1}), {1, 0, 0});
     expectNear(transformPoint(rotationZ(halfPi), {1, 0, 0}), {0, 1, 0});
 }
 
-TEST(Matrix4, DirectionsAreNotTranslated) {
-    const Matrix4 matrix = translation({1, 2, 3});
-    expectNear(transformPoint(matrix, {4, 4, 4}), {5, 6, 7});
-    expectNear(transformDirection(matrix, {4, 4, 4}), {4, 4, 4});
-}
-
 TEST(Matrix4, AffineProductAppliesTheRightOneFirstAndIgnoresBottomRows) {
+    expectNear(transformPoint(translation({1, 2, 3}), {4, 4, 4}), {5, 6, 7});
+    expectNear(transformDirection(translation({1, 2, 3}), {4, 4, 4}), {4, 4, 4});
     std::mt19937 random(1);
-    Matrix4 a = randomMatrix(random), b = randomMatrix(random);
+    const Matrix4 a = randomMatrix(random), b = randomMatrix(random);
     const Matrix4 product = affineProduct(a, b);
     const Vec3 point = {0.5f, -1, 2};
     expectNear(transformPoint(product, point), transformPoint(a, transformPoint(b, point)));
@@ -58,7 +41,7 @@ TEST(Matrix4, AffineProductAppliesTheRightOneFirstAndIgnoresBottomRows) {
 
 TEST(Matrix4, InverseOfAnyMatrix) {
     std::mt19937 random(2);
-    for (int run = 0; run < 100; run++) {
+    for (int run = 0; run < 20; run++) {
         const Matrix4 matrix = randomMatrix(random);
         const Matrix4 inverted = inverse(matrix);
         for (int column = 0; column < 4; column++)

@@ -61,18 +61,7 @@ TEST_F(MeshGl, SecondaryColoursAreAddedToTheFirst) {
     EXPECT_EQ(readPixel(400, 300), (Pixel{255, 255, 102, 255}));
 }
 
-TEST_F(MeshGl, DrawLeavesNoArrayBehind) {
-    load({quadMesh()});
-    set.meshes[0].draw();
-    for (GLenum array : {GL_VERTEX_ARRAY, GL_NORMAL_ARRAY, GL_COLOR_ARRAY, GL_SECONDARY_COLOR_ARRAY})
-        EXPECT_FALSE(glIsEnabled(array));
-    EXPECT_EQ(stateOf(GL_CLIENT_ACTIVE_TEXTURE), GL_TEXTURE0);
-    EXPECT_FALSE(arrayEnabled(0));
-    EXPECT_EQ(stateOf(GL_ARRAY_BUFFER_BINDING), 0);
-    EXPECT_EQ(stateOf(GL_ELEMENT_ARRAY_BUFFER_BINDING), 0);
-}
-
-TEST_F(MeshGl, PointersFollowTheAttributeTable) {
+TEST_F(MeshGl, PointersFollowTheAttributeTableUntilItIsUnbound) {
     load({quadMesh()});
     const Mesh& mesh = set.meshes[0];
     mesh.bindArrays();
@@ -89,7 +78,14 @@ TEST_F(MeshGl, PointersFollowTheAttributeTable) {
     EXPECT_FALSE(glIsEnabled(GL_COLOR_ARRAY));
     EXPECT_TRUE(arrayEnabled(0));
     EXPECT_FALSE(arrayEnabled(1));
-    Mesh::unbindArrays();
+
+    mesh.draw();
+    for (const GLenum array : {GL_VERTEX_ARRAY, GL_NORMAL_ARRAY, GL_COLOR_ARRAY, GL_SECONDARY_COLOR_ARRAY})
+        EXPECT_FALSE(glIsEnabled(array));
+    EXPECT_EQ(stateOf(GL_CLIENT_ACTIVE_TEXTURE), GL_TEXTURE0);
+    EXPECT_FALSE(arrayEnabled(0));
+    EXPECT_EQ(stateOf(GL_ARRAY_BUFFER_BINDING), 0);
+    EXPECT_EQ(stateOf(GL_ELEMENT_ARRAY_BUFFER_BINDING), 0);
 }
 
 }  // namespace

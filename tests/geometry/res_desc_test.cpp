@@ -43,22 +43,6 @@ TEST(ResDesc, SeeksAndTellsShortReads) {
     seekAndReadShort(bytes);
 }
 
-TEST(ResDescFile, ClosesItsFile) {
-    const MemoryFile content("abc");
-    const auto nextDescriptor = [] {
-        const int descriptor = dup(0);
-        close(descriptor);
-        return descriptor;
-    };
-    const int before = nextDescriptor();
-    {
-        ResDesc* file = new ResDescFile(content.path());
-        EXPECT_NE(nextDescriptor(), before);
-        delete file;
-    }
-    EXPECT_EQ(nextDescriptor(), before);
-}
-
 TEST(ResDescFileDeath, MissingFileIsNamed) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(ResDescFile("no/such.AML"), testing::ExitedWithCode(1), "^File no/such.AML not found!\n$");
