@@ -1,15 +1,13 @@
 #include "tests/sound/signal.h"
 
-#include <unistd.h>
-#include <vorbis/vorbisenc.h>
 #include <vorbis/vorbisfile.h>
 
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <filesystem>
-#include <fstream>
 #include <numbers>
+
+#include "production/kit/sound/vorbis.h"
 
 // For the build with sanitizers: the encoder loses a block of its own when it is set up for surround sound.
 extern "C" const char* __lsan_default_suppressions() {
@@ -36,88 +34,10 @@ std::vector<float> makeTone(double seconds, int rate, double frequency) {
     return samples;
 }
 
-std::string scratchPath(const std::string& name) {
-    // A forked copy of the tests that ends by exit() leaves the folder to the process that made it.
-    static const struct Folder {
-        pid_t owner = getpid();
-        std::filesystem::path path =
-            std::filesystem::temp_directory_path() / ("sound-tests-" + std::to_string(owner));
-        Folder() { std::filesystem::create_directories(path); }
-        ~Folder() {
-            if (getpid() == owner) std::filesystem::remove_all(path);
-        }
-    } folder;
-    return folder.path / name;
-}
-
-namespace {
-
-struct VorbisWriter {
-    std::ofstream out;
-    vorbis_info info;
-    vorbis_comment comment;
-    vorbis_dsp_state dsp;
-    vorbis_block block;
-    ogg_stream_state stream;
-
-    VorbisWriter(const std::string& path, int rate, int channels) : out(path, std::ios::binary) {
-        vorbis_info_init(&info);
-        vorbis_encode_init_vbr(&info, channels, rate, 0.6f);
-        vorbis_comment_init(&comment);
-        vorbis_analysis_init(&dsp, &info);
-        vorbis_block_init(&dsp, &block);
-        static int serial = 0;
-        ogg_stream_init(&stream, ++serial);
-        ogg_packet packets[3];
-        vorbis_analysis_headerout(&dsp, &comment, &packets[0], &packets[1], &packets[2]);
-        for (ogg_packet& packet : packets) ogg_stream_packetin(&stream, &packet);
-        writePages(ogg_stream_flush);
-    }
-
-    ~VorbisWriter() {
-        encode(0);
-        ogg_stream_clear(&stream);
-        vorbis_block_clear(&block);
-        vorbis_dsp_clear(&dsp);
-        vorbis_comment_clear(&comment);
-        vorbis_info_clear(&info);
-    }
-
-    void writePages(int (*next)(ogg_stream_state*, ogg_page*)) {
-        ogg_page page;
-        while (next(&stream, &page)) {
-            out.write(reinterpret_cast<char*>(page.header), page.header_len);
-            out.write(reinterpret_cast<char*>(page.body), page.body_len);
-        }
-    }
-
-    // What was put into the analysis buffer; 0 ends the stream.
-    void encode(int frames) {
-        vorbis_analysis_wrote(&dsp, frames);
-        ogg_packet packet;
-        while (vorbis_analysis_blockout(&dsp, &block) == 1) {
-            vorbis_analysis(&block, nullptr);
-            vorbis_bitrate_addblock(&block);
-            while (vorbis_bitrate_flushpacket(&dsp, &packet)) {
-                ogg_stream_packetin(&stream, &packet);
-                writePages(ogg_stream_pageout);
-            }
-        }
-        if (frames == 0) writePages(ogg_stream_flush);
-    }
-};
-
-}  // namespace
-
 void writeVorbis(const std::string& path, const std::vector<float>& samples, int rate, int channels) {
-    VorbisWriter writer(path, rate, channels);
-    for (size_t at = 0; at < samples.size(); at += 1024) {
-        const int count = int(std::min<size_t>(1024, samples.size() - at));
-        float** buffer = vorbis_analysis_buffer(&writer.dsp, count);
-        for (int channel = 0; channel < channels; channel++)
-            std::copy_n(samples.begin() + long(at), count, buffer[channel]);
-        writer.encode(count);
-    }
+    static int serial = 0;
+    const std::vector<std::span<const float>> all(size_t(channels), samples);
+    audio::writeVorbis(path, all, {.rate = rate, .serial = ++serial});
 }
 
 std::vector<float> decodeVorbis(const std::string& path) {

@@ -11,8 +11,6 @@ constexpr int recordRate = 44100;  // Hz, of every recording
 // resampler; half of full scale.
 std::vector<float> makeNoise(double seconds, int rate);
 std::vector<float> makeTone(double seconds, int rate, double frequency);
-// A path in the tests' scratch folder.
-std::string scratchPath(const std::string& name);
 // `samples` go to every one of the channels. Several files can be chained by putting one after the other.
 void writeVorbis(const std::string& path, const std::vector<float>& samples, int rate, int channels);
 // The first channel of a file as any Vorbis player decodes it.

@@ -1,6 +1,7 @@
 #include "tests/sound/sound_server.h"
 
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <signal.h>
 #include <unistd.h>
 
@@ -67,7 +68,7 @@ constexpr char pipeWireFrontEnd[] = R"(" ] } }
 
 }  // namespace
 
-SoundServer::SoundServer(Kind kind) : home(scratchPath("server")) {
+SoundServer::SoundServer(Kind kind) {
     fs::create_directories(home + "/.config/pulse");
     fs::create_directories(home + "/run");
     fs::permissions(home + "/run", fs::perms::owner_all);
@@ -76,15 +77,16 @@ SoundServer::SoundServer(Kind kind) : home(scratchPath("server")) {
     environment.set("XDG_RUNTIME_DIR", home + "/run");
     environment.set("PATH", unpacked + "/bin:" + unpacked + "/usr/bin:" + valueOf("PATH"));
     kind == PulseAudio ? startPulseAudio() : startPipeWire();
+    EXPECT_TRUE(waitForFile(recorderSocket)) << "no such server here; ./test fetches it";
 }
 
 void SoundServer::startPulseAudio() {
     std::ofstream(home + "/.asoundrc") << "pcm.!default { type pulse }\n";
-    processes = {startProcess({"pulseaudio", "--daemonize=no", "--exit-idle-time=-1", "-n", "-L",
-                               "module-null-sink sink_name=ear rate=44100 channels=2 format=s16le", "-L",
-                               "module-native-protocol-unix auth-anonymous=1"})};
+    processes = {
+        startProcess({"pulseaudio", "--daemonize=no", "--exit-idle-time=-1", "-n", "-L",
+                      "module-null-sink sink_name=ear rate=44100 channels=2 format=s16le norewinds=1", "-L",
+                      "module-native-protocol-unix auth-anonymous=1"})};
     recorderSocket = home + "/run/pulse/native";
-    running = waitForFile(recorderSocket);
 }
 
 // The server, a session manager that looks for no hardware, and the front for the recorder.
@@ -115,14 +117,12 @@ void SoundServer::startPipeWire() {
     processes.push_back(
         startProcess({"wireplumber", byFile ? "-c" : "-p", byFile ? "policy.conf" : "policy"}));
     processes.push_back(startProcess({"pipewire", "-c", home + "/front.conf"}));
-    running = waitForFile(recorderSocket);
 }
 
 SoundServer::~SoundServer() {
     if (id() > 0) ::kill(id(), SIGCONT);
     for (auto process = processes.rbegin(); process != processes.rend(); process++)
         endProcess(*process, SIGTERM);
-    fs::remove_all(home);
 }
 
 void SoundServer::kill() {
@@ -142,6 +142,7 @@ Recorder::Recorder(const SoundServer& server) {
                      ends[1]);
     close(ends[1]);
     reader = std::thread(&Recorder::read, this);
+    for (int i = 0; i < 1000 && firstFrame > 1e299; i++) sleepSeconds(0.01);
 }
 
 Recorder::~Recorder() {
@@ -168,7 +169,7 @@ void Recorder::read() {
     for (;;) {
         const ssize_t got = ::read(pipeEnd, reinterpret_cast<char*>(frames) + held, sizeof frames - held);
         if (got <= 0) return;
-        firstFrame = std::min(firstFrame, secondsNow() - double(recorded.size()) / recordRate);
+        firstFrame = std::min(firstFrame.load(), secondsNow() - double(recorded.size()) / recordRate);
         const size_t bytes = held + size_t(got);
         for (size_t i = 0; i < bytes / 4; i++) recorded.push_back(float(frames[2 * i]) / 32768);
         held = bytes % 4;

@@ -4,11 +4,13 @@
 
 #include <sys/types.h>
 
+#include <atomic>
 #include <string>
 #include <thread>
 #include <vector>
 
 #include "tests/process.h"
+#include "tests/scratch.h"
 
 class SoundServer {
 public:
@@ -16,8 +18,6 @@ public:
 
     explicit SoundServer(Kind kind = PulseAudio);
     ~SoundServer();
-    // Whether it is on this machine and has started.
-    bool isRunning() const { return running; }
     // The process that its clients talk to; stopped, it answers nobody.
     pid_t id() const { return processes.empty() ? -1 : processes.front(); }
     void kill();
@@ -30,14 +30,15 @@ private:
     void startPipeWire();
 
     Environment environment;
-    std::string home;
+    ScratchDirectory scratch;
+    std::string home = scratch.path;
     std::vector<pid_t> processes;
-    bool running = false;
 };
 
 // All that the server's sink plays, first channel.
 class Recorder {
 public:
+    // Records when it is there.
     explicit Recorder(const SoundServer& server);
     ~Recorder();
     // Ends the recording.
@@ -52,5 +53,5 @@ private:
     int pipeEnd = -1;
     std::thread reader;
     std::vector<float> recorded;
-    double firstFrame = 1e300;  // when it was heard
+    std::atomic<double> firstFrame = 1e300;  // when it was heard
 };
