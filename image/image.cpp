@@ -10,7 +10,7 @@ Image createImage(int width, int height, int channels) {
     return {width, height, channels, channels, stride, new uint8_t[size_t(height) * stride]};
 }
 
-int loadImage(const char* path, Image* image, uint8_t flip) {
+int loadImage(const char* path, Image* image, bool flip) {
     const std::string_view name = path;
     const std::string_view kind = name.substr(name.size() - std::min<size_t>(name.size(), 3));
     if (kind == "png" || kind == "PNG") return loadPng(path, image, flip);
@@ -48,7 +48,7 @@ void swapMirrored(const Image& image, uint8_t* row, uint8_t* mirror) {
 
 }  // namespace
 
-void flipImage(const Image& image, uint8_t vertical, uint8_t horizontal) {
+void flipImage(const Image& image, bool vertical, bool horizontal) {
     const auto row = [&image](int y) { return image.pixels + size_t(y) * image.stride; };
     if (horizontal) {
         for (int y = 0; y < image.height; y++)

@@ -77,7 +77,7 @@ std::optional<Image> readJpeg(std::string_view bytes, std::string* problem) {
     return std::nullopt;
 }
 
-int loadJpeg(const char* path, Image* image, uint8_t flip) {
+int loadJpeg(const char* path, Image* image, bool flip) {
     const auto bytes = readWholeFile(path);
     if (!bytes) {
         fprintf(stderr, "can't open %s\n", path);
@@ -87,7 +87,7 @@ int loadJpeg(const char* path, Image* image, uint8_t flip) {
     jpeg_error_mgr errors;
     decoder.err = jpeg_std_error(&errors);
     decode(decoder, *bytes, image);
-    if (flip) flipImage(*image, 1, 0);
+    if (flip) flipImage(*image, true, false);
     return 0;
 }
 

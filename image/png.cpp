@@ -156,7 +156,7 @@ std::optional<Image> readPng(std::string_view bytes, std::string* problem) {
     return std::nullopt;
 }
 
-int loadPng(const char* path, Image* image, uint8_t flip) {
+int loadPng(const char* path, Image* image, bool flip) {
     const auto bytes = readWholeFile(path);
     if (!bytes) {
         fprintf(stderr, "can't open %s\n", path);
@@ -164,7 +164,7 @@ int loadPng(const char* path, Image* image, uint8_t flip) {
     }
     PngReading reading;
     reading.bytes = *bytes;
-    reading.flip = flip != 0;
+    reading.flip = flip;
     const bool loaded = read(reading);
     fputs(reading.said.c_str(), stderr);
     if (!loaded) return -1;
