@@ -65,15 +65,15 @@ enum Light { cold, warm, white, lightCount };
 using Lights = std::array<double, lightCount>;
 
 Lights lightsIn(Vec direction) {
-    const double beyond = smoothStep(-0.48, -0.78, direction.z);
+    const double beyond = smoothstep(-0.48, -0.78, direction.z);
     const double aside = direction.x / (std::hypot(direction.x, direction.y) + 1e-4);
-    const double upright = 1 - smoothStep(0.35, 0.9, std::abs(aside));
-    const double pool = direction.y > 0 ? mix(1.0, 0.46, smoothStep(0.0, 0.38, direction.y))
-                                        : mix(1.0, 0.40, smoothStep(0.0, -0.15, direction.y));
+    const double upright = 1 - smoothstep(0.35, 0.9, std::abs(aside));
+    const double pool = direction.y > 0 ? mix(1.0, 0.46, smoothstep(0.0, 0.38, direction.y))
+                                        : mix(1.0, 0.40, smoothstep(0.0, -0.15, direction.y));
     const double over = direction.y > 0 ? 0.3 * upright : 0;
-    const double under = smoothStep(0.06, -0.40, direction.y) * upright;
-    return {beyond * (pool * smoothStep(-0.35, -0.9, aside) + over),
-            beyond * (pool * smoothStep(0.35, 0.9, aside) + under), viewer::cometLight(direction)};
+    const double under = smoothstep(0.06, -0.40, direction.y) * upright;
+    return {beyond * (pool * smoothstep(-0.35, -0.9, aside) + over),
+            beyond * (pool * smoothstep(0.35, 0.9, aside) + under), viewer::cometLight(direction)};
 }
 
 // Chooses what each mirror seems to face. Some flash with the comet, each when the fewest others do; the

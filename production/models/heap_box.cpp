@@ -60,11 +60,11 @@ Shape terraceWalls() {
 Shape stretch(Vec from, Vec along, int number) {
     constexpr double leans[heap::roomsInStretch] = {0.0, -0.3, 0.25, -0.1, 0.3, 0.1}, lit = 1.6, dark = 0.3;
     const Vec step = along * (1.0 / heap::roomsInStretch), tall = {0, 2 * (halfHeight - slab), 0};
-    const auto& [low, high] = hull::rooms[number];
+    const Patch& rooms = hull::rooms[number];
     std::vector<Shape> panes;
     for (int i = 0; i < heap::roomsInStretch; i++) {
-        const auto across = [&](int k) { return mix(low.s, high.s, double(k) / heap::roomsInStretch); };
-        const Patch room = {{across(i), low.t}, {across(i + 1), high.t}};
+        const Patch room = {rooms.at(double(i) / heap::roomsInStretch, 0),
+                            rooms.at(double(i + 1) / heap::roomsInStretch, 1)};
         const double down = heap::evenings[number][i] == 'o' ? dark : lit;
         panes.push_back(shaded(painted(sheet(from + step * i, step, tall), room), [&](Vec, Vec normal) {
             return normal + normalized(along) * leans[i] - Vec{0, down, 0};

@@ -125,7 +125,7 @@ Part leg() {
 
 Part pelvis() {
     const Outline wall = platedProfile({49, 53, 64}, {1.1, 1.1, 0.9, 3}, [](double y) {
-        return 20 - 0.02 * (y - 57) * (y - 57) - 3 * smoothStep(60, 65, y);
+        return 20 - 0.02 * (y - 57) * (y - 57) - 3 * smoothstep(60, 65, y);
     });
     const Outline profile =
         chained({{{0, 46}, {10, 46}}, wall, {{12, 64.6}, {11, 62.5}, {7, 62.5}, {6.4, 64}, {0, 64}}});
@@ -148,7 +148,7 @@ Shape waist() {
 }
 
 double chestRadius(double y) {
-    return 13 + 17 * smoothStep(80, 112, y) - 11 * smoothStep(115, 131, y);
+    return 13 + 17 * smoothstep(80, 112, y) - 11 * smoothstep(115, 131, y);
 }
 
 Shape torso() {
@@ -227,7 +227,7 @@ constexpr Vec aerialFoot = {5.5, 16.5, -3}, aerialTip = {19, 33.5, -7};
 
 // A television's tube: wide in front, drawn in behind. Where a place of the plain box comes to lie.
 Vec onShell(Vec p) {
-    const double k = smoothStep(6, -16, p.z);
+    const double k = smoothstep(6, -16, p.z);
     return {p.x * mix(1, 0.72, k), p.y * mix(1, 0.8, k) + k * 1.5, p.z};
 }
 
@@ -318,18 +318,13 @@ Shape unlit(const Shape& shape) {
 // A domed disc lying on the xz plane, with a round picture.
 Shape dial(double radius, double rise, const Patch& picture) {
     const int sides = 24, rings = 4;
-    Shape disc = grid(sides, rings + 1, true, false, [&](int c, int r) {
+    const Shape disc = grid(sides, rings + 1, true, false, [&](int c, int r) {
         const double out = radius * (1 - double(r) / rings), turn = -2 * pi * c / sides;
         return Vec{out * std::cos(turn), rise * (1 - out * out / (radius * radius)), out * std::sin(turn)};
     });
-    for (Face& face : disc.faces) {
-        for (size_t i = 0; i < face.points.size(); i++) {
-            const Vec p = disc.points[face.points[i]];
-            face.uvs[i] = {mix(picture.low.s, picture.high.s, 0.5 + 0.5 * p.x / radius),
-                           mix(picture.low.t, picture.high.t, 0.5 - 0.5 * p.z / radius)};
-        }
-    }
-    return welded(disc);
+    return welded(mappedBy(disc, [&](const Face&, Vec p) {
+        return picture.at(0.5 + 0.5 * p.x / radius, 0.5 - 0.5 * p.z / radius);
+    }));
 }
 
 Shape shoulderCap() {

@@ -34,9 +34,7 @@ Shape skin(std::span<const Flat> profile) {
 Shape fineSkin(std::span<const Flat> profile, int along) {
     Outline fine = {profile[0]};
     for (size_t i = 0; i + 1 < profile.size(); i++)
-        for (int k = 1; k <= along; k++)
-            fine.push_back({mix(profile[i].x, profile[i + 1].x, double(k) / along),
-                            mix(profile[i].y, profile[i + 1].y, double(k) / along)});
+        for (int k = 1; k <= along; k++) fine.push_back(mix(profile[i], profile[i + 1], double(k) / along));
     return skin(fine);
 }
 
@@ -66,16 +64,11 @@ Vec acrossTheHall(Vec p, double viewerTurn) {
 // The wall of each quarter shows its own picture, mirrored about its middle. It lights up as a whole when the
 // viewer is right across.
 Shape paintedWall() {
-    Shape shape = fineSkin(wall, 14);
-    for (Face& face : shape.faces) {
-        const auto [index, middle] = bearingOf(shape, face);
-        const Patch& patch = walls::backdrops[index];
-        for (size_t i = 0; i < face.points.size(); i++) {
-            const Vec p = shape.points[face.points[i]];
-            face.uvs[i] = {mix(patch.low.s, patch.high.s, aside(p, middle)),
-                           mix(patch.low.t, patch.high.t, p.y / wallHeight)};
-        }
-    }
+    const Shape plain = fineSkin(wall, 14);
+    Shape shape = mappedBy(plain, [&](const Face& face, Vec p) {
+        const auto [index, middle] = bearingOf(plain, face);
+        return walls::backdrops[index].at(aside(p, middle), p.y / wallHeight);
+    });
     for (Face& face : shape.faces) {
         const double middle = bearingOf(shape, face).middle;
         for (int point : face.points)
@@ -86,18 +79,14 @@ Shape paintedWall() {
 
 // Floor and dome: over the part's breadth from the axis to the wall, over its height half a bay.
 Shape paintedDisc(std::span<const Flat> profile, int along, const Patch& patch) {
-    Shape shape = fineSkin(profile, along);
-    for (Face& face : shape.faces) {
-        const Vec centre = faceCentre(shape, face);
+    const Shape plain = fineSkin(profile, along);
+    const Shape shape = mappedBy(plain, [&](const Face& face, Vec p) {
+        const Vec centre = faceCentre(plain, face);
         const double bay = quarter / 2, turn = std::atan2(centre.z, centre.x) - pillarTurn;
         const double middle = pillarTurn + bay * std::round(turn / bay);
-        for (size_t i = 0; i < face.points.size(); i++) {
-            const Vec p = shape.points[face.points[i]];
-            const double out = std::hypot(p.x, p.z) / wallRadius;
-            const double half = out > 1e-6 ? std::min(1.0, 2 * aside(p, middle)) : 0.5;
-            face.uvs[i] = {mix(patch.low.s, patch.high.s, out), mix(patch.low.t, patch.high.t, half)};
-        }
-    }
+        const double out = std::hypot(p.x, p.z) / wallRadius;
+        return patch.at(out, out > 1e-6 ? std::min(1.0, 2 * aside(p, middle)) : 0.5);
+    });
     return shaded(shape, [](Vec p, Vec) { return acrossTheHall(p, std::atan2(-p.z, -p.x)); });
 }
 

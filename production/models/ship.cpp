@@ -20,8 +20,8 @@ constexpr double frontRing = 22, rearRing = 33;  // radius of each ring's nozzle
 // shoulder under the front ring, a slim waist and the swelling that carries the engines.
 double hullRadius(double y) {
     const double nose = 14.5 * std::pow(std::clamp((92 - y) / 50, 0.0, 1.0), 0.8);
-    const double waist = 5.5 * smoothStep(34, 8, y) * smoothStep(-34, -4, y);
-    return nose - waist + 8 * smoothStep(-10, -44, y) - 5 * smoothStep(-54, -78, y);
+    const double waist = 5.5 * smoothstep(34, 8, y) * smoothstep(-34, -4, y);
+    return nose - waist + 8 * smoothstep(-10, -44, y) - 5 * smoothstep(-54, -78, y);
 }
 
 // What each stretch of the hull shows of the picture, from its lower end (y) up.
@@ -36,23 +36,17 @@ constexpr Band livery[] = {
     {32, hull::numbered}, {58, hull::dark},     {66, hull::striped},   {81, hull::plain}, {92, {}}};
 
 // Between two grooves each band is painted along the ship, so that it reads from nose to tail.
-Shape painted(Shape shape) {
-    for (Face& face : shape.faces) {
+Shape painted(const Shape& shape) {
+    return mappedBy(shape, [&](const Face& face, Vec p) {
         const Vec centre = faceCentre(shape, face);
         const Band* band = livery;
         while (centre.y > band[1].low) band++;
         const double land = std::floor(std::atan2(-centre.z, centre.x) / (2 * pi) * flutes);
-        for (size_t i = 0; i < face.points.size(); i++) {
-            const Vec p = shape.points[face.points[i]];
-            const double turn =
-                std::hypot(p.x, p.z) > 0.01 ? std::atan2(-p.z, p.x) / (2 * pi) * flutes - land : 0.5;
-            const double across = turn - flutes * std::round((turn - 0.5) / flutes);
-            const double along = (band[1].low - p.y) / (band[1].low - band->low);
-            face.uvs[i] = {mix(band->patch.low.s, band->patch.high.s, along),
-                           mix(band->patch.low.t, band->patch.high.t, across)};
-        }
-    }
-    return shape;
+        const double turn =
+            std::hypot(p.x, p.z) > 0.01 ? std::atan2(-p.z, p.x) / (2 * pi) * flutes - land : 0.5;
+        const double across = turn - flutes * std::round((turn - 0.5) / flutes);
+        return band->patch.at((band[1].low - p.y) / (band[1].low - band->low), across);
+    });
 }
 
 Shape body() {
@@ -70,13 +64,9 @@ Shape sail(const Outline& outline, const std::vector<Vec>& lit) {
     const auto plate = [](const Outline& edge, double thickness, double bevel) {
         return moved(extrude(edge, thickness, bevel), {0, 0, -thickness / 2});
     };
-    Shape field = plate(insetBy(outline, 2.6), 6, 0.8);
-    for (Face& face : field.faces)
-        for (size_t i = 0; i < face.points.size(); i++) {
-            const Vec p = field.points[face.points[i]];
-            face.uvs[i] = {mix(hull::sail.low.s, hull::sail.high.s, p.x / 60),
-                           mix(hull::sail.low.t, hull::sail.high.t, (p.y + 90) / 180)};
-        }
+    const Shape field = mappedBy(plate(insetBy(outline, 2.6), 6, 0.8), [](const Face&, Vec p) {
+        return hull::sail.at(p.x / 60, (p.y + 90) / 180);
+    });
     Sweep edge;
     edge.path = curveThrough(lit, false, 3);
     edge.up = {0, 0, 1};

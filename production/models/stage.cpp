@@ -66,13 +66,13 @@ Shape litIn(const Shape& shape, double turn, Lamps lamps) {
     const Vec warmLamp = normalized(back * 0.7 + up * 0.6 + right * 0.6),
               coldLamp = normalized(back * 0.5 + up * 0.2 - right * 0.8);
     return shaded(shape, [=](Vec p, Vec normal) {
-        const double warm = lamps.warm * smoothStep(0.35, 1.0, dot(normal, warmLamp)),
-                     cold = lamps.cold * smoothStep(0.05, 1.0, dot(normal, coldLamp));
+        const double warm = lamps.warm * smoothstep(0.35, 1.0, dot(normal, warmLamp)),
+                     cold = lamps.cold * smoothstep(0.05, 1.0, dot(normal, coldLamp));
         const double light = std::max(warm, cold);
         const double along = mix(glowBegins, glowIsFull, light), beside = std::sqrt(1 - along * along);
         const Vec shown = warm > cold ? Vec{0, -beside, along} : Vec{-beside, 0.02, along};
         const Vec facing = viewer::facing(view, p, shown);
-        return mix(normal, facing * (dot(facing, normal) < 0 ? -1 : 1), smoothStep(0.02, 0.25, light));
+        return mix(normal, facing * (dot(facing, normal) < 0 ? -1 : 1), smoothstep(0.02, 0.25, light));
     });
 }
 
@@ -104,7 +104,7 @@ Shape stageFloor() {
                     const double high = flat > dark ? steeper * (0.5 + 0.5 * std::sin(2 * turn)) : 0;
                     const double fall = i == 0 ? std::min(flat + high, mostOutside) : flat + high;
                     return up - normalized(Vec{p.x, 0, p.z}) *
-                                    mix(fall, dark, smoothStep(0.95, 0.35, std::abs(aside)));
+                                    mix(fall, dark, smoothstep(0.95, 0.35, std::abs(aside)));
                 }));
             from = to;
         }
@@ -361,16 +361,17 @@ Shape towerWindows() {
 // The sun behind the ship, cut into ever thinner bands towards the horizon.
 Shape sunDisc() {
     constexpr double radius = 215, distance = 436, middle = 300;  // its edges just before the wall
-    constexpr struct {
+    struct Band {
         double low, high;  // of the radius
         int steps;
-    } bands[] = {{0.06, 1, 14},       {-0.115, 0.02, 3},   {-0.285, -0.165, 3},
-                 {-0.465, -0.355, 3}, {-0.655, -0.555, 3}, {-0.845, -0.765, 3}};
+    };
+    constexpr Band bands[] = {{0.06, 1, 14},       {-0.115, 0.02, 3},   {-0.285, -0.165, 3},
+                              {-0.465, -0.355, 3}, {-0.655, -0.555, 3}, {-0.845, -0.765, 3}};
     std::vector<Shape> parts;
-    for (const auto& [low, high, steps] : bands)
-        parts.push_back(grid(2, steps, false, false, [&](int c, int r) {
+    for (const Band& band : bands)
+        parts.push_back(grid(2, band.steps, false, false, [&](int c, int r) {
             // Closer together where the outline turns.
-            const double k = double(r) / (steps - 1), y = mix(low, high, std::sin(k * pi / 2));
+            const double k = double(r) / (band.steps - 1), y = mix(band.low, band.high, std::sin(k * pi / 2));
             return Vec{distance, middle + radius * y,
                        radius * std::sqrt(std::max(1 - y * y, 1e-4)) * (c == 0 ? -1 : 1)};
         }));

@@ -48,8 +48,8 @@ constexpr double railHalf = 0.024;    // columns
 
 // The lit riser behind so many teeth.
 Patch hoop(int tooth) {
-    const double t = mix(walls::rail.low.t, walls::rail.high.t, double(tooth) / teeth);
-    return {{walls::rail.low.s, t}, {walls::rail.high.s, t}};
+    const double up = double(tooth) / teeth;
+    return {walls::rail.at(0, up), walls::rail.at(1, up)};
 }
 
 class Bore {
@@ -59,8 +59,8 @@ public:
     void add(int column, const Station& low, const Station& high, bool hidden, const Patch& patch) {
         std::vector<int> points;
         std::vector<Uv> uvs;
-        addEdge(column, low, false, patch.low.t, patch, points, uvs);
-        addEdge(column, high, true, patch.high.t, patch, points, uvs);
+        addEdge(column, low, false, patch, points, uvs);
+        addEdge(column, high, true, patch, points, uvs);
         if (hidden) {
             std::reverse(points.begin(), points.end());
             uvs.assign(uvs.size(), patch.low);
@@ -85,21 +85,21 @@ public:
             shape.points.push_back(p);
         const auto& [begin, end] = patch;
         addFace(shape, {first, first + 1, first + 2, first + 3},
-                {begin, {end.s, begin.t}, end, {begin.s, end.t}});
+                {begin, {end.x, begin.y}, end, {begin.x, end.y}});
         addFace(shape, {first, first + 3, first + 2, first + 1}, {begin, begin, begin, begin});
     }
 
     Shape shape;
 
 private:
-    void addEdge(int column, const Station& station, bool back, double t, const Patch& patch,
-                 std::vector<int>& points, std::vector<Uv>& uvs) {
+    void addEdge(int column, const Station& station, bool back, const Patch& patch, std::vector<int>& points,
+                 std::vector<Uv>& uvs) {
         const int steps = station.round ? split : 1;
         for (int i = 0; i <= steps; i++) {
             const double across = double(back ? steps - i : i) / steps;
             points.push_back(int(shape.points.size()));
             shape.points.push_back(onBore(column + across, station));
-            uvs.push_back({mix(patch.low.s, patch.high.s, across), t});
+            uvs.push_back(patch.at(across, back ? 1 : 0));
         }
     }
     void addStrip(double column, const Station& low, const Station& high, const Patch& patch) {
@@ -109,7 +109,7 @@ private:
              {onBore(column, low), onBore(next, low), onBore(next, high), onBore(column, high)})
             shape.points.push_back(p);
         const auto& [from, to] = patch;
-        addFace(shape, {first, first + 1, first + 2, first + 3}, {from, {to.s, from.t}, to, {from.s, to.t}});
+        addFace(shape, {first, first + 1, first + 2, first + 3}, {from, {to.x, from.y}, to, {from.x, to.y}});
     }
 };
 
@@ -135,8 +135,7 @@ void makeTunnel(const char* path) {
                          to = mix(plank.first, plank.last, double(i + 1) / pieces);
             bore.addBacked(plank.column + plankMargin, plank.column + 1 - plankMargin,
                            {plankRadius, end + length * from}, {plankRadius, end + length * to},
-                           {{walls::panel.low.s, mix(walls::panel.low.t, walls::panel.high.t, from / teeth)},
-                            {walls::panel.high.s, mix(walls::panel.low.t, walls::panel.high.t, to / teeth)}});
+                           {walls::panel.at(0, from / teeth), walls::panel.at(1, to / teeth)});
         }
     }
     for (int column = 0; column < columns; column++)

@@ -15,7 +15,6 @@ using namespace picture;
 namespace {
 
 constexpr int size = 512;
-constexpr float pi = 3.14159265f;
 constexpr float pixelAspect = 4.0f / 3;
 constexpr float margin = 38, blockColumns = 350;  // kept clear at the screen's side; what all lines share
 constexpr float roleLine = 104, roleHeight = 36;  // rows
@@ -46,7 +45,7 @@ constexpr float clockPitch = blockBreadth / 6, meshPitch = blockBreadth / 8, bar
 // A clock for every effect, each a step further round.
 float clockMark(int i, int count, Point place) {
     const Point p = place - middleOf(i, count, 2, clockPitch);
-    const float radius = length(p), turn = std::atan2(p.x, -p.y);
+    const float radius = length(p), turn = arcTan(p.x, -p.y);
     const float gone = 2 * pi * (i + 1) / count;
     const float wedge = (turn < 0 ? turn + 2 * pi : turn) < gone ? radius - 21.5f : 99;
     return std::fmin(wedge, std::fabs(radius - 27.5f) - 2.0f);
@@ -98,11 +97,11 @@ constexpr Sign meshSigns[] = {
     },
     // The ring.
     [](Point p) {
-        return 0.5f * lined(length({p.x, p.y * 2.4f}) - 24, 8);
+        return 0.5f * lined(length(Point{p.x, p.y * 2.4f}) - 24, 8);
     },
     // The band of the stripes.
     [](Point p) {
-        const float r = length(p), turn = std::atan2(p.y, p.x);
+        const float r = length(p), turn = arcTan(p.y, p.x);
         const float inside = std::fabs(r - 18) - 9 * std::fabs(std::cos(1.5f * turn));
         const float string = r * std::fabs(std::sin(std::remainder(turn, pi / 12))) - 0.9f;
         return either(lined(0.7f * inside, 2.8f), std::fmax(string, inside));
@@ -139,7 +138,7 @@ constexpr Sign meshSigns[] = {
     },
     // The ball as beams meet it, and as it is seen.
     [](Point p) {
-        const float r = length(p), turn = std::remainder(std::atan2(p.x, p.y), pi / 4);
+        const float r = length(p), turn = std::remainder(arcTan(p.x, p.y), pi / 4);
         return either(lined(r * std::cos(turn) - 23, 3.5f),
                       std::fmax(lined(r * std::sin(turn - pi / 8), 2), r - 23));
     },

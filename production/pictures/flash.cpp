@@ -77,7 +77,7 @@ void makeWhite(const char* path) {
     Canvas canvas(size, size);
     paint(canvas, [&](float x, float y, Rgba) {
         const float u = (2 * x / size - 1) * 4 / 3, v = 2 * y / size - 1;
-        const float r = std::hypot(u, v), a = std::atan2(v, u);
+        const float r = std::hypot(u, v), a = arcTan(v, u);
         const float rays = std::pow(0.5f + 0.5f * std::cos(7 * a + 0.9f), 3.0f) +
                            0.6f * std::pow(0.5f + 0.5f * std::cos(11 * a + 2.2f), 4.0f);
         const float fall = std::exp(-1.0f * r) * smoothstep(0.22f, 0.5f, r);

@@ -49,7 +49,7 @@ float sourceSign(Point p) {
 
 // A cogwheel.
 float machineSign(Point p) {
-    const float turn = std::atan2(p.y, p.x), r = length(p);
+    const float turn = arcTan(p.y, p.x), r = length(p);
     const float tooth = 4 * smoothstep(-0.35f, 0.35f, std::cos(10 * turn));
     return std::fmin(std::fabs(r - 18 - tooth) - 1.8f, std::fabs(r - 8) - 1.6f);
 }

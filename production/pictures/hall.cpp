@@ -23,7 +23,7 @@ Rgba field(float distance, float softness, Rgba colour) {
 Rgba halo(float x, float y) {
     constexpr float haloHeight = 354, size = 0.86f;
     const float r = std::hypot(x, y - haloHeight) / size;
-    const float angle = std::atan2(y - haloHeight, x);
+    const float angle = arcTan(y - haloHeight, x);
     Rgba c = opaque(0.030f, 0.042f, 0.060f) + light(0.08f, 0.12f, 0.16f) * bell(y - haloHeight, 150);
     c = c + field(r - 150, 2, light(0.12f, 0.15f, 0.18f)) + light(0.30f, 0.36f, 0.42f) * std::exp(-r / 60);
     c = c + lines(r - 152, 12, light(0.75f, 0.72f, 0.72f)) + lines(r - 176, 3, light(0.40f, 0.44f, 0.48f));

@@ -12,23 +12,6 @@ using namespace picture;
 
 namespace {
 
-struct Direction {
-    float x, y, z;
-};
-
-float dot(Direction p, Direction q) {
-    return p.x * q.x + p.y * q.y + p.z * q.z;
-}
-Direction cross(Direction p, Direction q) {
-    return {p.y * q.z - p.z * q.y, p.z * q.x - p.x * q.z, p.x * q.y - p.y * q.x};
-}
-Direction operator+(Direction p, Direction q) {
-    return {p.x + q.x, p.y + q.y, p.z + q.z};
-}
-Direction operator*(Direction p, float k) {
-    return {p.x * k, p.y * k, p.z * k};
-}
-
 // A rectangular lamp in the sky: where it hangs (degrees; azimuth 0 is behind the viewer, 90 to the right),
 // its half size on the plane one unit away, its turn in that plane, how soft its edge is, and its light.
 struct Softbox {
@@ -45,7 +28,6 @@ struct HungLamp {
 };
 
 HungLamp hung(const Softbox& lamp) {
-    const float degree = 0.017453293f;
     const float a = lamp.azimuth * degree, e = lamp.elevation * degree;
     const float c = std::cos(lamp.turn * degree), s = std::sin(lamp.turn * degree);
     const Direction axis = {std::cos(e) * std::sin(a), std::sin(e), std::cos(e) * std::cos(a)};
@@ -110,9 +92,8 @@ Rgba rimLight(Direction towards) {
 
 // A comet, its tail running on to the right: what hangs before the hall's wall is shaded so that it shows it.
 Rgba cometLight(Direction towards) {
-    const float degree = 0.017453293f;
-    const float along = std::atan2(towards.x, towards.z) / degree - float(comet::azimuth);
-    const float above = std::asin(std::clamp(towards.y, -1.0f, 1.0f)) / degree - float(comet::elevation);
+    const float along = arcTan(towards.x, towards.z) / degree - float(comet::azimuth);
+    const float above = arcSin(std::clamp(towards.y, -1.0f, 1.0f)) / degree - float(comet::elevation);
     const float away = std::hypot(along * float(comet::azimuthShrinks), above);
     Rgba seen = light(1, 1, 1) * bell(away, float(comet::headBreadth)) +
                 light(0.30f, 0.44f, 0.80f) * bell(away, 3.2f);

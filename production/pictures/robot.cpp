@@ -37,7 +37,7 @@ const Rgba gold = opaque(1.0f, 0.80f, 0.42f), amber = opaque(1.0f, 0.42f, 0.06f)
 float hangingArc(Point p, Point middle, float radius, float half) {
     const Point aside = {std::fabs(p.x - middle.x), p.y - middle.y};
     const Point end = {radius * std::sin(half), radius * std::cos(half)};
-    return std::atan2(aside.x, aside.y) < half ? std::fabs(length(aside) - radius) : length(aside - end);
+    return arcTan(aside.x, aside.y) < half ? std::fabs(length(aside) - radius) : length(aside - end);
 }
 
 // The face on a glass of 640 x 512: two round eyes and a smile.
@@ -64,7 +64,7 @@ float sleepInk(Point p) {
 
 // A lens with a bright rim, seven blades and a heart.
 Rgba irisAt(Point p, float radius) {
-    const float r = length(p) / radius, turn = std::atan2(p.y, p.x);
+    const float r = length(p) / radius, turn = arcTan(p.y, p.x);
     const float pixel = radius;
     const float blades = 0.5f + 0.5f * std::cos(7 * (turn + 1.4f * r));
     Rgba c = amber * (0.55f * bell(r - 0.80f, 0.05f)) + gold * (0.9f * coverage((r - 0.30f) * pixel));
@@ -75,11 +75,11 @@ Rgba irisAt(Point p, float radius) {
 
 // A screen of 384 x 320 that shows a heart and its beat.
 Rgba pulseAt(Point p) {
-    const float lines = 0.84f + 0.16f * std::cos(p.y * 0.78539816f);
+    const float lines = 0.84f + 0.16f * std::cos(p.y * pi / 4);
     // A square on its corner, and a half circle on each of its upper sides.
     const Point heart = {std::fabs(p.x - 192), p.y - 88};
     const float halves =
-        std::fmin(length(heart - Point{31, -31}) - 44, box(turned(heart, 0.7853982f), {0, 0}, {44, 44}));
+        std::fmin(length(heart - Point{31, -31}) - 44, box(turned(heart, pi / 4), {0, 0}, {44, 44}));
     const Point trace[] = {{20, 236},  {110, 236}, {132, 212}, {152, 236}, {166, 250}, {190, 168},
                            {214, 288}, {230, 236}, {262, 222}, {284, 236}, {364, 236}};
     float away = 1e9f;
@@ -109,7 +109,7 @@ void makeRobotFace(const char* path) {
         if (x < 640) {
             const Point onGlass = {x, front ? y : y - 512};
             const float ink = front ? faceInk(onGlass) : sleepInk(onGlass);
-            const float lines = 0.84f + 0.16f * std::cos(y * 0.78539816f);
+            const float lines = 0.84f + 0.16f * std::cos(y * pi / 4);
             // The tube itself, lit from within.
             const float sheen = 0.030f * bell(length(onGlass - Point{320, 250}), 190);
             const Rgba tint = front ? gold : mix(amber, gold, bell(onGlass.y - 256, 80));

@@ -9,7 +9,7 @@ void makeSpot(const char* path) {
     Canvas canvas(size, size);
     paint(canvas, [&](float x, float y, Rgba) {
         const float u = 2 * x / size - 1, v = 2 * y / size - 1;
-        const float radius = std::hypot(u, v), angle = std::atan2(v, u);
+        const float radius = std::hypot(u, v), angle = arcTan(v, u);
         const float inside = 1 - smoothstep(0.55f, 0.98f, radius);
         const float core = bell(radius, 0.15f), bloom = 0.85f * std::exp(-radius * 4.2f);
         const float ring = 0.35f * bell(radius - 0.52f, 0.035f) * (0.6f + 0.4f * std::cos(angle * 6));

@@ -13,22 +13,7 @@ using namespace picture;
 namespace {
 
 constexpr int size = 1024;
-constexpr float pi = 3.14159265f;
 
-struct Direction {
-    float x, y, z;
-};
-
-Direction normalized(Direction d) {
-    const float length = std::sqrt(d.x * d.x + d.y * d.y + d.z * d.z);
-    return {d.x / length, d.y / length, d.z / length};
-}
-float dot(Direction a, Direction b) {
-    return a.x * b.x + a.y * b.y + a.z * b.z;
-}
-Direction cross(Direction a, Direction b) {
-    return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
-}
 float signOf(float x) {
     return x < 0 ? -1.0f : 1.0f;
 }
@@ -37,13 +22,10 @@ float signOf(float x) {
 Direction directionAt(float x, float y) {
     const float u = 2 * x / size - 1, v = 1 - 2 * y / size;
     const float up = 1 - std::fabs(u) - std::fabs(v);
-    if (up >= 0) return normalized({u, up, v});
-    return normalized({(1 - std::fabs(v)) * signOf(u), up, (1 - std::fabs(u)) * signOf(v)});
+    if (up >= 0) return normalized(Direction{u, up, v});
+    return normalized(Direction{(1 - std::fabs(v)) * signOf(u), up, (1 - std::fabs(u)) * signOf(v)});
 }
-struct Place {
-    float x, y;  // pixels
-};
-Place placeOf(Direction d) {
+Point placeOf(Direction d) {
     const float sum = std::fabs(d.x) + std::fabs(d.y) + std::fabs(d.z);
     float u = d.x / sum, v = d.z / sum;
     if (d.y < 0) {
@@ -55,7 +37,7 @@ Place placeOf(Direction d) {
 }
 
 // The river's plane: it rises steeply from one horizon to the other.
-const Direction riverPole = normalized({0.62f, 0.50f, 0.60f});
+const Direction riverPole = normalized(Direction{0.62f, 0.50f, 0.60f});
 
 // How much of a cloud lies at a place, and what it is made of.
 struct Cloud {
@@ -100,7 +82,7 @@ void addStar(Canvas& canvas, Direction star, float brightness, Rgba tint) {
     const float halo = brightness > 0.6f ? 5 * brightness * pixel : 0;
     const float reach = std::fmax(4 * core, std::fmax(2.4f * arm, 2.5f * halo));
     const Direction right = normalized(cross({0.1f, 0.99f, 0.05f}, star)), up = cross(star, right);
-    const Place middle = placeOf(star);
+    const Point middle = placeOf(star);
     const int around = int(reach / pixel * 1.8f) + 2;
     const auto shine = [&](int px, int py) {
         if (px < 0 || py < 0 || px >= size || py >= size) return;
@@ -173,10 +155,8 @@ void addCluster(Canvas& canvas, const Cluster& cluster, int seed) {
         const float radius = cluster.spread * (1 / (1 - 0.86f * randomAt(i, 0, seed)) - 0.9f);
         const float angle = 2 * pi * randomAt(i, 1, seed), brightness = std::pow(randomAt(i, 2, seed), 4.0f);
         const float a = radius * std::cos(angle), b = radius * std::sin(angle);
-        addStar(canvas,
-                normalized({middle.x + right.x * a + up.x * b, middle.y + right.y * a + up.y * b,
-                            middle.z + right.z * a + up.z * b}),
-                0.10f + 0.62f * brightness, tintOf(mix(randomAt(i, 3, seed), 1, cluster.warmth)));
+        addStar(canvas, normalized(middle + right * a + up * b), 0.10f + 0.62f * brightness,
+                tintOf(mix(randomAt(i, 3, seed), 1, cluster.warmth)));
     }
 }
 
@@ -189,10 +169,10 @@ void makeStars(const char* path) {
     int seed = 100;
     for (const Cluster& cluster : clusters) addCluster(canvas, cluster, seed++);
     // The few that make the sky one's own.
-    addStar(canvas, normalized({0.3f, 0.7f, 0.5f}), 1.0f, tintOf(0.2f));
-    addStar(canvas, normalized({-0.8f, 0.3f, -0.2f}), 0.92f, tintOf(1));
-    addStar(canvas, normalized({0.2f, 0.2f, -0.9f}), 0.88f, tintOf(0.5f));
-    addStar(canvas, normalized({0.9f, 0.1f, 0.3f}), 0.95f, tintOf(0));
-    addStar(canvas, normalized({-0.4f, 0.15f, 0.8f}), 0.95f, tintOf(0.8f));
+    addStar(canvas, normalized(Direction{0.3f, 0.7f, 0.5f}), 1.0f, tintOf(0.2f));
+    addStar(canvas, normalized(Direction{-0.8f, 0.3f, -0.2f}), 0.92f, tintOf(1));
+    addStar(canvas, normalized(Direction{0.2f, 0.2f, -0.9f}), 0.88f, tintOf(0.5f));
+    addStar(canvas, normalized(Direction{0.9f, 0.1f, 0.3f}), 0.95f, tintOf(0));
+    addStar(canvas, normalized(Direction{-0.4f, 0.15f, 0.8f}), 0.95f, tintOf(0.8f));
     saveRgb(canvas, path, Rows::TopFirst);
 }

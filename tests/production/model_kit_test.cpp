@@ -161,7 +161,7 @@ TEST(ModelKit, LargeShapesContinueInFurtherMeshes) {
 // The orientation of a picture on a face: positive where it reads the right way round from the front.
 double reading(const Face& face) {
     const Uv u = face.uvs[1] - face.uvs[0], v = face.uvs[2] - face.uvs[0];
-    return -(u.s * v.t - u.t * v.s);  // T runs down
+    return -(u.x * v.y - u.y * v.x);  // T runs down
 }
 
 TEST(ModelKit, MappingsReadTheRightWayRoundInsideAndOut) {
@@ -176,7 +176,7 @@ TEST(ModelKit, MappingsReadTheRightWayRoundInsideAndOut) {
         for (const Face& face : shape.faces) {
             EXPECT_GT(reading(face), 0) << &shape - shapes;
             // No face runs back across the whole picture.
-            for (const Uv& uv : face.uvs) EXPECT_LT(std::fabs(uv.s - face.uvs[0].s), 1.5);
+            for (const Uv& uv : face.uvs) EXPECT_LT(std::fabs(uv.x - face.uvs[0].x), 1.5);
         }
     }
 }
@@ -184,7 +184,7 @@ TEST(ModelKit, MappingsReadTheRightWayRoundInsideAndOut) {
 TEST(ModelKit, PaintedShapesStayInTheirPatch) {
     const Patch patch = {{0.25, 0.75}, {0.5, 0.5}};
     for (const Face& face : painted(lathe({{1, 0}, {2, 1}, {1, 2}}, 9), patch).faces) {
-        for (const Uv& uv : face.uvs) EXPECT_TRUE(0.25 <= uv.s && uv.s <= 0.5 && 0.5 <= uv.t && uv.t <= 0.75);
+        for (const Uv& uv : face.uvs) EXPECT_TRUE(0.25 <= uv.x && uv.x <= 0.5 && 0.5 <= uv.y && uv.y <= 0.75);
         EXPECT_GT(reading(face), 0);
     }
 }

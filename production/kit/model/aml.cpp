@@ -30,7 +30,7 @@ void addMeshes(AmlBuilder& builder, const Shape& triangles) {
             corners[i] = {uint32_t(point),
                           {tidy(p.x), tidy(p.y), tidy(p.z)},
                           {tidy(n.x), tidy(n.y), tidy(n.z)},
-                          {tidy(uv.s), tidy(uv.t)}};
+                          {tidy(uv.x), tidy(uv.y)}};
         }
         builder.addFace(corners);
     }

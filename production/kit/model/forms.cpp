@@ -183,37 +183,39 @@ Shape extrude(const Outline& outline, double depth, double bevel) {
     return shape;
 }
 
+namespace {
+
+// The axes renamed: from x, y, z to y, z, x and so on.
+Vec cycled(Vec p, int places) {
+    if (places == 0) return p;
+    return places == 1 ? Vec{p.z, p.x, p.y} : Vec{p.y, p.z, p.x};
+}
+
+}  // namespace
+
 Shape box(Vec size, double bevel, int steps) {
-    // Each side is a grid of its flat middle and half of each rounded edge around it.
-    struct Knot {
-        double sign,
-            slope;  // which end of the side, and the tangent of the angle away from the side's normal
+    // Each side is a grid of its flat middle and half of each rounded edge around it. A line of the grid lies
+    // at one end of the flat part, and on its edge the normal has turned away from the side's by so much.
+    struct Line {
+        double end, tangent;
     };
-    std::vector<Knot> knots;
-    for (int i = 0; i <= steps; i++) knots.push_back({-1, -std::tan(pi / 4 * (steps - i) / steps)});
-    for (int i = 0; i <= steps; i++) knots.push_back({1, std::tan(pi / 4 * i / steps)});
-    const int count = int(knots.size());
-    const Vec core = size * 0.5 - Vec{bevel, bevel, bevel};
-    Shape whole;
-    for (int side = 0; side < 6; side++) {
-        const double sign = side % 2 ? -1 : 1;
-        const Shape part = grid(count, count, false, false, [&](int c, int r) {
-            const Knot& u = knots[sign > 0 ? c : count - 1 - c];
-            const Knot& v = knots[r];
-            const Vec corner = {sign * core.x, u.sign * core.y, v.sign * core.z};
-            Vec p = normalized({sign, u.slope, v.slope}) * bevel;
-            switch (side / 2) {
-                case 0:
-                    return Vec{corner.x + p.x, corner.y + p.y, corner.z + p.z};
-                case 1:
-                    return Vec{v.sign * core.x + p.z, sign * core.y + p.x, u.sign * core.z + p.y};
-                default:
-                    return Vec{u.sign * core.x + p.y, v.sign * core.y + p.z, sign * core.z + p.x};
-            }
-        });
-        whole = joined({whole, part});
+    std::vector<Line> lines;
+    for (int i = 0; i <= steps; i++) lines.push_back({-1, -std::tan(pi / 4 * (steps - i) / steps)});
+    for (int i = 0; i <= steps; i++) lines.push_back({1, std::tan(pi / 4 * i / steps)});
+    const int count = int(lines.size());
+    const Vec flat = size * 0.5 - Vec{bevel, bevel, bevel};
+    std::vector<Shape> sides;
+    for (int axis = 0; axis < 3; axis++) {
+        for (const double front : {1.0, -1.0}) {
+            sides.push_back(grid(count, count, false, false, [&](int c, int r) {
+                const Line &across = lines[front > 0 ? c : count - 1 - c], &up = lines[r];
+                const Vec end = cycled({front, across.end, up.end}, axis);
+                const Vec round = cycled(normalized(Vec{front, across.tangent, up.tangent}) * bevel, axis);
+                return Vec{end.x * flat.x, end.y * flat.y, end.z * flat.z} + round;
+            }));
+        }
     }
-    return welded(whole);
+    return welded(joined(sides));
 }
 
 Shape icosphere(double radius, int level) {
@@ -269,10 +271,7 @@ std::vector<Vec> curveThrough(const std::vector<Vec>& points, bool closed, int s
     for (int i = 0; i < (closed ? count : count - 1); i++) {
         const Vec a = at(i - 1), b = at(i), c = at(i + 1), d = at(i + 2);
         for (int s = 0; s < steps; s++) {
-            const double t = double(s) / steps;
-            curve.push_back((b * 2 + (c - a) * t + (a * 2 - b * 5 + c * 4 - d) * (t * t) +
-                             (b * 3 - a - c * 3 + d) * (t * t * t)) *
-                            0.5);
+            curve.push_back(curveBetween(a, b, c, d, double(s) / steps));
         }
     }
     if (!closed) curve.push_back(points.back());

@@ -10,10 +10,6 @@
 
 namespace model {
 
-// A point of an outline or of a lathe's profile.
-struct Flat {
-    double x = 0, y = 0;
-};
 using Outline = std::vector<Flat>;
 
 // Quads between `columns` x `rows` points; a closed direction joins its last point to its first. The front is
@@ -75,7 +71,7 @@ Outline chained(const std::vector<Outline>& outlines);
 Outline polygon(int sides, double radius, double firstAngle = 0);
 Outline insetBy(const Outline& outline, double distance);
 
-// A smooth closed or open curve through points: Catmull-Rom, `steps` points from each point to the next.
+// A smooth closed or open curve through points, `steps` points from each to the next.
 std::vector<Vec> curveThrough(const std::vector<Vec>& points, bool closed, int steps);
 
 }  // namespace model

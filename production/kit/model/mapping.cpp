@@ -55,10 +55,16 @@ Shape mappedCylinder(Shape shape, int repeats, double unitsPerRepeat) {
     return shape;
 }
 
+Shape mappedBy(Shape shape, const std::function<Uv(const Face& face, Vec point)>& place) {
+    for (Face& face : shape.faces)
+        for (size_t i = 0; i < face.points.size(); i++)
+            face.uvs[i] = place(face, shape.points[face.points[i]]);
+    return shape;
+}
+
 Shape painted(Shape shape, const Patch& patch) {
     for (Face& face : shape.faces)
-        for (Uv& uv : face.uvs)
-            uv = {mix(patch.low.s, patch.high.s, uv.s), mix(patch.low.t, patch.high.t, uv.t)};
+        for (Uv& uv : face.uvs) uv = patch.at(uv.x, uv.y);
     return shape;
 }
 

@@ -2,6 +2,8 @@
 // the picture as it is stored (row 0 is T = 0), so what stands upright in the file stands upright on a wall.
 #pragma once
 
+#include <functional>
+
 #include "production/kit/model/shape.h"
 
 namespace model {
@@ -17,7 +19,13 @@ Shape mappedCylinder(Shape shape, int repeats, double unitsPerRepeat);
 // A rectangle of a picture: its lower left and upper right corner as a viewer of the wall sees them.
 struct Patch {
     Uv low, high;
+
+    // A place of it: 0..1 from its left to its right and from its lower to its upper edge.
+    Uv at(double across, double up) const { return {mix(low.x, high.x, across), mix(low.y, high.y, up)}; }
 };
+
+// Each corner of each face, at `point`, shows what `place` says.
+Shape mappedBy(Shape shape, const std::function<Uv(const Face& face, Vec point)>& place);
 
 // Texture coordinates of 0..1 (as forms are made with) carried into a patch, T = 0 to its lower edge.
 Shape painted(Shape shape, const Patch& patch);

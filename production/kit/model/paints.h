@@ -45,7 +45,7 @@ constexpr Patch light = cells(0.2, 15.4, 7.6, 0.2), rib = cells(0.2, 14.8, 7.6, 
 // middle to its right edge; floor and dome from the axis to the wall over half a bay.
 constexpr Patch inset(Patch patch) {
     constexpr double edge = 3.0 / 1024;  // kept clear of the neighbours
-    return {{patch.low.s + edge, patch.low.t - edge}, {patch.high.s - edge, patch.high.t + edge}};
+    return {{patch.low.x + edge, patch.low.y - edge}, {patch.high.x - edge, patch.high.y + edge}};
 }
 constexpr Patch backdrops[] = {inset(cells(8, 0, 4, 4)), inset(cells(12, 0, 4, 4)), inset(cells(8, 4, 4, 4)),
                                inset(cells(12, 4, 4, 4))};

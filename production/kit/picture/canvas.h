@@ -2,11 +2,19 @@
 // file. Values are the file's own (1 is 255), with no gamma anywhere; row 0 is the top of the picture.
 #pragma once
 
-#include <algorithm>
-#include <cmath>
 #include <vector>
 
+#include "production/kit/maths.h"
+
 namespace picture {
+
+using kit::arcSin, kit::arcTan, kit::bell, kit::cross, kit::curveBetween, kit::dot, kit::length, kit::mix,
+    kit::normalized, kit::smoothstep;
+
+constexpr float pi = std::numbers::pi_v<float>, degree = pi / 180;  // radians
+
+using Point = kit::Vector2<float>;      // of a picture: row 0 is its top
+using Direction = kit::Vector3<float>;  // in space
 
 struct Rgba {
     float r = 0, g = 0, b = 0, a = 0;
@@ -39,21 +47,9 @@ inline Rgba over(Rgba front, Rgba back) {
 inline float unit(float x) {
     return std::clamp(x, 0.0f, 1.0f);
 }
-inline float mix(float from, float to, float k) {
-    return from + (to - from) * k;
-}
 inline Rgba mix(Rgba from, Rgba to, float k) {
     return from * (1 - k) + to * k;
 }
-inline float smoothstep(float from, float to, float x) {
-    const float k = unit((x - from) / (to - from));
-    return k * k * (3 - 2 * k);
-}
-// 1 at x = 0, falling off as a bell of standard deviation `sigma`.
-inline float bell(float x, float sigma) {
-    return std::exp(-0.5f * x * x / (sigma * sigma));
-}
-
 struct Canvas {
     int width, height;
     std::vector<Rgba> pixels;

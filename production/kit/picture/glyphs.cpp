@@ -169,7 +169,7 @@ Contour arc(const Stroke& stroke, Cut cut) {
     std::vector<float> half;
     for (int i = 0; i <= steps; i++) {
         const float k = float(i) / steps;
-        const float angle = mix(stroke.from, stroke.to, k) * 0.017453293f;
+        const float angle = mix(stroke.from, stroke.to, k) * degree;
         const float c = std::cos(angle), s = std::sin(angle);
         const float thickness = stroke.pen == Hook ? 1 - smoothstep(0, 1, k) : std::pow(std::fabs(c), 1.4f);
         half.push_back(mix(cut.thin, cut.thick, thickness));
@@ -198,11 +198,7 @@ Contour spine(Cut cut) {
     for (int i = 0; i < last * steps; i++) {
         const int k = i / steps;
         const float u = float(i % steps) / steps;
-        // Catmull-Rom.
-        const Point p = knot(k - 1), q = knot(k), r = knot(k + 1), s = knot(k + 2);
-        chain.push_back((q * 2 + (r - p) * u + (p * 2 - q * 5 + r * 4 - s) * (u * u) +
-                         (q * 3 - p - r * 3 + s) * (u * u * u)) *
-                        0.5f);
+        chain.push_back(curveBetween(knot(k - 1), knot(k), knot(k + 1), knot(k + 2), u));
         half.push_back(mix(cut.thin, cut.thick, mix(thickness[k], thickness[k + 1], u)));
     }
     chain.push_back(knot(last));
@@ -214,7 +210,7 @@ Contour dot(const Stroke& stroke, Cut cut) {
     Contour outline;
     for (int i = 0; i < 20; i++)
         outline.push_back(Point{stroke.a, stroke.b} +
-                          turned({std::fmax(cut.thick, 0.07f) * 1.05f, 0}, i * 0.31415927f));
+                          turned({std::fmax(cut.thick, 0.07f) * 1.05f, 0}, i * pi / 10));
     return outline;
 }
 

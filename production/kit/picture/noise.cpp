@@ -1,6 +1,7 @@
 #include "production/kit/picture/noise.h"
 
 #include <cmath>
+#include <numbers>
 
 namespace picture {
 namespace {
@@ -26,8 +27,9 @@ struct Slopes {
 
     Slopes() {
         for (int i = 0; i < count; i++) {
-            x[i] = std::cos(i * (6.2831853f / count));
-            y[i] = std::sin(i * (6.2831853f / count));
+            const float turn = i * (2 * std::numbers::pi_v<float> / count);
+            x[i] = std::cos(turn);
+            y[i] = std::sin(turn);
         }
     }
 };

@@ -9,25 +9,6 @@
 
 namespace picture {
 
-struct Point {
-    float x = 0, y = 0;
-};
-
-inline Point operator+(Point p, Point q) {
-    return {p.x + q.x, p.y + q.y};
-}
-inline Point operator-(Point p, Point q) {
-    return {p.x - q.x, p.y - q.y};
-}
-inline Point operator*(Point p, float k) {
-    return {p.x * k, p.y * k};
-}
-inline float dot(Point p, Point q) {
-    return p.x * q.x + p.y * q.y;
-}
-inline float length(Point p) {
-    return std::hypot(p.x, p.y);
-}
 inline Point turned(Point p, float radians) {
     const float c = std::cos(radians), s = std::sin(radians);
     return {p.x * c - p.y * s, p.x * s + p.y * c};
@@ -41,7 +22,7 @@ inline float circle(Point p, Point centre, float radius) {
 inline float box(Point p, Point centre, Point half, float corner = 0) {
     const Point q = {std::fabs(p.x - centre.x) - half.x + corner,
                      std::fabs(p.y - centre.y) - half.y + corner};
-    return length({std::fmax(q.x, 0.0f), std::fmax(q.y, 0.0f)}) + std::fmin(std::fmax(q.x, q.y), 0.0f) -
+    return length(Point{std::fmax(q.x, 0.0f), std::fmax(q.y, 0.0f)}) + std::fmin(std::fmax(q.x, q.y), 0.0f) -
            corner;
 }
 
