@@ -4,6 +4,7 @@
 #include <numbers>
 
 #include "effects/effect_base.h"
+#include "script/greetings_scroll.h"
 #include "script/scene_kit.h"
 #include "script/scenes.h"
 #include "script/show_times.h"
@@ -12,7 +13,6 @@
 namespace {
 
 constexpr double pi = std::numbers::pi;
-constexpr float greetingsEnter = 5.33334f;  // x of their middle: all of them right of the screen
 constexpr double sinkPerSecond = 0.85 / ((showtime::lightSunk.ms - showtime::robot.ms) / 1000.0);
 
 void placeCamera() {
@@ -57,7 +57,7 @@ void drawRobot() {
 // Enters at the right edge and moves left by half a unit a second; the scene ends before it has crossed.
 void drawGreetings() {
     glColor3f(1, 1, 1);
-    drawPicture("greetsit", {.x = greetingsEnter - (frame.time - showtime::greetings) * 0.5f,
+    drawPicture("greetsit", {.x = greetingsAt(frame.time - showtime::greetings),
                              .halfWidth = 4,
                              .sourceFactor = GL_ONE,
                              .targetFactor = GL_ONE});

@@ -1,9 +1,9 @@
 // The hall around the mirror ball: a word flashes, shocks and white flashes on the beat, and the fade to
 // black.
 #include <algorithm>
-#include <cmath>
 
 #include "effects/effect_base.h"
+#include "script/room_view.h"
 #include "script/scene_kit.h"
 #include "script/scenes.h"
 #include "script/show_times.h"
@@ -13,19 +13,10 @@ namespace {
 
 constexpr double fadePerSecond = 1 / 6.5;
 
-// A circle of radius 260, and an ellipse that breathes with the beat later on.
 void placeCamera() {
-    const double t = frame.time;
-    const float p = frame.pulse;
-
-    if (frame.time >= showtime::roomBreathing) {
-        demo->setCameraEye(std::cos(0.4 * t) * (10 * p + 250) * 1.04, std::sin(0.8 * t) * 36.5 + (5 * p + 90),
-                           std::sin(0.4 * t) * (10 * p + 220) * 1.04);
-        demo->setCameraTarget(5 * p, 70, 10 * p);
-    } else {
-        demo->setCameraEye(std::cos(0.4 * t) * 260, std::sin(0.8 * t) * 36.5 + 100, std::sin(0.4 * t) * 260);
-        demo->setCameraTarget(std::sin(frame.time) * 15, 70, 0);
-    }
+    const auto [eye, target] = roomView(frame.time, frame.pulse);
+    demo->setCameraEye(eye[0], eye[1], eye[2]);
+    demo->setCameraTarget(target[0], target[1], target[2]);
     demo->applyCamera(false);
 }
 
