@@ -639,7 +639,6 @@ const Row rows[] = {
      credits},
     {"echoes", showtime::afterCredits, "A minor", "Am F Dm Esus4 A5", {-2, -2}, {}, echoes},
 };
-constexpr int lastBar = 93;
 
 int barOf(showtime::Moment cut) {
     return int(std::lround(barAt(cut)));

@@ -13,4 +13,6 @@ constexpr float barAt(showtime::Moment moment) {
                  showtime::beatsPerBar);
 }
 
+constexpr int lastBar = 93;  // where the music ends
+
 std::vector<audio::Section> score();
