@@ -6,14 +6,14 @@
 #include <array>
 #include <vector>
 
-#include "production/comet_place.h"
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
-#include "production/kit/model/paints.h"
 #include "production/models/hall.h"
 #include "production/models/models.h"
+#include "production/models/paints.h"
 #include "production/models/viewer.h"
+#include "production/shared/comet.h"
 
 using namespace model;
 

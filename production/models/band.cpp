@@ -4,8 +4,8 @@
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
-#include "production/kit/model/paints.h"
 #include "production/models/models.h"
+#include "production/models/paints.h"
 
 using namespace model;
 

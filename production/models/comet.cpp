@@ -1,9 +1,9 @@
 #include "production/models/comet.h"
 
-#include "production/comet_place.h"
 #include "production/kit/model/forms.h"
 #include "production/models/hall.h"
 #include "production/models/viewer.h"
+#include "production/shared/comet.h"
 
 using namespace model;
 

@@ -2,25 +2,19 @@
 #pragma once
 
 #include "production/kit/model/shape.h"
+#include "production/shared/hall_plan.h"
 
 namespace hall {
 
 using model::Vec;
 
-constexpr double wallRadius = 500, wallHeight = 600;  // of the drum under the dome
-constexpr double pathIn = 210, pathOut = 290;         // the camera circles between them, at y = 60 to 140
+constexpr double pathIn = 210, pathOut = 290;  // the camera circles between them, at y = 60 to 140
 constexpr int sources = 5;
 constexpr double sourceRadius = 120, sourceHeight = 140;  // of the beams' origins
 constexpr Vec ballCentre = {0, 70, 0};
 
 // The studs on the stage, one below each source, between which beams draw a star.
 constexpr double starRadius = 132, starHeight = 26;
-
-// The stage's terraces from outside in: radius of the riser, the height of its foot, and its own.
-struct Terrace {
-    double radius, foot, height;
-};
-constexpr Terrace terraces[] = {{204, 0, 4}, {164, 4, 4}, {124, 8, 4}, {84, 12, 5}, {46, 17, 6}};
 
 // The four quarters: who stands in each, and where its middle lies. The camera looks across the hall, so it
 // has the ship before it at 138, 153.7 and 169.4 s, each other one a quarter of 15.7 s later than the one

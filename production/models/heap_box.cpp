@@ -1,13 +1,13 @@
 // The box of the heap: a house of one storey, a little under 20 units high, twenty of which lie across each
 // other. Between two pale slabs stand lit rooms behind glass; at one end the upper slab is missing, and a
 // terrace grows a garden. Its timber soffit is what a viewer from below sees.
-#include "production/evenings.h"
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
-#include "production/kit/model/paints.h"
 #include "production/models/figures.h"
 #include "production/models/models.h"
+#include "production/models/paints.h"
+#include "production/shared/evenings.h"
 
 using namespace model;
 

@@ -8,6 +8,7 @@
 #include "production/kit/model/mapping.h"
 #include "production/models/figures.h"
 #include "production/models/models.h"
+#include "production/models/paints.h"
 
 using namespace model;
 
@@ -19,15 +20,14 @@ constexpr double headTilt = 0.14, headLean = 0.06;    // radians: the face towar
 constexpr double faceDepth = 15.5, napeDepth = 15.2;  // from the head's centre to the bezels
 constexpr Vec chestLamp = {0, 109, 17.2};
 
-// Where things lie in "roboscreen", in 16ths of it from its top left.
-constexpr Patch sixteenths(double left, double top, double width, double height) {
-    return {{left / 16, (top + height) / 16}, {(left + width) / 16, top / 16}};
-}
-constexpr Patch facePicture = sixteenths(0, 0, 10, 8), napePicture = sixteenths(0, 8, 10, 8),
-                iris = sixteenths(10.1, 0.1, 5.8, 5.8), shoulderPaint = sixteenths(10.1, 6.1, 5.8, 3.8);
-constexpr Patch pulsePicture = sixteenths(10.1, 11.1, 5.8, 4.8);
-constexpr Uv orangePaint = {10.5 / 16, 10.5 / 16}, warmLamp = {12.5 / 16, 10.5 / 16},
-             coldTube = {14.7 / 16, 10.5 / 16};
+// Where things lie in "roboscreen".
+constexpr Patch facePicture = patchOf(atlas::robot::face), napePicture = patchOf(atlas::robot::nape),
+                iris = patchOf(atlas::robot::iris.within(atlas::robot::margin)),
+                shoulderPaint = patchOf(atlas::robot::shoulder.within(atlas::robot::margin)),
+                pulsePicture = patchOf(atlas::robot::pulse.within(atlas::robot::margin));
+constexpr Uv orangePaint = middleOf(atlas::robot::orange.part(0, 0, 1, 1)),
+             warmLamp = middleOf(atlas::robot::warmLamp),
+             coldTube = middleOf(atlas::robot::coldTube.part(0, 0, 2.4, 1));
 
 // A part in its two metals: pale shells and the dark works between them.
 struct Part {
@@ -315,15 +315,15 @@ Shape unlit(const Shape& shape) {
     return shaded(shape, [](Vec, Vec) { return Vec{0, 1, 0}; });
 }
 
-// A domed disc lying on the xz plane, with a round picture.
-Shape dial(double radius, double rise, const Patch& picture) {
+// A domed disc lying on the xz plane, which shows the lens.
+Shape dial(double radius, double rise) {
     const int sides = 24, rings = 4;
     const Shape disc = grid(sides, rings + 1, true, false, [&](int c, int r) {
         const double out = radius * (1 - double(r) / rings), turn = -2 * pi * c / sides;
         return Vec{out * std::cos(turn), rise * (1 - out * out / (radius * radius)), out * std::sin(turn)};
     });
     return welded(mappedBy(disc, [&](const Face&, Vec p) {
-        return picture.at(0.5 + 0.5 * p.x / radius, 0.5 - 0.5 * p.z / radius);
+        return iris.at(0.5 + 0.5 * p.x / radius, 0.5 - 0.5 * p.z / radius);
     }));
 }
 
@@ -404,14 +404,14 @@ Shape pulse() {
 }
 
 Shape lamps() {
-    const Shape ear = onNeck(placed(dial(5.4, 0.9, iris), earMiddle + Vec{4.6, 0, 0}, {1, 0, 0}));
+    const Shape ear = onNeck(placed(dial(5.4, 0.9), earMiddle + Vec{4.6, 0, 0}, {1, 0, 0}));
     const Shape tip = onNeck(moved(painted(icosphere(1.9, 2), warmLamp), aerialTip));
-    const Shape knee = placed(dial(3.6, 0.8, iris), {14.5, 32, 9.2}, {0, 0.1, 1});
-    const Shape jet = placed(dial(4.2, 0.8, iris), {8.6, 85.8, -19}, {0, -1, 0});
+    const Shape knee = placed(dial(3.6, 0.8), {14.5, 32, 9.2}, {0, 0.1, 1});
+    const Shape jet = placed(dial(4.2, 0.8), {8.6, 85.8, -19}, {0, -1, 0});
     // Two for a viewer who looks up at it.
-    const Shape below = joined({placed(dial(4.6, 0.8, iris), {0, 44.7, 0}, {0, -1, 0}),
-                                placed(dial(5.6, 0.8, iris), {0, 82.6, 0}, {0, -1, 0})});
-    return joined({placed(dial(8.4, 1.2, iris), chestLamp + Vec{0, 0.1, 4.4}, {0, 0.02, 1}), below,
+    const Shape below = joined(
+        {placed(dial(4.6, 0.8), {0, 44.7, 0}, {0, -1, 0}), placed(dial(5.6, 0.8), {0, 82.6, 0}, {0, -1, 0})});
+    return joined({placed(dial(8.4, 1.2), chestLamp + Vec{0, 0.1, 4.4}, {0, 0.02, 1}), below,
                    withMirror(joined({ear, tip, knee, jet}))});
 }
 

@@ -5,9 +5,9 @@
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
-#include "production/kit/model/paints.h"
 #include "production/models/hall.h"
 #include "production/models/models.h"
+#include "production/models/paints.h"
 
 using namespace model;
 using namespace hall;
@@ -67,7 +67,7 @@ Shape paintedWall() {
     const Shape plain = fineSkin(wall, 14);
     Shape shape = mappedBy(plain, [&](const Face& face, Vec p) {
         const auto [index, middle] = bearingOf(plain, face);
-        return walls::backdrops[index].at(aside(p, middle), p.y / wallHeight);
+        return walls::tile(atlas::walls::Tile(index)).at(aside(p, middle), p.y / wallHeight);
     });
     for (Face& face : shape.faces) {
         const double middle = bearingOf(shape, face).middle;
@@ -143,5 +143,6 @@ void makeRoomCollision(const char* path) {
 }
 
 void makeRoom(const char* path) {
-    writeAml(path, {paintedWall(), paintedDisc(ground, 12, walls::floor), paintedDisc(dome, 3, walls::dome)});
+    writeAml(path, {paintedWall(), paintedDisc(ground, 12, walls::tile(atlas::walls::floor)),
+                    paintedDisc(dome, 3, walls::tile(atlas::walls::dome))});
 }

@@ -5,9 +5,9 @@
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
-#include "production/kit/model/paints.h"
 #include "production/models/figures.h"
 #include "production/models/models.h"
+#include "production/models/paints.h"
 
 using namespace model;
 
@@ -152,17 +152,27 @@ Shape figures::ship() {
     return turned(standing, Axis::x, -pi / 2);
 }
 
+namespace {
+
 // The corridor's light stands behind the ship. Hoop, edges and bevels are shaded as if they looked there, so
 // that they stay pale as they turn, and show a viewer from ahead the cold light beyond them; less towards the
 // tail, where the light would glance off them towards a viewer from behind. The sails' faces stay dark and
-// cold, before orange panels too.
+// cold, before orange panels too. How far a place leans back so, along z.
+double leaningBack(Vec p, Vec normal) {
+    constexpr double body = 22, hoop = 53, tail = 40;  // distances from the axis; z
+    constexpr double alongHull = 0.45, acrossSail = 0.8;
+    const double reach = std::hypot(p.x, p.y);
+    const double across = std::abs(p.x * normal.y - p.y * normal.x) / std::max(reach, 1.0);
+    if (reach < hoop && across > acrossSail) return -0.1;
+    if (reach < body) return std::abs(normal.z) < alongHull || p.z > 0 ? 0.48 : 1.4;
+    if (reach >= hoop) return 0.62;
+    return p.z < tail ? 1.25 : 0.48;
+}
+
+}  // namespace
+
 void makeShip(const char* path) {
     writeAml(path, {shaded(figures::ship(), [](Vec p, Vec normal) {
-                 const double reach = std::hypot(p.x, p.y);
-                 const double across = std::abs(p.x * normal.y - p.y * normal.x) / std::max(reach, 1.0);
-                 if (reach < 53 && across > 0.8) return normal * 0.82 + Vec{0, 0, -0.1};
-                 if (reach < 22)
-                     return normal * 0.82 + Vec{0, 0, std::abs(normal.z) < 0.45 || p.z > 0 ? 0.48 : 1.4};
-                 return normal * 0.82 + Vec{0, 0, reach >= 53 ? 0.62 : p.z < 40 ? 1.25 : 0.48};
+                 return normal * 0.82 + Vec{0, 0, leaningBack(p, normal)};
              })});
 }

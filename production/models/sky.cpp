@@ -2,7 +2,6 @@
 // half is turned up over the edges, with the zenith in the middle and the nadir in the four corners, so that
 // nothing is pinched and nothing is seen twice.
 #include "production/kit/model/aml.h"
-#include "production/kit/model/forms.h"
 #include "production/models/models.h"
 
 using namespace model;

@@ -3,9 +3,9 @@
 #include <cmath>
 #include <vector>
 
-#include "production/comet_place.h"
 #include "production/models/hall.h"
 #include "production/models/viewer.h"
+#include "production/shared/comet.h"
 
 using namespace model;
 

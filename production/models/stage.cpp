@@ -10,12 +10,12 @@
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
-#include "production/kit/model/paints.h"
 #include "production/models/ball.h"
 #include "production/models/comet.h"
 #include "production/models/figures.h"
 #include "production/models/hall.h"
 #include "production/models/models.h"
+#include "production/models/paints.h"
 #include "production/models/spots.h"
 #include "production/models/viewer.h"
 
@@ -24,7 +24,7 @@ using namespace hall;
 
 namespace {
 
-constexpr Uv darkPaint = {7.0 / 16, 0.55 / 16};
+constexpr Uv darkPaint = middleOf(atlas::hull::dark.part(0.5, 0.05, 1, 1));
 constexpr Vec up = {0, 1, 0};
 
 // What was built along +x, carried round to a bearing.
@@ -78,34 +78,39 @@ Shape litIn(const Shape& shape, double turn, Lamps lamps) {
 
 constexpr int stageSides = 80, floorSides = 120;
 
+// A ring of the stage's floor: how far across its terrace it ends, 0..1 from outside, and how steep it seems.
+constexpr double darkSlope = 0.04;
+constexpr struct {
+    double to, slope;
+} floorPattern[] = {{0.20, 0.46}, {0.52, darkSlope}, {0.76, 0.34}, {1.0, darkSlope}};
+
+// How steeply a place of the floor seems to fall towards the middle.
+double floorSlope(Vec p, double slope, bool outermost) {
+    constexpr double steeper = 0.42;  // where the viewer stands high
+    // Close before his feet: more would make the reflections pinch to a point.
+    constexpr double mostOutside = 0.24;
+    const double turn = std::atan2(p.z, p.x);
+    if (slope > darkSlope) slope += steeper * (0.5 + 0.5 * std::sin(2 * turn));
+    if (outermost) slope = std::min(slope, mostOutside);
+    const double beforeColossus = std::abs(std::remainder(turn - colossusTurn - pi, 2 * pi));
+    return mix(slope, darkSlope, smoothstep(0.95, 0.35, beforeColossus));
+}
+
 // Polished rings. Lit ones seem to fall towards the middle, so that what a viewer sees before his feet too
 // throws back the glow beyond, the more so the higher he stands there; between them lie dark ones, which
 // throw back the night above him. Where he has the colossus before him all do, so that its face is the bright
 // thing.
 Shape stageFloor() {
-    constexpr double dark = 0.04;
-    constexpr double steeper = 0.42;  // where the viewer stands high
-    // On the outermost terrace, close before his feet: more would make the reflections pinch to a point.
-    constexpr double mostOutside = 0.24;
-    constexpr struct {
-        double to, fall;  // part of the terrace's breadth, slope
-    } rings[] = {{0.20, 0.46}, {0.52, dark}, {0.76, 0.34}, {1.0, dark}};
     std::vector<Shape> parts;
     for (size_t i = 0; i < std::size(terraces); i++) {
-        const auto [radius, foot, height] = terraces[i];
-        const double outer = radius - 2.4, inner = i + 1 < std::size(terraces) ? terraces[i + 1].radius : 0;
+        const double top = terraces[i].foot + terraces[i].height, outer = terraces[i].radius - 2.4,
+                     inner = i + 1 < std::size(terraces) ? terraces[i + 1].radius : 0;
         double from = outer;
-        for (const auto& ring : rings) {
-            const double to = mix(outer, inner, ring.to), flat = ring.fall;
-            parts.push_back(
-                shaded(lathe({{from, foot + height}, {to, foot + height}}, floorSides), [=](Vec p, Vec) {
-                    const double turn = std::atan2(p.z, p.x);
-                    const double aside = std::remainder(turn - colossusTurn - pi, 2 * pi);
-                    const double high = flat > dark ? steeper * (0.5 + 0.5 * std::sin(2 * turn)) : 0;
-                    const double fall = i == 0 ? std::min(flat + high, mostOutside) : flat + high;
-                    return up - normalized(Vec{p.x, 0, p.z}) *
-                                    mix(fall, dark, smoothstep(0.95, 0.35, std::abs(aside)));
-                }));
+        for (const auto& ring : floorPattern) {
+            const double to = mix(outer, inner, ring.to);
+            parts.push_back(shaded(lathe({{from, top}, {to, top}}, floorSides), [=](Vec p, Vec) {
+                return up - normalized(Vec{p.x, 0, p.z}) * floorSlope(p, ring.slope, i == 0);
+            }));
             from = to;
         }
     }

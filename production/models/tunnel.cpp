@@ -5,8 +5,8 @@
 
 #include "production/kit/model/aml.h"
 #include "production/kit/model/mapping.h"
-#include "production/kit/model/paints.h"
 #include "production/models/models.h"
+#include "production/models/paints.h"
 
 using namespace model;
 

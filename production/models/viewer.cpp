@@ -1,7 +1,7 @@
 #include "production/models/viewer.h"
 
-#include "production/comet_place.h"
 #include "production/models/hall.h"
+#include "production/shared/comet.h"
 
 using namespace model;
 

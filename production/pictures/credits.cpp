@@ -6,8 +6,8 @@
 
 #include "production/kit/picture/canvas.h"
 #include "production/kit/picture/lettering.h"
-#include "production/kit/picture/noise.h"
 #include "production/models/models.h"
+#include "production/music/score.h"
 #include "production/pictures/pictures.h"
 
 using namespace picture;
@@ -40,7 +40,10 @@ Point middleOf(int i, int count, int rows, float pitch) {
 }
 
 constexpr float blockBreadth = blockColumns * pixelAspect;  // in rows, as what follows
-constexpr float clockPitch = blockBreadth / 6, meshPitch = blockBreadth / 8, barPitch = blockBreadth / 102;
+constexpr float clockPitch = blockBreadth / 6, meshPitch = blockBreadth / 8;
+
+// The music's bars; the first ones lie before bar 0.
+const int firstBar = int(std::lround(barAt(showtime::title))), bars = lastBar - firstBar;
 
 // A clock for every effect, each a step further round.
 float clockMark(int i, int count, Point place) {
@@ -175,14 +178,16 @@ float frameMark(int i, int count, Point place) {
     return either(lined(inside + 1, 2.2f), hill, sun);
 }
 
-// The bars of the music, as tall as the music is full in each part of the show.
-float barMark(int i, int, Point place) {
+// The bars of the music, as tall as the music is full in each part of the show: the title, the ship's first
+// bars, and from bar 0 on each eight. Every eighth is lower.
+float barMark(int i, int count, Point place) {
     constexpr float fullness[] = {0.16f, 0.50f, 0.62f, 0.66f, 0.95f, 0.60f, 0.28f,
                                   0.44f, 0.88f, 0.70f, 0.80f, 1.0f,  0.60f, 0.20f};
-    const int bar = i - 9, part = bar < -4 ? 0 : bar < 0 ? 1 : 2 + bar / 8;
-    const float pitch = barPitch;
-    const float tall =
-        0.5f * marksHeight * (fullness[part] - ((bar + 16) % 8 == 7 ? 0.12f : 0.03f * (i % 4)));
+    const int bar = firstBar + i, shipsFirst = int(std::lround(barAt(showtime::tunnel)));
+    const int part = bar < shipsFirst ? 0 : bar < 0 ? 1 : 2 + bar / 8;
+    const float full = fullness[std::min(part, int(std::size(fullness)) - 1)];
+    const float tall = 0.5f * marksHeight * (full - ((bar + 16) % 8 == 7 ? 0.12f : 0.03f * (i % 4)));
+    const float pitch = blockBreadth / count;
     const Point p = {place.x - pitch * (i + 0.5f), place.y - marksHeight / 2};
     return box(p, {}, {pitch * 0.29f, std::fmax(tall, 2.0f)}, 1);
 }
@@ -267,5 +272,5 @@ void makeGraphicsCredit(const char* path) {
              {"Graphics", int(std::size(pictureProducts)), "pictures", "and no camera", frameMark, false});
 }
 void makeMusicCredit(const char* path) {
-    makeCard(path, {"Music", 102, "bars", "and no sample", barMark, true});
+    makeCard(path, {"Music", bars, "bars", "and no sample", barMark, true});
 }

@@ -31,11 +31,11 @@ void setWord(LetteringField& text, float baseline, float capHeight, float pixelA
 Rgba flashGold(const LetteringField& text, int x, int y, float pixelAspect, float down) {
     const float lightness =
         unit(0.42f + 0.70f * bevelFacing(text, x, y, pixelAspect) + 0.20f * bell(down - 0.57f, 0.16f));
-    const Rgba shade = opaque(0.17f, 0.034f, 0), body = opaque(0.44f, 0.20f, 0.026f),
-               shine = opaque(0.66f, 0.50f, 0.24f);
-    const Rgba face =
-        lightness < 0.5f ? mix(shade, body, lightness * 2) : mix(body, shine, lightness * 2 - 1);
-    return mix(face, opaque(0.80f, 0.66f, 0.40f), 0.8f * outline(text.at(x, y) + 1.5f, 2.2f));
+    static const std::vector<Stop> wedge = {{0, opaque(0.17f, 0.034f, 0)},
+                                            {0.5f, opaque(0.44f, 0.20f, 0.026f)},
+                                            {1, opaque(0.66f, 0.50f, 0.24f)}};
+    return mix(gradient(wedge, lightness), opaque(0.80f, 0.66f, 0.40f),
+               0.8f * outline(text.at(x, y) + 1.5f, 2.2f));
 }
 
 }  // namespace

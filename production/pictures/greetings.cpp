@@ -1,13 +1,13 @@
 // "greetsit": the greetings, drawn four screens wide and added to the picture while they scroll past, top row
 // first. Four blocks of lines, each line as broad as its block, between two fine rules, the upper one with a
-// sign in its middle. The picture moves 0.952 of its 8 units a bar,
-// and the screen is 2 of them: a block stands whole in the middle of the screen on every second bar.
+// sign in its middle. A block stands whole in the middle of the screen on the first beat of its bar.
 #include <string>
 #include <vector>
 
 #include "production/kit/picture/canvas.h"
 #include "production/kit/picture/lettering.h"
 #include "production/pictures/pictures.h"
+#include "script/greetings_scroll.h"
 
 using namespace picture;
 
@@ -22,11 +22,9 @@ constexpr float leading = 22;  // rows between two lines of a block
 constexpr float columnsPerUnit = width / 8.0f;
 constexpr float mostColumns = 1.45f * columnsPerUnit;  // of a block, whole on the screen for a second
 
-// The middle is in units from the picture's own; the bar is the one on whose first beat it crosses the
-// screen's.
 using Sign = float (*)(Point place);  // how far outside of it, in rows from its middle
 struct Block {
-    float middle;
+    float middle;  // in units from the picture's own
     std::vector<std::string> lines;
     Sign sign;
 };
@@ -63,11 +61,19 @@ float youSign(Point p) {
     return std::fmin(std::fmin(head, eye), std::fmin(smile, aerial));
 }
 
+// What crosses the screen's middle on the first beat of a bar: to a thousandth of a unit, a quarter of a
+// column.
+float middleOn(int bar) {
+    const double barSeconds = 60.0 / showtime::beatsPerMinute * showtime::beatsPerBar;
+    const double seconds = showtime::beatZero.seconds() + bar * barSeconds - showtime::greetings.seconds();
+    return float(-std::round(greetingsAt(float(seconds)) * 1000.0) / 1000);
+}
+
 const std::vector<Block> blocks = {
-    {-2.884f, {"greetings", "to all", "night", "owls"}, owlSign},  // bar 57
-    {-0.979f, {"those who", "read", "the source"}, sourceSign},    // bar 59
-    {0.926f, {"keepers", "of old", "machines"}, machineSign},      // bar 61
-    {2.831f, {"and", "you"}, youSign},                             // bar 63
+    {middleOn(57), {"greetings", "to all", "night", "owls"}, owlSign},
+    {middleOn(59), {"those who", "read", "the source"}, sourceSign},
+    {middleOn(61), {"keepers", "of old", "machines"}, machineSign},
+    {middleOn(63), {"and", "you"}, youSign},
 };
 
 Lettering cut(float capHeight) {

@@ -5,12 +5,14 @@
 
 #include "production/kit/picture/noise.h"
 #include "production/kit/picture/shapes.h"
+#include "production/shared/atlas.h"
+#include "production/shared/hall_plan.h"
 
 using namespace picture;
 
 namespace {
 
-constexpr float breadth = 393, height = 600;  // of a quarter's half, in units of the hall
+constexpr float breadth = 393, height = float(hall::wallHeight);  // of a quarter's half
 
 Rgba lines(float distance, float width, Rgba colour) {
     return colour * smoothstep(width * 0.5f + 0.9f, width * 0.5f - 0.9f, std::fabs(distance));
@@ -111,8 +113,10 @@ Rgba floorPlan(float radius, float side) {
     c = c * smoothstep(0.01f, 0.03f, ring);
     c = c + light(0.42f, 0.20f, 0.05f) * smoothstep(0.93f, 0.96f, side) * smoothstep(0.5f, 0.52f, radius);
     // Where the stage stands, its plan.
-    for (const float riser : {46.0f, 84.0f, 124.0f, 164.0f, 204.0f})
-        c = c + light(0.40f, 0.46f, 0.52f) * smoothstep(0.006f, 0.003f, std::fabs(radius - riser / 500));
+    for (const hall::Terrace& terrace : hall::terraces) {
+        const float riser = float(terrace.radius) / float(hall::wallRadius);
+        c = c + light(0.40f, 0.46f, 0.52f) * smoothstep(0.006f, 0.003f, std::fabs(radius - riser));
+    }
     c = c + light(0.30f, 0.36f, 0.40f) * smoothstep(0.010f, 0.005f, std::fabs(radius - 0.93f));
     return c;
 }
@@ -125,22 +129,27 @@ Rgba domePlan(float radius, float side) {
     return c;
 }
 
+// Below the tiles, one to a cell; no model shows them.
+Rgba swatch(int number) {
+    const Rgba swatches[] = {opaque(0.015f, 0.02f, 0.024f), opaque(0.20f, 0.10f, 0.03f),
+                             opaque(0.5f, 0.56f, 0.6f)};
+    return number < int(std::size(swatches)) ? swatches[number] : grey(0);
+}
+
 }  // namespace
 
 Rgba hallPictures(float x, float y) {
-    constexpr float part = 256;
-    const int column = int((x - 512) / part), row = int(y / part);
-    const float u = (x - 512) / part - column, v = 1 - (y / part - row);  // v runs up
-    const float gain = 1.9f * (row < 2 ? mix(0.25f, 1, smoothstep(1.0f, 0.72f, u)) : 1);
-    if (row < 2) {
-        constexpr Rgba (*pictures[])(float x, float y) = {windows, evening, planet, halo};
-        const int quarter = row * 2 + column;
-        return pictures[quarter](u * breadth, v * height) * gain +
-               lightOnWall(u * breadth, v * height, quarter);
-    }
-    if (row == 2) return (column == 0 ? floorPlan(u, v) : domePlan(u, v)) * gain;
-    const Rgba swatches[] = {opaque(0.015f, 0.02f, 0.024f), opaque(0.20f, 0.10f, 0.03f),
-                             opaque(0.5f, 0.56f, 0.6f)};
-    const int swatch = int((x - 512) / 64);
-    return swatch < 3 ? swatches[swatch] : grey(0);
+    using namespace atlas::walls;
+    constexpr float cell = 64, part = float(tile) * cell;
+    const float along = x - float(firstTile) * cell;
+    const int column = int(along / part), row = int(y / part);
+    const float u = along / part - column, v = 1 - (y / part - row);  // v runs up
+    const int which = row * 2 + column;
+    if (which > dome) return swatch(int(along / cell));
+    const bool onWall = which < atlas::walls::floor;
+    const float gain = 1.9f * (onWall ? mix(0.25f, 1, smoothstep(1.0f, 0.72f, u)) : 1);
+    if (which == atlas::walls::floor) return floorPlan(u, v) * gain;
+    if (which == dome) return domePlan(u, v) * gain;
+    constexpr Rgba (*pictures[])(float x, float y) = {windows, evening, planet, halo};
+    return pictures[which](u * breadth, v * height) * gain + lightOnWall(u * breadth, v * height, which);
 }

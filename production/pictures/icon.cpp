@@ -47,7 +47,7 @@ Rgba gold(float height, float inside, float bevel) {
 
 Rgba streak(float x, float y, float thickness, float strength) {
     const float along = x - flarePlace, away = y - streakLine;
-    const float tail = along < 0 ? bell(along, 0.19f) : bell(along, 0.29f);
+    const float tail = bell(along, along < 0 ? 0.19f : 0.29f);
     const float line = tail * (bell(away, thickness) + 0.28f * bell(away, 4 * thickness));
     const float radius = std::hypot(along, away);
     const float star = 0.7f * bell(along, thickness) * std::exp(-std::fabs(away) / 0.07f);

@@ -17,7 +17,7 @@ void makeLoading(const char* path) {
 
     paint(canvas, [&](float x, float y, Rgba ground) {
         const float along = (x - size * 0.36f) / size, away = y - 214;
-        const float tail = along < 0 ? bell(along, 0.10f) : bell(along, 0.24f);
+        const float tail = bell(along, along < 0 ? 0.10f : 0.24f);
         const float side = smoothstep(0, 0.15f, std::fmin(x, size - x) / size);
         const float streak = side * tail * (bell(away, 0.9f) + 0.25f * bell(away, 6));
         const float flare = std::exp(-std::hypot(x - size * 0.36f, away) / 9.0f);

@@ -2,11 +2,11 @@
 // as real ones would; a map shows what the viewer's surroundings throw back, with the sky in its last rows.
 #include <vector>
 
-#include "production/comet_place.h"
 #include "production/kit/picture/canvas.h"
 #include "production/kit/picture/noise.h"
 #include "production/kit/picture/shapes.h"
 #include "production/pictures/pictures.h"
+#include "production/shared/comet.h"
 
 using namespace picture;
 

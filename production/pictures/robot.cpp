@@ -2,8 +2,11 @@
 #include "production/kit/picture/canvas.h"
 #include "production/kit/picture/shapes.h"
 #include "production/pictures/pictures.h"
+#include "production/shared/atlas.h"
 
 using namespace picture;
+using namespace atlas::robot;
+using atlas::Cells;
 
 namespace {
 
@@ -31,6 +34,10 @@ void makeBand(const char* path, Rgba tint, Rgba glow, Rgba hot) {
 
 constexpr int size = 1024;
 constexpr float part = size / 16.0f;
+float pixels(double cells) {
+    return float(cells) * part;
+}
+
 const Rgba gold = opaque(1.0f, 0.80f, 0.42f), amber = opaque(1.0f, 0.42f, 0.06f);
 
 // An arc of a circle that hangs below its middle, `half` radians to each side, with round ends.
@@ -89,6 +96,46 @@ Rgba pulseAt(Point p) {
     return mix(amber, gold, smoothstep(40.0f, 200.0f, p.y)) * (0.85f * ink * lines) + sheen;
 }
 
+// The two glasses stand on the left.
+bool onGlass(float x) {
+    return x < pixels(face.width);
+}
+
+// Lit from within; the one that sleeps is brightest between its eyes and its mouth.
+Rgba glassAt(Point place) {
+    const bool front = place.y < pixels(nape.top);
+    const Point p = {place.x, front ? place.y : place.y - pixels(nape.top)};
+    const float ink = front ? faceInk(p) : sleepInk(p);
+    const float lines = 0.84f + 0.16f * std::cos(place.y * (pi / 4));
+    const float sheen = 0.030f * bell(length(p - Point{320, 250}), 190);
+    const Rgba tint = front ? gold : mix(amber, gold, bell(p.y - 256, 80));
+    return tint * (0.80f * ink * lines) + amber * sheen;
+}
+
+// The paint of a shoulder's dome, from its top (0) down to its rim (1).
+Rgba shoulderAt(float down) {
+    const bool line = down > 0.62f && down < 0.68f;
+    const float cap = smoothstep(0.26f, 0.27f, down) * smoothstep(0.90f, 0.89f, down);
+    return line ? opaque(0, 0, 0) : opaque(0.20f, 0.050f, 0.005f) * cap;
+}
+
+Rgba swatchAt(float x) {
+    if (x < pixels(warmLamp.left)) return opaque(0.24f, 0.062f, 0.006f);
+    return x < pixels(coldTube.left) ? opaque(0.95f, 0.62f, 0.24f) : opaque(0.15f, 0.28f, 0.34f);
+}
+
+// All of it, by place in pixels.
+Rgba wornAt(Point place) {
+    const auto [x, y] = place;
+    const Cells dome = shoulder.within(margin);
+    if (onGlass(x)) return glassAt(place);
+    if (x > pixels(iris.left + margin) && y < pixels(iris.bottom()))
+        return irisAt(place - Point{pixels(iris.middleX()), pixels(iris.middleY())}, 2.8f * part);
+    if (y < pixels(shoulder.bottom())) return shoulderAt((y / part - float(dome.top)) / float(dome.height));
+    if (y < pixels(pulse.top)) return swatchAt(x);
+    return pulseAt({x - pixels(pulse.left), y - pixels(pulse.top)});
+}
+
 }  // namespace
 
 void makeRedBand(const char* path) {
@@ -99,39 +146,14 @@ void makeGreenBand(const char* path) {
     makeBand(path, opaque(0, 0.010f, 0.005f), opaque(0.03f, 0.85f, 0.32f), opaque(0.50f, 1, 0.65f));
 }
 
-// Added to dark metal: the face, below it the glass at the back of the head, right of them a lens, the
-// shoulders' paint from the top of their domes down to the rim, and swatches of paint and lamp.
+// Added to dark metal.
 void makeRobotFace(const char* path) {
     Canvas canvas(size, size, opaque(0, 0, 0));
-    paint(canvas, [&](float x, float y, Rgba) {
-        const Point place = {x, y};
-        const bool front = y < 512;
-        if (x < 640) {
-            const Point onGlass = {x, front ? y : y - 512};
-            const float ink = front ? faceInk(onGlass) : sleepInk(onGlass);
-            const float lines = 0.84f + 0.16f * std::cos(y * pi / 4);
-            // The tube itself, lit from within.
-            const float sheen = 0.030f * bell(length(onGlass - Point{320, 250}), 190);
-            const Rgba tint = front ? gold : mix(amber, gold, bell(onGlass.y - 256, 80));
-            return tint * (0.80f * ink * lines) + amber * sheen;
-        }
-        if (x > 10.1f * part && y < 6 * part) return irisAt(place - Point{13 * part, 3 * part}, 2.8f * part);
-        if (y < 10 * part) {
-            const float down = (y / part - 6.1f) / 3.8f;  // over the dome, from its top
-            const Rgba paintwork = opaque(0.20f, 0.050f, 0.005f);
-            const bool line = down > 0.62f && down < 0.68f;
-            const float cap = smoothstep(0.26f, 0.27f, down) * smoothstep(0.90f, 0.89f, down);
-            return line ? opaque(0, 0, 0) : paintwork * cap;
-        }
-        if (y < 11 * part) {
-            if (x < 11.5f * part) return opaque(0.24f, 0.062f, 0.006f);
-            return x < 13.5f * part ? opaque(0.95f, 0.62f, 0.24f) : opaque(0.15f, 0.28f, 0.34f);
-        }
-        return pulseAt({x - 10 * part, y - 11 * part});
-    });
+    paint(canvas, [](float x, float y, Rgba) { return wornAt({x, y}); });
     Canvas halo = blurred(canvas, 14, Edge::Clamp);
     for (int y = 0; y < size; y++)
         for (int x = 0; x < size; x++)
-            if (x < 640 || y > 11 * part) canvas.at(x, y) = canvas.at(x, y) + halo.at(x, y) * 0.28f;
+            if (onGlass(x) || y > pixels(pulse.top))
+                canvas.at(x, y) = canvas.at(x, y) + halo.at(x, y) * 0.28f;
     saveRgb(canvas, path, Rows::TopFirst);
 }

@@ -2,8 +2,6 @@
 // model of the sky unfolds it. One river of cloud crosses a night that is black elsewhere, violet where it is
 // thin and teal where it is deep, with warm dust in its lanes. Dim, since the glow makes nearly four times as
 // much of a broad light.
-#include <vector>
-
 #include "production/kit/picture/canvas.h"
 #include "production/kit/picture/noise.h"
 #include "production/pictures/pictures.h"

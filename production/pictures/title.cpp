@@ -138,18 +138,17 @@ Rgba gold(const LetteringField& text, int x, int y) {
     const float facing = bevelFacing(text, x, y, pixelAspect);
     const float height = unit((baseline - y) / capHeight);
     const float glance = bell(height - 0.43f, 0.16f);
-    const Rgba shade = opaque(0.20f, 0.065f, 0.008f), body = opaque(0.78f, 0.40f, 0.09f),
-               shine = opaque(1, 0.86f, 0.56f);
+    static const std::vector<Stop> wedge = {{0, opaque(0.20f, 0.065f, 0.008f)},
+                                            {0.5f, opaque(0.78f, 0.40f, 0.09f)},
+                                            {1, opaque(1, 0.86f, 0.56f)}};
     const float lightness = unit(0.40f + 0.72f * facing + 0.32f * glance);
-    const Rgba face =
-        lightness < 0.5f ? mix(shade, body, lightness * 2) : mix(body, shine, lightness * 2 - 1);
     const float rim = outline(text.at(x, y) + 1.2f, 1.8f);
-    return mix(face, opaque(1, 0.80f, 0.46f), 0.55f * rim);
+    return mix(gradient(wedge, lightness), opaque(1, 0.80f, 0.46f), 0.55f * rim);
 }
 
 Rgba streak(float x, float y) {
     const float along = (x - flarePlace) / size, away = y - streakLine;
-    const float tail = along < 0 ? bell(along, 0.19f) : bell(along, 0.27f);
+    const float tail = bell(along, along < 0 ? 0.19f : 0.27f);
     const float line = tail * (bell(away, 1.0f) + 0.20f * bell(away, 7));
     const float radius = std::hypot((x - flarePlace) * pixelAspect, away);
     const float star = 0.5f * bell((x - flarePlace) * pixelAspect, 1.2f) * std::exp(-std::fabs(away) / 34);

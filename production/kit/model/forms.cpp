@@ -22,9 +22,9 @@ Shape grid(int columns, int rows, bool closedColumns, bool closedRows,
     return shape;
 }
 
-Shape lathe(const Outline& profile, int sides, double firstAngle) {
+Shape lathe(const Outline& profile, int sides) {
     return welded(grid(sides, int(profile.size()), true, false, [&](int c, int r) {
-        const double angle = firstAngle + 2 * pi * c / sides;
+        const double angle = 2 * pi * c / sides;
         return Vec{profile[r].x * std::cos(angle), profile[r].y, -profile[r].x * std::sin(angle)};
     }));
 }
@@ -250,10 +250,10 @@ Outline chained(const std::vector<Outline>& outlines) {
     return whole;
 }
 
-Outline polygon(int sides, double radius, double firstAngle) {
+Outline polygon(int sides, double radius) {
     Outline outline;
     for (int i = 0; i < sides; i++) {
-        const double angle = firstAngle + 2 * pi * i / sides;
+        const double angle = 2 * pi * i / sides;
         outline.push_back({radius * std::cos(angle), radius * std::sin(angle)});
     }
     return outline;

@@ -19,7 +19,7 @@ Shape grid(int columns, int rows, bool closedColumns, bool closedRows,
 
 // Turns a profile of (radius, height) about the y axis. A profile that runs upwards with the axis on its left
 // gives an outward front. Points on the axis close the shape to a pole.
-Shape lathe(const Outline& profile, int sides, double firstAngle = 0);
+Shape lathe(const Outline& profile, int sides);
 
 // Grooves along a lathe: `count` of them, evenly spread, each `width` radians wide and `depth` units deep,
 // cut into the profile's points whose height lies in low..high. `land` columns span each stretch between
@@ -68,7 +68,7 @@ Outline chained(const std::vector<Outline>& outlines);
 
 // Outlines: a regular polygon about the origin (a circle with many sides), and any outline moved inwards by a
 // distance.
-Outline polygon(int sides, double radius, double firstAngle = 0);
+Outline polygon(int sides, double radius);
 Outline insetBy(const Outline& outline, double distance);
 
 // A smooth closed or open curve through points, `steps` points from each to the next.

@@ -100,24 +100,20 @@ Rgba sampled(const Canvas& canvas, float x, float y) {
     return mix(mix(upper[0], upper[1], u), mix(lower[0], lower[1], u), v);
 }
 
-Canvas blurred(const Canvas& source, float sigmaX, float sigmaY, Edge edge) {
+Canvas blurred(const Canvas& source, float sigma, Edge edge) {
     Canvas result = source;
     Canvas other = source;
     int radii[3];
-    boxRadii(sigmaX, radii);
-    for (int radius : radii) {
-        if (radius == 0) continue;
-        for (int y = 0; y < source.height; y++)
-            boxPass(&result.at(0, y), &other.at(0, y), source.width, 1, radius, edge);
+    boxRadii(sigma, radii);
+    // Along all rows or all columns.
+    const auto pass = [&](int lines, size_t lineStep, int count, size_t step, int radius) {
+        if (radius == 0) return;
+        for (int i = 0; i < lines; i++)
+            boxPass(&result.pixels[i * lineStep], &other.pixels[i * lineStep], count, step, radius, edge);
         std::swap(result, other);
-    }
-    boxRadii(sigmaY, radii);
-    for (int radius : radii) {
-        if (radius == 0) continue;
-        for (int x = 0; x < source.width; x++)
-            boxPass(&result.at(x, 0), &other.at(x, 0), source.height, source.width, radius, edge);
-        std::swap(result, other);
-    }
+    };
+    for (int radius : radii) pass(source.height, source.width, source.width, 1, radius);
+    for (int radius : radii) pass(source.width, 1, source.height, source.width, radius);
     return result;
 }
 

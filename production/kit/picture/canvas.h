@@ -84,12 +84,9 @@ Rgba sampled(const Canvas& canvas, float x, float y);
 // What lies beyond the edge for a blur.
 enum class Edge { Clamp, Wrap, Empty };
 
-// A Gaussian of standard deviation `sigmaX`, `sigmaY` in pixels, as three box passes (Wells, "Efficient
-// synthesis of Gaussian filters by cascaded uniform filters", 1986).
-Canvas blurred(const Canvas& source, float sigmaX, float sigmaY, Edge edge);
-inline Canvas blurred(const Canvas& source, float sigma, Edge edge) {
-    return blurred(source, sigma, sigma, edge);
-}
+// A Gaussian of standard deviation `sigma` in pixels, as three box passes (Wells, "Efficient synthesis of
+// Gaussian filters by cascaded uniform filters", 1986).
+Canvas blurred(const Canvas& source, float sigma, Edge edge);
 
 // Streams of light away from a place in pixels: every pixel becomes the mean of what lies between it and a
 // point `reach` (0..1) of its way towards the centre.

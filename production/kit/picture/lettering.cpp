@@ -135,9 +135,7 @@ float textWidth(const std::string& text, const Lettering& style) {
 
 void setText(LetteringField& field, const Lettering& style, const TextLine& line) {
     const SetLine set = arranged(line.text, style);
-    const float before = line.align == Align::Left     ? 0
-                         : line.align == Align::Centre ? set.width / 2
-                                                       : set.width;
+    const float before = line.align == Align::Centre ? set.width / 2 : 0;
     // Distances are taken where the picture is shown, in pixel heights, so that strokes keep their breadth.
     const float start = line.x * style.pixelAspect - before * style.height;
     for (const SetGlyph& letter : set.glyphs) {

@@ -19,7 +19,7 @@ struct Lettering {
     float pixelAspect = 1;   // width over height of a pixel where the picture is shown
 };
 
-enum class Align { Left, Centre, Right };
+enum class Align { Left, Centre };
 
 // Distances in pixel heights to the edge of all text set so far, negative inside; cut off at `reach`.
 struct LetteringField {
@@ -34,7 +34,7 @@ struct LetteringField {
     float at(float x, float y) const { return at(int(x), int(y)); }
 };
 
-// A line of text and its place, in pixels from the top left: `x` is its left end, middle or right end,
+// A line of text and its place, in pixels from the top left: `x` is its left end or its middle,
 // `baseline` the row its letters stand on. The text is UTF-8: A-Z, Å, Ä and Ö, digits, space and
 // . , : ; ! ? ' - + / & ( ); small letters are set as capitals, anything else as a space.
 struct TextLine {

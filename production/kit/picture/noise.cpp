@@ -44,6 +44,15 @@ float fade(float k) {
     return k * k * k * (k * (k * 6 - 15) + 10);
 }
 
+// Octaves of noise(octave, its frequency), each half as strong as the one before.
+template <class Noise>
+float summed(int octaves, Noise noise) {
+    float sum = 0, strength = 0.5f;
+    for (int octave = 0; octave < octaves; octave++, strength *= 0.5f)
+        sum += strength * noise(octave, float(1 << octave));
+    return sum;
+}
+
 }  // namespace
 
 float randomAt(int x, int y, uint32_t seed) {
@@ -87,31 +96,23 @@ float gradientNoise(float x, float y, float z, uint32_t seed) {
 }
 
 float fractalNoise(float x, float y, float z, int octaves, uint32_t seed) {
-    float sum = 0, strength = 0.5f;
-    for (int octave = 0; octave < octaves; octave++) {
-        sum += strength * gradientNoise(x, y, z, seed + octave);
-        x *= 2, y *= 2, z *= 2, strength *= 0.5f;
-    }
-    return sum;
+    return summed(octaves, [&](int octave, float scale) {
+        return gradientNoise(x * scale, y * scale, z * scale, seed + octave);
+    });
 }
 
 float fractalNoise(float x, float y, int period, int octaves, uint32_t seed) {
-    float sum = 0, strength = 0.5f;
-    for (int octave = 0; octave < octaves; octave++) {
-        sum += strength * gradientNoise(x, y, period, seed + octave);
-        x *= 2, y *= 2, period *= 2, strength *= 0.5f;
-    }
-    return sum;
+    return summed(octaves, [&](int octave, float scale) {
+        return gradientNoise(x * scale, y * scale, period << octave, seed + octave);
+    });
 }
 
 float ridgedNoise(float x, float y, int period, int octaves, uint32_t seed) {
-    float sum = 0, strength = 0.5f;
-    for (int octave = 0; octave < octaves; octave++) {
-        const float crease = 1 - std::fabs(gradientNoise(x, y, period, seed + octave));
-        sum += strength * crease * crease * crease;
-        x *= 2, y *= 2, period *= 2, strength *= 0.5f;
-    }
-    return sum;
+    return summed(octaves, [&](int octave, float scale) {
+        const float crease =
+            1 - std::fabs(gradientNoise(x * scale, y * scale, period << octave, seed + octave));
+        return crease * crease * crease;
+    });
 }
 
 }  // namespace picture

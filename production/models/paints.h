@@ -1,0 +1,51 @@
+// The places of the pictures that models are painted with, part by part.
+#pragma once
+
+#include "production/kit/model/mapping.h"
+#include "production/shared/atlas.h"
+
+namespace model {
+
+constexpr Patch patchOf(const atlas::Cells& cells) {
+    return {{cells.left / 16, cells.bottom() / 16}, {cells.right() / 16, cells.top / 16}};
+}
+constexpr Uv middleOf(const atlas::Cells& cells) {
+    return {cells.middleX() / 16, cells.middleY() / 16};
+}
+
+// Of plates, what is clear of their edges, grooves and bolts.
+namespace hull {
+
+constexpr Patch plain = patchOf(atlas::hull::pale.part(0.4, 0.9, 5.2, 1.8));  // pale enamel
+constexpr Patch striped =
+    patchOf(atlas::hull::striped.part(0.4, 0.3, 5.2, 1.9));  // paler, with two orange stripes along it
+constexpr Patch lettered = patchOf(atlas::hull::lettered.part(0.3, 0.3, 6.3, 5.4));  // the show's name
+constexpr Patch numbered = patchOf(atlas::hull::numbered.part(0.2, 0.9, 2.6, 2.2));  // pale, "126"
+constexpr Patch vents = patchOf(atlas::hull::vents.within(0.1));                     // dark slats
+constexpr Patch sail = patchOf(atlas::hull::wing.within(0.1));  // a pale wing, from its root to its tip
+constexpr Patch dark = patchOf(atlas::hull::dark.part(0.3, 0.2, 3.4, 1.0));
+constexpr Patch rooms[] = {patchOf(atlas::hull::rooms[0]), patchOf(atlas::hull::rooms[1])};
+constexpr Patch timber = patchOf(atlas::hull::timber), leaves = patchOf(atlas::hull::leaves),
+                foliage = patchOf(atlas::hull::leaves.part(0, 0, 2.8, 0.35)),
+                lime = patchOf(atlas::hull::lime.within(0.1));
+constexpr Uv orange = middleOf(atlas::hull::stripe), warmLamp = middleOf(atlas::hull::warmLamp),
+             coolLamp = middleOf(atlas::hull::coolLamp), neon = middleOf(atlas::hull::neon),
+             harp = middleOf(atlas::hull::harp), beamlit = middleOf(atlas::hull::beamlit);
+
+}  // namespace hull
+
+namespace walls {
+
+constexpr Patch panel = patchOf(atlas::walls::panel.part(0.05, 0.05, 4.9, 14.4)),
+                rail = patchOf(atlas::walls::rail.part(1.3, 0.05, 0.5, 14.4)),
+                rib = patchOf(atlas::walls::rings.part(0.2, 0.2, 7.6, 0.2)),
+                light = patchOf(atlas::walls::rings.part(0.2, 0.8, 7.6, 0.2));
+
+// Kept clear of its neighbours.
+constexpr Patch tile(atlas::walls::Tile which) {
+    return patchOf(atlas::walls::hall(which).within(3.0 / 64));
+}
+
+}  // namespace walls
+
+}  // namespace model

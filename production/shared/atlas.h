@@ -1,0 +1,65 @@
+// Where things lie in the pictures that models are painted with, for those who draw and those who map them:
+// in cells of a grid of 16 x 16, from the picture's top left.
+#pragma once
+
+namespace atlas {
+
+struct Cells {
+    double left, top, width, height;
+
+    // A part of it, counted from its own top left.
+    constexpr Cells part(double x, double y, double partWidth, double partHeight) const {
+        return {left + x, top + y, partWidth, partHeight};
+    }
+    constexpr Cells within(double margin) const {
+        return part(margin, margin, width - 2 * margin, height - 2 * margin);
+    }
+    constexpr double right() const { return left + width; }
+    constexpr double bottom() const { return top + height; }
+    constexpr double middleX() const { return left + width / 2; }
+    constexpr double middleY() const { return top + height / 2; }
+};
+
+// "shiptex", for all that moves.
+namespace hull {
+
+// Plates, by what is on them.
+constexpr Cells pale = {0, 0, 6, 5}, dark = {6, 0, 4, 3}, striped = {10, 0, 6, 3}, lettered = {6, 3, 7, 6},
+                numbered = {3, 5, 3, 4}, hazard = {3, 9, 7, 3}, wing = {10, 9, 6, 7};
+constexpr Cells vents = {3.5, 12.8, 3, 2.4}, stripe = {10.04, 0.9, 5.92, 0.5};
+constexpr Cells warmLamp = {0.9, 8.5, 1.2, 0.16}, coolLamp = {0.9, 9.5, 1.2, 0.16};
+// The heap's houses: two stretches of lit rooms, their timber soffit, leaves, and the lime of their slabs.
+constexpr Cells rooms[] = {{13.1, 3.1, 2.8, 0.6}, {13.1, 3.8, 2.8, 0.6}};
+constexpr Cells timber = {13.1, 4.5, 2.8, 2.2}, leaves = {13.1, 6.8, 2.8, 0.6}, lime = {13.1, 7.5, 2.8, 0.6};
+// Dabs of the band's edge and strings, and of what shines as if the beams lit it.
+constexpr Cells neon = {0.7, 12.7, 0.6, 0.6}, harp = {1.7, 12.7, 0.6, 0.6}, beamlit = {0.7, 14.7, 0.6, 0.6};
+
+}  // namespace hull
+
+// "cubetex": the tunnel's in the left half, the hall's in the right one.
+namespace walls {
+
+// One lit panel from joint to joint, a rail along a segment, and the light of the rings in their black ribs.
+constexpr Cells panel = {0, 0, 5, 14.5}, rail = {5, 0, 3, 14.5}, rings = {0, 14.6, 8, 1.4};
+
+// In rows of two: behind pillar, ship, probes and colossus half of what hangs there, from its middle to its
+// right edge; then floor and dome, from the axis to the wall over half a bay.
+constexpr double tile = 4, firstTile = 8;
+enum Tile { pillar, ship, probes, colossus, floor, dome };
+constexpr Cells hall(Tile which) {
+    return {firstTile + tile * (which % 2), tile * (which / 2), tile, tile};
+}
+
+}  // namespace walls
+
+// "roboscreen": what glows or is painted on the robot.
+namespace robot {
+
+constexpr Cells face = {0, 0, 10, 8}, nape = {0, 8, 10, 8};  // the glass in front and at the back of the head
+constexpr double margin = 0.1;                               // of the others, within their place
+constexpr Cells iris = {10, 0, 6, 6}, shoulder = {10, 6, 6, 4}, pulse = {10, 11, 6, 5};
+constexpr Cells orange = {10, 10, 1.5, 1}, warmLamp = {11.5, 10, 2, 1}, coldTube = {13.5, 10, 2.5, 1};
+
+}  // namespace robot
+
+}  // namespace atlas
