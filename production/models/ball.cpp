@@ -14,6 +14,8 @@
 #include "production/models/paints.h"
 #include "production/models/viewer.h"
 #include "production/shared/comet.h"
+#include "production/shared/glow.h"
+#include "script/show_times.h"
 
 using namespace model;
 
@@ -52,7 +54,9 @@ Shape mirrorRows() {
     return mirrors;
 }
 
-constexpr double firstMoment = 139, lastMoment = 184, momentStep = 0.1;  // seconds
+// Seconds for which it is laid out.
+constexpr double firstMoment = showtime::room.seconds(), lastMoment = showtime::afterCredits.seconds(),
+                 momentStep = 0.1;
 
 // What a mirror shows over the time that it faces the viewer.
 struct Sight {
@@ -65,15 +69,10 @@ enum Light { cold, warm, white, lightCount };
 using Lights = std::array<double, lightCount>;
 
 Lights lightsIn(Vec direction) {
-    const double beyond = smoothstep(-0.48, -0.78, direction.z);
-    const double aside = direction.x / (std::hypot(direction.x, direction.y) + 1e-4);
-    const double upright = 1 - smoothstep(0.35, 0.9, std::abs(aside));
-    const double pool = direction.y > 0 ? mix(1.0, 0.46, smoothstep(0.0, 0.38, direction.y))
-                                        : mix(1.0, 0.40, smoothstep(0.0, -0.15, direction.y));
-    const double over = direction.y > 0 ? 0.3 * upright : 0;
-    const double under = smoothstep(0.06, -0.40, direction.y) * upright;
-    return {beyond * (pool * smoothstep(-0.35, -0.9, aside) + over),
-            beyond * (pool * smoothstep(0.35, 0.9, aside) + under), viewer::cometLight(direction)};
+    constexpr double above = 0.3;  // of the pools' strength
+    const glow::Glow<double> seen = glow::in(direction);
+    return {seen.beyond * (seen.cold + above * seen.above * seen.between),
+            seen.beyond * (seen.warm + seen.below * seen.between), viewer::cometLight(direction)};
 }
 
 // Chooses what each mirror seems to face. Some flash with the comet, each when the fewest others do; the
@@ -126,29 +125,37 @@ private:
         return worth;
     }
 
-    void choose(size_t mirror, bool flashes) {
+    // Where it throws the comet back at some moment, or what trails behind that.
+    std::vector<Vec> flashing(const Aim& aim) const {
+        constexpr size_t everyOther = 4;                     // moment
+        constexpr double behind[] = {1.0, 6.0, 12.0, 20.0};  // degrees from the comet's head
+        std::vector<Vec> facings;
+        for (size_t i = 0; i < aim.sights.size(); i += everyOther)
+            for (const double along : behind)
+                facings.push_back(
+                    viewer::facing(views[aim.sights[i].moment], aim.place,
+                                   viewer::direction(comet::azimuth + along, comet::elevation)));
+        return facings;
+    }
+
+    // Spread evenly over a ball, from a start of the mirror's own.
+    static std::vector<Vec> glancing(size_t mirror) {
         constexpr int tries = 200;
+        std::vector<Vec> facings;
+        for (int i = 0; i < tries; i++) {
+            const double k = mirror * tries + i;
+            const double height = 2 * fraction(0.7548776662 * k) - 1,
+                         turn = 2 * pi * fraction(0.5698402910 * k);
+            facings.push_back(hall::onRing(turn, std::sqrt(1 - height * height), height));
+        }
+        return facings;
+    }
+
+    void choose(size_t mirror, bool flashes) {
         constexpr double least = 0.015;  // cosine that it keeps to its own normal
         Aim& aim = aims[mirror];
-        std::vector<Vec> candidates;
-        if (flashes) {
-            for (size_t i = 0; i < aim.sights.size(); i += 4) {
-                const viewer::View& view = views[aim.sights[i].moment];
-                for (const double along : {1.0, 6.0, 12.0, 20.0})
-                    candidates.push_back(viewer::facing(
-                        view, aim.place, viewer::direction(comet::azimuth + along, comet::elevation)));
-            }
-        } else {
-            // Points spread evenly over a ball, from a start of the mirror's own.
-            for (int i = 0; i < tries; i++) {
-                const double k = mirror * tries + i;
-                const double height = 2 * fraction(0.7548776662 * k) - 1,
-                             turn = 2 * pi * fraction(0.5698402910 * k);
-                candidates.push_back(hall::onRing(turn, std::sqrt(1 - height * height), height));
-            }
-        }
         double most = 0;
-        for (const Vec& candidate : candidates) {
+        for (const Vec& candidate : flashes ? flashing(aim) : glancing(mirror)) {
             if (dot(candidate, aim.normal) < least) continue;
             const double worth = worthOf(aim, candidate);
             if (worth > most) most = worth, aim.facing = candidate;

@@ -4,6 +4,7 @@
 #include "production/models/hall.h"
 #include "production/models/viewer.h"
 #include "production/shared/comet.h"
+#include "script/show_times.h"
 
 using namespace model;
 
@@ -20,8 +21,8 @@ Vec showingAt(double time, Vec place, double above) {
                           viewer::direction(comet::azimuth, comet::elevation + above / degrees(1)));
 }
 
-// A flight: where the head is at a time, as a turn in degrees and a height, and how high its track is there
-// (0..1 of the whole).
+// A flight: where the head is, so many seconds after the last card, as a turn in degrees and a height, and
+// how high its track is there (0..1 of the whole).
 struct Stage {
     double time, turn, height, size;
 };
@@ -33,7 +34,7 @@ Shape track(const std::vector<Stage>& stages) {
     std::vector<Vec> flight, timing;
     for (const Stage& stage : stages) {
         flight.push_back({stage.turn, stage.height, 0});
-        timing.push_back({stage.time, stage.size, 0});
+        timing.push_back({showtime::afterCredits.seconds() + stage.time, stage.size, 0});
     }
     flight = curveThrough(flight, false, steps), timing = curveThrough(timing, false, steps);
     const auto placeOf = [&](int c, int r) {
@@ -54,10 +55,9 @@ Shape track(const std::vector<Stage>& stages) {
     return shape;
 }
 
-const std::vector<Stage> overTheNight = {{186.45, 110, 320, 1.0}, {187.3, 146, 470, 1.0},
-                                         {188.3, 186, 540, 1.0},  {189.1, 211, 490, 1.0},
-                                         {189.8, 224, 410, 0.9},  {190.2, 230, 370, 0.0}};
-constexpr double faceTime = 192.36;
+const std::vector<Stage> overTheNight = {{2.3, 110, 320, 1.0},  {3.15, 146, 470, 1.0}, {4.15, 186, 540, 1.0},
+                                         {4.95, 211, 490, 1.0}, {5.65, 224, 410, 0.9}, {6.05, 230, 370, 0.0}};
+constexpr double faceTime = showtime::glimpse.seconds() - 0.14;
 
 }  // namespace
 

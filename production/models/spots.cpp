@@ -6,13 +6,16 @@
 #include "production/models/hall.h"
 #include "production/models/viewer.h"
 #include "production/shared/comet.h"
+#include "production/shared/glow.h"
+#include "script/room_view.h"
 
 using namespace model;
 
 namespace {
 
-constexpr double orbit = 2 * pi / 0.4;                    // seconds that the viewer takes round the ball
-constexpr double firstRound = 157.08;                     // seconds: when he stands at turn 0
+constexpr double orbit = 2 * pi / roomTurn;  // seconds that the viewer takes round the ball
+// When he first stands at turn 0 on his ellipse.
+const double firstRound = std::ceil(showtime::roomBreathing.seconds() / orbit) * orbit;
 constexpr double halfAzimuth = 4.6, halfElevation = 2.8;  // degrees of the picture that a spot shows
 
 // When the viewer stands at a turn, in his first round of those on the ellipse.
@@ -24,11 +27,12 @@ double timeAt(double turn) {
 // Whether what faces `normal` never shows the viewer the glow beyond the hall while he sees it.
 bool dark(Vec place, Vec normal) {
     constexpr double step = 0.2, halfSight = 0.55;  // seconds; cosine
+    constexpr double margin = 0.14;                 // round the middle of what it shows
     for (double after = 0; after < orbit; after += step) {
         const viewer::View view = viewer::at(firstRound + after);
         if (-dot(normalized(place - view.eye), view.back) < halfSight) continue;
         const Vec shown = viewer::shown(view, place, normal);
-        if (shown.z < -0.42 && shown.y < 0.1) return false;
+        if (shown.z < glow::begins + margin && shown.y < 0.1) return false;
     }
     return true;
 }

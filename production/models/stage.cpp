@@ -18,6 +18,7 @@
 #include "production/models/paints.h"
 #include "production/models/spots.h"
 #include "production/models/viewer.h"
+#include "production/shared/glow.h"
 
 using namespace model;
 using namespace hall;
@@ -59,7 +60,7 @@ struct Lamps {
     double warm, cold;
 };
 Shape litIn(const Shape& shape, double turn, Lamps lamps) {
-    constexpr double glowBegins = -0.55, glowIsFull = -0.90;  // how far beyond, along the view
+    constexpr double justIn = glow::begins + 0.01, deepIn = glow::full - 0.06;
     const Vec eye = onRing(turn + pi, 250, 100), back = normalized(eye - ballCentre),
               right = onRing(turn + pi / 2, 1, 0);
     const viewer::View view = {eye, right, cross(back, right), back};
@@ -69,7 +70,7 @@ Shape litIn(const Shape& shape, double turn, Lamps lamps) {
         const double warm = lamps.warm * smoothstep(0.35, 1.0, dot(normal, warmLamp)),
                      cold = lamps.cold * smoothstep(0.05, 1.0, dot(normal, coldLamp));
         const double light = std::max(warm, cold);
-        const double along = mix(glowBegins, glowIsFull, light), beside = std::sqrt(1 - along * along);
+        const double along = mix(justIn, deepIn, light), beside = std::sqrt(1 - along * along);
         const Vec shown = warm > cold ? Vec{0, -beside, along} : Vec{-beside, 0.02, along};
         const Vec facing = viewer::facing(view, p, shown);
         return mix(normal, facing * (dot(facing, normal) < 0 ? -1 : 1), smoothstep(0.02, 0.25, light));

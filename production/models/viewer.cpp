@@ -1,17 +1,14 @@
 #include "production/models/viewer.h"
 
-#include "production/models/hall.h"
 #include "production/shared/comet.h"
+#include "script/room_view.h"
 
 using namespace model;
 
 namespace {
 
-constexpr double breathing = 154.3;  // seconds: from then on the viewer's path is an ellipse
-
-// Gaussian.
-double bell(double x, double sigma) {
-    return std::exp(-0.5 * x * x / (sigma * sigma));
+Vec vec(const float (&p)[3]) {
+    return {p[0], p[1], p[2]};
 }
 
 }  // namespace
@@ -19,12 +16,9 @@ double bell(double x, double sigma) {
 namespace viewer {
 
 View at(double time) {
-    const double turn = 0.4 * time, height = std::sin(2 * turn) * 36.5;
-    const Vec eye = time < breathing ? Vec{std::cos(turn) * 260, height + 100, std::sin(turn) * 260}
-                                     : Vec{std::cos(turn) * 260, height + 91, std::sin(turn) * 229};
-    const Vec target =
-        time < breathing ? hall::ballCentre + Vec{std::sin(time) * 15, 0, 0} : hall::ballCentre;
-    const Vec back = normalized(eye - target), right = normalized(cross({0, 1, 0}, back));
+    const RoomView view = roomView(float(time), 0);
+    const Vec eye = vec(view.eye), back = normalized(eye - vec(view.target)),
+              right = normalized(cross({0, 1, 0}, back));
     return {eye, right, cross(back, right), back};
 }
 

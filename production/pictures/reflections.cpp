@@ -7,6 +7,7 @@
 #include "production/kit/picture/shapes.h"
 #include "production/pictures/pictures.h"
 #include "production/shared/comet.h"
+#include "production/shared/glow.h"
 
 using namespace picture;
 
@@ -44,13 +45,9 @@ Rgba lit(const HungLamp& hung, Direction towards) {
     return lamp.light * smoothstep(lamp.softness, -lamp.softness, distance);
 }
 
-// `count` lamps, each a step (degrees of azimuth and elevation) from the last and `fading` times as bright.
-void addBank(std::vector<Softbox>& lamps, Softbox lamp, Point step, int count, float fading) {
-    for (int i = 0; i < count; i++) {
-        lamps.push_back(lamp);
-        lamp.azimuth += step.x, lamp.elevation += step.y;
-        lamp.light = lamp.light * fading;
-    }
+// `count` lamps, each a step (degrees of azimuth) from the last.
+void addBank(std::vector<Softbox>& lamps, Softbox lamp, float step, int count) {
+    for (int i = 0; i < count; i++, lamp.azimuth += step) lamps.push_back(lamp);
 }
 
 // Paints lamps before a ground(direction) as OpenGL's sphere map looks them up: with the unit normal n that a
@@ -106,6 +103,67 @@ Rgba cometLight(Direction towards) {
     return seen;
 }
 
+// Low, and the broad ones most: the corridor's glow on a beat makes seven times as much of what fills a
+// panel, where a tube draws a line.
+const std::vector<Softbox> studioLamps = {
+    // Over the viewer: a broad one between two tubes.
+    {0, 54, {1.2f, 0.20f}, 3, 0.16f, light(0.012f, 0.015f, 0.018f)},
+    {0, 36, {0.9f, 0.010f}, 2, 0.010f, light(0.20f, 0.31f, 0.45f)},
+    {0, 68, {1.5f, 0.024f}, 2, 0.016f, light(0.18f, 0.21f, 0.24f)},
+    // A cold one and its tube on his left, a warm one and its tube on his right.
+    {-64, 10, {0.20f, 0.6f}, 5, 0.10f, light(0.033f, 0.06f, 0.093f)},
+    {-52, 10, {0.010f, 0.6f}, 5, 0.010f, light(0.18f, 0.32f, 0.56f)},
+    {70, 0, {0.16f, 0.7f}, -8, 0.09f, light(0.068f, 0.034f, 0.011f)},
+    {58, 0, {0.010f, 0.7f}, -8, 0.010f, light(0.59f, 0.35f, 0.13f)},
+    // Fills below him and on both sides.
+    {10, -36, {0.7f, 0.05f}, -4, 0.05f, light(0.03f, 0.015f, 0.006f)},
+    {-34, 26, {0.24f, 0.20f}, 12, 0.14f, light(0.025f, 0.043f, 0.06f)},
+    {36, 6, {0.18f, 0.26f}, -6, 0.12f, light(0.045f, 0.025f, 0.01f)},
+    // Over the far side, for the edges of the stage.
+    {180, 88, {0.5f, 0.24f}, 0, 0.02f, light(0.06f, 0.18f, 0.31f)},
+};
+const Rgba horizon = light(0.015f, 0.022f, 0.035f);
+
+// For the ball's mirrors: round lamps scattered all round, most of them cold.
+void addSparks(std::vector<Softbox>& lamps) {
+    constexpr int sparks = 30, seed = 9;
+    constexpr float lowest = -36;  // degrees; below flies the comet
+    const Rgba cold = light(0.50f, 0.66f, 0.80f), warm = light(0.85f, 0.56f, 0.26f);
+    for (int i = 0; i < sparks; i++) {
+        const auto random = [&](int what) { return randomAt(i, what, seed); };
+        const float azimuth = mix(-100, 100, random(0)), elevation = mix(-60, 62, random(1));
+        if (elevation < lowest) continue;
+        const float radius = mix(0.015f, 0.035f, random(2));
+        const Rgba tint = mix(cold, warm, smoothstep(0.6f, 0.9f, random(3)));
+        lamps.push_back({azimuth, elevation, {radius, radius}, 0, 0.012f, tint * mix(0.4f, 1.0f, random(4))});
+    }
+}
+
+// Behind the viewer: next to nothing, so that what faces him is dark.
+Rgba nightAhead(Direction towards) {
+    const Rgba floor = light(0.001f, 0.002f, 0.003f), sky = light(0.002f, 0.003f, 0.005f);
+    const Rgba warmFill = light(0.004f, 0.003f, 0.001f), coldFill = light(0.003f, 0.004f, 0.006f);
+    return mix(floor, sky, smoothstep(-0.1f, 0.1f, towards.y)) * smoothstep(-0.3f, 0.8f, towards.z) +
+           mix(warmFill, coldFill, smoothstep(-0.25f, 0.25f, towards.y)) *
+               smoothstep(0.45f, 0.95f, towards.z);
+}
+
+// Two fine rings lie in the glow above a thing.
+Rgba ringsAbove(Direction towards) {
+    const float rings = bell(towards.y - 0.26f, 0.010f) + 0.5f * bell(towards.y - 0.42f, 0.008f);
+    return mix(light(0.3f, 0.5f, 0.7f), light(0.7f, 0.45f, 0.2f), smoothstep(-0.3f, 0.3f, towards.x)) *
+           (0.8f * rings);
+}
+
+Rgba glowBeyond(Direction towards) {
+    const glow::Glow<float> strength = glow::in(towards);
+    const Rgba cold = light(0.05f, 0.21f, 0.45f) * strength.cold,
+               warm = light(0.45f, 0.19f, 0.045f) * strength.warm;
+    const Rgba above = light(0.10f, 0.16f, 0.22f) * strength.above + ringsAbove(towards),
+               below = light(0.42f, 0.20f, 0.05f) * strength.below;
+    return (cold + warm + (above + below) * strength.between) * strength.beyond;
+}
+
 }  // namespace
 
 // On hulls, boxes and all that stands in the hall, added to the lit texture and then to itself by the glow:
@@ -113,61 +171,11 @@ Rgba cometLight(Direction towards) {
 // lies beyond the thing. That lights its edges, cold left and warm right; what faces straight up or down
 // throws back the glow beyond it, cold from below the viewer's eyes and warm from above.
 void makeStudio(const char* path) {
-    // Low, and the broad ones most: the corridor's glow on a beat makes seven times as much of what fills a
-    // panel, where a tube draws a line.
-    std::vector<Softbox> lamps = {
-        {0, 54, {1.2f, 0.20f}, 3, 0.16f, light(0.012f, 0.015f, 0.018f)},
-        {0, 36, {0.9f, 0.010f}, 2, 0.010f, light(0.20f, 0.31f, 0.45f)},
-        {0, 68, {1.5f, 0.024f}, 2, 0.016f, light(0.18f, 0.21f, 0.24f)},
-        {-64, 10, {0.20f, 0.6f}, 5, 0.10f, light(0.033f, 0.06f, 0.093f)},
-        {-52, 10, {0.010f, 0.6f}, 5, 0.010f, light(0.18f, 0.32f, 0.56f)},
-        {70, 0, {0.16f, 0.7f}, -8, 0.09f, light(0.068f, 0.034f, 0.011f)},
-        {58, 0, {0.010f, 0.7f}, -8, 0.010f, light(0.59f, 0.35f, 0.13f)},
-        {10, -36, {0.7f, 0.05f}, -4, 0.05f, light(0.03f, 0.015f, 0.006f)},
-        {-34, 26, {0.24f, 0.20f}, 12, 0.14f, light(0.025f, 0.043f, 0.06f)},
-        {36, 6, {0.18f, 0.26f}, -6, 0.12f, light(0.045f, 0.025f, 0.01f)},
-        // Over the far side, for the edges of the stage.
-        {180, 88, {0.5f, 0.24f}, 0, 0.02f, light(0.06f, 0.18f, 0.31f)},
-    };
-    // Sparks for the ball's mirrors.
-    for (int i = 0; i < 30; i++) {
-        const float elevation = mix(-60, 62, randomAt(i, 1, 9));
-        if (elevation < -36) continue;  // there flies the comet
-        const float radius = mix(0.015f, 0.035f, randomAt(i, 2, 9));
-        const Rgba tint = mix(light(0.50f, 0.66f, 0.80f), light(0.85f, 0.56f, 0.26f),
-                              smoothstep(0.6f, 0.9f, randomAt(i, 3, 9)));
-        lamps.push_back({mix(-100, 100, randomAt(i, 0, 9)),
-                         elevation,
-                         {radius, radius},
-                         0,
-                         0.012f,
-                         tint * mix(0.4f, 1.0f, randomAt(i, 4, 9))});
-    }
-    makeSphereMap(path, lamps, [&](Direction towards) {
-        const float ahead = smoothstep(-0.3f, 0.8f, towards.z);
-        const Rgba floor = light(0.001f, 0.002f, 0.003f), sky = light(0.002f, 0.003f, 0.005f);
-        const Rgba fill = mix(light(0.004f, 0.003f, 0.001f), light(0.003f, 0.004f, 0.006f),
-                              smoothstep(-0.25f, 0.25f, towards.y));
-        const float beyond = smoothstep(-0.56f, -0.84f, towards.z);
-        const float aside = towards.x / (std::hypot(towards.x, towards.y) + 1e-4f);
-        // Weaker up and down: on the rings of the stage's floor they are pools about the ball, which pale
-        // towards its edge.
-        const float pool = towards.y > 0 ? mix(1.0f, 0.46f, smoothstep(0.0f, 0.38f, towards.y))
-                                         : mix(1.0f, 0.40f, smoothstep(0.0f, -0.15f, towards.y));
-        const Rgba left = light(0.05f, 0.21f, 0.45f) * (pool * smoothstep(-0.35f, -0.9f, aside));
-        const Rgba right = light(0.45f, 0.19f, 0.045f) * (pool * smoothstep(0.35f, 0.9f, aside));
-        const float ring = bell(towards.y - 0.26f, 0.010f) + 0.5f * bell(towards.y - 0.42f, 0.008f);
-        const Rgba over =
-            light(0.10f, 0.16f, 0.22f) *
-                (smoothstep(0.0f, 0.06f, towards.y) * mix(1.0f, 0.15f, smoothstep(0.03f, 0.5f, towards.y))) +
-            mix(light(0.3f, 0.5f, 0.7f), light(0.7f, 0.45f, 0.2f), smoothstep(-0.3f, 0.3f, towards.x)) *
-                (0.8f * ring);
-        const Rgba under = light(0.42f, 0.20f, 0.05f) * smoothstep(0.06f, -0.40f, towards.y);
-        const float upright = 1 - smoothstep(0.35f, 0.9f, std::fabs(aside));
-        return mix(floor, sky, smoothstep(-0.1f, 0.1f, towards.y)) * ahead +
-               fill * smoothstep(0.45f, 0.95f, towards.z) +
-               (left + right + (over + under) * upright) * beyond + cometLight(towards) +
-               light(0.015f, 0.022f, 0.035f) * (bell(towards.y, 0.03f) * smoothstep(-0.5f, 0.0f, towards.z));
+    std::vector<Softbox> lamps = studioLamps;
+    addSparks(lamps);
+    makeSphereMap(path, lamps, [](Direction towards) {
+        return nightAhead(towards) + glowBeyond(towards) + cometLight(towards) +
+               horizon * (bell(towards.y, 0.03f) * smoothstep(-0.5f, 0.0f, towards.z));
     });
 }
 
@@ -244,8 +252,8 @@ void makeArmChrome(const char* path) {
 // off, so it is seen only where somebody turns its unit on.
 void makeHallReflections(const char* path) {
     std::vector<Softbox> lamps;
-    addBank(lamps, {-160, 8, {0.022f, 0.42f}, 0, 0.015f, light(0.10f, 0.46f, 0.42f)}, {32, 0}, 11, 1);
-    addBank(lamps, {-170, 58, {0.07f, 0.02f}, 0, 0.02f, light(0.42f, 0.56f, 0.54f)}, {24, 0}, 15, 1);
+    addBank(lamps, {-160, 8, {0.022f, 0.42f}, 0, 0.015f, light(0.10f, 0.46f, 0.42f)}, 32, 11);
+    addBank(lamps, {-170, 58, {0.07f, 0.02f}, 0, 0.02f, light(0.42f, 0.56f, 0.54f)}, 24, 15);
     const std::vector<Stop> walls = {{-1, light(0.004f, 0.012f, 0.014f)},
                                      {-0.2f, light(0.010f, 0.045f, 0.046f)},
                                      {0.2f, light(0.014f, 0.070f, 0.068f)},
