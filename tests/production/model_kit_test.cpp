@@ -181,12 +181,4 @@ TEST(ModelKit, MappingsReadTheRightWayRoundInsideAndOut) {
     }
 }
 
-TEST(ModelKit, PaintedShapesStayInTheirPatch) {
-    const Patch patch = {{0.25, 0.75}, {0.5, 0.5}};
-    for (const Face& face : painted(lathe({{1, 0}, {2, 1}, {1, 2}}, 9), patch).faces) {
-        for (const Uv& uv : face.uvs) EXPECT_TRUE(0.25 <= uv.x && uv.x <= 0.5 && 0.5 <= uv.y && uv.y <= 0.75);
-        EXPECT_GT(reading(face), 0);
-    }
-}
-
 }  // namespace
