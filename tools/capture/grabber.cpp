@@ -40,12 +40,12 @@ bool Grabber::grab() {
     glBindBuffer(GL_PIXEL_PACK_BUFFER, 0);
     const GLenum error = glGetError();
     if (error != GL_NO_ERROR) return fail(error);
-    if (grabbed++ > 0) pass(buffers[grabbed % 2]);
+    if (grabbed++ > 0) handOver(buffers[grabbed % 2]);
     const std::lock_guard lock(mutex);
     return !failed;
 }
 
-void Grabber::pass(GLuint buffer) {
+void Grabber::handOver(GLuint buffer) {
     std::unique_lock lock(mutex);
     changed.wait(lock, [this] { return !spare.empty() || failed; });
     if (failed) return;
@@ -74,7 +74,7 @@ bool Grabber::fail(GLenum error) {
 }
 
 bool Grabber::finish() {
-    if (grabbed > 0) pass(buffers[(grabbed - 1) % 2]);
+    if (grabbed > 0) handOver(buffers[(grabbed - 1) % 2]);
     std::unique_lock lock(mutex);
     changed.wait(lock, [this] { return failed || spare.size() == pictures; });
     return !failed;

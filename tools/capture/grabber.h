@@ -23,16 +23,16 @@ struct Grabber {
     explicit Grabber(Write write);
     ~Grabber();
 
-    // After drawing a frame: starts reading it back and passes the one before on. False once a write failed,
+    // After drawing a frame: starts reading it back and hands the one before over. False once a write failed,
     // or with a `problem` if a frame can't be read back.
     bool grab();
-    // Passes the last frame on, waits until all are written and tells whether they were.
+    // Hands the last frame over, waits until all are written and tells whether they were.
     bool finish();
 
     std::string problem;
 
     // From here on its own.
-    void pass(GLuint buffer);
+    void handOver(GLuint buffer);
     bool fail(GLenum error);
     void work();
 

@@ -4,7 +4,7 @@
 constexpr int samplesOfRenderer = -1;  // what suits the renderer
 constexpr int mostSamples = 64;
 
-// Opens the show's window with at least `samples` samples a pixel; 0 for one that is drawn as on the stage.
+// Opens the show's window with at least `samples` samples a pixel; 0 for one like the show's own.
 // Ends the program after one line if the driver has none with so many.
 void openCaptureWindow(int samples);
 
