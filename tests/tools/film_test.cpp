@@ -111,7 +111,7 @@ TEST(Film, CanBePutOnTheNetAsItIs) {
     const Fields video = filmed("--from 24 --to 24.6", film);
     expectFields(video, taggedForTheNet);
     expectFields(video, {{"width", "800"}, {"height", "600"}, {"nb_read_packets", "36"}});
-    expectFields(streamOf(film, "a"), {{"codec_name", "aac"}, {"channels", "2"}});
+    expectFields(streamOf(film, "a"), {{"codec_name", "aac"}, {"channels", "2"}, {"sample_rate", "48000"}});
     EXPECT_GE(std::stoi(streamOf(film, "a")["bit_rate"]), 192000);
 
     EXPECT_EQ(groupsOf(film), "K" + std::string(29, '.') + "K.....");

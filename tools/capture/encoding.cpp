@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "tools/command_line.h"
+#include "tools/formatted.h"
 
 namespace {
 
@@ -19,12 +20,38 @@ const std::string tagged = ",setparams=color_primaries=bt709:color_trc=bt709";
 // The quickest preset: on a machine that draws in software, every cycle of the encoder is one less for
 // drawing. The larger transform and the smaller blocks of still pictures cost next to nothing and save a
 // tenth.
-constexpr char x264Settings[] = "8x8dct=1:partitions=i8x8,i4x4:stitchable=1:chromaloc=1";
+constexpr char quickest[] =
+    "-c:v libx264 -preset ultrafast -x264-params 8x8dct=1:partitions=i8x8,i4x4:stitchable=1:chromaloc=1";
 
-// At this factor 95 of 100 pixels come back within 3 levels of the brightness that was drawn.
-constexpr char rateFactor[] = "11";
-// Enlarged pictures are smoother.
-constexpr char uploadRateFactor[] = "16";
+// The noise that the encoder would put in the place of sound, and what else it guesses, rises up to 6 dB
+// above the peaks.
+constexpr char aac[] =
+    "-af aresample=48000:resampler=soxr:precision=28 -c:a aac -aac_pns 0 -aac_is 0 -aac_tns 0";
+
+struct KindRow {
+    const char* option;
+    int rate;    // frames a second, or 0 for any
+    int height;  // pixels, of 16 : 9 with black bars; 0 for the picture as it is drawn
+    std::string picture;
+    std::string sound;
+};
+
+// In the order of FilmKind. At the first rate factor 95 of 100 pixels come back within 3 levels of the
+// brightness that was drawn; enlarged pictures are smoother. The archive's pictures need none before them.
+const KindRow rows[] = {
+    {"--net", 0, 0, quickest + std::string(" -crf 11"), aac + std::string(" -b:a 256k")},
+    {"--upload", 60, 1080, quickest + std::string(" -crf 16"), aac + std::string(" -b:a 384k")},
+    {"--upload-2160", 60, 2160, quickest + std::string(" -crf 18"), aac + std::string(" -b:a 384k")},
+    {"--party", 30, 720,
+     "-c:v libx264 -preset superfast -profile:v main -x264-params stitchable=1:chromaloc=1 -crf 14",
+     aac + std::string(" -b:a 256k")},
+    {"--lossless", 0, 0, "-c:v libx264rgb -preset ultrafast -qp 0", "-c:a alac -sample_fmt s16p"},
+    {"--archive", 0, 0, "-c:v ffv1 -level 3 -slices 4 -slicecrc 1", "-c:a flac -sample_fmt s32"},
+};
+
+const KindRow& rowOf(FilmKind kind) {
+    return rows[size_t(kind)];
+}
 
 Words split(const std::string& text) {
     std::istringstream words(text);
@@ -38,14 +65,11 @@ void append(Words* words, const Words& more) {
 }
 
 const char* optionOf(FilmKind kind) {
-    switch (kind) {
-        case FilmKind::Upload:
-            return "--upload";
-        case FilmKind::Lossless:
-            return "--lossless";
-        default:
-            return "--net";
-    }
+    return rowOf(kind).option;
+}
+
+int rateOf(FilmKind kind) {
+    return rowOf(kind).rate;
 }
 
 bool hasKinds(const std::string& path) {
@@ -57,29 +81,27 @@ bool hasExactTimes(const std::string& path) {
 }
 
 Words pictureWords(const std::string& path, FilmKind kind, int fps) {
-    if (!hasKinds(path)) return {"-vf", "vflip"};
+    if (kind == FilmKind::Net && !hasKinds(path)) return {"-vf", "vflip"};
+    const KindRow& row = rowOf(kind);
     // Groups of half a second, none of which needs another, so that a player can start in any. No frame waits
     // for a later one: packets lie in the order of their frames, and films can be cut and joined between any
     // two groups.
     const std::string group = std::to_string(std::max(fps / 2, 1));
-    std::string words = "-g " + group + " -keyint_min " + group + " -sc_threshold 0 -flags +cgop -vf vflip";
-    if (kind == FilmKind::Lossless)
-        return split(words + tagged +
-                     " -c:v libx264rgb -preset ultrafast -qp 0 -bf 0 -colorspace rgb -color_range pc"
-                     " -color_primaries bt709 -color_trc bt709");
-    const bool upload = kind == FilmKind::Upload;
-    words += upload ? ",scale=1440:1080:flags=lanczos+" + toVideoLevels +
-                          ",format=yuv420p,pad=1920:1080:240:0:black"
-                    : ",scale=flags=bicubic+" + toVideoLevels + ",format=yuv420p";
-    return split(words + tagged + " -c:v libx264 -preset ultrafast -bf 0 -x264-params " + x264Settings +
-                 " -crf " + (upload ? uploadRateFactor : rateFactor) +
-                 " -colorspace bt709 -color_range tv -color_primaries bt709 -color_trc bt709");
+    const std::string words = row.picture + " -g " + group + " -keyint_min " + group +
+                              " -sc_threshold 0 -bf 0 -flags +cgop" +
+                              " -color_primaries bt709 -color_trc bt709 -vf vflip";
+    if (kind == FilmKind::Archive) return split(row.picture + " -g 1 -vf vflip" + tagged);
+    if (kind == FilmKind::Lossless) return split(words + tagged + " -colorspace rgb -color_range pc");
+    const int height = row.height;
+    const std::string size =
+        height ? formatted("%d:%d:flags=lanczos+", height * 4 / 3, height) : "flags=bicubic+";
+    const std::string bars = height ? formatted(",pad=%d:%d:(ow-iw)/2:0:black", height * 16 / 9, height) : "";
+    return split(words + ",scale=" + size + toVideoLevels + ",format=yuv420p" + bars + tagged +
+                 " -colorspace bt709 -color_range tv");
 }
 
 Words soundWords(const std::string& path, FilmKind kind) {
-    if (!hasKinds(path)) return {};
-    if (kind == FilmKind::Lossless) return split("-c:a alac -sample_fmt s16p");
-    return split(kind == FilmKind::Upload ? "-c:a aac -b:a 384k" : "-c:a aac -b:a 256k");
+    return hasKinds(path) ? split(rowOf(kind).sound) : Words{};
 }
 
 Words containerWords(const std::string& path) {

@@ -8,16 +8,23 @@
 void append(Words* words, const Words& more);
 
 enum class FilmKind {
-    Net,       // H.264 and AAC, to be put on the net as it is
-    Upload,    // the same at 1920 x 1080, as platforms take it, the picture between two black bars
-    Lossless,  // the drawn pixels bit for bit
+    Net,         // H.264 and AAC, to be put on the net as it is
+    Upload,      // the same at 1920 x 1080, as platforms take it, the picture between two black bars
+    Upload2160,  // the same at 3840 x 2160
+    Party,       // 1280 x 720 in the Main profile, which the machines at parties play
+    Lossless,    // the drawn pixels, bit for bit, as browsers play them too
+    Archive,     // the same as archives keep them: in FFV1, with checksums, and FLAC
 };
+constexpr FilmKind filmKinds[] = {FilmKind::Net,   FilmKind::Upload,   FilmKind::Upload2160,
+                                  FilmKind::Party, FilmKind::Lossless, FilmKind::Archive};
 
 // The kind's name, among the options too but for the one that needs none.
 const char* optionOf(FilmKind kind);
+// The only rate that it has, or 0.
+int rateOf(FilmKind kind);
 
-// Whether the kinds are made for a film of this name. For others, whatever their ending means to ffmpeg,
-// there is only the first kind, with the settings that ffmpeg has for them.
+// Whether the kinds are made for a film of this name, all but the archive's. For others, whatever their
+// ending means to ffmpeg, there is only the first kind, with the settings that ffmpeg has for them.
 bool hasKinds(const std::string& path);
 
 // Whether frames lie at their exact times in such a film; elsewhere they lie at whole milliseconds.

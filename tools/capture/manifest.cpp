@@ -17,7 +17,7 @@ namespace {
 constexpr char firstLine[] = "valojuova part 1";
 
 bool readKind(const std::string& name, FilmKind* kind) {
-    for (FilmKind known : {FilmKind::Net, FilmKind::Upload, FilmKind::Lossless}) {
+    for (FilmKind known : filmKinds) {
         *kind = known;
         if (name == optionOf(known)) return true;
     }

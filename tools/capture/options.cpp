@@ -8,6 +8,7 @@
 namespace {
 
 constexpr int mostCells = 1000;
+constexpr int usualFps = 60;
 
 const std::string usage =
     "Usage: capture [OPTION]...\n"
@@ -16,8 +17,11 @@ const std::string usage =
     " --out FILE         the film, .mp4, .m4v, .mov or .mkv, or what else ffmpeg can make of its ending.\n"
     "                    Numbered pictures for a name such as frames/%05d.png [valojuova.mp4]\n"
     " --upload           a film of 1920 x 1080 at 60 frames a second, the picture between black bars\n"
+    " --upload-2160      the same of 3840 x 2160\n"
+    " --party            a film of 1280 x 720 at 30 frames a second, in H.264's Main profile\n"
     " --lossless         a film of the drawn pixels, bit for bit\n"
-    " --fps N            frames a second, 1 to 1000 [60]\n"
+    " --archive          the same as archives keep it, an .mkv: FFV1 with checksums, and FLAC\n"
+    " --fps N            frames a second, 1 to 1000 [60, or 30 with --party]\n"
     " --samples N        samples a pixel, 0 to what the driver has [4 on a graphics card, 0 in software]\n"
     " --from S, --to S   the seconds of the show to capture [0, " +
     formatted("%g", showtime::end.seconds()) +
@@ -64,13 +68,16 @@ void checkFrames(const CaptureOptions& options, bool secondsGiven) {
 
 void checkKind(const CaptureOptions& options) {
     const char* kind = optionOf(options.kind);
+    const bool isPart = !options.frames.empty() && options.parts.empty();
+    if (options.kind == FilmKind::Archive && !endsIn(options.out, isPart ? ".mov" : ".mkv"))
+        refuse(kind, isPart ? "makes a part that is a .mov" : "makes an .mkv");
     if (options.kind != FilmKind::Net && !hasKinds(options.out))
         refuse(kind, "makes an .mp4, .m4v, .mov or .mkv");
-    if (options.kind == FilmKind::Upload && options.fps != 60) refuse(kind, "has 60 frames a second");
+    const int rate = rateOf(options.kind);
+    if (rate && options.fps != rate) refuse(kind, formatted("has %d frames a second", rate));
     if (options.resume && !options.picturesWanted() && !hasKinds(options.out))
         refuse("--resume", "makes pictures, or an .mp4, .m4v, .mov or .mkv");
-    if (!options.frames.empty() && options.parts.empty() && !options.picturesWanted() &&
-        !hasExactTimes(options.out))
+    if (isPart && !options.picturesWanted() && !hasExactTimes(options.out))
         refuse("--frames", "makes pictures, or a part that is an .mp4, .m4v or .mov");
 }
 
@@ -106,8 +113,9 @@ void readOption(const std::string& option, const char* value, CaptureOptions* op
     if (isPart) options->parts.push_back(value);
     if (option.empty() && !isPart) refuse(value, "unknown option; --help tells those there are");
     if (option == "--out") options->out = value;
-    if (option == "--upload") chooseKind(FilmKind::Upload, options);
-    if (option == "--lossless") chooseKind(FilmKind::Lossless, options);
+    for (FilmKind kind : filmKinds) {
+        if (option == optionOf(kind)) chooseKind(kind, options);
+    }
     if (option == "--fps") options->fps = wholeNumber("--fps", value, 1, mostFps);
     if (option == "--samples") options->samples = wholeNumber("--samples", value, 0, mostSamples);
     if (option == "--from") options->from = number("--from", value, 0, end);
@@ -135,17 +143,19 @@ CaptureOptions parseCaptureOptions(int argc, const char* const* argv) {
     CaptureOptions options;
     bool secondsGiven = false;
     readCommandLine(argc, argv, usage,
-                    {"--out=", "--upload", "--lossless", "--fps=", "--samples=", "--from=", "--to=",
-                     "--frames=", "--resume", "--join=", "--storyboard=", "--every="},
+                    {"--out=", "--upload", "--upload-2160", "--party", "--lossless", "--archive",
+                     "--fps=", "--samples=", "--from=", "--to=", "--frames=", "--resume",
+                     "--join=", "--storyboard=", "--every="},
                     [&](const std::string& option, const char* value) {
                         secondsGiven |= option == "--from" || option == "--to";
                         readOption(option, value, &options);
                     });
+    if (options.fps == 0) options.fps = rateOf(options.kind) ? rateOf(options.kind) : usualFps;
     checkFrames(options, secondsGiven);
     checkPictures(options);
     checkKind(options);
     checkJoin(options);
-    // Pictures and storyboards show what is drawn on the stage.
+    // Pictures and storyboards show what the show draws.
     const bool pictures = options.picturesWanted() || !options.storyboard.empty();
     if (pictures && options.samples == samplesOfRenderer) options.samples = 0;
     return options;

@@ -10,7 +10,7 @@
 #include "tools/capture/window.h"
 
 struct CaptureOptions {
-    int fps = 60;
+    int fps = 0;
     double from = 0;  // seconds of the show
     double to = showtime::end.seconds();
     FrameRuns frames;                   // in place of those between `from` and `to`, where there are any

@@ -20,7 +20,8 @@ struct Piece {
 std::vector<Piece> piecesOf(const CaptureOptions& options, const FrameRuns& runs) {
     const int length = secondsOfPiece * options.fps;
     const std::string folder = options.out + ".parts/";
-    const std::string ending = hasExactTimes(options.out) ? fs::path(options.out).extension() : ".mp4";
+    std::string ending = options.kind == FilmKind::Archive ? ".mov" : ".mp4";
+    if (hasExactTimes(options.out)) ending = fs::path(options.out).extension();
     std::vector<Piece> pieces;
     for (const FrameRun& run : runs) {
         for (int first = run.first; first <= run.last;) {
