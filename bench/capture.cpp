@@ -48,7 +48,7 @@ double drawnSeconds(SteppedShow& show) {
 double capturedSeconds(SteppedShow& show, FilmKind kind) {
     const std::string path = std::filesystem::temp_directory_path() / "valojuova-bench.mp4";
     const double start = wallSeconds();
-    const SoundPart sound = {SoundMusic::path, from, double(frames) / framesPerSecond};
+    const FilmSound sound = {SoundMusic::path, from, double(frames) / framesPerSecond, ""};
     Film film(path, filmWords(path, kind, framesPerSecond, sound));
     Grabber grabber([&](const Picture& picture) { return film.write(picture.data(), picture.size()); });
     for (int i = 0; i < frames; i++) {

@@ -2,12 +2,14 @@
 
 #include <fcntl.h>
 #include <spawn.h>
+#include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
 
 pid_t startProgram(const Words& words, const Streams& streams, Group group) {
     std::vector<char*> arguments;
@@ -38,6 +40,12 @@ int waitForEnd(pid_t process) {
     while (waitpid(process, &status, 0) < 0 && errno == EINTR) {
     }
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+std::string fileInMemory(const std::string& content) {
+    const std::string path = "/proc/self/fd/" + std::to_string(memfd_create("in memory", 0));
+    std::ofstream(path, std::ios::binary) << content;
+    return path;
 }
 
 int runProgram(const Words& words, const std::function<void(const std::string& line)>& take) {

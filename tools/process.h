@@ -26,6 +26,9 @@ pid_t startProgram(const Words& words, const Streams& streams, Group group);
 // Waits for its end, whatever signals come meanwhile. Its exit status, or -1 if a signal ended it.
 int waitForEnd(pid_t process);
 
+// A file in memory, under a path by which this process and those that it starts find it until they end.
+std::string fileInMemory(const std::string& content);
+
 // Runs it to its end, handing on each line that it prints, to standard error too. Its exit status; -1 if a
 // signal ended it or, with the cause in errno, it can't be started.
 int runProgram(const Words& words, const std::function<void(const std::string& line)>& take);

@@ -8,6 +8,7 @@
 #include <cstring>
 
 #include "render/screen.h"
+#include "tools/capture/about.h"
 #include "tools/whole_file.h"
 
 namespace {
@@ -124,14 +125,16 @@ void Film::interruptFinish() {
     if (awaited > 0) kill(awaited, SIGKILL);
 }
 
-Words soundInput(const std::string& path, FilmKind kind, const SoundPart& sound) {
+Words soundInput(const std::string& path, FilmKind kind, const FilmSound& sound) {
     if (sound.path.empty()) return {};
     Words words = {"-ss", std::to_string(sound.from), "-t", std::to_string(sound.seconds), "-i", sound.path};
+    append(&words, {"-f", "ffmetadata", "-i", fileInMemory(chapters(sound.from, sound.seconds))});
     append(&words, soundWords(path, kind));
+    append(&words, tagWords(sound.origin));
     return words;
 }
 
-Words filmWords(const std::string& path, FilmKind kind, int fps, const SoundPart& sound,
+Words filmWords(const std::string& path, FilmKind kind, int fps, const FilmSound& sound,
                 const std::vector<int>& starts) {
     const std::string size = std::to_string(screenWidth) + "x" + std::to_string(screenHeight);
     Words words = {"-f", "rawvideo",   "-pixel_format",     "bgr0", "-video_size",

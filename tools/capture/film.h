@@ -10,11 +10,12 @@
 #include "tools/capture/encoding.h"
 #include "tools/process.h"
 
-// What a film takes of a file of sound, in seconds.
-struct SoundPart {
-    std::string path;  // none if empty: the film is silent
-    double from = 0;
+// What a film has beside its pictures.
+struct FilmSound {
+    std::string path;  // none if empty: the film is silent, and a part of one that tells of itself
+    double from = 0;   // seconds of the show
     double seconds = 0;
+    std::string origin;  // what the film is made of
 };
 
 struct Film {
@@ -50,8 +51,8 @@ struct Film {
     int framesWritten() const;
 };
 
-// For a film of pictures, as a Grabber passes them. Those of `starts` don't need any before them.
-Words filmWords(const std::string& path, FilmKind kind, int fps, const SoundPart& sound,
+// For a film of pictures, as a Grabber hands them over. Those of `starts` don't need any before them.
+Words filmWords(const std::string& path, FilmKind kind, int fps, const FilmSound& sound,
                 const std::vector<int>& starts = {});
-// The soundtrack as an input and its encoding; none if the film is silent.
-Words soundInput(const std::string& path, FilmKind kind, const SoundPart& sound);
+// The soundtrack and the chapters as inputs, the sound's encoding and the tags; none if the film is silent.
+Words soundInput(const std::string& path, FilmKind kind, const FilmSound& sound);

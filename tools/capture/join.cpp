@@ -122,7 +122,7 @@ std::string listOf(const std::vector<Stretch>& stretches, int fps) {
     return list;
 }
 
-Words joinWords(const std::string& path, const Manifest& manifest, const SoundPart& sound) {
+Words joinWords(const std::string& path, const Manifest& manifest, const FilmSound& sound) {
     Words words = {"-protocol_whitelist", "file,pipe", "-f", "concat", "-safe", "0", "-i", "pipe:0"};
     append(&words, soundInput(path, manifest.kind, sound));
     append(&words, {"-map", "0:v", "-c:v", "copy", "-progress", "pipe:1", "-stats_period", "3600"});
@@ -131,7 +131,7 @@ Words joinWords(const std::string& path, const Manifest& manifest, const SoundPa
     return words;
 }
 
-bool writeFilm(const std::vector<Stretch>& stretches, const std::string& path, const SoundPart& sound,
+bool writeFilm(const std::vector<Stretch>& stretches, const std::string& path, const FilmSound& sound,
                Manifest* manifest) {
     Film film(path, joinWords(path, *manifest, sound));
     const std::string list = listOf(stretches, manifest->fps);
@@ -166,10 +166,10 @@ bool joinParts(const std::vector<std::string>& paths, const CaptureOptions& opti
         manifest.frames.insert(manifest.frames.end(), first,
                                first + stretch.run.last - stretch.run.first + 1);
     }
-    SoundPart soundPart;
+    FilmSound sound;
     if (soundtrack) {
-        soundPart = {soundtrack->path, millisecondsOf(wanted.front().first, fps) * 0.001,
-                     double(manifest.frames.size()) / fps};
+        sound = {soundtrack->path, millisecondsOf(wanted.front().first, fps) * 0.001,
+                 double(manifest.frames.size()) / fps, originOf(manifest)};
     }
-    return writeFilm(stretches, options.out, soundPart, &manifest);
+    return writeFilm(stretches, options.out, sound, &manifest);
 }

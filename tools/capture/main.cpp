@@ -18,9 +18,9 @@
 namespace {
 
 bool drawWholeFilm(SteppedShow& show, const CaptureOptions& options, const std::vector<int>& frames,
-                   const Soundtrack& soundtrack) {
-    const SoundPart sound = {soundtrack.path, show.milliseconds(frames.front()) * 0.001,
-                             double(frames.size()) / options.fps};
+                   const Soundtrack& soundtrack, const Manifest& manifest) {
+    const FilmSound sound = {soundtrack.path, show.milliseconds(frames.front()) * 0.001,
+                             double(frames.size()) / options.fps, originOf(manifest)};
     Progress progress(int(frames.size()));
     Film film(options.out, filmWords(options.out, options.kind, options.fps, sound));
     return drawFilm(show, frames, progress, film);
@@ -65,7 +65,7 @@ bool capture(const CaptureOptions& options) {
     if (!options.storyboard.empty()) return drawStoryboard(show, options, frames);
     if (!film) return drawPictures(show, options, frames, wanted);
     if (options.resume) return drawResumably(show, options, wanted, soundtrack);
-    if (options.frames.empty()) return drawWholeFilm(show, options, frames, soundtrack);
+    if (options.frames.empty()) return drawWholeFilm(show, options, frames, soundtrack, wanted);
     Progress progress(int(frames.size()));
     return drawPart(show, frames, progress, options.out, wanted);
 }

@@ -64,6 +64,11 @@ Manifest manifestOfWindow(int fps, FilmKind kind, const std::string& data, const
     return {hashOfProgram(), rendererName(), data, sound, fps, windowSamples(), kind, "", {}};
 }
 
+std::string originOf(const Manifest& manifest) {
+    return "drawn by " + manifest.renderer + "; program " + manifest.program + ", data " + manifest.data +
+           ", soundtrack " + manifest.sound;
+}
+
 std::string manifestPath(const std::string& part) {
     return part + ".manifest";
 }

@@ -31,6 +31,9 @@ struct Manifest {
 // yet.
 Manifest manifestOfWindow(int fps, FilmKind kind, const std::string& data, const std::string& sound);
 
+// Who drew, and of what, in a line.
+std::string originOf(const Manifest& manifest);
+
 std::string manifestPath(const std::string& part);
 // False if there is none, or it isn't whole.
 bool readManifest(const std::string& part, Manifest* manifest);

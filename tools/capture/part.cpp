@@ -86,7 +86,7 @@ bool drawPieces(SteppedShow& show, const std::vector<Piece>& pieces, const Manif
 
 // A second of it, written and dropped: what ffmpeg has against it would come only after all is drawn.
 bool canHaveSound(const CaptureOptions& options, const Soundtrack& soundtrack) {
-    Film film(options.out, soundInput(options.out, options.kind, {soundtrack.path, 0, 1}));
+    Film film(options.out, soundInput(options.out, options.kind, {soundtrack.path, 0, 1, ""}));
     return (film.problem.empty() && film.finish(true)) || tellNoFilm(film);
 }
 
