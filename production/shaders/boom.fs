@@ -45,11 +45,12 @@ void main() {
     vec2 split = -(mix(0.07, 0.25, hard) * abs(height) + 0.010 * hard * pulse * edge) * outward / aspect * inside;
 
     vec4 color = texture2D(picture, coordinates(place + shift, slope, margin));
+    // Looked up at every pixel: which level of a picture is meant is not known where neighbours don't look.
+    vec3 red = texture2D(picture, coordinates(place + shift - 2.0 * split, slope, margin)).rgb;
+    vec3 orange = texture2D(picture, coordinates(place + shift - split, slope, margin)).rgb;
+    vec3 azure = texture2D(picture, coordinates(place + shift + split, slope, margin)).rgb;
+    vec3 blue = texture2D(picture, coordinates(place + shift + 2.0 * split, slope, margin)).rgb;
     if (dot(split, split) > 2e-8) {  // a quarter of a pixel from end to end
-        vec3 red = texture2D(picture, coordinates(place + shift - 2.0 * split, slope, margin)).rgb;
-        vec3 orange = texture2D(picture, coordinates(place + shift - split, slope, margin)).rgb;
-        vec3 azure = texture2D(picture, coordinates(place + shift + split, slope, margin)).rgb;
-        vec3 blue = texture2D(picture, coordinates(place + shift + 2.0 * split, slope, margin)).rgb;
         color.rgb = vec3(0.5 * red.r + 0.35 * orange.r + 0.15 * color.r,
                          0.25 * orange.g + 0.5 * color.g + 0.25 * azure.g,
                          0.15 * color.b + 0.35 * azure.b + 0.5 * blue.b);

@@ -76,6 +76,7 @@ Blade bladeAt(vec2 ray, bool struck) {
 // them throws the picture, and how near the next thread is, up to 1 on it.
 vec3 crackedAt(vec2 ray) {
     const float spokes = 11.0, rungs = 3.4;  // rungs to a screen height
+    float breadth = 2.6 * abs(dFdy(place.y));  // of a thread; no slope is known where neighbours have returned
     float angle = atan(ray.y, ray.x), radius = length(ray);
     float spoke = spokes * ((angle + 0.25 * sin(2.0 * angle + 1.0)) / 6.2831853 + 0.5);
     float sector = floor(spoke), side = spoke - sector;
@@ -86,7 +87,7 @@ vec3 crackedAt(vec2 ray) {
     float number = sector + 17.0 * piece;
     float toThread = min(min(side, 1.0 - side) * radius * 6.2831853 / spokes, min(within, 1.0 - within) / rungs);
     return vec3(0.06 * vec2(random(number) - 0.5, random(number + 5.0) - 0.5),
-                0.8 * (1.0 - smoothstep(0.0, 2.6 * abs(dFdy(place.y)), toThread)));
+                0.8 * (1.0 - smoothstep(0.0, breadth, toThread)));
 }
 
 // Always between texels, never the nearest one: edges would turn to stairs where the picture is drawn small.
@@ -118,9 +119,10 @@ vec3 thrownPicture(vec2 slip, vec2 split) {
     split *= slope;
     vec3 color = seenAt(clamp(at, least, most));
     vec3 veil = veilAt(at, slope, least, most);
+    // Looked up at every pixel: which level of a picture is meant is not known where neighbours don't look.
+    vec3 red = seenAt(clamp(at - 2.0 * split, least, most)), orange = seenAt(clamp(at - split, least, most));
+    vec3 azure = seenAt(clamp(at + split, least, most)), blue = seenAt(clamp(at + 2.0 * split, least, most));
     if (dot(split, split) > 1e-8) {
-        vec3 red = seenAt(clamp(at - 2.0 * split, least, most)), orange = seenAt(clamp(at - split, least, most));
-        vec3 azure = seenAt(clamp(at + split, least, most)), blue = seenAt(clamp(at + 2.0 * split, least, most));
         color = vec3(0.4 * red.r + 0.35 * orange.r + 0.25 * color.r,
                      0.3 * orange.g + 0.4 * color.g + 0.3 * azure.g,
                      0.25 * color.b + 0.35 * azure.b + 0.4 * blue.b);

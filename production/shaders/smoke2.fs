@@ -87,13 +87,16 @@ void main() {
     vec3 up = (eye + towards * meets) / radius;
     float body = smoothstep(-40.0, 40.0, depth);
     float day = daylightAt(up);
+    // Looked up at every pixel, as the ring's grain is: which level of a picture is meant is not known where neighbours
+    // don't look.
+    float storm = texture2D(noise, up.xz * 0.28 + 0.5).r;
+    vec3 ground = groundAt(up, storm);
     if (body > 0.0) {
         float grazing = 1.0 - max(dot(up, -towards), 0.0);
         float rim = grazing * grazing * grazing;
         vec3 air = color.rgb + vec3(0.06, 0.08, 0.0);
-        float storm = texture2D(noise, up.xz * 0.28 + 0.5).r;
         vec3 towns = townsAt(up, clamp(5.0 * storm - 2.1, 0.0, 1.0));
-        vec3 world = groundAt(up, storm) * day + 0.7 * towns * max(1.0 - 10.0 * day, 0.0) * (1.0 - rim);
+        vec3 world = ground * day + 0.7 * towns * max(1.0 - 10.0 * day, 0.0) * (1.0 - rim);
         light = mix(light, world + air * rim * (rim * 0.75 + 0.45 * day), body);
     }
     light += vec3(0.10, 0.12, 0.22) * (1.0 - body) * (0.35 + 0.6 * day) / (1.0 + 0.003 * max(-depth, 0.0));
@@ -103,11 +106,11 @@ void main() {
     vec3 spot = eye + towards * crosses;
     float reach = length(spot) / radius;
     float ice = ringAt(reach) * step(0.0, crosses) * (1.0 - body * step(meets, crosses));
+    vec3 grain = texture2D(noise, vec2(reach * 4.7, 0.37)).rgb;
     if (ice > 0.0) {
         float behind = -dot(spot, sun);
         float blur = 1.0 + 0.04 * max(behind, 0.0);
         float shadow = step(0.0, behind) * smoothstep(radius + blur, radius - blur, length(spot + sun * behind));
-        vec3 grain = texture2D(noise, vec2(reach * 4.7, 0.37)).rgb;
         grain.b = smoothstep(0.25, 0.70, grain.b);
         vec3 dust = mix(vec3(0.13, 0.08, 0.08), vec3(0.46, 0.36, 0.24), smoothstep(0.25, 0.75, grain.g));
         dust = mix(dust, vec3(0.27, 0.31, 0.40), smoothstep(1.78, 1.90, reach));
