@@ -39,6 +39,24 @@ void applyLight(GLenum name, const Light& light) {
     glLightf(name, GL_SPOT_CUTOFF, light.spotCutoff);
 }
 
+// Ends the program where the driver lacks what is called without asking again.
+void needEntryPoints() {
+    const struct {
+        GLboolean present;
+        const char* missing;
+    } needs[] = {
+        {GLEW_ARB_shading_language_100, "Seems that ARB_shading_language_100 is not supported."},
+        {GLEW_ARB_shader_objects, "Seems that ARB_shader_objects is not supported."},
+        {GLEW_ARB_vertex_buffer_object, "Seems that ARB_vertex_buffer_object is not supported."},
+        {GLEW_EXT_draw_range_elements, "Seems that EXT_draw_range_elements is not supported."},
+        {GLEW_EXT_blend_color, "Seems that EXT_blend_color is not supported."},
+        {GLEW_VERSION_1_4, "Seems that OpenGL 1.4 is not supported."},
+    };
+    for (const auto& need : needs) {
+        if (!need.present) fatalError(need.missing);
+    }
+}
+
 }  // namespace
 
 Demo::Demo() {
@@ -63,7 +81,7 @@ void startDemo(const std::function<void()>& loadPicture) {
     // A window without GLX, as under Wayland, has its entry points all the same.
     const GLenum error = glewInit();
     if (error != GLEW_OK && error != GLEW_ERROR_NO_GLX_DISPLAY) fatalError("Could not init GLEW: %s");
-    if (!GLEW_ARB_shading_language_100) fatalError("Seems that ARB_shading_language_100 is not supported.");
+    needEntryPoints();
 
     demo = new Demo;
     demo->clock.setPulseLength(0.05f);

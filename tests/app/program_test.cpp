@@ -38,6 +38,9 @@ TEST_F(Program, StartUpFailuresPrintTheirMessageAsItStandsAndEndWithStatusZero) 
     const Outcome noShaders = run("-win -nosound", "MESA_EXTENSION_OVERRIDE=-GL_ARB_shading_language_100");
     EXPECT_EQ(noShaders.status, 0);
     EXPECT_EQ(noShaders.errors, "error: Seems that ARB_shading_language_100 is not supported.\n");
+    const Outcome oldDriver = run("-win -nosound", "MESA_GL_VERSION_OVERRIDE=1.3");
+    EXPECT_EQ(oldDriver.status, 0);
+    EXPECT_EQ(oldDriver.errors, "error: Seems that OpenGL 1.4 is not supported.\n");
 
     for (const char* screen : {"-win", "-fs"}) {
         const Outcome noData = run(screen);
