@@ -1,4 +1,4 @@
-// What the benchmarks share: timing, and figures as rows of a table and as JSON.
+// What the benchmarks share: timing, and figures as rows of a table.
 // A figure is compared with another of the same run where noise can reach it; goals stand with the figures.
 #pragma once
 
@@ -45,11 +45,12 @@ std::string thisProgram(const std::string& words);
 // The groups. Each runs in a process of its own, since GL's first start is in some of them. `part` chooses
 // rows by their names: all if it is empty. Groups that are quick as a whole ignore it.
 Figures benchLoaders(const std::string& part);
-Figures benchRays(const std::string& part);
-Figures benchStartUp(const std::string& part);
+Figures benchBeams(const std::string& part);
 Figures benchFrames(const std::string& part);
 Figures benchUndrawnFrames(const std::string& part);
 Figures benchInstructions(const std::string& part);
+// What of it runs under valgrind: the frames of the segments whose names hold `part`, each segment's counted.
+void drawCounted(const std::string& part);
 Figures benchCapture(const std::string& part);
 // A row of it, for a process of its own: frames a second captured and drawn, a line for each pair.
 void printCapturePairs(int row);

@@ -12,6 +12,8 @@ namespace {
 
 constexpr int runs = 9;
 constexpr double goal = 1.1;
+// A model is a hundredth of a millisecond, of which half is spent on trying what was read.
+constexpr double modelGoal = 2;
 constexpr char music[] = "data/KVX - Ondrevane2.ogg";
 
 void loadPicture(const char* path) {
@@ -34,7 +36,7 @@ void decodeMusic(long frames) {
 }
 
 // `count` times each, in turns, so that both meet the same weather.
-Figure compare(const char* name, int count, const std::function<void()>& ours,
+Figure compare(const char* name, int count, double goal, const std::function<void()>& ours,
                const std::function<void()>& bare) {
     double best[2] = {1e9, 1e9};
     const std::function<void()>* loads[2] = {&ours, &bare};
@@ -53,12 +55,15 @@ Figures benchLoaders(const std::string&) {
     const long frames = bareVorbis(music);
     return {
         compare(
-            "PNG, shiptex", 3, [] { loadPicture("data/shiptex.png"); }, [] { barePng("data/shiptex.png"); }),
+            "PNG, shiptex", 3, goal, [] { loadPicture("data/shiptex.png"); },
+            [] { barePng("data/shiptex.png"); }),
         compare(
-            "JPEG, start", 3, [] { loadPicture("data/start.jpg"); }, [] { bareJpeg("data/start.jpg"); }),
+            "JPEG, start", 3, goal, [] { loadPicture("data/start.jpg"); },
+            [] { bareJpeg("data/start.jpg"); }),
         compare(
-            "AML, ship", 20, [] { loadModel("data/ship.AML"); }, [] { bareFile("data/ship.AML"); }),
+            "AML, ship", 20, modelGoal, [] { loadModel("data/ship.AML"); },
+            [] { bareFile("data/ship.AML"); }),
         compare(
-            "Vorbis, the soundtrack", 1, [&] { decodeMusic(frames); }, [] { bareVorbis(music); }),
+            "Vorbis, the soundtrack", 1, goal, [&] { decodeMusic(frames); }, [] { bareVorbis(music); }),
     };
 }

@@ -1,42 +1,40 @@
-// measure [GROUP[:PART]]...: measures, prints a table and writes bench.json. Without a group: all of them.
+// measure [GROUP[:PART]]...: measures and prints a table. Without a group: all of them. The status is 1 if a
+// goal was missed, or something could not be measured.
+#include <sys/wait.h>
+
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <string>
 #include <vector>
 
 #include "bench/bench.h"
-#include "bench/instructions.h"
 #include "bench/moments.h"
 #include "tools/capture/stepped_show.h"
 
 namespace {
 
-constexpr char partialResults[] = "bench.json.part";
-
 const struct Group {
     const char* name;
     Figures (*run)(const std::string& part);
 } groups[] = {
-    {"loaders", benchLoaders},       {"rays", benchRays},
-    {"startup", benchStartUp},       {"frames", benchFrames},
-    {"undrawn", benchUndrawnFrames}, {"instructions", benchInstructions},
-    {"capture", benchCapture},       {"reload", benchReload},
+    {"loaders", benchLoaders},
+    {"beams", benchBeams},
+    {"frames", benchFrames},
+    {"undrawn", benchUndrawnFrames},
+    {"instructions", benchInstructions},
+    {"capture", benchCapture},
+    {"reload", benchReload},
     {"flashes", benchFlashes},
 };
 
-void printGoal(const Figure& figure) {
+// How far a figure is from its goal, in percent: above 0 if it misses it.
+double excess(const Figure& figure) {
+    if (figure.kind == Goal::none) return 0;
     const bool isRatio = figure.kind == Goal::ratioAtMost || figure.kind == Goal::ratioAtLeast;
     const bool atLeast = figure.kind == Goal::ratioAtLeast || figure.kind == Goal::valueAtLeast;
     const double reached = isRatio ? ratio(figure) : figure.value;
-    const double excess = (reached / figure.goal - 1) * (atLeast ? -100 : 100);
-    printf("   goal at %s %g: ", atLeast ? "least" : "most", figure.goal);
-    if (excess <= 0) {
-        printf("reached");
-    } else {
-        printf("missed by %.1f %%", excess);
-    }
+    return (reached / figure.goal - 1) * (atLeast ? -100 : 100);
 }
 
 void printRow(const Figure& figure) {
@@ -46,34 +44,21 @@ void printRow(const Figure& figure) {
         const auto [least, most] = std::minmax_element(figure.ratios.begin(), figure.ratios.end());
         printf(", %zu pairs %.3f to %.3f", figure.ratios.size(), *least, *most);
     }
-    if (figure.kind != Goal::none) printGoal(figure);
+    if (figure.kind != Goal::none)
+        printf("   goal %g: %s", figure.goal, excess(figure) > 0 ? "missed by " : "reached");
+    if (excess(figure) > 0) printf("%.1f %%", excess(figure));
     printf("\n");
     fflush(stdout);
 }
 
-void writeRow(FILE* file, const char* group, const Figure& figure, bool first) {
-    fprintf(
-        file,
-        "%s\n  {\"group\": \"%s\", \"name\": \"%s\", \"value\": %.9g, \"unit\": \"%s\", \"compared\": %g, "
-        "\"goal\": %g, \"ratios\": [",
-        first ? "" : ",", group, figure.name.c_str(), figure.value, figure.unit, figure.compared,
-        figure.goal);
-    for (size_t i = 0; i < figure.ratios.size(); i++) fprintf(file, i ? ", %g" : "%g", figure.ratios[i]);
-    fprintf(file, "]}");
-}
-
-// The rows go behind those of the groups before.
 int runGroup(const Group& group, const std::string& part) {
-    FILE* file = fopen(partialResults, "a");
-    if (!file) return 1;
-    bool first = ftell(file) == 0;
-    for (const Figure& figure : group.run(part)) {
+    const Figures figures = group.run(part);
+    bool missed = figures.empty();
+    for (const Figure& figure : figures) {
         printRow(figure);
-        writeRow(file, group.name, figure, first);
-        first = false;
+        missed |= excess(figure) > 0;
     }
-    fclose(file);
-    return 0;
+    return missed;
 }
 
 // "GROUP" or "GROUP:PART", of which PART. False if the word is of another group.
@@ -84,27 +69,22 @@ bool chooses(const std::string& word, const std::string& group, std::string* par
     return true;
 }
 
-int runProcess(const char* program, const Group& group, const std::string& part) {
-    const std::string command = std::string(program) + " group " + group.name + " '" + part + "'";
-    if (system(command.c_str()) == 0) return 0;
-    fprintf(stderr, "bench: %s failed\n", group.name);
-    return 1;
+// True if it could be measured and missed no goal.
+bool runProcess(const char* program, const Group& group, const std::string& part) {
+    const int status = system((std::string(program) + " group " + group.name + " '" + part + "'").c_str());
+    if (!WIFEXITED(status)) fprintf(stderr, "bench: %s failed\n", group.name);
+    return status == 0;
 }
 
 int runAll(const char* program, const std::vector<std::string>& words) {
-    remove(partialResults);
-    int failures = 0;
+    bool reached = true;
     std::string part;
     for (const Group& group : groups) {
-        if (words.empty()) failures += runProcess(program, group, "");
-        for (const std::string& word : words) {
-            if (chooses(word, group.name, &part)) failures += runProcess(program, group, part);
-        }
+        if (words.empty()) reached &= runProcess(program, group, "");
+        for (const std::string& word : words)
+            if (chooses(word, group.name, &part)) reached &= runProcess(program, group, part);
     }
-    const std::string rows = partialResults;
-    failures +=
-        system(("{ printf '['; cat " + rows + "; printf '\\n]\\n'; } >bench.json; rm " + rows).c_str());
-    return failures == 0 ? 0 : 1;
+    return !reached;
 }
 
 int printMoment(const Moment& moment) {

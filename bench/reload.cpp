@@ -5,12 +5,12 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <vector>
 
 #include "app/startup.h"
 #include "bench/bench.h"
 #include "render/demo.h"
+#include "tests/scratch.h"
 #include "tools/capture/stepped_show.h"
 #include "tools/capture/window.h"
 #include "tools/loading/loading.h"
@@ -23,11 +23,6 @@ namespace {
 constexpr int saves = 100;
 constexpr int moment = 150000;    // milliseconds
 constexpr double promised = 250;  // milliseconds
-
-std::string wholeFile(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
 
 // Milliseconds of each of the saves, sorted.
 std::vector<double> saveTimes(Rehearsal& rehearsal, const std::string& path, const std::string contents[2]) {
@@ -52,11 +47,9 @@ std::vector<double> saveTimes(Rehearsal& rehearsal, const std::string& path, con
 }  // namespace
 
 Figures benchReload(const std::string&) {
-    const fs::path scratch = fs::temp_directory_path() / "valojuova-bench-reload", root = fs::current_path();
-    fs::remove_all(scratch);
-    fs::create_directories(scratch);
-    fs::copy("data", scratch / "data", fs::copy_options::recursive);
-    fs::current_path(scratch);
+    const ScratchDirectory scratch;
+    fs::copy("data", scratch.path / "data", fs::copy_options::recursive);
+    const WorkingDirectory inside(scratch.path);
 
     Watch watch;
     watch.add("data");
@@ -70,13 +63,11 @@ Figures benchReload(const std::string&) {
     double frame = 1e9;
     for (int i = 0; i < 30; i++) frame = std::min(frame, bestSeconds(1, [&] { rehearsal.frame(); }) * 1000);
 
-    const std::string shader = wholeFile("data/shaders/boom.fs");
+    const std::string shader = contentOf("data/shaders/boom.fs");
     const std::string shaders[2] = {shader + "// saved\n", shader};
-    const std::string pictures[2] = {wholeFile("data/envmap2.png"), wholeFile("data/envmap4.png")};
+    const std::string pictures[2] = {contentOf("data/envmap2.png"), contentOf("data/envmap4.png")};
     const double shaderTime = saveTimes(rehearsal, "data/shaders/boom.fs", shaders)[saves * 95 / 100 - 1];
     const double pictureTime = saveTimes(rehearsal, "data/envmap4.png", pictures)[saves * 95 / 100 - 1];
-    fs::current_path(root);
-    fs::remove_all(scratch);
     return {{"a frame meanwhile", frame, "ms"},
             {"shader, save to picture", shaderTime, "ms", 0, Goal::valueAtMost, promised},
             {"picture, save to picture", pictureTime, "ms", 0, Goal::valueAtMost, promised}};
