@@ -62,6 +62,15 @@ TEST_F(Program, PlaysWithoutMusicUntilItsWindowIsClosed) {
     }
 }
 
+TEST_F(Program, NamesTheOutputInForceNotTheOneAskedFor) {
+    leaveDrawingOut();
+    linkData();
+    Environment nothing;
+    nothing.set("ALSA_CONFIG_PATH", "/dev/null");
+    EXPECT_EQ(start("-alsa"), "Using No sound.\n");
+    EXPECT_EQ(end(false), 0);
+}
+
 // The installed command, from a folder where there is nothing to play, below a prefix of its own.
 TEST_F(Program, InstalledItPlaysFromAnyFolder) {
     const std::string prefix = scratch.file("a\\ prefix");

@@ -17,6 +17,7 @@ namespace {
 
 std::vector<std::string> lines;
 std::map<std::string, std::string> told;  // of the state: what was last written down
+std::map<std::string, int> calls;         // of the frame
 
 // --- Numbers and names
 
@@ -254,8 +255,7 @@ void tellProgram() {
 
 void tellState() {
     tellProgram();
-    tellTexture(0);
-    tellTexture(1);
+    for (int unit = 0; unit < 3; unit++) tellTexture(unit);
     tell("blending", whether(GL_BLEND, factorOf(GL_BLEND_SRC) + ", " + factorOf(GL_BLEND_DST) +
                                            ", constant " + floatsOf<4>(GL_BLEND_COLOR)));
     tell("depth test", whether(GL_DEPTH_TEST, nameOf(integerOf(GL_DEPTH_FUNC))));
@@ -294,10 +294,18 @@ struct Corner {
 };
 
 GLenum mode;
+bool isOpen = false;      // between begin and end
 bool ofSpots = false;     // of a beam
 bool isNextBeam = false;  // in a row, of which the first has told how all are drawn
 std::vector<Corner> corners;
 Corner pen = {{}, {}, {1, 1, 1, 1}};
+
+// Within a beam, the models say how often.
+void setColour(float r, float g, float b, float a) {
+    const float colour[] = {r, g, b, a};
+    std::copy_n(colour, 4, pen.colour);
+    if (!isOpen) calls["glColor"]++;
+}
 
 void corner(float x, float y, float z) {
     pen.place[0] = x;
@@ -368,6 +376,7 @@ void copied(GLint x, GLint y, GLsizei width, GLsizei height) {
 void beginCorners(GLenum value) {
     const bool spotsBefore = ofSpots;
     mode = value;
+    isOpen = true;
     ofSpots = mode == GL_QUADS && textureKey(integerOf(GL_TEXTURE_BINDING_2D)) == "\"spot\"";
     isNextBeam = (mode == GL_LINE_STRIP || ofSpots) && (isNextBeam || spotsBefore);
     if (!isNextBeam) tellState();
@@ -391,6 +400,7 @@ std::string beam() {
 }
 
 void endCorners() {
+    isOpen = false;
     if (isNextBeam && ofSpots) return;
     const bool isPolygon = mode != GL_LINE_STRIP && !ofSpots;
     std::string text = isPolygon ? polygon() : ofSpots ? "its spots" : beam();
@@ -407,8 +417,6 @@ void drawElements(GLenum mode, GLuint start, GLuint end, GLsizei count, GLenum t
     draw("mesh " + meshKey(integerOf(GL_ARRAY_BUFFER_BINDING)));
     realElements(mode, start, end, count, type, indices);
 }
-
-std::map<std::string, int> calls;  // of the frame
 
 void sayCalls() {
     std::string text;
@@ -454,10 +462,8 @@ WRAPPED(glVertex3f, (GLfloat x, GLfloat y, GLfloat z), (x, y, z), corner(x, y, z
 WRAPPED(glVertex3fv, (const GLfloat* v), (v), corner(v[0], v[1], v[2]))
 WRAPPED(glTexCoord2f, (GLfloat s, GLfloat t), (s, t), pen.texCoord[0] = s; pen.texCoord[1] = t)
 WRAPPED(glTexCoord2fv, (const GLfloat* v), (v), pen.texCoord[0] = v[0]; pen.texCoord[1] = v[1])
-WRAPPED(glColor3f, (GLfloat r, GLfloat g, GLfloat b), (r, g, b), pen.colour[0] = r; pen.colour[1] = g;
-        pen.colour[2] = b; pen.colour[3] = 1)
-WRAPPED(glColor4f, (GLfloat r, GLfloat g, GLfloat b, GLfloat a), (r, g, b, a), pen.colour[0] = r;
-        pen.colour[1] = g; pen.colour[2] = b; pen.colour[3] = a)
+WRAPPED(glColor3f, (GLfloat r, GLfloat g, GLfloat b), (r, g, b), setColour(r, g, b, 1))
+WRAPPED(glColor4f, (GLfloat r, GLfloat g, GLfloat b, GLfloat a), (r, g, b, a), setColour(r, g, b, a))
 WRAPPED(glEnd, (), (), endCorners())
 WRAPPED(glClear, (GLbitfield mask), (mask), lines.push_back("clear" + buffersIn(mask)))
 WRAPPED(glBitmap,
