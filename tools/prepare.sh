@@ -109,11 +109,7 @@ build() {
 
 haveDisplay() { [ -n "${DISPLAY:-}" ] && xdpyinfo >/dev/null 2>&1; }
 
-# withDisplay COMMAND...: on this display, or on a virtual one where there is none. That one must not reset
-# when its last window closes: a program that starts at that moment would find no display. It may be killed, so what it
-# would clear away at its end lies in the build folder.
+# withDisplay COMMAND...: on this display, or on a virtual one where there is none.
 withDisplay() {
-    local virtual=(xvfb-run -a -f "$PWD/build/access" -s '-screen 0 1024x768x24 -noreset')
-    if haveDisplay; then virtual=(); fi
-    attend "${virtual[@]}" "$@"
+    if haveDisplay; then attend "$@"; else attend tools/on_display "$@"; fi
 }
