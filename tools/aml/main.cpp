@@ -9,6 +9,7 @@
 #include "tools/aml/info.h"
 #include "tools/aml/model.h"
 #include "tools/aml/options.h"
+#include "tools/whole_file.h"
 
 namespace {
 
@@ -55,12 +56,8 @@ int import(const std::string& model, const std::string& path, const Placing& pla
     boundMemory();
     const ImportedModel imported = importModel(model, placing);
     if (!imported.problem.empty()) return fail(model, imported.problem);
-    const std::string unfinished = path + ".unfinished";
-    if (!writeAmlFile(unfinished.c_str(), imported.meshes) || rename(unfinished.c_str(), path.c_str()) != 0) {
-        const int error = errno;
-        remove(unfinished.c_str());
-        return fail(path, strerror(error));
-    }
+    const bool written = writeAmlFile(unfinishedPath(path).c_str(), imported.meshes);
+    if (!moveIntoPlace(path, written)) return fail(path, strerror(errno));
     for (const std::string& note : imported.notes) printf("%s\n", note.c_str());
     return info(path);
 }

@@ -24,14 +24,21 @@ constexpr char usage[] =
     "                      follow each other (\"--turn x:-90\" where z is up)\n"
     " --help               this text\n";
 
-[[noreturn]] void refuse(const char* word, const char* reason) {
-    refuseWord("aml", word, reason);
-}
-
 float number(const char* word, const char* text) {
     const float value = float(numberIn(text));
     if (!std::isfinite(value)) refuse(word, "no number");
     return value;
+}
+
+float scale(const char* text) {
+    const float value = number(text, text);
+    if (value == 0) refuse(text, "would leave nothing");
+    return value;
+}
+
+Turn turn(const char* text) {
+    if (text[0] < 'x' || text[0] > 'z' || text[1] != ':') refuse(text, "no turn, such as x:90");
+    return {text[0] - 'x', number(text, text + 2)};
 }
 
 struct Command {
@@ -51,37 +58,23 @@ const Command& commandOf(const char* word) {
 
 AmlOptions parseAmlOptions(int argc, const char* const* argv) {
     AmlOptions options;
-    for (int i = 1; i < argc; i++) {
-        const std::string word = argv[i];
-        const bool isImport = options.command == "import";
-        if (word == "--help") {
-            fputs(usage, stdout);
-            exit(0);
-        }
-        if (isImport && (word == "--scale" || word == "--turn")) {
-            if (++i == argc) refuse(word.c_str(), "needs a value");
-            const char* value = argv[i];
-            if (word == "--scale") {
-                options.placing.scale = number(value, value);
-                if (options.placing.scale == 0) refuse(value, "would leave nothing");
-            } else {
-                if (value[0] < 'x' || value[0] > 'z' || value[1] != ':')
-                    refuse(value, "no turn, such as x:90");
-                options.placing.turns.push_back({value[0] - 'x', number(value, value + 2)});
-            }
-        } else if (word.starts_with("--")) {
-            refuse(argv[i], "unknown option; --help tells those there are");
-        } else if (options.command.empty()) {
-            options.command = commandOf(argv[i]).name;
-        } else {
-            options.files.push_back(word);
-        }
-    }
+    readCommandLine(argc, argv, usage, {"--scale=", "--turn="},
+                    [&](const std::string& option, const char* value) {
+                        if (!option.empty() && options.command != "import")
+                            refuse(option, "unknown option; --help tells those there are");
+                        if (option == "--scale") options.placing.scale = scale(value);
+                        if (option == "--turn") options.placing.turns.push_back(turn(value));
+                        if (!option.empty()) return;
+                        if (options.command.empty())
+                            options.command = commandOf(value).name;
+                        else
+                            options.files.push_back(value);
+                    });
     if (options.command.empty()) {
         fputs(usage, stderr);
         exit(1);
     }
     if (options.files.size() != commandOf(options.command.c_str()).files)
-        refuse(options.command.c_str(), "another number of files; --help tells which");
+        refuse(options.command, "another number of files; --help tells which");
     return options;
 }

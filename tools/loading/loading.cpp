@@ -6,6 +6,7 @@
 
 #include "app/sound_music.h"
 #include "tools/capture/hash.h"
+#include "tools/capture/stepped_show.h"
 #include "tools/loading/program_build.h"
 
 namespace {
@@ -127,6 +128,7 @@ ReadShow readShow(bool needsMusic) {
 }
 
 void loadShow() {
+    const OnePixel unseen;
     initialiseDemo(loadingOfShow->stages());
     if (!loadingOfShow->problems.empty()) exit(1);
     loadingOfShow.reset();

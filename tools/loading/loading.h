@@ -46,5 +46,6 @@ struct ReadShow {
 };
 // A music that isn't needed may be missing or broken.
 ReadShow readShow(bool needsMusic);
-// Loads what was read before. Ends the program with status 1 over a shader that does not compile.
+// Loads what was read before, without the loading screens, which take as long as all the rest where they are
+// drawn in software. Ends the program with status 1 over a shader that does not compile.
 void loadShow();

@@ -2,24 +2,19 @@
 
 #include <fcntl.h>
 #include <signal.h>
-#include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <chrono>
-#include <cstdio>
 #include <sstream>
 
 #include "tools/formatted.h"
+#include "tools/process.h"
+#include "tools/times.h"
 
 namespace {
 
 constexpr double gathering = 0.1;  // seconds: several files that are saved at once make one run
 constexpr int mostLines = 6;       // of a problem
-
-double secondsNow() {
-    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
-}
 
 // What a compiler or a tool calls an error; else what was said by that which failed, which ninja shows behind
 // its command; else the last line.
@@ -63,7 +58,7 @@ void BackgroundBuild::request(const std::string& source) {
     if (command.empty()) return;
     newer.insert(source);
     requested = true;
-    requestedAt = secondsNow();
+    requestedAt = steadySeconds();
     if (!running() || outdated || !seen.contains(source)) return;
     // The builder leaves no half file, and what it has done so far counts for the next run.
     outdated = true;
@@ -71,7 +66,7 @@ void BackgroundBuild::request(const std::string& source) {
 }
 
 bool BackgroundBuild::poll() {
-    if (requested && !running() && secondsNow() - requestedAt > gathering) start();
+    if (requested && !running() && steadySeconds() - requestedAt > gathering) start();
     if (!running()) return false;
     listen();
     int status = 0;
@@ -109,25 +104,10 @@ void BackgroundBuild::start() {
     said.clear();
     int ends[2];
     if (pipe2(ends, O_CLOEXEC) != 0) return;
-    // Behind the show: every frame that it does not get is seen.
-    std::vector<std::string> words = {"nice", "-n", "10"};
+    // Behind the show: every frame that it does not get is seen. In a group, so that all of it can be ended.
+    Words words = {"nice", "-n", "10"};
     words.insert(words.end(), command.begin(), command.end());
-    std::vector<char*> argv;
-    for (std::string& word : words) argv.push_back(word.data());
-    argv.push_back(nullptr);
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, 0, "/dev/null", O_RDONLY, 0);
-    posix_spawn_file_actions_adddup2(&actions, ends[1], 1);
-    posix_spawn_file_actions_adddup2(&actions, ends[1], 2);
-    // A group of its own, so that all of it can be ended.
-    posix_spawnattr_t attributes;
-    posix_spawnattr_init(&attributes);
-    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP);
-    posix_spawnattr_setpgroup(&attributes, 0);
-    if (posix_spawnp(&process, "nice", &actions, &attributes, argv.data(), environ) != 0) process = -1;
-    posix_spawnattr_destroy(&attributes);
-    posix_spawn_file_actions_destroy(&actions);
+    process = startProgram(words, {.output = ends[1], .error = ends[1]}, Group::own);
     close(ends[1]);
     output = ends[0];
     fcntl(output, F_SETFL, O_NONBLOCK);

@@ -1,7 +1,6 @@
 #include "tools/rehearse/desk.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <iterator>
 #include <sstream>
@@ -13,6 +12,7 @@
 #include "tools/formatted.h"
 #include "tools/rehearse/canvas.h"
 #include "tools/rehearse/timeline_strip.h"
+#include "tools/times.h"
 
 namespace {
 
@@ -186,14 +186,12 @@ double barStart(int bar) {
 }
 
 std::string clockTime(int ms) {
-    return formatted("%d:%02d.%03d", ms / 60000, ms / 1000 % 60, ms % 1000);
+    return minutesAndSeconds(ms / 1000.0, 3);
 }
 
 std::string describe(const DeskState& state) {
     const BarAndBeat place = barAndBeatAt(state.ms);
-    const double now =
-        std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
-    std::string text = formatted("now: %.6f\n", now);  // seconds of the machine's steady clock
+    std::string text = formatted("now: %.6f\n", steadySeconds());
     text += formatted("time: %d\nbar: %d\nbeat: %d\n", state.ms, place.bar, place.beat);
     text += "segment: " + rowName(state.ms) + "\nbounds: " + bounds(state.ms) + "\n";
     text +=

@@ -1,9 +1,5 @@
 // Rehearses the show: plays it in a window under its author's hands.
-#include <unistd.h>
-
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
 
 #include "app/app.h"
 #include "app/startup.h"
@@ -14,17 +10,9 @@
 #include "tools/installed_show.h"
 #include "tools/rehearse/options.h"
 #include "tools/rehearse/rehearsal.h"
+#include "tools/success.h"
 
 namespace {
-
-bool succeeded = false;
-
-// The show's own ways out end with status 0, also where it could not start.
-void failUnlessSucceeded() {
-    if (succeeded) return;
-    fflush(nullptr);
-    _exit(1);
-}
 
 bool rehearse(const RehearseOptions& options) {
     needDisplay();
@@ -64,7 +52,7 @@ int main(int argc, char** argv) {
     const std::string folder = goToInstalledShow();
     options.stateFile = pathFrom(folder, options.stateFile);
     options.pictureFile = pathFrom(folder, options.pictureFile);
-    atexit(failUnlessSucceeded);
+    failUnlessSucceeded();
     succeeded = rehearse(options);
     quit();
 }

@@ -1,10 +1,6 @@
 #include "tools/rehearse/options.h"
 
-#include <cstdio>
-#include <cstdlib>
-
 #include "app/options.h"
-#include "script/timeline.h"
 #include "tools/command_line.h"
 
 namespace {
@@ -21,40 +17,24 @@ constexpr char usage[] =
     "                    the sound output, as for the show [-alsa]\n"
     " --help             this text\n";
 
-[[noreturn]] void refuse(const char* word, const char* reason) {
-    refuseWord("rehearse", word, reason);
-}
-
-double second(const char* text) {
-    const double value = numberIn(text);
-    if (!(value >= 0 && value < double(programme().back().begin))) refuse(text, "no second of the show");
-    return value;
+void readOption(const std::string& option, const char* value, RehearseOptions* options) {
+    if (option.empty()) options->second = secondOfShow(value);
+    if (option == "--held") options->held = true;
+    if (option == "--state") options->stateFile = value;
+    if (option == "--picture") options->pictureFile = value;
+    if (option.starts_with("-") && !option.starts_with("--")) {
+        const char* words[] = {"", option.c_str()};
+        options->soundOutput = parseOptions(2, words).soundOutput;
+    }
 }
 
 }  // namespace
 
 RehearseOptions parseRehearseOptions(int argc, const char* const* argv) {
     RehearseOptions options;
-    for (int i = 1; i < argc; i++) {
-        const std::string word = argv[i];
-        if (word == "--help") {
-            fputs(usage, stdout);
-            exit(0);
-        }
-        if (word == "--held") {
-            options.held = true;
-        } else if (word == "--state" || word == "--picture") {
-            if (++i == argc) refuse(word.c_str(), "needs a value");
-            (word == "--state" ? options.stateFile : options.pictureFile) = argv[i];
-        } else if (word == "-alsa" || word == "-oss" || word == "-esd" || word == "-nosound") {
-            const char* words[] = {argv[0], argv[i]};
-            options.soundOutput = parseOptions(2, words).soundOutput;
-        } else if (word.starts_with("-")) {
-            refuse(argv[i], "unknown option; --help tells those there are");
-        } else {
-            options.second = second(argv[i]);
-        }
-    }
+    readCommandLine(
+        argc, argv, usage, {"--held", "--state=", "--picture=", "-alsa", "-oss", "-esd", "-nosound"},
+        [&](const std::string& option, const char* value) { readOption(option, value, &options); });
     if (!options.pictureFile.empty()) options.held = true;
     return options;
 }

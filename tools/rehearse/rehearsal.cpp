@@ -1,7 +1,6 @@
 #include "tools/rehearse/rehearsal.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <iterator>
@@ -14,16 +13,14 @@
 #include "script/timeline.h"
 #include "tools/capture/whole_file.h"
 #include "tools/rehearse/timeline_strip.h"
+#include "tools/times.h"
+#include "tools/whole_file.h"
 
 namespace {
 
 constexpr double rateSample = 0.5;  // seconds
 constexpr int idle = 15;            // milliseconds between frames while nothing moves
 constexpr double handsRest = 0.12;  // seconds without a jump, after which what is held is drawn exactly
-
-double secondsNow() {
-    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
-}
 
 // As long as it is held down.
 bool repeats(SDLKey key) {
@@ -68,7 +65,7 @@ constexpr KeyRow keys[] = {
 void FrameRate::count(double seconds, DeskState* desk) {
     frames++;
     drawn += seconds;
-    const double now = secondsNow();
+    const double now = steadySeconds();
     if (now - start < rateSample) return;
     desk->framesPerSecond = float(frames / (now - start));
     desk->millisecondsPerFrame = float(drawn / frames * 1000);
@@ -189,15 +186,15 @@ void Rehearsal::drawPlaying() {
     if (transport.jumped) skipTo(nearestFrame(transport.position()));
     transport.jumped = false;
     shown = Shown::nothing;
-    const double before = secondsNow();
+    const double before = steadySeconds();
     drawFrame();
     glFinish();
-    rate.count(secondsNow() - before, &desk);
+    rate.count(steadySeconds() - before, &desk);
     shownEntry = entryAt(milliseconds(demo->clock.time()));
 }
 
 void Rehearsal::drawHeld() {
-    const double now = secondsNow();
+    const double now = steadySeconds();
     const int target = nearestFrame(transport.position());
     if (transport.jumped || shown == Shown::nothing) {
         transport.jumped = false;
@@ -268,14 +265,5 @@ void Rehearsal::describeDesk() {
     if (!build.problem.empty()) desk.problems.push_back(build.problem + "\n" + build.whatIsShown());
     desk.messages.clear();
     for (const auto& line : app.messages.lines) desk.messages.push_back(line.get());
-    if (!stateFile.empty()) writeState();
-}
-
-void Rehearsal::writeState() const {
-    const std::string unfinished = stateFile + ".unfinished";
-    if (FILE* file = fopen(unfinished.c_str(), "w")) {
-        fputs(describe(desk).c_str(), file);
-        fclose(file);
-        rename(unfinished.c_str(), stateFile.c_str());
-    }
+    if (!stateFile.empty()) writeWholeFile(stateFile, describe(desk));
 }

@@ -88,5 +88,4 @@ private:
     void drawHeld();
     void skipTo(int target);
     void drawStepped(int target);
-    void writeState() const;
 };

@@ -15,6 +15,7 @@
 #include "render/demo.h"
 #include "script/resources.h"
 #include "tools/rehearse/uniforms.h"
+#include "tools/times.h"
 
 namespace fs = std::filesystem;
 
@@ -23,10 +24,6 @@ namespace {
 // A shader is read within that, so that it is seen in the very frame that notices the save.
 constexpr auto quickRead = std::chrono::milliseconds(4);
 constexpr double returnsWithin = 0.5;  // seconds; editors put the old file away before the new one comes
-
-double secondsNow() {
-    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
-}
 
 // The generator's source of a shader below data/.
 std::string sourceOf(const std::string& sources, const std::string& file) {
@@ -101,7 +98,7 @@ void Reload::saved(const std::string& path) {
 
 void Reload::gone(const std::string& path) {
     for (const auto& [file, kind] : known)
-        if (file == path || file.starts_with(path + "/")) missing[file] = secondsNow();
+        if (file == path || file.starts_with(path + "/")) missing[file] = steadySeconds();
 }
 
 void Reload::everything() {
@@ -219,7 +216,7 @@ bool Reload::loadProgram(const ShaderRow& row, const ShaderText& saved, std::str
 }
 
 void Reload::lookForMissing() {
-    const double now = secondsNow();
+    const double now = steadySeconds();
     std::erase_if(missing, [&](const auto& entry) {
         const auto& [path, since] = entry;
         if (now - since < returnsWithin) return false;

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <cstdio>
 #include <iterator>
 
 #include "render/screen.h"
 #include "script/timeline.h"
+#include "tools/times.h"
 
 namespace {
 
@@ -46,10 +46,9 @@ std::string fitting(std::string words, float width) {
 void drawTicks(int end) {
     for (int ms = 0; ms < end; ms += tickEvery) {
         const float x = std::round(xAt(ms, end));
-        const int seconds = ms / 1000;
-        char text[16];
-        snprintf(text, sizeof text, "%d:%02d", seconds / 60, seconds % 60);
-        if (x + textWidth(helvetica10, text) < right) write(x, ticksBase, helvetica10, quiet, text);
+        const std::string text = minutesAndSeconds(ms / 1000.0);
+        if (x + textWidth(helvetica10, text.c_str()) < right)
+            write(x, ticksBase, helvetica10, quiet, text.c_str());
     }
 }
 
