@@ -1,8 +1,10 @@
 #include "tests/sound/esd_server.h"
 
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <netinet/in.h>
 #include <sys/file.h>
+#include <sys/ioctl.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -11,24 +13,16 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <cstring>
 
+#include "tests/process.h"
 #include "tests/sound/signal.h"
-#include "tests/sound/sound_server.h"
 
 namespace {
 
 constexpr int blockFrames = 1024;
-constexpr int latency = 3000;  // frames between its mixer and the ear
+constexpr int32_t latency = 3000;  // frames between its mixer and the ear
 
 }  // namespace
-
-struct EsdServer::Client {
-    int socket = -1;
-    bool admitted = false;
-    bool playing = false;
-    std::string bytes;  // read and not used yet
-};
 
 EsdServer::EsdServer(bool tcp, double speed) : speed(speed) {
     // The addresses are fixed: one test at a time on this machine.
@@ -54,11 +48,7 @@ EsdServer::EsdServer(bool tcp, double speed) : speed(speed) {
         path.copy(address.sun_path, sizeof address.sun_path - 1);
         bound = bind(listener, reinterpret_cast<sockaddr*>(&address), sizeof address);
     }
-    if (bound != 0 || listen(listener, 8) != 0) {
-        close(listener);
-        listener = -1;
-        return;
-    }
+    EXPECT_TRUE(bound == 0 && listen(listener, 8) == 0) << "another server is there";
     started = secondsNow();
     thread = std::thread(&EsdServer::run, this);
 }
@@ -84,70 +74,46 @@ long EsdServer::frameAt(double seconds) const {
 }
 
 void EsdServer::run() {
-    std::vector<Client> clients;
+    std::vector<int> players;
     while (!quitting) {
-        const int accepted = accept4(listener, nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC);
-        if (accepted >= 0) clients.push_back({.socket = accepted, .bytes = {}});
-        for (Client& client : clients) serve(client);
-        while (double(heard.size()) < (secondsNow() - started) * recordRate * speed) play(clients);
-        std::erase_if(clients, [](const Client& client) { return client.socket < 0; });
+        const int client = accept4(listener, nullptr, nullptr, SOCK_CLOEXEC);
+        if (client >= 0) (admit(client) ? players : others).push_back(client);
+        while (double(heard.size()) < (secondsNow() - started) * recordRate * speed) playBlock(players);
         sleepSeconds(0.002);
     }
-    for (Client& client : clients) close(client.socket);
+    others.insert(others.end(), players.begin(), players.end());
+    for (const int client : others) close(client);
 }
 
-// What comes before the sound: a key and an endian mark, then one request.
-void EsdServer::serve(Client& client) {
-    if (client.playing || client.socket < 0) return;
-    char buffer[256];
-    const ssize_t got = recv(client.socket, buffer, client.admitted ? 140 - client.bytes.size() : 20, 0);
-    if (got == 0) {
-        close(client.socket);
-        client.socket = -1;
+// What comes before the sound: a key and an endian mark, then one request. False if no sound follows.
+bool EsdServer::admit(int client) {
+    const timeval patience{5, 0};
+    setsockopt(client, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
+    int32_t key[5] = {}, request[35] = {};
+    recv(client, key, sizeof key, MSG_WAITALL);
+    const int32_t known = key[4] == 0x454e444e;  // "ENDN"
+    send(client, &known, sizeof known, MSG_NOSIGNAL);
+    recv(client, request, sizeof request[0], MSG_WAITALL);
+    if (known && request[0] == 23) {
+        send(client, &latency, sizeof latency, MSG_NOSIGNAL);
+        return false;
     }
-    if (got <= 0) return;
-    client.bytes.append(buffer, size_t(got));
-    int32_t words[3] = {};
-    if (!client.admitted && client.bytes.size() >= 20) {
-        const uint32_t endian = 0x454e444e;  // "ENDN"
-        const int32_t yes = memcmp(client.bytes.data() + 16, &endian, 4) == 0;
-        refused += !yes;
-        client.admitted = yes;
-        client.bytes.erase(0, 20);
-        send(client.socket, &yes, sizeof yes, MSG_NOSIGNAL);
-        return;
-    }
-    memcpy(words, client.bytes.data(), std::min<size_t>(client.bytes.size(), sizeof words));
-    if (words[0] == 23) {
-        send(client.socket, &latency, sizeof latency, MSG_NOSIGNAL);
-        client.bytes.clear();
-    } else if (client.bytes.size() == 140) {
-        const bool understood = words[0] == 3 && words[1] == 0x1021 && words[2] == recordRate;
-        refused += !understood;
-        client.playing = understood;
-        client.bytes.clear();
-    }
+    const ssize_t rest = recv(client, request + 1, sizeof request - sizeof request[0], MSG_WAITALL);
+    const bool understood = known && rest == sizeof request - sizeof request[0] && request[0] == 3 &&
+                            request[1] == 0x1021 && request[2] == recordRate;
+    refused += !understood;
+    return understood;
 }
 
-void EsdServer::play(std::vector<Client>& clients) {
+void EsdServer::playBlock(const std::vector<int>& players) {
     const size_t first = heard.size();
     heard.resize(first + blockFrames);
-    for (Client& client : clients) {
-        if (!client.playing) continue;
-        char buffer[4 * blockFrames];
-        const ssize_t got = recv(client.socket, buffer, sizeof buffer - client.bytes.size(), 0);
-        if (got == 0) {
-            close(client.socket);
-            client.socket = -1;
-            client.playing = false;
-            continue;
-        }
-        client.bytes.append(buffer, size_t(std::max<ssize_t>(got, 0)));
-        for (size_t i = 0; i < client.bytes.size() / 4; i++) {
-            int16_t left;
-            memcpy(&left, client.bytes.data() + 4 * i, sizeof left);
-            heard[first + i] += float(left) / 32768;
-        }
-        client.bytes.erase(0, client.bytes.size() / 4 * 4);
+    for (const int player : players) {
+        int ready = 0;  // bytes; half a frame stays there
+        ioctl(player, FIONREAD, &ready);
+        int16_t frames[2 * blockFrames];
+        const int count = std::min(ready / 4, blockFrames);
+        if (count > 0) recv(player, frames, size_t(count) * 4, 0);
+        for (int i = 0; i < count; i++) heard[first + size_t(i)] += float(frames[2 * i]) / 32768;
     }
 }

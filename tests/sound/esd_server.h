@@ -12,7 +12,6 @@ public:
     // At the user's Unix socket or at the TCP port. `speed` is that of its clock against the steady one.
     EsdServer(bool tcp, double speed);
     ~EsdServer();
-    bool isListening() const { return listener >= 0; }
 
     // Ends the server. First channel.
     const std::vector<float>& samples();
@@ -20,10 +19,9 @@ public:
     int refused = 0;  // clients that did not speak the protocol
 
 private:
-    struct Client;
     void run();
-    void serve(Client& client);
-    void play(std::vector<Client>& clients);
+    bool admit(int client);
+    void playBlock(const std::vector<int>& players);
 
     double speed;
     int listener = -1;
@@ -32,5 +30,6 @@ private:
     std::atomic<bool> quitting = false;
     std::thread thread;
     double started = 0;
+    std::vector<int> others;  // clients that play nothing
     std::vector<float> heard;
 };

@@ -26,43 +26,31 @@ std::string valueOf(const char* variable) {
 }
 
 bool waitForFile(const std::string& path) {
-    for (int i = 0; i < 100 && !fs::exists(path); i++) sleepSeconds(0.05);
+    for (int i = 0; i < 1000 && !fs::exists(path); i++) sleepSeconds(0.02);
     return fs::exists(path);
 }
 
-constexpr char pipeWireSink[] = R"(
-context.properties = { core.daemon = true, core.name = pipewire-0 }
+// What both processes of PipeWire load; each goes on with a list of its own.
+const std::string pipeWireBase = R"(
 context.spa-libs = { audio.convert.* = audioconvert/libspa-audioconvert, support.* = support/libspa-support }
 context.modules = [
     { name = libpipewire-module-rt, args = { nice.level = -11 }, flags = [ ifexists, nofail ] }
     { name = libpipewire-module-protocol-native }
-    { name = libpipewire-module-metadata }
-    { name = libpipewire-module-spa-node-factory }
     { name = libpipewire-module-client-node }
-    { name = libpipewire-module-access }
     { name = libpipewire-module-adapter }
+    { name = libpipewire-module-metadata }
+)";
+constexpr char pipeWireSink[] = R"(
+    { name = libpipewire-module-spa-node-factory }
+    { name = libpipewire-module-access }
     { name = libpipewire-module-link-factory }
     { name = libpipewire-module-session-manager }
 ]
+context.properties = { core.daemon = true, core.name = pipewire-0 }
 context.objects = [
     { factory = adapter
       args = { factory.name = support.null-audio-sink, node.name = ear, media.class = Audio/Sink
                audio.position = [ FL FR ] } }
-]
-)";
-
-// PulseAudio's protocol in front of it, for the recorder. Not at its usual place, where ALSA would take it
-// for the default device.
-constexpr char pipeWireFront[] = R"(
-context.spa-libs = { audio.convert.* = audioconvert/libspa-audioconvert, support.* = support/libspa-support }
-context.modules = [
-    { name = libpipewire-module-rt, args = { nice.level = -11 }, flags = [ ifexists, nofail ] }
-    { name = libpipewire-module-protocol-native }
-    { name = libpipewire-module-client-node }
-    { name = libpipewire-module-adapter }
-    { name = libpipewire-module-metadata }
-    { name = libpipewire-module-protocol-pulse, args = { server.address = [ "unix:)";
-constexpr char pipeWireFrontEnd[] = R"(" ] } }
 ]
 )";
 
@@ -102,10 +90,15 @@ void SoundServer::startPipeWire() {
     }
     asoundrc << "pcm.!default { type pipewire playback_node ear }\n";
     asoundrc.close();
-    std::ofstream(home + "/sink.conf") << pipeWireSink;
+    std::ofstream(home + "/sink.conf") << pipeWireBase << pipeWireSink;
     recorderSocket = home + "/run/recorder";
     recorderLatency = 20;
-    std::ofstream(home + "/front.conf") << pipeWireFront << recorderSocket << pipeWireFrontEnd;
+    // PulseAudio's protocol in front of it, for the recorder. Not at its usual place, where ALSA would take
+    // it for the default device.
+    std::ofstream(home + "/front.conf")
+        << pipeWireBase
+        << "{ name = libpipewire-module-protocol-pulse, args = { server.address = [ \"unix:" << recorderSocket
+        << "\" ] } } ]\n";
     environment.set("PIPEWIRE_CONFIG_DIR", data + "/pipewire");
     environment.set("WIREPLUMBER_CONFIG_DIR", data + "/wireplumber");
     environment.set("WIREPLUMBER_DATA_DIR", data + "/wireplumber");
