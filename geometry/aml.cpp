@@ -18,8 +18,9 @@ constexpr uint32_t mostMeshes = 10000;  // many times what any file of the show 
 constexpr char foreign[] = "File is not AML file (or is format version 0).";
 constexpr char otherVersion[] = "AML format version != 2";
 
-// Puts a check behind every read of another stream. The first that comes back short, or that holds what a
-// mesh can't, ends the process or, where the file has no name, is noted: what is read afterwards is 0.
+// Checks every read of another stream. A read that comes back short, or a value that a mesh can't have, ends
+// the process with a line that names the file. A stream without a name keeps the first such problem instead,
+// and all reads after it give 0.
 struct CheckedStream : ResDesc {
     ResDesc& source;
     const char* name;
@@ -48,7 +49,7 @@ struct CheckedStream : ResDesc {
     }
 };
 
-// An array with what the file has for it; none if there is a problem, also before.
+// An array filled from the file; none once there is a problem.
 template <typename T>
 std::unique_ptr<T[]> readArray(CheckedStream& stream, size_t count) {
     if (!stream.good()) return nullptr;
@@ -82,7 +83,7 @@ void readAttribTable(Mesh& mesh, CheckedStream& stream) {
     }
 }
 
-// Nothing that draws, expands or traces a mesh looks at its indices again.
+// Here once and for all: what draws, expands or traces a mesh relies on its indices.
 void checkIndices(const Mesh& mesh, CheckedStream& stream) {
     int highest = -1;
     for (int i = 0; i < 3 * mesh.faceCount; i++) highest = std::max<int>(highest, mesh.faces[i]);
@@ -103,7 +104,7 @@ void readHeader(CheckedStream& stream) {
     if (stream.readByte() != amlVersion) stream.fail("%s", otherVersion);
 }
 
-// The set takes the meshes only when all are read: a count is not believed before the file has held as many.
+// Only when all meshes are read does the set get room for them: the count in the file may be wrong.
 void fill(MeshSet& set, std::vector<Mesh>& meshes) {
     set.reset(int(meshes.size()));
     std::move(meshes.begin(), meshes.end(), set.begin());
@@ -112,8 +113,8 @@ void fill(MeshSet& set, std::vector<Mesh>& meshes) {
 void readMeshes(MeshSet& set, CheckedStream& stream) {
     readHeader(stream);
     const uint32_t meshCount = uint32_t(stream.readInt());
-    // Whoever is to go on is kept from harm: an empty mesh takes a hundred times the memory that it has in
-    // the file.
+    // An empty mesh takes a hundred times the memory that it has in the file, and a caller who goes on needs
+    // some.
     if (!stream.name && meshCount > mostMeshes)
         return stream.fail("claims %u meshes, more than the show could draw", meshCount);
     std::vector<Mesh> meshes;

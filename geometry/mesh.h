@@ -19,6 +19,7 @@ struct Mesh {
     // GL names; all bits set until the mesh is uploaded.
     GLuint indexBuffer = ~GLuint{0};
     GLuint vertexBuffer = ~GLuint{0};
+    // Not used, but releaseBuffers reads on into them.
     GLuint reserved[2] = {0, 0};
     GrowableArray<ScratchRecord> scratch{16};
     int32_t gvertexCount = 0;
@@ -67,9 +68,8 @@ struct Mesh {
     bool canExpandPositions() const {
         return attribType[0] == gvertexAttrib && slotOfType[gvertexAttrib] == 0;
     }
-    // Replaces the index into the shared positions, by the position itself
-    // and drops the shared ones. A mesh of another layout ends the process with status 1 and a line that
-    // names `file`.
+    // Replaces the index of a shared position by the position itself, and drops the shared ones. A mesh of
+    // another layout ends the process with status 1 and a line that names `file`.
     void expandPositions(const char* file);
 
     // GL, in a context with vertex buffer objects. A mesh must be uploaded before it is bound or drawn.

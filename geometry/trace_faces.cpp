@@ -17,8 +17,8 @@ struct Meeting {
     return {dot(face.a, bd), dot(c, bd), dot(face.a, cross(c, direction))};
 }
 
-// 0 only where beta or gamma, once divided, lies outside 0..1. Without a branch, so that compilers make
-// vectors of it.
+// 0 only where beta or gamma, once divided, would lie outside 0..1. Without a branch, so that compilers do
+// several faces at once.
 [[gnu::always_inline]] inline int mayBeInside(const Meeting& m) {
     const float size = std::fabs(m.determinant);
     const int betaIsPositive = m.beta * m.determinant >= 0, betaIsBelow1 = std::fabs(m.beta) < size;

@@ -1,5 +1,5 @@
 // libpng reports errors by a jump back into the function that set the jump point. The jump skips destructors
-// and may lose changed locals, so the functions with a jump point own nothing and keep what changes in a
+// and may lose changed locals. So the functions with a jump point own nothing, and what changes is in a
 // record of their caller's.
 #include <png.h>
 

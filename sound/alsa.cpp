@@ -11,8 +11,8 @@ namespace sound {
 
 namespace {
 
-// Throwing away what a sound server holds means opening a new stream there, which takes its time, and a sink
-// that has no stream for that long may fall asleep. So a second handle stands ready where the device allows
+// To throw away what a sound server holds, ALSA's plugin opens a new stream there. That takes its time, and a
+// sink without a stream may fall asleep meanwhile. So a second handle stands ready where the device allows
 // one, and the two change places.
 struct AlsaDevice : Device {
     snd_pcm_t* pcm = nullptr;

@@ -13,8 +13,8 @@ namespace {
 
 constexpr int blockFrames = 1024;
 
-// The sides that each channel is heard on, in Vorbis' order for 1, 2, .. 8 channels; B is both, the bass
-// channel of surround sound is left out.
+// The sides that each channel is heard on, in Vorbis' order for 1, 2, .. 8 channels; B is both. The bass
+// channel of surround sound, a dot, is left out.
 const char* const channelSides[] = {"B", "LR", "LBR", "LRLR", "LBRLR", "LBRLR.", "LBRLRB.", "LBRLRLR."};
 
 struct SideGains {
@@ -37,8 +37,8 @@ std::vector<SideGains> sideGains(int channels) {
     return gains;
 }
 
-// Whether every link of a chained file can be decoded. libvorbis must not be asked twice about one that
-// can't: the second time it takes the codebooks for made and divides by what they lack.
+// Whether every link of a chained file can be decoded. Asked here, once, since libvorbis crashes when it is
+// asked again about one that can't: it takes the codebooks for made and divides by zero.
 bool isPlayable(OggVorbis_File& file) {
     for (int link = 0; link < ov_streams(&file); link++) {
         vorbis_dsp_state decoder;
@@ -121,7 +121,8 @@ void Decoder::read(float* frames, int count) {
     std::fill_n(frames, 2 * count, 0.0f);
 }
 
-// Sets up for the rate of the block at hand. False if it is set up already, or can't be.
+// Sets up for the rate of the block at hand, decoding one where there is none. False if nothing has changed,
+// so that there is no more to read, or if it can't be done.
 bool Decoder::followRate() {
     if (block.empty() && !decode()) return false;
     if (playRate == blockRate) return false;

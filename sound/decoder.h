@@ -1,5 +1,5 @@
-// Ogg Vorbis to stereo floats at the mixer's rate, in step with the file's time whatever state the file is
-// in.
+// Decodes Ogg Vorbis to stereo floats at the mixer's rate. A damaged or chained file keeps its time: what is
+// missing is silent.
 #pragma once
 
 #include <samplerate.h>
@@ -47,13 +47,13 @@ private:
     OggVorbis_File file{};
     bool ended = true;
     bool damaged = false;
-    int64_t nextFrame = 0;     // of the file, that the next decoded block should start with
-    int64_t lostFrames = 0;    // it started later: as many are silent before it
+    int64_t nextFrame = 0;     // of the file, at which the next decoded block should start
+    int64_t lostFrames = 0;    // missing before the block: handed on as silence first
     int blockRate = 0;         // Hz; links of a chained file may differ
     std::vector<float> block;  // decoded, stereo
     size_t blockUsed = 0;      // floats of it that were handed on
 
-    int playRate = 0;  // Hz, of what is handed on now
+    int playRate = 0;  // Hz that take() and the resampler are set up for; 0 until the first block
     int mixRate = 0;
     SRC_STATE* resampler = nullptr;  // none until a rate needs it
     float supplied[512];

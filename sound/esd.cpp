@@ -33,10 +33,11 @@ constexpr int32_t streamPlay = 3, latencyQuery = 23;           // requests
 constexpr int32_t format = 0x0001 | 0x0020 | 0x0000 | 0x1000;  // 16 bits, stereo, a stream, to play
 constexpr int32_t latencyRate = 44100;                         // Hz that a latency is counted in
 constexpr int frameBytes = 4;
-constexpr int serverBlock = 1024;   // frames that the server mixes at once; the first wait for half of one
-constexpr int socketBytes = 24576;  // what waits in the socket can't be taken back: hold little
-constexpr double measuring = 1;     // seconds that a full pipe is measured for
-constexpr double reportLife = 0.1;  // seconds that the pipe is taken to be as full as it was
+constexpr int serverBlock =
+    1024;  // frames that the server mixes at once: half of one is the mean wait for it
+constexpr int socketBytes = 24576;  // little, since what waits in the socket can't be taken back
+constexpr double measuring = 1;     // seconds for which it is measured how much a full pipe holds
+constexpr double reportLife = 0.1;  // seconds after it was full that a pipe still tells what was heard
 
 struct ConnectionKey {
     char cookie[16] = {};
@@ -135,6 +136,7 @@ struct EsdDevice : Device {
     int connection = -1;
     double latency = 0;   // frames behind the pipe
     int64_t written = 0;  // frames, on this connection
+    size_t partial = 0;   // bytes of the next frame that the socket has taken already
     Clock::time_point firstWrite, lastFull;
     bool full = false;
     double aheadSum = 0;  // frames written ahead of the steady clock, whenever the pipe was full
@@ -207,8 +209,6 @@ struct EsdDevice : Device {
         if (!full || secondsSince(lastFull) > reportLife) return -1;
         return int(std::max(pipeFrames + latency - secondsSince(lastFull) * rate, 0.0));
     }
-
-    size_t partial = 0;  // bytes of the next frame that the socket has taken already
 };
 
 }  // namespace

@@ -12,8 +12,9 @@ using Time = std::chrono::nanoseconds;
 
 // The output's time line: how much of what the mixer has made was heard by a moment. It runs with the steady
 // clock and leans towards the device's reports, never by more than a quarter of its speed, so it neither
-// stands still nor steps back, and one bad report moves it little. Without reports it runs at speed 1.
-// Moments of reports are no earlier than any that was asked for: the past can't be bent.
+// stands still nor steps back, and a bad report among good ones moves it little. Without reports it runs at
+// speed 1. A report's moment must not lie before one that was already asked for, whose answer it would
+// change.
 class HeardPosition {
 public:
     // 0 at `start`.
