@@ -4,6 +4,7 @@
 
 #include "production/kit/sound/drums.h"
 #include "production/kit/sound/voices.h"
+#include "script/show_times.h"
 
 using namespace audio;
 
@@ -18,6 +19,7 @@ constexpr BassVoice bass = {.level = {0.003f, 0.4f, 0.7f, 0.04f},
                             .sub = 0,
                             .drive = 6,
                             .gain = 1.5f};
+// A sine, and of the saws what passes at 100 Hz.
 constexpr BassVoice sub = {.level = {0.006f, 1, 1, 0.04f},
                            .sweep = 0,
                            .darkest = 20,
@@ -33,7 +35,7 @@ constexpr GrowlVoice growl = {.level = {0.003f, 0.6f, 0.85f, 0.03f},
                               .to = 0.8f,
                               .size = 1.15f,
                               .rates = {1.5f, 3, 2, 4},
-                              .beatsPerSecond = 2.1f,
+                              .beatsPerSecond = showtime::beatsPerMinute / 60.0f,
                               .chest = 0.9f,
                               .throat = 1.1f,
                               .teeth = 1.2f,
@@ -313,4 +315,28 @@ std::vector<Part> band() {
         melody("voice", {53, 82}, playedBy(voice),
                {.level = -8, .width = 0.8f, .lowCut = 180, .room = -16, .hall = -10, .echo = -12}),
     };
+}
+
+Mixer mixer() {
+    return {.duckedBy = "kick",
+            .duckRecovery = 0.3,
+            .room = {.preDelay = 0.006f, .size = 0.55f, .decay = 0.7f, .damping = 7000, .lowCut = 200},
+            .hall = {.preDelay = 0.03f, .size = 1.15f, .decay = 2.4f, .damping = 5000, .lowCut = 250},
+            .echo = {.feedback = 0.45f, .lowCut = 300, .highCut = 5000},
+            .echoToHall = 0.3f,
+            .hallDuck = 0.35f,
+            // The sides of a room have nothing in common; a little narrower, mono keeps more of it.
+            .width = 0.65f,
+            .drums = {.drive = 4.5f, .level = -3.5f},
+            .music = {.drive = 6.5f, .level = -6.5f},
+            .tone = {.low = 150, .middle = 900, .octaves = 2.5f, .high = 4000},
+            .master = {.lowCut = 28,
+                       .bells = {{.hertz = 480, .decibels = -2.5f, .octaves = 1.6f},
+                                 {.hertz = 4200, .decibels = 3, .octaves = 2}},
+                       .highs = {.hertz = 8000, .decibels = 1.5f},
+                       .centredBelow = 130,
+                       .gain = 0.4f,  // so that the whole has -14 LUFS
+                       .compressor = {.threshold = -10, .ratio = 1.5f, .attack = 0.03f, .release = 0.2f},
+                       // The codec adds up to 1 dB of its own.
+                       .limiter = {.ceiling = -2, .release = 0.12f}}};
 }

@@ -1,4 +1,5 @@
-// Who plays: every part's instrument, what it may play, and its place in the mix.
+// Who plays: every part's instrument, what it may play, and its place in the mix; and what all parts share
+// there.
 #pragma once
 
 #include <vector>
@@ -6,3 +7,4 @@
 #include "production/kit/sound/song.h"
 
 std::vector<audio::Part> band();
+audio::Mixer mixer();

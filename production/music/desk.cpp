@@ -48,14 +48,15 @@ int complainOfPart(std::string_view name, const Song& song) {
 
 Window windowOf(const Song& song, double from, double to) {
     const size_t all = frameAt(song.seconds);
-    return {std::min(frameAt(song.secondsAt(from)), all), std::min(frameAt(song.secondsAt(to)), all)};
+    return {std::min(frameAt(song.grid.secondsAt(from)), all),
+            std::min(frameAt(song.grid.secondsAt(to)), all)};
 }
 
 bool playsIn(const Song& song, const Part& part, double from, double to) {
     const std::vector<Note> notes = notesOf(song, part);
     return std::any_of(notes.begin(), notes.end(), [&](const Note& note) {
-        return note.start < song.secondsAt(to) - 0.01 &&
-               note.start + note.length > song.secondsAt(from) + 0.01;
+        return note.start < song.grid.secondsAt(to) - 0.01 &&
+               note.start + note.length > song.grid.secondsAt(from) + 0.01;
     });
 }
 

@@ -7,10 +7,11 @@
 #include "production/kit/sound/song.h"
 #include "script/show_times.h"
 
-// Where a moment of the show lies on the bars' grid.
+inline constexpr audio::Grid grid = {showtime::beatsPerMinute, showtime::beatZero.seconds()};
+
+// The bar at a moment of the show.
 constexpr float barAt(showtime::Moment moment) {
-    return float((moment.seconds() - showtime::beatZero.seconds()) * showtime::beatsPerMinute / 60 /
-                 showtime::beatsPerBar);
+    return float(grid.barAt(moment.seconds()));
 }
 
 constexpr int lastBar = 93;  // where the music ends

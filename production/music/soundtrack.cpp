@@ -6,8 +6,7 @@
 #include <cstdlib>
 
 #include "production/kit/sound/arrangement.h"
-#include "production/kit/sound/dynamics.h"
-#include "production/kit/sound/filter.h"
+#include "production/kit/sound/effects.h"
 #include "production/kit/sound/vorbis.h"
 #include "production/music/band.h"
 #include "production/music/score.h"
@@ -17,8 +16,6 @@ using namespace audio;
 
 namespace {
 
-constexpr float masterGain = 0.4f;  // dB, so that the whole has -14 LUFS
-constexpr float peakCeiling = -2;   // dBTP before the codec, which adds up to 1 dB of its own
 constexpr double silentBy = showtime::end.seconds() - 0.08;
 constexpr float codecQuality = 0.6f;
 
@@ -56,21 +53,20 @@ void silence(Stereo& sound, std::ptrdiff_t from, std::ptrdiff_t to) {
          i++) {
         const std::ptrdiff_t inside = std::min(i - from, to - 1 - i);
         const float gain = inside >= edge ? 0 : 1 - float(inside) / edge;
-        sound.left[i] *= gain;
-        sound.right[i] *= gain;
+        sound.set(size_t(i), gain * sound.at(size_t(i)));
     }
 }
 
 // start: seconds at which the mix begins.
 void cutAndBlur(const Song& song, double start, Stereo& mix) {
-    const double sixteenth = 15 / song.beatsPerMinute;
+    const double sixteenth = song.grid.sixteenth();
     for (const Cut& cut : cuts) {
-        const double at = song.secondsAt(cut.bar) - start;
+        const double at = song.grid.secondsAt(cut.bar) - start;
         if (at >= 0) stutter(mix, {at, cut.length * sixteenth, cut.slice * sixteenth, cut.gate, cut.crush});
     }
     for (const Silence& each : silences)
-        silence(mix, std::llround((song.secondsAt(each.from) - start) * sampleRate),
-                std::llround((song.secondsAt(each.to) - start) * sampleRate));
+        silence(mix, std::llround((song.grid.secondsAt(each.from) - start) * sampleRate),
+                std::llround((song.grid.secondsAt(each.to) - start) * sampleRate));
     FilterSweep here = blur;
     here.from -= start;
     here.to -= start;
@@ -82,32 +78,14 @@ void cutAndBlur(const Song& song, double start, Stereo& mix) {
     if (here.to > 0) sweepLowPass(mix, here);
 }
 
-std::vector<float> master(Stereo& mix) {
-    Equalizer::lowCut(28).apply(mix);
-    Equalizer::bell(480, -2.5f, 1.6f).apply(mix);
-    Equalizer::bell(4200, 3, 2).apply(mix);
-    Equalizer::highShelf(8000, 1.5f).apply(mix);
-    shapeSides(mix, {Equalizer::lowCut(130), Equalizer::lowCut(130)});
-    scale(mix, gainOf(masterGain));
-    compress(mix, {.threshold = -10, .ratio = 1.5f, .attack = 0.03f, .release = 0.2f});
-    return limit(mix, peakCeiling, 0.12f);
-}
-
 }  // namespace
 
 Song soundtrack() {
-    return {.beatsPerMinute = showtime::beatsPerMinute,
-            .barZero = showtime::beatZero.seconds(),
+    return {.grid = grid,
             .seconds = showtime::end.seconds() + 2.2,
             .parts = band(),
             .sections = score(),
-            .duckedBy = "kick",
-            .duckRecovery = 0.3,
-            .room = {.preDelay = 0.006f, .size = 0.55f, .decay = 0.7f, .damping = 7000, .lowCut = 200},
-            .hall = {.preDelay = 0.03f, .size = 1.15f, .decay = 2.4f, .damping = 5000, .lowCut = 250},
-            .echoFeedback = 0.45f,
-            .drums = {.drive = 4.5f, .level = -3.5f},
-            .music = {.drive = 6.5f, .level = -6.5f}};
+            .mixer = mixer()};
 }
 
 bool proofread(const Song& song) {
@@ -119,7 +97,7 @@ bool proofread(const Song& song) {
 Finished finish(const Song& song, const Window& window) {
     Stereo mix = perform(song, window);
     cutAndBlur(song, double(window.from) / sampleRate, mix);
-    std::vector<float> gain = master(mix);
+    std::vector<float> gain = passMaster(song.mixer.master, mix);
     return {std::move(mix), std::move(gain)};
 }
 

@@ -76,13 +76,13 @@ void tryMarks(std::string_view text) {
 
 void trySong(const Song& song) {
     const Section& section = song.sections.front();
-    const double begin = song.secondsAt(section.from), end = song.secondsAt(section.to);
+    const double begin = song.grid.secondsAt(section.from), end = song.grid.secondsAt(section.to);
     for (const std::string& line : problemsOf(song)) readAll(line.data(), line.size());
     for (const Part& part : song.parts) {
         double before = begin;
         for (const Note& note : notesOf(song, part)) {
             demand(note.start >= before && note.length > 0);
-            demand(note.start + note.length <= end + 15 / song.beatsPerMinute);  // what swings ends later
+            demand(note.start + note.length <= end + song.grid.sixteenth());  // what swings ends later
             demand(note.pitch >= float(part.range.low) && note.pitch <= float(part.range.high));
             demand(note.velocity > 0 && note.velocity <= 1);
             before = note.start;
@@ -115,7 +115,7 @@ void tryInput(std::string_view input) {
     else
         tryMarks(pattern);
     Song song{};
-    song.beatsPerMinute = 126;
+    song.grid.beatsPerMinute = 126;
     song.parts = {{"one", role, notation, {low, high}, {}, {}, voices},
                   {"two", Role::chords, Notation::bass, {low, high}, {}, {}, 0, leaders}};
     song.sections = {{"section",

@@ -34,7 +34,7 @@ TEST(Desk, APartSoundsAsInTheWhole) {
     ASSERT_EQ(runDesk({"--hear", few, "--bars", "6-7", "--parts", "bass,sub,hat"}), 0);
     ASSERT_EQ(runDesk({"--hear", more, "--parts", "bass,sub,hat", "--bars", "4-7"}), 0);
     const Song song = soundtrack();
-    const size_t bar = frameAt(song.secondsAt(6)), end = frameAt(song.secondsAt(7));
+    const size_t bar = frameAt(song.grid.secondsAt(6)), end = frameAt(song.grid.secondsAt(7));
     const Stereo heard = decode(few), longer = decode(more);
     ASSERT_EQ(heard.frames(), end - bar);
     const Stereo same = sliceOf(longer, longer.frames() - heard.frames(), longer.frames());

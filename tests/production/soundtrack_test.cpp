@@ -129,8 +129,8 @@ TEST(Soundtrack, LimiterOnlyTouchesPeaksAsItIsMade) {
     const Song song = soundtrack();
     const std::vector<float>& gain = made().gain;
     for (const Section& section : song.sections) {
-        const size_t from = frameAt(song.secondsAt(section.from));
-        const size_t to = std::min(gain.size(), frameAt(song.secondsAt(section.to)));
+        const size_t from = frameAt(song.grid.secondsAt(section.from));
+        const size_t to = std::min(gain.size(), frameAt(song.grid.secondsAt(section.to)));
         EXPECT_GE(*std::min_element(gain.begin() + from, gain.begin() + to), gainOf(-6)) << section.name;
         const auto deep = std::count_if(gain.begin() + from, gain.begin() + to,
                                         [](float each) { return each < gainOf(-3); });

@@ -196,7 +196,7 @@ struct Reader {
         const double bar = section.from + double(swung(step.at)) / stepsPerBar;
         const float length = swung(std::min(step.at + step.length, end)) - swung(step.at),
                     way = step.at / end;
-        notes.push_back({song.secondsAt(bar), float(length * 15 / song.beatsPerMinute), pitch,
+        notes.push_back({song.grid.secondsAt(bar), float(length * 15 / song.grid.beatsPerMinute), pitch,
                          step.velocity * gainOf(cue.level.at(way)), cue.bright.at(way), bar * 4,
                          step.velocity});
     }

@@ -43,7 +43,7 @@ void remarkStrangers(const Song& song, const Played& played, std::set<std::strin
 
 // Semitones that sound together for a sixteenth or longer.
 void remarkClashes(const Song& song, const Played& one, const Played& other, std::set<std::string>& remarks) {
-    const float sixteenth = float(15 / song.beatsPerMinute) * 0.99f;
+    const float sixteenth = float(song.grid.sixteenth()) * 0.99f;
     for (const Note& a : one.notes) {
         for (const Note& b : other.notes) {
             if (b.start > a.start + a.length) break;
@@ -62,13 +62,13 @@ void remarkClashes(const Song& song, const Played& one, const Played& other, std
 }
 
 void remarkLongBreath(const Song& song, const Played& played, std::set<std::string>& remarks) {
-    const double bar = 240 / song.beatsPerMinute, eighth = bar / 8;
+    const double eighth = 2 * song.grid.sixteenth(), bar = 8 * eighth;
     double begun = -1, end = -1;
     for (const Note& note : played.notes) {
         if (note.start > end + eighth * 0.99) begun = note.start;
         end = std::max(end, note.start + note.length);
         if (end - begun > 8 * bar + 0.01) {
-            remarks.insert(where(song, int(std::floor(song.barAt(begun) + 1e-6)), played.part->name) +
+            remarks.insert(where(song, int(std::floor(song.grid.barAt(begun) + 1e-6)), played.part->name) +
                            "more than eight bars without a rest");
             begun = end;
         }
@@ -98,7 +98,7 @@ void remarkBareBars(const Song& song, const std::vector<Played>& all, std::set<s
     std::set<int> sounding;
     for (const Played& played : all)
         for (const Note& note : played.notes)
-            for (int bar = barOf(note); bar < song.barAt(note.start + note.length) - 1e-3; bar++)
+            for (int bar = barOf(note); bar < song.grid.barAt(note.start + note.length) - 1e-3; bar++)
                 sounding.insert(bar);
     for (const Section& section : song.sections)
         for (int bar = section.from; bar < section.to; bar++)

@@ -129,9 +129,9 @@ void duck(Stereo& sound, const std::vector<float>& curve, float depth, size_t at
         sound.set(i, (1 - depth * (1 - curve[at + i])) * sound.at(i));
 }
 
-std::vector<float> limit(Stereo& sound, float ceiling, float release) {
+std::vector<float> limit(Stereo& sound, const Limiter& limiter) {
     constexpr size_t window = sampleRate / 200;
-    const float top = gainOf(ceiling), rise = shareOf(release);
+    const float top = gainOf(limiter.ceiling), rise = shareOf(limiter.release);
     std::vector<float> gain = peaksOf(sound);
     for (float& value : gain) value = value > top ? top / value : 1;
 

@@ -28,8 +28,12 @@ std::vector<float> duckingCurve(size_t frames, const std::vector<size_t>& trigge
 // sound's first frame; past its end nothing dips.
 void duck(Stereo& sound, const std::vector<float>& curve, float depth, size_t at);
 
-// Keeps the peak between samples at or under `ceiling` dBTP by looking ahead five milliseconds. Returns the
+struct Limiter {
+    float ceiling;  // dBTP
+    float release;
+};
+// Keeps the peak between samples at or under the ceiling by looking ahead five milliseconds. Returns the
 // gain that it gave each frame, for meters.
-std::vector<float> limit(Stereo& sound, float ceiling, float release);
+std::vector<float> limit(Stereo& sound, const Limiter& limiter);
 
 }  // namespace audio

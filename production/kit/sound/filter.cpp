@@ -78,24 +78,24 @@ Equalizer Equalizer::highCut(float hertz) {
     return {(1 - c) / 2, 1 - c, (1 - c) / 2, 1 + alpha, -2 * c, 1 - alpha};
 }
 
-Equalizer Equalizer::lowShelf(float hertz, float decibels) {
-    const double A = std::pow(10.0, decibels / 40), w = angleOf(hertz), c = std::cos(w);
+Equalizer Equalizer::lowShelf(const Shelf& shelf) {
+    const double A = std::pow(10.0, shelf.decibels / 40), w = angleOf(shelf.hertz), c = std::cos(w);
     const double s = 2 * std::sqrt(A) * std::sin(w) / std::numbers::sqrt2;
     return {A * ((A + 1) - (A - 1) * c + s), 2 * A * ((A - 1) - (A + 1) * c), A * ((A + 1) - (A - 1) * c - s),
             (A + 1) + (A - 1) * c + s,       -2 * ((A - 1) + (A + 1) * c),    (A + 1) + (A - 1) * c - s};
 }
 
-Equalizer Equalizer::highShelf(float hertz, float decibels) {
-    const double A = std::pow(10.0, decibels / 40), w = angleOf(hertz), c = std::cos(w);
+Equalizer Equalizer::highShelf(const Shelf& shelf) {
+    const double A = std::pow(10.0, shelf.decibels / 40), w = angleOf(shelf.hertz), c = std::cos(w);
     const double s = 2 * std::sqrt(A) * std::sin(w) / std::numbers::sqrt2;
     return {A * ((A + 1) + (A - 1) * c + s), -2 * A * ((A - 1) + (A + 1) * c),
             A * ((A + 1) + (A - 1) * c - s), (A + 1) - (A - 1) * c + s,
             2 * ((A - 1) - (A + 1) * c),     (A + 1) - (A - 1) * c - s};
 }
 
-Equalizer Equalizer::bell(float hertz, float decibels, float octaves) {
-    const double A = std::pow(10.0, decibels / 40), w = angleOf(hertz), c = std::cos(w);
-    const double alpha = std::sin(w) * std::sinh(std::numbers::ln2 / 2 * octaves * w / std::sin(w));
+Equalizer Equalizer::bell(const Bell& bell) {
+    const double A = std::pow(10.0, bell.decibels / 40), w = angleOf(bell.hertz), c = std::cos(w);
+    const double alpha = std::sin(w) * std::sinh(std::numbers::ln2 / 2 * bell.octaves * w / std::sin(w));
     return {1 + alpha * A, -2 * c, 1 - alpha * A, 1 + alpha / A, -2 * c, 1 - alpha / A};
 }
 

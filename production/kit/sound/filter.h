@@ -80,14 +80,21 @@ struct Both {
     Sides next(Sides in) { return {left.next(in.left), right.next(in.right)}; }
 };
 
+struct Bell {
+    float hertz, decibels, octaves;
+};
+struct Shelf {
+    float hertz, decibels;
+};
+
 // Second-order shapes for the mix (Bristow-Johnson, "Cookbook formulae for audio equalizer coefficients").
 class Equalizer {
 public:
     static Equalizer lowCut(float hertz);
     static Equalizer highCut(float hertz);
-    static Equalizer lowShelf(float hertz, float decibels);
-    static Equalizer highShelf(float hertz, float decibels);
-    static Equalizer bell(float hertz, float decibels, float octaves);
+    static Equalizer lowShelf(const Shelf& shelf);
+    static Equalizer highShelf(const Shelf& shelf);
+    static Equalizer bell(const Bell& bell);
     // Over a whole sound.
     void apply(std::vector<float>& samples) const;
     void apply(Stereo& sound) const;

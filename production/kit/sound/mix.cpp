@@ -142,17 +142,17 @@ void clip(Stereo& sound, const Clip& clip) {
 
 // Drums and music through their clips, the sends through their rooms, all into the dry bus.
 void sumUp(const Song& song, const std::vector<float>& ducking, Buses& buses) {
+    const Mixer& mixer = song.mixer;
     std::thread drums([&] {
-        clip(buses.drums, song.drums);
-        if (!silent(buses.room)) reverberate(buses.room, song.room);
+        clip(buses.drums, mixer.drums);
+        if (!silent(buses.room)) reverberate(buses.room, mixer.room);
     });
-    if (!silent(buses.echo)) pingPong(buses.echo, 45 / song.beatsPerMinute, {song.echoFeedback, 300, 5000});
-    mixAt(buses.hall, buses.echo, 0, 0.3f);
-    if (!silent(buses.hall)) reverberate(buses.hall, song.hall);
-    duck(buses.hall, ducking, 0.35f, buses.origin);
-    clip(buses.dry, song.music);
-    // The sides of a room have nothing in common; a little narrower, mono keeps more of it.
-    for (Stereo* wide : {&buses.echo, &buses.hall}) widen(*wide, 0.65f);
+    if (!silent(buses.echo)) pingPong(buses.echo, 3 * song.grid.sixteenth(), mixer.echo);
+    mixAt(buses.hall, buses.echo, 0, mixer.echoToHall);
+    if (!silent(buses.hall)) reverberate(buses.hall, mixer.hall);
+    duck(buses.hall, ducking, mixer.hallDuck, buses.origin);
+    clip(buses.dry, mixer.music);
+    for (Stereo* wide : {&buses.echo, &buses.hall}) widen(*wide, mixer.width);
     drums.join();
     for (const Stereo* bus : {&buses.drums, &buses.echo, &buses.room, &buses.hall}) mixAt(buses.dry, *bus, 0);
 }
@@ -164,22 +164,22 @@ void colour(const Song& song, const Section& section, const Stereo& mix, size_t 
     const auto inMix = [&](size_t frame) {
         return std::clamp(frame, origin, origin + mix.frames()) - origin;
     };
-    const size_t from = first ? 0 : inMix(frameAt(song.secondsAt(section.from)));
-    const size_t to = last ? mix.frames() : inMix(frameAt(song.secondsAt(section.to)));
+    const size_t from = first ? 0 : inMix(frameAt(song.grid.secondsAt(section.from)));
+    const size_t to = last ? mix.frames() : inMix(frameAt(song.grid.secondsAt(section.to)));
     if (from == to) return;
     const size_t before = from - std::min(from, lead);
     Stereo part = sliceOf(mix, before, std::min(mix.frames(), to + edge));
-    Equalizer::lowShelf(150, section.tone.low).apply(part);
-    Equalizer::bell(900, section.tone.middle, 2.5f).apply(part);
-    Equalizer::highShelf(4000, section.tone.high).apply(part);
+    const ToneCorners& corners = song.mixer.tone;
+    Equalizer::lowShelf({corners.low, section.tone.low}).apply(part);
+    Equalizer::bell({corners.middle, section.tone.middle, corners.octaves}).apply(part);
+    Equalizer::highShelf({corners.high, section.tone.high}).apply(part);
     for (size_t i = from; i < before + part.frames(); i++) {
         const double way =
-            (song.barAt(double(origin + i) / sampleRate) - section.from) / (section.to - section.from);
+            (song.grid.barAt(double(origin + i) / sampleRate) - section.from) / (section.to - section.from);
         const float in = first ? 1 : std::min(1.0f, float(i - from) / edge);
         const float out = i < to ? 1 : 1 - float(i - to) / edge;
         const float gain = in * out * gainOf(section.level.at(float(std::clamp(way, 0.0, 1.0))));
-        coloured.left[i] += gain * part.left[i - before];
-        coloured.right[i] += gain * part.right[i - before];
+        coloured.add(i, gain * part.at(i - before));
     }
 }
 
@@ -187,9 +187,9 @@ void colour(const Song& song, const Section& section, const Stereo& mix, size_t 
 
 Stereo perform(const Song& song, const Window& window, const std::vector<std::string_view>& heard) {
     std::vector<size_t> triggers;
-    for (const Note& note : notesOf(song, *partOf(song, song.duckedBy)))
+    for (const Note& note : notesOf(song, *partOf(song, song.mixer.duckedBy)))
         triggers.push_back(frameAt(note.start));
-    const std::vector<float> ducking = duckingCurve(frameAt(song.seconds), triggers, song.duckRecovery);
+    const std::vector<float> ducking = duckingCurve(frameAt(song.seconds), triggers, song.mixer.duckRecovery);
 
     std::vector<const Part*> parts;
     for (const Part& part : song.parts)
@@ -202,6 +202,17 @@ Stereo perform(const Song& song, const Window& window, const std::vector<std::st
     Stereo coloured(buses.dry.frames());
     for (const Section& section : song.sections) colour(song, section, buses.dry, origin, coloured);
     return sliceOf(coloured, window.from - origin, window.to - origin);
+}
+
+std::vector<float> passMaster(const Master& master, Stereo& whole) {
+    Equalizer::lowCut(master.lowCut).apply(whole);
+    for (const Bell& bell : master.bells) Equalizer::bell(bell).apply(whole);
+    Equalizer::highShelf(master.highs).apply(whole);
+    const Equalizer centre = Equalizer::lowCut(master.centredBelow);
+    shapeSides(whole, {centre, centre});
+    scale(whole, gainOf(master.gain));
+    compress(whole, master.compressor);
+    return limit(whole, master.limiter);
 }
 
 }  // namespace audio

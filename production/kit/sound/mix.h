@@ -19,4 +19,7 @@ struct Window {
 // not. What began more than a few seconds before the window may be missing from its rooms.
 Stereo perform(const Song& song, const Window& window, const std::vector<std::string_view>& heard = {});
 
+// Masters the whole, or a stretch of it. Returns the gain that the limiter gave each frame.
+std::vector<float> passMaster(const Master& master, Stereo& whole);
+
 }  // namespace audio

@@ -5,7 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "production/kit/sound/dynamics.h"
 #include "production/kit/sound/effects.h"
+#include "production/kit/sound/filter.h"
 #include "production/kit/sound/harmony.h"
 #include "production/kit/sound/instrument.h"
 
@@ -89,19 +91,52 @@ struct Clip {
     float drive, level;
 };
 
-struct Song {
+// Where a section's tone turns, in Hz, and how many octaves its middle spans.
+struct ToneCorners {
+    float low, middle, octaves, high;
+};
+
+// What the whole passes last. Frequencies in Hz, levels in dB.
+struct Master {
+    float lowCut;
+    std::vector<Bell> bells;
+    Shelf highs;
+    float centredBelow;  // where the sides are one
+    float gain;
+    Compressor compressor;
+    Limiter limiter;
+};
+
+// What the parts share in the mix.
+struct Mixer {
+    const char* duckedBy;  // the part whose notes dip the channels with a `duck`
+    double duckRecovery;   // seconds
+    Room room, hall;       // where the sends of those names go
+    Echo echo;             // and that of the third, a dotted eighth apart
+    float echoToHall;      // gain
+    float hallDuck;        // 0..1
+    float width;           // of echo and hall, as in widen()
+    Clip drums, music;     // the two buses; what the sends return passes neither
+    ToneCorners tone;
+    Master master;
+};
+
+// Where bars lie in time.
+struct Grid {
     double beatsPerMinute, barZero;  // barZero: seconds at which bar 0 begins
-    double seconds;                  // length of the whole
+
+    constexpr double secondsAt(double bar) const { return barZero + bar * 240 / beatsPerMinute; }
+    constexpr double barAt(double seconds) const { return (seconds - barZero) * beatsPerMinute / 240; }
+    constexpr double sixteenth() const { return 15 / beatsPerMinute; }  // seconds
+};
+
+struct Song {
+    Grid grid;
+    double seconds;  // length of the whole
     std::vector<Part> parts;
     std::vector<Section> sections;  // in order, without gaps
-    const char* duckedBy;           // the part whose notes dip the channels with a `duck`
-    double duckRecovery;            // seconds
-    Room room, hall;                // where the sends of those names go
-    float echoFeedback;             // echoes come a dotted eighth apart
-    Clip drums, music;              // the two buses; what the sends return passes neither
+    Mixer mixer;
 
-    double secondsAt(double bar) const { return barZero + bar * 240 / beatsPerMinute; }
-    double barAt(double seconds) const { return (seconds - barZero) * beatsPerMinute / 240; }
     // The section that sounds in a bar; the first or the last one beyond the ends.
     const Section& sectionAt(double bar) const;
 };

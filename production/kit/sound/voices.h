@@ -41,7 +41,7 @@ Instrument playedBy(const LeadVoice& voice);
 struct BassVoice {
     Adsr level;
     float sweep;               // seconds in which the filter closes
-    float darkest, brightest;  // Hz
+    float darkest, brightest;  // Hz above 80 to which it opens at brightness 0 and 1
     float resonance;           // as in Ladder
     float detune;              // semitones between the sides
     float sub;                 // how loud the sine is against the saws

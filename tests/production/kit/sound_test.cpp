@@ -12,12 +12,14 @@
 #include "production/kit/sound/check.h"
 #include "production/kit/sound/dynamics.h"
 #include "production/kit/sound/effects.h"
+#include "production/kit/sound/envelope.h"
 #include "production/kit/sound/filter.h"
 #include "production/kit/sound/harmony.h"
 #include "production/kit/sound/notation.h"
 #include "production/kit/sound/oscillator.h"
 #include "production/kit/sound/vorbis.h"
 #include "production/kit/sound/wav.h"
+#include "production/music/band.h"
 #include "tests/production/meter.h"
 #include "tests/scratch.h"
 
@@ -103,13 +105,13 @@ TEST(SoundKit, LimiterHoldsPeaksBetweenSamplesToo) {
     Equalizer::highCut(12000).apply(burst);
     mixAt(sound, burst, frameAt(1));
     fadeEnds(sound, 0.001f, 0.001f);
-    limit(sound, -2, 0.1f);
+    limit(sound, {-2, 0.1f});
     EXPECT_NEAR(measure(sound).truePeak, -2, 0.35);
 
     // What is under the ceiling passes as it is, but for the five milliseconds of looking ahead.
     Stereo soft = tone(1, 440, 0.5f);
     const Stereo before = soft;
-    limit(soft, -2, 0.1f);
+    limit(soft, {-2, 0.1f});
     for (size_t i = 0; i < soft.frames(); i += 100) ASSERT_NEAR(soft.left[i], before.left[i], 1e-4);
 }
 
@@ -196,19 +198,12 @@ namespace {
 // Four bars of two chords for one part and what doubles it.
 Song smallSong(Notation notation, const std::string& pattern, const char* part = "flute") {
     const auto silent = [](std::span<const Note>, Stereo&) {};
-    return {.beatsPerMinute = 120,
-            .barZero = 0,
+    return {.grid = {.beatsPerMinute = 120, .barZero = 0},
             .seconds = 8,
             .parts = {{"flute", Role::lead, notation, {41, 72}, silent, {}, 3},
                       {"shadow", Role::bass, Notation::bass, {26, 39}, silent, {}, 0, "flute"}},
             .sections = {{"verse", 0, 4, "G minor", "Gm D7b9", 0, {}, {{part, pattern}}}},
-            .duckedBy = "flute",
-            .duckRecovery = 0.2,
-            .room = {},
-            .hall = {},
-            .echoFeedback = 0,
-            .drums = {},
-            .music = {}};
+            .mixer = {}};
 }
 
 std::vector<int> pitchesOf(const Song& song, size_t part) {
@@ -254,72 +249,59 @@ TEST(SoundKit, WhatCannotBeReadIsShownWithItsPlaceAndLeftOut) {
         const char *pattern, *line;
     };
     const Mistake mistakes[] = {
-        {Notation::melody, "G4:16 | G4:4 A5", "verse, bar 1, flute: a note without a length: \"A5\"\n"},
-        {Notation::melody, "G:4", "verse, bar 0, flute: no pitch: \"G:4\"\n"},
-        {Notation::melody, "G4:0", "verse, bar 0, flute: a note without a length: \"G4:0\"\n"},
-        {Notation::melody, "G4:4294967300", "verse, bar 0, flute: too long: \"G4:4294967300\"\n"},
-        {Notation::melody, "G4:4.5", "verse, bar 0, flute: an unknown sign: \"G4:4.5\"\n"},
-        {Notation::melody, "G4+:4", "verse, bar 0, flute: no pitch: \"G4+:4\"\n"},
-        {Notation::melody, ":4", "verse, bar 0, flute: no pitch: \":4\"\n"},
-        {Notation::melody, "G4:12 | A4:4", "verse, bar 0, flute: doesn't fill its bar: \"G4:12 \"\n"},
-        {Notation::melody, "G4:16 | A4:20 | G4:4",
-         "verse, bar 1, flute: too long for its bar: \" A4:20 \"\n"},
-        {Notation::melody, "G4:16 | C7:16",
-         "verse, bar 1, flute: C7 is out of its range: \"G4:16 | C7:16\"\n"},
-        {Notation::hits, "x............... x.y.", "verse, bar 1, flute: an unknown sign: \"x.y.\"\n"},
-        {Notation::hits, "x... x...............", "verse, bar 0, flute: doesn't fill its bar: \"x...\"\n"},
-        {Notation::hits, "x................",
-         "verse, bar 0, flute: too long for its bar: \"x................\"\n"},
-        {Notation::melody, "G4:80", "verse, bar 0, flute: longer than its bars: \"G4:80\"\n"},
-        {Notation::arpeggio, "0.x.", "verse, bar 0, flute: an unknown sign: \"0.x.\"\n"},
-        {Notation::chords, "", "verse, bar 0, flute: nothing to play: \"\"\n"},
+        {Notation::melody, "G4:16 | G4:4 A5", "bar 1, flute: a note without a length: \"A5\""},
+        {Notation::melody, "G4:0", "bar 0, flute: a note without a length: \"G4:0\""},
+        {Notation::melody, "G:4", "bar 0, flute: no pitch: \"G:4\""},
+        {Notation::melody, "G4+:4", "bar 0, flute: no pitch: \"G4+:4\""},
+        {Notation::melody, "G4:4294967300", "bar 0, flute: too long: \"G4:4294967300\""},
+        {Notation::melody, "G4:4.5", "bar 0, flute: an unknown sign: \"G4:4.5\""},
+        {Notation::melody, "G4:12 | A4:4", "bar 0, flute: doesn't fill its bar: \"G4:12 \""},
+        {Notation::melody, "G4:16 | A4:20 | G4:4", "bar 1, flute: too long for its bar: \" A4:20 \""},
+        {Notation::melody, "G4:16 | C7:16", "bar 1, flute: C7 is out of its range: \"G4:16 | C7:16\""},
+        {Notation::melody, "G4:80", "bar 0, flute: longer than its bars: \"G4:80\""},
+        {Notation::hits, "x............... x.y.", "bar 1, flute: an unknown sign: \"x.y.\""},
+        {Notation::hits, "x... x...............", "bar 0, flute: doesn't fill its bar: \"x...\""},
+        {Notation::hits, "x...............x", "bar 0, flute: too long for its bar: \"x...............x\""},
+        {Notation::arpeggio, "0.x.", "bar 0, flute: an unknown sign: \"0.x.\""},
+        {Notation::chords, "", "bar 0, flute: nothing to play: \"\""},
     };
     for (const auto& [notation, pattern, line] : mistakes) {
         const Song song = smallSong(notation, pattern);
-        EXPECT_EQ(problems(song), line);
+        EXPECT_EQ(problems(song), std::string("verse, ") + line + "\n");
         EXPECT_TRUE(notesOf(song, song.parts[0]).empty()) << pattern;
     }
     EXPECT_EQ(problems(smallSong(Notation::hits, "x...", "tuba")),
               "verse, bar 0, tuba: no part has this name: \"tuba\"\n");
+    Song song = smallSong(Notation::bass, "r...");
+    for (const std::string chord : {"Hm", "Gm/", "Gsus5", "Cm,Hm"}) {
+        const std::string chords = "Gm " + chord;
+        song.sections[0].chords = chords.c_str();
+        EXPECT_TRUE(problems(song).starts_with("verse, bar 1, harmony: no chord: \"")) << chord;
+    }
+    song = smallSong(Notation::bass, "r...");
+    song.sections[0].scale = "G mixed";
+    EXPECT_EQ(problems(song), "verse, bar 0, harmony: no scale: \"G mixed\"\n");
+    song = smallSong(Notation::bass, "r...");
+    song.sections[0].cues[0].bars = {3, 5};
+    EXPECT_EQ(problems(song), "verse, bar 3, flute: bars that the section doesn't have: \"r...\"\n");
+    song = smallSong(Notation::bass, "r...");
+    song.parts[1].follows = song.parts[1].name;
+    EXPECT_EQ(problems(song), "band, bar 0, shadow: a part that doubles others itself: \"shadow\"\n");
+    song = smallSong(Notation::bass, "r...");
+    song.parts[1].range = {24, 28};
+    EXPECT_EQ(problems(song), "verse, bar 0, shadow: G1 is out of its range: \"flute\"\n");
+    song = smallSong(Notation::chords, "x...");
+    song.parts[0].voices = 0;
+    EXPECT_EQ(problems(song), "verse, bar 0, flute: no voicing lies in its range: \"Gm\"\n");
 
-    const auto with = [&](Notation notation, const auto& change) {
-        Song song = smallSong(notation, notation == Notation::bass ? "r..." : "x...");
-        change(song);
-        return problems(song);
-    };
-    for (const std::string chord : {"Hm", "Gm/", "Gsus5", "Gm,"})
-        EXPECT_TRUE(with(Notation::chords, [&](Song& song) { song.sections[0].chords = chord.c_str(); })
-                        .starts_with("verse, bar 0, harmony: no chord: "))
-            << chord;
-    EXPECT_EQ(with(Notation::chords, [](Song& song) { song.sections[0].chords = "Gm Cm,Hm"; }),
-              "verse, bar 1, harmony: no chord: \"Hm\"\n");
-    EXPECT_EQ(with(Notation::bass, [](Song& song) { song.sections[0].scale = "G mixed"; }),
-              "verse, bar 0, harmony: no scale: \"G mixed\"\n");
-    EXPECT_EQ(with(Notation::bass,
-                   [](Song& song) {
-                       song.sections[0].cues[0].bars = {3, 5};
-                   }),
-              "verse, bar 3, flute: bars that the section doesn't have: \"r...\"\n");
-    EXPECT_EQ(with(Notation::bass, [](Song& song) { song.parts[1].follows = song.parts[1].name; }),
-              "band, bar 0, shadow: a part that doubles others itself: \"shadow\"\n");
-    EXPECT_EQ(with(Notation::bass,
-                   [](Song& song) {
-                       song.parts[1].range = {24, 28};
-                   }),
-              "verse, bar 0, shadow: G1 is out of its range: \"flute\"\n");
-    EXPECT_EQ(with(Notation::chords, [](Song& song) { song.parts[0].voices = 0; }),
-              "verse, bar 0, flute: no voicing lies in its range: \"Gm\"\n");
     // All of them are told at once, and the rest is read.
-    Song song = smallSong(Notation::melody, "G4:16 | A4:16 | Bb4:16 | D4:16");
+    song = smallSong(Notation::melody, "G4:16 | A4:16 | Bb4:16 | D4:16");
     const Cue good = song.sections[0].cues[0];
     for (const char* wrong : {"%", "&"}) song.sections[0].cues.push_back({"flute", wrong});
     song.sections.push_back({"bridge", 4, 8, "G minor", "Xm", 0, {}, {good}});
     EXPECT_EQ(problemsOf(song).size(), 3u) << problems(song);
     EXPECT_EQ(notesOf(song, song.parts[0]).size(), 4u);
     EXPECT_FALSE(remarksOn(song).empty());
-
-    EXPECT_FALSE(writeVorbis("no/such/folder/file.ogg", {Stereo(10).left}, {}));
-    EXPECT_FALSE(writeWav("no/such/folder/file.wav", Stereo(10)));
 }
 
 TEST(SoundKit, ScoreIsRemarkedOn) {
@@ -344,14 +326,114 @@ TEST(SoundKit, ScoreIsRemarkedOn) {
                           "verse, bar 0, flute: more than eight bars without a rest") != breathless.end());
 }
 
-TEST(SoundKit, WavIsWhatAnotherProgramReads) {
+TEST(SoundKit, FilesAreWhatAnotherProgramReads) {
     const ScratchDirectory scratch;
     const Stereo sound = noise(0.1, 0.9f);
-    writeWav(scratch.file("noise.wav").c_str(), sound);
+    ASSERT_TRUE(writeWav(scratch.file("noise.wav"), sound));
     const Stereo read = decode(scratch.file("noise.wav"));
     ASSERT_EQ(read.frames(), sound.frames());
     for (size_t i = 0; i < read.frames(); i++) {
         ASSERT_NEAR(read.left[i], sound.left[i], 1e-4);
         ASSERT_NEAR(read.right[i], sound.right[i], 1e-4);
+    }
+    EXPECT_FALSE(writeWav("no/such/folder/file.wav", sound));
+    EXPECT_FALSE(writeVorbis("no/such/folder/file.ogg", {sound.left}, {}));
+}
+
+TEST(SoundKit, InstrumentsPlayCleanNotesThatEnd) {
+    for (const Part& part : band()) {
+        const int pitch = part.notation == Notation::hits ? 0 : (part.range.low + part.range.high) / 2;
+        const Note note = {
+            .start = 0.1, .length = 0.5, .pitch = float(pitch), .velocity = 1, .brightness = 0.5f};
+        Stereo sound(frameAt(8));
+        part.play({&note, 1}, sound);
+        for (const std::vector<float>* side : {&sound.left, &sound.right}) {
+            float most = 0;
+            size_t last = 0;
+            for (size_t i = 0; i < side->size(); i++) {
+                const float sample = (*side)[i];
+                ASSERT_TRUE(std::isfinite(sample)) << part.name;
+                most = std::max(most, std::fabs(sample));
+                if (sample != 0) last = i;
+            }
+            EXPECT_TRUE(most > 0.02f && most < 8) << part.name << ", peak " << most;
+            EXPECT_LT(last + 1, side->size()) << part.name << " goes on";
+            for (size_t i = last - 4; i <= last; i++)
+                EXPECT_LT(std::fabs((*side)[i]), 0.02f * most) << part.name << " ends with a click";
+        }
+    }
+}
+
+TEST(SoundKit, EnvelopesRiseHoldAndFall) {
+    constexpr float attack = 0.01f;
+    Envelope envelope({attack, 0.1f, 0.5f, 0.05f}, 0.5f);
+    const size_t held = frameAt(0.5);
+    float before = 0, most = 0;
+    for (size_t i = 0; i < envelope.frames(); i++) {
+        const float level = envelope.next();
+        ASSERT_LT(std::fabs(level - before), 1.01f / (attack * sampleRate)) << i;
+        if (i == held - 1) {
+            EXPECT_NEAR(level, 0.5, 0.02);
+        }
+        most = std::max(most, before = level);
+    }
+    EXPECT_NEAR(most, 1, 0.01);
+    EXPECT_LT(before, 0.001);
+}
+
+TEST(SoundKit, EchoesChangeSidesAndFade) {
+    Stereo sound(frameAt(1));
+    sound.set(0, 1);
+    pingPong(sound, 0.2, {.feedback = 0.5f, .lowCut = 20, .highCut = 20000});
+    double before = 1e9;
+    for (int echo = 1; echo < 5; echo++) {
+        const Stereo part = sliceOf(sound, frameAt(0.2 * echo) - 10, frameAt(0.2 * echo) + 100);
+        double left = 0, right = 0;
+        for (size_t i = 0; i < part.frames(); i++) {
+            left += std::fabs(part.left[i]);
+            right += std::fabs(part.right[i]);
+        }
+        EXPECT_EQ(left > right, echo % 2 == 1) << echo;
+        EXPECT_GT(left + right, 0.02) << echo;
+        EXPECT_LT(left + right, 0.7 * before) << echo;
+        before = left + right;
+    }
+}
+
+TEST(SoundKit, ChorusWidensAndKeepsTheLevel) {
+    Stereo sound = noise(1, 0.5f);
+    widen(sound, 0);
+    const double before = levelOf(sound, 0.2, 1);
+    chorus(sound, 0.5f);
+    EXPECT_NEAR(levelOf(sound, 0.2, 1), before, 3);
+    Stereo middle = sound;
+    widen(middle, 0);
+    EXPECT_GT(levelOf(sound, 0.2, 1) - levelOf(middle, 0.2, 1), 0.5);
+}
+
+TEST(SoundKit, StutterRepeatsItsSliceAndNothingElse) {
+    Stereo sound = noise(1, 0.5f);
+    const Stereo before = sound;
+    const Stutter cut = {.at = 0.2, .length = 0.4, .slice = 0.1, .gate = 0.5f, .crush = 0};
+    stutter(sound, cut);
+    const size_t at = frameAt(cut.at), slice = frameAt(cut.slice), end = frameAt(cut.at + cut.length);
+    for (size_t i = 0; i < sound.frames(); i++) {
+        const size_t within = (i - at) % slice;
+        if (i < at || i >= end) {
+            ASSERT_EQ(sound.left[i], before.left[i]) << i;
+        } else if (within >= slice / 2) {
+            ASSERT_EQ(sound.left[i], 0) << i;
+        } else if (within > 100 && within < slice / 2 - 100) {
+            ASSERT_EQ(sound.left[i], before.left[at + within]) << i;
+        }
+    }
+}
+
+TEST(SoundKit, CompressorTurnsDownWhatIsOver) {
+    for (const float over : {-10.0f, 8.0f}) {
+        Stereo sound = tone(1, 1000, gainOf(over - 20));
+        const double before = levelOf(sound, 0.8, 1);
+        compress(sound, {.threshold = -20, .ratio = 2, .attack = 0.0001f, .release = 0.2f});
+        EXPECT_NEAR(levelOf(sound, 0.8, 1), before - std::max(0.0f, over / 2), 0.3) << over;
     }
 }
