@@ -233,11 +233,11 @@ std::vector<Part> band() {
         hits("impact", struck({impact(2.2f, 0.9f)}), {.level = -9, .hall = -10}),
 
         // Noises
-        noise("riser", playRiser, {.level = -9, .lowCut = 200, .hall = -16}),
-        noise("climb", playClimb, {.level = -14, .lowCut = 200, .hall = -16}),
-        noise("fall", playFall, {.level = -12, .lowCut = 150, .hall = -14}),
-        noise("reverse", playReverse, {.level = -11, .lowCut = 400, .hall = -16}),
-        noise("wind", playWind, {.level = -8, .lowCut = 200, .hall = -14}),
+        noise("riser", eachBy(playRiser), {.level = -9, .lowCut = 200, .hall = -16}),
+        noise("climb", eachBy(playClimb), {.level = -14, .lowCut = 200, .hall = -16}),
+        noise("fall", eachBy(playFall), {.level = -12, .lowCut = 150, .hall = -14}),
+        noise("reverse", eachBy(playReverse), {.level = -11, .lowCut = 400, .hall = -16}),
+        noise("wind", eachBy(playWind), {.level = -8, .lowCut = 200, .hall = -14}),
 
         // The floor
         doubling("sub", "bass growl", {26, 39}, playedBy(sub), {.level = -11, .highCut = 140, .duck = 0.9f}),
@@ -245,7 +245,7 @@ std::vector<Part> band() {
                  {.level = -4, .lowCut = 85, .monoBelow = 300, .duck = 0.8f}),
         bassLine("growl", {29, 57}, playedBy(growl),
                  {.level = -2, .lowCut = 85, .highCut = 3000, .monoBelow = 300, .duck = 0.5f, .room = -22}),
-        melody("drone", Role::bass, {36, 60}, playDrone,
+        melody("drone", Role::bass, {36, 60}, eachBy(playDrone),
                {.level = -8, .lowCut = 60, .duck = 0.4f, .hall = -12, .chorus = 0.3f}),
 
         // Harmony

@@ -256,17 +256,15 @@ Stereo repitched(const Stereo& take, float semitones) {
 }  // namespace
 
 Instrument struck(std::vector<Stereo> takes, float base) {
-    return [takes = std::move(takes), base](std::span<const Note> notes, Stereo& out) {
-        for (const Note& note : notes) {
-            // The take goes by the sixteenth that it falls on, whatever was played before.
-            const size_t turn = size_t(std::lround((note.beat + 64) * 4)) % takes.size();
-            const std::ptrdiff_t at = std::ptrdiff_t(frameAt(note.start));
-            if (note.pitch == base)
-                mixAt(out, takes[turn], at, note.velocity);
-            else
-                mixAt(out, repitched(takes[turn], note.pitch - base), at, note.velocity);
-        }
-    };
+    return eachBy([takes = std::move(takes), base](const Note& note, Stereo& out) {
+        // The take goes by the sixteenth that it falls on, whatever was played before.
+        const Stereo& take = takes[size_t(std::lround((note.beat + 64) * 4)) % takes.size()];
+        const std::ptrdiff_t at = std::ptrdiff_t(frameAt(note.start));
+        if (note.pitch == base)
+            mixAt(out, take, at, note.velocity);
+        else
+            mixAt(out, repitched(take, note.pitch - base), at, note.velocity);
+    });
 }
 
 namespace {
@@ -293,75 +291,65 @@ void blow(const Note& note, uint32_t seed, float resonance, Stereo& out, Centre 
 
 }  // namespace
 
-void playRiser(std::span<const Note> notes, Stereo& out) {
-    for (const Note& note : notes) {
-        const auto centre = [&](const Moment& now) {
-            const float hertz = 260 * std::exp2((2 + 3 * note.brightness) * now.way);
-            return Sides{hertz, hertz * 1.05f};
-        };
-        const auto level = [&](const Moment& now) { return note.velocity * now.way * now.way * now.ending; };
-        blow(note, 41, 1.6f, out, centre, level);
-    }
+void playRiser(const Note& note, Stereo& out) {
+    const auto centre = [&](const Moment& now) {
+        const float hertz = 260 * std::exp2((2 + 3 * note.brightness) * now.way);
+        return Sides{hertz, hertz * 1.05f};
+    };
+    const auto level = [&](const Moment& now) { return note.velocity * now.way * now.way * now.ending; };
+    blow(note, 41, 1.6f, out, centre, level);
 }
 
-void playClimb(std::span<const Note> notes, Stereo& out) {
-    for (const Note& note : notes) {
-        Supersaw saws(0.25f, 0.5f, 7);
-        Both<Ladder> filter;
-        const size_t at = frameAt(note.start), frames = frameAt(note.length);
-        for (size_t i = 0; i < frames && at + i < out.frames(); i++) {
-            const float way = float(i) / frames;
-            if (i % tuningInterval == 0) {
-                saws.tune(hertzOf(note.pitch + 12 * way));
-                filter.tune(300 * std::exp2((2 + 3 * note.brightness) * way), 0.5f);
-            }
-            // Sixteen gates a note in its first half, as many in the next quarter, and so on.
-            const float gates = -16 * std::log2(std::max(1.0f / 32, 1 - way)) / (note.length > 3 ? 1 : 2);
-            const float turn = gates - std::floor(gates);
-            const float open = std::min(1.0f, 8 * turn) * std::min(1.0f, 3 * (1 - turn));
-            const float swell = note.velocity * (0.2f + 0.8f * way * way) *
-                                std::min(1.0f, float(frames - i) / 200) * (0.25f + 0.75f * open);
-            out.add(at + i, swell * filter.next(saws.next()));
+void playClimb(const Note& note, Stereo& out) {
+    Supersaw saws(0.25f, 0.5f, 7);
+    Both<Ladder> filter;
+    const size_t at = frameAt(note.start), frames = frameAt(note.length);
+    for (size_t i = 0; i < frames && at + i < out.frames(); i++) {
+        const float way = float(i) / frames;
+        if (i % tuningInterval == 0) {
+            saws.tune(hertzOf(note.pitch + 12 * way));
+            filter.tune(300 * std::exp2((2 + 3 * note.brightness) * way), 0.5f);
         }
+        // Sixteen gates a note in its first half, as many in the next quarter, and so on.
+        const float gates = -16 * std::log2(std::max(1.0f / 32, 1 - way)) / (note.length > 3 ? 1 : 2);
+        const float turn = gates - std::floor(gates);
+        const float open = std::min(1.0f, 8 * turn) * std::min(1.0f, 3 * (1 - turn));
+        const float swell = note.velocity * (0.2f + 0.8f * way * way) *
+                            std::min(1.0f, float(frames - i) / 200) * (0.25f + 0.75f * open);
+        out.add(at + i, swell * filter.next(saws.next()));
     }
 }
 
-void playFall(std::span<const Note> notes, Stereo& out) {
+void playFall(const Note& note, Stereo& out) {
     const auto centre = [](const Moment& now) {
         const float hertz = 9000 * std::exp2(-5 * now.way);
         return Sides{hertz, hertz * 0.92f};
     };
-    for (const Note& note : notes) {
-        const auto level = [&](const Moment& now) { return note.velocity * (1 - now.way) * (1 - now.way); };
-        blow(note, 43, 0.9f, out, centre, level);
-    }
+    const auto level = [&](const Moment& now) { return note.velocity * (1 - now.way) * (1 - now.way); };
+    blow(note, 43, 0.9f, out, centre, level);
 }
 
-void playReverse(std::span<const Note> notes, Stereo& out) {
+void playReverse(const Note& note, Stereo& out) {
     Stereo crash = crashCymbal(2.2f, 61);
     std::reverse(crash.left.begin(), crash.left.end());
     std::reverse(crash.right.begin(), crash.right.end());
-    for (const Note& note : notes) {
-        const size_t frames = std::min(frameAt(note.length), crash.frames());
-        Stereo part = sliceOf(crash, crash.frames() - frames, crash.frames());
-        fadeEnds(part, note.length * 0.3f, 0.002f);
-        mixAt(out, part, std::ptrdiff_t(frameAt(note.start)), note.velocity);
-    }
+    const size_t frames = std::min(frameAt(note.length), crash.frames());
+    Stereo part = sliceOf(crash, crash.frames() - frames, crash.frames());
+    fadeEnds(part, note.length * 0.3f, 0.002f);
+    mixAt(out, part, std::ptrdiff_t(frameAt(note.start)), note.velocity);
 }
 
-void playWind(std::span<const Note> notes, Stereo& out) {
-    for (const Note& note : notes) {
-        const float middle = 400 * std::exp2(4 * note.brightness);
-        const auto drifting = [&](float turns) { return middle * std::exp2(0.7f * sineOf(turns)); };
-        const auto centre = [&](const Moment& now) {
-            return Sides{drifting(0.13f * now.seconds), drifting(0.13f * now.seconds + 0.05f)};
-        };
-        const auto level = [&](const Moment& now) {
-            const float drift = 0.4f * sineOf(0.17f * now.seconds);
-            return note.velocity * sineOf(now.way / 2) * Sides{1 - drift, 1 + drift};
-        };
-        blow(note, 51, 4, out, centre, level);
-    }
+void playWind(const Note& note, Stereo& out) {
+    const float middle = 400 * std::exp2(4 * note.brightness);
+    const auto drifting = [&](float turns) { return middle * std::exp2(0.7f * sineOf(turns)); };
+    const auto centre = [&](const Moment& now) {
+        return Sides{drifting(0.13f * now.seconds), drifting(0.13f * now.seconds + 0.05f)};
+    };
+    const auto level = [&](const Moment& now) {
+        const float drift = 0.4f * sineOf(0.17f * now.seconds);
+        return note.velocity * sineOf(now.way / 2) * Sides{1 - drift, 1 + drift};
+    };
+    blow(note, 51, 4, out, centre, level);
 }
 
 }  // namespace audio

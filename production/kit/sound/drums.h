@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <span>
 #include <vector>
 
 #include "production/kit/sound/instrument.h"
@@ -45,16 +44,16 @@ Instrument struck(std::vector<Stereo> takes, float base = 0);
 
 // Three ways up: noise that climbs for the length of the note, loudest at its end; saws that climb an octave
 // from the note's pitch, cut into ever shorter pieces; and playReverse. Brightness is how high they open.
-void playRiser(std::span<const Note> notes, Stereo& out);
-void playClimb(std::span<const Note> notes, Stereo& out);
+void playRiser(const Note& note, Stereo& out);
+void playClimb(const Note& note, Stereo& out);
 
 // The way down: noise that sinks and fades.
-void playFall(std::span<const Note> notes, Stereo& out);
+void playFall(const Note& note, Stereo& out);
 
 // A cymbal played backwards that ends where the note ends.
-void playReverse(std::span<const Note> notes, Stereo& out);
+void playReverse(const Note& note, Stereo& out);
 
 // Wind that swells and fades over the note and drifts between the sides. Brightness is its pitch.
-void playWind(std::span<const Note> notes, Stereo& out);
+void playWind(const Note& note, Stereo& out);
 
 }  // namespace audio

@@ -13,4 +13,11 @@ namespace audio {
 // frame.
 using Instrument = std::function<void(std::span<const Note>, Stereo&)>;
 
+// An instrument that plays each note by itself.
+inline Instrument eachBy(const std::function<void(const Note&, Stereo&)>& play) {
+    return [play](std::span<const Note> notes, Stereo& out) {
+        for (const Note& note : notes) play(note, out);
+    };
+}
+
 }  // namespace audio

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <span>
 
 #include "production/kit/sound/filter.h"
 #include "production/kit/sound/oscillator.h"
@@ -35,25 +36,27 @@ void playNote(const Note& note, const Adsr& shape, float voiceGain, size_t inter
     }
 }
 
-void playSaws(const SawVoice& voice, std::span<const Note> notes, Stereo& out) {
-    for (const Note& note : notes) {
-        Decay closing(voice.sweep);
-        Supersaw saws(voice.detune, voice.spread, seedOf(note));
-        saws.tune(hertzOf(note.pitch));
-        Both<StateVariable> filter;
-        const float open = between(voice.darkest, voice.brightest, note.brightness);
-        const float closed = std::min(open, 1.5f * hertzOf(note.pitch));
-        const float bloom = voice.bloom * sampleRate;
-        const auto tune = [&](size_t frame) {
-            const float way = voice.sweep > 0 ? closing.next(tuningInterval) : 1;
-            const float opened = bloom > 0 ? std::min(1.0f, float(frame) / bloom) : 1;
-            const float cut = closed + (open - closed) * way * opened;
-            filter.tune({cut, cut * 1.04f}, voice.resonance);
-        };
-        playNote(note, voice.level, voice.gain, tuningInterval, out, tune,
-                 [&] { return filter.low(saws.next()); });
-    }
+}  // namespace
+
+void play(const SawVoice& voice, const Note& note, Stereo& out) {
+    Decay closing(voice.sweep);
+    Supersaw saws(voice.detune, voice.spread, seedOf(note));
+    saws.tune(hertzOf(note.pitch));
+    Both<StateVariable> filter;
+    const float open = between(voice.darkest, voice.brightest, note.brightness);
+    const float closed = std::min(open, 1.5f * hertzOf(note.pitch));
+    const float bloom = voice.bloom * sampleRate;
+    const auto tune = [&](size_t frame) {
+        const float way = voice.sweep > 0 ? closing.next(tuningInterval) : 1;
+        const float opened = bloom > 0 ? std::min(1.0f, float(frame) / bloom) : 1;
+        const float cut = closed + (open - closed) * way * opened;
+        filter.tune({cut, cut * 1.04f}, voice.resonance);
+    };
+    playNote(note, voice.level, voice.gain, tuningInterval, out, tune,
+             [&] { return filter.low(saws.next()); });
 }
+
+namespace {
 
 // Plays notes that touch as one bow stroke; a stressed note, or the same pitch again, is struck anew.
 void playPhrase(const LeadVoice& voice, std::span<const Note> phrase, Stereo& out) {
@@ -99,17 +102,23 @@ void playPhrase(const LeadVoice& voice, std::span<const Note> phrase, Stereo& ou
     }
 }
 
-void playLead(const LeadVoice& voice, std::span<const Note> notes, Stereo& out) {
-    constexpr double touching = 0.01;  // seconds
-    for (size_t first = 0; first < notes.size();) {
-        size_t last = first;
-        while (last + 1 < notes.size() &&
-               notes[last + 1].start < notes[last].start + notes[last].length + touching)
-            last++;
-        playPhrase(voice, notes.subspan(first, last - first + 1), out);
-        first = last + 1;
-    }
+}  // namespace
+
+Instrument playedBy(const LeadVoice& voice) {
+    return [voice](std::span<const Note> notes, Stereo& out) {
+        constexpr double touching = 0.01;  // seconds
+        for (size_t first = 0; first < notes.size();) {
+            size_t last = first;
+            while (last + 1 < notes.size() &&
+                   notes[last + 1].start < notes[last].start + notes[last].length + touching)
+                last++;
+            playPhrase(voice, notes.subspan(first, last - first + 1), out);
+            first = last + 1;
+        }
+    };
 }
+
+namespace {
 
 // What a bass has on each side. Both begin their turns together: what is apart at the start cancels in the
 // middle.
@@ -119,55 +128,54 @@ struct BassSaws {
     float next(float step) { return saw.saw(step) + 0.6f * high.pulse(2 * step, 0.4f); }
 };
 
-void playBass(const BassVoice& voice, std::span<const Note> notes, Stereo& out) {
-    for (const Note& note : notes) {
-        Decay closing(voice.sweep);
-        Wave sub;
-        BassSaws left, right;
-        Both<Ladder> filter;
-        const float hertz = hertzOf(note.pitch), bend = std::exp2(voice.detune / 24);
-        const float leftStep = stepOf(hertz / bend), rightStep = stepOf(hertz * bend);
-        const float open = between(voice.darkest, voice.brightest, note.brightness);
-        const float drive = gainOf(voice.drive), back = 1 / std::sqrt(drive);
-        const auto tune = [&](size_t) {
-            const float way = voice.sweep > 0 ? closing.next(tuningInterval) : 1;
-            filter.tune(80 + open * (0.12f + 0.88f * way), voice.resonance);
-        };
-        playNote(note, voice.level, voice.gain, tuningInterval, out, tune, [&] {
-            const Sides saws = {left.next(leftStep), right.next(rightStep)};
-            return voice.sub * sub.sine(stepOf(hertz)) + back * filter.next(0.5f * drive * saws);
-        });
+}  // namespace
+
+void play(const BassVoice& voice, const Note& note, Stereo& out) {
+    Decay closing(voice.sweep);
+    Wave sub;
+    BassSaws left, right;
+    Both<Ladder> filter;
+    const float hertz = hertzOf(note.pitch), bend = std::exp2(voice.detune / 24);
+    const float leftStep = stepOf(hertz / bend), rightStep = stepOf(hertz * bend);
+    const float open = between(voice.darkest, voice.brightest, note.brightness);
+    const float drive = gainOf(voice.drive), back = 1 / std::sqrt(drive);
+    const auto tune = [&](size_t) {
+        const float way = voice.sweep > 0 ? closing.next(tuningInterval) : 1;
+        filter.tune(80 + open * (0.12f + 0.88f * way), voice.resonance);
+    };
+    playNote(note, voice.level, voice.gain, tuningInterval, out, tune, [&] {
+        const Sides saws = {left.next(leftStep), right.next(rightStep)};
+        return voice.sub * sub.sine(stepOf(hertz)) + back * filter.next(0.5f * drive * saws);
+    });
+}
+
+void play(const BellVoice& voice, const Note& note, Stereo& out) {
+    // High bells die sooner, as real ones do.
+    const float fall = voice.fall * std::exp2((72 - note.pitch) / 36);
+    const size_t from = frameAt(note.start), rise = 40;
+    const size_t end = std::min(out.frames(), from + frameAt(fall * 1.6f));
+    const float bend = std::exp2(voice.shimmer / 24);
+    const std::array<float, 2> steps = {stepOf(hertzOf(note.pitch) / bend),
+                                        stepOf(hertzOf(note.pitch) * bend)};
+    std::array<float, 2> carrier{}, modulator{};
+    Decay level(fall), index(voice.indexFall), stroke(0.04f);
+    for (size_t i = from; i < end; i++) {
+        const float attack = std::min(1.0f, float(i - from) / rise) * std::min(1.0f, float(end - i) / 2000);
+        const float loudness = voice.gain * note.velocity * attack * level.next();
+        const float turns =
+            voice.index * (0.2f + 0.8f * note.brightness) * index.next() + 0.05f * stroke.next();
+        for (int side = 0; side < 2; side++) {
+            carrier[side] += steps[side];
+            modulator[side] += steps[side] * voice.ratio;
+            carrier[side] -= carrier[side] >= 1 ? 1.0f : 0.0f;
+            modulator[side] -= std::floor(modulator[side]);
+        }
+        out.add(i, loudness * Sides{sineOf(carrier[0] + turns * sineOf(modulator[0])),
+                                    sineOf(carrier[1] + turns * sineOf(modulator[1]))});
     }
 }
 
-void playBells(const BellVoice& voice, std::span<const Note> notes, Stereo& out) {
-    for (const Note& note : notes) {
-        // High bells die sooner, as real ones do.
-        const float fall = voice.fall * std::exp2((72 - note.pitch) / 36);
-        const size_t from = frameAt(note.start), rise = 40;
-        const size_t end = std::min(out.frames(), from + frameAt(fall * 1.6f));
-        const float bend = std::exp2(voice.shimmer / 24);
-        const std::array<float, 2> steps = {stepOf(hertzOf(note.pitch) / bend),
-                                            stepOf(hertzOf(note.pitch) * bend)};
-        std::array<float, 2> carrier{}, modulator{};
-        Decay level(fall), index(voice.indexFall), stroke(0.04f);
-        for (size_t i = from; i < end; i++) {
-            const float attack =
-                std::min(1.0f, float(i - from) / rise) * std::min(1.0f, float(end - i) / 2000);
-            const float loudness = voice.gain * note.velocity * attack * level.next();
-            const float turns =
-                voice.index * (0.2f + 0.8f * note.brightness) * index.next() + 0.05f * stroke.next();
-            for (int side = 0; side < 2; side++) {
-                carrier[side] += steps[side];
-                modulator[side] += steps[side] * voice.ratio;
-                carrier[side] -= carrier[side] >= 1 ? 1.0f : 0.0f;
-                modulator[side] -= std::floor(modulator[side]);
-            }
-            out.add(i, loudness * Sides{sineOf(carrier[0] + turns * sineOf(modulator[0])),
-                                        sineOf(carrier[1] + turns * sineOf(modulator[1]))});
-        }
-    }
-}
+namespace {
 
 // Formants of a man's voice (Hz, dB), after the tables of the sung vowels.
 struct Vowel {
@@ -206,28 +214,30 @@ struct Formants {
     }
 };
 
-void sing(const SingingVoice& voice, std::span<const Note> notes, Stereo& out) {
+}  // namespace
+
+void play(const SingingVoice& voice, const Note& note, Stereo& out) {
     constexpr size_t interval = 4 * tuningInterval;
-    for (const Note& note : notes) {
-        const uint32_t seed = seedOf(note);
-        Noise noise(seed);
-        Supersaw saws(0.13f, 0.7f, seed);
-        Both<Formants> mouth;
-        // Higher voices sit in smaller heads.
-        const float size = std::exp2((note.pitch - 55) / 60);
-        float swing = 0.1f * float(seed % 7);
-        const auto tune = [&](size_t frame) {
-            const float seconds = float(frame) / sampleRate;
-            const float open = voice.opening > 0 ? std::min(1.0f, seconds / voice.opening) : 1;
-            mouth.left.shape(note.brightness * open, size);
-            mouth.right.shape(note.brightness * open, size * 1.02f);
-            swing += stepOf(5.2f) * interval;
-            saws.tune(hertzOf(note.pitch + voice.vibrato * std::min(1.0f, seconds * 2) * sineOf(swing)));
-        };
-        playNote(note, voice.level, voice.gain, interval, out, tune,
-                 [&] { return mouth.next(saws.next() + voice.breath * noise.next()); });
-    }
+    const uint32_t seed = seedOf(note);
+    Noise noise(seed);
+    Supersaw saws(0.13f, 0.7f, seed);
+    Both<Formants> mouth;
+    // Higher voices sit in smaller heads.
+    const float size = std::exp2((note.pitch - 55) / 60);
+    float swing = 0.1f * float(seed % 7);
+    const auto tune = [&](size_t frame) {
+        const float seconds = float(frame) / sampleRate;
+        const float open = voice.opening > 0 ? std::min(1.0f, seconds / voice.opening) : 1;
+        mouth.left.shape(note.brightness * open, size);
+        mouth.right.shape(note.brightness * open, size * 1.02f);
+        swing += stepOf(5.2f) * interval;
+        saws.tune(hertzOf(note.pitch + voice.vibrato * std::min(1.0f, seconds * 2) * sineOf(swing)));
+    };
+    playNote(note, voice.level, voice.gain, interval, out, tune,
+             [&] { return mouth.next(saws.next() + voice.breath * noise.next()); });
 }
+
+namespace {
 
 // A torn sound through a mouth, with the hiss of its tearing.
 struct Throat {
@@ -241,7 +251,9 @@ struct Throat {
     float next(float torn, float hiss) { return mouth.next(torn) + hiss * teeth.band(torn); }
 };
 
-void playGrowl(const GrowlVoice& voice, const Note& note, Stereo& out) {
+}  // namespace
+
+void play(const GrowlVoice& voice, const Note& note, Stereo& out) {
     Wave saw(0.1f), low(0.3f), left(0.2f), right(0.2f);
     Ladder body;
     Throat throat, leftThroat, rightThroat;
@@ -274,72 +286,34 @@ void playGrowl(const GrowlVoice& voice, const Note& note, Stereo& out) {
     });
 }
 
-void playGrowls(const GrowlVoice& voice, std::span<const Note> notes, Stereo& out) {
-    for (const Note& note : notes) playGrowl(voice, note, out);
-}
-
-// An instrument of a voice and the function that plays it.
-template <class Voice>
-Instrument instrumentOf(void (*play)(const Voice&, std::span<const Note>, Stereo&), const Voice& voice) {
-    return [=](std::span<const Note> notes, Stereo& out) { play(voice, notes, out); };
-}
-
-}  // namespace
-
-Instrument playedBy(const SawVoice& voice) {
-    return instrumentOf(playSaws, voice);
-}
-
-Instrument playedBy(const LeadVoice& voice) {
-    return instrumentOf(playLead, voice);
-}
-
-Instrument playedBy(const BassVoice& voice) {
-    return instrumentOf(playBass, voice);
-}
-
-Instrument playedBy(const BellVoice& voice) {
-    return instrumentOf(playBells, voice);
-}
-
-Instrument playedBy(const GrowlVoice& voice) {
-    return instrumentOf(playGrowls, voice);
-}
-
-Instrument playedBy(const SingingVoice& voice) {
-    return instrumentOf(sing, voice);
-}
-
-void playDrone(std::span<const Note> notes, Stereo& out) {
+void playDrone(const Note& note, Stereo& out) {
     constexpr int partials = 14;
     constexpr size_t interval = 8 * tuningInterval;
-    for (const Note& note : notes) {
-        Noise chance(seedOf(note));
-        std::array<float, partials> phase{}, wander, rate, place, step, gain{};
-        for (int k = 0; k < partials; k++) {
-            wander[k] = chance.next();
-            rate[k] = 0.11f + 0.08f * chance.next();
-            place[k] = k == 0 ? 0 : chance.next();
-            step[k] = stepOf(hertzOf(note.pitch) * (k + 1) * (1 + 0.0015f * chance.next()));
-        }
-        // Each partial swells on its own; the tilt between low and high ones is the brightness.
-        const auto tune = [&](size_t) {
-            for (int k = 0; k < partials; k++) {
-                wander[k] += stepOf(rate[k]) * interval;
-                const float swell = std::max(0.0f, 0.4f + 0.6f * sineOf(wander[k]));
-                gain[k] = (k == 0 ? 1 : swell) * std::pow(0.35f + 0.6f * note.brightness, float(k));
-            }
-        };
-        playNote(note, {1.5f, 1, 1, 1.2f}, 0.3f, interval, out, tune, [&] {
-            Sides sum = 0;
-            for (int k = 0; k < partials; k++) {
-                phase[k] += step[k];
-                phase[k] -= phase[k] >= 1 ? 1.0f : 0.0f;
-                sum = sum + gain[k] * sineOf(phase[k]) * Sides{1 - place[k], 1 + place[k]};
-            }
-            return sum;
-        });
+    Noise chance(seedOf(note));
+    std::array<float, partials> phase{}, wander, rate, place, step, gain{};
+    for (int k = 0; k < partials; k++) {
+        wander[k] = chance.next();
+        rate[k] = 0.11f + 0.08f * chance.next();
+        place[k] = k == 0 ? 0 : chance.next();
+        step[k] = stepOf(hertzOf(note.pitch) * (k + 1) * (1 + 0.0015f * chance.next()));
     }
+    // Each partial swells on its own; the tilt between low and high ones is the brightness.
+    const auto tune = [&](size_t) {
+        for (int k = 0; k < partials; k++) {
+            wander[k] += stepOf(rate[k]) * interval;
+            const float swell = std::max(0.0f, 0.4f + 0.6f * sineOf(wander[k]));
+            gain[k] = (k == 0 ? 1 : swell) * std::pow(0.35f + 0.6f * note.brightness, float(k));
+        }
+    };
+    playNote(note, {1.5f, 1, 1, 1.2f}, 0.3f, interval, out, tune, [&] {
+        Sides sum = 0;
+        for (int k = 0; k < partials; k++) {
+            phase[k] += step[k];
+            phase[k] -= phase[k] >= 1 ? 1.0f : 0.0f;
+            sum = sum + gain[k] * sineOf(phase[k]) * Sides{1 - place[k], 1 + place[k]};
+        }
+        return sum;
+    });
 }
 
 }  // namespace audio

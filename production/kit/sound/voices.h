@@ -1,9 +1,8 @@
-// Pitched instruments. Each plays its notes into a stretch of sound, adding to what is there: velocity is
-// loudness, brightness (0..1) opens its filter or whatever it has in the place of one.
+// Pitched instruments. Each adds its notes to a stretch of sound: velocity is loudness, brightness (0..1)
+// opens its filter or whatever it has in the place of one.
 #pragma once
 
 #include <array>
-#include <span>
 
 #include "production/kit/sound/envelope.h"
 #include "production/kit/sound/instrument.h"
@@ -20,7 +19,7 @@ struct SawVoice {
     float detune, spread;      // as in Supersaw
     float gain;
 };
-Instrument playedBy(const SawVoice& voice);
+void play(const SawVoice& voice, const Note& note, Stereo& out);
 
 // One note at a time: notes that touch are bound, the pitch gliding from one to the next. A note that is
 // stressed after a softer one, or repeats a pitch, is struck anew.
@@ -48,7 +47,7 @@ struct BassVoice {
     float drive;               // dB into the rounding of the saws
     float gain;
 };
-Instrument playedBy(const BassVoice& voice);
+void play(const BassVoice& voice, const Note& note, Stereo& out);
 
 // Two sines, one bending the other's phase (frequency modulation; Chowning 1973): bells and glass.
 struct BellVoice {
@@ -58,7 +57,7 @@ struct BellVoice {
     float shimmer;           // semitones between the sides
     float gain;
 };
-Instrument playedBy(const BellVoice& voice);
+void play(const BellVoice& voice, const Note& note, Stereo& out);
 
 // A torn saw through a mouth that opens and closes in time with the song. Brightness is how far.
 struct GrowlVoice {
@@ -74,7 +73,7 @@ struct GrowlVoice {
     float detune;  // semitones between the sides
     float gain;
 };
-Instrument playedBy(const GrowlVoice& voice);
+void play(const GrowlVoice& voice, const Note& note, Stereo& out);
 
 // Saws through four formants. Brightness chooses the vowel: 0 u, 0.25 o, 0.5 a, 0.75 e, 1 i.
 struct SingingVoice {
@@ -84,9 +83,15 @@ struct SingingVoice {
     float breath;   // 0..1, noise among the saws
     float gain;
 };
-Instrument playedBy(const SingingVoice& voice);
+void play(const SingingVoice& voice, const Note& note, Stereo& out);
 
 // Partials of one long note that come and go on their own, each at its own place between the sides.
-void playDrone(std::span<const Note> notes, Stereo& out);
+void playDrone(const Note& note, Stereo& out);
+
+// An instrument of a voice above whose notes know nothing of each other.
+template <class Voice>
+Instrument playedBy(const Voice& voice) {
+    return eachBy([voice](const Note& note, Stereo& out) { play(voice, note, out); });
+}
 
 }  // namespace audio
