@@ -1,67 +1,49 @@
 #include "production/shaders/shader_check.h"
 
-#include <fcntl.h>
-#include <spawn.h>
 #include <stdlib.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
 #include <cstdio>
 #include <filesystem>
 #include <mutex>
 #include <optional>
 #include <sstream>
-#include <vector>
 
 namespace fs = std::filesystem;
 
 namespace {
 
-constexpr char compiler[] = "glslangValidator";
-
-// What a program prints to either output, whatever it ends with; nothing if it can't be run.
-std::optional<std::string> outputOf(std::vector<std::string> words) {
-    int ends[2];
-    if (pipe2(ends, O_CLOEXEC) != 0) return std::nullopt;
-    std::vector<char*> arguments;
-    for (std::string& word : words) arguments.push_back(word.data());
-    arguments.push_back(nullptr);
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
-    posix_spawn_file_actions_adddup2(&actions, ends[1], STDERR_FILENO);
-    pid_t process;
-    const bool runs = posix_spawnp(&process, arguments[0], &actions, nullptr, arguments.data(), environ) == 0;
-    posix_spawn_file_actions_destroy(&actions);
-    close(ends[1]);
-    std::string output;
-    char part[4096];
-    for (ssize_t size; runs && (size = read(ends[0], part, sizeof part)) > 0;) output.append(part, size);
-    close(ends[0]);
-    if (!runs) return std::nullopt;
-    waitpid(process, nullptr, 0);
-    return output;
-}
-
 // The compiler tells a shader's stage by its file's ending, which is not the one that the show reads.
 struct StagedLinks {
     std::error_code error;
     std::string folder = fs::temp_directory_path(error) / "shadersXXXXXX";
-    std::string vertex, fragment;
+    bool made = false;
 
-    StagedLinks(const std::string& vertexSource, const std::string& fragmentSource) {
-        if (error || !mkdtemp(folder.data())) return;
-        vertex = folder + "/program.vert";
-        fragment = folder + "/program.frag";
-        fs::create_symlink(fs::absolute(vertexSource), vertex, error);
-        fs::create_symlink(fs::absolute(fragmentSource), fragment, error);
+    StagedLinks(const std::string& vertex, const std::string& fragment) {
+        made = !error && mkdtemp(folder.data());
+        if (!made) return;
+        fs::create_symlink(fs::absolute(vertex), folder + "/a.vert", error);
+        fs::create_symlink(fs::absolute(fragment), folder + "/a.frag", error);
     }
     ~StagedLinks() {
-        if (!vertex.empty()) fs::remove_all(folder, error);
+        if (made) fs::remove_all(folder, error);
     }
     StagedLinks(const StagedLinks&) = delete;
     StagedLinks& operator=(const StagedLinks&) = delete;
 };
+
+// What the compiler says of the shaders in a folder; nothing if there is none.
+std::optional<std::string> compilersWords(const std::string& folder) {
+    setenv("SHADERS", folder.c_str(), 1);
+    FILE* pipe = popen("cd \"$SHADERS\" && glslangValidator -d -l a.vert a.frag 2>&1", "r");
+    std::string words;
+    char part[4096];
+    while (const size_t size = pipe ? fread(part, 1, sizeof part, pipe) : 0) words.append(part, size);
+    constexpr int notFound = 127;  // that is how a shell ends
+    const int status = pipe ? pclose(pipe) : -1;
+    if (status < 0 || !WIFEXITED(status) || WEXITSTATUS(status) == notFound) return std::nullopt;
+    return words;
+}
 
 void sayOnce(const char* line) {
     static std::once_flag said;
@@ -72,12 +54,12 @@ void sayOnce(const char* line) {
 
 std::string shaderFaults(const std::string& vertex, const std::string& fragment) {
     const StagedLinks staged(vertex, fragment);
-    if (staged.vertex.empty()) {
+    if (!staged.made) {
         sayOnce("The shaders are not checked: there is no place for temporary files");
         return {};
     }
-    const auto output = outputOf({compiler, "-d", "-l", staged.vertex, staged.fragment});
-    if (!output) {
+    const auto words = compilersWords(staged.folder);
+    if (!words) {
         sayOnce("The shaders are not checked: there is no glslangValidator (Debian's glslang-tools)");
         return {};
     }
@@ -85,10 +67,10 @@ std::string shaderFaults(const std::string& vertex, const std::string& fragment)
     // Those of the pair have no line and go on in lines that are indented; they mean nothing while there are
     // others.
     std::string faults, faultsOfPair, file, line;
-    for (std::istringstream lines(*output); std::getline(lines, line);) {
+    for (std::istringstream lines(*words); std::getline(lines, line);) {
         int number = 0, begin = 0;
-        if (line.find(staged.vertex) != std::string::npos) file = vertex;
-        if (line.find(staged.fragment) != std::string::npos) file = fragment;
+        if (line.find("a.vert") != std::string::npos) file = vertex;
+        if (line.find("a.frag") != std::string::npos) file = fragment;
         while (line.ends_with(" ")) line.pop_back();
         if (sscanf(line.c_str(), "ERROR: %*[^:]:%d: %n", &number, &begin) == 1 && begin > 0) {
             if (line.find("compilation terminated") == std::string::npos)
