@@ -28,7 +28,7 @@ double figureOf(const std::string& report, const char* label) {
 Loudness measure(const std::string& input) {
     const std::string report =
         outputOf("ffmpeg -hide_banner -nostats " + input + " -af ebur128=peak=true -f null - 2>&1");
-    return {figureOf(report, "I:"), figureOf(report, "LRA:"), figureOf(report, "Peak:")};
+    return {figureOf(report, "I:"), figureOf(report, "Peak:")};
 }
 
 Loudness measure(const Stereo& sound) {
@@ -56,4 +56,14 @@ double levelOf(const Stereo& sound, double from, double to) {
     for (size_t i = first; i < end; i++)
         sum += sound.left[i] * sound.left[i] + sound.right[i] * sound.right[i];
     return 10 * std::log10(sum / (2.0 * double(std::max<size_t>(1, end - first))));
+}
+
+double correlationOf(const Stereo& sound) {
+    double product = 0, left = 0, right = 0;
+    for (size_t i = 0; i < sound.frames(); i++) {
+        product += sound.left[i] * sound.right[i];
+        left += sound.left[i] * sound.left[i];
+        right += sound.right[i] * sound.right[i];
+    }
+    return product / std::sqrt(left * right + 1e-20);
 }

@@ -7,7 +7,7 @@
 #include "production/kit/sound/signal.h"
 
 struct Loudness {
-    double integrated = 0, range = 0, truePeak = 0;  // LUFS, LU, dBTP
+    double integrated = 0, truePeak = 0;  // LUFS, dBTP
 };
 // The file as ffmpeg is to read it: a quoted path, behind options where its name doesn't tell what it is.
 Loudness measure(const std::string& input);
@@ -19,3 +19,6 @@ audio::Stereo decode(const std::string& path);
 
 // Mean square of both sides between two times in seconds, in dB of full scale.
 double levelOf(const audio::Stereo& sound, double from, double to);
+
+// How alike the sides are, from -1 to 1.
+double correlationOf(const audio::Stereo& sound);

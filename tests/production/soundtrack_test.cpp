@@ -44,17 +44,6 @@ const Finished& made() {
     return whole;
 }
 
-// How alike the sides are, from -1 to 1.
-double correlationOf(const Stereo& sound) {
-    double product = 0, left = 0, right = 0;
-    for (size_t i = 0; i < sound.frames(); i++) {
-        product += sound.left[i] * sound.right[i];
-        left += sound.left[i] * sound.left[i];
-        right += sound.right[i] * sound.right[i];
-    }
-    return product / std::sqrt(left * right + 1e-20);
-}
-
 // Times at which the sound's edge, its second difference, is suddenly four times as strong as it was on
 // average over the 20 ms before.
 std::vector<double> findOnsets(const Stereo& sound) {
