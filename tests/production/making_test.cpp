@@ -1,5 +1,4 @@
 // How products are made and laid, in a small production of its own: real sources, ninja and compilers.
-#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <unistd.h>
@@ -20,16 +19,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A program that runs beside the test, and the file with what it says.
-pid_t startLogged(const std::vector<std::string>& words, const std::string& log) {
-    const int file = open(log.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
-    const pid_t process = startProcess(words, file, file);
-    close(file);
-    return process;
-}
-
-// Two products, each with a word of its own and one that both share. Compilers and makers wait while there is
-// a file "slow".
 class Making : public testing::Test {
 public:
     static inline std::unique_ptr<ScratchDirectory> scratch;
@@ -37,37 +26,17 @@ public:
 
     static void SetUpTestSuite() {
         scratch = std::make_unique<ScratchDirectory>();
-        save("CMakeLists.txt",
-             "cmake_minimum_required(VERSION 3.25)\nproject(small CXX)\n"
-             "include(" +
-                 fs::absolute("production/making/products.cmake").string() +
-                 ")\n"
-                 "include_directories(${CMAKE_SOURCE_DIR})\nadd_library(small STATIC one.cpp two.cpp)\n"
-                 "add_executable(lay IMPORTED)\n"
-                 "set_property(TARGET lay PROPERTY IMPORTED_LOCATION " BUILD_FOLDER
-                 "/lay)\n"
-                 "add_products(products.h small ${CMAKE_BINARY_DIR}/made)\n"
-                 "lay_products(${CMAKE_BINARY_DIR}/made ${CMAKE_SOURCE_DIR}/data)\n");
-        save("products.h",
-             "void makeOne(const char* path);\nvoid makeTwo(const char* path);\n"
-             "struct Product {\n    const char* file;\n    void (*make)(const char* path);\n};\n"
-             "inline constexpr Product products[] = {\n"
-             "    {\"number one.txt\", makeOne},\n    {\"two.txt\", makeTwo},\n};\n");
-        // What is slow to compile was read at the beginning and is written at the end.
-        save("wait", "if [ -e " + file("slow") + " ]; then touch " + file("reached") + "; fi\nwhile [ -e " +
-                         file("slow") + " ]; do sleep 0.02; done\n");
-        save("launcher", "#!/bin/sh\necho \"$*\" >>" + file("compiled") + "\n\"$@\" || exit\nsh " +
-                             file("wait") + "\nfor word; do case $word in *.o) touch $word ;; esac; done\n");
-        fs::permissions(file("launcher"), fs::perms::owner_all);
-        saveAll("word", "first", "second");
-        ASSERT_EQ(shell("cmake -S " + scratch->path.string() + " -B " + file("build") +
-                        " -G Ninja -DCMAKE_CXX_COMPILER_LAUNCHER=" + file("launcher"))
-                      .status,
-                  0);
+        const std::string root = scratch->path;
+        const Result small = shell("tests/production/small_production " + root + " $PWD/production/making " +
+                                   BUILD_FOLDER "/lay && cmake -S " + root + " -B " + root +
+                                   "/build -G Ninja -DCMAKE_CXX_COMPILER_LAUNCHER=" + root + "/launcher");
+        ASSERT_EQ(small.status, 0) << small.output;
     }
     static void TearDownTestSuite() { scratch.reset(); }
     void SetUp() override {
-        saveAll("word", "first", "second");
+        save("shared", "word");
+        save("one", "first");
+        save("two", "second");
         const Result first = build();
         ASSERT_EQ(first.status, 0) << first.output;
         ASSERT_EQ(data(), "first word, second word");
@@ -75,37 +44,25 @@ public:
     }
     void TearDown() override {
         if (other > 0) endProcess(other, SIGKILL);
-        for (const char* name : {"slow", "reached"}) fs::remove(file(name));
+        fs::remove(file("slow"));
     }
 
     static std::string file(const std::string& name) { return scratch->file(name); }
-    static void save(const std::string& name, const std::string& text) {
-        if (contentOf(file(name)) != text) scratch->write(name, text);
-    }
-    static void saveShared(const std::string& word) {
-        save("shared.h", "constexpr char shared[] = \"" + word + "\";\n");
-    }
-    static void saveOne(const std::string& word) { save("one.cpp", source("One", word)); }
-    static void saveTwo(const std::string& word) { save("two.cpp", source("Two", word)); }
-    static void saveAll(const std::string& shared, const std::string& first, const std::string& second) {
-        saveShared(shared);
-        saveOne(first);
-        saveTwo(second);
-    }
-    static std::string source(const std::string& name, const std::string& word) {
-        return "#include <cstdio>\n#include <cstdlib>\n#include \"shared.h\"\nvoid make" + name +
-               "(const char* path) {\n    system(\"echo " + name + " >>" + file("made") + "; sh " +
-               file("wait") + "\");\n    FILE* file = fopen(path, \"w\");\n    fprintf(file, \"" + word +
-               " %s\", shared);\n    fclose(file);\n}\n";
+    static void save(const std::string& header, const std::string& word, const std::string& comment = "") {
+        const std::string text = comment + "constexpr char word[] = \"" + word + "\";\n";
+        if (contentOf(file(header + ".h")) != text) scratch->write(header + ".h", text);
     }
     static Result build(const std::string& targets = "data") {
         return shell("ninja -C " + file("build") + " " + targets);
+    }
+    static pid_t startBuild(const std::string& log) {
+        return startShell("exec ninja -C " + file("build") + " data >" + log + " 2>&1");
     }
     // Begins a build that goes on until `finish`, from where its maker or its compiler is reached.
     void begin() {
         fs::remove(file("reached"));
         scratch->write("slow", "");
-        other = startLogged({"ninja", "-C", file("build"), "data"}, "/dev/null");
+        other = startBuild("/dev/null");
         ASSERT_TRUE(await(other, [] { return fs::exists(file("reached")); }));
     }
     void finish() {
@@ -126,15 +83,15 @@ public:
 };
 
 TEST_F(Making, IsDoneForWhatRestsOnTheChangeAndNothingElse) {
-    saveShared("thing");
+    save("shared", "thing");
     build();
     EXPECT_EQ(data(), "first thing, second thing");
     made();
-    saveTwo("other");
+    save("two", "other");
     build();
     EXPECT_EQ(data(), "first thing, other thing");
-    EXPECT_EQ(made(), "Two ");
-    save("shared.h", "// What they share.\nconstexpr char shared[] = \"thing\";\n");
+    EXPECT_EQ(made(), "two ");
+    save("shared", "thing", "// What they share.\n");
     const Result comment = build();
     EXPECT_NE(comment.output.find("one.cpp"), std::string::npos) << "compiled";
     EXPECT_EQ(comment.output.find("laid"), std::string::npos);
@@ -145,33 +102,33 @@ TEST_F(Making, IsDoneForWhatRestsOnTheChangeAndNothingElse) {
 }
 
 TEST_F(Making, SeesWhatIsSavedWhileItCompilesOrMakes) {
-    saveOne("early");
+    save("one", "early");
     begin();
     sleepSeconds(0.05);
-    saveOne("late");
+    save("one", "late");
     finish();
     EXPECT_EQ(data(), "early word, second word");
     build();
     EXPECT_EQ(data(), "late word, second word");
 
     // Compiled before the slowness begins.
-    saveTwo("early");
+    save("two", "early");
     ASSERT_EQ(build("make_two_txt").status, 0);
     made();
     begin();
-    saveTwo("late");
+    save("two", "late");
     finish();
     EXPECT_EQ(data(), "late word, early word");
     build();
     EXPECT_EQ(data(), "late word, late word");
-    EXPECT_EQ(made(), "Two Two ");
+    EXPECT_EQ(made(), "two two ");
 }
 
 TEST_F(Making, TwoAtOnceTakeTurns) {
-    saveShared("thing");
+    save("shared", "thing");
     begin();
     const std::string log = file("log");
-    const pid_t second = startLogged({"ninja", "-C", file("build"), "data"}, log);
+    const pid_t second = startBuild(log);
     const std::string line =
         "Waiting for ninja (pid " + std::to_string(other) + "), which builds here already\n";
     EXPECT_TRUE(await(second, [&] { return contentOf(log).find(line) != std::string::npos; }))
@@ -181,13 +138,13 @@ TEST_F(Making, TwoAtOnceTakeTurns) {
     EXPECT_EQ(data(), "first thing, second thing");
     // Once for both.
     const std::string names = made(), compiled = contentOf(file("compiled"));
-    EXPECT_TRUE(names == "One Two " || names == "Two One ") << names;
+    EXPECT_TRUE(names == "one two " || names == "two one ") << names;
     EXPECT_EQ(compiled.find("one.cpp.o -c"), compiled.rfind("one.cpp.o -c")) << compiled;
     EXPECT_EQ(contentOf(log).find("laid"), std::string::npos);
 }
 
 TEST_F(Making, StoppedInTheMiddleLeavesTheLastState) {
-    saveShared("other");
+    save("shared", "other");
     ASSERT_EQ(build("make_number_one_txt make_two_txt").status, 0);
     for (const int signal : {SIGTERM, SIGKILL}) {
         begin();
@@ -301,7 +258,8 @@ TEST_F(Laying, WaitsForWhoLoadsWithALine) {
     pid_t process = -1;
     {
         const FolderLock loading(folder, FolderLock::reading), too(folder, FolderLock::reading);
-        process = startLogged({BUILD_FOLDER "/lay", scratch.file("made"), folder, "a b.png"}, log);
+        process = startShell("exec " BUILD_FOLDER "/lay " + scratch.file("made") + " " + folder.string() +
+                             " 'a b.png' >" + log + " 2>&1");
         EXPECT_TRUE(await(process, [&] { return !contentOf(log).empty(); }));
         EXPECT_EQ(data(), "1, 1");
     }
