@@ -57,7 +57,7 @@ void silence(Stereo& sound, std::ptrdiff_t from, std::ptrdiff_t to) {
     }
 }
 
-// start: seconds at which the mix begins.
+// start: seconds at which the mix begins. What began before is left out.
 void cutAndBlur(const Song& song, double start, Stereo& mix) {
     const double sixteenth = song.grid.sixteenth();
     for (const Cut& cut : cuts) {
@@ -70,12 +70,7 @@ void cutAndBlur(const Song& song, double start, Stereo& mix) {
     FilterSweep here = blur;
     here.from -= start;
     here.to -= start;
-    if (here.from < 0 && here.to > 0) {
-        const double way = -here.from / (here.to - here.from);
-        here.fromHertz *= float(std::pow(here.toHertz / here.fromHertz, way));
-        here.from = 0;
-    }
-    if (here.to > 0) sweepLowPass(mix, here);
+    if (here.from >= 0) sweepLowPass(mix, here);
 }
 
 }  // namespace
@@ -95,10 +90,12 @@ bool proofread(const Song& song) {
 }
 
 Finished finish(const Song& song, const Window& window) {
-    Stereo mix = perform(song, window);
-    cutAndBlur(song, double(window.from) / sampleRate, mix);
-    std::vector<float> gain = passMaster(song.mixer.master, mix);
-    return {std::move(mix), std::move(gain)};
+    constexpr double before = 4;  // seconds: longer than cuts and blur take
+    const size_t lead = std::min(window.from, frameAt(before)), from = window.from - lead;
+    Stereo mix = perform(song, {from, window.to});
+    cutAndBlur(song, double(from) / sampleRate, mix);
+    const std::vector<float> gain = passMaster(song.mixer.master, mix);
+    return {sliceOf(mix, lead, mix.frames()), {gain.begin() + long(lead), gain.end()}};
 }
 
 bool writeSoundtrack(const std::string& path, const Song& song, const Stereo& finished) {
