@@ -1,5 +1,6 @@
 #include "effects/cube_heap.h"
 
+#include "effects/fitting.h"
 #include "effects/surface.h"
 #include "render/random.h"
 
@@ -13,7 +14,6 @@ constexpr float bulge = 1.5f;
 constexpr float turnSpeed = 480;  // degrees per second
 constexpr float settleSpeed = 3;  // of the bulge, per second
 constexpr float spinSpeed = 25;   // of the heap, degrees per second
-constexpr float storey = 20;      // model units
 
 }  // namespace
 
@@ -64,7 +64,7 @@ void CubeHeap::draw() {
     for (int i = 0; i < cubeCount; i++) {
         const CubeState& cube = cubes[i];
         glPushMatrix();
-        glTranslatef(0, storey * i, 0);
+        glTranslatef(0, fitting::storey * i, 0);
         const bool turned = int(cube.angle) % 180 > 89;
         glScalef(turned ? 1 : cube.scale, 1, turned ? cube.scale : 1);
         glRotatef(cube.angle, 0, 1, 0);

@@ -17,11 +17,9 @@ constexpr double ballTurnX = 0.4;
 // Kept: one step of double precision beside ballTurnY * 180 / pi. Only a comparison of frames might notice.
 constexpr double ballTurnYDegrees = 17.1887338539247;
 constexpr double ballTurnXDegrees = ballTurnX * 180 / pi;
-constexpr Vec3 ballCentre = {0, 70, 0};
+constexpr Vec3 ballCentre = {0, fitting::ballHeight, 0};
 
 constexpr double sourceAngle = pi / Huone::beamSources;  // radians: half of what lies between two sources
-constexpr float sourceRadius = 120;
-constexpr float sourceHeight = 140;
 constexpr float beamSpread = 5;
 
 constexpr LightColours dimGreen = {{0.1f, 0.1f, 0.1f, 1}, {0.02f, 0.15f, 0.07f, 1}, {0.07f, 0.09f, 0.1f, 1}};
@@ -91,8 +89,8 @@ void Huone::moveBall() {
 
 Ray Huone::beam(int source, int aim) {
     const double angle = 2 * source * sourceAngle;
-    const Vec3 origin = {float(std::cos(angle) * sourceRadius), sourceHeight,
-                         float(std::sin(angle) * sourceRadius)};
+    const Vec3 origin = {float(std::cos(angle) * fitting::sourceRadius), fitting::sourceHeight,
+                         float(std::sin(angle) * fitting::sourceRadius)};
     // Along one line through the ball's centre that never moves.
     const Vec3 spread = {float(std::sin(9.0)), float(std::cos(6.8)), 0};
     Vec3 direction = ballCentre + aim * beamSpread * spread - origin;

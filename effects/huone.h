@@ -4,9 +4,10 @@
 
 #include "effects/beams.h"
 #include "effects/effect_base.h"
+#include "effects/fitting.h"
 
 struct Huone : EffectBase {
-    static constexpr int beamSources = 5;  // on a ring above the ball
+    static constexpr int beamSources = fitting::beamSources;
 
     bool beamsOn = true;  // false draws the room alone
     BeamCaster caster;    // instance 0 the room, 1 the ball, moved every frame

@@ -3,18 +3,17 @@
 #include <cmath>
 #include <numbers>
 
+#include "effects/fitting.h"
 #include "effects/surface.h"
 
 namespace {
 
-constexpr float fullRise = 180;       // model units
-constexpr float pedestalHeight = 94;  // model units
-constexpr float perPedestal = 1 / pedestalHeight;
+constexpr float fullRise = 180;  // model units
+constexpr float perPedestal = 1 / fitting::pedestalHeight;
 constexpr Material pedestalMaterial = {{0, 0, 0, 1}, {0.5f, 0, 0, 1}, {1, 1, 1, 1}, 10};
 constexpr Material bodyMaterial = {{0, 0, 0, 1}, {0.5f, 0, 0, 1}, {1, 1, 1, 1}, 80};
 constexpr Material robotMaterial = {{0.2f, 0.2f, 0.2f, 1}, {0.7f, 0.7f, 0.7f, 1}, {1, 1, 1, 1}, 20};
 
-constexpr float discRadius = 100;  // model units
 constexpr double pi = std::numbers::pi;
 constexpr int hexagonCorners = 6;
 constexpr int rayCount = 100;
@@ -73,7 +72,7 @@ void drawPedestal(Demo& demo, float height) {
     beginGlow(demo.texture(rising.laserTexture), rising.glow, height);
     glPushMatrix();
     // A hair deeper than the model while it is lowered, and exactly its size above.
-    if (height < pedestalHeight) glScalef(1, height * perPedestal, 1.02f);
+    if (height < fitting::pedestalHeight) glScalef(1, height * perPedestal, 1.02f);
     if (height > 0) demo.drawMesh("block");
     glPopMatrix();
 }
@@ -116,7 +115,7 @@ void emitRim(double angle, float height) {
     const double x = std::cos(angle);
     const double z = std::sin(angle);
     glTexCoord2f(x, z);
-    glVertex3f(discRadius * x, height, discRadius * z);
+    glVertex3f(fitting::discRadius * x, height, fitting::discRadius * z);
 }
 
 void emitCentre(float height) {

@@ -11,7 +11,6 @@ namespace {
 constexpr float beatsPerSecond = 2.1000001f;
 constexpr int firstSegment = -4;
 constexpr int lastSegment = 5;
-constexpr int twistPerSegment = 4;
 
 }  // namespace
 
@@ -23,7 +22,7 @@ TunnelMotion tunnelMotion(float time) {
 }
 
 float segmentTwist(float time, int segment) {
-    return time + twistPerSegment * segment;
+    return time + fitting::twistPerSegment * segment;
 }
 
 void drawTunnelSegments(Demo& demo, float time) {

@@ -4,12 +4,12 @@
 
 #include <numbers>
 
+#include "effects/fitting.h"
 #include "render/demo.h"
 
-constexpr float segmentLength = 300;  // model units
+using fitting::segmentLength, fitting::twistRadians;
 
 // A segment's twist is counted in fifths of a radian.
-constexpr double twistRadians = 0.2;
 constexpr double twistDegrees = twistRadians * 180 / std::numbers::pi;
 
 struct TunnelMotion {

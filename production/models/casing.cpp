@@ -1,5 +1,6 @@
 // The casing round the robot's lower part, which sinks with the light: a bud of twelve slim petals that lets
 // its guest be seen. The program squeezes it in height, so it opens like a flower that is pressed flat.
+#include "effects/fitting.h"
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
@@ -10,7 +11,7 @@ using namespace model;
 namespace {
 
 constexpr int petals = 12;
-constexpr double height = 94;
+constexpr double height = fitting::pedestalHeight;
 
 // Along +x: bellied low down, its point turned in over the edge. A keel runs along its back.
 Shape petal() {

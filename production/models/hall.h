@@ -1,6 +1,7 @@
 // The hall's plan, which its three models share. Angles are radians round the y axis, from x towards z.
 #pragma once
 
+#include "effects/fitting.h"
 #include "production/kit/model/shape.h"
 #include "production/shared/hall_plan.h"
 
@@ -9,9 +10,9 @@ namespace hall {
 using model::Vec;
 
 constexpr double pathIn = 210, pathOut = 290;  // the camera circles between them, at y = 60 to 140
-constexpr int sources = 5;
-constexpr double sourceRadius = 120, sourceHeight = 140;  // of the beams' origins
-constexpr Vec ballCentre = {0, 70, 0};
+constexpr int sources = fitting::beamSources;  // of beams
+constexpr double sourceRadius = fitting::sourceRadius, sourceHeight = fitting::sourceHeight;
+constexpr Vec ballCentre = {0, fitting::ballHeight, 0};
 
 // The studs on the stage, one below each source, between which beams draw a star.
 constexpr double starRadius = 132, starHeight = 26;

@@ -1,5 +1,6 @@
 // The ring that rides at the height of the light disc, lying flat: a slim rail, and six clasps that hold the
-// corners of the disc, which stand 100 units out at 30, 90, 150 ... degrees.
+// corners of the disc, which stand at 30, 90, 150 ... degrees.
+#include "effects/fitting.h"
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
@@ -9,7 +10,7 @@ using namespace model;
 
 namespace {
 
-constexpr double discRadius = 100;
+using fitting::discRadius;
 
 // A closed rail with the section of a lens, its outer edge sharp.
 Shape rail() {

@@ -320,7 +320,7 @@ Shape hungShip() {
 
 // The tower: each storey over the one below, turned on, of what `part` makes of the box's own model.
 Shape tower(const std::function<Shape(int storey)>& part) {
-    const double size = 1.3, tall = 20 * size, radius = 382;
+    const double size = 1.3, tall = fitting::storey * size, radius = 382;
     const int storeys = 15;
     std::vector<Shape> all;
     for (int i = 0; i < storeys; i++) {

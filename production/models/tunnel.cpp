@@ -1,8 +1,9 @@
 // One segment of the tunnel, drawn and traced: a bore of long mirrors, most of them hidden, planks that stand
-// out between them in a frame of rails and hoops, and one lit ring. The next segment begins 300 units further
-// towards -z, turned by 0.8 radian.
+// out between them in a frame of rails and hoops, and one lit ring. The next segment begins where it ends,
+// towards -z, turned on.
 #include <algorithm>
 
+#include "effects/fitting.h"
 #include "production/kit/model/aml.h"
 #include "production/kit/model/mapping.h"
 #include "production/models/models.h"
@@ -12,7 +13,8 @@ using namespace model;
 
 namespace {
 
-constexpr double halfLength = 150;
+constexpr double halfLength = fitting::segmentLength / 2,
+                 twist = fitting::twistPerSegment * fitting::twistRadians;
 constexpr int columns = 12, split = 3;  // round edges have so many points to each column
 // Each tooth of the bore widens away from the viewer, by as much as throws a beam ahead of the ship: after
 // two or three walls it leaves along the tunnel, and the ship stays free. Nothing hidden may come nearer than
@@ -20,9 +22,9 @@ constexpr int columns = 12, split = 3;  // round edges have so many points to ea
 constexpr int teeth = 7;
 constexpr double narrow = 293, wide = 299.9;  // radius of the columns' joints
 constexpr double ringRadius = 268, endRadius = 292.5;
-// The round ends are one with the next segment's by turning this much along a segment: what is left of 0.8
-// radian after whole strips.
-constexpr double leftTurn = 0.8 - 5 * 2 * pi / (columns * split);
+// The round ends are one with the next segment's by turning this much along a segment: what is left of
+// its twist after whole strips.
+constexpr double leftTurn = twist - 5 * 2 * pi / (columns * split);
 
 struct Station {
     double radius, z;
