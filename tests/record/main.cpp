@@ -18,6 +18,7 @@
 #include "render/screen.h"
 #include "script/timeline.h"
 #include "tests/record/recorder.h"
+#include "tools/success.h"
 
 namespace {
 
@@ -98,7 +99,9 @@ int compare(const char* path, std::vector<std::string> now) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    failUnlessSucceeded();
     const std::vector<std::string> lines = recordShow();
+    succeeded = true;
     if (argc == 2) return compare(argv[1], lines);
     for (const std::string& line : lines) printf("%s\n", line.c_str());
     return 0;
