@@ -46,19 +46,16 @@ bool arrayEnabled(int unit) {
 
 TEST_F(MeshGl, DrawsTheMeshesInOrderFromTheirOwnBuffers) {
     glDepthFunc(GL_ALWAYS);
-    load({coloredQuad(-1, 0.5f, {1, 0, 0}), coloredQuad(0, 1, {0, 1, 0, 1})});
-    for (const Mesh& mesh : set) mesh.draw();
+    glEnable(GL_COLOR_SUM);
+    load({coloredQuad(-1, 0.5f, {1, 0, 0}), coloredQuad(0, 0.7f, {0, 1, 0, 1}),
+          coloredQuad(0.6f, 1, {0, 1, 0.2f}, secondaryColorAttrib)});
+    for (const Mesh& mesh : set) {
+        glColor3f(1, 0, 0.2f);  // what the secondary colour is added to
+        mesh.draw();
+    }
     EXPECT_EQ(readPixel(200, 300), (Pixel{255, 0, 0, 255}));
     EXPECT_EQ(readPixel(450, 300), (Pixel{0, 255, 0, 255}));
-    EXPECT_EQ(readPixel(700, 300), (Pixel{0, 255, 0, 255}));
-}
-
-TEST_F(MeshGl, SecondaryColoursAreAddedToTheFirst) {
-    load({coloredQuad(-1, 1, {0, 1, 0.2f}, secondaryColorAttrib)});
-    glEnable(GL_COLOR_SUM);
-    glColor3f(1, 0, 0.2f);
-    set.meshes[0].draw();
-    EXPECT_EQ(readPixel(400, 300), (Pixel{255, 255, 102, 255}));
+    EXPECT_EQ(readPixel(750, 300), (Pixel{255, 255, 102, 255}));
 }
 
 TEST_F(MeshGl, PointersFollowTheAttributeTableUntilItIsUnbound) {

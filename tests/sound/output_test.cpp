@@ -345,20 +345,6 @@ TEST(Output, TheShowOutlivesTheServer) {
     sound::stop();
 }
 
-// What was replaced by silence stays silent: a server that comes late must not disturb the clock.
-TEST(Output, AServerThatComesLateChangesNothing) {
-    Environment environment;
-    environment.set("HOME", "/nowhere");
-    environment.set("XDG_RUNTIME_DIR", "/nowhere");
-    sound::Stream* stream = startPlaying(sound::Alsa);
-    const SoundServer server;
-    Readings readings;
-    readFor(0.5, stream, readings);
-    expectSteady(readings);
-    EXPECT_EQ(sound::output(), sound::None);
-    sound::stop();
-}
-
 TEST(Output, ManySeeksLeaveSoundAndPositionTogether) {
     expectHeard([] {
         const SoundServer server;
