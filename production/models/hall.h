@@ -20,11 +20,8 @@ constexpr double starRadius = 132, starHeight = 26;
 // The four quarters: who stands in each, and where its middle lies. The camera looks across the hall, so it
 // has the ship before it at 138, 153.7 and 169.4 s, each other one a quarter of 15.7 s later than the one
 // before it, and the colossus in the last glimpse of all. No projector hangs before any of them then.
-constexpr double turnOf(double degrees) {
-    return degrees * model::pi / 180;
-}
-constexpr double pillarTurn = turnOf(4), shipTurn = turnOf(94), probesTurn = turnOf(184),
-                 colossusTurn = turnOf(274);
+constexpr double pillarTurn = model::degrees(4), shipTurn = model::degrees(94),
+                 probesTurn = model::degrees(184), colossusTurn = model::degrees(274);
 
 inline Vec onRing(double turn, double radius, double y) {
     return {radius * std::cos(turn), y, radius * std::sin(turn)};

@@ -152,8 +152,8 @@ void makeTunnel(const char* path) {
 
     // Shaded so that who looks at the ship finds little of what lies beyond a thing thrown back: that is what
     // lights outlines, and would fill the screen.
-    const auto leaning = [](Vec p, double degrees) {
-        const double lean = degrees * pi / 180;
+    const auto leaning = [](Vec p, double angle) {
+        const double lean = degrees(angle);
         return normalized(Vec{-p.x, -p.y, 0}) * std::cos(lean) + Vec{0, 0, 1} * std::sin(lean);
     };
     const Shape lit = shaded(welded(bore.shape), [&](Vec p, Vec normal) {

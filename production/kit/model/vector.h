@@ -15,7 +15,8 @@ using Vec = kit::Vector3<double>;
 using Flat = kit::Vector2<double>;  // of an outline or of a lathe's profile
 using Uv = Flat;                    // of a picture: S, then T, which runs down
 
-inline double degrees(double angle) {
+// As radians.
+constexpr double degrees(double angle) {
     return angle * pi / 180;
 }
 
