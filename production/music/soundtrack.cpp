@@ -98,19 +98,16 @@ Finished finish(const Song& song, const Window& window) {
     return {sliceOf(mix, lead, mix.frames()), {gain.begin() + long(lead), gain.end()}};
 }
 
-bool writeSoundtrack(const std::string& path, const Song& song, const Stereo& finished) {
-    Stereo heard = sliceOf(finished, 0, frameAt(silentBy));
-    fadeEnds(heard, 0.02f, 1.2f);
-    Stereo whole(frameAt(song.seconds));
-    mixAt(whole, heard, 0);
-    return writeVorbis(path, {whole.left, whole.right},
-                       {.quality = codecQuality, .tags = {{"TITLE", "Valojuova"}, {"ARTIST", "Valojuova"}}});
-}
-
 void makeSoundtrack(const char* path) {
     const Song song = soundtrack();
     if (!proofread(song)) exit(1);
-    if (writeSoundtrack(path, song, finish(song, {0, frameAt(song.seconds)}).sound)) return;
+    Stereo heard = sliceOf(finish(song, {0, frameAt(song.seconds)}).sound, 0, frameAt(silentBy));
+    fadeEnds(heard, 0.02f, 1.2f);
+    Stereo whole(frameAt(song.seconds));
+    mixAt(whole, heard, 0);
+    const VorbisForm form = {.quality = codecQuality,
+                             .tags = {{"TITLE", "Valojuova"}, {"ARTIST", "Valojuova"}}};
+    if (writeVorbis(path, {whole.left, whole.right}, form)) return;
     fprintf(stderr, "%s can't be written\n", path);
     exit(1);
 }

@@ -1,7 +1,6 @@
 // The soundtrack: 126 beats a minute, bar 0 at 17.138 s, nine bars of title before it, last hit on beat 368.
 #pragma once
 
-#include <string>
 #include <vector>
 
 #include "production/kit/sound/mix.h"
@@ -19,10 +18,7 @@ struct Finished {
 // A stretch of the soundtrack through its cuts, its blur and the master bus, as it is in the whole.
 Finished finish(const audio::Song& song, const audio::Window& window);
 
-// Fades what was finished of the whole song, and writes it as an Ogg Vorbis file. False if it can't be
-// written.
-bool writeSoundtrack(const std::string& path, const audio::Song& song, const audio::Stereo& finished);
-
+// Writes the whole as an Ogg Vorbis file.
 void makeSoundtrack(const char* path);
 
 inline constexpr Product musicProducts[] = {

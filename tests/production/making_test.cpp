@@ -7,10 +7,7 @@
 #include <memory>
 
 #include "production/making/laying.h"
-#include "production/models/models.h"
-#include "production/music/soundtrack.h"
 #include "production/pictures/icons.h"
-#include "production/pictures/pictures.h"
 #include "production/shaders/shaders.h"
 #include "tests/process.h"
 #include "tests/scratch.h"
@@ -157,16 +154,12 @@ TEST_F(Making, StoppedInTheMiddleLeavesTheLastState) {
     EXPECT_EQ(data(), "first other, second other");
 }
 
-// The build reads the tables by itself.
+// The build reads the tables by itself; the data set's other files are held by their hashes.
 TEST(Products, AreAllMade) {
-    const auto expectMade = [](const auto& table, const std::string& folder) {
-        for (const auto& row : table) EXPECT_TRUE(fs::exists(BUILD_FOLDER + folder + row.file)) << row.file;
-    };
-    expectMade(modelProducts, "/made/");
-    expectMade(pictureProducts, "/made/");
-    expectMade(musicProducts, "/made/");
-    expectMade(shaderProducts, "/made/");
-    expectMade(iconProducts, "/icons/");
+    for (const auto& row : shaderProducts)
+        EXPECT_TRUE(fs::exists(BUILD_FOLDER "/made/" + std::string(row.file)));
+    for (const auto& row : iconProducts)
+        EXPECT_TRUE(fs::exists(BUILD_FOLDER "/icons/" + std::string(row.file)));
 }
 
 // Authors' own files.
