@@ -85,7 +85,7 @@ constexpr char sinkingSong[] =
     "A4:10' Bb4:2 A4:4 | Bb4:6 D5:8 -:2 | C5:6' Bb4:2 Eb5:6 -:2 | F#5:4 A5:4 C6:4'";
 
 // What the reed sings against the slow theme in the smoke, down where that one goes up.
-constexpr char smokeSong[] = "-:8 Bb4:4 F4:4 | G4:8 A4:8 | Bb4:8 G4:8, | G4:8, A4:6 -:2";
+constexpr char smokeSong[] = "-:8 Bb4:4 F4:4 | G4:8 A4:8 | G4:12 -:4 | G4:8, A4:6 -:2";
 
 // The boxes' tune, on wood.
 constexpr char woodTune[] =
@@ -167,7 +167,7 @@ constexpr char turning[] = "0123210342312013 0132431254321031";
 constexpr char tomsDown[] = "D3:2 C3:1 C3:1 Bb2:1 Bb2:1 G2:1 G2:1";
 constexpr char tomsHalfTime[] =
     "G2:3 -:3 Bb2:2 G2:2 -:2 C3:2 D3:2 | G2:3 -:3 Bb2:2 G2:2 -:2 G2:2 Bb2:2 | "
-    "G2:3 -:3 Bb2:2 G2:2 -:2 C3:2 D3:2 | G2:3 -:3 Bb2:2 G2:2 -:2 F#2:2 A2:2";
+    "G2:3 -:3 Bb2:2 G2:2 -:2 C3:2 D3:2 | F#2:3 -:3 A2:2 F#2:2 -:2 F#2:2 A2:2";
 
 // A drone, wind, pieces of the theme; the riser ends on the impact.
 const std::vector<Cue> title = {
@@ -406,7 +406,7 @@ const std::vector<Cue> greetings = {
     {"kick", "X...x...X...x... X...x...X...x..o X...x...X..xx... X...x..oX...x.o.", {56, 63.5f}, -0.8f},
     {"snare", "....x.......x..: ....x.......x.o. ....x.......x..: ....x..:....xo.o", {56, 63.5f}, 0},
     {"clap", "....x..x....x... ....x..x..x.x...", {56, 63}, -5},
-    {"toms", "G2:4 -:4 C3:4 A2:4", {63, 64}, 1},
+    {"toms", "F2:4 -:4 C3:4 A2:4", {63, 64}, 1},
     {"hat", "x.o.x.o.x.o.x.oo", {56, 58}, 1},
     {"hat", "x.o.x.o.x.o.x.oo", {58, 60}, -0.5f},
     {"hat", "x:o:x:o:x:o:x:oo", {60, 63.5f}, {-1, -3}},
@@ -496,7 +496,7 @@ const std::vector<Cue> climax = {
     {"stab", "................ X..x..x.x.x.....", {72, 76}, 2, 0.8f},
     {"arp", climbing, {72, 76}, 3.5f, {0.6f, 0.75f}},
     {"arp", "0.2.4.3.5.4.3.1. 0.3.4.2.5.3.4.2.", {76, 80}, 5, {0.8f, 0.9f}},
-    {"toms", "D3:2 A2:2 E3:2 E2:2", {79.5f, 80}, 2},
+    {"toms", "D3:2 B2:2 E3:2 E2:2", {79.5f, 80}, 2},
 };
 
 // The credits: the second theme goes on while one after another leaves.
