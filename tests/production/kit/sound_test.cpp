@@ -1,5 +1,5 @@
 // The faults that a synthesiser can have without anybody hearing at once: filters that run away, a limiter
-// that lets peaks through, meters that are off, tables that are read wrong.
+// that lets peaks through, notes that end with a click, tables that are read wrong.
 #include <gtest/gtest.h>
 
 #include <algorithm>
