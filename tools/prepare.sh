@@ -8,20 +8,22 @@ testPackages=(clang-format pulseaudio-utils xdotool openbox clang libc++-dev ipr
               openssh-server assimp-testmodels mesa-vulkan-drivers)
 fuzzPackages=(libclang-rt-dev llvm)
 
+tools=$(dirname "${BASH_SOURCE[0]}")
+
 asRoot=()
 [ "$(id -u)" = 0 ] || asRoot=(sudo)
 
-# signalAttended SIGNAL: to the group of what `attend` runs. Whether there was anybody, root's or not.
+# signalAttended SIGNAL ID: to a process, or a group, that may be root's. Whether it was there.
 signalAttended() {
-    kill "$1" -- "-$attended" 2>/dev/null || sudo -n kill "$1" -- "-$attended" 2>/dev/null
+    kill "$1" -- "$2" 2>/dev/null || sudo -n kill "$1" -- "$2" 2>/dev/null
 }
 
-# endAttended SIGNAL: ends it, waits until it has, and ends this script by the signal.
+# endAttended SIGNAL: ends all that `attend` runs, waits until it has, and ends this script by the signal.
 endAttended() {
     trap '' INT TERM HUP
     [ -z "$unbroken" ] || echo 'Finishing the installation first' >&2
-    while signalAttended -0; do
-        [ -n "$unbroken" ] || signalAttended -TERM || true
+    while signalAttended -0 "$attended"; do
+        [ -n "$unbroken" ] || signalAttended -TERM "-$attended" || true
         sleep 0.2
     done
     trap - "$1"
@@ -111,5 +113,5 @@ haveDisplay() { [ -n "${DISPLAY:-}" ] && xdpyinfo >/dev/null 2>&1; }
 
 # withDisplay COMMAND...: on this display, or on a virtual one where there is none.
 withDisplay() {
-    if haveDisplay; then attend "$@"; else attend tools/on_display "$@"; fi
+    if haveDisplay; then attend "$@"; else attend "$tools/on_display" "$@"; fi
 }

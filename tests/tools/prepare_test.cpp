@@ -42,16 +42,18 @@ public:
     ScratchDirectory folder;
 };
 
-TEST_F(Prepare, ABuildEndsWithTheScript) {
+TEST_F(Prepare, WhatIsAttendedEndsWithTheScript) {
     folder.write("CMakeLists.txt",
                  "cmake_minimum_required(VERSION 3.25)\n"
                  "project(long NONE)\n"
                  "add_custom_target(long ALL COMMAND sh -c 'touch ../begun && sleep 1000')\n");
-    for (const int signal : {SIGTERM, SIGHUP, SIGINT}) {
-        std::filesystem::remove(folder.file("begun"));
-        const int status = endOnceBegun("build", signal);
-        EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == signal) << status;
-        EXPECT_FALSE(isAnythingLeft()) << signal;
+    for (const std::string command : {"build", "DISPLAY= withDisplay sh -c 'touch begun; sleep 1000'"}) {
+        for (const int signal : {SIGTERM, SIGHUP, SIGINT}) {
+            std::filesystem::remove(folder.file("begun"));
+            const int status = endOnceBegun(command, signal);
+            EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == signal) << command << status;
+            EXPECT_FALSE(isAnythingLeft()) << command << signal;
+        }
     }
 }
 
