@@ -308,7 +308,7 @@ TEST(FrameLists, Ascend) {
         EXPECT_FALSE(parseFrames(text, &runs)) << text;
 }
 
-// Two hosts draw the film as the README tells, one of them is lost on the way and comes back.
+// Two hosts draw films as the README tells, by ssh and by SLURM; one of them is lost on the way.
 TEST(Farm, DrawsTheFilmOfOneMachine) {
     const ScratchDirectory scratch;
     const Result result = shell("tests/tools/farm " CAPTURE_PROGRAM " " + scratch.path.string());
