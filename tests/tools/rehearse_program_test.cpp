@@ -188,6 +188,95 @@ TEST_F(RehearseProgram, APictureThatWasNotWrittenIsAFailure) {
     process = -1;
 }
 
+// With sources of its own, drawn, so that frames can be compared.
+class RehearseCode : public RehearseProgram {
+public:
+    void SetUp() override {
+        RehearseProgram::SetUp();
+        environment.set("LP_NO_RAST", "0");
+        environment.set("GALLIUM_NOOP", "0");
+        for (const char* folder : {"effects", "script", "render", "geometry", "image", "tools/rehearse/live"})
+            copy(folder);
+        for (const char* file : {"app/clock.h", "production/making/at_its_start"}) copy(file);
+        std::filesystem::create_directories(scratch.path / "w:/shots");
+    }
+    void copy(const char* path) const {
+        std::filesystem::create_directories((scratch.path / path).parent_path());
+        std::filesystem::copy(path, scratch.path / path, std::filesystem::copy_options::recursive);
+    }
+    // It takes a compiler's time, on a machine that may have other work.
+    bool await(const std::function<bool()>& condition) const {
+        for (int minutes = 0; minutes < 20 && !RehearseProgram::await(condition) && runs();) minutes++;
+        return condition();
+    }
+    bool says(const std::string& words) const {
+        return await([&] { return contentOf(scratch.file("state")).find(words) != std::string::npos; });
+    }
+    // Of what is held, without the desk.
+    std::string shot() const {
+        EXPECT_TRUE(await([&] { return state("exact") == "1"; }));
+        const std::filesystem::path shots = scratch.path / "w:/shots";
+        act("key --window %1 F11");
+        EXPECT_TRUE(await([&] { return !std::filesystem::is_empty(shots); }));
+        // It is written before the state of its frame.
+        const std::string before = state("now");
+        EXPECT_TRUE(await([&] { return state("now") != before; }));
+        const std::filesystem::path file = std::filesystem::directory_iterator(shots)->path();
+        const std::string picture = contentOf(file);
+        std::filesystem::remove(file);
+        return picture;
+    }
+    // The source with `text` in the place of `place`.
+    void save(const std::string& file, const std::string& place, const std::string& text) const {
+        std::string content = contentOf(file);
+        ASSERT_NE(content.find(place), std::string::npos);
+        scratch.write(file, content.replace(content.find(place), place.size(), text));
+    }
+
+private:
+    Environment environment;
+};
+
+// Of the heap, whose boxes are in mid-turn; what goes wrong leaves the music where it was.
+TEST_F(RehearseCode, TakesItsPlaceOrGivesWayToThatBeforeIt) {
+    const std::string heap = "effects/cube_heap.cpp", draw = "void CubeHeap::draw() {\n";
+    rehearse({"70", "--held", "-nosound"});
+    act("key --window %1 l");
+    ASSERT_TRUE(await([&] { return !state("loop").empty(); }));
+    const std::string loop = state("loop");
+    const std::string film = shot();
+    ASSERT_TRUE(await([&] { return std::filesystem::exists(scratch.path / "build/live/libshow.so"); }));
+    save(heap, draw, draw + "\n");
+    ASSERT_TRUE(says("message: loaded " + heap)) << contentOf(scratch.file("state"));
+    EXPECT_TRUE(shot() == film);
+    save(heap, draw, draw + "    glTranslatef(0, 10, 0);\n");
+    ASSERT_TRUE(await([&] { return shot() != film; }));
+
+    save(heap, draw, draw + "    y = 1;\n");
+    const std::string source = contentOf(heap);
+    const long behind = long(source.find(draw) + draw.size());
+    const std::string line = std::to_string(1 + std::count(source.begin(), source.begin() + behind, '\n'));
+    EXPECT_TRUE(says("problem: " + heap + ":" + line + ":5: error: "));
+    const std::pair<const char*, const char*> wrongs[] = {
+        {"    *static_cast<volatile int*>(nullptr) = 1;\n", ": the new code crashed: "},
+        {"    for (volatile int i = 0;;) i = 1;\n", ": the new code did not return within 2 s"}};
+    for (const auto& [wrong, told] : wrongs) {
+        save(heap, draw, draw + wrong);
+        EXPECT_TRUE(says("problem: " + heap + ":" + line + told)) << contentOf(scratch.file("state"));
+        EXPECT_EQ(time(), 70000);
+        EXPECT_EQ(state("held"), "1");
+        EXPECT_EQ(state("loop"), loop);
+        EXPECT_TRUE(shot() != film) << "the code before draws it higher";
+    }
+    save(heap, draw, draw);
+    ASSERT_TRUE(await([&] { return shot() == film; }));
+    EXPECT_EQ(state("problem"), "");
+
+    save("script/show_times.h", std::to_string(showtime::heap.ms), "60000");
+    EXPECT_TRUE(await([&] { return state("bounds").starts_with("1:00.000 - "); }));
+    EXPECT_EQ(time(), 70000);
+}
+
 TEST_F(RehearseProgram, WrongWordsAreOneLine) {
     const std::pair<const char*, const char*> expected[] = {
         {"195.28", "rehearse: 195.28: no second of the show\n"},

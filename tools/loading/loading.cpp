@@ -65,12 +65,32 @@ void Loading::loadPicture(const TextureRow& row) {
     putPicture(read);
 }
 
+void Loading::loadModel(const MeshRow& row) {
+    ShowFile read = file({FileKind::model, row.path});
+    if (!isGood(read)) read.model = MeshSet();
+    putModel(read);
+    demo->meshSetCount++;
+}
+
+void Loading::loadProgram(const ShaderRow& row) {
+    std::optional<ShaderText> texts[2];
+    for (int i = 0; i < 2; i++) {
+        ShowFile read = file({FileKind::shader, std::string(row.base) + shaderEndings[i]});
+        if (isGood(read)) texts[i] = ShaderText{read.name.path, std::move(read.text)};
+    }
+    const ProgramBuild built = buildProgram(texts[0], texts[1]);
+    demo->shaders[row.name] = built.program;
+    for (const auto& text : texts) {
+        if (text) (text->file == built.file ? brokenShaders : shadersInUse)[text->file] = text->text;
+    }
+    if (built.program) return;
+    problems[built.file] = built.problem;
+    fprintf(stderr, "%s\n", built.problem.c_str());
+}
+
 void Loading::loadMeshes() {
     for (const MeshRow& row : meshRows()) {
-        ShowFile read = file({FileKind::model, row.path});
-        if (!isGood(read)) read.model = MeshSet();
-        putModel(read);
-        demo->meshSetCount++;
+        loadModel(row);
         demo->drawLoadingScreen();
     }
 }
@@ -84,20 +104,7 @@ void Loading::loadTextures() {
 
 void Loading::loadShaders() {
     for (const ShaderRow& row : shaderRows()) {
-        std::optional<ShaderText> texts[2];
-        for (int i = 0; i < 2; i++) {
-            ShowFile read = file({FileKind::shader, std::string(row.base) + shaderEndings[i]});
-            if (isGood(read)) texts[i] = ShaderText{read.name.path, std::move(read.text)};
-        }
-        const ProgramBuild built = buildProgram(texts[0], texts[1]);
-        demo->shaders[row.name] = built.program;
-        for (const auto& text : texts) {
-            if (text) (text->file == built.file ? brokenShaders : shadersInUse)[text->file] = text->text;
-        }
-        if (!built.program) {
-            problems[built.file] = built.problem;
-            fprintf(stderr, "%s\n", built.problem.c_str());
-        }
+        loadProgram(row);
         demo->drawLoadingScreen();
     }
 }

@@ -27,12 +27,16 @@ struct Loading {
     // broken picture is a checkerboard, a broken model nothing, a broken program the fixed function.
     Stages stages();
 
+    // A row's own, as above; here and now.
+    void loadPicture(const TextureRow& row);
+    void loadModel(const MeshRow& row);
+    void loadProgram(const ShaderRow& row);
+
     // Noted if there is none.
     std::unique_ptr<sound::Decoder> takeMusic();
 
 private:
     bool isGood(const ShowFile& file);
-    void loadPicture(const TextureRow& row);
     void loadMeshes();
     void loadTextures();
     void loadShaders();

@@ -18,14 +18,15 @@ constexpr int mostLines = 6;       // of a problem
 
 // What a compiler or a tool calls an error; else what was said by that which failed, which ninja shows behind
 // its command; else the last line.
-std::string errorsIn(const std::string& said) {
+std::string errorsIn(const std::string& said, const std::string& root) {
     std::vector<std::string> errors, words;
     std::string last = "the build failed without a word";
     int behindFailure = 0;
     std::istringstream lines(said);
     for (std::string line; std::getline(lines, line);) {
         if (line.empty()) continue;
-        if (line.starts_with("../")) line.erase(0, 3);  // as seen from the build's folder
+        for (const std::string& prefix : {std::string("../"), root})  // as seen from the build's folder
+            if (!prefix.empty() && line.starts_with(prefix)) line.erase(0, prefix.size());
         if (line.starts_with("FAILED: ")) behindFailure = 1;
         if (line.starts_with("[") || line.starts_with("ninja: ")) behindFailure = 0;
         if (behindFailure && behindFailure++ > 2) words.push_back(line);
@@ -56,7 +57,7 @@ BackgroundBuild::~BackgroundBuild() {
 
 void BackgroundBuild::request(const std::string& source) {
     if (command.empty()) return;
-    newer.insert(source);
+    if (!source.empty()) newer.insert(source);
     requested = true;
     requestedAt = steadySeconds();
     if (!running() || outdated || !seen.contains(source)) return;
@@ -77,8 +78,11 @@ bool BackgroundBuild::poll() {
     output = -1;
     latest.clear();
     if (outdated) return false;
-    problem = WIFEXITED(status) && WEXITSTATUS(status) == 0 ? "" : errorsIn(said);
-    if (problem.empty()) tellNews();
+    problem = WIFEXITED(status) && WEXITSTATUS(status) == 0 ? "" : errorsIn(said, root);
+    if (problem.empty())
+        tellNews();
+    else
+        fprintf(stderr, "%s\n", problem.c_str());
     return true;
 }
 
@@ -90,12 +94,18 @@ void BackgroundBuild::tellNews() {
         changed = changed || kept || line.starts_with("laid ");
         if (kept) news.push_back(line);
     }
-    if (!changed) news.push_back("nothing had to be made: all is as " + listed(seen) + " has it");
+    if (!changed && !seen.empty())
+        news.push_back("nothing had to be made: all is as " + listed(seen) + " has it");
     for (const std::string& source : seen) newer.erase(source);
 }
 
 std::string BackgroundBuild::whatIsShown() const {
     return newer.empty() ? "" : "shown is older than " + listed(newer);
+}
+
+std::string BackgroundBuild::whatIsMade() const {
+    if (!running()) return "";
+    return "making: " + latest + (newer.empty() ? "" : "; " + whatIsShown());
 }
 
 void BackgroundBuild::start() {
@@ -104,10 +114,8 @@ void BackgroundBuild::start() {
     said.clear();
     int ends[2];
     if (pipe2(ends, O_CLOEXEC) != 0) return;
-    // Behind the show: every frame that it does not get is seen. In a group, so that all of it can be ended.
-    Words words = {"nice", "-n", "10"};
-    words.insert(words.end(), command.begin(), command.end());
-    process = startProgram(words, {.output = ends[1], .error = ends[1]}, Group::own);
+    // In a group of its own, so that all of it can be ended.
+    process = startProgram(command, {.output = ends[1], .error = ends[1]}, Group::own);
     close(ends[1]);
     output = ends[0];
     fcntl(output, F_SETFL, O_NONBLOCK);

@@ -1,5 +1,5 @@
-// A command that is run in the background whenever its sources have changed: one that makes what is shown,
-// and lays it as making/laying.h tells.
+// A command that is run in the background whenever its sources have changed: one that makes what is shown. A
+// line of it that begins with "laid" says that something came out, one with "kept" is news.
 #pragma once
 
 #include <sys/types.h>
@@ -10,6 +10,7 @@
 
 struct BackgroundBuild {
     std::vector<std::string> command;  // none if empty
+    std::string root;                  // the sources' folder, which the errors are told without
     std::string problem;               // the errors in what the last run said; empty if it was good
     std::string latest;                // the last line that the present run has said
     std::set<std::string>
@@ -18,14 +19,17 @@ struct BackgroundBuild {
 
     ~BackgroundBuild();
 
-    // Soon, since `source` was saved. A run that is under way is followed by another, or ended if it makes
-    // what that very source was before.
-    void request(const std::string& source);
-    // Once a frame: starts and ends runs. True when one has ended that was not outdated.
+    // Soon, since `source`, if any, was saved. A run that is under way is followed by another, or ended if it
+    // makes what that very source was before.
+    void request(const std::string& source = "");
+    // Once a frame: starts and ends runs. True when one has ended that was not outdated; a problem is said on
+    // standard error too.
     bool poll();
     bool running() const { return process > 0; }
     // "shown is older than production/music/score.cpp", or empty.
     std::string whatIsShown() const;
+    // "making: [3/9] ...; shown is older than ..."; empty while nothing is made.
+    std::string whatIsMade() const;
 
     pid_t process = -1;
     int output = -1;

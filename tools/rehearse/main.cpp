@@ -8,31 +8,51 @@
 #include "tools/data_folder.h"
 #include "tools/display.h"
 #include "tools/installed_show.h"
+#include "tools/process.h"
 #include "tools/rehearse/options.h"
 #include "tools/rehearse/rehearsal.h"
 #include "tools/success.h"
 
 namespace {
 
-bool rehearse(const RehearseOptions& options) {
+// Every frame that the show does not get is seen.
+Words behindTheShow(const Words& command) {
+    Words words = {"nice", "-n", "10"};
+    words.insert(words.end(), command.begin(), command.end());
+    return words;
+}
+
+bool rehearse(const RehearseOptions& options, char** words) {
     needDisplay();
+    const std::optional<Comeback> back = takeComeback();
     // In this order: what is saved while it is being loaded is seen.
     const std::string sources = generatorSources();
     Watch watch;
     watch.add("data");
     if (!sources.empty()) watch.add(sources);
+    LiveCode live(sources);
+    if (!live.build.command.empty()) {
+        for (const char* name : {"script", "effects"}) watch.add(live.folder + name);
+    }
+    back ? live.comeBack(*back) : live.begin();
     FolderLock held = holdDataSet();
     Loading loading(true);
     app.screen = openWindow(false);
     initialiseDemo(loading.stages());
     SteppedShow show(Transport::framesPerSecond, SteppedShow::Loaded{});
-    Rehearsal rehearsal(show, loading, watch, sources, makeDataCommand());
+    Rehearsal rehearsal(show, loading, watch, sources, behindTheShow(makeDataCommand()));
+    rehearsal.live = &live;
+    rehearsal.words = words;
     SDL_WM_SetCaption("Valojuova: rehearsal", "Valojuova");
     startMusic(options.soundOutput, "");
     demo->clock.source = &rehearsal.transport;
     rehearsal.transport.replaceStream(sound::openStream(loading.takeMusic()));
-    rehearsal.transport.setPosition(int(std::lround(options.second * 1000)));
-    if (!options.held) rehearsal.transport.goOn();
+    if (back) {
+        rehearsal.comeBack(*back);
+    } else {
+        rehearsal.transport.setPosition(int(std::lround(options.second * 1000)));
+        if (!options.held) rehearsal.transport.goOn();
+    }
     rehearsal.stateFile = options.stateFile;
     rehearsal.pictureFile = options.pictureFile;
     held.release();
@@ -53,6 +73,6 @@ int main(int argc, char** argv) {
     options.stateFile = pathFrom(folder, options.stateFile);
     options.pictureFile = pathFrom(folder, options.pictureFile);
     failUnlessSucceeded();
-    succeeded = rehearse(options);
+    succeeded = rehearse(options, argv);
     quit();
 }

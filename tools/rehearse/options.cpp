@@ -8,7 +8,7 @@ namespace {
 constexpr char usage[] =
     "Usage: rehearse [SECOND] [OPTION]...\n"
     "Plays the show in a window, from SECOND on, with a desk over it for whoever works on it. What is saved\n"
-    "below data/ and production/ is shown at once. F1 tells the keys.\n"
+    "below data/, production/, script/ and effects/ is shown at once. F1 tells the keys.\n"
     "\n"
     " --held             hold at SECOND\n"
     " --state FILE       keep what the desk shows in FILE too, as lines \"name: value\"\n"

@@ -38,6 +38,12 @@ int milliseconds(float seconds) {
     return int(std::lround(seconds * 1000));
 }
 
+// To the messages.
+void post(std::vector<std::string>* news) {
+    for (const std::string& line : *news) app.messages.post("%s", line.c_str());
+    news->clear();
+}
+
 struct KeyRow {
     SDLKey key;
     void (*act)(Rehearsal& rehearsal);
@@ -76,10 +82,32 @@ Rehearsal::Rehearsal(SteppedShow& show, Loading& loading, Watch& watch, const st
                      const std::vector<std::string>& makeData)
     : show(show), watch(watch), reload(&transport, loading, sources) {
     if (!sources.empty()) build.command = makeData;
-    transport.end = milliseconds(programme().back().begin);
-    desk.end = transport.end;
+    transport.end = desk.end = milliseconds(programme().back().begin);
     demo->clock.source = &transport;
     transport.setPosition(0);
+}
+
+void Rehearsal::comeBack(const Comeback& state) {
+    transport.setPosition(state.ms);
+    transport.loop = state.loop;
+    deskShown = state.deskShown;
+    app.counterQ = state.counterQ;
+    app.counterA = state.counterA;
+    if (state.builds[0] > 0) build.request();
+    if (!state.held) transport.goOn();
+}
+
+void Rehearsal::keepComeback() {
+    Comeback state;
+    state.ms = transport.rawPosition();
+    state.held = transport.held;
+    state.loop = transport.loop;
+    state.deskShown = deskShown;
+    state.counterQ = app.counterQ;
+    state.counterA = app.counterA;
+    state.builds[0] = build.process;
+    live->describe(&state);
+    setComeback(state, words);
 }
 
 void Rehearsal::handleEvent(const SDL_Event& event) {
@@ -159,8 +187,10 @@ void Rehearsal::redraw() {
 }
 
 void Rehearsal::frame() {
+    const WorkLimit limit;
     hands.repeated.clear();
     lookForChanges();
+    if (loadedCode) keepComeback();
     if (reload.apply()) {
         loaded++;
         redraw();
@@ -236,14 +266,32 @@ void Rehearsal::lookForChanges() {
     for (const std::string& path : changes.gone) reload.gone(path);
     for (const std::string& path : changes.saved) {
         reload.saved(path);
-        if (!reload.sources.empty() && path.starts_with(reload.sources + "/") && isCode(path))
-            build.request(path);
+        if (isCode(path)) requestBuilds(path);
     }
     if (changes.lost) {
         reload.everything();
         build.request(reload.sources);
+        if (live) live->build.request();
     }
-    if (build.poll() && !build.problem.empty()) fprintf(stderr, "%s\n", build.problem.c_str());
+    build.poll();
+    if (live && live->poll()) takeCode();
+}
+
+void Rehearsal::requestBuilds(const std::string& path) {
+    if (!reload.sources.empty() && path.starts_with(reload.sources + "/")) build.request(path);
+    if (!live || !live->isSource(path)) return;
+    live->build.request(path);
+    // Music is written to the show's times.
+    if (path.ends_with("/show_times.h")) build.request(path);
+}
+
+// Effects are made anew by it when they are brought to where they are.
+void Rehearsal::takeCode() {
+    transport.end = desk.end = milliseconds(programme().back().begin);
+    if (transport.loop) transport.setLoop(transport.loop->from, transport.loop->to);
+    reload.takeNewRows();
+    loaded++;
+    redraw();
 }
 
 void Rehearsal::describeDesk() {
@@ -251,19 +299,24 @@ void Rehearsal::describeDesk() {
     desk.held = transport.held;
     desk.exact = shown == Shown::exact;
     desk.loop = transport.loop;
-    desk.pulse = ::frame.pulse;
+    desk.pulse = (loadedCode ? *loadedCode->frame : ::frame).pulse;
     desk.counterQ = app.counterQ;
     desk.counterA = app.counterA;
-    for (const std::string& line : reload.news) app.messages.post("%s", line.c_str());
-    reload.news.clear();
-    for (const std::string& line : build.news) app.messages.post("%s", line.c_str());
-    build.news.clear();
     desk.waveform = reload.waveform;
-    desk.working = build.running() ? "making: " + build.latest + "; " + build.whatIsShown() : "";
+    desk.working.clear();
     desk.problems.clear();
     for (const auto& [file, problem] : reload.loading.problems) desk.problems.push_back(problem);
-    if (!build.problem.empty()) desk.problems.push_back(build.problem + "\n" + build.whatIsShown());
+    post(&reload.news);
+    describeBuild(build, build.problem);
+    if (live) describeBuild(live->build, live->build.problem.empty() ? live->problem : live->build.problem);
     desk.messages.clear();
     for (const auto& line : app.messages.lines) desk.messages.push_back(line.get());
     if (!stateFile.empty()) writeWholeFile(stateFile, describe(desk));
+}
+
+void Rehearsal::describeBuild(BackgroundBuild& one, const std::string& problem) {
+    post(&one.news);
+    if (one.running()) desk.working = one.whatIsMade();
+    if (problem.empty()) return;
+    desk.problems.push_back(problem + (one.newer.empty() ? "" : "\n" + one.whatIsShown()));
 }

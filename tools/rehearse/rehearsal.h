@@ -10,6 +10,7 @@
 #include "tools/rehearse/background_build.h"
 #include "tools/rehearse/desk.h"
 #include "tools/rehearse/fresh_start.h"
+#include "tools/rehearse/live/library.h"
 #include "tools/rehearse/reload.h"
 #include "tools/rehearse/stored_picture.h"
 #include "tools/rehearse/transport.h"
@@ -46,11 +47,13 @@ struct Rehearsal {
     Transport transport;
     Watch& watch;
     Reload reload;
-    BackgroundBuild build;  // of the generator and what it makes
+    BackgroundBuild build;     // of the generator and what it makes
+    LiveCode* live = nullptr;  // of script/ and effects/, if they are watched
     DeskState desk;
     bool deskShown = true;
     Shown shown = Shown::nothing;
     int loaded = 0;           // how often something took its place
+    char** words = nullptr;   // of the command line, for a start after code that failed
     std::string stateFile;    // what the desk shows goes there as well; none if empty
     std::string pictureFile;  // what the window shows goes there once it is settled, and that is all
     bool wrote = false;       // it has been written
@@ -62,6 +65,8 @@ struct Rehearsal {
     Rehearsal(SteppedShow& show, Loading& loading, Watch& watch, const std::string& sources = "",
               const std::vector<std::string>& makeData = {});
 
+    // Takes over what another start has left.
+    void comeBack(const Comeback& state);
     void handleEvent(const SDL_Event& event);
     // Draws what is on now, and the desk over it, and shows both.
     void frame();
@@ -82,10 +87,14 @@ private:
     double lastJump = 0;  // seconds
     int shownEntry = 0;   // of the frame before
 
+    void requestBuilds(const std::string& path);
+    void takeCode();
+    void keepComeback();
     void press(int x, int y, bool forLoop);
     void drag(int x, int y);
     void drawPlaying();
     void drawHeld();
     void skipTo(int target);
     void drawStepped(int target);
+    void describeBuild(BackgroundBuild& one, const std::string& problem);
 };

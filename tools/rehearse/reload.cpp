@@ -81,11 +81,25 @@ struct ShaderHalf {
 
 Reload::Reload(Transport* transport, Loading& loading, const std::string& sources)
     : transport(transport), loading(loading), sources(sources) {
+    knowFiles();
+}
+
+void Reload::knowFiles() {
     for (const FileName& name : showFiles()) {
         known[name.path] = name.kind;
         const std::string source = sourceOf(sources, name.path);
         if (!source.empty()) known[source] = name.kind;
     }
+}
+
+void Reload::takeNewRows() {
+    for (const MeshRow& row : meshRows())
+        if (!known.contains(row.path)) loading.loadModel(row);
+    for (const TextureRow& row : textureRows())
+        if (!known.contains(row.path)) loading.loadPicture(row);
+    for (const ShaderRow& row : shaderRows())
+        if (!demo->shaders.contains(row.name)) loading.loadProgram(row);
+    knowFiles();
 }
 
 void Reload::saved(const std::string& path) {

@@ -32,6 +32,8 @@ struct Reload {
     // A file or a folder.
     void gone(const std::string& path);
     void everything();
+    // What the show's tables have and was never loaded, now; files that are new there are watched for.
+    void takeNewRows();
 
     // At the start of a frame, when nothing is being drawn: puts what is ready into its place. True if the
     // picture may be another one now; what effects carry has to be restored before it is drawn.
@@ -46,6 +48,7 @@ struct Reload {
     std::chrono::steady_clock::time_point waitUntil;  // for what was saved last
     std::unique_ptr<sound::Decoder> savedMusic;       // that is being measured
 
+    void knowFiles();
     bool load(ShowFile& file);
     bool told(const ShowFile& file);
     void loadMusic(ShowFile& file);

@@ -1,0 +1,147 @@
+#include "tools/rehearse/live/comeback.h"
+
+#include <execinfo.h>
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/mman.h>
+#include <time.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <sstream>
+#include <string_view>
+#include <vector>
+
+#include "tools/formatted.h"
+#include "tools/process.h"
+
+namespace {
+
+constexpr char variable[] = "REHEARSE_COMEBACK";  // the descriptor that it is read from
+constexpr int longestWork = 2;                    // seconds of the thread's own
+constexpr int loopSignal = SIGVTALRM;
+constexpr int crashes[] = {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, loopSignal};
+
+// What the handler hands on, which may allocate nothing.
+struct Handed {
+    int signal;
+    int depth;        // of the calls
+    void* calls[64];  // innermost first
+    char state[4096];
+} handed;
+constexpr int callsOfHandler = 2;  // the first of them
+
+int ends[2] = {-1, -1};  // of the pipe
+std::array<pid_t, 2> builds;
+char** words = nullptr;
+timer_t workTimer;
+
+void startAnew(int signalNumber) {
+    handed.signal = signalNumber;
+    handed.depth = backtrace(handed.calls, std::size(handed.calls));
+    if (write(ends[1], &handed, sizeof handed) != ssize_t(sizeof handed)) _exit(1);
+    for (const pid_t group : builds)
+        if (group > 0) kill(-group, SIGTERM);
+    // Nothing of the old start stays open, and no signal shut out.
+    close_range(3, unsigned(ends[0]) - 1, 0);
+    close_range(unsigned(ends[0]) + 1, ~0u, 0);
+    fcntl(ends[0], F_SETFD, 0);
+    sigset_t none;
+    sigemptyset(&none);
+    sigprocmask(SIG_SETMASK, &none, nullptr);
+    execv("/proc/self/exe", words);
+    _exit(1);
+}
+
+void arm() {
+    if (pipe2(ends, O_CLOEXEC) != 0) return;
+    setenv(variable, std::to_string(ends[0]).c_str(), 1);
+    void* first[1];
+    backtrace(first, 1);  // loads what it needs
+    // A stack that has overflowed is of no use to the handler.
+    constexpr size_t stackSize = 256 << 10;
+    static std::array<char, stackSize> stack;
+    const stack_t own = {stack.data(), 0, stack.size()};
+    sigaltstack(&own, nullptr);
+    struct sigaction action = {};
+    action.sa_handler = startAnew;
+    action.sa_flags = SA_ONSTACK | SA_RESETHAND;
+    for (const int number : crashes) sigaction(number, &action, nullptr);
+    sigevent event = {};
+    event.sigev_notify = SIGEV_THREAD_ID;
+    event.sigev_signo = loopSignal;
+    event._sigev_un._tid = gettid();
+    timer_create(CLOCK_THREAD_CPUTIME_ID, &event, &workTimer);
+}
+
+void limitWork(int seconds) {
+    if (ends[0] < 0) return;
+    const itimerspec limit = {{0, 0}, {seconds, 0}};
+    timer_settime(workTimer, 0, &limit, nullptr);
+}
+
+// The file and line, with a colon between, of the innermost call that lies in the library; empty if that
+// can't be told.
+std::string placeIn(const Comeback& state) {
+    constexpr uintptr_t mostBytes = 64 << 20;  // of a library
+    for (int i = callsOfHandler; i < handed.depth; i++) {
+        uintptr_t at = reinterpret_cast<uintptr_t>(handed.calls[i]) - state.begin;
+        if (at >= mostBytes) continue;
+        at -= i > callsOfHandler;  // where a call returns to lies behind it
+        std::string place;
+        runProgram({"addr2line", "-e", state.failed, formatted("0x%zx", size_t(at))},
+                   [&](const std::string& line) { place = line.substr(0, line.find_first_of(" \n")); });
+        if (place.find(':') != std::string::npos && !place.starts_with("?") && !place.ends_with(":"))
+            return place;
+    }
+    return "";
+}
+
+}  // namespace
+
+std::optional<Comeback> takeComeback() {
+    const char* descriptor = getenv(variable);
+    if (!descriptor) return std::nullopt;
+    const int from = atoi(descriptor);
+    unsetenv(variable);
+    const bool whole = read(from, &handed, sizeof handed) == ssize_t(sizeof handed);
+    close(from);
+    if (!whole) return std::nullopt;
+    Comeback state;
+    Loop loop;
+    std::istringstream text(handed.state);
+    text >> state.ms >> state.held >> loop.from >> loop.to >> state.deskShown >> state.counterQ >>
+        state.counterA >> state.builds[0] >> state.begin;
+    text.ignore();
+    for (std::string* line : {&state.before, &state.failed, &state.sources}) std::getline(text, *line);
+    if (loop.to > 0) state.loop = loop;
+    const std::string place = placeIn(state);
+    const std::string what = handed.signal == loopSignal
+                                 ? formatted("did not return within %d s", longestWork)
+                                 : std::string("crashed: ") + strsignal(handed.signal);
+    state.problem = (place.empty() ? state.sources.substr(0, state.sources.find(',')) : place) +
+                    ": the new code " + what + "; the code before goes on";
+    return state;
+}
+
+void setComeback(const Comeback& state, char** argv) {
+    if (ends[0] < 0) arm();
+    words = argv;
+    builds = state.builds;
+    const Loop loop = state.loop.value_or(Loop{0, 0});
+    snprintf(handed.state, sizeof handed.state, "%d %d %d %d %d %d %d %d %zu\n%s\n%s\n%s\n", state.ms,
+             state.held, loop.from, loop.to, state.deskShown, state.counterQ, state.counterA, state.builds[0],
+             size_t(state.begin), state.before.c_str(), state.failed.c_str(), state.sources.c_str());
+}
+
+WorkLimit::WorkLimit() {
+    limitWork(longestWork);
+}
+
+WorkLimit::~WorkLimit() {
+    limitWork(0);
+}

@@ -1,0 +1,42 @@
+// The way back from code that crashes or does not return: the program starts itself anew, in the same
+// process, and takes over where it was.
+#pragma once
+
+#include <sys/types.h>
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "tools/rehearse/transport.h"
+
+struct Comeback {
+    int ms = 0;  // of the music
+    bool held = false;
+    std::optional<Loop> loop;
+    bool deskShown = true;
+    int counterQ = 0, counterA = 0;
+    std::array<pid_t, 2> builds{};  // groups of processes that end with this start; the data set's first
+
+    std::string before;   // the library that goes on; empty for what is linked
+    std::string failed;   // and the one that did not
+    uintptr_t begin = 0;  // where that lay in memory
+    std::string sources;  // what was saved between the two, each with a comma behind it
+    std::string problem;  // what happened: a line that begins with file and number, where they are known
+};
+
+// What this start is to take over; nothing if it is a first one. Only the first call finds it.
+std::optional<Comeback> takeComeback();
+
+// What a new start would take over from now on, with the words of main's `argv`. Once a frame; before the
+// first time, what the thread does wrong ends it as it would anywhere.
+void setComeback(const Comeback& state, char** argv);
+
+// While one lives, more than two seconds of the thread's own work are a loop without an end.
+struct WorkLimit {
+    WorkLimit();
+    ~WorkLimit();
+    WorkLimit(const WorkLimit&) = delete;
+    WorkLimit& operator=(const WorkLimit&) = delete;
+};

@@ -1,0 +1,145 @@
+#include "tools/rehearse/live/library.h"
+
+#include <dlfcn.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <sstream>
+
+#include "effects/effect_base.h"
+#include "interface.h"
+#include "tools/formatted.h"
+
+namespace fs = std::filesystem;
+
+const ShowCode* loadedCode = nullptr;
+
+namespace {
+
+constexpr char copies[] = "loaded-";  // PID-NUMBER.so
+
+// Those whose processes were killed before they could do it.
+void removeCopiesOfTheDead(const fs::path& folder) {
+    std::error_code error;
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder, error)) {
+        const std::string name = entry.path().filename();
+        if (!name.starts_with(copies)) continue;
+        const std::string process =
+            name.substr(sizeof copies - 1, name.find('-', sizeof copies) - (sizeof copies - 1));
+        if (!fs::exists("/proc/" + process, error)) fs::remove(entry.path(), error);
+    }
+}
+
+void deleteEffects() {
+    if (!demo) return;
+    if (loadedCode) return loadedCode->deleteEffects();
+    for (const auto& [key, effect] : demo->effects) delete effect;
+    demo->effects.clear();
+}
+
+std::string objectionTo(const ShowCode& code) {
+    if (std::string(code.interface) != SHOW_INTERFACE)
+        return "a header outside script/ and effects/ was changed: build and start the rehearsal anew";
+    if (code.grid != gridOfBeats)
+        return "script/show_times.h: the grid of the beats was changed: build and start the rehearsal anew";
+    return "";
+}
+
+}  // namespace
+
+LiveCode::LiveCode(const std::string& production) {
+    const fs::path root = fs::path(production).parent_path();
+    folder = root.empty() ? "" : root.string() + "/";
+    const fs::path make = fs::absolute(root / "tools/rehearse/live/make");
+    std::error_code error;
+    if (!fs::exists(make, error) || access((root / "effects").c_str(), W_OK) != 0) return;
+    const fs::path where = production.empty() ? fs::absolute("build") : fs::path(BUILD_FOLDER);
+    built = where / "live/libshow.so";
+    build.command = {make, where / "live", COMPILER};
+    build.root = (fs::current_path() / root).lexically_normal().string();
+    if (!build.root.ends_with('/')) build.root += '/';
+    removeCopiesOfTheDead(where / "live");
+}
+
+LiveCode::~LiveCode() {
+    for (const std::string& library : {file, before})
+        if (!library.empty()) unlink(library.c_str());
+}
+
+void LiveCode::comeBack(const Comeback& state) {
+    if (!state.before.empty()) take(state.before);
+    unlink(state.failed.c_str());
+    problem = state.problem;
+    if (problem.starts_with(build.root)) problem.erase(0, build.root.size());
+    fprintf(stderr, "%s\n", problem.c_str());
+    std::istringstream names(state.sources);
+    for (std::string name; std::getline(names, name, ',');) build.newer.insert(name);
+}
+
+void LiveCode::describe(Comeback* state) const {
+    state->before = before;
+    state->failed = file;
+    state->begin = lowest;
+    state->builds[1] = build.process;
+    for (const std::string& source : sources) state->sources += source + ",";
+}
+
+bool LiveCode::isSource(const std::string& path) const {
+    return path.starts_with(folder + "script/") || path.starts_with(folder + "effects/");
+}
+
+bool LiveCode::poll() {
+    if (!build.poll() || !build.problem.empty()) return false;
+    build.news.clear();
+    if (build.seen.empty() && !isLinkedOutdated()) return false;
+    return take(copyOfBuilt());
+}
+
+bool LiveCode::isLinkedOutdated() const {
+    std::error_code error;
+    const auto linked = fs::last_write_time("/proc/self/exe", error);
+    for (const char* name : {"script", "effects"}) {
+        for (const fs::directory_entry& entry : fs::directory_iterator(folder + name, error))
+            if (entry.last_write_time(error) > linked) return true;
+    }
+    return false;
+}
+
+// Under a name of its own: of the same name it would be taken for the one that is loaded.
+std::string LiveCode::copyOfBuilt() {
+    fs::path copy;
+    std::error_code error;
+    do {
+        const std::string name = formatted("%s%d-%d.so", copies, int(getpid()), ++taken);
+        copy = fs::path(built).parent_path() / name;
+    } while (fs::exists(copy, error));
+    fs::copy_file(built, copy, error);
+    return copy;
+}
+
+bool LiveCode::take(const std::string& library) {
+    void* fresh = dlopen(library.c_str(), RTLD_NOW | RTLD_LOCAL);
+    const void* code = fresh ? dlsym(fresh, "showCode") : nullptr;
+    const char* error = code ? nullptr : dlerror();
+    problem = error ? error : objectionTo(*static_cast<const ShowCode*>(code));
+    if (!problem.empty()) {
+        fprintf(stderr, "%s\n", problem.c_str());
+        if (fresh) dlclose(fresh);
+        unlink(library.c_str());
+        return false;
+    }
+    // They go by the code that made them.
+    deleteEffects();
+    loadedCode = static_cast<const ShowCode*>(code);
+    if (handle) dlclose(handle);
+    handle = fresh;
+    Dl_info place;
+    lowest = dladdr(code, &place) ? reinterpret_cast<uintptr_t>(place.dli_fbase) : 0;
+    if (!before.empty()) unlink(before.c_str());
+    before = file;
+    file = library;
+    sources = build.seen;
+    for (const std::string& source : sources) build.news.push_back("loaded " + source);
+    return true;
+}

@@ -1,0 +1,49 @@
+// The show's code as a library: built in the background when a source of script/ or effects/ was saved,
+// loaded under a name of its own, and in force from the next frame on.
+#pragma once
+
+#include <set>
+#include <string>
+
+#include "tools/rehearse/background_build.h"
+#include "tools/rehearse/live/code.h"
+#include "tools/rehearse/live/comeback.h"
+
+struct LiveCode {
+    std::string folder;     // what script/ and effects/ lie in, with a slash at its end unless it is empty
+    BackgroundBuild build;  // without a command where there are no sources
+    std::string problem;    // why the last library is not in force, or is no more
+    std::string file;       // of the library in force; empty for what is linked
+    std::string before;     // and of the one that it took the place of
+    std::set<std::string> sources;  // that were saved between the two
+
+    // Of the sources beside `production` or, where that is empty, in the working directory, if there are any.
+    explicit LiveCode(const std::string& production);
+    ~LiveCode();
+    LiveCode(const LiveCode&) = delete;
+    LiveCode& operator=(const LiveCode&) = delete;
+
+    // Builds it already: the first save would wait for that. It is in force only if a source is younger than
+    // this program.
+    void begin() { build.request(); }
+    // Goes on with the code before that which failed.
+    void comeBack(const Comeback& state);
+    // What of that state is this one's.
+    void describe(Comeback* state) const;
+
+    // Whether that is a source of it.
+    bool isSource(const std::string& path) const;
+    // Once a frame, while nothing is drawn. True if another library is in force: there are no effects then.
+    bool poll();
+
+private:
+    // Puts a library into force. False, with `problem`, if it does not fit: what was in force still is.
+    bool take(const std::string& library);
+    std::string built;  // the library that is built, over and over
+    int taken = 0;
+    void* handle = nullptr;
+    uintptr_t lowest = 0;  // address of the library in force
+
+    std::string copyOfBuilt();
+    bool isLinkedOutdated() const;
+};
