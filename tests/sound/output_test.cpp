@@ -115,6 +115,7 @@ struct Verdict {
 Verdict judge(const Readings& readings, auto& ear) {
     static const std::vector<float> reference = decodeVorbis(noisePath());
     constexpr long reach = recordRate / 50;
+    if (readings.empty()) return {"nothing was played"};
     expectSteady(readings);
     const std::vector<float>& recording = ear.samples();
     Verdict verdict;
