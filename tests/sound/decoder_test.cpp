@@ -22,7 +22,7 @@ struct Sides {
 
 class Decoder : public testing::Test {
 protected:
-    const MemoryFile file;
+    MemoryFile file;
     std::unique_ptr<sound::Decoder> decoder;
 
     // Writes a file and opens it.
