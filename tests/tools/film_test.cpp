@@ -107,7 +107,7 @@ TEST(Film, CanBePutOnTheNetAsItIs) {
     ASSERT_EQ(result.status, 0) << result.output;
     EXPECT_EQ(namesIn(scratch.path), std::set<std::string>{"film.MP4"});
     expectFields(streamOf(film, "v"), taggedForTheNet);
-    expectFields(streamOf(film, "v"), {{"profile", "High"},
+    expectFields(streamOf(film, "v"), {{"profile", "Constrained Baseline"},
                                        {"width", "800"},
                                        {"height", "600"},
                                        {"r_frame_rate", "20/1"},
@@ -238,9 +238,10 @@ TEST_F(DrawnScenes, AreInEveryKindOfFilm) {
 TEST_F(DrawnScenes, AreWideForPlatformsAndParties) {
     const Pictures one(std::vector<uint8_t>(drawn.begin() + 2 * screenWidth * screenHeight * 3,
                                             drawn.begin() + 3 * screenWidth * screenHeight * 3));
-    for (const auto& [kind, profile, height, rate] : {std::tuple{FilmKind::Upload, "High", 1080, "60/1"},
-                                                      {FilmKind::Upload2160, "High", 2160, "60/1"},
-                                                      {FilmKind::Party, "Main", 720, "30/1"}}) {
+    for (const auto& [kind, profile, height, rate] :
+         {std::tuple{FilmKind::Upload, "Constrained Baseline", 1080, "60/1"},
+          {FilmKind::Upload2160, "Constrained Baseline", 2160, "60/1"},
+          {FilmKind::Party, "Main", 720, "30/1"}}) {
         const std::string film = scratch->file(optionOf(kind) + std::string(".mp4"));
         const int width = height * 16 / 9;
         one.film(film, kind);
