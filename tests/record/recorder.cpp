@@ -353,7 +353,8 @@ std::string polygon() {
     const auto known = names.find(mode);
     std::string text = known == names.end() ? "mode " + std::to_string(mode) : known->second;
     text += ", " + std::to_string(corners.size());
-    const bool rectangles = mode == GL_QUADS && corners.size() >= 4 && isRectangle(corners.data());
+    const bool rectangles =
+        mode == GL_QUADS && !corners.empty() && corners.size() % 4 == 0 && isRectangle(corners.data());
     const size_t step = rectangles ? 4 : 1;
     for (size_t i = 0; i < std::min(corners.size(), most * step); i += step)
         text.append(i ? ", " : ": ").append(rectangles ? rectangle(&corners[i]) : textOf(corners[i]));
