@@ -556,7 +556,7 @@ struct Row {
     showtime::Moment cut;  // that the section begins with, on the bar next to it
     const char *scale, *chords;
     Ramp level;
-    Tone tone;
+    Tone tone;  // evens out what its instruments have too much or too little of
     std::vector<Cue> cues;
     float swing = 0;
 };
