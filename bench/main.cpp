@@ -79,6 +79,12 @@ bool runProcess(const char* program, const Group& group, const std::string& part
 int runAll(const char* program, const std::vector<std::string>& words) {
     bool reached = true;
     std::string part;
+    for (const std::string& word : words) {
+        if (std::ranges::any_of(groups, [&](const Group& group) { return chooses(word, group.name, &part); }))
+            continue;
+        fprintf(stderr, "bench: %s: no group of rows\n", word.c_str());
+        return 1;
+    }
     for (const Group& group : groups) {
         if (words.empty()) reached &= runProcess(program, group, "");
         for (const std::string& word : words)

@@ -22,7 +22,3 @@ bool endsIn(const std::string& name, const std::string& ending);
 void readCommandLine(int argc, const char* const* argv, const std::string& usage,
                      const std::vector<std::string>& names,
                      const std::function<void(const std::string& option, const char* value)>& read);
-
-[[noreturn]] inline void refuseWord(const char*, const char* word, const char* reason) {
-    refuse(word, reason);
-}
