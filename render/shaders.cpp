@@ -71,10 +71,9 @@ BuiltProgram buildProgram(const std::optional<std::string>& vertex,
 }
 
 int Demo::loadShader(const char* base, const char* name) {
-    const std::string path = base;
-    const auto vertex = readWholeFile((path + ".vs").c_str());
-    const auto fragment = readWholeFile((path + ".fs").c_str());
-    const BuiltProgram built = buildProgram(vertex, fragment, checkGlError);
+    std::optional<std::string> sources[2];
+    for (int i = 0; i < 2; i++) sources[i] = readWholeFile((std::string(base) + shaderEndings[i]).c_str());
+    const BuiltProgram built = buildProgram(sources[0], sources[1], checkGlError);
     shaders[name] = built.program;
     char log[logSize];
     switch (built.failed) {

@@ -8,6 +8,9 @@
 
 #include "image/whole_file.h"
 
+// Of the two files of a program, the vertex shader's and the fragment shader's.
+constexpr const char* shaderEndings[] = {".vs", ".fs"};
+
 // Ends the program if a GL error is pending; returns GL_NO_ERROR otherwise.
 GLenum checkGlError();
 

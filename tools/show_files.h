@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "app/sound_music.h"
-#include "render/demo.h"
+#include "render/shaders.h"
 #include "script/resources.h"
 
 enum class FileKind { picture, model, shader, music };
@@ -21,8 +21,8 @@ inline std::vector<FileName> showFiles() {
     for (const MeshRow& row : meshRows()) files.push_back({FileKind::model, row.path});
     for (const TextureRow& row : textureRows()) files.push_back({FileKind::picture, row.path});
     for (const ShaderRow& row : shaderRows()) {
-        for (const char* stage : {".vs", ".fs"})
-            files.push_back({FileKind::shader, std::string(row.base) + stage});
+        for (const char* ending : shaderEndings)
+            files.push_back({FileKind::shader, std::string(row.base) + ending});
     }
     files.push_back({FileKind::music, SoundMusic::path});
     return files;

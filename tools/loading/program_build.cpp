@@ -3,7 +3,6 @@
 #include <regex>
 #include <sstream>
 
-#include "render/shaders.h"
 
 namespace {
 

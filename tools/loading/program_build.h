@@ -6,13 +6,12 @@
 #include <optional>
 #include <string>
 
+#include "render/shaders.h"
+
 struct ShaderText {
     std::string file;  // where it is from, for the compiler's words
     std::string text;
 };
-
-// Of the two files of a program.
-constexpr const char* shaderEndings[] = {".vs", ".fs"};
 
 struct ProgramBuild {
     GLhandleARB program = 0;  // 0 if it could not be built
