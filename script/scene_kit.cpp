@@ -17,6 +17,11 @@ void useBoom(float distort, float scale) {
     demo->setUniform1f("boom", "scale", scale);
 }
 
+void glowScreen(const char* target, float strength) {
+    demo->copyScreen("rtt1");
+    demo->glow("rtt1", target, 2, strength);
+}
+
 void drawPicture(const char* texture, const PictureQuad& quad) {
     glPushMatrix();
     glLoadIdentity();

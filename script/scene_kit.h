@@ -14,6 +14,9 @@ void lightFrom(float x, float y, float z);
 // (0 leaves the picture alone; 0.3 times the pulse is a shock on the beat).
 void useBoom(float distort, float scale);
 
+// What is on the screen into the target, glowing; goes through "rtt1" and clears the screen.
+void glowScreen(const char* target, float strength);
+
 // Where a picture lies over a scene: a quad in eye space, two units high.
 struct PictureQuad {
     float x = 0, y = 0, z = -1;  // its middle

@@ -36,12 +36,10 @@ void drawShipInTunnel() {
 }
 
 // A bright burst when the tunnel opens, settled after a second; from then on a breath with the beat.
-void glowIntoRtt2() {
+float glowStrength() {
     const float t = frame.time;
-    const float strength = t < showtime::tunnelSettled ? (showtime::tunnelSettled - t) * 1.79f + 0.95f
-                                                       : 0.25f * frame.pulse + 0.95f;
-    demo->copyScreen("rtt1");
-    demo->glow("rtt1", "rtt2", 2, strength);
+    return t < showtime::tunnelSettled ? (showtime::tunnelSettled - t) * 1.79f + 0.95f
+                                       : 0.25f * frame.pulse + 0.95f;
 }
 
 // While the picture is torn.
@@ -86,7 +84,7 @@ void sceneLaserIntro() {
     if (frame.time < showtime::beatZero) glColor3f(1, 1, 1);
     drawShipInTunnel();
 
-    glowIntoRtt2();
+    glowScreen("rtt2", glowStrength());
     if (inDistortion())
         useDistort(tornDistortion());
     else
@@ -105,7 +103,7 @@ void sceneLaserBoom() {
     demo->applyCamera(false);
     drawShipInTunnel();
 
-    glowIntoRtt2();
+    glowScreen("rtt2", glowStrength());
     // Outside the intervals the warp swings around 0, not around 1: a shimmer, not a tear.
     useDistort(inDistortion() ? tornDistortion() : 0.05f * std::sin(2 * frame.time));
     demo->drawScreenQuad("rtt2", 1);

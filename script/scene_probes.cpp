@@ -33,8 +33,7 @@ void sceneProbes() {
     drawSmoke();
     effectOf("probes").draw();  // places the camera too
 
-    demo->copyScreen("rtt1");
-    demo->glow("rtt1", "rtt3", 2, 1);
+    glowScreen("rtt3", 1);
     useBoom(8, 0.2f);
     demo->drawScreenQuad("rtt3", 1);
     demo->useShader();

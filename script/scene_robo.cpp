@@ -83,8 +83,7 @@ void sceneRobo() {
     drawSky();
     drawRobot();
 
-    demo->copyScreen("rtt1");
-    demo->glow("rtt1", "rtt2", 2, 1.05f);
+    glowScreen("rtt2", 1.05f);
     if (frame.time > showtime::greetings) {
         const float width = std::min(frame.time - showtime::greetings, 3.0f) * 0.6f;
         demo->blur("rtt2", "rtt2", {.iterations = 4, .xOffset = width, .yOffset = width, .strength = 1.05f});

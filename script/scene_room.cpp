@@ -69,8 +69,7 @@ void sceneRoom() {
     demo->drawScreenQuad("rtt1", 1);
     demo->useShader();
 
-    demo->copyScreen("rtt1");
-    demo->glow("rtt1", "rtt3", 2, 1);
+    glowScreen("rtt3", 1);
     const float level = fade();
     demo->drawScreenQuad("rtt3", 1);
     if (shocks) flashWhite(level);

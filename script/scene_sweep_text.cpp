@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include "effects/effect_base.h"
+#include "script/scene_kit.h"
 #include "script/scenes.h"
 #include "script/timeline.h"
 
@@ -16,8 +17,7 @@ void sceneSweepText() {
 
     const float wobble = std::sin(std::sin(t) * 4 + t * 10);
     const float strength = (wobble * 0.1f - 0.1f) + 0.95f;
-    demo->copyScreen("rtt1");
-    demo->glow("rtt1", "rtt2", 2, strength);
+    glowScreen("rtt2", strength);
     demo->drawScreenQuad("rtt2", 1);
 
     // Kept: left behind for the overlay, which sets its own. Only a trace of the calls would notice.

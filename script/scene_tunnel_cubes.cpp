@@ -54,7 +54,6 @@ void sceneTunnelCubes() {
     glEnable(GL_DEPTH_TEST);
     effectOf("cubes1").draw();
 
-    demo->copyScreen("rtt1");
-    demo->glow("rtt1", "rtt2", 2, 1.1f);
+    glowScreen("rtt2", 1.1f);
     demo->drawScreenQuad("rtt2", 1);
 }
