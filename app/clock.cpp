@@ -22,7 +22,7 @@ int position(MusicSource* source) {
 
 }  // namespace
 
-const float* SteppedMusic::spectrum() {
+const float* MusicSource::spectrum() {
     return silentSpectrum;
 }
 

@@ -11,7 +11,7 @@ struct MusicSource {
     virtual int position() = 0;            // milliseconds from the start of the music
     virtual void setPosition(int ms) = 0;  // never negative
     virtual void pause() = 0;              // holds the music where it is; nothing resumes it
-    virtual const float* spectrum() = 0;   // 512 magnitudes of what is playing
+    virtual const float* spectrum();       // 512 magnitudes of what is playing; all zeros here
 };
 
 // A source that stands wherever it is put: any moment of the show can be asked for.
@@ -21,7 +21,6 @@ struct SteppedMusic : MusicSource {
     int position() override { return ms; }
     void setPosition(int target) override { ms = target; }
     void pause() override {}
-    const float* spectrum() override;  // all zeros
 };
 
 // Seconds of the music, as the clock reads a position in milliseconds.

@@ -39,6 +39,7 @@ float seekSeconds(SDLKey key) {
 }
 
 void handleKey(SDLKey key) {
+    // Kept: from where the music was at this frame. Whoever presses twice within a frame moves it once.
     if (const float seconds = seekSeconds(key)) demo->clock.seek(demo->clock.time() + seconds);
     if (key == SDLK_ESCAPE) quit();
     if (key == SDLK_SPACE) tapBeat();
