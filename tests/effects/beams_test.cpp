@@ -21,7 +21,7 @@ public:
         drawn.clear();
         picture = feedbackOf([&] { effect.draw(); });
         EXPECT_GT(drawn.size(), index);
-        return drawn.at(index).modelView;
+        return drawn.at(index);
     }
 
     Feedback picture;

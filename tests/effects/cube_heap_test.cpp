@@ -114,7 +114,7 @@ TEST_F(CubeHeapTest, BulgesAcrossTheBoxInEitherTurn) {
     ASSERT_EQ(drawn.size(), 20u);
     for (int i = 0; i < 20; i++) {
         // Either way the mesh's own x axis is the one that grows: columns of the matrix are where axes go.
-        const float* m = drawn[i].modelView.m;
+        const float* m = drawn[i].m;
         EXPECT_NEAR(std::fabs(m[i % 2 == 0 ? 2 : 0]), 1.5f, 1e-5f) << i;
         EXPECT_NEAR(Vec3({m[8], m[9], m[10]}).length(), 1, 1e-5f) << i;
     }

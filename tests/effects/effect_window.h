@@ -1,41 +1,14 @@
 // What tests of effects share: boxes for meshes and plain colours for textures under the keys that effects
-// look up, a record of every mesh drawn, and GL's feedback in the place of pixels where exact values matter.
+// look up, where every mesh was drawn, and GL's feedback in the place of pixels where exact values matter.
 #pragma once
 
 #include <functional>
-#include <map>
 #include <memory>
-#include <string>
 #include <vector>
 
 #include "geometry/matrix4.h"
 #include "geometry/mesh.h"
 #include "tests/gl_window.h"
-
-struct UnitState {
-    bool on;
-    GLint texture;
-    GLint mode;
-    int generated;  // of S and T: how many
-};
-
-inline UnitState unitState(int unit) {
-    UnitState state{};
-    glActiveTexture(GL_TEXTURE0 + unit);
-    state.on = glIsEnabled(GL_TEXTURE_2D);
-    state.texture = stateOf(GL_TEXTURE_BINDING_2D);
-    glGetTexEnviv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, &state.mode);
-    state.generated = glIsEnabled(GL_TEXTURE_GEN_S) + glIsEnabled(GL_TEXTURE_GEN_T);
-    glActiveTexture(GL_TEXTURE0);
-    return state;
-}
-
-// A mesh drawn, and the state it was drawn in.
-struct MeshDraw {
-    std::string key;
-    Matrix4 modelView;
-    UnitState third;  // of the texture units
-};
 
 // Where GL would have drawn, in window coordinates.
 struct FeedbackVertex {
@@ -84,12 +57,11 @@ inline Feedback feedbackOf(const std::function<void()>& draw) {
 
 class EffectWindow : public GlWindow {
 public:
-    inline static std::vector<MeshDraw> drawn;
+    inline static std::vector<Matrix4> drawn;  // the model-view matrix of each mesh
 
     void SetUp() override {
         GlWindow::SetUp();
         drawn.clear();
-        keys.clear();
         realDraw = __glewDrawRangeElementsEXT;
         __glewDrawRangeElementsEXT = recordDraw;
     }
@@ -138,7 +110,6 @@ public:
 
 private:
     inline static PFNGLDRAWRANGEELEMENTSEXTPROC realDraw;
-    inline static std::map<GLint, std::string> keys;  // by index buffer
     std::vector<std::unique_ptr<MeshSet>> sets;
 
     // Vertices of position, normal and texture coordinates.
@@ -158,19 +129,13 @@ private:
         std::copy(faces.begin(), faces.end(), mesh.faces.get());
         mesh.rebuildAttribs();
         mesh.upload();
-        keys[GLint(mesh.indexBuffer)] = key;
         demo->meshes[key] = set.get();
         sets.push_back(std::move(set));
     }
 
     static void GLAPIENTRY recordDraw(GLenum mode, GLuint start, GLuint end, GLsizei count, GLenum type,
                                       const void* indices) {
-        MeshDraw draw{keys[stateOf(GL_ELEMENT_ARRAY_BUFFER_BINDING)], {}, {}};
-        glGetFloatv(GL_MODELVIEW_MATRIX, draw.modelView.m);
-        const GLint unit = stateOf(GL_ACTIVE_TEXTURE);
-        draw.third = unitState(2);
-        glActiveTexture(GLenum(unit));
-        drawn.push_back(draw);
+        glGetFloatv(GL_MODELVIEW_MATRIX, drawn.emplace_back().m);
         realDraw(mode, start, end, count, type, indices);
     }
 };

@@ -86,10 +86,10 @@ TEST_P(EveryEffect, IsSeenAndLeavesWhatItShould) {
     EXPECT_TRUE(stateOf(GL_DEPTH_WRITEMASK));
     for (GLenum state : {GL_LINE_SMOOTH, GL_POLYGON_OFFSET_FILL, GL_ALPHA_TEST})
         EXPECT_FALSE(glIsEnabled(state));
-    EXPECT_EQ(unitState(0).mode, GL_MODULATE);
-    for (int unit : {0, 1, 2}) {
-        EXPECT_EQ(unitState(unit).on, unit == 0);
-        EXPECT_EQ(unitState(unit).generated, 0);
+    for (int unit : {2, 1, 0}) {
+        glActiveTexture(GL_TEXTURE0 + unit);
+        EXPECT_EQ(glIsEnabled(GL_TEXTURE_2D), unit == 0);
+        EXPECT_FALSE(glIsEnabled(GL_TEXTURE_GEN_S) || glIsEnabled(GL_TEXTURE_GEN_T));
     }
 }
 

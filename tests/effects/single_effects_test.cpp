@@ -1,10 +1,7 @@
-// What single effects have of their own beside what the record of the show holds: the third texture unit, and
-// what no scene draws.
+// What single effects have that no scene draws, so that the record of the show does not hold it.
 #include <cmath>
 
-#include "effects/fake_stripes.h"
 #include "effects/grower.h"
-#include "effects/robo.h"
 #include "effects/soft_shadow.h"
 #include "effects/sweep_text.h"
 #include "tests/effects/effect_window.h"
@@ -12,33 +9,6 @@
 namespace {
 
 struct SingleEffects : PixelWindow {};
-
-TEST_F(SingleEffects, StripesAreCutByHeightOnTheScreen) {
-    addTextures({"shiptex", "envmap"});
-    // A hole in the lower half of every 500 units.
-    addTexture("koe", 1, 2, {{255, 255, 255, 0}, {255, 255, 255, 255}});
-    addBox("haromalli", 150, 150, 150);
-    goTo(40);
-    FakeStripes(demo, "haromalli", "koe").drawAt(0, 0);
-    const Screen screen = readScreen();
-    int above = 0, below = 0;
-    for (int y = 0; y < screenHeight; y++)
-        for (int x = 0; x < screenWidth; x++) (y < 300 ? below : above) += screen.at(x, y).r > 0;
-    EXPECT_EQ(above, 0) << "0 to 250 units up is the first row of the texture";
-    EXPECT_GT(below, 30000);
-}
-
-TEST_F(SingleEffects, OnlyTheRobotsScreenShowsItsFace) {
-    addTextures({"envmap2", "envmap3", "lasertex2", "roboscreen", "noise1"});
-    for (const char* key : {"robo body", "robo arms", "robo screen", "ring"}) addBox(key, 30, 30, 30);
-    demo->loadShader("production/shaders/smoke", "smoke");
-    Robo(demo).drawAt(0, 1);
-    ASSERT_EQ(drawn.size(), 4u);
-    for (const MeshDraw& draw : drawn) EXPECT_EQ(draw.third.on, draw.key == "robo screen") << draw.key;
-    EXPECT_EQ(drawn[2].third.texture, GLint(demo->texture("roboscreen")));
-    EXPECT_EQ(drawn[2].third.mode, GL_ADD);
-    EXPECT_EQ(unitState(2).mode, GL_MODULATE);
-}
 
 TEST_F(SingleEffects, AGrowerIsATreeWithRoomForFourThatBobs) {
     Grower tree(demo);
