@@ -1,7 +1,5 @@
 #include "tests/show.h"
 
-#include <dlfcn.h>
-
 #include "app/app.h"
 #include "app/frame.h"
 #include "app/startup.h"
@@ -9,78 +7,39 @@
 
 namespace {
 
+// Loaded once, and of the state that start-up leaves what the window's own set-up has not.
 struct LoadedShow {
     Demo* demo = nullptr;
-    std::vector<LoadingStep> steps;
-    StartUpState state;
-};
-
-bool loading = false;
-LoadedShow show;
-
-void countLoadingScreen() {
-    const auto count = [](const auto& table) { return int(table.size()); };
-    show.steps.push_back({count(demo->meshes), demo->nextTexture, count(demo->effects), count(demo->shaders),
-                          readScreen().litCount()});
-}
+    float lineWidth = 0, clearColour[4] = {};
+} show;
 
 void loadOnce() {
     if (show.demo) return;
     Demo* const bare = demo;
-    // None of it is what start-up leaves.
-    glDepthFunc(GL_ALWAYS);
-    glDisable(GL_DEPTH_TEST);
-    glShadeModel(GL_FLAT);
-    glLineWidth(1);
-    loading = true;
     initialiseDemo();
-    loading = false;
-    show.state = {
-        stateOf(GL_DEPTH_FUNC), stateOf(GL_SHADE_MODEL), 0, 0, glGetHandleARB(GL_PROGRAM_OBJECT_ARB),
-        demo->clock.bpm};
-    glGetFloatv(GL_LINE_WIDTH, &show.state.lineWidth);
-    float clearColour[4];
-    glGetFloatv(GL_COLOR_CLEAR_VALUE, clearColour);
-    show.state.clearAlpha = clearColour[3];
+    glGetFloatv(GL_LINE_WIDTH, &show.lineWidth);
+    glGetFloatv(GL_COLOR_CLEAR_VALUE, show.clearColour);
     show.demo = demo;
     demo = bare;
 }
 
 }  // namespace
 
-// In front of the library's own, which it goes on to: loading screens can be read before they are shown.
-extern "C" void SDL_GL_SwapBuffers() {
-    static const auto swap = reinterpret_cast<void (*)()>(dlsym(RTLD_NEXT, "SDL_GL_SwapBuffers"));
-    if (loading) countLoadingScreen();
-    swap();
-}
-
 void Show::SetUp() {
     GlWindow::SetUp();
     loadOnce();
     bare = demo;
     demo = show.demo;
-    // Of what start-up leaves, what the window's own set-up has not.
-    glLineWidth(show.state.lineWidth);
-    glClearColor(0, 0, 0, show.state.clearAlpha);
+    glLineWidth(show.lineWidth);
+    glClearColor(0, 0, 0, show.clearColour[3]);
     demo->clock.source = &music;
-    overlayRecord = demo->textureIndex("overlay");
     rewind();
 }
 
 void Show::TearDown() {
-    demo->textureNames["overlay"] = overlayRecord;
     demo->clock.source = nullptr;
     demo = bare;
     GlWindow::TearDown();
-}
-
-const std::vector<LoadingStep>& Show::loadingSteps() {
-    return show.steps;
-}
-
-const StartUpState& Show::startUpState() {
-    return show.state;
 }
 
 Screen Show::drawMoment(int ms) {
@@ -112,9 +71,4 @@ void Show::rewind() {
     demo->setUniform1f("boom", "distort", 0);
     demo->setUniform1f("boom", "scale", 0);
     demo->useShader();
-}
-
-void Show::withoutOverlay() {
-    addSolidTexture("black", {0, 0, 0, 255});
-    demo->textureNames["overlay"] = demo->textureIndex("black");
 }

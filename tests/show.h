@@ -2,33 +2,12 @@
 // any moment of it with the program's own frame, stepped by a counter instead of music.
 #pragma once
 
-#include <vector>
-
 #include "tests/gl_window.h"
-
-// What was loaded when a loading screen was shown.
-struct LoadingStep {
-    int meshes, textures, effects, shaders;
-    int litPixels;
-};
-
-// What stands right after start-up.
-struct StartUpState {
-    int depthFunction, shadeModel;
-    float lineWidth, clearAlpha;
-    GLhandleARB program;
-    float beatsPerMinute;
-};
 
 class Show : public GlWindow {
 public:
     void SetUp() override;
     void TearDown() override;
-
-    // Every loading screen of the one start, in order.
-    static const std::vector<LoadingStep>& loadingSteps();
-
-    static const StartUpState& startUpState();
 
     // The picture of the next frame, with the music at `ms`.
     Screen drawMoment(int ms);
@@ -42,10 +21,6 @@ public:
     // numbers.
     void rewind();
 
-    // The overlay black, so that it leaves the picture as it is, until the test ends.
-    void withoutOverlay();
-
 private:
     Demo* bare = nullptr;  // the window's, kept while `demo` is the show's
-    int overlayRecord = 0;
 };
