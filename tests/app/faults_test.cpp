@@ -1,4 +1,5 @@
 // What goes wrong around the program: files that are missing, and a sound server that freezes.
+#include "render/shaders.h"
 #include "script/resources.h"
 #include "tests/app/program.h"
 #include "tests/virtual_screen.h"
@@ -28,8 +29,9 @@ TEST_F(Faults, AMissingModelOrPictureEndsTheStartWithItsName) {
 }
 
 TEST_F(Faults, MissingShadersAreLeftOutAndNothingIsPrinted) {
+    int which = 0;
     for (const ShaderRow& row : shaderRows())
-        std::filesystem::remove(scratch.path / (row.base + std::string(row.name[0] == 's' ? ".vs" : ".fs")));
+        std::filesystem::remove(scratch.path / (std::string(row.base) + shaderEndings[which++ % 2]));
     EXPECT_EQ(start("-nosound"), "Using No sound.\n");
     EXPECT_EQ(end(false), 0);
     EXPECT_EQ(errors(), "");

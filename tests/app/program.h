@@ -12,6 +12,7 @@
 
 #include "tests/scratch.h"
 #include "tests/sound/sound_server.h"
+#include "tests/tools/run.h"
 
 struct Outcome {
     int status;  // -1 if it did not end by itself
@@ -34,23 +35,8 @@ public:
         environment.set(noDriver ? "GALLIUM_NOOP" : "LP_NO_RAST", "1");
     }
 
-    // Every file of the data set, below data/.
-    static std::vector<std::filesystem::path> dataFiles() {
-        std::vector<std::filesystem::path> files;
-        for (const auto& entry : std::filesystem::recursive_directory_iterator("data")) {
-            const bool ours = entry.is_regular_file() && !entry.path().filename().string().starts_with(".");
-            if (ours) files.push_back(entry.path());
-        }
-        return files;
-    }
-
     // Puts the data set into the directory.
-    void linkData() const {
-        for (const auto& file : dataFiles()) {
-            std::filesystem::create_directories((scratch.path / file).parent_path());
-            std::filesystem::create_symlink(std::filesystem::canonical(file), scratch.path / file);
-        }
-    }
+    void linkData() const { linkDataSet(scratch.path); }
 
     // Runs it to its end.
     Outcome run(const std::string& options, const std::string& environment = "") const {
