@@ -5,6 +5,11 @@
 #include "tools/capture/hash.h"
 #include "tools/capture/stopping.h"
 
+bool tell(const std::string& line) {
+    fprintf(stderr, "capture: %s\n", line.c_str());
+    return false;
+}
+
 bool drawFrames(SteppedShow& show, const std::vector<int>& frames, Progress& progress, Grabber::Write write,
                 std::string* problem) {
     Grabber grabber(std::move(write));
@@ -18,13 +23,12 @@ bool drawFrames(SteppedShow& show, const std::vector<int>& frames, Progress& pro
     if (problem)
         *problem = grabber.problem;
     else if (!grabber.problem.empty())
-        fprintf(stderr, "capture: %s\n", grabber.problem.c_str());
+        tell(grabber.problem);
     return written;
 }
 
 bool tellNoFilm(const Film& film) {
-    if (!wasStopped()) fprintf(stderr, "capture: no film was written: %s\n", film.problem.c_str());
-    return false;
+    return !wasStopped() && tell("no film was written: " + film.problem);
 }
 
 bool finishFilm(Film& film, bool complete, Manifest* manifest) {

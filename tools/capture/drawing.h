@@ -10,6 +10,9 @@
 #include "tools/capture/progress.h"
 #include "tools/capture/stepped_show.h"
 
+// Writes a line on standard error, behind the program's name. False, for who fails by it.
+bool tell(const std::string& line);
+
 // Draws the frames, ascending, and hands each to `write`. False if that failed or the capture was stopped, or
 // if a frame could not be read back: `problem` then says so, or where there is none a line on standard error.
 bool drawFrames(SteppedShow& show, const std::vector<int>& frames, Progress& progress, Grabber::Write write,

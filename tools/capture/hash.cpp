@@ -67,8 +67,9 @@ std::string hashOfFile(const std::string& path) {
     const std::unique_ptr<FILE, int (*)(FILE*)> file(fopen(path.c_str(), "rb"), fclose);
     if (!file) return "";
     Hash hash;
-    std::vector<char> part(1 << 20);
-    while (const size_t count = fread(part.data(), 1, part.size(), file.get())) hash.add(part.data(), count);
+    std::vector<char> block(1 << 20);
+    while (const size_t count = fread(block.data(), 1, block.size(), file.get()))
+        hash.add(block.data(), count);
     return ferror(file.get()) ? "" : hash.text();
 }
 

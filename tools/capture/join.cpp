@@ -2,13 +2,12 @@
 
 #include <algorithm>
 #include <cinttypes>
-#include <cstdarg>
-#include <cstdio>
 #include <filesystem>
 
 #include "app/sound_music.h"
 #include "tools/capture/drawing.h"
 #include "tools/capture/manifest.h"
+#include "tools/formatted.h"
 
 namespace fs = std::filesystem;
 
@@ -26,29 +25,17 @@ struct Stretch {
     int offset;  // of its first frame in the part
 };
 
-[[gnu::format(printf, 1, 2)]] bool refuse(const char* format, ...) {
-    va_list values;
-    va_start(values, format);
-    fputs("capture: ", stderr);
-    vfprintf(stderr, format, values);
-    fputc('\n', stderr);
-    va_end(values);
-    return false;
-}
-
 bool readParts(const std::vector<std::string>& paths, std::vector<Part>* parts) {
     for (const std::string& path : paths) {
         Part part{path, {}};
         const bool told = readManifest(path, &part.manifest), whole = told && isWhole(path, part.manifest);
-        if (!fs::exists(path)) return refuse("%s: there is no such part", path.c_str());
-        if (!told) return refuse("%s: it has no manifest, or a broken one", path.c_str());
-        if (!whole)
-            return refuse("%s is broken: it is not the film that its manifest tells of", path.c_str());
+        if (!fs::exists(path)) return tell(path + ": there is no such part");
+        if (!told) return tell(path + ": it has no manifest, or a broken one");
+        if (!whole) return tell(path + " is broken: it is not the film that its manifest tells of");
         if (!parts->empty()) {
             const std::string difference = differenceOf(part.manifest, parts->front().manifest);
             if (!difference.empty())
-                return refuse("%s was drawn %s (%s)", path.c_str(), difference.c_str(),
-                              parts->front().path.c_str());
+                return tell(path + " was drawn " + difference + " (" + parts->front().path + ')');
         }
         parts->push_back(part);
     }
@@ -76,8 +63,8 @@ bool checkFrames(const std::vector<Stretch>& stretches, const FrameRuns& wanted)
     for (const Stretch& stretch : stretches) {
         if (before && stretch.run.first <= before->run.last) {
             const FrameRun twice = {stretch.run.first, std::min(stretch.run.last, before->run.last)};
-            return refuse("frames %s are in both %s and %s", textOf({twice}).c_str(),
-                          before->part->path.c_str(), stretch.part->path.c_str());
+            return tell("frames " + textOf({twice}) + " are in both " + before->part->path + " and " +
+                        stretch.part->path);
         }
         before = &stretch;
         for (int frame : framesOf({stretch.run})) there.push_back(frame);
@@ -87,8 +74,8 @@ bool checkFrames(const std::vector<Stretch>& stretches, const FrameRuns& wanted)
     std::set_difference(frames.begin(), frames.end(), there.begin(), there.end(),
                         std::back_inserter(missing));
     std::set_difference(there.begin(), there.end(), frames.begin(), frames.end(), std::back_inserter(spare));
-    if (!missing.empty()) return refuse("no part has the frames %s", textOf(runsOf(missing)).c_str());
-    if (!spare.empty()) return refuse("the film has no frames %s", textOf(runsOf(spare)).c_str());
+    if (!missing.empty()) return tell("no part has the frames " + textOf(runsOf(missing)));
+    if (!spare.empty()) return tell("the film has no frames " + textOf(runsOf(spare)));
     return true;
 }
 
@@ -111,12 +98,10 @@ std::string listOf(const std::vector<Stretch>& stretches, int fps) {
     for (const Stretch& stretch : stretches) {
         const int count = stretch.run.last - stretch.run.first + 1;
         list += "file " + quoted(stretch.part->path) + '\n';
-        char line[128];
-        snprintf(line, sizeof line, "inpoint %" PRId64 "us\noutpoint %" PRId64 "us\nduration %" PRId64 "us\n",
-                 microsecondsOf(stretch.offset, fps),
-                 microsecondsOf(2 * (stretch.offset + count) - 1, 2 * fps),
-                 microsecondsOf(frame + count, fps) - microsecondsOf(frame, fps));
-        list += line;
+        list += formatted("inpoint %" PRId64 "us\noutpoint %" PRId64 "us\nduration %" PRId64 "us\n",
+                          microsecondsOf(stretch.offset, fps),
+                          microsecondsOf(2 * (stretch.offset + count) - 1, 2 * fps),
+                          microsecondsOf(frame + count, fps) - microsecondsOf(frame, fps));
         frame += count;
     }
     return list;
@@ -153,12 +138,11 @@ bool joinParts(const std::vector<std::string>& paths, const CaptureOptions& opti
     if (!checkFrames(stretches, wanted)) return false;
     for (const Part& part : parts) {
         std::error_code failed;
-        if (fs::equivalent(part.path, options.out, failed))
-            return refuse("%s is one of the parts", options.out.c_str());
+        if (fs::equivalent(part.path, options.out, failed)) return tell(options.out + " is one of the parts");
     }
     if (soundtrack && soundtrack->hash != manifest.sound)
-        return refuse("%s: not the soundtrack that %s was drawn for", SoundMusic::path,
-                      parts.front().path.c_str());
+        return tell(SoundMusic::path + std::string(": not the soundtrack that ") + parts.front().path +
+                    " was drawn for");
 
     manifest.frames.clear();
     for (const Stretch& stretch : stretches) {

@@ -1,7 +1,5 @@
 // Captures the show for a clock that steps: as a film with its sound, as numbered pictures, or as a
 // storyboard; or joins parts of a film that many captures have drawn.
-#include <cstdio>
-
 #include "app/sound_music.h"
 #include "tools/capture/drawing.h"
 #include "tools/capture/join.h"
@@ -37,8 +35,7 @@ void findFiles(CaptureOptions* options) {
 bool join(const CaptureOptions& options) {
     const Soundtrack soundtrack(readShowFile({FileKind::music, SoundMusic::path}));
     if (soundtrack.problem.empty()) return joinParts(options.parts, options, &soundtrack);
-    fprintf(stderr, "capture: %s\n", soundtrack.problem.c_str());
-    return false;
+    return tell(soundtrack.problem);
 }
 
 // Nothing of data/ is read a second time: what is saved there later isn't in the film.
@@ -46,10 +43,7 @@ bool capture(const CaptureOptions& options) {
     FolderLock held = holdDataSet();
     if (!options.parts.empty()) return join(options);
     std::vector<int> frames = framesOf(options.runs(options.fps));
-    if (frames.empty()) {
-        fprintf(stderr, "capture: no frame lies between --from and --to\n");
-        return false;
-    }
+    if (frames.empty()) return tell("no frame lies between --from and --to");
     const bool film = options.storyboard.empty() && !options.picturesWanted();
     const ReadShow read = readShow(film && options.frames.empty());
     held.release();
@@ -81,9 +75,8 @@ int main(int argc, char** argv) {
         if (Film::inProgress) Film::inProgress->abandon();
     });
     succeeded = capture(options);
-    if (wasStopped() && !succeeded) {
-        fprintf(stderr, options.resume ? "capture: stopped; --resume goes on from what is whole\n"
-                                       : "capture: stopped; nothing was left half written\n");
-    }
+    if (wasStopped() && !succeeded)
+        tell(options.resume ? "stopped; --resume goes on from what is whole"
+                            : "stopped; nothing was left half written");
     return succeeded ? 0 : 1;
 }

@@ -1,11 +1,11 @@
 #include "tools/capture/part.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <filesystem>
 
 #include "tools/capture/drawing.h"
 #include "tools/capture/join.h"
+#include "tools/formatted.h"
 
 namespace fs = std::filesystem;
 
@@ -26,9 +26,7 @@ std::vector<Piece> piecesOf(const CaptureOptions& options, const FrameRuns& runs
     for (const FrameRun& run : runs) {
         for (int first = run.first; first <= run.last;) {
             const int last = std::min(run.last, (first / length + 1) * length - 1);
-            char name[64];
-            snprintf(name, sizeof name, "%06d-%06d", first, last);
-            pieces.push_back({folder + name + ending, {first, last}});
+            pieces.push_back({folder + formatted("%06d-%06d", first, last) + ending, {first, last}});
             first = last + 1;
         }
     }
@@ -63,20 +61,16 @@ bool drawPieces(SteppedShow& show, const std::vector<Piece>& pieces, const Manif
         std::string why;
         if (holds(piece.path, {piece.run}, wanted, &why)) continue;
         // Captures put a manifest in its place before its film, so this is somebody's.
-        if (fs::exists(piece.path) && !fs::exists(manifestPath(piece.path))) {
-            fprintf(stderr, "capture: %s is in the way: it has no manifest\n", piece.path.c_str());
-            return false;
-        }
+        if (fs::exists(piece.path) && !fs::exists(manifestPath(piece.path)))
+            return tell(piece.path + " is in the way: it has no manifest");
         if (!why.empty() && outdated++ == 0) example = piece.path + " was drawn " + why;
         missing.push_back(piece);
         frames += piece.run.last - piece.run.first + 1;
     }
     if (missing.size() < pieces.size())
-        fprintf(stderr, "capture: %zu of %zu pieces are there already\n", pieces.size() - missing.size(),
-                pieces.size());
+        tell(formatted("%zu of %zu pieces are there already", pieces.size() - missing.size(), pieces.size()));
     if (outdated > 0)
-        fprintf(stderr, "capture: %d of %zu pieces are drawn again: %s\n", outdated, pieces.size(),
-                example.c_str());
+        tell(formatted("%d of %zu pieces are drawn again: ", outdated, pieces.size()) + example);
     Progress progress(frames);
     for (const Piece& piece : missing) {
         if (!drawPart(show, framesOf({piece.run}), progress, piece.path, wanted)) return false;
@@ -101,9 +95,8 @@ bool drawPart(SteppedShow& show, const std::vector<int>& frames, Progress& progr
 bool isDrawn(const CaptureOptions& options, const Manifest& wanted) {
     std::string why;
     const bool drawn = holds(options.out, options.runs(options.fps), wanted, &why);
-    if (drawn) fprintf(stderr, "capture: %s is whole already\n", options.out.c_str());
-    if (!why.empty())
-        fprintf(stderr, "capture: %s is drawn again: it was drawn %s\n", options.out.c_str(), why.c_str());
+    if (drawn) tell(options.out + " is whole already");
+    if (!why.empty()) tell(options.out + " is drawn again: it was drawn " + why);
     return drawn;
 }
 

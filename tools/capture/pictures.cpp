@@ -3,7 +3,6 @@
 #include <png.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <filesystem>
 #include <iterator>
 #include <set>
@@ -71,7 +70,7 @@ std::vector<int> missingPictures(const CaptureOptions& options, const std::vecto
     if (!options.resume || !readManifest(options.out, &there)) return frames;
     const std::string why = differenceOf(there, *manifest);
     if (!why.empty()) {
-        fprintf(stderr, "capture: %s is drawn again: it was drawn %s\n", options.out.c_str(), why.c_str());
+        tell(options.out + " is drawn again: it was drawn " + why);
         return frames;
     }
     std::set<int> whole;
@@ -84,8 +83,8 @@ std::vector<int> missingPictures(const CaptureOptions& options, const std::vecto
     std::copy_if(frames.begin(), frames.end(), std::back_inserter(missing),
                  [&](int frame) { return !whole.contains(frame); });
     if (missing.size() < frames.size())
-        fprintf(stderr, "capture: %zu of %zu pictures are there already\n", frames.size() - missing.size(),
-                frames.size());
+        tell(formatted("%zu of %zu pictures are there already", frames.size() - missing.size(),
+                       frames.size()));
     return missing;
 }
 
