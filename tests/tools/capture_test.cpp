@@ -83,7 +83,7 @@ TEST(Capture, WordsThatAreWrongAreNamed) {
 TEST(Capture, DrawsNothingOfAStateThatNeverWas) {
     const ScratchDirectory scratch;
     linkDataSet(scratch.path);
-    const std::string shader = scratch.file("data/shaders/antiariel.fs"), text = content(shader);
+    const std::string shader = scratch.file("data/shaders/antiariel.fs"), text = contentOf(shader);
     std::filesystem::remove(shader);
     scratch.write("data/shaders/antiariel.fs", text);
     static volatile sig_atomic_t awaited;
@@ -94,7 +94,7 @@ TEST(Capture, DrawsNothingOfAStateThatNeverWas) {
     std::thread author([&] {
         for (int i = 0; i < 12000 && !awaited; i++) usleep(5000);
         std::filesystem::remove(scratch.file("data/loading.jpg"));
-        scratch.write("data/loading.jpg", content("data/overlay.jpg"));
+        scratch.write("data/loading.jpg", contentOf("data/overlay.jpg"));
         close(leased);
     });
     const Result result =

@@ -117,7 +117,7 @@ TEST(Film, CanBePutOnTheNetAsItIs) {
     EXPECT_GE(std::stoi(streamOf(film, "a")["bit_rate"]), 192000);
 
     EXPECT_EQ(groupsOf(film), "K.........K.");
-    const std::string bytes = content(film);
+    const std::string bytes = contentOf(film);
     EXPECT_LT(bytes.find("moov"), bytes.find("mdat"));
     EXPECT_NE(bytes.find("colrnclx"), std::string::npos);
     // The stream alone, without its container.
@@ -228,7 +228,7 @@ TEST_F(DrawnScenes, AreInEveryKindOfFilm) {
     expectFields(streamOf(archive, "a"),
                  {{"codec_name", "flac"}, {"sample_rate", "44100"}, {"bits_per_raw_sample", "24"}});
     // A decoder tells of what has rotted.
-    std::string bytes = content(archive);
+    std::string bytes = contentOf(archive);
     bytes[bytes.size() / 2] ^= 1;
     const std::string rotten = scratch->write("rotten.mkv", bytes);
     EXPECT_NE(shell("ffmpeg -v error -i " + rotten + " -map 0:v -f null -").output.find("CRC mismatch"),

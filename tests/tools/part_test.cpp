@@ -86,9 +86,9 @@ TEST_F(Parts, ThatDontBelongTogetherAreRefused) {
     EXPECT_EQ(refused(together + ' ' + ends + " --frames 250-256"),
               "capture: frames 250-251 are in both " + ends + " and " + ends + "\n");
 
-    const std::string other = scratch->write("other.mp4", content(ends));
+    const std::string other = scratch->write("other.mp4", contentOf(ends));
     EXPECT_EQ(refused(other), "capture: " + other + ": it has no manifest, or a broken one\n");
-    const std::string manifest = content(manifestPath(ends));
+    const std::string manifest = contentOf(manifestPath(ends));
     scratch->write("other.mp4.manifest", manifest.substr(0, manifest.size() / 2));
     EXPECT_EQ(refused(other), "capture: " + other + ": it has no manifest, or a broken one\n");
     for (const auto& [key, difference] : {std::pair{"program ", "by another program"},
@@ -99,21 +99,21 @@ TEST_F(Parts, ThatDontBelongTogetherAreRefused) {
         EXPECT_EQ(refused(ends + ' ' + other).find("capture: " + other + " was drawn " + difference + ": "),
                   0u);
     }
-    scratch->write("other.mp4", content(middle));
-    scratch->write("other.mp4.manifest", changed(content(manifestPath(middle)), "sound "));
+    scratch->write("other.mp4", contentOf(middle));
+    scratch->write("other.mp4.manifest", changed(contentOf(manifestPath(middle)), "sound "));
     EXPECT_EQ(refused(other + " --frames 252-254"),
               "capture: data/KVX - Ondrevane2.ogg: not the soundtrack that " + other + " was drawn for\n");
     scratch->write("other.mp4.manifest", manifest);
-    std::string broken = content(ends);
+    std::string broken = contentOf(ends);
     broken[broken.size() / 2] ^= 1;
     scratch->write("other.mp4", broken);
     EXPECT_EQ(refused(other),
               "capture: " + other + " is broken: it is not the film that its manifest tells of\n");
 
     // A capture ended after the manifest was in its place and before the new film was.
-    scratch->write("unfinished-other.mp4", content(ends));
+    scratch->write("unfinished-other.mp4", contentOf(ends));
     EXPECT_EQ(refused(other + " --frames 250-256"), "capture: no part has the frames 252-254\n");
-    EXPECT_TRUE(content(other) == content(ends));
+    EXPECT_TRUE(contentOf(other) == contentOf(ends));
 
     std::filesystem::remove(other);
     std::filesystem::remove(manifestPath(other));
@@ -127,7 +127,7 @@ TEST_F(Parts, StayUntilTheyAreDrawnAgain) {
     const pid_t process = startUntil("exec " CAPTURE_PROGRAM " --fps 4 --frames 80-89 --out " + ends,
                                      other.file("said"), [&] { return namesIn(scratch->path) != before; });
     kill(process, SIGINT);
-    EXPECT_EQ(waitForEnd(process), 1) << content(other.file("said"));
+    EXPECT_EQ(waitForEnd(process), 1) << contentOf(other.file("said"));
     EXPECT_TRUE(isWhole(ends, manifestOf(ends)));
     EXPECT_EQ(textOf(manifestOf(ends).runs()), "250-251,255-256");
     EXPECT_EQ(namesIn(scratch->path), before);
@@ -166,7 +166,7 @@ TEST_F(Resuming, DrawsOnlyWhatIsMissingOrOutdated) {
     pid_t process = captureAtWork();
     screen.reset();
     letItGoOn();
-    EXPECT_EQ(waitForEnd(process), 1) << content(encoder.file("said"));
+    EXPECT_EQ(waitForEnd(process), 1) << contentOf(encoder.file("said"));
     const std::string first = parts + "000029-000029.mp4", mine = parts + "000030-000039.mp4";
     EXPECT_EQ(namesIn(scratch.path), std::set<std::string>{"film.mp4.parts"});
     EXPECT_EQ(namesIn(parts), (std::set<std::string>{"000029-000029.mp4", "000029-000029.mp4.manifest"}));
@@ -175,9 +175,9 @@ TEST_F(Resuming, DrawsOnlyWhatIsMissingOrOutdated) {
     kill(process, SIGKILL);
     EXPECT_EQ(waitForEnd(process), -1);
     letItGoOn();
-    EXPECT_EQ(content(encoder.file("said")), "capture: 1 of 2 pieces are there already\n");
+    EXPECT_EQ(contentOf(encoder.file("said")), "capture: 1 of 2 pieces are there already\n");
 
-    const std::string manifest = content(manifestPath(first));
+    const std::string manifest = contentOf(manifestPath(first));
     scratch.write("film.mp4.parts/000029-000029.mp4.manifest", changed(manifest, "program "));
     scratch.write("film.mp4.parts/000030-000039.mp4", "mine");
     EXPECT_EQ(capture(words).output, "capture: " + mine + " is in the way: it has no manifest\n");
@@ -201,7 +201,7 @@ TEST_F(Resuming, DrawsOnlyWhatIsMissingOrOutdated) {
 
 // A copy of the program as another build of it would be.
 std::string anotherProgram(const ScratchDirectory& scratch) {
-    std::string bytes = content(CAPTURE_PROGRAM);
+    std::string bytes = contentOf(CAPTURE_PROGRAM);
     const size_t note = bytes.find(std::string("\x14\0\0\0\3\0\0\0GNU", 12));
     EXPECT_NE(note, std::string::npos) << "it has no build id";
     bytes[note + 12] ^= 1;
@@ -220,7 +220,7 @@ TEST_F(Resuming, IsOfOneState) {
     std::filesystem::rename(star, star + '~');
     kill(process, SIGHUP);
     letItGoOn();
-    EXPECT_EQ(waitForEnd(process), 0) << content(encoder.file("said"));
+    EXPECT_EQ(waitForEnd(process), 0) << contentOf(encoder.file("said"));
     EXPECT_EQ(probe("-select_streams a -show_entries stream=codec_name " + film), "aac\n");
 
     // The same program is the same in a package, which strips it; and nothing loads what an editor leaves.
@@ -275,7 +275,7 @@ TEST(ResumingPictures, DrawsThoseThatAreMissingOrBroken) {
     const ScratchDirectory scratch;
     const std::string words = "--resume --fps 1 --frames 20,22-23 --out " + scratch.file("%d.png");
     ASSERT_EQ(capture(words).status, 0);
-    const std::string whole = content(scratch.file("22.png"));
+    const std::string whole = contentOf(scratch.file("22.png"));
     const auto untouched = std::filesystem::last_write_time(scratch.file("20.png"));
     std::filesystem::resize_file(scratch.file("22.png"), whole.size() - 100);
     std::filesystem::remove(scratch.file("23.png"));
@@ -283,12 +283,12 @@ TEST(ResumingPictures, DrawsThoseThatAreMissingOrBroken) {
     ASSERT_EQ(resumed.status, 0) << resumed.output;
     EXPECT_EQ(resumed.output.find("capture: 1 of 3 pictures are there already\n"), 0) << resumed.output;
     EXPECT_EQ(std::filesystem::last_write_time(scratch.file("20.png")), untouched);
-    EXPECT_TRUE(content(scratch.file("22.png")) == whole);
+    EXPECT_TRUE(contentOf(scratch.file("22.png")) == whole);
     EXPECT_EQ(capture(words).output, "capture: 3 of 3 pictures are there already\n");
     EXPECT_EQ(namesIn(scratch.path),
               (std::set<std::string>{"%d.png.manifest", "20.png", "22.png", "23.png"}));
 
-    scratch.write("%d.png.manifest", changed(content(scratch.file("%d.png.manifest")), "data "));
+    scratch.write("%d.png.manifest", changed(contentOf(scratch.file("%d.png.manifest")), "data "));
     const Result again = capture(words);
     EXPECT_EQ(again.output.find("capture: " + scratch.file("%d.png") +
                                 " is drawn again: it was drawn from another data set: another "),

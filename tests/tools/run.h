@@ -9,10 +9,6 @@
 #include "tests/scratch.h"
 #include "tools/process.h"
 
-inline std::string content(const std::filesystem::path& path) {
-    return contentOf(path);
-}
-
 inline Result capture(const std::string& words) {
     return shell(CAPTURE_PROGRAM " " + words);
 }
