@@ -1,20 +1,16 @@
 #include "tests/process.h"
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
-#include <spawn.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
 #include <array>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <thread>
-#include <utility>
 
-extern char** environ;
+#include "tools/process.h"
 
 double secondsNow() {
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
@@ -25,23 +21,9 @@ void sleepSeconds(double seconds) {
 }
 
 pid_t startProcess(const std::vector<std::string>& words, int outputFile, int errorFile) {
-    std::vector<char*> arguments;
-    for (const char* word : {"setpriv", "--pdeathsig", "KILL"}) arguments.push_back(const_cast<char*>(word));
-    for (const std::string& word : words) arguments.push_back(const_cast<char*>(word.c_str()));
-    arguments.push_back(nullptr);
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, 0, "/dev/null", O_RDONLY, 0);
-    for (const auto& [file, stream] : {std::pair(outputFile, 1), std::pair(errorFile, 2)}) {
-        if (file < 0)
-            posix_spawn_file_actions_addopen(&actions, stream, "/dev/null", O_WRONLY, 0);
-        else
-            posix_spawn_file_actions_adddup2(&actions, file, stream);
-    }
-    pid_t process = -1;
-    if (posix_spawnp(&process, arguments[0], &actions, nullptr, arguments.data(), environ) != 0) process = -1;
-    posix_spawn_file_actions_destroy(&actions);
-    return process;
+    Words all = {"setpriv", "--pdeathsig", "KILL"};
+    all.insert(all.end(), words.begin(), words.end());
+    return startProgram(all, {.output = outputFile, .error = errorFile}, Group::ours);
 }
 
 pid_t startShell(const std::string& command, int outputFile, int errorFile) {
