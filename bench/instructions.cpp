@@ -13,6 +13,7 @@
 #include "bench/moments.h"
 #include "tests/scratch.h"
 #include "tools/capture/stepped_show.h"
+#include "tools/formatted.h"
 
 namespace {
 
@@ -25,7 +26,7 @@ constexpr double goals[] = {16, 201, 20, 213, 69, 21, 16, 922, 901, 905, 907};
 // Of the functions of a profile, those of this program. Their lines end in the object that they are of.
 double countedInstructions(const std::string& profile) {
     std::istringstream lines(outputOf("callgrind_annotate --threshold=100 --show-percs=no " + profile));
-    const std::string object = "[" + std::filesystem::read_symlink("/proc/self/exe").string() + "]";
+    const std::string object = formatted("[%s]", std::filesystem::read_symlink("/proc/self/exe").c_str());
     double count = 0;
     for (std::string line; std::getline(lines, line);) {
         if (line.find(object) == std::string::npos) continue;

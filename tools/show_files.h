@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "app/sound_music.h"
+#include "render/demo.h"
 #include "render/shaders.h"
 #include "script/resources.h"
 

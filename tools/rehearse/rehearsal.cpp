@@ -318,5 +318,6 @@ void Rehearsal::describeBuild(BackgroundBuild& one, const std::string& problem) 
     post(&one.news);
     if (one.running()) desk.working = one.whatIsMade();
     if (problem.empty()) return;
-    desk.problems.push_back(problem + (one.newer.empty() ? "" : "\n" + one.whatIsShown()));
+    desk.problems.push_back(problem);
+    if (!one.newer.empty()) desk.problems.back().append("\n").append(one.whatIsShown());
 }
