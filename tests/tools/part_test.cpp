@@ -1,5 +1,6 @@
 // Parts of a film: their frames, what they tell of themselves, how they join, and what a lost one costs.
 #include <gtest/gtest.h>
+#include <signal.h>
 
 #include <cstring>
 #include <memory>
@@ -123,11 +124,10 @@ TEST_F(Parts, ThatDontBelongTogetherAreRefused) {
 // Stopped while it is drawn again: what is there stays, and nothing is left half written.
 TEST_F(Parts, StayUntilTheyAreDrawnAgain) {
     const std::set<std::string> before = namesIn(scratch->path);
-    const ScratchDirectory other;
-    const pid_t process = startUntil("exec " CAPTURE_PROGRAM " --fps 4 --frames 80-89 --out " + ends,
-                                     other.file("said"), [&] { return namesIn(scratch->path) != before; });
+    const pid_t process = startProcess({CAPTURE_PROGRAM, "--fps", "4", "--frames", "80-89", "--out", ends});
+    EXPECT_TRUE(await(process, [&] { return namesIn(scratch->path) != before; }));
     kill(process, SIGINT);
-    EXPECT_EQ(waitForEnd(process), 1) << contentOf(other.file("said"));
+    EXPECT_EQ(waitForProcess(process), 1);
     EXPECT_TRUE(isWhole(ends, manifestOf(ends)));
     EXPECT_EQ(textOf(manifestOf(ends).runs()), "250-251,255-256");
     EXPECT_EQ(namesIn(scratch->path), before);
@@ -137,7 +137,7 @@ TEST_F(Parts, StayUntilTheyAreDrawnAgain) {
 struct Resuming : testing::Test {
     const ScratchDirectory scratch, encoder;
     const std::string film = scratch.file("film.mp4"), parts = film + ".parts/",
-                      stuck = encoder.file("stuck");
+                      stuck = encoder.file("stuck"), said = encoder.file("said");
     std::string words = "--fps 1 --from 29 --to 31 --resume --out " + film;
 
     // An encoder that does something before it begins the film, or part, that `pattern` names.
@@ -150,9 +150,10 @@ struct Resuming : testing::Test {
     pid_t captureAtWork(const std::string& before = "") {
         writeEncoder("*unfinished-000030*",
                      "touch " + stuck + "; while [ -e " + stuck + " ]; do sleep 0.05; done");
-        return startUntil(
-            before + " PATH=" + encoder.path.string() + ":$PATH exec " CAPTURE_PROGRAM " " + words,
-            encoder.file("said"), [&] { return std::filesystem::exists(stuck); });
+        const pid_t process = startShell(before + " PATH=" + encoder.path.string() +
+                                         ":$PATH; exec " CAPTURE_PROGRAM " " + words + " 2>" + said);
+        EXPECT_TRUE(await(process, [&] { return std::filesystem::exists(stuck); }));
+        return process;
     }
     void letItGoOn() const { std::filesystem::remove(stuck); }
 };
@@ -166,16 +167,16 @@ TEST_F(Resuming, DrawsOnlyWhatIsMissingOrOutdated) {
     pid_t process = captureAtWork();
     screen.reset();
     letItGoOn();
-    EXPECT_EQ(waitForEnd(process), 1) << contentOf(encoder.file("said"));
+    EXPECT_EQ(waitForProcess(process), 1) << contentOf(said);
     const std::string first = parts + "000029-000029.mp4", mine = parts + "000030-000039.mp4";
     EXPECT_EQ(namesIn(scratch.path), std::set<std::string>{"film.mp4.parts"});
     EXPECT_EQ(namesIn(parts), (std::set<std::string>{"000029-000029.mp4", "000029-000029.mp4.manifest"}));
 
     process = captureAtWork();
     kill(process, SIGKILL);
-    EXPECT_EQ(waitForEnd(process), -1);
+    EXPECT_EQ(waitForProcess(process), -1);
     letItGoOn();
-    EXPECT_EQ(contentOf(encoder.file("said")), "capture: 1 of 2 pieces are there already\n");
+    EXPECT_EQ(contentOf(said), "capture: 1 of 2 pieces are there already\n");
 
     const std::string manifest = contentOf(manifestPath(first));
     scratch.write("film.mp4.parts/000029-000029.mp4.manifest", changed(manifest, "program "));
@@ -220,7 +221,7 @@ TEST_F(Resuming, IsOfOneState) {
     std::filesystem::rename(star, star + '~');
     kill(process, SIGHUP);
     letItGoOn();
-    EXPECT_EQ(waitForEnd(process), 0) << contentOf(encoder.file("said"));
+    EXPECT_EQ(waitForProcess(process), 0) << contentOf(said);
     EXPECT_EQ(probe("-select_streams a -show_entries stream=codec_name " + film), "aac\n");
 
     // The same program is the same in a package, which strips it; and nothing loads what an editor leaves.

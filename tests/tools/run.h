@@ -7,18 +7,9 @@
 
 #include "tests/process.h"
 #include "tests/scratch.h"
-#include "tools/process.h"
 
 inline Result capture(const std::string& words) {
     return shell(CAPTURE_PROGRAM " " + words);
-}
-
-// Starts what the shell takes, its words in a file, and returns when `ready` says so or it has ended.
-template <typename Condition>
-pid_t startUntil(const std::string& command, const std::string& said, Condition ready) {
-    const pid_t process = startShell("exec 2>" + said + "; " + command);
-    await(process, ready);
-    return process;
 }
 
 // Stands for the show in the folder: links to the files of its data set, soundtrack and all.

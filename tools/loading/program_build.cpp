@@ -3,7 +3,6 @@
 #include <regex>
 #include <sstream>
 
-
 namespace {
 
 std::string logOf(GLhandleARB object) {
