@@ -281,8 +281,8 @@ void Rehearsal::requestBuilds(const std::string& path) {
     if (!reload.sources.empty() && path.starts_with(reload.sources + "/")) build.request(path);
     if (!live || !live->isSource(path)) return;
     live->build.request(path);
-    // Music is written to the show's times.
-    if (path.ends_with("/show_times.h")) build.request(path);
+    // Music is written to the show's times; pictures and models are made to what scenes have in headers, too.
+    if (path.ends_with(".h")) build.request(path);
 }
 
 // Effects are made anew by it when they are brought to where they are.
