@@ -15,7 +15,7 @@
 
 namespace {
 
-// Every frame that the show does not get is seen.
+// Every frame that the show does not get is seen. Not that which builds its code: the author waits for it.
 Words behindTheShow(const Words& command) {
     Words words = {"nice", "-n", "10"};
     words.insert(words.end(), command.begin(), command.end());
