@@ -1,9 +1,10 @@
 #include "tools/rehearse/live/comeback.h"
 
+#include <errno.h>
 #include <execinfo.h>
 #include <fcntl.h>
 #include <signal.h>
-#include <sys/mman.h>
+#include <sys/prctl.h>
 #include <time.h>
 #include <unistd.h>
 
@@ -125,6 +126,8 @@ std::optional<Comeback> takeComeback() {
                                  : std::string("crashed: ") + strsignal(handed.signal);
     state.problem = (place.empty() ? state.sources.substr(0, state.sources.find(',')) : place) +
                     ": the new code " + what + "; the code before goes on";
+    // It is that of the link by which it was started; who waits for this process looks for the old one.
+    prctl(PR_SET_NAME, program_invocation_short_name);
     return state;
 }
 
