@@ -32,6 +32,7 @@ bool rehearse(const RehearseOptions& options, char** words) {
     if (!sources.empty()) watch.add(sources);
     LiveCode live(sources);
     if (!live.build.command.empty()) {
+        armComeback(words);
         for (const char* name : {"script", "effects"}) watch.add(live.folder + name);
     }
     back ? live.comeBack(*back) : live.begin();
@@ -42,7 +43,6 @@ bool rehearse(const RehearseOptions& options, char** words) {
     SteppedShow show(Transport::framesPerSecond, SteppedShow::Loaded{});
     Rehearsal rehearsal(show, loading, watch, sources, behindTheShow(makeDataCommand()));
     rehearsal.live = &live;
-    rehearsal.words = words;
     SDL_WM_SetCaption("Valojuova: rehearsal", "Valojuova");
     startMusic(options.soundOutput, "");
     demo->clock.source = &rehearsal.transport;

@@ -93,21 +93,20 @@ void Rehearsal::comeBack(const Comeback& state) {
     deskShown = state.deskShown;
     app.counterQ = state.counterQ;
     app.counterA = state.counterA;
-    if (state.builds[0] > 0) build.request();
+    build.request();
     if (!state.held) transport.goOn();
 }
 
 void Rehearsal::keepComeback() {
-    Comeback state;
+    Comeback& state = live->left;
     state.ms = transport.rawPosition();
     state.held = transport.held;
     state.loop = transport.loop;
     state.deskShown = deskShown;
     state.counterQ = app.counterQ;
     state.counterA = app.counterA;
-    state.builds[0] = build.process;
-    live->describe(&state);
-    setComeback(state, words);
+    state.builds = {build.process, live->build.process};
+    setComeback(state);
 }
 
 void Rehearsal::handleEvent(const SDL_Event& event) {
@@ -190,7 +189,7 @@ void Rehearsal::frame() {
     const WorkLimit limit;
     hands.repeated.clear();
     lookForChanges();
-    if (loadedCode) keepComeback();
+    if (live) keepComeback();
     if (reload.apply()) {
         loaded++;
         redraw();
@@ -273,8 +272,8 @@ void Rehearsal::lookForChanges() {
         build.request(reload.sources);
         if (live) live->build.request();
     }
-    build.poll();
     if (live && live->poll()) takeCode();
+    build.poll();
 }
 
 void Rehearsal::requestBuilds(const std::string& path) {

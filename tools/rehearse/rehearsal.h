@@ -53,7 +53,6 @@ struct Rehearsal {
     bool deskShown = true;
     Shown shown = Shown::nothing;
     int loaded = 0;           // how often something took its place
-    char** words = nullptr;   // of the command line, for a start after code that failed
     std::string stateFile;    // what the desk shows goes there as well; none if empty
     std::string pictureFile;  // what the window shows goes there once it is settled, and that is all
     bool wrote = false;       // it has been written

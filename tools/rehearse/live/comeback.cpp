@@ -30,9 +30,9 @@ constexpr int crashes[] = {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, loopSignal}
 // What the handler hands on, which may allocate nothing.
 struct Handed {
     int signal;
-    int depth;        // of the calls
-    void* calls[64];  // innermost first
-    char state[4096];
+    int depth;         // of the calls
+    void* calls[64];   // innermost first
+    char state[4096];  // empty if there is nothing to go back to
 } handed;
 constexpr int callsOfHandler = 2;  // the first of them
 
@@ -42,6 +42,13 @@ char** words = nullptr;
 timer_t workTimer;
 
 void startAnew(int signalNumber) {
+    if (!handed.state[0]) {
+        // What is linked may work as long as it likes.
+        if (signalNumber == loopSignal) return;
+        signal(signalNumber, SIG_DFL);
+        raise(signalNumber);
+        return;
+    }
     handed.signal = signalNumber;
     handed.depth = backtrace(handed.calls, std::size(handed.calls));
     if (write(ends[1], &handed, sizeof handed) != ssize_t(sizeof handed)) _exit(1);
@@ -56,27 +63,6 @@ void startAnew(int signalNumber) {
     sigprocmask(SIG_SETMASK, &none, nullptr);
     execv("/proc/self/exe", words);
     _exit(1);
-}
-
-void arm() {
-    if (pipe2(ends, O_CLOEXEC) != 0) return;
-    setenv(variable, std::to_string(ends[0]).c_str(), 1);
-    void* first[1];
-    backtrace(first, 1);  // loads what it needs
-    // A stack that has overflowed is of no use to the handler.
-    constexpr size_t stackSize = 256 << 10;
-    static std::array<char, stackSize> stack;
-    const stack_t own = {stack.data(), 0, stack.size()};
-    sigaltstack(&own, nullptr);
-    struct sigaction action = {};
-    action.sa_handler = startAnew;
-    action.sa_flags = SA_ONSTACK | SA_RESETHAND;
-    for (const int number : crashes) sigaction(number, &action, nullptr);
-    sigevent event = {};
-    event.sigev_notify = SIGEV_THREAD_ID;
-    event.sigev_signo = loopSignal;
-    event._sigev_un._tid = gettid();
-    timer_create(CLOCK_THREAD_CPUTIME_ID, &event, &workTimer);
 }
 
 void limitWork(int seconds) {
@@ -116,7 +102,7 @@ std::optional<Comeback> takeComeback() {
     Loop loop;
     std::istringstream text(handed.state);
     text >> state.ms >> state.held >> loop.from >> loop.to >> state.deskShown >> state.counterQ >>
-        state.counterA >> state.builds[0] >> state.begin;
+        state.counterA >> state.begin;
     text.ignore();
     for (std::string* line : {&state.before, &state.failed, &state.sources}) std::getline(text, *line);
     if (loop.to > 0) state.loop = loop;
@@ -124,20 +110,45 @@ std::optional<Comeback> takeComeback() {
     const std::string what = handed.signal == loopSignal
                                  ? formatted("did not return within %d s", longestWork)
                                  : std::string("crashed: ") + strsignal(handed.signal);
-    state.problem = (place.empty() ? state.sources.substr(0, state.sources.find(',')) : place) +
-                    ": the new code " + what + "; the code before goes on";
+    const std::string where = place.empty() ? state.sources.substr(0, state.sources.find(',')) : place;
+    state.problem =
+        where + (where.empty() ? "" : ": ") + "the new code " + what + "; the code before goes on";
     // It is that of the link by which it was started; who waits for this process looks for the old one.
     prctl(PR_SET_NAME, program_invocation_short_name);
     return state;
 }
 
-void setComeback(const Comeback& state, char** argv) {
-    if (ends[0] < 0) arm();
+void armComeback(char** argv) {
+    if (pipe2(ends, O_CLOEXEC) != 0) return;
     words = argv;
+    setenv(variable, std::to_string(ends[0]).c_str(), 1);
+    void* first[1];
+    backtrace(first, 1);  // loads what it needs
+    // A stack that has overflowed is of no use to the handler.
+    constexpr size_t stackSize = 256 << 10;
+    static std::array<char, stackSize> stack;
+    const stack_t own = {stack.data(), 0, stack.size()};
+    sigaltstack(&own, nullptr);
+    struct sigaction action = {};
+    action.sa_handler = startAnew;
+    action.sa_flags = SA_ONSTACK | SA_RESTART;
+    for (const int number : crashes) sigaction(number, &action, nullptr);
+    sigevent event = {};
+    event.sigev_notify = SIGEV_THREAD_ID;
+    event.sigev_signo = loopSignal;
+    event._sigev_un._tid = gettid();
+    timer_create(CLOCK_THREAD_CPUTIME_ID, &event, &workTimer);
+}
+
+void setComeback(const Comeback& state) {
     builds = state.builds;
+    if (state.failed.empty()) {
+        handed.state[0] = 0;
+        return;
+    }
     const Loop loop = state.loop.value_or(Loop{0, 0});
-    snprintf(handed.state, sizeof handed.state, "%d %d %d %d %d %d %d %d %zu\n%s\n%s\n%s\n", state.ms,
-             state.held, loop.from, loop.to, state.deskShown, state.counterQ, state.counterA, state.builds[0],
+    snprintf(handed.state, sizeof handed.state, "%d %d %d %d %d %d %d %zu\n%s\n%s\n%s\n", state.ms,
+             state.held, loop.from, loop.to, state.deskShown, state.counterQ, state.counterA,
              size_t(state.begin), state.before.c_str(), state.failed.c_str(), state.sources.c_str());
 }
 

@@ -17,11 +17,11 @@ struct Comeback {
     std::optional<Loop> loop;
     bool deskShown = true;
     int counterQ = 0, counterA = 0;
-    std::array<pid_t, 2> builds{};  // groups of processes that end with this start; the data set's first
+    std::array<pid_t, 2> builds{};  // groups of processes that end with this start
 
     std::string before;   // the library that goes on; empty for what is linked
-    std::string failed;   // and the one that did not
-    uintptr_t begin = 0;  // where that lay in memory
+    std::string failed;   // and the one that did not; empty if there is none that could give way
+    uintptr_t begin = 0;  // where that lay in memory, once it was loaded
     std::string sources;  // what was saved between the two, each with a comma behind it
     std::string problem;  // what happened: a line that begins with file and number, where they are known
 };
@@ -29,9 +29,12 @@ struct Comeback {
 // What this start is to take over; nothing if it is a first one. Only the first call finds it.
 std::optional<Comeback> takeComeback();
 
-// What a new start would take over from now on, with the words of main's `argv`. Once a frame; before the
-// first time, what the thread does wrong ends it as it would anywhere.
-void setComeback(const Comeback& state, char** argv);
+// From now on a crash, or work without an end, leads to a new start with the words of main's `argv`, if there
+// is code that can give way; otherwise a crash ends the program as it would anywhere.
+void armComeback(char** argv);
+
+// What a new start would take over from now on: once a frame, and before a library is loaded.
+void setComeback(const Comeback& state);
 
 // While one lives, more than two seconds of the thread's own work are a loop without an end.
 struct WorkLimit {

@@ -63,26 +63,25 @@ LiveCode::LiveCode(const std::string& production) {
 }
 
 LiveCode::~LiveCode() {
-    for (const std::string& library : {file, before})
+    for (const std::string& library : {left.failed, left.before})
         if (!library.empty()) unlink(library.c_str());
 }
 
 void LiveCode::comeBack(const Comeback& state) {
+    left = state;
+    left.before.clear();
+    left.failed.clear();
+    left.builds = {};
     if (!state.before.empty()) take(state.before);
+    std::error_code error;
+    failed = fs::last_write_time(state.failed, error);
     unlink(state.failed.c_str());
     problem = state.problem;
     if (problem.starts_with(build.root)) problem.erase(0, build.root.size());
     fprintf(stderr, "%s\n", problem.c_str());
     std::istringstream names(state.sources);
     for (std::string name; std::getline(names, name, ',');) build.newer.insert(name);
-}
-
-void LiveCode::describe(Comeback* state) const {
-    state->before = before;
-    state->failed = file;
-    state->begin = lowest;
-    state->builds[1] = build.process;
-    for (const std::string& source : sources) state->sources += source + ",";
+    build.request();
 }
 
 bool LiveCode::isSource(const std::string& path) const {
@@ -92,6 +91,11 @@ bool LiveCode::isSource(const std::string& path) const {
 bool LiveCode::poll() {
     if (!build.poll() || !build.problem.empty()) return false;
     build.news.clear();
+    std::error_code error;
+    if (fs::last_write_time(built, error) == failed) {
+        build.newer.insert(build.seen.begin(), build.seen.end());
+        return false;
+    }
     if (build.seen.empty() && !isLinkedOutdated()) return false;
     return take(copyOfBuilt());
 }
@@ -106,7 +110,8 @@ bool LiveCode::isLinkedOutdated() const {
     return false;
 }
 
-// Under a name of its own: of the same name it would be taken for the one that is loaded.
+// Under a name of its own: of the same name it would be taken for the one that is loaded. With its time, by
+// which it is known again.
 std::string LiveCode::copyOfBuilt() {
     fs::path copy;
     std::error_code error;
@@ -114,11 +119,21 @@ std::string LiveCode::copyOfBuilt() {
         const std::string name = formatted("%s%d-%d.so", copies, int(getpid()), ++taken);
         copy = fs::path(built).parent_path() / name;
     } while (fs::exists(copy, error));
+    const auto time = fs::last_write_time(built, error);
     fs::copy_file(built, copy, error);
+    fs::last_write_time(copy, time, error);
     return copy;
 }
 
 bool LiveCode::take(const std::string& library) {
+    const Comeback good = left;
+    left.builds[1] = build.process;
+    left.before = good.failed;
+    left.failed = library;
+    left.begin = 0;
+    left.sources.clear();
+    for (const std::string& source : build.seen) left.sources += source + ",";
+    setComeback(left);
     void* fresh = dlopen(library.c_str(), RTLD_NOW | RTLD_LOCAL);
     const void* code = fresh ? dlsym(fresh, "showCode") : nullptr;
     const char* error = code ? nullptr : dlerror();
@@ -127,19 +142,20 @@ bool LiveCode::take(const std::string& library) {
         fprintf(stderr, "%s\n", problem.c_str());
         if (fresh) dlclose(fresh);
         unlink(library.c_str());
+        left = good;
+        setComeback(left);
         return false;
     }
     // They go by the code that made them.
+    setComeback(good);
     deleteEffects();
     loadedCode = static_cast<const ShowCode*>(code);
     if (handle) dlclose(handle);
     handle = fresh;
     Dl_info place;
-    lowest = dladdr(code, &place) ? reinterpret_cast<uintptr_t>(place.dli_fbase) : 0;
-    if (!before.empty()) unlink(before.c_str());
-    before = file;
-    file = library;
-    sources = build.seen;
-    for (const std::string& source : sources) build.news.push_back("loaded " + source);
+    if (dladdr(code, &place)) left.begin = reinterpret_cast<uintptr_t>(place.dli_fbase);
+    setComeback(left);
+    if (!good.before.empty()) unlink(good.before.c_str());
+    for (const std::string& source : build.seen) build.news.push_back("loaded " + source);
     return true;
 }

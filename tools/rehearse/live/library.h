@@ -2,7 +2,7 @@
 // loaded under a name of its own, and in force from the next frame on.
 #pragma once
 
-#include <set>
+#include <filesystem>
 #include <string>
 
 #include "tools/rehearse/background_build.h"
@@ -13,9 +13,7 @@ struct LiveCode {
     std::string folder;     // what script/ and effects/ lie in, with a slash at its end unless it is empty
     BackgroundBuild build;  // without a command where there are no sources
     std::string problem;    // why the last library is not in force, or is no more
-    std::string file;       // of the library in force; empty for what is linked
-    std::string before;     // and of the one that it took the place of
-    std::set<std::string> sources;  // that were saved between the two
+    Comeback left;          // if the library in force, or that which is being loaded, fails
 
     // Of the sources beside `production` or, where that is empty, in the working directory, if there are any.
     explicit LiveCode(const std::string& production);
@@ -26,10 +24,8 @@ struct LiveCode {
     // Builds it already: the first save would wait for that. It is in force only if a source is younger than
     // this program.
     void begin() { build.request(); }
-    // Goes on with the code before that which failed.
+    // Goes on with the code before that which failed, and builds: what was saved meanwhile nobody has seen.
     void comeBack(const Comeback& state);
-    // What of that state is this one's.
-    void describe(Comeback* state) const;
 
     // Whether that is a source of it.
     bool isSource(const std::string& path) const;
@@ -42,7 +38,7 @@ private:
     std::string built;  // the library that is built, over and over
     int taken = 0;
     void* handle = nullptr;
-    uintptr_t lowest = 0;  // address of the library in force
+    std::filesystem::file_time_type failed{};  // the time of the library that did
 
     std::string copyOfBuilt();
     bool isLinkedOutdated() const;
