@@ -117,6 +117,11 @@ void createEffects() {
     }
 }
 
+void deleteEffects() {
+    for (const auto& [key, effect] : demo->effects) delete effect;
+    demo->effects.clear();
+}
+
 void restartEffects() {
     const auto [meshes, textures, effects, shaders] = resourceCounts();
     restartRandomNumbers();

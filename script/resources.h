@@ -42,6 +42,7 @@ std::span<const ShaderRow> shaderRows();
 void loadMeshes();
 void loadTextures();
 void createEffects();
+void deleteEffects();
 void loadShaders();
 
 // What effects carry from frame to frame, put back to what it is when the music starts: each is made anew by

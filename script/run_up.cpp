@@ -5,7 +5,7 @@
 #include "render/demo.h"
 #include "script/timeline.h"
 
-std::vector<bool> framesToDraw(std::span<const int> ms) {
+std::vector<bool> framesToDraw(const std::vector<int>& ms) {
     std::vector<bool> drawn(ms.size());
     std::optional<size_t> lastThatLeaves;
     for (size_t i = 0; i + 1 < ms.size(); i++) {

@@ -9,12 +9,11 @@
 // row.
 #pragma once
 
-#include <span>
 #include <vector>
 
 // For the times, in milliseconds, of frames in the order of the show: which of them have to be drawn for the
 // last to come out as if all were. The last always is; the others are passed.
-std::vector<bool> framesToDraw(std::span<const int> ms);
+std::vector<bool> framesToDraw(const std::vector<int>& ms);
 
 // Moves past the frame at `time` seconds: everything is carried on as if it had been drawn, but nothing is.
 void passTimeline(float time, float delta);

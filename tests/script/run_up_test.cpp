@@ -76,7 +76,8 @@ struct RunUp : Show {
     // The same, with no more drawing than needed.
     void passUpTo(size_t moment) {
         const size_t first = next;
-        const std::vector<bool> drawn = framesToDraw({moments.data() + first, moment - first + 1});
+        const std::vector<bool> drawn =
+            framesToDraw({moments.begin() + long(first), moments.begin() + long(moment) + 1});
         const OnePixel unseen;
         while (next < moment) {
             if (drawn[next - first])
@@ -188,7 +189,7 @@ TEST_F(RunUp, DrawsFewFrames) {
     const auto entries = programme().size() - 1;
     EXPECT_LE(std::count(drawn.begin(), drawn.end(), true), long(entries + 2));
     EXPECT_TRUE(framesToDraw({}).empty());
-    EXPECT_EQ(framesToDraw(std::vector{5000}), std::vector{true});
+    EXPECT_EQ(framesToDraw({5000}), std::vector{true});
 }
 
 }  // namespace

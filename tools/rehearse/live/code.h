@@ -10,23 +10,30 @@
 #include "script/show_times.h"
 #include "script/timeline.h"
 
+// The calls that go to it: result, name, the linker's symbol, parameters and what is handed on of them.
+#define CALLS_OF_SHOW                                                                        \
+    CALL(std::span<const ProgrammeEntry>, programme, "_Z9programmev", (), ())                \
+    CALL(const ProgrammeEntry&, programmeAt, "_Z11programmeAtf", (float time), (time))       \
+    CALL(void, runTimeline, "_Z11runTimelineff", (float time, float delta), (time, delta))   \
+    CALL(void, passTimeline, "_Z12passTimelineff", (float time, float delta), (time, delta)) \
+    CALL(std::vector<bool>, framesToDraw, "_Z12framesToDrawRKSt6vectorIiSaIiEE",             \
+         (const std::vector<int>& ms), (ms))                                                 \
+    CALL(std::span<const MeshRow>, meshRows, "_Z8meshRowsv", (), ())                         \
+    CALL(std::span<const TextureRow>, textureRows, "_Z11textureRowsv", (), ())               \
+    CALL(std::span<const ShaderRow>, shaderRows, "_Z10shaderRowsv", (), ())                  \
+    CALL(void, createEffects, "_Z13createEffectsv", (), ())                                  \
+    CALL(void, restartEffects, "_Z14restartEffectsv", (), ())                                \
+    CALL(void, deleteEffects, "_Z13deleteEffectsv", (), ())
+
 // What a library has by the name "showCode".
 struct ShowCode {
     const char* interface;    // the hash of the headers that it and those who call it have in common
     std::array<int, 4> grid;  // see gridOfBeats
-
-    std::span<const ProgrammeEntry> (*programme)();
-    const ProgrammeEntry& (*programmeAt)(float time);
-    void (*runTimeline)(float time, float delta);
-    void (*passTimeline)(float time, float delta);
-    std::vector<bool> (*framesToDraw)(std::span<const int> ms);
-    std::span<const MeshRow> (*meshRows)();
-    std::span<const TextureRow> (*textureRows)();
-    std::span<const ShaderRow> (*shaderRows)();
-    void (*createEffects)();
-    void (*restartEffects)();
-    void (*deleteEffects)();
     const FrameState* frame;
+
+#define CALL(result, name, symbol, parameters, arguments) result(*name) parameters;
+    CALLS_OF_SHOW
+#undef CALL
 };
 
 // That of the library in force; nullptr for what is linked.

@@ -7,8 +7,8 @@
 #include <filesystem>
 #include <sstream>
 
-#include "effects/effect_base.h"
 #include "interface.h"
+#include "render/demo.h"
 #include "tools/formatted.h"
 
 namespace fs = std::filesystem;
@@ -29,13 +29,6 @@ void removeCopiesOfTheDead(const fs::path& folder) {
             name.substr(sizeof copies - 1, name.find('-', sizeof copies) - (sizeof copies - 1));
         if (!fs::exists("/proc/" + process, error)) fs::remove(entry.path(), error);
     }
-}
-
-void deleteEffects() {
-    if (!demo) return;
-    if (loadedCode) return loadedCode->deleteEffects();
-    for (const auto& [key, effect] : demo->effects) delete effect;
-    demo->effects.clear();
 }
 
 std::string objectionTo(const ShowCode& code) {
@@ -148,7 +141,7 @@ bool LiveCode::take(const std::string& library) {
     }
     // They go by the code that made them.
     setComeback(good);
-    deleteEffects();
+    if (demo) deleteEffects();
     loadedCode = static_cast<const ShowCode*>(code);
     if (handle) dlclose(handle);
     handle = fresh;
