@@ -10,8 +10,9 @@ int beatNumber(float time);
 // Light 0 on, at a place in the space of the model-view matrix of the next housekeeping.
 void lightFrom(float x, float y, float z);
 
-// "boom" in use until the next useShader. `distort` is how tight its waves are (0 to 54), `scale` how strong
-// (0 leaves the picture alone; 0.3 times the pulse is a shock on the beat).
+// "boom" in use until the next useShader. `distort` is how tight its waves are (0 to 54), `scale` how far the
+// shock has got (0 to 0.3; 0 leaves the picture alone, 0.3 times the pulse is a shock on the beat): how hard
+// it pushes there is the shader's own.
 void useBoom(float distort, float scale);
 
 // What is on the screen into the target, glowing; goes through "rtt1" and clears the screen.

@@ -12,7 +12,7 @@
 #include "tools/capture/hash.h"
 #include "tools/capture/part.h"
 #include "tools/capture/storyboard.h"
-#include "tools/capture/whole_file.h"
+#include "tools/capture/whole_picture.h"
 #include "tools/formatted.h"
 
 namespace {

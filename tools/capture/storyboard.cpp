@@ -5,7 +5,7 @@
 
 #include "app/text.h"
 #include "render/screen.h"
-#include "tools/capture/whole_file.h"
+#include "tools/capture/whole_picture.h"
 #include "tools/times.h"
 
 namespace {

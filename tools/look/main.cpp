@@ -8,7 +8,7 @@
 
 #include "script/show_times.h"
 #include "tools/capture/stepped_show.h"
-#include "tools/capture/whole_file.h"
+#include "tools/capture/whole_picture.h"
 #include "tools/capture/window.h"
 #include "tools/command_line.h"
 #include "tools/data_folder.h"

@@ -14,7 +14,7 @@
 namespace {
 
 constexpr double gathering = 0.1;  // seconds: several files that are saved at once make one run
-constexpr int mostLines = 6;       // of a problem
+constexpr size_t mostLines = 6;    // of a problem
 
 // What a compiler or a tool calls an error; else what was said by that which failed, which ninja shows behind
 // its command; else the last line.
@@ -35,8 +35,8 @@ std::string errorsIn(const std::string& said, const std::string& root) {
     }
     if (errors.empty()) errors = words.empty() ? std::vector{last} : words;
     std::string text;
-    for (int i = 0; i < int(errors.size()) && i < mostLines; i++)
-        text.append(i ? "\n" : "").append(errors[size_t(i)]);
+    for (size_t i = 0; i < errors.size() && i < mostLines; i++) text.append(i ? "\n" : "").append(errors[i]);
+    if (errors.size() > mostLines) text += formatted("\nand %zu more", errors.size() - mostLines);
     return text;
 }
 

@@ -11,7 +11,7 @@
 #include "app/screenshot.h"
 #include "render/demo.h"
 #include "script/timeline.h"
-#include "tools/capture/whole_file.h"
+#include "tools/capture/whole_picture.h"
 #include "tools/rehearse/timeline_strip.h"
 #include "tools/times.h"
 #include "tools/whole_file.h"

@@ -1,4 +1,4 @@
-#include "tools/capture/whole_file.h"
+#include "tools/capture/whole_picture.h"
 
 #include <GL/glew.h>
 #include <png.h>
