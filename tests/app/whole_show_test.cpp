@@ -1,5 +1,6 @@
 // The show with its sound, from the first note to its own end: heard at stops all along its music, through a
 // storm of keys before them, and in time at its end though the server dies on the way.
+#include <algorithm>
 #include <sstream>
 
 #include "app/sound_music.h"
@@ -72,14 +73,20 @@ TEST_F(WholeShow, IsHeardAllAlongAndEndsInTimeWhateverBecomesOfItsKeysShotsAndSe
     }
     EXPECT_GE(shots, 10) << "one for each key in a frame of its own";
 
-    // On a busy machine the sound may break off now and then.
+    // On a busy machine the sound may break off now and then: somewhere within the half second before each
+    // stop it is heard.
     const std::vector<float> music = decodeVorbis(SoundMusic::path);
-    size_t heard = 0;
-    for (const auto& [heardAt, second] : stops)
-        heard +=
-            locate(recording, recorder.frameAt(heardAt), music, long(second * recordRate), recordRate * 3 / 2)
-                .has_value();
-    EXPECT_GT(heard, stops.size() / 2);
+    const auto isHeard = [&](const Stop& stop) {
+        for (double before = 0; before < 0.5; before += 0.1) {
+            const long expected = long((stop.second - before) * recordRate);
+            if (locate(recording, recorder.frameAt(stop.heardAt - before), music, expected,
+                       recordRate * 3 / 2))
+                return true;
+        }
+        return false;
+    };
+    const auto heard = std::count_if(stops.begin(), stops.end(), isHeard);
+    EXPECT_GT(heard, int(stops.size()) / 2);
 }
 
 }  // namespace
