@@ -21,6 +21,8 @@ freshRoot() {
     "${asRoot[@]}" debootstrap --variant=minbase "$1" "$root" "$mirror" $way >/dev/null
     # Its index may be past its date on mirrors that stand still.
     echo 'Acquire::Check-Valid-Until "false";' | "${asRoot[@]}" tee "$root/etc/apt/apt.conf.d/90date" >/dev/null
+    # None outlives a loss of power.
+    echo force-unsafe-io | "${asRoot[@]}" tee "$root/etc/dpkg/dpkg.cfg.d/unsafe-io" >/dev/null
 }
 
 # putTree ROOT: this tree as committed, to /valojuova there.
