@@ -25,22 +25,19 @@ void printSoundOutput(int output) {
 
 }  // namespace
 
-void initialiseDemo(const Stages& stages) {
-    startDemo(stages.loadingPicture);
-    demo->drawLoadingScreen();
-    stages.meshes();
-    demo->drawLoadingScreen();
-    stages.textures();
-    demo->drawLoadingScreen();
-    createEffects();
-    demo->drawLoadingScreen();
-    stages.shaders();
-    demo->drawLoadingScreen();
+void initialiseDemo(Loader& loader) {
+    startDemo();
+    loadResources(loader);
 
     demo->clock.setBpm(showtime::beatsPerMinute);
     glClearColor(0, 0, 0, 0.5f);
     glClearDepth(1);
     centreBoom();
+}
+
+void initialiseDemo() {
+    Loader fromFiles;
+    initialiseDemo(fromFiles);
 }
 
 void centreBoom() {

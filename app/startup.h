@@ -2,24 +2,14 @@
 // frame of the show.
 #pragma once
 
-#include <functional>
-
 #include "app/options.h"
 #include "app/sound_music.h"
-#include "render/demo.h"
 #include "script/resources.h"
 
-// How the stages of the loading load what they have to; the show's own way unless the caller asks for
-// another.
-struct Stages {
-    std::function<void()> loadingPicture = loadLoadingPicture;
-    std::function<void()> meshes = loadMeshes;
-    std::function<void()> textures = loadTextures;
-    std::function<void()> shaders = loadShaders;
-};
-
-// GL's state, the loading screen and all resources. Ends the program if one is missing.
-void initialiseDemo(const Stages& stages = {});
+// GL's state, the loading screen and all resources.
+void initialiseDemo(Loader& loader);
+// As the show does: ends the program if a resource is missing.
+void initialiseDemo();
 
 // The uniform that keeps its value for the whole show: the middle of "boom".
 void centreBoom();

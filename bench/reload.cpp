@@ -92,7 +92,7 @@ Figures benchReload(const std::string&) {
     watch.add("data");
     openCaptureWindow(0);
     Loading loading(true);
-    initialiseDemo(loading.stages());
+    initialiseDemo(loading);
     SteppedShow show(Transport::framesPerSecond, SteppedShow::Loaded{});
     Rehearsal rehearsal(show, loading, watch);
     rehearsal.transport.setPosition(moment);

@@ -72,12 +72,7 @@ Demo::Demo() {
     }
 }
 
-void loadLoadingPicture() {
-    demo->loadTexture(loadingPicture, "loading", GL_REPEAT, GL_REPEAT);
-    demo->setTextureSize("loading", loadingPictureSize, loadingPictureSize);
-}
-
-void startDemo(const std::function<void()>& loadPicture) {
+void startDemo() {
     // A window without GLX, as under Wayland, has its entry points all the same.
     const GLenum error = glewInit();
     if (error != GLEW_OK && error != GLEW_ERROR_NO_GLX_DISPLAY) fatalError("Could not init GLEW: %s");
@@ -100,8 +95,6 @@ void startDemo(const std::function<void()>& loadPicture) {
     glHint(GL_PERSPECTIVE_CORRECTION_HINT, GL_NICEST);
     glLineWidth(2);
     demo->setViewportAspect(4, 3);
-
-    loadPicture();
 }
 
 void Demo::drawLoadingScreen() {

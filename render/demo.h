@@ -5,7 +5,6 @@
 #include <GL/glew.h>
 
 #include <cstdint>
-#include <functional>
 #include <map>
 #include <string>
 
@@ -55,10 +54,6 @@ struct Blur {
 
 constexpr int firstTarget = 90;  // record of render target "rtt0"; loaded textures lie before it
 constexpr int targetCount = 10;
-
-// The picture of the loading screen, texture "loading": loaded before everything else, so it is record 0.
-constexpr char loadingPicture[] = "data/loading.jpg";
-constexpr int loadingPictureSize = 512;  // pixels, whatever the file's own size
 
 struct Demo {
     Camera camera;
@@ -141,9 +136,6 @@ struct Demo {
 // The only one; made by startDemo, lives until the process ends.
 extern Demo* demo;
 
-// The picture of the loading screen. Ends the program if it can't be read.
-void loadLoadingPicture();
-
-// After the video mode is set: GLEW, the shading language, the global `demo`, GL's first state, the loading
-// picture. Ends the program if the driver can't play the show.
-void startDemo(const std::function<void()>& loadPicture = loadLoadingPicture);
+// After the video mode is set: GLEW, the shading language, the global `demo`, GL's first state. Ends the
+// program if the driver can't play the show.
+void startDemo();

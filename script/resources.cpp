@@ -38,6 +38,7 @@ const MeshRow meshTable[] = {
 
 // The lasers end in T, so that a beam's edge does not come back on its other side.
 const TextureRow textureTable[] = {
+    {"data/loading.jpg", "loading", GL_REPEAT, GL_REPEAT, 512, 512},
     {"data/overlay.jpg", "overlay", GL_REPEAT, GL_REPEAT, 800, 600},
     {"data/tex.png", "koe", GL_REPEAT, GL_REPEAT, 256, 256},
     {"data/spot.png", "spot", GL_REPEAT, GL_REPEAT, 64, 64},
@@ -94,27 +95,37 @@ std::span<const ShaderRow> shaderRows() {
     return shaderTable;
 }
 
-void loadMeshes() {
-    for (const MeshRow& row : meshTable) {
-        demo->loadMesh(row.path, row.key, expandAndUpload);
-        if (row.afterwards) row.afterwards();
-        demo->drawLoadingScreen();
-    }
+void Loader::load(const MeshRow& row) {
+    demo->loadMesh(row.path, row.key, expandAndUpload);
+    if (row.afterwards) row.afterwards();
 }
 
-void loadTextures() {
-    for (const TextureRow& row : textureTable) {
-        demo->loadTexture(row.path, row.key, row.wrapS, row.wrapT);
-        demo->setTextureSize(row.key, row.width, row.height);
-        demo->drawLoadingScreen();
-    }
+void Loader::load(const TextureRow& row) {
+    demo->loadTexture(row.path, row.key, row.wrapS, row.wrapT);
+    demo->setTextureSize(row.key, row.width, row.height);
 }
 
-void createEffects() {
-    for (const EffectRow& row : effectTable) {
-        demo->effects[row.key] = row.create();
-        demo->drawLoadingScreen();
-    }
+void Loader::load(const ShaderRow& row) {
+    demo->loadShader(row.base, row.key);
+}
+
+void loadResources(Loader& loader) {
+    const auto loadRows = [](const auto& rows, const auto& load) {
+        for (const auto& row : rows) {
+            load(row);
+            demo->drawLoadingScreen();
+        }
+    };
+    const auto load = [&](const auto& row) { loader.load(row); };
+    loadRows(textureRows().first(1), load);
+    loadRows(meshTable, load);
+    demo->drawLoadingScreen();
+    loadRows(textureRows().subspan(1), load);
+    demo->drawLoadingScreen();
+    loadRows(effectTable, [](const EffectRow& row) { demo->effects[row.key] = row.create(); });
+    demo->drawLoadingScreen();
+    loadRows(shaderTable, load);
+    demo->drawLoadingScreen();
 }
 
 void deleteEffects() {
@@ -123,33 +134,17 @@ void deleteEffects() {
 }
 
 void restartEffects() {
-    const auto [meshes, textures, effects, shaders] = resourceCounts();
+    // Each loading screen takes a number.
+    const auto skip = [](size_t screens) {
+        for (size_t i = 0; i < screens; i++) randomNumber();
+    };
     restartRandomNumbers();
-    // Each loading screen takes one: see loadingScreenCount.
-    for (int i = 0; i < 1 + meshes + 1 + textures + 1; i++) randomNumber();
+    skip(std::size(meshTable) + 1 + std::size(textureTable) + 1);
     for (const EffectRow& row : effectTable) {
         EffectBase*& effect = demo->effects[row.key];
         delete effect;
         effect = row.create();
-        randomNumber();
+        skip(1);
     }
-    for (int i = 0; i < 1 + shaders + 1; i++) randomNumber();
-}
-
-void loadShaders() {
-    for (const ShaderRow& row : shaderTable) {
-        demo->loadShader(row.base, row.name);
-        demo->drawLoadingScreen();
-    }
-}
-
-ResourceCounts resourceCounts() {
-    return {int(std::size(meshTable)), int(std::size(textureTable)), int(std::size(effectTable)),
-            int(std::size(shaderTable))};
-}
-
-int loadingScreenCount() {
-    const auto [meshes, textures, effects, shaders] = resourceCounts();
-    // One before the first stage and one after each of the four.
-    return 1 + meshes + textures + effects + shaders + 4;
+    skip(1 + std::size(shaderTable) + 1);
 }

@@ -30,30 +30,30 @@ struct EffectRow {
 
 struct ShaderRow {
     const char* base;
-    const char* name;
+    const char* key;
 };
 
-// For whoever loads single items again.
+// The tables. The first texture is the loading screen's picture: loaded before everything else, so that it is
+// record 0.
 std::span<const MeshRow> meshRows();
 std::span<const TextureRow> textureRows();
 std::span<const EffectRow> effectRows();
 std::span<const ShaderRow> shaderRows();
 
-void loadMeshes();
-void loadTextures();
-void createEffects();
+// How a row comes into `demo`: from its file, which ends the program where it can't be read, unless a tool
+// has another way.
+struct Loader {
+    virtual ~Loader() = default;
+    virtual void load(const MeshRow& row);
+    virtual void load(const TextureRow& row);
+    virtual void load(const ShaderRow& row);
+};
+
+// Everything, with the loading screen after every item and after every table.
+void loadResources(Loader& loader);
+
 void deleteEffects();
-void loadShaders();
 
 // What effects carry from frame to frame, put back to what it is when the music starts: each is made anew by
 // its row, and random numbers come in the order in which they come after the loading.
 void restartEffects();
-
-// The rows of each table. The loading picture, which is there before the others, is in none.
-struct ResourceCounts {
-    int meshes, textures, effects, shaders;
-};
-ResourceCounts resourceCounts();
-
-// How often the loading screen is drawn in all, from the first one to the last.
-int loadingScreenCount();

@@ -18,9 +18,10 @@ struct FileName {
 
 // All that the show loads, in its order; then the music. Of a shader one of the two may be missing.
 inline std::vector<FileName> showFiles() {
-    std::vector<FileName> files = {{FileKind::picture, loadingPicture}};
+    const auto textures = textureRows();
+    std::vector<FileName> files = {{FileKind::picture, textures.front().path}};
     for (const MeshRow& row : meshRows()) files.push_back({FileKind::model, row.path});
-    for (const TextureRow& row : textureRows()) files.push_back({FileKind::picture, row.path});
+    for (const TextureRow& row : textures.subspan(1)) files.push_back({FileKind::picture, row.path});
     for (const ShaderRow& row : shaderRows()) {
         for (const char* ending : shaderEndings)
             files.push_back({FileKind::shader, std::string(row.base) + ending});

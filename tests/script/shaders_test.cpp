@@ -12,7 +12,8 @@ constexpr float distorts[] = {0, 1, 8, 13, 53};
 struct ShowShaders : GlWindow {
     void SetUp() override {
         GlWindow::SetUp();
-        loadShaders();  // ends the process where one does not compile
+        for (const ShaderRow& row : shaderRows())
+            Loader().load(row);  // ends the process where one does not compile
         placeCamera();
         demo->useShader("boom");
         demo->setUniform2f("boom", "center", 0.5f, 0.5f);

@@ -41,11 +41,6 @@ ShowFile Loading::file(const FileName& name) {
     return known ? std::move(known.mapped()) : readers.await(name);
 }
 
-Stages Loading::stages() {
-    return {[this] { loadPicture(loadingRow); }, [this] { loadMeshes(); }, [this] { loadTextures(); },
-            [this] { loadShaders(); }};
-}
-
 std::unique_ptr<sound::Decoder> Loading::takeMusic() {
     ShowFile read = file({FileKind::music, SoundMusic::path});
     return isGood(read) ? std::move(read.music) : nullptr;
@@ -58,55 +53,34 @@ bool Loading::isGood(const ShowFile& file) {
     return false;
 }
 
-void Loading::loadPicture(const TextureRow& row) {
-    demo->textureNames[row.key] = demo->nextTexture++;
-    ShowFile read = file({FileKind::picture, row.path});
-    if (!isGood(read)) makeCheckerboard(&read);
-    putPicture(read);
-}
-
-void Loading::loadModel(const MeshRow& row) {
+void Loading::load(const MeshRow& row) {
     ShowFile read = file({FileKind::model, row.path});
     if (!isGood(read)) read.model = MeshSet();
-    putModel(read);
+    putModel(row, read);
     demo->meshSetCount++;
 }
 
-void Loading::loadProgram(const ShaderRow& row) {
+void Loading::load(const TextureRow& row) {
+    demo->textureNames[row.key] = demo->nextTexture++;
+    ShowFile read = file({FileKind::picture, row.path});
+    if (!isGood(read)) makeCheckerboard(&read);
+    putPicture(row, read);
+}
+
+void Loading::load(const ShaderRow& row) {
     std::optional<ShaderText> texts[2];
     for (int i = 0; i < 2; i++) {
         ShowFile read = file({FileKind::shader, std::string(row.base) + shaderEndings[i]});
         if (isGood(read)) texts[i] = ShaderText{read.name.path, std::move(read.text)};
     }
     const ProgramBuild built = buildProgram(texts[0], texts[1]);
-    demo->shaders[row.name] = built.program;
+    demo->shaders[row.key] = built.program;
     for (const auto& text : texts) {
         if (text) (text->file == built.file ? brokenShaders : shadersInUse)[text->file] = text->text;
     }
     if (built.program) return;
     problems[built.file] = built.problem;
     fprintf(stderr, "%s\n", built.problem.c_str());
-}
-
-void Loading::loadMeshes() {
-    for (const MeshRow& row : meshRows()) {
-        loadModel(row);
-        demo->drawLoadingScreen();
-    }
-}
-
-void Loading::loadTextures() {
-    for (const TextureRow& row : textureRows()) {
-        loadPicture(row);
-        demo->drawLoadingScreen();
-    }
-}
-
-void Loading::loadShaders() {
-    for (const ShaderRow& row : shaderRows()) {
-        loadProgram(row);
-        demo->drawLoadingScreen();
-    }
 }
 
 ReadShow readShow(bool needsMusic) {
@@ -136,7 +110,7 @@ ReadShow readShow(bool needsMusic) {
 
 void loadShow() {
     const OnePixel unseen;
-    initialiseDemo(loadingOfShow->stages());
+    initialiseDemo(*loadingOfShow);
     if (!loadingOfShow->problems.empty()) exit(1);
     loadingOfShow.reset();
 }

@@ -10,7 +10,9 @@
 #include "app/startup.h"
 #include "tools/loading/readers.h"
 
-struct Loading {
+// A broken picture is a checkerboard, a broken model nothing, a broken program the fixed function; problems
+// are noted, and told on standard error.
+struct Loading : Loader {
     Readers readers;
     std::map<std::string, ShowFile> files;        // by path: read, and not yet in their places
     std::map<std::string, std::string> problems;  // by file: what is wrong with it, in one line or several
@@ -23,23 +25,16 @@ struct Loading {
     // That file, once it has been read.
     ShowFile file(const FileName& name);
 
-    // For initialiseDemo; each stage waits for its files. Problems are noted, and told on standard error. A
-    // broken picture is a checkerboard, a broken model nothing, a broken program the fixed function.
-    Stages stages();
-
-    // A row's own, as above; here and now.
-    void loadPicture(const TextureRow& row);
-    void loadModel(const MeshRow& row);
-    void loadProgram(const ShaderRow& row);
+    // Each waits for its files.
+    void load(const MeshRow& row) override;
+    void load(const TextureRow& row) override;
+    void load(const ShaderRow& row) override;
 
     // Noted if there is none.
     std::unique_ptr<sound::Decoder> takeMusic();
 
 private:
     bool isGood(const ShowFile& file);
-    void loadMeshes();
-    void loadTextures();
-    void loadShaders();
 };
 
 // For programs that draw the show as it is or not at all: every file of it, read once and in one state.

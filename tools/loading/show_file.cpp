@@ -165,19 +165,13 @@ ShowFile measureMusic(const FileName& name, std::shared_ptr<const std::string> b
     return measured;
 }
 
-void putPicture(const ShowFile& file) {
-    const TextureRow* row = &loadingRow;
-    for (const TextureRow& other : textureRows())
-        if (file.name.path == other.path) row = &other;
-    demo->replaceTexture(row->key, file.picture, row->wrapS, row->wrapT);
-    demo->setTextureSize(row->key, row->width, row->height);
+void putPicture(const TextureRow& row, const ShowFile& file) {
+    demo->replaceTexture(row.key, file.picture, row.wrapS, row.wrapT);
+    demo->setTextureSize(row.key, row.width, row.height);
 }
 
-void putModel(ShowFile& file) {
+void putModel(const MeshRow& row, ShowFile& file) {
     for (Mesh& mesh : file.model) mesh.upload();
-    for (const MeshRow& row : meshRows()) {
-        if (file.name.path != row.path) continue;
-        demo->replaceMesh(row.key, new MeshSet(std::move(file.model)));
-        if (row.afterwards) row.afterwards();
-    }
+    demo->replaceMesh(row.key, new MeshSet(std::move(file.model)));
+    if (row.afterwards) row.afterwards();
 }

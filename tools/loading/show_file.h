@@ -14,10 +14,6 @@
 #include "sound/decoder.h"
 #include "tools/show_files.h"
 
-// The loading screen's picture, which is in no table, as if it were.
-constexpr TextureRow loadingRow = {loadingPicture, "loading",          GL_REPEAT,
-                                   GL_REPEAT,      loadingPictureSize, loadingPictureSize};
-
 constexpr int waveformColumns = 776;
 
 struct ShowFile {
@@ -43,6 +39,7 @@ ShowFile readShowFile(const FileName& name);
 ShowFile measureMusic(const FileName& name, std::shared_ptr<const std::string> bytes,
                       const std::atomic<bool>& stop);
 
-// What was read into its place, by the thread that draws, between frames.
-void putPicture(const ShowFile& file);
-void putModel(ShowFile& file);
+// What was read into its row's place, by the thread that draws, between frames.
+void putPicture(const TextureRow& row, const ShowFile& file);
+// Takes the model.
+void putModel(const MeshRow& row, ShowFile& file);

@@ -39,7 +39,7 @@ bool rehearse(const RehearseOptions& options, char** words) {
     FolderLock held = holdDataSet();
     Loading loading(true);
     app.screen = openWindow(false);
-    initialiseDemo(loading.stages());
+    initialiseDemo(loading);
     SteppedShow show(Transport::framesPerSecond, SteppedShow::Loaded{});
     Rehearsal rehearsal(show, loading, watch, sources, behindTheShow(makeDataCommand()));
     rehearsal.live = &live;

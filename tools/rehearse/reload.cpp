@@ -46,12 +46,14 @@ struct KindRow {
 constexpr KindRow kinds[] = {
     {FileKind::picture,
      [](Reload& reload, ShowFile& file) {
-         putPicture(file);
+         for (const TextureRow& row : textureRows())
+             if (file.name.path == row.path) putPicture(row, file);
          return reload.told(file);
      }},
     {FileKind::model,
      [](Reload& reload, ShowFile& file) {
-         putModel(file);
+         for (const MeshRow& row : meshRows())
+             if (file.name.path == row.path) putModel(row, file);
          return reload.told(file);
      }},
     {FileKind::shader,
@@ -94,11 +96,11 @@ void Reload::knowFiles() {
 
 void Reload::takeNewRows() {
     for (const MeshRow& row : meshRows())
-        if (!known.contains(row.path)) loading.loadModel(row);
+        if (!known.contains(row.path)) loading.load(row);
     for (const TextureRow& row : textureRows())
-        if (!known.contains(row.path)) loading.loadPicture(row);
+        if (!known.contains(row.path)) loading.load(row);
     for (const ShaderRow& row : shaderRows())
-        if (!demo->shaders.contains(row.name)) loading.loadProgram(row);
+        if (!demo->shaders.contains(row.key)) loading.load(row);
     knowFiles();
 }
 
@@ -213,7 +215,7 @@ bool Reload::loadProgram(const ShaderRow& row, const ShaderText& saved, std::str
         *problem = built.problem;
         return false;
     }
-    GLhandleARB& current = demo->shaders[row.name];
+    GLhandleARB& current = demo->shaders[row.key];
     copyUniforms(current, built.program);
     deleteProgram(current);
     current = built.program;

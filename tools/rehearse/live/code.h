@@ -21,7 +21,7 @@
     CALL(std::span<const MeshRow>, meshRows, "_Z8meshRowsv", (), ())                         \
     CALL(std::span<const TextureRow>, textureRows, "_Z11textureRowsv", (), ())               \
     CALL(std::span<const ShaderRow>, shaderRows, "_Z10shaderRowsv", (), ())                  \
-    CALL(void, createEffects, "_Z13createEffectsv", (), ())                                  \
+    CALL(void, loadResources, "_Z13loadResourcesR6Loader", (Loader & loader), (loader))      \
     CALL(void, restartEffects, "_Z14restartEffectsv", (), ())                                \
     CALL(void, deleteEffects, "_Z13deleteEffectsv", (), ())
 
