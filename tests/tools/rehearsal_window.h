@@ -33,11 +33,9 @@ public:
         if (!sources.empty()) watch->add(sources);
         loading.emplace(true);
         for (const FileName& name : showFiles()) {
-            ShowFile file = loading->file(name);
-            loading->files[name.path] = std::move(file);
+            const ShowFile file = loading->file(name);
+            if (name.kind == FileKind::shader) loading->shadersInUse[name.path] = file.text;
         }
-        for (const auto& [path, file] : loading->files)
-            if (file.name.kind == FileKind::shader) loading->shadersInUse[path] = file.text;
         rehearsal.emplace(*show, *loading, *watch, sources, makeData);
         rehearsal->deskShown = false;
     }

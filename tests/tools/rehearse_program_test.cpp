@@ -301,6 +301,33 @@ TEST_F(RehearseCode, TakesItsPlaceOrGivesWayToThatBeforeIt) {
     EXPECT_EQ(time(), 70000);
 }
 
+// A key that is renamed, a path without a file, and then two keys of one file, which is saved.
+TEST_F(RehearseCode, ItsTablesAreLoadedAsTheyAreNow) {
+    const std::string table = "script/resources.cpp", picture = "data/shiptex.png",
+                      model = "data/laatikko.AML", otherPicture = "data/star2.png",
+                      otherModel = "data/block.AML";
+    const std::string source = contentOf(table), content = contentOf(picture), box = contentOf(model);
+    const auto write = [&](std::initializer_list<std::pair<std::string, std::string>> changes) {
+        std::string changed = source;
+        for (const auto& [from, to] : changes)
+            for (size_t at; (at = changed.find(from)) != std::string::npos;)
+                changed.replace(at, from.size(), to);
+        scratch.write(table, changed);
+    };
+    rehearse({"70", "--held", "-nosound"});
+    const std::string film = shot();
+    write({{"\"laatikko\"", "\"box\""}, {picture, "data/missing.png"}});
+    ASSERT_TRUE(says("problem: data/missing.png: No such file or directory"));
+    EXPECT_TRUE(shot() == film);
+    write({{picture, otherPicture}, {model, otherModel}});
+    ASSERT_TRUE(await([&] { return state("problem").empty() && shot() != film; }));
+    for (const auto& [file, bytes] : {std::pair{otherPicture, content}, {otherModel, box}}) {
+        scratch.write("saved", bytes);
+        std::filesystem::rename(scratch.file("saved"), scratch.path / file);
+    }
+    EXPECT_TRUE(await([&] { return shot() == film; }));
+}
+
 TEST_F(RehearseProgram, WrongWordsAreOneLine) {
     const std::pair<const char*, const char*> expected[] = {
         {"195.28", "rehearse: 195.28: no second of the show\n"},

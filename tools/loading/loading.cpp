@@ -3,10 +3,12 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <utility>
 
 #include "app/sound_music.h"
 #include "tools/capture/hash.h"
 #include "tools/capture/stepped_show.h"
+#include "tools/formatted.h"
 #include "tools/loading/program_build.h"
 
 namespace {
@@ -28,6 +30,34 @@ void makeCheckerboard(ShowFile* file) {
     }
 }
 
+// What makes another thing of the same key.
+std::string restOf(const MeshRow& row) {
+    return row.path;
+}
+std::string restOf(const TextureRow& row) {
+    return formatted("%s %u %u %d %d", row.path, row.wrapS, row.wrapT, row.width, row.height);
+}
+std::string restOf(const ShaderRow& row) {
+    return row.base;
+}
+
+template <typename Row>
+bool isLoaded(const std::map<std::string, std::string>& loaded, const Row& row) {
+    const auto entry = loaded.find(row.key);
+    return entry != loaded.end() && entry->second == restOf(row);
+}
+
+// Takes out the keys that no row has, and hands them on.
+template <typename Row, typename Drop>
+void dropAbsent(std::map<std::string, std::string>* loaded, std::span<const Row> rows, Drop drop) {
+    std::erase_if(*loaded, [&](const auto& entry) {
+        for (const Row& row : rows)
+            if (entry.first == row.key) return false;
+        drop(entry.first);
+        return true;
+    });
+}
+
 std::unique_ptr<Loading> loadingOfShow;
 
 }  // namespace
@@ -46,24 +76,38 @@ std::unique_ptr<sound::Decoder> Loading::takeMusic() {
     return isGood(read) ? std::move(read.music) : nullptr;
 }
 
+void Loading::tell(const std::string& file, const std::string& problem) {
+    if (std::exchange(problems[file], problem) != problem) fprintf(stderr, "%s\n", problem.c_str());
+}
+
+void Loading::forget(const std::string& file) {
+    for (auto* texts : {&problems, &shadersInUse, &brokenShaders}) texts->erase(file);
+}
+
 bool Loading::isGood(const ShowFile& file) {
-    if (file.problem.empty()) return true;
-    problems[file.name.path] = file.problem;
-    fprintf(stderr, "%s\n", file.problem.c_str());
-    return false;
+    if (!file.problem.empty()) tell(file.name.path, file.problem);
+    return file.problem.empty();
 }
 
 void Loading::load(const MeshRow& row) {
     ShowFile read = file({FileKind::model, row.path});
-    if (!isGood(read)) read.model = MeshSet();
+    const bool good = isGood(read), isNew = meshes.insert_or_assign(row.key, restOf(row)).second;
+    if (!good && !isNew) return;
+    if (!good) read.model = MeshSet();
     putModel(row, read);
-    demo->meshSetCount++;
+    demo->meshSetCount += isNew;
 }
 
 void Loading::load(const TextureRow& row) {
-    demo->textureNames[row.key] = demo->nextTexture++;
     ShowFile read = file({FileKind::picture, row.path});
-    if (!isGood(read)) makeCheckerboard(&read);
+    const bool good = isGood(read), isNew = textures.insert_or_assign(row.key, restOf(row)).second;
+    if (!good && !isNew) return;
+    if (!good) makeCheckerboard(&read);
+    if (isNew) {
+        if (freeRecords.empty()) freeRecords.push_back(demo->nextTexture++);
+        demo->textureNames[row.key] = freeRecords.back();
+        freeRecords.pop_back();
+    }
     putPicture(row, read);
 }
 
@@ -74,13 +118,34 @@ void Loading::load(const ShaderRow& row) {
         if (isGood(read)) texts[i] = ShaderText{read.name.path, std::move(read.text)};
     }
     const ProgramBuild built = buildProgram(texts[0], texts[1]);
-    demo->shaders[row.key] = built.program;
     for (const auto& text : texts) {
         if (text) (text->file == built.file ? brokenShaders : shadersInUse)[text->file] = text->text;
     }
-    if (built.program) return;
-    problems[built.file] = built.problem;
-    fprintf(stderr, "%s\n", built.problem.c_str());
+    if (!built.program) tell(built.file, built.problem);
+    if (!shaders.insert_or_assign(row.key, restOf(row)).second && !built.program) return;
+    deleteProgram(std::exchange(demo->shaders[row.key], built.program));
+}
+
+void Loading::loadNewRows() {
+    dropAbsent(&meshes, meshRows(), [](const std::string& key) {
+        demo->replaceMesh(key.c_str(), nullptr);
+        demo->meshes.erase(key);
+    });
+    dropAbsent(&textures, textureRows(), [&](const std::string& key) {
+        freeRecords.push_back(demo->textureNames[key]);
+        demo->textureNames.erase(key);
+    });
+    dropAbsent(&shaders, shaderRows(), [](const std::string& key) {
+        deleteProgram(demo->shaders[key]);
+        demo->shaders.erase(key);
+    });
+    // What is done to one afterwards may be another thing now.
+    for (const MeshRow& row : meshRows())
+        if (row.afterwards || !isLoaded(meshes, row)) load(row);
+    for (const TextureRow& row : textureRows())
+        if (!isLoaded(textures, row)) load(row);
+    for (const ShaderRow& row : shaderRows())
+        if (!isLoaded(shaders, row)) load(row);
 }
 
 ReadShow readShow(bool needsMusic) {
@@ -99,7 +164,10 @@ ReadShow readShow(bool needsMusic) {
         if (!file.problem.empty() && (needsMusic || !isMusic)) tell(file.problem);
         hashes.push_back(file.hash);
         if (!isMusic) all += name.path + '\n' + file.hash + '\n';
-        (isMusic ? show.music : loadingOfShow->files[name.path]) = std::move(file);
+        if (isMusic)
+            show.music = std::move(file);
+        else
+            loadingOfShow->files.emplace(name.path, std::move(file));
     }
     show.data = hashOfText(all);
     // An author may save while it is read: what was read then is of a state that never was.

@@ -14,7 +14,7 @@
 // are noted, and told on standard error.
 struct Loading : Loader {
     Readers readers;
-    std::map<std::string, ShowFile> files;        // by path: read, and not yet in their places
+    std::multimap<std::string, ShowFile> files;   // by path: read, and not yet in their places
     std::map<std::string, std::string> problems;  // by file: what is wrong with it, in one line or several
     // By file: the text that a program was built from, and the one that could not be.
     std::map<std::string, std::string> shadersInUse, brokenShaders;
@@ -25,15 +25,27 @@ struct Loading : Loader {
     // That file, once it has been read.
     ShowFile file(const FileName& name);
 
-    // Each waits for its files.
+    // Each waits for its files. What a key has already stays if they are broken.
     void load(const MeshRow& row) override;
     void load(const TextureRow& row) override;
     void load(const ShaderRow& row) override;
 
+    // Between frames, while there are no effects: what the tables have now, and have no more.
+    void loadNewRows();
+
     // Noted if there is none.
     std::unique_ptr<sound::Decoder> takeMusic();
 
+    // Notes it and says it, unless that is what was said last.
+    void tell(const std::string& file, const std::string& problem);
+    // No row has it any more.
+    void forget(const std::string& file);
+
 private:
+    // By key, the rest of the row that was loaded.
+    std::map<std::string, std::string> meshes, textures, shaders;
+    std::vector<int> freeRecords;  // of textures
+
     bool isGood(const ShowFile& file);
 };
 

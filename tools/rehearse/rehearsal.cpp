@@ -261,7 +261,7 @@ void Rehearsal::drawStepped(int target) {
 
 void Rehearsal::lookForChanges() {
     const Watch::Changes changes = watch.take();
-    if (!watch.problem.empty()) reload.tell("", watch.problem);
+    if (!watch.problem.empty()) reload.loading.tell("", watch.problem);
     for (const std::string& path : changes.gone) reload.gone(path);
     for (const std::string& path : changes.saved) {
         reload.saved(path);

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <iterator>
@@ -52,8 +51,11 @@ constexpr KindRow kinds[] = {
      }},
     {FileKind::model,
      [](Reload& reload, ShowFile& file) {
-         for (const MeshRow& row : meshRows())
-             if (file.name.path == row.path) putModel(row, file);
+         bool taken = false;
+         for (const MeshRow& row : meshRows()) {
+             if (file.name.path != row.path) continue;
+             std::exchange(taken, true) ? reload.loading.load(row) : putModel(row, file);
+         }
          return reload.told(file);
      }},
     {FileKind::shader,
@@ -87,20 +89,22 @@ Reload::Reload(Transport* transport, Loading& loading, const std::string& source
 }
 
 void Reload::knowFiles() {
+    const auto before = std::exchange(known, {});
     for (const FileName& name : showFiles()) {
         known[name.path] = name.kind;
         const std::string source = sourceOf(sources, name.path);
         if (!source.empty()) known[source] = name.kind;
     }
+    for (const auto& [path, kind] : before) {
+        if (known.contains(path)) continue;
+        loading.forget(path);
+        missing.erase(path);
+    }
 }
 
 void Reload::takeNewRows() {
-    for (const MeshRow& row : meshRows())
-        if (!known.contains(row.path)) loading.load(row);
-    for (const TextureRow& row : textureRows())
-        if (!known.contains(row.path)) loading.load(row);
-    for (const ShaderRow& row : shaderRows())
-        if (!demo->shaders.contains(row.key)) loading.load(row);
+    loading.loadNewRows();
+    centreBoom();
     knowFiles();
 }
 
@@ -132,13 +136,14 @@ bool Reload::apply() {
 
 bool Reload::load(ShowFile& file) {
     const std::string& path = file.name.path;
+    if (!known.contains(path)) return false;
     if (file.name.kind == FileKind::music) savedMusic.swap(file.music);
     if (file.missing) {
         gone(path);
         return false;
     }
     if (!file.problem.empty()) {
-        tell(path, file.problem);
+        loading.tell(path, file.problem);
         return false;
     }
     const auto row = std::find_if(std::begin(kinds), std::end(kinds),
@@ -175,7 +180,7 @@ bool Reload::loadShader(const ShaderText& saved) {
         mend(saved.file);
     } else {
         loading.brokenShaders[saved.file] = saved.text;
-        tell(saved.file, problem);
+        loading.tell(saved.file, problem);
     }
     return changed;
 }
@@ -236,15 +241,9 @@ void Reload::lookForMissing() {
     std::erase_if(missing, [&](const auto& entry) {
         const auto& [path, since] = entry;
         if (now - since < returnsWithin) return false;
-        if (!fs::exists(path)) tell(path, path + ": is gone");
+        if (!fs::exists(path)) loading.tell(path, path + ": is gone");
         return true;
     });
-}
-
-void Reload::tell(const std::string& file, const std::string& problem) {
-    if (loading.problems[file] == problem) return;
-    loading.problems[file] = problem;
-    fprintf(stderr, "%s\n", problem.c_str());
 }
 
 void Reload::mend(const std::string& file) {

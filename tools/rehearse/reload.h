@@ -32,7 +32,7 @@ struct Reload {
     // A file or a folder.
     void gone(const std::string& path);
     void everything();
-    // What the show's tables have and was never loaded, now; files that are new there are watched for.
+    // Loads what the show's tables have now and watches for its files, for no others.
     void takeNewRows();
 
     // At the start of a frame, when nothing is being drawn: puts what is ready into its place. True if the
@@ -40,8 +40,6 @@ struct Reload {
     bool apply();
     // Nothing is under way.
     bool idle() const { return loading.readers.idle(); }
-
-    void tell(const std::string& file, const std::string& problem);
 
     std::map<std::string, FileKind> known;            // all that is watched for, by path
     std::map<std::string, double> missing;            // by file: since when, seconds
