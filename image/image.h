@@ -50,6 +50,9 @@ int writeJpeg(const char* path, int width, int height, int channels, int bytesPe
               const uint8_t* pixels);
 int writePng(const char* path, int width, int height, int channels, int bytesPerPixel, uint32_t stride,
              const uint8_t* pixels);
+// A picture that says that its colours are sRGB. False if the file is not whole; errno or `problem` says why,
+// and nothing is printed.
+bool writeTaggedPng(const char* path, const Image& image, std::string* problem);
 
 // Copies a rectangle of `width` x `height` pixels, counted in the destination's pixel size; neither clips nor
 // converts. Returns the number of rows copied.

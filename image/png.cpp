@@ -17,29 +17,39 @@ namespace {
 // A corrupt header must not claim more memory than any picture of ours could need.
 constexpr png_uint_32 largestSide = 65535;
 
+// What libpng has of a picture, and has to say of it.
+struct PngWork {
+    png_structp png = nullptr;
+    png_infop info = nullptr;
+    std::string said;     // lines, as libpng would have printed them
+    std::string problem;  // the reason why it failed
+};
+
 // A file in memory, and what becomes of it.
-struct PngReading {
+struct PngReading : PngWork {
     std::string_view bytes;
     bool flip = false;
     size_t used = 0;  // of the bytes
-    png_structp png = nullptr;
-    png_infop info = nullptr;
     Image image = {};
     std::unique_ptr<png_bytep[]> rows;  // in the image's pixels, in the order that was asked for
-    std::string said;                   // lines, as libpng would have printed them
-    std::string problem;                // the reason why there is no picture
+};
+
+struct PngWriting : PngWork {
+    Image image;
+    bool tagged;  // that its colours are sRGB
+    FILE* file;
 };
 
 void keepError(png_structp png, png_const_charp message) {
-    auto* reading = static_cast<PngReading*>(png_get_error_ptr(png));
-    reading->problem = message;
-    reading->said.append("libpng error: ").append(message).append("\n");
+    auto* work = static_cast<PngWork*>(png_get_error_ptr(png));
+    work->problem = message;
+    work->said.append("libpng error: ").append(message).append("\n");
     png_longjmp(png, 1);
 }
 
 void keepWarning(png_structp png, png_const_charp message) {
-    auto* reading = static_cast<PngReading*>(png_get_error_ptr(png));
-    reading->said.append("libpng warning: ").append(message).append("\n");
+    auto* work = static_cast<PngWork*>(png_get_error_ptr(png));
+    work->said.append("libpng warning: ").append(message).append("\n");
 }
 
 void takeBytes(png_structp png, png_bytep target, size_t count) {
@@ -97,7 +107,8 @@ bool read(PngReading& reading) {
         reading.problem = isPng ? "its header claims more than the file can hold" : "Not a PNG file";
         return false;
     }
-    reading.png = png_create_read_struct(PNG_LIBPNG_VER_STRING, &reading, keepError, keepWarning);
+    reading.png = png_create_read_struct(PNG_LIBPNG_VER_STRING, static_cast<PngWork*>(&reading), keepError,
+                                         keepWarning);
     if (reading.png) reading.info = png_create_info_struct(reading.png);
     const bool done = reading.info && readPicture(reading);
     png_destroy_read_struct(&reading.png, &reading.info, nullptr);
@@ -106,18 +117,6 @@ bool read(PngReading& reading) {
     if (reading.problem.empty()) reading.problem = "not enough memory";
     return false;
 }
-
-struct PngFile {
-    FILE* file;
-    png_structp png;
-    png_infop info;
-};
-
-struct PngRows {
-    int width, height, channels;
-    uint32_t stride;
-    const uint8_t* pixels;
-};
 
 int colorType(int channels) {
     switch (channels) {
@@ -134,16 +133,31 @@ int colorType(int channels) {
     }
 }
 
-bool writePicture(PngFile& target, const PngRows& rows) {
-    if (setjmp(png_jmpbuf(target.png))) return false;
-    png_init_io(target.png, target.file);
-    png_set_IHDR(target.png, target.info, rows.width, rows.height, 8, colorType(rows.channels),
-                 PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
-    png_write_info(target.png, target.info);
-    for (int y = 0; y < rows.height; y++) png_write_row(target.png, rows.pixels + size_t(y) * rows.stride);
-    png_write_end(target.png, nullptr);
+bool writePicture(PngWriting& to) {
+    const Image& image = to.image;
+    if (setjmp(png_jmpbuf(to.png))) return false;
+    png_init_io(to.png, to.file);
+    png_set_IHDR(to.png, to.info, image.width, image.height, 8, colorType(image.channels), PNG_INTERLACE_NONE,
+                 PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
+    if (to.tagged) png_set_sRGB(to.png, to.info, PNG_sRGB_INTENT_PERCEPTUAL);
+    png_write_info(to.png, to.info);
+    for (int y = 0; y < image.height; y++) png_write_row(to.png, image.pixels + size_t(y) * image.stride);
+    png_write_end(to.png, nullptr);
     // The last rows may still wait for room on the disk.
-    return fflush(target.file) == 0;
+    return fflush(to.file) == 0;
+}
+
+bool write(PngWriting& to) {
+    to.png =
+        png_create_write_struct(PNG_LIBPNG_VER_STRING, static_cast<PngWork*>(&to), keepError, keepWarning);
+    if (to.png) to.info = png_create_info_struct(to.png);
+    const bool written = to.info && writePicture(to);
+    const char* what = !to.png   ? "Error creating write struct"
+                       : to.info ? "Error 3"
+                                 : "Error creating info struct";
+    png_destroy_write_struct(&to.png, &to.info);
+    if (!written) to.said.append("write_png: ").append(what).append("\n");
+    return written;
 }
 
 }  // namespace
@@ -172,21 +186,21 @@ int loadPng(const char* path, Image* image, bool flip) {
     return 0;
 }
 
-int writePng(const char* path, int width, int height, int channels, [[maybe_unused]] int bytesPerPixel,
-             uint32_t stride, const uint8_t* pixels) {
-    PngFile target = {fopen(path, "wb"), nullptr, nullptr};
-    if (!target.file) return fprintf(stderr, "can't open %s\n", path);
-    target.png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
-    if (!target.png) {
-        fprintf(stderr, "write_png: Error creating write struct\n");
-        return fclose(target.file);
-    }
-    target.info = png_create_info_struct(target.png);
-    const bool written = target.info && writePicture(target, {width, height, channels, stride, pixels});
-    const bool hadInfo = target.info != nullptr;
-    const int closed = fclose(target.file);
-    png_destroy_write_struct(&target.png, &target.info);
-    if (!hadInfo) return fprintf(stderr, "write_png: Error creating info struct\n");
-    if (!written) return fprintf(stderr, "write_png: Error 3\n");
-    return closed;
+int writePng(const char* path, int width, int height, int channels, int bytesPerPixel, uint32_t stride,
+             const uint8_t* pixels) {
+    const Image image = {width, height, channels, bytesPerPixel, stride, const_cast<uint8_t*>(pixels)};
+    PngWriting to{{}, image, false, fopen(path, "wb")};
+    if (!to.file) return fprintf(stderr, "can't open %s\n", path);
+    const bool written = write(to);
+    const int closed = fclose(to.file);
+    const int printed = fprintf(stderr, "%s", to.said.c_str());
+    return written ? closed : printed;
+}
+
+bool writeTaggedPng(const char* path, const Image& image, std::string* problem) {
+    PngWriting to{{}, image, true, fopen(path, "wb")};
+    if (!to.file) return false;
+    const bool written = write(to);
+    *problem = to.problem;
+    return fclose(to.file) == 0 && written;
 }

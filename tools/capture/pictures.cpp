@@ -1,12 +1,12 @@
 #include "tools/capture/pictures.h"
 
-#include <png.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <iterator>
+#include <memory>
 #include <set>
 
+#include "image/whole_file.h"
 #include "render/screen.h"
 #include "tools/capture/drawing.h"
 #include "tools/capture/hash.h"
@@ -25,17 +25,18 @@ std::string nameOf(const CaptureOptions& options, int frame) {
 
 // Of what was drawn; "" without a whole picture.
 std::string hashOfDrawn(const std::string& path) {
-    png_image png = {};
-    png.version = PNG_IMAGE_VERSION;
-    if (!png_image_begin_read_from_file(&png, path.c_str())) return "";
-    png.format = PNG_FORMAT_BGRA;
-    constexpr int stride = 4 * screenWidth;
-    Picture picture(size_t{stride} * screenHeight);
-    const bool read = png.width == screenWidth && png.height == screenHeight &&
-                      png_image_finish_read(&png, nullptr, picture.data(), -stride, nullptr) &&
-                      !PNG_IMAGE_FAILED(png);
-    png_image_free(&png);
-    return read ? hashOfPicture(picture) : "";
+    std::string problem;
+    const auto bytes = readWholeFile(path.c_str());
+    const auto image = bytes ? readPng(*bytes, &problem) : std::nullopt;
+    if (!image) return "";
+    const std::unique_ptr<uint8_t[]> pixels(image->pixels);
+    if (image->width != screenWidth || image->height != screenHeight || image->stride != 3 * screenWidth)
+        return "";
+    flipImage(*image, 1, 0);
+    Picture picture(size_t{4} * screenWidth * screenHeight);
+    for (size_t i = 0; i < picture.size(); i++)
+        if (i % 4 < 3) picture[i] = pixels[i / 4 * 3 + 2 - i % 4];
+    return hashOfPicture(picture);
 }
 
 void fillImage(const Picture& picture, Image* image) {

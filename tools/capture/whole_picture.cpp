@@ -1,7 +1,6 @@
 #include "tools/capture/whole_picture.h"
 
 #include <GL/glew.h>
-#include <png.h>
 
 #include <cerrno>
 
@@ -9,16 +8,10 @@
 #include "tools/whole_file.h"
 
 bool writeWholePng(const char* path, const Image& image) {
-    // Not the show's own writer, which would print libpng's words for a full disk, or nothing.
-    png_image png = {};
-    png.version = PNG_IMAGE_VERSION;
-    png.width = image.width;
-    png.height = image.height;
-    png.format = PNG_FORMAT_RGB;
+    std::string problem;
     errno = 0;
-    const bool written =
-        png_image_write_to_file(&png, unfinishedPath(path).c_str(), 0, image.pixels, image.stride, nullptr);
-    return putInPlace(path, written, png.message);
+    const bool written = writeTaggedPng(unfinishedPath(path).c_str(), image, &problem);
+    return putInPlace(path, written, problem.c_str());
 }
 
 bool writeScreen(const std::string& path) {
