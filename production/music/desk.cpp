@@ -17,7 +17,8 @@ namespace {
 
 constexpr char usage[] =
     "usage: forge --hear FILE.wav [--bars FROM-TO] [--parts NAME,...]   (bar TO is where it ends)\n"
-    "       forge --stems FOLDER\n"
+    "       forge --stems FOLDER   (drums, noise, bass, chords and lead, which add up to the soundtrack)\n"
+    "       forge --parts FOLDER   (every part by itself, which do so too)\n"
     "       forge --check\n";
 
 constexpr char unwritten[] = "%s can't be written\n";
@@ -95,23 +96,34 @@ int hear(const Song& song, const std::vector<std::string>& words) {
     return writeWav(wish.file, heard) ? 0 : complain(unwritten, wish.file);
 }
 
-int writeStems(const Song& song, const std::filesystem::path& folder) {
+// Every part as a stem of its own.
+std::vector<Stem> partsOf(const Song& song) {
+    std::vector<Stem> parts;
+    for (const Part& part : song.parts) parts.push_back({part.name, {part.name}});
+    return parts;
+}
+
+int writeStems(const Song& song, const std::vector<Stem>& stems, const std::filesystem::path& folder) {
     std::error_code failure;
     std::filesystem::create_directories(folder, failure);
     if (failure) return complain("%s can't be made\n", folder.string());
-    for (const Part& part : song.parts) {
-        const std::string file = folder / (part.name + std::string(".wav"));
-        if (!writeWav(file, perform(song, {0, frameAt(song.seconds)}, {part.name})))
-            return complain(unwritten, file);
-        printf("%s\n", part.name);
-        fflush(stdout);
-    }
-    return 0;
+    const bool written =
+        finishStems(song, {0, frameAt(song.seconds)}, stems, [&](const Stem& stem, const Stereo& sound) {
+            const std::string file = folder / (stem.name + ".wav");
+            if (!writeWav(file, sound)) {
+                complain(unwritten, file);
+                return false;
+            }
+            printf("%s\n", stem.name.c_str());
+            fflush(stdout);
+            return true;
+        });
+    return written ? 0 : 1;
 }
 
 // How far the limiter goes in each section.
 void printLimiter(const Song& song) {
-    const std::vector<float> gain = finish(song, {0, frameAt(song.seconds)}).gain;
+    const std::vector<float> gain = finish(song, {0, frameAt(song.seconds)}).gains.limiter;
     for (const Section& section : song.sections) {
         const Window window = windowOf(song, section.from, section.to);
         float deepest = 1;
@@ -137,10 +149,12 @@ int check(const Song& song) {
 
 int runDesk(const std::vector<std::string>& words) {
     const std::string wish = words.empty() ? "" : words[0];
-    const bool known = wish == "--hear" ? words.size() > 1 : words.size() == (wish == "--stems" ? 2 : 1);
-    if (!known || (wish != "--hear" && wish != "--stems" && wish != "--check")) return complain("%s", usage);
+    const bool toFolder = wish == "--stems" || wish == "--parts";
+    const bool known = wish == "--hear" ? words.size() > 1 : words.size() == (toFolder ? 2 : 1);
+    if (!known || (wish != "--hear" && !toFolder && wish != "--check")) return complain("%s", usage);
     const Song song = soundtrack();
     if (wish == "--check") return check(song);
     if (!proofread(song)) return 1;
-    return wish == "--hear" ? hear(song, words) : writeStems(song, words[1]);
+    if (wish == "--hear") return hear(song, words);
+    return writeStems(song, wish == "--stems" ? stemsOf(song) : partsOf(song), words[1]);
 }

@@ -4,6 +4,9 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <utility>
 
 #include "production/kit/sound/arrangement.h"
 #include "production/kit/sound/effects.h"
@@ -18,6 +21,8 @@ namespace {
 
 constexpr double silentBy = showtime::end.seconds() - 0.08;
 constexpr float codecQuality = 0.6f;
+constexpr float stemQuality = 0.9f;  // less is lost than in the whole, of which several are a sum
+constexpr double before = 4;         // seconds: longer than cuts and blur take
 
 // Pieces of the finished mix that are repeated in place: from a bar, over so many sixteenths, in slices of so
 // many.
@@ -57,8 +62,9 @@ void silence(Stereo& sound, std::ptrdiff_t from, std::ptrdiff_t to) {
     }
 }
 
-// start: seconds at which the mix begins. What began before is left out.
-void cutAndBlur(const Song& song, double start, Stereo& mix) {
+// start: frame with which the mix begins. What began before is left out.
+void cutAndBlur(const Song& song, size_t first, Stereo& mix) {
+    const double start = double(first) / sampleRate;
     const double sixteenth = song.grid.sixteenth();
     for (const Cut& cut : cuts) {
         const double at = song.grid.secondsAt(cut.bar) - start;
@@ -71,6 +77,26 @@ void cutAndBlur(const Song& song, double start, Stereo& mix) {
     here.from -= start;
     here.to -= start;
     if (here.from >= 0) sweepLowPass(mix, here);
+}
+
+// What has to be heard before a stretch for it to be as in the whole.
+size_t leadOf(const Window& window) {
+    return std::min(window.from, frameAt(before));
+}
+
+void failToWrite(const std::string& path) {
+    fprintf(stderr, "%s can't be written\n", path.c_str());
+    exit(1);
+}
+
+// All of it, faded where it begins and ends.
+void writeSound(const std::string& path, const Song& song, const Stereo& sound, float quality,
+                const std::vector<Tag>& tags) {
+    Stereo heard = sliceOf(sound, 0, frameAt(silentBy));
+    fadeEnds(heard, 0.02f, 1.2f);
+    Stereo whole(frameAt(song.seconds));
+    mixAt(whole, heard, 0);
+    if (!writeVorbis(path, {whole.left, whole.right}, {.quality = quality, .tags = tags})) failToWrite(path);
 }
 
 }  // namespace
@@ -90,24 +116,68 @@ bool proofread(const Song& song) {
 }
 
 Finished finish(const Song& song, const Window& window) {
-    constexpr double before = 4;  // seconds: longer than cuts and blur take
-    const size_t lead = std::min(window.from, frameAt(before)), from = window.from - lead;
-    Stereo mix = perform(song, {from, window.to});
-    cutAndBlur(song, double(from) / sampleRate, mix);
-    const std::vector<float> gain = passMaster(song.mixer.master, mix);
-    return {sliceOf(mix, lead, mix.frames()), {gain.begin() + long(lead), gain.end()}};
+    const size_t lead = leadOf(window);
+    const Window reach = {window.from - lead, window.to};
+    Stereo mix = perform(song, reach);
+    cutAndBlur(song, reach.from, mix);
+    MasterGains gains = passMaster(song.mixer.master, mix);
+    for (std::vector<float>* gain : {&gains.compressor, &gains.limiter})
+        gain->erase(gain->begin(), gain->begin() + long(lead));
+    return {sliceOf(mix, lead, mix.frames()), std::move(gains)};
+}
+
+std::vector<Stem> stemsOf(const Song& song) {
+    const std::pair<Role, const char*> roles[] = {{Role::drums, "drums"},
+                                                  {Role::noise, "noise"},
+                                                  {Role::bass, "bass"},
+                                                  {Role::chords, "chords"},
+                                                  {Role::lead, "lead"}};
+    std::vector<Stem> stems;
+    for (const auto& [role, name] : roles) {
+        Stem stem{name, {}};
+        for (const Part& part : song.parts)
+            if (part.role == role) stem.parts.push_back(part.name);
+        if (!stem.parts.empty()) stems.push_back(std::move(stem));
+    }
+    return stems;
+}
+
+bool finishStems(const Song& song, const Window& window, const std::vector<Stem>& stems,
+                 const std::function<bool(const Stem&, const Stereo&)>& take) {
+    const size_t lead = leadOf(window);
+    const Window reach = {window.from - lead, window.to};
+    Unclipped unclipped;
+    Stereo whole = perform(song, reach, unclipped);
+    cutAndBlur(song, reach.from, whole);
+    const MasterGains gains = passMaster(song.mixer.master, whole);
+    whole = Stereo();
+    return std::all_of(stems.begin(), stems.end(), [&](const Stem& stem) {
+        Stereo sound = perform(song, reach, stem.parts, unclipped);
+        cutAndBlur(song, reach.from, sound);
+        passMaster(song.mixer.master, gains, sound);
+        return take(stem, sliceOf(sound, lead, sound.frames()));
+    });
 }
 
 void makeSoundtrack(const char* path) {
     const Song song = soundtrack();
     if (!proofread(song)) exit(1);
-    Stereo heard = sliceOf(finish(song, {0, frameAt(song.seconds)}).sound, 0, frameAt(silentBy));
-    fadeEnds(heard, 0.02f, 1.2f);
-    Stereo whole(frameAt(song.seconds));
-    mixAt(whole, heard, 0);
-    const VorbisForm form = {.quality = codecQuality,
-                             .tags = {{"TITLE", "Valojuova"}, {"ARTIST", "Valojuova"}}};
-    if (writeVorbis(path, {whole.left, whole.right}, form)) return;
-    fprintf(stderr, "%s can't be written\n", path);
-    exit(1);
+    writeSound(path, song, finish(song, {0, frameAt(song.seconds)}).sound, codecQuality,
+               {{"TITLE", "Valojuova"}, {"ARTIST", "Valojuova"}});
+}
+
+void makeStems(const char* path) {
+    const Song song = soundtrack();
+    if (!proofread(song)) exit(1);
+    const std::filesystem::path folder = std::filesystem::path(path).parent_path();
+    std::filesystem::create_directories(folder);
+    std::string names;
+    finishStems(song, {0, frameAt(song.seconds)}, stemsOf(song), [&](const Stem& stem, const Stereo& sound) {
+        writeSound(folder / (stem.name + ".ogg"), song, sound, stemQuality, {{"TITLE", stem.name.c_str()}});
+        names += stem.name + "\n";
+        return true;
+    });
+    std::ofstream list(path);
+    list << names;
+    if (!list.flush()) failToWrite(path);
 }

@@ -39,6 +39,24 @@ TEST(Desk, ACutIsHeardFromItsMiddleOn) {
     EXPECT_GT(levelOf(heard, 0.01, 0.05), levelOf(heard, 0.07, 0.11) + 30);
 }
 
+// Through cuts, clips, compressor and limiter.
+TEST(Desk, StemsAddUpToTheWhole) {
+    const Song song = soundtrack();
+    const Window window = {frameAt(song.grid.secondsAt(16)), frameAt(song.grid.secondsAt(18))};
+    const Finished whole = finish(song, window);
+    EXPECT_LT(*std::min_element(whole.gains.limiter.begin(), whole.gains.limiter.end()), 0.9f);
+    std::vector<Stereo> stems;
+    EXPECT_TRUE(finishStems(song, window, stemsOf(song), [&](const Stem&, const Stereo& sound) {
+        stems.push_back(sound);
+        return true;
+    }));
+    ASSERT_EQ(stems.size(), 5u);
+    Stereo rest = whole.sound;
+    for (const Stereo& stem : stems) mixAt(rest, stem, 0, -1);
+    EXPECT_LT(levelOf(rest, 0, 9), levelOf(whole.sound, 0, 9) - 90);
+    EXPECT_GT(levelOf(stems[0], 0, 9), levelOf(whole.sound, 0, 9) - 10);
+}
+
 TEST(Desk, EveryPartPlays) {
     const Song song = soundtrack();
     EXPECT_TRUE(proofread(song));

@@ -109,7 +109,7 @@ TEST(Soundtrack, SidesAddUpOnOneLoudspeaker) {
 
 TEST(Soundtrack, LimiterOnlyTouchesPeaksAsItIsMade) {
     const Song song = soundtrack();
-    const std::vector<float> gain = finish(song, {0, frameAt(song.seconds)}).gain;
+    const std::vector<float> gain = finish(song, {0, frameAt(song.seconds)}).gains.limiter;
     for (const Section& section : song.sections) {
         const size_t from = frameAt(song.grid.secondsAt(section.from));
         const size_t to = std::min(gain.size(), frameAt(song.grid.secondsAt(section.to)));

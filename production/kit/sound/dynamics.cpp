@@ -79,35 +79,46 @@ void saturate(Stereo& sound, float drive) {
     for (size_t i = 0; i < sound.frames(); i++) sound.set(i, back * rounded(gain * sound.at(i)));
 }
 
-void clipSoftly(Stereo& sound, float drive) {
+void clipSoftly(Stereo& sound, float drive, const Stereo* whole) {
     constexpr int reach = 16;
     const Kernels<reach> kernels = sincKernels<reach>();
     constexpr float harmless = 0.6f;  // far enough under the knee that no peak hides between samples
-    scale(sound, gainOf(drive));
-    for (std::vector<float>* side : {&sound.left, &sound.right}) {
-        const std::vector<float> before = *side;
-        for (size_t i = reach; i + reach < before.size(); i++) {
-            if (std::fabs(before[i]) < harmless && std::fabs(before[i + 1]) < harmless) continue;
+    const float gain = gainOf(drive);
+    scale(sound, gain);
+    for (std::vector<float> Stereo::*const side : {&Stereo::left, &Stereo::right}) {
+        std::vector<float>& heard = sound.*side;
+        const std::vector<float> before = heard;
+        std::vector<float> all = whole ? whole->*side : before;
+        if (whole) {
+            for (float& sample : all) sample *= gain;
+        }
+        for (size_t i = reach; i + reach < all.size(); i++) {
+            if (std::fabs(all[i]) < harmless && std::fabs(all[i + 1]) < harmless) continue;
             const size_t from = i - (reach - 1);
             for (const auto& kernel : kernels) {
-                const float lost = clipped(pointOf(kernel, before.data() + from)) / fineness;
+                const float point = pointOf(kernel, all.data() + from);
+                float lost = clipped(point) / fineness;
                 if (lost == 0) continue;
+                if (whole) lost *= pointOf(kernel, before.data() + from) / point;
                 // The same kernel backwards takes the fine grid's loss down to the frames.
-                for (size_t tap = 0; tap < kernel.size(); tap++) (*side)[from + tap] -= kernel[tap] * lost;
+                for (size_t tap = 0; tap < kernel.size(); tap++) heard[from + tap] -= kernel[tap] * lost;
             }
         }
     }
 }
 
-void compress(Stereo& sound, const Compressor& compressor) {
+std::vector<float> compress(Stereo& sound, const Compressor& compressor) {
+    std::vector<float> gain(sound.frames(), 1.0f);
     const float rise = shareOf(compressor.attack), fall = shareOf(compressor.release);
     const float start = gainOf(compressor.threshold), slope = 1 / compressor.ratio - 1;
     float level = 0;
     for (size_t i = 0; i < sound.frames(); i++) {
         const float peak = std::max(std::fabs(sound.left[i]), std::fabs(sound.right[i]));
         level += (peak > level ? rise : fall) * (peak - level);
-        if (level > start) sound.set(i, std::pow(level / start, slope) * sound.at(i));
+        if (level > start) gain[i] = std::pow(level / start, slope);
+        sound.set(i, gain[i] * sound.at(i));
     }
+    return gain;
 }
 
 std::vector<float> duckingCurve(size_t frames, const std::vector<size_t>& triggers, double recovery) {

@@ -11,15 +11,16 @@ namespace audio {
 void saturate(Stereo& sound, float drive);
 
 // Rounds the peaks from -3 dBFS up so that none passes full scale, on a grid four times as fine, as sharp
-// edges would fold back. drive: dB of gain before it.
-void clipSoftly(Stereo& sound, float drive);
+// edges would fold back. drive: dB of gain before it. With `whole`, that the sound is a part of, it is
+// rounded as it is within that: parts add up to the whole.
+void clipSoftly(Stereo& sound, float drive, const Stereo* whole = nullptr);
 
 struct Compressor {
     float threshold, ratio;  // ratio above 1
     float attack, release;
 };
-// Both sides follow one gain.
-void compress(Stereo& sound, const Compressor& compressor);
+// Both sides follow one gain. Returns what it was for each frame.
+std::vector<float> compress(Stereo& sound, const Compressor& compressor);
 
 // Gain over time that dips at each trigger and comes back over `recovery` seconds. Multiplying by it makes
 // room for a kick without listening to one.

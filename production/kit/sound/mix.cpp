@@ -135,23 +135,23 @@ bool silent(const Stereo& sound) {
            std::all_of(sound.right.begin(), sound.right.end(), zero);
 }
 
-void clip(Stereo& sound, const Clip& clip) {
-    clipSoftly(sound, clip.drive);
+void clip(Stereo& sound, const Clip& clip, const Stereo* whole) {
+    clipSoftly(sound, clip.drive, whole);
     scale(sound, gainOf(clip.level));
 }
 
 // Drums and music through their clips, the sends through their rooms, all into the dry bus.
-void sumUp(const Song& song, const std::vector<float>& ducking, Buses& buses) {
+void sumUp(const Song& song, const std::vector<float>& ducking, const Unclipped* whole, Buses& buses) {
     const Mixer& mixer = song.mixer;
     std::thread drums([&] {
-        clip(buses.drums, mixer.drums);
+        clip(buses.drums, mixer.drums, whole ? &whole->drums : nullptr);
         if (!silent(buses.room)) reverberate(buses.room, mixer.room);
     });
     if (!silent(buses.echo)) pingPong(buses.echo, 3 * song.grid.sixteenth(), mixer.echo);
     mixAt(buses.hall, buses.echo, 0, mixer.echoToHall);
     if (!silent(buses.hall)) reverberate(buses.hall, mixer.hall);
     duck(buses.hall, ducking, mixer.hallDuck, buses.origin);
-    clip(buses.dry, mixer.music);
+    clip(buses.dry, mixer.music, whole ? &whole->music : nullptr);
     for (Stereo* wide : {&buses.echo, &buses.hall}) widen(*wide, mixer.width);
     drums.join();
     for (const Stereo* bus : {&buses.drums, &buses.echo, &buses.room, &buses.hall}) mixAt(buses.dry, *bus, 0);
@@ -183,9 +183,19 @@ void colour(const Song& song, const Section& section, const Stereo& mix, size_t 
     }
 }
 
-}  // namespace
+// What of the master is the same however loud it is.
+void shape(const Master& master, Stereo& sound) {
+    Equalizer::lowCut(master.lowCut).apply(sound);
+    for (const Bell& bell : master.bells) Equalizer::bell(bell).apply(sound);
+    Equalizer::highShelf(master.highs).apply(sound);
+    const Equalizer centre = Equalizer::lowCut(master.centredBelow);
+    shapeSides(sound, {centre, centre});
+    scale(sound, gainOf(master.gain));
+}
 
-Stereo perform(const Song& song, const Window& window, const std::vector<std::string_view>& heard) {
+// Clipped by what `whole` holds, unless it is nullptr; `kept`, unless that is, gets what is clipped.
+Stereo mixDown(const Song& song, const Window& window, const std::vector<std::string_view>& heard,
+               const Unclipped* whole, Unclipped* kept) {
     std::vector<size_t> triggers;
     for (const Note& note : notesOf(song, *partOf(song, song.mixer.duckedBy)))
         triggers.push_back(frameAt(note.start));
@@ -198,21 +208,38 @@ Stereo perform(const Song& song, const Window& window, const std::vector<std::st
     const size_t origin = window.from - std::min(window.from, frameAt(leadIn));
     Buses buses(origin, window.to - origin);
     Players(song, parts, ducking, buses).playAll();
-    sumUp(song, ducking, buses);
+    if (kept) *kept = {buses.drums, buses.dry};
+    sumUp(song, ducking, whole, buses);
     Stereo coloured(buses.dry.frames());
     for (const Section& section : song.sections) colour(song, section, buses.dry, origin, coloured);
     return sliceOf(coloured, window.from - origin, window.to - origin);
 }
 
-std::vector<float> passMaster(const Master& master, Stereo& whole) {
-    Equalizer::lowCut(master.lowCut).apply(whole);
-    for (const Bell& bell : master.bells) Equalizer::bell(bell).apply(whole);
-    Equalizer::highShelf(master.highs).apply(whole);
-    const Equalizer centre = Equalizer::lowCut(master.centredBelow);
-    shapeSides(whole, {centre, centre});
-    scale(whole, gainOf(master.gain));
-    compress(whole, master.compressor);
-    return limit(whole, master.limiter);
+}  // namespace
+
+Stereo perform(const Song& song, const Window& window, const std::vector<std::string_view>& heard) {
+    return mixDown(song, window, heard, nullptr, nullptr);
+}
+
+Stereo perform(const Song& song, const Window& window, Unclipped& whole) {
+    return mixDown(song, window, {}, nullptr, &whole);
+}
+
+Stereo perform(const Song& song, const Window& window, const std::vector<std::string_view>& heard,
+               const Unclipped& whole) {
+    return mixDown(song, window, heard, &whole, nullptr);
+}
+
+MasterGains passMaster(const Master& master, Stereo& whole) {
+    shape(master, whole);
+    std::vector<float> compressor = compress(whole, master.compressor);
+    return {std::move(compressor), limit(whole, master.limiter)};
+}
+
+void passMaster(const Master& master, const MasterGains& gains, Stereo& part) {
+    shape(master, part);
+    for (size_t i = 0; i < part.frames(); i++)
+        part.set(i, gains.limiter[i] * (gains.compressor[i] * part.at(i)));
 }
 
 }  // namespace audio

@@ -19,7 +19,23 @@ struct Window {
 // not. What began more than a few seconds before the window may be missing from its rooms.
 Stereo perform(const Song& song, const Window& window, const std::vector<std::string_view>& heard = {});
 
-// Masters the whole, or a stretch of it. Returns the gain that the limiter gave each frame.
-std::vector<float> passMaster(const Master& master, Stereo& whole);
+// What goes into the two clips of a mix, of all parts.
+struct Unclipped {
+    Stereo drums, music;
+};
+// As above, of all parts, keeping that; and of some, which are clipped by it as they are in the whole, so
+// that those of all parts add up to it.
+Stereo perform(const Song& song, const Window& window, Unclipped& whole);
+Stereo perform(const Song& song, const Window& window, const std::vector<std::string_view>& heard,
+               const Unclipped& whole);
+
+// What a master gave each frame.
+struct MasterGains {
+    std::vector<float> compressor, limiter;
+};
+// Masters the whole, or a stretch of it.
+MasterGains passMaster(const Master& master, Stereo& whole);
+// And a part of it as it is within the whole, which got those gains.
+void passMaster(const Master& master, const MasterGains& gains, Stereo& part);
 
 }  // namespace audio
