@@ -1,6 +1,8 @@
-// The satellite of the smoke scene, drawn at 0.3 of its size and never turned, seen from above: a gold drum
-// between two dark panels, under a broad dish, with a mast above and a boom below. Few and large parts, each
-// of its own brightness, that read at some sixty pixels.
+// The satellite of the smoke scene, drawn at 0.3 of its size and never turned, seen from above: a gold body
+// between two long wings, a small dish before it, a mast above and a boom behind. Few and slender parts, each
+// of its own brightness, that read at some fifty pixels. All fourteen are one model, and what tells them
+// apart is the light in their middle: each wing and the dish face another way, so that it lights one or the
+// other.
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
@@ -12,91 +14,81 @@ using namespace model;
 
 namespace {
 
-Shape drum() {
-    const Outline wall = platedProfile({-20, -10, 0}, {2, 2, 1.4, 6}, [](double) { return 15.0; });
-    const Outline profile = chained({{{0, -22}, {8, -22}, {13, -20.5}}, wall, {{12, 2}, {6, 5}, {0, 5}}});
-    return flutedLathe(profile, {6, 0.22, 2, -18, -1, 3});
+Shape body() {
+    return lathe({{0, -15}, {6, -15}, {10, -11}, {10, 8}, {7, 12}, {0, 12}}, 6);
 }
 
-Shape belt() {
-    return lathe({{15, -12.6}, {17.6, -12}, {18.6, -10}, {17.6, -8}, {15, -7.4}}, 12);
+// Between two heights of the y axis.
+Shape stick(double radius, double from, double to) {
+    return lathe({{0, from}, {radius, from}, {radius, to}, {0, to}}, 6);
 }
 
-// A stick along the axis with a ball at its far end.
-Shape antenna(double from, double to, double ball) {
-    const Shape stick = lathe({{0, std::min(from, to)},
-                               {1.5, std::min(from, to)},
-                               {1.5, std::max(from, to)},
-                               {0, std::max(from, to)}},
-                              6);
-    return joined({stick, moved(icosphere(ball, 1), {0, to, 0})});
+Shape ball(double radius, Vec place) {
+    return moved(icosphere(radius, 1), place);
 }
 
 // Where the dish's own coordinates (its y axis where it looks) lie on the probe.
 Shape onNeck(const Shape& shape) {
-    return placed(shape, {0, 9, 0}, {0.20, 1, 0.34});
+    return placed(shape, {0, 8, 17}, {0.3, 0.75, 1});
 }
 
-constexpr double dishRadius = 29;
+constexpr double dishRadius = 13, dishDeep = 5;
 
 Shape bowl() {
-    Outline inside, outside;
-    for (int i = 0; i <= 4; i++) {
-        const double left = dishRadius * (4 - i) / 4.0;
-        inside.push_back({left, 0.013 * left * left});
+    Outline inside, outside = {{0, -2}};
+    for (int i = 0; i <= 3; i++) {
+        const double k = (3 - i) / 3.0;
+        inside.push_back({dishRadius * k, dishDeep * k * k});
     }
-    for (int i = 0; i <= 2; i++) {
-        const double r = dishRadius * i / 2.0;
-        outside.push_back({r, 0.013 * r * r - 2});
-    }
-    return lathe(chained({outside, {{dishRadius + 0.6, 9.6}}, inside}), 20);
+    outside.push_back({dishRadius * 0.6, dishDeep * 0.36 - 1.6});
+    return lathe(chained({outside, {{dishRadius + 0.4, dishDeep - 0.6}}, inside}), 16);
 }
 
 Shape dishEdge() {
-    const double r = dishRadius;
-    return lathe({{r - 2, 9.2}, {r + 1.6, 9.4}, {r + 2.4, 11}, {r + 1.2, 12.6}, {r - 2, 12}}, 20);
-}
-
-// Over its middle.
-Shape receiver() {
-    return lathe({{0, 0}, {1.6, 0}, {1.2, 15}, {4.6, 16.4}, {4.6, 21}, {2, 23}, {0, 23.4}}, 6);
+    const double r = dishRadius, y = dishDeep;
+    return lathe({{r - 1.2, y - 0.7}, {r + 1.2, y - 0.6}, {r + 1.6, y + 0.6}, {r - 1.2, y + 0.9}}, 16);
 }
 
 // On the side of +x, turned a little towards the front.
 Shape wing(const Shape& shape) {
-    return moved(turned(shape, Axis::x, 0.34), {0, -9, 0});
+    return moved(turned(shape, Axis::x, 0.5), {0, -4, 0});
 }
 
-constexpr double wingFrom = 19, wingTo = 46, wingHalf = 17;
+constexpr double wingFrom = 19, wingTo = 61, wingHalf = 9.5;
 
 Shape board() {
-    const Shape plate =
-        moved(box({wingTo - wingFrom, 2, 2 * wingHalf}, 0.8), {(wingFrom + wingTo) / 2, 0, 0});
-    return joined(
-        {plate, placed(lathe({{0, 13}, {2.6, 13}, {2.6, wingFrom}, {0, wingFrom}}, 6), {}, {1, 0, 0})});
+    return moved(box({wingTo - wingFrom, 1.6, 2 * wingHalf}, 0.5), {(wingFrom + wingTo) / 2, 0, 0});
 }
 
 // Bright lines round and across a board.
 Shape seams() {
     std::vector<Shape> lines;
     const double middle = (wingFrom + wingTo) / 2, span = wingTo - wingFrom;
-    for (int i = -1; i <= 1; i++) {
-        lines.push_back(moved(box({span + 1.6, 3, 1.6}, 0.4), {middle, 0, i * wingHalf}));
-        lines.push_back(moved(box({1.6, 3, 2 * wingHalf + 1.6}, 0.4), {middle + i * span / 2, 0, 0}));
-    }
+    for (const double side : {-1.0, 1.0})
+        lines.push_back(moved(box({span + 2, 3, 1.7}, 0.4), {middle, 0, side * wingHalf}));
+    for (int i = 0; i <= 3; i++)
+        lines.push_back(moved(box({1.7, 3, 2 * wingHalf}, 0.4), {wingFrom + i * span / 3, 0, 0}));
     return joined(lines);
+}
+
+Shape facing(const Shape& shape, Vec light) {
+    return shaded(shape, [=](Vec, Vec normal) { return normal * 0.5 + light; });
 }
 
 // What shines by itself.
 Shape lamps() {
-    return painted(joined({belt(), onNeck(dishEdge())}), hull::coolLamp);
+    const Shape tips = joined({ball(3.2, {0, 40, 0}), ball(2.6, {0, -4, -62})});
+    return joined({painted(onNeck(dishEdge()), hull::coolLamp), painted(tips, hull::warmLamp)});
 }
 
 Shape unlit() {
-    const auto bothSides = [](const Shape& shape) { return around(wing(shape), 2); };
-    return joined({painted(drum(), hull::orange), painted(antenna(-22, -46, 3.4), hull::warmLamp),
-                   painted(onNeck(bowl()), hull::dark), painted(onNeck(receiver()), hull::orange),
-                   painted(bothSides(board()), hull::dark), painted(bothSides(seams()), hull::coolLamp)});
+    const Shape spars = joined({stick(1.1, 10, 40), placed(stick(1.2, -60, 60), {0, -4, 0}, {1, 0, 0}),
+                                placed(stick(1.1, 8, 62), {0, -4, 0}, {0, 0, -1}),
+                                placed(stick(1.3, 8, 18), {0, 4, 0}, {0, 0.2, 1})});
+    const Shape cells = painted(wing(board()), hull::sail), lines = painted(wing(seams()), hull::coolLamp);
+    return joined({painted(body(), hull::orange), painted(spars, hull::dark),
+                   facing(painted(onNeck(bowl()), hull::plain), {0, 0, 1}), facing(cells, {1, 0, 0.3}),
+                   facing(turned(cells, Axis::y, pi), {-1, 0, 0.3}), lines, turned(lines, Axis::y, pi)});
 }
 
 }  // namespace

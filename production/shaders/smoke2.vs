@@ -7,10 +7,11 @@ uniform float time;   // the sine of 0.3 times the seconds
 uniform float time2;  // the cosine of 0.2 times the seconds
 
 varying vec2 place;  // 0..1 across the screen
-varying vec3 eye;    // in the probes' own space
-varying vec3 ray;    // from the eye, of any length
-varying vec2 far;    // coordinates in the noise: of what is far away,
-varying vec2 near;   // and of what drifts past the eye
+varying vec3 eye;    // in the probes' own space; ahead of it lies their middle
+varying vec3 right;  // for the eye, and upwards, both half a screen's height long at a distance of 1
+varying vec3 upright;
+varying vec2 far;   // in the noise, the screen's lower left corner: of what is far away,
+varying vec2 near;  // and of what drifts past the eye
 
 const float pi = 3.14159265;
 
@@ -23,12 +24,9 @@ void main() {
     float seconds = 25.0 * pi + sqrt(since * since + 0.3);
     float turn = 0.8 * seconds;
     eye = vec3(140.0 * sin(turn), 130.0 + 10.0 * sin(0.5 * seconds), 180.0 * cos(turn));
-    vec3 ahead = -normalize(eye);
-    vec3 right = normalize(vec3(-ahead.z, 0.0, ahead.x));
-    vec2 aside = gl_Vertex.xy * vec2(4.0 / 3.0, 1.0);  // round on the screen
-    ray = ahead + right * aside.x + cross(right, ahead) * aside.y;
+    right = normalize(vec3(eye.z, 0.0, -eye.x));
+    upright = cross(right, -normalize(eye));
 
-    vec2 square = place * vec2(1.0, 0.75);
-    far = square * 0.55 + vec2(0.16 * turn, 0.2 * time2);
-    near = square * 0.8 + vec2(0.27 * turn, 0.35 * time);
+    far = vec2(0.16 * turn, 0.2 * time2);
+    near = vec2(0.27 * turn, 0.35 * time);
 }
