@@ -40,7 +40,8 @@ VirtualScreen::VirtualScreen(int width, int height, bool managed) : width(width)
     FILE* lines = fdopen(output[0], "r");
     int number = -1;
     if (fscanf(lines, "%d", &number) == 1) {
-        environment.set("DISPLAY", ":" + std::to_string(number));
+        name = ":" + std::to_string(number);
+        environment.set("DISPLAY", name);
         display = XOpenDisplay(nullptr);
     }
     fclose(lines);
@@ -95,6 +96,10 @@ Rect VirtualScreen::windowRect() const {
     return rect;
 }
 
+void VirtualScreen::type(const std::string& keys) const {
+    outputOf("DISPLAY=" + name + " xdotool key --delay 300 " + keys);
+}
+
 void VirtualScreen::closeWindow() const {
     XEvent event{};
     event.xclient.type = ClientMessage;
@@ -104,4 +109,32 @@ void VirtualScreen::closeWindow() const {
     event.xclient.data.l[0] = long(XInternAtom(x(display), "WM_DELETE_WINDOW", False));
     XSendEvent(x(display), event.xclient.window, False, NoEventMask, &event);
     XSync(x(display), False);
+}
+
+WaylandDesktop::WaylandDesktop(const VirtualScreen& screen, double scale, bool native) {
+    const std::string names = folder.file("names");
+    const std::string config =
+        folder.write("config", "output * resolution " + std::to_string(screen.width) + "x" +
+                                   std::to_string(screen.height) + " scale " + std::to_string(scale) +
+                                   "\noutput * background #204060 solid_color\n"
+                                   "default_floating_border none\nxwayland force\n"
+                                   "exec echo \"$WAYLAND_DISPLAY $DISPLAY\" >" +
+                                   names + "\n");
+    environment.set("XDG_RUNTIME_DIR", folder.path);
+    environment.set("WLR_BACKENDS", "x11");
+    environment.set("WLR_RENDERER", "pixman");
+    compositor = startProcess({"sway", "--config", config});
+    if (!await(compositor, [&] { return contentOf(names).ends_with('\n'); })) {
+        problem = "sway does not start";
+        return;
+    }
+    std::string socket, server;
+    std::ifstream(names) >> socket >> server;
+    environment.set("WAYLAND_DISPLAY", socket);
+    environment.set("DISPLAY", server);
+    environment.set("SDL_VIDEODRIVER", native ? "wayland" : "x11");
+}
+
+WaylandDesktop::~WaylandDesktop() {
+    if (compositor > 0) endProcess(compositor, SIGTERM);
 }

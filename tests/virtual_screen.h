@@ -1,5 +1,5 @@
-// A virtual display of a test's own, with a window manager or without: what is seen on it, and where the
-// show's window lies.
+// A virtual display of a test's own, with a window manager, without, or with a Wayland desktop: what is seen
+// on it, and where the show's window lies.
 #pragma once
 
 #include <sys/types.h>
@@ -8,7 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "tests/sound/sound_server.h"
+#include "tests/process.h"
+#include "tests/scratch.h"
 
 struct Rect {
     int x, y, width, height;
@@ -29,13 +30,33 @@ public:
     std::vector<uint32_t> grab() const;
     // Of the show's window, without its frame; empty where there is none.
     Rect windowRect() const;
+    // Presses keys there, as who sits before it, whatever window they reach.
+    void type(const std::string& keys) const;
     // What a window manager does when the button of the show's window is clicked.
     void closeWindow() const;
 
 private:
     Environment environment;
+    std::string name;
     pid_t server = -1, manager = -1;
     void* display = nullptr;  // the X library's, whose names would get in the tests' way
 
     bool isManaged() const;
+};
+
+// A Wayland desktop that fills a virtual screen, its background lit. As long as it lives, programs that this
+// process starts open their windows there, by themselves or as X programs do.
+class WaylandDesktop {
+public:
+    std::string problem;  // why there is none
+
+    WaylandDesktop(const VirtualScreen& screen, double scale, bool native);
+    ~WaylandDesktop();
+    WaylandDesktop(const WaylandDesktop&) = delete;
+    WaylandDesktop& operator=(const WaylandDesktop&) = delete;
+
+private:
+    Environment environment;
+    ScratchDirectory folder;  // for its sockets
+    pid_t compositor = -1;
 };

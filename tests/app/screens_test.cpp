@@ -1,5 +1,5 @@
 // What reaches people's screens: the picture is whole, upright and 4:3, all else black, full screen and in a
-// window, with a window manager and without.
+// window, with a window manager and without, and on a Wayland desktop.
 #include <SDL/SDL.h>
 #include <unistd.h>
 
@@ -33,46 +33,61 @@ double difference(const Image& shot, bool upsideDown, const VirtualScreen& scree
     return sum / (3.0 * shot.width * shot.height);
 }
 
-int litOutside(const VirtualScreen& screen, const std::vector<uint32_t>& pixels, const Rect& rect) {
+// Of the pixels that are further from a rectangle than its edge is wide.
+int litOutside(const VirtualScreen& screen, const std::vector<uint32_t>& pixels, const Rect& rect, int edge) {
     int lit = 0;
     for (int y = 0; y < screen.height; y++) {
         for (int x = 0; x < screen.width; x++) {
-            const bool inside =
-                x >= rect.x && x < rect.x + rect.width && y >= rect.y && y < rect.y + rect.height;
+            const bool inside = x >= rect.x - edge && x < rect.x + rect.width + edge && y >= rect.y - edge &&
+                                y < rect.y + rect.height + edge;
             lit += !inside && pixels[size_t(y) * screen.width + x] != 0;
         }
     }
     return lit;
 }
 
-// SDL 1.2 itself shows the picture as it is drawn, its successor's layer scales it to the desktop's height.
-Rect fullScreenRect(const VirtualScreen& screen) {
-    const bool scaled = SDL_Linked_Version()->patch >= 50;
-    const int height = scaled ? screen.height : 600;
+// In the middle of the screen, 4:3.
+Rect middleRect(const VirtualScreen& screen, int height) {
     const int width = height * 4 / 3;
     return {(screen.width - width) / 2, (screen.height - height) / 2, width, height};
 }
+
+// SDL 1.2 as a layer over its successors.
+const bool layered = SDL_Linked_Version()->patch >= 50;
 
 class Screens : public Program {
 public:
     void SetUp() override { linkData(); }
 
     // The show's own shot of what it draws now. Once a second one has been begun, it is whole.
-    Image shoot() const {
-        while (!std::filesystem::exists(scratch.path / "w:/shots/shot0001.png") && runs()) press("F11", 300);
+    template <typename Press>
+    Image shoot(Press press) const {
+        while (!std::filesystem::exists(scratch.path / "w:/shots/shot0001.png") && runs()) press("F11");
         Image shot{};
         EXPECT_EQ(loadImage(scratch.file("w:/shots/shot0000.png").c_str(), &shot, 0), 0);
         return shot;
     }
 
     // Plays, holds the music in the middle of a scene, and compares what is seen with the show's own shot of
-    // it.
-    void lookAt(const VirtualScreen& screen, bool fullscreen) {
+    // it. A scale is that of the Wayland desktop on the screen.
+    void lookAt(const VirtualScreen& screen, bool fullscreen, double scale = 0) {
+        const auto press = [&](const std::string& keys) {
+            if (scale > 0)
+                screen.type(keys);
+            else
+                Program::press(keys, 300);
+        };
+        const auto whereShown = [&] {
+            // SDL 1.2 itself shows the picture as it is drawn, its successors' layer scales it to the
+            // desktop's height.
+            if (fullscreen) return middleRect(screen, layered ? screen.height : 600);
+            return scale > 0 ? middleRect(screen, int(600 * scale)) : screen.windowRect();
+        };
         std::filesystem::remove_all(scratch.path / "w:/shots");
         std::filesystem::create_directories(scratch.path / "w:/shots");
         ASSERT_EQ(start(fullscreen ? "-fs -nosound" : "-nosound"), "Using No sound.\n");
-        press("p Page_Down", 300);
-        const Image shot = shoot();
+        press("p Page_Down");
+        const Image shot = shoot(press);
         ASSERT_TRUE(shot.pixels);
 
         Rect rect{};
@@ -81,10 +96,11 @@ public:
         for (int look = 0; look < 50 && (upright > 3 || lit != 0); look++) {
             usleep(100000);
             const std::vector<uint32_t> pixels = screen.grab();
-            rect = fullscreen ? fullScreenRect(screen) : screen.windowRect();
+            rect = whereShown();
             upright = difference(shot, false, screen, pixels, rect);
             upsideDown = difference(shot, true, screen, pixels, rect);
-            lit = fullscreen ? litOutside(screen, pixels, rect) : 0;
+            // Desktops smooth what they enlarge by halves.
+            lit = fullscreen ? litOutside(screen, pixels, rect, scale != int(scale)) : 0;
         }
         delete[] shot.pixels;
         EXPECT_EQ(end(false), 0);
@@ -93,7 +109,7 @@ public:
         EXPECT_GT(upsideDown, 10);
         EXPECT_EQ(lit, 0);
         EXPECT_EQ(rect.width * 3, rect.height * 4);
-        if (!fullscreen) {
+        if (!fullscreen && scale == 0) {
             EXPECT_EQ(rect.width, 800);
         }
     }
@@ -110,6 +126,21 @@ TEST_F(Screens, ShowTheWholePictureInBlackBarsOrAWindow) {
     const VirtualScreen wide(3440, 1440, true);
     ASSERT_EQ(wide.problem, "");
     lookAt(wide, true);
+}
+
+TEST_F(Screens, ShowTheWholePictureOnAWaylandDesktop) {
+    if (!layered) GTEST_SKIP() << "SDL 1.2 itself knows no Wayland, whose X servers stretch its full screen";
+    for (const double scale : {1.0, 1.5, 2.0}) {
+        const VirtualScreen screen(int(1280 * scale), int(720 * scale), false);
+        ASSERT_EQ(screen.problem, "");
+        for (const bool native : {true, false}) {
+            SCOPED_TRACE((native ? "native at " : "through XWayland at ") + std::to_string(scale));
+            const WaylandDesktop desktop(screen, scale, native);
+            ASSERT_EQ(desktop.problem, "");
+            lookAt(screen, false, scale);
+            lookAt(screen, true, scale);
+        }
+    }
 }
 
 }  // namespace
