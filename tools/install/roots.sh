@@ -18,11 +18,11 @@ freshRoot() {
     # A release that is younger than this machine's debootstrap is made as the one in preparation always is.
     local way=
     [ -e "/usr/share/debootstrap/scripts/$1" ] || way=/usr/share/debootstrap/scripts/sid
-    "${asRoot[@]}" debootstrap --variant=minbase "$1" "$root" "$mirror" $way >/dev/null
-    # Its index may be past its date on mirrors that stand still.
+    # Its index may be past its date on mirrors that stand still; and it outlives no loss of power.
+    "${asRoot[@]}" mkdir -p "$root"/etc/{apt/apt.conf.d,dpkg/dpkg.cfg.d}
     echo 'Acquire::Check-Valid-Until "false";' | "${asRoot[@]}" tee "$root/etc/apt/apt.conf.d/90date" >/dev/null
-    # None outlives a loss of power.
     echo force-unsafe-io | "${asRoot[@]}" tee "$root/etc/dpkg/dpkg.cfg.d/unsafe-io" >/dev/null
+    "${asRoot[@]}" debootstrap --variant=minbase "$1" "$root" "$mirror" $way >/dev/null
 }
 
 # putTree ROOT: this tree as committed, to /valojuova there.
