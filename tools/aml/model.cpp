@@ -9,9 +9,13 @@
 #include <assimp/Importer.hpp>
 #include <bit>
 #include <cmath>
+#include <cstring>
 #include <filesystem>
+#include <fstream>
 #include <map>
 #include <numbers>
+
+#include "tools/whole_file.h"
 
 namespace fs = std::filesystem;
 
@@ -200,6 +204,18 @@ std::string formatOf(const Assimp::Exporter& exporter, std::string ending) {
     return {};
 }
 
+// Assimp 6 names the texture coordinates in a PLY after colours, of which there are none here.
+bool nameCoordinates(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    std::string text{std::istreambuf_iterator<char>(file), {}};
+    constexpr std::string_view wrong =
+        "property uchar red\nproperty uchar green\nproperty uchar blue\nproperty uchar alpha\n";
+    const size_t place = text.find(wrong);
+    if (place == text.npos) return true;
+    text.replace(place, wrong.size(), "property float s\nproperty float t\n");
+    return writeWholeFile(path, text);
+}
+
 // A model may be several files that name each other: all are written in a folder beside their place and moved
 // there when they are whole.
 std::string writeModel(Assimp::Exporter& exporter, const aiScene& scene, const std::string& format,
@@ -214,6 +230,8 @@ std::string writeModel(Assimp::Exporter& exporter, const aiScene& scene, const s
         if (problem.empty()) problem = "can't be written";
     }
     if (problem.empty() && !fs::exists(unfinished, error)) problem = "can't be written";
+    if (problem.empty() && format == "ply" && !nameCoordinates(unfinished.string()))
+        problem = strerror(errno);
     if (problem.empty())
         for (const fs::directory_entry& entry : fs::directory_iterator(folder, error))
             if (!error) fs::rename(entry.path(), path.parent_path() / entry.path().filename(), error);
