@@ -5,7 +5,7 @@ playPackages=(g++ cmake ninja-build pkg-config libsdl1.2-dev libgl1-mesa-dev lib
               libsamplerate0-dev libxxhash-dev libgtest-dev libgl1-mesa-dri xvfb x11-utils
               libasound2-plugins ffmpeg glslang-tools libassimp-dev)
 testPackages=(clang-format pulseaudio-utils xdotool openbox sway swaybg xwayland clang libc++-dev iproute2
-              openssh-server slurm-wlm munge assimp-testmodels mesa-vulkan-drivers)
+              openssh-client openssh-server slurm-wlm munge assimp-testmodels mesa-vulkan-drivers)
 fuzzPackages=(libclang-rt-dev llvm)
 
 tools=$(dirname "${BASH_SOURCE[0]}")
