@@ -5,12 +5,15 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 
 void needDisplay() {
-    // Whoever names SDL's driver, or has Wayland, is believed.
-    if (getenv("SDL_VIDEODRIVER") || getenv("WAYLAND_DISPLAY")) return;
+    // Whoever names another driver of SDL's, or has Wayland, is believed. Newer SDLs name X themselves for
+    // who links it.
+    const char* driver = getenv("SDL_VIDEODRIVER");
+    const bool onX = driver ? strcmp(driver, "x11") == 0 : !getenv("WAYLAND_DISPLAY");
     // Left open: a server may start anew when its last client goes.
-    if (XOpenDisplay(nullptr)) return;
+    if (!onX || XOpenDisplay(nullptr)) return;
     const char* name = getenv("DISPLAY");
     fprintf(
         stderr, "%s: no window can be opened: %s\n", program_invocation_short_name,
