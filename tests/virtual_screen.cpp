@@ -133,6 +133,7 @@ WaylandDesktop::WaylandDesktop(const VirtualScreen& screen, double scale, bool n
     environment.set("WAYLAND_DISPLAY", socket);
     environment.set("DISPLAY", server);
     environment.set("SDL_VIDEODRIVER", native ? "wayland" : "x11");
+    environment.set("LIBGL_ALWAYS_SOFTWARE", "1");  // or drivers tell that they find no card
 }
 
 WaylandDesktop::~WaylandDesktop() {
