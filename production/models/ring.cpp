@@ -1,5 +1,8 @@
-// The ring that rides at the height of the light disc, lying flat: a slim rail, and six clasps that hold the
-// corners of the disc, which stand at 30, 90, 150 ... degrees.
+// The ring that rides at the height of the light disc, lying flat: a slim rail, and clasps that hold the
+// corners of the disc, which stand at 30, 90, 150 ... degrees. It is a crescent, drawn out to nothing where
+// the camera comes by close with the ring before the robot's head.
+#include <algorithm>
+
 #include "effects/fitting.h"
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
@@ -11,6 +14,28 @@ using namespace model;
 namespace {
 
 using fitting::discRadius;
+
+// How thick the crescent is, 0..1, towards a place of it.
+double thickness(Vec p) {
+    constexpr double open = degrees(188), half = degrees(44), tapering = degrees(70);
+    const double aside = std::abs(std::remainder(std::atan2(p.z, p.x) - open, 2 * pi));
+    return smoothstep(half, half + tapering, aside);
+}
+
+// A closed rail about a radius, drawn out at its ends. Where nothing is left of it there are no faces.
+Shape crescent(const Shape& whole, double radius) {
+    Shape drawn = whole;
+    drawn.faces.clear();
+    for (const Face& face : whole.faces) {
+        const bool seen = std::any_of(face.points.begin(), face.points.end(),
+                                      [&](int point) { return thickness(whole.points[point]) > 0; });
+        if (seen) drawn.faces.push_back(face);
+    }
+    return bent(drawn, [=](Vec p) {
+        const Vec middle = normalized(Vec{p.x, 0, p.z}) * radius;
+        return mix(middle, p, thickness(p));
+    });
+}
 
 // A closed rail with the section of a lens, its outer edge sharp.
 Shape rail() {
@@ -43,7 +68,12 @@ Shape wire() {
 }  // namespace
 
 void makeRing(const char* path) {
-    const Shape clasps = turned(around(clasp(), 6), Axis::y, degrees(30));
-    const Shape ticks = around(tick(), 120);
-    writeAml(path, {mappedCylinder(joined({rail(), wire(), clasps, ticks}), 24, 32)});
+    std::vector<Shape> parts = {crescent(rail(), 103.5), crescent(wire(), discRadius + 0.65)};
+    const auto addAround = [&](const Shape& part, double turn) {
+        const Vec place = {std::cos(turn), 0, std::sin(turn)};
+        if (thickness(place) > 0.4) parts.push_back(turned(part, Axis::y, -turn));
+    };
+    for (int i = 0; i < 6; i++) addAround(clasp(), degrees(60) * (i + 0.5));
+    for (int i = 0; i < 120; i++) addAround(tick(), degrees(3) * i);
+    writeAml(path, {mappedCylinder(joined(parts), 24, 32)});
 }

@@ -17,7 +17,7 @@ namespace {
 constexpr Vec headCentre = {0, 150.5, 2};
 constexpr double headSize = 1.14;
 constexpr double headTilt = 0.14, headLean = 0.06;    // radians: the face towards viewers below, an ear down
-constexpr double faceDepth = 15.5, napeDepth = 15.2;  // from the head's centre to the bezels
+constexpr double faceDepth = 15.5, napeDepth = 15.5;  // from the head's centre to the bezels
 constexpr Vec chestLamp = {0, 109, 17.2};
 
 // Where things lie in "roboscreen".
@@ -219,7 +219,7 @@ Shape onNeck(const Shape& shape) {
     return moved(turned(nodding, Axis::z, headLean), headCentre);
 }
 
-constexpr Flat faceHalf = {16.2, 11.8}, napeHalf = {10.6, 8.4};
+constexpr Flat faceHalf = {16.2, 11.8}, napeHalf = {12.2, 9.6};
 constexpr Vec napeMiddle = {0, 1.6, 0}, earMiddle = {17.6, 1, -2};
 
 // The two aerials make a V.
@@ -299,7 +299,7 @@ Vec onGlass(Flat half, double depth, double s, double t, double height) {
     // A square carried into a rounded one, so that the corners follow the bezel.
     const double u = 2 * s - 1, v = 1 - 2 * t;
     const double x = u * (1 - 0.06 * v * v), y = v * (1 - 0.08 * u * u);
-    return {x * half.x, y * half.y, depth + 1.6 - 2.2 * (x * x + y * y) + height};
+    return {x * half.x, y * half.y, depth + 1.6 - 0.8 * (x * x + y * y) + height};
 }
 
 Shape glass(Flat half, double depth, const Patch& picture) {

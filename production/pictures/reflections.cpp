@@ -76,17 +76,6 @@ void makeSphereMap(const char* path, const std::vector<Softbox>& lamps, Ground g
     saveRgb(canvas, path, Rows::BottomFirst);
 }
 
-// What lies straight behind a hull and so glances off its outline: cold light all round, paler on the right
-// and strongest from above on the left.
-Rgba rimLight(Direction towards) {
-    const float aside = towards.x / (std::hypot(towards.x, towards.y) + 1e-4f);
-    const Rgba tint =
-        mix(light(0.55f, 0.78f, 1.0f), light(0.85f, 0.80f, 0.80f), smoothstep(-0.2f, 0.9f, aside));
-    const float above = towards.y / (std::hypot(towards.x, towards.y) + 1e-4f);
-    const float strength = mix(0.55f, 1.10f, smoothstep(-0.7f, 0.5f, above - 0.4f * aside));
-    return tint * (strength * smoothstep(-0.70f, -0.93f, towards.z));
-}
-
 // A comet, its tail running on to the right: what hangs before the hall's wall is shaded so that it shows it.
 Rgba cometLight(Direction towards) {
     const float along = arcTan(towards.x, towards.z) / degree - float(comet::azimuth);
@@ -186,66 +175,62 @@ Direction facing(Direction towards) {
     return size > 1e-4f ? half * (1 / size) : Direction{1, 0, 0};
 }
 
-// Brushed metal in broad light from the left before it: how bright a surface is that looks so. Not from
-// above, where the hall's second lamp, full and white while the hall fades in, would wash the last greeting
-// out.
-float brushed(Direction normal) {
-    const float along = dot(normal, {-0.78f, 0.10f, 0.62f});
-    return smoothstep(-0.20f, 1.0f, along) * smoothstep(0.85f, 0.45f, normal.y);
-}
-
 // Of the robot's maps: past the disc only as far as filtering asks for, since the rim is their brightest
 // part.
 constexpr float shortRim = 1.05f;
 
-// A dim light on what looks down and a little ahead, as undersides do for a viewer below. Without a hue: the
-// disc of light that throws it is red first and green later.
-float fromBelow(Direction normal) {
-    return smoothstep(-0.30f, -0.75f, normal.y) * smoothstep(0.15f, 0.45f, normal.z);
+// How much of a lamp's light falls on what looks so: none below the cosine `from`, all above `to`.
+float turnedTo(Direction normal, Direction lamp, float from, float to) {
+    return smoothstep(from, to, dot(normal, lamp));
 }
 
-// On the robot's body, which has no other picture: the lit colour times this. Grey metal on the side of the
-// broad light and dark on the other, with the night's horizon and a bank of tubes on its polish: the glow
-// would lay a paler body over itself as a veil.
+// The robot is lit from the viewer's lower right, and what looks up to his left gets a seventh of it: its
+// maps lay their lights where that falls.
+const Direction keySide = {0.68f, -0.20f, 0.70f};
+
+// One cold rim, on the side of the key; thin, or the glow would lay it over the night as a veil.
+Rgba coldRim(Direction towards) {
+    const float aside = towards.x / (std::hypot(towards.x, towards.y) + 1e-4f);
+    return light(0.30f, 0.60f, 1.0f) *
+           (smoothstep(-0.80f, -0.97f, towards.z) * mix(0.35f, 0.95f, smoothstep(-0.6f, 0.7f, aside)));
+}
+
+// On the robot's body, which has no other picture: the lit colour times this. Polished and all but black:
+// strips of light with sharp edges, the night's horizon, and a breath of steel towards the key, by which its
+// plates are told to be round. What is paler comes back from the glow as a veil.
 void makeRobotChrome(const char* path) {
     const std::vector<Softbox> lamps = {
-        {-66, 18, {0.14f, 0.70f}, 4, 0.03f, light(0.50f, 0.66f, 0.90f)},
-        {80, 2, {0.10f, 0.90f}, -8, 0.03f, light(0.90f, 0.55f, 0.26f)},
-        {10, 58, {0.9f, 0.10f}, -5, 0.04f, light(0.30f, 0.34f, 0.40f)},
+        // Before it on the key's side a tall window of two panes, and a strip on the other.
+        {60, 12, {0.11f, 0.66f}, 4, 0.010f, light(0.44f, 0.56f, 0.74f)},
+        {76, 12, {0.035f, 0.66f}, 4, 0.010f, light(0.32f, 0.44f, 0.64f)},
+        {-70, 16, {0.05f, 0.80f}, 4, 0.012f, light(0.80f, 0.95f, 1.0f)},
+        {8, 58, {0.9f, 0.035f}, -5, 0.012f, light(0.62f, 0.72f, 0.86f)},
         // Below, for a viewer who looks up at it.
-        {-10, -46, {0.8f, 0.10f}, 7, 0.05f, light(0.26f, 0.40f, 0.52f)},
+        {10, -48, {0.9f, 0.05f}, 7, 0.012f, light(0.42f, 0.60f, 0.80f)},
     };
-    const std::vector<Stop> sky = {{-1, light(0.004f, 0.004f, 0.008f)}, {-0.03f, light(0.0f, 0.0f, 0.0f)},
-                                   {0.0f, light(0.0f, 0.0f, 0.0f)},     {0.015f, light(0.24f, 0.30f, 0.40f)},
-                                   {0.07f, light(0.05f, 0.07f, 0.11f)}, {0.30f, light(0.01f, 0.015f, 0.03f)},
-                                   {1, light(0.012f, 0.010f, 0.022f)}};
     makeSphereMap(
         path, lamps,
         [&](Direction towards) {
-            const float shade = brushed(facing(towards));
-            const Rgba metal =
-                mix(light(0.001f, 0.002f, 0.004f), light(0.13f, 0.18f, 0.26f), shade * shade * shade);
-            return gradient(sky, towards.y) + metal +
-                   light(0.03f, 0.04f, 0.05f) * fromBelow(facing(towards)) + rimLight(towards);
+            const Direction normal = facing(towards);
+            const float steel = turnedTo(normal, keySide, 0.25f, 1.0f);
+            return light(0.003f, 0.004f, 0.007f) + light(0.052f, 0.072f, 0.11f) * (steel * steel) +
+                   light(0.20f, 0.26f, 0.36f) * bell(towards.y - 0.02f, 0.012f) + coldRim(towards);
         },
         shortRim);
 }
 
-// On its dark works, its glass and the ring: gun metal, a cross of fine tubes.
+// On its dark works, its glass and the ring: rubber, which mirrors nothing and shows its form by a breath of
+// light from the key's side.
 void makeArmChrome(const char* path) {
-    // None on the right, where the screen's glass would show it as a stroke through the face.
-    const std::vector<Softbox> lamps = {
-        {-30, 44, {0.9f, 0.12f}, 10, 0.03f, light(0.30f, 0.32f, 0.35f)},
-        {-85, -5, {0.14f, 0.6f}, 0, 0.02f, light(0.30f, 0.40f, 0.56f)},
-    };
-    const std::vector<Stop> sky = {
-        {-1, light(0.006f, 0.006f, 0.008f)},     {-0.08f, light(0.020f, 0.020f, 0.024f)},
-        {-0.02f, light(0.004f, 0.004f, 0.006f)}, {0.03f, light(0.24f, 0.28f, 0.34f)},
-        {0.16f, light(0.03f, 0.04f, 0.06f)},     {1, light(0.012f, 0.010f, 0.022f)}};
-    makeSphereMap(path, lamps, [&](Direction towards) {
-        return gradient(sky, towards.y) + light(0.03f, 0.04f, 0.05f) * fromBelow(facing(towards)) +
-               rimLight(towards);
-    });
+    makeSphereMap(
+        path, {},
+        [&](Direction towards) {
+            const Direction normal = facing(towards);
+            return light(0.004f, 0.004f, 0.005f) +
+                   light(0.040f, 0.042f, 0.046f) * turnedTo(normal, keySide, 0.1f, 1.0f) +
+                   coldRim(towards) * 0.35f;
+        },
+        shortRim);
 }
 
 // The hall's own: tall lamps all round and a ring of light overhead. The room binds it and leaves it switched

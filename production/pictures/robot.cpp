@@ -23,7 +23,7 @@ void makeBand(const char* path, Rgba tint, Rgba glow, Rgba hot) {
         const bool between = rung >= 1 && rung <= rungs;
         const float line =
             between ? bell((place - rung) / (rungs + 1), 0.0075f) * mix(0.25f, 1, rung / rungs) : 0;
-        const float wash = 0.045f * t * t * smoothstep(1.0f, 0.94f, t);
+        const float wash = 0.018f * t * t * smoothstep(1.0f, 0.94f, t);
         // Where the ring is broadest, but not in the last row, which all that is below the ground shows.
         const float edge = bell(t - 0.990f, 0.004f) * smoothstep(0.9985f, 0.993f, t);
         return tint + glow * (wash + 0.42f * line + 0.30f * edge) +

@@ -31,7 +31,7 @@ void main() {
     // Who stands in the middle is to be seen through the smoke.
     float spread = 0.07 + 0.9 * smoothstep(0.15, 0.80, radius);
     // What drifts before the eye would be a veil over all that stands behind.
-    spread *= smoothstep(20.0, 130.0, length(fromEye)) * mix(0.3, 1.0, smoothstep(-60.0, 0.0, behind));
+    spread *= smoothstep(20.0, 130.0, length(fromEye)) * mix(0.1, 1.0, smoothstep(-60.0, 0.0, behind));
     smoke *= 0.75 + 1.0 * shafts;
     vec3 light = color.rgb * spread * (1.1 * smoke + 0.05 * smoothstep(0.86, 0.5, radius) + 0.20 * shafts) + 0.25 * smoke * smoke * spread;
     gl_FragColor = vec4(light * isSurface(), color.a) * gl_Color;
