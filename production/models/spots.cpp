@@ -13,23 +13,14 @@ using namespace model;
 
 namespace {
 
-constexpr double orbit = 2 * pi / roomTurn;  // seconds that the viewer takes round the ball
-// When he first stands at turn 0 on his ellipse.
-const double firstRound = std::ceil(showtime::roomBreathing.seconds() / orbit) * orbit;
 constexpr double halfAzimuth = 4.6, halfElevation = 2.8;  // degrees of the picture that a spot shows
-
-// When the viewer stands at a turn, in his first round of those on the ellipse.
-double timeAt(double turn) {
-    const double rounds = turn / (2 * pi);
-    return firstRound + (rounds - std::floor(rounds)) * orbit;
-}
 
 // Whether what faces `normal` never shows the viewer the glow beyond the hall while he sees it.
 bool dark(Vec place, Vec normal) {
     constexpr double step = 0.2, halfSight = 0.55;  // seconds; cosine
     constexpr double margin = 0.14;                 // round the middle of what it shows
-    for (double after = 0; after < orbit; after += step) {
-        const viewer::View view = viewer::at(firstRound + after);
+    for (double turn = 0; turn < 2 * pi; turn += step * roomTurn) {
+        const viewer::View view = viewer::standingAt(turn);
         if (-dot(normalized(place - view.eye), view.back) < halfSight) continue;
         const Vec shown = viewer::shown(view, place, normal);
         if (shown.z < glow::begins + margin && shown.y < 0.1) return false;
@@ -109,7 +100,8 @@ Shape onWall() {
             const double height = heights[row] + 34 * (fraction(0.754878 * count) - 0.5);
             if (overPicture(turn, height)) continue;
             const double middle = 2 * pi * (column / group + 0.5) * group / columns;
-            addOnWall(spots, turn, height, timeAt(middle + pi) - 2.0 + 2.6 * turnInGroup(column, row, group));
+            addOnWall(spots, turn, height,
+                      viewer::timeAt(middle + pi) - 2.0 + 2.6 * turnInGroup(column, row, group));
         }
     }
     return spots;
@@ -132,7 +124,7 @@ Shape onStage() {
                 const double aside = inFront * (2 * fraction(0.754878 * count) - 1);
                 addSpot(spots, hall::onRing(turn, ring, foot + height + over),
                         hall::onRing(turn + pi / 2, half, 0), hall::onRing(turn, half, 0), 4,
-                        timeAt(turn + aside));
+                        viewer::timeAt(turn + aside));
             }
         }
     }

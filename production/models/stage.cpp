@@ -44,37 +44,47 @@ Shape tube(Vec from, Vec to, double radius, int sides = 6) {
     return sweep(polygon(sides, radius), how);
 }
 
-// A lamp in the eyes of a viewer who stands across the hall: it throws back the warm glow that lies low
-// beyond it, all over alike.
-Shape warmFrom(const Shape& shape, double turn) {
-    const Vec viewer = onRing(turn + pi, 260, 100);
-    const Vec glow = normalized(onRing(turn, 0.8, -0.6));
-    return shaded(shape, [=](Vec p, Vec) { return glow - normalized(p - viewer); });
+// The viewer as he walks by across the hall from what stands in a quarter, so far to his right of straight
+// across (radians).
+viewer::View across(double turn, double aside) {
+    return viewer::standingAt(turn + pi - aside);
 }
 
-// Two lamps on what stands in a quarter, as the viewer sees it from across the hall: a warm one above on his
-// right and a cold one on his left, each of a strength of 0..1. What they light leans to where it throws back
-// the edge of the glow of that colour beyond it, the farther into the glow the more light falls on it; the
-// rest stays as it is.
+// What a place must face to show the viewer what lies so far beyond the middle of the lamps over him, or on
+// his side of it (radians).
+Vec towardsLamps(const viewer::View& view, Vec p, double beyond) {
+    return viewer::facing(view, p, {0, std::cos(beyond), -std::sin(beyond)});
+}
+constexpr double lampMiddle = degrees(11), lampEnds = degrees(25);
+
+// Two lamps on what stands in a quarter: a warm one above on the viewer's right and a cold one on his left,
+// each of a strength of 0..1. What they light throws back the lamps over him, the farther in the more light
+// falls there, and so is lit from wherever he looks on; what looks to his right is meant for when he has
+// walked there. The rest stays as it is.
 struct Lamps {
     double warm, cold;
 };
 Shape litIn(const Shape& shape, double turn, Lamps lamps) {
-    constexpr double justIn = glow::begins + 0.01, deepIn = glow::full - 0.06;
-    const Vec eye = onRing(turn + pi, 250, 100), back = normalized(eye - ballCentre),
-              right = onRing(turn + pi / 2, 1, 0);
-    const viewer::View view = {eye, right, cross(back, right), back};
-    const Vec warmLamp = normalized(back * 0.7 + up * 0.6 + right * 0.6),
-              coldLamp = normalized(back * 0.5 + up * 0.2 - right * 0.8);
+    constexpr double sideways = degrees(22), least = 0.02;
+    const Vec right = onRing(turn + pi / 2, 1, 0), back = onRing(turn + pi, 1, 0);
+    const Vec warmLamp = normalized(back * 0.45 + up * 0.55 + right * 0.70),
+              coldLamp = normalized(back * 0.55 + up * 0.20 - right * 0.80);
+    const viewer::View views[] = {across(turn, -sideways), across(turn, 0), across(turn, sideways)};
     return shaded(shape, [=](Vec p, Vec normal) {
-        const double warm = lamps.warm * smoothstep(0.35, 1.0, dot(normal, warmLamp)),
-                     cold = lamps.cold * smoothstep(0.05, 1.0, dot(normal, coldLamp));
-        const double light = std::max(warm, cold);
-        const double along = mix(justIn, deepIn, light), beside = std::sqrt(1 - along * along);
-        const Vec shown = warm > cold ? Vec{0, -beside, along} : Vec{-beside, 0.02, along};
-        const Vec facing = viewer::facing(view, p, shown);
-        return mix(normal, facing * (dot(facing, normal) < 0 ? -1 : 1), smoothstep(0.02, 0.25, light));
+        const double warm = lamps.warm * smoothstep(0.30, 0.90, dot(normal, warmLamp)),
+                     cold = lamps.cold * smoothstep(0.05, 0.80, dot(normal, coldLamp)),
+                     light = std::max(warm, cold), aside = dot(normal, right);
+        if (light < least) return normal;
+        const viewer::View& view = views[aside < -0.3 ? 0 : aside > 0.3 ? 2 : 1];
+        return towardsLamps(view, p, mix(lampEnds, lampMiddle, light) * (warm > cold ? 1 : -1));
     });
+}
+
+// Lit by the warm lamp over the viewer as he stands so far to the right of straight across, and by nothing
+// else; the farther `off` the lamp's middle (radians), the less.
+Shape lampLit(const Shape& shape, double turn, double aside, double off = 0) {
+    const viewer::View view = across(turn, aside);
+    return shaded(shape, [=](Vec p, Vec) { return towardsLamps(view, p, lampMiddle + off); });
 }
 
 constexpr int stageSides = 80, floorSides = 120;
@@ -97,6 +107,27 @@ double floorSlope(Vec p, double slope, bool outermost) {
     return mix(slope, darkSlope, smoothstep(0.95, 0.35, beforeColossus));
 }
 
+// A ring's plates, dark joints between them. No two lie quite alike, so that what they throw back breaks from
+// one to the next.
+Shape plates(double outer, double inner, double top, double slope, bool outermost) {
+    constexpr double breadth = 17, joint = 0.5, uneven = 0.10, leaning = 0.07;
+    const int count = int(2 * pi * outer / breadth), columns = 4;
+    std::vector<Shape> parts;
+    for (int i = 0; i < count; i++) {
+        const double from = 2 * pi * i / count + joint / outer, to = 2 * pi * (i + 1) / count - joint / outer;
+        const Shape plate = grid(columns, 2, false, false, [=](int c, int r) {
+            return onRing(mix(to, from, double(c) / (columns - 1)), r == 0 ? outer : inner, top);
+        });
+        const double own = slope + uneven * (fraction(0.618034 * i + 0.37 * outer) - 0.5),
+                     aside = leaning * (fraction(0.754878 * i + 0.11 * outer) - 0.5);
+        parts.push_back(shaded(plate, [=](Vec p, Vec) {
+            const Vec out = normalized(Vec{p.x, 0, p.z});
+            return up - out * floorSlope(p, own, outermost) + cross(out, up) * aside;
+        }));
+    }
+    return joined(parts);
+}
+
 // Polished rings. Lit ones seem to fall towards the middle, so that what a viewer sees before his feet too
 // throws back the glow beyond, the more so the higher he stands there; between them lie dark ones, which
 // throw back the night above him. Where he has the colossus before him all do, so that its face is the bright
@@ -109,13 +140,26 @@ Shape stageFloor() {
         double from = outer;
         for (const auto& ring : floorPattern) {
             const double to = mix(outer, inner, ring.to);
-            parts.push_back(shaded(lathe({{from, top}, {to, top}}, floorSides), [=](Vec p, Vec) {
-                return up - normalized(Vec{p.x, 0, p.z}) * floorSlope(p, ring.slope, i == 0);
-            }));
+            if (ring.slope > darkSlope)
+                parts.push_back(plates(from, to, top, ring.slope, i == 0));
+            else
+                parts.push_back(shaded(lathe({{from, top}, {to, top}}, floorSides), [=](Vec p, Vec) {
+                    return up - normalized(Vec{p.x, 0, p.z}) * floorSlope(p, ring.slope, i == 0);
+                }));
             from = to;
         }
     }
     return joined(parts);
+}
+
+// What the ball stands in.
+Shape ballCup() {
+    const double foot = terraces[std::size(terraces) - 1].foot + terraces[std::size(terraces) - 1].height;
+    const Outline profile = {{34, foot},     {34, foot + 2},  {31, foot + 4}, {26, foot + 5},
+                             {23, foot + 9}, {21, foot + 10}, {19, foot + 9}, {18, foot}};
+    return shaded(lathe(profile, stageSides), [](Vec p, Vec normal) {
+        return normal + up * 0.3 + normalized(Vec{p.x, 0, p.z}) * 0.3;
+    });
 }
 
 // A strip of the floor that leans, as light sees it, by `lean` (horizontal; 1 is half-way to lying on its
@@ -260,10 +304,10 @@ Shape darkGlass(const Shape& shape) {
     return shaded(shape, [](Vec, Vec normal) { return normal - up * 0.36; });
 }
 
-// The robot looks along +z in its own model; here it looks at the ball, sunk into the floor to its waist.
-constexpr double colossusSize = 3.6,
-                 colossusFloor = 59;  // the height in the robot's model that the floor cuts
-constexpr double colossusRadius = 396;
+// The robot looks along +z in its own model; here it looks at the ball, sunk into the floor to its chest.
+constexpr double colossusSize = 4.8,
+                 colossusFloor = 96;  // the height in the robot's model that the floor cuts
+constexpr double colossusRadius = 404;
 
 Shape asColossus(const Shape& part) {
     const Shape turnedIn = turned(moved(part, {0, -colossusFloor, 0}), Axis::y, -pi / 2);
@@ -275,38 +319,50 @@ Shape asColossus(const Shape& part) {
 // that run clockwise in it face the viewer.
 constexpr double glassTall = 16.2 / 11.8;  // over which T is stretched
 
-Shape eyeOnScreen(double s, double t, double inner, double outer, double height = 0.5) {
+Shape eyeOnScreen(double s, double t, double inner, double outer) {
     const int sides = 32;
     return grid(sides, 2, true, false, [&](int c, int r) {
         const double turn = 2 * pi * c / sides, radius = r == 0 ? outer : inner;
-        return Vec{s + radius * std::cos(turn), t - radius * glassTall * std::sin(turn), height};
+        return Vec{s + radius * std::cos(turn), t - radius * glassTall * std::sin(turn), 0.5};
     });
 }
 
-Shape smileOnScreen(double half = 0.032, double height = 0.5) {
+// Its lower and upper edge are so far from its middle line.
+Shape smileOnScreen(double from, double to) {
     const int steps = 24;
     const double radius = 0.33;
     return grid(steps + 1, 2, false, false, [&](int c, int r) {
-        const double turn = (2.0 * c / steps - 1) * 0.80, out = radius + (r == 0 ? half : -half);
-        return Vec{0.5 + out * std::sin(turn), 0.33 + out * glassTall * std::cos(turn) * 0.98, height};
+        const double turn = (2.0 * c / steps - 1) * 0.80, out = radius + (r == 0 ? to : from);
+        return Vec{0.5 + out * std::sin(turn), 0.33 + out * glassTall * std::cos(turn) * 0.98, 0.5};
     });
 }
 
 constexpr double eyes[] = {0.28, 0.72};
 
-// A smile, and two broad eyes with dark pupils.
-constexpr double eyeRadius = 0.185, pupilRadius = 0.125;
+// Two broad eyes with dark pupils, and a smile, drawn in fine strokes: every third is meant for a viewer to
+// the left of straight across, one for who stands there and one to the right.
+constexpr double eyeRadius = 0.185, pupilRadius = 0.110, smileHalf = 0.085;
 
 Shape face() {
-    std::vector<Shape> lines = {smileOnScreen(0.058)};
-    for (const double s : eyes) lines.push_back(eyeOnScreen(s, 0.38, pupilRadius, eyeRadius));
-    return figures::onRobotScreen(joined(lines));
+    constexpr double aside[] = {-34, 0, 34};  // degrees
+    constexpr int strokes = 6;
+    std::vector<Shape> lines;
+    for (int i = 0; i < strokes; i++) {
+        const double from = double(i) / strokes, to = double(i + 1) / strokes;
+        std::vector<Shape> stroke = {smileOnScreen(smileHalf * (2 * from - 1), smileHalf * (2 * to - 1))};
+        for (const double s : eyes)
+            stroke.push_back(
+                eyeOnScreen(s, 0.38, mix(pupilRadius, eyeRadius, from), mix(pupilRadius, eyeRadius, to)));
+        lines.push_back(
+            lampLit(asColossus(figures::onRobotScreen(joined(stroke))), colossusTurn, degrees(aside[i % 3])));
+    }
+    return joined(lines);
 }
 
-// Over them what the comet lights in the glimpse, which is short and dim: whole eyes and a broad smile.
+// In them what the comet lights in the glimpse, which is short and dim: whole eyes.
 Shape litFace() {
-    std::vector<Shape> lines = {smileOnScreen(0.075, 0.9)};
-    for (const double s : eyes) lines.push_back(eyeOnScreen(s, 0.38, 0, pupilRadius, 0.9));
+    std::vector<Shape> lines;
+    for (const double s : eyes) lines.push_back(eyeOnScreen(s, 0.38, 0, pupilRadius));
     return comet::litInPassing(asColossus(figures::onRobotScreen(joined(lines))), 0);
 }
 
@@ -330,28 +386,18 @@ Shape tower(const std::function<Shape(int storey)>& part) {
     return atTurn(joined(all), pillarTurn);
 }
 
-// Dark, so that its windows are what is seen: it throws back what lies behind the viewer, where there is
-// nothing.
-Shape towerBoxes() {
-    const Vec viewer = onRing(pillarTurn + pi, 260, 100);
-    return shaded(onlySeen(tower([](int) { return figures::heapBox(); })),
-                  [=](Vec p, Vec normal) { return normal + normalized(viewer - p) * 0.8; });
-}
-
-// Lit windows before its rooms, no storey's like the next one's. A viewer who comes by sees a third of them
-// from early on and a third the longest.
+// Lit windows before its rooms, no storey's like the next one's.
 Shape towerWindows() {
-    constexpr double pitch = 12.5, wide = 7.5, low = -4.6, high = 5.2, out = 19.6;
-    constexpr double seenFrom[] = {-0.45, 0, 0.4};  // radians beside who stands straight across
-    std::vector<Shape> thirds;
-    for (int third = 0; third < 3; third++) {
+    constexpr double pitch = 12.5, wide = 8.5, low = -5.0, high = 5.4, out = 19.6;
+    std::vector<Shape> halves;
+    for (int half = 0; half < 2; half++) {
         const Shape windows = tower([&](int storey) {
             std::vector<Shape> lit;
-            for (int number = 0; number < 12; number++) {  // six on a side
-                const int i = number % 6, side = number / 6;
-                if ((storey + i) % 3 != third || (storey * 5 + i * 7 + side * 3 + storey * i) % 4 == 0)
+            for (int number = 0; number < 16; number++) {  // eight on a side
+                const int i = number % 8, side = number / 8;
+                if ((storey + i) % 2 != half || (storey * 5 + i * 7 + side * 3 + storey * i) % 7 < 2)
                     continue;
-                const double from = (side == 0 ? -24 : -48) + pitch * i;
+                const double from = -48 + pitch * i;
                 const Shape window = grid(2, 2, false, false, [=](int c, int r) {
                     return Vec{from + wide * c, r == 0 ? low : high, out};
                 });
@@ -359,9 +405,9 @@ Shape towerWindows() {
             }
             return joined(lit);
         });
-        thirds.push_back(warmFrom(onlySeen(windows), pillarTurn + seenFrom[third]));
+        halves.push_back(lampLit(onlySeen(windows), pillarTurn, degrees(half == 0 ? -28 : 28), degrees(6)));
     }
-    return joined(thirds);
+    return joined(halves);
 }
 
 // The sun behind the ship, cut into ever thinner bands towards the horizon.
@@ -381,7 +427,7 @@ Shape sunDisc() {
             return Vec{distance, middle + radius * y,
                        radius * std::sqrt(std::max(1 - y * y, 1e-4)) * (c == 0 ? -1 : 1)};
         }));
-    return warmFrom(atTurn(joined(parts), shipTurn), shipTurn);
+    return lampLit(atTurn(joined(parts), shipTurn), shipTurn, -degrees(13), degrees(5));
 }
 
 struct HungProbe {
@@ -408,23 +454,25 @@ Shape probeLamps() {
 }  // namespace
 
 void makeStage(const char* path) {
-    const Shape middle = joined({stageFloor(), floorRings(), inlays(), risers(), edgeLights(),
+    const Shape middle = joined({stageFloor(), floorRings(), inlays(), risers(), edgeLights(), ballCup(),
                                  around(projector(), sources), around(stud(), sources)});
     std::vector<Shape> pillars;
     for (int i = 0; i < 8; i++) {
         const double turn = pillarTurn + (i + 0.5) * pi / 4;
-        pillars.push_back(litIn(onlySeen(atTurn(pillar(), turn)), turn, {0.7, 0.9}));
+        pillars.push_back(litIn(onlySeen(atTurn(pillar(), turn)), turn, {0.15, 0.35}));
     }
     const Shape metal = welded(joined({figures::robotShells(), figures::robotWorks()}), 0.6);
     const Shape colossus = litIn(onlySeen(onlyAbove(asColossus(metal), -2)), colossusTurn, {0.85, 1});
     const Shape itsGlass = darkGlass(asColossus(figures::robotScreen()));
     const Shape itsTrim = asColossus(figures::robotTrim());
-    const Shape itsFace = warmFrom(asColossus(face()), colossusTurn);
+    const Shape itsFace = face();
     const Shape streaks = joined({comet::tracks(), litFace(), spots::onWall(), spots::onStage()});
-    writeAml(path, {dark(middle), ball::mirrors(), dark(streaks),
-                    dark(joined({joined(pillars), onlySeen(ledges())})), dark(colossus),
-                    dark(joined({itsGlass, onlySeen(itsTrim), itsFace})),
-                    dark(joined({litIn(onlySeen(hungShip()), shipTurn, {0.0, 1.0}), sunDisc()})),
-                    dark(joined({towerBoxes(), towerWindows()})),
-                    dark(litIn(onlySeen(probeLamps()), probesTurn, {0.6, 0.9}))});
+    writeAml(
+        path,
+        {dark(middle), ball::mirrors(), dark(streaks), dark(joined({joined(pillars), onlySeen(ledges())})),
+         dark(colossus), dark(joined({itsGlass, onlySeen(itsTrim), itsFace})),
+         dark(litIn(onlySeen(hungShip()), shipTurn, {0.0, 1.0})), dark(sunDisc()),
+         dark(joined({litIn(onlySeen(tower([](int) { return figures::heapBox(); })), pillarTurn, {0.0, 0.5}),
+                      towerWindows()})),
+         dark(litIn(onlySeen(probeLamps()), probesTurn, {0.6, 0.9}))});
 }

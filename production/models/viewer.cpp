@@ -22,6 +22,18 @@ View at(double time) {
     return {eye, right, cross(back, right), back};
 }
 
+double timeAt(double turn) {
+    constexpr double orbit = 2 * pi / roomTurn;  // seconds of a round
+    // When he first stands at turn 0 on his ellipse.
+    static const double firstRound = std::ceil(showtime::roomBreathing.seconds() / orbit) * orbit;
+    const double rounds = turn / (2 * pi);
+    return firstRound + (rounds - std::floor(rounds)) * orbit;
+}
+
+View standingAt(double turn) {
+    return at(timeAt(turn));
+}
+
 Vec direction(double azimuth, double elevation) {
     const double across = degrees(azimuth), height = degrees(elevation);
     return {std::cos(height) * std::sin(across), std::sin(height), std::cos(height) * std::cos(across)};

@@ -16,6 +16,10 @@ struct View {
 // At a time of the music in seconds; between two beats.
 View at(double time);
 
+// When he stands at a turn, in his first round of those on the ellipse; and his view then.
+double timeAt(double turn);
+View standingAt(double turn);
+
 // A direction in the viewer's own axes, by which "envmap" is looked up: `azimuth` in degrees from straight
 // behind him to his right, `elevation` in degrees up.
 Vec direction(double azimuth, double elevation);

@@ -71,7 +71,8 @@ void makeFlashWord(const char* path) {
 }
 
 // No wash, so that the room stays to be seen: rays that leave the ball in the middle, which is bright enough
-// of itself, and a streak through it; cold on the left and warm on the right, as the stage is.
+// of itself, and a streak through it; cold on the left and warm on the right, as the stage is. And a warm
+// light over the ball, where the last glimpse of all has the face of the colossus.
 void makeWhite(const char* path) {
     const int size = 64;
     Canvas canvas(size, size);
@@ -83,7 +84,8 @@ void makeWhite(const char* path) {
         const float fall = std::exp(-1.0f * r) * smoothstep(0.22f, 0.5f, r);
         const float streak = 0.45f * bell(v, 0.03f) * bell(u, 0.9f) * smoothstep(0.15f, 0.6f, r);
         const Rgba tint = mix(opaque(0.45f, 0.72f, 1), opaque(1, 0.66f, 0.36f), smoothstep(-0.7f, 0.7f, u));
-        return tint * (0.6f * rays * fall + streak);
+        const float head = bell(std::hypot(u, (v + 0.43f) * 1.2f), 0.20f);
+        return tint * (0.6f * rays * fall + streak) + opaque(1, 0.70f, 0.32f) * (0.50f * head);
     });
     saveRgb(canvas, path, Rows::BottomFirst);
 }

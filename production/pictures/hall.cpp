@@ -23,11 +23,11 @@ Rgba field(float distance, float softness, Rgba colour) {
 
 // Behind the colossus: a halo at its head.
 Rgba halo(float x, float y) {
-    constexpr float haloHeight = 354, size = 0.86f;
+    constexpr float haloHeight = 288, size = 0.98f;
     const float r = std::hypot(x, y - haloHeight) / size;
     const float angle = arcTan(y - haloHeight, x);
-    Rgba c = opaque(0.030f, 0.042f, 0.060f) + light(0.08f, 0.12f, 0.16f) * bell(y - haloHeight, 150);
-    c = c + field(r - 150, 2, light(0.12f, 0.15f, 0.18f)) + light(0.30f, 0.36f, 0.42f) * std::exp(-r / 60);
+    Rgba c = opaque(0.030f, 0.042f, 0.060f) + light(0.04f, 0.06f, 0.08f) * bell(y - haloHeight, 150);
+    c = c + field(r - 150, 2, light(0.05f, 0.065f, 0.08f)) + light(0.16f, 0.20f, 0.24f) * std::exp(-r / 60);
     c = c + lines(r - 152, 12, light(0.75f, 0.72f, 0.72f)) + lines(r - 176, 3, light(0.40f, 0.44f, 0.48f));
     c = c + lines(r - 120, 1.5f, light(0.20f, 0.24f, 0.28f));
     const float ray = std::pow(0.5f + 0.5f * std::cos(angle * 36), 6.0f);
@@ -100,8 +100,8 @@ Rgba lightOnWall(float x, float y, int quarter) {
     if (randomAt(column, row, 90 + quarter) > 0.5f) {
         const Point spot = {(column + 0.25f + 0.5f * randomAt(column, row, 100 + quarter)) * cell,
                             (row + 0.25f + 0.5f * randomAt(column, row, 110 + quarter)) * cell};
-        c = c + light(0.62f, 0.70f, 0.74f) * (bell(length(Point{x, y} - spot), 3.4f) *
-                                              mix(0.25f, 0.8f, randomAt(column, row, 120 + quarter)));
+        c = c + light(0.62f, 0.70f, 0.74f) * (bell(length(Point{x, y} - spot), 4.0f) *
+                                              mix(0.35f, 1.3f, randomAt(column, row, 120 + quarter)));
     }
     return c * strength;
 }

@@ -108,8 +108,6 @@ const std::vector<Softbox> studioLamps = {
     {10, -36, {0.7f, 0.05f}, -4, 0.05f, light(0.03f, 0.015f, 0.006f)},
     {-34, 26, {0.24f, 0.20f}, 12, 0.14f, light(0.025f, 0.043f, 0.06f)},
     {36, 6, {0.18f, 0.26f}, -6, 0.12f, light(0.045f, 0.025f, 0.01f)},
-    // Over the far side, for the edges of the stage.
-    {180, 88, {0.5f, 0.24f}, 0, 0.02f, light(0.06f, 0.18f, 0.31f)},
 };
 const Rgba horizon = light(0.015f, 0.022f, 0.035f);
 
@@ -153,6 +151,12 @@ Rgba glowBeyond(Direction towards) {
     return (cold + warm + (above + below) * strength.between) * strength.beyond;
 }
 
+// Over the viewer.
+Rgba overhead(Direction towards) {
+    const glow::Overhead<float> lamps = glow::overhead(towards);
+    return light(0.07f, 0.22f, 0.42f) * lamps.cold + light(0.55f, 0.265f, 0.062f) * lamps.warm;
+}
+
 }  // namespace
 
 // On hulls, boxes and all that stands in the hall, added to the lit texture and then to itself by the glow:
@@ -163,7 +167,7 @@ void makeStudio(const char* path) {
     std::vector<Softbox> lamps = studioLamps;
     addSparks(lamps);
     makeSphereMap(path, lamps, [](Direction towards) {
-        return nightAhead(towards) + glowBeyond(towards) + cometLight(towards) +
+        return nightAhead(towards) + glowBeyond(towards) + overhead(towards) + cometLight(towards) +
                horizon * (bell(towards.y, 0.03f) * smoothstep(-0.5f, 0.0f, towards.z));
     });
 }

@@ -33,4 +33,17 @@ Glow<Number> in(kit::Vector3<Number> direction) {
             ramp(0.06, -0.40, y),          between};
 }
 
+// Two lamps over the viewer, halves of one disc: a cold one on his side and a warm one beyond. What leans so
+// that it throws one back is lit wherever he walks round it, as he turns about the same axis.
+template <class Number>
+struct Overhead {
+    Number cold, warm;  // 0..1
+};
+template <class Number>
+Overhead<Number> overhead(kit::Vector3<Number> direction) {
+    const Number strength = kit::smoothstep(Number(0.906), Number(0.951), direction.y),  // 65 to 72 degrees
+        beyond = kit::smoothstep(Number(0.04), Number(-0.04), direction.z);
+    return {strength * (1 - beyond), strength * beyond};
+}
+
 }  // namespace glow
