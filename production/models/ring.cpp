@@ -22,7 +22,7 @@ double thickness(Vec p) {
     return smoothstep(half, half + tapering, aside);
 }
 
-// A closed rail about a radius, drawn out at its ends. Where nothing is left of it there are no faces.
+// A closed rail about a radius, drawn out at its ends; beyond them there are no faces.
 Shape crescent(const Shape& whole, double radius) {
     Shape drawn = whole;
     drawn.faces.clear();
@@ -32,8 +32,9 @@ Shape crescent(const Shape& whole, double radius) {
         if (seen) drawn.faces.push_back(face);
     }
     return bent(drawn, [=](Vec p) {
+        constexpr double thinnest = 0.06;  // of its ends
         const Vec middle = normalized(Vec{p.x, 0, p.z}) * radius;
-        return mix(middle, p, thickness(p));
+        return mix(middle, p, std::max(thickness(p), thinnest));
     });
 }
 

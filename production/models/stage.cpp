@@ -65,7 +65,7 @@ struct Lamps {
     double warm, cold;
 };
 Shape litIn(const Shape& shape, double turn, Lamps lamps) {
-    constexpr double sideways = degrees(22), least = 0.02;
+    constexpr double sideways = degrees(22), deepCold = degrees(16), least = 0.02;
     const Vec right = onRing(turn + pi / 2, 1, 0), back = onRing(turn + pi, 1, 0);
     const Vec warmLamp = normalized(back * 0.45 + up * 0.55 + right * 0.70),
               coldLamp = normalized(back * 0.55 + up * 0.20 - right * 0.80);
@@ -76,7 +76,8 @@ Shape litIn(const Shape& shape, double turn, Lamps lamps) {
                      light = std::max(warm, cold), aside = dot(normal, right);
         if (light < least) return normal;
         const viewer::View& view = views[aside < -0.3 ? 0 : aside > 0.3 ? 2 : 1];
-        return towardsLamps(view, p, mix(lampEnds, lampMiddle, light) * (warm > cold ? 1 : -1));
+        return towardsLamps(view, p,
+                            warm > cold ? mix(lampEnds, lampMiddle, light) : -mix(lampEnds, deepCold, light));
     });
 }
 
@@ -301,7 +302,7 @@ Shape onlyAbove(const Shape& shape, double y) {
 
 // Glass in which the night below the viewer is seen, so that what stands on it is read.
 Shape darkGlass(const Shape& shape) {
-    return shaded(shape, [](Vec, Vec normal) { return normal - up * 0.36; });
+    return shaded(shape, [](Vec, Vec normal) { return normal - up * 0.22; });
 }
 
 // The robot looks along +z in its own model; here it looks at the ball, sunk into the floor to its chest.
@@ -341,10 +342,10 @@ constexpr double eyes[] = {0.28, 0.72};
 
 // Two broad eyes with dark pupils, and a smile, drawn in fine strokes: every third is meant for a viewer to
 // the left of straight across, one for who stands there and one to the right.
-constexpr double eyeRadius = 0.185, pupilRadius = 0.110, smileHalf = 0.085;
+constexpr double eyeRadius = 0.185, pupilRadius = 0.110, smileHalf = 0.064;
 
 Shape face() {
-    constexpr double aside[] = {-34, 0, 34};  // degrees
+    constexpr double aside[] = {-20, -20, 14};  // degrees
     constexpr int strokes = 6;
     std::vector<Shape> lines;
     for (int i = 0; i < strokes; i++) {
