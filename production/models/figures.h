@@ -6,8 +6,8 @@
 
 namespace figures {
 
-model::Shape robotShells();                               // its pale plates
-model::Shape robotWorks();                                // joints, hands, frames: all dark metal
+model::Shape robotShells();                               // its plates and hands
+model::Shape robotWorks();                                // joints and frames: all that is dark
 model::Shape robotScreen();                               // the face's glass
 model::Shape robotTrim();                                 // painted parts and lamps
 model::Shape onRobotScreen(const model::Shape& picture);  // from x = S, y = T, z = height over the glass

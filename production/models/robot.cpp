@@ -1,4 +1,4 @@
-// The robot: pale shells, which are its body's mesh; the dark works between them, joints, hands and frames,
+// The robot: polished shells, which are its body's mesh; the dark works between them, joints and frames,
 // which are its arms' mesh; and what glows or is painted on it, its screen's mesh: the face, a second face at
 // the back of the head that sleeps, a heart's beat on each flank, orange shoulders and ears, lamps, and cold
 // tubes that draw its outline. It stands on a plate below y = 0, looks along +z and waves.
@@ -29,7 +29,7 @@ constexpr Uv orangePaint = middleOf(atlas::robot::orange.part(0, 0, 1, 1)),
              warmLamp = middleOf(atlas::robot::warmLamp),
              coldTube = middleOf(atlas::robot::coldTube.part(0, 0, 2.4, 1));
 
-// A part in its two metals: pale shells and the dark works between them.
+// A part in its two materials: polished shells and the dark works between them.
 struct Part {
     Shape shells, works;
 };
@@ -254,7 +254,7 @@ Shape headWorks() {
     const Shape ear = placed(rings(8.2, 5), earMiddle, {1, 0, 0});
     const double reach = length(aerialTip - aerialFoot);
     const Shape aerial =
-        placed(lathe({{0, -1}, {2.2, -1}, {2.2, 1}, {1.2, 2.4}, {0.75, 5}, {0.5, reach}, {0, reach}}, 10),
+        placed(lathe({{0, -1}, {2.2, -1}, {2.2, 1}, {1.2, 2.4}, {0.4, 5}, {0.3, reach}, {0, reach}}, 10),
                aerialFoot, aerialTip - aerialFoot);
     const Shape brow = moved(box({34, 2.6, 5}, 1.1, 2), {0, 14.6, 15});
     const Shape chin = moved(box({20, 1.6, 3}, 0.7, 2), {0, -14.6, 13.4});
@@ -290,7 +290,9 @@ Part arm(const Pose& pose) {
     const Shape palm = joined({lathe({{0, -1}, {3, -1}, {4.6, 1}, {5, 3}, {4.4, 4.6}, {0, 5}}, 16),
                                finger(1, curl), finger(-1, curl), finger(0, 1.4 * curl),
                                moved(turned(finger(0, curl), Axis::y, pi), {0, -1, 0})});
-    return {fore, joined({ball, upper, joint, placed(palm, wrist, normalized(reach))})};
+    // Polished, and round: in rubber a hand that waves is lost in the night.
+    const Shape hand = smoothed(placed(palm, wrist, normalized(reach)), 1.1);
+    return {joined({fore, hand}), joined({ball, upper, joint})};
 }
 
 // Where the head's own coordinates lie for a place of the picture on a screen, a domed tube inside its
@@ -380,7 +382,8 @@ Shape coldTubes() {
         over.push_back(onShell({18.4, 13.9, deep}));
         under.push_back(onShell({18.4, -13.9, deep}));
     }
-    const Shape edges = onNeck(withMirror(joined({coldLine(over), coldLine(under)})));
+    const Shape aerial = coldLine({mix(aerialFoot, aerialTip, 0.12), mix(aerialFoot, aerialTip, 0.92)});
+    const Shape edges = onNeck(withMirror(joined({coldLine(over), coldLine(under), aerial})));
     const Shape chest = joined({squared(moved(coldHoop(chestRadius(88) - 0.3, 32), {0, 88, 0}), 0.62),
                                 squared(moved(coldHoop(chestRadius(119) - 0.3, 40), {0, 119, 0}), 0.62)});
     const Shape pack =
