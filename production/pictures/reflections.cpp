@@ -154,7 +154,7 @@ Rgba glowBeyond(Direction towards) {
 // Over the viewer.
 Rgba overhead(Direction towards) {
     const glow::Overhead<float> lamps = glow::overhead(towards);
-    return light(0.07f, 0.22f, 0.42f) * lamps.cold + light(0.55f, 0.265f, 0.062f) * lamps.warm;
+    return light(0.058f, 0.18f, 0.34f) * lamps.cold + light(0.50f, 0.24f, 0.056f) * lamps.warm;
 }
 
 }  // namespace
