@@ -14,7 +14,7 @@ using namespace model;
 namespace {
 
 constexpr double halfLength = 55, halfWidth = 22.5, halfHeight = 9.3;
-constexpr double slab = 3.2;  // thickness of floor and roof
+constexpr double slab = 2.4;  // thickness of floor and roof
 constexpr double roofFrom = -30, glassFrom = -27, glassTo = 51, glassHalf = 19;
 constexpr double parapet = 6.4;  // height of the terrace's, slab included
 constexpr double trunkRadius = 13, trunkDepth = 130, mastHeight = 50;
@@ -55,12 +55,12 @@ Shape terraceWalls() {
 }
 
 // A stretch of rooms from slab to slab, each behind a pane that looks another way, so that they glint one
-// after another. Lit ones face the light far below, and there is a glow beyond the heap that way, too; dark
-// ones look straight out, where there is none.
+// after another. Lit ones face the light far below, but no more than that they throw back none of the glow
+// beyond the heap; dark ones look nearly straight out, and show it cold or warm on the heap's sides.
 Shape stretch(Vec from, Vec along, int number) {
-    constexpr double leans[heap::roomsInStretch] = {0.0, -0.3, 0.25, -0.1, 0.3, 0.1}, lit = 1.6, dark = 0.3;
+    constexpr double leans[heap::roomsInStretch] = {0.0, -0.2, 0.15, -0.1, 0.2, 0.1}, lit = 1.35, dark = 0.25;
     const Vec step = along * (1.0 / heap::roomsInStretch), tall = {0, 2 * (halfHeight - slab), 0};
-    const Patch& rooms = hull::rooms[number];
+    const Patch rooms = patchOf(atlas::hull::rooms[number]);
     std::vector<Shape> panes;
     for (int i = 0; i < heap::roomsInStretch; i++) {
         const Patch room = {rooms.at(double(i) / heap::roomsInStretch, 0),
@@ -73,28 +73,61 @@ Shape stretch(Vec from, Vec along, int number) {
     return joined(panes);
 }
 
-// The long sides are two stretches each, the ends one.
-Shape glass() {
-    const double low = slab - halfHeight, out = glassHalf + 0.1, half = (glassTo - glassFrom) / 2;
-    const double middle = glassFrom + half;
-    return joined(
-        {stretch({glassFrom, low, out}, {half, 0, 0}, 0), stretch({middle, low, out}, {half, 0, 0}, 1),
-         stretch({glassTo, low, -out}, {-half, 0, 0}, 0), stretch({middle, low, -out}, {-half, 0, 0}, 1),
-         stretch({glassTo + 0.1, low, glassHalf}, {0, 0, -2 * glassHalf}, 1),
-         stretch({glassFrom - 0.1, low, -glassHalf}, {0, 0, 2 * glassHalf}, 0)});
+// Each side has a shape of its own, so that a storey has another outline after each quarter turn: before,
+// one half stands back behind a balcony; behind, the other comes out to the slabs' edge.
+constexpr double glassMiddle = (glassFrom + glassTo) / 2, behindBalcony = 11, bayOut = halfWidth + 3.5;
+
+Shape core() {
+    const double low = slab - halfHeight, high = -low;
+    return joined({block({glassFrom, low, -glassHalf}, {glassTo, high, behindBalcony}, 0),
+                   block({glassFrom, low, behindBalcony}, {glassMiddle, high, glassHalf}, 0),
+                   block({glassMiddle, low, -bayOut}, {glassTo - 8, high, -glassHalf}, 0)});
 }
 
-// Under the floor: timber, each half a picture that looks outwards a breath. Any more would throw the comet
-// back from under the top storeys.
+// The balcony's floor and rail, and floor and roof of the bay.
+Shape outworks() {
+    const double low = -halfHeight, out = halfWidth + 8, from = glassMiddle + 2, to = halfLength - 6;
+    const auto rail = [&](Vec a, Vec b) { return block(a, b + Vec{0, 0.9, 0.9}, 0.2); };
+    return joined(
+        {block({from, low + 0.4, halfWidth - 1}, {to, low + slab - 0.4, out}, 0.4),
+         rail({from, low + 6.5, out - 1}, {to, low + 6.5, out - 1}),
+         rail({from, low + 4.5, out - 1}, {to, low + 4.5, out - 1}),
+         block({glassMiddle - 1, low, -bayOut - 1}, {glassTo - 7, low + slab, 2 - halfWidth}, 0.4),
+         block({glassMiddle - 1, -low - slab, -bayOut - 1}, {glassTo - 7, -low, 2 - halfWidth}, 0.4)});
+}
+
+// Two stretches on each long side and one on each end.
+Shape glass() {
+    constexpr double breath = 0.1, half = glassMiddle - glassFrom;
+    const double low = slab - halfHeight;
+    return joined({stretch({glassFrom, low, glassHalf + breath}, {half, 0, 0}, 0),
+                   stretch({glassMiddle, low, behindBalcony + breath}, {half, 0, 0}, 1),
+                   stretch({glassTo - 8, low, -bayOut - breath}, {8 - half, 0, 0}, 2),
+                   stretch({glassMiddle, low, -glassHalf - breath}, {-half, 0, 0}, 3),
+                   stretch({glassTo + breath, low, behindBalcony}, {0, 0, -behindBalcony - glassHalf}, 4),
+                   stretch({glassFrom - breath, low, -glassHalf}, {0, 0, 2 * glassHalf}, 5)});
+}
+
+// How an underside leans, by the quarter of the box that it lies in. So what a viewer sees above him throws
+// back none of the glow beyond the heap but at its sides: all of it did when it looked straight down, and
+// that lay over the whole heap as a veil.
+Vec outwards(double x, double z) {
+    return Vec{x < 0 ? -1.0 : 1.0, 0, z < 0 ? -1.0 : 1.0} * 0.2;
+}
+
+// Under the floor: timber, a picture to each quarter.
 Shape soffit() {
-    constexpr double edge = 1.2, y = -halfHeight - 0.05, z = halfWidth - edge;
-    const auto half = [&](double from, double side) {
-        const Shape sheeting = sheet({from, y, -z}, {halfLength - edge, 0, 0}, {0, 0, 2 * z});
-        return shaded(painted(sheeting, hull::timber), [=](Vec p, Vec normal) {
-            return normal + Vec{0.1 * side, 0, 0.06 * p.z / z};
-        });
-    };
-    return joined({half(edge - halfLength, -1), half(0, 1)});
+    constexpr double edge = 1.2, y = -halfHeight - 0.05;
+    constexpr double length = halfLength - edge, width = halfWidth - edge;
+    std::vector<Shape> quarters;
+    for (const double x : {-length, 0.0})
+        for (const double z : {-width, 0.0}) {
+            const Shape sheeting = sheet({x, y, z}, {length, 0, 0}, {0, 0, width});
+            quarters.push_back(shaded(painted(sheeting, hull::timber), [=](Vec, Vec normal) {
+                return normal + outwards(x + length / 2, z + width / 2);
+            }));
+        }
+    return joined(quarters);
 }
 
 Shape hedge() {
@@ -105,24 +138,40 @@ Shape hedge() {
                    sheet({roofFrom, low, -out}, {-deep, 0, 0}, {0, tall, 0})});
 }
 
-// Shrubs, and cypresses among them. None is a ball: each is lumpy in its own way.
-Shape shrubs() {
-    constexpr struct {
-        double x, z, size, tall;  // `tall` in sizes
-    } places[] = {{-51, -17, 2.2, 2.6}, {-50.5, -9, 3.2, 0.9}, {-51, -2, 2.8, 1.3}, {-51, 6, 2.0, 2.5},
-                  {-50, 15, 3.9, 1.0},  {-42, 18.5, 2.6, 1.6}, {-40, -18, 3.2, 0.8}};
-    std::vector<Shape> all;
-    for (const auto& place : places) {
-        const Shape lumpy = bent(icosphere(place.size, 1), [&](Vec p) {
-            const double lump =
-                std::sin(2.1 * p.x + place.z) * std::sin(1.7 * p.z + place.x) * std::sin(1.9 * p.y);
-            const double taper = place.tall > 2 ? 1 - 0.35 * p.y / place.size : 1;
-            return Vec{p.x * (1 + 0.35 * lump) * taper, p.y * (1 + 0.25 * lump),
-                       p.z * (1 + 0.35 * lump) * taper};
-        });
-        all.push_back(moved(scaled(lumpy, {1, place.tall, 1}),
-                            {place.x, parapet - halfHeight + 0.7 * place.size * place.tall, place.z}));
+// Tufts of blades, each its own way, and cypresses in ragged tiers among them.
+Shape tuft(double size, int seed) {
+    std::vector<Shape> blades;
+    for (int i = 0; i < 9; i++) {
+        const double turn = 2.4 * i + seed, rise = 0.25 + 0.16 * ((5 * i + seed) % 7);
+        const double length = size * (0.9 + 0.12 * ((3 * i + seed) % 6));
+        const Shape blade = lathe({{0.2 * size, 0}, {0.26 * size, 0.4 * length}, {0, length}}, 3);
+        blades.push_back(placed(blade, {}, {std::cos(turn), rise, std::sin(turn)}));
     }
+    return joined(blades);
+}
+Shape cypress(double size, int seed) {
+    std::vector<Shape> tiers;
+    for (int i = 0; i < 4; i++) {
+        const double r = size * (0.9 - 0.17 * i), y = size * 0.95 * i;
+        tiers.push_back(
+            moved(turned(lathe({{r, 0}, {0.25 * r, 1.5 * size}, {0, 1.9 * size}}, 5), Axis::y, seed + i),
+                  {0, y, 0}));
+    }
+    return joined(tiers);
+}
+Shape shrubs() {
+    constexpr double onGarden = parapet - halfHeight, onBalcony = slab - halfHeight;
+    std::vector<Shape> all;
+    const auto plant = [&](const Shape& shape, Vec at) { all.push_back(moved(shape, at)); };
+    plant(cypress(1.9, 1), {-51, onGarden - 1, -17});
+    plant(tuft(4.2, 2), {-50.5, onGarden, -9});
+    plant(tuft(3.2, 5), {-51, onGarden, -1});
+    plant(cypress(1.5, 3), {-50, onGarden - 1, 7});
+    plant(tuft(4.8, 1), {-50, onGarden, 16});
+    plant(tuft(3.4, 4), {-40, onGarden, 19});
+    plant(tuft(3.8, 3), {-38, onGarden, -19});
+    plant(tuft(3.6, 6), {18, onBalcony, halfWidth + 4});
+    plant(tuft(2.8, 2), {44, onBalcony, halfWidth + 4});
     return joined(all);
 }
 
@@ -164,13 +213,17 @@ Shape figures::heapBox() {
 void makeHeapBox(const char* path) {
     constexpr double lamps = 1.9;
     // A breath of a curve, so that a light crosses a slab instead of filling it at once.
+    const auto curved = [](Vec p, Vec normal) {
+        if (normal.y > 0.5) return normal + Vec{0.9 * p.x / halfLength, 0, 0.9 * p.z / halfWidth};
+        if (normal.y < -0.5) return normal + outwards(p.x, p.z);
+        return normal + Vec{0.3 * p.x / halfLength, -0.35, 0.2 * p.z / halfWidth};
+    };
     const Shape slabs =
-        shaded(painted(joined({floorSlab(), roofSlab(), terraceWalls()}), hull::lime), [](Vec p, Vec normal) {
-            if (normal.y > 0.5) return normal + Vec{0.9 * p.x / halfLength, 0, 0.9 * p.z / halfWidth};
-            return normal + Vec{0.3 * p.x / halfLength, -0.35, 0.2 * p.z / halfWidth};
-        });
-    writeAml(path, {slabs, soffit(), glass(), litFromBelow(painted(hedge(), hull::leaves), 0.35),
-                    litFromBelow(painted(shrubs(), hull::foliage), 1.6),
+        shaded(painted(joined({floorSlab(), roofSlab(), terraceWalls()}), hull::lime), curved);
+    const Shape dark =
+        joined({shaded(painted(outworks(), hull::timber), curved), painted(core(), hull::dark)});
+    writeAml(path, {slabs, dark, soffit(), glass(), litFromBelow(painted(hedge(), hull::leaves), 0.35),
+                    litFromBelow(painted(shrubs(), hull::foliage), 0.7),
                     litFromBelow(painted(joined({trunk(), mast()}), hull::dark), 0.3),
                     litFromBelow(painted(joined({trunkRings(), mastLamp()}), hull::warmLamp), lamps)});
 }

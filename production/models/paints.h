@@ -24,7 +24,6 @@ constexpr Patch numbered = patchOf(atlas::hull::numbered.part(0.2, 0.9, 2.6, 2.2
 constexpr Patch vents = patchOf(atlas::hull::vents.within(0.1));                     // dark slats
 constexpr Patch sail = patchOf(atlas::hull::wing.within(0.1));  // a pale wing, from its root to its tip
 constexpr Patch dark = patchOf(atlas::hull::dark.part(0.3, 0.2, 3.4, 1.0));
-constexpr Patch rooms[] = {patchOf(atlas::hull::rooms[0]), patchOf(atlas::hull::rooms[1])};
 constexpr Patch timber = patchOf(atlas::hull::timber), leaves = patchOf(atlas::hull::leaves),
                 foliage = patchOf(atlas::hull::leaves.part(0, 0, 2.8, 0.35)),
                 lime = patchOf(atlas::hull::lime.within(0.1));

@@ -49,7 +49,7 @@ struct Sign {
 
 const Rgba warm = opaque(0.86f, 0.46f, 0.13f);
 const Rgba warmLight = light(1.0f, 0.58f, 0.20f), coolLight = light(0.50f, 0.70f, 1.0f);
-const Rgba limestone = opaque(0.40f, 0.39f, 0.37f);
+const Rgba limestone = opaque(0.31f, 0.30f, 0.285f);
 // Of the band: its edge and its strings, whose hues "koe" gives; and of the ship's edges that the beams
 // light.
 const Rgba neon = opaque(1, 1, 1), soot = grey(0.06f), beamlit = opaque(1, 0.16f, 0.72f);
@@ -160,16 +160,6 @@ Stamp lamp(Rgba glow, float strength) {
     };
 }
 
-// Slanting stripes of paint.
-Stamp hazard() {
-    return [](Relief& relief, Metal, const Field& field) {
-        tint(relief, field.with(3), warm, 0.9f, [&](Point p) {
-            const float stripe = std::fabs(std::remainder(p.x + p.y + 64 * cell - 22, 44.0f)) - 11;
-            return std::fmax(stripe * 0.7071f, box(p, {}, field.half, 3));
-        });
-    };
-}
-
 // A flat field of the one warm paint.
 Stamp paintwork() {
     return [](Relief& relief, Metal, const Field& field) {
@@ -184,41 +174,83 @@ Stamp chip(Rgba colour) {
     };
 }
 
-// One of the rooms behind a stretch's wall of glass, `x` and `down` 0..1 within it: a lamp under the ceiling,
-// the floor in shade and what stands on it before the light. No two are lit alike: some have drawn their
-// blinds, some watch a screen, some are out. `wide` and `tall` are in pixels.
-Rgba roomLight(int stretch, int room, float x, float down, float wide, float tall) {
-    const int key = room + heap::roomsInStretch * stretch;
-    const char evening = heap::evenings[stretch][room];
-    const float lamp = 0.25f + 0.75f * randomAt(key, 2, 5);
-    float light = 0.55f + 0.45f * bell(x - lamp, 0.35f);
-    light *= mix(0.95f, 0.38f, down);
-    Rgba tone = mix(opaque(1, 0.52f, 0.16f), opaque(1, 0.70f, 0.36f), randomAt(key, 3, 5));
-    if (evening == 'o') light *= 0.07f;
-    if (evening == 's') tone = opaque(0.30f, 0.62f, 1);
-    if (evening == 'b') light = down * 9 - std::floor(down * 9) < 0.7f ? 0.34f : 0.12f;
-    const float furniture = randomAt(key, 4 + int(x * 5), 5) * 0.42f;
-    if (1 - down < furniture) light *= 0.22f;
-    const float person = 0.2f + 0.6f * randomAt(key, 11, 5);
-    if (randomAt(key, 12, 5) > 0.5f) {
-        const Point at = {(x - person) * wide, (down - 1) * tall};
-        if (std::fmin(box(at, {0, -8}, {3.2f, 9}, 3), circle(at, {0, -21}, 2.9f)) < 0) light *= 0.15f;
-    }
-    const float frame =
-        std::fmin(std::fmin(x, 1 - x) * wide - 1.6f, std::fmin(down * tall - 4, (1 - down) * tall - 1.8f));
-    return tone * (light * smoothstep(-0.7f, 0.7f, frame));
+// One room behind its glass: which it is, how its tenant spends the evening, and its size in pixels.
+struct Room {
+    int key;
+    char evening;
+    float wide, tall;
+};
+
+// Before the light: furniture along the wall, and at times somebody.
+bool isBefore(const Room& room, float x, float down) {
+    const float column = x * room.wide / 9;
+    const float furniture = randomAt(room.key, 4 + int(column), 5) * 0.45f;
+    if (1 - down < furniture) return true;
+    const float person = 0.25f + 0.5f * randomAt(room.key, 40, 5);
+    const Point at = {(x - person) * room.wide, (down - 1) * room.tall};
+    return randomAt(room.key, 41, 5) > 0.4f &&
+           std::fmin(box(at, {0, -11}, {4, 12}, 3.6f), circle(at, {0, -29}, 4)) < 0;
 }
 
+// By a lamp that hangs from the ceiling, between curtains.
+Rgba byLamp(const Room& room, float x, float down) {
+    const float lamp = 0.3f + 0.4f * randomAt(room.key, 2, 5), across = (x - lamp) * room.wide;
+    const float drop = room.tall * (0.18f + 0.2f * randomAt(room.key, 3, 5)), below = down * room.tall - drop;
+    const float spread = bell(std::hypot(across, 1.3f * below), 30);
+    const Rgba wall = opaque(1, 0.50f, 0.15f) * (0.2f + 0.8f * spread);
+    if (isBefore(room, x, down)) return wall * 0.12f;
+    const float curtain = std::fmin(x, 1 - x) * room.wide - 7;
+    if (curtain < 0) return opaque(0.62f, 0.20f, 0.06f) * (0.25f + 0.2f * std::cos(curtain * 1.6f));
+    return wall + opaque(1, 0.86f, 0.6f) * smoothstep(5.5f, 3.5f, std::hypot(across, below));
+}
+
+Rgba byScreen(const Room& room, float x, float down) {
+    const Point at = {(x - 0.5f) * room.wide, (down - 0.5f) * room.tall};
+    const float away = box(at, {0, 0}, {std::fmin(room.wide * 0.3f, 20.0f), 9}, 1);
+    const Rgba spill = opaque(0.06f, 0.22f, 0.55f) * (0.1f + 0.7f * std::exp(-std::fmax(away, 0.0f) / 9));
+    if (isBefore(room, x, down)) return spill * 0.1f;
+    const float programme =
+        0.6f + 0.4f * randomAt(int(at.x / 6 + 50), int(at.y / 5 + 50), uint32_t(room.key));
+    return away < 0 ? opaque(0.35f, 0.70f, 1) * programme : spill;
+}
+
+// Plants under a lamp for them, each with its own height.
+Rgba amongPlants(const Room& room, float x, float down) {
+    const float column = x * room.wide / 7, side = std::remainder(column, 1.0f);
+    const float tall = 0.25f + 0.6f * randomAt(room.key, 60 + int(std::lround(column)), 5);
+    const bool leaf =
+        1 - down < tall && std::fabs(side) < 0.5f - 0.3f * std::fabs(std::sin(down * 22 + column));
+    const Rgba light =
+        mix(opaque(0.62f, 0.80f, 0.26f), opaque(0.10f, 0.26f, 0.10f), smoothstep(0.1f, 0.9f, down));
+    return leaf ? light * 0.12f : light * 0.75f;
+}
+
+Rgba roomLight(const Room& room, float x, float down) {
+    Rgba seen = opaque(0.55f, 0.26f, 0.08f) * (down * 10 - std::floor(down * 10) < 0.6f ? 0.6f : 0.1f);
+    if (room.evening == 'o') seen = opaque(0.010f, 0.014f, 0.022f);
+    if (room.evening == 'l') seen = byLamp(room, x, down);
+    if (room.evening == 's') seen = byScreen(room, x, down);
+    if (room.evening == 'g') seen = amongPlants(room, x, down);
+    const float frame = std::fmin(std::fmin(x, 1 - x) * room.wide - 2.2f,
+                                  std::fmin(down * room.tall - 3, (1 - down) * room.tall - 2));
+    return seen * smoothstep(-0.8f, 0.8f, frame);
+}
+
+// A stretch of rooms, no two alike.
 Stamp rooms(int stretch) {
     return [=](Relief& relief, Metal, const Field& field) {
+        const char* evening = heap::evenings[stretch];
         const Point half = field.half;
-        const float wide = 2 * half.x / heap::roomsInStretch, tall = 2 * half.y;
+        const float pitch = 2 * half.x / heap::roomsInStretch;
         visitWrapped(relief, field.with(0), [&](size_t i, Point p) {
-            const float across = (p.x + half.x) / wide;
-            const int room = int(across);
+            const float across = (p.x + half.x) / pitch;
+            int first = int(across), after = first + 1;
+            while (first > 0 && evening[first - 1] == evening[first]) first--;
+            while (evening[after] == evening[first]) after++;
+            const Room room = {first + heap::roomsInStretch * stretch, evening[first],
+                               pitch * (after - first), 2 * half.y};
             relief.colours[i] = opaque(0.012f, 0.014f, 0.018f);
-            relief.glows[i] =
-                roomLight(stretch, room, across - float(room), (p.y + half.y) / tall, wide, tall);
+            relief.glows[i] = roomLight(room, (across - first) / (after - first), (p.y + half.y) / room.tall);
         });
     };
 }
@@ -236,7 +268,7 @@ Stamp boards(int count) {
             const float joint = std::fmin(std::fabs(std::remainder(down, 1.0f)) * wide,
                                           std::fabs(std::remainder(along, 120.0f)));
             const float grain = 0.75f + 0.5f * randomAt(board, plank, 6);
-            relief.colours[i] = opaque(0.17f, 0.105f, 0.066f) * (grain * smoothstep(0.2f, 1.7f, joint));
+            relief.colours[i] = opaque(0.105f, 0.064f, 0.040f) * (grain * smoothstep(0.2f, 1.7f, joint));
             relief.glows[i] = {};
         });
         for (int k = 0; k < 10; k++) {
@@ -282,7 +314,6 @@ const std::vector<Row> hullRows = {
     {{13, 3, 3, 6}, plate(0.14f, 0.3f)},
     {{0, 5, 3, 6}, plate(0.16f, 0.3f)},
     {atlas::hull::numbered, plate(0.41f, 0.3f)},
-    {{3, 9, 7, 3}, plate(0.27f, 0.3f)},
     {atlas::hull::wing, plate(0.26f, 0, coldEnamel)},
     {{0, 11, 3, 5}, plate(0.41f, 0.4f)},
     {{3, 12, 4, 4}, plate(0.13f, 0.4f)},
@@ -303,14 +334,12 @@ const std::vector<Row> hullRows = {
     {{11, 3.4, 0.14, 5.2}, groove()},
     {atlas::hull::stripe, paintwork()},
     {{10.04, 1.55, 5.92, 0.16}, paintwork()},
-    {{3.4, 11.2, 6.2, 0.55}, hazard()},
     {atlas::hull::warmLamp, lamp(warmLight, 0.85f)},
     {atlas::hull::coolLamp, lamp(coolLight, 0.8f)},
     {{0.7, 0.6, 4.2, 0.01}, bolts(6)},
     {{10.5, 2.6, 5, 0.01}, bolts(7)},
     {{11.5, 3.5, 1, 0.01}, bolts(2)},
     {{3.5, 5.5, 2, 0.01}, bolts(3)},
-    {{3.5, 8.5, 2, 0.01}, bolts(3)},
     {{7.4, 12.6, 2.2, 0.01}, bolts(3)},
     {{7.4, 15.4, 2.2, 0.01}, bolts(3)},
     {{10.1, 13.2, 5.8, 0.1}, groove()},
@@ -320,6 +349,10 @@ const std::vector<Row> hullRows = {
     // The heap's houses.
     {atlas::hull::rooms[0], rooms(0)},
     {atlas::hull::rooms[1], rooms(1)},
+    {atlas::hull::rooms[2], rooms(2)},
+    {atlas::hull::rooms[3], rooms(3)},
+    {atlas::hull::rooms[4], rooms(4)},
+    {atlas::hull::rooms[5], rooms(5)},
     {atlas::hull::timber, boards(9)},
     {atlas::hull::leaves, leaves()},
     {atlas::hull::lime, chip(limestone)},
@@ -330,7 +363,7 @@ const std::vector<Row> hullRows = {
 };
 const std::vector<Sign> hullSigns = {
     {"Valo", 7.25, 6, 0.86, 0.16}, {"7", 11.35, 8.4, 1.2, 0.2},    {"juova", 7.28, 7, 0.5, 0.16},
-    {"126", 3.5, 7.6, 0.9, 0.2},   {"Ö-9", 7.45, 14.5, 0.8, 0.18}, {"no step", 3.6, 10.5, 0.55, 0.16},
+    {"126", 3.5, 7.6, 0.9, 0.2},   {"Ö-9", 7.45, 14.5, 0.8, 0.18},
 };
 
 // One panel of the tunnel, from joint to joint: calm and dark, as the glow on a beat makes seven times as

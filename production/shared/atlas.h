@@ -25,11 +25,14 @@ namespace hull {
 
 // Plates, by what is on them.
 constexpr Cells pale = {0, 0, 6, 5}, dark = {6, 0, 4, 3}, striped = {10, 0, 6, 3}, lettered = {6, 3, 7, 6},
-                numbered = {3, 5, 3, 4}, hazard = {3, 9, 7, 3}, wing = {10, 9, 6, 7};
+                numbered = {3, 5, 3, 4}, wing = {10, 9, 6, 7};
 constexpr Cells vents = {3.5, 12.8, 3, 2.4}, stripe = {10.04, 0.9, 5.92, 0.5};
 constexpr Cells warmLamp = {0.9, 8.5, 1.2, 0.16}, coolLamp = {0.9, 9.5, 1.2, 0.16};
-// The heap's houses: two stretches of lit rooms, their timber soffit, leaves, and the lime of their slabs.
-constexpr Cells rooms[] = {{13.1, 3.1, 2.8, 0.6}, {13.1, 3.8, 2.8, 0.6}};
+// The heap's houses: six stretches of rooms, their timber soffit, leaves, and the lime of their slabs.
+constexpr Cells room(double column, double row) {
+    return {3.1 + 3.45 * column, 9.1 + 0.95 * row, 3.35, 0.85};
+}
+constexpr Cells rooms[] = {room(0, 0), room(1, 0), room(0, 1), room(1, 1), room(0, 2), room(1, 2)};
 constexpr Cells timber = {13.1, 4.5, 2.8, 2.2}, leaves = {13.1, 6.8, 2.8, 0.6}, lime = {13.1, 7.5, 2.8, 0.6};
 // Dabs of the band's edge and strings, and of what shines as if the beams lit it.
 constexpr Cells neon = {0.7, 12.7, 0.6, 0.6}, harp = {1.7, 12.7, 0.6, 0.6}, beamlit = {0.7, 14.7, 0.6, 0.6};

@@ -1,10 +1,11 @@
-// How the heap's tenants spend the evening, room after room: 'l' by a lamp, 's' before a screen, 'b' behind
-// blinds, 'o' out. "shiptex" paints them so; the model lets the dark rooms throw nothing back.
+// How the heap's tenants spend the evening, in six stretches of their walls: 'l' by a lamp, 's' before a
+// screen, 'g' among their plants, 'b' behind blinds, 'o' out. Like neighbours are one broad room. "shiptex"
+// paints them so; the model lets the dark rooms throw nothing back.
 #pragma once
 
 namespace heap {
 
 constexpr int roomsInStretch = 6;
-constexpr char evenings[][roomsInStretch + 1] = {"oolsbo", "lobool"};
+constexpr char evenings[][roomsInStretch + 1] = {"olloos", "oggolo", "lloosl", "oollob", "ollosl", "oolbol"};
 
 }  // namespace heap
