@@ -25,15 +25,15 @@ void setWord(LetteringField& text, float baseline, float capHeight, float pixelA
     }
 }
 
-// Cut like the title's gold. The room's glow adds to each place twice what lies round it, so that a third of
-// white is white here, and only what differs much from what lies beside it is still told from it. `down` is 0
+// Cut like the title's gold, but white-hot: being added, it covers what lies behind it only where it leaves
+// that no room to be seen. The room's glow adds to each place twice what lies round it, so that only what
+// differs much from what lies beside it is still told from it: bevels in shade are a deep orange. `down` is 0
 // at a letter's top, 1 at its foot.
 Rgba flashGold(const LetteringField& text, int x, int y, float pixelAspect, float down) {
     const float lightness =
         unit(0.42f + 0.70f * bevelFacing(text, x, y, pixelAspect) + 0.20f * bell(down - 0.57f, 0.16f));
-    static const std::vector<Stop> wedge = {{0, opaque(0.17f, 0.034f, 0)},
-                                            {0.5f, opaque(0.44f, 0.20f, 0.026f)},
-                                            {1, opaque(0.66f, 0.50f, 0.24f)}};
+    static const std::vector<Stop> wedge = {
+        {0, opaque(0.42f, 0.11f, 0)}, {0.5f, opaque(0.92f, 0.56f, 0.14f)}, {1, opaque(1, 0.92f, 0.66f)}};
     return mix(gradient(wedge, lightness), opaque(0.80f, 0.66f, 0.40f),
                0.8f * outline(text.at(x, y) + 1.5f, 2.2f));
 }
@@ -44,7 +44,7 @@ void makeFlashWord(const char* path) {
     const int size = 1024;
     const float pixelAspect = 4.0f / 3;  // the square picture fills a 4:3 screen
     // Over the ball, which it must not hide, before the dark of the hall's upper half.
-    const float capHeight = 320, baseline = 402, streakLine = baseline - 0.43f * capHeight;
+    const float capHeight = 270, baseline = 318, streakLine = baseline - 0.43f * capHeight;
     const Point ball = {size * 0.5f, size * 0.5f};
     LetteringField text(size, size, 60);
     setWord(text, baseline, capHeight, pixelAspect);
