@@ -16,11 +16,11 @@ namespace {
 
 constexpr int size = 512;
 constexpr float pixelAspect = 4.0f / 3;
-constexpr float margin = 38, blockColumns = 350;  // kept clear at the screen's side; what all lines share
-constexpr float roleLine = 104, roleHeight = 36;  // rows
-constexpr float figureTop = 134, figureHeight = 118, figureLine = figureTop + figureHeight;
-constexpr float plateTop = 46, plateBottom = 476, plateMargin = 27;  // rows; columns beside the block
-constexpr float marksTop = 274, marksHeight = 124, withoutLine = 448, withoutHeight = 38;
+constexpr float margin = 54, blockColumns = 326;  // kept clear at the screen's side; what all lines share
+constexpr float roleLine = 98, roleHeight = 30;   // rows
+constexpr float figureTop = 124, figureHeight = 112, figureLine = figureTop + figureHeight;
+constexpr float plateTop = 30, plateBottom = 482, plateMargin = 44;  // rows; columns beside the block
+constexpr float marksTop = 266, marksHeight = 124, withoutLine = 440, withoutHeight = 31;
 
 // How far a place is outside of mark `i` of `count`; across and down in rows from the marks' upper left.
 using Mark = float (*)(int i, int count, Point place);
