@@ -8,6 +8,8 @@
 #include "production/models/hall.h"
 #include "production/models/models.h"
 #include "production/models/paints.h"
+#include "production/models/viewer.h"
+#include "script/show_times.h"
 
 using namespace model;
 using namespace hall;
@@ -77,7 +79,16 @@ Shape paintedWall() {
     return shape;
 }
 
-// Floor and dome: over the part's breadth from the axis to the wall, over its height half a bay.
+// While the hall fades in, it is drawn over all that stands in it, and its second light goes with the viewer,
+// over his right shoulder. What a place must face for him then to see that light in it.
+Vec onEntering(Vec p) {
+    const viewer::View view = viewer::at(showtime::room.seconds() - 0.5);
+    const Vec light = view.eye + view.right * 100 + view.up * 130 + view.back * 80;
+    return normalized(light - p) + normalized(view.eye - p);
+}
+
+// Floor and dome: over the part's breadth from the axis to the wall, over its height half a bay. Where the
+// stage will stand, only who enters sees the floor.
 Shape paintedDisc(std::span<const Flat> profile, int along, const Patch& patch) {
     const Shape plain = fineSkin(profile, along);
     const Shape shape = mappedBy(plain, [&](const Face& face, Vec p) {
@@ -87,7 +98,19 @@ Shape paintedDisc(std::span<const Flat> profile, int along, const Patch& patch) 
         const double out = std::hypot(p.x, p.z) / wallRadius;
         return patch.at(out, out > 1e-6 ? std::min(1.0, 2 * aside(p, middle)) : 0.5);
     });
-    return shaded(shape, [](Vec p, Vec) { return acrossTheHall(p, std::atan2(-p.z, -p.x)); });
+    return shaded(shape, [](Vec p, Vec) {
+        if (p.y == 0 && std::hypot(p.x, p.z) < terraces[0].radius) return onEntering(p);
+        return acrossTheHall(p, std::atan2(-p.z, -p.x));
+    });
+}
+
+// For who enters, too: a ball that the one of mirrors hides later, each facet looking its own way.
+Shape ballToCome() {
+    const Shape facets = moved(scaled(icosphere(30, 2), {1, 1.3, 1}), ballCentre);
+    return shaded(smoothed(painted(facets, middleOf(atlas::walls::pale)), hard), [](Vec p, Vec normal) {
+        const double lot = fraction(std::sin(41 * normal.x + 97 * normal.y + 13 * normal.z) * 437);
+        return normalized(onEntering(p)) + normal * (0.1 + 2.2 * lot);
+    });
 }
 
 // A small mirror that throws what comes from `from` to `to`, front and back.
@@ -144,5 +167,5 @@ void makeRoomCollision(const char* path) {
 
 void makeRoom(const char* path) {
     writeAml(path, {paintedWall(), paintedDisc(ground, 12, walls::tile(atlas::walls::floor)),
-                    paintedDisc(dome, 3, walls::tile(atlas::walls::dome))});
+                    paintedDisc(dome, 3, walls::tile(atlas::walls::dome)), ballToCome()});
 }

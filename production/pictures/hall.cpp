@@ -112,10 +112,11 @@ Rgba floorPlan(float radius, float side) {
     const float ring = std::fabs(radius * 9 - std::round(radius * 9));
     c = c * smoothstep(0.01f, 0.03f, ring);
     c = c + light(0.42f, 0.20f, 0.05f) * smoothstep(0.93f, 0.96f, side) * smoothstep(0.5f, 0.52f, radius);
-    // Where the stage stands, its plan.
+    // Where the stage stands, its plan: the risers' edges, and plates between them that pale outwards.
     for (const hall::Terrace& terrace : hall::terraces) {
-        const float riser = float(terrace.radius) / float(hall::wallRadius);
-        c = c + light(0.40f, 0.46f, 0.52f) * smoothstep(0.006f, 0.003f, std::fabs(radius - riser));
+        const float inwards = float(terrace.radius) / float(hall::wallRadius) - radius;
+        if (inwards > 0) c = grey(0.36f) * smoothstep(0.075f, 0.0f, inwards);
+        c = c + light(0.40f, 0.46f, 0.52f) * smoothstep(0.006f, 0.003f, std::fabs(inwards));
     }
     c = c + light(0.30f, 0.36f, 0.40f) * smoothstep(0.010f, 0.005f, std::fabs(radius - 0.93f));
     return c;
@@ -129,10 +130,10 @@ Rgba domePlan(float radius, float side) {
     return c;
 }
 
-// Below the tiles, one to a cell; no model shows them.
+// Below the tiles, one to a cell: of the last one is the ball that shows while the hall fades in.
 Rgba swatch(int number) {
     const Rgba swatches[] = {opaque(0.015f, 0.02f, 0.024f), opaque(0.20f, 0.10f, 0.03f),
-                             opaque(0.5f, 0.56f, 0.6f)};
+                             opaque(0.9f, 0.9f, 0.9f)};
     return number < int(std::size(swatches)) ? swatches[number] : grey(0);
 }
 

@@ -49,6 +49,7 @@ constexpr Cells panel = {0, 0, 5, 14.5}, rail = {5, 0, 3, 14.5}, rings = {0, 14.
 // right edge; then floor and dome, from the axis to the wall over half a bay.
 constexpr double tile = 4, firstTile = 8;
 enum Tile { pillar, ship, probes, colossus, floor, dome };
+constexpr Cells pale = {10.2, 12.2, 0.6, 0.6};  // of a swatch below them
 constexpr Cells hall(Tile which) {
     return {firstTile + tile * (which % 2), tile * (which / 2), tile, tile};
 }
