@@ -77,7 +77,7 @@ Shape facing(const Shape& shape, Vec light) {
 
 // What shines by itself.
 Shape lamps() {
-    const Shape tips = joined({ball(3.2, {0, 40, 0}), ball(2.6, {0, -4, -62})});
+    const Shape tips = joined({ball(4.2, {0, 40, 0}), ball(3.4, {0, -4, -62})});
     return joined({painted(onNeck(dishEdge()), hull::coolLamp), painted(tips, hull::warmLamp)});
 }
 

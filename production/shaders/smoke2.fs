@@ -55,14 +55,14 @@ vec3 groundAt(vec3 up, float storm) {
     float height = dot(up, axis);
     float band = texture2D(noise, vec2(0.06 * storm, height * 0.42 + 0.035 * storm)).r;
     vec3 fine = texture2D(noise, vec2(0.22 * storm + 0.3 * band, height * 1.9 + 0.16 * storm)).rgb;
-    vec3 broad = mix(vec3(0.15, 0.025, 0.014), vec3(0.28, 0.17, 0.06), smoothstep(0.25, 0.75, band));
-    return broad * (0.35 + 1.5 * fine.g) + vec3(0.20, 0.12, 0.06) * smoothstep(0.45, 0.95, fine.b);
+    vec3 broad = mix(vec3(0.19, 0.030, 0.016), vec3(0.35, 0.21, 0.07), smoothstep(0.25, 0.75, band));
+    return broad * (0.35 + 1.5 * fine.g) + vec3(0.26, 0.16, 0.08) * smoothstep(0.45, 0.95, fine.b);
 }
 
 // How much of the sun reaches that place past the ring.
 float daylightAt(vec3 up) {
     float rise = -dot(up, axis) / dot(sun, axis);
-    return smoothstep(-0.02, 0.50, dot(up, sun)) * (1.0 - 0.7 * step(0.0, rise) * bandAt(length(up + sun * rise) - 1.59, 0.15, 20.0));
+    return smoothstep(-0.02, 0.40, dot(up, sun)) * (1.0 - 0.7 * step(0.0, rise) * bandAt(length(up + sun * rise) - 1.59, 0.15, 20.0));
 }
 
 // A lot for each cell of a grid, 0 to 1.
@@ -144,7 +144,7 @@ void main() {
         grain.b = smoothstep(0.25, 0.70, grain.b);
         vec3 dust = mix(vec3(0.13, 0.08, 0.08), vec3(0.46, 0.36, 0.24), smoothstep(0.25, 0.75, grain.g));
         dust = mix(dust, vec3(0.27, 0.31, 0.40), smoothstep(1.78, 1.90, reach));
-        light = mix(light, dust * (0.16 + 1.1 * grain.b * grain.b) * (1.0 - 0.97 * shadow), min(ice * (0.75 + 0.35 * grain.r), 1.0));
+        light = mix(light, dust * (0.18 + 1.35 * grain.b * grain.b) * (1.0 - 0.97 * shadow), min(ice * (0.75 + 0.35 * grain.r), 1.0));
     }
 
     vec2 off = (place - 0.5) * vec2(1.15, 1.0);
