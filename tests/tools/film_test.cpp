@@ -174,7 +174,7 @@ struct Pictures {
     void film(const std::string& path, FilmKind kind) const {
         const int fps = rateOf(kind) ? rateOf(kind) : 60;
         Film film(path, filmWords(path, kind, fps, {"data/KVX - Ondrevane2.ogg", 20, 0.2, ""}));
-        for (const Picture& picture : pictures) film.write(picture.data(), picture.size());
+        for (const Picture& picture : pictures) film.writePicture(picture, kind);
         ASSERT_TRUE(film.problem.empty() && film.finish(true) && film.place()) << path << film.problem;
     }
 };

@@ -42,11 +42,11 @@ bool finishFilm(Film& film, bool complete, Manifest* manifest) {
     return tellNoFilm(film);
 }
 
-bool drawFilm(SteppedShow& show, const std::vector<int>& frames, Progress& progress, Film& film,
-              Manifest* manifest) {
+bool drawFilm(SteppedShow& show, const std::vector<int>& frames, Progress& progress, FilmKind kind,
+              Film& film, Manifest* manifest) {
     const auto write = [&](const Picture& picture) {
         if (manifest) manifest->frames.push_back({frames[manifest->frames.size()], hashOfPicture(picture)});
-        return film.write(picture.data(), picture.size());
+        return film.writePicture(picture, kind);
     };
     const bool drawn = film.problem.empty() && drawFrames(show, frames, progress, write, &film.problem);
     return !wasStopped() && finishFilm(film, drawn, manifest);

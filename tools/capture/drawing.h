@@ -27,5 +27,5 @@ bool finishFilm(Film& film, bool complete, Manifest* manifest = nullptr);
 bool tellNoFilm(const Film& film);
 
 // Draws the frames into a film and finishes it. Its manifest, if any, gets them too.
-bool drawFilm(SteppedShow& show, const std::vector<int>& frames, Progress& progress, Film& film,
-              Manifest* manifest = nullptr);
+bool drawFilm(SteppedShow& show, const std::vector<int>& frames, Progress& progress, FilmKind kind,
+              Film& film, Manifest* manifest = nullptr);

@@ -9,13 +9,15 @@
 
 namespace {
 
-// Rounding and filtering done in full, and chroma between its four pixels, as the film's tags say: what a
-// player takes for granted without a tag differs from one to the next.
+// Of enlarged pictures: rounding and filtering done in full, and chroma between its four pixels, as the
+// film's tags say. What a player takes for granted without a tag differs from one to the next.
 const std::string toVideoLevels =
-    "accurate_rnd+full_chroma_inp:out_color_matrix=bt709:out_range=tv:out_h_chr_pos=128:out_v_chr_pos=128";
+    ":flags=lanczos+accurate_rnd+full_chroma_inp:out_color_matrix=bt709:out_range=tv"
+    ":out_h_chr_pos=128:out_v_chr_pos=128";
 
 // Said of the frames, since newer releases of ffmpeg believe these rather than the encoder's options.
 const std::string tagged = ",setparams=color_primaries=bt709:color_trc=bt709";
+const std::string taggedLevels = tagged + ":colorspace=bt709:range=tv -colorspace bt709 -color_range tv";
 
 // The quickest preset, as it is: on a machine that draws in software, every cycle of the encoder is one less
 // for drawing. The larger transform and the smaller blocks of still pictures would cost a fifth more and save
@@ -36,11 +38,13 @@ struct KindRow {
     std::string sound;
 };
 
-// In the order of FilmKind. At the first rate factor 95 of 100 pixels come back within 3 levels of the
-// brightness that was drawn; enlarged pictures are smoother. The archive's pictures need none before them.
+// In the order of FilmKind. At the first quantizer 95 of 100 pixels come back within 3 levels of the
+// brightness that was drawn; enlarged pictures are smoother. A rate factor would vary it by a look through
+// each picture beforehand, for a quarter of the encoder's cycles. The archive's pictures need none before
+// them.
 const KindRow rows[] = {
-    {"--net", 0, 0, quickest + std::string(" -crf 11"), aac + std::string(" -b:a 256k")},
-    {"--upload", 60, 1080, quickest + std::string(" -crf 16"), aac + std::string(" -b:a 384k")},
+    {"--net", 0, 0, quickest + std::string(" -qp 15"), aac + std::string(" -b:a 256k")},
+    {"--upload", 60, 1080, quickest + std::string(" -qp 19"), aac + std::string(" -b:a 384k")},
     {"--upload-2160", 60, 2160, quickest + std::string(" -crf 18"), aac + std::string(" -b:a 384k")},
     {"--party", 30, 720,
      "-c:v libx264 -preset superfast -profile:v main -x264-params stitchable=1:chromaloc=1 -crf 14",
@@ -80,6 +84,10 @@ bool hasExactTimes(const std::string& path) {
     return endsIn(path, ".mp4") || endsIn(path, ".m4v") || endsIn(path, ".mov");
 }
 
+bool takesVideoLevels(const std::string& path, FilmKind kind) {
+    return kind == FilmKind::Net && hasKinds(path);
+}
+
 Words pictureWords(const std::string& path, FilmKind kind, int fps) {
     if (kind == FilmKind::Net && !hasKinds(path)) return {"-vf", "vflip"};
     const KindRow& row = rowOf(kind);
@@ -92,12 +100,11 @@ Words pictureWords(const std::string& path, FilmKind kind, int fps) {
                               " -color_primaries bt709 -color_trc bt709 -vf vflip";
     if (kind == FilmKind::Archive) return split(row.picture + " -g 1 -vf vflip" + tagged);
     if (kind == FilmKind::Lossless) return split(words + tagged + " -colorspace rgb -color_range pc");
+    if (takesVideoLevels(path, kind)) return split(words + taggedLevels);
     const int height = row.height;
-    const std::string size =
-        height ? formatted("%d:%d:flags=lanczos+", height * 4 / 3, height) : "flags=bicubic+";
-    const std::string bars = height ? formatted(",pad=%d:%d:(ow-iw)/2:0:black", height * 16 / 9, height) : "";
-    return split(words + ",scale=" + size + toVideoLevels + ",format=yuv420p" + bars + tagged +
-                 " -colorspace bt709 -color_range tv");
+    return split(words + formatted(",scale=%d:%d", height * 4 / 3, height) + toVideoLevels +
+                 formatted(",format=yuv420p,pad=%d:%d:(ow-iw)/2:0:black", height * 16 / 9, height) +
+                 taggedLevels);
 }
 
 Words soundWords(const std::string& path, FilmKind kind) {

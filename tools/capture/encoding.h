@@ -30,6 +30,9 @@ bool hasKinds(const std::string& path);
 // Whether frames lie at their exact times in such a film; elsewhere they lie at whole milliseconds.
 bool hasExactTimes(const std::string& path);
 
+// Whether pictures go to ffmpeg in the levels of video rather than as they are drawn.
+bool takesVideoLevels(const std::string& path, FilmKind kind);
+
 // What makes frames of a film out of pictures: the filters and the encoder.
 Words pictureWords(const std::string& path, FilmKind kind, int fps);
 // The encoder of the sound.

@@ -9,6 +9,7 @@
 
 #include "render/screen.h"
 #include "tools/capture/about.h"
+#include "tools/capture/video_levels.h"
 #include "tools/whole_file.h"
 
 namespace {
@@ -87,6 +88,12 @@ bool Film::write(const void* bytes, size_t count) {
     return true;
 }
 
+bool Film::writePicture(const Picture& picture, FilmKind kind) {
+    if (!takesVideoLevels(path, kind)) return write(picture.data(), picture.size());
+    fillVideoLevels(picture, &levels);
+    return write(levels.data(), levels.size());
+}
+
 int Film::framesWritten() const {
     int frames = -1;
     char line[256];
@@ -137,7 +144,8 @@ Words soundInput(const std::string& path, FilmKind kind, const FilmSound& sound)
 Words filmWords(const std::string& path, FilmKind kind, int fps, const FilmSound& sound,
                 const std::vector<int>& starts) {
     const std::string size = std::to_string(screenWidth) + "x" + std::to_string(screenHeight);
-    Words words = {"-f", "rawvideo",   "-pixel_format",     "bgr0", "-video_size",
+    const std::string pixels = takesVideoLevels(path, kind) ? "yuv420p" : "bgr0";
+    Words words = {"-f", "rawvideo",   "-pixel_format",     pixels, "-video_size",
                    size, "-framerate", std::to_string(fps), "-i",   "pipe:0"};
     append(&words, soundInput(path, kind, sound));
     append(&words, pictureWords(path, kind, fps));

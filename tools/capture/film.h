@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "tools/capture/encoding.h"
+#include "tools/capture/grabber.h"
 #include "tools/process.h"
 
 // What a film has beside its pictures.
@@ -26,9 +27,10 @@ struct Film {
     std::string problem;     // what went wrong, in ffmpeg's words where it had any
     pid_t process = -1;
     int pipe = -1;
-    FILE* words = nullptr;     // what ffmpeg says
-    FILE* progress = nullptr;  // how far it says it is
-    int expectedFrames = 0;    // that its last word on that has to tell, unless 0
+    FILE* words = nullptr;        // what ffmpeg says
+    FILE* progress = nullptr;     // how far it says it is
+    int expectedFrames = 0;       // that its last word on that has to tell, unless 0
+    std::vector<uint8_t> levels;  // of the picture that is written
 
     // Starts ffmpeg on `inputs`, whose first is pipe:0, and what to do with them. Check `problem`.
     Film(const std::string& path, const Words& inputs);
@@ -36,6 +38,8 @@ struct Film {
     ~Film() { abandon(); }
 
     bool write(const void* bytes, size_t count);
+    // A picture, for which it was started with filmWords() of the kind.
+    bool writePicture(const Picture& picture, FilmKind kind);
     // Waits for ffmpeg, which was given all that the film needs or not. False with a `problem` if the film
     // isn't whole.
     bool finish(bool complete);
@@ -51,7 +55,7 @@ struct Film {
     int framesWritten() const;
 };
 
-// For a film of pictures, as a Grabber hands them over. Those of `starts` don't need any before them.
+// For a film of pictures. Those of `starts` don't need any before them.
 Words filmWords(const std::string& path, FilmKind kind, int fps, const FilmSound& sound,
                 const std::vector<int>& starts = {});
 // The soundtrack and the chapters as inputs, the sound's encoding and the tags; none if the film is silent.

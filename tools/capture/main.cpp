@@ -21,7 +21,7 @@ bool drawWholeFilm(SteppedShow& show, const CaptureOptions& options, const std::
                              double(frames.size()) / options.fps, originOf(manifest)};
     Progress progress(int(frames.size()));
     Film film(options.out, filmWords(options.out, options.kind, options.fps, sound));
-    return drawFilm(show, frames, progress, film);
+    return drawFilm(show, frames, progress, options.kind, film);
 }
 
 // As they are meant where the caller is.

@@ -89,7 +89,7 @@ bool canHaveSound(const CaptureOptions& options, const Soundtrack& soundtrack) {
 bool drawPart(SteppedShow& show, const std::vector<int>& frames, Progress& progress, const std::string& path,
               Manifest manifest) {
     Film film(path, filmWords(path, manifest.kind, manifest.fps, {}, startsOf(frames)));
-    return drawFilm(show, frames, progress, film, &manifest);
+    return drawFilm(show, frames, progress, manifest.kind, film, &manifest);
 }
 
 bool isDrawn(const CaptureOptions& options, const Manifest& wanted) {
