@@ -2,6 +2,8 @@
 // A figure is compared with another of the same run where noise can reach it; goals stand with the figures.
 #pragma once
 
+#include <sys/types.h>
+
 #include <functional>
 #include <string>
 #include <vector>
@@ -30,9 +32,10 @@ double median(std::vector<double> values);
 Figure paired(const std::string& name, const char* unit, const std::vector<double>& ours,
               const std::vector<double>& others, Goal kind, double goal);
 
-// Seconds on a steady clock; seconds of processor time of all threads of this process.
+// Seconds on a steady clock; seconds of processor time of all threads of a process, which is this one if it
+// is 0.
 double wallSeconds();
-double processSeconds();
+double processSeconds(pid_t process = 0);
 
 // The shortest of `runs` runs, seconds: the one that other work on the machine disturbed least.
 double bestSeconds(int runs, const std::function<void()>& work);

@@ -28,9 +28,10 @@ double wallSeconds() {
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 
-double processSeconds() {
-    timespec time;
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+double processSeconds(pid_t process) {
+    clockid_t clock;
+    timespec time = {};
+    if (clock_getcpuclockid(process, &clock) == 0) clock_gettime(clock, &time);
     return time.tv_sec + time.tv_nsec * 1e-9;
 }
 
