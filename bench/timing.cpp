@@ -1,11 +1,10 @@
 #include <algorithm>
-#include <array>
 #include <chrono>
-#include <cstdio>
 #include <ctime>
 #include <filesystem>
 
 #include "bench/bench.h"
+#include "tools/process.h"
 
 double ratio(const Figure& figure) {
     return figure.ratios.empty() ? figure.value / figure.compared : median(figure.ratios);
@@ -46,11 +45,8 @@ double bestSeconds(int runs, const std::function<void()>& work) {
 }
 
 std::string outputOf(const std::string& command) {
-    FILE* pipe = popen((command + " 2>/dev/null").c_str(), "r");
     std::string output;
-    std::array<char, 4096> part;
-    while (const size_t count = fread(part.data(), 1, part.size(), pipe)) output.append(part.data(), count);
-    pclose(pipe);
+    runProgram({"sh", "-c", command + " 2>/dev/null"}, [&](const std::string& line) { output += line; });
     return output;
 }
 

@@ -12,6 +12,13 @@ std::string unfinishedPath(const std::string& path) {
     return place.parent_path() / ("unfinished-" + place.filename().string());
 }
 
+bool writeUnfinished(const std::string& path, const std::string& content) {
+    FILE* file = fopen(unfinishedPath(path).c_str(), "wb");
+    if (!file) return false;
+    const bool whole = fwrite(content.data(), 1, content.size(), file) == content.size();
+    return fclose(file) == 0 && whole;
+}
+
 bool moveIntoPlace(const std::string& path, bool written) {
     const std::string unfinished = unfinishedPath(path);
     if (written && rename(unfinished.c_str(), path.c_str()) == 0) return true;
@@ -29,8 +36,5 @@ bool putInPlace(const std::string& path, bool written, const char* why) {
 }
 
 bool writeWholeFile(const std::string& path, const std::string& content) {
-    FILE* file = fopen(unfinishedPath(path).c_str(), "wb");
-    if (!file) return false;
-    const bool whole = fwrite(content.data(), 1, content.size(), file) == content.size();
-    return moveIntoPlace(path, fclose(file) == 0 && whole);
+    return moveIntoPlace(path, writeUnfinished(path, content));
 }

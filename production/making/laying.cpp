@@ -15,6 +15,8 @@
 #include <set>
 #include <utility>
 
+#include "tools/whole_file.h"
+
 namespace fs = std::filesystem;
 
 namespace {
@@ -55,13 +57,6 @@ std::optional<std::string> wholeFile(const fs::path& path) {
     return whole ? std::optional(text) : std::nullopt;
 }
 
-bool writeWhole(const fs::path& path, const std::string& text) {
-    std::ofstream file(path, std::ios::binary);
-    file << text;
-    file.close();
-    return bool(file);
-}
-
 std::string hashOf(const std::string& text) {
     char digits[hashDigits + 1];
     snprintf(digits, sizeof digits, "%016llx",
@@ -81,23 +76,15 @@ List readList(const fs::path& path) {
     return list;
 }
 
-fs::path unfinished(const fs::path& path) {
-    return path.parent_path() / ("unfinished-" + path.filename().string());
-}
-
-bool moveIntoPlace(const fs::path& path) {
-    std::error_code error;
-    fs::rename(unfinished(path), path, error);
-    if (error) fprintf(stderr, "%s: can't be written: %s\n", path.c_str(), error.message().c_str());
-    return !error;
+bool told(const fs::path& path, bool written) {
+    if (!written) fprintf(stderr, "%s: can't be written: %s\n", path.c_str(), strerror(errno));
+    return written;
 }
 
 bool writeList(const fs::path& path, const List& list) {
     std::string text;
     for (const auto& [file, hash] : list) text += hash + " " + file + "\n";
-    if (writeWhole(unfinished(path), text)) return moveIntoPlace(path);
-    fprintf(stderr, "%s: can't be written\n", path.c_str());
-    return false;
+    return told(path, writeWholeFile(path, text));
 }
 
 // Signals wait as long as this lives.
@@ -157,7 +144,7 @@ bool lay(const std::vector<Made>& made, const fs::path& folder) {
     std::vector<std::string> differing;
     for (const auto& [path, file] : made) {
         const fs::path place = folder / file;
-        fs::remove(unfinished(place), error);  // of a run that was stopped
+        fs::remove(unfinishedPath(place), error);  // of a run that was stopped
         const auto text = wholeFile(path), there = wholeFile(place);
         if (!text) {
             fprintf(stderr, "%s: can't be read\n", path.c_str());
@@ -174,10 +161,7 @@ bool lay(const std::vector<Made>& made, const fs::path& folder) {
         after.emplace(file, hash);
         if (there && *there == *text) continue;
         fs::create_directories(place.parent_path(), error);
-        if (!writeWhole(unfinished(place), *text)) {
-            fprintf(stderr, "%s: can't be written\n", place.c_str());
-            return false;
-        }
+        if (!told(place, writeUnfinished(place, *text))) return false;
         differing.push_back(file);
     }
     if (differing.empty() && after == before) return true;
@@ -187,7 +171,7 @@ bool lay(const std::vector<Made>& made, const fs::path& folder) {
     both.insert(after.begin(), after.end());
     if (!writeList(folder / ".made", both)) return false;
     for (const std::string& file : differing) {
-        if (!moveIntoPlace(folder / file)) return false;
+        if (!told(folder / file, moveIntoPlace(folder / file, true))) return false;
         printf("laid %s\n", file.c_str());
     }
     return writeList(folder / ".made", after);

@@ -1,13 +1,14 @@
 #include "production/shaders/shader_check.h"
 
 #include <stdlib.h>
-#include <sys/wait.h>
 
 #include <cstdio>
 #include <filesystem>
 #include <mutex>
 #include <optional>
 #include <sstream>
+
+#include "tools/process.h"
 
 namespace fs = std::filesystem;
 
@@ -34,14 +35,11 @@ struct StagedLinks {
 
 // What the compiler says of the shaders in a folder; nothing if there is none.
 std::optional<std::string> compilersWords(const std::string& folder) {
-    setenv("SHADERS", folder.c_str(), 1);
-    FILE* pipe = popen("cd \"$SHADERS\" && glslangValidator -d -l a.vert a.frag 2>&1", "r");
     std::string words;
-    char part[4096];
-    while (const size_t size = pipe ? fread(part, 1, sizeof part, pipe) : 0) words.append(part, size);
-    constexpr int notFound = 127;  // that is how a shell ends
-    const int status = pipe ? pclose(pipe) : -1;
-    if (status < 0 || !WIFEXITED(status) || WEXITSTATUS(status) == notFound) return std::nullopt;
+    const Words command = {"env", "-C", folder, "glslangValidator", "-d", "-l", "a.vert", "a.frag"};
+    const int status = runProgram(command, [&](const std::string& line) { words += line; });
+    constexpr int notFound = 127;  // that is how env ends
+    if (status < 0 || status == notFound) return std::nullopt;
     return words;
 }
 
