@@ -5,13 +5,10 @@
 #include <unistd.h>
 
 #include <cstring>
-#include <functional>
 #include <thread>
 
 #include "image/image.h"
-#include "tests/gl_window.h"
 #include "tests/tools/run.h"
-#include "tools/capture/grabber.h"
 
 namespace {
 
@@ -124,46 +121,6 @@ TEST(Capture, InstalledFindsItsShowBesideAStrangersData) {
     linkDataSet(stranger.path);
     std::filesystem::remove(stranger.path / "data/loading.jpg");
     EXPECT_EQ(run(), "capture: part.mp4: there is no such part\n") << "an author's, though it isn't whole";
-}
-
-// A grabber that loses its second frame in the given way, of three.
-struct Grabbing : GlWindow {
-    void expectLoss(const std::function<void(Grabber&)>& lose) {
-        int written = 0;
-        Grabber grabber([&](const Picture&) { return ++written > 0; });
-        EXPECT_TRUE(grabber.grab());
-        lose(grabber);
-        EXPECT_FALSE(grabber.grab() && grabber.grab());
-        EXPECT_FALSE(grabber.finish());
-        EXPECT_LE(written, 1);
-        EXPECT_EQ(grabber.problem.find("a frame could not be read back: GL error 0x"), 0u);
-    }
-};
-
-PFNGLMAPBUFFERPROC mapBuffer = nullptr;
-PFNGLUNMAPBUFFERPROC unmapBuffer = nullptr;
-int calls = 0;
-
-TEST_F(Grabbing, AFrameThatCantBeReadBackIsAFailure) {
-    expectLoss([](Grabber& grabber) {  // too small for the frame
-        glBindBuffer(GL_PIXEL_PACK_BUFFER, grabber.buffers[1]);
-        glBufferData(GL_PIXEL_PACK_BUFFER, 16, nullptr, GL_STREAM_READ);
-        glBindBuffer(GL_PIXEL_PACK_BUFFER, 0);
-    });
-    mapBuffer = __glewMapBuffer;
-    expectLoss([](Grabber&) {
-        calls = 0;
-        __glewMapBuffer = [](GLenum target, GLenum access) -> void* {
-            return ++calls == 2 ? nullptr : mapBuffer(target, access);
-        };
-    });
-    __glewMapBuffer = mapBuffer;
-    unmapBuffer = __glewUnmapBuffer;
-    expectLoss([](Grabber&) {  // whose content went away in the meantime
-        calls = 0;
-        __glewUnmapBuffer = [](GLenum target) -> GLboolean { return unmapBuffer(target) && ++calls != 2; };
-    });
-    __glewUnmapBuffer = unmapBuffer;
 }
 
 }  // namespace
