@@ -7,11 +7,11 @@
 
 namespace {
 
-constexpr int logSize = 4096;
-
-// The log is seen in a debugger only: the messages below are printed as they stand, "%s" and all.
-void fetchLog(GLhandleARB object, char (&log)[logSize]) {
-    glGetInfoLogARB(object, logSize, nullptr, log);
+// The object's log is seen in a debugger only: the message is printed as it stands, "%s" and all.
+[[noreturn]] void endWith(const char* message, GLhandleARB object) {
+    char log[4096];
+    glGetInfoLogARB(object, sizeof log, nullptr, log);
+    fatalError(message);
 }
 
 GLint objectStatus(GLhandleARB object, GLenum status) {
@@ -75,18 +75,14 @@ int Demo::loadShader(const char* base, const char* name) {
     for (int i = 0; i < 2; i++) sources[i] = readWholeFile((std::string(base) + shaderEndings[i]).c_str());
     const BuiltProgram built = buildProgram(sources[0], sources[1], checkGlError);
     shaders[name] = built.program;
-    char log[logSize];
     switch (built.failed) {
         case BuiltProgram::vertexCompiler:
-            fetchLog(built.vertexShader, log);
-            fatalError("Error compiling vertex shader: %s");
+            endWith("Error compiling vertex shader: %s", built.vertexShader);
         case BuiltProgram::fragmentCompiler:
             // Kept: the vertex shader's log. Only whoever looks at it in a debugger would notice.
-            fetchLog(built.vertexShader, log);
-            fatalError("Error compiling fragment shader: %s");
+            endWith("Error compiling fragment shader: %s", built.vertexShader);
         case BuiltProgram::linker:
-            fetchLog(built.program, log);
-            fatalError("Error linking shaders: %s");
+            endWith("Error linking shaders: %s", built.program);
         case BuiltProgram::nothing:
             break;
     }
