@@ -45,17 +45,18 @@ std::string outputOf(const std::string& command);
 // This program with other words, for outputOf.
 std::string thisProgram(const std::string& words);
 
-// The groups. Each runs in a process of its own, since GL's first start is in some of them. `part` chooses
+// The groups. Each runs in a process of its own, since GL's first start is in some of them. `filter` chooses
 // rows by their names: all if it is empty. Groups that are quick as a whole ignore it.
-Figures benchLoaders(const std::string& part);
-Figures benchBeams(const std::string& part);
-Figures benchFrames(const std::string& part);
-Figures benchUndrawnFrames(const std::string& part);
-Figures benchInstructions(const std::string& part);
-// What of it runs under valgrind: the frames of the segments whose names hold `part`, each segment's counted.
-void drawCounted(const std::string& part);
-Figures benchCapture(const std::string& part);
+Figures benchLoaders(const std::string& filter);
+Figures benchBeams(const std::string& filter);
+Figures benchFrames(const std::string& filter);
+Figures benchUndrawnFrames(const std::string& filter);
+Figures benchInstructions(const std::string& filter);
+// What of it runs under valgrind: the frames of the segments whose names hold `filter`, each segment's
+// counted.
+void drawCounted(const std::string& filter);
+Figures benchCapture(const std::string& filter);
 // A row of it, for a process of its own: frames a second captured and drawn, a line for each pair.
 void printCapturePairs(int row);
-Figures benchReload(const std::string& part);
-Figures benchFlashes(const std::string& part);
+Figures benchReload(const std::string& filter);
+Figures benchFlashes(const std::string& filter);

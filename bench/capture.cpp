@@ -80,10 +80,10 @@ void printCapturePairs(int row) {
 }
 
 // Drawn and captured take turns, in a process for each row: a window has one number of samples.
-Figures benchCapture(const std::string& part) {
+Figures benchCapture(const std::string& filter) {
     Figures figures;
     for (const Row& row : rows) {
-        if (std::string(row.name).find(part) == std::string::npos) continue;
+        if (std::string(row.name).find(filter) == std::string::npos) continue;
         std::istringstream lines(outputOf(thisProgram("capture-pairs " + std::to_string(&row - rows))));
         std::vector<double> captured, drawn;
         double ours, alone;

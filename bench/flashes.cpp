@@ -152,7 +152,7 @@ Tally drawn(SteppedShow& show, Meter& meter, int begin, int end) {
 
 }  // namespace
 
-Figures benchFlashes(const std::string& part) {
+Figures benchFlashes(const std::string& filter) {
     const auto sheet = programme();
     SteppedShow show(framesPerSecond);
     Meter meter;
@@ -161,7 +161,7 @@ Figures benchFlashes(const std::string& part) {
     for (int entry = 0; entry + 1 < int(sheet.size()); entry++) {
         char name[64];
         snprintf(name, sizeof name, "%.1f s, %s", double(sheet[entry].begin), sheet[entry].name);
-        if (std::string(name).find(part) == std::string::npos) continue;
+        if (std::string(name).find(filter) == std::string::npos) continue;
         const int begin = firstFrame(sheet[entry].begin), end = firstFrame(sheet[entry + 1].begin);
         if (begin != next) meter = {};  // what lies between was left out
         next = end;

@@ -83,22 +83,22 @@ void compare(const Comparison& comparison, const Segment& segment, Figures& figu
     figures.push_back(cpu);
 }
 
-Figures compareAll(const Comparison& comparison, const std::string& part) {
+Figures compareAll(const Comparison& comparison, const std::string& filter) {
     Figures figures;
-    for (const Segment& segment : segments(part)) compare(comparison, segment, figures);
+    for (const Segment& segment : segments(filter)) compare(comparison, segment, figures);
     return figures;
 }
 
 }  // namespace
 
-Figures benchFrames(const std::string& part) {
-    return compareAll(drawn, part);
+Figures benchFrames(const std::string& filter) {
+    return compareAll(drawn, filter);
 }
 
-Figures benchUndrawnFrames(const std::string& part) {
+Figures benchUndrawnFrames(const std::string& filter) {
     if (outputOf(leaveDrawingOut + thisProgram("leaves-drawing-out")) != "yes\n") {
         fprintf(stderr, "bench: this GL driver draws in any case, so no frame without drawing\n");
         return {};
     }
-    return compareAll(undrawn, part);
+    return compareAll(undrawn, filter);
 }

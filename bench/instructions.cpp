@@ -39,10 +39,10 @@ double countedInstructions(const std::string& profile) {
 }  // namespace
 
 // No frame is shown: what the window system's library does belongs to nobody here.
-void drawCounted(const std::string& part) {
+void drawCounted(const std::string& filter) {
     SteppedShow show(1000 / step);
     if (!drawingIsLeftOut()) return;  // in software, drawing would take hours here
-    for (const Segment& segment : segments(part)) {
+    for (const Segment& segment : segments(filter)) {
         const Moment moment = {segment.entry, warmUpFrames + frames, step};
         for (int i = 0; i < moment.frames; i++) {
             if (i == warmUpFrames) CALLGRIND_START_INSTRUMENTATION;
@@ -55,13 +55,13 @@ void drawCounted(const std::string& part) {
 }
 
 // The dumps are numbered from 1 on.
-Figures benchInstructions(const std::string& part) {
+Figures benchInstructions(const std::string& filter) {
     const ScratchDirectory scratch;
     const std::string profile = scratch.file("profile");
     outputOf("GALLIUM_NOOP=1 valgrind --tool=callgrind --instr-atstart=no --callgrind-out-file=" + profile +
-             " " + thisProgram("counted '" + part + "'"));
+             " " + thisProgram("counted '" + filter + "'"));
     Figures figures;
-    for (const Segment& segment : segments(part)) {
+    for (const Segment& segment : segments(filter)) {
         const std::string dump = profile + "." + std::to_string(figures.size() + 1);
         if (!std::filesystem::exists(dump)) break;
         figures.push_back({segment.name + ", instructions", countedInstructions(dump) / frames / 1000,

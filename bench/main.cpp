@@ -16,7 +16,7 @@ namespace {
 
 const struct Group {
     const char* name;
-    Figures (*run)(const std::string& part);
+    Figures (*run)(const std::string& filter);
 } groups[] = {
     {"loaders", benchLoaders},
     {"beams", benchBeams},
@@ -51,8 +51,8 @@ void printRow(const Figure& figure) {
     fflush(stdout);
 }
 
-int runGroup(const Group& group, const std::string& part) {
-    const Figures figures = group.run(part);
+int runGroup(const Group& group, const std::string& filter) {
+    const Figures figures = group.run(filter);
     bool missed = figures.empty();
     for (const Figure& figure : figures) {
         printRow(figure);
@@ -62,25 +62,26 @@ int runGroup(const Group& group, const std::string& part) {
 }
 
 // "GROUP" or "GROUP:PART", of which PART. False if the word is of another group.
-bool chooses(const std::string& word, const std::string& group, std::string* part) {
-    if (word == group) return part->clear(), true;
+bool chooses(const std::string& word, const std::string& group, std::string* filter) {
+    if (word == group) return filter->clear(), true;
     if (!word.starts_with(group + ":")) return false;
-    *part = word.substr(group.size() + 1);
+    *filter = word.substr(group.size() + 1);
     return true;
 }
 
 // True if it could be measured and missed no goal.
-bool runProcess(const char* program, const Group& group, const std::string& part) {
-    const int status = system((std::string(program) + " group " + group.name + " '" + part + "'").c_str());
+bool runProcess(const char* program, const Group& group, const std::string& filter) {
+    const int status = system((std::string(program) + " group " + group.name + " '" + filter + "'").c_str());
     if (!WIFEXITED(status)) fprintf(stderr, "bench: %s failed\n", group.name);
     return status == 0;
 }
 
 int runAll(const char* program, const std::vector<std::string>& words) {
     bool reached = true;
-    std::string part;
+    std::string filter;
     for (const std::string& word : words) {
-        if (std::ranges::any_of(groups, [&](const Group& group) { return chooses(word, group.name, &part); }))
+        if (std::ranges::any_of(groups,
+                                [&](const Group& group) { return chooses(word, group.name, &filter); }))
             continue;
         fprintf(stderr, "bench: %s: no group of rows\n", word.c_str());
         return 1;
@@ -88,7 +89,7 @@ int runAll(const char* program, const std::vector<std::string>& words) {
     for (const Group& group : groups) {
         if (words.empty()) reached &= runProcess(program, group, "");
         for (const std::string& word : words)
-            if (chooses(word, group.name, &part)) reached &= runProcess(program, group, part);
+            if (chooses(word, group.name, &filter)) reached &= runProcess(program, group, filter);
     }
     return !reached;
 }

@@ -10,13 +10,13 @@
 #include "script/timeline.h"
 #include "tools/capture/stepped_show.h"
 
-std::vector<Segment> segments(const std::string& part) {
+std::vector<Segment> segments(const std::string& filter) {
     std::vector<Segment> all;
     const auto sheet = programme();
     for (int entry = 0; entry + 1 < int(sheet.size()); entry++) {
         char name[64];
         snprintf(name, sizeof name, "a frame after %.1f s", double(sheet[entry].begin));
-        if (std::string(name).find(part) != std::string::npos) all.push_back({entry, name});
+        if (std::string(name).find(filter) != std::string::npos) all.push_back({entry, name});
     }
     return all;
 }

@@ -12,8 +12,8 @@ struct Segment {
     std::string name;
 };
 
-// Those whose names hold `part`.
-std::vector<Segment> segments(const std::string& part);
+// Those whose names hold `filter`.
+std::vector<Segment> segments(const std::string& filter);
 
 // Frames at equal steps about the middle of an entry.
 struct Moment {
