@@ -23,18 +23,18 @@ Vec showingAt(double time, Vec place, double above) {
 
 // A flight: where the head is, so many seconds after the last card, as a turn in degrees and a height, and
 // how high its track is there (0..1 of the whole).
-struct Stage {
+struct Waypoint {
     double time, turn, height, size;
 };
 
 // Each place of the track shows the head at the time when it gets there, and then what trails behind it, as
 // the viewer moves on: what he sees flies. A track is dark beside it.
-Shape track(const std::vector<Stage>& stages) {
+Shape track(const std::vector<Waypoint>& points) {
     const int steps = 24;
     std::vector<Vec> flight, timing;
-    for (const Stage& stage : stages) {
-        flight.push_back({stage.turn, stage.height, 0});
-        timing.push_back({showtime::afterCredits.seconds() + stage.time, stage.size, 0});
+    for (const Waypoint& point : points) {
+        flight.push_back({point.turn, point.height, 0});
+        timing.push_back({showtime::afterCredits.seconds() + point.time, point.size, 0});
     }
     flight = curveThrough(flight, false, steps), timing = curveThrough(timing, false, steps);
     const auto placeOf = [&](int c, int r) {
@@ -55,8 +55,9 @@ Shape track(const std::vector<Stage>& stages) {
     return shape;
 }
 
-const std::vector<Stage> overTheNight = {{2.3, 110, 320, 1.0},  {3.15, 146, 470, 1.0}, {4.15, 186, 540, 1.0},
-                                         {4.95, 211, 490, 1.0}, {5.65, 224, 410, 0.9}, {6.05, 230, 370, 0.0}};
+const std::vector<Waypoint> overTheNight = {{2.3, 110, 320, 1.0},  {3.15, 146, 470, 1.0},
+                                            {4.15, 186, 540, 1.0}, {4.95, 211, 490, 1.0},
+                                            {5.65, 224, 410, 0.9}, {6.05, 230, 370, 0.0}};
 constexpr double faceTime = showtime::glimpse.seconds() - 0.14;
 
 }  // namespace
