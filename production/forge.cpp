@@ -1,6 +1,6 @@
-// The music's desk as a program. What makes the data set is in making/.
-#include "production/music/desk.h"
+// Plays what of the music is asked for. What makes the data set is in making/.
+#include "production/music/audition.h"
 
 int main(int count, char** words) {
-    return runDesk({words + 1, words + count});
+    return audition({words + 1, words + count});
 }

@@ -1,4 +1,4 @@
-#include "production/music/desk.h"
+#include "production/music/audition.h"
 
 #include <algorithm>
 #include <cmath>
@@ -84,7 +84,7 @@ int hear(const Song& song, const std::vector<std::string>& words) {
         } else if (words[i] == "--parts") {
             wish.parts = split(words[i + 1], ',');
         } else {
-            return complain("The desk doesn't know \"%s\"\n", words[i]);
+            return complain("forge doesn't know \"%s\"\n", words[i]);
         }
     }
     const Window window = windowOf(song, wish.from, wish.to);
@@ -147,7 +147,7 @@ int check(const Song& song) {
 
 }  // namespace
 
-int runDesk(const std::vector<std::string>& words) {
+int audition(const std::vector<std::string>& words) {
     const std::string wish = words.empty() ? "" : words[0];
     const bool toFolder = wish == "--stems" || wish == "--parts";
     const bool known = wish == "--hear" ? words.size() > 1 : words.size() == (toFolder ? 2 : 1);

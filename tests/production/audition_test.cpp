@@ -1,5 +1,6 @@
-// The composer's desk: what it plays is what the soundtrack has there, and what it can't do it says.
-#include "production/music/desk.h"
+// What a composer hears before the whole is made: it is what the soundtrack has there, and what it can't do
+// it says.
+#include "production/music/audition.h"
 
 #include <gtest/gtest.h>
 
@@ -15,12 +16,12 @@
 
 using namespace audio;
 
-TEST(Desk, APartSoundsAsInTheWhole) {
+TEST(Audition, APartSoundsAsInTheWhole) {
     // Parts without a room: those drift on their own.
     const ScratchDirectory scratch;
     const std::string few = scratch.file("few.wav"), more = scratch.file("more.wav");
-    ASSERT_EQ(runDesk({"--hear", few, "--bars", "6-7", "--parts", "bass,sub,hat"}), 0);
-    ASSERT_EQ(runDesk({"--hear", more, "--parts", "bass,sub,hat", "--bars", "4-7"}), 0);
+    ASSERT_EQ(audition({"--hear", few, "--bars", "6-7", "--parts", "bass,sub,hat"}), 0);
+    ASSERT_EQ(audition({"--hear", more, "--parts", "bass,sub,hat", "--bars", "4-7"}), 0);
     const Song song = soundtrack();
     const size_t bar = frameAt(song.grid.secondsAt(6)), end = frameAt(song.grid.secondsAt(7));
     const Stereo heard = decode(few), longer = decode(more);
@@ -31,16 +32,16 @@ TEST(Desk, APartSoundsAsInTheWhole) {
     EXPECT_LT(levelOf(difference, 0, 2), levelOf(heard, 0, 2) - 40);
 }
 
-TEST(Desk, ACutIsHeardFromItsMiddleOn) {
+TEST(Audition, ACutIsHeardFromItsMiddleOn) {
     // From bar 16.75 on each sixteenth is cut in halves, the second of them silent.
     const ScratchDirectory scratch;
-    ASSERT_EQ(runDesk({"--hear", scratch.file("cut.wav"), "--bars", "16.875-17"}), 0);
+    ASSERT_EQ(audition({"--hear", scratch.file("cut.wav"), "--bars", "16.875-17"}), 0);
     const Stereo heard = decode(scratch.file("cut.wav"));
     EXPECT_GT(levelOf(heard, 0.01, 0.05), levelOf(heard, 0.07, 0.11) + 30);
 }
 
 // Through cuts, clips, compressor and limiter.
-TEST(Desk, StemsAddUpToTheWhole) {
+TEST(Audition, StemsAddUpToTheWhole) {
     const Song song = soundtrack();
     const Window window = {frameAt(song.grid.secondsAt(16)), frameAt(song.grid.secondsAt(18))};
     const Finished whole = finish(song, window);
@@ -57,13 +58,13 @@ TEST(Desk, StemsAddUpToTheWhole) {
     EXPECT_GT(levelOf(stems[0], 0, 9), levelOf(whole.sound, 0, 9) - 10);
 }
 
-TEST(Desk, EveryPartPlays) {
+TEST(Audition, EveryPartPlays) {
     const Song song = soundtrack();
     EXPECT_TRUE(proofread(song));
     for (const Part& part : song.parts) EXPECT_FALSE(notesOf(song, part).empty()) << part.name;
 }
 
-TEST(Desk, WhatItCannotDoItSays) {
+TEST(Audition, WhatItCannotDoItSays) {
     const ScratchDirectory scratch;
     const std::string file = scratch.file("x.wav");
     const std::pair<std::vector<std::string>, const char*> wrong[] = {
@@ -79,13 +80,13 @@ TEST(Desk, WhatItCannotDoItSays) {
     };
     for (const auto& [words, line] : wrong) {
         testing::internal::CaptureStderr();
-        EXPECT_EQ(runDesk(words), 1);
+        EXPECT_EQ(audition(words), 1);
         EXPECT_NE(testing::internal::GetCapturedStderr().find(line), std::string::npos) << line;
         EXPECT_FALSE(std::filesystem::exists(file));
     }
 }
 
-TEST(Desk, ARestIsNoSilenceWithoutAWord) {
+TEST(Audition, ARestIsNoSilenceWithoutAWord) {
     const ScratchDirectory scratch;
     const Song song = soundtrack();
     const std::vector<Note> notes = notesOf(song, *partOf(song, "lead"));
@@ -95,7 +96,7 @@ TEST(Desk, ARestIsNoSilenceWithoutAWord) {
         bar++;
     testing::internal::CaptureStderr();
     const std::string bars = std::to_string(bar), end = std::to_string(bar + 1);
-    EXPECT_EQ(runDesk({"--hear", scratch.file("x.wav"), "--bars", bars + "-" + end, "--parts", "lead"}), 0);
+    EXPECT_EQ(audition({"--hear", scratch.file("x.wav"), "--bars", bars + "-" + end, "--parts", "lead"}), 0);
     const std::string line = testing::internal::GetCapturedStderr();
     EXPECT_TRUE(line.starts_with("Bars " + bars + " to " + end + ": resting: lead; playing: ")) << line;
 }
