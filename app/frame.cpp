@@ -33,9 +33,9 @@ void drawFrame() {
     glFlush();
 }
 
-void passFrame() {
+void advanceFrame() {
     const float delta = stepClock();
-    passTimeline(demo->clock.time(), delta);
+    advanceTimeline(demo->clock.time(), delta);
 }
 
 void renderFrame() {

@@ -6,7 +6,7 @@
 void drawFrame();
 
 // Moves past the frame of that position without drawing it: for whoever begins in the middle of the show.
-void passFrame();
+void advanceFrame();
 
 // Draws the frame, then writes the screenshot if one is asked for, and shows the picture.
 void renderFrame();

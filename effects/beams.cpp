@@ -9,11 +9,11 @@ float fade(int point, int pointCount) {
     return 1 - point / (pointCount - 1.0f);
 }
 
-void drawLine(const BeamPath& path, const GlowPass& pass) {
-    glLineWidth(pass.width);
+void drawLine(const BeamPath& path, const GlowStroke& stroke) {
+    glLineWidth(stroke.width);
     glBegin(GL_LINE_STRIP);
     for (int i = 0; i < path.count; i++) {
-        glColor4f(pass.red, pass.green, pass.blue, pass.alpha * fade(i, path.count));
+        glColor4f(stroke.red, stroke.green, stroke.blue, stroke.alpha * fade(i, path.count));
         glVertex3fv(&path[i].point.x);
     }
     glEnd();
@@ -41,7 +41,7 @@ void emitSpot(const Vec3& middle, const Vec3& normal, float size) {
 void drawBeamPath(const BeamPath& path, const BeamStyle& style, GLuint spotTexture) {
     glDisable(GL_LIGHTING);
     beginGlowingLines();
-    for (const GlowPass& pass : style.passes) drawLine(path, pass);
+    for (const GlowStroke& stroke : style.strokes) drawLine(path, stroke);
 
     glColor3f(1, 1, 1);
     glEnable(GL_TEXTURE_2D);

@@ -16,12 +16,12 @@ constexpr int beamCapacity = 16;  // instances, and points of a path, that there
 
 struct BeamStyle {
     float spotSize;  // half the side, model units (where the surface's normal has unit length)
-    std::span<const GlowPass> passes;
+    std::span<const GlowStroke> strokes;
 };
 
-constexpr GlowPass threePasses[] = {
+constexpr GlowStroke threePasses[] = {
     {1, 1, 0.5f, 0.8f, 1}, {4, 1, 0.3f, 0.8f, 0.6f}, {8, 1, 0.2f, 0.8f, 0.2f}};
-constexpr GlowPass twoPasses[] = {{1, 1, 0.4f, 0.8f, 1}, {4, 1, 0, 0.8f, 0.4f}};
+constexpr GlowStroke twoPasses[] = {{1, 1, 0.4f, 0.8f, 1}, {4, 1, 0, 0.8f, 0.4f}};
 constexpr BeamStyle huoneBeam = {4, threePasses};
 constexpr BeamStyle laserTunnelBeam = {10, threePasses};
 constexpr BeamStyle laserBeam = {8, twoPasses};
@@ -33,7 +33,7 @@ constexpr int beamsPerEmitter = 6;
 constexpr double halfBeamAngle = std::numbers::pi / beamsPerEmitter;
 
 // A path of at least two points. Leaves lighting and blending off, texturing on, the spot's texture bound and
-// the line width of the last pass.
+// the line width of the last stroke.
 void drawBeamPath(const BeamPath& path, const BeamStyle& style, GLuint spotTexture);
 
 // What an effect that fires beams holds: what they bounce off, and how they look.

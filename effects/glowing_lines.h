@@ -1,7 +1,7 @@
 // Lines that glow: drawn over themselves several times, added to the picture, wider and fainter each time.
 #pragma once
 
-struct GlowPass {
+struct GlowStroke {
     float width;  // pixels
     float red;
     float green;

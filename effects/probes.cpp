@@ -9,7 +9,7 @@ namespace {
 
 constexpr float probeScale = 0.3f;
 constexpr LightColours coldLight = {{0, 0, 0, 1}, {0.2f, 0.5f, 0.7f, 1}, {0.7f, 0.9f, 1, 1}};
-constexpr GlowPass linkPasses[] = {
+constexpr GlowStroke linkStrokes[] = {
     {1, 0.9f, 0.5f, 0.8f, 1}, {3, 0.9f, 0.2f, 0.8f, 0.6f}, {6, 0.9f, 0.1f, 0.8f, 0.3f}};
 
 Vec3 at(double x, double y, double z) {
@@ -79,7 +79,7 @@ void Probes::draw() {
     demo->lights[1].enabled = false;
     demo->endFrame();
 
-    for (const GlowPass& pass : linkPasses) drawLinks(pass);
+    for (const GlowStroke& stroke : linkStrokes) drawLinks(stroke);
 }
 
 void Probes::drawProbes() {
@@ -100,9 +100,9 @@ void Probes::drawProbes() {
     glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
 }
 
-void Probes::drawLinks(const GlowPass& pass) {
-    glLineWidth(pass.width);
-    glColor4f(pass.red, pass.green, pass.blue, pass.alpha);
+void Probes::drawLinks(const GlowStroke& stroke) {
+    glLineWidth(stroke.width);
+    glColor4f(stroke.red, stroke.green, stroke.blue, stroke.alpha);
     beginGlowingLines();
     glBegin(GL_LINES);
     for (int i = 0; i < probeCount; i++) {

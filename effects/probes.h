@@ -21,5 +21,5 @@ struct Probes : EffectBase {
     void placeProbes();
     void linkProbes();
     void drawProbes();
-    void drawLinks(const GlowPass& pass);
+    void drawLinks(const GlowStroke& stroke);
 };

@@ -24,8 +24,8 @@ void laserBoomTornApart() {
     glDisable(GL_BLEND);
 }
 
-void passCrossFade() {
-    passRobo();
+void advanceCrossFade() {
+    advanceRobo();
     effectOf("huone").advance();
 }
 

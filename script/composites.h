@@ -7,6 +7,6 @@ void laserBoomTornApart();
 // From sceneRobo to sceneRoom, linearly.
 void crossFadeFromRoboToRoom();
 // What outlasts one of its frames that isn't drawn.
-void passCrossFade();
+void advanceCrossFade();
 
 void roomWithCredits();

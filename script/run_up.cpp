@@ -18,9 +18,9 @@ std::vector<bool> framesToDraw(const std::vector<int>& ms) {
     return drawn;
 }
 
-void passTimeline(float time, float delta) {
+void advanceTimeline(float time, float delta) {
     frame = {time, delta, demo->clock.beatPulse()};
     const ProgrammeEntry& entry = programmeAt(time);
-    if (entry.pass) entry.pass();
+    if (entry.advance) entry.advance();
     demo->clock.runAutoBeat();
 }

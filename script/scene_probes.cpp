@@ -24,7 +24,7 @@ void drawSmoke() {
 
 }  // namespace
 
-void passProbes() {
+void advanceProbes() {
     effectOf("probes").advance();
     demo->clock.runAutoBeat();  // in the housekeeping of their lights
 }

@@ -70,7 +70,7 @@ void drawGreetings() {
 
 }  // namespace
 
-void passRobo() {
+void advanceRobo() {
     demo->clock.runAutoBeat();  // in the scene's own housekeeping
     effectOf("robo").advance();
 }

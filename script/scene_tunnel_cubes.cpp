@@ -29,7 +29,7 @@ void drawUprightTunnel() {
 
 }  // namespace
 
-void passTunnelCubes() {
+void advanceTunnelCubes() {
     effectOf("tunnel").advance();
     effectOf("cubes1").advance();
 }

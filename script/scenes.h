@@ -19,10 +19,10 @@ void sceneGreets();   // not in the programme
 // be drawn without all that comes before it: see run_up.h.
 
 // What outlasts a frame that isn't drawn, in the order of its scene: the beat, where scene or effect keeps
-// house before the frame's end, and the motion of every effect that it draws. Scenes without such have no
-// pass.
-void passTunnelCubes();
-void passProbes();
-void passRobo();
+// house before the frame's end, and the motion of every effect that it draws. Scenes without such have
+// none.
+void advanceTunnelCubes();
+void advanceProbes();
+void advanceRobo();
 // Whether the tunnel's frame at `time` has a shock, which leaves its strength in "boom".
 bool hasTunnelShock(float time);

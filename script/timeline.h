@@ -19,7 +19,7 @@ struct ProgrammeEntry {
     // Where a frame is more than a function of its time (see run_up.h): what it carries on even if it isn't
     // drawn, in the order in which `draw` does (see scenes.h), and whether the frame at `time` leaves
     // something that later ones draw with.
-    void (*pass)() = nullptr;
+    void (*advance)() = nullptr;
     bool (*leaves)(float time) = nullptr;
 };
 

@@ -54,9 +54,9 @@ Screen Show::drawMoment(int ms, int beatMs) {
     return drawMoment(ms);
 }
 
-void Show::passMoment(int ms) {
+void Show::advanceMoment(int ms) {
     music.ms = ms;
-    passFrame();
+    advanceFrame();
 }
 
 void Show::rewind() {

@@ -15,7 +15,7 @@ public:
     Screen drawMoment(int ms, int beatMs);
 
     // Moves past the frame with the music at `ms` without drawing it.
-    void passMoment(int ms);
+    void advanceMoment(int ms);
 
     // Back to what the show is when the music starts: the clock, the effects, the uniforms, the random
     // numbers.

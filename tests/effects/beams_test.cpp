@@ -47,7 +47,8 @@ TEST_F(Beams, FadeAlongTheirWayAndTouchSurfacesWithSpots) {
     picture = feedbackOf([&] { drawBeamPath(path, laserTunnelBeam, demo->texture("spot")); });
     ASSERT_EQ(picture.lines.size(), 3u * 6);
     for (int i = 0; i < 18; i++)
-        EXPECT_NEAR(picture.lines[i][1].a, laserTunnelBeam.passes[i / 6].alpha * float(5 - i % 6) / 6, 1e-5f);
+        EXPECT_NEAR(picture.lines[i][1].a, laserTunnelBeam.strokes[i / 6].alpha * float(5 - i % 6) / 6,
+                    1e-5f);
 
     ASSERT_EQ(picture.polygons.size(), 2u * 6) << "two triangles a spot, none at the last point";
     const struct {

@@ -74,7 +74,7 @@ struct RunUp : Show {
         while (next < moment) drawNext();
     }
     // The same, with no more drawing than needed.
-    void passUpTo(size_t moment) {
+    void advanceUpTo(size_t moment) {
         const size_t first = next;
         const std::vector<bool> drawn =
             framesToDraw({moments.begin() + long(first), moments.begin() + long(moment) + 1});
@@ -83,7 +83,7 @@ struct RunUp : Show {
             if (drawn[next - first])
                 drawNext();
             else
-                passMoment(moments[next++]);
+                advanceMoment(moments[next++]);
         }
     }
     // A fingerprint of the picture of the next moment.
@@ -115,7 +115,7 @@ TEST_F(RunUp, IsAllThatAFrameOfAnySecondInherits) {
     std::shuffle(seconds.begin(), seconds.end(), std::mt19937(1));
     for (const auto& [moment, run] : seconds) {
         restart();
-        passUpTo(moment);
+        advanceUpTo(moment);
         const int ms = moments[moment];
         EXPECT_EQ(drawPatch(), run) << ms / 1000 << " s, " << programmeAt(musicTime(ms)).name
                                     << ": not as in the whole show";
@@ -148,11 +148,11 @@ struct Swelling : EffectBase {
     }
 };
 
-// The first seconds of every entry that has a pass: each of its effects could integrate motion.
+// The first seconds of every entry that advances: each of its effects could integrate motion.
 TEST_F(RunUp, MovesEveryEffectAsDrawingDoes) {
     const auto swellAll = [&](size_t from) {
         restart();
-        while (next < from) passMoment(moments[next++]);
+        while (next < from) advanceMoment(moments[next++]);
         for (const EffectRow& row : effectRows())
             demo->effects[row.key] = new Swelling(demo->effects[row.key]);
     };
@@ -163,7 +163,7 @@ TEST_F(RunUp, MovesEveryEffectAsDrawingDoes) {
         return all;
     };
     for (const ProgrammeEntry& entry : programme()) {
-        if (!entry.pass) continue;
+        if (!entry.advance) continue;
         const auto momentAt = [&](float second) {
             const auto at = std::lower_bound(moments.begin(), moments.end(), second * 1000);
             return size_t(at - moments.begin());
@@ -174,7 +174,7 @@ TEST_F(RunUp, MovesEveryEffectAsDrawingDoes) {
         const size_t run = drawPatch();
         const auto drawn = swells();
         swellAll(from);
-        passUpTo(to);
+        advanceUpTo(to);
         EXPECT_EQ(drawPatch(), run) << entry.name;
         EXPECT_EQ(swells(), drawn) << entry.name;
         EXPECT_GT(std::count_if(drawn.begin(), drawn.end(), [](const auto& each) { return each.second > 0; }),

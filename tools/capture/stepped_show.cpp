@@ -34,7 +34,7 @@ void SteppedShow::drawRunUp(int frame) {
     const OnePixel unseen;
     for (const int first = next; next < frame; next++) {
         music.ms = milliseconds(next);
-        drawn[next - first] ? drawFrame() : passFrame();
+        drawn[next - first] ? drawFrame() : advanceFrame();
     }
 }
 
@@ -48,6 +48,6 @@ void SteppedShow::draw(int frame) {
 void SteppedShow::skipTo(int frame) {
     for (; next < frame; next++) {
         music.ms = milliseconds(next);
-        passFrame();
+        advanceFrame();
     }
 }

@@ -11,18 +11,18 @@
 #include "script/timeline.h"
 
 // The calls that go to it: result, name, the linker's symbol, parameters and what is handed on of them.
-#define CALLS_OF_SHOW                                                                        \
-    CALL(std::span<const ProgrammeEntry>, programme, "_Z9programmev", (), ())                \
-    CALL(const ProgrammeEntry&, programmeAt, "_Z11programmeAtf", (float time), (time))       \
-    CALL(void, runTimeline, "_Z11runTimelineff", (float time, float delta), (time, delta))   \
-    CALL(void, passTimeline, "_Z12passTimelineff", (float time, float delta), (time, delta)) \
-    CALL(std::vector<bool>, framesToDraw, "_Z12framesToDrawRKSt6vectorIiSaIiEE",             \
-         (const std::vector<int>& ms), (ms))                                                 \
-    CALL(std::span<const MeshRow>, meshRows, "_Z8meshRowsv", (), ())                         \
-    CALL(std::span<const TextureRow>, textureRows, "_Z11textureRowsv", (), ())               \
-    CALL(std::span<const ShaderRow>, shaderRows, "_Z10shaderRowsv", (), ())                  \
-    CALL(void, loadResources, "_Z13loadResourcesR6Loader", (Loader & loader), (loader))      \
-    CALL(void, restartEffects, "_Z14restartEffectsv", (), ())                                \
+#define CALLS_OF_SHOW                                                                              \
+    CALL(std::span<const ProgrammeEntry>, programme, "_Z9programmev", (), ())                      \
+    CALL(const ProgrammeEntry&, programmeAt, "_Z11programmeAtf", (float time), (time))             \
+    CALL(void, runTimeline, "_Z11runTimelineff", (float time, float delta), (time, delta))         \
+    CALL(void, advanceTimeline, "_Z15advanceTimelineff", (float time, float delta), (time, delta)) \
+    CALL(std::vector<bool>, framesToDraw, "_Z12framesToDrawRKSt6vectorIiSaIiEE",                   \
+         (const std::vector<int>& ms), (ms))                                                       \
+    CALL(std::span<const MeshRow>, meshRows, "_Z8meshRowsv", (), ())                               \
+    CALL(std::span<const TextureRow>, textureRows, "_Z11textureRowsv", (), ())                     \
+    CALL(std::span<const ShaderRow>, shaderRows, "_Z10shaderRowsv", (), ())                        \
+    CALL(void, loadResources, "_Z13loadResourcesR6Loader", (Loader & loader), (loader))            \
+    CALL(void, restartEffects, "_Z14restartEffectsv", (), ())                                      \
     CALL(void, deleteEffects, "_Z13deleteEffectsv", (), ())
 
 // What a library has by the name "showCode".
