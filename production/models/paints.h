@@ -35,8 +35,9 @@ constexpr Uv orange = middleOf(atlas::hull::stripe), warmLamp = middleOf(atlas::
 
 namespace walls {
 
-constexpr Patch panel = patchOf(atlas::walls::panel.part(0.05, 0.05, 4.9, 14.4)),
-                rail = patchOf(atlas::walls::rail.part(1.3, 0.05, 0.5, 14.4)),
+constexpr Patch panel = patchOf(atlas::walls::panel.part(0.05, 0.05, 2.4, 14.4)),
+                wall = patchOf(atlas::walls::wall.part(0.05, 0.05, 4.9, 14.4)),
+                rail = patchOf(atlas::walls::rail.part(0.2, 0.05, 0.1, 14.4)),
                 rib = patchOf(atlas::walls::rings.part(0.2, 0.2, 7.6, 0.2)),
                 light = patchOf(atlas::walls::rings.part(0.2, 0.8, 7.6, 0.2));
 

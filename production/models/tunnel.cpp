@@ -1,5 +1,5 @@
 // One segment of the tunnel, drawn and traced: a bore of long mirrors, most of them hidden, planks that stand
-// out between them in a frame of rails and hoops, and one lit ring. The next segment begins where it ends,
+// out before dark walls and between hoops, and one lit ring. The next segment begins where it ends,
 // towards -z, turned on.
 #include <algorithm>
 
@@ -43,10 +43,9 @@ struct Plank {
     int column, first, last;
 };
 constexpr Plank planks[] = {{3, 0, 7}, {7, 0, 7}, {11, 0, 7}, {1, 0, 3}, {5, 4, 7}, {9, 2, 5}};
-constexpr double plankRadius = 299.93, railRadius = 299.95;
+constexpr double plankRadius = 299.93, wallRadius = 310.5;
 // A slat, not a wall: the glow on a beat makes a bright field of each that catches a light.
-constexpr double plankMargin = 0.37;  // columns, on either side
-constexpr double railHalf = 0.024;    // columns
+constexpr double plankMargin = 0.41;  // columns, on either side
 
 // The lit riser behind so many teeth.
 Patch hoop(int tooth) {
@@ -118,7 +117,7 @@ private:
 }  // namespace
 
 void makeTunnel(const char* path) {
-    Bore bore, frame;
+    Bore bore, frame, walling;
     const double end = -halfLength + 4, begin = halfLength - 24, length = (begin - end) / teeth;
     bore.addAll({endRadius, -halfLength, true}, {wide, end, false}, true, walls::rib);
     for (int tooth = 0; tooth < teeth; tooth++) {
@@ -141,8 +140,7 @@ void makeTunnel(const char* path) {
         }
     }
     for (int column = 0; column < columns; column++)
-        frame.addBacked(column - railHalf, column + railHalf, {railRadius, end}, {railRadius, begin},
-                        walls::rail);
+        walling.addBacked(column, column + 1, {wallRadius, end}, {wallRadius, begin}, walls::wall);
     // The ring, before the segment's other end. Its near flank is hidden: on a beat its sheen filled the
     // screen.
     bore.addAll({wide, begin, false}, {ringRadius + 2, begin + 1, true}, false, walls::rib);
@@ -163,5 +161,11 @@ void makeTunnel(const char* path) {
     // The frame is turned away from the corridor's light, so that its paint stands out before the stripes
     // only, where nothing is lit.
     const Shape dim = shaded(welded(frame.shape), [&](Vec p, Vec) { return leaning(p, -86); });
-    writeAml(path, {joined({lit, dim})});
+    // Walls look along the tunnel and a little aside, where the corridor's viewers find little thrown back
+    // and the heap's, who look across it, not the glow beyond.
+    const Shape dark = shaded(welded(walling.shape), [&](Vec p, Vec) {
+        const double lean = degrees(68);
+        return normalized(Vec{-p.x - p.y, p.x - p.y, 0}) * std::cos(lean) + Vec{0, 0, 1} * std::sin(lean);
+    });
+    writeAml(path, {joined({lit, dim, dark})});
 }

@@ -396,6 +396,24 @@ Rgba railAt(float along) {
     return opaque(0.62f, 0.98f, 1.30f) * mix(0.06f, 0.36f, std::exp(-6 * std::fmin(along, 1 - along)));
 }
 
+// The wall behind the planks, over a column's breadth and a segment's length: seven plates whose seams and
+// rivets give it form where a broad light would fill the screen on a beat, and black in their middle.
+Rgba wallAt(float across, float along) {
+    constexpr float lit[] = {0.9f, 0.12f, 0.55f, 0.05f, 1.0f, 0.25f, 0.4f};
+    constexpr float tall = 133, wide = 320;  // pixels of a plate
+    const float plate = std::fmin(along * 7, 6.999f), within = plate - std::floor(plate);
+    const float aside = std::fabs(2 * across - 1);  // 0 in the middle, 1 at a joint
+    const float toJoint = (1 - aside) * wide / 2, toSeam = std::fmin(within, 1 - within) * tall;
+    const float deep = smoothstep(0.68f, 1.0f, aside) * (0.2f + 0.8f * within);
+    Rgba seen = opaque(0.010f, 0.055f, 0.19f) * (deep * lit[int(plate)]);
+    seen = seen + opaque(0.10f, 0.28f, 0.54f) * (bell(toSeam, 1.3f) * (0.12f + 0.6f * aside * aside));
+    seen = seen + opaque(0.12f, 0.33f, 0.62f) * bell(toJoint - 4, 1.6f);
+    for (int i = 0; i < 3; i++)
+        seen = seen + opaque(0.36f, 0.46f, 0.56f) *
+                          bell(std::hypot(toJoint - 18, (within - 0.25f - 0.25f * float(i)) * tall), 1.7f);
+    return seen;
+}
+
 // The light of the rings in the black of their ribs, over the cells' height.
 Rgba ringAt(float row) {
     return mix(grey(0.004f), opaque(0.10f, 0.18f, 0.28f), smoothstep(0.36f, 0.30f, std::fabs(row - 15.5f)));
@@ -417,6 +435,9 @@ void makeWalls(const char* path) {
         if (x >= float(atlas::walls::firstTile) * cell) return hallPictures(x, y);
         if (y > float(atlas::walls::rings.top) * cell) return ringAt(y / cell);
         if (x >= float(atlas::walls::rail.left) * cell) return railAt(y / tall);
+        if (x >= float(atlas::walls::wall.left) * cell)
+            return wallAt((x / cell - float(atlas::walls::wall.left)) / float(atlas::walls::wall.width),
+                          y / tall);
         // Drawn in to its breadth, from 16 cells.
         constexpr float narrower = 16 / float(atlas::walls::panel.width);
         Rgba seen = {};

@@ -100,14 +100,14 @@ const std::vector<Softbox> studioLamps = {
     {0, 36, {0.9f, 0.010f}, 2, 0.010f, light(0.20f, 0.31f, 0.45f)},
     {0, 68, {1.5f, 0.024f}, 2, 0.016f, light(0.18f, 0.21f, 0.24f)},
     // A cold one and its tube on his left, a warm one and its tube on his right.
-    {-64, 10, {0.20f, 0.6f}, 5, 0.10f, light(0.033f, 0.06f, 0.093f)},
+    {-64, 10, {0.20f, 0.6f}, 5, 0.10f, light(0.022f, 0.040f, 0.062f)},
     {-52, 10, {0.010f, 0.6f}, 5, 0.010f, light(0.18f, 0.32f, 0.56f)},
-    {70, 0, {0.16f, 0.7f}, -8, 0.09f, light(0.068f, 0.034f, 0.011f)},
+    {70, 0, {0.16f, 0.7f}, -8, 0.09f, light(0.045f, 0.023f, 0.007f)},
     {58, 0, {0.010f, 0.7f}, -8, 0.010f, light(0.59f, 0.35f, 0.13f)},
     // Fills below him and on both sides.
     {10, -36, {0.7f, 0.05f}, -4, 0.05f, light(0.03f, 0.015f, 0.006f)},
-    {-34, 26, {0.24f, 0.20f}, 12, 0.14f, light(0.025f, 0.043f, 0.06f)},
-    {36, 6, {0.18f, 0.26f}, -6, 0.12f, light(0.045f, 0.025f, 0.01f)},
+    {-34, 26, {0.24f, 0.20f}, 12, 0.14f, light(0.014f, 0.024f, 0.034f)},
+    {36, 6, {0.18f, 0.26f}, -6, 0.12f, light(0.025f, 0.014f, 0.006f)},
 };
 const Rgba horizon = light(0.015f, 0.022f, 0.035f);
 
@@ -128,8 +128,8 @@ void addSparks(std::vector<Softbox>& lamps) {
 
 // Behind the viewer: next to nothing, so that what faces him is dark.
 Rgba nightAhead(Direction towards) {
-    const Rgba floor = light(0.001f, 0.002f, 0.003f), sky = light(0.002f, 0.003f, 0.005f);
-    const Rgba warmFill = light(0.004f, 0.003f, 0.001f), coldFill = light(0.003f, 0.004f, 0.006f);
+    const Rgba floor = light(0.0004f, 0.0008f, 0.0012f), sky = light(0.0006f, 0.001f, 0.0016f);
+    const Rgba warmFill = light(0.0014f, 0.001f, 0.0004f), coldFill = light(0.001f, 0.0014f, 0.002f);
     return mix(floor, sky, smoothstep(-0.1f, 0.1f, towards.y)) * smoothstep(-0.3f, 0.8f, towards.z) +
            mix(warmFill, coldFill, smoothstep(-0.25f, 0.25f, towards.y)) *
                smoothstep(0.45f, 0.95f, towards.z);

@@ -43,7 +43,8 @@ constexpr Cells neon = {0.7, 12.7, 0.6, 0.6}, harp = {1.7, 12.7, 0.6, 0.6}, beam
 namespace walls {
 
 // One lit panel from joint to joint, a rail along a segment, and the light of the rings in their black ribs.
-constexpr Cells panel = {0, 0, 5, 14.5}, rail = {5, 0, 3, 14.5}, rings = {0, 14.6, 8, 1.4};
+constexpr Cells panel = {0, 0, 2.5, 14.5}, wall = {2.5, 0, 5, 14.5}, rail = {7.5, 0, 0.5, 14.5},
+                rings = {0, 14.6, 8, 1.4};
 
 // In rows of two: behind pillar, ship, probes and colossus half of what hangs there, from its middle to its
 // right edge; then floor and dome, from the axis to the wall over half a bay.
