@@ -29,7 +29,7 @@ constexpr Patch timber = patchOf(atlas::hull::timber), leaves = patchOf(atlas::h
                 lime = patchOf(atlas::hull::lime.within(0.1));
 constexpr Uv orange = middleOf(atlas::hull::stripe), warmLamp = middleOf(atlas::hull::warmLamp),
              coolLamp = middleOf(atlas::hull::coolLamp), neon = middleOf(atlas::hull::neon),
-             harp = middleOf(atlas::hull::harp), beamlit = middleOf(atlas::hull::beamlit);
+             plate = middleOf(atlas::hull::plate), beamlit = middleOf(atlas::hull::beamlit);
 
 }  // namespace hull
 

@@ -50,7 +50,7 @@ struct Sign {
 const Rgba warm = opaque(0.86f, 0.46f, 0.13f);
 const Rgba warmLight = light(1.0f, 0.58f, 0.20f), coolLight = light(0.50f, 0.70f, 1.0f);
 const Rgba limestone = opaque(0.31f, 0.30f, 0.285f);
-// Of the band: its edge and its strings, whose hues "koe" gives; and of the ship's edges that the beams
+// Of the band: its edge and its plates, whose hues "koe" gives; and of the ship's edges that the beams
 // light.
 const Rgba neon = opaque(1, 1, 1), soot = grey(0.06f), beamlit = opaque(1, 0.16f, 0.72f);
 
@@ -358,7 +358,7 @@ const std::vector<Row> hullRows = {
     {atlas::hull::lime, chip(limestone)},
     // The band.
     {atlas::hull::neon, chip(neon)},
-    {atlas::hull::harp, chip(soot)},
+    {atlas::hull::plate, chip(soot)},
     {atlas::hull::beamlit, chip(beamlit)},
 };
 const std::vector<Sign> hullSigns = {
@@ -393,7 +393,7 @@ Canvas plated(Metal metal, const std::vector<Row>& rows, const std::vector<Sign>
 // The tunnel's frame, along a segment: the light of the rings at both of its ends falls off towards its
 // middle.
 Rgba railAt(float along) {
-    return opaque(0.62f, 0.98f, 1.30f) * mix(0.06f, 0.36f, std::exp(-6 * std::fmin(along, 1 - along)));
+    return opaque(0.62f, 0.98f, 1.30f) * mix(0.22f, 0.85f, std::exp(-6 * std::fmin(along, 1 - along)));
 }
 
 // The wall behind the planks, over a column's breadth and a segment's length: seven plates whose seams and
