@@ -393,7 +393,7 @@ Canvas plated(Metal metal, const std::vector<Row>& rows, const std::vector<Sign>
 // The tunnel's frame, along a segment: the light of the rings at both of its ends falls off towards its
 // middle.
 Rgba railAt(float along) {
-    return opaque(0.62f, 0.98f, 1.30f) * mix(0.22f, 0.85f, std::exp(-6 * std::fmin(along, 1 - along)));
+    return opaque(0.62f, 0.98f, 1.30f) * mix(0.16f, 0.62f, std::exp(-6 * std::fmin(along, 1 - along)));
 }
 
 // The wall behind the planks, over a column's breadth and a segment's length: seven plates whose seams and
@@ -405,9 +405,9 @@ Rgba wallAt(float across, float along) {
     const float aside = std::fabs(2 * across - 1);  // 0 in the middle, 1 at a joint
     const float toJoint = (1 - aside) * wide / 2, toSeam = std::fmin(within, 1 - within) * tall;
     const float deep = smoothstep(0.68f, 1.0f, aside) * (0.2f + 0.8f * within);
-    Rgba seen = opaque(0.010f, 0.055f, 0.19f) * (deep * lit[int(plate)]);
+    Rgba seen = opaque(0.006f, 0.036f, 0.18f) * (deep * lit[int(plate)]);
     seen = seen + opaque(0.10f, 0.28f, 0.54f) * (bell(toSeam, 1.3f) * (0.12f + 0.6f * aside * aside));
-    seen = seen + opaque(0.12f, 0.33f, 0.62f) * bell(toJoint - 4, 1.6f);
+    seen = seen + opaque(0.10f, 0.28f, 0.60f) * bell(toJoint - 4, 1.4f);
     for (int i = 0; i < 3; i++)
         seen = seen + opaque(0.36f, 0.46f, 0.56f) *
                           bell(std::hypot(toJoint - 18, (within - 0.25f - 0.25f * float(i)) * tall), 1.7f);

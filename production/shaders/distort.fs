@@ -76,7 +76,7 @@ Blade bladeAt(vec2 ray, bool struck) {
 // them throws the picture, and how near the next thread is, up to 1 on it.
 vec3 crackedAt(vec2 ray) {
     const float spokes = 11.0, rungs = 3.4;  // rungs to a screen height
-    float breadth = 2.6 * abs(dFdy(place.y));  // of a thread; no slope is known where neighbours have returned
+    float breadth = 3.8 * abs(dFdy(place.y));  // of a thread; no slope is known where neighbours have returned
     float angle = atan(ray.y, ray.x), radius = length(ray);
     float spoke = spokes * ((angle + 0.25 * sin(2.0 * angle + 1.0)) / 6.2831853 + 0.5);
     float sector = floor(spoke), side = spoke - sector;
@@ -182,5 +182,5 @@ void main() {
     color += crack.z * light * (1.0 - min(color, 1.0));
     // Black stays black under the sheen.
     float most = max(color.r, max(color.g, color.b));
-    gl_FragColor = vec4(color * most * most / (most * most + 0.08), 1.0) * gl_Color;
+    gl_FragColor = vec4(color * most * most / (most * most + 0.035), 1.0) * gl_Color;
 }
