@@ -108,26 +108,19 @@ Shape glass() {
                    stretch({glassFrom - breath, low, -glassHalf}, {0, 0, 2 * glassHalf}, 5)});
 }
 
-// How an underside leans, by the quarter of the box that it lies in. So what a viewer sees above him throws
-// back none of the glow beyond the heap but at its sides: all of it did when it looked straight down, and
-// that lay over the whole heap as a veil.
-Vec outwards(double x, double z) {
-    return Vec{x < 0 ? -1.0 : 1.0, 0, z < 0 ? -1.0 : 1.0} * 0.2;
-}
-
-// Under the floor: timber, a picture to each quarter.
+// Under the floor: timber, vaulted to the light. Flat, all of it would throw back the glow beyond the heap at
+// once, and that would lie over the heap as a veil; leaning all one way, the comet would fill it from under
+// the top storeys.
 Shape soffit() {
-    constexpr double edge = 1.2, y = -halfHeight - 0.05;
+    constexpr double edge = 1.2, y = -halfHeight - 0.05, vault = 0.3;
     constexpr double length = halfLength - edge, width = halfWidth - edge;
     std::vector<Shape> quarters;
     for (const double x : {-length, 0.0})
-        for (const double z : {-width, 0.0}) {
-            const Shape sheeting = sheet({x, y, z}, {length, 0, 0}, {0, 0, width});
-            quarters.push_back(shaded(painted(sheeting, hull::timber), [=](Vec, Vec normal) {
-                return normal + outwards(x + length / 2, z + width / 2);
-            }));
-        }
-    return joined(quarters);
+        for (const double z : {-width, 0.0})
+            quarters.push_back(sheet({x, y, z}, {length, 0, 0}, {0, 0, width}));
+    return shaded(painted(joined(quarters), hull::timber), [](Vec p, Vec normal) {
+        return normal + Vec{p.x / length, 0, p.z / width} * vault;
+    });
 }
 
 Shape hedge() {
@@ -215,7 +208,6 @@ void makeHeapBox(const char* path) {
     // A breath of a curve, so that a light crosses a slab instead of filling it at once.
     const auto curved = [](Vec p, Vec normal) {
         if (normal.y > 0.5) return normal + Vec{0.9 * p.x / halfLength, 0, 0.9 * p.z / halfWidth};
-        if (normal.y < -0.5) return normal + outwards(p.x, p.z);
         return normal + Vec{0.3 * p.x / halfLength, -0.35, 0.2 * p.z / halfWidth};
     };
     const Shape slabs =
