@@ -26,7 +26,14 @@ struct Blade {
     vec2 across, along;
 };
 
-float random(float seed) { return fract(sin(seed * 12.9898) * 43758.5453); }
+// The remainder of a whole number. Halves, since a quotient may fall short of the whole that it should be.
+float within289(float number) { return number - 289.0 * floor((number + 0.5) / 289.0); }
+
+// 0 to 1, of a whole number: in whole numbers throughout, which are the same on every card. Sines are not.
+float random(float seed) {
+    float first = within289(seed), second = within289((34.0 * first + 1.0) * first + 7.0);
+    return within289((34.0 * second + 1.0) * second) / 289.0;
+}
 
 Blade ribbon(vec2 ray) {
     const float paneHalf = 0.22, width = 0.15;
