@@ -1,5 +1,6 @@
 #include "tools/whole_file.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -15,6 +16,8 @@ std::string unfinishedPath(const std::string& path) {
 bool writeUnfinished(const std::string& path, const std::string& content) {
     FILE* file = fopen(unfinishedPath(path).c_str(), "wb");
     if (!file) return false;
+    struct stat before;
+    if (stat(path.c_str(), &before) == 0) fchmod(fileno(file), before.st_mode);
     const bool whole = fwrite(content.data(), 1, content.size(), file) == content.size();
     return fclose(file) == 0 && whole;
 }

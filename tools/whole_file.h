@@ -5,7 +5,7 @@
 
 // Where a file grows, beside its place.
 std::string unfinishedPath(const std::string& path);
-// Writes it there. False with the cause in errno.
+// Writes it there, with the rights of what is in its place. False with the cause in errno.
 bool writeUnfinished(const std::string& path, const std::string& content);
 
 // Moves it to its place if it was written, else removes it. False with the cause in errno, if there is one.

@@ -5,6 +5,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <sstream>
 
 #include "tools/formatted.h"
@@ -100,7 +101,10 @@ void BackgroundBuild::tellNews() {
 }
 
 std::string BackgroundBuild::whatIsShown() const {
-    return newer.empty() ? "" : "shown is older than " + listed(newer);
+    if (newer.empty()) return "";
+    const bool some = std::includes(shared.begin(), shared.end(), newer.begin(), newer.end());
+    return some ? "the music, pictures and models are older than " + listed(newer)
+                : "shown is older than " + listed(newer);
 }
 
 std::string BackgroundBuild::whatIsMade() const {
@@ -112,6 +116,7 @@ void BackgroundBuild::start() {
     requested = outdated = false;
     seen = newer;
     said.clear();
+    latest.clear();
     int ends[2];
     if (pipe2(ends, O_CLOEXEC) != 0) return;
     // In a group of its own, so that all of it can be ended.
@@ -129,8 +134,8 @@ void BackgroundBuild::start() {
 void BackgroundBuild::listen() {
     char block[4096];
     for (ssize_t got; (got = read(output, block, sizeof block)) > 0;) said.append(block, size_t(got));
-    const size_t end = said.find_last_not_of('\n');
-    if (end == std::string::npos) return;
-    const size_t before = said.find_last_of('\n', end);
-    latest = said.substr(before == std::string::npos ? 0 : before + 1, end + 1 - (before + 1));
+    // Not the lines of a warning, nor those that a tool says in between.
+    std::istringstream lines(said);
+    for (std::string line; std::getline(lines, line);)
+        if (line.starts_with("[") || line.starts_with("Waiting ") || latest.empty()) latest = line;
 }

@@ -12,9 +12,10 @@ struct BackgroundBuild {
     std::vector<std::string> command;  // none if empty
     std::string root;                  // the sources' folder, which the errors are told without
     std::string problem;               // the errors in what the last run said; empty if it was good
-    std::string latest;                // the last line that the present run has said
+    std::string latest;                // what the present run has said last of what it does
     std::set<std::string>
         newer;  // sources of which a younger text was saved than what is shown was made from
+    std::set<std::string> shared;   // those of `newer` which only some of what is shown is made from
     std::vector<std::string> news;  // lines, for whoever takes them
 
     ~BackgroundBuild();
@@ -26,7 +27,8 @@ struct BackgroundBuild {
     // standard error too.
     bool poll();
     bool running() const { return process > 0; }
-    // "shown is older than production/music/score.cpp", or empty.
+    // "shown is older than production/music/score.cpp", or "what is made of script/show_times.h is older", or
+    // empty.
     std::string whatIsShown() const;
     // "making: [3/9] ...; shown is older than ..."; empty while nothing is made.
     std::string whatIsMade() const;

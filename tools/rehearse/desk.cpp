@@ -101,8 +101,13 @@ std::vector<std::string> linesOf(const std::vector<std::string>& problems) {
     for (const std::string& problem : problems) {
         std::istringstream text(problem);
         for (std::string line; std::getline(text, line);) {
-            for (size_t at = 0; at == 0 || at < line.size(); at += lineLetters)
-                lines.push_back((at ? "  " : "") + line.substr(at, lineLetters));
+            for (; line.size() > lineLetters; line.insert(0, "  ")) {
+                const size_t gap = line.find_last_of(' ', lineLetters);
+                const bool words = gap != std::string::npos && gap > lineLetters / 2;
+                lines.push_back(line.substr(0, words ? gap : lineLetters));
+                line.erase(0, words ? gap + 1 : lineLetters);
+            }
+            lines.push_back(line);
         }
     }
     if (lines.size() > problemLines) {
@@ -131,13 +136,13 @@ void drawMessages(float y, const DeskState& state) {
     std::vector<std::string> shown(
         state.messages.end() - std::min<ptrdiff_t>(shownMessages, std::ssize(state.messages)),
         state.messages.end());
-    if (!state.working.empty()) shown.push_back(state.working);
+    shown.insert(shown.end(), state.working.begin(), state.working.end());
     for (size_t i = 0; i < shown.size(); i++) {
         const std::string& text = shown[shown.size() - 1 - i];
         const float width = textWidth(fixed8x13, text.c_str());
         fillBox(4, y, width + 20, lineHeight, Ink{0.02f, 0.025f, 0.04f, 0.70f});
         const float level = 1 - 0.12f * float(i);
-        const bool work = i == 0 && !state.working.empty();
+        const bool work = i < state.working.size();
         write(14, y + 4, fixed8x13, work ? beating : plain.faded(level), text.c_str());
         y += lineHeight;
     }
@@ -152,14 +157,21 @@ void drawHelp() {
         {"PgUp PgDn", "thirty seconds back, on"},
         {"Home", "to the start, or the loop's"},
         {"l", "loop this segment"},
+        {"n", "the numbers of what is drawn"},
+        {"wheel, drag", "turn the number under the mouse"},
+        {"arrows", "in that list: choose, and turn"},
+        {"Enter", "write the number into its source"},
+        {"Ctrl+Z Ctrl+Y", "undo, redo"},
+        {"c", "before and after"},
         {"Shift and drag", "loop a part of the timeline"},
+        {"drag a cut", "move it, by beats; with Shift freely"},
         {"Space", "tap the beat"},
         {"q w, a s", "the counters Q and A"},
         {"F11", "screenshot"},
         {"Tab", "hide or show the desk"},
-        {"Esc", "end the loop, then the rehearsal"},
+        {"Esc", "close the list, end the loop, then the rehearsal"},
     };
-    constexpr float width = 330, rowHeight = 18;
+    constexpr float width = 390, rowHeight = 17;
     const float height = rowHeight * std::size(rows) + 20;
     const float x = (screenWidth - width) / 2, y = (screenHeight - height) / 2 + 20;
     drawPane(x, y, width, height);
@@ -200,7 +212,10 @@ std::string describe(const DeskState& state) {
                       state.millisecondsPerFrame);
     text += formatted("Q: %d\nA: %d\n", state.counterQ, state.counterA);
     if (state.loop) text += formatted("loop: %d %d\n", state.loop->from, state.loop->to);
-    if (!state.working.empty()) text += "working: " + state.working + "\n";
+    for (const std::string& work : state.working) text += "working: " + work + "\n";
+    for (const std::string& number : state.numbers) text += "number: " + number + "\n";
+    for (const std::string& number : state.turned) text += "turned: " + number + "\n";
+    if (!state.chosen.empty()) text += "chosen: " + state.chosen + "\n";
     for (const std::string& message : state.messages) text += "message: " + message + "\n";
     for (const std::string& problem : state.problems) {
         std::istringstream lines(problem);

@@ -22,7 +22,11 @@ struct DeskState {
     std::vector<std::string> messages;  // the latest ones, oldest first
     std::vector<std::string> problems;  // what could not be read or compiled; may hold several lines
     std::string waveform;               // of the music, as a check prints it; may still be empty
-    std::string working;                // what is being made in the background
+    std::vector<std::string> working;   // what is being made in the background
+    std::vector<std::string> numbers;   // those that are listed
+    std::vector<std::string> turned;    // those that are not what their sources have
+    std::string chosen;                 // the number that keys turn
+    int cut = -1;                       // the segment whose begin is under the mouse
     bool help = false;                  // the keys are shown
 };
 

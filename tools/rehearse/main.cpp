@@ -1,5 +1,6 @@
 // Rehearses the show: plays it in a window under its author's hands.
 #include <cmath>
+#include <cstdio>
 
 #include "app/app.h"
 #include "app/startup.h"
@@ -43,6 +44,8 @@ bool rehearse(const RehearseOptions& options, char** words) {
     SteppedShow show(Transport::framesPerSecond, SteppedShow::Loaded{});
     Rehearsal rehearsal(show, loading, watch, sources, behindTheShow(makeDataCommand()));
     rehearsal.live = &live;
+    rehearsal.numbers.root = live.folder;
+    rehearsal.numbers.shaders = sources;
     SDL_WM_SetCaption("Valojuova: rehearsal", "Valojuova");
     startMusic(options.soundOutput, "");
     demo->clock.source = &rehearsal.transport;
@@ -53,6 +56,7 @@ bool rehearse(const RehearseOptions& options, char** words) {
         rehearsal.transport.setPosition(int(std::lround(options.second * 1000)));
         if (!options.held) rehearsal.transport.goOn();
     }
+    rehearsal.list.open = options.numbers;
     rehearsal.stateFile = options.stateFile;
     rehearsal.pictureFile = options.pictureFile;
     held.release();
@@ -62,6 +66,8 @@ bool rehearse(const RehearseOptions& options, char** words) {
         while (SDL_PollEvent(&event)) rehearsal.handleEvent(event);
         rehearsal.frame();
     }
+    for (const std::string& number : rehearsal.numbers.unwritten())
+        fprintf(stderr, "not written: %s\n", number.c_str());
     return rehearsal.wrote || options.pictureFile.empty();
 }
 

@@ -11,6 +11,7 @@ constexpr char usage[] =
     "below data/, production/, script/ and effects/ is shown at once. F1 tells the keys.\n"
     "\n"
     " --held             hold at SECOND\n"
+    " --numbers          begin with the list of the numbers that can be turned\n"
     " --state FILE       keep what the desk shows in FILE too, as lines \"name: value\"\n"
     " --picture FILE.png hold at SECOND, write what the window shows to FILE.png, and end\n"
     " -alsa, -oss, -esd, -nosound\n"
@@ -20,6 +21,7 @@ constexpr char usage[] =
 void readOption(const std::string& option, const char* value, RehearseOptions* options) {
     if (option.empty()) options->second = secondOfShow(value);
     if (option == "--held") options->held = true;
+    if (option == "--numbers") options->numbers = true;
     if (option == "--state") options->stateFile = value;
     if (option == "--picture") options->pictureFile = value;
     if (option.starts_with("-") && !option.starts_with("--")) {
@@ -33,7 +35,8 @@ void readOption(const std::string& option, const char* value, RehearseOptions* o
 RehearseOptions parseRehearseOptions(int argc, const char* const* argv) {
     RehearseOptions options;
     readCommandLine(
-        argc, argv, usage, {"--held", "--state=", "--picture=", "-alsa", "-oss", "-esd", "-nosound"},
+        argc, argv, usage,
+        {"--held", "--numbers", "--state=", "--picture=", "-alsa", "-oss", "-esd", "-nosound"},
         [&](const std::string& option, const char* value) { readOption(option, value, &options); });
     if (!options.pictureFile.empty()) options.held = true;
     return options;

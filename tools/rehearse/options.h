@@ -8,6 +8,7 @@
 struct RehearseOptions {
     double second = 0;  // where it begins
     bool held = false;
+    bool numbers = false;  // with the list of numbers open
     int soundOutput = sound::Alsa;
     std::string stateFile;    // none if empty
     std::string pictureFile;  // none if empty; else `held` as well

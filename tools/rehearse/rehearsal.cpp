@@ -4,12 +4,14 @@
 #include <cmath>
 #include <cstdio>
 #include <iterator>
+#include <span>
 
 #include "app/app.h"
 #include "app/frame.h"
 #include "app/keys.h"
 #include "app/screenshot.h"
 #include "render/demo.h"
+#include "script/show_times.h"
 #include "script/timeline.h"
 #include "tools/capture/whole_picture.h"
 #include "tools/rehearse/timeline_strip.h"
@@ -18,9 +20,10 @@
 
 namespace {
 
-constexpr double rateSample = 0.5;  // seconds
-constexpr int idle = 15;            // milliseconds between frames while nothing moves
-constexpr double handsRest = 0.12;  // seconds without a jump, after which what is held is drawn exactly
+constexpr double rateSample = 0.5;   // seconds
+constexpr int idle = 15;             // milliseconds between frames while nothing moves
+constexpr double pixelsPerStep = 4;  // of a number that is dragged
+constexpr double handsRest = 0.12;   // seconds without a jump, after which what is held is drawn exactly
 
 // As long as it is held down.
 bool repeats(SDLKey key) {
@@ -58,6 +61,10 @@ constexpr KeyRow keys[] = {
     {SDLK_PERIOD, [](Rehearsal& r) { r.transport.step(1); }},
     {SDLK_HOME, [](Rehearsal& r) { r.transport.setPosition(r.transport.loop ? r.transport.loop->from : 0); }},
     {SDLK_l, [](Rehearsal& r) { r.loopSegment(); }},
+    {SDLK_n, [](Rehearsal& r) { r.toggleList(); }},
+    {SDLK_c, [](Rehearsal& r) { r.compare(); }},
+    {SDLK_RETURN, [](Rehearsal& r) { r.numbers.write(r.numbers.chosen); }},
+    {SDLK_KP_ENTER, [](Rehearsal& r) { r.numbers.write(r.numbers.chosen); }},
     {SDLK_SPACE, [](Rehearsal& r) { r.tap(); }},
     {SDLK_ESCAPE,
      [](Rehearsal& r) {
@@ -65,6 +72,29 @@ constexpr KeyRow keys[] = {
          r.transport.loop.reset();
      }},
 };
+
+// Those of the list of numbers while it is open.
+constexpr KeyRow listKeys[] = {
+    {SDLK_UP, [](Rehearsal& r) { r.choose(-1); }},
+    {SDLK_DOWN, [](Rehearsal& r) { r.choose(1); }},
+    {SDLK_LEFT, [](Rehearsal& r) { r.turnChosen(-1); }},
+    {SDLK_RIGHT, [](Rehearsal& r) { r.turnChosen(1); }},
+    {SDLK_ESCAPE, [](Rehearsal& r) { r.list.open = false; }},
+};
+
+// Those with Ctrl.
+constexpr KeyRow controlKeys[] = {
+    {SDLK_z, [](Rehearsal& r) { r.undo(); }},
+    {SDLK_y, [](Rehearsal& r) { r.redo(); }},
+};
+
+bool actOn(std::span<const KeyRow> rows, SDLKey key, Rehearsal* rehearsal) {
+    const auto row =
+        std::find_if(rows.begin(), rows.end(), [&](const KeyRow& known) { return known.key == key; });
+    if (row == rows.end()) return false;
+    row->act(*rehearsal);
+    return true;
+}
 
 }  // namespace
 
@@ -105,6 +135,8 @@ void Rehearsal::keepComeback() {
     state.deskShown = deskShown;
     state.counterQ = app.counterQ;
     state.counterA = app.counterA;
+    const std::vector<std::string> turned = numbers.unwritten();
+    state.turned = turned.empty() ? "" : turned.front();
     state.builds = {build.process, live->build.process};
     setComeback(state);
 }
@@ -121,15 +153,13 @@ void Rehearsal::handleEvent(const SDL_Event& event) {
             hands.down.erase(event.key.keysym.sym);
             break;
         case SDL_MOUSEBUTTONDOWN:
-            if (event.button.button == SDL_BUTTON_LEFT && deskShown)
-                press(event.button.x, event.button.y,
-                      hands.down.contains(SDLK_LSHIFT) || hands.down.contains(SDLK_RSHIFT));
+            if (deskShown) pressButton(event.button);
             break;
         case SDL_MOUSEMOTION:
             drag(event.motion.x, event.motion.y);
             break;
         case SDL_MOUSEBUTTONUP:
-            if (event.button.button == SDL_BUTTON_LEFT) hands.dragged = Hands::nothing;
+            if (event.button.button == SDL_BUTTON_LEFT) release();
             break;
         case SDL_QUIT:
             done = true;
@@ -143,9 +173,9 @@ void Rehearsal::handleKey(const SDL_KeyboardEvent& key) {
     const SDLKey symbol = key.keysym.sym;
     // Alt and Tab is the desktop's.
     if (symbol == SDLK_TAB && (key.keysym.mod & KMOD_ALT)) return;
-    const auto row = std::find_if(std::begin(keys), std::end(keys),
-                                  [&](const KeyRow& known) { return known.key == symbol; });
-    if (row != std::end(keys)) return row->act(*this);
+    if (hands.holds(SDLK_LCTRL, SDLK_RCTRL) && actOn(controlKeys, symbol, this)) return;
+    if (list.open && deskShown && actOn(listKeys, symbol, this)) return;
+    if (actOn(keys, symbol, this)) return;
     // Not from the frame's time, as the show's own: several may come within a frame.
     if (const float seconds = seekSeconds(symbol))
         transport.setPosition(transport.position() + milliseconds(seconds));
@@ -161,16 +191,37 @@ void Rehearsal::tap() {
     shown = Shown::tapped;
 }
 
+void Rehearsal::pressButton(const SDL_MouseButtonEvent& button) {
+    const int x = button.x, y = button.y;
+    if (button.button == SDL_BUTTON_WHEELUP) turnWheel(x, y, 1);
+    if (button.button == SDL_BUTTON_WHEELDOWN) turnWheel(x, y, -1);
+    if (button.button != SDL_BUTTON_LEFT) return;
+    if (list.isOn(x, y))
+        takeNumber(list.numberAt(numbers, x, y), Hands::number, x);
+    else
+        press(x, y, hands.holds(SDLK_LSHIFT, SDLK_RSHIFT));
+}
+
 void Rehearsal::press(int x, int y, bool forLoop) {
     const int ms = timelineAt(x, y, transport.end, false);
     if (ms < 0) return;
+    const int cut = forLoop ? -1 : cutAt(x, y, transport.end);
+    if (cut > 0) {
+        loadNumbers();
+        return takeNumber(numbers.cutOf(cut), Hands::cut, ms);
+    }
     hands.dragged = forLoop ? Hands::loopEdge : Hands::position;
     hands.dragStart = ms;
     if (!forLoop) transport.setPosition(ms);
 }
 
 void Rehearsal::drag(int x, int y) {
+    if (hands.dragged == Hands::number) return turnTo(double(x - hands.dragStart) / pixelsPerStep);
     desk.pointer = timelineAt(x, y, transport.end, hands.dragged != Hands::nothing);
+    if (hands.dragged == Hands::cut) return dragCut(desk.pointer - hands.dragStart);
+    desk.cut = cutAt(x, y, transport.end);
+    const int number = list.numberAt(numbers, x, y);
+    if (number >= 0 && hands.dragged == Hands::nothing) numbers.chosen = number;
     if (hands.dragged == Hands::position) transport.setPosition(desk.pointer);
     if (hands.dragged == Hands::loopEdge) transport.setLoop(hands.dragStart, desk.pointer);
 }
@@ -178,6 +229,93 @@ void Rehearsal::drag(int x, int y) {
 void Rehearsal::loopSegment() {
     const int row = std::min(entryAt(transport.position()), int(programme().size()) - 2);
     transport.setLoop(milliseconds(programme()[row].begin), milliseconds(programme()[row + 1].begin));
+}
+
+void Rehearsal::toggleList() {
+    list.open = !list.open || !deskShown;
+    if (list.open) deskShown = true;
+    if (list.open && (!live || live->build.command.empty()))
+        app.messages.post("the numbers are where the sources are: in a built copy of them");
+}
+
+// What is linked has none that could be turned.
+void Rehearsal::loadNumbers() {
+    if (live && live->load()) takeCode();
+    if (numbers.follow(reload.loading)) list.scroll(numbers, 0);
+}
+
+void Rehearsal::choose(int steps) {
+    numbers.choose(steps);
+    list.reveal(numbers);
+}
+
+void Rehearsal::turnChosen(int steps) {
+    if (numbers.chosen < 0) return;
+    const double finer = hands.holds(SDLK_LSHIFT, SDLK_RSHIFT) ? 10
+                         : hands.holds(SDLK_LCTRL, SDLK_RCTRL) ? 0.1
+                                                               : 1;
+    if (numbers.turn(numbers.chosen, steps * finer)) seeNumbers();
+}
+
+void Rehearsal::turnWheel(int x, int y, int steps) {
+    const int number = list.numberAt(numbers, x, y);
+    if (list.isOn(x, y) && number < 0) return list.scroll(numbers, -3 * steps);
+    if (!list.open) return;
+    if (number >= 0) numbers.chosen = number;
+    turnChosen(steps);
+}
+
+// `from` is where the mouse is: pixels or milliseconds.
+void Rehearsal::takeNumber(int number, Hands::Dragged what, int from) {
+    if (number < 0) return;
+    numbers.chosen = number;
+    hands.dragged = what;
+    hands.dragStart = from;
+    hands.turnedFrom = numbers.all[size_t(number)].now;
+    numbers.endGesture();
+}
+
+void Rehearsal::turnTo(double steps) {
+    if (numbers.chosen >= 0 && numbers.turn(numbers.chosen, std::round(steps), hands.turnedFrom))
+        seeNumbers();
+}
+
+// By whole beats, as the cuts lie on the music; with Shift by milliseconds.
+void Rehearsal::dragCut(int ms) {
+    if (numbers.chosen < 0) return;
+    const double beat = 60000.0 / showtime::beatsPerMinute;
+    const double by = hands.holds(SDLK_LSHIFT, SDLK_RSHIFT) ? ms : std::round(ms / beat) * beat;
+    const int to = int(std::lround(std::atoi(hands.turnedFrom.c_str()) + by));
+    if (numbers.turnTo(numbers.chosen, std::to_string(to))) seeNumbers();
+}
+
+void Rehearsal::release() {
+    if (hands.dragged == Hands::cut && numbers.chosen >= 0 && numbers.all[size_t(numbers.chosen)].turned()) {
+        const TurnableNumber& cut = numbers.all[size_t(numbers.chosen)];
+        app.messages.post("%s = %s, in the source %s: Enter writes it", cut.place().c_str(), cut.now.c_str(),
+                          cut.source.c_str());
+    }
+    hands.dragged = Hands::nothing;
+    numbers.endGesture();
+}
+
+void Rehearsal::undo() {
+    if (numbers.undo()) seeNumbers();
+}
+
+void Rehearsal::redo() {
+    if (numbers.redo()) seeNumbers();
+}
+
+void Rehearsal::compare() {
+    numbers.compare();
+    seeNumbers();
+}
+
+void Rehearsal::seeNumbers() {
+    list.reveal(numbers);
+    followProgramme();
+    redraw();
 }
 
 void Rehearsal::redraw() {
@@ -194,14 +332,22 @@ void Rehearsal::frame() {
         loaded++;
         redraw();
     }
+    if (list.open)
+        loadNumbers();
+    else
+        numbers.follow(reload.loading);
     transport.turn();
     const bool settled = shown == Shown::exact || shown == Shown::tapped;
     const bool still = transport.held && !transport.jumped && settled;
     transport.held ? drawHeld() : drawPlaying();
     if (app.screenshotRequested) saveScreenshot();
     describeDesk();
-    if (deskShown) drawDesk(desk);
-    if (!pictureFile.empty() && shown == Shown::exact && reload.idle()) {
+    if (deskShown) {
+        drawDesk(desk);
+        drawNumbers(numbers, list);
+    }
+    const bool listed = !list.open || !numbers.listed.empty() || !live || !live->build.problem.empty();
+    if (!pictureFile.empty() && shown == Shown::exact && reload.idle() && listed) {
         wrote = writeScreen(pictureFile);
         done = true;
     }
@@ -216,10 +362,12 @@ void Rehearsal::drawPlaying() {
     transport.jumped = false;
     shown = Shown::nothing;
     const double before = steadySeconds();
+    numbers.beginFrame();
     drawFrame();
     glFinish();
     rate.count(steadySeconds() - before, &desk);
     shownEntry = entryAt(milliseconds(demo->clock.time()));
+    numbers.endFrame(shownEntry);
 }
 
 void Rehearsal::drawHeld() {
@@ -234,7 +382,7 @@ void Rehearsal::drawHeld() {
         shown = next ? Shown::exact : Shown::quick;
     } else if (shown == Shown::quick && hands.dragged != Hands::position && now - lastJump > handsRest) {
         start.restoreShow(&show);
-        start.restoreGl();
+        restoreGl();
         drawStepped(target);
         shown = Shown::exact;
     } else {
@@ -244,19 +392,27 @@ void Rehearsal::drawHeld() {
 
 void Rehearsal::skipTo(int target) {
     start.restoreShow(&show);
-    if (entryAt(millisecondsOf(target)) != shownEntry) start.restoreGl();
+    if (entryAt(millisecondsOf(target)) != shownEntry) restoreGl();
     demo->clock.source = &show.music;
     show.skipTo(target);
     demo->clock.source = &transport;
 }
 
+void Rehearsal::restoreGl() {
+    start.restoreGl();
+    numbers.giveUniforms();
+}
+
 // The frame as a film of the show has it, if nothing but such frames were drawn since the start.
 void Rehearsal::drawStepped(int target) {
     demo->clock.source = &show.music;
+    show.drawRunUp(target);
+    numbers.beginFrame();
     show.draw(target);
     demo->clock.source = &transport;
     picture.keep();
     shownEntry = entryAt(millisecondsOf(target));
+    numbers.endFrame(shownEntry);
 }
 
 void Rehearsal::lookForChanges() {
@@ -281,16 +437,22 @@ void Rehearsal::requestBuilds(const std::string& path) {
     if (!live || !live->isSource(path)) return;
     live->build.request(path);
     // Music is written to the show's times; pictures and models are made to what scenes have in headers, too.
-    if (path.ends_with(".h")) build.request(path);
+    if (!path.ends_with(".h")) return;
+    build.shared.insert(path);
+    build.request(path);
 }
 
 // Effects are made anew by it when they are brought to where they are.
 void Rehearsal::takeCode() {
-    transport.end = desk.end = milliseconds(programme().back().begin);
-    if (transport.loop) transport.setLoop(transport.loop->from, transport.loop->to);
+    followProgramme();
     reload.takeNewRows();
     loaded++;
     redraw();
+}
+
+void Rehearsal::followProgramme() {
+    transport.end = desk.end = milliseconds(programme().back().begin);
+    if (transport.loop) transport.setLoop(transport.loop->from, transport.loop->to);
 }
 
 void Rehearsal::describeDesk() {
@@ -306,6 +468,8 @@ void Rehearsal::describeDesk() {
     desk.problems.clear();
     for (const auto& [file, problem] : reload.loading.problems) desk.problems.push_back(problem);
     post(&reload.news);
+    post(&numbers.news);
+    describeNumbers();
     describeBuild(build, build.problem);
     if (live) describeBuild(live->build, live->build.problem.empty() ? live->problem : live->build.problem);
     desk.messages.clear();
@@ -315,8 +479,17 @@ void Rehearsal::describeDesk() {
 
 void Rehearsal::describeBuild(BackgroundBuild& one, const std::string& problem) {
     post(&one.news);
-    if (one.running()) desk.working = one.whatIsMade();
+    if (one.running()) desk.working.push_back(one.whatIsMade());
     if (problem.empty()) return;
     desk.problems.push_back(problem);
     if (!one.newer.empty()) desk.problems.back().append("\n").append(one.whatIsShown());
+}
+
+void Rehearsal::describeNumbers() {
+    desk.numbers.clear();
+    if (list.open)
+        for (const int i : numbers.listed)
+            desk.numbers.push_back(numbers.all[size_t(i)].place() + " = " + numbers.all[size_t(i)].now);
+    desk.turned = numbers.unwritten();
+    desk.chosen = numbers.chosen < 0 ? "" : numbers.all[size_t(numbers.chosen)].place();
 }

@@ -11,6 +11,7 @@
 #include "tools/rehearse/desk.h"
 #include "tools/rehearse/fresh_start.h"
 #include "tools/rehearse/live/library.h"
+#include "tools/rehearse/number_list.h"
 #include "tools/rehearse/reload.h"
 #include "tools/rehearse/stored_picture.h"
 #include "tools/rehearse/transport.h"
@@ -28,8 +29,11 @@ enum class Shown {
 struct Hands {
     std::set<SDLKey> down;
     std::set<SDLKey> repeated;  // since the frame before, by being held down
-    enum { nothing, position, loopEdge } dragged = nothing;
-    int dragStart = 0;  // milliseconds
+    enum Dragged { nothing, position, loopEdge, cut, number } dragged = nothing;
+    int dragStart = 0;       // milliseconds or, of a number, pixels
+    std::string turnedFrom;  // what a number was then
+
+    bool holds(SDLKey left, SDLKey right) const { return down.contains(left) || down.contains(right); }
 };
 
 // How fast frames come, sampled twice a second.
@@ -49,6 +53,8 @@ struct Rehearsal {
     Reload reload;
     BackgroundBuild build;     // of the generator and what it makes
     LiveCode* live = nullptr;  // of script/ and effects/, if they are watched
+    Numbers numbers;
+    NumberList list;
     DeskState desk;
     bool deskShown = true;
     Shown shown = Shown::nothing;
@@ -78,6 +84,13 @@ struct Rehearsal {
     void handleKey(const SDL_KeyboardEvent& key);
     void tap();
     void loopSegment();
+    void toggleList();
+    // What keys do to the numbers.
+    void choose(int steps);
+    void turnChosen(int steps);
+    void undo();
+    void redo();
+    void compare();
 
 private:
     StoredPicture picture;  // of what is held
@@ -86,6 +99,17 @@ private:
     double lastJump = 0;  // seconds
     int shownEntry = 0;   // of the frame before
 
+    void loadNumbers();
+    void turnWheel(int x, int y, int steps);
+    void takeNumber(int number, Hands::Dragged what, int from);
+    void turnTo(double steps);
+    void dragCut(int ms);
+    void seeNumbers();
+    void describeNumbers();
+    void followProgramme();
+    void pressButton(const SDL_MouseButtonEvent& button);
+    void release();
+    void restoreGl();
     void requestBuilds(const std::string& path);
     void takeCode();
     void keepComeback();

@@ -61,6 +61,7 @@ void drawSegments(const DeskState& state) {
         fillBox(x0, blocksBottom, x1 - x0 - 1, blocksHeight, segmentInk(i).faded(on ? 0.95f : 0.42f));
         const Ink letters = on ? Ink{0.03f, 0.03f, 0.05f} : Ink{0.93f, 0.94f, 0.97f};
         write(x0 + 4, blocksBottom + 5, helvetica10, letters, fitting(sheet[i].name, x1 - x0 - 6).c_str());
+        if (i == state.cut) fillBox(x0 - 3, blocksBottom - 2, 5, blocksHeight + 4, Ink{1, 1, 1});
     }
 }
 
@@ -120,6 +121,16 @@ int timelineAt(int x, int y, int end, bool dragged) {
     if (!on && !dragged) return -1;
     const double share = std::clamp((x + 0.5 - left) / (right - left), 0.0, 1.0);
     return std::min(int(share * end), end - 1);
+}
+
+int cutAt(int x, int y, int end) {
+    constexpr float near = 4;  // pixels
+    const float up = float(screenHeight - 1 - y);
+    if (up < blocksBottom || up >= blocksBottom + blocksHeight) return -1;
+    const auto sheet = programme();
+    for (int i = 1; i + 1 < int(sheet.size()); i++)
+        if (std::fabs(xAt(sheet[i].begin * 1000.0, end) - float(x)) < near) return i;
+    return -1;
 }
 
 int entryAt(int ms) {

@@ -10,6 +10,9 @@ constexpr float timelineHeight = 112;  // pixels, of the pane that it is on
 // point that is being dragged, the nearest time wherever it is.
 int timelineAt(int x, int y, int end, bool dragged);
 
+// The segment whose begin is under that point, which can be dragged; -1 if there is none.
+int cutAt(int x, int y, int end);
+
 void drawTimeline(const DeskState& state);
 
 // Of a segment's name and block; `entry` counts the programme's rows.

@@ -1,7 +1,7 @@
 #include "tools/rehearse/uniforms.h"
 
+#include <iterator>
 #include <string>
-#include <vector>
 
 namespace {
 
@@ -65,5 +65,14 @@ void copyUniforms(GLhandleARB from, GLhandleARB to) {
             set(uniform, values);
         }
     }
+    glUseProgramObjectARB(0);
+}
+
+void setUniform(GLhandleARB program, const char* name, const std::vector<float>& values) {
+    constexpr GLenum types[] = {GL_FLOAT, GL_FLOAT_VEC2_ARB, GL_FLOAT_VEC3_ARB, GL_FLOAT_VEC4_ARB};
+    const GLint location = glGetUniformLocationARB(program, name);
+    if (location < 0 || values.size() > std::size(types)) return;
+    glUseProgramObjectARB(program);
+    set({name, types[values.size() - 1], location}, values.data());
     glUseProgramObjectARB(0);
 }

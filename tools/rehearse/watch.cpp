@@ -99,7 +99,10 @@ void Watch::takeEvent(const inotify_event& event, Changes* changes) {
         changes->saved.insert(path);
         changes->gone.erase(path);
     }
-    if (event.mask & go) changes->gone.insert(path);
+    if (event.mask & go) {
+        changes->gone.insert(path);
+        changes->saved.erase(path);  // it was on its way to another place
+    }
 }
 
 void Watch::folderChanged(uint32_t mask, const std::string& folder, Changes* changes) {

@@ -104,15 +104,21 @@ std::optional<Comeback> takeComeback() {
     text >> state.ms >> state.held >> loop.from >> loop.to >> state.deskShown >> state.counterQ >>
         state.counterA >> state.begin;
     text.ignore();
-    for (std::string* line : {&state.before, &state.failed, &state.sources}) std::getline(text, *line);
+    for (std::string* line : {&state.before, &state.failed, &state.sources, &state.turned})
+        std::getline(text, *line);
     if (loop.to > 0) state.loop = loop;
     const std::string place = placeIn(state);
     const std::string what = handed.signal == loopSignal
                                  ? formatted("did not return within %d s", longestWork)
                                  : std::string("crashed: ") + strsignal(handed.signal);
     const std::string where = place.empty() ? state.sources.substr(0, state.sources.find(',')) : place;
-    state.problem =
-        where + (where.empty() ? "" : ": ") + "the new code " + what + "; the code before goes on";
+    if (state.turned.empty()) {
+        state.problem =
+            where + (where.empty() ? "" : ": ") + "the new code " + what + "; the code before goes on";
+    } else {
+        std::swap(state.before, state.failed);
+        state.problem = state.turned + ": the code " + what + " with it; the source's goes on";
+    }
     // It is that of the link by which it was started; who waits for this process looks for the old one.
     prctl(PR_SET_NAME, program_invocation_short_name);
     return state;
@@ -147,9 +153,10 @@ void setComeback(const Comeback& state) {
         return;
     }
     const Loop loop = state.loop.value_or(Loop{0, 0});
-    snprintf(handed.state, sizeof handed.state, "%d %d %d %d %d %d %d %zu\n%s\n%s\n%s\n", state.ms,
+    snprintf(handed.state, sizeof handed.state, "%d %d %d %d %d %d %d %zu\n%s\n%s\n%s\n%s\n", state.ms,
              state.held, loop.from, loop.to, state.deskShown, state.counterQ, state.counterA,
-             size_t(state.begin), state.before.c_str(), state.failed.c_str(), state.sources.c_str());
+             size_t(state.begin), state.before.c_str(), state.failed.c_str(), state.sources.c_str(),
+             state.turned.c_str());
 }
 
 WorkLimit::WorkLimit() {

@@ -23,6 +23,7 @@ struct Comeback {
     std::string failed;   // and the one that did not; empty if there is none that could give way
     uintptr_t begin = 0;  // where that lay in memory, once it was loaded
     std::string sources;  // what was saved between the two, each with a comma behind it
+    std::string turned;   // a number of it that is not what its source has: that is what gives way then
     std::string problem;  // what happened: a line that begins with file and number, where they are known
 };
 

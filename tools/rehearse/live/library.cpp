@@ -93,6 +93,15 @@ bool LiveCode::poll() {
     return take(copyOfBuilt());
 }
 
+bool LiveCode::load() {
+    std::error_code error;
+    const bool unbuilt =
+        build.command.empty() || build.requested || build.running() || !build.problem.empty();
+    if (loadedCode || unbuilt || !problem.empty() || !fs::exists(built, error)) return false;
+    build.seen.clear();
+    return fs::last_write_time(built, error) != failed && take(copyOfBuilt());
+}
+
 bool LiveCode::isLinkedOutdated() const {
     std::error_code error;
     const auto linked = fs::last_write_time("/proc/self/exe", error);

@@ -29,6 +29,9 @@ struct LiveCode {
 
     // Whether that is a source of it.
     bool isSource(const std::string& path) const;
+    // Puts what is built into force already, so that its numbers can be turned. True if it is: there are no
+    // effects then.
+    bool load();
     // Once a frame, while nothing is drawn. True if another library is in force: there are no effects then.
     bool poll();
 

@@ -1,0 +1,159 @@
+#include "tools/rehearse/number_list.h"
+
+#include <algorithm>
+
+#include "render/screen.h"
+#include "tools/formatted.h"
+#include "tools/rehearse/canvas.h"
+#include "tools/rehearse/timeline_strip.h"
+
+namespace {
+
+constexpr Ink bright = {0.97f, 0.98f, 1.00f};
+constexpr Ink plain = {0.80f, 0.83f, 0.88f};
+constexpr Ink quiet = {0.62f, 0.66f, 0.74f};
+constexpr Ink turned = {1.00f, 0.86f, 0.45f};
+
+constexpr float width = 372, rowHeight = 15;
+constexpr float x0 = screenWidth - 4 - width;
+constexpr float top = screenHeight - 62, bottom = timelineHeight + 10;
+constexpr float footHeight = 40;
+constexpr float right = x0 + width - 10;
+constexpr float column = 48;  // of a number
+constexpr size_t columns = 4;
+constexpr int shownRows = int((top - bottom - footHeight - 8) / rowHeight);
+
+// A file's name, or a constant's with some of its numbers.
+struct Row {
+    std::string name;
+    std::vector<int> numbers;
+};
+
+// Where it stands in a table, without the last step.
+std::string groupOf(const std::string& label) {
+    const size_t point = label.rfind('.');
+    return point == std::string::npos ? "" : label.substr(0, point);
+}
+
+bool isCounted(const std::string& label) {
+    return !label.empty() && label.find_first_not_of("0123456789.") == std::string::npos;
+}
+
+std::vector<Row> rowsOf(const Numbers& numbers) {
+    std::vector<Row> rows;
+    const TurnableNumber* before = nullptr;
+    for (const int i : numbers.listed) {
+        const TurnableNumber& number = numbers.all[size_t(i)];
+        if (!before || before->file != number.file) rows.push_back({number.file, {}});
+        const bool together = before && before->file == number.file && before->constant == number.constant &&
+                              isCounted(number.label) && isCounted(before->label) &&
+                              groupOf(before->label) == groupOf(number.label) &&
+                              rows.back().numbers.size() < columns;
+        if (together)
+            rows.back().numbers.push_back(i);
+        else
+            rows.push_back(
+                {isCounted(number.label) ? number.constant + " " + groupOf(number.label) : number.name(),
+                 {i}});
+        before = &number;
+    }
+    return rows;
+}
+
+float baseOf(int shownRow) {
+    return top - 4 - rowHeight * float(shownRow + 1) + 4;
+}
+
+float columnOf(size_t number, size_t count) {
+    return right - column * float(count - 1 - number);
+}
+
+void drawRow(const Numbers& numbers, const Row& row, float base) {
+    if (row.numbers.empty()) {
+        write(x0 + 10, base, helvetica10, quiet, row.name.c_str());
+        return;
+    }
+    write(x0 + 18, base, helvetica12, plain, row.name.c_str());
+    for (size_t i = 0; i < row.numbers.size(); i++) {
+        const TurnableNumber& number = numbers.all[size_t(row.numbers[i])];
+        const std::string& text = numbers.compared ? number.source : number.now;
+        const float x = columnOf(i, row.numbers.size());
+        if (row.numbers[i] == numbers.chosen) {
+            const float across = std::max(textWidth(helvetica12, text.c_str()) + 8, column - 4);
+            fillBox(x + 4 - across, base - 4, across, rowHeight, bright.faded(0.22f));
+        }
+        writeRight(x, base, helvetica12, number.turned() ? turned : bright, text.c_str());
+    }
+}
+
+void drawFoot(const Numbers& numbers) {
+    const float base = bottom + 8;
+    fillBox(x0 + 8, bottom + footHeight - 2, width - 16, 1, bright.faded(0.2f));
+    if (numbers.compared)
+        write(x0 + 10, base, helvetica12, turned, "as the sources have it; c: as it is turned");
+    else
+        write(x0 + 10, base, helvetica10, quiet,
+              "Enter writes it into its source; Ctrl+Z, Ctrl+Y; c compares");
+    if (numbers.chosen < 0) return;
+    const TurnableNumber& number = numbers.all[size_t(numbers.chosen)];
+    std::string text = number.place();
+    if (number.turned()) text += ", in the source " + number.source;
+    if (!number.remark.empty()) text += ": " + number.remark;
+    while (textWidth(helvetica10, text.c_str()) > width - 20) text.pop_back();
+    write(x0 + 10, base + 16, helvetica10, plain, text.c_str());
+}
+
+}  // namespace
+
+bool NumberList::isOn(int x, int y) const {
+    const float up = float(screenHeight - 1 - y);
+    return open && float(x) >= x0 && float(x) < x0 + width && up >= bottom && up < top;
+}
+
+int NumberList::numberAt(const Numbers& numbers, int x, int y) const {
+    if (!isOn(x, y)) return -1;
+    const int shown = int((top - 4 - float(screenHeight - 1 - y)) / rowHeight);
+    const std::vector<Row> rows = rowsOf(numbers);
+    const size_t row = size_t(shown + scrolled);
+    if (shown < 0 || shown >= shownRows || row >= rows.size()) return -1;
+    const std::vector<int>& there = rows[row].numbers;
+    // One alone is pointed at by its name as well.
+    if (there.size() == 1) return there[0];
+    for (size_t i = 0; i < there.size(); i++)
+        if (float(x) < columnOf(i, there.size()) + 4 && float(x) >= columnOf(i, there.size()) + 4 - column)
+            return there[i];
+    return -1;
+}
+
+void NumberList::scroll(const Numbers& numbers, int rows) {
+    scrolled = std::clamp(scrolled + rows, 0, std::max(0, int(rowsOf(numbers).size()) - shownRows));
+}
+
+void NumberList::reveal(const Numbers& numbers) {
+    const std::vector<Row> rows = rowsOf(numbers);
+    for (int i = 0; i < int(rows.size()); i++) {
+        const std::vector<int>& there = rows[size_t(i)].numbers;
+        if (std::find(there.begin(), there.end(), numbers.chosen) == there.end()) continue;
+        scrolled = std::clamp(scrolled, i - shownRows + 1, std::max(i - 1, 0));
+    }
+    scroll(numbers, 0);
+}
+
+void drawNumbers(const Numbers& numbers, const NumberList& list) {
+    if (!list.open) return;
+    beginCanvas();
+    drawPane(x0, bottom, width, top - bottom);
+    const std::vector<Row> rows = rowsOf(numbers);
+    if (rows.empty())
+        write(x0 + 10, baseOf(0), helvetica12, quiet,
+              "the show's code is being built: its numbers come then");
+    for (int i = 0; i < shownRows && i + list.scrolled < int(rows.size()); i++)
+        drawRow(numbers, rows[size_t(i + list.scrolled)], baseOf(i));
+    if (int(rows.size()) > shownRows) {
+        const float all = top - bottom - footHeight - 8, share = float(shownRows) / float(rows.size());
+        const float from = float(list.scrolled) / float(rows.size());
+        fillBox(x0 + width - 5, top - 4 - all * (from + share), 3, all * share, bright.faded(0.35f));
+    }
+    drawFoot(numbers);
+    endCanvas();
+}

@@ -1,0 +1,109 @@
+// The named numbers of what is drawing, under the author's hands: each can be turned, seen at once, undone,
+// compared with what its source has, and written back there.
+#pragma once
+
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "tools/loading/loading.h"
+#include "tools/rehearse/live/code.h"
+#include "tools/rehearse/live/named_numbers.h"
+
+struct TurnableNumber {
+    std::string file;      // as in "effects/robo.cpp" or "data/shaders/boom.fs"
+    std::string constant;  // its name
+    std::string label;     // see WrittenNumber
+    std::string remark;    // what its line says behind "//"
+    int line;
+    size_t at;           // in the file
+    std::string source;  // the digits there
+    std::string now;     // and those it is turned to
+    double size;         // what it, or the greatest beside it, is about; not 0
+    live::Slot* slot;    // nullptr in a shader
+    bool isUniform;      // there
+
+    // The constant's, with the label behind it.
+    std::string name() const;
+    // "effects/robo.cpp:12: turnSpeed"
+    std::string place() const;
+    bool turned() const { return now != source; }
+};
+
+struct Numbers {
+    std::string root;     // what script/ and effects/ lie in, with a slash at its end unless it is empty
+    std::string shaders;  // the generator's folder, whose shaders are copied below data/; none if empty
+
+    std::vector<TurnableNumber> all;
+    std::vector<int> listed;         // those of what is drawing, and what is turned; by file
+    int chosen = -1;                 // of all
+    bool compared = false;           // what is seen is what the sources have
+    std::vector<std::string> news;   // lines, for whoever takes them
+    const ShowCode* code = nullptr;  // whose they are
+
+    // Where something else is in force than what they are of: takes them anew. What was turned and not
+    // written stays turned if its source has what it had. True if it was so.
+    bool follow(const Loading& loading);
+    // Before and after a frame is drawn: finds out what draws. `entry` is the programme's.
+    void beginFrame();
+    void endFrame(int entry);
+
+    // By so many steps from `start`, digits that it had; a step changes the second of them. False if it is as
+    // it was. What follows closely is undone as one, unless a gesture has ended in between.
+    bool turn(int number, double steps, const std::string& start);
+    bool turn(int number, double steps) { return turn(number, steps, all[size_t(number)].now); }
+    bool turnTo(int number, const std::string& digits);
+    void endGesture() { lastTurn = -1; }
+    bool undo() { return step(-1); }
+    bool redo() { return step(1); }
+    // Between what the sources have and what is turned.
+    void compare();
+    // The next one of the list, or the one before.
+    void choose(int steps);
+    // Into its source, that one token; nothing if there is none, or the file is not what it was read from.
+    void write(int number);
+
+    // The number by which an entry of the programme begins; -1 if there is none.
+    int cutOf(int entry) const;
+    // What is turned, each a line.
+    std::vector<std::string> unwritten() const;
+    // To the programs, where a shader's text gives a uniform a value of its own.
+    void giveUniforms() const;
+
+private:
+    struct Source {
+        std::string path, text;
+        NamedNumbers names;
+        bool* ran;
+        std::vector<int> first;  // by number: which of all it is; -1 if it can't be turned
+    };
+    struct Change {
+        std::string number, before, after;
+    };
+    std::vector<Source> sources;
+    std::map<std::string, std::string> shaderTexts;  // as they are loaded
+    std::map<std::string, std::string> built;  // by program: the texts that it was built from, if others
+    std::vector<Change> changes;
+    size_t done = 0;                       // of the changes
+    double lastTurn = -1;                  // seconds
+    std::set<size_t> drawing;              // of the sources
+    std::set<std::string> drawingShaders;  // their names
+    int drawnEntry = -1;
+
+    void takeSource(const std::string& path, const std::string& text, live::Slot* slots, bool* ran);
+    void list();
+    void addMentioned(size_t source, const std::set<std::string>& names, std::set<int>* found,
+                      std::set<const NamedConstant*>* seen) const;
+    bool put(TurnableNumber& number, const std::string& text);
+    bool step(int direction);
+    std::string pathOf(const TurnableNumber& number, const std::string& text) const;
+    std::string turnedText(const std::string& file) const;
+    bool buildPrograms(const std::string& file);
+};
+
+// The digits `text` turned by so many steps of a number whose source has `source` and whose size is about
+// `size`; whole if it is of an integer, else with an "f" where one of single precision is no integer any
+// more.
+std::string turnedBy(const std::string& text, const std::string& source, double steps, double size,
+                     bool whole, bool single);
