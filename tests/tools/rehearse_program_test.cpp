@@ -236,6 +236,18 @@ public:
         ASSERT_NE(content.find(place), std::string::npos);
         scratch.write(file, content.replace(content.find(place), place.size(), text));
     }
+    // By keys, in the list, where it must be. Returns its place.
+    std::string choose(const std::string& file, const std::string& name) const {
+        const auto isChosen = [&] {
+            const std::string chosen = state("chosen");
+            return chosen.starts_with(file + ":") && chosen.ends_with(": " + name);
+        };
+        EXPECT_TRUE(says("number: " + file)) << contentOf(scratch.file("state"));
+        for (const char* key : {"Down", "Up"})
+            for (int i = 0; i < 100 && !isChosen(); i++) act(std::string("key --window %1 ") + key);
+        EXPECT_TRUE(isChosen()) << state("chosen");
+        return state("chosen");
+    }
 
 private:
     Environment environment;
@@ -326,6 +338,120 @@ TEST_F(RehearseCode, ItsTablesAreLoadedAsTheyAreNow) {
         std::filesystem::rename(scratch.file("saved"), scratch.path / file);
     }
     EXPECT_TRUE(await([&] { return shot() == film; }));
+}
+
+// Of the heap, whose boxes are in mid-turn, by what the file has before and after.
+TEST_F(RehearseCode, ANumberIsTurnedAndWrittenBack) {
+    const std::string heap = "effects/cube_heap.cpp", source = contentOf(heap);
+    rehearse({"70", "--held", "--numbers", "-nosound"});
+    const std::string film = shot();
+    const std::string place = choose(heap, "turnSpeed");
+    act("key --window %1 Right Right Right");
+    ASSERT_TRUE(await([&] { return state("turned") == place + " = 510 (480)"; }));
+    const std::string turned = shot();
+    EXPECT_TRUE(turned != film);
+    act("key --window %1 c");
+    EXPECT_TRUE(shot() == film);
+    act("key --window %1 c");
+    EXPECT_TRUE(shot() == turned);
+    act("key --window %1 ctrl+z");
+    EXPECT_TRUE(await([&] { return state("turned").empty(); }));
+    EXPECT_TRUE(shot() == film);
+    act("key --window %1 ctrl+y");
+    EXPECT_TRUE(await([&] { return !state("turned").empty(); }));
+
+    act("key --window %1 Return");
+    EXPECT_TRUE(says("message: written: " + place + " = 510\n"));
+    std::string expected = source;
+    expected.replace(expected.find("480"), 3, "510");
+    EXPECT_EQ(contentOf(scratch.file(heap)), expected);
+    EXPECT_TRUE(says("message: loaded " + heap)) << contentOf(scratch.file("state"));
+    EXPECT_TRUE(shot() == turned);
+    // Undone, and turned otherwise: the source stays until that is written.
+    act("key --window %1 ctrl+z");
+    EXPECT_TRUE(await([&] { return state("turned") == place + " = 480 (510)"; }));
+    EXPECT_TRUE(shot() == film);
+
+    // One that another hand has changed is left to it.
+    const std::string theirs = "y = 1;\n" + expected;
+    scratch.write(heap, theirs);
+    ASSERT_TRUE(says("problem: " + heap + ":1:1: error: "));
+    act("key --window %1 Return");
+    EXPECT_TRUE(says("message: not written: " + heap + " is not what is shown: it was changed meanwhile\n"));
+    EXPECT_EQ(contentOf(scratch.file(heap)), theirs);
+    EXPECT_EQ(state("turned"), place + " = 480 (510)");
+}
+
+// A cut goes by beats, and not past its neighbour; a save of something else leaves it turned.
+TEST_F(RehearseCode, ACutIsDragged) {
+    const std::string times = "script/show_times.h", source = contentOf(times);
+    rehearse({"70", "--held", "--numbers", "-nosound"});
+    ASSERT_TRUE(await([&] { return !state("number").empty(); }));
+    const std::string cut = std::to_string(xAt(showtime::heap.seconds()));
+    const auto drag = [&](double to) {
+        act("mousemove --window %1 " + cut + " 567 mousedown 1 mousemove --window %1 " +
+            std::to_string(xAt(to)) + " 567 sleep 0.3 mouseup 1");
+    };
+    drag(75);
+    ASSERT_TRUE(await([&] { return state("segment") == "torn tunnel"; })) << contentOf(scratch.file("state"));
+    const int moved = std::atoi(state("turned").substr(state("turned").find("= ") + 2).c_str());
+    EXPECT_NEAR(moved, 75000, 400);
+    const double beats = (moved - showtime::heap.ms) * showtime::beatsPerMinute / 60000.0;
+    EXPECT_NEAR(beats, std::round(beats), 0.002);
+    save("effects/probes.cpp", "probeScale = 0.3f", "probeScale = 0.31f");
+    ASSERT_TRUE(says("message: loaded effects/probes.cpp")) << contentOf(scratch.file("state"));
+    EXPECT_EQ(state("segment"), "torn tunnel");
+    act("key --window %1 Return");
+    ASSERT_TRUE(says("message: written: " + times));
+    std::string expected = source;
+    expected.replace(expected.find("62761"), 5, std::to_string(moved));
+    EXPECT_EQ(contentOf(scratch.file(times)), expected);
+    act("key --window %1 ctrl+z");
+    EXPECT_TRUE(await([&] { return state("segment") == "heap"; }));
+    drag(100);
+    EXPECT_TRUE(await([&] { return state("segment") == "torn tunnel"; }));
+    EXPECT_EQ(state("bounds").find(" - 1:18.030"), std::string::npos);
+}
+
+// What the compiler needs as a constant is none of them, and a crash by a number leads back to the source's.
+// Shaders have numbers, too: what a uniform is unless it is told, and constants.
+TEST_F(RehearseCode, EveryKindOfNumberIsTurned) {
+    const std::string probes = "effects/probes.cpp", top = "constexpr float probeScale",
+                      draw = "void Probes::draw() {\n";
+    const std::string shader = "data/shaders/smoke2.fs";
+    std::string code = "#include <array>\n" + contentOf(probes);
+    code.insert(code.find(top),
+                "constexpr int lanes = 2;\nconstexpr int parts = 1;\nstd::array<int, 2 * lanes> inLanes;\n");
+    code.insert(code.find(draw) + draw.size(), "    inLanes[0] = 10 / parts;\n");
+    scratch.write(probes, code);
+    std::string text = contentOf(shader);
+    text.replace(text.find("110"), 3, "120");
+    text.insert(text.find("void main"), "uniform float gain = 1.0;\nconst float lift = 0.0;\n");
+    text.insert(text.rfind('}'), "gl_FragColor.rgb = gain * gl_FragColor.rgb + lift;\n");
+    std::filesystem::remove(scratch.path / shader);
+    scratch.write(shader, text);
+    rehearse({"90", "--held", "--numbers", "-nosound"});
+    ASSERT_TRUE(says("number: " + probes)) << contentOf(scratch.file("state"));
+    EXPECT_EQ(contentOf(scratch.file("state")).find(": lanes"), std::string::npos);
+    const std::string film = shot();
+    std::string before = film;
+    for (const char* name : {"gain", "lift"}) {
+        choose(shader, name);
+        act("key --window %1 Right Right");
+        const std::string turned = shot();
+        EXPECT_TRUE(turned != before) << name;
+        act("key --window %1 Return");
+        ASSERT_TRUE(says("message: loaded " + shader)) << contentOf(scratch.file("state"));
+        EXPECT_TRUE(shot() == turned) << name;
+        before = turned;
+    }
+    choose(probes, "parts");
+    act("key --window %1 Left");
+    ASSERT_TRUE(says("problem: " + probes)) << contentOf(scratch.file("state"));
+    EXPECT_NE(state("problem").find(": parts = 0 (1): the code crashed: Floating point exception"),
+              std::string::npos)
+        << state("problem");
+    EXPECT_TRUE(shot() == before);
 }
 
 TEST_F(RehearseProgram, WrongWordsAreOneLine) {

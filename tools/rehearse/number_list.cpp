@@ -1,6 +1,7 @@
 #include "tools/rehearse/number_list.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "render/screen.h"
 #include "tools/formatted.h"
@@ -14,14 +15,15 @@ constexpr Ink plain = {0.80f, 0.83f, 0.88f};
 constexpr Ink quiet = {0.62f, 0.66f, 0.74f};
 constexpr Ink turned = {1.00f, 0.86f, 0.45f};
 
-constexpr float width = 372, rowHeight = 15;
+constexpr float width = 328, rowHeight = 15;
 constexpr float x0 = screenWidth - 4 - width;
 constexpr float top = screenHeight - 62, bottom = timelineHeight + 10;
-constexpr float footHeight = 40;
+constexpr float headHeight = 40;  // what is said of the chosen one
+constexpr float rowsTop = top - headHeight - 4;
 constexpr float right = x0 + width - 10;
-constexpr float column = 48;  // of a number
+constexpr float column = 45;  // of a number
 constexpr size_t columns = 4;
-constexpr int shownRows = int((top - bottom - footHeight - 8) / rowHeight);
+constexpr int shownRows = int((rowsTop - bottom - 4) / rowHeight);
 
 // A file's name, or a constant's with some of its numbers.
 struct Row {
@@ -61,7 +63,7 @@ std::vector<Row> rowsOf(const Numbers& numbers) {
 }
 
 float baseOf(int shownRow) {
-    return top - 4 - rowHeight * float(shownRow + 1) + 4;
+    return rowsTop - rowHeight * float(shownRow + 1) + 4;
 }
 
 float columnOf(size_t number, size_t count) {
@@ -86,21 +88,20 @@ void drawRow(const Numbers& numbers, const Row& row, float base) {
     }
 }
 
-void drawFoot(const Numbers& numbers) {
-    const float base = bottom + 8;
-    fillBox(x0 + 8, bottom + footHeight - 2, width - 16, 1, bright.faded(0.2f));
+void drawHead(const Numbers& numbers) {
+    fillBox(x0 + 8, rowsTop + 2, width - 16, 1, bright.faded(0.2f));
     if (numbers.compared)
-        write(x0 + 10, base, helvetica12, turned, "as the sources have it; c: as it is turned");
+        write(x0 + 10, top - 16, helvetica12, turned, "as the sources have it; c: as it is turned");
     else
-        write(x0 + 10, base, helvetica10, quiet,
-              "Enter writes it into its source; Ctrl+Z, Ctrl+Y; c compares");
+        write(x0 + 10, top - 16, helvetica10, quiet,
+              "wheel or drag: turn   Enter: into its source   c: compare");
     if (numbers.chosen < 0) return;
     const TurnableNumber& number = numbers.all[size_t(numbers.chosen)];
-    std::string text = number.place();
-    if (number.turned()) text += ", in the source " + number.source;
-    if (!number.remark.empty()) text += ": " + number.remark;
+    std::string text =
+        "line " + std::to_string(number.line) + (number.remark.empty() ? "" : ": ") + number.remark;
+    if (number.turned()) text = "was " + number.source + "   " + text;
     while (textWidth(helvetica10, text.c_str()) > width - 20) text.pop_back();
-    write(x0 + 10, base + 16, helvetica10, plain, text.c_str());
+    write(x0 + 10, top - 33, helvetica10, plain, text.c_str());
 }
 
 }  // namespace
@@ -112,7 +113,7 @@ bool NumberList::isOn(int x, int y) const {
 
 int NumberList::numberAt(const Numbers& numbers, int x, int y) const {
     if (!isOn(x, y)) return -1;
-    const int shown = int((top - 4 - float(screenHeight - 1 - y)) / rowHeight);
+    const int shown = int(std::floor((rowsTop - float(screenHeight - 1 - y)) / rowHeight));
     const std::vector<Row> rows = rowsOf(numbers);
     const size_t row = size_t(shown + scrolled);
     if (shown < 0 || shown >= shownRows || row >= rows.size()) return -1;
@@ -150,10 +151,10 @@ void drawNumbers(const Numbers& numbers, const NumberList& list) {
     for (int i = 0; i < shownRows && i + list.scrolled < int(rows.size()); i++)
         drawRow(numbers, rows[size_t(i + list.scrolled)], baseOf(i));
     if (int(rows.size()) > shownRows) {
-        const float all = top - bottom - footHeight - 8, share = float(shownRows) / float(rows.size());
+        const float all = rowsTop - bottom - 4, share = float(shownRows) / float(rows.size());
         const float from = float(list.scrolled) / float(rows.size());
-        fillBox(x0 + width - 5, top - 4 - all * (from + share), 3, all * share, bright.faded(0.35f));
+        fillBox(x0 + width - 5, rowsTop - all * (from + share), 3, all * share, bright.faded(0.35f));
     }
-    drawFoot(numbers);
+    drawHead(numbers);
     endCanvas();
 }

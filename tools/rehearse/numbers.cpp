@@ -40,6 +40,12 @@ int decimalsOf(const std::string& digits) {
     return int(std::min(digits.find_first_not_of("0123456789", point + 1), digits.size()) - point - 1);
 }
 
+// As it is written, not as a float has it.
+double decimalOf(std::string digits) {
+    std::erase(digits, ' ');
+    return std::strtod(digits.c_str(), nullptr);
+}
+
 std::string remarkAt(const std::string& text, size_t at) {
     const std::string line = text.substr(at, text.find('\n', at) - at);
     const size_t remark = line.find("// ");
@@ -76,14 +82,14 @@ std::string turnedBy(const std::string& text, const std::string& source, double 
     const double exponent = std::floor(std::log10(size) + 1e-9) - 1;
     // Integers count; those of thousands are times, in milliseconds.
     const double step = whole ? (size < 1000 ? 1 : 10) : std::pow(10, exponent);
-    double value = std::strtod(text.c_str(), nullptr) + step * steps;
+    double value = decimalOf(text) + step * steps;
     if (whole) value = std::round(value);
     const bool suffix = source.ends_with('f') || source.ends_with('F');
     const bool point = source.find('.') != std::string::npos;
     int least = decimalsOf(source);
     if (point) least = std::max(least, 1);
     int decimals = std::max(least, decimalsOf(text));
-    const double finest = step * std::min(1.0, std::fabs(steps - std::floor(steps)) > 0 ? 0.1 : 1.0);
+    const double finest = steps == std::floor(steps) ? step : step / 10;
     if (!whole) decimals = std::max(decimals, int(std::ceil(-std::log10(finest) - 1e-9)));
     std::string digits = formatted("%.*f", std::max(decimals, 0), value);
     while (decimals > least && digits.ends_with('0')) {
@@ -91,8 +97,8 @@ std::string turnedBy(const std::string& text, const std::string& source, double 
         decimals--;
     }
     if (digits.ends_with('.')) digits.pop_back();
-    if (std::strtod(digits.c_str(), nullptr) == 0 && digits.starts_with('-')) digits.erase(0, 1);
-    if (std::strtod(source.c_str(), nullptr) == std::strtod(digits.c_str(), nullptr)) return source;
+    if (decimalOf(digits) == 0 && digits.starts_with('-')) digits.erase(0, 1);
+    if (decimalOf(digits) == decimalOf(source)) return source;
     if (suffix || (single && digits.find('.') != std::string::npos && !point)) digits += 'f';
     return digits;
 }

@@ -343,8 +343,8 @@ void Rehearsal::frame() {
     if (app.screenshotRequested) saveScreenshot();
     describeDesk();
     if (deskShown) {
-        drawDesk(desk);
         drawNumbers(numbers, list);
+        drawDesk(desk);
     }
     const bool listed = !list.open || !numbers.listed.empty() || !live || !live->build.problem.empty();
     if (!pictureFile.empty() && shown == Shown::exact && reload.idle() && listed) {
