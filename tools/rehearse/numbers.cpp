@@ -110,15 +110,21 @@ bool Numbers::follow(const Loading& loading) {
     std::set<std::string> drew;
     for (const size_t source : drawing) drew.insert(sources[source].path);
     if (shaderTexts != loading.shadersInUse) built.clear();
+    // What was written since the library was compiled is known already.
+    std::map<std::string, std::string> written;
+    if (code == loadedCode)
+        for (const Source& source : sources) written[source.path] = source.text;
     code = loadedCode;
     shaderTexts = loading.shadersInUse;
+    compared = false;
     all.clear();
     sources.clear();
     drawing.clear();
     chosen = -1;
     if (code)
         for (const live::Source& source : *code->sources)
-            takeSource(source.path, source.text, source.slots, source.ran);
+            takeSource(source.path, written.contains(source.path) ? written[source.path] : source.text,
+                       source.slots, source.ran);
     for (const auto& [file, text] : shaderTexts) takeSource(file, text, nullptr, nullptr);
     for (size_t i = 0; i < sources.size(); i++)
         if (drew.contains(sources[i].path)) drawing.insert(i);
@@ -175,7 +181,7 @@ void Numbers::beginFrame() {
         if (source.ran) std::fill_n(source.ran, source.names.functions.size(), false);
 }
 
-void Numbers::endFrame(int entry) {
+bool Numbers::endFrame(int entry) {
     const size_t before = drawing.size() + drawingShaders.size();
     const bool other = entry != drawnEntry;
     if (other) drawing.clear();
@@ -189,7 +195,9 @@ void Numbers::endFrame(int entry) {
             drawingShaders.insert(functions[j].shaders.begin(), functions[j].shaders.end());
         }
     }
-    if (other || drawing.size() + drawingShaders.size() != before) list();
+    if (!other && drawing.size() + drawingShaders.size() == before) return false;
+    list();
+    return true;
 }
 
 // The constants of these names as that source sees them: its own, or else those of headers.

@@ -45,9 +45,10 @@ struct Numbers {
     // Where something else is in force than what they are of: takes them anew. What was turned and not
     // written stays turned if its source has what it had. True if it was so.
     bool follow(const Loading& loading);
-    // Before and after a frame is drawn: finds out what draws. `entry` is the programme's.
+    // Before and after a frame is drawn: finds out what draws. `entry` is the programme's. True if others are
+    // listed now.
     void beginFrame();
-    void endFrame(int entry);
+    bool endFrame(int entry);
 
     // By so many steps from `start`, digits that it had; a step changes the second of them. False if it is as
     // it was. What follows closely is undone as one, unless a gesture has ended in between.

@@ -238,6 +238,10 @@ void Rehearsal::toggleList() {
         app.messages.post("the numbers are where the sources are: in a built copy of them");
 }
 
+bool Rehearsal::mayBeLoaded() const {
+    return live && !live->build.command.empty() && live->build.problem.empty() && live->problem.empty();
+}
+
 // What is linked has none that could be turned.
 void Rehearsal::loadNumbers() {
     if (live && live->load()) takeCode();
@@ -346,7 +350,7 @@ void Rehearsal::frame() {
         drawNumbers(numbers, list);
         drawDesk(desk);
     }
-    const bool listed = !list.open || !numbers.listed.empty() || !live || !live->build.problem.empty();
+    const bool listed = !list.open || !numbers.listed.empty() || !mayBeLoaded();
     if (!pictureFile.empty() && shown == Shown::exact && reload.idle() && listed) {
         wrote = writeScreen(pictureFile);
         done = true;
@@ -367,7 +371,7 @@ void Rehearsal::drawPlaying() {
     glFinish();
     rate.count(steadySeconds() - before, &desk);
     shownEntry = entryAt(milliseconds(demo->clock.time()));
-    numbers.endFrame(shownEntry);
+    if (numbers.endFrame(shownEntry)) list.reveal(numbers);
 }
 
 void Rehearsal::drawHeld() {
@@ -412,7 +416,7 @@ void Rehearsal::drawStepped(int target) {
     demo->clock.source = &transport;
     picture.keep();
     shownEntry = entryAt(millisecondsOf(target));
-    numbers.endFrame(shownEntry);
+    if (numbers.endFrame(shownEntry)) list.reveal(numbers);
 }
 
 void Rehearsal::lookForChanges() {
