@@ -237,7 +237,7 @@ void Numbers::list() {
     for (const int entry : {drawnEntry, drawnEntry + 1})
         if (entry >= 0) found.insert(cutOf(entry));
     for (const ShaderRow& row : shaderRows()) {
-        if (!drawingShaders.contains(row.name)) continue;
+        if (!drawingShaders.contains(row.key)) continue;
         for (const Source& source : sources)
             if (source.path.starts_with(row.base + std::string(".")))
                 found.insert(source.first.begin(), source.first.end());
@@ -295,17 +295,17 @@ bool Numbers::buildPrograms(const std::string& file) {
             texts[i] = ShaderText{files[i], turnedText(files[i])};
             both += texts[i]->text + '\0';
         }
-        if (built[row.name] == both) continue;
+        if (built[row.key] == both) continue;
         const ProgramBuild program = buildProgram(texts[0], texts[1]);
         if (!program.program) {
             news.push_back(program.problem.substr(0, program.problem.find('\n')));
             return false;
         }
-        GLhandleARB& current = demo->shaders[row.name];
+        GLhandleARB& current = demo->shaders[row.key];
         copyUniforms(current, program.program);
         deleteProgram(current);
         current = program.program;
-        built[row.name] = both;
+        built[row.key] = both;
     }
     centreBoom();
     giveUniforms();
@@ -314,7 +314,7 @@ bool Numbers::buildPrograms(const std::string& file) {
 
 void Numbers::giveUniforms() const {
     for (const ShaderRow& row : shaderRows()) {
-        const auto program = demo->shaders.find(row.name);
+        const auto program = demo->shaders.find(row.key);
         if (program == demo->shaders.end() || !program->second) continue;
         for (const Source& source : sources) {
             if (!source.path.starts_with(row.base + std::string("."))) continue;
