@@ -79,7 +79,7 @@ std::string TurnableNumber::place() const {
 
 std::string turnedBy(const std::string& text, const std::string& source, double steps, double size,
                      bool whole, bool single) {
-    const double exponent = std::floor(std::log10(size) + 1e-9) - 1;
+    const double exponent = std::floor(std::log10(size) + 1e-6) - 1;
     // Integers count; those of thousands are times, in milliseconds.
     const double step = whole ? (size < 1000 ? 1 : 10) : std::pow(10, exponent);
     double value = decimalOf(text) + step * steps;
