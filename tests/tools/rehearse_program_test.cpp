@@ -343,7 +343,7 @@ TEST_F(RehearseCode, ItsTablesAreLoadedAsTheyAreNow) {
 // Of the heap, whose boxes are in mid-turn, by what the file has before and after.
 TEST_F(RehearseCode, ANumberIsTurnedAndWrittenBack) {
     const std::string heap = "effects/cube_heap.cpp", source = contentOf(heap);
-    rehearse({"70", "--held", "--numbers", "-nosound"});
+    rehearse({"70.1", "--held", "--numbers", "-nosound"});
     const std::string film = shot();
     const std::string place = choose(heap, "turnSpeed");
     for (int i = 0; i < 3; i++) act("key --window %1 Right");
