@@ -10,24 +10,22 @@
 #include <string>
 #include <vector>
 
-#include "sound/heard_position.h"
+#include "sound/source.h"
 
 namespace sound {
 
-class Decoder {
+class Decoder : public Source {
 public:
     // Of the bytes of a whole file. nullptr if they aren't Vorbis that can be played.
     static std::unique_ptr<Decoder> open(std::shared_ptr<const std::string> bytes);
     // Reads the file at once. nullptr also if that can't be.
     static std::unique_ptr<Decoder> open(const char* path);
-    ~Decoder();
+    ~Decoder() override;
     Decoder(const Decoder&) = delete;
     Decoder& operator=(const Decoder&) = delete;
 
-    // The next frame read is the one at `target`, and frames come at `rate` Hz. Needed before the first read.
-    void seek(Time target, int rate);
-    // `count` stereo frames, left first; silence past the end and where the file is damaged.
-    void read(float* frames, int count);
+    void seek(Time target, int rate) override;
+    void read(float* frames, int count) override;
     // Whether something of what was decoded so far is missing in the file.
     bool isDamaged() const { return damaged; }
 

@@ -128,10 +128,10 @@ void Mixer::stop() {
     started = false;
 }
 
-Stream* Mixer::openStream(std::unique_ptr<Decoder> decoder) {
-    if (!decoder) return nullptr;
+Stream* Mixer::openStream(std::unique_ptr<Source> source) {
+    if (!source) return nullptr;
     streams.push_back(std::make_unique<Stream>());
-    streams.back()->decoder = std::move(decoder);
+    streams.back()->source = std::move(source);
     return streams.back().get();
 }
 
@@ -281,7 +281,7 @@ void Mixer::seat() {
     device->drop();
     seatFrames = 0;
     chunkUsed = chunkFrames;
-    for (size_t i = 0; i < playing.size(); i++) playing[i]->decoder->seek(places[i], mixRate);
+    for (size_t i = 0; i < playing.size(); i++) playing[i]->source->seek(places[i], mixRate);
 }
 
 void Mixer::fill(int writable) {
@@ -304,7 +304,7 @@ void Mixer::fill(int writable) {
 void Mixer::mixChunk() {
     float sum[2 * chunkFrames] = {}, frames[2 * chunkFrames];
     for (Stream* stream : playing) {
-        stream->decoder->read(frames, chunkFrames);
+        stream->source->read(frames, chunkFrames);
         for (int i = 0; i < 2 * chunkFrames; i++) sum[i] += frames[i];
     }
     for (int i = 0; i < 2 * chunkFrames; i++)

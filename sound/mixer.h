@@ -8,16 +8,16 @@
 #include <thread>
 #include <vector>
 
-#include "sound/decoder.h"
 #include "sound/device.h"
 #include "sound/heard_position.h"
+#include "sound/source.h"
 #include "sound/spectrum.h"
 
 namespace sound {
 
 struct Stream {
-    Playhead playhead;                 // guarded by the mixer's mutex
-    std::unique_ptr<Decoder> decoder;  // the sound thread's
+    Playhead playhead;               // guarded by the mixer's mutex
+    std::unique_ptr<Source> source;  // the sound thread's
 };
 
 // The calls are those of sound.h, for one caller's thread.
@@ -28,7 +28,7 @@ public:
     void start(int rate, int channelCount);
     void stop();
 
-    Stream* openStream(std::unique_ptr<Decoder> decoder);
+    Stream* openStream(std::unique_ptr<Source> source);
     void closeStream(Stream* stream);
     void play(int channel, Stream* stream);
     int position(const Stream* stream);

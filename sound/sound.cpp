@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 
+#include "sound/decoder.h"
 #include "sound/mixer.h"
 
 namespace sound {
@@ -36,8 +37,8 @@ void stop() {
 Stream* openStream(const char* path) {
     return mixer().openStream(Decoder::open(path));
 }
-Stream* openStream(std::unique_ptr<Decoder> decoder) {
-    return mixer().openStream(std::move(decoder));
+Stream* openStream(std::unique_ptr<Source> source) {
+    return mixer().openStream(std::move(source));
 }
 void closeStream(Stream* stream) {
     mixer().closeStream(stream);

@@ -7,7 +7,7 @@
 
 namespace sound {
 
-class Decoder;
+class Source;
 struct Stream;
 
 enum Output { None = 0, Oss = 4, Esd = 5, Alsa = 6 };
@@ -27,8 +27,8 @@ void stop();
 // An Ogg Vorbis file of any rate and number of channels; nullptr if it can't be played. nullptr is a valid
 // stream to every call: it stands at 0.
 Stream* openStream(const char* path);
-// Of what has been opened already, or nullptr.
-Stream* openStream(std::unique_ptr<Decoder> decoder);
+// Of what has been opened already, or nullptr; its calls come from the module's thread.
+Stream* openStream(std::unique_ptr<Source> source);
 // Ends it, on whatever channel it plays; no call may name it afterwards. A stream that nobody closes lives as
 // long as the process.
 void closeStream(Stream* stream);
