@@ -27,15 +27,19 @@ std::string generatorSources() {
     return fs::proximate(root / "production", error).string();
 }
 
-std::vector<std::string> makeDataCommand() {
-    return {"cmake", "--build", BUILD_FOLDER, "--target", "data"};
+std::vector<std::string> makeCommand(const std::string& target) {
+    return {"cmake", "--build", BUILD_FOLDER, "--target", target};
+}
+
+std::string stemsFolder() {
+    return BUILD_FOLDER "/stems/";
 }
 
 bool makeStaleData() {
     if (generatorSources().empty()) return true;
     // Its lines matter only when it fails: on standard error then, since a picture may go to standard output.
     std::string said;
-    const int status = runProgram(makeDataCommand(), [&](const std::string& line) {
+    const int status = runProgram(makeCommand("data"), [&](const std::string& line) {
         said += line;
         if (isOfWaiting(line)) fputs(line.c_str(), stderr);
     });

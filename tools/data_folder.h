@@ -16,8 +16,10 @@ inline FolderLock holdDataSet() {
 // seen from the working directory.
 std::string generatorSources();
 
-// The command that makes what is stale of it.
-std::vector<std::string> makeDataCommand();
+// The command that makes what is stale of the build's target: "data" is that data set, "stems" those of its
+// soundtrack, which then lie in the folder, whose name ends with a slash.
+std::vector<std::string> makeCommand(const std::string& target);
+std::string stemsFolder();
 
 // Runs that command, if there are sources, and waits for it; a line says so where another build is under way.
 // False if it failed, after what it has said.

@@ -142,6 +142,7 @@ ShowFile measureMusic(const FileName& name, std::shared_ptr<const std::string> b
     constexpr int blockFrames = 4096;
     ShowFile measured;
     measured.name = name;
+    measured.bytes = bytes;
     const auto decoder = sound::Decoder::open(std::move(bytes));
     if (!decoder) return measured;
     decoder->seek({}, measuredRate);

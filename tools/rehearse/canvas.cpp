@@ -2,6 +2,8 @@
 
 #include <GL/glew.h>
 
+#include <algorithm>
+#include <cstdint>
 #include <initializer_list>
 
 #include "render/screen.h"
@@ -61,6 +63,21 @@ void fillBlend(float x, float y, float width, float height, Ink left, Ink right)
     corner(x + width, y, right);
     corner(x + width, y + height, right);
     corner(x, y + height, left);
+    glEnd();
+}
+
+void drawWaveform(const std::string& waveform, float x, float middle, float reach, Ink peak, Ink loud) {
+    glBegin(GL_QUADS);
+    for (size_t at = 0; at + 1 < waveform.size(); at += 2, x++) {
+        for (const size_t which : {0, 1}) {
+            const float half = std::max(float(uint8_t(waveform[at + which])) / 255 * reach, 0.5f);
+            const Ink ink = which ? loud : peak;
+            corner(x, middle - half, ink);
+            corner(x + 1, middle - half, ink);
+            corner(x + 1, middle + half, ink);
+            corner(x, middle + half, ink);
+        }
+    }
     glEnd();
 }
 

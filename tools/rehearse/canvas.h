@@ -2,6 +2,8 @@
 // state was before is there again afterwards.
 #pragma once
 
+#include <string>
+
 #include "app/text.h"
 
 struct Ink {
@@ -17,6 +19,9 @@ void endCanvas();
 void fillBox(float x, float y, float width, float height, Ink ink);
 // From one ink at the left to another at the right.
 void fillBlend(float x, float y, float width, float height, Ink left, Ink right);
+// Of a music, as it was measured: each pair of bytes is a column a pixel wide from x on, the peak and the
+// loudness within it, around `middle`; full scale reaches `reach` up and down.
+void drawWaveform(const std::string& waveform, float x, float middle, float reach, Ink peak, Ink loud);
 // A dark pane with a hairline around it.
 void drawPane(float x, float y, float width, float height);
 // A triangle that points down to (x, y).

@@ -58,6 +58,30 @@ void drawPulse(float x, float y, float width, float pulse) {
     fillBlend(x, y, width * std::min(pulse, 1.0f), 9, beating.faded(0.5f), beating);
 }
 
+// A line for each side, from -40 dBTP up to 0, and a stroke where the most of the last seconds was. What
+// comes near full scale is red: a codec or a player may clip it.
+void drawPeaks(float x, float y, float width, const Level& level) {
+    constexpr float least = -40, near = -1;
+    const auto at = [&](float peak) { return std::clamp((peak - least) / -least, 0.0f, 1.0f) * width; };
+    fillBox(x, y, width, 9, bright.faded(0.12f));
+    fillBox(x, y, at(level.right), 4, level.right > near ? wrong : looped);
+    fillBox(x, y + 5, at(level.left), 4, level.left > near ? wrong : looped);
+    fillBox(x + at(level.held) - 1, y, 2, 9, level.held > near ? wrong : bright);
+}
+
+// Loudness above the peaks' meter.
+void drawLevel(float x, const std::optional<Level>& level) {
+    const bool sounds = level && level->loudness > -70;
+    const std::string loudness = sounds ? formatted("%.1f", level->loudness) : "-";
+    constexpr float meter = 66, figures = 104, units = 109;
+    writeRight(x + figures, upperLine, helvetica18, sounds ? bright : quiet, loudness.c_str());
+    write(x + units, upperLine, helvetica12, quiet, "LUFS");
+    drawPeaks(x, lowerLine, meter, level.value_or(Level{}));
+    const std::string held = level && level->held > -99 ? formatted("%.1f", level->held) : "-";
+    writeRight(x + figures, lowerLine, helvetica12, level && level->held > -1 ? wrong : plain, held.c_str());
+    write(x + units, lowerLine, helvetica12, quiet, "dBTP");
+}
+
 void drawBar(const DeskState& state) {
     drawPane(4, barTop - barHeight, screenWidth - 8, barHeight);
     write(16, upperLine, helvetica18, bright, clockTime(state.ms).c_str());
@@ -65,22 +89,24 @@ void drawBar(const DeskState& state) {
     const float end = write(16, lowerLine, helvetica12, plain, formatted("bar %d", place.bar).c_str());
     drawBeats(std::max(end + 8, 72.0f), lowerLine, state);
 
-    write(150, upperLine, helvetica18, segmentInk(entryAt(state.ms)), rowName(state.ms).c_str());
-    write(150, lowerLine, helvetica12, plain, bounds(state.ms).c_str());
+    drawLevel(136, state.level);
 
-    write(340, upperLine, helvetica12, quiet, "pulse");
-    write(382, upperLine, helvetica12, plain, formatted("%.2f", state.pulse).c_str());
-    drawPulse(340, lowerLine, 76, state.pulse);
+    write(294, upperLine, helvetica18, segmentInk(entryAt(state.ms)), rowName(state.ms).c_str());
+    write(294, lowerLine, helvetica12, plain, bounds(state.ms).c_str());
 
-    write(446, upperLine, helvetica12, quiet, "Q");
-    write(462, upperLine, helvetica12, plain, formatted("%d", state.counterQ).c_str());
-    write(446, lowerLine, helvetica12, quiet, "A");
-    write(462, lowerLine, helvetica12, plain, formatted("%d", state.counterA).c_str());
+    write(428, upperLine, helvetica12, quiet, "pulse");
+    write(470, upperLine, helvetica12, plain, formatted("%.2f", state.pulse).c_str());
+    drawPulse(428, lowerLine, 68, state.pulse);
 
-    if (state.held) write(512, upperLine, helvetica12, beating, "held");
+    write(512, upperLine, helvetica12, quiet, "Q");
+    write(526, upperLine, helvetica12, plain, formatted("%d", state.counterQ).c_str());
+    write(512, lowerLine, helvetica12, quiet, "A");
+    write(526, lowerLine, helvetica12, plain, formatted("%d", state.counterA).c_str());
+
+    if (state.held) write(562, upperLine, helvetica12, beating, "held");
     if (state.loop) {
         write(
-            512, lowerLine, helvetica12, looped,
+            562, lowerLine, helvetica12, looped,
             formatted("loop %s - %s", clockTime(state.loop->from).c_str(), clockTime(state.loop->to).c_str())
                 .c_str());
     }
@@ -165,6 +191,9 @@ void drawHelp() {
         {"c", "before and after"},
         {"Shift and drag", "loop a part of the timeline"},
         {"drag a cut", "move it, by beats; with Shift freely"},
+        {"m", "show the stems, or hide them"},
+        {"1 2 ..", "mute a stem; Shift: solo it"},
+        {"0", "hear all stems"},
         {"Space", "tap the beat"},
         {"q w, a s", "the counters Q and A"},
         {"F11", "screenshot"},
@@ -174,6 +203,7 @@ void drawHelp() {
     constexpr float width = 390, rowHeight = 17;
     const float height = rowHeight * std::size(rows) + 20;
     const float x = (screenWidth - width) / 2, y = (screenHeight - height) / 2 + 20;
+    fillBox(x, y, width, height, Ink{0, 0, 0, 0.7f});
     drawPane(x, y, width, height);
     float line = y + height - 24;
     for (const auto& [key, meaning] : rows) {
@@ -216,6 +246,12 @@ std::string describe(const DeskState& state) {
     for (const std::string& number : state.numbers) text += "number: " + number + "\n";
     for (const std::string& number : state.turned) text += "turned: " + number + "\n";
     if (!state.chosen.empty()) text += "chosen: " + state.chosen + "\n";
+    if (state.level)
+        text += formatted("loudness: %.2f\npeaks: %.2f %.2f\nheld peak: %.2f\n", state.level->loudness,
+                          state.level->left, state.level->right, state.level->held);
+    for (const StemState& stem : state.stems)
+        text += "stem: " + stem.name + (stem.muted ? ", muted" : "") + (stem.soloed ? ", soloed" : "") +
+                (stem.heard ? "" : ", not heard") + "\n";
     for (const std::string& message : state.messages) text += "message: " + message + "\n";
     for (const std::string& problem : state.problems) {
         std::istringstream lines(problem);
@@ -228,7 +264,7 @@ void drawDesk(const DeskState& state) {
     beginCanvas();
     drawBar(state);
     drawTimeline(state);
-    const float above = drawProblems(timelineHeight + 10, state.problems);
+    const float above = drawProblems(stripHeight(state.stems.size()) + 10, state.problems);
     drawMessages(above, state);
     if (state.help) drawHelp();
     endCanvas();

@@ -5,7 +5,13 @@
 #include <string>
 #include <vector>
 
+#include "tools/rehearse/meters.h"
 #include "tools/rehearse/transport.h"
+
+struct StemState {
+    std::string name, waveform;  // the latter may still be empty
+    bool muted = false, soloed = false, heard = true;
+};
 
 // All that the desk shows.
 struct DeskState {
@@ -27,6 +33,8 @@ struct DeskState {
     std::vector<std::string> turned;    // those that are not what their sources have
     std::string chosen;                 // the number that keys turn
     int cut = -1;                       // the segment whose begin is under the mouse
+    std::vector<StemState> stems;       // those that are shown
+    std::optional<Level> level;         // of what is heard, where it is measured
     bool help = false;                  // the keys are shown
 };
 

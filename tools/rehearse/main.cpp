@@ -42,14 +42,18 @@ bool rehearse(const RehearseOptions& options, char** words) {
     app.screen = openWindow(false);
     initialiseDemo(loading);
     SteppedShow show(Transport::framesPerSecond, SteppedShow::Loaded{});
-    Rehearsal rehearsal(show, loading, watch, sources, behindTheShow(makeDataCommand()));
+    Rehearsal rehearsal(show, loading, watch, sources, behindTheShow(makeCommand("data")));
     rehearsal.live = &live;
     rehearsal.numbers.root = live.folder;
     rehearsal.numbers.shaders = sources;
+    if (!sources.empty()) {
+        rehearsal.stems.folder = stemsFolder();
+        rehearsal.stems.build.command = behindTheShow(makeCommand("stems"));
+    }
     SDL_WM_SetCaption("Valojuova: rehearsal", "Valojuova");
     startMusic(options.soundOutput, "");
     demo->clock.source = &rehearsal.transport;
-    rehearsal.transport.replaceStream(sound::openStream(loading.takeMusic()));
+    rehearsal.transport.replaceMusic(loading.takeMusic());
     if (back) {
         rehearsal.comeBack(*back);
     } else {

@@ -65,6 +65,7 @@ constexpr KeyRow keys[] = {
     {SDLK_c, [](Rehearsal& r) { r.compare(); }},
     {SDLK_RETURN, [](Rehearsal& r) { r.numbers.write(r.numbers.chosen); }},
     {SDLK_KP_ENTER, [](Rehearsal& r) { r.numbers.write(r.numbers.chosen); }},
+    {SDLK_m, [](Rehearsal& r) { r.stems.show(!r.stems.choice.shown); }},
     {SDLK_SPACE, [](Rehearsal& r) { r.tap(); }},
     {SDLK_ESCAPE,
      [](Rehearsal& r) {
@@ -110,7 +111,7 @@ void FrameRate::count(double seconds, DeskState* desk) {
 
 Rehearsal::Rehearsal(SteppedShow& show, Loading& loading, Watch& watch, const std::string& sources,
                      const std::vector<std::string>& makeData)
-    : show(show), watch(watch), reload(&transport, loading, sources) {
+    : show(show), watch(watch), reload(&transport, loading, sources), stems(transport.faders) {
     if (!sources.empty()) build.command = makeData;
     transport.end = desk.end = milliseconds(programme().back().begin);
     demo->clock.source = &transport;
@@ -123,6 +124,8 @@ void Rehearsal::comeBack(const Comeback& state) {
     deskShown = state.deskShown;
     app.counterQ = state.counterQ;
     app.counterA = state.counterA;
+    stems.choice = state.stems;
+    stems.show(state.stems.shown);
     build.request();
     if (!state.held) transport.goOn();
 }
@@ -137,7 +140,8 @@ void Rehearsal::keepComeback() {
     state.counterA = app.counterA;
     const std::vector<std::string> turned = numbers.unwritten();
     state.turned = turned.empty() ? "" : turned.front();
-    state.builds = {build.process, live->build.process};
+    state.stems = stems.choice;
+    state.builds = {build.process, live->build.process, stems.build.process};
     setComeback(state);
 }
 
@@ -176,6 +180,7 @@ void Rehearsal::handleKey(const SDL_KeyboardEvent& key) {
     if (hands.holds(SDLK_LCTRL, SDLK_RCTRL) && actOn(controlKeys, symbol, this)) return;
     if (list.open && deskShown && actOn(listKeys, symbol, this)) return;
     if (actOn(keys, symbol, this)) return;
+    if (symbol >= SDLK_0 && symbol <= SDLK_9) return pressDigit(symbol - SDLK_0);
     // Not from the frame's time, as the show's own: several may come within a frame.
     if (const float seconds = seekSeconds(symbol))
         transport.setPosition(transport.position() + milliseconds(seconds));
@@ -202,8 +207,15 @@ void Rehearsal::pressButton(const SDL_MouseButtonEvent& button) {
         press(x, y, hands.holds(SDLK_LSHIFT, SDLK_RSHIFT));
 }
 
+void Rehearsal::pressDigit(int digit) {
+    if (digit == 0) return stems.hearAll();
+    hands.holds(SDLK_LSHIFT, SDLK_RSHIFT) ? stems.solo(digit - 1) : stems.mute(digit - 1);
+}
+
 void Rehearsal::press(int x, int y, bool forLoop) {
-    const int ms = timelineAt(x, y, transport.end, false);
+    const int stem = stemOfStripAt(x, y, desk.stems.size());
+    if (stem >= 0) return forLoop ? stems.solo(stem) : stems.mute(stem);
+    const int ms = timelineAt(x, y, transport.end, false, desk.stems.size());
     if (ms < 0) return;
     const int cut = forLoop ? -1 : cutAt(x, y, transport.end);
     if (cut > 0) {
@@ -217,7 +229,7 @@ void Rehearsal::press(int x, int y, bool forLoop) {
 
 void Rehearsal::drag(int x, int y) {
     if (hands.dragged == Hands::number) return turnTo(double(x - hands.dragStart) / pixelsPerStep);
-    desk.pointer = timelineAt(x, y, transport.end, hands.dragged != Hands::nothing);
+    desk.pointer = timelineAt(x, y, transport.end, hands.dragged != Hands::nothing, desk.stems.size());
     if (hands.dragged == Hands::cut) return dragCut(desk.pointer - hands.dragStart);
     desk.cut = cutAt(x, y, transport.end);
     const int number = list.numberAt(numbers, x, y);
@@ -433,7 +445,8 @@ void Rehearsal::lookForChanges() {
         if (live) live->build.request();
     }
     if (live && live->poll()) takeCode();
-    build.poll();
+    if (build.poll() && build.problem.empty()) stems.makeAgain();
+    stems.poll();
 }
 
 void Rehearsal::requestBuilds(const std::string& path) {
@@ -475,10 +488,25 @@ void Rehearsal::describeDesk() {
     post(&numbers.news);
     describeNumbers();
     describeBuild(build, build.problem);
+    describeSound();
     if (live) describeBuild(live->build, live->build.problem.empty() ? live->problem : live->build.problem);
     desk.messages.clear();
     for (const auto& line : app.messages.lines) desk.messages.push_back(line.get());
     if (!stateFile.empty()) writeWholeFile(stateFile, describe(desk));
+}
+
+void Rehearsal::describeSound() {
+    describeBuild(stems.build, stems.build.problem);
+    desk.stems.clear();
+    if (stems.choice.shown) {
+        if (!stems.problem.empty()) desk.problems.push_back(stems.problem);
+        for (size_t i = 0; i < stems.rows.size(); i++)
+            desk.stems.push_back({stems.rows[i].name, stems.rows[i].waveform,
+                                  bool(stems.choice.muted >> i & 1), bool(stems.choice.soloed >> i & 1),
+                                  stems.isHeard(int(i))});
+    }
+    meters.follow(stems.heardFiles(reload.track), desk.ms, desk.end);
+    desk.level = meters.at(desk.ms);
 }
 
 void Rehearsal::describeBuild(BackgroundBuild& one, const std::string& problem) {

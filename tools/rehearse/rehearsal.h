@@ -13,6 +13,7 @@
 #include "tools/rehearse/live/library.h"
 #include "tools/rehearse/number_list.h"
 #include "tools/rehearse/reload.h"
+#include "tools/rehearse/stems.h"
 #include "tools/rehearse/stored_picture.h"
 #include "tools/rehearse/transport.h"
 #include "tools/rehearse/watch.h"
@@ -55,6 +56,8 @@ struct Rehearsal {
     LiveCode* live = nullptr;  // of script/ and effects/, if they are watched
     Numbers numbers;
     NumberList list;
+    Stems stems;
+    Meters meters;
     DeskState desk;
     bool deskShown = true;
     Shown shown = Shown::nothing;
@@ -91,6 +94,7 @@ struct Rehearsal {
     void undo();
     void redo();
     void compare();
+    void pressDigit(int digit);
 
 private:
     StoredPicture picture;  // of what is held
@@ -120,5 +124,6 @@ private:
     void drawHeld();
     void skipTo(int target);
     void drawStepped(int target);
+    void describeSound();
     void describeBuild(BackgroundBuild& one, const std::string& problem);
 };

@@ -161,8 +161,9 @@ bool Reload::told(const ShowFile& file) {
 void Reload::loadMusic(ShowFile& file) {
     if (file.waveform.empty()) return;
     waveform = file.waveform;
+    track = file.bytes;
     if (file.music) {
-        transport->replaceStream(sound::openStream(std::move(file.music)));
+        transport->replaceMusic(std::move(file.music));
         told(file);
     } else {
         mend(file.name.path);

@@ -22,6 +22,7 @@ struct Reload {
     std::string sources;
 
     std::string waveform;           // of the music, once it is measured
+    SoundFile track;                // which is this
     std::vector<std::string> news;  // lines, for whoever takes them
 
     // After everything was loaded.

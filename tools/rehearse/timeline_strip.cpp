@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
 #include <iterator>
 
 #include "render/screen.h"
 #include "script/timeline.h"
+#include "tools/rehearse/stem_rows.h"
 #include "tools/times.h"
 
 namespace {
@@ -14,7 +14,8 @@ namespace {
 constexpr float left = 12, right = screenWidth - 12;  // pixels, of the timeline
 constexpr float margin = 8;                           // around the pane
 constexpr float blocksBottom = 24, blocksHeight = 17;
-constexpr float waveBottom = 46, waveHeight = 52;
+constexpr float rowsBottom = 46;  // of the stems and, above them, the waveform
+constexpr float waveHeight = 52;
 constexpr float ticksBase = 13;   // base line of the times
 constexpr int tickEvery = 15000;  // milliseconds
 constexpr int barsPerMark = 8;
@@ -65,26 +66,22 @@ void drawSegments(const DeskState& state) {
     }
 }
 
-void drawBars(int end) {
+float waveBottom(const DeskState& state) {
+    return rowsBottom + stemRowsHeight(state.stems.size());
+}
+
+float waveTop(const DeskState& state) {
+    return waveBottom(state) + waveHeight;
+}
+
+void drawBars(const DeskState& state) {
+    const int end = state.end;
     const BarAndBeat first = barAndBeatAt(0);
     for (int bar = first.bar; barStart(bar) < end; bar++) {
         if (barStart(bar) < 0) continue;
         const float x = std::round(xAt(barStart(bar), end));
         const bool mark = bar % barsPerMark == 0;
-        fillBox(x, waveBottom, 1, waveHeight, Ink{1, 1, 1, mark ? 0.30f : 0.10f});
-    }
-}
-
-// Peaks, and the loudness within them, around a middle line; as loud as the whole scale.
-void drawWaveform(const std::string& waveform) {
-    const float middle = waveBottom + waveHeight / 2;
-    for (int column = 0; column < int(waveform.size() / 2); column++) {
-        const float x = left + float(column);
-        const float scale = waveHeight / 2 / 255;
-        const float peak = float(uint8_t(waveform[2 * column])) * scale;
-        const float loud = float(uint8_t(waveform[2 * column + 1])) * scale;
-        fillBox(x, middle - peak, 1, std::max(2 * peak, 1.0f), Ink{0.42f, 0.56f, 0.78f, 0.55f});
-        fillBox(x, middle - loud, 1, std::max(2 * loud, 1.0f), Ink{0.72f, 0.83f, 1.00f, 0.90f});
+        fillBox(x, rowsBottom, 1, waveTop(state) - rowsBottom, Ink{1, 1, 1, mark ? 0.30f : 0.10f});
     }
 }
 
@@ -92,13 +89,14 @@ void drawLoop(const DeskState& state) {
     if (!state.loop) return;
     const float x0 = std::round(xAt(state.loop->from, state.end));
     const float x1 = std::round(xAt(state.loop->to, state.end));
-    fillBox(x0, waveBottom, x1 - x0, waveHeight, looped.faded(0.20f));
-    for (float x : {x0, x1 - 2}) fillBox(x, waveBottom, 2, waveHeight, looped);
-    fillBox(x0, waveBottom + waveHeight, x1 - x0, 2, looped);
+    const float top = waveTop(state), height = top - rowsBottom;
+    fillBox(x0, rowsBottom, x1 - x0, height, looped.faded(0.20f));
+    for (float x : {x0, x1 - 2}) fillBox(x, rowsBottom, 2, height, looped);
+    fillBox(x0, top, x1 - x0, 2, looped);
 }
 
 void drawPosition(const DeskState& state) {
-    const float top = waveBottom + waveHeight;
+    const float top = waveTop(state);
     if (state.pointer >= 0) {
         const float x = std::round(xAt(state.pointer, state.end));
         fillBox(x, blocksBottom, 1, top - blocksBottom, Ink{1, 1, 1, 0.55f});
@@ -116,8 +114,12 @@ void drawPosition(const DeskState& state) {
 
 }  // namespace
 
-int timelineAt(int x, int y, int end, bool dragged) {
-    const bool on = y >= screenHeight - margin - timelineHeight && x >= left - 4 && x <= right + 4;
+float stripHeight(size_t stems) {
+    return timelineHeight + stemRowsHeight(stems);
+}
+
+int timelineAt(int x, int y, int end, bool dragged, size_t stems) {
+    const bool on = y >= screenHeight - margin - stripHeight(stems) && x >= left - 4 && x <= right + 4;
     if (!on && !dragged) return -1;
     const double share = std::clamp((x + 0.5 - left) / (right - left), 0.0, 1.0);
     return std::min(int(share * end), end - 1);
@@ -133,6 +135,10 @@ int cutAt(int x, int y, int end) {
     return -1;
 }
 
+int stemOfStripAt(int x, int y, size_t stems) {
+    return stemAt(x, y, stems, left, rowsBottom);
+}
+
 int entryAt(int ms) {
     return int(&programmeAt(float(ms * 0.001)) - programme().data());
 }
@@ -142,11 +148,14 @@ Ink segmentInk(int entry) {
 }
 
 void drawTimeline(const DeskState& state) {
-    drawPane(margin - 4, margin - 4, screenWidth - 2 * margin + 8, timelineHeight);
+    drawPane(margin - 4, margin - 4, screenWidth - 2 * margin + 8, stripHeight(state.stems.size()));
     drawTicks(state.end);
     drawSegments(state);
-    drawWaveform(state.waveform);
-    drawBars(state.end);
+    drawWaveform(state.waveform, left, waveBottom(state) + waveHeight / 2, waveHeight / 2,
+                 Ink{0.42f, 0.56f, 0.78f, 0.55f}, Ink{0.72f, 0.83f, 1.00f, 0.90f});
+    drawStemRows(state, left, rowsBottom);
+    drawBars(state);
     drawLoop(state);
+    drawStemNames(state, left, rowsBottom);
     drawPosition(state);
 }

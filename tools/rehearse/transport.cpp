@@ -90,10 +90,10 @@ void Transport::setLoop(int from, int to) {
     if (to - from >= shortestLoop) loop = Loop{from, to};
 }
 
-void Transport::replaceStream(sound::Stream* other) {
+void Transport::replaceMusic(std::unique_ptr<sound::Decoder> track) {
     const int ms = rawPosition();
     sound::closeStream(stream);
-    stream = other;
+    stream = track ? sound::openStream(std::make_unique<StemMix>(std::move(track), faders)) : nullptr;
     moveTo(ms);
     if (stream) sound::play(channel, stream);
     if (stream && held) sound::setPaused(channel, true);

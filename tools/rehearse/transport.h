@@ -1,11 +1,13 @@
 // The music under the author's hands: it can be held and go on, moved, stepped by frames and looped.
 #pragma once
 
+#include <memory>
 #include <optional>
 
 #include "app/clock.h"
 #include "sound/heard_position.h"
 #include "sound/sound.h"
+#include "tools/rehearse/stem_mix.h"
 
 // Whole milliseconds of the music.
 struct Loop {
@@ -18,6 +20,7 @@ struct Transport : MusicSource {
     // What is held, and where jumps lead to, is a frame of this rate: one that a film of the show has too.
     static constexpr int framesPerSecond = 60;
 
+    std::shared_ptr<Faders> faders = std::make_shared<Faders>();  // of the music's stems
     sound::Stream* stream = nullptr;  // nullptr: a music without sound, that runs by the machine's clock
     sound::Playhead silent;           // where that one is
     int end = 0;                      // the first millisecond that is not played any more
@@ -41,8 +44,8 @@ struct Transport : MusicSource {
     // From the next turn on. A loop shorter than a bar's sixteenth is none.
     void setLoop(int from, int to);
 
-    // Lets another stream, which may be nullptr, play in the place of this one, which is closed.
-    void replaceStream(sound::Stream* other);
+    // Lets another music, or none if it is nullptr, play in the place of this one.
+    void replaceMusic(std::unique_ptr<sound::Decoder> track);
 
     int rawPosition();
     void moveTo(int ms);

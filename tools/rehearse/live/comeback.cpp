@@ -37,7 +37,7 @@ struct Handed {
 constexpr int callsOfHandler = 2;  // the first of them
 
 int ends[2] = {-1, -1};  // of the pipe
-std::array<pid_t, 2> builds;
+std::array<pid_t, 3> builds;
 char** words = nullptr;
 timer_t workTimer;
 
@@ -102,7 +102,7 @@ std::optional<Comeback> takeComeback() {
     Loop loop;
     std::istringstream text(handed.state);
     text >> state.ms >> state.held >> loop.from >> loop.to >> state.deskShown >> state.counterQ >>
-        state.counterA >> state.begin;
+        state.counterA >> state.stems.shown >> state.stems.muted >> state.stems.soloed >> state.begin;
     text.ignore();
     for (std::string* line : {&state.before, &state.failed, &state.sources, &state.turned})
         std::getline(text, *line);
@@ -153,10 +153,10 @@ void setComeback(const Comeback& state) {
         return;
     }
     const Loop loop = state.loop.value_or(Loop{0, 0});
-    snprintf(handed.state, sizeof handed.state, "%d %d %d %d %d %d %d %zu\n%s\n%s\n%s\n%s\n", state.ms,
-             state.held, loop.from, loop.to, state.deskShown, state.counterQ, state.counterA,
-             size_t(state.begin), state.before.c_str(), state.failed.c_str(), state.sources.c_str(),
-             state.turned.c_str());
+    snprintf(handed.state, sizeof handed.state, "%d %d %d %d %d %d %d %d %u %u %zu\n%s\n%s\n%s\n%s\n",
+             state.ms, state.held, loop.from, loop.to, state.deskShown, state.counterQ, state.counterA,
+             state.stems.shown, state.stems.muted, state.stems.soloed, size_t(state.begin),
+             state.before.c_str(), state.failed.c_str(), state.sources.c_str(), state.turned.c_str());
 }
 
 WorkLimit::WorkLimit() {

@@ -17,7 +17,8 @@ struct Comeback {
     std::optional<Loop> loop;
     bool deskShown = true;
     int counterQ = 0, counterA = 0;
-    std::array<pid_t, 2> builds{};  // groups of processes that end with this start
+    StemChoice stems;
+    std::array<pid_t, 3> builds{};  // groups of processes that end with this start
 
     std::string before;   // the library that goes on; empty for what is linked
     std::string failed;   // and the one that did not; empty if there is none that could give way
