@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <sstream>
 
 #include "tests/process.h"
 #include "tests/scratch.h"
@@ -29,6 +30,21 @@ Loudness measure(const std::string& input) {
     const std::string report =
         outputOf("ffmpeg -hide_banner -nostats " + input + " -af ebur128=peak=true -f null - 2>&1");
     return {figureOf(report, "I:"), figureOf(report, "Peak:")};
+}
+
+LoudnessAt measureAt(const std::string& input, double seconds) {
+    std::istringstream report(outputOf("ffmpeg -hide_banner -nostats " + input +
+                                       " -af ebur128=peak=true:framelog=info -f null - 2>&1"));
+    for (std::string line; std::getline(report, line);) {
+        const size_t time = line.find(" t: "), peaks = line.find("FTPK:");
+        if (time == std::string::npos || peaks == std::string::npos) continue;
+        if (std::fabs(std::strtod(line.c_str() + time + 4, nullptr) - seconds) > 0.01) continue;
+        LoudnessAt heard{figureOf(line, " S:"), 0, 0};
+        std::istringstream(line.substr(peaks + 5)) >> heard.left >> heard.right;
+        return heard;
+    }
+    ADD_FAILURE() << "nothing at " << seconds << " s";
+    return {};
 }
 
 Loudness measure(const Stereo& sound) {

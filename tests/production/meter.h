@@ -11,6 +11,11 @@ struct Loudness {
 };
 // The file as ffmpeg is to read it: a quoted path, behind options where its name doesn't tell what it is.
 Loudness measure(const std::string& input);
+// What it shows at a moment, in seconds: LUFS of the last 3 s, dBTP of the last 100 ms.
+struct LoudnessAt {
+    double shortTerm = 0, left = 0, right = 0;
+};
+LoudnessAt measureAt(const std::string& input, double seconds);
 // A sound that no file holds yet.
 Loudness measure(const audio::Stereo& sound);
 
