@@ -115,6 +115,10 @@ std::optional<Level> Meters::at(int ms) const {
     return level;
 }
 
+bool Meters::idle() const {
+    return !work.valid() || work.wait_for(std::chrono::seconds(0)) != std::future_status::timeout;
+}
+
 void Meters::stop() {
     if (measured) measured->stopped = true;
     if (work.valid()) work.wait();

@@ -24,6 +24,9 @@ public:
     // Up to the last tenth of a second before `ms`; nothing where that is not measured yet, or nothing is.
     std::optional<Level> at(int ms) const;
 
+    // Nothing is being measured.
+    bool idle() const;
+
 private:
     struct Measured;
     void stop();

@@ -363,7 +363,8 @@ void Rehearsal::frame() {
         drawDesk(desk);
     }
     const bool listed = !list.open || !numbers.listed.empty() || !mayBeLoaded();
-    if (!pictureFile.empty() && shown == Shown::exact && reload.idle() && listed) {
+    const bool measured = reload.idle() && (desk.level || meters.idle());
+    if (!pictureFile.empty() && shown == Shown::exact && measured && listed) {
         wrote = writeScreen(pictureFile);
         done = true;
     }

@@ -129,6 +129,7 @@ void Stems::take(ShowFile& file) {
     std::vector<SoundFile> files;
     for (const Stem& row : rows) files.push_back(row.file);
     faders->setStems(std::move(files), heard());
+    build.news.push_back("loaded the stems");
 }
 
 // The track goes on.
