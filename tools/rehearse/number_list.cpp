@@ -6,7 +6,6 @@
 #include "render/screen.h"
 #include "tools/formatted.h"
 #include "tools/rehearse/canvas.h"
-#include "tools/rehearse/timeline_strip.h"
 
 namespace {
 
@@ -17,13 +16,12 @@ constexpr Ink turned = {1.00f, 0.86f, 0.45f};
 
 constexpr float width = 328, rowHeight = 15;
 constexpr float x0 = screenWidth - 4 - width;
-constexpr float top = screenHeight - 62, bottom = timelineHeight + 10;
+constexpr float top = screenHeight - 62;
 constexpr float headHeight = 40;  // what is said of the chosen one
 constexpr float rowsTop = top - headHeight - 4;
 constexpr float right = x0 + width - 10;
 constexpr float column = 45;  // of a number
 constexpr size_t columns = 4;
-constexpr int shownRows = int((rowsTop - bottom - 4) / rowHeight);
 
 // A file's name, or a constant's with some of its numbers.
 struct Row {
@@ -106,6 +104,10 @@ void drawHead(const Numbers& numbers) {
 
 }  // namespace
 
+int NumberList::shownRows() const {
+    return int((rowsTop - bottom - 4) / rowHeight);
+}
+
 bool NumberList::isOn(int x, int y) const {
     const float up = float(screenHeight - 1 - y);
     return open && float(x) >= x0 && float(x) < x0 + width && up >= bottom && up < top;
@@ -116,7 +118,7 @@ int NumberList::numberAt(const Numbers& numbers, int x, int y) const {
     const int shown = int(std::floor((rowsTop - float(screenHeight - 1 - y)) / rowHeight));
     const std::vector<Row> rows = rowsOf(numbers);
     const size_t row = size_t(shown + scrolled);
-    if (shown < 0 || shown >= shownRows || row >= rows.size()) return -1;
+    if (shown < 0 || shown >= shownRows() || row >= rows.size()) return -1;
     const std::vector<int>& there = rows[row].numbers;
     // One alone is pointed at by its name as well.
     if (there.size() == 1) return there[0];
@@ -127,7 +129,7 @@ int NumberList::numberAt(const Numbers& numbers, int x, int y) const {
 }
 
 void NumberList::scroll(const Numbers& numbers, int rows) {
-    scrolled = std::clamp(scrolled + rows, 0, std::max(0, int(rowsOf(numbers).size()) - shownRows));
+    scrolled = std::clamp(scrolled + rows, 0, std::max(0, int(rowsOf(numbers).size()) - shownRows()));
 }
 
 void NumberList::reveal(const Numbers& numbers) {
@@ -135,7 +137,7 @@ void NumberList::reveal(const Numbers& numbers) {
     for (int i = 0; i < int(rows.size()); i++) {
         const std::vector<int>& there = rows[size_t(i)].numbers;
         if (std::find(there.begin(), there.end(), numbers.chosen) == there.end()) continue;
-        scrolled = std::clamp(scrolled, i - shownRows + 1, std::max(i - 1, 0));
+        scrolled = std::clamp(scrolled, i - shownRows() + 1, std::max(i - 1, 0));
     }
     scroll(numbers, 0);
 }
@@ -143,15 +145,15 @@ void NumberList::reveal(const Numbers& numbers) {
 void drawNumbers(const Numbers& numbers, const NumberList& list) {
     if (!list.open) return;
     beginCanvas();
-    drawPane(x0, bottom, width, top - bottom);
+    drawPane(x0, list.bottom, width, top - list.bottom);
     const std::vector<Row> rows = rowsOf(numbers);
     if (rows.empty())
         write(x0 + 10, baseOf(0), helvetica12, quiet,
               "the show's code is being built: its numbers come then");
-    for (int i = 0; i < shownRows && i + list.scrolled < int(rows.size()); i++)
+    for (int i = 0; i < list.shownRows() && i + list.scrolled < int(rows.size()); i++)
         drawRow(numbers, rows[size_t(i + list.scrolled)], baseOf(i));
-    if (int(rows.size()) > shownRows) {
-        const float all = rowsTop - bottom - 4, share = float(shownRows) / float(rows.size());
+    if (int(rows.size()) > list.shownRows()) {
+        const float all = rowsTop - list.bottom - 4, share = float(list.shownRows()) / float(rows.size());
         const float from = float(list.scrolled) / float(rows.size());
         fillBox(x0 + width - 5, rowsTop - all * (from + share), 3, all * share, bright.faded(0.35f));
     }

@@ -2,10 +2,12 @@
 #pragma once
 
 #include "tools/rehearse/numbers.h"
+#include "tools/rehearse/timeline_strip.h"
 
 struct NumberList {
     bool open = false;
-    int scrolled = 0;  // rows
+    int scrolled = 0;                    // rows
+    float bottom = stripHeight(0) + 10;  // pixels: above the timeline
 
     // A point of the screen, y counted from the top as a mouse does.
     bool isOn(int x, int y) const;
@@ -14,6 +16,7 @@ struct NumberList {
     void scroll(const Numbers& numbers, int rows);
     // Until the chosen one is seen.
     void reveal(const Numbers& numbers);
+    int shownRows() const;
 };
 
 void drawNumbers(const Numbers& numbers, const NumberList& list);

@@ -358,6 +358,7 @@ void Rehearsal::frame() {
     transport.held ? drawHeld() : drawPlaying();
     if (app.screenshotRequested) saveScreenshot();
     describeDesk();
+    list.bottom = stripHeight(desk.stems.size()) + 10;
     if (deskShown) {
         drawNumbers(numbers, list);
         drawDesk(desk);
