@@ -1,6 +1,8 @@
 // Stems and meters of a rehearsal: what is heard with which keys, and how loud it is said to be.
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
+#include <tuple>
 
 #include "tests/production/meter.h"
 #include "tests/sound/signal.h"
@@ -52,6 +54,17 @@ public:
     bool says(const std::string& words) const {
         return await([&] { return contentOf(scratch.file("state")).find(words) != std::string::npos; });
     }
+    // When a frame was shown, and of which millisecond, after what the output holds now has been heard.
+    std::pair<double, int> nextMoment() const {
+        const double from = secondsNow() + 0.7;
+        double now = 0;
+        int ms = 0;
+        await([&] {
+            const std::string all = contentOf(scratch.file("state"));
+            return sscanf(all.c_str(), "now: %lf time: %d", &now, &ms) == 2 && now > from;
+        });
+        return {now, ms};
+    }
     std::optional<Stems3> stems;
 };
 
@@ -70,11 +83,8 @@ TEST_F(RehearseSound, KeysMuteAndSoloStemsInStepWithTheTrack) {
     };
     std::vector<Heard> all;
     const auto listenFor = [&](const std::vector<float>& due) {
-        // What the output holds is heard first.
-        sleepSeconds(0.7);
         all.push_back({due});
-        all.back().ms = time();
-        all.back().moment = secondsNow();
+        std::tie(all.back().moment, all.back().ms) = nextMoment();
         sleepSeconds(0.5);
     };
     const std::vector<float> track = decodeVorbis(scratch.file(music));
@@ -128,10 +138,8 @@ TEST_F(RehearseSound, BrokenStemsAreOneLineAndTheTrackGoesOn) {
     const std::string problem = "\nproblem: no stems: build/stems/hum.ogg: the file ends too early\n";
     ASSERT_TRUE(says(problem)) << contentOf(scratch.file("state"));
     act("key --window %1 1 Home");
-    sleepSeconds(0.7);
-    const int ms = time();
-    const double moment = secondsNow();
-    sleepSeconds(0.4);
+    const auto [moment, ms] = nextMoment();
+    sleepSeconds(0.5);
     EXPECT_TRUE(says(problem));
     EXPECT_EQ(state("stem"), "");
     recorder.samples();
@@ -166,14 +174,15 @@ TEST_F(RehearseSound, LoudnessAndPeaksAreThoseOfAnIndependentMeter) {
     compare(music, 60);
     act("key --window %1 Page_Down");
     compare(music, 90);
-    act("key --window %1 Home Right Right");
-    compare(music, 2);
+    act("key --window %1 Home");
+    act("key --window %1 Up");
+    compare(music, 5);
     act("key --window %1 m");
     ASSERT_TRUE(says("\nstem: noise\nstem: hum\nstem: beep\n"));
     const std::string before = state("loudness");
     act("key --window %1 shift+1");
     EXPECT_TRUE(await([&] { return !state("loudness").empty() && state("loudness") != before; }));
-    compare("build/stems/noise.ogg", 2);
+    compare("build/stems/noise.ogg", 5);
 }
 
 // What the sound's thread reads while faders move: no step that the sound itself has not, and the sums that
