@@ -100,9 +100,9 @@ const std::vector<Softbox> studioLamps = {
     {0, 36, {0.9f, 0.010f}, 2, 0.010f, light(0.20f, 0.31f, 0.45f)},
     {0, 68, {1.5f, 0.024f}, 2, 0.016f, light(0.18f, 0.21f, 0.24f)},
     // A cold one and its tube on his left, a warm one and its tube on his right.
-    {-64, 10, {0.20f, 0.6f}, 5, 0.10f, light(0.022f, 0.040f, 0.062f)},
+    {-64, 10, {0.20f, 0.6f}, 5, 0.10f, light(0.017f, 0.031f, 0.048f)},
     {-52, 10, {0.010f, 0.6f}, 5, 0.010f, light(0.18f, 0.32f, 0.56f)},
-    {70, 0, {0.16f, 0.7f}, -8, 0.09f, light(0.045f, 0.023f, 0.007f)},
+    {70, 0, {0.16f, 0.7f}, -8, 0.09f, light(0.036f, 0.018f, 0.006f)},
     {58, 0, {0.010f, 0.7f}, -8, 0.010f, light(0.59f, 0.35f, 0.13f)},
     // Fills below him and on both sides.
     {10, -36, {0.7f, 0.05f}, -4, 0.05f, light(0.03f, 0.015f, 0.006f)},
