@@ -1,8 +1,5 @@
-// Takes finished frames out of GL without waiting for them: reading one back goes on while the next is drawn,
-// and another thread hands them to whoever writes them.
+// Takes finished frames out of GL; another thread hands them to whoever writes them.
 #pragma once
-
-#include <GL/glew.h>
 
 #include <condition_variable>
 #include <cstdint>
@@ -23,22 +20,18 @@ struct Grabber {
     explicit Grabber(Write write);
     ~Grabber();
 
-    // After drawing a frame: starts reading it back and hands the one before over. False once a write failed,
-    // or with a `problem` if a frame can't be read back.
+    // After drawing a frame: reads it back and hands it over. False once a write failed, or with a `problem`
+    // if it can't be read back.
     bool grab();
-    // Hands the last frame over, waits until all are written and tells whether they were.
+    // Waits until all are written and tells whether they were.
     bool finish();
 
     std::string problem;
 
     // From here on its own.
-    void handOver(GLuint buffer);
-    bool fail(GLenum error);
     void work();
 
     Write write;
-    GLuint buffers[2];
-    int64_t grabbed = 0;
     std::mutex mutex;
     std::condition_variable changed;
     std::deque<Picture> waiting;  // to be written
