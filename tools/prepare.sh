@@ -4,7 +4,7 @@ playPackages=(g++ cmake ninja-build pkg-config libsdl1.2-dev libgl1-mesa-dev lib
               freeglut3-dev libpng-dev libjpeg-dev libvorbis-dev libasound2-dev libkissfft-dev
               libsamplerate0-dev libxxhash-dev libgtest-dev libgl1-mesa-dri xvfb x11-utils
               libasound2-plugins ffmpeg glslang-tools libassimp-dev libebur128-dev)
-testPackages=(clang-format pulseaudio-utils xdotool openbox sway swaybg xwayland clang libc++-dev iproute2
+testPackages=(chromium clang-format pulseaudio-utils xdotool openbox sway swaybg xwayland clang libc++-dev iproute2
               openssh-client openssh-server slurm-wlm munge assimp-testmodels mesa-vulkan-drivers)
 fuzzPackages=(libclang-rt-dev llvm)
 
