@@ -1,5 +1,6 @@
 // Films as other programs see them: what they say of themselves, and what comes back out of them.
 #include <gtest/gtest.h>
+#include <signal.h>
 
 #include <algorithm>
 #include <cmath>
@@ -98,6 +99,31 @@ const Fields taggedForTheNet = {{"codec_name", "h264"},      {"pix_fmt", "yuv420
                                 {"color_transfer", "bt709"}, {"color_primaries", "bt709"},
                                 {"has_b_frames", "0"},       {"chroma_location", "center"}};
 
+// What a browser says of a film that it has played to its end.
+std::string playedByBrowser(const std::string& film) {
+    const ScratchDirectory home;
+    const std::string said = home.file("said"),
+                      page = home.write(
+                          "page.html",
+                          "<video id=film src='" + film +
+                              "'></video><script>film.onerror = () => console.log('{refused}');\n"
+                              "film.onended = () => "
+                              "console.log(`{${film.getVideoPlaybackQuality().totalVideoFrames} frames, ` +\n"
+                              "                                 `${(film.duration - "
+                              "film.currentTime).toFixed(2)} s left}`);\n"
+                              "film.play();</script>");
+    const pid_t browser = startShell(
+        "exec chromium --headless --no-sandbox --disable-gpu --mute-audio "
+        "--autoplay-policy=no-user-gesture-required --enable-logging=stderr "
+        "--user-data-dir=" +
+        home.file("profile") + " file://" + page + " 2>" + said);
+    await(browser, [&] { return contentOf(said).find('}') != std::string::npos; });
+    endProcess(browser, SIGTERM);
+    const std::string words = contentOf(said);
+    const size_t begin = words.find('{'), end = words.find('}');
+    return end == std::string::npos ? "" : words.substr(begin + 1, end - begin - 1);
+}
+
 // Strangers' tools go by what a film says of itself, in its stream and in its container.
 TEST(Film, CanBePutOnTheNetAsItIs) {
     const ScratchDirectory scratch;
@@ -117,6 +143,7 @@ TEST(Film, CanBePutOnTheNetAsItIs) {
     EXPECT_GE(std::stoi(streamOf(film, "a")["bit_rate"]), 192000);
 
     EXPECT_EQ(groupsOf(film), "K.........K.");
+    EXPECT_EQ(playedByBrowser(film), "12 frames, 0.00 s left");
     const std::string bytes = contentOf(film);
     EXPECT_LT(bytes.find("moov"), bytes.find("mdat"));
     EXPECT_NE(bytes.find("colrnclx"), std::string::npos);
