@@ -39,9 +39,9 @@ struct KindRow {
 };
 
 // In the order of FilmKind. At the first quantizer 95 of 100 pixels come back within 3 levels of the
-// brightness that was drawn; enlarged pictures are smoother. A rate factor would vary it by a look through
-// each picture beforehand, for a quarter of the encoder's cycles. The archive's pictures need none before
-// them.
+// brightness that was drawn; enlarged pictures are smoother. A rate factor, which films that are made less
+// often have, varies it by a look through each picture beforehand, for a quarter of the encoder's cycles. The
+// archive's pictures need none before them.
 const KindRow rows[] = {
     {"--net", 0, 0, quickest + std::string(" -qp 15"), aac + std::string(" -b:a 256k")},
     {"--upload", 60, 1080, quickest + std::string(" -qp 19"), aac + std::string(" -b:a 384k")},
