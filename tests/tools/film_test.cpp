@@ -113,7 +113,7 @@ std::string playedByBrowser(const std::string& film) {
                               "film.currentTime).toFixed(2)} s left}`);\n"
                               "film.play();</script>");
     const pid_t browser = startShell(
-        "exec chromium --headless --no-sandbox --disable-gpu --mute-audio "
+        "exec chromium --headless --no-sandbox --disable-dev-shm-usage --disable-gpu --mute-audio "
         "--autoplay-policy=no-user-gesture-required --enable-logging=stderr "
         "--user-data-dir=" +
         home.file("profile") + " file://" + page + " 2>" + said);
