@@ -422,7 +422,7 @@ void Numbers::write(int index) {
     std::ifstream file(path, std::ios::binary);
     const std::string text{std::istreambuf_iterator<char>(file), {}};
     if (text != source->text || text.substr(number.at, number.source.size()) != number.source) {
-        news.push_back("not written: " + number.file + " is not what is shown: it was changed meanwhile");
+        news.push_back("not written: " + number.file + " was changed meanwhile");
         return;
     }
     std::string changed = text;
