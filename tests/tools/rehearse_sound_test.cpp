@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <tuple>
 
+#include "production/making/laying.h"
 #include "tests/production/meter.h"
 #include "tests/sound/signal.h"
 #include "tests/sound/sound_server.h"
@@ -115,7 +116,7 @@ TEST_F(RehearseSound, KeysMuteAndSoloStemsInStepWithTheTrack) {
         ASSERT_LT(size_t(heard.recorded) + count, recorded.size());
         const auto place =
             locate(recorded, heard.recorded, heard.due, long(heard.ms) * recordRate / 1000, 20000);
-        ASSERT_TRUE(place) << heard.ms;
+        ASSERT_TRUE(place) << &heard - all.data() << " " << heard.ms;
         heard.place = *place;
         std::vector<float> rest(recorded.begin() + heard.recorded, recorded.begin() + heard.recorded + count);
         const double level = rmsOf(rest);
@@ -275,8 +276,10 @@ public:
     void SetUp() override {
         RehearsalWindow::SetUp();
         linkDataSet(scratch.path);
-        stems.emplace(scratch.path / "ready", scratch.path / ::music);
+        stems.emplace(scratch.path / "ready", scratch.path / "made.ogg");
         inside.emplace(scratch.path);
+        fs::remove(::music);
+        ASSERT_TRUE(lay({{"made.ogg", fs::path(::music).filename()}}, "data"));
         begin("", {});
         rehearsal->stems.build.command = {
             "sh", "-c",
@@ -337,6 +340,14 @@ TEST_F(RehearseStems, AreMadeWhenTheyAreShownAndAgainWithTheScore) {
     rehearsal->frame();
     EXPECT_TRUE(rehearsal->desk.stems.empty());
     makeData();
+    EXPECT_EQ(runs(), 3u);
+
+    // Of a soundtrack that the score has not made there are none.
+    fs::copy_file("ready/hum.ogg", ::music, fs::copy_options::overwrite_existing);
+    key(SDLK_m);
+    rehearsal->frame();
+    EXPECT_EQ(rehearsal->stems.problem.find("no stems: data/KVX - Ondrevane2.ogg is yours"), 0u);
+    EXPECT_TRUE(rehearsal->desk.stems.empty());
     EXPECT_EQ(runs(), 3u);
 }
 
