@@ -56,7 +56,7 @@ struct CodeRehearsal {
     explicit CodeRehearsal(const fs::path& root) {
         for (const char* part : {"effects", "script", "render", "geometry", "image", "tools/rehearse/live",
                                  "app/clock.h", "production/making/at_its_start"}) {
-            fs::create_directories(fs::path(part).parent_path());
+            fs::create_directories(fs::absolute(part).parent_path());
             fs::copy(root / part, part, fs::copy_options::recursive);
         }
         process = startProgram(
