@@ -14,14 +14,15 @@ constexpr int size = 1024;
 constexpr float unitsPerRepeat = 500;
 
 // What is let through at a height, in units from the eye's: embers below, azure above. The glow makes up to
-// two hundred of one and rounds on its way: what is 16 of 255 fills its surroundings on a beat, what is 8
-// shines alike at all times and keeps a falloff. So of the two that each hue is made of the stronger is 16
-// and the other 8. In the middle red and blue are held back, or a beat makes one fuchsia of them.
+// two hundred of one, in steps of which software rounds each to the nearest and graphics cards drop what is
+// over: there what is under 20 of 255 goes out. So of the two that each hue is made of the stronger is 48,
+// and the other as low as 10, or what software doubles on a beat turns white. In the middle red and blue are
+// held back, or it makes one fuchsia of them.
 const std::vector<Stop> tints = {
-    {-190, opaque(0.064f, 0.012f, 0.002f)}, {-130, opaque(0.064f, 0.026f, 0.000f)},
-    {-70, opaque(0.060f, 0.033f, 0.000f)},  {-25, opaque(0.050f, 0.010f, 0.018f)},
-    {25, opaque(0.024f, 0.008f, 0.048f)},   {70, opaque(0.004f, 0.028f, 0.060f)},
-    {130, opaque(0.000f, 0.033f, 0.064f)},  {190, opaque(0.008f, 0.020f, 0.064f)},
+    {-190, opaque(0.190f, 0.018f, 0.000f)}, {-130, opaque(0.190f, 0.040f, 0.000f)},
+    {-70, opaque(0.170f, 0.046f, 0.000f)},  {-25, opaque(0.130f, 0.004f, 0.030f)},
+    {25, opaque(0.040f, 0.002f, 0.130f)},   {70, opaque(0.000f, 0.040f, 0.170f)},
+    {130, opaque(0.000f, 0.046f, 0.190f)},  {190, opaque(0.008f, 0.026f, 0.190f)},
 };
 
 // The corona shines through the figure in stripes, as through glass that is clear and smoked by turns.
