@@ -290,7 +290,7 @@ TEST_F(RehearseCode, ItsTablesAreLoadedAsTheyAreNow) {
     const std::string film = shot();
     write({{"\"laatikko\"", "\"box\""}, {picture, "data/missing.png"}});
     ASSERT_TRUE(says("problem: data/missing.png: No such file or directory"));
-    EXPECT_TRUE(shot() == film);
+    EXPECT_TRUE(await([&] { return shot() == film; }));
     write({{picture, otherPicture}, {model, otherModel}});
     ASSERT_TRUE(await([&] { return state("problem").empty() && shot() != film; }));
     for (const auto& [file, bytes] : {std::pair{otherPicture, content}, {otherModel, box}}) {
@@ -337,7 +337,7 @@ TEST_F(RehearseCode, ANumberIsTurnedAndWrittenBack) {
     scratch.write(heap, theirs);
     ASSERT_TRUE(says("problem: " + heap + ":1:1: error: "));
     act("key --window %1 Return");
-    EXPECT_TRUE(says("message: not written: " + heap + " is not what is shown: it was changed meanwhile\n"));
+    EXPECT_TRUE(says("message: not written: " + heap + " was changed meanwhile\n"));
     EXPECT_EQ(contentOf(scratch.file(heap)), theirs);
     EXPECT_EQ(state("turned"), place + " = 480 (510)");
 }
@@ -371,47 +371,6 @@ TEST_F(RehearseCode, ACutIsDragged) {
     drag(100);
     EXPECT_TRUE(await([&] { return state("segment") == "torn tunnel"; }));
     EXPECT_EQ(state("bounds").find(" - 1:18.030"), std::string::npos);
-}
-
-// What the compiler needs as a constant is none of them, and a crash by a number leads back to the source's.
-// Shaders have numbers, too: what a uniform is unless it is told, and constants.
-TEST_F(RehearseCode, EveryKindOfNumberIsTurned) {
-    const std::string probes = "effects/probes.cpp", top = "constexpr float probeScale",
-                      draw = "void Probes::draw() {\n";
-    const std::string shader = "data/shaders/smoke2.fs";
-    std::string code = "#include <array>\n" + contentOf(probes);
-    code.insert(code.find(top),
-                "constexpr int lanes = 2;\nconstexpr int parts = 1;\nstd::array<int, 2 * lanes> inLanes;\n");
-    code.insert(code.find(draw) + draw.size(), "    inLanes[0] = 10 / parts;\n");
-    scratch.write(probes, code);
-    std::string text = contentOf(shader);
-    text.replace(text.find("110"), 3, "120");
-    text.insert(text.find("void main"), "uniform float gain = 1.0;\nconst float lift = 0.0;\n");
-    text.insert(text.rfind('}'), "gl_FragColor.rgb = gain * gl_FragColor.rgb + lift;\n");
-    std::filesystem::remove(scratch.path / shader);
-    scratch.write(shader, text);
-    rehearse({"90", "--held", "--numbers", "-nosound"});
-    ASSERT_TRUE(says("number: " + probes)) << contentOf(scratch.file("state"));
-    EXPECT_EQ(contentOf(scratch.file("state")).find(": lanes"), std::string::npos);
-    const std::string film = shot();
-    std::string before = film;
-    for (const char* name : {"gain", "lift"}) {
-        choose(shader, name);
-        act("key --window %1 Right");
-        const std::string turned = shot();
-        EXPECT_TRUE(turned != before) << name;
-        act("key --window %1 Return");
-        ASSERT_TRUE(says("message: loaded " + shader)) << contentOf(scratch.file("state"));
-        EXPECT_TRUE(shot() == turned) << name;
-        before = turned;
-    }
-    choose(probes, "parts");
-    act("key --window %1 Left");
-    ASSERT_TRUE(says("problem: " + probes)) << contentOf(scratch.file("state"));
-    EXPECT_NE(state("problem").find(": parts = 0 (1): the code crashed: Floating point exception"),
-              std::string::npos)
-        << state("problem");
-    EXPECT_TRUE(shot() == before);
 }
 
 TEST_F(RehearseProgram, WrongWordsAreOneLine) {

@@ -11,6 +11,8 @@
 struct StemState {
     std::string name, waveform;  // the latter may still be empty
     bool muted = false, soloed = false, heard = true;
+
+    bool operator==(const StemState&) const = default;
 };
 
 // All that the desk shows.
@@ -36,6 +38,8 @@ struct DeskState {
     std::vector<StemState> stems;       // those that are shown
     std::optional<Level> level;         // of what is heard, where it is measured
     bool help = false;                  // the keys are shown
+
+    bool operator==(const DeskState&) const = default;
 };
 
 // As the score counts: bar 0 begins with beat 0 of the clock, bars before it are negative; beats from 1 to 4.

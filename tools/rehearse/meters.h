@@ -13,6 +13,8 @@ struct Level {
     float loudness = 0;               // LUFS, of the last 3 s (EBU R 128, "short-term")
     float left = -120, right = -120;  // dBTP, of the last 100 ms
     float held = -120;                // dBTP, the most of both sides in the last 3 s
+
+    bool operator==(const Level&) const = default;
 };
 
 class Meters {

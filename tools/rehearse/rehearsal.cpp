@@ -146,6 +146,7 @@ void Rehearsal::keepComeback() {
 }
 
 void Rehearsal::handleEvent(const SDL_Event& event) {
+    touched = true;
     switch (event.type) {
         case SDL_KEYDOWN:
             // Every tap counts; one that is held down counts once a frame, however long that takes.
@@ -220,6 +221,8 @@ void Rehearsal::press(int x, int y, bool forLoop) {
     const int cut = forLoop ? -1 : cutAt(x, y, transport.end);
     if (cut > 0) {
         loadNumbers();
+        hands.cutBounds = {milliseconds(programme()[cut - 1].begin),
+                           milliseconds(programme()[cut + 1].begin)};
         return takeNumber(numbers.cutOf(cut), Hands::cut, ms);
     }
     hands.dragged = forLoop ? Hands::loopEdge : Hands::position;
@@ -296,12 +299,16 @@ void Rehearsal::turnTo(double steps) {
         seeNumbers();
 }
 
-// By whole beats, as the cuts lie on the music; with Shift by milliseconds.
+// By whole beats, as the cuts lie on the music; with Shift by milliseconds. As far as its neighbours, however
+// fast the mouse is.
 void Rehearsal::dragCut(int ms) {
     if (numbers.chosen < 0) return;
-    const double beat = 60000.0 / showtime::beatsPerMinute;
-    const double by = hands.holds(SDLK_LSHIFT, SDLK_RSHIFT) ? ms : std::round(ms / beat) * beat;
-    const int to = int(std::lround(std::atoi(hands.turnedFrom.c_str()) + by));
+    const double step = hands.holds(SDLK_LSHIFT, SDLK_RSHIFT) ? 1 : 60000.0 / showtime::beatsPerMinute;
+    const int from = std::atoi(hands.turnedFrom.c_str());
+    const double least = std::ceil((hands.cutBounds.from + 1 - from) / step);
+    const double most = std::floor((hands.cutBounds.to - 1 - from) / step);
+    const double steps = std::max(std::min(std::round(ms / step), most), least);
+    const int to = int(std::lround(from + steps * step));
     if (numbers.turnTo(numbers.chosen, std::to_string(to))) seeNumbers();
 }
 
@@ -355,9 +362,16 @@ void Rehearsal::frame() {
     transport.turn();
     const bool settled = shown == Shown::exact || shown == Shown::tapped;
     const bool still = transport.held && !transport.jumped && settled;
-    transport.held ? drawHeld() : drawPlaying();
+    if (!still || touched) transport.held ? drawHeld() : drawPlaying();
     if (app.screenshotRequested) saveScreenshot();
     describeDesk();
+    if (still && !touched) {
+        // The window keeps what it shows.
+        if (desk == shownDesk && pictureFile.empty()) return SDL_Delay(idle);
+        picture.show();
+    }
+    touched = false;
+    shownDesk = desk;
     list.bottom = stripHeight(desk.stems.size()) + 10;
     if (deskShown) {
         drawNumbers(numbers, list);

@@ -33,6 +33,7 @@ struct Hands {
     enum Dragged { nothing, position, loopEdge, cut, number } dragged = nothing;
     int dragStart = 0;       // milliseconds or, of a number, pixels
     std::string turnedFrom;  // what a number was then
+    Loop cutBounds = {};     // between what a cut lies
 
     bool holds(SDLKey left, SDLKey right) const { return down.contains(left) || down.contains(right); }
 };
@@ -98,6 +99,8 @@ struct Rehearsal {
 
 private:
     StoredPicture picture;  // of what is held
+    DeskState shownDesk;    // in the window
+    bool touched = true;    // since that was drawn
     Hands hands;
     FrameRate rate;
     double lastJump = 0;  // seconds

@@ -13,6 +13,8 @@
 struct Loop {
     int from;
     int to;  // not part of it
+
+    bool operator==(const Loop&) const = default;
 };
 
 struct Transport : MusicSource {
