@@ -59,12 +59,13 @@ class Screens : public Program {
 public:
     void SetUp() override { linkData(); }
 
-    // The show's own shot of what it draws now. Once a second one has been begun, it is whole.
+    // The show's own shot of what it draws now: the second, since the first may be of the frame in which the
+    // music is still being moved. Once a third one has been begun, it is whole.
     template <typename Press>
     Image shoot(Press press) const {
-        while (!std::filesystem::exists(scratch.path / "w:/shots/shot0001.png") && runs()) press("F11");
+        while (!std::filesystem::exists(scratch.path / "w:/shots/shot0002.png") && runs()) press("F11");
         Image shot{};
-        EXPECT_EQ(loadImage(scratch.file("w:/shots/shot0000.png").c_str(), &shot, 0), 0);
+        EXPECT_EQ(loadImage(scratch.file("w:/shots/shot0001.png").c_str(), &shot, 0), 0);
         return shot;
     }
 
