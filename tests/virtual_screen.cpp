@@ -3,10 +3,10 @@
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 #include <signal.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cstdio>
+#include <filesystem>
 
 namespace {
 
@@ -47,26 +47,17 @@ VirtualScreen::VirtualScreen(int width, int height, bool managed) : width(width)
     fclose(lines);
     if (!display) problem = "Xvfb does not start";
     if (!display || !managed) return;
-    manager = startProcess({"openbox"});
-    while (!isManaged()) {
-        if (waitpid(manager, nullptr, WNOHANG) != 0) {
-            problem = "openbox does not start";
-            return;
-        }
-        usleep(20000);
-    }
+    // Windows that ask to be shown while it starts are forgotten: SDL 1.2 then waits for its own without end.
+    const ScratchDirectory folder;
+    const std::string started = folder.file("started");
+    manager = startProcess({"openbox", "--startup", "touch " + started});
+    if (!await(manager, [&] { return std::filesystem::exists(started); })) problem = "openbox does not start";
 }
 
 VirtualScreen::~VirtualScreen() {
     if (display) XCloseDisplay(x(display));
     if (manager > 0) endProcess(manager, SIGKILL);
     if (server > 0) endProcess(server, SIGKILL);
-}
-
-bool VirtualScreen::isManaged() const {
-    XWindowAttributes attributes;
-    return XGetWindowAttributes(x(display), DefaultRootWindow(x(display)), &attributes) &&
-           attributes.all_event_masks & SubstructureRedirectMask;
 }
 
 std::vector<uint32_t> VirtualScreen::grab() const {

@@ -40,8 +40,6 @@ private:
     std::string name;
     pid_t server = -1, manager = -1;
     void* display = nullptr;  // the X library's, whose names would get in the tests' way
-
-    bool isManaged() const;
 };
 
 // A Wayland desktop that fills a virtual screen, its background lit. As long as it lives, programs that this
