@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-enum class Goal { none, ratioAtMost, ratioAtLeast, valueAtMost, valueAtLeast };
+enum class Goal { none, ratioAtMost, ratioAtLeast, valueAtMost };
 
 struct Figure {
     std::string name;
@@ -51,10 +51,11 @@ Figures benchLoaders(const std::string& filter);
 Figures benchBeams(const std::string& filter);
 Figures benchFrames(const std::string& filter);
 Figures benchUndrawnFrames(const std::string& filter);
-Figures benchInstructions(const std::string& filter);
-// What of it runs under valgrind: the frames of the segments whose names hold `filter`, each segment's
-// counted.
-void drawCounted(const std::string& filter);
+// A moment of theirs, and whether the driver takes every call and draws nothing (GALLIUM_NOOP=1, where it
+// knows that), each for a process of its own: wall seconds, the median of its frames, and processor seconds a
+// frame.
+void printMoment(int entry, int frames, int step);
+void printWhetherDrawingIsLeftOut();
 Figures benchCapture(const std::string& filter);
 // A row of it, for a process of its own: frames a second captured and drawn, a line for each pair.
 void printCapturePairs(int row);

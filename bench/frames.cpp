@@ -1,16 +1,23 @@
 // Milliseconds of each part of the programme's frames, against the same frames replayed from a recording of
 // their GL calls: what is over is ours. Live and replayed take turns.
+#include <GL/glew.h>
 #include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
+#include <vector>
 
+#include "app/frame.h"
 #include "bench/bench.h"
-#include "bench/moments.h"
+#include "script/timeline.h"
+#include "tools/capture/stepped_show.h"
 
 namespace {
+
+// The first frames of a moment, which compile and fill caches, count nowhere.
+constexpr int warmUpFrames = 10;
 
 constexpr char leaveDrawingOut[] = "GALLIUM_NOOP=1 ";
 
@@ -29,6 +36,38 @@ constexpr Comparison undrawn = {leaveDrawingOut, 400, 4, 9, 1.03};
 
 constexpr char roomBeginning[] = "139.0";
 constexpr double roomGoal = 0.6;  // ms of one core, drawing left out
+
+// An entry of the programme as a row of the table.
+struct Segment {
+    int entry;
+    std::string name;
+};
+
+// Those whose names hold `filter`.
+std::vector<Segment> segments(const std::string& filter) {
+    std::vector<Segment> all;
+    const auto sheet = programme();
+    for (int entry = 0; entry + 1 < int(sheet.size()); entry++) {
+        char name[64];
+        snprintf(name, sizeof name, "a frame after %.1f s", double(sheet[entry].begin));
+        if (std::string(name).find(filter) != std::string::npos) all.push_back({entry, name});
+    }
+    return all;
+}
+
+// The median of a moment's frames, from when each of them began and what followed the last, in seconds; what
+// began before them is left out.
+double medianFrame(const std::vector<double>& beginnings, int frames) {
+    std::vector<double> durations;
+    for (size_t i = beginnings.size() - frames + warmUpFrames; i < beginnings.size(); i++)
+        durations.push_back(beginnings[i] - beginnings[i - 1]);
+    return median(durations);
+}
+
+struct FrameCost {
+    double wall = 0;     // seconds, the median of the frames: few of them meet other work on the machine
+    double process = 0;  // processor seconds a frame, of all threads
+};
 
 std::string momentCommand(const Comparison& comparison, int entry) {
     return thisProgram("moment " + std::to_string(entry) + " " + std::to_string(comparison.frames) + " " +
@@ -101,4 +140,31 @@ Figures benchUndrawnFrames(const std::string& filter) {
         return {};
     }
     return compareAll(undrawn, filter);
+}
+
+// Frames at equal steps about the middle of an entry.
+void printMoment(int entry, int frames, int step) {
+    SteppedShow show(1000 / step);
+    const auto sheet = programme();
+    const int middle = int(500.0 * (sheet[entry].begin + sheet[entry + 1].begin));
+    std::vector<double> beginnings;
+    double start = 0;
+    for (int i = 0; i < frames; i++) {
+        beginnings.push_back(wallSeconds());
+        if (i == warmUpFrames) start = processSeconds();
+        show.music.ms = middle + (i - frames / 2) * step;
+        renderFrame();
+    }
+    glFinish();
+    beginnings.push_back(wallSeconds());
+    printf("%f %f\n", medianFrame(beginnings, frames), (processSeconds() - start) / (frames - warmUpFrames));
+}
+
+void printWhetherDrawingIsLeftOut() {
+    SteppedShow show(30);
+    float colour[4] = {};
+    glClearColor(1, 0, 0, 0);
+    glClear(GL_COLOR_BUFFER_BIT);
+    glReadPixels(0, 0, 1, 1, GL_RGBA, GL_FLOAT, colour);
+    puts(colour[0] < 0.5f ? "yes" : "no");
 }

@@ -9,8 +9,6 @@
 #include <vector>
 
 #include "bench/bench.h"
-#include "bench/moments.h"
-#include "tools/capture/stepped_show.h"
 
 namespace {
 
@@ -18,13 +16,8 @@ const struct Group {
     const char* name;
     Figures (*run)(const std::string& filter);
 } groups[] = {
-    {"loaders", benchLoaders},
-    {"beams", benchBeams},
-    {"frames", benchFrames},
-    {"undrawn", benchUndrawnFrames},
-    {"instructions", benchInstructions},
-    {"capture", benchCapture},
-    {"reload", benchReload},
+    {"loaders", benchLoaders},       {"beams", benchBeams},     {"frames", benchFrames},
+    {"undrawn", benchUndrawnFrames}, {"capture", benchCapture}, {"reload", benchReload},
     {"flashes", benchFlashes},
 };
 
@@ -32,9 +25,8 @@ const struct Group {
 double excess(const Figure& figure) {
     if (figure.kind == Goal::none) return 0;
     const bool isRatio = figure.kind == Goal::ratioAtMost || figure.kind == Goal::ratioAtLeast;
-    const bool atLeast = figure.kind == Goal::ratioAtLeast || figure.kind == Goal::valueAtLeast;
     const double reached = isRatio ? ratio(figure) : figure.value;
-    return (reached / figure.goal - 1) * (atLeast ? -100 : 100);
+    return (reached / figure.goal - 1) * (figure.kind == Goal::ratioAtLeast ? -100 : 100);
 }
 
 void printRow(const Figure& figure) {
@@ -94,18 +86,6 @@ int runAll(const char* program, const std::vector<std::string>& words) {
     return !reached;
 }
 
-int printMoment(const Moment& moment) {
-    const FrameCost cost = drawMoment(moment);
-    printf("%f %f\n", cost.wall, cost.process);
-    return 0;
-}
-
-int printWhetherDrawingIsLeftOut() {
-    SteppedShow show(30);
-    puts(drawingIsLeftOut() ? "yes" : "no");
-    return 0;
-}
-
 }  // namespace
 
 // Besides the groups, what they run as processes of their own.
@@ -113,10 +93,9 @@ int main(int argc, char** argv) {
     const std::vector<std::string> words(argv + 1, argv + argc);
     const std::string task = words.empty() ? "" : words[0];
     if (task == "moment" && words.size() == 4)
-        return printMoment({std::stoi(words[1]), std::stoi(words[2]), std::stoi(words[3])});
-    if (task == "leaves-drawing-out") return printWhetherDrawingIsLeftOut();
+        return printMoment(std::stoi(words[1]), std::stoi(words[2]), std::stoi(words[3])), 0;
+    if (task == "leaves-drawing-out") return printWhetherDrawingIsLeftOut(), 0;
     if (task == "capture-pairs" && words.size() == 2) return printCapturePairs(std::stoi(words[1])), 0;
-    if (task == "counted" && words.size() == 2) return drawCounted(words[1]), 0;
     for (const Group& group : groups) {
         if (task == "group" && words.size() == 3 && words[1] == group.name) return runGroup(group, words[2]);
     }
