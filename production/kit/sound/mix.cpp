@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <condition_variable>
-#include <mutex>
+#include <deque>
+#include <future>
 #include <thread>
 
 #include "production/kit/sound/arrangement.h"
@@ -75,59 +75,34 @@ void send(const Part& part, Run& run, const std::vector<float>& ducking, Buses& 
     mixAt(part.role == Role::drums ? buses.drums : buses.dry, run.sound, at, gain, channel.pan);
 }
 
-// Plays the parts on all cores, and mixes them in the band's order whoever is ready first, so that the sums
-// are the same each time.
-class Players {
-public:
-    Players(const Song& song, const std::vector<const Part*>& parts, const std::vector<float>& ducking,
-            Buses& buses)
-        : song(song), parts(parts), ducking(ducking), buses(buses) {}
+// The notes that can be heard in the buses' time.
+std::vector<Note> notesInReach(const Song& song, const Part& part, const Buses& buses) {
+    std::vector<Note> notes = notesOf(song, part);
+    const double from = double(buses.origin) / sampleRate;
+    const double to = from + double(buses.dry.frames()) / sampleRate;
+    std::erase_if(notes, [&](const Note& note) {
+        return note.start >= to || note.start + note.length + (from > 0 ? leadIn : ringing) < from;
+    });
+    return notes;
+}
 
-    void playAll() {
-        std::vector<std::thread> others;
-        for (unsigned i = 1; i < std::thread::hardware_concurrency(); i++)
-            others.emplace_back([this] { work(); });
-        work();
-        for (std::thread& other : others) other.join();
+// Plays as many parts at once as there are cores, and mixes them in the band's order whoever is ready first,
+// so that the sums are the same each time.
+void playAll(const Song& song, const std::vector<const Part*>& parts, const std::vector<float>& ducking,
+             Buses& buses) {
+    const size_t cores = std::max(1u, std::thread::hardware_concurrency());
+    std::deque<std::future<std::vector<Run>>> playing;
+    size_t next = 0;
+    for (const Part* part : parts) {
+        for (; next < parts.size() && playing.size() < cores; next++)
+            playing.push_back(std::async(std::launch::async, [&song, &buses, part = parts[next]] {
+                return playPart(*part, notesInReach(song, *part, buses));
+            }));
+        std::vector<Run> runs = playing.front().get();
+        playing.pop_front();
+        for (Run& run : runs) send(*part, run, ducking, buses);
     }
-
-private:
-    void work() {
-        for (;;) {
-            size_t mine;
-            {
-                const std::lock_guard<std::mutex> lock(mutex);
-                mine = next++;
-            }
-            if (mine >= parts.size()) return;
-            std::vector<Run> runs = playPart(*parts[mine], notesInReach(*parts[mine]));
-            std::unique_lock<std::mutex> lock(mutex);
-            turn.wait(lock, [&] { return mixed == mine; });
-            for (Run& run : runs) send(*parts[mine], run, ducking, buses);
-            mixed++;
-            turn.notify_all();
-        }
-    }
-
-    // The notes that can be heard in the buses' time.
-    std::vector<Note> notesInReach(const Part& part) const {
-        std::vector<Note> notes = notesOf(song, part);
-        const double from = double(buses.origin) / sampleRate;
-        const double to = from + double(buses.dry.frames()) / sampleRate;
-        std::erase_if(notes, [&](const Note& note) {
-            return note.start >= to || note.start + note.length + (from > 0 ? leadIn : ringing) < from;
-        });
-        return notes;
-    }
-
-    const Song& song;
-    const std::vector<const Part*>& parts;
-    const std::vector<float>& ducking;
-    Buses& buses;
-    std::mutex mutex;
-    std::condition_variable turn;
-    size_t next = 0, mixed = 0;
-};
+}
 
 bool silent(const Stereo& sound) {
     const auto zero = [](float sample) { return sample == 0; };
@@ -207,7 +182,7 @@ Stereo mixDown(const Song& song, const Window& window, const std::vector<std::st
             parts.push_back(&part);
     const size_t origin = window.from - std::min(window.from, frameAt(leadIn));
     Buses buses(origin, window.to - origin);
-    Players(song, parts, ducking, buses).playAll();
+    playAll(song, parts, ducking, buses);
     if (kept) *kept = {buses.drums, buses.dry};
     sumUp(song, ducking, whole, buses);
     Stereo coloured(buses.dry.frames());
