@@ -6,8 +6,9 @@
 #include <memory>
 #include <vector>
 
+#include "geometry/aml.h"
 #include "geometry/matrix4.h"
-#include "geometry/mesh.h"
+#include "tests/geometry/aml_bytes.h"
 #include "tests/gl_window.h"
 
 // Where GL would have drawn, in window coordinates.
@@ -85,8 +86,8 @@ public:
     // A box around the origin by half its sides; faces look out, or in for something to be inside of.
     void addBox(const char* key, float x, float y, float z, bool inward = false) {
         const float half[] = {x, y, z};
-        std::vector<float> vertices;
-        std::vector<uint16_t> faces;
+        AmlMesh mesh = {{{positionAttrib, 3}, {normalAttrib, 3}, {texCoordAttrib, 2}}, {}, {}, {}};
+        std::vector<float>& vertices = mesh.vertices;
         for (int axis = 0; axis < 3; axis++) {
             for (float side : {-1.f, 1.f}) {
                 const auto first = uint16_t(vertices.size() / 8);
@@ -102,36 +103,20 @@ public:
                 }
                 const bool turn = (side < 0) != inward;
                 for (int corner : {0, 1, 2, 0, 2, 3})
-                    faces.push_back(uint16_t(first + (turn ? (4 - corner) % 4 : corner)));
+                    mesh.faces.push_back(uint16_t(first + (turn ? (4 - corner) % 4 : corner)));
             }
         }
-        addMesh(key, vertices, faces);
+        const std::string bytes = amlFile({mesh});
+        ResDescBytes stream(bytes);
+        sets.push_back(std::make_unique<MeshSet>());
+        loadAml(*sets.back(), stream, key);
+        sets.back()->meshes[0].upload();
+        demo->meshes[key] = sets.back().get();
     }
 
 private:
     inline static PFNGLDRAWRANGEELEMENTSEXTPROC realDraw;
     std::vector<std::unique_ptr<MeshSet>> sets;
-
-    // Vertices of position, normal and texture coordinates.
-    void addMesh(const char* key, const std::vector<float>& vertices, const std::vector<uint16_t>& faces) {
-        auto set = std::make_unique<MeshSet>();
-        set->reset(1);
-        Mesh& mesh = *set->begin();
-        mesh.vertexCount = int(vertices.size() / 8);
-        mesh.faceCount = int(faces.size() / 3);
-        mesh.attribCount = 3;
-        const int sizes[] = {3, 3, 2}, types[] = {positionAttrib, normalAttrib, texCoordAttrib};
-        std::copy_n(sizes, 3, mesh.attribSize);
-        std::copy_n(types, 3, mesh.attribType);
-        mesh.vertices = std::make_unique<float[]>(vertices.size());
-        mesh.faces = std::make_unique<uint16_t[]>(faces.size());
-        std::copy(vertices.begin(), vertices.end(), mesh.vertices.get());
-        std::copy(faces.begin(), faces.end(), mesh.faces.get());
-        mesh.rebuildAttribs();
-        mesh.upload();
-        demo->meshes[key] = set.get();
-        sets.push_back(std::move(set));
-    }
 
     static void GLAPIENTRY recordDraw(GLenum mode, GLuint start, GLuint end, GLsizei count, GLenum type,
                                       const void* indices) {

@@ -8,10 +8,10 @@
 #include <cmath>
 #include <functional>
 #include <limits>
-#include <memory>
 #include <random>
 
 #include "geometry/aml.h"
+#include "tests/geometry/aml_bytes.h"
 
 namespace {
 
@@ -19,23 +19,17 @@ using Triangle = std::array<Vec3, 3>;
 
 // A set of two meshes, the first of them empty; positions don't lie first.
 MeshSet meshOf(const std::vector<Triangle>& triangles) {
-    MeshSet set;
-    set.reset(2);
-    Mesh& mesh = set.meshes[1];
-    mesh.attribCount = 2;
-    mesh.attribType[0] = texCoordAttrib;
-    mesh.attribSize[0] = 1;
-    mesh.attribType[1] = positionAttrib;
-    mesh.attribSize[1] = 3;
-    mesh.rebuildAttribs();
-    mesh.faceCount = int(triangles.size());
-    mesh.vertexCount = 3 * mesh.faceCount;
-    mesh.vertices = std::make_unique<float[]>(4 * mesh.vertexCount);
-    mesh.faces = std::make_unique<uint16_t[]>(mesh.vertexCount);
-    for (int i = 0; i < mesh.vertexCount; i++) {
-        std::copy_n(&triangles[i / 3][i % 3].x, 3, mesh.vertexAttrib(i, positionAttrib));
-        mesh.faces[i] = uint16_t(i);
+    AmlMesh mesh = {{{texCoordAttrib, 1}, {positionAttrib, 3}}, {}, {}, {}};
+    for (const Triangle& triangle : triangles) {
+        for (const Vec3& p : triangle) {
+            mesh.faces.push_back(uint16_t(mesh.faces.size()));
+            mesh.vertices.insert(mesh.vertices.end(), {0, p.x, p.y, p.z});
+        }
     }
+    MeshSet set;
+    const std::string bytes = amlFile({{}, mesh});
+    ResDescBytes stream(bytes);
+    loadAml(set, stream, "test");
     return set;
 }
 

@@ -1,11 +1,10 @@
 // The texture registry: what loading makes of files, good and bad, and what look-ups do.
-#include <png.h>
-
 #include <fstream>
 #include <memory>
 
 #include "image/image.h"
 #include "tests/gl_window.h"
+#include "tests/image/png_kinds.h"
 #include "tests/scratch.h"
 
 namespace {
@@ -90,19 +89,9 @@ TEST_F(TexturesDeathTest, FilesThatAreNoTextureEndTheProgram) {
 }
 
 TEST_F(TexturesDeathTest, SixteenBitSamplesEndTheProgram) {
+    const PngKind& deep = pngKinds[5];
     const std::string path = scratch.file("deep.png");
-    FILE* file = fopen(path.c_str(), "wb");
-    png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
-    png_infop info = png_create_info_struct(png);
-    png_init_io(png, file);
-    png_set_IHDR(png, info, 4, 4, 16, PNG_COLOR_TYPE_RGB, PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT,
-                 PNG_FILTER_TYPE_DEFAULT);
-    png_write_info(png, info);
-    const std::vector<uint8_t> row(4 * 6, 0x80);
-    for (int y = 0; y < 4; y++) png_write_row(png, row.data());
-    png_write_end(png, info);
-    png_destroy_write_struct(&png, &info);
-    fclose(file);
+    makePng(path, deep, testRows(deep.stride, 4));
     EXPECT_EXIT(load(path, "x"), testing::ExitedWithCode(0), "error: File \\[%s\\] not found\\.");
 }
 
