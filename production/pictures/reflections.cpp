@@ -188,51 +188,62 @@ float turnedTo(Direction normal, Direction lamp, float from, float to) {
     return smoothstep(from, to, dot(normal, lamp));
 }
 
-// The robot is lit from the viewer's lower right, and what looks up to his left gets a seventh of it: its
-// maps lay their lights where that falls.
-const Direction keySide = {0.68f, -0.20f, 0.70f};
-
-// One cold rim, on the side of the key; thin, or the glow would lay it over the night as a veil.
-Rgba coldRim(Direction towards) {
-    const float aside = towards.x / (std::hypot(towards.x, towards.y) + 1e-4f);
-    return light(0.30f, 0.60f, 1.0f) *
-           (smoothstep(-0.80f, -0.97f, towards.z) * mix(0.35f, 0.95f, smoothstep(-0.6f, 0.7f, aside)));
+// The robot's maps are multiplied by what its scene's one lamp, which goes along with the viewer, makes of
+// its material; divided by that they lay their own lights wherever they like.
+float litByTheScene(Direction normal) {
+    const Direction lamp = {0.54f, -0.40f, 0.74f};
+    return 0.14f + 0.63f * std::fmax(dot(normal, lamp), 0.0f);
 }
 
-// On the robot's body, which has no other picture: the lit colour times this. Polished and all but black:
-// strips of light with sharp edges, the night's horizon, and a breath of steel towards the key, by which its
-// plates are told to be round. What is paler comes back from the glow as a veil.
+// A warm key from above on the viewer's left, which draws its plates round.
+float keyLight(Direction normal) {
+    const float share = turnedTo(normal, {-0.50f, 0.46f, 0.73f}, 0.48f, 1.0f);
+    return share * share;
+}
+
+// One cold rim, on the side away from the key; thin, or the glow would lay it over the night as a veil.
+float coldRim(Direction normal) {
+    const float side = dot(normal, Direction{0.93f, -0.26f, 0.0f});
+    return smoothstep(0.42f, 0.16f, normal.z) * mix(0.25f, 1.0f, smoothstep(0.0f, 0.7f, side));
+}
+const Rgba rimLight = opaque(0.22f, 0.42f, 0.62f);
+
+// On the robot's body, which has no other picture: the lit colour times this. Enamel of a middle dark, warm
+// towards the key and cold away from it, on which a few lamps leave strips with sharp edges.
 void makeRobotChrome(const char* path) {
     const std::vector<Softbox> lamps = {
-        // Before it on the key's side a tall window of two panes, and a strip on the other.
-        {60, 12, {0.11f, 0.66f}, 4, 0.010f, light(0.44f, 0.56f, 0.74f)},
-        {76, 12, {0.035f, 0.66f}, 4, 0.010f, light(0.32f, 0.44f, 0.64f)},
-        {-70, 16, {0.05f, 0.80f}, 4, 0.012f, light(0.80f, 0.95f, 1.0f)},
-        {8, 58, {0.9f, 0.035f}, -5, 0.012f, light(0.62f, 0.72f, 0.86f)},
-        // Below, for a viewer who looks up at it.
-        {10, -48, {0.9f, 0.05f}, 7, 0.012f, light(0.42f, 0.60f, 0.80f)},
+        // Beside the key a tall window of two panes, and over it a strip.
+        {-58, 24, {0.10f, 0.50f}, 6, 0.010f, opaque(0.95f, 0.80f, 0.58f)},
+        {-74, 24, {0.03f, 0.50f}, 6, 0.010f, opaque(0.95f, 0.80f, 0.58f)},
+        {8, 62, {0.8f, 0.03f}, -5, 0.012f, opaque(0.80f, 0.72f, 0.60f)},
+        // Cold, on the other side and below, for a viewer who looks up at it.
+        {72, 6, {0.03f, 0.66f}, 4, 0.010f, opaque(0.30f, 0.42f, 0.58f)},
+        {10, -48, {0.9f, 0.04f}, 7, 0.012f, opaque(0.34f, 0.50f, 0.66f)},
     };
     makeSphereMap(
         path, lamps,
         [&](Direction towards) {
             const Direction normal = facing(towards);
-            const float steel = turnedTo(normal, keySide, 0.25f, 1.0f);
-            return light(0.003f, 0.004f, 0.007f) + light(0.052f, 0.072f, 0.11f) * (steel * steel) +
-                   light(0.20f, 0.26f, 0.36f) * bell(towards.y - 0.02f, 0.012f) + coldRim(towards);
+            const Rgba cold =
+                opaque(0.012f, 0.022f, 0.042f) * turnedTo(normal, {0.62f, -0.35f, 0.70f}, 0.0f, 1.0f);
+            const Rgba seen = opaque(0.006f, 0.007f, 0.012f) + cold +
+                              opaque(0.300f, 0.178f, 0.088f) * keyLight(normal) + rimLight * coldRim(normal);
+            return seen * (1 / litByTheScene(normal));
         },
         shortRim);
 }
 
 // On its dark works, its glass and the ring: rubber, which mirrors nothing and shows its form by a breath of
-// light from the key's side.
+// cold light from the key's side.
 void makeArmChrome(const char* path) {
     makeSphereMap(
         path, {},
         [&](Direction towards) {
             const Direction normal = facing(towards);
-            return light(0.004f, 0.004f, 0.005f) +
-                   light(0.040f, 0.042f, 0.046f) * turnedTo(normal, keySide, 0.1f, 1.0f) +
-                   coldRim(towards) * 0.35f;
+            const Rgba seen = opaque(0.008f, 0.008f, 0.010f) +
+                              opaque(0.034f, 0.040f, 0.056f) * keyLight(normal) +
+                              rimLight * (0.4f * coldRim(normal));
+            return seen * (1 / litByTheScene(normal));
         },
         shortRim);
 }
