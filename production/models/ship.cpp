@@ -31,9 +31,9 @@ struct Band {
 };
 
 constexpr int flutes = 6;
-constexpr Band livery[] = {
-    {-80, hull::vents},   {-62, hull::striped}, {-42, hull::lettered}, {-11, hull::dark}, {13, hull::plain},
-    {32, hull::numbered}, {58, hull::dark},     {66, hull::striped},   {81, hull::plain}, {92, {}}};
+constexpr Band livery[] = {{-80, hull::vents},   {-62, hull::striped}, {-42, hull::lettered},
+                           {-11, hull::dark},    {13, hull::plain},    {32, hull::numbered},
+                           {55, hull::lettered}, {78, hull::striped},  {92, {}}};
 
 // Between two grooves each band is painted along the ship, so that it reads from nose to tail.
 Shape painted(const Shape& shape) {
@@ -96,7 +96,8 @@ Shape hoop() {
     const Shape band = lathe(
         {{55, -75.4}, {57.4, -76}, {58.6, -80}, {58.6, -84}, {56.2, -84}, {54.8, -77}, {55, -75.4}}, 36);
     const Shape light = lathe({{56, -85.4}, {58.8, -85.4}, {58.8, -83.6}, {56, -83.6}, {56, -85.4}}, 36);
-    return joined({painted(band, hull::dark), painted(light, hull::coolLamp)});
+    const Shape fore = lathe({{54.2, -75.4}, {58.6, -76.4}, {58.8, -73.6}, {54.4, -72.6}, {54.2, -75.4}}, 36);
+    return joined({painted(band, hull::dark), painted(joined({light, fore}), hull::coolLamp)});
 }
 
 // A stubby nozzle along +x from the axis, its glowing mouth at `reach`.
@@ -131,6 +132,16 @@ Shape emitterRing(double reach, double size) {
                    turned(around(nozzle(rim - 4, reach, size), 6), Axis::y, pi / 6)});
 }
 
+// Before the front ring a spearhead of six petals: from ahead it hides where the beams begin, so that the
+// ship stands before them.
+Shape spearhead() {
+    const Outline profile = {{0, 91.5},    {3.4, 89},    {9, 81},    {17, 70},
+                             {27.5, 58.6}, {28.4, 57.2}, {27, 56.4}, {12, 60}};
+    const Shape edge = lathe({{27.8, 57.8}, {29.2, 57.4}, {29.2, 56}, {27.4, 55.8}, {27.8, 57.8}}, 36);
+    return joined(
+        {painted(flutedLathe(profile, {flutes, 0.16, 1.4, 56.5, 84, 4}, 0)), painted(edge, hull::coolLamp)});
+}
+
 Shape engine() {
     const Outline bell = {{0, -60},      {7, -62},  {11, -70},   {13.5, -78}, {15, -85.6},
                           {14.8, -86.4}, {14, -86}, {11.5, -80}, {9, -72},    {4, -66}};
@@ -144,29 +155,28 @@ Shape engine() {
 }  // namespace
 
 Shape figures::ship() {
-    const Shape standing = joined({body(), turned(around(wing(), 3), Axis::y, pi / 6),
-                                   turned(around(tailFin(), 3), Axis::y, pi / 2),
-                                   moved(emitterRing(frontRing, 3.2), {0, emitterZ, 0}),
-                                   moved(emitterRing(rearRing, 4.6), {0, -emitterZ, 0}), hoop(), engine()});
+    const Shape standing = joined(
+        {body(), turned(around(wing(), 3), Axis::y, pi / 6), turned(around(tailFin(), 3), Axis::y, pi / 2),
+         moved(emitterRing(frontRing, 3.2), {0, emitterZ, 0}),
+         moved(emitterRing(rearRing, 4.6), {0, -emitterZ, 0}), hoop(), spearhead(), engine()});
     // From standing to lying: y becomes -z.
     return turned(standing, Axis::x, -pi / 2);
 }
 
 namespace {
 
-// The corridor's light stands behind the ship. Hoop, edges and bevels are shaded as if they looked there, so
-// that they stay pale as they turn, and show a viewer from ahead the cold light beyond them; less towards the
-// tail, where the light would glance off them towards a viewer from behind. The sails' faces stay dark and
-// cold, before orange panels too. How far a place leans back so, along z.
+// The corridor's light stands behind the ship, lower right. All of it is shaded as if it leaned back there: so
+// one side of what is round is lit, the other in the shade, and neither goes out as the ship turns, from ahead
+// and from behind. Least the hull, which has most form; most what only a viewer from ahead sees. How far a
+// place leans back so, along z.
 double leaningBack(Vec p, Vec normal) {
-    constexpr double body = 22, hoop = 53, tail = 40;  // distances from the axis; z
-    constexpr double alongHull = 0.45, acrossSail = 0.8;
+    constexpr double body = 22, hoop = 53, acrossSail = 0.8;  // distances from the axis
     const double reach = std::hypot(p.x, p.y);
     const double across = std::abs(p.x * normal.y - p.y * normal.x) / std::max(reach, 1.0);
-    if (reach < hoop && across > acrossSail) return -0.1;
-    if (reach < body) return std::abs(normal.z) < alongHull || p.z > 0 ? 0.48 : 1.4;
-    if (reach >= hoop) return 0.62;
-    return p.z < tail ? 1.25 : 0.48;
+    if (reach >= hoop) return normal.z < -0.5 ? 1.9 : 0.62;
+    if (p.z < -55) return 1.7;
+    if (reach < body) return 0.7;
+    return across > acrossSail ? 0.55 : 0;
 }
 
 }  // namespace

@@ -161,11 +161,13 @@ void makeTunnel(const char* path) {
     // The frame is turned away from the corridor's light, so that its paint stands out before the stripes
     // only, where nothing is lit.
     const Shape dim = shaded(welded(frame.shape), [&](Vec p, Vec) { return leaning(p, -86); });
-    // Walls look along the tunnel and a little aside, where the corridor's viewers find little thrown back
-    // and the heap's, who look across it, not the glow beyond.
+    // Walls look along the tunnel and a little aside, where viewers find next to nothing thrown back from
+    // ahead and from behind: what shows is their paint, in the light that falls along it.
     const Shape dark = shaded(welded(walling.shape), [&](Vec p, Vec) {
-        const double lean = degrees(68);
-        return normalized(Vec{-p.x - p.y, p.x - p.y, 0}) * std::cos(lean) + Vec{0, 0, 1} * std::sin(lean);
+        const double lean = degrees(78), aside = degrees(-75);
+        const Vec inward = normalized(Vec{-p.x, -p.y, 0}), along = {inward.y * -1, inward.x, 0};
+        return (inward * std::cos(aside) + along * std::sin(aside)) * std::cos(lean) +
+               Vec{0, 0, std::sin(lean)};
     });
     writeAml(path, {joined({lit, dim, dark})});
 }

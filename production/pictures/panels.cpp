@@ -58,6 +58,10 @@ const Rgba neon = opaque(1, 1, 1), soot = grey(0.06f), beamlit = opaque(1, 0.16f
 Rgba enamel(float tone) {
     return opaque(tone * 1.06f, tone * 0.98f, tone * 0.88f);
 }
+// The hull's own, a little cold, so that it stands out of the beams.
+Rgba paleEnamel(float tone) {
+    return opaque(tone * 0.76f, tone * 1.0f, tone * 1.12f);
+}
 // The wings', cold before the tunnel's orange panels.
 Rgba coldEnamel(float tone) {
     return opaque(tone * 0.62f, tone * 1.02f, tone * 1.34f);
@@ -309,22 +313,22 @@ void stencil(Relief& relief, Metal metal, const std::vector<Sign>& signs) {
 const std::vector<Row> hullRows = {
     {atlas::hull::pale, plate(0.34f, 0.7f)},
     {atlas::hull::dark, plate(0.18f, 0.3f)},
-    {atlas::hull::striped, plate(0.45f, 0.3f)},
-    {atlas::hull::lettered, plate(0.39f, 0.7f)},
+    {atlas::hull::striped, plate(0.46f, 0.3f, paleEnamel)},
+    {atlas::hull::lettered, plate(0.52f, 0.7f, paleEnamel)},
     {{13, 3, 3, 6}, plate(0.14f, 0.3f)},
     {{0, 5, 3, 6}, plate(0.16f, 0.3f)},
-    {atlas::hull::numbered, plate(0.41f, 0.3f)},
-    {atlas::hull::wing, plate(0.26f, 0, coldEnamel)},
+    {atlas::hull::numbered, plate(0.42f, 0.3f, paleEnamel)},
+    {atlas::hull::wing, plate(0.32f, 0, coldEnamel)},
     {{0, 11, 3, 5}, plate(0.41f, 0.4f)},
     {{3, 12, 4, 4}, plate(0.13f, 0.4f)},
     {{7, 12, 3, 4}, plate(0.31f, 0.4f)},
     {{6.4, 1.3, 3.2, 0.28}, rail(0.23f)},
     {{6.4, 2, 3.2, 0.28}, rail(0.23f)},
     {{0.6, 2.9, 3.4, 1.4}, inset(0.07f)},
-    {{7, 4, 3.2, 4}, inset(0.28f)},
+    {{7, 4, 3.2, 4}, inset(0.42f)},
     {{0.6, 8, 1.8, 2.2}, inset(0.06f)},
     {{0.5, 12, 2, 3.2}, inset(0.28f)},
-    {{11.5, 4.4, 1.1, 2.2}, inset(0.2f)},
+    {{11.5, 4.4, 1.1, 2.2}, inset(0.24f)},
     {{0.8, 3.1, 3, 1}, vent(0.06f, 5)},
     {atlas::hull::vents, vent(0.06f, 6)},
     {{0.5, 6, 2, 0.12}, groove()},
