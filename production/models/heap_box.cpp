@@ -58,7 +58,7 @@ Shape terraceWalls() {
 // after another. Lit ones face the light far below, but no more than that they throw back none of the glow
 // beyond the heap; dark ones look nearly straight out, and show it cold or warm on the heap's sides.
 Shape stretch(Vec from, Vec along, int number) {
-    constexpr double leans[heap::roomsInStretch] = {0.0, -0.2, 0.15, -0.1, 0.2, 0.1}, lit = 1.35, dark = 0.25;
+    constexpr double leans[heap::roomsInStretch] = {0.0, -0.2, 0.15, -0.1, 0.2, 0.1}, lit = 1.25, dark = 0.25;
     const Vec step = along * (1.0 / heap::roomsInStretch), tall = {0, 2 * (halfHeight - slab), 0};
     const Patch rooms = patchOf(atlas::hull::rooms[number]);
     std::vector<Shape> panes;
@@ -98,7 +98,7 @@ Shape outworks() {
 
 // Two stretches on each long side and one on each end.
 Shape glass() {
-    constexpr double breath = 0.1, half = glassMiddle - glassFrom;
+    constexpr double breath = 0.3, half = glassMiddle - glassFrom;
     const double low = slab - halfHeight;
     return joined({stretch({glassFrom, low, glassHalf + breath}, {half, 0, 0}, 0),
                    stretch({glassMiddle, low, behindBalcony + breath}, {half, 0, 0}, 1),
@@ -112,7 +112,7 @@ Shape glass() {
 // once, and that would lie over the heap as a veil; leaning all one way, the comet would fill it from under
 // the top storeys.
 Shape soffit() {
-    constexpr double edge = 1.2, y = -halfHeight - 0.05, vault = 0.3;
+    constexpr double edge = 1.2, y = -halfHeight - 0.3, vault = 0.15;
     constexpr double length = halfLength - edge, width = halfWidth - edge;
     std::vector<Shape> quarters;
     for (const double x : {-length, 0.0})
@@ -205,15 +205,18 @@ Shape figures::heapBox() {
 
 void makeHeapBox(const char* path) {
     constexpr double lamps = 1.9;
-    // A breath of a curve, so that a light crosses a slab instead of filling it at once.
+    // A breath of a curve, so that a light crosses a slab instead of filling it at once. Its sides look away
+    // from the heap's axis, as if it were a column: so the same light stays on the same side of it, whichever
+    // way its storeys turn, warm on the right and cold on the left.
     const auto curved = [](Vec p, Vec normal) {
         if (normal.y > 0.5) return normal + Vec{0.9 * p.x / halfLength, 0, 0.9 * p.z / halfWidth};
-        return normal + Vec{0.3 * p.x / halfLength, -0.35, 0.2 * p.z / halfWidth};
+        if (normal.y < -0.5) return normal + Vec{0.1 * p.x / halfLength, 0, 0.1 * p.z / halfWidth};
+        return normal * 0.3 + normalized(Vec{p.x, 0, p.z}) - Vec{0, 0.25, 0};
     };
     const Shape slabs =
         shaded(painted(joined({floorSlab(), roofSlab(), terraceWalls()}), hull::lime), curved);
-    const Shape dark =
-        joined({shaded(painted(outworks(), hull::timber), curved), painted(core(), hull::dark)});
+    const Shape dark = joined(
+        {shaded(painted(outworks(), hull::timber), curved), shaded(painted(core(), hull::dark), curved)});
     writeAml(path, {slabs, dark, soffit(), glass(), litFromBelow(painted(hedge(), hull::leaves), 0.35),
                     litFromBelow(painted(shrubs(), hull::foliage), 0.7),
                     litFromBelow(painted(joined({trunk(), mast()}), hull::dark), 0.3),

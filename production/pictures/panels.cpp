@@ -49,7 +49,7 @@ struct Sign {
 
 const Rgba warm = opaque(0.86f, 0.46f, 0.13f);
 const Rgba warmLight = light(1.0f, 0.58f, 0.20f), coolLight = light(0.50f, 0.70f, 1.0f);
-const Rgba limestone = opaque(0.31f, 0.30f, 0.285f);
+const Rgba limestone = opaque(0.50f, 0.46f, 0.40f);
 // Of the band: its edge and its plates, whose hues "koe" gives; and of the ship's edges that the beams
 // light.
 const Rgba neon = opaque(1, 1, 1), soot = grey(0.06f), beamlit = opaque(1, 0.16f, 0.72f);
@@ -201,7 +201,7 @@ Rgba byLamp(const Room& room, float x, float down) {
     const float lamp = 0.3f + 0.4f * randomAt(room.key, 2, 5), across = (x - lamp) * room.wide;
     const float drop = room.tall * (0.18f + 0.2f * randomAt(room.key, 3, 5)), below = down * room.tall - drop;
     const float spread = bell(std::hypot(across, 1.3f * below), 30);
-    const Rgba wall = opaque(1, 0.50f, 0.15f) * (0.2f + 0.8f * spread);
+    const Rgba wall = opaque(1, 0.50f, 0.15f) * (0.4f + 0.6f * spread);
     if (isBefore(room, x, down)) return wall * 0.12f;
     const float curtain = std::fmin(x, 1 - x) * room.wide - 7;
     if (curtain < 0) return opaque(0.62f, 0.20f, 0.06f) * (0.25f + 0.2f * std::cos(curtain * 1.6f));
@@ -272,7 +272,7 @@ Stamp boards(int count) {
             const float joint = std::fmin(std::fabs(std::remainder(down, 1.0f)) * wide,
                                           std::fabs(std::remainder(along, 120.0f)));
             const float grain = 0.75f + 0.5f * randomAt(board, plank, 6);
-            relief.colours[i] = opaque(0.105f, 0.064f, 0.040f) * (grain * smoothstep(0.2f, 1.7f, joint));
+            relief.colours[i] = opaque(0.070f, 0.044f, 0.028f) * (grain * smoothstep(0.2f, 1.7f, joint));
             relief.glows[i] = {};
         });
         for (int k = 0; k < 10; k++) {
