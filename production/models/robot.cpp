@@ -267,7 +267,8 @@ Shape finger(double spread, double curl) {
               tip = middle + Vec{-spread * 1.2, 4.8, 2.6 * curl};
     return joined({limb(knuckle, middle, {0.6, 0.5, 0.5, 3}, {0, 0.5, 1}, 1.7, 1.5, 0),
                    moved(icosphere(1.7, 2), middle),
-                   limb(middle, tip, {0.6, 0.5, 0.5, 3}, {0.1, 1}, 1.5, 0.7, 0.2)});
+                   limb(middle, tip, {0.6, 0.5, 0.5, 3}, {0.1, 1}, 1.5, 1.2, 0.2),
+                   moved(icosphere(1.2, 2), tip)});
 }
 
 // An arm on the side of x > 0, from its joints and where its open hand points.

@@ -20,7 +20,7 @@ constexpr float signRow = 62, lowerRule = 462;
 constexpr float leading = 22;  // rows between two lines of a block
 
 constexpr float columnsPerUnit = width / 8.0f;
-constexpr float mostColumns = 1.45f * columnsPerUnit;  // of a block, whole on the screen for a second
+constexpr float mostColumns = 1.15f * columnsPerUnit;  // of a block, whole on the screen for 1.7 s
 
 using Sign = float (*)(Point place);  // how far outside of it, in rows from its middle
 struct Block {

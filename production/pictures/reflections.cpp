@@ -204,9 +204,9 @@ float keyLight(Direction normal) {
 // One cold rim, on the side away from the key; thin, or the glow would lay it over the night as a veil.
 float coldRim(Direction normal) {
     const float side = dot(normal, Direction{0.93f, -0.26f, 0.0f});
-    return smoothstep(0.42f, 0.16f, normal.z) * mix(0.25f, 1.0f, smoothstep(0.0f, 0.7f, side));
+    return smoothstep(0.46f, 0.18f, normal.z) * mix(0.25f, 1.0f, smoothstep(0.0f, 0.7f, side));
 }
-const Rgba rimLight = opaque(0.22f, 0.42f, 0.62f);
+const Rgba rimLight = opaque(0.30f, 0.58f, 0.88f);
 
 // On the robot's body, which has no other picture: the lit colour times this. Enamel of a middle dark, warm
 // towards the key and cold away from it, on which a few lamps leave strips with sharp edges.
