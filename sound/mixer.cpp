@@ -1,16 +1,32 @@
-#include "sound/mixer.h"
+#include "sound/sound.h"
 
 #include <signal.h>
 
 #include <algorithm>
 #include <cmath>
+#include <condition_variable>
+#include <cstdint>
+#include <cstdlib>
 #include <functional>
 #include <future>
+#include <memory>
+#include <mutex>
 #include <system_error>
+#include <thread>
+#include <vector>
 
-#include "sound/sound.h"
+#include "sound/decoder.h"
+#include "sound/device.h"
+#include "sound/heard_position.h"
+#include "sound/source.h"
+#include "sound/spectrum.h"
 
 namespace sound {
+
+struct Stream {
+    Playhead playhead;               // guarded by the mixer's mutex
+    std::unique_ptr<Source> source;  // the sound thread's
+};
 
 namespace {
 
@@ -70,137 +86,59 @@ std::unique_ptr<Device> openDevice(int code, int rate) {
     return device;
 }
 
-}  // namespace
+// The engine behind the calls: the channels, the clock, and the thread that keeps the device fed.
+struct Mixer {
+    static constexpr int chunkFrames = 512;
 
-void Mixer::setOutput(int code) {
-    if (started) return;
-    device.reset();
-    wantedOutput = code;
-    openedRate = defaultRate;
-    device = openDevice(code, defaultRate);
-    outputCode = device->code;
-}
+    void reseat();
+    void run();
+    void turn();
+    bool hear(const DeviceState& state, Time before, Time after);
+    void seat();
+    void fill(int writable);
+    void mixChunk();
+    void loseDevice();
+    Time written() const;
+    int64_t frameAt(Time time) const;
 
-int Mixer::output() {
-    std::lock_guard lock(mutex);
-    return outputCode;
-}
+    // The caller's.
+    bool started = false;
+    int wantedOutput = 0;
+    int openedRate = 0;  // Hz that the device was asked for
+    int mixRate = 0;     // Hz that it gave; set while the thread does not run
+    std::thread thread;
+    std::vector<std::unique_ptr<Stream>> streams;
+    float magnitudes[spectrumBands] = {};
 
-void Mixer::start(int rate, int channelCount) {
-    if (started || rate <= 0) return;
-    if (!device) setOutput(Alsa);
-    if (rate != openedRate) {
-        device.reset();
-        device = openDevice(wantedOutput, rate);
-        openedRate = rate;
-        outputCode = device->code;
-    }
-    channels.assign(size_t(std::max(channelCount, 0)), nullptr);
-    mixRate = device->rate;
-    recent.assign(size_t(2 * mixRate), 0.0f);
-    heard = HeardPosition(now());
-    quitting = finished = false;
-    changed = started = true;
-    thread = startThread([this] { run(); });
-    if (thread.joinable()) return;
-    // Without a thread the time line still runs.
-    outputCode = None;
-    finished = true;
-}
+    // Both threads', guarded by a mutex that is never held while decoding or at the device.
+    std::mutex mutex;
+    std::condition_variable wake;   // the thread: something changed, or quitting
+    std::condition_variable ended;  // stop: finished
+    bool changed = false;           // what plays or where, so that what the device holds is wrong
+    bool quitting = false;
+    bool finished = true;
+    int outputCode = 0;
+    HeardPosition heard;
+    std::vector<Stream*> channels;
+    std::vector<std::unique_ptr<Stream>> closing;  // the thread may still be reading from them
+    bool spectrumActive = false;
+    std::vector<float> recent;  // the mix in mono: frame n of the time line is at n modulo the size
 
-void Mixer::stop() {
-    if (!started) return;
-    std::unique_lock lock(mutex);
-    const Time position = heard.at(now());
-    for (auto& stream : streams) stream->playhead.stand(position);
-    quitting = true;
-    wake.notify_one();
-    const bool ends = ended.wait_for(lock, closingPatience, [&] { return finished; });
-    lock.unlock();
-    if (!ends) {
-        // A device that never answers must not hold up the end of the process; nothing can be started again.
-        if (thread.joinable()) thread.detach();
-        return;
-    }
-    if (thread.joinable()) thread.join();
-    device.reset();
-    outputCode = None;
-    started = false;
-}
+    // The sound thread's, from start to stop.
+    std::unique_ptr<Device> device;
+    std::vector<Stream*> playing;
+    int16_t chunk[2 * chunkFrames];
+    int chunkUsed = chunkFrames;  // frames of it that the device took
+    Time seatTime{};          // on the time line: the first frame written since the device was last emptied
+    int64_t seatFrames = 0;   // written since
+    Time seatedAt{};          // steady clock
+    Time latestReport{};      // on the time line
+    Time lead{};              // that an emptied device takes until it is heard; learnt from its starts
+    bool leadLearnt = false;  // since it was emptied last
+};
 
-Stream* Mixer::openStream(std::unique_ptr<Source> source) {
-    if (!source) return nullptr;
-    streams.push_back(std::make_unique<Stream>());
-    streams.back()->source = std::move(source);
-    return streams.back().get();
-}
-
-void Mixer::closeStream(Stream* stream) {
-    const auto place = std::find_if(streams.begin(), streams.end(),
-                                    [&](const auto& owned) { return owned.get() == stream; });
-    if (!stream || place == streams.end()) return;
-    std::lock_guard lock(mutex);
-    std::replace(channels.begin(), channels.end(), stream, static_cast<Stream*>(nullptr));
-    closing.push_back(std::move(*place));
-    streams.erase(place);
-    changed = true;
-    wake.notify_one();
-}
-
-void Mixer::play(int channel, Stream* stream) {
-    std::lock_guard lock(mutex);
-    if (!stream || channel < 0 || size_t(channel) >= channels.size() || quitting) return;
-    const Time position = heard.at(now());
-    std::replace(channels.begin(), channels.end(), stream, static_cast<Stream*>(nullptr));
-    if (channels[size_t(channel)]) channels[size_t(channel)]->playhead.stand(position);
-    channels[size_t(channel)] = stream;
-    stream->playhead.run(position);
-    reseat();
-}
-
-int Mixer::position(const Stream* stream) {
-    if (!stream) return 0;
-    std::lock_guard lock(mutex);
-    return int(stream->playhead.at(heard.at(now())) / 1ms);
-}
-
-void Mixer::setPosition(Stream* stream, int ms) {
-    if (!stream) return;
-    std::lock_guard lock(mutex);
-    stream->playhead.seek(heard.at(now()), std::chrono::milliseconds(std::max(ms, 0)));
-    reseat();
-}
-
-void Mixer::setPaused(int channel, bool paused) {
-    std::lock_guard lock(mutex);
-    if (channel < 0 || size_t(channel) >= channels.size() || quitting) return;
-    Stream* stream = channels[size_t(channel)];
-    if (!stream || stream->playhead.isRunning() != paused) return;
-    if (paused)
-        stream->playhead.stand(heard.at(now()));
-    else
-        stream->playhead.run(heard.at(now()));
-    reseat();
-}
-
-void Mixer::setSpectrumActive(bool active) {
-    std::lock_guard lock(mutex);
-    if (active && !spectrumActive) std::fill(recent.begin(), recent.end(), 0.0f);
-    spectrumActive = active;
-}
-
-const float* Mixer::spectrum() {
-    float samples[spectrumFrames] = {};
-    {
-        std::lock_guard lock(mutex);
-        if (spectrumActive && !recent.empty()) {
-            const int64_t first = std::max<int64_t>(frameAt(heard.at(now())) - spectrumFrames, 0);
-            for (int i = 0; i < spectrumFrames; i++) samples[i] = recent[size_t(first + i) % recent.size()];
-        }
-    }
-    analyseSpectrum(samples, magnitudes);
-    return magnitudes;
-}
+// Never destroyed: the thread, should it not end in time, may outlive the program's other objects.
+Mixer& mixer = *new Mixer;
 
 // What the device holds is wrong, and where it said to be in that tells nothing any more. With the mutex
 // held.
@@ -332,6 +270,145 @@ Time Mixer::written() const {
 
 int64_t Mixer::frameAt(Time time) const {
     return std::llround(std::chrono::duration<double>(time).count() * mixRate);
+}
+
+}  // namespace
+
+void setOutput(int code) {
+    if (mixer.started) return;
+    mixer.device.reset();
+    mixer.wantedOutput = code;
+    mixer.openedRate = defaultRate;
+    mixer.device = openDevice(code, defaultRate);
+    mixer.outputCode = mixer.device->code;
+}
+
+int output() {
+    std::lock_guard lock(mixer.mutex);
+    return mixer.outputCode;
+}
+
+void start(int rate, int channelCount) {
+    if (mixer.started || rate <= 0) return;
+    if (!mixer.device) setOutput(Alsa);
+    if (rate != mixer.openedRate) {
+        mixer.device.reset();
+        mixer.device = openDevice(mixer.wantedOutput, rate);
+        mixer.openedRate = rate;
+        mixer.outputCode = mixer.device->code;
+    }
+    mixer.channels.assign(size_t(std::max(channelCount, 0)), nullptr);
+    mixer.mixRate = mixer.device->rate;
+    mixer.recent.assign(size_t(2 * mixer.mixRate), 0.0f);
+    mixer.heard = HeardPosition(now());
+    mixer.quitting = mixer.finished = false;
+    mixer.changed = mixer.started = true;
+    mixer.thread = startThread([] { mixer.run(); });
+    // After the output's libraries were loaded, so that they are still there when the thread ends.
+    std::atexit(stop);
+    if (mixer.thread.joinable()) return;
+    // Without a thread the time line still runs.
+    mixer.outputCode = None;
+    mixer.finished = true;
+}
+
+void stop() {
+    if (!mixer.started) return;
+    std::unique_lock lock(mixer.mutex);
+    const Time position = mixer.heard.at(now());
+    for (auto& stream : mixer.streams) stream->playhead.stand(position);
+    mixer.quitting = true;
+    mixer.wake.notify_one();
+    const bool ends = mixer.ended.wait_for(lock, closingPatience, [] { return mixer.finished; });
+    lock.unlock();
+    if (!ends) {
+        // A device that never answers must not hold up the end of the process; nothing can be started again.
+        if (mixer.thread.joinable()) mixer.thread.detach();
+        return;
+    }
+    if (mixer.thread.joinable()) mixer.thread.join();
+    mixer.device.reset();
+    mixer.outputCode = None;
+    mixer.started = false;
+}
+
+Stream* openStream(const char* path) {
+    return openStream(Decoder::open(path));
+}
+
+Stream* openStream(std::unique_ptr<Source> source) {
+    if (!source) return nullptr;
+    mixer.streams.push_back(std::make_unique<Stream>());
+    mixer.streams.back()->source = std::move(source);
+    return mixer.streams.back().get();
+}
+
+void closeStream(Stream* stream) {
+    const auto place = std::find_if(mixer.streams.begin(), mixer.streams.end(),
+                                    [&](const auto& owned) { return owned.get() == stream; });
+    if (!stream || place == mixer.streams.end()) return;
+    std::lock_guard lock(mixer.mutex);
+    std::replace(mixer.channels.begin(), mixer.channels.end(), stream, static_cast<Stream*>(nullptr));
+    mixer.closing.push_back(std::move(*place));
+    mixer.streams.erase(place);
+    mixer.changed = true;
+    mixer.wake.notify_one();
+}
+
+void play(int channel, Stream* stream) {
+    std::lock_guard lock(mixer.mutex);
+    if (!stream || channel < 0 || size_t(channel) >= mixer.channels.size() || mixer.quitting) return;
+    const Time position = mixer.heard.at(now());
+    std::replace(mixer.channels.begin(), mixer.channels.end(), stream, static_cast<Stream*>(nullptr));
+    if (mixer.channels[size_t(channel)]) mixer.channels[size_t(channel)]->playhead.stand(position);
+    mixer.channels[size_t(channel)] = stream;
+    stream->playhead.run(position);
+    mixer.reseat();
+}
+
+int position(const Stream* stream) {
+    if (!stream) return 0;
+    std::lock_guard lock(mixer.mutex);
+    return int(stream->playhead.at(mixer.heard.at(now())) / 1ms);
+}
+
+void setPosition(Stream* stream, int ms) {
+    if (!stream) return;
+    std::lock_guard lock(mixer.mutex);
+    stream->playhead.seek(mixer.heard.at(now()), std::chrono::milliseconds(std::max(ms, 0)));
+    mixer.reseat();
+}
+
+void setPaused(int channel, bool paused) {
+    std::lock_guard lock(mixer.mutex);
+    if (channel < 0 || size_t(channel) >= mixer.channels.size() || mixer.quitting) return;
+    Stream* stream = mixer.channels[size_t(channel)];
+    if (!stream || stream->playhead.isRunning() != paused) return;
+    if (paused)
+        stream->playhead.stand(mixer.heard.at(now()));
+    else
+        stream->playhead.run(mixer.heard.at(now()));
+    mixer.reseat();
+}
+
+void setSpectrumActive(bool active) {
+    std::lock_guard lock(mixer.mutex);
+    if (active && !mixer.spectrumActive) std::fill(mixer.recent.begin(), mixer.recent.end(), 0.0f);
+    mixer.spectrumActive = active;
+}
+
+const float* spectrum() {
+    float samples[spectrumFrames] = {};
+    {
+        std::lock_guard lock(mixer.mutex);
+        if (mixer.spectrumActive && !mixer.recent.empty()) {
+            const int64_t first = std::max<int64_t>(mixer.frameAt(mixer.heard.at(now())) - spectrumFrames, 0);
+            for (int i = 0; i < spectrumFrames; i++)
+                samples[i] = mixer.recent[size_t(first + i) % mixer.recent.size()];
+        }
+    }
+    analyseSpectrum(samples, mixer.magnitudes);
+    return mixer.magnitudes;
 }
 
 }  // namespace sound
