@@ -1,8 +1,6 @@
 #include "geometry/res_desc.h"
 
-#include <algorithm>
 #include <cstdlib>
-#include <cstring>
 
 namespace {
 
@@ -50,15 +48,6 @@ int ResDescFile::read(void* buffer, size_t size) {
     return int(fread(buffer, size, 1, file));
 }
 
-void ResDescBytes::seek(long offset, int origin) {
-    const long base = origin == SEEK_SET ? 0 : long(origin == SEEK_CUR ? position : bytes.size());
-    if (base + offset >= 0) position = size_t(base + offset);
-}
-
-int ResDescBytes::read(void* buffer, size_t size) {
-    if (size == 0) return 0;
-    const std::string_view rest = bytes.substr(std::min(position, bytes.size()), size);
-    memcpy(buffer, rest.data(), rest.size());
-    position += rest.size();
-    return rest.size() == size;
-}
+// It only reads them.
+ResDescBytes::ResDescBytes(std::string_view bytes)
+    : ResDescFile(fmemopen(const_cast<char*>(bytes.data()), bytes.size(), "rb")) {}

@@ -34,15 +34,12 @@ struct ResDescFile : ResDesc {
 
     void seek(long offset, int origin) override;
     int read(void* buffer, size_t size) override;
+
+protected:
+    explicit ResDescFile(FILE* file) : file(file) {}
 };
 
 // Over bytes that somebody else keeps.
-struct ResDescBytes : ResDesc {
-    std::string_view bytes;
-    size_t position = 0;
-
-    explicit ResDescBytes(std::string_view bytes) : bytes(bytes) {}
-
-    void seek(long offset, int origin) override;
-    int read(void* buffer, size_t size) override;
+struct ResDescBytes : ResDescFile {
+    explicit ResDescBytes(std::string_view bytes);
 };

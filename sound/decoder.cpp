@@ -1,7 +1,7 @@
 #include "sound/decoder.h"
 
 #include <algorithm>
-#include <cstring>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -51,14 +51,15 @@ bool isPlayable(OggVorbis_File& file) {
 }  // namespace
 
 std::unique_ptr<Decoder> Decoder::open(std::shared_ptr<const std::string> bytes) {
+    FILE* const memory = fmemopen(const_cast<char*>(bytes->data()), bytes->size(), "rb");
+    if (!memory) return nullptr;
     std::unique_ptr<Decoder> decoder(new Decoder);
     decoder->bytes = std::move(bytes);
-    const ov_callbacks memory = {readBytes, seekBytes, nullptr, tellBytes};
-    // A failed open leaves a file that ov_clear takes.
-    if (ov_open_callbacks(decoder.get(), &decoder->file, nullptr, 0, memory) != 0 ||
-        !isPlayable(decoder->file))
+    if (ov_open_callbacks(memory, &decoder->file, nullptr, 0, OV_CALLBACKS_DEFAULT) != 0) {
+        fclose(memory);
         return nullptr;
-    return decoder;
+    }
+    return isPlayable(decoder->file) ? std::move(decoder) : nullptr;
 }
 
 std::unique_ptr<Decoder> Decoder::open(const char* path) {
@@ -69,27 +70,6 @@ std::unique_ptr<Decoder> Decoder::open(const char* path) {
     in.read(bytes.data(), std::streamsize(bytes.size()));
     bytes.resize(size_t(in.gcount()));
     return open(std::make_shared<const std::string>(std::move(bytes)));
-}
-
-size_t Decoder::readBytes(void* target, size_t size, size_t count, void* decoder) {
-    auto* self = static_cast<Decoder*>(decoder);
-    const size_t from = std::min(self->nextByte, self->bytes->size());
-    const size_t items = std::min(count, (self->bytes->size() - from) / size);
-    memcpy(target, self->bytes->data() + from, items * size);
-    self->nextByte += items * size;
-    return items;
-}
-
-int Decoder::seekBytes(void* decoder, ogg_int64_t offset, int origin) {
-    auto* self = static_cast<Decoder*>(decoder);
-    const size_t base = origin == SEEK_SET ? 0 : origin == SEEK_CUR ? self->nextByte : self->bytes->size();
-    if (offset < -ogg_int64_t(base)) return -1;
-    self->nextByte = size_t(ogg_int64_t(base) + offset);
-    return 0;
-}
-
-long Decoder::tellBytes(void* decoder) {
-    return long(static_cast<Decoder*>(decoder)->nextByte);
 }
 
 Decoder::~Decoder() {

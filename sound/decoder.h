@@ -36,12 +36,7 @@ private:
     bool followRate();
     static long supply(void* decoder, float** frames);
 
-    static size_t readBytes(void* target, size_t size, size_t count, void* decoder);
-    static int seekBytes(void* decoder, ogg_int64_t offset, int origin);
-    static long tellBytes(void* decoder);
-
     std::shared_ptr<const std::string> bytes;
-    size_t nextByte = 0;
     OggVorbis_File file{};
     bool ended = true;
     bool damaged = false;
