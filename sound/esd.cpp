@@ -1,8 +1,6 @@
-// The Enlightened Sound Daemon, by its own protocol over its default addresses: a Unix socket of the user's,
-// the machine's, or TCP on this host. Integers travel in this machine's byte order, which the server is told.
+// The Enlightened Sound Daemon, by its own protocol over the sockets that it makes by itself: the user's, or
+// the machine's. Integers travel in this machine's byte order, which the server is told.
 #include <fcntl.h>
-#include <netinet/in.h>
-#include <netinet/tcp.h>
 #include <poll.h>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -26,7 +24,6 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr uint16_t tcpPort = 16001;
 constexpr int answerTime = 500;  // ms that a server gets for each answer
 constexpr int32_t endianMark = 'E' << 24 | 'N' << 16 | 'D' << 8 | 'N';
 constexpr int32_t streamPlay = 3, latencyQuery = 23;           // requests
@@ -65,46 +62,23 @@ bool sendRecord(int socket, const Record& record) {
     return send(socket, &record, sizeof record, MSG_NOSIGNAL) == ssize_t(sizeof record);
 }
 
-int connectTo(int family, const sockaddr* address, socklen_t length) {
-    const int connection = socket(family, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
+int connectTo(const std::string& path) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    path.copy(address.sun_path, sizeof address.sun_path - 1);
+    const int connection = socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
     if (connection < 0) return -1;
     setsockopt(connection, SOL_SOCKET, SO_SNDBUF, &socketBytes, sizeof socketBytes);
-    if (family == AF_INET) {
-        const linger reset{1, 0};  // closing takes back what was not read yet
-        const int atOnce = 1;
-        setsockopt(connection, SOL_SOCKET, SO_LINGER, &reset, sizeof reset);
-        setsockopt(connection, IPPROTO_TCP, TCP_NODELAY, &atOnce, sizeof atOnce);
-    }
-    int error = connect(connection, address, length) < 0 ? errno : 0;
-    if (error == EINPROGRESS && waitFor(connection, POLLOUT)) {
-        socklen_t size = sizeof error;
-        getsockopt(connection, SOL_SOCKET, SO_ERROR, &error, &size);
-    }
-    if (error == 0) return connection;
+    if (connect(connection, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0)
+        return connection;
     close(connection);
     return -1;
 }
 
-int connectUnix(const std::string& path) {
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    path.copy(address.sun_path, sizeof address.sun_path - 1);
-    return connectTo(AF_UNIX, reinterpret_cast<const sockaddr*>(&address), sizeof address);
-}
-
-int connectTcp() {
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(tcpPort);
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    return connectTo(AF_INET, reinterpret_cast<const sockaddr*>(&address), sizeof address);
-}
-
 // A connection that the server has admitted, or -1.
 int connectServer() {
-    int connection = connectUnix("/tmp/.esd-" + std::to_string(getuid()) + "/socket");
-    if (connection < 0) connection = connectUnix("/tmp/.esd/socket");
-    if (connection < 0) connection = connectTcp();
+    int connection = connectTo("/tmp/.esd-" + std::to_string(getuid()) + "/socket");
+    if (connection < 0) connection = connectTo("/tmp/.esd/socket");
     if (connection < 0) return -1;
 
     // The cookie that clients of this user share with the server; one without a cookie is for the server to
@@ -131,7 +105,7 @@ int32_t askLatency() {
 // The server does not tell how much it holds. But it reads at the speed it plays, so a pipe that is kept full
 // holds a constant number of frames: they are measured against the steady clock for a second, and from then
 // on what the pipe has taken tells what was heard, by the server's own clock. A pipe too wide to be filled
-// (TCP takes seconds of sound) is filled by the steady clock instead.
+// is filled by the steady clock instead.
 struct EsdDevice : Device {
     int connection = -1;
     double latency = 0;   // frames behind the pipe

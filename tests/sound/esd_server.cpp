@@ -2,7 +2,6 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <netinet/in.h>
 #include <sys/file.h>
 #include <sys/ioctl.h>
 #include <sys/socket.h>
@@ -24,30 +23,17 @@ constexpr int32_t latency = 3000;  // frames between its mixer and the ear
 
 }  // namespace
 
-EsdServer::EsdServer(bool tcp, double speed) : speed(speed) {
-    // The addresses are fixed: one test at a time on this machine.
+EsdServer::EsdServer(double speed) : speed(speed) {
+    // The address is fixed: one test at a time on this machine.
     lock = open("/tmp/sound-tests-esd.lock", O_CREAT | O_RDWR | O_CLOEXEC, 0666);
     flock(lock, LOCK_EX);
-    listener = socket(tcp ? AF_INET : AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
-    int bound = -1;
-    if (tcp) {
-        const int yes = 1;
-        setsockopt(listener, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_port = htons(16001);
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        bound = bind(listener, reinterpret_cast<sockaddr*>(&address), sizeof address);
-    } else {
-        path = "/tmp/.esd-" + std::to_string(getuid());
-        mkdir(path.c_str(), 0700);
-        path += "/socket";
-        unlink(path.c_str());
-        sockaddr_un address{};
-        address.sun_family = AF_UNIX;
-        path.copy(address.sun_path, sizeof address.sun_path - 1);
-        bound = bind(listener, reinterpret_cast<sockaddr*>(&address), sizeof address);
-    }
+    listener = socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
+    mkdir(folder.c_str(), 0700);
+    unlink(path.c_str());
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    path.copy(address.sun_path, sizeof address.sun_path - 1);
+    const int bound = bind(listener, reinterpret_cast<sockaddr*>(&address), sizeof address);
     EXPECT_TRUE(bound == 0 && listen(listener, 8) == 0) << "another server is there";
     started = secondsNow();
     thread = std::thread(&EsdServer::run, this);
@@ -56,10 +42,8 @@ EsdServer::EsdServer(bool tcp, double speed) : speed(speed) {
 EsdServer::~EsdServer() {
     samples();
     close(listener);
-    if (!path.empty()) {
-        unlink(path.c_str());
-        rmdir(path.substr(0, path.rfind('/')).c_str());
-    }
+    unlink(path.c_str());
+    rmdir(folder.c_str());
     close(lock);
 }
 

@@ -2,6 +2,8 @@
 // bytes to the tick of its own clock, whoever has data or not, and keeps what was heard.
 #pragma once
 
+#include <unistd.h>
+
 #include <atomic>
 #include <string>
 #include <thread>
@@ -9,8 +11,8 @@
 
 class EsdServer {
 public:
-    // At the user's Unix socket or at the TCP port. `speed` is that of its clock against the steady one.
-    EsdServer(bool tcp, double speed);
+    // At the user's socket. `speed` is that of its clock against the steady one.
+    explicit EsdServer(double speed);
     ~EsdServer();
 
     // Ends the server. First channel.
@@ -26,7 +28,7 @@ private:
     double speed;
     int listener = -1;
     int lock = -1;
-    std::string path;
+    const std::string folder = "/tmp/.esd-" + std::to_string(getuid()), path = folder + "/socket";
     std::atomic<bool> quitting = false;
     std::thread thread;
     double started = 0;

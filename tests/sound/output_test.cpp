@@ -317,20 +317,9 @@ TEST(Output, AStallCostsItsOwnLengthAndNoMore) {
 TEST(Output, EsdIsHeardWhereThePositionIs) {
     expectHeard([] {
         // A clock this far off would show soon if the position did not follow it.
-        EsdServer server(false, 1.004);
+        EsdServer server(1.004);
         const Readings readings = playShow(sound::Esd);
         EXPECT_EQ(server.refused, 0);
-        return judge(readings, server);
-    });
-}
-
-TEST(Output, EsdIsFoundByTcpToo) {
-    expectHeard([] {
-        EsdServer server(true, 1);
-        Readings readings;
-        readFor(1.2, startPlaying(sound::Esd), readings);
-        EXPECT_EQ(sound::output(), sound::Esd);
-        sound::stop();
         return judge(readings, server);
     });
 }
