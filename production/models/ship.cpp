@@ -31,9 +31,9 @@ struct Band {
 };
 
 constexpr int flutes = 6;
-constexpr Band livery[] = {{-80, hull::vents},   {-62, hull::striped}, {-42, hull::lettered},
-                           {-11, hull::dark},    {13, hull::plain},    {32, hull::numbered},
-                           {55, hull::lettered}, {78, hull::striped},  {92, {}}};
+constexpr Band livery[] = {{-80, hull::vents},  {-62, hull::striped}, {-42, hull::lettered},
+                           {-11, hull::dark},   {13, hull::plain},    {32, hull::numbered},
+                           {55, hull::striped}, {74, hull::plain},    {92, {}}};
 
 // Between two grooves each band is painted along the ship, so that it reads from nose to tail.
 Shape painted(const Shape& shape) {
@@ -96,7 +96,8 @@ Shape hoop() {
     const Shape band = lathe(
         {{55, -75.4}, {57.4, -76}, {58.6, -80}, {58.6, -84}, {56.2, -84}, {54.8, -77}, {55, -75.4}}, 36);
     const Shape light = lathe({{56, -85.4}, {58.8, -85.4}, {58.8, -83.6}, {56, -83.6}, {56, -85.4}}, 36);
-    const Shape fore = lathe({{54.2, -75.4}, {58.6, -76.4}, {58.8, -73.6}, {54.4, -72.6}, {54.2, -75.4}}, 36);
+    // From ahead the ship is found by the line on its fore edge, which nobody sees from behind.
+    const Shape fore = lathe({{58.8, -73.6}, {54.4, -72.6}}, 36);
     return joined({painted(band, hull::dark), painted(joined({light, fore}), hull::coolLamp)});
 }
 
@@ -137,9 +138,10 @@ Shape emitterRing(double reach, double size) {
 Shape spearhead() {
     const Outline profile = {{0, 91.5},    {3.4, 89},    {9, 81},    {17, 70},
                              {27.5, 58.6}, {28.4, 57.2}, {27, 56.4}, {12, 60}};
+    const Shape beamlight = lathe({{25.6, 56}, {26.8, 55.6}, {26.6, 54.8}, {25.4, 55.2}, {25.6, 56}}, 36);
     const Shape edge = lathe({{27.8, 57.8}, {29.2, 57.4}, {29.2, 56}, {27.4, 55.8}, {27.8, 57.8}}, 36);
-    return joined(
-        {painted(flutedLathe(profile, {flutes, 0.16, 1.4, 56.5, 84, 4}, 0)), painted(edge, hull::coolLamp)});
+    return joined({painted(flutedLathe(profile, {flutes, 0.16, 1.4, 56.5, 84, 4}, 0)),
+                   painted(edge, hull::coolLamp), painted(beamlight, hull::beamlit)});
 }
 
 Shape engine() {
@@ -165,17 +167,17 @@ Shape figures::ship() {
 
 namespace {
 
-// The corridor's light stands behind the ship, lower right. All of it is shaded as if it leaned back there: so
-// one side of what is round is lit, the other in the shade, and neither goes out as the ship turns, from ahead
-// and from behind. Least the hull, which has most form; most what only a viewer from ahead sees. How far a
-// place leans back so, along z.
+// The corridor's light stands behind the ship, lower right. All of it is shaded as if it leaned back there:
+// so one side of what is round is lit, the other in the shade, and neither goes out as the ship turns, from
+// ahead and from behind. Least the hull, which has most form; most what only a viewer from ahead sees. How
+// far a place leans back so, along z.
 double leaningBack(Vec p, Vec normal) {
     constexpr double body = 22, hoop = 53, acrossSail = 0.8;  // distances from the axis
     const double reach = std::hypot(p.x, p.y);
     const double across = std::abs(p.x * normal.y - p.y * normal.x) / std::max(reach, 1.0);
     if (reach >= hoop) return normal.z < -0.5 ? 1.9 : 0.62;
     if (p.z < -55) return 1.7;
-    if (reach < body) return 0.7;
+    if (reach < body) return 1.1;
     return across > acrossSail ? 0.55 : 0;
 }
 

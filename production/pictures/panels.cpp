@@ -313,11 +313,11 @@ void stencil(Relief& relief, Metal metal, const std::vector<Sign>& signs) {
 const std::vector<Row> hullRows = {
     {atlas::hull::pale, plate(0.34f, 0.7f)},
     {atlas::hull::dark, plate(0.18f, 0.3f)},
-    {atlas::hull::striped, plate(0.46f, 0.3f, paleEnamel)},
-    {atlas::hull::lettered, plate(0.52f, 0.7f, paleEnamel)},
+    {atlas::hull::striped, plate(0.43f, 0.3f, paleEnamel)},
+    {atlas::hull::lettered, plate(0.34f, 0.7f, paleEnamel)},
     {{13, 3, 3, 6}, plate(0.14f, 0.3f)},
     {{0, 5, 3, 6}, plate(0.16f, 0.3f)},
-    {atlas::hull::numbered, plate(0.42f, 0.3f, paleEnamel)},
+    {atlas::hull::numbered, plate(0.34f, 0.3f, paleEnamel)},
     {atlas::hull::wing, plate(0.32f, 0, coldEnamel)},
     {{0, 11, 3, 5}, plate(0.41f, 0.4f)},
     {{3, 12, 4, 4}, plate(0.13f, 0.4f)},
@@ -325,7 +325,7 @@ const std::vector<Row> hullRows = {
     {{6.4, 1.3, 3.2, 0.28}, rail(0.23f)},
     {{6.4, 2, 3.2, 0.28}, rail(0.23f)},
     {{0.6, 2.9, 3.4, 1.4}, inset(0.07f)},
-    {{7, 4, 3.2, 4}, inset(0.42f)},
+    {{7, 4, 3.2, 4}, inset(0.26f)},
     {{0.6, 8, 1.8, 2.2}, inset(0.06f)},
     {{0.5, 12, 2, 3.2}, inset(0.28f)},
     {{11.5, 4.4, 1.1, 2.2}, inset(0.24f)},
@@ -409,7 +409,7 @@ Rgba wallAt(float across, float along) {
     const float aside = std::fabs(2 * across - 1);  // 0 in the middle, 1 at a joint
     const float toJoint = (1 - aside) * wide / 2, toSeam = std::fmin(within, 1 - within) * tall;
     const float deep = smoothstep(0.68f, 1.0f, aside) * (0.2f + 0.8f * within);
-    Rgba seen = opaque(0.006f, 0.036f, 0.18f) * (deep * lit[int(plate)]);
+    Rgba seen = opaque(0.004f, 0.022f, 0.10f) * (deep * lit[int(plate)]);
     seen = seen + opaque(0.10f, 0.28f, 0.54f) * (bell(toSeam, 1.3f) * (0.12f + 0.6f * aside * aside));
     seen = seen + opaque(0.10f, 0.28f, 0.60f) * bell(toJoint - 4, 1.4f);
     for (int i = 0; i < 3; i++)
