@@ -423,10 +423,27 @@ Rgba ringAt(float row) {
     return mix(grey(0.004f), opaque(0.10f, 0.18f, 0.28f), smoothstep(0.36f, 0.30f, std::fabs(row - 15.5f)));
 }
 
+// A link of the band: black, and its glass thin where the light falls on a body that is round between its
+// edges and drawn in to its ends; its rim is black. With what the stripes leave, more than a half of alpha.
+Rgba linkAt(float across, float up) {
+    const float aside = std::fabs(2 * up - 1), end = std::fabs(2 * across - 1);
+    const float lit = smoothstep(1.25f, 0.3f, std::hypot(2 * up - 0.8f, 0.5f * end)) *
+                      smoothstep(0.94f, 0.78f, end) * smoothstep(0.94f, 0.8f, aside);
+    return Rgba{0, 0, 0, mix(1, 0.55f, lit)};
+}
+
 }  // namespace
 
 void makeHull(const char* path) {
-    saveRgb(plated(enamel, hullRows, hullSigns, {0.14f, 0.55f, 0.5f, 900}), path, Rows::TopFirst);
+    Canvas canvas = plated(enamel, hullRows, hullSigns, {0.14f, 0.55f, 0.5f, 900});
+    paint(canvas, [](float x, float y, Rgba seen) {
+        constexpr atlas::Cells glass = atlas::hull::glass;
+        const float across = (x / cell - float(glass.left)) / float(glass.width),
+                    up = (y / cell - float(glass.top)) / float(glass.height);
+        if (unit(across) != across || unit(up) != up) return Rgba{seen.r, seen.g, seen.b, 1};
+        return linkAt(across, up);
+    });
+    saveRgba(canvas, path, Rows::TopFirst);
 }
 
 // The tunnel's panel and its frame, drawn in to the left half with the light and the black of its rings below
