@@ -342,7 +342,7 @@ constexpr double eyes[] = {0.28, 0.72};
 
 // Two broad eyes with dark pupils, and a smile, drawn in fine strokes: every third is meant for a viewer to
 // the left of straight across, one for who stands there and one to the right.
-constexpr double eyeRadius = 0.185, pupilRadius = 0.110, smileHalf = 0.064;
+constexpr double eyeRadius = 0.190, pupilRadius = 0.115, smileHalf = 0.078, smileCore = 0.026;
 
 Shape face() {
     constexpr double aside[] = {-20, -20, 14};  // degrees
@@ -350,7 +350,12 @@ Shape face() {
     std::vector<Shape> lines;
     for (int i = 0; i < strokes; i++) {
         const double from = double(i) / strokes, to = double(i + 1) / strokes;
-        std::vector<Shape> stroke = {smileOnScreen(smileHalf * (2 * from - 1), smileHalf * (2 * to - 1))};
+        std::vector<Shape> stroke;
+        for (const double side : {-1.0, 1.0}) {
+            const double inner = side * mix(smileCore, smileHalf, from),
+                         outer = side * mix(smileCore, smileHalf, to);
+            stroke.push_back(smileOnScreen(std::min(inner, outer), std::max(inner, outer)));
+        }
         for (const double s : eyes)
             stroke.push_back(
                 eyeOnScreen(s, 0.38, mix(pupilRadius, eyeRadius, from), mix(pupilRadius, eyeRadius, to)));
@@ -360,9 +365,9 @@ Shape face() {
     return joined(lines);
 }
 
-// In them what the comet lights in the glimpse, which is short and dim: whole eyes.
+// In them what the comet lights in the glimpse, which is short and dim: whole eyes, and a smile.
 Shape litFace() {
-    std::vector<Shape> lines;
+    std::vector<Shape> lines = {smileOnScreen(-smileCore, smileCore)};
     for (const double s : eyes) lines.push_back(eyeOnScreen(s, 0.38, 0, pupilRadius));
     return comet::litInPassing(asColossus(figures::onRobotScreen(joined(lines))), 0);
 }
