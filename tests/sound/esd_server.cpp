@@ -62,7 +62,9 @@ void EsdServer::run() {
     while (!quitting) {
         const int client = accept4(listener, nullptr, nullptr, SOCK_CLOEXEC);
         if (client >= 0) (admit(client) ? players : others).push_back(client);
-        while (double(heard.size()) < (secondsNow() - started) * recordRate * speed) playBlock(players);
+        const auto due = [&] { return (secondsNow() - started) * recordRate * speed - double(heard.size()); };
+        heldUp |= due() > 2 * blockFrames;
+        while (due() > 0) playBlock(players);
         sleepSeconds(0.002);
     }
     others.insert(others.end(), players.begin(), players.end());

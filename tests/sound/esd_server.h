@@ -18,7 +18,8 @@ public:
     // Ends the server. First channel.
     const std::vector<float>& samples();
     long frameAt(double seconds) const;
-    int refused = 0;  // clients that did not speak the protocol
+    int refused = 0;      // clients that did not speak the protocol
+    bool heldUp = false;  // it has played later than its clock says: what was heard since is shifted
 
 private:
     void run();

@@ -320,7 +320,9 @@ TEST(Output, EsdIsHeardWhereThePositionIs) {
         EsdServer server(1.004);
         const Readings readings = playShow(sound::Esd);
         EXPECT_EQ(server.refused, 0);
-        return judge(readings, server);
+        Verdict verdict = judge(readings, server);
+        verdict.heldUp |= server.heldUp;
+        return verdict;
     });
 }
 
