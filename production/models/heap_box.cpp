@@ -112,7 +112,7 @@ Shape glass() {
 // once, and that would lie over the heap as a veil; leaning all one way, the comet would fill it from under
 // the top storeys.
 Shape soffit() {
-    constexpr double edge = 1.2, y = -halfHeight - 0.3, vault = 0.15;
+    constexpr double edge = 1.2, y = -halfHeight - 0.19, vault = 0.15;
     constexpr double length = halfLength - edge, width = halfWidth - edge;
     std::vector<Shape> quarters;
     for (const double x : {-length, 0.0})
