@@ -164,7 +164,7 @@ void makeTunnel(const char* path) {
     // Walls look along the tunnel and a little aside, where viewers find next to nothing thrown back from
     // ahead and from behind: what shows is their paint, in the light that falls along it.
     const Shape dark = shaded(welded(walling.shape), [&](Vec p, Vec) {
-        const double lean = degrees(70), aside = degrees(-60);
+        const double lean = degrees(73), aside = degrees(-68);
         const Vec inward = normalized(Vec{-p.x, -p.y, 0}), along = {inward.y * -1, inward.x, 0};
         return (inward * std::cos(aside) + along * std::sin(aside)) * std::cos(lean) +
                Vec{0, 0, std::sin(lean)};

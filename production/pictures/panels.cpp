@@ -409,9 +409,9 @@ Rgba wallAt(float across, float along) {
     const float aside = std::fabs(2 * across - 1);  // 0 in the middle, 1 at a joint
     const float toJoint = (1 - aside) * wide / 2, toSeam = std::fmin(within, 1 - within) * tall;
     const float deep = smoothstep(0.68f, 1.0f, aside) * (0.2f + 0.8f * within);
-    Rgba seen = opaque(0.004f, 0.022f, 0.10f) * (deep * lit[int(plate)]);
-    seen = seen + opaque(0.10f, 0.28f, 0.54f) * (bell(toSeam, 1.3f) * (0.12f + 0.6f * aside * aside));
-    seen = seen + opaque(0.10f, 0.28f, 0.60f) * bell(toJoint - 4, 1.4f);
+    Rgba seen = opaque(0.003f, 0.016f, 0.075f) * (deep * lit[int(plate)]);
+    seen = seen + opaque(0.05f, 0.13f, 0.25f) * (bell(toSeam, 1.3f) * (0.12f + 0.6f * aside * aside));
+    seen = seen + opaque(0.05f, 0.14f, 0.30f) * bell(toJoint - 4, 1.4f);
     for (int i = 0; i < 3; i++)
         seen = seen + opaque(0.36f, 0.46f, 0.56f) *
                           bell(std::hypot(toJoint - 18, (within - 0.25f - 0.25f * float(i)) * tall), 1.7f);

@@ -79,22 +79,28 @@ Blade bladeAt(vec2 ray, bool struck) {
     return blade;
 }
 
-// Cracks of the glass before it breaks, a web with straight threads round the ship: by how much the piece between
-// them throws the picture, and how near the next thread is, up to 1 on it.
+// Cracks of the glass before it breaks, a web with straight threads round the ship, which stands in a whole pane: by
+// how much the piece between them throws the picture, and how near the next thread is, up to 1 on it.
 vec3 crackedAt(vec2 ray) {
     const float spokes = 11.0, rungs = 3.4;  // rungs to a screen height
-    float breadth = 3.8 * abs(dFdy(place.y));  // of a thread; no slope is known where neighbours have returned
+    float pixel = abs(dFdy(place.y));
     float angle = atan(ray.y, ray.x), radius = length(ray);
-    float spoke = spokes * ((angle + 0.25 * sin(2.0 * angle + 1.0)) / 6.2831853 + 0.5);
+    float spoke = mod(spokes * ((angle + 0.25 * sin(2.0 * angle + 1.0)) / 6.2831853 + 0.5), spokes);
     float sector = floor(spoke), side = spoke - sector;
-    float rung = rungs * radius * cos((side - 0.5) * 6.2831853 / spokes) + 0.7 * random(sector);
-    float piece = floor(rung), within = rung - piece;
-    if (piece < 1.0) return vec3(0.0);
+    float next = mod(sector + (side < 0.5 ? -1.0 : 1.0) + spokes, spokes);
+    float along = rungs * radius * cos((side - 0.5) * 6.2831853 / spokes);
+    float rung = along + 0.7 * random(sector), piece = floor(rung), within = rung - piece;
+    bool pane = piece < 1.0, paneBeside = along + 0.7 * random(next) < 1.0;
 
+    // Spokes grow outwards to the blades' edges' breadth, rungs have half of it.
+    float breadth = mix(3.0, 7.0, smoothstep(0.1, 0.7, radius)) * pixel;
+    float toSpoke = min(side, 1.0 - side) * radius * 6.2831853 / spokes;
+    float toRung = (pane ? 1.0 - within : min(within, 1.0 - within)) / rungs;
+    float thread = pane && paneBeside ? 0.0 : 1.0 - smoothstep(0.0, breadth, toSpoke);
+    thread = max(thread, 0.8 - 0.8 * smoothstep(0.0, 4.0 * pixel, toRung));
     float number = sector + 17.0 * piece;
-    float toThread = min(min(side, 1.0 - side) * radius * 6.2831853 / spokes, min(within, 1.0 - within) / rungs);
-    return vec3(0.06 * vec2(random(number) - 0.5, random(number + 5.0) - 0.5),
-                0.8 * (1.0 - smoothstep(0.0, breadth, toThread)));
+    vec2 thrown = vec2(random(number) - 0.5, random(number + 5.0) - 0.5);
+    return vec3(pane ? vec2(0.0) : 0.10 * thrown, thread);
 }
 
 // Always between texels, never the nearest one: edges would turn to stairs where the picture is drawn small.
