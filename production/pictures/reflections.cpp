@@ -195,9 +195,20 @@ float litByTheScene(Direction normal) {
     return 0.14f + 0.63f * std::fmax(dot(normal, lamp), 0.0f);
 }
 
-// A warm key from above on the viewer's left, which draws its plates round.
+// While it fades the hall's lamp shines on it too, from above on the viewer's right: what that would make
+// brighter is held down, or the glow makes it white.
+Rgba heldDown(Rgba light, Direction normal) {
+    const Direction lamp = {0.55f, 0.71f, 0.44f}, between = {0.32f, 0.42f, 0.85f};
+    const float lit = litByTheScene(normal), more = 0.63f * std::fmax(dot(normal, lamp), 0.0f) +
+                                                    std::pow(std::fmax(dot(normal, between), 0.0f), 20.0f);
+    const float brightest = std::fmax(light.r, std::fmax(light.g, light.b));
+    const float allowed = std::fmax(0.18f, brightest * lit), fading = brightest * std::fmin(lit + more, 1.0f);
+    return light * std::fmin(1.0f, allowed / std::fmax(fading, 1e-4f));
+}
+
+// A warm key from the viewer's left, where that lamp doesn't reach, which draws its plates round.
 float keyLight(Direction normal) {
-    const float share = turnedTo(normal, {-0.50f, 0.46f, 0.73f}, 0.48f, 1.0f);
+    const float share = turnedTo(normal, {-0.72f, 0.16f, 0.67f}, 0.48f, 1.0f);
     return share * share;
 }
 
@@ -215,7 +226,7 @@ void makeRobotChrome(const char* path) {
         // Beside the key a tall window of two panes, and over it a strip.
         {-58, 24, {0.10f, 0.50f}, 6, 0.010f, opaque(0.95f, 0.80f, 0.58f)},
         {-74, 24, {0.03f, 0.50f}, 6, 0.010f, opaque(0.95f, 0.80f, 0.58f)},
-        {8, 62, {0.8f, 0.03f}, -5, 0.012f, opaque(0.80f, 0.72f, 0.60f)},
+        {8, 62, {0.8f, 0.03f}, -5, 0.012f, opaque(0.50f, 0.45f, 0.38f)},
         // Cold, on the other side and below, for a viewer who looks up at it.
         {72, 6, {0.03f, 0.66f}, 4, 0.010f, opaque(0.30f, 0.42f, 0.58f)},
         {10, -48, {0.9f, 0.04f}, 7, 0.012f, opaque(0.34f, 0.50f, 0.66f)},
@@ -228,7 +239,7 @@ void makeRobotChrome(const char* path) {
                 opaque(0.012f, 0.022f, 0.042f) * turnedTo(normal, {0.62f, -0.35f, 0.70f}, 0.0f, 1.0f);
             const Rgba seen = opaque(0.006f, 0.007f, 0.012f) + cold +
                               opaque(0.300f, 0.178f, 0.088f) * keyLight(normal) + rimLight * coldRim(normal);
-            return seen * (1 / litByTheScene(normal));
+            return heldDown(seen * (1 / litByTheScene(normal)), normal);
         },
         shortRim);
 }
@@ -243,7 +254,7 @@ void makeArmChrome(const char* path) {
             const Rgba seen = opaque(0.008f, 0.008f, 0.010f) +
                               opaque(0.034f, 0.040f, 0.056f) * keyLight(normal) +
                               rimLight * (0.4f * coldRim(normal));
-            return seen * (1 / litByTheScene(normal));
+            return heldDown(seen * (1 / litByTheScene(normal)), normal);
         },
         shortRim);
 }
