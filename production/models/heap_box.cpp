@@ -58,7 +58,7 @@ Shape terraceWalls() {
 // after another. Lit ones face the light far below, but no more than that they throw back none of the glow
 // beyond the heap; dark ones look nearly straight out, and show it cold or warm on the heap's sides.
 Shape stretch(Vec from, Vec along, int number) {
-    constexpr double leans[heap::roomsInStretch] = {0.0, -0.2, 0.15, -0.1, 0.2, 0.1}, lit = 1.25, dark = 0.25;
+    constexpr double leans[heap::roomsInStretch] = {0.0, -0.2, 0.15, -0.1, 0.2, 0.1}, lit = 1.6, dark = 0.25;
     const Vec step = along * (1.0 / heap::roomsInStretch), tall = {0, 2 * (halfHeight - slab), 0};
     const Patch rooms = patchOf(atlas::hull::rooms[number]);
     std::vector<Shape> panes;
@@ -206,12 +206,12 @@ Shape figures::heapBox() {
 void makeHeapBox(const char* path) {
     constexpr double lamps = 1.9;
     // A breath of a curve, so that a light crosses a slab instead of filling it at once. Its sides look away
-    // from the heap's axis, as if it were a column: so the same light stays on the same side of it, whichever
-    // way its storeys turn, warm on the right and cold on the left.
+    // from the heap's axis, as if it were a column, so that the same light stays on the same side of it,
+    // whichever way its storeys turn; and down, to the light that circles there, behind it at times.
     const auto curved = [](Vec p, Vec normal) {
         if (normal.y > 0.5) return normal + Vec{0.9 * p.x / halfLength, 0, 0.9 * p.z / halfWidth};
         if (normal.y < -0.5) return normal + Vec{0.1 * p.x / halfLength, 0, 0.1 * p.z / halfWidth};
-        return normal * 0.3 + normalized(Vec{p.x, 0, p.z}) - Vec{0, 0.25, 0};
+        return normal * 0.3 + normalized(Vec{p.x, 0, p.z}) - Vec{0, 1.5, 0};
     };
     const Shape slabs =
         shaded(painted(joined({floorSlab(), roofSlab(), terraceWalls()}), hull::lime), curved);
