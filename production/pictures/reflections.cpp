@@ -208,7 +208,7 @@ Rgba heldDown(Rgba light, Direction normal) {
 
 // A warm key from the viewer's left, where that lamp doesn't reach, which draws its plates round.
 float keyLight(Direction normal) {
-    const float share = turnedTo(normal, {-0.72f, 0.16f, 0.67f}, 0.48f, 1.0f);
+    const float share = turnedTo(normal, {-0.60f, 0.14f, 0.79f}, 0.50f, 1.0f);
     return share * share;
 }
 
@@ -238,7 +238,7 @@ void makeRobotChrome(const char* path) {
             const Rgba cold =
                 opaque(0.012f, 0.022f, 0.042f) * turnedTo(normal, {0.62f, -0.35f, 0.70f}, 0.0f, 1.0f);
             const Rgba seen = opaque(0.006f, 0.007f, 0.012f) + cold +
-                              opaque(0.300f, 0.178f, 0.088f) * keyLight(normal) + rimLight * coldRim(normal);
+                              opaque(0.270f, 0.150f, 0.074f) * keyLight(normal) + rimLight * coldRim(normal);
             return heldDown(seen * (1 / litByTheScene(normal)), normal);
         },
         shortRim);
@@ -252,7 +252,7 @@ void makeArmChrome(const char* path) {
         [&](Direction towards) {
             const Direction normal = facing(towards);
             const Rgba seen = opaque(0.008f, 0.008f, 0.010f) +
-                              opaque(0.034f, 0.040f, 0.056f) * keyLight(normal) +
+                              opaque(0.020f, 0.025f, 0.038f) * keyLight(normal) +
                               rimLight * (0.4f * coldRim(normal));
             return heldDown(seen * (1 / litByTheScene(normal)), normal);
         },
