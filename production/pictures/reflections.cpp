@@ -202,13 +202,14 @@ Rgba heldDown(Rgba light, Direction normal) {
     const float lit = litByTheScene(normal), more = 0.63f * std::fmax(dot(normal, lamp), 0.0f) +
                                                     std::pow(std::fmax(dot(normal, between), 0.0f), 20.0f);
     const float brightest = std::fmax(light.r, std::fmax(light.g, light.b));
-    const float allowed = std::fmax(0.18f, brightest * lit), fading = brightest * std::fmin(lit + more, 1.0f);
+    const float allowed = std::fmax(0.22f, 1.3f * brightest * lit),
+                fading = brightest * std::fmin(lit + more, 1.0f);
     return light * std::fmin(1.0f, allowed / std::fmax(fading, 1e-4f));
 }
 
 // A warm key from the viewer's left, where that lamp doesn't reach, which draws its plates round.
 float keyLight(Direction normal) {
-    const float share = turnedTo(normal, {-0.60f, 0.14f, 0.79f}, 0.50f, 1.0f);
+    const float share = turnedTo(normal, {-0.50f, 0.24f, 0.83f}, 0.46f, 1.0f);
     return share * share;
 }
 
@@ -238,7 +239,7 @@ void makeRobotChrome(const char* path) {
             const Rgba cold =
                 opaque(0.012f, 0.022f, 0.042f) * turnedTo(normal, {0.62f, -0.35f, 0.70f}, 0.0f, 1.0f);
             const Rgba seen = opaque(0.006f, 0.007f, 0.012f) + cold +
-                              opaque(0.270f, 0.150f, 0.074f) * keyLight(normal) + rimLight * coldRim(normal);
+                              opaque(0.300f, 0.165f, 0.080f) * keyLight(normal) + rimLight * coldRim(normal);
             return heldDown(seen * (1 / litByTheScene(normal)), normal);
         },
         shortRim);
