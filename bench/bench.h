@@ -32,9 +32,7 @@ double median(std::vector<double> values);
 Figure paired(const std::string& name, const char* unit, const std::vector<double>& ours,
               const std::vector<double>& others, Goal kind, double goal);
 
-// Seconds on a steady clock; seconds of processor time of all threads of a process, which is this one if it
-// is 0.
-double wallSeconds();
+// Seconds of processor time of all threads of a process, which is this one if it is 0.
 double processSeconds(pid_t process = 0);
 
 // The shortest of `runs` runs, seconds: the one that other work on the machine disturbed least.

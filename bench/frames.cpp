@@ -13,6 +13,7 @@
 #include "bench/bench.h"
 #include "script/timeline.h"
 #include "tools/capture/stepped_show.h"
+#include "tools/times.h"
 
 namespace {
 
@@ -150,13 +151,13 @@ void printMoment(int entry, int frames, int step) {
     std::vector<double> beginnings;
     double start = 0;
     for (int i = 0; i < frames; i++) {
-        beginnings.push_back(wallSeconds());
+        beginnings.push_back(steadySeconds());
         if (i == warmUpFrames) start = processSeconds();
         show.music.ms = middle + (i - frames / 2) * step;
         renderFrame();
     }
     glFinish();
-    beginnings.push_back(wallSeconds());
+    beginnings.push_back(steadySeconds());
     printf("%f %f\n", medianFrame(beginnings, frames), (processSeconds() - start) / (frames - warmUpFrames));
 }
 

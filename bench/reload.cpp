@@ -18,6 +18,7 @@
 #include "tools/loading/loading.h"
 #include "tools/process.h"
 #include "tools/rehearse/rehearsal.h"
+#include "tools/times.h"
 
 namespace fs = std::filesystem;
 
@@ -38,12 +39,12 @@ std::vector<double> saveTimes(Rehearsal& rehearsal, const std::string& path, con
         rehearsal.frame();
         rehearsal.frame();
         std::ofstream(path + "~", std::ios::binary) << contents[i % 2];
-        const double start = wallSeconds();
+        const double start = steadySeconds();
         fs::rename(path + "~", path);
         rehearsal.loaded = 0;
         while (rehearsal.loaded == 0) rehearsal.frame();
         glFinish();
-        times.push_back((wallSeconds() - start) * 1000);
+        times.push_back((steadySeconds() - start) * 1000);
     }
     std::sort(times.begin(), times.end());
     return times;
@@ -84,10 +85,10 @@ struct CodeRehearsal {
             return at == std::string::npos ? "" : text.substr(at, text.find('\n', at) - at);
         };
         const std::string before = turned();
-        const double start = wallSeconds();
+        const double start = steadySeconds();
         press(key);
         while (turned() == before) usleep(1000);
-        return (wallSeconds() - start) * 1000;
+        return (steadySeconds() - start) * 1000;
     }
     static void await(const std::string& words) {
         while (contentOf("state").find(words) == std::string::npos) usleep(1000);
@@ -95,10 +96,10 @@ struct CodeRehearsal {
     // Milliseconds until it is shown, and the last to be.
     static double save(const std::string& file) {
         std::ofstream(file, std::ios::app) << "// saved\n";
-        const double start = wallSeconds();
+        const double start = steadySeconds();
         const std::string told = "message: loaded " + file + "\n";
         while (!contentOf("state").ends_with(told)) usleep(1000);
-        return (wallSeconds() - start) * 1000;
+        return (steadySeconds() - start) * 1000;
     }
 };
 

@@ -1,10 +1,10 @@
 #include <algorithm>
-#include <chrono>
 #include <ctime>
 #include <filesystem>
 
 #include "bench/bench.h"
 #include "tools/process.h"
+#include "tools/times.h"
 
 double ratio(const Figure& figure) {
     return figure.ratios.empty() ? figure.value / figure.compared : median(figure.ratios);
@@ -23,10 +23,6 @@ Figure paired(const std::string& name, const char* unit, const std::vector<doubl
     return figure;
 }
 
-double wallSeconds() {
-    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
-}
-
 double processSeconds(pid_t process) {
     clockid_t clock;
     timespec time = {};
@@ -37,9 +33,9 @@ double processSeconds(pid_t process) {
 double bestSeconds(int runs, const std::function<void()>& work) {
     double best = 1e9;
     for (int i = 0; i < runs; i++) {
-        const double start = wallSeconds();
+        const double start = steadySeconds();
         work();
-        best = std::min(best, wallSeconds() - start);
+        best = std::min(best, steadySeconds() - start);
     }
     return best;
 }
