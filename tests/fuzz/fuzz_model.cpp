@@ -50,40 +50,29 @@ struct Bytes {
 };
 
 enum MeshFlag { hasNormals = 1, hasCoordinates = 2, hasMoreCoordinates = 4, hasColours = 8, isShaped = 16 };
-// Instead of flags. Few inputs should hit upon it, which are slow; without normals they would be slower
-// still.
-constexpr unsigned large = 0x60;
-
-// More corners than a mesh of the show's files may have.
-constexpr unsigned copiesOfLarge = 1500;
-
 template <typename Value>
-Value* filled(unsigned count, unsigned copies, auto next) {
-    auto* values = new Value[size_t{count} * copies];
+Value* filled(unsigned count, auto next) {
+    auto* values = new Value[count];
     for (unsigned i = 0; i < count; i++) values[i] = next();
-    for (unsigned i = count; i < count * copies; i++) values[i] = values[i % count];
     return values;
 }
 
 // Indices may be off by one: such scenes are refused.
 aiMesh* makeMesh(Bytes& bytes) {
     auto* mesh = new aiMesh;
-    const unsigned kind = bytes.next();
-    const unsigned flags = kind == large ? unsigned{hasNormals} : kind,
-                   copies = kind == large ? copiesOfLarge : 1;
+    const unsigned flags = bytes.next();
     const unsigned vertices = bytes.next() % 48 + 1, faces = bytes.next() % 48 + 1;
     const auto vector = [&] { return bytes.vector(); };
-    mesh->mNumVertices = vertices * copies;
-    mesh->mVertices = filled<aiVector3D>(vertices, copies, vector);
-    for (unsigned i = 0; i < mesh->mNumVertices; i++) mesh->mVertices[i].x += float(i / vertices);
-    if (flags & hasNormals) mesh->mNormals = filled<aiVector3D>(vertices, copies, vector);
+    mesh->mNumVertices = vertices;
+    mesh->mVertices = filled<aiVector3D>(vertices, vector);
+    if (flags & hasNormals) mesh->mNormals = filled<aiVector3D>(vertices, vector);
     for (unsigned set = 0; set < 2; set++) {
         if (!(flags & (hasCoordinates << set))) continue;
-        mesh->mTextureCoords[set] = filled<aiVector3D>(vertices, copies, vector);
+        mesh->mTextureCoords[set] = filled<aiVector3D>(vertices, vector);
         mesh->mNumUVComponents[set] = 2;
     }
     if (flags & hasColours)
-        mesh->mColors[0] = filled<aiColor4D>(vertices, copies, [&] { return aiColor4D(bytes.number()); });
+        mesh->mColors[0] = filled<aiColor4D>(vertices, [&] { return aiColor4D(bytes.number()); });
     if (flags & isShaped) {
         auto* bone = new aiBone;
         bone->mName = "root";
@@ -93,18 +82,13 @@ aiMesh* makeMesh(Bytes& bytes) {
         mesh->mNumBones = 1;
         mesh->mAnimMeshes = new aiAnimMesh* [1] { new aiAnimMesh };
         mesh->mAnimMeshes[0]->mNumVertices = mesh->mNumVertices;
-        mesh->mAnimMeshes[0]->mVertices = filled<aiVector3D>(vertices, copies, vector);
+        mesh->mAnimMeshes[0]->mVertices = filled<aiVector3D>(vertices, vector);
         mesh->mNumAnimMeshes = 1;
     }
-    mesh->mNumFaces = faces * copies;
+    mesh->mNumFaces = faces;
     mesh->mFaces = new aiFace[mesh->mNumFaces];
     for (unsigned f = 0; f < mesh->mNumFaces; f++) {
         aiFace& face = mesh->mFaces[f];
-        if (f >= faces) {
-            face = mesh->mFaces[f - faces];
-            for (unsigned i = 0; i < face.mNumIndices; i++) face.mIndices[i] += vertices;
-            continue;
-        }
         face.mNumIndices = bytes.next() % 6;
         face.mIndices = face.mNumIndices > 0 ? new unsigned[face.mNumIndices] : nullptr;
         for (unsigned i = 0; i < face.mNumIndices; i++) face.mIndices[i] = bytes.next() % (vertices + 1);
