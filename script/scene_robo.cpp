@@ -13,7 +13,8 @@
 namespace {
 
 constexpr double pi = std::numbers::pi;
-constexpr double sinkPerSecond = 0.85 / ((showtime::lightSunk.ms - showtime::robot.ms) / 1000.0);
+constexpr double lightHeight = 0.85;  // at the cut, of its full rise
+constexpr double sinkPerSecond = lightHeight / ((showtime::lightSunk.ms - showtime::robot.ms) / 1000.0);
 
 void placeCamera() {
     const double t = frame.time;
@@ -43,12 +44,12 @@ void drawSky() {
     glEnable(GL_LIGHTING);
 }
 
-// Asleep, the light sinks from 0.85 to a touch below 0; awake, it swings between 0 and 0.8.
+// Asleep, the light sinks from there to a touch below 0; awake, it swings between 0 and 0.8.
 void drawRobot() {
     const double t = frame.time;
     EffectBase& robo = effectOf("robo");
     if (frame.time < showtime::awake) {
-        robo.drawAt(0.85 - (frame.time - showtime::robot) * sinkPerSecond, 0);
+        robo.drawAt(lightHeight - (frame.time - showtime::robot) * sinkPerSecond, 0);
     } else {
         robo.drawAt(0.4 * std::sin(t - showtime::awake - pi / 2) + 0.4, 1);
     }

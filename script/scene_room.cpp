@@ -11,7 +11,8 @@
 
 namespace {
 
-constexpr double fadePerSecond = 1 / 6.5;
+constexpr double fadeTime = 6.5;  // seconds
+constexpr double fadePerSecond = 1 / fadeTime;
 
 void placeCamera() {
     const auto [eye, target] = roomView(frame.time, frame.pulse);
