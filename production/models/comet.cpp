@@ -11,7 +11,7 @@ using namespace model;
 namespace {
 
 constexpr double wallGap = 34;          // from the wall, clear of its shafts
-constexpr double halfHeight = 66;       // units of a track, over which
+constexpr double halfHeight = 64;       // units of a track, over which
 constexpr double halfElevation = 0.16;  // the picture is seen this far from the comet's middle, radians
 
 // What a place must face to show the viewer, at that time, the place of the picture of reflections that lies
@@ -55,9 +55,10 @@ Shape track(const std::vector<Waypoint>& points) {
     return shape;
 }
 
-const std::vector<Waypoint> overTheNight = {{2.0, 104, 310, 0.8},  {3.15, 146, 450, 1.0},
-                                            {4.15, 186, 505, 1.0}, {4.95, 211, 470, 1.0},
-                                            {5.65, 224, 410, 0.9}, {6.05, 230, 370, 0.2}};
+// Below the word that is shown when it first flies, and up into the dark as that fades.
+const std::vector<Waypoint> overTheNight = {
+    {2.0, 104, 300, 0.8}, {3.15, 146, 285, 1.0}, {3.8, 172, 310, 1.0}, {4.45, 196, 430, 1.0},
+    {5.0, 212, 500, 1.0}, {5.65, 224, 440, 0.9}, {6.05, 230, 380, 0.2}};
 constexpr double faceTime = showtime::glimpse.seconds() - 0.14;
 
 }  // namespace
