@@ -213,10 +213,12 @@ float keyLight(Direction normal) {
     return share * share;
 }
 
-// One cold rim, on the side away from the key; thin, or the glow would lay it over the night as a veil.
+// One cold rim, on the side away from the key; thin, or the glow would lay it over the night as a veil. None
+// on what looks straight up: so are shaded screens and lamps, to be black but for their own light.
 float coldRim(Direction normal) {
     const float side = dot(normal, Direction{0.93f, -0.26f, 0.0f});
-    return smoothstep(0.46f, 0.18f, normal.z) * mix(0.25f, 1.0f, smoothstep(0.0f, 0.7f, side));
+    return smoothstep(0.46f, 0.18f, normal.z) * smoothstep(0.97f, 0.70f, normal.y) *
+           mix(0.25f, 1.0f, smoothstep(0.0f, 0.7f, side));
 }
 const Rgba rimLight = opaque(0.30f, 0.58f, 0.88f);
 
