@@ -2,8 +2,8 @@
 
 #include "image/image.h"
 #include "tests/image/picture.h"
-#include "tests/image/png_kinds.h"
 #include "tests/memory_file.h"
+#include "tests/scratch.h"
 
 namespace {
 
@@ -11,11 +11,9 @@ class PngFile : public testing::Test {
 protected:
     MemoryFile file;
 
-    // A good file of a few hundred bytes to break.
-    std::string goodFile() {
-        makePng(file.name, pngKinds[4], testRows(24, 9));
-        return file.read();
-    }
+    // Of every kind there is one, of eight columns and five rows, in which each byte is 37 more than the one
+    // before.
+    static std::string kept(const std::string& kind) { return contentOf(KEPT_INPUTS "/png/" + kind); }
     // By both: the one that prints, and the one that tells its caller, which have to agree.
     int loadBytes(const std::string& bytes) {
         file.write(bytes);
@@ -31,14 +29,24 @@ protected:
 };
 
 TEST_F(PngFile, EveryKindIsKeptAsStored) {
-    for (const PngKind& kind : pngKinds) {
+    const struct {
+        const char* name;
+        int channels;
+        uint32_t stride;
+    } kinds[] = {
+        {"grey", 1, 8},    {"grey of one bit", 1, 1},    {"grey with alpha", 2, 16},   {"palette", 1, 8},
+        {"colour", 3, 24}, {"colour of 16 bits", 3, 48}, {"colour with alpha", 4, 32}, {"interlaced", 3, 24}};
+    for (const auto& kind : kinds) {
         SCOPED_TRACE(kind.name);
-        auto rows = testRows(kind.stride, 5);
-        makePng(file.name, kind, rows);
+        std::vector<Bytes> rows(5, Bytes(kind.stride));
+        uint8_t value = 0;
+        for (Bytes& row : rows)
+            for (uint8_t& byte : row) byte = value += 37;
+        file.write(kept(kind.name));
         Picture loaded, flipped;
         ASSERT_EQ(loadPng(file.path(), &loaded, false), 0);
         ASSERT_EQ(loadPng(file.path(), &flipped, true), 0);
-        EXPECT_EQ(loaded.width, pngWidth);
+        EXPECT_EQ(loaded.width, 8);
         EXPECT_EQ(loaded.height, 5);
         EXPECT_EQ(loaded.channels, kind.channels);
         EXPECT_EQ(loaded.stride, kind.stride);
@@ -71,7 +79,7 @@ TEST_F(PngFile, WriterTurnsDownWhatPngHasNot) {
 }
 
 TEST_F(PngFile, TruncationAnywhereFails) {
-    const std::string whole = goodFile();
+    const std::string whole = kept("colour");
     testing::internal::CaptureStderr();
     for (size_t length = 0; length < whole.size(); length++)
         EXPECT_EQ(loadBytes(whole.substr(0, length)), -1) << length;
@@ -80,7 +88,7 @@ TEST_F(PngFile, TruncationAnywhereFails) {
 }
 
 TEST_F(PngFile, ClaimOfAHugePictureFails) {
-    std::string bytes = goodFile();
+    std::string bytes = kept("colour");
     bytes.replace(16, 8, "\x3f\xff\xff\xff\x3f\xff\xff\xff");  // width and height
     EXPECT_EQ(loadBytes(bytes), -1);
     std::string problem;

@@ -4,7 +4,6 @@
 
 #include "image/image.h"
 #include "tests/gl_window.h"
-#include "tests/image/png_kinds.h"
 #include "tests/scratch.h"
 
 namespace {
@@ -89,9 +88,7 @@ TEST_F(TexturesDeathTest, FilesThatAreNoTextureEndTheProgram) {
 }
 
 TEST_F(TexturesDeathTest, SixteenBitSamplesEndTheProgram) {
-    const PngKind& deep = pngKinds[5];
-    const std::string path = scratch.file("deep.png");
-    makePng(path, deep, testRows(deep.stride, 4));
+    const std::string path = scratch.write("deep.png", contentOf("tests/fuzz/kept/png/colour of 16 bits"));
     EXPECT_EXIT(load(path, "x"), testing::ExitedWithCode(0), "error: File \\[%s\\] not found\\.");
 }
 

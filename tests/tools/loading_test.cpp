@@ -1,13 +1,8 @@
 // Files of the show as the tools read them: what it could not draw or play rightly is told by its name, and
 // nothing is drawn of a show that is broken.
-#include <cstdio>
-// libjpeg's header needs FILE and size_t before it.
-#include <jpeglib.h>
-
 #include <thread>
 
 #include "tests/app/program.h"
-#include "tests/image/png_kinds.h"
 #include "tools/loading/readers.h"
 
 namespace {
@@ -17,25 +12,8 @@ constexpr char picture[] = "data/spot.png";
 constexpr char jpeg[] = "data/overlay.jpg";
 constexpr char model[] = "data/ring.AML";
 
-void makeJpeg(const std::string& path, int channels) {
-    FILE* file = fopen(path.c_str(), "wb");
-    jpeg_compress_struct encoder;
-    jpeg_error_mgr errors;
-    encoder.err = jpeg_std_error(&errors);
-    jpeg_create_compress(&encoder);
-    jpeg_stdio_dest(&encoder, file);
-    encoder.image_width = encoder.image_height = 8;
-    encoder.input_components = channels;
-    encoder.in_color_space = channels == 1 ? JCS_GRAYSCALE : JCS_CMYK;
-    jpeg_set_defaults(&encoder);
-    jpeg_start_compress(&encoder, TRUE);
-    for (auto& row : testRows(uint32_t(8 * channels), 8)) {
-        JSAMPROW pointer = row.data();
-        jpeg_write_scanlines(&encoder, &pointer, 1);
-    }
-    jpeg_finish_compress(&encoder);
-    jpeg_destroy_compress(&encoder);
-    fclose(file);
+std::string kept(const std::string& file) {
+    return contentOf("tests/fuzz/kept/" + file);
 }
 
 // In a folder with a data set of its own.
@@ -60,17 +38,23 @@ public:
 
 TEST_F(BrokenShow, WhatCantBeDrawnRightlyIsNamed) {
     const std::string wanted = ", where the show takes RGB or RGBA of 8 bits";
-    const std::pair<size_t, const char*> kinds[] = {
-        {0, "shades of grey"}, {1, "shades of grey"},    {2, "shades of grey"}, {3, "a palette"},
-        {4, nullptr},          {5, "16 bits a channel"}, {6, nullptr},          {7, nullptr}};
-    for (const auto& [kind, what] : kinds) {
-        makePng(place(picture), pngKinds[kind], testRows(pngKinds[kind].stride, 4));
-        EXPECT_EQ(problemOf(FileKind::picture, picture),
-                  what ? picture + std::string(": has ") + what + wanted : "");
-    }
-    for (const auto& [channels, what] : {std::pair{1, "shades of grey"}, {4, "CMYK colours"}}) {
-        makeJpeg(place(jpeg), channels);
-        EXPECT_EQ(problemOf(FileKind::picture, jpeg), jpeg + std::string(": has ") + what + wanted);
+    const struct {
+        const char *file, *kind, *what;
+    } rows[] = {{picture, "png/grey", "shades of grey"},
+                {picture, "png/grey of one bit", "shades of grey"},
+                {picture, "png/grey with alpha", "shades of grey"},
+                {picture, "png/palette", "a palette"},
+                {picture, "png/colour", nullptr},
+                {picture, "png/colour of 16 bits", "16 bits a channel"},
+                {picture, "png/colour with alpha", nullptr},
+                {picture, "png/interlaced", nullptr},
+                {jpeg, "jpeg/grey", "shades of grey"},
+                {jpeg, "jpeg/inks", "CMYK colours"}};
+    for (const auto& [file, kind, what] : rows) {
+        put(file, kept(kind));
+        EXPECT_EQ(problemOf(FileKind::picture, file),
+                  what ? file + std::string(": has ") + what + wanted : "")
+            << kind;
     }
     put(model, std::string("AML\2\1\0\0\0\0\0\0\0\0\0\1\0\3", 17));
     EXPECT_EQ(problemOf(FileKind::model, model),
@@ -83,9 +67,7 @@ TEST_F(BrokenShow, WhatCantBeDrawnRightlyIsNamed) {
 
 TEST_F(BrokenShow, IsNotDrawnButSaidInOneLineWithTheName) {
     const std::string track = contentOf(music);
-    makeJpeg(scratch.file("cmyk"), 4);
-    const std::string cmyk = contentOf(scratch.file("cmyk")),
-                      shader = "void main() { gl_FragColor = colour; }\n";
+    const std::string cmyk = kept("jpeg/inks"), shader = "void main() { gl_FragColor = colour; }\n";
     const struct {
         const char* file;
         std::string content;  // none: it is missing
