@@ -147,12 +147,12 @@ bool finishStems(const Song& song, const Window& window, const std::vector<Stem>
     const size_t lead = leadOf(window);
     const Window reach = {window.from - lead, window.to};
     Unclipped unclipped;
-    Stereo whole = perform(song, reach, unclipped);
+    Stereo whole = perform(song, reach, {}, nullptr, &unclipped);
     cutAndBlur(song, reach.from, whole);
     const MasterGains gains = passMaster(song.mixer.master, whole);
     whole = Stereo();
     return std::all_of(stems.begin(), stems.end(), [&](const Stem& stem) {
-        Stereo sound = perform(song, reach, stem.parts, unclipped);
+        Stereo sound = perform(song, reach, stem.parts, &unclipped);
         cutAndBlur(song, reach.from, sound);
         passMaster(song.mixer.master, gains, sound);
         return take(stem, sliceOf(sound, lead, sound.frames()));

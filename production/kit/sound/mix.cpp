@@ -168,8 +168,9 @@ void shape(const Master& master, Stereo& sound) {
     scale(sound, gainOf(master.gain));
 }
 
-// Clipped by what `whole` holds, unless it is nullptr; `kept`, unless that is, gets what is clipped.
-Stereo mixDown(const Song& song, const Window& window, const std::vector<std::string_view>& heard,
+}  // namespace
+
+Stereo perform(const Song& song, const Window& window, const std::vector<std::string_view>& heard,
                const Unclipped* whole, Unclipped* kept) {
     std::vector<size_t> triggers;
     for (const Note& note : notesOf(song, *partOf(song, song.mixer.duckedBy)))
@@ -188,21 +189,6 @@ Stereo mixDown(const Song& song, const Window& window, const std::vector<std::st
     Stereo coloured(buses.dry.frames());
     for (const Section& section : song.sections) colour(song, section, buses.dry, origin, coloured);
     return sliceOf(coloured, window.from - origin, window.to - origin);
-}
-
-}  // namespace
-
-Stereo perform(const Song& song, const Window& window, const std::vector<std::string_view>& heard) {
-    return mixDown(song, window, heard, nullptr, nullptr);
-}
-
-Stereo perform(const Song& song, const Window& window, Unclipped& whole) {
-    return mixDown(song, window, {}, nullptr, &whole);
-}
-
-Stereo perform(const Song& song, const Window& window, const std::vector<std::string_view>& heard,
-               const Unclipped& whole) {
-    return mixDown(song, window, heard, &whole, nullptr);
 }
 
 MasterGains passMaster(const Master& master, Stereo& whole) {

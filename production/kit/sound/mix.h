@@ -14,20 +14,18 @@ struct Window {
     size_t from, to;
 };
 
-// What the parts of these names (all of them where there is none) and their sends sound like between two
-// frames, at the sections' levels, not yet mastered. The dips for the kick are there whether it is heard or
-// not. What began more than a few seconds before the window may be missing from its rooms.
-Stereo perform(const Song& song, const Window& window, const std::vector<std::string_view>& heard = {});
-
-// What goes into the two clips of a mix, of all parts.
+// What goes into the two clips of a mix.
 struct Unclipped {
     Stereo drums, music;
 };
-// As above, of all parts, keeping that; and of some, which are clipped by it as they are in the whole, so
-// that those of all parts add up to it.
-Stereo perform(const Song& song, const Window& window, Unclipped& whole);
-Stereo perform(const Song& song, const Window& window, const std::vector<std::string_view>& heard,
-               const Unclipped& whole);
+
+// What the parts of these names (all of them where there is none) and their sends sound like between two
+// frames, at the sections' levels, not yet mastered. The dips for the kick are there whether it is heard or
+// not. What began more than a few seconds before the window may be missing from its rooms. By what `whole`
+// has of all parts some are clipped as they are in the whole, so that those of all parts add up to it; `kept`
+// gets that of these.
+Stereo perform(const Song& song, const Window& window, const std::vector<std::string_view>& heard = {},
+               const Unclipped* whole = nullptr, Unclipped* kept = nullptr);
 
 // What a master gave each frame.
 struct MasterGains {
