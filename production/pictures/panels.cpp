@@ -318,7 +318,7 @@ const std::vector<Row> hullRows = {
     {{13, 3, 3, 6}, plate(0.14f, 0.3f)},
     {{0, 5, 3, 6}, plate(0.16f, 0.3f)},
     {atlas::hull::numbered, plate(0.34f, 0.3f, paleEnamel)},
-    {atlas::hull::wing, plate(0.32f, 0, coldEnamel)},
+    {atlas::hull::wing, plate(0.42f, 0, coldEnamel)},
     {{0, 11, 3, 5}, plate(0.41f, 0.4f)},
     {{3, 12, 4, 4}, plate(0.13f, 0.4f)},
     {{7, 12, 3, 4}, plate(0.31f, 0.4f)},
