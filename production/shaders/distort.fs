@@ -195,5 +195,5 @@ void main() {
     color += crack.z * light * (1.0 - min(color, 1.0));
     // Black stays black under the sheen.
     float most = max(color.r, max(color.g, color.b));
-    gl_FragColor = vec4(color * most * most / (most * most + 0.035), 1.0) * gl_Color;
+    gl_FragColor = vec4(color * most * most / (most * most + 0.06), 1.0) * gl_Color;
 }
