@@ -29,14 +29,4 @@ TEST_F(ProbeLinks, GoToTheFirstOfThoseAtOneDistance) {
     EXPECT_EQ(links()[0], 1);
 }
 
-// Probe 1 was nearest to probe 0 until 2 came, so that pair is taken, and 1 goes to 2, which is farther away.
-// Then 2 finds both pairs taken, and goes to 3.
-TEST_F(ProbeLinks, TakeEveryPairThatLedTheSearch) {
-    probes.positions[1] = {10, 0, 0};
-    probes.positions[2] = {-5, 0, 0};
-    probes.positions[3] = {0, 900, 0};
-    const std::vector<int> all = links();
-    EXPECT_EQ((std::vector<int>{all.begin(), all.begin() + 4}), (std::vector{2, 2, 3, 0}));
-}
-
 }  // namespace
