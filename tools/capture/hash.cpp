@@ -33,21 +33,11 @@ struct Hash {
     }
 };
 
-// Notes are a header, a name and what they say, each from a whole word on.
-std::string buildIdIn(std::span<const uint8_t> notes) {
-    const auto padded = [](size_t size) { return (size + 3) & ~size_t{3}; };
-    ElfW(Nhdr) note;
-    while (notes.size() >= sizeof note) {
-        memcpy(&note, notes.data(), sizeof note);
-        const size_t start = sizeof note + padded(note.n_namesz), end = start + padded(note.n_descsz);
-        if (end > notes.size()) break;
-        if (note.n_type == NT_GNU_BUILD_ID && note.n_namesz == 4 &&
-            memcmp(&notes[sizeof note], "GNU", 4) == 0)
-            return digitsOf(notes.subspan(start, note.n_descsz));
-        notes = notes.subspan(end);
-    }
-    return "";
-}
+// How the note begins that names a build.
+constexpr struct {
+    ElfW(Nhdr) header;
+    char name[4];
+} noteOfBuild = {{4, 20, NT_GNU_BUILD_ID}, "GNU"};
 
 }  // namespace
 
@@ -85,9 +75,12 @@ std::string hashOfProgram() {
         [](dl_phdr_info* program, size_t, void* found) {
             for (int i = 0; i < program->dlpi_phnum; i++) {
                 const ElfW(Phdr)& segment = program->dlpi_phdr[i];
-                const auto* notes = reinterpret_cast<const uint8_t*>(program->dlpi_addr + segment.p_vaddr);
-                if (segment.p_type == PT_NOTE)
-                    *static_cast<std::string*>(found) += buildIdIn({notes, segment.p_memsz});
+                if (segment.p_type != PT_NOTE) continue;
+                const auto* notes = reinterpret_cast<const char*>(program->dlpi_addr + segment.p_vaddr);
+                const void* note = memmem(notes, segment.p_memsz, &noteOfBuild, sizeof noteOfBuild);
+                if (!note) continue;
+                const auto* id = static_cast<const uint8_t*>(note) + sizeof noteOfBuild;
+                *static_cast<std::string*>(found) = digitsOf({id, noteOfBuild.header.n_descsz});
             }
             return 1;  // it is the first, and libraries follow
         },
