@@ -10,7 +10,7 @@
 
 struct DrawnFrame {
     int number;
-    std::string hash;  // of its drawn pixels
+    std::string hash;  // of its drawn pixels; of its file, where it is a picture
 };
 
 struct Manifest {

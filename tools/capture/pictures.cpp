@@ -3,10 +3,8 @@
 #include <algorithm>
 #include <filesystem>
 #include <iterator>
-#include <memory>
 #include <set>
 
-#include "image/whole_file.h"
 #include "render/screen.h"
 #include "tools/capture/drawing.h"
 #include "tools/capture/hash.h"
@@ -21,22 +19,6 @@ namespace {
 std::string nameOf(const CaptureOptions& options, int frame) {
     const size_t place = options.out.rfind('%');
     return options.out.substr(0, place) + formatted(&options.out[place], frame);
-}
-
-// Of what was drawn; "" without a whole picture.
-std::string hashOfDrawn(const std::string& path) {
-    std::string problem;
-    const auto bytes = readWholeFile(path.c_str());
-    const auto image = bytes ? readPng(*bytes, &problem) : std::nullopt;
-    if (!image) return "";
-    const std::unique_ptr<uint8_t[]> pixels(image->pixels);
-    if (image->width != screenWidth || image->height != screenHeight || image->stride != 3 * screenWidth)
-        return "";
-    flipImage(*image, 1, 0);
-    Picture picture(size_t{4} * screenWidth * screenHeight);
-    for (size_t i = 0; i < picture.size(); i++)
-        if (i % 4 < 3) picture[i] = pixels[i / 4 * 3 + 2 - i % 4];
-    return hashOfPicture(picture);
 }
 
 void fillImage(const Picture& picture, Image* image) {
@@ -54,8 +36,9 @@ bool drawSome(SteppedShow& show, const CaptureOptions& options, const std::vecto
     auto next = frames.begin();
     const auto write = [&](const Picture& picture) {
         fillImage(picture, &image);
-        if (!writeWholePng(nameOf(options, *next).c_str(), image)) return false;
-        manifest->frames.push_back({*next++, hashOfPicture(picture)});
+        const std::string name = nameOf(options, *next);
+        if (!writeWholePng(name.c_str(), image)) return false;
+        manifest->frames.push_back({*next++, hashOfFile(name)});
         return true;
     };
     const bool drawn = drawFrames(show, frames, progress, write);
@@ -76,7 +59,7 @@ std::vector<int> missingPictures(const CaptureOptions& options, const std::vecto
     }
     std::set<int> whole;
     for (const DrawnFrame& frame : there.frames) {
-        if (hashOfDrawn(nameOf(options, frame.number)) != frame.hash) continue;
+        if (hashOfFile(nameOf(options, frame.number)) != frame.hash) continue;
         manifest->frames.push_back(frame);
         whole.insert(frame.number);
     }
