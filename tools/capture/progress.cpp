@@ -1,9 +1,7 @@
 #include "tools/capture/progress.h"
 
-#include <sys/ioctl.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <string>
 
@@ -11,14 +9,7 @@
 
 namespace {
 
-constexpr int widestBar = 40;  // characters
 constexpr int linesEvery = 5;  // per cent between plain lines
-
-// A line that is longer than the terminal would not be overwritten by the next.
-int terminalWidth() {
-    winsize size = {};
-    return ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : 80;
-}
 
 }  // namespace
 
@@ -38,12 +29,6 @@ void Progress::step() {
     const double rate = done / (seconds > 0 ? seconds : 1);
     const std::string text = formatted("%3d %%  frame %d of %d  %.1f frames/s  %s left", percent, done, total,
                                        rate, minutesAndSeconds((total - done) / rate).c_str());
-    if (!terminal) {
-        fprintf(stderr, "%s\n", text.c_str());
-        return;
-    }
-    const int bar = std::clamp(terminalWidth() - int(text.size()) - 5, 0, widestBar);
-    const int filled = int(1LL * bar * done / total);
-    fprintf(stderr, "\r[%s%s] %s ", std::string(filled, '#').c_str(), std::string(bar - filled, '.').c_str(),
-            text.c_str());
+    // Blanks over what is left of a longer line.
+    fprintf(stderr, terminal ? "\r%s  " : "%s\n", text.c_str());
 }

@@ -1,4 +1,4 @@
-// How far a capture is: a bar on a terminal, a plain line now and then elsewhere.
+// How far a capture is: a line that changes on a terminal, one now and then elsewhere.
 #pragma once
 
 #include "tools/times.h"
@@ -11,7 +11,7 @@ struct Progress {
     double start = steadySeconds();
 
     explicit Progress(int total);
-    // Ends the bar's line.
+    // Ends the terminal's line.
     ~Progress();
 
     // After every frame.
