@@ -7,12 +7,10 @@
 #include "tools/formatted.h"
 
 Words tagWords(const std::string& origin) {
-    Words words;
-    for (const std::string& tag :
-         {std::string("title=Valojuova"), std::string("creation_time=now"), "comment=" + origin,
-          std::string("copyright=CC BY 4.0, https://creativecommons.org/licenses/by/4.0/")})
-        words.insert(words.end(), {"-metadata", tag});
-    return words;
+    return {"-metadata", "title=Valojuova",
+            "-metadata", "creation_time=now",
+            "-metadata", "comment=" + origin,
+            "-metadata", "copyright=CC BY 4.0, https://creativecommons.org/licenses/by/4.0/"};
 }
 
 std::string chapters(double from, double seconds) {

@@ -5,11 +5,13 @@
 #include <string>
 
 #include "tools/loading/show_file.h"
+#include "tools/process.h"
 
 struct Soundtrack {
     std::string path;  // where this process and ffmpeg find it until the process ends
     std::string hash;
     std::string problem;  // a line, if it can't be in a film; a silent one is made all the same
 
-    explicit Soundtrack(const ShowFile& music);
+    explicit Soundtrack(const ShowFile& music)
+        : path(fileInMemory(music.bytes ? *music.bytes : "")), hash(music.hash), problem(music.problem) {}
 };
