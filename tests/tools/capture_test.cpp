@@ -97,6 +97,7 @@ TEST(Capture, DrawsNothingOfAStateThatNeverWas) {
     });
     const Result result =
         shell("cd " + scratch.path.string() + " && " CAPTURE_PROGRAM " --fps 2 --to 0.5 --out %d.png");
+    awaited = 1;  // it would not come any more
     author.join();
     signal(SIGIO, before);
     EXPECT_EQ(result.status, 1);

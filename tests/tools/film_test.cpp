@@ -111,7 +111,7 @@ std::string playedByBrowser(const std::string& film) {
                               "console.log(`{${film.getVideoPlaybackQuality().totalVideoFrames} frames, ` +\n"
                               "                                 `${(film.duration - "
                               "film.currentTime).toFixed(2)} s left}`);\n"
-                              "film.play();</script>");
+                              "film.play().catch(error => console.log(`{${error}}`));</script>");
     const pid_t browser = startShell(
         "exec chromium --headless --no-sandbox --disable-dev-shm-usage --disable-gpu --mute-audio "
         "--autoplay-policy=no-user-gesture-required --enable-logging=stderr "

@@ -146,10 +146,10 @@ struct Resuming : testing::Test {
                                     ";; esac\nexec ffmpeg \"$@\"\n");
         std::filesystem::permissions(encoder.file("ffmpeg"), std::filesystem::perms::owner_all);
     }
-    // A capture whose encoder of the second piece waits as long as `stuck` is there.
+    // A capture whose encoder of the second piece waits as long as `stuck` is there, and the capture.
     pid_t captureAtWork(const std::string& before = "") {
         writeEncoder("*unfinished-000030*",
-                     "touch " + stuck + "; while [ -e " + stuck + " ]; do sleep 0.05; done");
+                     "touch " + stuck + "; while [ -e " + stuck + " ] && kill -0 $PPID; do sleep 0.05; done");
         const pid_t process = startShell(before + " PATH=" + encoder.path.string() +
                                          ":$PATH; exec " CAPTURE_PROGRAM " " + words + " 2>" + said);
         EXPECT_TRUE(await(process, [&] { return std::filesystem::exists(stuck); }));
