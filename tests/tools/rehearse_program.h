@@ -42,7 +42,7 @@ public:
         Program::act(words, "rehearsal");
         for (int frames = 0; frames < 2; frames++) {
             const std::string before = state("now");
-            await([&] { return state("now") != before; });
+            ASSERT_TRUE(await([&] { return state("now") != before; }) || !runs());
         }
     }
     static int xAt(double seconds) { return int(12 + 776 * seconds / showtime::end.seconds()); }

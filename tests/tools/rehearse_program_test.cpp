@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <map>
 #include <sstream>
+#include <utility>
 
 #include "image/image.h"
 #include "tests/sound/signal.h"
@@ -58,31 +59,35 @@ TEST_F(RehearseProgram, ALoopKeepsSoundAndPictureTogether) {
     EXPECT_NEAR(to, 12000, 400);
 
     std::vector<std::pair<double, int>> readings;
-    int turns = 0;
+    int turns = 0, before = 0;
     double turned = 0;
-    const double end = secondsNow() + 30;
-    while (turns < 4 && secondsNow() < end) {
+    // As many as it takes: on a machine that is busy the desk seldom says it.
+    const double end = secondsNow() + 120;
+    while ((turns < 4 || readings.size() < 20) && secondsNow() < end && runs()) {
         sleepSeconds(0.02);
-        const double now = std::atof(state("now").c_str());
+        const std::string said = state("now");
+        const double now = std::atof(said.c_str());
         const int ms = time();
-        if (!readings.empty() && ms < readings.back().second) {
+        if (std::exchange(before, ms) > ms) {
             turns++;
             turned = now;
         }
         EXPECT_LT(ms, to + 200);
-        // The sound takes its time to begin anew.
-        if (now - turned > 0.5) readings.emplace_back(now, ms);
+        // Each once, from one frame, and not while the sound begins anew, which takes its time.
+        const bool isNew = state("now") == said && (readings.empty() || readings.back().first != now);
+        if (isNew && now - turned > 0.5 && ms >= from + 600 && ms <= to - 200) readings.emplace_back(now, ms);
     }
-    EXPECT_EQ(turns, 4);
+    EXPECT_GE(turns, 4);
+    ASSERT_GE(readings.size(), 20u);
     recorder.samples();
-    int heard = 0;
+    size_t heard = 0;
     for (const auto& [now, ms] : readings) {
-        if (ms < from + 600 || ms > to - 200) continue;
         const long expected = long(ms) * recordRate / 1000;
         const auto place = locate(recorder.samples(), recorder.frameAt(now), decoded, expected, 20000);
         if (place && std::abs(*place - double(expected)) < 0.06 * recordRate) heard++;
     }
-    EXPECT_GT(heard, 10);
+    // A frame that takes long is said late.
+    EXPECT_GT(heard, readings.size() / 2);
 }
 
 TEST_F(RehearseProgram, ItBeginsWithWhateverIsThere) {
@@ -171,10 +176,15 @@ public:
     void copy(const std::string& path) const {
         ASSERT_EQ(std::system(("cp -pr --parents " + path + " " + scratch.path.string()).c_str()), 0);
     }
-    // It takes a compiler's time, on a machine that may have other work.
+    // It takes a compiler's time, on a machine that may have other work: as long as the held desk changes.
     bool await(const std::function<bool()>& condition) const {
-        for (int minutes = 0; minutes < 20 && !RehearseProgram::await(condition) && runs();) minutes++;
-        return condition();
+        const auto shown = [&] {
+            const std::string text = contentOf(scratch.file("state"));
+            return text.substr(std::min(text.find('\n'), text.size()));  // behind the time that is on
+        };
+        for (std::string before; !RehearseProgram::await(condition); before = shown())
+            if (!runs() || (shown() == before && state("working").empty())) return false;
+        return true;
     }
     bool says(const std::string& words) const {
         return await([&] { return contentOf(scratch.file("state")).find(words) != std::string::npos; });
@@ -204,7 +214,8 @@ public:
         };
         EXPECT_TRUE(says("number: " + file)) << contentOf(scratch.file("state"));
         for (const char* key : {"Down", "Up"})
-            for (int i = 0; i < 100 && !isChosen(); i++) act(std::string("key --window %1 ") + key);
+            for (int i = 0; i < 100 && !isChosen() && !HasFailure(); i++)
+                act(std::string("key --window %1 ") + key);
         EXPECT_TRUE(isChosen()) << state("chosen");
         return state("chosen");
     }
@@ -306,8 +317,8 @@ TEST_F(RehearseCode, ANumberIsTurnedAndWrittenBack) {
     rehearse({"70.1", "--held", "--numbers", "-nosound"});
     const std::string film = shot();
     const std::string place = choose(heap, "turnSpeed");
-    for (int i = 0; i < 3; i++) act("key --window %1 Right");
-    ASSERT_TRUE(await([&] { return state("turned") == place + " = 510 (480)"; })) << state("turned");
+    act("key --window %1 shift+Right");
+    ASSERT_TRUE(await([&] { return state("turned") == place + " = 580 (480)"; })) << state("turned");
     const std::string turned = shot();
     EXPECT_TRUE(turned != film);
     act("key --window %1 c");
@@ -321,15 +332,15 @@ TEST_F(RehearseCode, ANumberIsTurnedAndWrittenBack) {
     EXPECT_TRUE(await([&] { return !state("turned").empty(); }));
 
     act("key --window %1 Return");
-    EXPECT_TRUE(says("message: written: " + place + " = 510\n"));
+    EXPECT_TRUE(says("message: written: " + place + " = 580\n"));
     std::string expected = source;
-    expected.replace(expected.find("480"), 3, "510");
+    expected.replace(expected.find("480"), 3, "580");
     EXPECT_EQ(contentOf(scratch.file(heap)), expected);
     EXPECT_TRUE(says("message: loaded " + heap)) << contentOf(scratch.file("state"));
     EXPECT_TRUE(shot() == turned);
     // Undone, and turned otherwise: the source stays until that is written.
     act("key --window %1 ctrl+z");
-    EXPECT_TRUE(await([&] { return state("turned") == place + " = 480 (510)"; }));
+    EXPECT_TRUE(await([&] { return state("turned") == place + " = 480 (580)"; }));
     EXPECT_TRUE(shot() == film);
 
     // One that another hand has changed is left to it.
@@ -339,7 +350,7 @@ TEST_F(RehearseCode, ANumberIsTurnedAndWrittenBack) {
     act("key --window %1 Return");
     EXPECT_TRUE(says("message: not written: " + heap + " was changed meanwhile\n"));
     EXPECT_EQ(contentOf(scratch.file(heap)), theirs);
-    EXPECT_EQ(state("turned"), place + " = 480 (510)");
+    EXPECT_EQ(state("turned"), place + " = 480 (580)");
 }
 
 // A cut goes by beats, and not past its neighbour; a save of something else leaves it turned.
@@ -371,6 +382,45 @@ TEST_F(RehearseCode, ACutIsDragged) {
     drag(100);
     EXPECT_TRUE(await([&] { return state("segment") == "torn tunnel"; }));
     EXPECT_EQ(state("bounds").find(" - 1:18.030"), std::string::npos);
+}
+
+// Shaders have numbers, too: what a uniform is unless it is told, and constants. Of code what has to be a
+// constant is none, and one that it crashes with leads back to what the source has.
+TEST_F(RehearseCode, ShadersAreTurnedAndACrashLeadsBack) {
+    const std::string probes = "effects/probes.cpp", top = "constexpr float probeScale",
+                      draw = "void Probes::draw() {\n", shader = "data/shaders/smoke2.fs";
+    std::string code = "#include <array>\n" + contentOf(probes), text = contentOf(shader);
+    code.insert(code.find(draw) + draw.size(), "    inLanes[size_t(lanes)] = 10 / parts;\n");
+    code.insert(code.find(top),
+                "constexpr int lanes = 2;\nconstexpr int parts = 1;\n"
+                "std::array<volatile int, 2 * lanes> inLanes;\n");
+    scratch.write(probes, code);
+    text.replace(text.find("110"), 3, "120");
+    text.insert(text.find("void main"), "uniform float gain = 1.0;\nconst float lift = 0.0;\n");
+    text.insert(text.rfind('}'), "gl_FragColor.rgb = gain * gl_FragColor.rgb + lift;\n");
+    std::filesystem::remove(scratch.path / shader);
+    scratch.write(shader, text);
+    rehearse({"90", "--held", "--numbers", "-nosound"});
+    std::string before = shot();
+    for (const char* name : {"gain", "lift"}) {
+        choose(shader, name);
+        ASSERT_FALSE(HasFailure());
+        act("key --window %1 Right");
+        const std::string turned = shot();
+        EXPECT_TRUE(turned != before) << name;
+        act("key --window %1 Return");
+        ASSERT_TRUE(says("message: loaded " + shader)) << contentOf(scratch.file("state"));
+        EXPECT_TRUE(shot() == turned) << name;
+        before = turned;
+    }
+    choose(probes, "parts");
+    ASSERT_FALSE(HasFailure());
+    EXPECT_EQ(contentOf(scratch.file("state")).find(": lanes"), std::string::npos);
+    act("key --window %1 Left");
+    const std::string told = ": parts = 0 (1): the code crashed: Floating point exception";
+    ASSERT_TRUE(await([&] { return state("problem").find(told) != std::string::npos; })) << state("problem");
+    EXPECT_TRUE(shot() == before);
+    EXPECT_NE(state("problem").find(told), std::string::npos) << state("problem");
 }
 
 TEST_F(RehearseProgram, WrongWordsAreOneLine) {

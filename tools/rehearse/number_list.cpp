@@ -1,6 +1,7 @@
 #include "tools/rehearse/number_list.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cmath>
 
 #include "render/screen.h"
@@ -29,33 +30,25 @@ struct Row {
     std::vector<int> numbers;
 };
 
-// Where it stands in a table, without the last step.
-std::string groupOf(const std::string& label) {
-    const size_t point = label.rfind('.');
-    return point == std::string::npos ? "" : label.substr(0, point);
-}
-
-bool isCounted(const std::string& label) {
-    return !label.empty() && label.find_first_not_of("0123456789.") == std::string::npos;
+// Its name without the last step, if that counts: elements of a table stand side by side.
+std::string rowName(const TurnableNumber& number) {
+    const std::string name = number.name();
+    const size_t step = name.find_last_of(" .");
+    const bool counts = !number.label.empty() && std::isdigit(static_cast<unsigned char>(name[step + 1]));
+    return counts ? name.substr(0, step) : name;
 }
 
 std::vector<Row> rowsOf(const Numbers& numbers) {
     std::vector<Row> rows;
-    const TurnableNumber* before = nullptr;
+    std::string file;
     for (const int i : numbers.listed) {
         const TurnableNumber& number = numbers.all[size_t(i)];
-        if (!before || before->file != number.file) rows.push_back({number.file, {}});
-        const bool together = before && before->file == number.file && before->constant == number.constant &&
-                              isCounted(number.label) && isCounted(before->label) &&
-                              groupOf(before->label) == groupOf(number.label) &&
-                              rows.back().numbers.size() < columns;
-        if (together)
-            rows.back().numbers.push_back(i);
+        if (number.file != file) rows.push_back({file = number.file, {}});
+        Row& row = rows.back();
+        if (row.name == rowName(number) && row.numbers.size() < columns)
+            row.numbers.push_back(i);
         else
-            rows.push_back(
-                {isCounted(number.label) ? number.constant + " " + groupOf(number.label) : number.name(),
-                 {i}});
-        before = &number;
+            rows.push_back({rowName(number), {i}});
     }
     return rows;
 }

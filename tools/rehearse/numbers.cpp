@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <utility>
 
 #include "app/startup.h"
 #include "production/shaders/shaders.h"
@@ -24,6 +25,7 @@ namespace {
 
 constexpr double oneGesture = 0.7;  // seconds between steps that are undone together
 constexpr char times[] = "script/show_times.h";
+constexpr char programmeSource[] = "script/timeline.cpp";
 
 bool isShader(const std::string& file) {
     return file.starts_with("data/");
@@ -41,8 +43,7 @@ int decimalsOf(const std::string& digits) {
 }
 
 // As it is written, not as a float has it.
-double decimalOf(std::string digits) {
-    std::erase(digits, ' ');
+double decimalOf(const std::string& digits) {
     return std::strtod(digits.c_str(), nullptr);
 }
 
@@ -57,6 +58,11 @@ bool inOrder(std::span<const ProgrammeEntry> sheet) {
     for (size_t i = 1; i < sheet.size(); i++)
         if (!(sheet[i - 1].begin < sheet[i].begin)) return false;
     return sheet.front().begin >= 0;
+}
+
+std::string contentOf(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 // Scenes first, then effects, what they share, times and shaders.
@@ -84,7 +90,7 @@ std::string turnedBy(const std::string& text, const std::string& source, double 
     const double step = whole ? (size < 1000 ? 1 : 10) : std::pow(10, exponent);
     double value = decimalOf(text) + step * steps;
     if (whole) value = std::round(value);
-    const bool suffix = source.ends_with('f') || source.ends_with('F');
+    const bool suffix = source.ends_with('f');
     const bool point = source.find('.') != std::string::npos;
     int least = decimalsOf(source);
     if (point) least = std::max(least, 1);
@@ -104,34 +110,26 @@ std::string turnedBy(const std::string& text, const std::string& source, double 
 }
 
 bool Numbers::follow(const Loading& loading) {
-    if (code == loadedCode && shaderTexts == loading.shadersInUse) return false;
-    const std::vector<TurnableNumber> before = std::move(all);
-    const std::string chosenKey = chosen < 0 ? "" : keyOf(before[size_t(chosen)]);
-    std::set<std::string> drew;
-    for (const size_t source : drawing) drew.insert(sources[source].path);
-    if (shaderTexts != loading.shadersInUse) built.clear();
-    // What was written since the library was compiled is known already.
-    std::map<std::string, std::string> written;
-    if (code == loadedCode)
-        for (const Source& source : sources) written[source.path] = source.text;
-    code = loadedCode;
-    shaderTexts = loading.shadersInUse;
-    compared = false;
-    all.clear();
-    sources.clear();
-    drawing.clear();
+    const bool newCode = code != loadedCode, newShaders = shaderTexts != loading.shadersInUse;
+    if (!newCode && !newShaders) return false;
+    const std::vector<TurnableNumber> before = all;
+    const std::string chosenKey = chosen < 0 ? "" : keyOf(all[size_t(chosen)]);
+    std::erase_if(all, [&](const TurnableNumber& old) { return old.slot ? newCode : newShaders; });
+    if (compared) compare();
+    if (newCode) {
+        unhanded.clear();
+        code = loadedCode;
+        for (auto& [path, source] : live::sources) takeSource(path, source.text, &source);
+    }
+    if (newShaders) {
+        shaderTexts = loading.shadersInUse;
+        for (const auto& [path, text] : shaderTexts) takeSource(path, text, nullptr);
+    }
     chosen = -1;
-    if (code)
-        for (const live::Source& source : *code->sources)
-            takeSource(source.path, written.contains(source.path) ? written[source.path] : source.text,
-                       source.slots, source.ran);
-    for (const auto& [file, text] : shaderTexts) takeSource(file, text, nullptr, nullptr);
-    for (size_t i = 0; i < sources.size(); i++)
-        if (drew.contains(sources[i].path)) drawing.insert(i);
     for (size_t i = 0; i < all.size(); i++) {
         if (keyOf(all[i]) == chosenKey) chosen = int(i);
         for (const TurnableNumber& old : before) {
-            if (!old.turned() || keyOf(old) != keyOf(all[i]) || old.now == all[i].source) continue;
+            if (!old.turned() || keyOf(old) != keyOf(all[i]) || old.now == all[i].now) continue;
             if (old.source == all[i].source)
                 put(all[i], old.now);
             else
@@ -143,159 +141,126 @@ bool Numbers::follow(const Loading& loading) {
     return true;
 }
 
-void Numbers::takeSource(const std::string& path, const std::string& text, live::Slot* slots, bool* ran) {
-    Source source = {path, text, namedNumbers(text), ran, {}};
-    source.first.assign(source.names.numbers.size(), -1);
-    for (const NamedConstant& constant : source.names.constants) {
-        double greatest = 0;
-        for (const int i : constant.numbers) {
-            const WrittenNumber& written = source.names.numbers[size_t(i)];
-            greatest = std::max(greatest, std::fabs(valueOf(text.substr(written.at, written.length))));
-        }
-        for (const int i : constant.numbers) {
-            if (slots && !slots[i].turnable) continue;
-            const WrittenNumber& written = source.names.numbers[size_t(i)];
+void Numbers::takeSource(const std::string& path, const std::string& text, live::Source* compiled) {
+    Source& source = sources[path] = {text, namedNumbers(text)};
+    for (const Piece& piece : source.names.pieces) {
+        if (!compiled && !haveCommon(piece.keywords, {"const", "uniform"})) continue;
+        for (const NamedNumber& written : piece.numbers) {
+            // One that the library asks for.
+            if (compiled && !compiled->slots.contains(written.at)) continue;
             const std::string digits = text.substr(written.at, written.length);
-            const double size = std::fabs(valueOf(digits));
-            source.first[size_t(i)] = int(all.size());
-            all.push_back({.file = path,
-                           .constant = constant.name,
-                           .label = written.label,
-                           .remark = remarkAt(text, written.at),
-                           .line = 1 + int(std::count(text.begin(), text.begin() + long(written.at), '\n')),
-                           .at = written.at,
-                           .source = digits,
-                           .now = digits,
-                           .size = size > 0       ? size
-                                   : greatest > 0 ? greatest
-                                                  : 0.1,
-                           .slot = slots ? slots + i : nullptr,
-                           .isUniform = constant.isUniform});
+            double size = std::fabs(valueOf(digits));
+            // Of a nought what is beside it tells.
+            for (const NamedNumber& other : piece.numbers)
+                if (valueOf(digits) == 0 && other.constant == written.constant)
+                    size = std::max(size, std::fabs(valueOf(text.substr(other.at, other.length))));
+            const int line = 1 + int(std::count(text.begin(), text.begin() + long(written.at), '\n'));
+            all.push_back({written, path, remarkAt(text, written.at), line, digits, digits,
+                           size > 0 ? size : 0.1, &piece,
+                           compiled ? &compiled->slots.at(written.at) : nullptr});
         }
     }
-    sources.push_back(std::move(source));
 }
 
 void Numbers::beginFrame() {
-    for (const Source& source : sources)
-        if (source.ran) std::fill_n(source.ran, source.names.functions.size(), false);
+    for (auto& [path, source] : live::sources) source.ran = false;
 }
 
 bool Numbers::endFrame(int entry) {
-    const size_t before = drawing.size() + drawingShaders.size();
-    const bool other = entry != drawnEntry;
+    const bool other = std::exchange(drawnEntry, entry) != entry;
     if (other) drawing.clear();
-    if (other) drawingShaders.clear();
-    drawnEntry = entry;
-    for (size_t i = 0; i < sources.size(); i++) {
-        const std::vector<NamedFunction>& functions = sources[i].names.functions;
-        for (size_t j = 0; sources[i].ran && j < functions.size(); j++) {
-            if (!sources[i].ran[j]) continue;
-            drawing.insert(i);
-            drawingShaders.insert(functions[j].shaders.begin(), functions[j].shaders.end());
-        }
-    }
-    if (!other && drawing.size() + drawingShaders.size() == before) return false;
+    const size_t before = drawing.size();
+    for (const auto& [path, source] : live::sources)
+        // The programme knows all times; those of the entry that is on follow.
+        if (source.ran && path != programmeSource) drawing.insert(path);
+    if (!other && drawing.size() == before) return false;
     list();
     return true;
 }
 
-// The constants of these names as that source sees them: its own, or else those of headers.
-void Numbers::addMentioned(size_t source, const std::set<std::string>& names, std::set<int>* found,
-                           std::set<const NamedConstant*>* seen) const {
-    const auto add = [&](size_t from, const std::string& name) {
-        bool any = false;
-        for (const NamedConstant& constant : sources[from].names.constants) {
-            if (constant.name != name) continue;
-            any = true;
-            if (!seen->insert(&constant).second) continue;
-            for (const int i : constant.numbers) found->insert(sources[from].first[size_t(i)]);
-            addMentioned(from, constant.mentions, found, seen);
-        }
-        return any;
-    };
-    for (const std::string& name : names) {
-        if (add(source, name)) continue;
-        for (size_t i = 0; i < sources.size(); i++)
-            if (sources[i].path.ends_with(".h")) add(i, name);
-    }
-}
-
+// All of the sources that draw and of their shaders, and what these mention of headers.
 void Numbers::list() {
-    std::set<int> found;
-    std::set<const NamedConstant*> seen;
-    for (const size_t i : drawing) {
-        // The programme knows all times; those of the entry that is on follow.
-        if (sources[i].path == "script/timeline.cpp") continue;
-        std::set<std::string> names;
-        if (!sources[i].path.ends_with(".h"))
-            for (const NamedConstant& constant : sources[i].names.constants) names.insert(constant.name);
-        for (const NamedFunction& function : sources[i].names.functions)
-            names.insert(function.mentions.begin(), function.mentions.end());
-        addMentioned(i, names, &found, &seen);
+    std::set<const Piece*> drawn;
+    std::set<std::string> mentioned;
+    for (const auto& [path, source] : sources) {
+        if (!drawing.contains(path)) continue;
+        for (const Piece& piece : source.names.pieces) {
+            drawn.insert(&piece);
+            mentioned.insert(piece.mentions.begin(), piece.mentions.end());
+        }
+        for (const ShaderRow& row : shaderRows()) {
+            if (source.text.find("useShader(\"" + std::string(row.key) + "\"") == std::string::npos) continue;
+            for (const char* ending : shaderEndings)
+                for (const Piece& piece : sources[row.base + std::string(ending)].names.pieces)
+                    drawn.insert(&piece);
+        }
     }
-    for (const int entry : {drawnEntry, drawnEntry + 1})
-        if (entry >= 0) found.insert(cutOf(entry));
-    for (const ShaderRow& row : shaderRows()) {
-        if (!drawingShaders.contains(row.key)) continue;
-        for (const Source& source : sources)
-            if (source.path.starts_with(row.base + std::string(".")))
-                found.insert(source.first.begin(), source.first.end());
+    for (size_t before = 0; before != drawn.size();) {
+        before = drawn.size();
+        for (const auto& [path, source] : sources)
+            for (const Piece& piece : source.names.pieces)
+                if (path.ends_with(".h") && haveCommon(piece.names, mentioned) && drawn.insert(&piece).second)
+                    mentioned.insert(piece.mentions.begin(), piece.mentions.end());
     }
-    for (size_t i = 0; i < all.size(); i++)
-        if (all[i].turned()) found.insert(int(i));
-    found.erase(-1);
-    listed.assign(found.begin(), found.end());
+    listed.clear();
+    const int begin = cutOf(drawnEntry), end = cutOf(drawnEntry + 1);
+    for (size_t i = 0; i < all.size(); i++) {
+        if (int(i) == begin || int(i) == end || all[i].turned() || drawn.contains(all[i].piece))
+            listed.push_back(int(i));
+    }
     std::stable_sort(listed.begin(), listed.end(),
                      [&](int a, int b) { return rankOf(all[size_t(a)].file) < rankOf(all[size_t(b)].file); });
 }
 
-// False if it can't be that: the programme out of order, or a shader that is none.
-bool Numbers::put(TurnableNumber& number, const std::string& text) {
-    const std::string before = number.now;
-    number.now = text;
-    bool good = true;
+// What it is now or, while that is compared, what its source has. False if its shader is none then.
+bool Numbers::show(const TurnableNumber& number) {
     if (number.slot) {
-        number.slot->value = valueOf(text);
-        code->renewAll();
-        good = number.file != times || inOrder(programme());
-    } else if (number.isUniform) {
-        giveUniforms();
-    } else {
-        good = buildPrograms(number.file);
+        unhanded.emplace(keyOf(number), number.now);
+        number.slot->value = valueOf(number.seen(compared));
+        return true;
     }
-    if (!good) {
-        number.now = before;
-        if (!number.slot) return false;
-        number.slot->value = valueOf(before);
-        code->renewAll();
-    }
-    return good;
+    if (!number.isUniform()) return buildPrograms(number.file);
+    giveUniforms();
+    return true;
 }
 
-std::string Numbers::turnedText(const std::string& file) const {
-    const auto text = shaderTexts.find(file);
-    if (text == shaderTexts.end()) return "";
-    std::string result = text->second;
-    for (auto number = all.rbegin(); number != all.rend(); ++number)
-        if (number->file == file && number->turned() && !number->isUniform && !compared)
-            result.replace(number->at, number->source.size(), number->now);
-    return result;
+bool Numbers::put(TurnableNumber& number, const std::string& digits) {
+    if (number.slot) unhanded.emplace(keyOf(number), number.now);
+    const std::string before = std::exchange(number.now, digits);
+    if (show(number)) return true;
+    number.now = before;
+    return false;
+}
+
+bool Numbers::hand(LiveCode* live) {
+    if (unhanded.empty()) return false;
+    live->renew();
+    if (!inOrder(programme())) {
+        for (TurnableNumber& number : all)
+            if (const auto before = unhanded.find(keyOf(number)); before != unhanded.end())
+                put(number, before->second);
+        live->renew();
+    }
+    unhanded.clear();
+    code = loadedCode;
+    list();
+    return true;
 }
 
 bool Numbers::buildPrograms(const std::string& file) {
     for (const ShaderRow& row : shaderRows()) {
-        const std::string files[] = {row.base + std::string(shaderEndings[0]),
-                                     row.base + std::string(shaderEndings[1])};
-        if (file != files[0] && file != files[1]) continue;
         std::optional<ShaderText> texts[2];
-        std::string both;
+        bool isOf = false;
         for (int i = 0; i < 2; i++) {
-            if (!shaderTexts.contains(files[i])) continue;
-            texts[i] = ShaderText{files[i], turnedText(files[i])};
-            both += texts[i]->text + '\0';
+            const std::string half = row.base + std::string(shaderEndings[i]);
+            isOf = isOf || half == file;
+            if (!shaderTexts.contains(half)) continue;
+            texts[i] = ShaderText{half, sources[half].text};
+            for (auto number = all.rbegin(); number != all.rend(); ++number)
+                if (number->file == half && !number->isUniform())
+                    texts[i]->text.replace(number->at, number->source.size(), number->seen(compared));
         }
-        if (built[row.key] == both) continue;
+        if (!isOf) continue;
         const ProgramBuild program = buildProgram(texts[0], texts[1]);
         if (!program.program) {
             news.push_back(program.problem.substr(0, program.problem.find('\n')));
@@ -305,7 +270,6 @@ bool Numbers::buildPrograms(const std::string& file) {
         copyUniforms(current, program.program);
         deleteProgram(current);
         current = program.program;
-        built[row.key] = both;
     }
     centreBoom();
     giveUniforms();
@@ -313,22 +277,14 @@ bool Numbers::buildPrograms(const std::string& file) {
 }
 
 void Numbers::giveUniforms() const {
-    for (const ShaderRow& row : shaderRows()) {
-        const auto program = demo->shaders.find(row.key);
-        if (program == demo->shaders.end() || !program->second) continue;
-        for (const Source& source : sources) {
-            if (!source.path.starts_with(row.base + std::string("."))) continue;
-            for (const NamedConstant& constant : source.names.constants) {
-                if (!constant.isUniform || constant.numbers.empty()) continue;
-                std::vector<float> values;
-                for (const int i : constant.numbers) {
-                    const TurnableNumber& number = all[size_t(source.first[size_t(i)])];
-                    values.push_back(float(valueOf(compared ? number.source : number.now)));
-                }
-                setUniform(program->second, constant.name.c_str(), values);
-            }
-        }
-    }
+    std::map<std::pair<std::string, std::string>, std::vector<float>> values;
+    for (const TurnableNumber& number : all)
+        if (!number.slot && number.isUniform())
+            values[{number.file, number.constant}].push_back(float(valueOf(number.seen(compared))));
+    for (const auto& [name, numbers] : values)
+        for (const ShaderRow& row : shaderRows())
+            if (name.first.starts_with(row.base + std::string(".")))
+                setUniform(demo->shaders[row.key], name.second.c_str(), numbers);
 }
 
 bool Numbers::turn(int index, double steps, const std::string& start) {
@@ -377,15 +333,8 @@ bool Numbers::step(int direction) {
 
 void Numbers::compare() {
     compared = !compared;
-    for (const TurnableNumber& number : all) {
-        if (!number.turned()) continue;
-        if (number.slot)
-            number.slot->value = valueOf(compared ? number.source : number.now);
-        else
-            buildPrograms(number.file);
-    }
-    giveUniforms();
-    if (code) code->renewAll();
+    for (const TurnableNumber& number : all)
+        if (number.turned()) show(number);
 }
 
 void Numbers::choose(int steps) {
@@ -403,9 +352,7 @@ std::string Numbers::pathOf(const TurnableNumber& number, const std::string& sho
         for (const ShaderProduct& product : shaderProducts) {
             if (number.file != std::string("data/") + product.file) continue;
             const std::string path = shaders + "/" + product.source;
-            std::ifstream file(path, std::ios::binary);
-            const std::string text{std::istreambuf_iterator<char>(file), {}};
-            if (text == shown) return path;
+            if (contentOf(path) == shown) return path;
         }
     }
     return number.file;
@@ -415,13 +362,11 @@ void Numbers::write(int index) {
     if (index < 0) return;
     TurnableNumber& number = all[size_t(index)];
     if (!number.turned()) return;
-    const auto source = std::find_if(sources.begin(), sources.end(),
-                                     [&](const Source& known) { return known.path == number.file; });
+    std::string& known = sources[number.file].text;
     std::error_code error;
-    const std::string path = fs::canonical(pathOf(number, source->text), error).string();
-    std::ifstream file(path, std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(file), {}};
-    if (text != source->text || text.substr(number.at, number.source.size()) != number.source) {
+    const std::string path = fs::canonical(pathOf(number, known), error).string();
+    const std::string text = contentOf(path);
+    if (text != known) {
         news.push_back("not written: " + number.file + " was changed meanwhile");
         return;
     }
@@ -431,7 +376,7 @@ void Numbers::write(int index) {
         news.push_back("not written: " + number.file + ": " + strerror(errno));
         return;
     }
-    source->text = changed;
+    known = changed;
     for (TurnableNumber& other : all)
         if (other.file == number.file && other.at > number.at)
             other.at += number.now.size() - number.source.size();
@@ -439,25 +384,24 @@ void Numbers::write(int index) {
     news.push_back("written: " + number.place() + " = " + number.now);
 }
 
-int Numbers::cutOf(int entry) const {
+int Numbers::cutOf(int entry) {
     const auto sheet = programme();
     if (entry < 0 || entry >= int(sheet.size())) return -1;
     const double ms = std::round(double(sheet[size_t(entry)].begin) * 1000);
-    for (const Source& source : sources) {
-        if (source.path != "script/timeline.cpp") continue;
-        for (const NamedConstant& constant : source.names.constants)
-            for (size_t i = 0; i < all.size(); i++)
-                if (all[i].file == times && all[i].slot->value == ms &&
-                    constant.mentions.contains(all[i].constant))
-                    return int(i);
-    }
+    for (const Piece& piece : sources[programmeSource].names.pieces)
+        for (size_t i = 0; i < all.size(); i++)
+            if (all[i].file == times && all[i].slot->value == ms && piece.mentions.contains(all[i].constant))
+                return int(i);
     return -1;
 }
 
 std::vector<std::string> Numbers::unwritten() const {
     std::vector<std::string> lines;
-    for (const TurnableNumber& number : all)
+    for (int i = 0; i < int(all.size()); i++) {
+        const TurnableNumber& number = all[size_t(i)];
         if (number.turned())
-            lines.push_back(number.place() + " = " + number.now + " (" + number.source + ")");
+            lines.insert(i == chosen ? lines.begin() : lines.end(),
+                         number.place() + " = " + number.now + " (" + number.source + ")");
+    }
     return lines;
 }

@@ -8,27 +8,27 @@
 #include <vector>
 
 #include "tools/loading/loading.h"
-#include "tools/rehearse/live/code.h"
+#include "tools/rehearse/live/library.h"
 #include "tools/rehearse/live/named_numbers.h"
+#include "tools/rehearse/live/number.h"
 
-struct TurnableNumber {
-    std::string file;      // as in "effects/robo.cpp" or "data/shaders/boom.fs"
-    std::string constant;  // its name
-    std::string label;     // see WrittenNumber
-    std::string remark;    // what its line says behind "//"
+struct TurnableNumber : NamedNumber {
+    std::string file;    // as in "effects/robo.cpp" or "data/shaders/boom.fs"
+    std::string remark;  // what its line says behind "//"
     int line;
-    size_t at;           // in the file
     std::string source;  // the digits there
     std::string now;     // and those it is turned to
     double size;         // what it, or the greatest beside it, is about; not 0
+    const Piece* piece;  // of the source, whose it is
     live::Slot* slot;    // nullptr in a shader
-    bool isUniform;      // there
 
     // The constant's, with the label behind it.
     std::string name() const;
     // "effects/robo.cpp:12: turnSpeed"
     std::string place() const;
     bool turned() const { return now != source; }
+    bool isUniform() const { return piece->keywords.contains("uniform"); }
+    const std::string& seen(bool compared) const { return compared ? source : now; }
 };
 
 struct Numbers {
@@ -45,6 +45,9 @@ struct Numbers {
     // Where something else is in force than what they are of: takes them anew. What was turned and not
     // written stays turned if its source has what it had. True if it was so.
     bool follow(const Loading& loading);
+    // To the library in force, if some were turned: true then. Those that bring the programme out of order
+    // are what they were.
+    bool hand(LiveCode* live);
     // Before and after a frame is drawn: finds out what draws. `entry` is the programme's. True if others are
     // listed now.
     void beginFrame();
@@ -66,40 +69,35 @@ struct Numbers {
     void write(int number);
 
     // The number by which an entry of the programme begins; -1 if there is none.
-    int cutOf(int entry) const;
-    // What is turned, each a line.
+    int cutOf(int entry);
+    // What is turned, each a line; the chosen one first.
     std::vector<std::string> unwritten() const;
     // To the programs, where a shader's text gives a uniform a value of its own.
     void giveUniforms() const;
 
 private:
     struct Source {
-        std::string path, text;
+        std::string text;
         NamedNumbers names;
-        bool* ran;
-        std::vector<int> first;  // by number: which of all it is; -1 if it can't be turned
     };
     struct Change {
         std::string number, before, after;
     };
-    std::vector<Source> sources;
+    std::map<std::string, Source> sources;
     std::map<std::string, std::string> shaderTexts;  // as they are loaded
-    std::map<std::string, std::string> built;  // by program: the texts that it was built from, if others
+    std::map<std::string, std::string> unhanded;     // what numbers were when the library was told last
     std::vector<Change> changes;
-    size_t done = 0;                       // of the changes
-    double lastTurn = -1;                  // seconds
-    std::set<size_t> drawing;              // of the sources
-    std::set<std::string> drawingShaders;  // their names
+    size_t done = 0;                // of the changes
+    double lastTurn = -1;           // seconds
+    std::set<std::string> drawing;  // of the sources
     int drawnEntry = -1;
 
-    void takeSource(const std::string& path, const std::string& text, live::Slot* slots, bool* ran);
+    void takeSource(const std::string& path, const std::string& text, live::Source* compiled);
     void list();
-    void addMentioned(size_t source, const std::set<std::string>& names, std::set<int>* found,
-                      std::set<const NamedConstant*>* seen) const;
-    bool put(TurnableNumber& number, const std::string& text);
+    bool show(const TurnableNumber& number);
+    bool put(TurnableNumber& number, const std::string& digits);
     bool step(int direction);
     std::string pathOf(const TurnableNumber& number, const std::string& text) const;
-    std::string turnedText(const std::string& file) const;
     bool buildPrograms(const std::string& file);
 };
 

@@ -337,7 +337,6 @@ void Rehearsal::compare() {
 
 void Rehearsal::seeNumbers() {
     list.reveal(numbers);
-    followProgramme();
     redraw();
 }
 
@@ -359,6 +358,7 @@ void Rehearsal::frame() {
         loadNumbers();
     else
         numbers.follow(reload.loading);
+    if (numbers.hand(live)) followProgramme();
     transport.turn();
     const bool settled = shown == Shown::exact || shown == Shown::tapped;
     const bool still = transport.held && !transport.jumped && settled;

@@ -9,7 +9,6 @@
 #include "script/resources.h"
 #include "script/show_times.h"
 #include "script/timeline.h"
-#include "tools/rehearse/live/slots.h"
 
 // The calls that go to it: result, name, the linker's symbol, parameters and what is handed on of them.
 #define CALLS_OF_SHOW                                                                              \
@@ -31,8 +30,6 @@ struct ShowCode {
     const char* interface;    // the hash of the headers that it and those who call it have in common
     std::array<int, 4> grid;  // see gridOfBeats
     const FrameState* frame;
-    const std::span<const live::Source>* sources;
-    void (*renewAll)();
 
 #define CALL(result, name, symbol, parameters, arguments) result(*name) parameters;
     CALLS_OF_SHOW

@@ -117,6 +117,7 @@ std::optional<Comeback> takeComeback() {
             where + (where.empty() ? "" : ": ") + "the new code " + what + "; the code before goes on";
     } else {
         std::swap(state.before, state.failed);
+        state.sources.clear();
         state.problem = state.turned + ": the code " + what + " with it; the source's goes on";
     }
     // It is that of the link by which it was started; who waits for this process looks for the old one.

@@ -3,8 +3,5 @@
 #include "script/run_up.h"
 #include "tools/rehearse/live/code.h"
 
-extern const std::span<const live::Source> sourcesOfShow;
-
 #define CALL(result, name, symbol, parameters, arguments) name,
-extern "C" const ShowCode showCode = {SHOW_INTERFACE, gridOfBeats,    &frame,
-                                      &sourcesOfShow, live::renewAll, CALLS_OF_SHOW};
+extern "C" const ShowCode showCode = {SHOW_INTERFACE, gridOfBeats, &frame, CALLS_OF_SHOW};

@@ -6,14 +6,33 @@
 #include <cstdio>
 #include <filesystem>
 #include <sstream>
+#include <utility>
 
 #include "interface.h"
 #include "render/demo.h"
 #include "tools/formatted.h"
+#include "tools/rehearse/live/number.h"
 
 namespace fs = std::filesystem;
 
 const ShowCode* loadedCode = nullptr;
+
+namespace live {
+
+std::map<std::string, Source> sources;
+
+Source& sourceOf(const char* path, const char* text) {
+    return sources.try_emplace(path, Source{text, false, {}}).first->second;
+}
+
+double ask(Source& source, size_t at, double written, bool whole, bool single) {
+    Slot& slot = source.slots.try_emplace(at, Slot{written}).first->second;
+    slot.whole = slot.whole || whole;
+    slot.single = slot.single || single;
+    return slot.value;
+}
+
+}  // namespace live
 
 namespace {
 
@@ -85,12 +104,15 @@ bool LiveCode::poll() {
     if (!build.poll() || !build.problem.empty()) return false;
     build.news.clear();
     std::error_code error;
-    if (fs::last_write_time(built, error) == failed) {
+    const auto time = fs::last_write_time(built, error);
+    if (time == failed) {
         build.newer.insert(build.seen.begin(), build.seen.end());
         return false;
     }
-    if (build.seen.empty() && !isLinkedOutdated()) return false;
-    return take(copyOfBuilt());
+    // What is in force stays, with what is said of it, where nothing else was built.
+    const bool isKnown = loadedCode ? time == fs::last_write_time(left.failed, error)
+                                    : build.seen.empty() && !isLinkedOutdated();
+    return !isKnown && take(copyOfBuilt());
 }
 
 bool LiveCode::load() {
@@ -136,6 +158,7 @@ bool LiveCode::take(const std::string& library) {
     left.sources.clear();
     for (const std::string& source : build.seen) left.sources += source + ",";
     setComeback(left);
+    auto before = std::exchange(live::sources, {});
     void* fresh = dlopen(library.c_str(), RTLD_NOW | RTLD_LOCAL);
     const void* code = fresh ? dlsym(fresh, "showCode") : nullptr;
     const char* error = code ? nullptr : dlerror();
@@ -144,6 +167,7 @@ bool LiveCode::take(const std::string& library) {
         fprintf(stderr, "%s\n", problem.c_str());
         if (fresh) dlclose(fresh);
         unlink(library.c_str());
+        live::sources.swap(before);
         left = good;
         setComeback(left);
         return false;
@@ -151,13 +175,24 @@ bool LiveCode::take(const std::string& library) {
     // They go by the code that made them.
     setComeback(good);
     if (demo) deleteEffects();
-    loadedCode = static_cast<const ShowCode*>(code);
     if (handle) dlclose(handle);
-    handle = fresh;
-    Dl_info place;
-    if (dladdr(code, &place)) left.begin = reinterpret_cast<uintptr_t>(place.dli_fbase);
-    setComeback(left);
+    use(fresh);
     if (!good.before.empty()) unlink(good.before.c_str());
     for (const std::string& source : build.seen) build.news.push_back("loaded " + source);
     return true;
+}
+
+void LiveCode::use(void* library) {
+    handle = library;
+    loadedCode = static_cast<const ShowCode*>(dlsym(handle, "showCode"));
+    Dl_info place;
+    if (dladdr(loadedCode, &place)) left.begin = reinterpret_cast<uintptr_t>(place.dli_fbase);
+    setComeback(left);
+}
+
+void LiveCode::renew() {
+    if (!handle) return;
+    deleteEffects();
+    dlclose(handle);
+    use(dlopen(left.failed.c_str(), RTLD_NOW | RTLD_LOCAL));
 }

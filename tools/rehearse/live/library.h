@@ -34,10 +34,15 @@ struct LiveCode {
     bool load();
     // Once a frame, while nothing is drawn. True if another library is in force: there are no effects then.
     bool poll();
+    // Makes the constants of the library in force anew, of the numbers as they are turned now. There are no
+    // effects then.
+    void renew();
 
 private:
     // Puts a library into force. False, with `problem`, if it does not fit: what was in force still is.
     bool take(const std::string& library);
+    // Calls that which is loaded from now on.
+    void use(void* library);
     std::string built;  // the library that is built, over and over
     int taken = 0;
     void* handle = nullptr;

@@ -1,392 +1,214 @@
 #include "tools/rehearse/live/named_numbers.h"
 
+#include <algorithm>
 #include <cctype>
-#include <cmath>
 #include <cstdlib>
-#include <initializer_list>
-#include <string_view>
 
 namespace {
-
-enum class Kind { word, number, string, sign, end };
-
-struct Token {
-    Kind kind;
-    std::string_view text;
-    size_t at;
-
-    bool is(std::string_view other) const { return text == other; }
-    bool isOneOf(std::initializer_list<std::string_view> others) const {
-        for (std::string_view other : others)
-            if (text == other) return true;
-        return false;
-    }
-    size_t end() const { return at + text.size(); }
-};
 
 bool isLetter(char c) {
     return std::isalnum(static_cast<unsigned char>(c)) || c == '_';
 }
 
-size_t endOfLine(std::string_view text, size_t at) {
-    const size_t end = text.find('\n', at);
-    return end == std::string_view::npos ? text.size() : end;
+bool startsWith(const std::string& text, size_t at, const std::string& other) {
+    return text.compare(at, other.size(), other) == 0;
 }
 
-size_t endOfDirective(std::string_view text, size_t at) {
-    for (at = endOfLine(text, at); at < text.size() && text[at - 1] == '\\';) at = endOfLine(text, at + 1);
-    return at;
+// Behind the next `end` from there on.
+size_t behind(const std::string& text, const std::string& end, size_t at) {
+    const size_t found = text.find(end, at);
+    return found == std::string::npos ? text.size() : found + end.size();
 }
 
-size_t endOfQuoted(std::string_view text, size_t at) {
-    const char quote = text[at++];
-    while (at < text.size() && text[at] != quote && text[at] != '\n') at += text[at] == '\\' ? 2 : 1;
-    return std::min(at + 1, text.size());
-}
-
-size_t endOfRaw(std::string_view text, size_t at) {
-    const size_t open = text.find('(', at);
-    if (open == std::string_view::npos) return text.size();
-    std::string close(1, ')');
-    close.append(text.substr(at + 2, open - at - 2)).append(1, '"');
-    const size_t end = text.find(close, open);
-    return end == std::string_view::npos ? text.size() : end + close.size();
-}
-
-size_t endOfNumber(std::string_view text, size_t at) {
-    for (at++; at < text.size(); at++) {
-        const bool exponent =
-            (text[at] == '+' || text[at] == '-') && (text[at - 1] == 'e' || text[at - 1] == 'E');
-        if (!isLetter(text[at]) && text[at] != '.' && text[at] != '\'' && !exponent) break;
+// Where the comment, string or directive ends that begins there; `at` if there is none.
+size_t behindOther(const std::string& text, size_t at) {
+    if (startsWith(text, at, "//") || text[at] == '#') {
+        size_t end = text.find('\n', at);
+        while (end < text.size() && text[end - 1] == '\\') end = text.find('\n', end + 1);
+        return std::min(end, text.size());
     }
-    return at;
-}
-
-// Without comments and directives.
-std::vector<Token> tokensOf(std::string_view text) {
-    std::vector<Token> tokens;
-    const auto add = [&](Kind kind, size_t at, size_t end) {
-        tokens.push_back({kind, text.substr(at, end - at), at});
-        return end;
-    };
-    bool lineBegins = true;
-    for (size_t at = 0; at < text.size();) {
-        const char c = text[at];
-        const char next = at + 1 < text.size() ? text[at + 1] : '\0';
-        if (c == '\n') lineBegins = true;
-        if (std::isspace(static_cast<unsigned char>(c))) {
-            at++;
-            continue;
-        }
-        if (c == '/' && next == '/') {
-            at = endOfLine(text, at);
-            continue;
-        }
-        if (c == '/' && next == '*') {
-            const size_t end = text.find("*/", at + 2);
-            at = end == std::string_view::npos ? text.size() : end + 2;
-            continue;
-        }
-        if (c == '#' && lineBegins) {
-            at = endOfDirective(text, at);
-            continue;
-        }
-        lineBegins = false;
-        if (c == 'R' && next == '"')
-            at = add(Kind::string, at, endOfRaw(text, at));
-        else if (std::isdigit(static_cast<unsigned char>(c)) ||
-                 (c == '.' && std::isdigit(static_cast<unsigned char>(next))))
-            at = add(Kind::number, at, endOfNumber(text, at));
-        else if (isLetter(c)) {
-            size_t end = at;
-            while (end < text.size() && isLetter(text[end])) end++;
-            at = add(Kind::word, at, end);
-        } else if (c == '"' || c == '\'')
-            at = add(Kind::string, at, endOfQuoted(text, at));
-        else
-            at = add(Kind::sign, at, at + ((c == ':' && next == ':') || (c == '-' && next == '>') ? 2 : 1));
+    if (startsWith(text, at, "/*")) return behind(text, "*/", at + 2);
+    if (startsWith(text, at, "R\"")) {
+        const size_t open = behind(text, "(", at);
+        std::string close(1, ')');
+        close.append(text, at + 2, open - at - 3).append(1, '"');
+        return behind(text, close, open);
     }
-    return tokens;
+    const bool separatesDigits = at > 0 && isLetter(text[at - 1]);
+    if (text[at] != '"' && (text[at] != '\'' || separatesDigits)) return at;
+    size_t end = at + 1;
+    while (end < text.size() && text[end] != text[at] && text[end] != '\n') end += text[end] == '\\' ? 2 : 1;
+    return std::min(end + 1, text.size());
 }
 
-bool isMember(const std::vector<Token>& tokens, size_t i) {
-    return i > 0 && tokens[i - 1].isOneOf({".", "->"});
+// With blanks instead of all that, and lines as they are.
+std::string codeOf(const std::string& text) {
+    std::string code = text + "\n";
+    for (size_t at = 0; at < code.size();) {
+        const size_t end = behindOther(code, at);
+        for (size_t i = at; i < end; i++)
+            if (code[i] != '\n') code[i] = ' ';
+        at = std::max(end, at + 1);
+    }
+    return code;
+}
+
+std::string wordAt(const std::string& code, size_t at) {
+    size_t end = at;
+    while (end < code.size() && isLetter(code[end])) end++;
+    return code.substr(at, end - at);
+}
+
+void addWords(const std::string& code, size_t at, size_t end, std::set<std::string>* words) {
+    while (at < std::min(end, code.size())) {
+        const std::string word = wordAt(code, at);
+        if (!word.empty()) words->insert(word);
+        at += word.size() + 1;
+    }
+}
+
+size_t behindSpace(const std::string& code, size_t at) {
+    return std::min(code.find_first_not_of(" \n", at), code.size());
+}
+
+bool isOneOf(const std::string& characters, char c) {
+    return characters.find(c) != std::string::npos;
+}
+
+// Behind that character or, if it is a bracket, behind the one that closes it.
+size_t behindOne(const std::string& code, size_t at) {
+    int depth = 0;
+    do {
+        depth += isOneOf("([{", code[at]) - isOneOf(")]}", code[at]);
+    } while (++at < code.size() && depth > 0);
+    return at;
 }
 
 // Digits, with or without a point, and an "f" behind: what can be written in another size.
-bool isPlain(std::string_view number) {
-    if (number.ends_with('f') || number.ends_with('F')) number.remove_suffix(1);
-    size_t points = 0, digits = 0;
-    for (const char c : number) {
-        if (c == '.')
-            points++;
-        else if (std::isdigit(static_cast<unsigned char>(c)))
-            digits++;
-        else
-            return false;
-    }
+bool isPlain(std::string number) {
+    if (number.starts_with('-')) number.erase(0, 1);
+    if (number.ends_with('f')) number.pop_back();
     constexpr size_t most = 18;
-    // "012" counts in eights.
-    const bool octal = points == 0 && digits > 1 && number.front() == '0';
-    return points < 2 && digits > 0 && digits < most && !octal;
-}
-
-std::string joined(const std::string& label, const std::string& own) {
-    if (label.empty() || own.empty()) return label + own;
-    return (label + ".").append(own);
+    const bool isOctal = number.size() > 1 && number[0] == '0' && number[1] != '.';
+    return !isOctal && number.size() < most && std::count(number.begin(), number.end(), '.') < 2 &&
+           number.find_first_of("0123456789") != std::string::npos &&
+           number.find_first_not_of("0123456789.") == std::string::npos;
 }
 
 struct Reader {
-    std::vector<Token> tokens;
-    NamedNumbers found;
+    const std::string& code;
+    Piece piece;
 
-    Token at(size_t i) const { return i < tokens.size() ? tokens[i] : Token{Kind::end, "", 0}; }
-
-    // Behind what closes the bracket at `i`.
-    size_t behindBrackets(size_t i) const {
-        int depth = 0;
-        for (; i < tokens.size(); i++) {
-            if (tokens[i].kind != Kind::sign) continue;
-            if (tokens[i].isOneOf({"(", "[", "{"})) depth++;
-            if (tokens[i].isOneOf({")", "]", "}"}) && --depth <= 0) return i + 1;
-        }
-        return i;
-    }
-
-    void addNames(size_t from, size_t to, std::set<std::string>* names) const {
-        for (size_t i = from; i < to; i++)
-            if (tokens[i].kind == Kind::word && !isMember(tokens, i)) names->emplace(tokens[i].text);
-    }
-    void need(size_t from, size_t to) { addNames(from, to, &found.needed); }
-    size_t endOfStatement(size_t i) const {
-        while (i < tokens.size() && !tokens[i].isOneOf({";", "}"}))
-            i = tokens[i].isOneOf({"(", "[", "{"}) ? behindBrackets(i) : i + 1;
-        return i;
-    }
-
-    void readNeeded();
-    size_t readScope(size_t i, bool inClass);
-    size_t readDeclaration(size_t i, bool inClass);
-    void readFunction(size_t from, size_t body, size_t end, bool inClass);
-    bool readConstants(size_t from, size_t equals, size_t end, bool inClass);
-    void readValue(NamedConstant* constant, size_t from, size_t to, const std::string& label);
-    void readElements(NamedConstant* constant, size_t from, size_t to, const std::string& label);
-    void addNumber(NamedConstant* constant, size_t from, size_t to, const std::string& label, bool alone);
+    void read(size_t end);
+    size_t readValue(size_t at, const std::string& name, const std::string& label);
+    size_t readElements(size_t at, const std::string& name, const std::string& label);
 };
 
-// Wherever they are: bounds of arrays, arguments of templates, cases, enumerators, and what is a constant
-// within a function.
-void Reader::readNeeded() {
-    for (size_t i = 0; i < tokens.size(); i++) {
-        const Token& token = tokens[i];
-        if (token.is("[") && !at(i + 1).is("[") && !(i > 0 && tokens[i - 1].is("[")))
-            need(i, behindBrackets(i));
-        if (token.is("static_assert") || (token.is("constexpr") && i > 0 && tokens[i - 1].is("if")))
-            need(i + 1, behindBrackets(i + 1));
-        if (token.is("case"))
-            for (size_t j = i + 1; j < tokens.size() && !tokens[j].isOneOf({":", ";"}); j++) need(j, j + 1);
-        if (token.is("enum")) need(i, endOfStatement(i));
-        if (token.kind == Kind::word && i > 0 &&
-            ((tokens[i - 1].isOneOf({"<", ","}) && at(i + 1).is(">")) ||
-             (tokens[i - 1].is("<") && at(i + 1).is(","))))
-            need(i, i + 1);
+void Reader::read(size_t end) {
+    addWords(code, piece.at, end, &piece.mentions);
+    size_t at = piece.at;
+    const std::set<std::string> keywords = {"inline", "static", "const", "constexpr", "uniform"};
+    for (std::string word; keywords.contains(word = wordAt(code, at)); piece.typeAt = at) {
+        piece.keywords.insert(word);
+        at = behindSpace(code, at + word.size());
     }
-}
-
-size_t Reader::readScope(size_t i, bool inClass) {
-    while (i < tokens.size() && !tokens[i].is("}")) {
-        if (tokens[i].isOneOf({"namespace", "extern"}) && !inClass) {
-            size_t open = i;
-            while (open < tokens.size() && !tokens[open].isOneOf({"{", ";", "=", "("})) open++;
-            if (at(open).is("{")) {
-                i = readScope(open + 1, false) + 1;
-                continue;
-            }
+    std::string name;
+    bool isFunction = false;
+    // A class has neither of those words nor brackets before its own.
+    const std::string naming = piece.keywords.empty() ? "(={:" : "(=";
+    while (at < end) {
+        const std::string word = wordAt(code, at);
+        isFunction = isFunction || code[at] == '(';
+        if (startsWith(code, at, "::")) {
+            at += 2;
+            continue;
         }
-        const size_t next = readDeclaration(i, inClass);
-        i = next > i ? next : i + 1;
-    }
-    return i;
-}
-
-// Returns what is behind it.
-size_t Reader::readDeclaration(size_t i, bool inClass) {
-    const size_t from = i;
-    size_t equals = 0;
-    bool call = false, list = false, record = false, enumeration = false;
-    for (; i < tokens.size(); i++) {
-        const Token& token = tokens[i];
-        if (token.is(";")) {
-            if (equals && !call)
-                readConstants(from, equals, i, inClass);
-            else if (at(from).is("constexpr"))
-                need(from, i);
-            return i + 1;
+        if (isOneOf(naming, code[at])) piece.names.insert(name);
+        if (!word.empty()) {
+            name = word;
+            at += word.size();
+        } else if (code[at] == '=') {
+            at = readValue(at + 1, name, "");
+        } else if (isFunction && startsWith(code, at, "{\n")) {
+            piece.bodyAt = at + 1;
+            return;
+        } else {
+            at = behindOne(code, at);
         }
-        if (token.is("}")) return i;
-        if (token.isOneOf({"struct", "class", "union"})) record = true;
-        if (token.is("enum")) enumeration = true;
-        if (token.is("=") && !equals) equals = i;
-        if (token.is("(") && !equals) call = true;
-        if (token.is(":") && call) list = true;
-        if (token.is("{")) {
-            const size_t end = behindBrackets(i);
-            const bool initialises = list && (tokens[i - 1].kind == Kind::word || tokens[i - 1].is(">"));
-            if (call && !equals && !initialises) {
-                readFunction(from, i, end, inClass);
-                return end;
-            }
-            if (record && !equals && !call && !enumeration) readScope(i + 1, true);
-        }
-        if (token.isOneOf({"(", "[", "{"})) i = behindBrackets(i) - 1;
-    }
-    return i;
-}
-
-void Reader::readFunction(size_t from, size_t body, size_t end, bool inClass) {
-    NamedFunction function;
-    for (size_t i = from; i < body; i++) {
-        if (tokens[i].is("constexpr")) {
-            function.isConstexpr = true;
-            function.constexprAt = tokens[i].at;
-        }
-        if (tokens[i].is("inline")) function.isInline = true;
-        if (tokens[i].is("(") && function.name.empty() && i > from) function.name = tokens[i - 1].text;
-    }
-    function.bodyAt = tokens[body].end();
-    addNames(from, end, &function.mentions);
-    for (size_t i = body + 2; i < end; i++) {
-        const std::string_view text = tokens[i].text;
-        if (tokens[i].kind == Kind::string && text.size() > 2 && tokens[i - 2].is("useShader"))
-            function.shaders.emplace(text.substr(1, text.size() - 2));
-    }
-    // What is a constant of the function, or keeps its first value.
-    for (size_t i = body + 1; i < end; i++) {
-        if (!tokens[i - 1].isOneOf({";", "{", "}", "("})) continue;
-        if (tokens[i].isOneOf({"static", "constexpr"})) need(i, endOfStatement(i));
-    }
-    if (inClass && function.isConstexpr) need(from, end);
-    found.functions.push_back(function);
-}
-
-bool Reader::readConstants(size_t from, size_t equals, size_t end, bool inClass) {
-    size_t type = from;
-    bool isConstexpr = false, isConst = false, isUniform = false, plain = true;
-    for (; at(type).isOneOf({"constexpr", "const", "static", "inline", "uniform"}); type++) {
-        isConstexpr = isConstexpr || tokens[type].is("constexpr");
-        isConst = isConst || tokens[type].is("const");
-        isUniform = isUniform || tokens[type].is("uniform");
-    }
-    if (!isConstexpr && !isConst && !isUniform) return false;
-    for (size_t i = type; i < equals; i++) {
-        if (tokens[i].is("{")) i = behindBrackets(i) - 1;
-        if (tokens[i].isOneOf({"*", "&", "const"})) plain = false;
-    }
-    if (inClass || !plain) {
-        need(from, end);
-        return false;
-    }
-    const size_t keywordsEnd = tokens[type].at;
-    for (size_t value = equals + 1; value <= end;) {
-        size_t next = value;
-        while (next < end && !tokens[next].is(","))
-            next = tokens[next].isOneOf({"(", "[", "{"}) ? behindBrackets(next) : next + 1;
-        NamedConstant constant;
-        constant.isConstexpr = isConstexpr;
-        constant.isUniform = isUniform;
-        constant.keywordsAt = tokens[from].at;
-        constant.keywordsEnd = keywordsEnd;
-        constant.valueAt = tokens[value].at;
-        constant.valueEnd = tokens[next].at;
-        constant.declarationEnd = tokens[end].end();
-        size_t name = value - 2;
-        while (name > from && tokens[name].is("]"))
-            while (name > from && !tokens[name--].is("[")) {
-            }
-        constant.name = tokens[name].text;
-        addNames(value, next, &constant.mentions);
-        constant.mentions.erase(constant.name);
-        readValue(&constant, value, next, "");
-        found.constants.push_back(constant);
-        for (value = next; value < end && !tokens[value].is("=");)
-            value = tokens[value].isOneOf({"(", "[", "{"}) ? behindBrackets(value) : value + 1;
-        value++;
-    }
-    return true;
-}
-
-void Reader::readValue(NamedConstant* constant, size_t from, size_t to, const std::string& label) {
-    for (size_t i = from; i < to; i++)
-        if (tokens[i].is("[")) return;  // functions without a name
-    if (tokens[from].is("{") && behindBrackets(from) == to)
-        return readElements(constant, from + 1, to - 1, label);
-    // As shaders write it.
-    if (tokens[from].kind == Kind::word && at(from + 1).is("(") && behindBrackets(from + 1) == to &&
-        tokens[from].text.starts_with("vec"))
-        return readElements(constant, from + 2, to - 1, label);
-    const bool negative = tokens[from].is("-");
-    if (to - from == (negative ? 2 : 1)) {
-        if (tokens[to - 1].kind == Kind::number) addNumber(constant, from, to, label, true);
-        return;
-    }
-    // Whole ones count, or change units; the type is the number's own.
-    std::vector<size_t> places;
-    for (size_t i = from; i < to; i++) {
-        if (tokens[i].kind != Kind::number) continue;
-        const double value = valueOf(std::string(tokens[i].text));
-        if (value != std::floor(value)) places.push_back(i);
-    }
-    for (size_t i = 0; i < places.size(); i++) {
-        const std::string own = places.size() > 1 ? std::to_string(i + 1) : "";
-        addNumber(constant, places[i], places[i] + 1, joined(label, own), false);
     }
 }
 
-void Reader::readElements(NamedConstant* constant, size_t from, size_t to, const std::string& label) {
+// Returns what ends it.
+size_t Reader::readValue(size_t at, const std::string& name, const std::string& label) {
+    at = behindSpace(code, at);
+    const bool isVector = startsWith(code, at, "vec") && code[at + 4] == '(';  // as shaders write it
+    if (isVector || code[at] == '{') {
+        at = readElements(isVector ? at + 4 : at, name, label);
+    } else {
+        size_t end = at + (code[at] == '-');
+        while (isLetter(code[end]) || code[end] == '.') end++;
+        if (isOneOf(",;})", code[behindSpace(code, end)]) && isPlain(code.substr(at, end - at)))
+            piece.numbers.push_back({at, end - at, name, label});
+    }
+    while (at < code.size() && !isOneOf(",;})", code[at])) at = behindOne(code, at);
+    return at;
+}
+
+size_t Reader::readElements(size_t at, const std::string& name, const std::string& label) {
     int count = 0;
-    for (size_t element = from; element < to;) {
-        size_t end = element;
-        while (end < to && !tokens[end].is(","))
-            end = tokens[end].isOneOf({"(", "[", "{"}) ? behindBrackets(end) : end + 1;
-        // One that is all there is needs no number.
-        std::string own = ++count > 1 || end < to ? std::to_string(count) : "";
-        if (tokens[element].is(".") && at(element + 2).is("=")) {
-            own = tokens[element + 1].text;
-            element += 3;
+    do {
+        at = behindSpace(code, at + 1);
+        std::string own = std::to_string(++count);
+        if (code[at] == '.' && !wordAt(code, at + 1).empty() && !std::isdigit(code[at + 1])) {
+            own = wordAt(code, at + 1);
+            at = behind(code, "=", at);
         }
-        if (element < end) readValue(constant, element, end, joined(label, own));
-        element = end + 1;
-    }
+        at = readValue(at, name, label.empty() ? own : label + "." + own);
+    } while (at < code.size() && code[at] == ',');
+    return at + 1;
 }
 
-void Reader::addNumber(NamedConstant* constant, size_t from, size_t to, const std::string& label,
-                       bool alone) {
-    if (!isPlain(tokens[to - 1].text)) return;
-    constant->numbers.push_back(int(found.numbers.size()));
-    found.numbers.push_back({tokens[from].at, tokens[to - 1].end() - tokens[from].at, label, alone});
+// Sizes, arguments of templates, cases, and constants within functions and classes.
+std::set<std::string> neededIn(const std::string& code) {
+    std::set<std::string> needed;
+    for (size_t at = 1; at < code.size(); at++) {
+        if (code[at] == '[') addWords(code, at, code.find(']', at), &needed);
+        if (code[at] == '<' && isLetter(code[at - 1]))
+            addWords(code, at, code.find_first_of(">\n", at), &needed);
+        if (code[at - 1] != '\n' || code[at] != ' ') continue;
+        const size_t word = code.find_first_not_of(' ', at);
+        for (const char* other : {"constexpr ", "static ", "static_assert(", "case ", "if constexpr "})
+            if (startsWith(code, word, other)) addWords(code, word, code.find('\n', word), &needed);
+    }
+    return needed;
 }
 
 }  // namespace
 
 NamedNumbers namedNumbers(const std::string& text) {
-    Reader reader{tokensOf(text), {}};
-    reader.readNeeded();
-    reader.readScope(0, false);
-    return reader.found;
+    const std::string code = codeOf(text);
+    NamedNumbers found = {{}, neededIn(code)};
+    std::vector<size_t> places;
+    for (size_t at = 0; at < code.size(); at++)
+        if ((at == 0 || code[at - 1] == '\n') && isLetter(code[at])) places.push_back(at);
+    places.push_back(code.size());
+    for (size_t i = 0; i + 1 < places.size(); i++) {
+        Reader reader{code, {}};
+        reader.piece.at = reader.piece.typeAt = places[i];
+        reader.read(places[i + 1]);
+        for (NamedNumber& number : reader.piece.numbers)
+            if (std::ranges::count(reader.piece.numbers, number.constant, &NamedNumber::constant) == 1)
+                number.label.clear();
+        found.pieces.push_back(reader.piece);
+    }
+    return found;
 }
 
-std::set<std::string> qualifiedNames(const std::string& text) {
-    const std::vector<Token> tokens = tokensOf(text);
-    std::set<std::string> names;
-    for (size_t i = 1; i < tokens.size(); i++)
-        if (tokens[i - 1].is("::")) names.emplace(tokens[i].text);
-    return names;
+bool haveCommon(const std::set<std::string>& some, const std::set<std::string>& others) {
+    return std::any_of(some.begin(), some.end(), [&](const auto& name) { return others.contains(name); });
 }
 
 double valueOf(const std::string& written) {
-    std::string digits;
-    for (const char c : written)
-        if (c != ' ') digits += c;
-    const bool single = digits.ends_with('f') || digits.ends_with('F');
-    return single ? double(strtof(digits.c_str(), nullptr)) : strtod(digits.c_str(), nullptr);
+    return written.ends_with('f') ? double(strtof(written.c_str(), nullptr))
+                                  : strtod(written.c_str(), nullptr);
 }
