@@ -9,9 +9,8 @@ using namespace picture;
 namespace {
 
 // The word letter by letter, so that no needle of one reaches into the next.
-void setWord(LetteringField& text, float baseline, float capHeight, float pixelAspect) {
-    const Lettering style = {
-        .height = capHeight, .weight = 0.19f, .contrast = 0.50f, .pixelAspect = pixelAspect};
+void setWord(LetteringField& text, float baseline, float capHeight) {
+    const Lettering style = {.height = capHeight, .weight = 0.19f, .contrast = 0.30f};
     constexpr struct {
         const char* letter;
         float gap;  // to the next letter, in columns; less than none where two slants run side by side
@@ -25,47 +24,46 @@ void setWord(LetteringField& text, float baseline, float capHeight, float pixelA
     }
 }
 
-// Cut like the title's gold, but white-hot: being added, it covers what lies behind it only where it leaves
-// that no room to be seen. The room's glow adds to each place twice what lies round it, so that only what
-// differs much from what lies beside it is still told from it: bevels in shade are a deep orange. `down` is 0
-// at a letter's top, 1 at its foot.
-Rgba flashGold(const LetteringField& text, int x, int y, float pixelAspect, float down) {
-    const float lightness =
-        unit(0.42f + 0.70f * bevelFacing(text, x, y, pixelAspect) + 0.20f * bell(down - 0.57f, 0.16f));
-    static const std::vector<Stop> wedge = {
-        {0, opaque(0.42f, 0.11f, 0)}, {0.5f, opaque(0.92f, 0.56f, 0.14f)}, {1, opaque(1, 0.92f, 0.66f)}};
-    return mix(gradient(wedge, lightness), opaque(0.80f, 0.66f, 0.40f),
-               0.8f * outline(text.at(x, y) + 1.5f, 2.2f));
-}
+// Where the word lies: the camera stands upright and looks level, so that a place of the floor, in heights of
+// the eye, is seen as far below the middle as it is near.
+constexpr float nearest = 1.14f, farthest = 2.05f, halfBreadth = 0.90f;
 
 }  // namespace
 
+// A light that is thrown on the floor before the ball, where it covers no guest of the hall. The glow adds to
+// each place twice what lies round it, so that edges are brighter than what they hold.
 void makeFlashWord(const char* path) {
-    const int size = 1024;
-    const float pixelAspect = 4.0f / 3;  // the square picture fills a 4:3 screen
-    // Over the ball, which it must not hide, before the dark of the hall's upper half.
-    const float capHeight = 270, baseline = 318, streakLine = baseline - 0.43f * capHeight;
-    const Point ball = {size * 0.5f, size * 0.5f};
-    LetteringField text(size, size, 60);
-    setWord(text, baseline, capHeight, pixelAspect);
+    const int columns = 1024, rows = 340;
+    const float capHeight = 270, baseline = 305;
+    LetteringField text(columns, rows, 20);
+    setWord(text, baseline, capHeight);
+    Canvas word(columns, rows);
+    paint(word, [&](float x, float y, Rgba) {
+        const float distance = text.at(x, y);
+        return mix(opaque(0.38f, 0.25f, 0.08f), opaque(0.68f, 0.55f, 0.31f), outline(distance + 4, 7)) *
+               coverage(distance);
+    });
 
-    Canvas letters(size, size);
-    paint(letters, [&](float x, float y, Rgba) { return grey(1) * coverage(text.at(x, y)); });
-    const Canvas streams = streamed(letters, ball.x, ball.y, 0.72f);
+    const int size = 1024;
+    Canvas floor(size, size);
+    paint(floor, [&](float x, float y, Rgba) {
+        Rgba sum;
+        for (const float down : {-0.375f, -0.125f, 0.125f, 0.375f}) {
+            const float below = 2 * (y + down) / size - 1;
+            if (below < 0.4f) continue;
+            const float aside = (2 * x / size - 1) / below, away = 1 / below;
+            const float row = baseline - capHeight * (away - nearest) / (farthest - nearest);
+            if (std::fabs(aside) > halfBreadth || row < 1 || row > rows - 1) continue;
+            sum = sum + sampled(word, columns * (0.5f + 0.5f * aside / halfBreadth), row) * 0.25f;
+        }
+        return sum;
+    });
+    const Canvas streams = streamed(floor, size * 0.5f, size * 0.5f, 0.6f);  // from the ball
 
     Canvas canvas(size, size, opaque(0, 0, 0));
     paint(canvas, [&](float x, float y, Rgba ground) {
         const int px = int(x), py = int(y);
-        const float distance = text.at(px, py), fill = coverage(distance), away = y - streakLine;
-        const Rgba face =
-            fill > 0 ? flashGold(text, px, py, pixelAspect, unit((y - baseline + capHeight) / capHeight))
-                     : Rgba{};
-        const float reach = bell((x - size * 0.5f) / size, 0.26f);
-        const float streak = reach * (0.4f * bell(away, 2) + 0.03f * bell(away, 22)) * (1 - fill);
-        const float border =
-            smoothstep(0, 0.12f, std::fmin(std::fmin(x, size - x), std::fmin(y, size - y)) / size);
-        const Rgba air = opaque(0.34f, 0.17f, 0.06f) * (0.22f * streams.at(px, py).r * (1 - fill));
-        return ground + (air + opaque(1, 0.80f, 0.48f) * streak) * border + face * fill;
+        return ground + floor.at(px, py) + streams.at(px, py) * (0.35f * smoothstep(size, 0.9f * size, y));
     });
     saveRgb(canvas, path, Rows::TopFirst);
 }
