@@ -71,6 +71,14 @@ float fellTop(float x) {
     return 360 - hills - 26 * fractalNoise(u * 7, 0.5f, 16, 4, 211);
 }
 
+// What is left of the day behind the fells: while the sweep crosses it, its rays light the dark half of the
+// screen.
+Rgba dusk(float x, float y) {
+    const float above = fellTop(x) - y, u = x / size;
+    return mix(opaque(0.42f, 0.20f, 0.13f), opaque(0.10f, 0.28f, 0.32f), smoothstep(0, 60, above)) *
+           (0.9f * std::exp(-std::fmax(above, 0.0f) / 34) * (0.45f + 0.55f * bell(u - 0.42f, 0.22f)));
+}
+
 Rgba fells(float x, float y) {
     const float below = y - fellTop(x);
     if (below < -1) return {};
@@ -81,9 +89,10 @@ Rgba fells(float x, float y) {
                0.5f * ridgedNoise(u * 12, y / 120, 16, 4, 227);
     };
     const float facing = unit(0.40f + 2.6f * (relief(x) - relief(x + 4)) + 0.22f * relief(x));
-    const Rgba snow = mix(opaque(0.010f, 0.026f, 0.050f), opaque(0.10f, 0.19f, 0.24f), facing);
+    const Rgba snow = mix(opaque(0.018f, 0.034f, 0.060f), opaque(0.17f, 0.24f, 0.29f), facing);
     const float rim = std::exp(-std::fmax(below, 0.0f) / 5) * (0.4f + 0.6f * facing);
-    return (snow * std::exp(-std::fmax(below, 0.0f) / 62) + opaque(0.10f, 0.20f, 0.24f) * (0.5f * rim)) *
+    return (snow * std::exp(-std::fmax(below, 0.0f) / (34 + 60 * unit(relief(x * 0.2f) + 0.2f))) +
+            opaque(0.10f, 0.20f, 0.24f) * (0.5f * rim)) *
            coverage(-below);
 }
 
@@ -178,14 +187,14 @@ Rgba mirrored(const Canvas& canvas, float x, float y) {
     const float chop = fractalNoise(x * 14 / size, depth / (3 + 10 * near), 64, 3, 131);
     const float from = shore - depth * 1.3f + (6 + 46 * near) * wave;
     const Rgba seen = sampled(canvas, x + (4 + 30 * near) * chop, std::fmin(from, shore - 1));
-    // Moonlit water keeps more of a light than of its colour, and glitters in columns: the sweep throws both
-    // towards the viewer as rays.
-    const Rgba cool = opaque(0.12f, 0.54f, 0.96f) * (0.3f * seen.r + 0.59f * seen.g + 0.11f * seen.b);
+    // The water deepens a light's colour and glitters in columns: the sweep throws both towards the viewer as
+    // rays.
+    const Rgba deep = opaque(0.86f, 0.50f, 0.20f) * (0.3f * seen.r + 0.59f * seen.g + 0.11f * seen.b);
     const float dash = fractalNoise(x * 60 / size, depth / (1.5f + 4 * near), 64, 2, 149);
     const float column = fractalNoise(x * 40 / size, 0.4f, 64, 3, 151);
     const float glitter = smoothstep(0.20f, 0.60f, dash) * smoothstep(0.0f, 0.45f, column);
-    const Rgba lit = mix(seen, cool, mix(0.72f, 0.95f, near)) * (0.62f + 0.60f * chop) +
-                     opaque(0.10f, 0.22f, 0.27f) * (glitter * smoothstep(0.02f, 0.2f, near));
+    const Rgba lit = mix(seen * 0.8f, deep, mix(0.25f, 0.6f, near)) * (0.74f + 0.60f * chop) +
+                     opaque(0.24f, 0.17f, 0.09f) * (glitter * smoothstep(0.02f, 0.2f, near));
     return lit * smoothstep(1.05f, 0.40f, near);
 }
 
@@ -210,8 +219,8 @@ void makeTitle(const char* path) {
         const float distance = text.at(px, py), fill = coverage(distance);
         const float halo = 0.26f * std::exp(-std::fmax(distance, 0.0f) / 12) * smoothstep(60, 36, distance);
         const float land = coverage(fellTop(x) - y);
-        Rgba seen = (sky + aurora(columns, px, y) * 1.25f) * (1 - land) + fells(x, y);
-        seen = seen * (1 - coverage(forestTop(x) - y)) + flight({x, y});
+        Rgba seen = (sky + aurora(columns, px, y) * 1.25f + dusk(x, y)) * (1 - land) + fells(x, y);
+        seen = seen * ((1 - coverage(forestTop(x) - y)) * smoothstep(0, 0.26f, x / size)) + flight({x, y});
         seen = seen * (1 - 0.7f * smoothstep(40, 0, distance)) + opaque(1, 0.55f, 0.18f) * halo;
         if (fill > 0) seen = mix(seen, gold(text, px, py), fill);
         seen = seen + streak(x, y) * (1 - 0.35f * fill);
