@@ -75,8 +75,8 @@ float fellTop(float x) {
 // screen.
 Rgba dusk(float x, float y) {
     const float above = fellTop(x) - y, u = x / size;
-    return mix(opaque(0.42f, 0.20f, 0.13f), opaque(0.10f, 0.28f, 0.32f), smoothstep(0, 60, above)) *
-           (0.9f * std::exp(-std::fmax(above, 0.0f) / 34) * (0.45f + 0.55f * bell(u - 0.42f, 0.22f)));
+    return mix(opaque(0.42f, 0.20f, 0.13f), opaque(0.06f, 0.20f, 0.24f), smoothstep(0, 60, above)) *
+           (0.7f * std::exp(-std::fmax(above, 0.0f) / 34) * (0.45f + 0.55f * bell(u - 0.42f, 0.22f)));
 }
 
 Rgba fells(float x, float y) {
@@ -89,7 +89,7 @@ Rgba fells(float x, float y) {
                0.5f * ridgedNoise(u * 12, y / 120, 16, 4, 227);
     };
     const float facing = unit(0.40f + 2.6f * (relief(x) - relief(x + 4)) + 0.22f * relief(x));
-    const Rgba snow = mix(opaque(0.018f, 0.034f, 0.060f), opaque(0.17f, 0.24f, 0.29f), facing);
+    const Rgba snow = mix(opaque(0.018f, 0.034f, 0.060f), opaque(0.13f, 0.20f, 0.25f), facing);
     const float rim = std::exp(-std::fmax(below, 0.0f) / 5) * (0.4f + 0.6f * facing);
     return (snow * std::exp(-std::fmax(below, 0.0f) / (34 + 60 * unit(relief(x * 0.2f) + 0.2f))) +
             opaque(0.10f, 0.20f, 0.24f) * (0.5f * rim)) *
