@@ -1,7 +1,7 @@
 // "greetsit": the greetings, drawn four screens wide and added to the picture while they scroll past, top row
 // first. Three blocks of lines, each line as broad as its block, under a sign. A block stands whole in the
-// middle of the screen on a beat; it has all but left before the next comes in, and the last is gone when the
-// hall fades in.
+// middle of the screen on a beat or between two; it has all but left before the next comes in, and the last
+// is gone when the hall fades in.
 #include <string>
 #include <vector>
 
@@ -21,11 +21,11 @@ constexpr float signAbove = 54;           // rows from a block to its sign's mid
 constexpr float leading = 22;             // rows between two lines of a block
 
 constexpr float columnsPerUnit = width / 8.0f;
-constexpr float mostColumns = 0.82f * columnsPerUnit;  // of a block, whole on the screen for 2.4 s
 
 using Sign = float (*)(Point place);  // how far outside of it, in rows from its middle
 struct Block {
-    float middle;  // in units from the picture's own
+    float middle;   // in units from the picture's own
+    float breadth;  // in units: what is less leaves more of the screen between two blocks
     std::vector<std::string> lines;
     Sign sign;
 };
@@ -56,16 +56,16 @@ float youSign(Point p) {
 }
 
 // What crosses the screen's middle on a beat: to a thousandth of a unit, a quarter of a column.
-float middleOn(int beat) {
+float middleOn(double beat) {
     const double seconds =
         showtime::beatZero.seconds() + beat * 60.0 / showtime::beatsPerMinute - showtime::greetings.seconds();
     return float(-std::round(greetingsAt(float(seconds)) * 1000.0) / 1000);
 }
 
 const std::vector<Block> blocks = {
-    {middleOn(226), {"hello", "night", "owls"}, owlSign},
-    {middleOn(236), {"readers", "of the", "source"}, sourceSign},
-    {middleOn(246), {"and", "you"}, youSign},
+    {middleOn(225), 0.72f, {"hello", "night", "owls"}, owlSign},
+    {middleOn(236), 0.78f, {"readers", "of the", "source"}, sourceSign},
+    {middleOn(246.5), 0.62f, {"and", "you"}, youSign},
 };
 
 Lettering cut(float capHeight) {
@@ -87,15 +87,6 @@ float stackHeight(const std::vector<std::string>& lines, float columns) {
     float sum = leading * (lines.size() - 1);
     for (const std::string& line : lines) sum += capHeightFor(line, columns);
     return sum;
-}
-
-float columnsFor(const std::vector<std::string>& lines) {
-    float low = 20, high = 800;
-    for (int i = 0; i < 20; i++) {
-        const float columns = (low + high) / 2;
-        (stackHeight(lines, columns) < bottom - top ? low : high) = columns;
-    }
-    return std::fmin(high, mostColumns);
 }
 
 // Of a place in units from the picture's middle.
@@ -123,7 +114,7 @@ void makeGreetings(const char* path) {
     LetteringField text(width, height, 20);
     std::vector<float> signRows;
     for (const Block& block : blocks) {
-        const float columns = columnsFor(block.lines);
+        const float columns = block.breadth * columnsPerUnit;
         float baseline = (top + bottom - stackHeight(block.lines, columns)) / 2;
         signRows.push_back(baseline - signAbove);
         for (const std::string& line : block.lines) {
