@@ -172,6 +172,8 @@ void makeStudio(const char* path) {
     });
 }
 
+namespace {
+
 // Which way a surface looks that throws `towards` back at the viewer.
 Direction facing(Direction towards) {
     const Direction half = towards + Direction{0, 0, 1};
@@ -183,11 +185,6 @@ Direction facing(Direction towards) {
 // part.
 constexpr float shortRim = 1.05f;
 
-// How much of a lamp's light falls on what looks so: none below the cosine `from`, all above `to`.
-float turnedTo(Direction normal, Direction lamp, float from, float to) {
-    return smoothstep(from, to, dot(normal, lamp));
-}
-
 // The robot's maps are multiplied by what its scene's one lamp, which goes along with the viewer, makes of
 // its material; divided by that they lay their own lights wherever they like.
 float litByTheScene(Direction normal) {
@@ -196,68 +193,87 @@ float litByTheScene(Direction normal) {
 }
 
 // While it fades the hall's lamp shines on it too, from above on the viewer's right: what that would make
-// brighter is held down, or the glow makes it white.
-Rgba heldDown(Rgba light, Direction normal) {
+// much brighter is held down to `enough`, or the glow makes it white. What can't be laid keeps its hue.
+Rgba heldDown(Rgba light, Direction normal, float enough) {
     const Direction lamp = {0.55f, 0.71f, 0.44f}, between = {0.32f, 0.42f, 0.85f};
     const float lit = litByTheScene(normal), more = 0.63f * std::fmax(dot(normal, lamp), 0.0f) +
                                                     std::pow(std::fmax(dot(normal, between), 0.0f), 20.0f);
-    const float brightest = std::fmax(light.r, std::fmax(light.g, light.b));
-    const float allowed = std::fmax(0.22f, 1.3f * brightest * lit),
+    const float asked = std::fmax(light.r, std::fmax(light.g, light.b)), brightest = std::fmin(asked, 1.0f);
+    const float allowed = std::fmax(enough, 1.5f * brightest * lit),
                 fading = brightest * std::fmin(lit + more, 1.0f);
-    return light * std::fmin(1.0f, allowed / std::fmax(fading, 1e-4f));
+    return light *
+           (brightest / std::fmax(asked, 1e-4f) * std::fmin(1.0f, allowed / std::fmax(fading, 1e-4f)));
 }
 
-// A warm key from the viewer's left, where that lamp doesn't reach, which draws its plates round.
-float keyLight(Direction normal) {
-    const float share = turnedTo(normal, {-0.50f, 0.24f, 0.83f}, 0.46f, 1.0f);
-    return share * share;
+// Which way a surface looks, in degrees: azimuth 0 is towards the viewer, 90 to his right.
+struct Bearing {
+    float azimuth, elevation;
+};
+
+Bearing bearingOf(Direction normal) {
+    return {arcTan(normal.x, normal.z) / degree, arcSin(std::clamp(normal.y, -1.0f, 1.0f)) / degree};
 }
 
-// One cold rim, on the side away from the key; thin, or the glow would lay it over the night as a veil. None
-// on what looks straight up: so are shaded screens and lamps, to be black but for their own light.
-float coldRim(Direction normal) {
-    const float side = dot(normal, Direction{0.93f, -0.26f, 0.0f});
-    return smoothstep(0.46f, 0.18f, normal.z) * smoothstep(0.97f, 0.70f, normal.y) *
-           mix(0.25f, 1.0f, smoothstep(0.0f, 0.7f, side));
-}
-const Rgba rimLight = opaque(0.30f, 0.58f, 0.88f);
-
-// On the robot's body, which has no other picture: the lit colour times this. Enamel of a middle dark, warm
-// towards the key and cold away from it, on which a few lamps leave strips with sharp edges.
-void makeRobotChrome(const char* path) {
-    const std::vector<Softbox> lamps = {
-        // Beside the key a tall window of two panes, and over it a strip.
-        {-58, 24, {0.10f, 0.50f}, 6, 0.010f, opaque(0.95f, 0.80f, 0.58f)},
-        {-74, 24, {0.03f, 0.50f}, 6, 0.010f, opaque(0.95f, 0.80f, 0.58f)},
-        {8, 62, {0.8f, 0.03f}, -5, 0.012f, opaque(0.50f, 0.45f, 0.38f)},
-        // Cold, on the other side and below, for a viewer who looks up at it.
-        {72, 6, {0.03f, 0.66f}, 4, 0.010f, opaque(0.30f, 0.42f, 0.58f)},
-        {10, -48, {0.9f, 0.04f}, 7, 0.012f, opaque(0.34f, 0.50f, 0.66f)},
+// A lamp with hard edges, on what looks between two corners.
+float pane(Bearing at, Bearing from, Bearing to) {
+    const auto between = [](float low, float x, float high) {
+        return smoothstep(low - 1, low + 1, x) * smoothstep(high + 1, high - 1, x);
     };
+    return between(from.azimuth, at.azimuth, to.azimuth) *
+           between(from.elevation, at.elevation, to.elevation);
+}
+
+// One cold rim, brightest on the key's side and broadest on the other, which that lamp hardly reaches; thin,
+// or the glow would lay it over the night as a veil. None on what looks straight up: so are shaded screens
+// and lamps, to be black but for their own light.
+Rgba coldRim(Direction normal) {
+    const float side = smoothstep(-0.2f, 0.5f, dot(normal, Direction{0.93f, -0.26f, 0.0f}));
+    const float ends = mix(0.52f, 0.42f, side);
+    return opaque(0.30f, 0.58f, 0.88f) * (smoothstep(ends, ends - 0.2f, normal.z) *
+                                          smoothstep(0.97f, 0.70f, normal.y) * mix(0.3f, 0.9f, side));
+}
+const Rgba keyLight = opaque(0.68f, 0.77f, 0.86f);
+
+}  // namespace
+
+// On the robot's body, which has no other picture: the lit colour times this. Black lacquer: next to nothing
+// over most of it, since what is pale over an area is veiled by the glow; its form is drawn by lamps with
+// hard edges.
+void makeRobotChrome(const char* path) {
     makeSphereMap(
-        path, lamps,
+        path, {},
         [&](Direction towards) {
             const Direction normal = facing(towards);
-            const Rgba cold =
-                opaque(0.012f, 0.022f, 0.042f) * turnedTo(normal, {0.62f, -0.35f, 0.70f}, 0.0f, 1.0f);
-            const Rgba seen = opaque(0.006f, 0.007f, 0.012f) + cold +
-                              opaque(0.300f, 0.165f, 0.080f) * keyLight(normal) + rimLight * coldRim(normal);
-            return heldDown(seen * (1 / litByTheScene(normal)), normal);
+            const Bearing at = bearingOf(normal);
+            // The key, a tall window of two panes on the side that the scene's lamp shines from: it ends at
+            // once towards the viewer and fades away from him, and is low on what looks down, the broad
+            // chest.
+            const float window = pane(at, {34, -62}, {47, 64}) + pane(at, {49.5f, -62}, {52, 64});
+            const float key = window * mix(1.0f, 0.45f, smoothstep(34.0f, 46.0f, at.azimuth)) *
+                              mix(0.30f, 1.0f, smoothstep(-18.0f, -6.0f, at.elevation));
+            // An orange strip on the other side, a cold one from above, and a breath of navy.
+            const Rgba strips = opaque(0.30f, 0.13f, 0.035f) * pane(at, {-45, -60}, {-34, 40}) +
+                                opaque(0.16f, 0.20f, 0.25f) * pane(at, {-70, 46}, {70, 54});
+            const float turn = smoothstep(0.1f, 1.0f, dot(normal, Direction{0.80f, -0.10f, 0.60f}));
+            const Rgba seen = opaque(0.003f, 0.005f, 0.009f) +
+                              opaque(0.008f, 0.014f, 0.030f) * (turn * turn) + keyLight * key + strips +
+                              coldRim(normal);
+            return heldDown(seen * (1 / litByTheScene(normal)), normal, 0.20f);
         },
         shortRim);
 }
 
-// On its dark works, its glass and the ring: rubber, which mirrors nothing and shows its form by a breath of
-// cold light from the key's side.
+// On its dark works, its glass and the ring: rubber, which shows its form by the rim and a thin glint of the
+// key.
 void makeArmChrome(const char* path) {
     makeSphereMap(
         path, {},
         [&](Direction towards) {
             const Direction normal = facing(towards);
-            const Rgba seen = opaque(0.008f, 0.008f, 0.010f) +
-                              opaque(0.020f, 0.025f, 0.038f) * keyLight(normal) +
-                              rimLight * (0.4f * coldRim(normal));
-            return heldDown(seen * (1 / litByTheScene(normal)), normal);
+            const Rgba seen = opaque(0.003f, 0.005f, 0.009f) +
+                              keyLight * (0.35f * pane(bearingOf(normal), {41, -62}, {44.5f, 64})) +
+                              coldRim(normal) * 0.7f;
+            return heldDown(seen * (1 / litByTheScene(normal)), normal, 0.14f);
         },
         shortRim);
 }

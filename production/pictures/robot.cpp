@@ -54,7 +54,7 @@ float faceInk(Point p) {
     const float radius = length(eye);
     const Point pupil = {p.x - (p.x < 320 ? 182 : 458), p.y - 196};
     const float disc = coverage(radius - 74) * (1 - coverage(length(pupil + Point{24, 28}) - 20));
-    const float ring = outline(radius - 100, 12) * 0.55f;
+    const float ring = outline(radius - 100, 12) * 0.40f;
     const float mouth = hangingArc(p, {320, 168}, 206, 0.74f) - 15;
     return std::fmax(std::fmax(disc, ring), coverage(mouth));
 }
@@ -92,7 +92,7 @@ Rgba pulseAt(Point p) {
     float away = 1e9f;
     for (size_t i = 1; i < std::size(trace); i++) away = std::fmin(away, segment(p, trace[i - 1], trace[i]));
     const float ink = std::fmax(coverage(halves), coverage(away - 7));
-    const Rgba sheen = amber * (0.05f * bell(length(p - Point{192, 160}), 150));
+    const Rgba sheen = amber * (0.012f * bell(length(p - Point{192, 160}), 150));
     return mix(amber, gold, smoothstep(40.0f, 200.0f, p.y)) * (0.85f * ink * lines) + sheen;
 }
 
@@ -107,7 +107,7 @@ Rgba glassAt(Point place) {
     const Point p = {place.x, front ? place.y : place.y - pixels(nape.top)};
     const float ink = front ? faceInk(p) : sleepInk(p);
     const float lines = 0.84f + 0.16f * std::cos(place.y * (pi / 4));
-    const float sheen = 0.030f * bell(length(p - Point{320, 250}), 190);
+    const float sheen = 0.008f * bell(length(p - Point{320, 250}), 190);
     const Rgba tint = front ? gold : mix(amber, gold, bell(p.y - 256, 80));
     return tint * (0.80f * ink * lines) + amber * sheen;
 }
@@ -154,6 +154,6 @@ void makeRobotFace(const char* path) {
     for (int y = 0; y < size; y++)
         for (int x = 0; x < size; x++)
             if (onGlass(x) || y > pixels(pulse.top))
-                canvas.at(x, y) = canvas.at(x, y) + halo.at(x, y) * 0.28f;
+                canvas.at(x, y) = canvas.at(x, y) + halo.at(x, y) * 0.14f;
     saveRgb(canvas, path, Rows::TopFirst);
 }
