@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <vector>
@@ -53,6 +54,8 @@ std::vector<double> saveTimes(Rehearsal& rehearsal, const std::string& path, con
 // In a rehearsal of its own, which is held and has built its code once.
 struct CodeRehearsal {
     pid_t process;
+    std::string window;
+    FILE* hands;  // an xdotool that waits for what to press: its own start is none of the desk's time
 
     explicit CodeRehearsal(const fs::path& root) {
         for (const char* part : {"effects", "script", "render", "geometry", "image", "tools/rehearse/live",
@@ -65,17 +68,20 @@ struct CodeRehearsal {
             Group::ours);
         await("exact: 1");
         await("number: ");
+        runProgram({"xdotool", "search", "--all", "--pid", std::to_string(process), "--name", "rehearsal"},
+                   [&](const std::string& line) { window = line.substr(0, line.find('\n')); });
+        hands = popen("xdotool -", "w");
         press("Down");
         await("chosen: ");
     }
     ~CodeRehearsal() {
+        pclose(hands);
         kill(process, SIGTERM);
         waitForEnd(process);
     }
     void press(const std::string& key) const {
-        runProgram({"xdotool", "search", "--all", "--pid", std::to_string(process), "--name", "rehearsal",
-                    "key", "--window", "%1", key},
-                   [](const std::string&) {});
+        fprintf(hands, "key --window %s %s\n", window.c_str(), key.c_str());
+        fflush(hands);
     }
     // Milliseconds from the key that turns the first number of the list to its picture.
     double turn(const std::string& key) const {
