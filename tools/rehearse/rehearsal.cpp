@@ -403,16 +403,17 @@ void Rehearsal::drawPlaying() {
 }
 
 void Rehearsal::drawHeld() {
-    const double now = steadySeconds();
     const int target = nearestFrame(transport.position());
     if (transport.jumped || shown == Shown::nothing) {
         transport.jumped = false;
-        lastJump = now;
         const bool next = shown == Shown::exact && target == show.next;
         if (!next) skipTo(target);
         drawStepped(target);
+        // Hands are free to move on as soon as they see it.
+        lastJump = steadySeconds();
         shown = next ? Shown::exact : Shown::quick;
-    } else if (shown == Shown::quick && hands.dragged != Hands::position && now - lastJump > handsRest) {
+    } else if (shown == Shown::quick && hands.dragged != Hands::position &&
+               steadySeconds() - lastJump > handsRest) {
         start.restoreShow(&show);
         restoreGl();
         drawStepped(target);
