@@ -229,10 +229,10 @@ float pane(Bearing at, Bearing from, Bearing to) {
 Rgba coldRim(Direction normal) {
     const float side = smoothstep(-0.2f, 0.5f, dot(normal, Direction{0.93f, -0.26f, 0.0f}));
     const float ends = mix(0.52f, 0.42f, side);
-    return opaque(0.30f, 0.58f, 0.88f) * (smoothstep(ends, ends - 0.2f, normal.z) *
-                                          smoothstep(0.97f, 0.70f, normal.y) * mix(0.3f, 0.9f, side));
+    const float share = smoothstep(ends, ends - 0.2f, normal.z) * smoothstep(0.97f, 0.70f, normal.y);
+    return mix(opaque(0.17f, 0.24f, 0.27f), opaque(0.28f, 0.54f, 0.82f), side) * share;
 }
-const Rgba keyLight = opaque(0.68f, 0.77f, 0.86f);
+const Rgba keyLight = opaque(0.74f, 0.82f, 0.90f);
 
 }  // namespace
 
@@ -249,14 +249,14 @@ void makeRobotChrome(const char* path) {
             // once towards the viewer and fades away from him, and is low on what looks down, the broad
             // chest.
             const float window = pane(at, {34, -62}, {47, 64}) + pane(at, {49.5f, -62}, {52, 64});
-            const float key = window * mix(1.0f, 0.45f, smoothstep(34.0f, 46.0f, at.azimuth)) *
-                              mix(0.30f, 1.0f, smoothstep(-18.0f, -6.0f, at.elevation));
+            const float key = window * mix(1.0f, 0.30f, smoothstep(34.0f, 46.0f, at.azimuth)) *
+                              mix(0.24f, 1.0f, smoothstep(-18.0f, -6.0f, at.elevation));
             // An orange strip on the other side, a cold one from above, and a breath of navy.
             const Rgba strips = opaque(0.30f, 0.13f, 0.035f) * pane(at, {-45, -60}, {-34, 40}) +
                                 opaque(0.16f, 0.20f, 0.25f) * pane(at, {-70, 46}, {70, 54});
             const float turn = smoothstep(0.1f, 1.0f, dot(normal, Direction{0.80f, -0.10f, 0.60f}));
             const Rgba seen = opaque(0.003f, 0.005f, 0.009f) +
-                              opaque(0.008f, 0.014f, 0.030f) * (turn * turn) + keyLight * key + strips +
+                              opaque(0.004f, 0.008f, 0.018f) * (turn * turn) + keyLight * key + strips +
                               coldRim(normal);
             return heldDown(seen * (1 / litByTheScene(normal)), normal, 0.20f);
         },

@@ -121,7 +121,7 @@ Rgba shoulderAt(float down) {
 
 Rgba swatchAt(float x) {
     if (x < pixels(warmLamp.left)) return opaque(0.24f, 0.062f, 0.006f);
-    return x < pixels(coldTube.left) ? opaque(0.95f, 0.62f, 0.24f) : opaque(0.15f, 0.28f, 0.34f);
+    return x < pixels(coldTube.left) ? opaque(0.95f, 0.62f, 0.24f) : opaque(0.11f, 0.21f, 0.26f);
 }
 
 // All of it, by place in pixels.
