@@ -224,12 +224,14 @@ float pane(Bearing at, Bearing from, Bearing to) {
 }
 
 // One cold rim, brightest on the key's side and broadest on the other, which that lamp hardly reaches; thin,
-// or the glow would lay it over the night as a veil. None on what looks straight up: so are shaded screens
-// and lamps, to be black but for their own light.
+// or the glow would lay it over the night as a veil. None on what looks straight up, or down, which is where
+// that is found when the viewer looks up at it: so are shaded screens and lamps, to be black but for their
+// own light.
 Rgba coldRim(Direction normal) {
     const float side = smoothstep(-0.2f, 0.5f, dot(normal, Direction{0.93f, -0.26f, 0.0f}));
     const float ends = mix(0.52f, 0.42f, side);
-    const float share = smoothstep(ends, ends - 0.2f, normal.z) * smoothstep(0.97f, 0.70f, normal.y);
+    const float share =
+        smoothstep(ends, ends - 0.2f, normal.z) * smoothstep(0.95f, 0.62f, std::fabs(normal.y));
     return mix(opaque(0.17f, 0.24f, 0.27f), opaque(0.28f, 0.54f, 0.82f), side) * share;
 }
 const Rgba keyLight = opaque(0.74f, 0.82f, 0.90f);
