@@ -252,7 +252,7 @@ void makeRobotChrome(const char* path) {
             // chest.
             const float window = pane(at, {34, -62}, {47, 64}) + pane(at, {49.5f, -62}, {52, 64});
             const float key = window * mix(1.0f, 0.30f, smoothstep(34.0f, 46.0f, at.azimuth)) *
-                              mix(0.24f, 1.0f, smoothstep(-18.0f, -6.0f, at.elevation));
+                              mix(0.24f, 1.0f, smoothstep(-12.0f, 2.0f, at.elevation));
             // An orange strip on the other side, a cold one from above, and a breath of navy.
             const Rgba strips = opaque(0.30f, 0.13f, 0.035f) * pane(at, {-45, -60}, {-34, 40}) +
                                 opaque(0.16f, 0.20f, 0.25f) * pane(at, {-70, 46}, {70, 54});
