@@ -238,9 +238,9 @@ const Rgba keyLight = opaque(0.74f, 0.82f, 0.90f);
 
 }  // namespace
 
-// On the robot's body, which has no other picture: the lit colour times this. Black lacquer: next to nothing
-// over most of it, since what is pale over an area is veiled by the glow; its form is drawn by lamps with
-// hard edges.
+// On the robot's body, which has no other picture: the lit colour times this. Dark steel: a soft light of
+// the key's side lets it stand before the night, no more of it than the glow lays over it as a veil; its form
+// is drawn by lamps with hard edges.
 void makeRobotChrome(const char* path) {
     makeSphereMap(
         path, {},
@@ -253,12 +253,12 @@ void makeRobotChrome(const char* path) {
             const float window = pane(at, {34, -62}, {47, 64}) + pane(at, {49.5f, -62}, {52, 64});
             const float key = window * mix(1.0f, 0.30f, smoothstep(34.0f, 46.0f, at.azimuth)) *
                               mix(0.24f, 1.0f, smoothstep(-12.0f, 2.0f, at.elevation));
-            // An orange strip on the other side, a cold one from above, and a breath of navy.
+            // An orange strip on the other side, a cold one from above, and the soft light.
             const Rgba strips = opaque(0.30f, 0.13f, 0.035f) * pane(at, {-45, -60}, {-34, 40}) +
                                 opaque(0.16f, 0.20f, 0.25f) * pane(at, {-70, 46}, {70, 54});
-            const float turn = smoothstep(0.1f, 1.0f, dot(normal, Direction{0.80f, -0.10f, 0.60f}));
+            const float turn = smoothstep(-0.1f, 1.0f, dot(normal, Direction{0.72f, 0.10f, 0.69f}));
             const Rgba seen = opaque(0.003f, 0.005f, 0.009f) +
-                              opaque(0.004f, 0.008f, 0.018f) * (turn * turn) + keyLight * key + strips +
+                              opaque(0.054f, 0.070f, 0.096f) * (turn * turn) + keyLight * key + strips +
                               coldRim(normal);
             return heldDown(seen * (1 / litByTheScene(normal)), normal, 0.20f);
         },
