@@ -360,8 +360,10 @@ TEST_F(RehearseCode, ACutIsDragged) {
     ASSERT_TRUE(await([&] { return !state("number").empty(); }));
     const std::string cut = std::to_string(xAt(showtime::heap.seconds()));
     const auto drag = [&](double to) {
+        // Slowly: it is undone as one all the same.
         act("mousemove --window %1 " + cut + " 567 mousedown 1 mousemove --window %1 " +
-            std::to_string(xAt(to)) + " 567 sleep 0.3 mouseup 1");
+            std::to_string(xAt(to - 5)) + " 567 sleep 1.5 mousemove --window %1 " + std::to_string(xAt(to)) +
+            " 567 sleep 0.3 mouseup 1");
     };
     drag(75);
     ASSERT_TRUE(await([&] { return state("segment") == "torn tunnel"; })) << contentOf(scratch.file("state"));

@@ -301,8 +301,8 @@ bool Numbers::turnTo(int index, const std::string& digits) {
     const std::string before = number.now;
     if (digits == before || !put(number, digits)) return false;
     const double now = steadySeconds();
-    const bool goesOn =
-        done > 0 && changes[done - 1].number == keyOf(number) && lastTurn >= 0 && now - lastTurn < oneGesture;
+    const bool goesOn = done > 0 && changes[done - 1].number == keyOf(number) && lastTurn >= 0 &&
+                        (inHand || now - lastTurn < oneGesture);
     lastTurn = now;
     changes.resize(done);
     if (goesOn)

@@ -58,7 +58,9 @@ struct Numbers {
     bool turn(int number, double steps, const std::string& start);
     bool turn(int number, double steps) { return turn(number, steps, all[size_t(number)].now); }
     bool turnTo(int number, const std::string& digits);
-    void endGesture() { lastTurn = -1; }
+    // What is turned in the hand is one step, however long that takes.
+    void beginGesture() { inHand = true, lastTurn = -1; }
+    void endGesture() { inHand = false, lastTurn = -1; }
     bool undo() { return step(-1); }
     bool redo() { return step(1); }
     // Between what the sources have and what is turned.
@@ -89,6 +91,7 @@ private:
     std::vector<Change> changes;
     size_t done = 0;                // of the changes
     double lastTurn = -1;           // seconds
+    bool inHand = false;            // between a gesture's begin and its end
     std::set<std::string> drawing;  // of the sources
     int drawnEntry = -1;
 

@@ -210,6 +210,8 @@ void Rehearsal::pressButton(const SDL_MouseButtonEvent& button) {
 
 void Rehearsal::pressDigit(int digit) {
     if (digit == 0) return stems.hearAll();
+    if (stems.choice.shown && stems.rows.empty() && stems.problem.empty())
+        app.messages.post("the stems are not made yet");
     hands.holds(SDLK_LSHIFT, SDLK_RSHIFT) ? stems.solo(digit - 1) : stems.mute(digit - 1);
 }
 
@@ -291,7 +293,7 @@ void Rehearsal::takeNumber(int number, Hands::Dragged what, int from) {
     hands.dragged = what;
     hands.dragStart = from;
     hands.turnedFrom = numbers.all[size_t(number)].now;
-    numbers.endGesture();
+    numbers.beginGesture();
 }
 
 void Rehearsal::turnTo(double steps) {
@@ -309,6 +311,7 @@ void Rehearsal::dragCut(int ms) {
     const double most = std::floor((hands.cutBounds.to - 1 - from) / step);
     const double steps = std::max(std::min(std::round(ms / step), most), least);
     const int to = int(std::lround(from + steps * step));
+    desk.pointer = to;  // whose time is told
     if (numbers.turnTo(numbers.chosen, std::to_string(to))) seeNumbers();
 }
 
