@@ -6,11 +6,12 @@
 uniform sampler2D picture;
 uniform vec2 center;    // of the rings, 0..1 across what is seen
 uniform float distort;  // how tight the wave is: 1 a wide lens, 54 a blade; 0 leaves the picture alone
-uniform float scale;    // how strong, 0 to 0.3
+uniform float scale;    // how far the wave has still to go, 0.3 to 0
 
 varying vec2 place;
 
 const vec2 aspect = vec2(4.0 / 3.0, 1.0);  // of the screen: rings are round on it
+const float strength = 0.8;                // of the push at the front
 
 // Texture coordinates of a place, which stays half a pixel inside of what is seen. The quad is square to the screen,
 // so each axis has a slope of its own; it is turned over where a picture is stored top row first.
@@ -37,7 +38,7 @@ void main() {
     wake *= smoothstep(0.0, 0.12, radius);
 
     // As far as the picture doesn't fold over itself.
-    float height = 0.8 * pulse * pulse / tightness * wake * (ahead < 0.0 ? cos(x) : 1.0);
+    float height = strength * pulse * pulse / tightness * wake * (ahead < 0.0 ? cos(x) : 1.0);
     vec2 inside = smoothstep(0.0, 0.15, min(place, 1.0 - place));
     vec2 shift = -height * outward / aspect * inside;
     float hard = smoothstep(8.0, 50.0, distort);
