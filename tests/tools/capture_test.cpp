@@ -4,6 +4,7 @@
 #include <signal.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cstring>
 #include <thread>
 
@@ -77,27 +78,37 @@ TEST(Capture, WordsThatAreWrongAreNamed) {
     }
 }
 
-// The first file to be read changes while the last but one, a shader, waits to be opened for reading.
+// A file that has been read changes while another waits to be opened for reading.
 TEST(Capture, DrawsNothingOfAStateThatNeverWas) {
     const ScratchDirectory scratch;
     linkDataSet(scratch.path);
-    const std::string shader = scratch.file("data/shaders/antiariel.fs"), text = contentOf(shader);
-    std::filesystem::remove(shader);
-    scratch.write("data/shaders/antiariel.fs", text);
-    static volatile sig_atomic_t awaited;
-    awaited = 0;
-    const auto before = signal(SIGIO, [](int) { awaited = 1; });
-    const int leased = open(shader.c_str(), O_RDONLY | O_CLOEXEC);
-    ASSERT_EQ(fcntl(leased, F_SETLEASE, F_WRLCK), 0) << strerror(errno);
+    const std::string shader = "data/shaders/antiariel.fs", picture = "data/loading.jpg";
+    int files[2];
+    // Files that only the test has open: whoever opens one waits until it is let go.
+    const auto before = signal(SIGIO, SIG_IGN);
+    for (int i = 0; i < 2; i++) {
+        const std::string name = i ? shader : picture, content = contentOf(name);
+        std::filesystem::remove(scratch.file(name));
+        files[i] = open(scratch.write(name, content).c_str(), O_RDONLY | O_CLOEXEC);
+        ASSERT_EQ(fcntl(files[i], F_SETLEASE, F_WRLCK), 0) << strerror(errno);
+    }
+    std::atomic<bool> ended = false;
     std::thread author([&] {
-        for (int i = 0; i < 12000 && !awaited; i++) usleep(5000);
-        std::filesystem::remove(scratch.file("data/loading.jpg"));
-        scratch.write("data/loading.jpg", contentOf("data/overlay.jpg"));
-        close(leased);
+        const auto await = [&](auto condition) {
+            while (!condition() && !ended) usleep(2000);
+        };
+        // The picture has been read; what is saved there now, before the shader is, makes no state of both.
+        await([&] { return fcntl(files[0], F_GETLEASE) != F_WRLCK; });
+        fcntl(files[0], F_SETLEASE, F_UNLCK);
+        await([&] { return fcntl(files[0], F_SETLEASE, F_WRLCK) == 0; });
+        std::filesystem::remove(scratch.file(picture));
+        scratch.write(picture, contentOf("data/overlay.jpg"));
+        await([&] { return fcntl(files[1], F_GETLEASE) != F_WRLCK; });
+        for (const int file : files) close(file);
     });
     const Result result =
         shell("cd " + scratch.path.string() + " && " CAPTURE_PROGRAM " --fps 2 --to 0.5 --out %d.png");
-    awaited = 1;  // it would not come any more
+    ended = true;  // nobody opens them any more
     author.join();
     signal(SIGIO, before);
     EXPECT_EQ(result.status, 1);
