@@ -70,7 +70,7 @@ struct CodeRehearsal {
         await("number: ");
         runProgram({"xdotool", "search", "--all", "--pid", std::to_string(process), "--name", "rehearsal"},
                    [&](const std::string& line) { window = line.substr(0, line.find('\n')); });
-        hands = popen("xdotool -", "w");
+        hands = popen("xdotool - 2>/dev/null", "w");
         press("Down");
         await("chosen: ");
     }
