@@ -16,6 +16,7 @@
 #include "tools/capture/grabber.h"
 #include "tools/capture/hash.h"
 #include "tools/capture/manifest.h"
+#include "tools/process.h"
 
 namespace {
 
@@ -99,29 +100,34 @@ const Fields taggedForTheNet = {{"codec_name", "h264"},      {"pix_fmt", "yuv420
                                 {"color_transfer", "bt709"}, {"color_primaries", "bt709"},
                                 {"has_b_frames", "0"},       {"chroma_location", "center"}};
 
-// What a browser says of a film that it has played to its end.
+// What a browser says of a film that it has played to its end. Its helpers write its profile for a moment
+// longer than it lives itself: they are awaited, by the output that they share with it.
 std::string playedByBrowser(const std::string& film) {
     const ScratchDirectory home;
-    const std::string said = home.file("said"),
-                      page = home.write(
-                          "page.html",
-                          "<video id=film src='" + film +
-                              "'></video><script>film.onerror = () => console.log('{refused}');\n"
-                              "film.onended = () => "
-                              "console.log(`{${film.getVideoPlaybackQuality().totalVideoFrames} frames, ` +\n"
-                              "                                 `${(film.duration - "
-                              "film.currentTime).toFixed(2)} s left}`);\n"
-                              "film.play().catch(error => console.log(`{${error}}`));</script>");
-    const pid_t browser = startShell(
-        "exec chromium --headless --no-sandbox --disable-dev-shm-usage --disable-gpu --mute-audio "
-        "--autoplay-policy=no-user-gesture-required --enable-logging=stderr "
-        "--user-data-dir=" +
-        home.file("profile") + " file://" + page + " 2>" + said);
-    await(browser, [&] { return contentOf(said).find('}') != std::string::npos; });
-    endProcess(browser, SIGTERM);
-    const std::string words = contentOf(said);
-    const size_t begin = words.find('{'), end = words.find('}');
-    return end == std::string::npos ? "" : words.substr(begin + 1, end - begin - 1);
+    const std::string page = home.write(
+        "page.html", "<video id=film src='" + film +
+                         "'></video><script>film.onerror = () => console.log('{refused}');\n"
+                         "film.onended = () => "
+                         "console.log(`{${film.getVideoPlaybackQuality().totalVideoFrames} frames, ` +\n"
+                         "                                 `${(film.duration - "
+                         "film.currentTime).toFixed(2)} s left}`);\n"
+                         "film.play().catch(error => console.log(`{${error}}`));</script>");
+    pid_t browser = 0;
+    std::string said;
+    const auto take = [&](const std::string& line) {
+        const size_t begin = line.find('{'), end = line.find('}');
+        if (browser == 0) browser = std::stoi(line);
+        if (!said.empty() || begin >= end || end == std::string::npos) return;
+        said = line.substr(begin + 1, end - begin - 1);
+        kill(browser, SIGTERM);
+    };
+    runProgram({"sh", "-c",
+                "echo $$; exec timeout 60 chromium --headless --no-sandbox --disable-dev-shm-usage "
+                "--disable-gpu --mute-audio --autoplay-policy=no-user-gesture-required "
+                "--enable-logging=stderr --user-data-dir=" +
+                    home.file("profile") + " file://" + page},
+               take);
+    return said;
 }
 
 // Strangers' tools go by what a film says of itself, in its stream and in its container.
