@@ -1,12 +1,14 @@
 // "greetsit": the greetings, drawn four screens wide and added to the picture while they scroll past, top row
-// first. Three blocks of lines, each line as broad as its block, under a sign. A block stands whole in the
-// middle of the screen on a beat or between two; it has all but left before the next comes in, and the last
-// is gone when the hall fades in.
+// first. Three panels, each of a drawing in fine lines of light and the words that belong to it: an owl's
+// eyes, a listing, a heart; then, while the hall fades in, its ball. A panel stands whole in the middle of
+// the screen where a pair of bars begins; under all of them runs a pulse, whose beats cross the middle with
+// the music's.
 #include <string>
 #include <vector>
 
 #include "production/kit/picture/canvas.h"
 #include "production/kit/picture/lettering.h"
+#include "production/kit/picture/noise.h"
 #include "production/pictures/pictures.h"
 #include "script/greetings_scroll.h"
 
@@ -14,132 +16,377 @@ using namespace picture;
 
 namespace {
 
-constexpr int width = 2048, height = 512;
-constexpr float pixelAspect = 4.0f / 3;   // a screen is 512 columns and 512 rows of it
-constexpr float top = 112, bottom = 426;  // rows between which the blocks stand
-constexpr float signAbove = 54;           // rows from a block to its sign's middle
-constexpr float leading = 22;             // rows between two lines of a block
+constexpr int width = 4096, height = 1024;
+constexpr float pixelAspect = 4.0f / 3;  // a screen is as many columns as rows of it
+// Lengths are in rows of a picture of 512, where the screen is 683 by 512.
+constexpr float fine = height / 512.0f;  // pixels a row
+constexpr float rowsPerUnit = width * pixelAspect / fine / 8;
 
-constexpr float columnsPerUnit = width / 8.0f;
-
-using Sign = float (*)(Point place);  // how far outside of it, in rows from its middle
-struct Block {
-    float middle;   // in units from the picture's own
-    float breadth;  // in units: what is less leaves more of the screen between two blocks
-    std::vector<std::string> lines;
-    Sign sign;
-};
-
-// An owl's eyes, brows and beak.
-float owlSign(Point p) {
-    const Point side = {std::fabs(p.x), p.y};
-    const float eye = std::fmin(std::fabs(circle(side, {17, 2}, 14)) - 1.6f, circle(side, {17, 2}, 5));
-    const float brow = segment(side, {3, -8}, {38, -26}) - 1.8f;
-    const float beak = segment(side, {0, 18}, {4.5f, 9}) - 1.8f;
-    return std::fmin(std::fmin(eye, brow), beak);
-}
-
-// Two angle brackets and a stroke.
-float sourceSign(Point p) {
-    const Point side = {std::fabs(p.x), p.y};
-    const float bracket = std::fmin(segment(side, {18, -18}, {36, 0}), segment(side, {36, 0}, {18, 18}));
-    return std::fmin(bracket, segment(p, {7, -20}, {-7, 20})) - 2.2f;
-}
-
-// The face that the show has met.
-float youSign(Point p) {
-    const Point side = {std::fabs(p.x), p.y};
-    const float head = std::fabs(box(p, {}, {30, 22}, 8)) - 1.8f, eye = circle(side, {12, -5}, 5);
-    const float smile = p.y > 5 ? std::fabs(circle(p, {0, -4}, 17)) - 1.6f : 99;
-    const float aerial = segment(side, {7, -24}, {16, -36}) - 1.5f;
-    return std::fmin(std::fmin(head, eye), std::fmin(smile, aerial));
-}
-
-// What crosses the screen's middle on a beat: to a thousandth of a unit, a quarter of a column.
-float middleOn(double beat) {
+// How far right of the picture's left edge lies what crosses the screen's middle on a beat.
+float crossingOn(double beat) {
     const double seconds =
         showtime::beatZero.seconds() + beat * 60.0 / showtime::beatsPerMinute - showtime::greetings.seconds();
-    return float(-std::round(greetingsAt(float(seconds)) * 1000.0) / 1000);
+    return (4 - greetingsAt(float(seconds))) * rowsPerUnit;
 }
 
-const std::vector<Block> blocks = {
-    {middleOn(225), 0.72f, {"hello", "night", "owls"}, owlSign},
-    {middleOn(236), 0.78f, {"readers", "of the", "source"}, sourceSign},
-    {middleOn(246.5), 0.62f, {"and", "you"}, youSign},
+// How much of a pixel a shape covers, and a line along its edge; `distance` and `breadth` in rows.
+float inked(float distance) {
+    return coverage(distance * fine);
+}
+float lined(float distance, float breadth) {
+    return outline(distance * fine, breadth * fine);
+}
+
+const Rgba cream = opaque(1, 0.97f, 0.90f), gold = opaque(0.98f, 0.74f, 0.36f), ice = opaque(0.50f, 0.80f, 1),
+           violet = opaque(0.74f, 0.52f, 1), coral = opaque(1, 0.42f, 0.22f), mint = opaque(0.46f, 1, 0.76f),
+           pink = opaque(1, 0.36f, 0.80f), moon = opaque(0.85f, 0.92f, 0.93f);
+
+struct Words {
+    struct Line {
+        float left, right, top, bottom;
+    };
+    LetteringField field;
+    std::vector<Line> lines;
+    explicit Words(float reach) : field(width, height, reach * fine) {}
+
+    // `place` in rows from the picture's upper left: where a line begins or its middle, and its baseline.
+    // `style.pixelAspect` is how narrow the letters are.
+    void set(const std::string& text, Lettering style, Point place, Align align = Align::Left);
+    float at(Point place) const {
+        return field.at(int(place.x / pixelAspect * fine), int(place.y * fine)) / fine;
+    }
+    // How much of a pixel lies further inside of the letters than `depth`. Looked for round it, as within a
+    // letter the distances are those of its strokes, which meet in seams.
+    float coreAt(Point p, float depth) const {
+        float farthest = -99;
+        for (int i = 0; i < 20; i++)
+            farthest =
+                std::fmax(farthest, at(p + Point{std::cos(i * pi / 10), std::sin(i * pi / 10)} * depth));
+        return inked(farthest - 0.5f);
+    }
+    // How far down in its line a place is, 0 to 1.
+    float footAt(Point p) const {
+        for (const Line& line : lines)
+            if (p.x > line.left - 4 && p.x < line.right + 4 && p.y > line.top - 4 && p.y < line.bottom + 4)
+                return unit((p.y - line.top) / (line.bottom - line.top));
+        return 0;
+    }
 };
 
-Lettering cut(float capHeight) {
-    // Small lines get sturdier strokes, so that all lines of a block look alike in weight.
-    const float small = unit((120 - capHeight) / 80);
-    return {.height = capHeight,
-            .weight = mix(0.14f, 0.20f, small),
-            .contrast = mix(0.62f, 0.35f, small),
-            .pixelAspect = 1.2f * pixelAspect};  // narrow letters, for tall blocks
+Lettering filling(const std::string& text, Lettering style, float breadth) {
+    for (int i = 0; i < 4; i++) style.height *= breadth / textWidth(text, style);
+    return style;
 }
 
-float capHeightFor(const std::string& line, float columns) {
-    float capHeight = 60;
-    for (int i = 0; i < 6; i++) capHeight *= columns / textWidth(line, cut(capHeight));
-    return capHeight;
+void Words::set(const std::string& text, Lettering style, Point place, Align align) {
+    const float breadth = textWidth(text, style),
+                left = align == Align::Centre ? place.x - breadth / 2 : place.x;
+    lines.push_back({left, left + breadth, place.y - style.height, place.y});
+    style.height *= fine;
+    style.pixelAspect *= pixelAspect;
+    setText(field, style, {text, place.x / pixelAspect * fine, place.y * fine, align});
 }
 
-float stackHeight(const std::vector<std::string>& lines, float columns) {
-    float sum = leading * (lines.size() - 1);
-    for (const std::string& line : lines) sum += capHeightFor(line, columns);
+// Where the panels have their middles; their drawings take places from there, across, and from the top.
+const float owlMiddle = crossingOn(228), listingMiddle = crossingOn(236), youMiddle = crossingOn(244),
+            ballMiddle = crossingOn(254);
+constexpr float panelHalf = 345;
+
+const Lettering heavy = {.height = 100, .weight = 0.185f, .contrast = 0.45f, .gap = 0.15f};
+const Lettering wide = {.height = 46, .weight = 0.19f, .contrast = 0.4f, .gap = 0.42f};
+
+// An owl's face: two eyes as an engraver would lay them, under a brow.
+
+constexpr Point owlEye = {150, 212};
+constexpr float owlRadius = 128;
+
+void setOwlWords(Words& words) {
+    words.set("Night owls", filling("Night owls", heavy, 570), {owlMiddle, 460}, Align::Centre);
+    words.set("Hello", wide, {owlMiddle, 84}, Align::Centre);
+}
+
+// Lines that leave a middle, of which every one has its own length: how far from the nearest of `count`, in
+// rows, and which that is.
+struct Ray {
+    float away;
+    int number;
+};
+Ray nearestRay(Point p, int count) {
+    const float pitch = 2 * pi / count, turn = arcTan(p.y, p.x);
+    return {std::remainder(turn, pitch) * length(p), int(std::floor(turn / pitch + 0.5f))};
+}
+
+Rgba irisAt(Point q, bool left) {
+    const float r = length(q);
+    float white = lined(r - owlRadius, 5);
+    const float blue =
+        std::fmax(0.8f * lined(r - (owlRadius - 9), 1.4f), 0.6f * lined(r - (owlRadius - 15), 1));
+    float warm = std::fmax(lined(r - 50, 3), 0.7f * lined(r - 43, 1.2f));
+    const auto [away, number] = nearestRay(q, 96);
+    const float from = 54, whole = owlRadius - 22 - from;
+    const float k = (r - from) / (whole * (number % 4 == 0 ? 1 : number % 2 ? 0.42f : 0.72f));
+    if (k > 0 && k < 1) warm = std::fmax(warm, (0.95f - 0.4f * k) * lined(away, 2.5f - 1.9f * k));
+    // The light in the pupil, and what it mirrors.
+    const Point look = {left ? -q.x : q.x, q.y};
+    white = std::fmax(white, inked(circle(look, {-14, -15}, 11)));
+    white = std::fmax(white, 0.8f * inked(circle(look, {12, 14}, 4)));
+    return ice * (0.85f * blue) + gold * (0.9f * warm) + moon * (0.95f * white);
+}
+
+// Feathers round an eye, longest towards the ears.
+float feathersAt(Point q) {
+    const float r = length(q), from = owlRadius + 8;
+    const auto [away, number] = nearestRay(q, 120);
+    const float ear = std::pow(0.5f + 0.5f * std::cos(arcTan(q.y, q.x) + 0.72f), 3.0f);
+    const float k = (r - from) / (number % 2 ? 14 + 66 * ear : 22 + 100 * ear);
+    return k > 0 && k < 1 ? (0.95f - 0.75f * k) * lined(away, 2.7f - 2.2f * k) : 0;
+}
+
+Rgba owlAt(Point p) {
+    if (std::fabs(p.x) > panelHalf) return {};
+    const Point side = {std::fabs(p.x), p.y};
+    const Point q = side - owlEye;
+    const float belowBrow = 0.9f * (p.y - (176 - 0.40f * side.x - 0.00022f * side.x * side.x));
+    Rgba sum = irisAt(q, p.x < 0) * smoothstep(14, 17, belowBrow);
+    const float apart = smoothstep(7, 13, std::fabs(belowBrow)) *
+                        smoothstep(110, 170, side.x + 2.2f * std::fmax(belowBrow, 0.0f));
+    if (side.x > 18) sum = sum + ice * (0.85f * apart * feathersAt(q) * smoothstep(338, 300, side.x));
+    const float broad = 10 * std::pow(unit(1 - side.x / 338), 0.7f);
+    if (side.x < 338)
+        sum = sum + moon * (0.95f * inked(std::fabs(belowBrow) - broad)) +
+              ice * (0.75f * lined(belowBrow - broad - 5, 1.6f) * smoothstep(300, 200, side.x));
+    const float beak = polygon(side, {{0, 226}, {17, 262}, {0, 326}, {-17, 262}});
+    return sum + gold * (0.9f * (lined(beak + 1, 2.6f) + inked(beak + 7)));
+}
+
+// A listing, whose words grow until the last is made of code itself.
+
+struct CodeLine {
+    float indent;
+    const char *word, *rest;
+};
+constexpr CodeLine codeLines[] = {{0, "for", "(;;)"},
+                                  {24, "listen", "(to.the, beat);"},
+                                  {24, "if", "(it.is(dark))"},
+                                  {48, "draw", "(a.streak, of.light);"}};
+constexpr float codeTop = 48, codeLeading = 22;
+constexpr float listingLeft = -254, listingBreadth = 550, gutter = -272;
+constexpr float readersLine = 249, ofTheRow = 281, sourceLine = 452;
+
+struct Listing {
+    Words keys{6}, rest{6}, numbers{6}, source{8};
+};
+
+void setListing(Listing& listing, Words& words) {
+    const Lettering code = {.height = 13, .weight = 0.16f, .contrast = 0.2f, .gap = 0.36f};
+    const float left = listingMiddle + listingLeft, middle = left + listingBreadth / 2;
+    std::vector<float> baselines;
+    for (const CodeLine& line : codeLines) {
+        const float baseline = codeTop + codeLeading * baselines.size(), begin = left + line.indent;
+        listing.keys.set(line.word, code, {begin, baseline});
+        listing.rest.set(line.rest, code, {begin + textWidth(line.word, code) + 10, baseline});
+        baselines.push_back(baseline);
+    }
+    Lettering narrow = heavy;
+    narrow.weight = 0.2f;
+    narrow.pixelAspect = 1.2f;
+    words.set("Readers", filling("Readers", narrow, listingBreadth), {left, readersLine});
+    words.set("of the", {.height = 24, .weight = 0.19f, .contrast = 0.3f, .gap = 0.5f},
+              {middle, ofTheRow + 12}, Align::Centre);
+    listing.source.set(
+        "Source",
+        filling("Source",
+                {.height = 145, .weight = 0.27f, .contrast = 0.25f, .gap = 0.12f, .pixelAspect = 1.3f},
+                listingBreadth),
+        {left, sourceLine});
+    baselines.insert(baselines.end(), {readersLine, ofTheRow + 6, sourceLine});
+    for (size_t i = 0; i < baselines.size(); i++) {
+        const std::string number = std::to_string(124 + i);  // the second that it comes in
+        listing.numbers.set(number, code,
+                            {listingMiddle + gutter - 10 - textWidth(number, code), baselines[i]});
+    }
+}
+
+// Lines of code, too small to be read: dashes for their words, coloured as an editor would.
+Rgba codeAt(Point p) {
+    constexpr float pitch = 6;
+    const int row = int(std::floor(p.y / pitch));
+    float left = -panelHalf - 60 * randomAt(row, 7, 5);
+    for (int i = 0;; i++) {
+        const float dash = 14 + 70 * std::pow(randomAt(row, i, 11), 1.5f);
+        if (p.x < left + dash) {
+            const float hue = randomAt(row, i, 17);
+            const Rgba ink = hue < 0.2f ? violet : hue < 0.4f ? mint : hue < 0.55f ? gold : cream;
+            return ink * (inked(left - p.x) * lined(p.y - (row + 0.5f) * pitch, 3.6f));
+        }
+        left += dash + 6;
+    }
+}
+
+Rgba listingAt(Point place, const Listing& listing) {
+    const Point p = place - Point{listingMiddle, 0};
+    if (std::fabs(p.x) > panelHalf) return {};
+    const float rule = std::fabs(std::fabs(p.x - listingLeft - listingBreadth / 2) - 185) - 85;
+    Rgba sum = violet * (0.7f * lined(p.x - gutter, 1.4f) * inked(std::fabs(p.y - 246) - 212)) +
+               gold * (0.9f * lined(p.y - ofTheRow, 1.6f) * inked(rule)) +
+               mix(violet, cream, 0.2f) * (0.85f * inked(listing.keys.at(place))) +
+               mix(mint, cream, 0.2f) * (0.8f * inked(listing.rest.at(place))) +
+               gold * (0.6f * inked(listing.numbers.at(place)));
+    const float source = listing.source.at(place);
+    if (source < 2)
+        sum = sum + codeAt(p) * (0.95f * listing.source.coreAt(place, 5)) +
+              cream * (inked(source) * (1 - listing.source.coreAt(place, 2.8f)));
     return sum;
 }
 
-// Of a place in units from the picture's middle.
-float columnOf(float place) {
-    return width / 2 + place * columnsPerUnit;
+// A heart with the word before it, one letter of which is the face that the show has met.
+
+float heartAt(Point p) {  // of height 1.1, its point at 0, 0, up
+    const Point q = {std::fabs(p.x), p.y};
+    if (q.y + q.x > 1) return length(q - Point{0.25f, 0.75f}) - std::sqrt(2.0f) / 4;
+    const Point top = q - Point{0, 1}, low = q - Point{1, 1} * (0.5f * std::fmax(q.x + q.y, 0.0f));
+    return std::sqrt(std::fmin(dot(top, top), dot(low, low))) * (q.x > q.y ? 1 : -1);
 }
 
-// A four-pointed light, tall and narrow; the place is relative to its middle.
-Rgba sparkAt(float x, float y) {
-    if (std::fabs(x) > 40 || std::fabs(y) > 170) return {};
-    const float tall = bell(x, 1.3f) * std::exp(-std::fabs(y) / 34) * smoothstep(170, 90, std::fabs(y));
-    const float wide = bell(y, 1.3f) * std::exp(-std::fabs(x) / 9) * smoothstep(40, 20, std::fabs(x));
-    const float core = std::exp(-std::hypot(x, y) / 4) * smoothstep(40, 20, std::hypot(x, y));
-    return opaque(1, 0.88f, 0.66f) * (0.9f * tall + 0.7f * wide + 0.8f * core);
+constexpr float heartSize = 405, heartFoot = 468;
+constexpr float youLine = 356, youHeight = 190;
+constexpr float faceHalf = youHeight / 2, faceAside = 110;
+constexpr Point faceMiddle = {0, youLine - faceHalf};
+
+void setYouWords(Words& words) {
+    const Lettering broad = {.height = youHeight, .weight = 0.21f, .contrast = 0.35f, .gap = 0.14f};
+    words.set("Y", broad, {youMiddle - faceAside - textWidth("Y", broad), youLine});
+    words.set("U", broad, {youMiddle + faceAside, youLine});
+    words.set("and", wide, {youMiddle, 122}, Align::Centre);
 }
 
-float signAt(const Block& block, float row, float x, float y) {
-    const Point place = {(x - columnOf(block.middle)) * pixelAspect, y - row};
-    return length(place) < 60 ? coverage(block.sign(place)) : 0;
+float headAt(Point q) {
+    return box(q, {}, {faceHalf * 0.95f, faceHalf}, faceHalf * 0.40f);
+}
+
+Rgba heartLines(Point p) {
+    if (std::fabs(p.x) > 380) return {};
+    const float d = heartSize * heartAt({p.x / heartSize, (heartFoot - p.y) / heartSize});
+    const float pitch = 9;
+    // The letters stand before its sides.
+    const float behind = std::fabs(p.y - faceMiddle.y) - faceHalf;
+    const float strong = lined(d, 5) * smoothstep(2, 16, behind);
+    const float k = d < 0 ? 0.80f * std::exp(d / 60) + 0.10f : 0.70f * std::exp(-d / 48);
+    const float thin = std::fabs(d) > 4 ? k * lined(std::remainder(d, pitch), 1.4f) : 0;
+    return mix(coral, cream, 0.35f) * strong + coral * (thin * smoothstep(130, 90, d));
+}
+
+Rgba faceAt(Point q) {
+    constexpr float half = faceHalf;
+    if (std::fabs(q.x) > faceAside || q.y > half + 4) return {};
+    const Point side = {std::fabs(q.x), q.y};
+    const float head = headAt(q);
+    const Point eye = side - Point{half * 0.40f, -half * 0.20f};
+    const Point look = {q.x < 0 ? -eye.x : eye.x, eye.y};
+    const float e = length(eye);
+    float white = lined(head + 4, 8);
+    float warm = std::fmax(0.8f * lined(head + 13, 1.4f), lined(e - half * 0.325f, 2.4f));
+    white = std::fmax(
+        white, inked(std::fmax(e - half * 0.24f, 8 - length(look - Point{-half * 0.08f, -half * 0.08f}))));
+    const float smile = q.y > half * 0.27f ? std::fabs(circle(q, {0, -half * 0.02f}, half * 0.60f)) - 5 : 99;
+    white = std::fmax(white, inked(smile));
+    const float aerial = segment(side, {half * 0.20f, -half}, {half * 0.42f, -half * 1.30f}) - 1.8f;
+    white = std::fmax(white, inked(std::fmin(aerial, circle(side, {half * 0.42f, -half * 1.30f}, 5))));
+    return cream * white + gold * (0.9f * warm * (1 - white));
+}
+
+// The ball of the hall, which crosses the screen's middle as the true one comes to be seen there.
+
+constexpr float ballRow = 254, ballRadius = 96;
+
+Rgba ballAt(Point p) {
+    const Point q = p - Point{0, ballRow};
+    if (q.x < -560 || q.x > 235) return {};
+    const float r = length(q);
+    Rgba sum = gold * (0.7f * lined(q.x, 1.6f) * inked(q.y + ballRadius) * smoothstep(14, 60, p.y));
+    sum = sum + cream * lined(r - ballRadius, 3);
+    if (r < ballRadius - 1) {
+        const float pitch = 12 * degree;
+        const float up = arcSin(q.y / ballRadius), ring = ballRadius * std::cos(up);
+        const float round = arcSin(std::clamp(q.x / ring, -1.0f, 1.0f));
+        const float grid = std::fmin(std::fabs(std::remainder(up, pitch)) * ring,
+                                     std::fabs(std::remainder(round, pitch)) * ring * std::cos(round));
+        const int i = int(std::floor(up / pitch)) + 40, j = int(std::floor(round / pitch)) + 40;
+        const float glint = randomAt(i, j, 31), hue = randomAt(i, j, 37);
+        const Rgba tint = hue < 0.3f ? pink : hue < 0.6f ? gold : hue < 0.8f ? ice : cream;
+        const float fill = glint > 0.82f ? 0.95f : 0.26f * glint;
+        sum = sum + tint * (fill * inked(1.6f - grid)) + gold * (0.55f * lined(grid, 1.1f));
+    }
+    // Beams that meet on it.
+    for (const float turn : {156.0f, 168.0f, -171.0f, -158.0f, -142.0f, -124.0f, -106.0f, -74.0f, -56.0f,
+                             -38.0f, -22.0f, -9.0f, 12.0f, 24.0f}) {
+        const Point along = {std::cos(turn * degree), std::sin(turn * degree)};
+        const float far = dot(q, along), away = std::fabs(q.x * along.y - q.y * along.x);
+        const float reach = along.x < -0.7f ? 550 : 235;
+        if (far > ballRadius + 5)
+            sum =
+                sum + pink * ((lined(away, 1.8f) + 0.3f * std::exp(-away / 4)) * smoothstep(reach, 120, far));
+    }
+    return sum;
+}
+
+constexpr float pulseRow = 488;
+
+std::vector<Point> pulseLine() {
+    std::vector<Point> line = {{2, pulseRow}};
+    for (int beat = 224; beat <= 256; beat++) {
+        const bool between = beat % 8 == 0 && beat < 256;
+        const float tall = between ? 330 : beat % 4 == 0 ? 20 : 12, broad = between ? 11 : 6;
+        for (const Point step : {Point{-3.2f, 0},
+                                 {-2.1f, -0.10f},
+                                 {-1.2f, 0.06f},
+                                 {0, -1},
+                                 {1.1f, 0.24f},
+                                 {1.7f, 0},
+                                 {2.5f, -0.07f},
+                                 {3.4f, 0}})
+            line.push_back({crossingOn(beat) + step.x * broad, std::fmin(pulseRow + step.y * tall, 506.0f)});
+    }
+    return line;
+}
+
+float pulseAt(Point p, const std::vector<Point>& line) {
+    float nearest = 99;
+    for (size_t i = 1; i < line.size(); i++)
+        if (line[i - 1].x < p.x + 30 && line[i].x > p.x - 30)
+            nearest = std::fmin(nearest, segment(p, line[i - 1], line[i]));
+    return nearest;
 }
 
 }  // namespace
 
 void makeGreetings(const char* path) {
-    LetteringField text(width, height, 20);
-    std::vector<float> signRows;
-    for (const Block& block : blocks) {
-        const float columns = block.breadth * columnsPerUnit;
-        float baseline = (top + bottom - stackHeight(block.lines, columns)) / 2;
-        signRows.push_back(baseline - signAbove);
-        for (const std::string& line : block.lines) {
-            const float capHeight = capHeightFor(line, columns);
-            baseline += capHeight;
-            setText(text, cut(capHeight), {line, columnOf(block.middle), baseline, Align::Centre});
-            baseline += leading;
-        }
-    }
-    std::vector<float> sparks;  // columns between two blocks
-    for (size_t i = 1; i < blocks.size(); i++)
-        sparks.push_back(columnOf((blocks[i - 1].middle + blocks[i].middle) / 2));
+    Words words(18);
+    Listing listing;
+    setOwlWords(words);
+    setListing(listing, words);
+    setYouWords(words);
+    const std::vector<Point> pulse = pulseLine();
 
     Canvas canvas(width, height, opaque(0, 0, 0));
     paint(canvas, [&](float x, float y, Rgba ground) {
-        const float distance = text.at(x, y);
-        const float fill = coverage(distance), halo = std::exp(-std::fmax(distance, 0.0f) / 4.5f) * 0.16f;
+        const Point p = {x * pixelAspect / fine, y / fine};
+        const Point fromYou = p - Point{youMiddle, 0}, fromFace = fromYou - faceMiddle;
+        const float line = pulseAt(p, pulse);
+        const float shown = smoothstep(0, 50, p.x) * smoothstep(pulse.back().x, pulse.back().x - 200, p.x);
+        const Rgba drawn =
+            owlAt(p - Point{owlMiddle, 0}) + listingAt(p, listing) +
+            heartLines(fromYou) * inked(4 - headAt(fromFace)) + ballAt(p - Point{ballMiddle, 0}) +
+            (mix(gold, cream, 0.3f) * lined(line, 2.4f) + opaque(0.5f, 0.25f, 0.06f) * std::exp(-line / 7)) *
+                shown;
+        // The drawings leave room round the words, for them to be read, and the picture's edges black.
+        const float word = words.at(p), fill = inked(word);
+        const float room = smoothstep(4, 13, word) * smoothstep(3, 14, p.y) * smoothstep(509, 500, p.y);
+        const float halo = 0.3f * std::exp(-std::fmax(word, 0.0f) / 5) * smoothstep(18, 10, word);
         const Rgba face =
-            mix(opaque(0.98f, 0.96f, 0.90f), opaque(0.86f, 0.74f, 0.50f), (y - top) / (bottom - top));
-        Rgba seen = ground + face * (0.92f * fill) +
-                    opaque(0.9f, 0.62f, 0.25f) * (halo * (1 - fill) * smoothstep(20, 12, distance));
-        for (size_t i = 0; i < blocks.size(); i++)
-            seen = seen + opaque(0.86f, 0.66f, 0.36f) * signAt(blocks[i], signRows[i], x, y);
-        for (float spark : sparks) seen = seen + sparkAt((x - spark) * pixelAspect, y - (top + bottom) / 2);
-        return seen;
+            mix(opaque(1, 0.99f, 0.96f), opaque(0.97f, 0.80f, 0.50f), std::pow(words.footAt(p), 1.5f));
+        return ground + (drawn * room + faceAt(fromFace) + opaque(0.5f, 0.3f, 0.1f) * halo) * (1 - fill) +
+               face * fill;
     });
     saveRgb(canvas, path, Rows::TopFirst);
 }

@@ -75,7 +75,7 @@ TEST(Pictures, HaveTheSizesAndChannelsThatTheProgramAssumes) {
                                                               {"overlay.jpg", {1024, 1024}},
                                                               {"white.png", {64, 64}},
                                                               {"noise1.png", {256, 256}},
-                                                              {"greetsit.png", {2048, 512}}};
+                                                              {"greetsit.png", {4096, 1024}}};
     for (const Product& product : pictureProducts) {
         SCOPED_TRACE(product.file);
         const std::string file = product.file;
