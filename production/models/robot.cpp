@@ -1,8 +1,9 @@
-// The robot: polished shells, which are its body's mesh; the dark works between them, joints and frames,
-// which are its arms' mesh; and what glows or is painted on it, its screen's mesh: the face, a second face at
-// the back of the head that sleeps, a heart's beat on each flank, orange shoulders and ears, lamps, and cold
-// tubes that draw its outline. It stands on a plate below y = 0, looks along +z and waves.
-// Between hips and chest there are only flat bellows behind the axis: the camera flies through that gap.
+// The robot: lacquered shells, and what glows or is painted on it, which are its screen's mesh, since that
+// alone has a picture; steel joints and frames, its body's mesh; and rubber, its arms' mesh. The picture's
+// patches hold each lacquer in two lights that stand still while the viewer goes round: a warm key and a cold
+// one from behind. It has a face, a second one at the back of the head that sleeps, and a heart's beat on
+// each flank; it stands on a plate below y = 0, looks along +z and waves.
+// Between hips and chest the middle is free, up to flat bellows behind the axis: the camera flies through.
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
@@ -15,24 +16,106 @@ using namespace model;
 namespace {
 
 constexpr Vec headCentre = {0, 150.5, 2};
-constexpr double headSize = 1.14;
-constexpr double headTilt = 0.14, headLean = 0.06;    // radians: the face towards viewers below, an ear down
+constexpr double headSize = 1.26;
+constexpr double headTilt = 0.18, headLean = 0.06;    // radians: the face towards viewers below, an ear down
 constexpr double faceDepth = 15.5, napeDepth = 15.5;  // from the head's centre to the bezels
 constexpr Vec chestLamp = {0, 109, 17.2};
 
 // Where things lie in "roboscreen".
 constexpr Patch facePicture = patchOf(atlas::robot::face), napePicture = patchOf(atlas::robot::nape),
                 iris = patchOf(atlas::robot::iris.within(atlas::robot::margin)),
-                shoulderPaint = patchOf(atlas::robot::shoulder.within(atlas::robot::margin)),
                 pulsePicture = patchOf(atlas::robot::pulse.within(atlas::robot::margin));
-constexpr Uv orangePaint = middleOf(atlas::robot::orange.part(0, 0, 1, 1)),
-             warmLamp = middleOf(atlas::robot::warmLamp),
+constexpr Uv warmLamp = middleOf(atlas::robot::warmLamp),
              coldTube = middleOf(atlas::robot::coldTube.part(0, 0, 2.4, 1));
 
 // A part in its two materials: polished shells and the dark works between them.
 struct Part {
     Shape shells, works;
 };
+
+// The lamps, by where they stand: the warm key, and two cold ones behind.
+constexpr Vec keyLamp = {0.42, 0.50, 0.72}, coldLamp = {-0.84, 0.20, -0.46}, farLamp = {0.62, 0.24, -0.76};
+
+// What stands in their way, and darkens what is close by.
+struct Blocker {
+    Vec middle;
+    double radius;
+};
+constexpr Blocker blockers[] = {{{0, 150, 2}, 20},   {{0, 108, 0}, 19},   {{13, 112, 0}, 15},
+                                {{-13, 112, 0}, 15}, {{0, 57, 0}, 15},    {{13, 45, 0}, 8},
+                                {{-13, 45, 0}, 8},   {{15, 14, 0}, 9},    {{-15, 14, 0}, 9},
+                                {{33.5, 116, 0}, 9}, {{-33.5, 116, 0}, 9}};
+
+// How much of a lamp is seen from a place: 0..1.
+double clearTo(Vec lamp, Vec p) {
+    double clear = 1;
+    for (const auto& [middle, radius] : blockers) {
+        const Vec away = middle - p;
+        const double ahead = dot(away, lamp);
+        if (length(away) < radius * 1.2 || ahead < 0) continue;
+        clear *= smoothstep(radius * 0.6, radius * 1.25, length(away - lamp * ahead));
+    }
+    return clear;
+}
+
+// How much a place gets of a lamp whose light reaches round it by `wrap`.
+double litBy(Vec lamp, double wrap, Vec p, Vec normal) {
+    constexpr double inShadow = 0.25;
+    const Vec to = normalized(lamp);
+    return std::clamp((dot(normal, to) + wrap) / (1 + wrap), 0.0, 1.0) * mix(inShadow, 1, clearTo(to, p));
+}
+
+// In a lacquer's patch: across by the key, which is less on the legs, and upwards by the cold ones.
+Shape lacquered(const Shape& whole, const std::function<Patch(Vec)>& lacquer) {
+    Shape shape = triangulated(whole);
+    const std::vector<std::array<Vec, 3>> normals = cornerNormals(shape);
+    for (size_t f = 0; f < shape.faces.size(); f++) {
+        Face& face = shape.faces[f];
+        const Patch patch = lacquer(faceCentre(shape, face));
+        face.uvs.clear();
+        for (size_t i = 0; i < 3; i++) {
+            const Vec p = shape.points[face.points[i]], normal = normals[f][i];
+            const double key = litBy(keyLamp, 0.12, p, normal) * mix(0.68, 1, smoothstep(0, 90, p.y));
+            const double cold = litBy(coldLamp, 0.35, p, normal) + 0.7 * litBy(farLamp, 0.1, p, normal);
+            face.uvs.push_back(patch.at(key, std::min(cold, 1.0)));
+        }
+    }
+    return shape;
+}
+
+Patch coatOf(int lacquer) {
+    return patchOf(atlas::robot::lacquer(lacquer).within(atlas::robot::margin));
+}
+
+// An arm on the side of x > 0, from its joints and where its open hand points.
+struct Pose {
+    Vec elbow, wrist, reach;
+    double curl;  // of the fingers
+};
+constexpr Vec shoulder = {33.5, 116, 0}, shoulderTop = {0.75, 0.6, 0.05};
+// One hangs at ease beside the hip; one waves.
+constexpr Pose atEase = {{46, 100, -6}, {31, 81, 11}, {-0.62, -0.72, 0.3}, 0.95},
+               waving = {{49, 111, -4}, {54, 135, 1}, {0.16, 0.97, 0.1}, 0.14};
+
+// Whether a place belongs to the hand of an arm on the side of x > 0.
+bool isHand(Vec p, const Pose& pose) {
+    return length(p - pose.wrist) < 26 && dot(p - pose.wrist, normalized(pose.reach)) > -3.2;
+}
+
+// Which lacquer a shell wears.
+Patch coatAt(Vec p) {
+    using namespace atlas::robot;
+    const double out = std::hypot(p.x, p.z);
+    if (isHand(p, waving) || (isHand({-p.x, p.y, p.z}, atEase) && std::hypot(p.x, p.z) > 20.5))
+        return coatOf(ivory);
+    if (p.y < -1) return coatOf(orange);  // boots
+    if (p.y < 48) return coatOf(ivory);
+    if (p.y < 66 && out < 26) return coatOf(petrol);                          // pelvis
+    if (p.z < -13.2 && p.y < 127 && out < 34) return coatOf(petrol);          // packs
+    if (p.y < 104 ? out > 30 : p.y < 139 && out > 44) return coatOf(petrol);  // forearms
+    if (out < 36 && p.y > 81 && p.y < 130) return coatOf(p.y < 97 ? orange : p.y < 119 ? ivory : petrol);
+    return coatOf(ivory);
+}
 
 Part together(const std::vector<Part>& parts) {
     std::vector<Shape> shells, works;
@@ -85,7 +168,7 @@ Shape limb(Vec from, Vec to, const Plates& plates, const std::vector<double>& cu
         return mix(start, end, k) + swell * std::sin(pi * k);
     });
     const Outline profile = chained({{{0, heights.front()}}, wall, {{0, heights.back()}}});
-    return placed(lathe(profile, 16), from, to - from);
+    return placed(lathe(profile, 24), from, to - from);
 }
 
 Shape base() {
@@ -109,7 +192,7 @@ Part foot() {
     const Shape toe = placed(rings(4.6, 2), {0, -10.6, 13}, {0, 1, 0.72});
     const Shape collar =
         moved(lathe({{0, -4}, {9, -4}, {9.6, -2.6}, {9, -1.2}, {7, 0}, {0, 0}}, 18), {0, 0, -0.5});
-    return {boot, joined({ankle, toe, collar})};
+    return {smoothed(boot, 0.9), joined({ankle, toe, collar})};
 }
 
 Part leg() {
@@ -130,11 +213,69 @@ Part pelvis() {
     const Outline profile =
         chained({{{0, 46}, {10, 46}}, wall, {{12, 64.6}, {11, 62.5}, {7, 62.5}, {6.4, 64}, {0, 64}}});
     const Shape girdle = squared(flutedLathe(profile, {8, 0.12, 1.2, 48, 63, 3}, pi / 8), 0.68);
-    // Seen from below while the camera looks up the robot: a hatch and the sockets of the hips.
-    const Shape hatch = placed(rings(5.5, 1.4), {0, 46.2, 0}, {0, -1, 0});
+    // Seen from below while the camera looks up the robot: a hatch with bolts, the sockets of the hips, a
+    // vent on each side and the cables to the legs.
+    const Shape bolts = moved(around(moved(rings(1, 0.8), {7.2, 0, 0}), 8), {0, 0, 0});
+    const Shape hatch = placed(joined({rings(5.5, 1.4), bolts}), {0, 46.2, 0}, {0, -1, 0});
     const Shape socket = placed(rings(8.6, 3.4), {11.6, 49.4, 0}, {0.12, -1, 0});
     const Shape hipPlate = placed(rings(6.4, 3), {18.6, 56, 0}, {1, 0.05, 0});
     return {girdle, joined({hatch, withMirror(joined({socket, hipPlate}))})};
+}
+
+// A hose with ribs along a curve.
+Shape hose(const std::vector<Vec>& points, double radius) {
+    Sweep how;
+    how.path = curveThrough(points, false, 10);
+    how.change = [=](int step, Outline section) {
+        const double wide = radius * (step % 2 ? 1 : 0.86);
+        for (Flat& p : section) p = {p.x * wide, p.y * wide};
+        return section;
+    };
+    return smoothed(sweep(polygon(8, 1), how), 0.9);
+}
+
+// A rod that slides in a sleeve.
+Shape rod(Vec from, Vec to, double radius) {
+    return placed(lathe({{0, 0}, {radius, 0}, {radius, length(to - from)}, {0, length(to - from)}}, 12), from,
+                  to - from);
+}
+Shape sleeve(Vec from, Vec to, double radius) {
+    const double size = length(to - from), r = radius;
+    return placed(lathe({{0, 0},
+                         {r, 0},
+                         {r * 1.2, 0.6},
+                         {r * 1.2, 1.6},
+                         {r, 2.2},
+                         {r, size - 2.2},
+                         {r * 1.2, size - 1.6},
+                         {r * 1.2, size - 0.6},
+                         {r, size},
+                         {0, size}},
+                        14),
+                  from, to - from);
+}
+
+// What the legs have behind, for who looks up at them: a piston along each calf and two hoses to each thigh.
+// In lacquer.
+Shape calfSleeves() {
+    return withMirror(sleeve({15.4, 3, -13.2}, {15, 19, -11.4}, 2.5));
+}
+Shape calfRods() {
+    return withMirror(rod({15, 19, -11.4}, {14.4, 33, -7.5}, 1.3));
+}
+Shape legHoses() {
+    return withMirror(
+        joined({hose({{6, 49, -10.5}, {5.6, 42, -14.5}, {8.6, 35, -14}, {12, 29.5, -8.5}}, 1.25),
+                hose({{17, 50, -9.5}, {20.4, 43, -13}, {20.4, 36, -12.5}, {17.4, 30, -8}}, 1.25)}));
+}
+
+// The maker's plate, round the back of the pelvis.
+constexpr Flat plateHalf = {11.4, 3.8};
+Shape makersPlate() {
+    return grid(9, 4, false, false, [](int c, int r) {
+        const double x = 2 * c / 8.0 - 1, y = 2 * r / 3.0 - 1;
+        return Vec{-plateHalf.x * x, 55.6 + plateHalf.y * y, -15.2 + 1.1 * x * x};
+    });
 }
 
 // Bellows, broad but flat and behind the axis.
@@ -142,9 +283,20 @@ Shape waist() {
     std::vector<double> cuts;
     for (int i = 0; i <= 6; i++) cuts.push_back(61 + i * 4.4);
     const Outline wall =
-        platedProfile(cuts, {1.2, 1.6, 1.4, 3}, [](double y) { return 9.4 + 0.012 * (y - 74) * (y - 74); });
+        platedProfile(cuts, {1.2, 1.6, 1.4, 3}, [](double y) { return 15.5 + 0.014 * (y - 74) * (y - 74); });
     const Outline profile = chained({{{0, 60}}, wall, {{0, 88.5}}});
-    return moved(scaled(lathe(profile, 18), {1, 1, 0.5}), {0, 0, -9.6});
+    return moved(scaled(lathe(profile, 28), {1, 1, 0.4}), {0, 0, -10.4});
+}
+
+// What carries the chest in front: a pair of pistons that lean apart, and hoses at the sides.
+Shape waistSleeves() {
+    return withMirror(sleeve({9, 62, 10.6}, {10.4, 73, 12.6}, 2.6));
+}
+Shape waistRods() {
+    return withMirror(rod({10.4, 73, 12.6}, {12, 87, 13.4}, 1.4));
+}
+Shape waistHoses() {
+    return withMirror(hose({{15.5, 62, -4}, {21, 69, -7}, {21, 78, -7}, {16.5, 87, -3}}, 1.7));
 }
 
 double chestRadius(double y) {
@@ -249,37 +401,50 @@ Shape headShell() {
     return onNeck(bent(box({40, 31, 31}, 6, 3), onShell));
 }
 
+Shape screenFrames() {
+    const Shape behind = moved(turned(bezel(napeHalf, 4, napeDepth), Axis::y, pi), napeMiddle);
+    return onNeck(joined({bezel(faceHalf, 5, faceDepth), behind}));
+}
+
+Shape brows() {
+    const Shape over = moved(box({34, 2.6, 5}, 1.1, 2), {0, 14.6, 15});
+    const Shape chin = moved(box({20, 1.6, 3}, 0.7, 2), {0, -14.6, 13.4});
+    return onNeck(joined({over, chin}));
+}
+
 Shape headWorks() {
-    const Shape backBezel = moved(turned(bezel(napeHalf, 4, napeDepth), Axis::y, pi), napeMiddle);
     const Shape ear = placed(rings(8.2, 5), earMiddle, {1, 0, 0});
     const double reach = length(aerialTip - aerialFoot);
     const Shape aerial =
         placed(lathe({{0, -1}, {2.2, -1}, {2.2, 1}, {1.2, 2.4}, {0.4, 5}, {0.3, reach}, {0, reach}}, 10),
                aerialFoot, aerialTip - aerialFoot);
-    const Shape brow = moved(box({34, 2.6, 5}, 1.1, 2), {0, 14.6, 15});
-    const Shape chin = moved(box({20, 1.6, 3}, 0.7, 2), {0, -14.6, 13.4});
-    return onNeck(
-        joined({bezel(faceHalf, 5, faceDepth), backBezel, brow, chin, withMirror(joined({ear, aerial}))}));
+    return onNeck(withMirror(joined({ear, aerial})));
 }
 
-Shape finger(double spread, double curl) {
-    const Vec knuckle = {spread * 3.2, 4, 1}, middle = knuckle + Vec{spread * 1.4, 5.2, 1.2 * curl},
-              tip = middle + Vec{-spread * 1.2, 4.8, 2.6 * curl};
-    return joined({limb(knuckle, middle, {0.6, 0.5, 0.5, 3}, {0, 0.5, 1}, 1.7, 1.5, 0),
-                   moved(icosphere(1.7, 2), middle),
-                   limb(middle, tip, {0.6, 0.5, 0.5, 3}, {0.1, 1}, 1.5, 1.2, 0.2),
-                   moved(icosphere(1.2, 2), tip)});
+// Round at its tip, thick at its root.
+Shape finger(Vec knuckle, Vec out, double size, double curl) {
+    Sweep how;
+    const Vec palm = {0, 0, 1};
+    std::vector<Vec> bones = {knuckle - out * 2};
+    Vec ahead = out, at = knuckle;
+    for (const double part : {0.42, 0.34, 0.24}) {
+        bones.push_back(at);
+        at = at + ahead * (size * part);
+        ahead =
+            normalized(ahead * std::cos(curl) + normalized(palm - ahead * dot(palm, ahead)) * std::sin(curl));
+    }
+    bones.push_back(at);
+    how.path = curveThrough(bones, false, 5);
+    how.up = palm;
+    const double last = double(how.path.size() - 1);
+    how.change = [=](int step, Outline section) {
+        const double k = step / last, end = smoothstep(1, 0.84, k);
+        const double radius = mix(2.2, 1.75, k) * std::sqrt(std::max(0.03, end));
+        for (Flat& p : section) p = {p.x * radius, p.y * radius};
+        return section;
+    };
+    return smoothed(sweep(polygon(12, 1), how), 1.3);
 }
-
-// An arm on the side of x > 0, from its joints and where its open hand points.
-struct Pose {
-    Vec elbow, wrist, reach;
-    double curl;  // of the fingers
-};
-constexpr Vec shoulder = {33.5, 116, 0}, shoulderTop = {0.75, 0.6, 0.05};
-// One hangs at ease, its hand held out; one waves.
-constexpr Pose atEase = {{37, 92, -4}, {29, 80, 17}, {-0.3, 0.12, 0.95}, 1.2},
-               waving = {{39, 129, -5}, {37, 151, -3}, {0.08, 0.98, 0.1}, 0.5};
 
 Part arm(const Pose& pose) {
     const auto& [elbow, wrist, reach, curl] = pose;
@@ -287,12 +452,19 @@ Part arm(const Pose& pose) {
     const Shape upper = limb(shoulder, elbow, {1, 1, 0.8, 4}, {0.25, 0.45, 0.85}, 6, 5, 0.4);
     const Shape joint =
         joined({placed(rings(5.4, 5.2), elbow, {1, 0, 0.2}), placed(rings(5.4, 5.2), elbow, {-1, 0, -0.2})});
-    const Shape fore = limb(elbow, wrist, {1.1, 1, 0.9, 4}, {0.14, 0.3, 0.82, 0.96}, 4.2, 6.8, 0.6);
-    const Shape palm = joined({lathe({{0, -1}, {3, -1}, {4.6, 1}, {5, 3}, {4.4, 4.6}, {0, 5}}, 16),
-                               finger(1, curl), finger(-1, curl), finger(0, 1.4 * curl),
-                               moved(turned(finger(0, curl), Axis::y, pi), {0, -1, 0})});
-    // Polished, and round: in rubber a hand that waves is lost in the night.
-    const Shape hand = smoothed(placed(palm, wrist, normalized(reach)), 1.1);
+    const Shape fore = limb(elbow, wrist, {1.1, 1, 0.9, 4}, {0.14, 0.3, 0.82, 0.96}, 4.6, 7.4, 0.6);
+    const Shape back = smoothed(
+        scaled(
+            lathe({{0, -2.6}, {2.6, -2.2}, {4, -0.6}, {5.2, 2}, {5.6, 4.6}, {4.8, 6.8}, {2.6, 8}, {0, 8.3}},
+                  20),
+            {1, 1, 0.66}),
+        1.2);
+    const Shape palm = joined({back, finger({-3.7, 6.4, 0}, normalized(Vec{-0.26, 1, 0}), 9, curl),
+                               finger({0, 7.4, 0}, {0, 1, 0}, 10, curl),
+                               finger({3.7, 6.4, 0}, normalized(Vec{0.26, 1, 0}), 9, curl),
+                               finger({-4.4, 1.4, 0.6}, normalized(Vec{-0.92, 0.5, 0.2}), 8, curl)});
+    constexpr double handSize = 1.22;
+    const Shape hand = placed(scaled(palm, {handSize, handSize, handSize}), wrist, normalized(reach));
     return {joined({fore, hand}), joined({ball, upper, joint})};
 }
 
@@ -333,16 +505,16 @@ Shape dial(double radius, double rise) {
 Shape shoulderCap() {
     const Outline dome = {{10.6, -3}, {11, -1.5}, {10.8, 0}, {10, 1},  {9.9, 3}, {8.8, 5.8},
                           {7.4, 7.6}, {6.8, 7.2}, {6, 8},    {3, 9.6}, {0, 10}};
-    return placed(painted(lathe(dome, 28), shoulderPaint), shoulder, shoulderTop);
+    return placed(lathe(dome, 28), shoulder, shoulderTop);
 }
 
 // Painted parts, which take their colour from the screen's picture, and lamps, which all but glow.
 Shape paintwork() {
-    const Shape belt = painted(moved(box({5, 2.2, 1.6}, 0.6, 2), {7, 57, 13.2}), orangePaint);
-    const Shape fin = painted(moved(box({1.6, 14, 2}, 0.6, 2), {8.6, 106, -25}), orangePaint);
+    const Shape belt = moved(box({5, 2.2, 1.6}, 0.6, 2), {7, 57, 13.2});
+    const Shape fin = moved(box({1.6, 14, 2}, 0.6, 2), {8.6, 106, -25});
     const auto garter = [](Vec from, Vec to, double at, double radius) {
         const Outline section = {{radius - 1, -1.1}, {radius, -0.8}, {radius, 0.8}, {radius - 1, 1.1}};
-        return painted(placed(lathe(section, 24), mix(from, to, at), to - from), orangePaint);
+        return placed(lathe(section, 24), mix(from, to, at), to - from);
     };
     const Shape thigh = garter({14.5, 32, 1.5}, {11.5, 57, 0}, 0.58, 8.9);
     const Shape cuffs = joined({garter(shoulder, waving.elbow, 0.65, 6.5),
@@ -421,13 +593,10 @@ Shape lamps() {
 
 Part withoutHeadShell() {
     const Part left = arm(atEase);
-    return together({{{}, base()},
-                     mirrored(leg()),
+    return together({mirrored(leg()),
                      pelvis(),
-                     {{}, waist()},
                      {torso(), {}},
                      torsoFittings(),
-                     {{}, neck()},
                      {{}, headWorks()},
                      arm(waving),
                      {reflected(left.shells, Axis::x), reflected(left.works, Axis::x)}});
@@ -440,7 +609,7 @@ Shape figures::robotShells() {
 }
 
 Shape figures::robotWorks() {
-    return withoutHeadShell().works;
+    return joined({withoutHeadShell().works, screenFrames(), brows(), base(), waist(), neck()});
 }
 
 Shape figures::robotScreen() {
@@ -456,16 +625,28 @@ Shape figures::onRobotScreen(const Shape& picture) {
 }
 
 void makeRobotBody(const char* path) {
-    writeAml(path, {mappedBox(joined({withoutHeadShell().shells, swelling(headShell())}), 48)});
+    writeAml(path, {mappedBox(withoutHeadShell().works, 48)});
 }
 
 void makeRobotArms(const char* path) {
-    writeAml(path, {mappedBox(figures::robotWorks(), 48)});
+    writeAml(path, {mappedBox(joined({waist(), neck()}), 48)});
 }
 
 void makeRobotScreen(const char* path) {
     const Shape nape =
         onNeck(moved(turned(glass(napeHalf, napeDepth, napePicture), Axis::y, pi), napeMiddle));
-    writeAml(path,
-             {figures::robotScreen(), nape, paintwork(), unlit(joined({lamps(), pulse(), coldTubes()}))});
+    const auto in = [](atlas::robot::Lacquer lacquer) { return [=](Vec) { return coatOf(lacquer); }; };
+    using atlas::robot::orange, atlas::robot::petrol, atlas::robot::brass;
+    const Shape lacquer =
+        joined({lacquered(joined({withoutHeadShell().shells, swelling(headShell())}), coatAt),
+                lacquered(joined({paintwork(), legHoses()}), in(orange)),
+                lacquered(joined({calfSleeves(), waistSleeves()}), in(petrol)),
+                lacquered(joined({calfRods(), waistRods()}), in(brass)),
+                lacquered(joined({waistHoses(), brows()}), in(orange)), lacquered(screenFrames(), in(brass)),
+                lacquered(base(), [](Vec p) {
+                    return coatOf(p.y > -22.4 && std::hypot(p.x, p.z) > 36 ? brass : petrol);
+                })});
+    const Shape plate = unlit(painted(makersPlate(), patchOf(atlas::robot::nameplate)));
+    writeAml(path, {unlit(figures::robotScreen()), unlit(nape), lacquer, plate,
+                    unlit(joined({lamps(), pulse(), coldTubes()}))});
 }

@@ -265,16 +265,18 @@ void makeRobotChrome(const char* path) {
         shortRim);
 }
 
-// On its dark works, its glass and the ring: rubber, which shows its form by the rim and a thin glint of the
-// key.
+// On its lacquer, its rubber, its glass and the ring, which have pictures or tints of their own: two panes of
+// the key, hard and small, and the rim.
 void makeArmChrome(const char* path) {
     makeSphereMap(
         path, {},
         [&](Direction towards) {
             const Direction normal = facing(towards);
-            const Rgba seen = opaque(0.003f, 0.005f, 0.009f) +
-                              keyLight * (0.35f * pane(bearingOf(normal), {41, -62}, {44.5f, 64})) +
-                              coldRim(normal) * 0.7f;
+            const Bearing at = bearingOf(normal);
+            const float window = pane(at, {38, -30}, {44, 52}) + 0.7f * pane(at, {46, -30}, {48, 52});
+            const Rgba seen = opaque(0.002f, 0.003f, 0.006f) + keyLight * (0.42f * window) +
+                              opaque(0.22f, 0.25f, 0.28f) * pane(at, {-40, 50}, {30, 56}) +
+                              coldRim(normal) * 0.8f;
             return heldDown(seen * (1 / litByTheScene(normal)), normal, 0.14f);
         },
         shortRim);

@@ -1,5 +1,6 @@
 // What the robot wears: the two glow bands, and what glows or is painted on it.
 #include "production/kit/picture/canvas.h"
+#include "production/kit/picture/lettering.h"
 #include "production/kit/picture/shapes.h"
 #include "production/pictures/pictures.h"
 #include "production/shared/atlas.h"
@@ -112,26 +113,59 @@ Rgba glassAt(Point place) {
     return tint * (0.80f * ink * lines) + amber * sheen;
 }
 
-// The paint of a shoulder's dome, from its top (0) down to its rim (1).
-Rgba shoulderAt(float down) {
-    const bool line = down > 0.62f && down < 0.68f;
-    const float cap = smoothstep(0.26f, 0.27f, down) * smoothstep(0.90f, 0.89f, down);
-    return line ? opaque(0, 0, 0) : opaque(0.20f, 0.050f, 0.005f) * cap;
+// A lacquer in the two lights that fall on the robot, by how much of each it gets.
+struct Coat {
+    Rgba albedo, sheen;  // what the key makes of it where it falls straight on it
+};
+const Coat coats[lacquers] = {{opaque(0.80f, 0.70f, 0.55f), opaque(0.05f, 0.05f, 0.04f)},   // ivory
+                              {opaque(0.95f, 0.26f, 0.03f), opaque(0.05f, 0.03f, 0.01f)},   // orange
+                              {opaque(0.06f, 0.24f, 0.30f), opaque(0.05f, 0.06f, 0.06f)},   // petrol
+                              {opaque(0.85f, 0.52f, 0.16f), opaque(0.12f, 0.09f, 0.04f)},   // brass
+                              {opaque(0.26f, 0.28f, 0.31f), opaque(0.08f, 0.08f, 0.08f)},   // steel
+                              {opaque(0.07f, 0.07f, 0.08f), opaque(0.01f, 0.01f, 0.01f)}};  // rubber
+Rgba lacquerAt(Point place) {
+    const int column = int((place.x / part - 10) / 2), row = int(place.y / part - 6);
+    const int which = std::clamp(row * 3 + column, 0, int(lacquers) - 1);
+    const Cells cells = lacquer(which).within(margin);
+    const float key = unit((place.x / part - float(cells.left)) / float(cells.width)),
+                cold = unit((float(cells.bottom()) - place.y / part) / float(cells.height));
+    const Rgba light = opaque(0.42f, 0.36f, 0.28f) * std::pow(key, 1.7f) +
+                       opaque(0.07f, 0.21f, 0.40f) * std::pow(cold, 1.8f) + opaque(0.008f, 0.006f, 0.014f);
+    return coats[which].albedo * light + coats[which].sheen * std::pow(key, 6.0f);
+}
+
+// Who made it: dark letters on brass, and a line round them.
+Canvas nameplatePicture() {
+    const int width = int(pixels(nameplate.width)), height = int(pixels(nameplate.height));
+    LetteringField text(width, height, 2);
+    const Lettering name = {.height = 44, .weight = 0.22f, .contrast = 0.3f, .gap = 0.2f};
+    const Lettering number = {.height = 24, .weight = 0.2f, .contrast = 0.2f, .gap = 0.3f};
+    setText(text, name, {"VALOJUOVA", width * 0.5f, 66, Align::Centre});
+    setText(text, number, {"126 BPM", width * 0.5f, 106, Align::Centre});
+    Canvas plate(width, height);
+    paint(plate, [&](float x, float y, Rgba) {
+        const float edge =
+            std::fabs(box({x, y}, {width * 0.5f, height * 0.5f}, {width * 0.5f - 9, height * 0.5f - 9}, 10)) -
+            2;
+        const float ink = std::fmax(coverage(text.at(x, y)), coverage(edge));
+        return mix(opaque(0.34f, 0.21f, 0.07f), opaque(0.01f, 0.01f, 0.01f), ink);
+    });
+    return plate;
 }
 
 Rgba swatchAt(float x) {
-    if (x < pixels(warmLamp.left)) return opaque(0.24f, 0.062f, 0.006f);
     return x < pixels(coldTube.left) ? opaque(0.95f, 0.62f, 0.24f) : opaque(0.11f, 0.21f, 0.26f);
 }
 
 // All of it, by place in pixels.
-Rgba wornAt(Point place) {
+Rgba wornAt(Point place, const Canvas& plate) {
     const auto [x, y] = place;
-    const Cells dome = shoulder.within(margin);
     if (onGlass(x)) return glassAt(place);
     if (x > pixels(iris.left + margin) && y < pixels(iris.bottom()))
         return irisAt(place - Point{pixels(iris.middleX()), pixels(iris.middleY())}, 2.8f * part);
-    if (y < pixels(shoulder.bottom())) return shoulderAt((y / part - float(dome.top)) / float(dome.height));
+    if (y < pixels(nameplate.top)) return lacquerAt(place);
+    if (y < pixels(nameplate.bottom()))
+        return plate.at(int(x - pixels(nameplate.left)), int(y - pixels(nameplate.top)));
     if (y < pixels(pulse.top)) return swatchAt(x);
     return pulseAt({x - pixels(pulse.left), y - pixels(pulse.top)});
 }
@@ -148,8 +182,9 @@ void makeGreenBand(const char* path) {
 
 // Added to dark metal.
 void makeRobotFace(const char* path) {
+    const Canvas plate = nameplatePicture();
     Canvas canvas(size, size, opaque(0, 0, 0));
-    paint(canvas, [](float x, float y, Rgba) { return wornAt({x, y}); });
+    paint(canvas, [&](float x, float y, Rgba) { return wornAt({x, y}, plate); });
     Canvas halo = blurred(canvas, 14, Edge::Clamp);
     for (int y = 0; y < size; y++)
         for (int x = 0; x < size; x++)

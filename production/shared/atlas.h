@@ -64,8 +64,13 @@ namespace robot {
 
 constexpr Cells face = {0, 0, 10, 8}, nape = {0, 8, 10, 8};  // the glass in front and at the back of the head
 constexpr double margin = 0.1;                               // of the others, within their place
-constexpr Cells iris = {10, 0, 6, 6}, shoulder = {10, 6, 6, 4}, pulse = {10, 11, 6, 5};
-constexpr Cells orange = {10, 10, 1.5, 1}, warmLamp = {11.5, 10, 2, 1}, coldTube = {13.5, 10, 2.5, 1};
+constexpr Cells iris = {10, 0, 6, 6}, pulse = {10, 11, 6, 5}, nameplate = {10, 8, 6, 2};
+constexpr Cells warmLamp = {11.5, 10, 2, 1}, coldTube = {13.5, 10, 2.5, 1};
+// Lacquers, each a patch: lit from the left to the right by one lamp and upwards by another.
+enum Lacquer { ivory, orange, petrol, brass, steel, rubber, lacquers };
+constexpr Cells lacquer(int which) {
+    return {10 + 2.0 * (which % 3), 6.0 + which / 3, 2, 1};
+}
 
 }  // namespace robot
 
