@@ -397,7 +397,7 @@ Canvas plated(Metal metal, const std::vector<Row>& rows, const std::vector<Sign>
 // The tunnel's frame, along a segment: the light of the rings at both of its ends falls off towards its
 // middle.
 Rgba railAt(float along) {
-    return opaque(0.62f, 0.98f, 1.30f) * mix(0.16f, 0.62f, std::exp(-6 * std::fmin(along, 1 - along)));
+    return opaque(0.50f, 0.98f, 1.30f) * mix(0.36f, 0.95f, std::exp(-6 * std::fmin(along, 1 - along)));
 }
 
 // The wall behind the planks, over a column's breadth and a segment's length: seven plates whose seams and
