@@ -9,6 +9,7 @@
 #include "production/models/models.h"
 #include "production/music/score.h"
 #include "production/pictures/pictures.h"
+#include "production/shared/wing.h"
 
 using namespace picture;
 
@@ -102,12 +103,18 @@ constexpr Sign meshSigns[] = {
     [](Point p) {
         return 0.5f * lined(length(Point{p.x, p.y * 2.4f}) - 24, 8);
     },
-    // The band of the stripes.
+    // One of the butterflies.
     [](Point p) {
-        const float r = length(p), turn = arcTan(p.y, p.x);
-        const float inside = std::fabs(r - 18) - 9 * std::fabs(std::cos(1.5f * turn));
-        const float string = r * std::fabs(std::sin(std::remainder(turn, pi / 12))) - 0.9f;
-        return either(lined(0.7f * inside, 2.8f), std::fmax(string, inside));
+        const auto side = [&](std::span<const wing::Place> outline) {
+            std::vector<Point> edge;
+            for (const wing::Place& at : wing::curved(outline, 2))
+                edge.push_back({float(at.x), -float(at.y)});
+            const Point right = {std::fabs(p.x), p.y};
+            return polygon(right, edge) + 0.5f;
+        };
+        const float feeler = lined(length(Point{std::fabs(p.x) - 9, p.y + 11}) - 9, 2);
+        return either(side(wing::fore), side(wing::hind), box(p, {0, 0}, {2, 12}, 2),
+                      std::fmax(feeler, std::fmax(p.y + 11, std::fabs(p.x) - 9)));
     },
     // The sky.
     [](Point p) {

@@ -10,6 +10,7 @@
 #include "production/pictures/pictures.h"
 #include "production/shared/atlas.h"
 #include "production/shared/evenings.h"
+#include "production/shared/wing.h"
 
 using namespace picture;
 using atlas::Cells;
@@ -50,9 +51,8 @@ struct Sign {
 const Rgba warm = opaque(0.86f, 0.46f, 0.13f);
 const Rgba warmLight = light(1.0f, 0.58f, 0.20f), coolLight = light(0.50f, 0.70f, 1.0f);
 const Rgba limestone = opaque(0.50f, 0.46f, 0.40f);
-// Of the band: its edge and its plates, whose hues "koe" gives; and of the ship's edges that the beams
-// light.
-const Rgba neon = opaque(1, 1, 1), soot = grey(0.06f), beamlit = opaque(1, 0.16f, 0.72f);
+// Of the butterflies' bodies, whose hues "koe" gives, and of the ship's edges that the beams light.
+const Rgba neon = opaque(1, 1, 1), beamlit = opaque(1, 0.16f, 0.72f);
 
 // Enamel, a little warm beside the walls' steel.
 Rgba enamel(float tone) {
@@ -321,7 +321,6 @@ const std::vector<Row> hullRows = {
     {atlas::hull::wing, plate(0.42f, 0, coldEnamel)},
     {{0, 11, 3, 5}, plate(0.41f, 0.4f)},
     {{3, 12, 4, 4}, plate(0.13f, 0.4f)},
-    {{7, 12, 3, 4}, plate(0.31f, 0.4f)},
     {{6.4, 1.3, 3.2, 0.28}, rail(0.23f)},
     {{6.4, 2, 3.2, 0.28}, rail(0.23f)},
     {{0.6, 2.9, 3.4, 1.4}, inset(0.07f)},
@@ -344,8 +343,6 @@ const std::vector<Row> hullRows = {
     {{10.5, 2.6, 5, 0.01}, bolts(7)},
     {{11.5, 3.5, 1, 0.01}, bolts(2)},
     {{3.5, 5.5, 2, 0.01}, bolts(3)},
-    {{7.4, 12.6, 2.2, 0.01}, bolts(3)},
-    {{7.4, 15.4, 2.2, 0.01}, bolts(3)},
     {{10.1, 13.2, 5.8, 0.1}, groove()},
     {{12.6, 9.1, 0.1, 6.8}, groove()},
     {{13.6, 13.3, 0.5, 2.6}, paintwork()},
@@ -360,14 +357,15 @@ const std::vector<Row> hullRows = {
     {atlas::hull::timber, boards(9)},
     {atlas::hull::leaves, leaves()},
     {atlas::hull::lime, chip(limestone)},
-    // The band.
+    // The butterflies' and the ship's.
     {atlas::hull::neon, chip(neon)},
-    {atlas::hull::plate, chip(soot)},
     {atlas::hull::beamlit, chip(beamlit)},
 };
 const std::vector<Sign> hullSigns = {
-    {"Valo", 7.25, 6, 0.86, 0.16}, {"7", 11.35, 8.4, 1.2, 0.2},    {"juova", 7.28, 7, 0.5, 0.16},
-    {"126", 3.5, 7.6, 0.9, 0.2},   {"Ö-9", 7.45, 14.5, 0.8, 0.18},
+    {"Valo", 7.25, 6, 0.86, 0.16},
+    {"7", 11.35, 8.4, 1.2, 0.2},
+    {"juova", 7.28, 7, 0.5, 0.16},
+    {"126", 3.5, 7.6, 0.9, 0.2},
 };
 
 // One panel of the tunnel, from joint to joint: calm and dark, as the glow on a beat makes seven times as
@@ -423,25 +421,59 @@ Rgba ringAt(float row) {
     return mix(grey(0.004f), opaque(0.10f, 0.18f, 0.28f), smoothstep(0.36f, 0.30f, std::fabs(row - 15.5f)));
 }
 
-// A link of the band: black, and its glass thin where the light falls on a body that is round between its
-// edges and drawn in to its ends; its rim is black. With what the stripes leave, more than a half of alpha.
-Rgba linkAt(float across, float up) {
-    const float aside = std::fabs(2 * up - 1), end = std::fabs(2 * across - 1);
-    const float lit = smoothstep(1.25f, 0.3f, std::hypot(2 * up - 0.8f, 0.5f * end)) *
-                      smoothstep(0.94f, 0.78f, end) * smoothstep(0.94f, 0.8f, aside);
-    return Rgba{0, 0, 0, mix(1, 0.55f, lit)};
+Point pointOf(wing::Place place) {
+    return {float(place.x), float(place.y)};
+}
+
+// A butterfly's wing, in units of its outline.
+struct Wing {
+    std::vector<Point> edge, veins, lights;  // veins by their ends
+    Point shoulder;
+
+    Wing(std::span<const wing::Place> outline, wing::Place from) : shoulder(pointOf(from)) {
+        for (const wing::Place& place : wing::curved(outline, 4)) edge.push_back(pointOf(place));
+        for (const wing::Place& place : outline) veins.push_back(pointOf(place));
+        // Two to a pane, in the rim away from the body.
+        for (size_t i = 4; i + 4 < veins.size(); i++) {
+            for (const float k : {0.25f, 0.75f}) {
+                const Point at = mix(veins[i], veins[i + 1], k);
+                const Point inwards = shoulder - at;
+                lights.push_back(at + inwards * (1.25f / length(inwards)));
+            }
+        }
+    }
+};
+
+// Panes of glass between black veins in a black rim, with the rim's lights. Glass has neither green nor, with
+// what the stripes leave of it, less than a half of alpha: it would be gone, and its green would make white
+// of the halo.
+Rgba wingAt(const Wing& wing, Point p) {
+    const float inside = -polygon(p, wing.edge), outwards = length(p - wing.shoulder);
+    float vein = 99, spot = 99;
+    for (const Point& end : wing.veins) {
+        const float along = outwards / length(end - wing.shoulder);
+        vein = std::fmin(vein, segment(p, wing.shoulder, end) - mix(0.12f, 0.4f, along));
+    }
+    for (const Point& at : wing.lights) spot = std::fmin(spot, circle(p, at, 0.62f));
+    const float rim = mix(0.45f, 2.2f, smoothstep(14.0f, 25.0f, outwards));
+    const float pane = smoothstep(-0.12f, 0.12f, std::fmin(vein, inside - rim));
+    const float lit = 0.32f * mix(1.0f, 0.6f, smoothstep(4.0f, 28.0f, outwards));
+    return mix(mix(grey(0), Rgba{lit, 0, lit, 0.53f}, pane), opaque(0.9f, 1, 0.9f), coverage(spot * 5));
 }
 
 }  // namespace
 
 void makeHull(const char* path) {
     Canvas canvas = plated(enamel, hullRows, hullSigns, {0.14f, 0.55f, 0.5f, 900});
-    paint(canvas, [](float x, float y, Rgba seen) {
+    const Wing fore(wing::fore, wing::foreShoulder), hind(wing::hind, wing::hindShoulder);
+    paint(canvas, [&](float x, float y, Rgba seen) {
         constexpr atlas::Cells glass = atlas::hull::glass;
         const float across = (x / cell - float(glass.left)) / float(glass.width),
-                    up = (y / cell - float(glass.top)) / float(glass.height);
+                    up = 1 - (y / cell - float(glass.top)) / float(glass.height);
         if (unit(across) != across || unit(up) != up) return Rgba{seen.r, seen.g, seen.b, 1};
-        return linkAt(across, up);
+        const Point p = {float(mix(wing::Picture::left, wing::Picture::right, across)),
+                         float(mix(wing::Picture::low, wing::Picture::high, up))};
+        return wingAt(p.y > 0 || polygon(p, fore.edge) < 0 ? fore : hind, p);
     });
     saveRgba(canvas, path, Rows::TopFirst);
 }
