@@ -2,6 +2,10 @@
 // A shock wave: a front that throws the picture outward, splits its colours and glints, and a wake behind it that
 // sinks, rings once and dies away. It starts in the middle when "scale" is 0.3 and runs outward as "scale" falls to 0,
 // where the picture is left alone. A "scale" that stands still holds a ring of glass at its place.
+//
+// In the hall "distort" counts seconds, and after the last card it has values that it has nowhere else: there the hall
+// turns out to be what the robot's screen shows. It shrinks to that, goes out, and leaves a face, which falls asleep as
+// the program fades the picture, and at the last beat, when nothing else is seen, looks once more.
 
 uniform sampler2D picture;
 uniform vec2 center;    // of the rings, 0..1 across what is seen
@@ -13,15 +17,171 @@ varying vec2 place;
 const vec2 aspect = vec2(4.0 / 3.0, 1.0);  // of the screen: rings are round on it
 const float strength = 0.8;                // of the push at the front
 
+// Of the end. What "distort" is when the last card has gone, before the last look, and when the show is over.
+const float lastCard = 43.156;
+const float lastLook = 51.4;
+const float allOver = 52.0;
+// On beats, in seconds from the last card on: the screen goes out, the eyes open, look aside, blink, and fall shut.
+const float switchedOff = 1.55;
+const float eyesOpen = 2.03;
+const float looksAside = 2.5;
+const float blinks = 2.98;
+const float fallsAsleep = 3.93;
+const vec2 glass = vec2(4.0 / 3.0, 1.0);  // half the screen
+// Lights, of which the glow makes two to three times as much.
+const vec3 gold = vec3(0.50, 0.38, 0.18);
+const vec3 amber = vec3(0.62, 0.25, 0.05);
+const vec3 cold = vec3(0.20, 0.32, 0.46);
+const vec3 steel = vec3(0.40, 0.50, 0.60);
+
 // Texture coordinates of a place, which stays half a pixel inside of what is seen. The quad is square to the screen,
 // so each axis has a slope of its own; it is turned over where a picture is stored top row first.
 vec2 coordinates(vec2 target, vec2 slope, vec2 margin) {
     return gl_TexCoord[0].st + (clamp(target, margin, 1.0 - margin) - place) * slope;
 }
 
+// --- The end. Seconds count from the last card on; a length of 1 is half the height of the robot's screen. ---
+
+float inside(float distance, float pixel) { return smoothstep(pixel, -pixel, distance); }
+
+float roundBox(vec2 p, vec2 size, float corner) {
+    vec2 beyond = abs(p) - size + corner;
+    return length(max(beyond, 0.0)) + min(max(beyond.x, beyond.y), 0.0) - corner;
+}
+
+// Which way a box's edge looks that is nearest.
+vec2 outOfBox(vec2 p, vec2 size, float corner) {
+    vec2 beyond = abs(p) - size + corner, way = max(beyond, 0.0);
+    if (way.x + way.y <= 0.0) way = beyond.x > beyond.y ? vec2(1.0, 0.0) : vec2(0.0, 1.0);
+    return normalize(way) * sign(p);
+}
+
+float rod(vec2 p, vec2 from, vec2 to) {
+    vec2 along = to - from;
+    return length(p - from - along * clamp(dot(p - from, along) / dot(along, along), 0.0, 1.0));
+}
+
+// From an arc that hangs between two ends at the height 0, `angle` radians to each side.
+float hangingArc(vec2 p, float halfWidth, float angle) {
+    float radius = halfWidth / sin(angle);
+    vec2 down = vec2(abs(p.x), radius * cos(angle) - p.y);
+    return atan(down.x, down.y) < angle ? abs(length(down) - radius)
+                                        : length(down - radius * vec2(sin(angle), cos(angle)));
+}
+
+// An eye from open (1) to closed (0), its lid sinking; hot in its middle.
+float eyeInk(vec2 p, float open, vec2 gaze, float pixel) {
+    float r = length(p);
+    float disc = inside(r - 0.29, pixel) * mix(1.0, 0.80, smoothstep(0.10, 0.29, r));
+    disc *= 1.0 - inside(length(p - gaze) - 0.085, pixel);
+    float ring = 0.34 * smoothstep(0.3, 0.6, open) * inside(abs(r - 0.385) - 0.024, pixel);
+    float underLid = inside(p.y - mix(-0.34, 0.46, open) + 0.5 * p.x * p.x, pixel);
+    float lashes = inside(hangingArc(p - vec2(0.0, -0.03), 0.30, 0.95) - 0.05, pixel) * smoothstep(0.30, 0.12, open);
+    return max(max(disc, ring) * underLid, 1.3 * lashes);
+}
+
+// `bend`: how far the mouth has become a smile, from a line all across the screen.
+float faceInk(vec2 p, vec2 open, vec2 gaze, float bend, float pixel) {
+    float mouth = inside(hangingArc(p - vec2(0.0, -0.25 * bend), mix(1.25, 0.545, bend), mix(0.02, 0.74, bend)) -
+                             mix(0.022, 0.058, bend), pixel);
+    float side = p.x < 0.0 ? -1.0 : 1.0;
+    float eyes = eyeInk(p - vec2(0.54 * side, 0.235), side < 0.0 ? open.x : open.y, gaze, pixel);
+    return max(1.3 * mouth, eyes * smoothstep(0.3, 0.5, bend));
+}
+
+// The robot's metal, by how its surface leans aside (x to the right, y up, 1 edge on): dark, with a tall window of
+// two panes on the right, an orange strip on the left and a cold one from above, their edges hard.
+float pane(float at, float from, float to) { return smoothstep(0.0, 0.03, at - from) * smoothstep(0.0, 0.03, to - at); }
+vec3 metalAt(vec2 lean) {
+    float key = (pane(lean.x, 0.42, 0.66) + pane(lean.x, 0.70, 0.78)) * mix(0.35, 1.0, smoothstep(-0.75, 0.35, lean.y));
+    vec3 color = vec3(0.008, 0.010, 0.014) + cold * (0.16 * smoothstep(-0.6, 1.0, lean.y + 0.5 * lean.x));
+    color += steel * (0.75 * key) + amber * (0.60 * pane(lean.x, -0.86, -0.62)) +
+             cold * (0.80 * pane(lean.y, 0.62, 0.80) * pane(lean.x, -0.52, 0.36));
+    return color + cold * (0.5 * smoothstep(0.90, 1.0, length(lean)));
+}
+
+// Of a box whose edges are round over a breadth.
+vec3 boxMetal(vec2 p, vec2 size, float corner, float breadth) {
+    float d = roundBox(p, size, corner);
+    float across = clamp(1.0 + d / breadth, 0.0, 1.0);
+    return metalAt(outOfBox(p, size, corner) * sin(1.5708 * across));
+}
+
+vec3 headAt(vec2 p, vec3 glow, float pixel) {
+    vec2 side = vec2(abs(p.x), p.y);
+    vec3 color = vec3(0.0);
+    // The chest, its shoulders painted, and the neck.
+    vec2 at = p - vec2(0.0, -2.28);
+    color = mix(color, boxMetal(at, vec2(1.70, 0.72), 0.5, 0.30), inside(roundBox(at, vec2(1.70, 0.72), 0.5), pixel));
+    at = vec2(side.x - 1.62, p.y + 2.22);
+    color = mix(color, amber * (0.10 + 0.5 * pane(length(at), 0.50, 0.56)), inside(length(at) - 0.62, pixel));
+    at = p - vec2(0.0, -1.45);
+    float ribs = 0.5 + 0.5 * cos(at.y * 60.0);
+    color = mix(color, metalAt(vec2(at.x / 0.44, 0.0)) * (0.15 + 0.6 * ribs),
+                inside(roundBox(at, vec2(0.44, 0.20), 0.03), pixel));
+    // Aerials and ears.
+    at = side - vec2(0.50, 1.30);
+    color = mix(color, metalAt(vec2(at.x / 0.16, 0.3)), inside(roundBox(at, vec2(0.15, 0.08), 0.05), pixel));
+    color = mix(color, 0.9 * cold, inside(rod(side, vec2(0.52, 1.34), vec2(0.80, 1.70)) - 0.024, pixel));
+    float tip = length(side - vec2(0.82, 1.74));
+    color = mix(color, mix(vec3(0.9, 0.62, 0.28), amber, smoothstep(0.0, 0.1, tip)), inside(tip - 0.095, pixel));
+    at = vec2(p.x - 1.74 * sign(p.x), p.y + 0.05);
+    vec3 ear = boxMetal(at, vec2(0.16, 0.40), 0.12, 0.14) + amber * pane(abs(at.x - 0.04 * sign(p.x)), -1.0, 0.025);
+    color = mix(color, ear, inside(roundBox(at, vec2(0.16, 0.40), 0.12), pixel));
+    // The shell, and sunk into it the screen's frame with its lamp.
+    vec2 shell = vec2(1.70, 1.34), frame = vec2(1.47, 1.135);
+    color = mix(color, boxMetal(p, shell, 0.48, 0.26), inside(roundBox(p, shell, 0.48), pixel));
+    float d = roundBox(p, frame, 0.36);
+    vec3 rubber = vec3(0.003) + glow * exp(-max(roundBox(p, glass, 0.26), 0.0) / 0.035);
+    rubber += 0.35 * cold * pane(d, -0.035, -0.005) * (0.5 - 0.5 * outOfBox(p, frame, 0.36).y);
+    color = mix(color, vec3(0.0), inside(abs(d) - 0.012, pixel));
+    color = mix(color, rubber, inside(d, pixel));
+    return color + amber * inside(length(p - vec2(1.16, -1.065)) - 0.028, pixel);
+}
+
+vec3 endAt(float seconds, vec2 slope, vec2 margin) {
+    bool look = seconds > lastLook - lastCard;
+    // The viewer steps back from the screen.
+    float back = smoothstep(0.05, 1.75, seconds);
+    float zoom = look ? 1.08 : mix(1.0, 0.53, back) * (1.0 + 0.016 * max(seconds - 1.75, 0.0));
+    float asleep = smoothstep(fallsAsleep, fallsAsleep + 0.95, seconds);
+    float tilt = look ? -0.05 : 0.05 * smoothstep(eyesOpen - 0.2, eyesOpen + 0.5, seconds) - 0.11 * asleep;
+    vec2 p = (place - 0.5 + vec2(0.0, look ? 0.0 : 0.035 * back + 0.02 * asleep)) * 2.0 * aspect / zoom;
+    p = vec2(p.x * cos(tilt) + p.y * sin(tilt), p.y * cos(tilt) - p.x * sin(tilt));
+    float pixel = abs(dFdy(place.y)) * 2.0 / zoom;
+
+    vec3 shown = vec3(0.0);
+    vec2 seen = 0.5 + 0.5 * p / glass;
+    for (int i = 0; i < 4; i++) {
+        vec2 aside = pixel * vec2(i < 2 ? -0.125 : 0.125, i == 0 || i == 2 ? -0.125 : 0.125);
+        shown += 0.25 * texture2D(picture, coordinates(seen + aside, slope, margin), -4.0).rgb;
+    }
+    // It goes out as an old tube does, and its last line becomes the smile.
+    float tube = 1.0 - smoothstep(switchedOff - 0.22, switchedOff, seconds);
+    shown *= inside(abs(p.y) - 1.2 * tube, max(pixel, 0.1 * tube)) * step(0.001, tube) * mix(1.6, 1.0, tube);
+    float bend = smoothstep(switchedOff - 0.02, eyesOpen, seconds);
+    float open = smoothstep(eyesOpen - 0.10, eyesOpen + 0.08, seconds) *
+                 smoothstep(0.04, 0.14, abs(seconds - blinks)) * (1.0 - asleep);
+    float aside = smoothstep(looksAside, looksAside + 0.12, seconds) * smoothstep(blinks + 0.02, blinks, seconds);
+    vec2 gaze = look ? vec2(0.02, 0.06) : mix(vec2(-0.09, 0.11), vec2(0.11, 0.09), aside);
+    float ink = faceInk(p, look ? vec2(1.0, 0.0) : vec2(open), gaze, look ? 1.0 : bend, pixel) *
+                smoothstep(switchedOff - 0.10, switchedOff, seconds);
+    float lines = (look ? 0.70 : 0.88) + 0.12 * cos(p.y * 201.0);
+    shown += cold * (0.020 * (1.0 - tube) * pane(p.x + 0.5 * p.y, -1.25, -0.75));
+    shown += mix(amber, gold, smoothstep(0.3, 0.7, ink)) * (ink * lines);
+
+    float onGlass = inside(roundBox(p, glass, 0.26 * smoothstep(0.0, 0.5, seconds)), pixel);
+    vec3 glow = mix(vec3(0.10, 0.08, 0.10), 0.30 * amber, smoothstep(switchedOff - 0.2, eyesOpen, seconds));
+    return mix(headAt(p, glow * smoothstep(0.0, 0.8, seconds), pixel), shown, onGlass);
+}
+
 void main() {
     vec2 slope = vec2(dFdx(gl_TexCoord[0].s) / dFdx(place.x), dFdy(gl_TexCoord[0].t) / dFdy(place.y));
     vec2 margin = 0.5 * vec2(abs(dFdx(place.x)), abs(dFdy(place.y)));
+    if (distort > lastCard && distort < allOver) {
+        gl_FragColor = vec4(endAt(distort - lastCard, slope, margin), 1.0) * gl_Color;
+        return;
+    }
 
     vec2 ray = (place - center) * aspect;
     float radius = length(ray);

@@ -1,0 +1,48 @@
+// How the show ends: "boom" knows from its clock alone when the last card has gone and when the last beat
+// comes.
+#include <algorithm>
+
+#include "script/show_times.h"
+#include "tests/show.h"
+
+namespace {
+
+struct End : Show {
+    // The brightest channel in a square of 2 * `half` pixels round a place; rows run up.
+    static int brightest(const Screen& screen, int x, int y, int half = 8) {
+        int most = 0;
+        for (int row = y - half; row < y + half; row++)
+            for (int column = x - half; column < x + half; column++) {
+                const Pixel p = screen.at(column, row);
+                most = std::max<int>({most, p.r, p.g, p.b});
+            }
+        return most;
+    }
+};
+
+TEST_F(End, HallShrinksToTheRobotsScreenWhichGoesOutAndShowsItsFace) {
+    constexpr int begins = showtime::afterCredits.ms, dark = 14;
+    // The whole hall, up to its corner, before the last card has gone and just after.
+    const Screen before = drawMoment(begins - 1000), after = drawMoment(begins + 20);
+    EXPECT_GT(brightest(before, 60, 60, 50), dark);
+    EXPECT_GT(brightest(after, 60, 60, 50), dark);
+
+    const Screen awake = drawMoment(begins + 2500), asleep = drawMoment(begins + 5000);
+    EXPECT_LT(brightest(awake, 30, 40, 28), dark);    // round the head
+    EXPECT_LT(brightest(awake, 400, 140, 15), dark);  // of its screen
+    EXPECT_GT(brightest(awake, 320, 300), 100);       // in an eye
+    EXPECT_GT(brightest(awake, 490, 310), 100);
+    EXPECT_LT(brightest(asleep, 320, 350), dark);  // above a lid
+    EXPECT_GT(brightest(asleep, 400, 200, 20), 2 * dark);
+}
+
+TEST_F(End, OneEyeLooksOnceMoreOnTheLastBeat) {
+    constexpr int beat = 192376, looks = showtime::glimpse.ms + 20;
+    const Screen black = drawMoment(showtime::glimpse.ms - 100, beat), look = drawMoment(looks, beat);
+    EXPECT_LE(brightest(black, 400, 300, 290), 4);
+    EXPECT_GT(brightest(look, 190, 360), 100);
+    EXPECT_LT(brightest(look, 580, 410), 30);  // above the closed one
+    EXPECT_GT(brightest(look, 580, 310, 15), 100);
+}
+
+}  // namespace
