@@ -126,6 +126,7 @@ void Rehearsal::comeBack(const Comeback& state) {
     app.counterA = state.counterA;
     stems.choice = state.stems;
     stems.show(state.stems.shown);
+    for (const std::string& source : state.unmade) build.request(source);
     build.request();
     if (!state.held) transport.goOn();
 }
@@ -141,6 +142,7 @@ void Rehearsal::keepComeback() {
     const std::vector<std::string> turned = numbers.unwritten();
     state.turned = turned.empty() ? "" : turned.front();
     state.stems = stems.choice;
+    state.unmade = build.newer;
     state.builds = {build.process, live->build.process, stems.build.process};
     setComeback(state);
 }

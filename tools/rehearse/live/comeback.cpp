@@ -71,6 +71,20 @@ void limitWork(int seconds) {
     timer_settime(workTimer, 0, &limit, nullptr);
 }
 
+// Names in one line.
+std::string joined(const std::set<std::string>& names) {
+    std::string line;
+    for (const std::string& name : names) line += name + ",";
+    return line;
+}
+
+std::set<std::string> namesIn(const std::string& line) {
+    std::set<std::string> names;
+    std::istringstream text(line);
+    for (std::string name; std::getline(text, name, ',');) names.insert(name);
+    return names;
+}
+
 // The file and line, with a colon between, of the innermost call that lies in the library; empty if that
 // can't be told.
 std::string placeIn(const Comeback& state) {
@@ -104,14 +118,17 @@ std::optional<Comeback> takeComeback() {
     text >> state.ms >> state.held >> loop.from >> loop.to >> state.deskShown >> state.counterQ >>
         state.counterA >> state.stems.shown >> state.stems.muted >> state.stems.soloed >> state.begin;
     text.ignore();
-    for (std::string* line : {&state.before, &state.failed, &state.sources, &state.turned})
+    std::string sources, unmade;
+    for (std::string* line : {&state.before, &state.failed, &sources, &unmade, &state.turned})
         std::getline(text, *line);
+    state.sources = namesIn(sources);
+    state.unmade = namesIn(unmade);
     if (loop.to > 0) state.loop = loop;
     const std::string place = placeIn(state);
     const std::string what = handed.signal == loopSignal
                                  ? formatted("did not return within %d s", longestWork)
                                  : std::string("crashed: ") + strsignal(handed.signal);
-    const std::string where = place.empty() ? state.sources.substr(0, state.sources.find(',')) : place;
+    const std::string where = place.empty() && !state.sources.empty() ? *state.sources.begin() : place;
     if (state.turned.empty()) {
         state.problem =
             where + (where.empty() ? "" : ": ") + "the new code " + what + "; the code before goes on";
@@ -154,10 +171,11 @@ void setComeback(const Comeback& state) {
         return;
     }
     const Loop loop = state.loop.value_or(Loop{0, 0});
-    snprintf(handed.state, sizeof handed.state, "%d %d %d %d %d %d %d %d %u %u %zu\n%s\n%s\n%s\n%s\n",
+    snprintf(handed.state, sizeof handed.state, "%d %d %d %d %d %d %d %d %u %u %zu\n%s\n%s\n%s\n%s\n%s\n",
              state.ms, state.held, loop.from, loop.to, state.deskShown, state.counterQ, state.counterA,
              state.stems.shown, state.stems.muted, state.stems.soloed, size_t(state.begin),
-             state.before.c_str(), state.failed.c_str(), state.sources.c_str(), state.turned.c_str());
+             state.before.c_str(), state.failed.c_str(), joined(state.sources).c_str(),
+             joined(state.unmade).c_str(), state.turned.c_str());
 }
 
 WorkLimit::WorkLimit() {

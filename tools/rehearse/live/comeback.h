@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <set>
 #include <string>
 
 #include "tools/rehearse/transport.h"
@@ -20,10 +21,11 @@ struct Comeback {
     StemChoice stems;
     std::array<pid_t, 3> builds{};  // groups of processes that end with this start
 
-    std::string before;   // the library that goes on; empty for what is linked
-    std::string failed;   // and the one that did not; empty if there is none that could give way
-    uintptr_t begin = 0;  // where that lay in memory, once it was loaded
-    std::string sources;  // what was saved between the two, each with a comma behind it
+    std::string before;             // the library that goes on; empty for what is linked
+    std::string failed;             // and the one that did not; empty if there is none that could give way
+    uintptr_t begin = 0;            // where that lay in memory, once it was loaded
+    std::set<std::string> sources;  // what was saved between the two
+    std::set<std::string> unmade;   // and what music, pictures and models are older than
     std::string turned;   // a number of it that is not what its source has: that is what gives way then
     std::string problem;  // what happened: a line that begins with file and number, where they are known
 };

@@ -5,7 +5,6 @@
 
 #include <cstdio>
 #include <filesystem>
-#include <sstream>
 #include <utility>
 
 #include "interface.h"
@@ -68,6 +67,7 @@ LiveCode::LiveCode(const std::string& production) {
     if (!fs::exists(make, error) || access((root / "effects").c_str(), W_OK) != 0) return;
     const fs::path where = production.empty() ? fs::absolute("build") : fs::path(BUILD_FOLDER);
     built = where / "live/libshow.so";
+    build.what = "scenes and effects";
     build.command = {make, where / "live", COMPILER};
     build.root = (fs::current_path() / root).lexically_normal().string();
     if (!build.root.ends_with('/')) build.root += '/';
@@ -91,8 +91,7 @@ void LiveCode::comeBack(const Comeback& state) {
     problem = state.problem;
     if (problem.starts_with(build.root)) problem.erase(0, build.root.size());
     fprintf(stderr, "%s\n", problem.c_str());
-    std::istringstream names(state.sources);
-    for (std::string name; std::getline(names, name, ',');) build.newer.insert(name);
+    build.newer = state.sources;
     build.request();
 }
 
@@ -155,8 +154,7 @@ bool LiveCode::take(const std::string& library) {
     left.before = good.failed;
     left.failed = library;
     left.begin = 0;
-    left.sources.clear();
-    for (const std::string& source : build.seen) left.sources += source + ",";
+    left.sources = build.seen;
     setComeback(left);
     auto before = std::exchange(live::sources, {});
     void* fresh = dlopen(library.c_str(), RTLD_NOW | RTLD_LOCAL);
