@@ -31,8 +31,8 @@ function(rows_of header)
     set(words ${words} PARENT_SCOPE)
 endfunction()
 
-# add_products(HEADER LIBRARY FOLDER): the products of a header's table, from what LIBRARY has, below FOLDER. Their
-# paths below it are appended to `products`.
+# add_products(HEADER LIBRARY FOLDER [OPTION...]): the products of a header's table, from what LIBRARY has, below FOLDER,
+# made with those options of a custom command. Their paths below it are appended to `products`.
 function(add_products header library folder)
     rows_of(${CMAKE_SOURCE_DIR}/${header})
     foreach(file make IN ZIP_LISTS files words)
@@ -42,7 +42,7 @@ function(add_products header library folder)
         target_link_libraries(${maker} PRIVATE ${library})
         set_property(TARGET ${maker} PROPERTY RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/makers)
         add_custom_command(OUTPUT "${folder}/${file}" DEPENDS ${maker} VERBATIM COMMENT "Making ${file}"
-                           COMMAND ${making}/make_once $<TARGET_FILE:${maker}> "${folder}/${file}")
+                           COMMAND ${making}/make_once $<TARGET_FILE:${maker}> "${folder}/${file}" ${ARGN})
     endforeach()
     set(products ${products} ${files} PARENT_SCOPE)
 endfunction()

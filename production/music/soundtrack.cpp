@@ -171,10 +171,20 @@ void makeStems(const char* path) {
     if (!proofread(song)) exit(1);
     const std::filesystem::path folder = std::filesystem::path(path).parent_path();
     std::filesystem::create_directories(folder);
+    const std::vector<Stem> stems = stemsOf(song);
     std::string names;
-    finishStems(song, {0, frameAt(song.seconds)}, stemsOf(song), [&](const Stem& stem, const Stereo& sound) {
+    int made = 0;
+    // In the words of ninja, which hands them on at once.
+    const auto tell = [&](const char* what) {
+        printf("[%d/%zu] Making %s\n", made, stems.size(), what);
+        fflush(stdout);
+    };
+    tell("the stems");
+    finishStems(song, {0, frameAt(song.seconds)}, stems, [&](const Stem& stem, const Stereo& sound) {
         writeSound(folder / (stem.name + ".ogg"), song, sound, stemQuality, {{"TITLE", stem.name.c_str()}});
         names += stem.name + "\n";
+        made++;
+        tell(stem.name.c_str());
         return true;
     });
     std::ofstream list(path);

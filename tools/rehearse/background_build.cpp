@@ -77,7 +77,6 @@ bool BackgroundBuild::poll() {
     process = -1;
     close(output);
     output = -1;
-    latest.clear();
     if (outdated) return false;
     problem = WIFEXITED(status) && WEXITSTATUS(status) == 0 ? "" : errorsIn(said, root);
     if (problem.empty())
@@ -101,22 +100,22 @@ void BackgroundBuild::tellNews() {
 }
 
 std::string BackgroundBuild::whatIsShown() const {
-    if (newer.empty()) return "";
-    const bool some = std::includes(shared.begin(), shared.end(), newer.begin(), newer.end());
-    return some ? "the music, pictures and models are older than " + listed(newer)
-                : "shown is older than " + listed(newer);
+    return newer.empty() ? "" : what + " shown are older than " + listed(newer);
 }
 
 std::string BackgroundBuild::whatIsMade() const {
     if (!running()) return "";
-    return "making: " + latest + (newer.empty() ? "" : "; " + whatIsShown());
+    return "making " + what + (progress.empty() ? "" : ": " + progress) + ", " +
+           minutesAndSeconds(steadySeconds() - began) + " so far" +
+           (newer.empty() ? "" : "; those shown are older than " + listed(newer));
 }
 
 void BackgroundBuild::start() {
     requested = outdated = false;
     seen = newer;
     said.clear();
-    latest.clear();
+    progress.clear();
+    began = steadySeconds();
     int ends[2];
     if (pipe2(ends, O_CLOEXEC) != 0) return;
     // In a group of its own, so that all of it can be ended.
@@ -134,8 +133,10 @@ void BackgroundBuild::start() {
 void BackgroundBuild::listen() {
     char block[4096];
     for (ssize_t got; (got = read(output, block, sizeof block)) > 0;) said.append(block, size_t(got));
-    // Not the lines of a warning, nor those that a tool says in between.
     std::istringstream lines(said);
-    for (std::string line; std::getline(lines, line);)
-        if (line.starts_with("[") || line.starts_with("Waiting ") || latest.empty()) latest = line;
+    int made = 0, all = 0;
+    for (std::string line; std::getline(lines, line);) {
+        if (sscanf(line.c_str(), "[%d/%d]", &made, &all) == 2) progress = formatted("%d of %d", made, all);
+        if (line.starts_with("Waiting ")) (progress = line)[0] = 'w';
+    }
 }

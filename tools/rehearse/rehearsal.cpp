@@ -113,6 +113,8 @@ Rehearsal::Rehearsal(SteppedShow& show, Loading& loading, Watch& watch, const st
                      const std::vector<std::string>& makeData)
     : show(show), watch(watch), reload(&transport, loading, sources), stems(transport.faders) {
     if (!sources.empty()) build.command = makeData;
+    build.what = "music, pictures and models";
+    stems.build.what = "the stems";
     transport.end = desk.end = milliseconds(programme().back().begin);
     demo->clock.source = &transport;
     transport.setPosition(0);
@@ -472,13 +474,11 @@ void Rehearsal::lookForChanges() {
 }
 
 void Rehearsal::requestBuilds(const std::string& path) {
-    if (!reload.sources.empty() && path.starts_with(reload.sources + "/")) build.request(path);
-    if (!live || !live->isSource(path)) return;
-    live->build.request(path);
+    const bool isLive = live && live->isSource(path);
+    if (isLive) live->build.request(path);
     // Music is written to the show's times; pictures and models are made to what scenes have in headers, too.
-    if (!path.ends_with(".h")) return;
-    build.shared.insert(path);
-    build.request(path);
+    const bool isGenerators = !reload.sources.empty() && path.starts_with(reload.sources + "/");
+    if (isGenerators || (isLive && path.ends_with(".h"))) build.request(path);
 }
 
 // Effects are made anew by it when they are brought to where they are.
