@@ -28,7 +28,10 @@ public:
         process = startProcess(all);
         ASSERT_TRUE(await([&] { return !state("time").empty(); }));
     }
-    bool await(const std::function<bool()>& condition) const { return ::await(process, condition); }
+    virtual bool await(const std::function<bool()>& condition) const { return ::await(process, condition); }
+    bool says(const std::string& words) const {
+        return await([&] { return contentOf(scratch.file("state")).find(words) != std::string::npos; });
+    }
     // The first value of that name.
     std::string state(const std::string& name) const {
         std::istringstream lines(contentOf(scratch.file("state")));

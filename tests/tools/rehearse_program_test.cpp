@@ -177,7 +177,7 @@ public:
         ASSERT_EQ(std::system(("cp -pr --parents " + path + " " + scratch.path.string()).c_str()), 0);
     }
     // It takes a compiler's time, on a machine that may have other work: as long as the held desk changes.
-    bool await(const std::function<bool()>& condition) const {
+    bool await(const std::function<bool()>& condition) const override {
         const auto shown = [&] {
             const std::string text = contentOf(scratch.file("state"));
             return text.substr(std::min(text.find('\n'), text.size()));  // behind the time that is on
@@ -185,9 +185,6 @@ public:
         for (std::string before; !RehearseProgram::await(condition); before = shown())
             if (!runs() || (shown() == before && state("working").empty())) return false;
         return true;
-    }
-    bool says(const std::string& words) const {
-        return await([&] { return contentOf(scratch.file("state")).find(words) != std::string::npos; });
     }
     // Of what is held, without the desk.
     std::string shot() const {

@@ -28,6 +28,17 @@ double rmsOf(const std::vector<float>& samples) {
     return std::sqrt(sum / double(samples.size()));
 }
 
+// How many frames between two of a recording are of gaps, where a busy machine had nothing to play.
+long gapsIn(const std::vector<float>& recorded, long from, long to) {
+    constexpr long least = 8;  // that the signals here are never silent for
+    long gaps = 0, silent = 0;
+    for (long i = from; i < to; i++) {
+        silent = recorded[size_t(i)] == 0 ? silent + 1 : 0;
+        if (silent >= least) gaps += silent == least ? least : 1;
+    }
+    return gaps;
+}
+
 // Noise, by which any moment is known, and two tones; the track is their sum.
 struct Stems3 {
     std::vector<float> noise = scaled(makeNoise(seconds, recordRate), 0.5f);
@@ -51,9 +62,6 @@ public:
     void SetUp() override {
         RehearseProgram::SetUp();
         stems.emplace(scratch.path / "build/stems", scratch.path / music);
-    }
-    bool says(const std::string& words) const {
-        return await([&] { return contentOf(scratch.file("state")).find(words) != std::string::npos; });
     }
     // When a frame was shown, and of which millisecond, after what the output holds now has been heard.
     std::pair<double, int> nextMoment() const {
@@ -125,7 +133,8 @@ TEST_F(RehearseSound, KeysMuteAndSoloStemsInStepWithTheTrack) {
     }
     for (const auto& [from, to] : {std::pair{0, 1}, {1, 2}, {3, 4}}) {
         const Heard &before = all[size_t(from)], &after = all[size_t(to)];
-        EXPECT_EQ(after.place - before.place, double(after.recorded - before.recorded)) << from;
+        const long gaps = gapsIn(recorded, before.recorded, after.recorded);
+        EXPECT_EQ(after.place - before.place, double(after.recorded - before.recorded - gaps)) << from;
     }
 }
 
