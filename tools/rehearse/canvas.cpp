@@ -11,7 +11,6 @@
 namespace {
 
 constexpr int textureUnits = 3;  // that the show's effects use
-constexpr Ink paneInk = {0.02f, 0.025f, 0.04f, 0.78f};
 constexpr Ink paneEdge = {1, 1, 1, 0.13f};
 
 GLhandleARB programBefore = 0;

@@ -16,16 +16,7 @@
 
 namespace {
 
-constexpr Ink bright = {0.97f, 0.98f, 1.00f};
-constexpr Ink plain = {0.80f, 0.83f, 0.88f};
-constexpr Ink quiet = {0.62f, 0.66f, 0.74f};
-constexpr Ink beating = {1.00f, 0.86f, 0.45f};
-constexpr Ink wrong = {1.00f, 0.47f, 0.40f};
-constexpr Ink looped = {0.45f, 0.95f, 0.75f};
-
-constexpr int shownMessages = 5;
-constexpr size_t lineLetters = 94;  // of a problem
-constexpr size_t problemLines = 12;
+constexpr size_t problemLines = 12, shownLines = 6;
 constexpr float lineHeight = 15;
 
 constexpr float barTop = screenHeight - 4;  // of the pane at the top
@@ -121,34 +112,35 @@ void drawBar(const DeskState& state) {
                formatted("%.1f ms", state.millisecondsPerFrame).c_str());
 }
 
-// What the lines of the problems are, broken where they are too long for the screen.
-std::vector<std::string> linesOf(const std::vector<std::string>& problems) {
+// Those of the texts, broken where they are longer than `width` pixels.
+std::vector<std::string> linesOf(const std::vector<std::string>& texts, float width) {
+    const size_t letters = size_t(width / textWidth(fixed8x13, "m"));
     std::vector<std::string> lines;
-    for (const std::string& problem : problems) {
-        std::istringstream text(problem);
+    for (const std::string& each : texts) {
+        std::istringstream text(each);
         for (std::string line; std::getline(text, line);) {
-            for (; line.size() > lineLetters; line.insert(0, "  ")) {
-                const size_t gap = line.find_last_of(' ', lineLetters);
-                const bool words = gap != std::string::npos && gap > lineLetters / 2;
-                lines.push_back(line.substr(0, words ? gap : lineLetters));
-                line.erase(0, words ? gap + 1 : lineLetters);
+            for (; line.size() > letters; line.insert(0, "  ")) {
+                const size_t gap = line.find_last_of(' ', letters);
+                const bool words = gap != std::string::npos && gap > letters / 2;
+                lines.push_back(line.substr(0, words ? gap : letters));
+                line.erase(0, words ? gap + 1 : letters);
             }
             lines.push_back(line);
         }
-    }
-    if (lines.size() > problemLines) {
-        lines.resize(problemLines);
-        lines.back() = "...";
     }
     return lines;
 }
 
 // Upwards from `y`; returns where the next thing goes.
-float drawProblems(float y, const std::vector<std::string>& problems) {
-    const std::vector<std::string> lines = linesOf(problems);
+float drawProblems(float y, float right, const std::vector<std::string>& problems) {
+    std::vector<std::string> lines = linesOf(problems, right - 30);
     if (lines.empty()) return y;
+    if (lines.size() > problemLines) {
+        lines.resize(problemLines);
+        lines.back() = "...";
+    }
     const float height = lineHeight * float(lines.size()) + 12;
-    drawPane(4, y, screenWidth - 8, height);
+    drawPane(4, y, right - 4, height);
     fillBox(4, y, 4, height, wrong);
     float line = y + height - 17;
     for (const std::string& text : lines) {
@@ -158,20 +150,16 @@ float drawProblems(float y, const std::vector<std::string>& problems) {
     return y + height + 6;
 }
 
-void drawMessages(float y, const DeskState& state) {
-    std::vector<std::string> shown(
-        state.messages.end() - std::min<ptrdiff_t>(shownMessages, std::ssize(state.messages)),
-        state.messages.end());
-    shown.insert(shown.end(), state.working.begin(), state.working.end());
-    for (size_t i = 0; i < shown.size(); i++) {
-        const std::string& text = shown[shown.size() - 1 - i];
-        const float width = textWidth(fixed8x13, text.c_str());
-        fillBox(4, y, width + 20, lineHeight, Ink{0.02f, 0.025f, 0.04f, 0.70f});
-        const float level = 1 - 0.12f * float(i);
-        const bool work = i < state.working.size();
-        write(14, y + 4, fixed8x13, work ? beating : plain.faded(level), text.c_str());
+// The last of them, the very last one at `y`; returns where the next thing goes.
+float drawLines(float y, float right, const std::vector<std::string>& texts, bool work) {
+    const std::vector<std::string> lines = linesOf(texts, right - 24);
+    for (size_t i = 0; i < std::min(lines.size(), shownLines); i++) {
+        const char* text = lines[lines.size() - 1 - i].c_str();
+        fillBox(4, y, textWidth(fixed8x13, text) + 20, lineHeight, paneInk.faded(0.9f));
+        write(14, y + 4, fixed8x13, work ? beating : plain.faded(1 - 0.12f * float(i)), text);
         y += lineHeight;
     }
+    return y;
 }
 
 void drawHelp() {
@@ -260,12 +248,13 @@ std::string describe(const DeskState& state) {
     return text;
 }
 
-void drawDesk(const DeskState& state) {
+void drawDesk(const DeskState& state, float right) {
     beginCanvas();
     drawBar(state);
     drawTimeline(state);
-    const float above = drawProblems(stripHeight(state.stems.size()) + 10, state.problems);
-    drawMessages(above, state);
+    float above = drawProblems(stripHeight(state.stems.size()) + 10, right, state.problems);
+    above = drawLines(above, right, state.working, true);
+    drawLines(above, right, state.messages, false);
     if (state.help) drawHelp();
     endCanvas();
 }

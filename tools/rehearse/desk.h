@@ -57,4 +57,5 @@ std::string clockTime(int ms);
 // The state as lines "name: value", for scripts.
 std::string describe(const DeskState& state);
 
-void drawDesk(const DeskState& state);
+// Messages and problems end before `right`, in pixels.
+void drawDesk(const DeskState& state, float right);

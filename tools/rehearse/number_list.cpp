@@ -10,11 +10,6 @@
 
 namespace {
 
-constexpr Ink bright = {0.97f, 0.98f, 1.00f};
-constexpr Ink plain = {0.80f, 0.83f, 0.88f};
-constexpr Ink quiet = {0.62f, 0.66f, 0.74f};
-constexpr Ink turned = {1.00f, 0.86f, 0.45f};
-
 constexpr float width = 328, rowHeight = 15;
 constexpr float x0 = screenWidth - 4 - width;
 constexpr float top = screenHeight - 62;
@@ -75,14 +70,14 @@ void drawRow(const Numbers& numbers, const Row& row, float base) {
             const float across = std::max(textWidth(helvetica12, text.c_str()) + 8, column - 4);
             fillBox(x + 4 - across, base - 4, across, rowHeight, bright.faded(0.22f));
         }
-        writeRight(x, base, helvetica12, number.turned() ? turned : bright, text.c_str());
+        writeRight(x, base, helvetica12, number.turned() ? beating : bright, text.c_str());
     }
 }
 
 void drawHead(const Numbers& numbers) {
     fillBox(x0 + 8, rowsTop + 2, width - 16, 1, bright.faded(0.2f));
     if (numbers.compared)
-        write(x0 + 10, top - 16, helvetica12, turned, "as the sources have it; c: as it is turned");
+        write(x0 + 10, top - 16, helvetica12, beating, "as the sources have it; c: as it is turned");
     else
         write(x0 + 10, top - 16, helvetica10, quiet,
               "wheel or drag: turn   Enter: into its source   c: compare");
@@ -99,6 +94,10 @@ void drawHead(const Numbers& numbers) {
 
 int NumberList::shownRows() const {
     return int((rowsTop - bottom - 4) / rowHeight);
+}
+
+float NumberList::left() const {
+    return open ? x0 : screenWidth;
 }
 
 bool NumberList::isOn(int x, int y) const {

@@ -17,6 +17,8 @@ struct NumberList {
     // Until the chosen one is seen.
     void reveal(const Numbers& numbers);
     int shownRows() const;
+    // Where what is beside it ends: pixels.
+    float left() const;
 };
 
 void drawNumbers(const Numbers& numbers, const NumberList& list);

@@ -216,12 +216,12 @@ void Rehearsal::pressDigit(int digit) {
     if (digit == 0) return stems.hearAll();
     if (stems.choice.shown && stems.rows.empty() && stems.problem.empty())
         app.messages.post("the stems are not made yet");
-    hands.holds(SDLK_LSHIFT, SDLK_RSHIFT) ? stems.solo(digit - 1) : stems.mute(digit - 1);
+    stems.toggle(hands.holds(SDLK_LSHIFT, SDLK_RSHIFT) ? &StemChoice::soloed : &StemChoice::muted, digit - 1);
 }
 
 void Rehearsal::press(int x, int y, bool forLoop) {
-    const int stem = stemOfStripAt(x, y, desk.stems.size());
-    if (stem >= 0) return forLoop ? stems.solo(stem) : stems.mute(stem);
+    const int stem = stemAt(x, y, desk.stems.size());
+    if (stem >= 0) return stems.toggle(forLoop ? &StemChoice::soloed : &StemChoice::muted, stem);
     const int ms = timelineAt(x, y, transport.end, false, desk.stems.size());
     if (ms < 0) return;
     const int cut = forLoop ? -1 : cutAt(x, y, transport.end);
@@ -382,7 +382,7 @@ void Rehearsal::frame() {
     list.bottom = stripHeight(desk.stems.size()) + 10;
     if (deskShown) {
         drawNumbers(numbers, list);
-        drawDesk(desk);
+        drawDesk(desk, list.left() - 4);
     }
     const bool listed = !list.open || !numbers.listed.empty() || !mayBeLoaded();
     const bool measured = reload.idle() && (desk.level || meters.idle());

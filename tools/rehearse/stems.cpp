@@ -39,15 +39,9 @@ void Stems::makeAgain() {
         build.request();
 }
 
-void Stems::mute(int stem) {
+void Stems::toggle(uint32_t StemChoice::*which, int stem) {
     if (!choice.shown || size_t(stem) >= rows.size()) return;
-    choice.muted ^= 1u << stem;
-    faders->hear(heard());
-}
-
-void Stems::solo(int stem) {
-    if (!choice.shown || size_t(stem) >= rows.size()) return;
-    choice.soloed ^= 1u << stem;
+    choice.*which ^= 1u << stem;
     faders->hear(heard());
 }
 

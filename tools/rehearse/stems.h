@@ -32,8 +32,7 @@ struct Stems {
     void show(bool shown);
     // By number; nothing where there is none. A stem that is soloed is heard with all others that are;
     // without any, all that are not muted are.
-    void mute(int stem);
-    void solo(int stem);
+    void toggle(uint32_t StemChoice::*which, int stem);
     void hearAll();
     bool isHeard(int stem) const;
 

@@ -6,7 +6,7 @@
 
 #include "render/screen.h"
 #include "script/timeline.h"
-#include "tools/rehearse/stem_rows.h"
+#include "tools/formatted.h"
 #include "tools/times.h"
 
 namespace {
@@ -14,7 +14,9 @@ namespace {
 constexpr float left = 12, right = screenWidth - 12;  // pixels, of the timeline
 constexpr float margin = 8;                           // around the pane
 constexpr float blocksBottom = 24, blocksHeight = 17;
-constexpr float rowsBottom = 46;  // of the stems and, above them, the waveform
+constexpr float rowsBottom = 46;              // of the stems and, above them, the waveform
+constexpr float rowHeight = 16, rowsGap = 4;  // of a stem; and between them and the waveform
+constexpr float nameWidth = 66;               // of a stem
 constexpr float waveHeight = 52;
 constexpr float ticksBase = 13;   // base line of the times
 constexpr int tickEvery = 15000;  // milliseconds
@@ -27,9 +29,8 @@ constexpr Ink inks[] = {
     {0.95f, 0.82f, 0.42f}, {0.90f, 0.60f, 0.30f}, {0.78f, 0.68f, 0.38f},
 };
 
-constexpr Ink playing = {1.00f, 0.86f, 0.45f};
-constexpr Ink quiet = {0.62f, 0.66f, 0.74f};
-constexpr Ink looped = {0.45f, 0.95f, 0.75f};
+constexpr Ink letters = {0.93f, 0.94f, 0.97f};
+constexpr Ink silent = {0.50f, 0.53f, 0.60f};
 
 float xAt(double ms, int end) {
     return float(left + (right - left) * ms / end);
@@ -60,14 +61,44 @@ void drawSegments(const DeskState& state) {
         const float x1 = std::round(xAt(sheet[i + 1].begin * 1000.0, state.end));
         const bool on = i == entryAt(state.ms);
         fillBox(x0, blocksBottom, x1 - x0 - 1, blocksHeight, segmentInk(i).faded(on ? 0.95f : 0.42f));
-        const Ink letters = on ? Ink{0.03f, 0.03f, 0.05f} : Ink{0.93f, 0.94f, 0.97f};
-        write(x0 + 4, blocksBottom + 5, helvetica10, letters, fitting(sheet[i].name, x1 - x0 - 6).c_str());
+        const Ink ink = on ? Ink{0.03f, 0.03f, 0.05f} : letters;
+        write(x0 + 4, blocksBottom + 5, helvetica10, ink, fitting(sheet[i].name, x1 - x0 - 6).c_str());
         if (i == state.cut) fillBox(x0 - 3, blocksBottom - 2, 5, blocksHeight + 4, Ink{1, 1, 1});
     }
 }
 
+float rowsHeight(size_t stems) {
+    return stems ? float(stems) * rowHeight + rowsGap : 0;
+}
+
+// The first one is on top.
+float rowBottom(size_t row, size_t stems) {
+    return rowsBottom + float(stems - 1 - row) * rowHeight;
+}
+
+void drawStems(const DeskState& state) {
+    for (size_t i = 0; i < state.stems.size(); i++) {
+        const StemState& stem = state.stems[i];
+        const float share = stem.heard ? 1 : 0.3f;
+        drawWaveform(stem.waveform, left, rowBottom(i, state.stems.size()) + rowHeight / 2, rowHeight / 2 - 1,
+                     Ink{0.36f, 0.62f, 0.60f, 0.60f * share}, Ink{0.62f, 0.90f, 0.86f, 0.90f * share});
+    }
+}
+
+void drawStemNames(const DeskState& state) {
+    for (size_t i = 0; i < state.stems.size(); i++) {
+        const StemState& stem = state.stems[i];
+        const float y = rowBottom(i, state.stems.size());
+        fillBox(left, y + 1, nameWidth, rowHeight - 2, paneInk.faded(0.92f));
+        const Ink ink = stem.soloed ? beating : stem.heard ? letters : silent;
+        write(left + 4, y + 5, helvetica10, silent, formatted("%zu", i + 1).c_str());
+        const float end = write(left + 14, y + 5, helvetica10, ink, stem.name.c_str());
+        if (stem.muted) fillBox(left + 13, y + 8, end - left - 12, 1, wrong);
+    }
+}
+
 float waveBottom(const DeskState& state) {
-    return rowsBottom + stemRowsHeight(state.stems.size());
+    return rowsBottom + rowsHeight(state.stems.size());
 }
 
 float waveTop(const DeskState& state) {
@@ -108,14 +139,14 @@ void drawPosition(const DeskState& state) {
     }
     const float x = std::round(xAt(state.ms, state.end));
     fillBox(x - 1, blocksBottom, 3, top - blocksBottom, Ink{0, 0, 0, 0.45f});
-    fillBox(x, blocksBottom, 1, top - blocksBottom, playing);
-    drawMarker(x + 0.5f, top - 1, 5, playing);
+    fillBox(x, blocksBottom, 1, top - blocksBottom, beating);
+    drawMarker(x + 0.5f, top - 1, 5, beating);
 }
 
 }  // namespace
 
 float stripHeight(size_t stems) {
-    return timelineHeight + stemRowsHeight(stems);
+    return timelineHeight + rowsHeight(stems);
 }
 
 int timelineAt(int x, int y, int end, bool dragged, size_t stems) {
@@ -135,8 +166,12 @@ int cutAt(int x, int y, int end) {
     return -1;
 }
 
-int stemOfStripAt(int x, int y, size_t stems) {
-    return stemAt(x, y, stems, left, rowsBottom);
+int stemAt(int x, int y, size_t stems) {
+    const float up = float(screenHeight - 1 - y);
+    if (float(x) < left || float(x) >= left + nameWidth) return -1;
+    for (size_t i = 0; i < stems; i++)
+        if (up >= rowBottom(i, stems) && up < rowBottom(i, stems) + rowHeight) return int(i);
+    return -1;
 }
 
 int entryAt(int ms) {
@@ -153,9 +188,9 @@ void drawTimeline(const DeskState& state) {
     drawSegments(state);
     drawWaveform(state.waveform, left, waveBottom(state) + waveHeight / 2, waveHeight / 2,
                  Ink{0.42f, 0.56f, 0.78f, 0.55f}, Ink{0.72f, 0.83f, 1.00f, 0.90f});
-    drawStemRows(state, left, rowsBottom);
+    drawStems(state);
     drawBars(state);
     drawLoop(state);
-    drawStemNames(state, left, rowsBottom);
+    drawStemNames(state);
     drawPosition(state);
 }

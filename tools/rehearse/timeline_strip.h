@@ -13,7 +13,7 @@ float stripHeight(size_t stems);       // and with so many
 int timelineAt(int x, int y, int end, bool dragged, size_t stems = 0);
 
 // The stem, of so many, whose name is there; -1 if there is none.
-int stemOfStripAt(int x, int y, size_t stems);
+int stemAt(int x, int y, size_t stems);
 
 // The segment whose begin is under that point, which can be dragged; -1 if there is none.
 int cutAt(int x, int y, int end);
