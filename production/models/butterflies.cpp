@@ -19,7 +19,7 @@ constexpr Vec axis = {0, std::numbers::sqrt2 / 2, std::numbers::sqrt2 / 2};
 // A wing has a front on either side, so far from its middle.
 constexpr double halfThick = 0.35;
 // From vein to vein it is pleated, so that each pane throws back another light.
-constexpr double pleat = 0.35;
+constexpr double pleat = 0.7;
 
 // One wing, spread to the right: a fan of panes from its shoulder to its outline.
 Shape wing(std::span<const wing::Place> outline, wing::Place shoulder) {

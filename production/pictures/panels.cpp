@@ -457,7 +457,7 @@ Rgba wingAt(const Wing& wing, Point p) {
     for (const Point& at : wing.lights) spot = std::fmin(spot, circle(p, at, 0.62f));
     const float rim = mix(0.45f, 2.2f, smoothstep(14.0f, 25.0f, outwards));
     const float pane = smoothstep(-0.12f, 0.12f, std::fmin(vein, inside - rim));
-    const float lit = 0.32f * mix(1.0f, 0.6f, smoothstep(4.0f, 28.0f, outwards));
+    const float lit = 0.20f * mix(1.0f, 0.6f, smoothstep(4.0f, 28.0f, outwards));
     return mix(mix(grey(0), Rgba{lit, 0, lit, 0.53f}, pane), opaque(0.9f, 1, 0.9f), coverage(spot * 5));
 }
 

@@ -1,6 +1,6 @@
-// "koe" (tex.png): projected up the eye's vertical axis, it tints a model by height and could cut it to
-// stripes by its alpha. Only T counts: one repeat is 500 units of height, the first row is T = 0, and S is
-// constant.
+// "koe" (tex.png): projected up the eye's vertical axis, it tints a model by height and cuts what of
+// it is glass to stripes by its alpha. Only T counts: one repeat is 500 units of height, the first row is T =
+// 0, and S is constant.
 #include <vector>
 
 #include "production/kit/picture/canvas.h"
@@ -18,15 +18,15 @@ constexpr float unitsPerRepeat = 500;
 // butterflies show of themselves shines through the other is low, and shades that. In the middle both are
 // held back, or it makes one fuchsia of them.
 const std::vector<Stop> tints = {
-    {-60, opaque(0.260f, 0.045f, 0.000f)},
-    {-12, opaque(0.156f, 0.000f, 0.003f)},
-    {12, opaque(0.003f, 0.000f, 0.156f)},
-    {60, opaque(0.000f, 0.045f, 0.260f)},
+    {-60, opaque(0.220f, 0.038f, 0.000f)},
+    {-12, opaque(0.140f, 0.000f, 0.003f)},
+    {12, opaque(0.003f, 0.000f, 0.140f)},
+    {60, opaque(0.000f, 0.038f, 0.220f)},
 };
 
-// The halo shines through the glass in faint stripes. Nothing is cut away, as at one half of alpha: the glass
-// alone leaves little more than that.
-constexpr float clear = 0.97f, smoked = 1, unitsPerStripe = 12.5f;
+// Slots of the glass, which is cut away at one half of alpha and has little more: the halo shines through
+// them whole.
+constexpr float slot = 0.88f, unitsPerStripe = 10;
 
 }  // namespace
 
@@ -36,7 +36,7 @@ void makeStripes(const char* path) {
         const float height = y * unitsPerRepeat / size;
         Rgba glass = gradient(tints, std::remainder(height, unitsPerRepeat));
         const float aside = std::fabs(std::remainder(height, unitsPerStripe)) * 2 / unitsPerStripe;
-        glass.a = mix(clear, smoked, smoothstep(0.15f, 0.85f, aside));
+        glass.a = mix(slot, 1.0f, smoothstep(0.10f, 0.30f, aside));
         return glass;
     });
     saveRgba(canvas, path, Rows::TopFirst);
