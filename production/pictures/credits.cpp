@@ -1,6 +1,6 @@
-// The four credit cards, each drawn over a quarter of the 4:3 screen with its top row first: what was done,
-// how many of what it made, counted out in marks, and without what. From white to gold as the greetings are,
-// on clear ground that darkens round the letters, so that they are read over the hall.
+// The four credit cards, each drawn over a quarter of the 4:3 screen with its top row first: a wheel that
+// says what was done, how many of what it made, counted out in marks round its rim, and without what. From
+// white to gold as the greetings are, on smoked glass, so that they are read over the hall.
 #include <iterator>
 #include <string>
 
@@ -17,13 +17,12 @@ namespace {
 
 constexpr int size = 512;
 constexpr float pixelAspect = 4.0f / 3;
-constexpr float margin = 54, blockColumns = 326;  // kept clear at the screen's side; what all lines share
-constexpr float roleLine = 98, roleHeight = 30;   // rows
-constexpr float figureTop = 124, figureHeight = 112, figureLine = figureTop + figureHeight;
-constexpr float plateTop = 30, plateBottom = 482, plateMargin = 44;  // rows; columns beside the block
-constexpr float marksTop = 266, marksHeight = 124, withoutLine = 440, withoutHeight = 31;
+// A card is a wheel; lengths in rows, places from its middle.
+constexpr float wheelRadius = 238, marksRadius = 201, marksReach = 26, hubRadius = 166, lineRadius = 143;
+constexpr float wheelAside = 256;  // from the screen's side
+constexpr float figureHeight = 112, figureLine = 8, nounHeight = 42, nounLine = 60, lineHeight = 25;
 
-// How far a place is outside of mark `i` of `count`; across and down in rows from the marks' upper left.
+// How far a place is outside of mark `i` of `count` on the wheel's rim.
 using Mark = float (*)(int i, int count, Point place);
 
 struct Card {
@@ -34,25 +33,24 @@ struct Card {
     bool leftOfScreen;
 };
 
-// The middle of a mark of `count` in `rows` rows, and how far apart they stand.
-Point middleOf(int i, int count, int rows, float pitch) {
-    const int columns = (count + rows - 1) / rows;
-    return {pitch * (i % columns + 0.5f), marksHeight / rows * (i / columns + 0.5f)};
+// A place from the middle of mark `i`, the first of which is at the top; upright, or with its top outward.
+Point fromMark(int i, int count, Point place) {
+    return place - turned(Point{0, -marksRadius}, 2 * pi * i / count);
 }
-
-constexpr float blockBreadth = blockColumns * pixelAspect;  // in rows, as what follows
-constexpr float clockPitch = blockBreadth / 6, meshPitch = blockBreadth / 8;
+Point outward(int i, int count, Point place) {
+    return turned(place, -2 * pi * i / count) + Point{0, marksRadius};
+}
 
 // The music's bars; the first ones lie before bar 0.
 const int firstBar = int(std::lround(barAt(showtime::title))), bars = lastBar - firstBar;
 
 // A clock for every effect, each a step further round.
 float clockMark(int i, int count, Point place) {
-    const Point p = place - middleOf(i, count, 2, clockPitch);
+    const Point p = fromMark(i, count, place);
     const float radius = length(p), turn = arcTan(p.x, -p.y);
-    const float gone = 2 * pi * (i + 1) / count;
-    const float wedge = (turn < 0 ? turn + 2 * pi : turn) < gone ? radius - 21.5f : 99;
-    return std::fmin(wedge, std::fabs(radius - 27.5f) - 2.0f);
+    const float gone = 2 * pi * (i == 0 ? count : i) / count;
+    const float wedge = (turn < 0 ? turn + 2 * pi : turn) < gone ? radius - 16.5f : 99;
+    return std::fmin(wedge, std::fabs(radius - 22.0f) - 1.7f);
 }
 
 // Lines of a width along an edge; what both shapes cover, and what the first covers without the second.
@@ -165,23 +163,16 @@ constexpr Sign meshSigns[] = {
 };
 
 float meshMark(int i, int count, Point place) {
-    return meshSigns[i % int(std::size(meshSigns))](place - middleOf(i, count, 2, meshPitch));
+    constexpr float part = 0.88f;
+    return part * meshSigns[i % int(std::size(meshSigns))](fromMark(i, count, place) * (1 / part));
 }
 
-// A hand of pictures, each with a hill in it, over which from one to the next the sun climbs.
+// Pictures round a drum, each with a hill in it, over which from one to the next the sun climbs.
 float frameMark(int i, int count, Point place) {
-    constexpr Point half = {23, 33};
-    constexpr float spread = 0.86f, pivot = 520, gap = 2.4f;
-    const auto inFrame = [&](int k) {
-        const float turn = spread * (k / (count - 1.0f) - 0.5f);
-        return turned(place - Point{blockBreadth / 2, half.y + 4 + pivot}, -turn) + Point{0, pivot};
-    };
-    for (int k = i + 1; k < count; k++)
-        if (box(inFrame(k), {}, half, 2) < gap) return 99;
-    const Point p = inFrame(i);
-    const float inside = box(p, {}, half, 2);
-    const float hill = std::fmax(0.8f * (std::fabs(p.x + 8) * 0.7f - p.y + 12), inside + 3);
-    const float sun = length(p - Point{-12, 8 - 26.0f * i / count}) - 5;
+    const Point p = outward(i, count, place);
+    const float inside = box(p, {}, {19.5f, 24}, 2);
+    const float hill = std::fmax(0.8f * (std::fabs(p.x + 6) * 0.7f - p.y + 8), inside + 3);
+    const float sun = length(p - Point{-3, 12 - 26.0f * i / count}) - 4.5f;
     return either(lined(inside + 1, 2.2f), hill, sun);
 }
 
@@ -193,10 +184,8 @@ float barMark(int i, int count, Point place) {
     const int bar = firstBar + i, shipsFirst = int(std::lround(barAt(showtime::tunnel)));
     const int part = bar < shipsFirst ? 0 : bar < 0 ? 1 : 2 + bar / 8;
     const float full = fullness[std::min(part, int(std::size(fullness)) - 1)];
-    const float tall = 0.5f * marksHeight * (full - ((bar + 16) % 8 == 7 ? 0.12f : 0.03f * (i % 4)));
-    const float pitch = blockBreadth / count;
-    const Point p = {place.x - pitch * (i + 0.5f), place.y - marksHeight / 2};
-    return box(p, {}, {pitch * 0.29f, std::fmax(tall, 2.0f)}, 1);
+    const float tall = marksReach * (full - ((bar + 16) % 8 == 7 ? 0.12f : 0.03f * (i % 4)));
+    return box(outward(i, count, place), {}, {3.2f, std::fmax(tall, 2.0f)}, 1);
 }
 
 Lettering cut(float height, float weight, float gap) {
@@ -210,58 +199,59 @@ Lettering filling(const std::string& text, Lettering style, float columns) {
     return style;
 }
 
-// How far a place is outside of a box whose corners are cut off, `cut` each way.
-float cutBox(Point p, Point centre, Point half, float cut) {
-    const Point q = {std::fabs(p.x - centre.x) - half.x, std::fabs(p.y - centre.y) - half.y};
-    return std::fmax(std::fmax(q.x, q.y), (q.x + q.y + cut) * 0.7071f);
-}
+// A line of text bent round the wheel: over its top, or under its foot with the letters upright.
+struct Bent {
+    static constexpr float detail = 3;  // pixels a row
+    LetteringField field{int(900 * detail), int(3 * lineHeight * detail), 10 * detail};
+    bool foot;
 
-void setBlock(LetteringField& text, const Card& card, float left) {
-    const std::string figure = std::to_string(card.count);
-    const Lettering tall = cut(figureHeight, 0.15f, 0.14f);
-    const float beside = textWidth(figure, tall) + 20;
-    setText(text, cut(roleHeight, 0.16f, 0.40f), {card.role, left, roleLine});
-    setText(text, tall, {figure, left, figureLine});
-    setText(text, filling(card.noun, cut(figureHeight, 0.16f, 0.16f), blockColumns - beside),
-            {card.noun, left + beside, figureLine});
-    setText(text, filling(card.without, cut(withoutHeight, 0.18f, 0.26f), blockColumns),
-            {card.without, left, withoutLine});
-}
+    Bent(const char* text, bool foot) : foot(foot) {
+        setText(field, {.height = lineHeight * detail, .weight = 0.17f, .contrast = 0.35f, .gap = 0.36f},
+                {text, field.width / 2.0f, 2 * lineHeight * detail, Align::Centre});
+    }
+    float at(Point p) const {
+        const float up = (length(p) - lineRadius) * (foot ? -1 : 1), turn = arcTan(p.x, foot ? p.y : -p.y);
+        const float x = field.width / 2.0f + turn * lineRadius * detail;
+        const float y = (1.5f * lineHeight - up) * detail;
+        if (x < 0 || y < 0 || x >= field.width || y >= field.height) return 10;
+        return field.at(x, y) / detail;
+    }
+};
 
 void makeCard(const char* path, const Card& card) {
-    const float left = card.leftOfScreen ? margin : size - margin - blockColumns;
+    const Point middle = {card.leftOfScreen ? wheelAside : size * pixelAspect - wheelAside, size / 2.0f};
+    const float column = middle.x / pixelAspect;
     LetteringField text(size, size, 16);
-    setBlock(text, card, left);
+    setText(text, cut(figureHeight, 0.15f, 0.14f),
+            {std::to_string(card.count), column, middle.y + figureLine, Align::Centre});
+    setText(text, filling(card.noun, cut(nounHeight, 0.17f, 0.20f), 204 / pixelAspect),
+            {card.noun, column, middle.y + nounLine, Align::Centre});
+    const Bent role(card.role, false), without(card.without, true);
 
     Canvas shape(size, size);
     paint(shape, [&](float x, float y, Rgba) {
-        float ink = coverage(text.at(x, y));
-        const Point place = {(x - left) * pixelAspect, y - marksTop};
-        if (place.y > -4 && place.y < marksHeight + 4 && place.x > -4 && place.x < blockBreadth + 4)
-            for (int i = 0; i < card.count; i++)
-                ink = std::fmax(ink, coverage(card.mark(i, card.count, place)));
+        const Point p = Point{x * pixelAspect, y} - middle;
+        float ink = std::fmax(coverage(text.at(x, y)), coverage(std::fmin(role.at(p), without.at(p))));
+        if (std::fabs(length(p) - marksRadius) < marksReach + 8)
+            for (int i = 0; i < card.count; i++) ink = std::fmax(ink, coverage(card.mark(i, card.count, p)));
         // Each part of the card turns to gold towards its foot.
-        const float foot = y < figureTop - 12               ? (y - roleLine) / roleHeight + 1
-                           : y < marksTop - 6               ? (y - figureTop) / figureHeight
-                           : y < marksTop + marksHeight + 4 ? (y - marksTop) / marksHeight
-                                                            : (y - withoutLine) / withoutHeight + 1;
+        const float r = length(p);
+        const float foot = r > hubRadius          ? 0.5f + 0.5f * p.y / wheelRadius
+                           : p.y < figureLine + 6 ? (p.y - figureLine) / figureHeight + 1
+                                                  : (p.y - nounLine) / nounHeight + 1;
         return mix(opaque(1, 0.985f, 0.94f), opaque(0.93f, 0.76f, 0.44f), unit(foot)) * ink;
     });
     const Canvas shadow = blurred(shape, 3, Edge::Empty);
-    const Point middle = {(left + blockColumns / 2) * pixelAspect, (plateTop + plateBottom) / 2};
-    const Point half = {(blockColumns / 2 + plateMargin) * pixelAspect, (plateBottom - plateTop) / 2};
 
-    // A plate of smoked glass behind all of it, its corners cut, with a fine gold rule round it.
+    // Smoked glass behind all of it, and fine gold rules round the rim and the hub.
     Canvas canvas(size, size);
     paint(canvas, [&](float x, float y, Rgba) {
         const int px = int(x), py = int(y);
-        const Point place = {x * pixelAspect, y};
-        const float edge = cutBox(place, middle, half, 18);
-        const float deep = 0.80f - 0.12f * unit((y - plateTop) / (plateBottom - plateTop));
-        const float plate = deep * coverage(edge);
-        const float dark = 1 - (1 - plate) * (1 - 0.85f * shadow.at(px, py).a * coverage(edge));
-        const Rgba rule = opaque(0.76f, 0.57f, 0.28f) * (0.9f * outline(edge + 6, 2.0f));
-        return over(shape.at(px, py), over(rule, Rgba{0, 0, 0, dark}));
+        const float r = length(Point{x * pixelAspect, y} - middle);
+        const float plate = 0.80f * coverage(r - wheelRadius);
+        const float dark = 1 - (1 - plate) * (1 - 0.85f * shadow.at(px, py).a * coverage(r - wheelRadius));
+        const float rule = std::fmax(outline(r - wheelRadius + 3, 2.0f), outline(r - hubRadius, 1.6f));
+        return over(shape.at(px, py), over(opaque(0.76f, 0.57f, 0.28f) * (0.9f * rule), Rgba{0, 0, 0, dark}));
     });
     saveRgba(canvas, path, Rows::TopFirst);
 }
