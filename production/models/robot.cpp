@@ -34,7 +34,7 @@ struct Part {
 };
 
 // The lamps, by where they stand: the warm key, and two cold ones behind.
-constexpr Vec keyLamp = {0.42, 0.50, 0.72}, coldLamp = {-0.84, 0.20, -0.46}, farLamp = {0.62, 0.24, -0.76};
+constexpr Vec keyLamp = {0.44, 0.55, 0.71}, coldLamp = {-0.84, 0.20, -0.46}, farLamp = {0.62, 0.24, -0.76};
 
 // What stands in their way, and darkens what is close by.
 struct Blocker {
@@ -58,14 +58,13 @@ double clearTo(Vec lamp, Vec p) {
     return clear;
 }
 
-// How much a place gets of a lamp whose light reaches round it by `wrap`.
-double litBy(Vec lamp, double wrap, Vec p, Vec normal) {
-    constexpr double inShadow = 0.25;
+// How much a place gets of a lamp whose light reaches round it by `wrap`; in the shadow it gets `least`.
+double litBy(Vec lamp, double wrap, double least, Vec p, Vec normal) {
     const Vec to = normalized(lamp);
-    return std::clamp((dot(normal, to) + wrap) / (1 + wrap), 0.0, 1.0) * mix(inShadow, 1, clearTo(to, p));
+    return std::clamp((dot(normal, to) + wrap) / (1 + wrap), 0.0, 1.0) * mix(least, 1, clearTo(to, p));
 }
 
-// In a lacquer's patch: across by the key, which is less on the legs, and upwards by the cold ones.
+// In a lacquer's patch: across by the key, and upwards by the cold ones; both are less on the legs.
 Shape lacquered(const Shape& whole, const std::function<Patch(Vec)>& lacquer) {
     Shape shape = triangulated(whole);
     const std::vector<std::array<Vec, 3>> normals = cornerNormals(shape);
@@ -75,9 +74,11 @@ Shape lacquered(const Shape& whole, const std::function<Patch(Vec)>& lacquer) {
         face.uvs.clear();
         for (size_t i = 0; i < 3; i++) {
             const Vec p = shape.points[face.points[i]], normal = normals[f][i];
-            const double key = litBy(keyLamp, 0.12, p, normal) * mix(0.68, 1, smoothstep(0, 90, p.y));
-            const double cold = litBy(coldLamp, 0.35, p, normal) + 0.7 * litBy(farLamp, 0.1, p, normal);
-            face.uvs.push_back(patch.at(key, std::min(cold, 1.0)));
+            const double low = smoothstep(0, 90, p.y);
+            const double key = litBy(keyLamp, 0.12, 0.25, p, normal) * mix(0.62, 1, low);
+            const double cold =
+                litBy(coldLamp, 0.35, 0.6, p, normal) + 0.7 * litBy(farLamp, 0.1, 0.6, p, normal);
+            face.uvs.push_back(patch.at(key, std::min(cold, 1.0) * mix(0.7, 1, low)));
         }
     }
     return shape;

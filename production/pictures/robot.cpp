@@ -118,7 +118,7 @@ struct Coat {
     Rgba albedo, sheen;  // what the key makes of it where it falls straight on it
 };
 const Coat coats[lacquers] = {{opaque(0.80f, 0.70f, 0.55f), opaque(0.05f, 0.05f, 0.04f)},   // ivory
-                              {opaque(0.95f, 0.26f, 0.03f), opaque(0.05f, 0.03f, 0.01f)},   // orange
+                              {opaque(0.95f, 0.25f, 0.05f), opaque(0.05f, 0.03f, 0.01f)},   // orange
                               {opaque(0.06f, 0.24f, 0.30f), opaque(0.05f, 0.06f, 0.06f)},   // petrol
                               {opaque(0.85f, 0.52f, 0.16f), opaque(0.12f, 0.09f, 0.04f)},   // brass
                               {opaque(0.26f, 0.28f, 0.31f), opaque(0.08f, 0.08f, 0.08f)},   // steel
@@ -129,7 +129,7 @@ Rgba lacquerAt(Point place) {
     const Cells cells = lacquer(which).within(margin);
     const float key = unit((place.x / part - float(cells.left)) / float(cells.width)),
                 cold = unit((float(cells.bottom()) - place.y / part) / float(cells.height));
-    const Rgba light = opaque(0.42f, 0.36f, 0.28f) * std::pow(key, 1.7f) +
+    const Rgba light = opaque(0.60f, 0.49f, 0.34f) * std::pow(key, 2.0f) +
                        opaque(0.07f, 0.21f, 0.40f) * std::pow(cold, 1.8f) + opaque(0.008f, 0.006f, 0.014f);
     return coats[which].albedo * light + coats[which].sheen * std::pow(key, 6.0f);
 }
@@ -173,11 +173,11 @@ Rgba wornAt(Point place, const Canvas& plate) {
 }  // namespace
 
 void makeRedBand(const char* path) {
-    makeBand(path, opaque(0.007f, 0.0005f, 0.0012f), opaque(0.90f, 0.05f, 0.010f), opaque(1, 0.55f, 0.20f));
+    makeBand(path, opaque(0.022f, 0.0015f, 0.003f), opaque(0.90f, 0.05f, 0.010f), opaque(1, 0.55f, 0.20f));
 }
 
 void makeGreenBand(const char* path) {
-    makeBand(path, opaque(0, 0.010f, 0.005f), opaque(0.03f, 0.85f, 0.32f), opaque(0.50f, 1, 0.65f));
+    makeBand(path, opaque(0, 0.009f, 0.005f), opaque(0.03f, 0.85f, 0.32f), opaque(0.50f, 1, 0.65f));
 }
 
 // Added to dark metal.
