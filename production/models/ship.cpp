@@ -154,6 +154,32 @@ Shape engine() {
                    painted(turned(pods, Axis::y, pi / 6), hull::plain)});
 }
 
+// Lit windows through a plate in the plane of x and y, so many from one place to another.
+Shape windows(Vec from, Vec to, int count) {
+    const Shape pane = moved(box({2.0, 4.2, 7.2}, 0.2), {0, 0, 0});
+    std::vector<Shape> row;
+    const double turn = std::atan2(from.x - to.x, to.y - from.y);
+    for (int i = 0; i < count; i++)
+        row.push_back(moved(turned(pane, Axis::z, turn), mix(from, to, double(i) / (count - 1))));
+    return joined(row);
+}
+
+// Along wings and fins, and round the hoop.
+Shape lights() {
+    const Shape wings =
+        around(joined({windows({18.5, 40, 0}, {42, -32, 0}, 9), windows({15, 24, 0}, {28, -36, 0}, 7)}), 3);
+    const Shape fins = around(windows({23, -38, 0}, {37, -62, 0}, 4), 3);
+    const Shape lamp = moved(box({2.4, 2.4, 3.6}, 0.3), {57.4, -80, 0});
+    const Shape all =
+        joined({turned(wings, Axis::y, pi / 6), turned(fins, Axis::y, pi / 2), around(lamp, 24)});
+    return painted(all, hull::warmLamp);
+}
+
+// From standing to lying: y becomes -z.
+Shape laidDown(const Shape& standing) {
+    return turned(standing, Axis::x, -pi / 2);
+}
+
 }  // namespace
 
 Shape figures::ship() {
@@ -161,8 +187,7 @@ Shape figures::ship() {
         {body(), turned(around(wing(), 3), Axis::y, pi / 6), turned(around(tailFin(), 3), Axis::y, pi / 2),
          moved(emitterRing(frontRing, 3.2), {0, emitterZ, 0}),
          moved(emitterRing(rearRing, 4.6), {0, -emitterZ, 0}), hoop(), spearhead(), engine()});
-    // From standing to lying: y becomes -z.
-    return turned(standing, Axis::x, -pi / 2);
+    return laidDown(standing);
 }
 
 namespace {
@@ -177,14 +202,18 @@ double leaningBack(Vec p, Vec normal) {
     const double across = std::abs(p.x * normal.y - p.y * normal.x) / std::max(reach, 1.0);
     if (reach >= hoop) return normal.z < -0.5 ? 1.9 : 0.62;
     if (p.z < -55) return 1.7;
-    if (reach < body) return 0.9;
+    if (reach < body) return 0.9 - 0.5 * smoothstep(0, -30, p.z);  // least before the beams of the nose
     return across > acrossSail ? 0.55 : 0;
 }
 
 }  // namespace
 
 void makeShip(const char* path) {
-    writeAml(path, {shaded(figures::ship(), [](Vec p, Vec normal) {
-                 return normal * 0.82 + Vec{0, 0, leaningBack(p, normal)};
-             })});
+    writeAml(path, {shaded(figures::ship(),
+                           [](Vec p, Vec normal) {
+                               return normal * 0.82 + Vec{0, 0, leaningBack(p, normal)};
+                           }),
+                    shaded(laidDown(lights()), [](Vec, Vec normal) {
+                        return normal * 0.45 + Vec{0, 0, 1};
+                    })});
 }

@@ -20,7 +20,7 @@ constexpr int columns = 12, split = 3;  // round edges have so many points to ea
 // two or three walls it leaves along the tunnel, and the ship stays free. Nothing hidden may come nearer than
 // 283 to the axis, where the heap's camera would see its back.
 constexpr int teeth = 7;
-constexpr double narrow = 293, wide = 299.9;  // radius of the columns' joints
+constexpr double narrow = 293, wide = 306.2;  // radius of the columns' joints
 constexpr double ringRadius = 268, endRadius = 292.5;
 // The round ends are one with the next segment's by turning this much along a segment: what is left of
 // its twist after whole strips.
@@ -45,7 +45,7 @@ struct Plank {
 constexpr Plank planks[] = {{3, 0, 7}, {7, 0, 7}, {11, 0, 7}, {1, 0, 3}, {5, 4, 7}, {9, 2, 5}};
 constexpr double plankRadius = 294.5, wallRadius = 306.8;
 // A slat, not a wall: the glow on a beat makes a bright field of each that catches a light.
-constexpr double plankMargin = 0.43;  // columns, on either side
+constexpr double plankMargin = 0.452;  // columns, on either side
 
 // The lit riser behind so many teeth.
 Patch hoop(int tooth) {
@@ -156,7 +156,7 @@ void makeTunnel(const char* path) {
     };
     const Shape lit = shaded(welded(bore.shape), [&](Vec p, Vec normal) {
         const bool ring = std::hypot(p.x, p.y) < ringRadius + 10;
-        return leaning(p, normal.z < -0.3 ? (ring ? -100 : -112) : ring ? 84 : 52);
+        return leaning(p, normal.z < -0.3 ? (ring ? -100 : -112) : ring ? 60 : 52);
     });
     // The frame is turned away from the corridor's light, so that its paint stands out before the stripes
     // only, where nothing is lit.

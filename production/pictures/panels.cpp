@@ -395,25 +395,27 @@ Canvas plated(Metal metal, const std::vector<Row>& rows, const std::vector<Sign>
 // The tunnel's frame, along a segment: the light of the rings at both of its ends falls off towards its
 // middle.
 Rgba railAt(float along) {
-    return opaque(0.50f, 0.98f, 1.30f) * mix(0.36f, 0.95f, std::exp(-6 * std::fmin(along, 1 - along)));
+    return opaque(0.62f, 0.98f, 1.30f) * mix(0.10f, 0.36f, std::exp(-6 * std::fmin(along, 1 - along)));
 }
 
-// The wall behind the planks, over a column's breadth and a segment's length: seven plates whose seams and
-// rivets give it form where a broad light would fill the screen on a beat, and black in their middle.
+// The wall behind the planks, over a column's breadth and a segment's length: seven plates of deep blue,
+// whose seams draw the tunnel in perspective, and a warm lamp in the middle of each. Blue is what a beat's
+// glow may make seven times as much of.
 Rgba wallAt(float across, float along) {
-    constexpr float lit[] = {0.9f, 0.12f, 0.55f, 0.05f, 1.0f, 0.25f, 0.4f};
+    constexpr float lit[] = {0.9f, 0.4f, 0.7f, 0.3f, 1.0f, 0.5f, 0.6f};
     constexpr float tall = 133, wide = 320;  // pixels of a plate
     const float plate = std::fmin(along * 7, 6.999f), within = plate - std::floor(plate);
     const float aside = std::fabs(2 * across - 1);  // 0 in the middle, 1 at a joint
     const float toJoint = (1 - aside) * wide / 2, toSeam = std::fmin(within, 1 - within) * tall;
-    const float deep = smoothstep(0.68f, 1.0f, aside) * (0.2f + 0.8f * within);
-    Rgba seen = opaque(0.003f, 0.016f, 0.075f) * (deep * lit[int(plate)]);
-    seen = seen + opaque(0.05f, 0.13f, 0.25f) * (bell(toSeam, 1.3f) * (0.12f + 0.6f * aside * aside));
-    seen = seen + opaque(0.05f, 0.14f, 0.30f) * bell(toJoint - 4, 1.4f);
+    const float deep = smoothstep(0.25f, 1.0f, aside) * (0.3f + 0.7f * within);
+    Rgba seen = opaque(0.004f, 0.020f, 0.13f) * (deep * lit[int(plate)]);
+    seen = seen + opaque(0.03f, 0.17f, 0.50f) * (bell(toSeam, 2.4f) * (0.25f + 0.75f * aside * aside));
+    seen = seen + opaque(0.03f, 0.19f, 0.58f) * bell(toJoint - 4, 3.2f);
     for (int i = 0; i < 3; i++)
         seen = seen + opaque(0.36f, 0.46f, 0.56f) *
-                          bell(std::hypot(toJoint - 18, (within - 0.25f - 0.25f * float(i)) * tall), 1.7f);
-    return seen;
+                          bell(std::hypot(toJoint - 24, (within - 0.25f - 0.25f * float(i)) * tall), 2.0f);
+    const float lamp = box({(across - 0.5f) * wide, (within - 0.5f) * tall}, {}, {5, 24}, 4);
+    return seen + opaque(0.9f, 0.46f, 0.14f) * smoothstep(1.5f, -1.5f, lamp);
 }
 
 // The light of the rings in the black of their ribs, over the cells' height.
@@ -482,21 +484,23 @@ void makeHull(const char* path) {
 // them, and the hall's pictures in the right one.
 void makeWalls(const char* path) {
     const Canvas panel = plated(deepSteel, panelRows, {}, {0.10f, 0.10f, 0.4f, 1900});
+    const auto solid = [](Rgba seen) { return Rgba{seen.r, seen.g, seen.b, 1}; };
+    const auto clear = [](Rgba seen) { return Rgba{seen.r, seen.g, seen.b, 0}; };
     Canvas canvas(size, size, grey(0));
     constexpr float tall = float(atlas::walls::panel.height) * cell;
     paint(canvas, [&](float x, float y, Rgba) {
-        if (x >= float(atlas::walls::firstTile) * cell) return hallPictures(x, y);
-        if (y > float(atlas::walls::rings.top) * cell) return ringAt(y / cell);
-        if (x >= float(atlas::walls::rail.left) * cell) return railAt(y / tall);
+        if (x >= float(atlas::walls::firstTile) * cell) return solid(hallPictures(x, y));
+        if (y > float(atlas::walls::rings.top) * cell) return clear(ringAt(y / cell));
+        if (x >= float(atlas::walls::rail.left) * cell) return clear(railAt(y / tall));
         if (x >= float(atlas::walls::wall.left) * cell)
-            return wallAt((x / cell - float(atlas::walls::wall.left)) / float(atlas::walls::wall.width),
-                          y / tall);
+            return clear(wallAt((x / cell - float(atlas::walls::wall.left)) / float(atlas::walls::wall.width),
+                                y / tall));
         // Drawn in to its breadth, from 16 cells.
         constexpr float narrower = 16 / float(atlas::walls::panel.width);
         Rgba seen = {};
         for (int i = 0; i < 4; i++)
             seen = seen + panel.at(int(std::floor(x) * narrower + 0.25f * narrower * i), int(y)) * 0.25f;
-        return seen;
+        return clear(seen);
     });
-    saveRgb(canvas, path, Rows::TopFirst);
+    saveRgba(canvas, path, Rows::TopFirst);
 }
