@@ -156,7 +156,7 @@ void makeTunnel(const char* path) {
     };
     const Shape lit = shaded(welded(bore.shape), [&](Vec p, Vec normal) {
         const bool ring = std::hypot(p.x, p.y) < ringRadius + 10;
-        return leaning(p, normal.z < -0.3 ? (ring ? -100 : -112) : ring ? 60 : 52);
+        return leaning(p, normal.z < -0.3 ? (ring ? -100 : -112) : ring ? 60 : 30);
     });
     // The frame is turned away from the corridor's light, so that its paint stands out before the stripes
     // only, where nothing is lit.
