@@ -50,7 +50,7 @@ struct Sign {
 
 const Rgba warm = opaque(0.86f, 0.46f, 0.13f);
 const Rgba warmLight = light(1.0f, 0.58f, 0.20f), coolLight = light(0.50f, 0.70f, 1.0f);
-const Rgba limestone = opaque(0.50f, 0.46f, 0.40f);
+const Rgba limestone = opaque(0.34f, 0.27f, 0.21f);
 // Of the butterflies' bodies, whose hues "koe" gives, and of the ship's edges that the beams light.
 const Rgba neon = opaque(1, 1, 1), beamlit = opaque(1, 0.16f, 0.72f);
 

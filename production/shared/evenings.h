@@ -6,6 +6,6 @@
 namespace heap {
 
 constexpr int roomsInStretch = 6;
-constexpr char evenings[][roomsInStretch + 1] = {"olloos", "oggolo", "lloosl", "oollob", "ollosl", "oolbol"};
+constexpr char evenings[][roomsInStretch + 1] = {"olglos", "lggolb", "llogsl", "blllol", "ollosl", "lolbgl"};
 
 }  // namespace heap
