@@ -61,8 +61,8 @@ struct Numbers {
     // What is turned in the hand is one step, however long that takes.
     void beginGesture() { inHand = true, lastTurn = -1; }
     void endGesture() { inHand = false, lastTurn = -1; }
-    bool undo() { return step(-1); }
-    bool redo() { return step(1); }
+    // Undoes (-1) or redoes (1). False if there is nothing.
+    bool step(int direction);
     // Between what the sources have and what is turned.
     void compare();
     // The next one of the list, or the one before.
@@ -99,7 +99,6 @@ private:
     void list();
     bool show(const TurnableNumber& number);
     bool put(TurnableNumber& number, const std::string& digits);
-    bool step(int direction);
     std::string pathOf(const TurnableNumber& number, const std::string& text) const;
     bool buildPrograms(const std::string& file);
 };

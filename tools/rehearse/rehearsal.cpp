@@ -62,7 +62,11 @@ constexpr KeyRow keys[] = {
     {SDLK_HOME, [](Rehearsal& r) { r.transport.setPosition(r.transport.loop ? r.transport.loop->from : 0); }},
     {SDLK_l, [](Rehearsal& r) { r.loopSegment(); }},
     {SDLK_n, [](Rehearsal& r) { r.toggleList(); }},
-    {SDLK_c, [](Rehearsal& r) { r.compare(); }},
+    {SDLK_c,
+     [](Rehearsal& r) {
+         r.numbers.compare();
+         r.seeNumbers();
+     }},
     {SDLK_RETURN, [](Rehearsal& r) { r.numbers.write(r.numbers.chosen); }},
     {SDLK_KP_ENTER, [](Rehearsal& r) { r.numbers.write(r.numbers.chosen); }},
     {SDLK_m, [](Rehearsal& r) { r.stems.show(!r.stems.choice.shown); }},
@@ -85,8 +89,8 @@ constexpr KeyRow listKeys[] = {
 
 // Those with Ctrl.
 constexpr KeyRow controlKeys[] = {
-    {SDLK_z, [](Rehearsal& r) { r.undo(); }},
-    {SDLK_y, [](Rehearsal& r) { r.redo(); }},
+    {SDLK_z, [](Rehearsal& r) { r.step(-1); }},
+    {SDLK_y, [](Rehearsal& r) { r.step(1); }},
 };
 
 bool actOn(std::span<const KeyRow> rows, SDLKey key, Rehearsal* rehearsal) {
@@ -329,17 +333,8 @@ void Rehearsal::release() {
     numbers.endGesture();
 }
 
-void Rehearsal::undo() {
-    if (numbers.undo()) seeNumbers();
-}
-
-void Rehearsal::redo() {
-    if (numbers.redo()) seeNumbers();
-}
-
-void Rehearsal::compare() {
-    numbers.compare();
-    seeNumbers();
+void Rehearsal::step(int direction) {
+    if (numbers.step(direction)) seeNumbers();
 }
 
 void Rehearsal::seeNumbers() {

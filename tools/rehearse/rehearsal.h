@@ -92,9 +92,8 @@ struct Rehearsal {
     // What keys do to the numbers.
     void choose(int steps);
     void turnChosen(int steps);
-    void undo();
-    void redo();
-    void compare();
+    void step(int direction);
+    void seeNumbers();
     void pressDigit(int digit);
 
 private:
@@ -112,7 +111,6 @@ private:
     void takeNumber(int number, Hands::Dragged what, int from);
     void turnTo(double steps);
     void dragCut(int ms);
-    void seeNumbers();
     void describeNumbers();
     void followProgramme();
     void pressButton(const SDL_MouseButtonEvent& button);
