@@ -358,6 +358,35 @@ float pulseAt(Point p, const std::vector<Point>& line) {
     return nearest;
 }
 
+// What the ball throws about it, out of focus.
+struct Spot {
+    Point middle;
+    float radius;
+    Rgba colour;
+};
+
+std::vector<Spot> spotsOfLight() {
+    const Rgba tints[] = {gold, ice, pink, mint, pink};
+    std::vector<Spot> all;
+    for (int i = 0; i < 70; i++) {
+        const Spot spot = {
+            {mix(youMiddle + 340, 2600, randomAt(i, 0, 71)), mix(50, 450, randomAt(i, 1, 71))},
+            mix(9, 40, std::pow(randomAt(i, 2, 71), 1.6f)),
+            tints[int(std::size(tints) * randomAt(i, 3, 71))] * mix(0.09f, 0.27f, randomAt(i, 4, 71))};
+        if (length(spot.middle - Point{ballMiddle, ballRow}) > ballRadius + spot.radius) all.push_back(spot);
+    }
+    return all;
+}
+
+Rgba spotsAt(Point p, const std::vector<Spot>& all) {
+    Rgba sum;
+    for (const Spot& spot : all) {
+        const float outside = length(p - spot.middle) - spot.radius;
+        if (outside < 1) sum = sum + spot.colour * (inked(outside) * (0.55f + 0.45f * std::exp(outside / 3)));
+    }
+    return sum;
+}
+
 }  // namespace
 
 void makeGreetings(const char* path) {
@@ -367,6 +396,7 @@ void makeGreetings(const char* path) {
     setListing(listing, words);
     setYouWords(words);
     const std::vector<Point> pulse = pulseLine();
+    const std::vector<Spot> spots = spotsOfLight();
 
     Canvas canvas(width, height, opaque(0, 0, 0));
     paint(canvas, [&](float x, float y, Rgba ground) {
@@ -375,7 +405,7 @@ void makeGreetings(const char* path) {
         const float line = pulseAt(p, pulse);
         const float shown = smoothstep(0, 50, p.x) * smoothstep(pulse.back().x, pulse.back().x - 200, p.x);
         const Rgba drawn =
-            owlAt(p - Point{owlMiddle, 0}) + listingAt(p, listing) +
+            spotsAt(p, spots) + owlAt(p - Point{owlMiddle, 0}) + listingAt(p, listing) +
             heartLines(fromYou) * inked(4 - headAt(fromFace)) + ballAt(p - Point{ballMiddle, 0}) +
             (mix(gold, cream, 0.3f) * lined(line, 2.4f) + opaque(0.5f, 0.25f, 0.06f) * std::exp(-line / 7)) *
                 shown;
