@@ -34,7 +34,7 @@ struct Part {
 };
 
 // The lamps, by where they stand: the warm key, and two cold ones behind.
-constexpr Vec keyLamp = {0.44, 0.55, 0.71}, coldLamp = {-0.84, 0.20, -0.46}, farLamp = {0.62, 0.24, -0.76};
+constexpr Vec keyLamp = {0.44, 0.55, 0.71}, coldLamp = {-0.94, 0.22, -0.26}, farLamp = {0.62, 0.24, -0.76};
 
 // What stands in their way, and darkens what is close by.
 struct Blocker {
@@ -111,9 +111,9 @@ Patch coatAt(Vec p) {
         return coatOf(ivory);
     if (p.y < -1) return coatOf(orange);  // boots
     if (p.y < 48) return coatOf(ivory);
-    if (p.y < 66 && out < 26) return coatOf(petrol);                          // pelvis
-    if (p.z < -13.2 && p.y < 127 && out < 34) return coatOf(petrol);          // packs
-    if (p.y < 104 ? out > 30 : p.y < 139 && out > 44) return coatOf(petrol);  // forearms
+    if (p.y < 66 && out < 26) return coatOf(petrol);                                          // pelvis
+    if (p.y < 127 && std::hypot(std::abs(p.x) - 8.6, p.z + 19) < 6.8) return coatOf(petrol);  // packs
+    if (p.y < 104 ? out > 30 : p.y < 139 && out > 44) return coatOf(petrol);                  // forearms
     if (out < 36 && p.y > 81 && p.y < 130) return coatOf(p.y < 97 ? orange : p.y < 119 ? ivory : petrol);
     return coatOf(ivory);
 }

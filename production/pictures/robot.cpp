@@ -129,7 +129,7 @@ Rgba lacquerAt(Point place) {
     const Cells cells = lacquer(which).within(margin);
     const float key = unit((place.x / part - float(cells.left)) / float(cells.width)),
                 cold = unit((float(cells.bottom()) - place.y / part) / float(cells.height));
-    const Rgba light = opaque(0.60f, 0.49f, 0.34f) * std::pow(key, 2.0f) +
+    const Rgba light = opaque(0.43f, 0.355f, 0.25f) * std::pow(key, 1.8f) +
                        opaque(0.07f, 0.21f, 0.40f) * std::pow(cold, 1.8f) + opaque(0.008f, 0.006f, 0.014f);
     return coats[which].albedo * light + coats[which].sheen * std::pow(key, 6.0f);
 }
