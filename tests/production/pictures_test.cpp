@@ -148,3 +148,23 @@ TEST(Pictures, SkyMeetsItselfWhereItIsFolded) {
     }
     EXPECT_LT(folded * 4, unfolded);
 }
+
+// What is not over a half of both alphas together is cut away. The glow of the stripes makes up to two
+// hundred of one: of a glass that had all three colours it would make white.
+TEST(Pictures, GlassOfTheButterfliesShowsButForItsSlots) {
+    const Picture hull("shiptex.png"), stripes("tex.png");
+    int glass = 255, slot = 255, whole = 0, green = 0;
+    for (int y = 0; y < hull.height; y++)
+        for (int x = 0; x < hull.width; x++) glass = std::min(glass, hull.sample(x, y, 3));
+    for (int y = 0; y < hull.height; y++)
+        for (int x = 0; x < hull.width; x++)
+            if (hull.sample(x, y, 3) == glass) green = std::max(green, hull.sample(x, y, 1));
+    for (int y = 0; y < stripes.height; y++) {
+        slot = std::min(slot, stripes.sample(0, y, 3));
+        whole = std::max(whole, stripes.sample(0, y, 3));
+        EXPECT_LT(std::min(stripes.sample(0, y, 0), stripes.sample(0, y, 2)), 26) << y;
+    }
+    EXPECT_GT(glass * whole, 130 * 255);
+    EXPECT_LT(glass * slot, 125 * 255);
+    EXPECT_EQ(green, 0);
+}
