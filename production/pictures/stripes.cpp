@@ -20,8 +20,8 @@ constexpr float unitsPerRepeat = 500;
 const std::vector<Stop> tints = {
     {-60, opaque(0.220f, 0.038f, 0.000f)},
     {-12, opaque(0.140f, 0.000f, 0.003f)},
-    {12, opaque(0.003f, 0.000f, 0.140f)},
-    {60, opaque(0.000f, 0.038f, 0.220f)},
+    {12, opaque(0.003f, 0.000f, 0.180f)},
+    {60, opaque(0.000f, 0.046f, 0.300f)},
 };
 
 // Slots of the glass, which is cut away at one half of alpha and has little more: the halo shines through
