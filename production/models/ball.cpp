@@ -32,28 +32,6 @@ constexpr int rows = 22;
 constexpr double mirrorPart = 0.86;  // of its place that a mirror covers, each way
 constexpr double domed = 0.0016;     // radians that a mirror seems to bend for each unit from its middle
 
-Shape mirrorRows() {
-    Shape mirrors;
-    const double step = pi / rows;
-    for (int row = 0; row < rows; row++) {
-        const double middle = step * (row + 0.5);  // from the pole
-        const int columns = std::max(6, int(std::lround(2 * rows * std::sin(middle))));
-        const double halfTurn = pi / columns * mirrorPart, half = step / 2 * mirrorPart;
-        for (int column = 0; column < columns; column++) {
-            const double turn = 2 * pi * (column + 0.5 * (row % 2)) / columns;
-            const int first = int(mirrors.points.size());
-            for (const auto& [across, down] : {Flat{1, 1}, Flat{-1, 1}, Flat{-1, -1}, Flat{1, -1}}) {
-                const double away = middle + half * down;
-                mirrors.points.push_back(hall::ballCentre + hall::onRing(turn + halfTurn * across,
-                                                                         halfBreadth * std::sin(away),
-                                                                         halfHeight * std::cos(away)));
-            }
-            addFace(mirrors, {first, first + 1, first + 2, first + 3});
-        }
-    }
-    return mirrors;
-}
-
 // Seconds for which it is laid out.
 constexpr double firstMoment = showtime::room.seconds(), lastMoment = showtime::afterCredits.seconds(),
                  momentStep = 0.1;
@@ -171,8 +149,30 @@ private:
 
 namespace ball {
 
+Shape plainMirrors() {
+    Shape mirrors;
+    const double step = pi / rows;
+    for (int row = 0; row < rows; row++) {
+        const double middle = step * (row + 0.5);  // from the pole
+        const int columns = std::max(6, int(std::lround(2 * rows * std::sin(middle))));
+        const double halfTurn = pi / columns * mirrorPart, half = step / 2 * mirrorPart;
+        for (int column = 0; column < columns; column++) {
+            const double turn = 2 * pi * (column + 0.5 * (row % 2)) / columns;
+            const int first = int(mirrors.points.size());
+            for (const auto& [across, down] : {Flat{1, 1}, Flat{-1, 1}, Flat{-1, -1}, Flat{1, -1}}) {
+                const double away = middle + half * down;
+                mirrors.points.push_back(hall::ballCentre + hall::onRing(turn + halfTurn * across,
+                                                                         halfBreadth * std::sin(away),
+                                                                         halfHeight * std::cos(away)));
+            }
+            addFace(mirrors, {first, first + 1, first + 2, first + 3});
+        }
+    }
+    return mirrors;
+}
+
 Shape mirrors() {
-    Shape mirrors = mirrorRows();
+    Shape mirrors = plainMirrors();
     const Glitter glitter(mirrors);
     for (int i = 0; i < int(mirrors.faces.size()); i++) {
         Face& face = mirrors.faces[i];

@@ -5,7 +5,8 @@
 
 namespace ball {
 
-// The mirrors, in their place in the hall, painted and shaded.
+// The mirrors, in their place in the hall; plain, and painted and shaded.
+model::Shape plainMirrors();
 model::Shape mirrors();
 
 }  // namespace ball

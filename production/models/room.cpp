@@ -1,13 +1,16 @@
 // The hall round the ball: the copy that beams are traced against, and what is drawn over it. A drum carries
 // a dome; on the wall of each quarter hangs a picture of light, before which its figure stands.
+#include <algorithm>
 #include <span>
 
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
+#include "production/models/ball.h"
 #include "production/models/hall.h"
 #include "production/models/models.h"
 #include "production/models/paints.h"
+#include "production/models/stage.h"
 #include "production/models/viewer.h"
 #include "script/show_times.h"
 
@@ -80,11 +83,16 @@ Shape paintedWall() {
 }
 
 // While the hall fades in, it is drawn over all that stands in it, and its second light goes with the viewer,
-// over his right shoulder. What a place must face for him then to see that light in it.
+// over his right shoulder. The viewer so many seconds before that is over.
+viewer::View entering(double before) {
+    return viewer::at(showtime::room.seconds() - before);
+}
+
+// What a place must face for him then to see that light in it.
 Vec onEntering(Vec p) {
-    const viewer::View view = viewer::at(showtime::room.seconds() - 0.5);
+    const viewer::View view = entering(0.4);
     const Vec light = view.eye + view.right * 100 + view.up * 130 + view.back * 80;
-    return normalized(light - p) + normalized(view.eye - p);
+    return normalized(light - p) + view.back;  // GL takes every place to be seen from straight ahead
 }
 
 // Floor and dome: over the part's breadth from the axis to the wall, over its height half a bay. Where the
@@ -104,13 +112,114 @@ Shape paintedDisc(std::span<const Flat> profile, int along, const Patch& patch) 
     });
 }
 
-// For who enters, too: a ball that the one of mirrors hides later, each facet looking its own way.
+Uv swatch(atlas::walls::Swatch which) {
+    return middleOf(atlas::walls::swatch(which));
+}
+
+// A number of 0..1 for a place, scattered.
+double lotAt(Vec p) {
+    return fraction(std::abs(std::sin(41 * p.x + 97 * p.y + 13 * p.z)) * 437);
+}
+
+// For who enters, too: a ball that the one of mirrors hides later, each mirror looking its own way.
 Shape ballToCome() {
-    const Shape facets = moved(scaled(icosphere(30, 2), {1, 1.3, 1}), ballCentre);
-    return shaded(smoothed(painted(facets, middleOf(atlas::walls::pale)), hard), [](Vec p, Vec normal) {
-        const double lot = fraction(std::sin(41 * normal.x + 97 * normal.y + 13 * normal.z) * 437);
-        return normalized(onEntering(p)) + normal * (0.1 + 2.2 * lot);
+    constexpr double within = 0.92;
+    const Shape plain = ball::plainMirrors();
+    Shape mirrors = moved(scaled(moved(plain, ballCentre * -1), {within, within, within}), ballCentre);
+    constexpr atlas::walls::Swatch swatches[] = {atlas::walls::orange, atlas::walls::blue,
+                                                 atlas::walls::shade,  atlas::walls::orange,
+                                                 atlas::walls::steel,  atlas::walls::pale};
+    for (Face& face : mirrors.faces) {
+        const int which = int(lotAt(faceCentre(mirrors, face)) * std::size(swatches));
+        face.uvs.assign(face.points.size(), swatch(swatches[which]));
+    }
+    return shaded(smoothed(mirrors, hard), [](Vec p, Vec normal) {
+        return normalized(onEntering(p)) + normal * (0.6 * lotAt(normal));
     });
+}
+
+// Also for who enters: what stands in the hall as he sees it, thrown from his eye beyond floor and wall,
+// which hide it later, and laid so that what is nearer covers the rest. What is smaller to him than `least`
+// (steradians) is left out.
+Shape toCome(const Shape& whole, double least) {
+    constexpr double under = 10, around = 60,
+                     farthest = 990;   // units; the sun is flat, its middle farthest in
+    constexpr double halfSight = 0.4;  // cosine, to where he looks while he comes
+    const viewer::View view = entering(0);
+    const Vec eye = view.eye;
+    Shape shape;
+    std::vector<std::pair<double, Face>> seen;
+    for (const Face& face : whole.faces) {
+        const Vec centre = faceCentre(whole, face);
+        const double far = length(centre - eye);
+        if (dot(areaVector(whole, face), eye - centre) > 2 * least * far * far * far &&
+            dot(eye - centre, view.back) > halfSight * far)
+            seen.push_back({far, face});
+    }
+    std::stable_sort(seen.begin(), seen.end(),
+                     [](const auto& a, const auto& b) { return a.first > b.first; });
+    for (const auto& [distance, face] : seen) shape.faces.push_back(face);
+    // How often `sight` fits between the eye and a ball round the origin, or (`upright` is 0) a drum.
+    const auto reaching = [&](double radius, Vec sight, double upright) {
+        const Vec from = {eye.x, eye.y * upright, eye.z}, way = {sight.x, sight.y * upright, sight.z};
+        const double a = dot(way, way), b = dot(way, from), c = dot(from, from) - radius * radius;
+        return (std::sqrt(b * b - a * c) - b) / a;
+    };
+    for (const Vec& p : whole.points) {
+        const Vec sight = p - eye;
+        const double toFloor = sight.y < 0 ? -(eye.y + under) / sight.y : 1e9;
+        shape.points.push_back(eye + sight * std::min({toFloor, reaching(wallRadius + around, sight, 0),
+                                                       reaching(farthest, sight, 1)}));
+    }
+    for (Face& face : shape.faces) face.normals.clear();
+    return shape;
+}
+
+// Blue on his left and orange on his right, as the plates will be, none as bright as the next.
+Shape platesToCome() {
+    const viewer::View view = entering(0);
+    Shape plates = toCome(stage::plates(), 1e-5);
+    for (Face& face : plates.faces) {
+        const Vec p = faceCentre(plates, face);
+        const bool left = dot(p, view.right) < -0.2 * length(p);
+        face.uvs.assign(face.points.size(), swatch(left ? atlas::walls::blue : atlas::walls::orange));
+    }
+    return shaded(plates, [](Vec p, Vec normal) {
+        return onEntering(p) + normal * (0.5 * lotAt({std::round(p.x / 12), 0, std::round(p.z / 12)}));
+    });
+}
+
+Shape shipToCome() {
+    const Shape plain = stage::ship();
+    Shape ship = toCome(plain, 5e-5);
+    const Vec lamp = normalized(entering(0).up + entering(0).back * 0.6 - entering(0).right * 0.4);
+    for (Face& face : ship.faces) {
+        const double lit = dot(faceNormal(plain, face), lamp);
+        face.uvs.assign(face.points.size(), swatch(lit > 0.55   ? atlas::walls::steel
+                                                   : lit > 0.15 ? atlas::walls::blue
+                                                                : atlas::walls::shade));
+    }
+    return shaded(ship, [](Vec p, Vec) { return onEntering(p); });
+}
+
+Shape pillarsToCome() {
+    const viewer::View view = entering(0);
+    const Shape plain = stage::pillars();
+    Shape pillars = toCome(plain, 2e-5);
+    for (Face& face : pillars.faces) {
+        const bool left =
+            dot(faceCentre(plain, face),
+                view.right)<0, lit = dot(faceNormal(plain, face), view.right) * (left ? -1 : 1)> 0.3;
+        face.uvs.assign(face.points.size(), swatch(!lit   ? atlas::walls::shade
+                                                   : left ? atlas::walls::steel
+                                                          : atlas::walls::orange));
+    }
+    return shaded(pillars, [](Vec p, Vec) { return onEntering(p); });
+}
+
+Shape sunToCome() {
+    return shaded(painted(toCome(stage::sun(), 0), swatch(atlas::walls::orange)),
+                  [](Vec p, Vec) { return onEntering(p); });
 }
 
 // A small mirror that throws what comes from `from` to `to`, front and back.
@@ -167,5 +276,6 @@ void makeRoomCollision(const char* path) {
 
 void makeRoom(const char* path) {
     writeAml(path, {paintedWall(), paintedDisc(ground, 12, walls::tile(atlas::walls::floor)),
-                    paintedDisc(dome, 3, walls::tile(atlas::walls::dome)), ballToCome()});
+                    paintedDisc(dome, 3, walls::tile(atlas::walls::dome)), sunToCome(), pillarsToCome(),
+                    shipToCome(), platesToCome(), ballToCome()});
 }

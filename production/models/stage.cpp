@@ -5,6 +5,8 @@
 //
 // All of it is dark metal that shows what the picture of reflections holds, so the shading decides its light:
 // what faces straight up or down throws back the glow beyond it, cold below the viewer's eyes, warm above.
+#include "production/models/stage.h"
+
 #include <algorithm>
 
 #include "production/kit/model/aml.h"
@@ -133,7 +135,8 @@ Shape plates(double outer, double inner, double top, double slope, bool outermos
 // throws back the glow beyond, the more so the higher he stands there; between them lie dark ones, which
 // throw back the night above him. Where he has the colossus before him all do, so that its face is the bright
 // thing.
-Shape stageFloor() {
+// `darkToo`: what lies between the lit ones as well.
+Shape stageFloor(bool darkToo) {
     std::vector<Shape> parts;
     for (size_t i = 0; i < std::size(terraces); i++) {
         const double top = terraces[i].foot + terraces[i].height, outer = terraces[i].radius - 2.4,
@@ -143,7 +146,7 @@ Shape stageFloor() {
             const double to = mix(outer, inner, ring.to);
             if (ring.slope > darkSlope)
                 parts.push_back(plates(from, to, top, ring.slope, i == 0));
-            else
+            else if (darkToo)
                 parts.push_back(shaded(lathe({{from, top}, {to, top}}, floorSides), [=](Vec p, Vec) {
                     return up - normalized(Vec{p.x, 0, p.z}) * floorSlope(p, ring.slope, i == 0);
                 }));
@@ -252,7 +255,12 @@ Shape stud() {
 
 // --- The hall's own ---
 
-// Eight slim shafts along the wall, which run on as ribs to the dome's ring.
+constexpr int pillarCount = 8;
+double pillarPlace(int number) {
+    return pillarTurn + (number + 0.5) * 2 * pi / pillarCount;
+}
+
+// Slim shafts along the wall, which run on as ribs to the dome's ring.
 Shape pillar() {
     const Outline shaft = {{17, 0},   {17, 12},  {13, 16},  {9, 26},   {8, 280}, {9, 554},
                            {13, 564}, {13, 574}, {18, 580}, {18, 592}, {12, 604}};
@@ -459,12 +467,31 @@ Shape probeLamps() {
 
 }  // namespace
 
+namespace stage {
+
+Shape plates() {
+    return stageFloor(false);
+}
+Shape ship() {
+    return hungShip();
+}
+Shape sun() {
+    return sunDisc();
+}
+Shape pillars() {
+    std::vector<Shape> all;
+    for (int i = 0; i < pillarCount; i++) all.push_back(atTurn(pillar(), pillarPlace(i)));
+    return joined(all);
+}
+
+}  // namespace stage
+
 void makeStage(const char* path) {
-    const Shape middle = joined({stageFloor(), floorRings(), inlays(), risers(), edgeLights(), ballCup(),
+    const Shape middle = joined({stageFloor(true), floorRings(), inlays(), risers(), edgeLights(), ballCup(),
                                  around(projector(), sources), around(stud(), sources)});
     std::vector<Shape> pillars;
-    for (int i = 0; i < 8; i++) {
-        const double turn = pillarTurn + (i + 0.5) * pi / 4;
+    for (int i = 0; i < pillarCount; i++) {
+        const double turn = pillarPlace(i);
         pillars.push_back(litIn(onlySeen(atTurn(pillar(), turn)), turn, {0.15, 0.35}));
     }
     const Shape metal = welded(joined({figures::robotShells(), figures::robotWorks()}), 0.6);

@@ -115,8 +115,8 @@ Rgba floorPlan(float radius, float side) {
     // Where the stage stands, its plan: the risers' edges, and plates between them that pale outwards.
     for (const hall::Terrace& terrace : hall::terraces) {
         const float inwards = float(terrace.radius) / float(hall::wallRadius) - radius;
-        if (inwards > 0) c = grey(0.36f) * smoothstep(0.075f, 0.0f, inwards);
-        c = c + light(0.40f, 0.46f, 0.52f) * smoothstep(0.006f, 0.003f, std::fabs(inwards));
+        if (inwards > 0) c = grey(0.04f) * smoothstep(0.075f, 0.0f, inwards);
+        c = c + light(0.08f, 0.09f, 0.10f) * smoothstep(0.006f, 0.003f, std::fabs(inwards));
     }
     c = c + light(0.30f, 0.36f, 0.40f) * smoothstep(0.010f, 0.005f, std::fabs(radius - 0.93f));
     return c;
@@ -130,10 +130,11 @@ Rgba domePlan(float radius, float side) {
     return c;
 }
 
-// Below the tiles, one to a cell: of the last one is the ball that shows while the hall fades in.
-Rgba swatch(int number) {
-    const Rgba swatches[] = {opaque(0.015f, 0.02f, 0.024f), opaque(0.20f, 0.10f, 0.03f),
-                             opaque(0.9f, 0.9f, 0.9f)};
+// Below the tiles, one to a cell.
+Rgba swatchPaint(int number) {
+    const Rgba swatches[] = {opaque(0.9f, 0.9f, 0.9f), opaque(0.08f, 0.36f, 1.0f),
+                             opaque(1.0f, 0.165f, 0.01f), opaque(0.30f, 0.42f, 0.62f),
+                             opaque(0.02f, 0.035f, 0.06f)};
     return number < int(std::size(swatches)) ? swatches[number] : grey(0);
 }
 
@@ -146,7 +147,7 @@ Rgba hallPictures(float x, float y) {
     const int column = int(along / part), row = int(y / part);
     const float u = along / part - column, v = 1 - (y / part - row);  // v runs up
     const int which = row * 2 + column;
-    if (which > dome) return swatch(int(along / cell));
+    if (which > dome) return swatchPaint(int(along / cell));
     const bool onWall = which < atlas::walls::floor;
     const float gain = 1.9f * (onWall ? mix(0.25f, 1, smoothstep(1.0f, 0.72f, u)) : 1);
     if (which == atlas::walls::floor) return floorPlan(u, v) * gain;

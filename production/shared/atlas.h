@@ -52,7 +52,11 @@ constexpr Cells panel = {0, 0, 2.5, 14.5}, wall = {2.5, 0, 5, 14.5}, rail = {7.5
 // right edge; then floor and dome, from the axis to the wall over half a bay.
 constexpr double tile = 4, firstTile = 8;
 enum Tile { pillar, ship, probes, colossus, floor, dome };
-constexpr Cells pale = {10.2, 12.2, 0.6, 0.6};  // of a swatch below them
+// Swatches below them, for what shows while the hall fades in.
+constexpr Cells swatch(int number) {
+    return {firstTile + number + 0.2, 12.2, 0.6, 0.6};
+}
+enum Swatch { pale, blue, orange, steel, shade };
 constexpr Cells hall(Tile which) {
     return {firstTile + tile * (which % 2), tile * (which / 2), tile, tile};
 }
