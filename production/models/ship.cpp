@@ -156,7 +156,7 @@ Shape engine() {
 
 // Lit windows through a plate in the plane of x and y, so many from one place to another.
 Shape windows(Vec from, Vec to, int count) {
-    const Shape pane = moved(box({2.0, 4.2, 7.2}, 0.2), {0, 0, 0});
+    const Shape pane = box({1.5, 3.4, 7.2}, 0.2);
     std::vector<Shape> row;
     const double turn = std::atan2(from.x - to.x, to.y - from.y);
     for (int i = 0; i < count; i++)
@@ -167,7 +167,7 @@ Shape windows(Vec from, Vec to, int count) {
 // Along wings and fins, and round the hoop.
 Shape lights() {
     const Shape wings =
-        around(joined({windows({18.5, 40, 0}, {42, -32, 0}, 9), windows({15, 24, 0}, {28, -36, 0}, 7)}), 3);
+        around(joined({windows({18.5, 40, 0}, {42, -32, 0}, 8), windows({15, 24, 0}, {28, -36, 0}, 6)}), 3);
     const Shape fins = around(windows({23, -38, 0}, {37, -62, 0}, 4), 3);
     const Shape lamp = moved(box({2.4, 2.4, 3.6}, 0.3), {57.4, -80, 0});
     const Shape all =

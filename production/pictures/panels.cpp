@@ -395,7 +395,7 @@ Canvas plated(Metal metal, const std::vector<Row>& rows, const std::vector<Sign>
 // The tunnel's frame, along a segment: the light of the rings at both of its ends falls off towards its
 // middle.
 Rgba railAt(float along) {
-    return opaque(0.62f, 0.98f, 1.30f) * mix(0.10f, 0.36f, std::exp(-6 * std::fmin(along, 1 - along)));
+    return opaque(0.62f, 0.98f, 1.30f) * mix(0.08f, 0.26f, std::exp(-6 * std::fmin(along, 1 - along)));
 }
 
 // The wall behind the planks, over a column's breadth and a segment's length: seven plates of deep blue,
@@ -409,8 +409,8 @@ Rgba wallAt(float across, float along) {
     const float toJoint = (1 - aside) * wide / 2, toSeam = std::fmin(within, 1 - within) * tall;
     const float deep = smoothstep(0.25f, 1.0f, aside) * (0.3f + 0.7f * within);
     Rgba seen = opaque(0.004f, 0.020f, 0.13f) * (deep * lit[int(plate)]);
-    seen = seen + opaque(0.03f, 0.17f, 0.50f) * (bell(toSeam, 2.4f) * (0.25f + 0.75f * aside * aside));
-    seen = seen + opaque(0.03f, 0.19f, 0.58f) * bell(toJoint - 4, 3.2f);
+    seen = seen + opaque(0.02f, 0.13f, 0.50f) * (bell(toSeam, 2.4f) * (0.25f + 0.75f * aside * aside));
+    seen = seen + opaque(0.02f, 0.15f, 0.58f) * bell(toJoint - 4, 3.2f);
     for (int i = 0; i < 3; i++)
         seen = seen + opaque(0.36f, 0.46f, 0.56f) *
                           bell(std::hypot(toJoint - 24, (within - 0.25f - 0.25f * float(i)) * tall), 2.0f);
