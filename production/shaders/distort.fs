@@ -92,8 +92,8 @@ vec3 veilAt(vec2 at, vec2 slope, vec2 least, vec2 most) {
     return veil;
 }
 
-// What is seen at a place, thrown by `slip` and parted by `split` on either side: red bends least and blue most, over
-// a whole spectrum. Thrown over an edge of the picture, a place comes back in.
+// What is seen at a place, thrown by `slip` and parted by `split` on either side, red and blue, with how solid it is.
+// Thrown over an edge of the picture, a place comes back in.
 vec4 thrownPicture(vec2 slip, vec2 split) {
     vec2 slope = vec2(dFdx(gl_TexCoord[0].s) / dFdx(place.x), dFdy(gl_TexCoord[0].t) / dFdy(place.y));
     vec2 margin = vec2(abs(dFdx(place.x)), abs(dFdy(place.y)));  // a pixel: slopes are not exact across the whole width
