@@ -95,7 +95,7 @@ struct Pose {
 };
 constexpr Vec shoulder = {33.5, 116, 0}, shoulderTop = {0.75, 0.6, 0.05};
 // One hangs at ease beside the hip; one waves.
-constexpr Pose atEase = {{46, 100, -6}, {31, 81, 11}, {-0.62, -0.72, 0.3}, 0.95},
+constexpr Pose atEase = {{46, 100, -6}, {31, 81, 11}, {-0.62, -0.72, 0.3}, 0.75},
                waving = {{49, 111, -4}, {54, 135, 1}, {0.16, 0.97, 0.1}, 0.14};
 
 // Whether a place belongs to the hand of an arm on the side of x > 0.
@@ -157,6 +157,11 @@ Shape rings(double radius, double height) {
                  20);
 }
 
+Shape bolt(double radius, double height) {
+    const double r = radius, h = height;
+    return lathe({{r, 0}, {r, h * 0.6}, {r * 0.6, h}, {0, h}}, 10);
+}
+
 // A round limb between two joints. `cuts` (parts of its length) divide it into plates, its radius goes from
 // `start` to `end` and is fuller by `swell` half-way.
 Shape limb(Vec from, Vec to, const Plates& plates, const std::vector<double>& cuts, double start, double end,
@@ -169,15 +174,15 @@ Shape limb(Vec from, Vec to, const Plates& plates, const std::vector<double>& cu
         return mix(start, end, k) + swell * std::sin(pi * k);
     });
     const Outline profile = chained({{{0, heights.front()}}, wall, {{0, heights.back()}}});
-    return placed(lathe(profile, 24), from, to - from);
+    return placed(lathe(profile, 20), from, to - from);
 }
 
 Shape base() {
     const Outline profile = {{0, -31},      {30, -31},   {33, -29.5}, {41, -29.5}, {43.5, -28},
                              {44, -26},     {43.5, -24}, {41, -22.5}, {36, -22},   {35, -20.6},
                              {33.6, -19.6}, {31, -19.4}, {29, -20.4}, {18, -21.8}, {0, -23.2}};
-    const Shape lamps = around(moved(rings(2.6, 1.6), {38.6, -22.4, 0}), 12);
-    return joined({flutedLathe(profile, {12, 0.07, 1.4, -30, -23, 5}), lamps});
+    const Shape studs = around(moved(bolt(2.2, 1.4), {38.6, -22.4, 0}), 12);
+    return joined({flutedLathe(profile, {12, 0.07, 1.4, -30, -23, 5}), studs});
 }
 
 Part foot() {
@@ -216,7 +221,7 @@ Part pelvis() {
     const Shape girdle = squared(flutedLathe(profile, {8, 0.12, 1.2, 48, 63, 3}, pi / 8), 0.68);
     // Seen from below while the camera looks up the robot: a hatch with bolts, the sockets of the hips, a
     // vent on each side and the cables to the legs.
-    const Shape bolts = moved(around(moved(rings(1, 0.8), {7.2, 0, 0}), 8), {0, 0, 0});
+    const Shape bolts = around(moved(bolt(1, 0.8), {7.2, 0, 0}), 8);
     const Shape hatch = placed(joined({rings(5.5, 1.4), bolts}), {0, 46.2, 0}, {0, -1, 0});
     const Shape socket = placed(rings(8.6, 3.4), {11.6, 49.4, 0}, {0.12, -1, 0});
     const Shape hipPlate = placed(rings(6.4, 3), {18.6, 56, 0}, {1, 0.05, 0});
@@ -237,7 +242,7 @@ Shape hose(const std::vector<Vec>& points, double radius) {
 
 // A rod that slides in a sleeve.
 Shape rod(Vec from, Vec to, double radius) {
-    return placed(lathe({{0, 0}, {radius, 0}, {radius, length(to - from)}, {0, length(to - from)}}, 12), from,
+    return placed(lathe({{0, 0}, {radius, 0}, {radius, length(to - from)}, {0, length(to - from)}}, 14), from,
                   to - from);
 }
 Shape sleeve(Vec from, Vec to, double radius) {
@@ -435,7 +440,7 @@ Shape finger(Vec knuckle, Vec out, double size, double curl) {
             normalized(ahead * std::cos(curl) + normalized(palm - ahead * dot(palm, ahead)) * std::sin(curl));
     }
     bones.push_back(at);
-    how.path = curveThrough(bones, false, 5);
+    how.path = curveThrough(bones, false, 4);
     how.up = palm;
     const double last = double(how.path.size() - 1);
     how.change = [=](int step, Outline section) {
@@ -444,7 +449,7 @@ Shape finger(Vec knuckle, Vec out, double size, double curl) {
         for (Flat& p : section) p = {p.x * radius, p.y * radius};
         return section;
     };
-    return smoothed(sweep(polygon(12, 1), how), 1.3);
+    return smoothed(sweep(polygon(10, 1), how), 1.3);
 }
 
 Part arm(const Pose& pose) {
@@ -626,7 +631,7 @@ Shape figures::onRobotScreen(const Shape& picture) {
 }
 
 void makeRobotBody(const char* path) {
-    writeAml(path, {mappedBox(withoutHeadShell().works, 48)});
+    writeAml(path, {mappedBox(joined({withoutHeadShell().works, calfRods(), waistRods()}), 48)});
 }
 
 void makeRobotArms(const char* path) {
@@ -642,7 +647,7 @@ void makeRobotScreen(const char* path) {
         joined({lacquered(joined({withoutHeadShell().shells, swelling(headShell())}), coatAt),
                 lacquered(joined({paintwork(), legHoses()}), in(orange)),
                 lacquered(joined({calfSleeves(), waistSleeves()}), in(petrol)),
-                lacquered(joined({calfRods(), waistRods()}), in(brass)),
+
                 lacquered(joined({waistHoses(), brows()}), in(orange)), lacquered(screenFrames(), in(brass)),
                 lacquered(base(), [](Vec p) {
                     return coatOf(p.y > -22.4 && std::hypot(p.x, p.z) > 36 ? brass : petrol);
