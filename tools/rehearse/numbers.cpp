@@ -9,12 +9,11 @@
 #include <iterator>
 #include <utility>
 
-#include "app/startup.h"
-#include "production/shaders/shaders.h"
 #include "render/demo.h"
 #include "script/resources.h"
 #include "tools/formatted.h"
 #include "tools/loading/program_build.h"
+#include "tools/rehearse/reload.h"
 #include "tools/rehearse/uniforms.h"
 #include "tools/times.h"
 #include "tools/whole_file.h"
@@ -266,12 +265,8 @@ bool Numbers::buildPrograms(const std::string& file) {
             news.push_back(program.problem.substr(0, program.problem.find('\n')));
             return false;
         }
-        GLhandleARB& current = demo->shaders[row.key];
-        copyUniforms(current, program.program);
-        deleteProgram(current);
-        current = program.program;
+        replaceProgram(&demo->shaders[row.key], program.program);
     }
-    centreBoom();
     giveUniforms();
     return true;
 }
@@ -348,14 +343,8 @@ void Numbers::choose(int steps) {
 // A shader's is the generator's source, where the copy below data/ is the same.
 std::string Numbers::pathOf(const TurnableNumber& number, const std::string& shown) const {
     if (!isShader(number.file)) return root + number.file;
-    if (!shaders.empty()) {
-        for (const ShaderProduct& product : shaderProducts) {
-            if (number.file != std::string("data/") + product.file) continue;
-            const std::string path = shaders + "/" + product.source;
-            if (contentOf(path) == shown) return path;
-        }
-    }
-    return number.file;
+    const std::string source = sourceOf(shaders, number.file);
+    return !source.empty() && contentOf(source) == shown ? source : number.file;
 }
 
 void Numbers::write(int index) {

@@ -24,14 +24,6 @@ namespace {
 constexpr auto quickRead = std::chrono::milliseconds(4);
 constexpr double returnsWithin = 0.5;  // seconds; editors put the old file away before the new one comes
 
-// The generator's source of a shader below data/.
-std::string sourceOf(const std::string& sources, const std::string& file) {
-    if (sources.empty()) return "";
-    for (const ShaderProduct& product : shaderProducts)
-        if (file == std::string("data/") + product.file) return sources + "/" + product.source;
-    return "";
-}
-
 std::optional<ShaderText> entryOf(const std::map<std::string, std::string>& texts, const std::string& file) {
     const auto entry = texts.find(file);
     return entry == texts.end() ? std::nullopt : std::optional(ShaderText{file, entry->second});
@@ -70,6 +62,13 @@ constexpr KindRow kinds[] = {
 };
 
 }  // namespace
+
+std::string sourceOf(const std::string& sources, const std::string& file) {
+    if (sources.empty()) return "";
+    for (const ShaderProduct& product : shaderProducts)
+        if (file == std::string("data/") + product.file) return sources + "/" + product.source;
+    return "";
+}
 
 // One of the two texts that a program is built from.
 struct ShaderHalf {
@@ -221,11 +220,7 @@ bool Reload::loadProgram(const ShaderRow& row, const ShaderText& saved, std::str
         *problem = built.problem;
         return false;
     }
-    GLhandleARB& current = demo->shaders[row.key];
-    copyUniforms(current, built.program);
-    deleteProgram(current);
-    current = built.program;
-    centreBoom();
+    replaceProgram(&demo->shaders[row.key], built.program);
     for (const ShaderHalf& half : halves) {
         if (!half.newer) continue;
         loading.shadersInUse[half.file] = half.newer->text;

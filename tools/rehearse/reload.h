@@ -14,6 +14,9 @@
 
 struct ShaderHalf;
 
+// In the generator's folder the source of a shader below data/; empty if there is none.
+std::string sourceOf(const std::string& sources, const std::string& file);
+
 struct Reload {
     Transport* transport;
     Loading& loading;  // whose readers, problems and texts of shaders are taken over

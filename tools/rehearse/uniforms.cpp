@@ -3,6 +3,9 @@
 #include <iterator>
 #include <string>
 
+#include "app/startup.h"
+#include "tools/loading/program_build.h"
+
 namespace {
 
 struct Uniform {
@@ -53,19 +56,21 @@ void clearUniforms(GLhandleARB program) {
     glUseProgramObjectARB(0);
 }
 
-void copyUniforms(GLhandleARB from, GLhandleARB to) {
-    if (!from || !to) return;
-    glUseProgramObjectARB(to);
-    const std::vector<Uniform> known = floatUniforms(from);
-    for (const Uniform& uniform : floatUniforms(to)) {
+void replaceProgram(GLhandleARB* current, GLhandleARB fresh) {
+    glUseProgramObjectARB(fresh);
+    const std::vector<Uniform> known = *current ? floatUniforms(*current) : std::vector<Uniform>();
+    for (const Uniform& uniform : floatUniforms(fresh)) {
         for (const Uniform& old : known) {
             if (old.name != uniform.name || old.type != uniform.type) continue;
             GLfloat values[4];
-            glGetUniformfvARB(from, old.location, values);
+            glGetUniformfvARB(*current, old.location, values);
             set(uniform, values);
         }
     }
     glUseProgramObjectARB(0);
+    deleteProgram(*current);
+    *current = fresh;
+    centreBoom();
 }
 
 void setUniform(GLhandleARB program, const char* name, const std::vector<float>& values) {
