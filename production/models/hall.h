@@ -19,7 +19,7 @@ constexpr double starRadius = 132, starHeight = 26;
 
 // The four quarters: who stands in each, and where its middle lies. The camera looks across the hall, so it
 // has the ship before it at 138, 153.7 and 169.4 s, each other one a quarter of 15.7 s later than the one
-// before it, and the colossus in the last glimpse of all. No projector hangs before any of them then.
+// before it, the colossus at 145.4, 161.1 and 176.8 s. No projector hangs before any of them then.
 constexpr double pillarTurn = model::degrees(4), shipTurn = model::degrees(94),
                  probesTurn = model::degrees(184), colossusTurn = model::degrees(274);
 

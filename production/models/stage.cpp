@@ -373,7 +373,7 @@ Shape face() {
     return joined(lines);
 }
 
-// In them what the comet lights in the glimpse, which is short and dim: whole eyes, and a smile.
+// In them what the comet lights as it passes: whole eyes, and a smile.
 Shape litFace() {
     std::vector<Shape> lines = {smileOnScreen(-smileCore, smileCore)};
     for (const double s : eyes) lines.push_back(eyeOnScreen(s, 0.38, 0, pupilRadius));

@@ -70,7 +70,7 @@ void makeFlashWord(const char* path) {
 
 // No wash, so that the room stays to be seen: rays that leave the ball in the middle, which is bright enough
 // of itself, and a streak through it; cold on the left and warm on the right, as the stage is. And a warm
-// light over the ball, where the last glimpse of all has the face of the colossus.
+// light over the ball, where the colossus has its face.
 void makeWhite(const char* path) {
     const int size = 64;
     Canvas canvas(size, size);
