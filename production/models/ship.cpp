@@ -202,7 +202,7 @@ double leaningBack(Vec p, Vec normal) {
     const double across = std::abs(p.x * normal.y - p.y * normal.x) / std::max(reach, 1.0);
     if (reach >= hoop) return normal.z < -0.5 ? 1.9 : 0.62;
     if (p.z < -55) return 1.7;
-    if (reach < body) return 0.9 - 0.5 * smoothstep(0, -30, p.z);  // least before the beams of the nose
+    if (reach < body) return 0.9 - 0.6 * smoothstep(0, -30, p.z);  // least before the beams of the nose
     return across > acrossSail ? 0.55 : 0;
 }
 

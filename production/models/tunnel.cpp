@@ -125,8 +125,8 @@ void makeTunnel(const char* path) {
         const Station from = {wide, low, false}, to = {narrow, high - 2, false}, next = {wide, high, false};
         for (int column = 0; column < columns; column++) {
             bore.add(column, from, to, true, walls::panel);
-            // Every second one is hidden, so that the far end of the tunnel is no pale haze.
-            frame.add(column, to, next, tooth % 2 == 0, hoop(tooth + 1));
+            // Two of three are hidden, so that the far end of the tunnel is no pale haze.
+            frame.add(column, to, next, tooth % 3 != 1, hoop(tooth + 1));
         }
     }
     for (const Plank& plank : planks) {

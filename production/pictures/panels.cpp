@@ -409,13 +409,13 @@ Rgba wallAt(float across, float along) {
     const float toJoint = (1 - aside) * wide / 2, toSeam = std::fmin(within, 1 - within) * tall;
     const float deep = smoothstep(0.25f, 1.0f, aside) * (0.3f + 0.7f * within);
     Rgba seen = opaque(0.004f, 0.020f, 0.13f) * (deep * lit[int(plate)]);
-    seen = seen + opaque(0.02f, 0.13f, 0.50f) * (bell(toSeam, 2.4f) * (0.25f + 0.75f * aside * aside));
-    seen = seen + opaque(0.02f, 0.15f, 0.58f) * bell(toJoint - 4, 3.2f);
+    seen = seen + opaque(0, 0.07f, 0.64f) * (bell(toSeam, 2.4f) * (0.25f + 0.75f * aside * aside));
+    seen = seen + opaque(0, 0.08f, 0.76f) * bell(toJoint - 4, 3.2f);
     for (int i = 0; i < 3; i++)
-        seen = seen + opaque(0.36f, 0.46f, 0.56f) *
+        seen = seen + opaque(0.16f, 0.26f, 0.48f) *
                           bell(std::hypot(toJoint - 24, (within - 0.25f - 0.25f * float(i)) * tall), 2.0f);
     const float lamp = box({(across - 0.5f) * wide, (within - 0.5f) * tall}, {}, {5, 24}, 4);
-    return seen + opaque(0.9f, 0.46f, 0.14f) * smoothstep(1.5f, -1.5f, lamp);
+    return seen + opaque(0.88f, 0.38f, 0.08f) * smoothstep(1.5f, -1.5f, lamp);
 }
 
 // The light of the rings in the black of their ribs, over the cells' height.
