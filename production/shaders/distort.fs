@@ -135,11 +135,12 @@ void main() {
     float beam = beamIn(color), ship = smoothstep(0.5, 0.95, seen.a);
     color = max(color + beam * vec3(-1.5, 0.75, 0.3), 0.0);
     float most = max(color.r, max(color.g, color.b));
-    color *= 1.0 + 1.9 * ship * (1.0 - smoothstep(0.0, 0.3, beam)) * (1.0 - min(most, 1.0));
+    float lift = mix(0.7, 1.9, smoothstep(0.75, 1.3, nearer));  // a near ship fills the screen
+    color *= 1.0 + lift * ship * (1.0 - smoothstep(0.0, 0.3, beam)) * (1.0 - min(most, 1.0));
     if (!pane) {
         // Each mirror takes some of the light, and more where it turns from the lamp; the ship's own middle, drawn out
         // beyond all measure, is dark.
-        float kept = pow(0.62, view.mirrors) * (1.0 + 0.35 * dot(view.facing, lamp));
+        float kept = pow(0.56, view.mirrors) * (1.0 + 0.35 * dot(view.facing, lamp));
         if (time < 0.0 || time > 0.5) kept *= smoothstep(0.12, 0.27, length(view.ray));
         color *= mix(1.0, kept, smoothstep(0.0, 0.15, broken));
     }
