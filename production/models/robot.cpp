@@ -107,8 +107,7 @@ bool isHand(Vec p, const Pose& pose) {
 Patch coatAt(Vec p) {
     using namespace atlas::robot;
     const double out = std::hypot(p.x, p.z);
-    if (isHand(p, waving) || (isHand({-p.x, p.y, p.z}, atEase) && std::hypot(p.x, p.z) > 20.5))
-        return coatOf(ivory);
+    if (isHand(p, waving) || (isHand({-p.x, p.y, p.z}, atEase) && out > 20.5)) return coatOf(ivory);
     if (p.y < -1) return coatOf(orange);  // boots
     if (p.y < 48) return coatOf(ivory);
     if (p.y < 66 && out < 26) return coatOf(petrol);                                          // pelvis

@@ -186,7 +186,7 @@ TEST(Models, CasingEnclosesTheRobotsLowerPart) {
     const float inside = casing.nearest(fromY);
     EXPECT_NEAR(casing.nearest(y), 0, 0.01f);  // the program scales its height of 94
     EXPECT_NEAR(casing.farthest(y), 94, 0.01f);
-    for (const char* file : {"robo_body.AML", "robo_arms.AML"}) {
+    for (const char* file : {"robo_body.AML", "robo_arms.AML", "robo_screen.AML"}) {
         float widest = 0;
         for (const Triangle& triangle : Model(file).triangles)
             for (const Corner& corner : triangle.corners)
