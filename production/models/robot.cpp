@@ -95,24 +95,30 @@ struct Pose {
 };
 constexpr Vec shoulder = {33.5, 116, 0}, shoulderTop = {0.75, 0.6, 0.05};
 // One hangs at ease beside the hip; one waves.
-constexpr Pose atEase = {{46, 100, -6}, {31, 81, 11}, {-0.62, -0.72, 0.3}, 0.75},
+constexpr Pose atEase = {{40.5, 101, -6}, {29, 81, 11}, {-0.62, -0.72, 0.3}, 0.75},
                waving = {{49, 111, -4}, {54, 135, 1}, {0.16, 0.97, 0.1}, 0.14};
 
-// Whether a place belongs to the hand of an arm on the side of x > 0.
+// Whether a place belongs to the hand, or the forearm, of an arm on the side of x > 0.
 bool isHand(Vec p, const Pose& pose) {
     return length(p - pose.wrist) < 26 && dot(p - pose.wrist, normalized(pose.reach)) > -3.2;
+}
+bool isForearm(Vec p, const Pose& pose) {
+    const Vec bone = pose.wrist - pose.elbow;
+    const double along = std::clamp(dot(p - pose.elbow, bone) / dot(bone, bone), 0.0, 1.0);
+    return length(p - pose.elbow - bone * along) < 9.5;
 }
 
 // Which lacquer a shell wears.
 Patch coatAt(Vec p) {
     using namespace atlas::robot;
     const double out = std::hypot(p.x, p.z);
-    if (isHand(p, waving) || (isHand({-p.x, p.y, p.z}, atEase) && out > 20.5)) return coatOf(ivory);
+    const Vec other = {-p.x, p.y, p.z};
+    if (isHand(p, waving) || (isHand(other, atEase) && out > 20.5)) return coatOf(ivory);
+    if (isForearm(p, waving) || isForearm(other, atEase)) return coatOf(petrol);
     if (p.y < -1) return coatOf(orange);  // boots
     if (p.y < 48) return coatOf(ivory);
     if (p.y < 66 && out < 26) return coatOf(petrol);                                          // pelvis
     if (p.y < 127 && std::hypot(std::abs(p.x) - 8.6, p.z + 19) < 6.8) return coatOf(petrol);  // packs
-    if (p.y < 104 ? out > 30 : p.y < 139 && out > 44) return coatOf(petrol);                  // forearms
     if (out < 36 && p.y > 81 && p.y < 130) return coatOf(p.y < 97 ? orange : p.y < 119 ? ivory : petrol);
     return coatOf(ivory);
 }
