@@ -45,7 +45,7 @@ struct Plank {
 constexpr Plank planks[] = {{3, 0, 7}, {7, 0, 7}, {11, 0, 7}, {1, 0, 3}, {5, 4, 7}, {9, 2, 5}};
 constexpr double plankRadius = 294.5, wallRadius = 306.8;
 // A slat, not a wall: the glow on a beat makes a bright field of each that catches a light.
-constexpr double plankMargin = 0.452;  // columns, on either side
+constexpr double plankMargin = 0.458;  // columns, on either side
 
 // The lit riser behind so many teeth.
 Patch hoop(int tooth) {
