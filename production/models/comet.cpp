@@ -59,7 +59,7 @@ Shape track(const std::vector<Waypoint>& points) {
 const std::vector<Waypoint> overTheNight = {
     {2.0, 104, 300, 0.8}, {3.15, 146, 285, 1.0}, {3.8, 172, 310, 1.0}, {4.45, 196, 430, 1.0},
     {5.0, 212, 500, 1.0}, {5.65, 224, 440, 0.9}, {6.05, 230, 380, 0.2}};
-// When it reaches the colossus' hand; a turn earlier too.
+// When it would reach the colossus' hand: a turn and more after what the viewer sees of it.
 constexpr double faceTime = showtime::glimpse.seconds() - 0.14;
 
 }  // namespace

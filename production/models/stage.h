@@ -6,7 +6,7 @@
 namespace stage {
 
 model::Shape plates();  // the floor's lit ones
-model::Shape ship();    // hung before
+model::Shape ship();    // as it hangs before the sun
 model::Shape sun();
 model::Shape pillars();
 

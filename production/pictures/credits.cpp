@@ -202,7 +202,7 @@ Lettering filling(const std::string& text, Lettering style, float columns) {
 // A line of text bent round the wheel: over its top, or under its foot with the letters upright.
 struct Bent {
     static constexpr float detail = 3;  // pixels a row
-    LetteringField field{int(900 * detail), int(3 * lineHeight * detail), 10 * detail};
+    LetteringField field{int(2 * pi * lineRadius * detail) + 1, int(3 * lineHeight * detail), 10 * detail};
     bool foot;
 
     Bent(const char* text, bool foot) : foot(foot) {
@@ -226,16 +226,16 @@ void makeCard(const char* path, const Card& card) {
             {std::to_string(card.count), column, middle.y + figureLine, Align::Centre});
     setText(text, filling(card.noun, cut(nounHeight, 0.17f, 0.20f), 204 / pixelAspect),
             {card.noun, column, middle.y + nounLine, Align::Centre});
-    const Bent role(card.role, false), without(card.without, true);
+    const Bent role(card.role, false), missing(card.without, true);
 
     Canvas shape(size, size);
     paint(shape, [&](float x, float y, Rgba) {
         const Point p = Point{x * pixelAspect, y} - middle;
-        float ink = std::fmax(coverage(text.at(x, y)), coverage(std::fmin(role.at(p), without.at(p))));
-        if (std::fabs(length(p) - marksRadius) < marksReach + 8)
+        const float r = length(p);
+        float ink = std::fmax(coverage(text.at(x, y)), coverage(std::fmin(role.at(p), missing.at(p))));
+        if (std::fabs(r - marksRadius) < marksReach + 8)
             for (int i = 0; i < card.count; i++) ink = std::fmax(ink, coverage(card.mark(i, card.count, p)));
         // Each part of the card turns to gold towards its foot.
-        const float r = length(p);
         const float foot = r > hubRadius          ? 0.5f + 0.5f * p.y / wheelRadius
                            : p.y < figureLine + 6 ? (p.y - figureLine) / figureHeight + 1
                                                   : (p.y - nounLine) / nounHeight + 1;

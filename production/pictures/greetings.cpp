@@ -98,6 +98,7 @@ const Lettering wide = {.height = 46, .weight = 0.19f, .contrast = 0.4f, .gap = 
 // An owl's face: two eyes as an engraver would lay them, under a brow.
 
 constexpr Point owlEye = {150, 212};
+constexpr float owlHalf = 338;  // of its width, at the brow
 constexpr float owlRadius = 128;
 
 void setOwlWords(Words& words) {
@@ -150,9 +151,9 @@ Rgba owlAt(Point p) {
     Rgba sum = irisAt(q, p.x < 0) * smoothstep(14, 17, belowBrow);
     const float apart = smoothstep(7, 13, std::fabs(belowBrow)) *
                         smoothstep(110, 170, side.x + 2.2f * std::fmax(belowBrow, 0.0f));
-    if (side.x > 18) sum = sum + ice * (0.85f * apart * feathersAt(q) * smoothstep(338, 300, side.x));
-    const float broad = 10 * std::pow(unit(1 - side.x / 338), 0.7f);
-    if (side.x < 338)
+    if (side.x > 18) sum = sum + ice * (0.85f * apart * feathersAt(q) * smoothstep(owlHalf, 300, side.x));
+    const float broad = 10 * std::pow(unit(1 - side.x / owlHalf), 0.7f);
+    if (side.x < owlHalf)
         sum = sum + moon * (0.95f * inked(std::fabs(belowBrow) - broad)) +
               ice * (0.75f * lined(belowBrow - broad - 5, 1.6f) * smoothstep(300, 200, side.x));
     const float beak = polygon(side, {{0, 226}, {17, 262}, {0, 326}, {-17, 262}});

@@ -37,7 +37,8 @@ TEST_F(End, HallShrinksToTheRobotsScreenWhichGoesOutAndShowsItsFace) {
 }
 
 TEST_F(End, OneEyeLooksOnceMoreOnTheLastBeat) {
-    constexpr int beat = 192376, looks = showtime::glimpse.ms + 20;
+    constexpr int beat = showtime::beatZero.ms + 368 * 60000 / showtime::beatsPerMinute,
+                  looks = showtime::glimpse.ms + 20;
     const Screen black = drawMoment(showtime::glimpse.ms - 100, beat), look = drawMoment(looks, beat);
     EXPECT_LE(brightest(black, 400, 300, 290), 4);
     EXPECT_GT(brightest(look, 190, 360), 100);

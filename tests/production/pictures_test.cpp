@@ -69,7 +69,8 @@ double columnDifference(const Picture& picture, int left, int right) {
 }  // namespace
 
 // The screen quad maps a picture by the size that the texture table sets, so a full-screen one of another
-// size shows a part of itself only; and textures are RGB or RGBA, of powers of two.
+// size shows a part of itself only (the greetings are none: they may be as fine as they like); and textures
+// are RGB or RGBA, of powers of two.
 TEST(Pictures, HaveTheSizesAndChannelsThatTheProgramAssumes) {
     const std::map<std::string, std::pair<int, int>> taken = {{"loading.jpg", {512, 512}},
                                                               {"overlay.jpg", {1024, 1024}},

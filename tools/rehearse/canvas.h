@@ -14,8 +14,8 @@ struct Ink {
 
 // What they mean on the desk.
 inline constexpr Ink bright = {0.97f, 0.98f, 1.00f}, plain = {0.80f, 0.83f, 0.88f},
-                     quiet = {0.62f, 0.66f, 0.74f};    // figures, text, and what explains them
-inline constexpr Ink beating = {1.00f, 0.86f, 0.45f};  // what is on, or otherwise than it was
+                     quiet = {0.62f, 0.66f, 0.74f};   // figures, text, and what explains them
+inline constexpr Ink marked = {1.00f, 0.86f, 0.45f};  // what is on, or otherwise than it was
 inline constexpr Ink looped = {0.45f, 0.95f, 0.75f}, wrong = {1.00f, 0.47f, 0.40f};
 inline constexpr Ink paneInk = {0.02f, 0.025f, 0.04f, 0.78f};
 

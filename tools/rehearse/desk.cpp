@@ -40,13 +40,13 @@ void drawBeats(float x, float y, const DeskState& state) {
     const int on = barAndBeatAt(state.ms).beat;
     for (int beat = 1; beat <= 4; beat++, x += 12) {
         const float level = beat == on ? 0.45f + 0.55f * std::min(state.pulse, 1.0f) : 0.16f;
-        fillBox(x, y, 9, 9, (beat == on ? beating : bright).faded(level));
+        fillBox(x, y, 9, 9, (beat == on ? marked : bright).faded(level));
     }
 }
 
 void drawPulse(float x, float y, float width, float pulse) {
     fillBox(x, y, width, 9, bright.faded(0.12f));
-    fillBlend(x, y, width * std::min(pulse, 1.0f), 9, beating.faded(0.5f), beating);
+    fillBlend(x, y, width * std::min(pulse, 1.0f), 9, marked.faded(0.5f), marked);
 }
 
 // A line for each side, from -40 dBTP up to 0, and a stroke where the most of the last seconds was. What
@@ -94,7 +94,7 @@ void drawBar(const DeskState& state) {
     write(512, lowerLine, helvetica12, quiet, "A");
     write(526, lowerLine, helvetica12, plain, formatted("%d", state.counterA).c_str());
 
-    if (state.held) write(562, upperLine, helvetica12, beating, "held");
+    if (state.held) write(562, upperLine, helvetica12, marked, "held");
     if (state.loop) {
         write(
             562, lowerLine, helvetica12, looped,
@@ -156,7 +156,7 @@ float drawLines(float y, float right, const std::vector<std::string>& texts, boo
     for (size_t i = 0; i < std::min(lines.size(), shownLines); i++) {
         const char* text = lines[lines.size() - 1 - i].c_str();
         fillBox(4, y, textWidth(fixed8x13, text) + 20, lineHeight, paneInk.faded(0.9f));
-        write(14, y + 4, fixed8x13, work ? beating : plain.faded(1 - 0.12f * float(i)), text);
+        write(14, y + 4, fixed8x13, work ? marked : plain.faded(1 - 0.12f * float(i)), text);
         y += lineHeight;
     }
     return y;
@@ -195,7 +195,7 @@ void drawHelp() {
     drawPane(x, y, width, height);
     float line = y + height - 24;
     for (const auto& [key, meaning] : rows) {
-        writeRight(x + 112, line, helvetica12, beating, key);
+        writeRight(x + 112, line, helvetica12, marked, key);
         write(x + 128, line, helvetica12, bright, meaning);
         line -= rowHeight;
     }

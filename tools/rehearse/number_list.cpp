@@ -70,14 +70,14 @@ void drawRow(const Numbers& numbers, const Row& row, float base) {
             const float across = std::max(textWidth(helvetica12, text.c_str()) + 8, column - 4);
             fillBox(x + 4 - across, base - 4, across, rowHeight, bright.faded(0.22f));
         }
-        writeRight(x, base, helvetica12, number.turned() ? beating : bright, text.c_str());
+        writeRight(x, base, helvetica12, number.turned() ? marked : bright, text.c_str());
     }
 }
 
 void drawHead(const Numbers& numbers) {
     fillBox(x0 + 8, rowsTop + 2, width - 16, 1, bright.faded(0.2f));
     if (numbers.compared)
-        write(x0 + 10, top - 16, helvetica12, beating, "as the sources have it; c: as it is turned");
+        write(x0 + 10, top - 16, helvetica12, marked, "as the sources have it; c: as it is turned");
     else
         write(x0 + 10, top - 16, helvetica10, quiet,
               "wheel or drag: turn   Enter: into its source   c: compare");

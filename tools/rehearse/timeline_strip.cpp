@@ -90,7 +90,7 @@ void drawStemNames(const DeskState& state) {
         const StemState& stem = state.stems[i];
         const float y = rowBottom(i, state.stems.size());
         fillBox(left, y + 1, nameWidth, rowHeight - 2, paneInk.faded(0.92f));
-        const Ink ink = stem.soloed ? beating : stem.heard ? letters : silent;
+        const Ink ink = stem.soloed ? marked : stem.heard ? letters : silent;
         write(left + 4, y + 5, helvetica10, silent, formatted("%zu", i + 1).c_str());
         const float end = write(left + 14, y + 5, helvetica10, ink, stem.name.c_str());
         if (stem.muted) fillBox(left + 13, y + 8, end - left - 12, 1, wrong);
@@ -139,8 +139,8 @@ void drawPosition(const DeskState& state) {
     }
     const float x = std::round(xAt(state.ms, state.end));
     fillBox(x - 1, blocksBottom, 3, top - blocksBottom, Ink{0, 0, 0, 0.45f});
-    fillBox(x, blocksBottom, 1, top - blocksBottom, beating);
-    drawMarker(x + 0.5f, top - 1, 5, beating);
+    fillBox(x, blocksBottom, 1, top - blocksBottom, marked);
+    drawMarker(x + 0.5f, top - 1, 5, marked);
 }
 
 }  // namespace

@@ -9,7 +9,7 @@
 void clearUniforms(GLhandleARB program);
 
 // Another program in the place of one, with the values of those uniforms that both have by the same name and
-// type.
+// type; the old one is deleted, and "boom" is centred anew.
 void replaceProgram(GLhandleARB* current, GLhandleARB fresh);
 
 // A float, or a vector of two to four; nothing if there is none by that name.

@@ -119,7 +119,7 @@ std::optional<Comeback> takeComeback() {
         state.counterA >> state.stems.shown >> state.stems.muted >> state.stems.soloed >> state.begin;
     text.ignore();
     std::string sources, unmade;
-    for (std::string* line : {&state.before, &state.failed, &sources, &unmade, &state.turned})
+    for (std::string* line : {&state.before, &state.failed, &state.turned, &sources, &unmade})
         std::getline(text, *line);
     state.sources = namesIn(sources);
     state.unmade = namesIn(unmade);
@@ -174,8 +174,8 @@ void setComeback(const Comeback& state) {
     snprintf(handed.state, sizeof handed.state, "%d %d %d %d %d %d %d %d %u %u %zu\n%s\n%s\n%s\n%s\n%s\n",
              state.ms, state.held, loop.from, loop.to, state.deskShown, state.counterQ, state.counterA,
              state.stems.shown, state.stems.muted, state.stems.soloed, size_t(state.begin),
-             state.before.c_str(), state.failed.c_str(), joined(state.sources).c_str(),
-             joined(state.unmade).c_str(), state.turned.c_str());
+             state.before.c_str(), state.failed.c_str(), state.turned.c_str(), joined(state.sources).c_str(),
+             joined(state.unmade).c_str());
 }
 
 WorkLimit::WorkLimit() {

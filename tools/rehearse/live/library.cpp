@@ -66,7 +66,6 @@ LiveCode::LiveCode(const std::string& production) {
     std::error_code error;
     if (!fs::exists(make, error) || access((root / "effects").c_str(), W_OK) != 0) return;
     const fs::path where = production.empty() ? fs::absolute("build") : fs::path(BUILD_FOLDER);
-    build.what = "scenes and effects";
     built = where / "live/libshow.so";
     build.what = "scenes and effects";
     build.command = {make, where / "live", COMPILER};
