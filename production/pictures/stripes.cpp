@@ -25,8 +25,8 @@ const std::vector<Stop> tints = {
 };
 
 // Slots of the glass, which is cut away at one half of alpha and has little more: the halo shines through
-// them whole.
-constexpr float slot = 0.88f, unitsPerStripe = 10;
+// them whole. They are few and end at once: where alpha crosses the half slowly, each driver cuts elsewhere.
+constexpr float slot = 0.8f, unitsPerSlot = 62.5f, slotHeight = 5.6f;
 
 }  // namespace
 
@@ -35,8 +35,7 @@ void makeStripes(const char* path) {
     paint(canvas, [&](float, float y, Rgba) {
         const float height = y * unitsPerRepeat / size;
         Rgba glass = gradient(tints, std::remainder(height, unitsPerRepeat));
-        const float aside = std::fabs(std::remainder(height, unitsPerStripe)) * 2 / unitsPerStripe;
-        glass.a = mix(slot, 1.0f, smoothstep(0.10f, 0.30f, aside));
+        glass.a = std::fabs(std::remainder(height, unitsPerSlot)) < slotHeight / 2 ? slot : 1;
         return glass;
     });
     saveRgba(canvas, path, Rows::TopFirst);
