@@ -3,9 +3,11 @@
 // sinks, rings once and dies away. It starts in the middle when "scale" is 0.3 and runs outward as "scale" falls to 0,
 // where the picture is left alone. A "scale" that stands still holds a ring of glass at its place.
 //
-// In the hall "distort" counts seconds, and after the last card it has values that it has nowhere else: there the hall
-// turns out to be what the robot's screen shows. It shrinks to that, goes out, and leaves a face, which falls asleep as
-// the program fades the picture, and at the last beat, when nothing else is seen, looks once more.
+// In the hall "distort" counts seconds, and when the last card goes it has values that it has nowhere else: there the
+// hall turns out to be what the robot's screen shows. It shrinks to that, goes out, and leaves a face, which falls
+// asleep as the program fades the picture, and at the last beat, when nothing else is seen, looks once more. The fade
+// begins with the last card's end, so that what is told first is told brightest, and the viewer comes as near to
+// the sleeper as the light goes.
 
 uniform sampler2D picture;
 uniform vec2 center;    // of the rings, 0..1 across what is seen
@@ -17,19 +19,24 @@ varying vec2 place;
 const vec2 aspect = vec2(4.0 / 3.0, 1.0);  // of the screen: rings are round on it
 const float strength = 0.8;                // of the push at the front
 
-// Of the end. What "distort" is when the last card has gone, before the last look, and when the show is over.
+// Of the end. What "distort" is on the last card's last beat, when it has gone, before the last look, and when the
+// show is over.
+const float lastCardsBeat = 42.805;
 const float lastCard = 43.156;
 const float lastLook = 51.4;
 const float allOver = 52.0;
-// On beats, in seconds from the last card on: the screen goes out, the eyes open, look aside, blink, and fall shut.
-const float switchedOff = 1.55;
-const float eyesOpen = 2.03;
-const float looksAside = 2.5;
-const float blinks = 2.98;
-const float fallsAsleep = 3.93;
+// In seconds from the last card on: the screen goes out, between two beats, and on beats the eyes open, look aside,
+// blink, and begin to fall shut.
+const float switchedOff = 0.84;
+const float eyesOpen = 1.08;
+const float looksAside = 1.55;
+const float blinks = 2.03;
+const float fallsAsleep = 2.51;
 const vec2 glass = vec2(4.0 / 3.0, 1.0);  // half the screen
+const float faceSize = 1.22;
 // Lights, of which the glow makes two to three times as much.
-const vec3 gold = vec3(0.50, 0.38, 0.18);
+const vec3 gold = vec3(0.51, 0.35, 0.175);
+const vec3 pale = vec3(0.52, 0.325, 0.22);  // on what is amber
 const vec3 amber = vec3(0.62, 0.25, 0.05);
 const vec3 cold = vec3(0.20, 0.32, 0.46);
 const vec3 steel = vec3(0.40, 0.50, 0.60);
@@ -141,12 +148,13 @@ vec3 headAt(vec2 p, vec3 glow, float pixel) {
 
 vec3 endAt(float seconds, vec2 slope, vec2 margin) {
     bool look = seconds > lastLook - lastCard;
-    // The viewer steps back from the screen.
-    float back = smoothstep(0.05, 1.75, seconds);
-    float zoom = look ? 1.08 : mix(1.0, 0.53, back) * (1.0 + 0.016 * max(seconds - 1.75, 0.0));
+    // The viewer steps back from the screen, and comes near again as its light goes.
+    float back = smoothstep(lastCardsBeat - lastCard, 0.35, seconds);
+    float nearer = look ? 0.0 : smoothstep(eyesOpen, 5.2, seconds);
+    float zoom = look ? 1.08 : mix(mix(1.0, 0.58, back), 0.86, nearer);
     float asleep = smoothstep(fallsAsleep, fallsAsleep + 0.95, seconds);
     float tilt = look ? -0.05 : 0.05 * smoothstep(eyesOpen - 0.2, eyesOpen + 0.5, seconds) - 0.11 * asleep;
-    vec2 p = (place - 0.5 + vec2(0.0, look ? 0.0 : 0.035 * back + 0.02 * asleep)) * 2.0 * aspect / zoom;
+    vec2 p = (place - 0.5 + vec2(0.0, look ? 0.0 : 0.035 * back * (1.0 - nearer))) * 2.0 * aspect / zoom;
     p = vec2(p.x * cos(tilt) + p.y * sin(tilt), p.y * cos(tilt) - p.x * sin(tilt));
     float pixel = abs(dFdy(place.y)) * 2.0 / zoom;
 
@@ -164,21 +172,23 @@ vec3 endAt(float seconds, vec2 slope, vec2 margin) {
                  smoothstep(0.04, 0.14, abs(seconds - blinks)) * (1.0 - asleep);
     float aside = smoothstep(looksAside, looksAside + 0.12, seconds) * smoothstep(blinks + 0.02, blinks, seconds);
     vec2 gaze = look ? vec2(0.02, 0.06) : mix(vec2(-0.09, 0.11), vec2(0.11, 0.09), aside);
-    float ink = faceInk(p, look ? vec2(1.0, 0.0) : vec2(open), gaze, look ? 1.0 : bend, pixel) *
-                smoothstep(switchedOff - 0.10, switchedOff, seconds);
-    float lines = (look ? 0.70 : 0.88) + 0.12 * cos(p.y * 201.0);
+    float size = look ? 1.0 : faceSize;
+    float ink = faceInk(p / size, look ? vec2(1.0, 0.0) : vec2(open), gaze, look ? 1.0 : bend, pixel / size) *
+                smoothstep(switchedOff - 0.10, switchedOff, seconds) * mix(1.0, 0.68, nearer);  // of broad lines
+    float lines = (look ? 0.76 : 0.88) + 0.12 * cos(p.y * 201.0);
     shown += cold * (0.020 * (1.0 - tube) * pane(p.x + 0.5 * p.y, -1.25, -0.75));
-    shown += mix(amber, gold, smoothstep(0.3, 0.7, ink)) * (ink * lines);
+    if (!look) shown += mix(amber, gold, 0.25) * (0.40 * asleep * exp(-0.7 * dot(p, p)));  // a light for the night
+    shown += mix(amber, look ? gold : mix(gold, pale, asleep), smoothstep(0.3, 0.7, ink)) * (ink * lines);
 
-    float onGlass = inside(roundBox(p, glass, 0.26 * smoothstep(0.0, 0.5, seconds)), pixel);
+    float onGlass = inside(roundBox(p, glass, 0.26 * back), pixel);
     vec3 glow = mix(vec3(0.10, 0.08, 0.10), 0.30 * amber, smoothstep(switchedOff - 0.2, eyesOpen, seconds));
-    return mix(headAt(p, glow * smoothstep(0.0, 0.8, seconds), pixel), shown, onGlass);
+    return mix(headAt(p, glow * back, pixel) * (1.0 + 0.2 * nearer), shown, onGlass);
 }
 
 void main() {
     vec2 slope = vec2(dFdx(gl_TexCoord[0].s) / dFdx(place.x), dFdy(gl_TexCoord[0].t) / dFdy(place.y));
     vec2 margin = 0.5 * vec2(abs(dFdx(place.x)), abs(dFdy(place.y)));
-    if (distort > lastCard && distort < allOver) {
+    if (distort > lastCardsBeat && distort < allOver) {
         gl_FragColor = vec4(endAt(distort - lastCard, slope, margin), 1.0) * gl_Color;
         return;
     }

@@ -1,4 +1,4 @@
-// How the show ends: "boom" knows from its clock alone when the last card has gone and when the last beat
+// How the show ends: "boom" knows from its clock alone when the last card goes and when the last beat
 // comes.
 #include <algorithm>
 
@@ -27,13 +27,14 @@ TEST_F(End, HallShrinksToTheRobotsScreenWhichGoesOutAndShowsItsFace) {
     EXPECT_GT(brightest(before, 60, 60, 50), dark);
     EXPECT_GT(brightest(after, 60, 60, 50), dark);
 
-    const Screen awake = drawMoment(begins + 2500), asleep = drawMoment(begins + 5000);
-    EXPECT_LT(brightest(awake, 30, 40, 28), dark);    // round the head
-    EXPECT_LT(brightest(awake, 400, 140, 15), dark);  // of its screen
-    EXPECT_GT(brightest(awake, 320, 300), 100);       // in an eye
-    EXPECT_GT(brightest(awake, 490, 310), 100);
-    EXPECT_LT(brightest(asleep, 320, 350), dark);  // above a lid
-    EXPECT_GT(brightest(asleep, 400, 200, 20), 2 * dark);
+    const Screen awake = drawMoment(begins + 1500), asleep = drawMoment(begins + 3744);
+    EXPECT_LT(brightest(awake, 30, 40, 28), dark);  // round the head
+    EXPECT_LT(brightest(awake, 400, 430, 15), 20);  // of its screen
+    EXPECT_GT(brightest(awake, 280, 325), 150);     // in an eye
+    EXPECT_GT(brightest(awake, 513, 337), 150);
+    EXPECT_LT(brightest(asleep, 247, 425), 4 * dark);  // where an eye was, only the light for the night
+    EXPECT_GT(brightest(asleep, 258, 317, 20), 6 * dark);
+    EXPECT_GT(brightest(asleep, 400, 140, 20), 6 * dark);
 }
 
 TEST_F(End, OneEyeLooksOnceMoreOnTheLastBeat) {
