@@ -40,7 +40,7 @@ void makeFlashWord(const char* path) {
     Canvas word(columns, rows);
     paint(word, [&](float x, float y, Rgba) {
         const float distance = text.at(x, y);
-        return mix(opaque(0.62f, 0.40f, 0.12f), opaque(1.0f, 0.84f, 0.52f), outline(distance + 4, 7)) *
+        return mix(opaque(0.46f, 0.25f, 0.07f), opaque(0.72f, 0.52f, 0.27f), outline(distance + 4, 7)) *
                coverage(distance);
     });
 
