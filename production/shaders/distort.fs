@@ -1,8 +1,8 @@
 #version 110
 // A picture in a cell of mirrors: the ship stands whole and clear in the pane in the middle, and what lies round it is
 // its own reflection. As "time" swings up to 0.05 the pane is a hexagon and each of its sides a mirror, that one sees
-// the ship in again and again; as it swings down to -0.05 the pane is round and mirrors stand about it like petals.
-// Near 1 the petals are struck: each jump of "time" is another blow. The beams are ice where they were magenta.
+// the ship in again and again; as it swings down to -0.05 the pane is round and facets are cut about it. Near 1 the
+// facets are struck: each jump of "time" is another blow. The beams are ice where they were magenta.
 
 uniform sampler2D picture;
 uniform float time;
@@ -50,17 +50,19 @@ View inHexagon(vec2 ray) {
     return view;
 }
 
-// Wedges of mirrors, so many and each its own reflection, of what the round pane shows turned inside out.
-View amongPetals(vec2 ray, float count, float turn) {
+// Facets cut about the round pane, so many: each shows the ship once more, whole, mirrored and smaller, since what is
+// drawn larger than it is shows its pixels.
+View amongFacets(vec2 ray, float count, float turn) {
+    const float stands = 0.6, smaller = 1.5;  // where in a facet, from the middle, and how much
     float radius = length(ray), wide = 3.1415927 / count;
     View view = View(ray, 0.0, hub - radius, vec2(0.0));
     if (radius > hub) {
         float angle = atan(ray.y, ray.x) - turn;
         float middle = 2.0 * wide * floor(angle / (2.0 * wide) + 0.5), aside = angle - middle;
-        view.ray = hub * hub / radius * towards(turn + abs(aside));
+        view.facing = towards(turn + middle);
+        view.ray = smaller * (ray + (stands - 2.0 * dot(ray, view.facing)) * view.facing);
         view.mirrors = 1.0;
-        view.toBorder = min(radius - hub, min(abs(aside), wide - abs(aside)) * radius);
-        view.facing = towards(turn + middle + (aside < 0.0 ? -wide : wide));
+        view.toBorder = min(radius - hub, (wide - abs(aside)) * radius);
     }
     return view;
 }
@@ -68,10 +70,10 @@ View amongPetals(vec2 ray, float count, float turn) {
 View viewOf(vec2 ray) {
     if (abs(time) > 0.5) {
         float blow = floor(time * 22.0);
-        return amongPetals(ray, 3.0 + floor(5.0 * random(blow)), 6.2831853 * random(blow + 3.0));
+        return amongFacets(ray, 3.0 + floor(5.0 * random(blow)), 6.2831853 * random(blow + 3.0));
     }
     if (time > 0.0) return inHexagon(ray);
-    return amongPetals(ray, 6.0, 14.0 * time);
+    return amongFacets(ray, 6.0, 14.0 * time);
 }
 
 // Always between texels, never the nearest one: edges would turn to stairs where the picture is drawn small.
@@ -138,10 +140,8 @@ void main() {
     float lift = mix(0.7, 1.9, smoothstep(0.75, 1.3, nearer));  // a near ship fills the screen
     color *= 1.0 + lift * ship * (1.0 - smoothstep(0.0, 0.3, beam)) * (1.0 - min(most, 1.0));
     if (!pane) {
-        // Each mirror takes some of the light, and more where it turns from the lamp; the ship's own middle, drawn out
-        // beyond all measure, is dark.
+        // Each mirror takes some of the light, and more where it turns from the lamp.
         float kept = pow(0.56, view.mirrors) * (1.0 + 0.35 * dot(view.facing, lamp));
-        if (time < 0.0 || time > 0.5) kept *= smoothstep(0.12, 0.27, length(view.ray));
         color *= mix(1.0, kept, smoothstep(0.0, 0.15, broken));
     }
     float border = 1.0 - smoothstep(0.0, 2.5 * abs(dFdy(place.y)), view.toBorder);
