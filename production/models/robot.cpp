@@ -1,7 +1,7 @@
 // The robot: lacquered shells, and what glows or is painted on it, which are its screen's mesh, since that
 // alone has a picture; steel joints and frames, its body's mesh; and rubber, its arms' mesh. The picture's
 // patches hold each lacquer in two lights that stand still while the viewer goes round: a warm key and a cold
-// one from behind. It has a face, a second one at the back of the head that sleeps, and a heart's beat on
+// one from behind. It has a face, slots that glow at the back of the head, and a heart's beat on
 // each flank; it stands on a plate below y = 0, looks along +z and waves.
 // Between hips and chest the middle is free, up to flat bellows behind the axis: the camera flies through.
 #include "production/kit/model/aml.h"

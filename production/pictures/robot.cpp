@@ -60,14 +60,15 @@ float faceInk(Point p) {
     return std::fmax(std::fmax(disc, ring), coverage(mouth));
 }
 
-// The face on the other glass, at the back of the head, which sleeps: two closed eyes and a small mouth.
-float sleepInk(Point p) {
-    const Point side = {320 + std::fabs(p.x - 320), p.y};
-    const float eye = hangingArc(side, {458, 150}, 92, 0.95f) - 16;
-    const float lash =
-        std::fmin(segment(side, {389, 240}, {374, 268}), segment(side, {527, 240}, {542, 268}));
-    const float mouth = std::fabs(length(Point{(p.x - 320) * 0.8f, p.y - 372}) - 30) - 10;
-    return coverage(std::fmin(std::fmin(eye, lash - 9), mouth));
+// What glows at the back of the head: slots that let its warmth out, longest in the middle.
+float ventInk(Point p) {
+    float ink = 0;
+    for (int i = -3; i <= 3; i++) {
+        const float y = 256 + 56.0f * i, half = 208 - 7.0f * (i * i);
+        ink = std::fmax(ink, coverage(segment(p, {320 - half, y}, {320 + half, y}) - 13));
+    }
+    // A strut parts them.
+    return ink * coverage(17 - std::fabs(p.x - 320));
 }
 
 // A lens with a bright rim, seven blades and a heart.
@@ -102,14 +103,15 @@ bool onGlass(float x) {
     return x < pixels(face.width);
 }
 
-// Lit from within; the one that sleeps is brightest between its eyes and its mouth.
+// Lit from within: the face evenly, the slots behind most in their middle and below.
 Rgba glassAt(Point place) {
     const bool front = place.y < pixels(nape.top);
     const Point p = {place.x, front ? place.y : place.y - pixels(nape.top)};
-    const float ink = front ? faceInk(p) : sleepInk(p);
+    const float ink = front ? faceInk(p) : ventInk(p);
     const float lines = 0.84f + 0.16f * std::cos(place.y * (pi / 4));
     const float sheen = 0.008f * bell(length(p - Point{320, 250}), 190);
-    const Rgba tint = front ? gold : mix(amber, gold, bell(p.y - 256, 80));
+    const float heat = bell(length(p - Point{320, 300}), 150);
+    const Rgba tint = front ? gold : mix(amber * 0.16f, gold * 0.8f, heat * heat);
     return tint * (0.80f * ink * lines) + amber * sheen;
 }
 
