@@ -229,10 +229,10 @@ float pane(Bearing at, Bearing from, Bearing to) {
 // own light.
 Rgba coldRim(Direction normal) {
     const float side = smoothstep(-0.2f, 0.5f, dot(normal, Direction{0.93f, -0.26f, 0.0f}));
-    const float ends = mix(0.52f, 0.42f, side);
+    const float ends = mix(0.46f, 0.38f, side);
     const float share =
-        smoothstep(ends, ends - 0.2f, normal.z) * smoothstep(0.95f, 0.62f, std::fabs(normal.y));
-    return mix(opaque(0.17f, 0.24f, 0.27f), opaque(0.28f, 0.54f, 0.82f), side) * share;
+        smoothstep(ends, ends - 0.15f, normal.z) * smoothstep(0.95f, 0.62f, std::fabs(normal.y));
+    return mix(opaque(0.24f, 0.34f, 0.39f), opaque(0.36f, 0.66f, 0.96f), side) * share;
 }
 const Rgba keyLight = opaque(0.74f, 0.82f, 0.90f);
 
@@ -258,8 +258,8 @@ void makeRobotChrome(const char* path) {
                                 opaque(0.16f, 0.20f, 0.25f) * pane(at, {-70, 46}, {70, 54});
             const float turn = smoothstep(-0.1f, 1.0f, dot(normal, Direction{0.72f, 0.10f, 0.69f}));
             const Rgba seen = opaque(0.003f, 0.005f, 0.009f) +
-                              opaque(0.054f, 0.070f, 0.096f) * (turn * turn) + keyLight * key + strips +
-                              coldRim(normal);
+                              opaque(0.036f, 0.048f, 0.068f) * (turn * turn * turn) + keyLight * key +
+                              strips + coldRim(normal);
             return heldDown(seen * (1 / litByTheScene(normal)), normal, 0.20f);
         },
         shortRim);
@@ -274,9 +274,8 @@ void makeArmChrome(const char* path) {
             const Direction normal = facing(towards);
             const Bearing at = bearingOf(normal);
             const float window = pane(at, {38, -30}, {44, 52}) + 0.7f * pane(at, {46, -30}, {48, 52});
-            const Rgba seen = opaque(0.002f, 0.003f, 0.006f) + keyLight * (0.42f * window) +
-                              opaque(0.22f, 0.25f, 0.28f) * pane(at, {-40, 50}, {30, 56}) +
-                              coldRim(normal) * 0.8f;
+            const Rgba seen = opaque(0.002f, 0.003f, 0.006f) + keyLight * (0.54f * window) +
+                              opaque(0.22f, 0.25f, 0.28f) * pane(at, {-40, 50}, {30, 56}) + coldRim(normal);
             return heldDown(seen * (1 / litByTheScene(normal)), normal, 0.14f);
         },
         shortRim);

@@ -23,11 +23,11 @@ void makeBand(const char* path, Rgba tint, Rgba glow, Rgba hot) {
         const float place = t * (rungs + 1), rung = std::floor(place + 0.5f);
         const bool between = rung >= 1 && rung <= rungs;
         const float line =
-            between ? bell((place - rung) / (rungs + 1), 0.0075f) * mix(0.25f, 1, rung / rungs) : 0;
-        const float wash = 0.018f * t * t * smoothstep(1.0f, 0.94f, t);
+            between ? bell((place - rung) / (rungs + 1), 0.0038f) * mix(0.25f, 1, rung / rungs) : 0;
+        const float wash = 0.007f * t * t * smoothstep(1.0f, 0.94f, t);
         // Where the ring is broadest, but not in the last row, which all that is below the ground shows.
         const float edge = bell(t - 0.990f, 0.004f) * smoothstep(0.9985f, 0.993f, t);
-        return tint + glow * (wash + 0.42f * line + 0.30f * edge) +
+        return tint + glow * (wash + 0.38f * line + 0.30f * edge) +
                hot * (0.34f * line * line * line + 0.16f * edge * edge);
     });
     saveRgb(canvas, path, Rows::TopFirst);
@@ -131,8 +131,8 @@ Rgba lacquerAt(Point place) {
     const Cells cells = lacquer(which).within(margin);
     const float key = unit((place.x / part - float(cells.left)) / float(cells.width)),
                 cold = unit((float(cells.bottom()) - place.y / part) / float(cells.height));
-    const Rgba light = opaque(0.43f, 0.355f, 0.25f) * std::pow(key, 1.8f) +
-                       opaque(0.07f, 0.21f, 0.40f) * std::pow(cold, 1.8f) + opaque(0.008f, 0.006f, 0.014f);
+    const Rgba light = opaque(0.43f, 0.355f, 0.25f) * std::pow(key, 2.8f) +
+                       opaque(0.045f, 0.15f, 0.31f) * std::pow(cold, 2.8f) + opaque(0.004f, 0.003f, 0.008f);
     return coats[which].albedo * light + coats[which].sheen * std::pow(key, 6.0f);
 }
 
@@ -175,11 +175,11 @@ Rgba wornAt(Point place, const Canvas& plate) {
 }  // namespace
 
 void makeRedBand(const char* path) {
-    makeBand(path, opaque(0.022f, 0.0015f, 0.003f), opaque(0.90f, 0.05f, 0.010f), opaque(1, 0.55f, 0.20f));
+    makeBand(path, opaque(0.006f, 0.0005f, 0.001f), opaque(0.90f, 0.05f, 0.010f), opaque(1, 0.55f, 0.20f));
 }
 
 void makeGreenBand(const char* path) {
-    makeBand(path, opaque(0, 0.009f, 0.005f), opaque(0.03f, 0.85f, 0.32f), opaque(0.50f, 1, 0.65f));
+    makeBand(path, opaque(0, 0.004f, 0.002f), opaque(0.03f, 0.85f, 0.32f), opaque(0.50f, 1, 0.65f));
 }
 
 // Added to dark metal.
