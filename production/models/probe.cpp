@@ -15,7 +15,7 @@ using namespace model;
 namespace {
 
 Shape body() {
-    return lathe({{0, -15}, {6, -15}, {10, -11}, {10, 8}, {7, 12}, {0, 12}}, 6);
+    return lathe({{0, -17}, {8, -17}, {13, -12}, {13, 9}, {9, 14}, {0, 14}}, 6);
 }
 
 // Between two heights of the y axis.
@@ -29,10 +29,10 @@ Shape ball(double radius, Vec place) {
 
 // Where the dish's own coordinates (its y axis where it looks) lie on the probe.
 Shape onNeck(const Shape& shape) {
-    return placed(shape, {0, 8, 17}, {0.3, 0.75, 1});
+    return placed(shape, {0, 9, 19}, {0.3, 0.75, 1});
 }
 
-constexpr double dishRadius = 13, dishDeep = 5;
+constexpr double dishRadius = 16, dishDeep = 6;
 
 Shape bowl() {
     Outline inside, outside = {{0, -2}};
@@ -54,7 +54,7 @@ Shape wing(const Shape& shape) {
     return moved(turned(shape, Axis::x, 0.5), {0, -4, 0});
 }
 
-constexpr double wingFrom = 19, wingTo = 61, wingHalf = 9.5;
+constexpr double wingFrom = 18, wingTo = 49, wingHalf = 12.5;
 
 Shape board() {
     return moved(box({wingTo - wingFrom, 1.6, 2 * wingHalf}, 0.5), {(wingFrom + wingTo) / 2, 0, 0});
@@ -77,14 +77,14 @@ Shape facing(const Shape& shape, Vec light) {
 
 // What shines by itself.
 Shape lamps() {
-    const Shape tips = joined({ball(4.2, {0, 40, 0}), ball(3.4, {0, -4, -62})});
+    const Shape tips = joined({ball(4.6, {0, 34, 0}), ball(3.8, {0, -4, -40})});
     return joined({painted(onNeck(dishEdge()), hull::coolLamp), painted(tips, hull::warmLamp)});
 }
 
 Shape unlit() {
-    const Shape spars = joined({stick(1.1, 10, 40), placed(stick(1.2, -60, 60), {0, -4, 0}, {1, 0, 0}),
-                                placed(stick(1.1, 8, 62), {0, -4, 0}, {0, 0, -1}),
-                                placed(stick(1.3, 8, 18), {0, 4, 0}, {0, 0.2, 1})});
+    const Shape spars = joined({stick(1.1, 10, 34), placed(stick(1.2, -48, 48), {0, -4, 0}, {1, 0, 0}),
+                                placed(stick(1.1, 8, 40), {0, -4, 0}, {0, 0, -1}),
+                                placed(stick(1.5, 8, 20), {0, 4, 0}, {0, 0.2, 1})});
     const Shape cells = painted(wing(board()), hull::sail), lines = painted(wing(seams()), hull::coolLamp);
     return joined({painted(body(), hull::orange), painted(spars, hull::dark),
                    facing(painted(onNeck(bowl()), hull::plain), {0, 0, 1}), facing(cells, {1, 0, 0.3}),
@@ -98,7 +98,7 @@ Shape figures::probe() {
 }
 
 // Of those that fly; those that hang in the hall are larger.
-constexpr double flyingSize = 0.79;
+constexpr double flyingSize = 1.0;
 
 // The camera looks down at the same angle all the time: what seems to face straight up mirrors the same
 // bright place of the sky from wherever it stands.
