@@ -76,8 +76,7 @@ Shape lacquered(const Shape& whole, const std::function<Patch(Vec)>& lacquer) {
             const Vec p = shape.points[face.points[i]], normal = normals[f][i];
             const double low = smoothstep(0, 90, p.y);
             const double key = litBy(keyLamp, 0.12, 0.25, p, normal) * mix(0.62, 1, low);
-            const double cold =
-                litBy(coldLamp, 0.15, 0.5, p, normal) + 0.7 * litBy(farLamp, 0.1, 0.5, p, normal);
+            const double cold = litBy(coldLamp, 0.15, 0.5, p, normal) + litBy(farLamp, 0.1, 0.5, p, normal);
             face.uvs.push_back(patch.at(key, std::min(cold, 1.0) * mix(0.7, 1, low)));
         }
     }

@@ -199,7 +199,7 @@ Rgba heldDown(Rgba light, Direction normal, float enough) {
     const float lit = litByTheScene(normal), more = 0.63f * std::fmax(dot(normal, lamp), 0.0f) +
                                                     std::pow(std::fmax(dot(normal, between), 0.0f), 20.0f);
     const float asked = std::fmax(light.r, std::fmax(light.g, light.b)), brightest = std::fmin(asked, 1.0f);
-    const float allowed = std::fmax(enough, 1.05f * brightest * lit),
+    const float allowed = std::fmax(enough, 1.1f * brightest * lit),
                 fading = brightest * std::fmin(lit + more, 1.0f);
     return light *
            (brightest / std::fmax(asked, 1e-4f) * std::fmin(1.0f, allowed / std::fmax(fading, 1e-4f)));

@@ -132,7 +132,7 @@ Rgba lacquerAt(Point place) {
     const float key = unit((place.x / part - float(cells.left)) / float(cells.width)),
                 cold = unit((float(cells.bottom()) - place.y / part) / float(cells.height));
     const Rgba light = opaque(0.43f, 0.355f, 0.25f) * std::pow(key, 2.8f) +
-                       opaque(0.045f, 0.15f, 0.31f) * std::pow(cold, 2.8f) + opaque(0.004f, 0.003f, 0.008f);
+                       opaque(0.055f, 0.18f, 0.37f) * std::pow(cold, 2.8f) + opaque(0.004f, 0.003f, 0.008f);
     return coats[which].albedo * light + coats[which].sheen * std::pow(key, 6.0f);
 }
 
