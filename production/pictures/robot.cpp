@@ -131,8 +131,8 @@ Rgba lacquerAt(Point place) {
     const Cells cells = lacquer(which).within(margin);
     const float key = unit((place.x / part - float(cells.left)) / float(cells.width)),
                 cold = unit((float(cells.bottom()) - place.y / part) / float(cells.height));
-    const Rgba light = opaque(0.43f, 0.355f, 0.25f) * std::pow(key, 2.8f) +
-                       opaque(0.055f, 0.18f, 0.37f) * std::pow(cold, 2.8f) + opaque(0.004f, 0.003f, 0.008f);
+    const Rgba light = opaque(0.46f, 0.38f, 0.268f) * std::pow(key, 2.1f) +
+                       opaque(0.062f, 0.20f, 0.40f) * std::pow(cold, 2.2f) + opaque(0.004f, 0.003f, 0.008f);
     return coats[which].albedo * light + coats[which].sheen * std::pow(key, 6.0f);
 }
 
