@@ -98,7 +98,7 @@ Shape figures::probe() {
 }
 
 // Of those that fly; those that hang in the hall are larger.
-constexpr double flyingSize = 1.0;
+constexpr double flyingSize = 0.99;
 
 // The camera looks down at the same angle all the time: what seems to face straight up mirrors the same
 // bright place of the sky from wherever it stands.
