@@ -19,8 +19,8 @@ varying vec2 place;
 const vec2 aspect = vec2(4.0 / 3.0, 1.0);  // of the screen: rings are round on it
 const float strength = 0.8;                // of the push at the front
 
-// Of the end. What "distort" is on the last card's last beat, when it has gone, before the last look, and when the
-// show is over.
+// Of the end, in seconds as "distort" counts them, from one before the hall's shocks on: the last card's last beat, when
+// it has gone, a moment before the last look, and one when all is over.
 const float lastCardsBeat = 42.805;
 const float lastCard = 43.156;
 const float lastLook = 51.4;
@@ -33,6 +33,7 @@ const float looksAside = 1.55;
 const float blinks = 2.03;
 const float fallsAsleep = 2.51;
 const vec2 glass = vec2(4.0 / 3.0, 1.0);  // half the screen
+const float glassCorner = 0.26;
 const float faceSize = 1.22;
 // Lights, of which the glow makes two to three times as much.
 const vec3 gold = vec3(0.51, 0.35, 0.175);
@@ -49,7 +50,7 @@ vec2 coordinates(vec2 target, vec2 slope, vec2 margin) {
 
 // --- The end. Seconds count from the last card on; a length of 1 is half the height of the robot's screen. ---
 
-float inside(float distance, float pixel) { return smoothstep(pixel, -pixel, distance); }
+float inside(float outside, float pixel) { return 1.0 - smoothstep(-pixel, pixel, outside); }
 
 float roundBox(vec2 p, vec2 size, float corner) {
     vec2 beyond = abs(p) - size + corner;
@@ -83,7 +84,8 @@ float eyeInk(vec2 p, float open, vec2 gaze, float pixel) {
     disc *= 1.0 - inside(length(p - gaze) - 0.085, pixel);
     float ring = 0.34 * smoothstep(0.3, 0.6, open) * inside(abs(r - 0.385) - 0.024, pixel);
     float underLid = inside(p.y - mix(-0.34, 0.46, open) + 0.5 * p.x * p.x, pixel);
-    float lashes = inside(hangingArc(p - vec2(0.0, -0.03), 0.30, 0.95) - 0.05, pixel) * smoothstep(0.30, 0.12, open);
+    float lashes = inside(hangingArc(p - vec2(0.0, -0.03), 0.30, 0.95) - 0.05, pixel) *
+                   (1.0 - smoothstep(0.12, 0.30, open));
     return max(max(disc, ring) * underLid, 1.3 * lashes);
 }
 
@@ -96,8 +98,9 @@ float faceInk(vec2 p, vec2 open, vec2 gaze, float bend, float pixel) {
     return max(1.3 * mouth, eyes * smoothstep(0.3, 0.5, bend));
 }
 
-// The robot's metal, by how its surface leans aside (x to the right, y up, 1 edge on): dark, with a tall window of
-// two panes on the right, an orange strip on the left and a cold one from above, their edges hard.
+// The robot's metal where the light of a screen is all there is, by how its surface leans aside (x to the right, y up,
+// 1 edge on): dark, with a tall window of two panes on the right, an orange strip on the left and a cold one from
+// above, their edges hard.
 float pane(float at, float from, float to) { return smoothstep(0.0, 0.03, at - from) * smoothstep(0.0, 0.03, to - at); }
 vec3 metalAt(vec2 lean) {
     float key = (pane(lean.x, 0.42, 0.66) + pane(lean.x, 0.70, 0.78)) * mix(0.35, 1.0, smoothstep(-0.75, 0.35, lean.y));
@@ -118,8 +121,8 @@ vec3 headAt(vec2 p, vec3 glow, float pixel) {
     vec2 side = vec2(abs(p.x), p.y);
     vec3 color = vec3(0.0);
     // The chest, its shoulders painted, and the neck.
-    vec2 at = p - vec2(0.0, -2.28);
-    color = mix(color, boxMetal(at, vec2(1.70, 0.72), 0.5, 0.30), inside(roundBox(at, vec2(1.70, 0.72), 0.5), pixel));
+    vec2 at = p - vec2(0.0, -2.28), chest = vec2(1.70, 0.72);
+    color = mix(color, boxMetal(at, chest, 0.5, 0.30), inside(roundBox(at, chest, 0.5), pixel));
     at = vec2(side.x - 1.62, p.y + 2.22);
     color = mix(color, amber * (0.10 + 0.5 * pane(length(at), 0.50, 0.56)), inside(length(at) - 0.62, pixel));
     at = p - vec2(0.0, -1.45);
@@ -133,13 +136,14 @@ vec3 headAt(vec2 p, vec3 glow, float pixel) {
     float tip = length(side - vec2(0.82, 1.74));
     color = mix(color, mix(vec3(0.9, 0.62, 0.28), amber, smoothstep(0.0, 0.1, tip)), inside(tip - 0.095, pixel));
     at = vec2(p.x - 1.74 * sign(p.x), p.y + 0.05);
-    vec3 ear = boxMetal(at, vec2(0.16, 0.40), 0.12, 0.14) + amber * pane(abs(at.x - 0.04 * sign(p.x)), -1.0, 0.025);
-    color = mix(color, ear, inside(roundBox(at, vec2(0.16, 0.40), 0.12), pixel));
+    vec2 ear = vec2(0.16, 0.40);
+    vec3 earMetal = boxMetal(at, ear, 0.12, 0.14) + amber * pane(abs(at.x - 0.04 * sign(p.x)), -1.0, 0.025);
+    color = mix(color, earMetal, inside(roundBox(at, ear, 0.12), pixel));
     // The shell, and sunk into it the screen's frame with its lamp.
     vec2 shell = vec2(1.70, 1.34), frame = vec2(1.47, 1.135);
     color = mix(color, boxMetal(p, shell, 0.48, 0.26), inside(roundBox(p, shell, 0.48), pixel));
     float d = roundBox(p, frame, 0.36);
-    vec3 rubber = vec3(0.003) + glow * exp(-max(roundBox(p, glass, 0.26), 0.0) / 0.035);
+    vec3 rubber = vec3(0.003) + glow * exp(-max(roundBox(p, glass, glassCorner), 0.0) / 0.035);
     rubber += 0.35 * cold * pane(d, -0.035, -0.005) * (0.5 - 0.5 * outOfBox(p, frame, 0.36).y);
     color = mix(color, vec3(0.0), inside(abs(d) - 0.012, pixel));
     color = mix(color, rubber, inside(d, pixel));
@@ -158,7 +162,7 @@ vec3 endAt(float seconds, vec2 slope, vec2 margin) {
     p = vec2(p.x * cos(tilt) + p.y * sin(tilt), p.y * cos(tilt) - p.x * sin(tilt));
     float pixel = abs(dFdy(place.y)) * 2.0 / zoom;
 
-    vec3 shown = vec3(0.0);
+    vec3 shown = vec3(0.0);  // always between texels: edges would turn to stairs where the hall is small
     vec2 seen = 0.5 + 0.5 * p / glass;
     for (int i = 0; i < 4; i++) {
         vec2 aside = pixel * vec2(i < 2 ? -0.125 : 0.125, i == 0 || i == 2 ? -0.125 : 0.125);
@@ -170,7 +174,7 @@ vec3 endAt(float seconds, vec2 slope, vec2 margin) {
     float bend = smoothstep(switchedOff - 0.02, eyesOpen, seconds);
     float open = smoothstep(eyesOpen - 0.10, eyesOpen + 0.08, seconds) *
                  smoothstep(0.04, 0.14, abs(seconds - blinks)) * (1.0 - asleep);
-    float aside = smoothstep(looksAside, looksAside + 0.12, seconds) * smoothstep(blinks + 0.02, blinks, seconds);
+    float aside = smoothstep(looksAside, looksAside + 0.12, seconds) * (1.0 - smoothstep(blinks, blinks + 0.02, seconds));
     vec2 gaze = look ? vec2(0.02, 0.06) : mix(vec2(-0.09, 0.11), vec2(0.11, 0.09), aside);
     float size = look ? 1.0 : faceSize;
     float ink = faceInk(p / size, look ? vec2(1.0, 0.0) : vec2(open), gaze, look ? 1.0 : bend, pixel / size) *
@@ -180,7 +184,7 @@ vec3 endAt(float seconds, vec2 slope, vec2 margin) {
     if (!look) shown += mix(amber, gold, 0.25) * (0.40 * asleep * exp(-0.7 * dot(p, p)));  // a light for the night
     shown += mix(amber, look ? gold : mix(gold, pale, asleep), smoothstep(0.3, 0.7, ink)) * (ink * lines);
 
-    float onGlass = inside(roundBox(p, glass, 0.26 * back), pixel);
+    float onGlass = inside(roundBox(p, glass, glassCorner * back), pixel);
     vec3 glow = mix(vec3(0.10, 0.08, 0.10), 0.30 * amber, smoothstep(switchedOff - 0.2, eyesOpen, seconds));
     return mix(headAt(p, glow * back, pixel) * (1.0 + 0.2 * nearer), shown, onGlass);
 }
@@ -209,11 +213,11 @@ void main() {
 
     // As far as the picture doesn't fold over itself.
     float height = strength * pulse * pulse / tightness * wake * (ahead < 0.0 ? cos(x) : 1.0);
-    vec2 inside = smoothstep(0.0, 0.15, min(place, 1.0 - place));
-    vec2 shift = -height * outward / aspect * inside;
+    vec2 withinEdges = smoothstep(0.0, 0.15, min(place, 1.0 - place));
+    vec2 shift = -height * outward / aspect * withinEdges;
     float hard = smoothstep(8.0, 50.0, distort);
     float edge = exp(-2.5 * x * x) * smoothstep(0.0, 0.12, radius);
-    vec2 split = -(mix(0.07, 0.25, hard) * abs(height) + 0.010 * hard * pulse * edge) * outward / aspect * inside;
+    vec2 split = -(mix(0.07, 0.25, hard) * abs(height) + 0.010 * hard * pulse * edge) * outward / aspect * withinEdges;
 
     vec4 color = texture2D(picture, coordinates(place + shift, slope, margin));
     // Looked up at every pixel: which level of a picture is meant is not known where neighbours don't look.

@@ -27,12 +27,12 @@ void main() {
     float smoke = swirl * wisp * (1.0 - smoothstep(0.45, 0.86, radius));
     float turn = atan(disc.y, disc.x) + 0.1 * swirl;
     float shafts = cos(11.0 * turn + 0.9 * time2) * cos(18.0 * turn - 0.7 * time2);
-    shafts = smoothstep(0.1, 0.8, abs(shafts)) * smoothstep(0.86, 0.40, radius);
+    shafts = smoothstep(0.1, 0.8, abs(shafts)) * (1.0 - smoothstep(0.40, 0.86, radius));
     // Who stands in the middle is to be seen through the smoke.
     float spread = 0.07 + 0.9 * smoothstep(0.15, 0.80, radius);
     // What drifts before the eye would be a veil over all that stands behind.
     spread *= smoothstep(20.0, 130.0, length(fromEye)) * mix(0.1, 1.0, smoothstep(-60.0, 0.0, behind));
     smoke *= 0.75 + 1.0 * shafts;
-    vec3 light = color.rgb * spread * (1.1 * smoke + 0.05 * smoothstep(0.86, 0.5, radius) + 0.20 * shafts) + 0.25 * smoke * smoke * spread;
+    vec3 light = color.rgb * spread * (1.1 * smoke + 0.05 * (1.0 - smoothstep(0.5, 0.86, radius)) + 0.20 * shafts) + 0.25 * smoke * smoke * spread;
     gl_FragColor = vec4(light * isSurface(), color.a) * gl_Color;
 }

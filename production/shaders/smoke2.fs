@@ -140,7 +140,7 @@ void main() {
     if (ice > 0.0) {
         float behind = -dot(spot, sun);
         float blur = 1.0 + 0.04 * max(behind, 0.0);
-        float shadow = step(0.0, behind) * smoothstep(radius + blur, radius - blur, length(spot + sun * behind));
+        float shadow = step(0.0, behind) * (1.0 - smoothstep(radius - blur, radius + blur, length(spot + sun * behind)));
         grain.b = smoothstep(0.25, 0.70, grain.b);
         vec3 dust = mix(vec3(0.13, 0.08, 0.08), vec3(0.46, 0.36, 0.24), smoothstep(0.25, 0.75, grain.g));
         dust = mix(dust, vec3(0.27, 0.31, 0.40), smoothstep(1.78, 1.90, reach));
