@@ -94,9 +94,9 @@ vec3 veilAt(vec2 at, vec2 slope, vec2 least, vec2 most) {
     return veil;
 }
 
-// What is seen at a place, thrown by `slip` and parted by `split` on either side, red and blue, with how solid it is.
-// Thrown over an edge of the picture, a place comes back in.
-vec4 thrownPicture(vec2 slip, vec2 split) {
+// What is seen at a place, thrown by `slip` and parted by `split` on either side, red and blue, with how solid it is
+// and how bright the field in which it lies. Thrown over an edge of the picture, a place comes back in.
+vec4 thrownPicture(vec2 slip, vec2 split, out float field) {
     vec2 slope = vec2(dFdx(gl_TexCoord[0].s) / dFdx(place.x), dFdy(gl_TexCoord[0].t) / dFdy(place.y));
     vec2 margin = vec2(abs(dFdx(place.x)), abs(dFdy(place.y)));  // a pixel: slopes are not exact across the whole width
     vec2 low = gl_TexCoord[0].st + (margin - place) * slope, high = low + (1.0 - 2.0 * margin) * slope;
@@ -111,10 +111,11 @@ vec4 thrownPicture(vec2 slip, vec2 split) {
     // What shines from a broad field is held down, the more the brighter it is, and white takes the beams' hue; a line
     // in it stands out by what is its own. Dark haze is black.
     vec3 veil = veilAt(at, slope, least, most);
-    float field = max(veil.r, max(veil.g, veil.b)), white = min(veil.r, min(veil.g, veil.b));
+    field = max(veil.r, max(veil.g, veil.b));
+    float white = min(veil.r, min(veil.g, veil.b));
     float open = 1.0 - smoothstep(0.5, 0.95, color.a) * (1.0 - smoothstep(0.0, 0.3, beamIn(color.rgb)));
-    color.rgb = max(color.rgb - (0.25 + 0.35 * open) * field * veil, 0.0);
-    color.rgb *= 1.0 - white * vec3(0.5, 0.62, 0.45);
+    color.rgb = max(color.rgb - (0.5 + 0.1 * open) * field * mix(vec3(0.5 * (field + white)), veil, open), 0.0);
+    color.rgb *= 1.0 - white * mix(vec3(0.22, 0.28, 0.26), vec3(0.5, 0.62, 0.45), open);
     float brightest = max(color.r, max(color.g, color.b));
     color.rgb *= brightest * brightest / (brightest * brightest + 0.001 + 0.024 * open);
     vec2 over = max(abs(place + slip - 0.5) - 0.5, 0.0);
@@ -131,13 +132,17 @@ void main() {
     slip -= 0.06 * broken * bevel * bevel * view.ray;
     vec2 split = (pane ? 0.008 * bevel : 0.004 * view.mirrors) * ray;
 
-    vec4 seen = thrownPicture(slip / aspect, split / aspect);
+    float field;
+    vec4 seen = thrownPicture(slip / aspect, split / aspect, field);
     vec3 color = seen.rgb;
     // The ship, which alone is solid, stands before its beams, and they are ice.
     float beam = beamIn(color), ship = smoothstep(0.5, 0.95, seen.a);
     color = max(color + beam * vec3(-1.5, 0.75, 0.3), 0.0);
     float most = max(color.r, max(color.g, color.b));
-    float lift = mix(0.7, 1.9, smoothstep(0.75, 1.3, nearer));  // a near ship fills the screen
+    // A near ship fills the screen; and what a beat has lit is raised as it is, so that it keeps its shades.
+    float far = smoothstep(0.75, 1.3, nearer), lit = smoothstep(0.25, 0.75, field);
+    color *= 1.0 + 0.5 * ship * far * lit;
+    float lift = mix(0.7, 1.9, far) * (1.0 - 0.9 * lit);
     color *= 1.0 + lift * ship * (1.0 - smoothstep(0.0, 0.3, beam)) * (1.0 - min(most, 1.0));
     if (!pane) {
         // Each mirror takes some of the light, and more where it turns from the lamp.
