@@ -22,7 +22,7 @@ constexpr double halfThick = 0.35;
 constexpr double pleat = 0.7;
 
 // One wing, spread to the right: a fan of panes from its shoulder to its outline.
-Shape wing(std::span<const wing::Place> outline, wing::Place shoulder) {
+Shape spreadWing(std::span<const wing::Place> outline, wing::Place shoulder) {
     constexpr int steps = 2;
     const std::vector<wing::Place> edge = wing::curved(outline, steps);
     const auto place = [&](int i) { return Vec{edge[i].x, edge[i].y, i / steps % 2 == 0 ? -pleat : pleat}; };
@@ -55,11 +55,11 @@ Shape feeler() {
 
 // Its head along y and its back along z; `raised` is each wing's angle over the level, in degrees.
 Shape butterfly(double raised) {
-    const auto lifted = [](const Shape& wing, double angle) {
-        return turned(wing, Axis::y, -degrees(angle));
+    const auto lifted = [](const Shape& spread, double angle) {
+        return turned(spread, Axis::y, -degrees(angle));
     };
-    const Shape wings = joined({lifted(wing(wing::fore, wing::foreShoulder), raised),
-                                lifted(wing(wing::hind, wing::hindShoulder), raised - 5)});
+    const Shape wings = joined({lifted(spreadWing(wing::fore, wing::foreShoulder), raised),
+                                lifted(spreadWing(wing::hind, wing::hindShoulder), raised - 5)});
     const Shape body = moved(scaled(icosphere(1, 2), {1.5, 9.5, 1.5}), {0, -1, 0});
     const Shape head = moved(icosphere(1.7, 1), {0, 9.5, 0.3});
     return joined(

@@ -28,7 +28,7 @@ constexpr Patch facePicture = patchOf(atlas::robot::face), napePicture = patchOf
 constexpr Uv warmLamp = middleOf(atlas::robot::warmLamp),
              coldTube = middleOf(atlas::robot::coldTube.part(0, 0, 2.4, 1));
 
-// A part in its two materials: polished shells and the dark works between them.
+// A part in its two materials: lacquered shells and the steel works between them.
 struct Part {
     Shape shells, works;
 };
@@ -223,8 +223,8 @@ Part pelvis() {
     const Outline profile =
         chained({{{0, 46}, {10, 46}}, wall, {{12, 64.6}, {11, 62.5}, {7, 62.5}, {6.4, 64}, {0, 64}}});
     const Shape girdle = squared(flutedLathe(profile, {8, 0.12, 1.2, 48, 63, 3}, pi / 8), 0.68);
-    // Seen from below while the camera looks up the robot: a hatch with bolts, the sockets of the hips, a
-    // vent on each side and the cables to the legs.
+    // Seen from below while the camera looks up the robot: a hatch with bolts, the sockets of the hips and
+    // a plate on each side.
     const Shape bolts = around(moved(bolt(1, 0.8), {7.2, 0, 0}), 8);
     const Shape hatch = placed(joined({rings(5.5, 1.4), bolts}), {0, 46.2, 0}, {0, -1, 0});
     const Shape socket = placed(rings(8.6, 3.4), {11.6, 49.4, 0}, {0.12, -1, 0});
@@ -266,7 +266,7 @@ Shape sleeve(Vec from, Vec to, double radius) {
 }
 
 // What the legs have behind, for who looks up at them: a piston along each calf and two hoses to each thigh.
-// In lacquer.
+// Sleeves and hoses are lacquered, rods are steel.
 Shape calfSleeves() {
     return withMirror(sleeve({15.4, 3, -13.2}, {15, 19, -11.4}, 2.5));
 }
@@ -651,7 +651,6 @@ void makeRobotScreen(const char* path) {
         joined({lacquered(joined({withoutHeadShell().shells, swelling(headShell())}), coatAt),
                 lacquered(joined({paintwork(), legHoses()}), in(orange)),
                 lacquered(joined({calfSleeves(), waistSleeves()}), in(petrol)),
-
                 lacquered(joined({waistHoses(), brows()}), in(orange)), lacquered(screenFrames(), in(brass)),
                 lacquered(base(), [](Vec p) {
                     return coatOf(p.y > -22.4 && std::hypot(p.x, p.z) > 36 ? brass : petrol);

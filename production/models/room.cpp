@@ -207,9 +207,8 @@ Shape pillarsToCome() {
     const Shape plain = stage::pillars();
     Shape pillars = toCome(plain, 2e-5);
     for (Face& face : pillars.faces) {
-        const bool left =
-            dot(faceCentre(plain, face),
-                view.right)<0, lit = dot(faceNormal(plain, face), view.right) * (left ? -1 : 1)> 0.3;
+        const bool left = dot(faceCentre(plain, face), view.right) < 0;
+        const bool lit = dot(faceNormal(plain, face), view.right) * (left ? -1 : 1) > 0.3;
         face.uvs.assign(face.points.size(), swatch(!lit   ? atlas::walls::shade
                                                    : left ? atlas::walls::steel
                                                           : atlas::walls::orange));

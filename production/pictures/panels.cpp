@@ -481,7 +481,8 @@ void makeHull(const char* path) {
 }
 
 // The tunnel's panel and its frame, drawn in to the left half with the light and the black of its rings below
-// them, and the hall's pictures in the right one.
+// them, and the hall's pictures in the right one. The tunnel's alpha is 0, the ship's is 1: by that "distort"
+// tells the ship from what lies behind it.
 void makeWalls(const char* path) {
     const Canvas panel = plated(deepSteel, panelRows, {}, {0.10f, 0.10f, 0.4f, 1900});
     const auto solid = [](Rgba seen) { return Rgba{seen.r, seen.g, seen.b, 1}; };

@@ -248,8 +248,7 @@ void makeRobotChrome(const char* path) {
             const Direction normal = facing(towards);
             const Bearing at = bearingOf(normal);
             // The key, a tall window of two panes on the side that the scene's lamp shines from: it ends at
-            // once towards the viewer and fades away from him, and is low on what looks down, the broad
-            // chest.
+            // once towards the viewer and fades away from him, and is low on what looks down.
             const float window = pane(at, {34, -62}, {47, 64}) + pane(at, {49.5f, -62}, {52, 64});
             const float key = window * mix(1.0f, 0.30f, smoothstep(34.0f, 46.0f, at.azimuth)) *
                               mix(0.24f, 1.0f, smoothstep(-12.0f, 2.0f, at.elevation));

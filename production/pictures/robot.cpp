@@ -122,9 +122,7 @@ struct Coat {
 const Coat coats[lacquers] = {{opaque(0.80f, 0.70f, 0.55f), opaque(0.05f, 0.05f, 0.04f)},   // ivory
                               {opaque(0.95f, 0.25f, 0.05f), opaque(0.05f, 0.03f, 0.01f)},   // orange
                               {opaque(0.06f, 0.24f, 0.30f), opaque(0.05f, 0.06f, 0.06f)},   // petrol
-                              {opaque(0.80f, 0.48f, 0.14f), opaque(0.22f, 0.17f, 0.09f)},   // brass
-                              {opaque(0.26f, 0.28f, 0.31f), opaque(0.08f, 0.08f, 0.08f)},   // steel
-                              {opaque(0.07f, 0.07f, 0.08f), opaque(0.01f, 0.01f, 0.01f)}};  // rubber
+                              {opaque(0.80f, 0.48f, 0.14f), opaque(0.22f, 0.17f, 0.09f)}};  // brass
 Rgba lacquerAt(Point place) {
     const int column = int((place.x / part - 10) / 2), row = int(place.y / part - 6);
     const int which = std::clamp(row * 3 + column, 0, int(lacquers) - 1);

@@ -71,7 +71,7 @@ constexpr double margin = 0.1;                               // of the others, w
 constexpr Cells iris = {10, 0, 6, 6}, pulse = {10, 11, 6, 5}, nameplate = {10, 8, 6, 2};
 constexpr Cells warmLamp = {11.5, 10, 2, 1}, coldTube = {13.5, 10, 2.5, 1};
 // Lacquers, each a patch: lit from the left to the right by one lamp and upwards by another.
-enum Lacquer { ivory, orange, petrol, brass, steel, rubber, lacquers };
+enum Lacquer { ivory, orange, petrol, brass, lacquers };
 constexpr Cells lacquer(int which) {
     return {10 + 2.0 * (which % 3), 6.0 + which / 3, 2, 1};
 }

@@ -93,6 +93,17 @@ TEST(Pictures, HaveTheSizesAndChannelsThatTheProgramAssumes) {
     }
 }
 
+// "distort" tells the ship from the tunnel by the alpha that they leave in the frame.
+TEST(Pictures, TheShipIsSolidAndTheTunnelIsNot) {
+    const Picture walls("cubetex.png"), hull("shiptex.png");
+    int most = 0, solid = 0;
+    for (int y = 0; y < walls.height; y++)
+        for (int x = 0; x < walls.width / 2; x++) most = std::max(most, walls.sample(x, y, 3));
+    EXPECT_EQ(most, 0);
+    for (size_t i = 3; i < hull.bytes.size(); i += 4) solid += hull.bytes[i] == 255;
+    EXPECT_GT(solid, hull.width * hull.height / 2);
+}
+
 // Added pictures show a frame round themselves where their border is not black.
 TEST(Pictures, AddedPicturesEndInBlack) {
     for (const char* file : {"start.jpg", "vornel.png", "greetsit.png", "spot.png", "loading.jpg"})
