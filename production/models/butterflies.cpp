@@ -1,6 +1,6 @@
-// The figure of the stripes: a swarm of butterflies that circles as the scene turns it. Their wings are glass
-// between black veins, and what little light they have themselves the scene's glow makes a halo of, which
-// shines through the panes and shows everything else as outlines.
+// The figure of the stripes: a butterfly among smaller ones, which circle as the scene turns them. Their
+// wings are glass between black veins, and what little light they have themselves the scene's glow makes a
+// halo of, which shines through the panes and shows everything else as outlines.
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
@@ -71,12 +71,14 @@ Shape butterfly(double raised) {
 struct Flight {
     double angle, away, along, raised, lean, climb, size;
 };
-// They turn their backs to who looks along the axis, cover each other little, and leave free what the scene's
-// other camera, 40 from the middle, has before it.
+// A large one and six small ones close about it, so that they share one halo. It lies where the scene turns
+// its back or its belly to the camera for most of the time, and its wings reach over a third of the picture's
+// breadth; all keep mostly out of sight of the scene's other camera, 40 from the middle, before which they
+// would be black shadows on the tunnel.
 constexpr Flight swarm[] = {
-    {47, 79, -34, 35, 40, 16, 0.81}, {16, 77, 29, 28, -5, 7, 0.82},     {94, 76.5, 34, 12, 25, 18, 0.88},
-    {168, 79, 34, 10, 36, 3, 0.92},  {235, 73, -34, 36, 40, -20, 0.87}, {303, 68.5, -28, 42, -12, -3, 0.92},
-    {316, 78, 34, 30, 1, 0, 0.82},   {59, 9, -34, 42, -30, 18, 1.5},
+    {331, 33, -44, 22, -5, 87, 2},     {324, 95, 1, 32, 0, 33, 0.75},    {267, 0, 16, 18, -60, 77, 0.85},
+    {115, 36, -41, 40, 49, 97, 0.7},   {178, 25, -86, 26, -74, 97, 0.8}, {31, 21, -107, 12, -80, 107, 0.75},
+    {333, 102, -38, 36, -24, 87, 0.9},
 };
 
 Shape flying(const Flight& flight) {
