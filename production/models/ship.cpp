@@ -194,15 +194,15 @@ namespace {
 
 // The corridor's light stands behind the ship, lower right. All of it is shaded as if it leaned back there:
 // so one side of what is round is lit, the other in the shade, and neither goes out as the ship turns, from
-// ahead and from behind. Least the hull, which has most form; most what only a viewer from ahead sees. How
-// far a place leans back so, along z.
+// ahead and from behind. Most the hoop as a viewer from ahead sees it; nose and hull little, since further
+// back they throw broad lamps at him, and a beat makes white of that. How far a place leans back so, along z.
 double leaningBack(Vec p, Vec normal) {
     constexpr double body = 22, hoop = 53, acrossSail = 0.8;  // distances from the axis
     const double reach = std::hypot(p.x, p.y);
     const double across = std::abs(p.x * normal.y - p.y * normal.x) / std::max(reach, 1.0);
     if (reach >= hoop) return normal.z < -0.5 ? 1.9 : 0.62;
-    if (p.z < -55) return 1.7;
-    if (reach < body) return 0.9 - 0.6 * smoothstep(0, -30, p.z);  // least before the beams of the nose
+    if (p.z < -55) return 0.4;
+    if (reach < body) return 0.6 - 0.45 * smoothstep(0, -30, p.z);  // least before the beams of the nose
     return across > acrossSail ? 0.55 : 0;
 }
 
