@@ -14,9 +14,9 @@ constexpr int size = 1024;
 constexpr float unitsPerRepeat = 500;
 
 // What is let through at a height, in units from the eye's: embers below, azure above. The glow makes up to
-// two hundred of one and fills what it reaches with the stronger of each hue's two; so that what the
-// butterflies show of themselves shines through the other is low, and shades that. In the middle both are
-// held back, or it makes one fuchsia of them.
+// two hundred of one and fills what it reaches with the stronger of each hue's two, which is over 20 of 255,
+// since graphics cards drop what is less. The other is low, so that what the butterflies show of themselves
+// shines through and shades it. In the middle both are held back, or the glow makes one fuchsia of them.
 const std::vector<Stop> tints = {
     {-60, opaque(0.220f, 0.038f, 0.000f)},
     {-12, opaque(0.140f, 0.000f, 0.003f)},

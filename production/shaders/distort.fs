@@ -9,9 +9,9 @@ uniform float time;
 
 varying vec2 place;
 varying vec2 focus;
-varying float nearer;
+varying float magnified;
 
-const vec2 aspect = vec2(4.0 / 3.0, 1.0);  // of the screen: rings are round on it
+const vec2 aspect = vec2(4.0 / 3.0, 1.0);  // of the screen: circles are round on it
 const vec2 lamp = vec2(-0.9, 0.45);        // where the light falls from
 const float hub = 0.36;                    // of the pane; in screen heights, as all lengths
 
@@ -127,7 +127,7 @@ void main() {
     vec2 ray = (place - focus) * aspect;
     View view = viewOf(ray);
     bool pane = view.mirrors == 0.0;
-    vec2 slip = mix(ray, view.ray / nearer, broken) - ray;
+    vec2 slip = mix(ray, view.ray / magnified, broken) - ray;
     float bevel = max(1.0 - view.toBorder / 0.03, 0.0);
     slip -= 0.06 * broken * bevel * bevel * view.ray;
     vec2 split = (pane ? 0.008 * bevel : 0.004 * view.mirrors) * ray;
@@ -140,7 +140,7 @@ void main() {
     color = max(color + beam * vec3(-1.5, 0.75, 0.3), 0.0);
     float most = max(color.r, max(color.g, color.b));
     // A near ship fills the screen; and what a beat has lit is raised as it is, so that it keeps its shades.
-    float far = smoothstep(0.75, 1.3, nearer), lit = smoothstep(0.25, 0.75, field);
+    float far = smoothstep(0.75, 1.3, magnified), lit = smoothstep(0.25, 0.75, field);
     color *= 1.0 + 0.5 * ship * far * lit;
     float lift = mix(0.7, 1.9, far) * (1.0 - 0.9 * lit);
     color *= 1.0 + lift * ship * (1.0 - smoothstep(0.0, 0.3, beam)) * (1.0 - min(most, 1.0));

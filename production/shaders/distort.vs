@@ -1,12 +1,11 @@
 #version 110
-// What "distort" knows of the whole picture: where the ship is and how much of it, which alone is solid in it, and what
-// light falls on the glass.
+// What "distort" knows of the whole picture: where the ship is, which alone is solid in it, and how much of it there is.
 
 uniform sampler2D picture;
 
-varying vec2 place;    // 0..1 across what is seen
-varying vec2 focus;    // the middle of the ship, 0..1
-varying float nearer;  // how much it is to be magnified
+varying vec2 place;       // 0..1 across what is seen
+varying vec2 focus;       // the middle of the ship, 0..1
+varying float magnified;  // how much the ship is to be
 
 const vec2 seen = vec2(800.0, 600.0) / 1024.0;  // of a target
 const vec2 aspect = vec2(4.0 / 3.0, 1.0);       // of the screen
@@ -52,5 +51,5 @@ void main() {
         }
     }
     focus = clamp(middle.xy / middle.z, 0.15, 0.85);
-    nearer = clamp(sqrt(0.17 / spread), 0.75, 1.8);
+    magnified = clamp(sqrt(0.17 / spread), 0.75, 1.8);
 }
