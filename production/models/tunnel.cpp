@@ -17,11 +17,11 @@ constexpr double halfLength = fitting::segmentLength / 2,
                  twist = fitting::twistPerSegment * fitting::twistRadians;
 constexpr int columns = 12, split = 3;  // round edges have so many points to each column
 // Each tooth of the bore widens away from the viewer, by as much as throws a beam ahead of the ship: after
-// two or three walls it leaves along the tunnel, and the ship stays free. Nothing hidden may come nearer than
-// 283 to the axis, where the heap's camera would see its back.
+// two or three walls it leaves along the tunnel, and the ship stays free. Nothing comes nearer than 283 to
+// the axis: the heap's camera would pass through it, and see the backs of what is hidden.
 constexpr int teeth = 7;
 constexpr double narrow = 293, wide = 306.2;  // radius of the columns' joints
-constexpr double ringRadius = 268, endRadius = 292.5;
+constexpr double ringRadius = 284, endRadius = 292.5;
 // The round ends are one with the next segment's by turning this much along a segment: what is left of
 // its twist after whole strips.
 constexpr double leftTurn = twist - 5 * 2 * pi / (columns * split);
@@ -155,7 +155,7 @@ void makeTunnel(const char* path) {
         return normalized(Vec{-p.x, -p.y, 0}) * std::cos(lean) + Vec{0, 0, 1} * std::sin(lean);
     };
     const Shape lit = shaded(welded(bore.shape), [&](Vec p, Vec normal) {
-        const bool ring = std::hypot(p.x, p.y) < ringRadius + 10;
+        const bool ring = std::hypot(p.x, p.y) < ringRadius + 4;
         return leaning(p, normal.z < -0.3 ? (ring ? -100 : -112) : ring ? 60 : 30);
     });
     // The frame is turned away from the corridor's light, so that its paint stands out before the stripes
