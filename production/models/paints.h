@@ -27,10 +27,9 @@ constexpr Patch dark = patchOf(atlas::hull::dark.part(0.3, 0.2, 3.4, 1.0));
 constexpr Patch timber = patchOf(atlas::hull::timber), leaves = patchOf(atlas::hull::leaves),
                 foliage = patchOf(atlas::hull::leaves.part(0, 0, 2.8, 0.35)),
                 lime = patchOf(atlas::hull::lime.within(0.1));
-constexpr Patch glass = patchOf(atlas::hull::glass);
+constexpr Patch jellyfish = patchOf(atlas::hull::jellyfish);
 constexpr Uv orange = middleOf(atlas::hull::stripe), warmLamp = middleOf(atlas::hull::warmLamp),
-             coolLamp = middleOf(atlas::hull::coolLamp), neon = middleOf(atlas::hull::neon),
-             beamlit = middleOf(atlas::hull::beamlit);
+             coolLamp = middleOf(atlas::hull::coolLamp), beamlit = middleOf(atlas::hull::beamlit);
 
 }  // namespace hull
 

@@ -9,7 +9,6 @@
 #include "production/models/models.h"
 #include "production/music/score.h"
 #include "production/pictures/pictures.h"
-#include "production/shared/wing.h"
 
 using namespace picture;
 
@@ -101,18 +100,13 @@ constexpr Sign meshSigns[] = {
     [](Point p) {
         return 0.5f * lined(length(Point{p.x, p.y * 2.4f}) - 24, 8);
     },
-    // One of the butterflies.
+    // The jellyfish.
     [](Point p) {
-        const auto side = [&](std::span<const wing::Place> outline) {
-            std::vector<Point> edge;
-            for (const wing::Place& at : wing::curved(outline, 2))
-                edge.push_back({float(at.x), -float(at.y)});
-            const Point right = {std::fabs(p.x), p.y};
-            return polygon(right, edge) + 0.5f;
-        };
-        const float feeler = lined(length(Point{std::fabs(p.x) - 9, p.y + 11}) - 9, 2);
-        return either(side(wing::fore), side(wing::hind), box(p, {0, 0}, {2, 12}, 2),
-                      std::fmax(feeler, std::fmax(p.y + 11, std::fabs(p.x) - 9)));
+        const float lobes = 2.5f * std::cos(p.x * 2 * pi / 10);
+        const float bell = std::fmax(length(Point{p.x, p.y + 3}) - 24, p.y + 3 - lobes);
+        const float wave = 3 * std::sin((p.y + 3) * 0.25f);
+        const float threads = lined(std::remainder(p.x - 5 - wave, 10.0f), 3);
+        return either(bell, std::fmax(threads, box({p.x - wave, p.y}, {0, 10}, {17, 17})));
     },
     // The sky.
     [](Point p) {

@@ -10,7 +10,6 @@
 #include "production/pictures/pictures.h"
 #include "production/shared/atlas.h"
 #include "production/shared/evenings.h"
-#include "production/shared/wing.h"
 
 using namespace picture;
 using atlas::Cells;
@@ -51,8 +50,8 @@ struct Sign {
 const Rgba warm = opaque(0.86f, 0.46f, 0.13f);
 const Rgba warmLight = light(1.0f, 0.58f, 0.20f), coolLight = light(0.50f, 0.70f, 1.0f);
 const Rgba limestone = opaque(0.34f, 0.27f, 0.21f);
-// Of the butterflies' bodies, whose hues "koe" gives, and of the ship's edges that the beams light.
-const Rgba neon = opaque(1, 1, 1), beamlit = opaque(1, 0.16f, 0.72f);
+// Of the ship's edges that the beams light.
+const Rgba beamlit = opaque(1, 0.16f, 0.72f);
 
 // Enamel, a little warm beside the walls' steel.
 Rgba enamel(float tone) {
@@ -357,8 +356,7 @@ const std::vector<Row> hullRows = {
     {atlas::hull::timber, boards(9)},
     {atlas::hull::leaves, leaves()},
     {atlas::hull::lime, chip(limestone)},
-    // The butterflies' and the ship's.
-    {atlas::hull::neon, chip(neon)},
+    // The ship's.
     {atlas::hull::beamlit, chip(beamlit)},
 };
 const std::vector<Sign> hullSigns = {
@@ -423,59 +421,39 @@ Rgba ringAt(float row) {
     return mix(grey(0.004f), opaque(0.10f, 0.18f, 0.28f), smoothstep(0.36f, 0.30f, std::fabs(row - 15.5f)));
 }
 
-Point pointOf(wing::Place place) {
-    return {float(place.x), float(place.y)};
-}
-
-// A butterfly's wing, in units of its outline.
-struct Wing {
-    std::vector<Point> edge, veins, lights;  // veins by their ends
-    Point shoulder;
-
-    Wing(std::span<const wing::Place> outline, wing::Place from) : shoulder(pointOf(from)) {
-        for (const wing::Place& place : wing::curved(outline, 4)) edge.push_back(pointOf(place));
-        for (const wing::Place& place : outline) veins.push_back(pointOf(place));
-        // Two to a pane, in the rim away from the body.
-        for (size_t i = 4; i + 4 < veins.size(); i++) {
-            for (const float k : {0.25f, 0.75f}) {
-                const Point at = mix(veins[i], veins[i + 1], k);
-                const Point inwards = shoulder - at;
-                lights.push_back(at + inwards * (1.25f / length(inwards)));
-            }
-        }
+// The jellyfish: an eighth of its bell, mirrored at both sides, from its top down to its rim; below it its
+// threads' paint and its arms', from their middle to their edges.
+Rgba jellyfishAt(float across, float along) {
+    if (along > 0.88f) {
+        if (across < 0.5f) return {0, 0, 1, 0.53f};
+        const float edge = smoothstep(0.86f, 0.9f, across);
+        return {0, 0, mix(1.0f, 0.3f, edge), mix(0.53f, 1.0f, edge)};
     }
-};
-
-// Panes of glass between black veins in a black rim, with the rim's lights. Glass has neither green nor, with
-// what the stripes leave of it, less than a half of alpha: it would be gone, and its green would make white
-// of the halo.
-Rgba wingAt(const Wing& wing, Point p) {
-    const float inside = -polygon(p, wing.edge), outwards = length(p - wing.shoulder);
-    float vein = 99, spot = 99;
-    for (const Point& end : wing.veins) {
-        const float along = outwards / length(end - wing.shoulder);
-        vein = std::fmin(vein, segment(p, wing.shoulder, end) - mix(0.12f, 0.4f, along));
-    }
-    for (const Point& at : wing.lights) spot = std::fmin(spot, circle(p, at, 0.62f));
-    const float rim = mix(0.45f, 2.2f, smoothstep(14.0f, 25.0f, outwards));
-    const float pane = smoothstep(-0.12f, 0.12f, std::fmin(vein, inside - rim));
-    const float lit = 0.20f * mix(1.0f, 0.6f, smoothstep(4.0f, 28.0f, outwards));
-    return mix(mix(grey(0), Rgba{lit, 0, lit, 0.53f}, pane), opaque(0.9f, 1, 0.9f), coverage(spot * 5));
+    const float v = along / 0.86f;
+    const float rib = std::fabs(std::remainder(across * 2, 1.0f));  // 0 on a rib, 1/2 between two
+    const float breadth = mix(6.0f, 44.0f, smoothstep(0.0f, 0.8f, v));
+    const float ribbed = smoothstep(2.6f, 1.2f, rib * breadth) * smoothstep(0.25f, 0.4f, v);
+    const float loop = std::fabs(length(Point{across * 0.62f, (v - 0.27f) * 1.5f}) - 0.20f);
+    const float heart = smoothstep(0.11f, 0.08f, loop) * smoothstep(0.48f, 0.42f, v);
+    const float edge = smoothstep(0.95f, 0.98f, v);
+    Rgba c = {0, 0, mix(0.8f, 1.0f, smoothstep(0.3f, 0.9f, v)), 0.53f};
+    c = mix(c, Rgba{0, 0.45f, 0.14f, 1}, ribbed);
+    c = mix(c, Rgba{1, 0, 1, 0.53f}, heart);
+    c = mix(c, Rgba{0, 0, 0.3f, 1}, edge);
+    c.a *= smoothstep(0.03f, 0.045f, loop);
+    return c;
 }
 
 }  // namespace
 
 void makeHull(const char* path) {
     Canvas canvas = plated(enamel, hullRows, hullSigns, {0.14f, 0.55f, 0.5f, 900});
-    const Wing fore(wing::fore, wing::foreShoulder), hind(wing::hind, wing::hindShoulder);
     paint(canvas, [&](float x, float y, Rgba seen) {
-        constexpr atlas::Cells glass = atlas::hull::glass;
-        const float across = (x / cell - float(glass.left)) / float(glass.width),
-                    up = 1 - (y / cell - float(glass.top)) / float(glass.height);
-        if (unit(across) != across || unit(up) != up) return Rgba{seen.r, seen.g, seen.b, 1};
-        const Point p = {float(mix(wing::Picture::left, wing::Picture::right, across)),
-                         float(mix(wing::Picture::low, wing::Picture::high, up))};
-        return wingAt(p.y > 0 || polygon(p, fore.edge) < 0 ? fore : hind, p);
+        constexpr atlas::Cells place = atlas::hull::jellyfish;
+        const float across = (x / cell - float(place.left)) / float(place.width),
+                    down = (y / cell - float(place.top)) / float(place.height);
+        if (unit(across) != across || unit(down) != down) return Rgba{seen.r, seen.g, seen.b, 1};
+        return jellyfishAt(across, down);
     });
     saveRgba(canvas, path, Rows::TopFirst);
 }

@@ -34,10 +34,9 @@ constexpr Cells room(double column, double row) {
 }
 constexpr Cells rooms[] = {room(0, 0), room(1, 0), room(0, 1), room(1, 1), room(0, 2), room(1, 2)};
 constexpr Cells timber = {13.1, 4.5, 2.8, 2.2}, leaves = {13.1, 6.8, 2.8, 0.6}, lime = {13.1, 7.5, 2.8, 0.6};
-// The butterflies' wings, whose glass alone lets light through; dabs of their bodies, and of what shines as
-// if the beams lit it.
-constexpr Cells glass = {7, 12, 3, 4};
-constexpr Cells neon = {0.7, 12.7, 0.6, 0.6}, beamlit = {0.7, 14.7, 0.6, 0.6};
+// The jellyfish, which alone lets light through; a dab of what shines as if the beams lit it.
+constexpr Cells jellyfish = {7, 12, 3, 4};
+constexpr Cells beamlit = {0.7, 14.7, 0.6, 0.6};
 
 }  // namespace hull
 
