@@ -11,7 +11,7 @@ using namespace model;
 
 namespace {
 
-constexpr int lobes = 16, sides = 96;
+constexpr int lobes = 8, threads = 16, sides = 48;
 
 // The bell's outside from its rim to its top, radius and height; its inside is so much within.
 const Outline profile = {{54, 16}, {60, 20}, {64, 30}, {64, 43}, {58, 58},
@@ -27,7 +27,8 @@ Outline smoothProfile(double inwards) {
 }
 
 Uv paintAt(double across, double along) {
-    return hull::jellyfish.at(across, 1 - along);
+    // Clear of what lies beside it in the picture.
+    return hull::jellyfish.at(mix(0.015, 0.985, across), 1 - along);
 }
 
 // An eighth of the bell is painted; the others mirror or repeat it.
@@ -57,19 +58,19 @@ Shape thread(double angle, double length, double phase) {
                      aside = 6 * k * std::cos(1.7 * phase + 5 * k);
         points.push_back({out * c - aside * s, 19 - length * k, -out * s - aside * c});
     }
-    how.path = curveThrough(points, false, 3);
+    how.path = curveThrough(points, false, 2);
     how.change = [&](int i, const Outline& outline) {
         Outline thin = outline;
         const double k = double(i) / double(how.path.size() - 1);
         for (Flat& p : thin) p = p * mix(1.0, 0.6, k);
         return thin;
     };
-    return painted(smoothed(sweep(polygon(5, 1.1), how), pi), paintAt(0.25, 0.97));
+    return painted(smoothed(sweep(polygon(3, 1.3), how), pi), paintAt(0.25, 0.97));
 }
 
 // An arm about the mouth: a frilled ribbon.
 Shape arm(double angle, double length) {
-    constexpr int steps = 32, across = 7;
+    constexpr int steps = 24, across = 5;
     std::vector<Shape> sheets;
     for (const double side : {0.4, -0.4}) {
         Shape sheet = grid(across, steps, false, false, [&](int c, int r) {
@@ -93,8 +94,8 @@ Shape arm(double angle, double length) {
 
 void makeJellyfish(const char* path) {
     std::vector<Shape> all = {shell(0), insideOut(shell(thickness))};
-    for (int i = 0; i < lobes; i++)
-        all.push_back(thread(2 * pi * (i + 0.5) / lobes, 88 + 12 * std::sin(i * 2.4), i * 1.9));
+    for (int i = 0; i < threads; i++)
+        all.push_back(thread(2 * pi * (i + 0.5) / threads, 88 + 12 * std::sin(i * 2.4), i * 1.9));
     for (int i = 0; i < 4; i++) all.push_back(arm(2 * pi * (i + 0.5) / 4, 122 + 10 * (i % 2)));
     writeAml(path, {moved(joined(all), {0, -8, 0})});
 }
