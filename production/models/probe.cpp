@@ -1,8 +1,8 @@
 // The satellite of the smoke scene, drawn at 0.3 of its size and never turned, seen from above: a gold body
-// between two long wings, a small dish before it, a mast above and a boom behind. Few and slender parts, each
-// of its own brightness, that read at some fifty pixels. All fourteen are one model, and what tells them
-// apart is the light in their middle: each wing and the dish face another way, so that it lights one or the
-// other.
+// between two broad wings, a small dish before it, a mast above and a boom behind. Few parts, each of its own
+// brightness, and wings whose edges shine, so that it reads at some twenty pixels. All fourteen are one
+// model, and what tells them apart is the light in their middle: each wing and the dish face another way, so
+// that it lights one or the other.
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
@@ -15,7 +15,7 @@ using namespace model;
 namespace {
 
 Shape body() {
-    return lathe({{0, -17}, {8, -17}, {13, -12}, {13, 9}, {9, 14}, {0, 14}}, 6);
+    return lathe({{0, -20}, {10, -20}, {16, -14}, {16, 9}, {11, 15}, {0, 15}}, 6);
 }
 
 // Between two heights of the y axis.
@@ -29,10 +29,10 @@ Shape ball(double radius, Vec place) {
 
 // Where the dish's own coordinates (its y axis where it looks) lie on the probe.
 Shape onNeck(const Shape& shape) {
-    return placed(shape, {0, 9, 19}, {0.3, 0.75, 1});
+    return placed(shape, {0, 9, 22}, {0.3, 0.75, 1});
 }
 
-constexpr double dishRadius = 16, dishDeep = 6;
+constexpr double dishRadius = 13, dishDeep = 5;
 
 Shape bowl() {
     Outline inside, outside = {{0, -2}};
@@ -54,10 +54,10 @@ Shape wing(const Shape& shape) {
     return moved(turned(shape, Axis::x, 0.5), {0, -4, 0});
 }
 
-constexpr double wingFrom = 18, wingTo = 49, wingHalf = 12.5;
+constexpr double wingFrom = 19, wingTo = 46.2, wingHalf = 18.5;
 
 Shape board() {
-    return moved(box({wingTo - wingFrom, 1.6, 2 * wingHalf}, 0.5), {(wingFrom + wingTo) / 2, 0, 0});
+    return moved(box({wingTo - wingFrom, 1.6, 2 * wingHalf}, 0), {(wingFrom + wingTo) / 2, 0, 0});
 }
 
 // Bright lines round and across a board.
@@ -65,9 +65,9 @@ Shape seams() {
     std::vector<Shape> lines;
     const double middle = (wingFrom + wingTo) / 2, span = wingTo - wingFrom;
     for (const double side : {-1.0, 1.0})
-        lines.push_back(moved(box({span + 2, 3, 1.7}, 0.4), {middle, 0, side * wingHalf}));
-    for (int i = 0; i <= 3; i++)
-        lines.push_back(moved(box({1.7, 3, 2 * wingHalf}, 0.4), {wingFrom + i * span / 3, 0, 0}));
+        lines.push_back(moved(box({span + 2.2, 3, 2.2}, 0), {middle, 0, side * wingHalf}));
+    for (int i = 0; i <= 2; i++)
+        lines.push_back(moved(box({2.2, 3, 2 * wingHalf}, 0), {wingFrom + i * span / 2, 0, 0}));
     return joined(lines);
 }
 
@@ -77,18 +77,20 @@ Shape facing(const Shape& shape, Vec light) {
 
 // What shines by itself.
 Shape lamps() {
-    const Shape tips = joined({ball(4.6, {0, 34, 0}), ball(3.8, {0, -4, -40})});
-    return joined({painted(onNeck(dishEdge()), hull::coolLamp), painted(tips, hull::warmLamp)});
+    const Shape tips = joined({ball(5.4, {0, 36, 0}), ball(4.4, {0, -4, -40})});
+    const Shape lines = painted(wing(seams()), hull::coolLamp);
+    return joined({painted(onNeck(dishEdge()), hull::coolLamp), painted(tips, hull::warmLamp), lines,
+                   turned(lines, Axis::y, pi)});
 }
 
 Shape unlit() {
-    const Shape spars = joined({stick(1.1, 10, 34), placed(stick(1.2, -48, 48), {0, -4, 0}, {1, 0, 0}),
+    const Shape spars = joined({stick(1.1, 10, 36), placed(stick(1.2, -48, 48), {0, -4, 0}, {1, 0, 0}),
                                 placed(stick(1.1, 8, 40), {0, -4, 0}, {0, 0, -1}),
                                 placed(stick(1.5, 8, 20), {0, 4, 0}, {0, 0.2, 1})});
-    const Shape cells = painted(wing(board()), hull::sail), lines = painted(wing(seams()), hull::coolLamp);
+    const Shape cells = painted(wing(board()), hull::sail);
     return joined({painted(body(), hull::orange), painted(spars, hull::dark),
                    facing(painted(onNeck(bowl()), hull::plain), {0, 0, 1}), facing(cells, {1, 0, 0.3}),
-                   facing(turned(cells, Axis::y, pi), {-1, 0, 0.3}), lines, turned(lines, Axis::y, pi)});
+                   facing(turned(cells, Axis::y, pi), {-1, 0, 0.3})});
 }
 
 }  // namespace
