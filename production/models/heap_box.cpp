@@ -108,6 +108,18 @@ Shape glass() {
                    stretch({glassFrom - breath, low, -glassHalf}, {0, 0, 2 * glassHalf}, 5)});
 }
 
+// A thin line of light along the roof's edges, which draws every storey.
+Shape edgeLine() {
+    constexpr double y = halfHeight - slab / 2, half = 0.35, out = 0.3;
+    const auto line = [&](Vec a, Vec b) {
+        return block(a - Vec{out, half, out}, b + Vec{out, half, out}, 0);
+    };
+    return joined({line({roofFrom, y, halfWidth}, {halfLength, y, halfWidth}),
+                   line({roofFrom, y, -halfWidth}, {halfLength, y, -halfWidth}),
+                   line({halfLength, y, -halfWidth}, {halfLength, y, halfWidth}),
+                   line({roofFrom, y, -halfWidth}, {roofFrom, y, halfWidth})});
+}
+
 // Under the floor: timber, vaulted to the light. Flat, all of it would throw back the glow beyond the heap at
 // once, and that would lie over the heap as a veil; leaning all one way, the comet would fill it from under
 // the top storeys.
@@ -156,10 +168,10 @@ Shape shrubs() {
     constexpr double onGarden = parapet - halfHeight, onBalcony = slab - halfHeight;
     std::vector<Shape> all;
     const auto plant = [&](const Shape& shape, Vec at) { all.push_back(moved(shape, at)); };
-    plant(cypress(1.9, 1), {-51, onGarden - 1, -17});
+    plant(cypress(2.7, 1), {-51, onGarden - 1, -17});
     plant(tuft(4.2, 2), {-50.5, onGarden, -9});
     plant(tuft(3.2, 5), {-51, onGarden, -1});
-    plant(cypress(1.5, 3), {-50, onGarden - 1, 7});
+    plant(cypress(2.3, 3), {-50, onGarden - 1, 7});
     plant(tuft(4.8, 1), {-50, onGarden, 16});
     plant(tuft(3.4, 4), {-40, onGarden, 19});
     plant(tuft(3.8, 3), {-38, onGarden, -19});
@@ -220,5 +232,6 @@ void makeHeapBox(const char* path) {
     writeAml(path, {slabs, dark, soffit(), glass(), litFromBelow(painted(hedge(), hull::leaves), 0.35),
                     litFromBelow(painted(shrubs(), hull::foliage), 0.7),
                     litFromBelow(painted(joined({trunk(), mast()}), hull::dark), 0.3),
+                    litFromBelow(painted(edgeLine(), hull::coolLamp), lamps),
                     litFromBelow(painted(joined({trunkRings(), mastLamp()}), hull::warmLamp), lamps)});
 }

@@ -49,7 +49,7 @@ struct Sign {
 
 const Rgba warm = opaque(0.86f, 0.46f, 0.13f);
 const Rgba warmLight = light(1.0f, 0.58f, 0.20f), coolLight = light(0.50f, 0.70f, 1.0f);
-const Rgba limestone = opaque(0.34f, 0.27f, 0.21f);
+const Rgba limestone = opaque(0.15f, 0.17f, 0.22f);
 // Of the ship's edges that the beams light.
 const Rgba beamlit = opaque(1, 0.16f, 0.72f);
 
@@ -228,12 +228,39 @@ Rgba amongPlants(const Room& room, float x, float down) {
     return leaf ? light * 0.12f : light * 0.75f;
 }
 
+// A pool, whose light ripples over the wall, with a swimmer or two.
+Rgba byPool(const Room& room, float x, float down) {
+    const Point at = {x * room.wide / 34, down * room.tall / 30};
+    const float ripple = ridgedNoise(at.x, at.y * 1.6f, 64, 3, uint32_t(room.key));
+    const Rgba water = mix(opaque(0.12f, 1.0f, 0.95f), opaque(0.03f, 0.30f, 0.60f), down) *
+                       (0.35f + 1.1f * smoothstep(0.3f, 1.0f, ripple));
+    const float swim = 0.2f + 0.6f * randomAt(room.key, 3, 5);
+    const Point from = {(x - swim) * room.wide, (down - 0.62f) * room.tall};
+    return std::fmin(box(from, {0, 0}, {9, 2.5f}, 2.4f), circle(from, {-12, -2}, 3.2f)) < 0 ? water * 0.1f
+                                                                                            : water;
+}
+
+// A dance under beams from the ceiling.
+Rgba atDance(const Room& room, float x, float down) {
+    const float turn = std::fabs(std::remainder((x - 0.5f) * room.wide / (8 + 34 * down), 1.0f));
+    const Rgba light = mix(opaque(1, 0.16f, 0.62f), opaque(0.34f, 0.10f, 0.95f), smoothstep(0.1f, 0.9f, x)) *
+                       (0.28f + 0.75f * smoothstep(0.34f, 0.10f, turn));
+    const float column = x * room.wide / 13, who = std::floor(column);
+    const Point at = {(column - who - 0.5f) * 13,
+                      (down - 1) * room.tall + 4 * randomAt(room.key, int(who), 9)};
+    const bool dancer = randomAt(room.key, 20 + int(who), 5) > 0.3f &&
+                        std::fmin(box(at, {0, -9}, {3.4f, 12}, 3), circle(at, {0, -25}, 3.8f)) < 0;
+    return dancer ? light * 0.08f : light;
+}
+
 Rgba roomLight(const Room& room, float x, float down) {
     Rgba seen = opaque(0.55f, 0.26f, 0.08f) * (down * 10 - std::floor(down * 10) < 0.6f ? 0.6f : 0.1f);
     if (room.evening == 'o') seen = opaque(0.010f, 0.014f, 0.022f);
     if (room.evening == 'l') seen = byLamp(room, x, down);
     if (room.evening == 's') seen = byScreen(room, x, down);
     if (room.evening == 'g') seen = amongPlants(room, x, down);
+    if (room.evening == 'p') seen = byPool(room, x, down);
+    if (room.evening == 'd') seen = atDance(room, x, down);
     const float frame = std::fmin(std::fmin(x, 1 - x) * room.wide - 2.2f,
                                   std::fmin(down * room.tall - 3, (1 - down) * room.tall - 2));
     return seen * smoothstep(-0.8f, 0.8f, frame);
