@@ -185,7 +185,9 @@ Rgba mirrored(const Canvas& canvas, float x, float y) {
     const float depth = y - shore, near = depth / (size - shore);
     const float wave = fractalNoise(x * 5 / size, depth / (5 + 26 * near), 64, 4, 97);
     const float chop = fractalNoise(x * 14 / size, depth / (3 + 10 * near), 64, 3, 131);
-    const float from = shore - depth * 1.3f + (6 + 46 * near) * wave;
+    // Drawn together below the fells, so that the sky lies in all of its foot.
+    const float drawn = depth * 1.3f + 70 * smoothstep(150, 210, depth) - 118 * smoothstep(210, 406, depth);
+    const float from = shore - drawn + (6 + 30 * near) * wave;
     const Rgba seen = sampled(canvas, x + (4 + 30 * near) * chop, std::fmin(from, shore - 1));
     // The water deepens a light's colour and glitters in columns: the sweep throws both towards the viewer as
     // rays.
@@ -193,9 +195,10 @@ Rgba mirrored(const Canvas& canvas, float x, float y) {
     const float dash = fractalNoise(x * 60 / size, depth / (1.5f + 4 * near), 64, 2, 149);
     const float column = fractalNoise(x * 40 / size, 0.4f, 64, 3, 151);
     const float glitter = smoothstep(0.20f, 0.60f, dash) * smoothstep(0.0f, 0.45f, column);
-    const Rgba lit = mix(seen * 0.8f, deep, mix(0.25f, 0.6f, near)) * (0.74f + 0.60f * chop) +
+    const float golden = mix(0.25f, 0.6f, near) * smoothstep(-0.02f, 0.08f, seen.r - seen.b);
+    const Rgba lit = mix(seen * mix(0.8f, 1.8f, near), deep, golden) * (0.95f + 0.75f * chop) +
                      opaque(0.24f, 0.17f, 0.09f) * (glitter * smoothstep(0.02f, 0.2f, near));
-    return lit * smoothstep(1.05f, 0.40f, near);
+    return lit * smoothstep(1.2f, 0.9f, near);
 }
 
 }  // namespace
@@ -232,7 +235,7 @@ void makeTitle(const char* path) {
     paint(canvas, [&](float x, float y, Rgba seen) {
         if (y > shore) seen = mirrored(above, x, y);
         const float side = smoothstep(0, 0.06f, std::fmin(x, size - x) / size);
-        return seen * (side * smoothstep(0, y < shore ? 0.06f : 0.10f, std::fmin(y, size - y) / size));
+        return seen * (side * smoothstep(0, y < shore ? 0.06f : 0.05f, std::fmin(y, size - y) / size));
     });
     saveRgb(canvas, path, Rows::TopFirst);
 }
