@@ -414,8 +414,9 @@ void makeGreetings(const char* path) {
         const float word = words.at(p), fill = inked(word);
         const float room = smoothstep(4, 13, word) * smoothstep(3, 14, p.y) * smoothstep(509, 500, p.y);
         const float halo = 0.3f * std::exp(-std::fmax(word, 0.0f) / 5) * smoothstep(18, 10, word);
-        const Rgba face =
-            mix(opaque(1, 0.99f, 0.96f), opaque(0.97f, 0.80f, 0.50f), std::pow(words.footAt(p), 1.5f));
+        // Gold within a bright edge: what lies behind adds to it, and would burn white out.
+        const Rgba metal = mix(opaque(0.88f, 0.68f, 0.40f), opaque(0.82f, 0.38f, 0.10f), words.footAt(p));
+        const Rgba face = fill > 0 ? mix(cream, metal, words.coreAt(p, 2.6f)) : metal;
         return ground + (drawn * room + faceAt(fromFace) + opaque(0.5f, 0.3f, 0.1f) * halo) * (1 - fill) +
                face * fill;
     });
