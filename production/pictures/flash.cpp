@@ -2,6 +2,7 @@
 // its top row first, and the light on the beat ("white").
 #include "production/kit/picture/canvas.h"
 #include "production/kit/picture/lettering.h"
+#include "production/kit/picture/noise.h"
 #include "production/pictures/pictures.h"
 
 using namespace picture;
@@ -28,10 +29,24 @@ void setWord(LetteringField& text, float baseline, float capHeight) {
 // the eye, is seen as far below the middle as it is near.
 constexpr float nearest = 1.14f, farthest = 2.05f, halfBreadth = 0.90f;
 
+// What the ball's mirrors throw: squares in courses, no two of a brightness, one in some white.
+Rgba mirrorsAt(float x, float y) {
+    constexpr float wide = 19, tall = 21, gap = 0.09f;
+    const int course = int(std::floor(y / tall));
+    const float along = x / wide + 0.37f * float(course);
+    const int square = int(std::floor(along));
+    const float edge = std::fmin(std::fmin(along - square, 1 - along + square) * wide / tall,
+                                 std::fmin(y / tall - course, 1 - y / tall + course));
+    const float lot = randomAt(square, course, 3);
+    const Rgba light = lot > 0.75f ? opaque(0.90f, 0.76f, 0.58f)
+                                   : mix(opaque(0.26f, 0.11f, 0.03f), opaque(0.78f, 0.46f, 0.17f), lot);
+    return light * smoothstep(gap - 0.05f, gap + 0.05f, edge);
+}
+
 }  // namespace
 
-// A light that is thrown on the floor before the ball, where it covers no guest of the hall. The glow adds to
-// each place twice what lies round it, so that edges are brighter than what they hold.
+// A word of light that is thrown on the floor before the ball, where it covers no guest of the hall. The glow
+// adds to each place twice what lies round it: broad fields would clip.
 void makeFlashWord(const char* path) {
     const int columns = 1024, rows = 340;
     const float capHeight = 270, baseline = 305;
@@ -40,8 +55,8 @@ void makeFlashWord(const char* path) {
     Canvas word(columns, rows);
     paint(word, [&](float x, float y, Rgba) {
         const float distance = text.at(x, y);
-        return mix(opaque(0.46f, 0.25f, 0.07f), opaque(0.72f, 0.52f, 0.27f), outline(distance + 4, 7)) *
-               coverage(distance);
+        return mirrorsAt(x, y) * coverage(distance + 3) +
+               opaque(0.72f, 0.42f, 0.16f) * outline(distance + 2, 4);
     });
 
     const int size = 1024;
