@@ -42,15 +42,18 @@ struct Sight {
     double facing;  // cosine towards the viewer
 };
 
-// The lights that a mirror can throw back: the glow beyond the hall, cold and warm, and the comet.
+// The lights that a mirror can throw back: lamps over the viewer and the glow beyond the hall, cold and warm,
+// and the comet.
 enum Light { cold, warm, white, lightCount };
 using Lights = std::array<double, lightCount>;
 
 Lights lightsIn(Vec direction) {
     constexpr double above = 0.3;  // of the pools' strength
     const glow::Glow<double> seen = glow::in(direction);
-    return {seen.beyond * (seen.cold + above * seen.above * seen.between),
-            seen.beyond * (seen.warm + seen.below * seen.between), viewer::cometLight(direction)};
+    const glow::Overhead<double> lamps = glow::overhead(direction);
+    return {seen.beyond * (seen.cold + above * seen.above * seen.between) + lamps.cold,
+            seen.beyond * (seen.warm + seen.below * seen.between) + lamps.warm,
+            viewer::cometLight(direction)};
 }
 
 // Chooses what each mirror seems to face. Some flash with the comet, each when the fewest others do; the
@@ -77,7 +80,7 @@ private:
         Vec place, normal, facing;
         std::vector<Sight> sights;
     };
-    static constexpr size_t stride = 241, flashesEvery = 4;
+    static constexpr size_t stride = 241, flashesEvery = 2;
     std::vector<viewer::View> views;
     std::vector<Lights> shining;  // by moment: mirrors alight
     std::vector<Aim> aims;
@@ -92,7 +95,7 @@ private:
 
     double worthOf(const Aim& aim, Vec facing) const {
         // How many mirrors are alight at once before another one counts a third, and what one is worth.
-        constexpr Lights enough = {120, 75, 12}, value = {1.5, 1, 10};
+        constexpr Lights enough = {60, 36, 30}, value = {1.5, 1, 8};
         double worth = 0;
         for (const Sight& sight : aim.sights) {
             const Lights lights = lightsIn(viewer::shown(views[sight.moment], aim.place, facing));

@@ -31,6 +31,10 @@ constexpr Patch jellyfish = patchOf(atlas::hull::jellyfish);
 constexpr Uv orange = middleOf(atlas::hull::stripe), warmLamp = middleOf(atlas::hull::warmLamp),
              coolLamp = middleOf(atlas::hull::coolLamp), beamlit = middleOf(atlas::hull::beamlit);
 
+constexpr Patch lacquer(atlas::hull::Lacquer which) {
+    return patchOf(atlas::hull::lacquer(which).within(0.08));
+}
+
 }  // namespace hull
 
 namespace walls {

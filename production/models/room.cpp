@@ -59,13 +59,6 @@ double aside(Vec p, double middle) {
     return std::abs(std::remainder(std::atan2(p.z, p.x) - middle, 2 * pi)) / (quarter / 2);
 }
 
-// What a place must face so that the highlight of the lights near the ball reaches a viewer across the hall:
-// half-way between where they are and where he is.
-Vec acrossTheHall(Vec p, double viewerTurn) {
-    const Vec lights = {85, 115, 68};
-    return normalized(lights - p) + onRing(viewerTurn, 1, 0);
-}
-
 // The wall of each quarter shows its own picture, mirrored about its middle. It lights up as a whole when the
 // viewer is right across.
 Shape paintedWall() {
@@ -77,7 +70,7 @@ Shape paintedWall() {
     for (Face& face : shape.faces) {
         const double middle = bearingOf(shape, face).middle;
         for (int point : face.points)
-            face.normals.push_back(normalized(acrossTheHall(shape.points[point], middle + pi)));
+            face.normals.push_back(viewer::inLampLight(viewer::standingAt(middle + pi), shape.points[point]));
     }
     return shape;
 }
@@ -108,7 +101,7 @@ Shape paintedDisc(std::span<const Flat> profile, int along, const Patch& patch) 
     });
     return shaded(shape, [](Vec p, Vec) {
         if (p.y == 0 && std::hypot(p.x, p.z) < terraces[0].radius) return onEntering(p);
-        return acrossTheHall(p, std::atan2(-p.z, -p.x));
+        return viewer::inLampLight(viewer::standingAt(std::atan2(-p.z, -p.x)), p);
     });
 }
 

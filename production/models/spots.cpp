@@ -28,38 +28,48 @@ bool dark(Vec place, Vec normal) {
     return true;
 }
 
-// A spot that lies there with a front, and shows the comet's head at that time, unless it would have to look
+// What a spot shows: the comet's head, or one of the lamps over the viewer.
+enum class Light { comet, cold, warm };
+Vec shownBy(Light light, double across, double up) {
+    if (light == Light::comet)
+        return viewer::direction(comet::azimuth + halfAzimuth * across,
+                                 comet::elevation + halfElevation * up);
+    constexpr double middle = degrees(12);  // of a lamp, from straight above
+    return {0, std::cos(middle), std::sin(light == Light::cold ? middle : -middle)};
+}
+
+// A square that lies there with a front, and shows its light at that time, unless it would have to look
 // behind its front for that. What it shows is the same if it looks the other way.
-void addSpot(Shape& spots, Vec place, Vec right, Vec up, int corners, double time) {
+void addSpot(Shape& spots, Vec place, Vec right, Vec up, Light light, double time) {
     const Vec front = normalized(cross(right, up));
     const viewer::View view = viewer::at(time);
-    const Vec middle = viewer::facing(view, place, viewer::direction(comet::azimuth, comet::elevation));
-    const double side = dot(middle, front) > 0 ? 1 : -1;
+    const double side = dot(viewer::facing(view, place, shownBy(light, 0, 0)), front) > 0 ? 1 : -1;
     Face face;
     std::vector<Vec> rim;
-    for (int i = 0; i < corners; i++) {
-        const double along = 2 * pi * i / corners, c = std::cos(along), s = std::sin(along);
+    for (const auto& [c, s] : {Flat{1, 1}, Flat{-1, 1}, Flat{-1, -1}, Flat{1, -1}}) {
         const Vec corner = place + right * c + up * s;
         rim.push_back(corner);
-        face.points.push_back(int(spots.points.size()) + i);
+        face.points.push_back(int(spots.points.size() + face.points.size()));
         face.uvs.push_back({});
-        face.normals.push_back(viewer::facing(view, corner,
-                                              viewer::direction(comet::azimuth + halfAzimuth * c,
-                                                                comet::elevation + halfElevation * s)) *
-                               side);
+        face.normals.push_back(viewer::facing(view, corner, shownBy(light, c, s)) * side);
         if (dot(face.normals.back(), front) < 0.01) return;
     }
     spots.points.insert(spots.points.end(), rim.begin(), rim.end());
     spots.faces.push_back(face);
 }
 
-// A disc before the wall, where it stays dark otherwise.
-void addOnWall(Shape& spots, double turn, double height, double time) {
-    constexpr double gap = 5, half = 6.5;  // from the wall; of its size
+// The next one's light.
+Light lightOf(int count) {
+    constexpr Light lights[] = {Light::comet, Light::cold, Light::comet, Light::warm};
+    return lights[count % std::size(lights)];
+}
+
+// Before the wall, where it stays dark otherwise.
+void addOnWall(Shape& spots, double turn, double height, Light light, double time) {
+    constexpr double gap = 5, half = 7.5;  // from the wall; of its size
     const Vec place = hall::onRing(turn, hall::wallRadius - gap, height);
-    if (dark(place,
-             viewer::facing(viewer::at(time), place, viewer::direction(comet::azimuth, comet::elevation))))
-        addSpot(spots, place, hall::onRing(turn + pi / 2, half, 0), {0, half, 0}, 6, time);
+    if (dark(place, viewer::facing(viewer::at(time), place, shownBy(light, 0, 0))))
+        addSpot(spots, place, hall::onRing(turn + pi / 2, half, 0), {0, half, 0}, light, time);
 }
 
 // How far neighbour `column` of row `row` lies in its group's turn: 0..1, falling along the row.
@@ -100,7 +110,7 @@ Shape onWall() {
             const double height = heights[row] + 34 * (fraction(0.754878 * count) - 0.5);
             if (overPicture(turn, height)) continue;
             const double middle = 2 * pi * (column / group + 0.5) * group / columns;
-            addOnWall(spots, turn, height,
+            addOnWall(spots, turn, height, lightOf(count),
                       viewer::timeAt(middle + pi) - 2.0 + 2.6 * turnInGroup(column, row, group));
         }
     }
@@ -117,13 +127,13 @@ Shape onStage() {
         const auto [radius, foot, height] = hall::terraces[i];
         for (const double part : {0.28, 0.88}) {
             const double ring = mix(radius, hall::terraces[i + 1].radius, part);
-            const double half = mix(3.4, 1.9, ring / 200);  // larger where they lie farther off
+            const double half = mix(4.2, 2.6, ring / 200);  // larger where they lie farther off
             const int columns = int(2 * pi * ring / pitch);
             for (int column = 0; column < columns; column++, count++) {
                 const double turn = 2 * pi * (column + 0.5 * fraction(0.618034 * count)) / columns;
                 const double aside = inFront * (2 * fraction(0.754878 * count) - 1);
                 addSpot(spots, hall::onRing(turn, ring, foot + height + over),
-                        hall::onRing(turn + pi / 2, half, 0), hall::onRing(turn, half, 0), 4,
+                        hall::onRing(turn + pi / 2, half, 0), hall::onRing(turn, half, 0), Light::comet,
                         viewer::timeAt(turn + aside));
             }
         }

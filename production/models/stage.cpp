@@ -39,6 +39,21 @@ Shape dark(const Shape& shape) {
     return painted(shape, darkPaint);
 }
 
+// A number of 0..1 for a way that a facet looks, scattered.
+double lotOf(Vec normal) {
+    return fraction(std::abs(std::sin(std::round(normal.x * 8) * 41 + std::round(normal.y * 8) * 97)) * 437);
+}
+
+// Lacquered: no facet of quite the tone of the next.
+Shape lacquered(Shape shape, atlas::hull::Lacquer which) {
+    const Patch ramp = hull::lacquer(which);
+    for (Face& face : shape.faces) {
+        const double tone = mix(0.7, 1.0, lotOf(faceNormal(shape, face)));
+        face.uvs.assign(face.points.size(), ramp.at(tone, 0.5));
+    }
+    return shape;
+}
+
 Shape tube(Vec from, Vec to, double radius, int sides = 6) {
     Sweep how;
     how.path = {from, to};
@@ -57,29 +72,34 @@ viewer::View across(double turn, double aside) {
 Vec towardsLamps(const viewer::View& view, Vec p, double beyond) {
     return viewer::facing(view, p, {0, std::cos(beyond), -std::sin(beyond)});
 }
+constexpr double leaning = 1.2;
 constexpr double lampMiddle = degrees(11), lampEnds = degrees(25);
 
-// Two lamps on what stands in a quarter: a warm one above on the viewer's right and a cold one on his left,
-// each of a strength of 0..1. What they light throws back the lamps over him, the farther in the more light
-// falls there, and so is lit from wherever he looks on; what looks to his right is meant for when he has
-// walked there. The rest stays as it is.
+// On what stands in a quarter falls the lamp by the ball, which shows its paint: what looks about where that
+// is thrown back from leans there, the rest keeps its own way and so its rims. And two lamps over the viewer,
+// each of a strength of 0..1: a warm one on his right and a cold one on his left, which what looks up to them
+// throws back, the farther in the more light falls there; what looks to his right is meant for when he has
+// walked there.
 struct Lamps {
     double warm, cold;
 };
 Shape litIn(const Shape& shape, double turn, Lamps lamps) {
-    constexpr double sideways = degrees(22), deepCold = degrees(16), least = 0.02;
+    constexpr double sideways = degrees(22), deepWarm = degrees(14), deepCold = degrees(15), least = 0.12;
     const Vec right = onRing(turn + pi / 2, 1, 0), back = onRing(turn + pi, 1, 0);
-    const Vec warmLamp = normalized(back * 0.45 + up * 0.55 + right * 0.70),
-              coldLamp = normalized(back * 0.55 + up * 0.20 - right * 0.80);
+    const Vec warmLamp = normalized(back * 0.30 + up * 0.60 + right * 0.74),
+              coldLamp = normalized(back * 0.50 + up * 0.25 - right * 0.80);
     const viewer::View views[] = {across(turn, -sideways), across(turn, 0), across(turn, sideways)};
     return shaded(shape, [=](Vec p, Vec normal) {
-        const double warm = lamps.warm * smoothstep(0.30, 0.90, dot(normal, warmLamp)),
-                     cold = lamps.cold * smoothstep(0.05, 0.80, dot(normal, coldLamp)),
+        const double uneven = mix(0.8, 1.0, lotOf(normal));
+        const double warm = uneven * lamps.warm * smoothstep(0.38, 0.95, dot(normal, warmLamp)),
+                     cold = uneven * lamps.cold * smoothstep(0.25, 0.95, dot(normal, coldLamp)),
                      light = std::max(warm, cold), aside = dot(normal, right);
-        if (light < least) return normal;
         const viewer::View& view = views[aside < -0.3 ? 0 : aside > 0.3 ? 2 : 1];
-        return towardsLamps(view, p,
-                            warm > cold ? mix(lampEnds, lampMiddle, light) : -mix(lampEnds, deepCold, light));
+        if (light > least)
+            return towardsLamps(
+                view, p, warm > cold ? mix(lampEnds, deepWarm, light) : -mix(lampEnds, deepCold, light));
+        const Vec key = viewer::inLampLight(views[1], p);
+        return normal + key * (leaning * smoothstep(0.35, 0.8, dot(normal, key)));
     });
 }
 
@@ -503,9 +523,9 @@ void makeStage(const char* path) {
     writeAml(
         path,
         {dark(middle), ball::mirrors(), dark(streaks), dark(joined({joined(pillars), onlySeen(ledges())})),
-         dark(colossus), dark(joined({itsGlass, onlySeen(itsTrim), itsFace})),
-         dark(litIn(onlySeen(hungShip()), shipTurn, {0.0, 1.0})), dark(sunDisc()),
-         dark(joined({litIn(onlySeen(tower([](int) { return figures::heapBox(); })), pillarTurn, {0.0, 0.5}),
-                      towerWindows()})),
-         dark(litIn(onlySeen(probeLamps()), probesTurn, {0.6, 0.9}))});
+         lacquered(colossus, atlas::hull::ivory), dark(joined({itsGlass, onlySeen(itsTrim), itsFace})),
+         lacquered(litIn(onlySeen(hungShip()), shipTurn, {0.0, 1.6}), atlas::hull::ivory), dark(sunDisc()),
+         lacquered(litIn(onlySeen(tower([](int) { return figures::heapBox(); })), pillarTurn, {0.4, 0.5}),
+                   atlas::hull::sand),
+         dark(towerWindows()), litIn(onlySeen(probeLamps()), probesTurn, {0.6, 0.9})});
 }

@@ -50,6 +50,11 @@ Vec shown(const View& view, Vec place, Vec normal) {
     return {dot(there, view.right), dot(there, view.up), dot(there, view.back)};
 }
 
+Vec inLampLight(const View& view, Vec place) {
+    constexpr Vec lamp = {100, 130, 80};
+    return normalized(normalized(lamp - place) + view.back);
+}
+
 double cometLight(Vec direction) {
     if (std::abs(direction.y - std::sin(degrees(comet::elevation))) > 0.09) return 0;  // far from it
     const double above = std::asin(direction.y) / degrees(1) - comet::elevation;
@@ -57,7 +62,7 @@ double cometLight(Vec direction) {
     if (along <= 0 || along >= comet::tail)
         return bell(std::hypot(along * comet::azimuthShrinks, above), comet::headBreadth);
     const double k = along / comet::tail;
-    return (1 - k * k) * bell(above, comet::tailBreadth + comet::tailGrowth * k);
+    return (1 - smoothstep(0.1, 0.6, k)) * bell(above, comet::tailBreadth + comet::tailGrowth * k);
 }
 
 }  // namespace viewer

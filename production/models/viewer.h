@@ -28,7 +28,11 @@ Vec direction(double azimuth, double elevation);
 Vec facing(const View& view, Vec place, Vec shown);
 Vec shown(const View& view, Vec place, Vec normal);
 
-// How bright the comet of the picture is in such a direction: 0..1.
+// What a place must face so that the lamp by the ball lights it for him: half-way between that and where GL
+// takes him to be, straight ahead of all.
+Vec inLampLight(const View& view, Vec place);
+
+// How white the comet of the picture is in such a direction: 0..1.
 double cometLight(Vec direction);
 
 }  // namespace viewer

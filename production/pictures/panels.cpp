@@ -177,6 +177,15 @@ Stamp chip(Rgba colour) {
     };
 }
 
+// A ramp of it, from a shade on the left to its full tone.
+Stamp ramp(Rgba colour) {
+    return [=](Relief& relief, Metal, const Field& field) {
+        visitWrapped(relief, field.with(3), [&](size_t i, Point p) {
+            relief.colours[i] = colour * mix(0.12f, 1.0f, unit(0.5f + 0.5f * p.x / field.half.x));
+        });
+    };
+}
+
 // One room behind its glass: which it is, how its tenant spends the evening, and its size in pixels.
 struct Room {
     int key;
@@ -383,6 +392,12 @@ const std::vector<Row> hullRows = {
     {atlas::hull::timber, boards(9)},
     {atlas::hull::leaves, leaves()},
     {atlas::hull::lime, chip(limestone)},
+    // The hall's: its lamp has less than half as much red as green and blue.
+    {atlas::hull::lacquer(atlas::hull::ivory), ramp(opaque(1, 0.42f, 0.44f))},
+    {atlas::hull::lacquer(atlas::hull::orange), ramp(opaque(1, 0.13f, 0.01f))},
+    {atlas::hull::lacquer(atlas::hull::petrol), ramp(opaque(0.10f, 0.34f, 0.44f))},
+    {atlas::hull::lacquer(atlas::hull::brass), ramp(opaque(1, 0.27f, 0.08f))},
+    {atlas::hull::lacquer(atlas::hull::sand), ramp(opaque(0.80f, 0.28f, 0.20f))},
     // The ship's.
     {atlas::hull::beamlit, chip(beamlit)},
 };

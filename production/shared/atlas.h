@@ -36,6 +36,11 @@ constexpr Cells rooms[] = {room(0, 0), room(1, 0), room(0, 1), room(1, 1), room(
 constexpr Cells timber = {13.1, 4.5, 2.8, 2.2}, leaves = {13.1, 6.8, 2.8, 0.6}, lime = {13.1, 7.5, 2.8, 0.6};
 // The jellyfish, which alone lets light through; a dab of what shines as if the beams lit it.
 constexpr Cells jellyfish = {7, 12, 3, 4};
+// Lacquers of what stands in the hall, each a ramp from its shade on the left to its full tone.
+constexpr Cells lacquer(int number) {
+    return {0.1 + 0.7 * (number % 4), number < 4 ? 5.1 : 7.1, 0.6, 0.6};
+}
+enum Lacquer { ivory, orange, petrol, brass, sand, lacquers };
 constexpr Cells beamlit = {0.7, 14.7, 0.6, 0.6};
 
 }  // namespace hull
