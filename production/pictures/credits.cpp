@@ -1,6 +1,7 @@
 // The four credit cards, each drawn over a quarter of the 4:3 screen with its top row first: a wheel that
 // says what was done, how many of what it made, counted out in marks round its rim, and without what. From
-// white to gold as the greetings are, on smoked glass, so that they are read over the hall.
+// white to gold as the greetings are, on smoked glass that is darkest behind the lettering: it is read, and
+// the guests of the hall stay to be seen.
 #include <iterator>
 #include <string>
 
@@ -235,15 +236,16 @@ void makeCard(const char* path, const Card& card) {
                                                   : (p.y - nounLine) / nounHeight + 1;
         return mix(opaque(1, 0.985f, 0.94f), opaque(0.93f, 0.76f, 0.44f), unit(foot)) * ink;
     });
-    const Canvas shadow = blurred(shape, 3, Edge::Empty);
+    const Canvas shadow = blurred(shape, 7, Edge::Empty);
 
     // Smoked glass behind all of it, and fine gold rules round the rim and the hub.
     Canvas canvas(size, size);
     paint(canvas, [&](float x, float y, Rgba) {
         const int px = int(x), py = int(y);
         const float r = length(Point{x * pixelAspect, y} - middle);
-        const float plate = 0.80f * coverage(r - wheelRadius);
-        const float dark = 1 - (1 - plate) * (1 - 0.85f * shadow.at(px, py).a * coverage(r - wheelRadius));
+        const float plate = mix(0.30f, 0.52f, coverage(r - hubRadius)) * coverage(r - wheelRadius);
+        const float near = unit(2.6f * shadow.at(px, py).a) * coverage(r - wheelRadius);
+        const float dark = 1 - (1 - plate) * (1 - 0.72f * near);
         const float rule = std::fmax(outline(r - wheelRadius + 3, 2.0f), outline(r - hubRadius, 1.6f));
         return over(shape.at(px, py), over(opaque(0.76f, 0.57f, 0.28f) * (0.9f * rule), Rgba{0, 0, 0, dark}));
     });
