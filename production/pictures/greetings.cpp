@@ -300,24 +300,44 @@ Rgba faceAt(Point q) {
 
 constexpr float ballRow = 254, ballRadius = 96;
 
+// Stars of light on a few of its mirrors.
+Rgba sparklesAt(Point q) {
+    constexpr Point places[] = {{-42, -38}, {20, -61}, {55, 12}, {-14, 30}, {-70, 18}, {38, 62}};
+    float sum = 0;
+    for (size_t i = 0; i < std::size(places); i++) {
+        const Point d = q - places[i];
+        const float size = 13 - 1.5f * i, far = length(d);
+        if (far > 5 * size) continue;
+        sum += std::exp(-far / 3) + std::exp(-std::fabs(d.x) / size - std::fabs(d.y) / 1.1f) +
+               std::exp(-std::fabs(d.y) / size - std::fabs(d.x) / 1.1f);
+    }
+    return moon * sum;
+}
+
 Rgba ballAt(Point p) {
     const Point q = p - Point{0, ballRow};
     if (q.x < -560 || q.x > 235) return {};
     const float r = length(q);
     Rgba sum = gold * (0.7f * lined(q.x, 1.6f) * inked(q.y + ballRadius) * smoothstep(14, 60, p.y));
-    sum = sum + cream * lined(r - ballRadius, 3);
-    if (r < ballRadius - 1) {
-        const float pitch = 12 * degree;
+    if (r < ballRadius) {
+        constexpr float pitch = pi / 22;
         const float up = arcSin(q.y / ballRadius), ring = ballRadius * std::cos(up);
-        const float round = arcSin(std::clamp(q.x / ring, -1.0f, 1.0f));
-        const float grid = std::fmin(std::fabs(std::remainder(up, pitch)) * ring,
-                                     std::fabs(std::remainder(round, pitch)) * ring * std::cos(round));
-        const int i = int(std::floor(up / pitch)) + 40, j = int(std::floor(round / pitch)) + 40;
-        const float glint = randomAt(i, j, 31), hue = randomAt(i, j, 37);
-        const Rgba tint = hue < 0.3f ? pink : hue < 0.6f ? gold : hue < 0.8f ? ice : cream;
-        const float fill = glint > 0.82f ? 0.95f : 0.26f * glint;
-        sum = sum + tint * (fill * inked(1.6f - grid)) + gold * (0.55f * lined(grid, 1.1f));
+        const int course = int(std::floor(up / pitch)) + 40;
+        const float round = arcSin(std::clamp(q.x / ring, -1.0f, 1.0f)) * std::cos((course - 39.5f) * pitch) +
+                            0.5f * pitch * float(course % 2);
+        const float grid =
+            std::fmin(std::fabs(std::remainder(up, pitch)), std::fabs(std::remainder(round, pitch))) *
+            ballRadius;
+        const int column = int(std::floor(round / pitch)) + 40;
+        const float lot = randomAt(course, column, 31), hue = randomAt(course, column, 37);
+        // As the hall's: cold light falls on its left and warm light on its right.
+        const Rgba tint =
+            hue < 0.5f - 0.4f * q.x / ballRadius ? opaque(0.25f, 0.52f, 1) : opaque(1, 0.50f, 0.16f);
+        const float facing = std::sqrt(std::fmax(1 - r * r / (ballRadius * ballRadius), 0.0f));
+        const Rgba light = lot > 0.88f ? moon : tint * (0.10f + 0.62f * lot * lot * mix(0.5f, 1.0f, facing));
+        sum = sum + light * inked(0.9f - grid);
     }
+    sum = sum + sparklesAt(q);
     // Beams that meet on it.
     for (const float turn : {156.0f, 168.0f, -171.0f, -158.0f, -142.0f, -124.0f, -106.0f, -74.0f, -56.0f,
                              -38.0f, -22.0f, -9.0f, 12.0f, 24.0f}) {
