@@ -183,7 +183,7 @@ void main() {
     }
     if (dot(split, split) > 2e-8) {  // a quarter of a pixel from end to end
         color.rgb = vec3(0.5 * red.r + 0.35 * amber.r + 0.15 * color.r,
-                         0.25 * orange.g + 0.5 * color.g + 0.25 * azure.g,
+                         0.25 * amber.g + 0.5 * color.g + 0.25 * azure.g,
                          0.15 * color.b + 0.35 * azure.b + 0.5 * blue.b);
     }
 
