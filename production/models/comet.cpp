@@ -59,6 +59,12 @@ Shape track(const std::vector<Waypoint>& points) {
 const std::vector<Waypoint> overTheNight = {
     {2.0, 104, 300, 0.8}, {3.15, 146, 285, 1.0}, {3.8, 172, 310, 1.0}, {4.45, 196, 430, 1.0},
     {5.0, 212, 500, 1.0}, {5.65, 224, 440, 0.9}, {6.05, 230, 380, 0.2}};
+// Before them, from over the pillar behind the ship's sun.
+const std::vector<Waypoint> toTheSun = {{-3.3, -6, 500, 0.1},
+                                        {-2.7, 14, 450, 0.9},
+                                        {-2.0, 40, 420, 1.0},
+                                        {-1.3, 64, 470, 0.9},
+                                        {-0.9, 78, 520, 0.2}};
 // When it would reach the colossus' hand: a turn and more after what the viewer sees of it.
 constexpr double faceTime = showtime::glimpse.seconds() - 0.14;
 
@@ -67,7 +73,7 @@ constexpr double faceTime = showtime::glimpse.seconds() - 0.14;
 namespace comet {
 
 Shape tracks() {
-    return track(overTheNight);
+    return joined({track(overTheNight), track(toTheSun)});
 }
 
 Shape litInPassing(const Shape& shape, double after) {

@@ -119,7 +119,7 @@ Shape onWall() {
 
 // As the mirrors are that throw them, these are squares. They lie where the stage's rings are dark.
 Shape onStage() {
-    constexpr double pitch = 12, over = 0.3;  // units
+    constexpr double pitch = 19, over = 0.3;  // units
     constexpr double inFront = 1.2;           // radians beside the viewer's own turn
     Shape spots;
     int count = 0;

@@ -39,16 +39,13 @@ Shape dark(const Shape& shape) {
     return painted(shape, darkPaint);
 }
 
-// A number of 0..1 for a way that a facet looks, scattered.
-double lotOf(Vec normal) {
-    return fraction(std::abs(std::sin(std::round(normal.x * 8) * 41 + std::round(normal.y * 8) * 97)) * 437);
-}
-
-// Lacquered: no facet of quite the tone of the next.
-Shape lacquered(Shape shape, atlas::hull::Lacquer which) {
+// Lacquered, in panels of about a breadth, no two of quite the same tone.
+Shape lacquered(Shape shape, atlas::hull::Lacquer which, double breadth) {
     const Patch ramp = hull::lacquer(which);
     for (Face& face : shape.faces) {
-        const double tone = mix(0.7, 1.0, lotOf(faceNormal(shape, face)));
+        const Vec c = faceCentre(shape, face) * (1 / breadth);
+        const double at = 41 * std::round(c.x) + 97 * std::round(c.y) + 13 * std::round(c.z);
+        const double tone = mix(0.6, 1.0, fraction(std::abs(std::sin(at)) * 437));
         face.uvs.assign(face.points.size(), ramp.at(tone, 0.5));
     }
     return shape;
@@ -72,7 +69,7 @@ viewer::View across(double turn, double aside) {
 Vec towardsLamps(const viewer::View& view, Vec p, double beyond) {
     return viewer::facing(view, p, {0, std::cos(beyond), -std::sin(beyond)});
 }
-constexpr double leaning = 1.2;
+constexpr double leaning = 1.2;  // towards the lamp by the ball, of what it lights
 constexpr double lampMiddle = degrees(11), lampEnds = degrees(25);
 
 // On what stands in a quarter falls the lamp by the ball, which shows its paint: what looks about where that
@@ -90,9 +87,8 @@ Shape litIn(const Shape& shape, double turn, Lamps lamps) {
               coldLamp = normalized(back * 0.50 + up * 0.25 - right * 0.80);
     const viewer::View views[] = {across(turn, -sideways), across(turn, 0), across(turn, sideways)};
     return shaded(shape, [=](Vec p, Vec normal) {
-        const double uneven = mix(0.8, 1.0, lotOf(normal));
-        const double warm = uneven * lamps.warm * smoothstep(0.38, 0.95, dot(normal, warmLamp)),
-                     cold = uneven * lamps.cold * smoothstep(0.25, 0.95, dot(normal, coldLamp)),
+        const double warm = lamps.warm * smoothstep(0.38, 0.95, dot(normal, warmLamp)),
+                     cold = lamps.cold * smoothstep(0.25, 0.95, dot(normal, coldLamp)),
                      light = std::max(warm, cold), aside = dot(normal, right);
         const viewer::View& view = views[aside < -0.3 ? 0 : aside > 0.3 ? 2 : 1];
         if (light > least)
@@ -514,18 +510,22 @@ void makeStage(const char* path) {
         const double turn = pillarPlace(i);
         pillars.push_back(litIn(onlySeen(atTurn(pillar(), turn)), turn, {0.15, 0.35}));
     }
-    const Shape metal = welded(joined({figures::robotShells(), figures::robotWorks()}), 0.6);
-    const Shape colossus = litIn(onlySeen(onlyAbove(asColossus(metal), -2)), colossusTurn, {0.85, 1});
+    const auto ofColossus = [](const Shape& part) {
+        return litIn(onlySeen(onlyAbove(asColossus(welded(part, 0.6)), -2)), colossusTurn, {0.85, 1});
+    };
+    const Shape shells = lacquered(ofColossus(figures::robotShells()), atlas::hull::ivory, 44),
+                works = lacquered(ofColossus(figures::robotWorks()), atlas::hull::petrol, 44),
+                trim = lacquered(ofColossus(figures::robotTrim()), atlas::hull::orange, 44);
     const Shape itsGlass = darkGlass(asColossus(figures::robotScreen()));
-    const Shape itsTrim = asColossus(figures::robotTrim());
     const Shape itsFace = face();
     const Shape streaks = joined({comet::tracks(), litFace(), spots::onWall(), spots::onStage()});
     writeAml(
         path,
         {dark(middle), ball::mirrors(), dark(streaks), dark(joined({joined(pillars), onlySeen(ledges())})),
-         lacquered(colossus, atlas::hull::ivory), dark(joined({itsGlass, onlySeen(itsTrim), itsFace})),
-         lacquered(litIn(onlySeen(hungShip()), shipTurn, {0.0, 1.6}), atlas::hull::ivory), dark(sunDisc()),
+         joined({shells, works, trim}), dark(joined({itsGlass, itsFace})),
+         lacquered(litIn(onlySeen(hungShip()), shipTurn, {0.0, 1.6}), atlas::hull::ivory, 16),
+         dark(sunDisc()),
          lacquered(litIn(onlySeen(tower([](int) { return figures::heapBox(); })), pillarTurn, {0.4, 0.5}),
-                   atlas::hull::sand),
+                   atlas::hull::sand, 25),
          dark(towerWindows()), litIn(onlySeen(probeLamps()), probesTurn, {0.6, 0.9})});
 }
