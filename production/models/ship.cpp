@@ -1,5 +1,6 @@
-// The ship of the laser corridor: a dart of plates between two rings of emitters, nose towards -z, since the
-// tunnel streams to +z. Six beams leave each ring at 30, 90, 150 ... degrees round the z axis.
+// The ship of the laser corridor: a dart of plates and a bell of six petals between two rings of emitters,
+// nose towards -z, since the tunnel streams to +z. Six beams leave each ring at 30, 90, 150 ... degrees round
+// the z axis.
 #include <algorithm>
 
 #include "production/kit/model/aml.h"
@@ -58,46 +59,43 @@ Shape body() {
     return painted(flutedLathe(profile, {flutes, 0.16, 1.4, -66, 62, 4}, 0));
 }
 
-// A flat plate in the plane of x (outwards) and y: a dark edge, and on both its faces a broad pale field. A
-// line that the beams light runs along its leading edge, from point to point of `lit`.
-Shape sail(const Outline& outline, const std::vector<Vec>& lit) {
-    const auto plate = [](const Outline& edge, double thickness, double bevel) {
-        return moved(extrude(edge, thickness, bevel), {0, 0, -thickness / 2});
-    };
-    const Shape field = mappedBy(plate(insetBy(outline, 2.6), 6, 0.8), [](const Face&, Vec p) {
-        return hull::sail.at(p.x / 60, (p.y + 90) / 180);
+// The ship's sails are six petals of a bell, each between two beams: enamel outside, orange within, where
+// those who look from behind see it, and its rim a line of light.
+struct Rib {
+    double out, up, half;  // from the axis, along it, and half its breadth
+};
+constexpr Rib ribs[] = {{13, 22, 3},     {19, 8, 7.5},  {27, -12, 10.5},
+                        {38, -36, 12.5}, {48, -58, 11}, {55, -74, 7.5}};
+
+// One side of a petal, moved outwards, from its root up to the hoop.
+Shape petalSide(double lift, double wider = 0) {
+    std::vector<Vec> middle, breadth;
+    for (const Rib& rib : ribs)
+        middle.push_back({rib.out + lift, rib.up, 0}), breadth.push_back({rib.half + wider, 0, 0});
+    middle = curveThrough(middle, false, 3), breadth = curveThrough(breadth, false, 3);
+    const int columns = 7, rows = int(middle.size());
+    return grid(columns, rows, false, false, [&](int c, int r) {
+        const double across = 2.0 * c / (columns - 1) - 1, z = -breadth[r].x * across;
+        // Bent round the axis as far as a bell is.
+        return Vec{std::sqrt(std::max(middle[r].x * middle[r].x - z * z, 0.0)), middle[r].y, z};
     });
-    Sweep edge;
-    edge.path = curveThrough(lit, false, 3);
-    edge.up = {0, 0, 1};
-    return joined({painted(plate(outline, 4.4, 1), hull::dark), field,
-                   painted(sweep(polygon(8, 1.5), edge), hull::beamlit)});
 }
 
-// The three wings stand where every second beam leaves, so that its beams come out of their edges.
-Shape wing() {
-    const Outline outline = {{6, 78},       {20, 53},  {36, 12},  {50, -26}, {56, -52},
-                             {56.5, -85.5}, {51, -73}, {36, -62}, {12, -60}};
-    return joined({sail(outline, {{8, 76, 0}, {20.5, 53, 0}, {36.5, 12, 0}, {49.8, -26, 0}, {55.7, -50, 0}}),
-                   painted(moved(lathe({{0, -32}, {2, -28}, {4.2, -10}, {4.6, 4}, {3.4, 14}, {0, 14}}, 14),
-                                 {54, -54, 0}),
-                           hull::plain)});
+Shape petal() {
+    const Shape outer = painted(petalSide(0.9), hull::sheet),
+                rim = painted(petalSide(0, 1.1), hull::coolLamp);
+    const Shape inner = painted(petalSide(-0.9), hull::orange);
+    return joined({insideOut(outer), insideOut(rim), rim, inner});
 }
 
-// And three fins where the others do.
-Shape tailFin() {
-    return sail({{10, -14}, {34, -42}, {44, -56}, {45, -78}, {36, -66}, {14, -60}},
-                {{14, -18.5, 0}, {34, -41.5, 0}, {43.6, -55, 0}});
-}
-
-// What the ship is known by from ahead and from behind: a flat hoop that the wings and fins carry, dark
+// What the ship is known by from ahead and from behind: a flat hoop that the petals carry, dark
 // outside, with a line of light along its after edge.
 Shape hoop() {
     const Shape band = lathe(
         {{55, -75.4}, {57.4, -76}, {58.6, -80}, {58.6, -84}, {56.2, -84}, {54.8, -77}, {55, -75.4}}, 36);
     const Shape light = lathe({{56, -85.4}, {58.8, -85.4}, {58.8, -83.6}, {56, -83.6}, {56, -85.4}}, 36);
-    // From ahead the ship is found by the line on its fore edge, which nobody sees from behind.
-    const Shape fore = lathe({{58.8, -73.6}, {54.4, -72.6}}, 36);
+    // From ahead the ship is found by the band of light before it, which nobody sees from behind.
+    const Shape fore = lathe({{58.8, -74}, {50.5, -71.5}}, 36);
     return joined({painted(band, hull::dark), painted(joined({light, fore}), hull::coolLamp)});
 }
 
@@ -129,7 +127,7 @@ Shape emitterRing(double reach, double size) {
         lines.push_back(lathe(
             {{rim - 1.2, y - 0.45}, {rim + 0.5, y - 0.45}, {rim + 0.5, y + 0.45}, {rim - 1.2, y + 0.45}},
             36));
-    return joined({painted(collar, hull::orange), painted(joined(lines), hull::beamlit),
+    return joined({painted(collar, hull::dark), painted(joined(lines), hull::coolLamp),
                    turned(around(nozzle(rim - 4, reach, size), 6), Axis::y, pi / 6)});
 }
 
@@ -140,7 +138,7 @@ Shape spearhead() {
                              {27.5, 58.6}, {28.4, 57.2}, {27, 56.4}, {12, 60}};
     const Shape beamlight = lathe({{25.6, 56}, {26.8, 55.6}, {26.6, 54.8}, {25.4, 55.2}, {25.6, 56}}, 36);
     const Shape edge = lathe({{27.8, 57.8}, {29.2, 57.4}, {29.2, 56}, {27.4, 55.8}, {27.8, 57.8}}, 36);
-    return joined({painted(flutedLathe(profile, {flutes, 0.16, 1.4, 56.5, 84, 4}, 0)),
+    return joined({painted(flutedLathe(profile, {flutes, 0.16, 1.4, 56.5, 84, 4}, 0), hull::orange),
                    painted(edge, hull::coolLamp), painted(beamlight, hull::beamlit)});
 }
 
@@ -154,25 +152,18 @@ Shape engine() {
                    painted(turned(pods, Axis::y, pi / 6), hull::plain)});
 }
 
-// Lit windows through a plate in the plane of x and y, so many from one place to another.
-Shape windows(Vec from, Vec to, int count) {
-    const Shape pane = box({1.5, 3.4, 7.2}, 0.2);
-    std::vector<Shape> row;
-    const double turn = std::atan2(from.x - to.x, to.y - from.y);
-    for (int i = 0; i < count; i++)
-        row.push_back(moved(turned(pane, Axis::z, turn), mix(from, to, double(i) / (count - 1))));
-    return joined(row);
-}
-
-// Along wings and fins, and round the hoop.
+// Lit windows along the petals, through them, and round the hoop.
 Shape lights() {
-    const Shape wings =
-        around(joined({windows({18.5, 40, 0}, {42, -32, 0}, 8), windows({15, 24, 0}, {28, -36, 0}, 6)}), 3);
-    const Shape fins = around(windows({23, -38, 0}, {37, -62, 0}, 4), 3);
+    std::vector<Shape> row;
+    for (size_t i = 1; i < std::size(ribs); i++)
+        for (const double k : {0.2, 0.5, 0.8}) {
+            const Rib &from = ribs[i - 1], &to = ribs[i];
+            const Shape pane =
+                turned(box({4, 4.4, 2.6}, 0.3), Axis::z, std::atan2(from.out - to.out, to.up - from.up));
+            row.push_back(moved(pane, {mix(from.out, to.out, k), mix(from.up, to.up, k), 0}));
+        }
     const Shape lamp = moved(box({2.4, 2.4, 3.6}, 0.3), {57.4, -80, 0});
-    const Shape all =
-        joined({turned(wings, Axis::y, pi / 6), turned(fins, Axis::y, pi / 2), around(lamp, 24)});
-    return painted(all, hull::warmLamp);
+    return painted(joined({around(joined(row), 6), around(lamp, 24)}), hull::warmLamp);
 }
 
 // From standing to lying: y becomes -z.
@@ -183,10 +174,9 @@ Shape laidDown(const Shape& standing) {
 }  // namespace
 
 Shape figures::ship() {
-    const Shape standing = joined(
-        {body(), turned(around(wing(), 3), Axis::y, pi / 6), turned(around(tailFin(), 3), Axis::y, pi / 2),
-         moved(emitterRing(frontRing, 3.2), {0, emitterZ, 0}),
-         moved(emitterRing(rearRing, 4.6), {0, -emitterZ, 0}), hoop(), spearhead(), engine()});
+    const Shape standing =
+        joined({body(), around(petal(), 6), moved(emitterRing(frontRing, 3.2), {0, emitterZ, 0}),
+                moved(emitterRing(rearRing, 4.6), {0, -emitterZ, 0}), hoop(), spearhead(), engine()});
     return laidDown(standing);
 }
 
@@ -194,16 +184,19 @@ namespace {
 
 // The corridor's light stands behind the ship, lower right. All of it is shaded as if it leaned back there:
 // so one side of what is round is lit, the other in the shade, and neither goes out as the ship turns, from
-// ahead and from behind. Most the hoop as a viewer from ahead sees it; nose and hull little, since further
-// back they throw broad lamps at him, and a beat makes white of that. How far a place leans back so, along z.
+// ahead and from behind. Most the hoop as a viewer from ahead sees it, then the petals' outside, the more the
+// further out: it throws back what glows beyond the ship, their inside would burn on beats. Nose and hull
+// little, since further back they throw broad lamps at him, and a beat makes white of that. How far a place
+// leans back so, along z.
 double leaningBack(Vec p, Vec normal) {
-    constexpr double body = 22, hoop = 53, acrossSail = 0.8;  // distances from the axis
+    constexpr double body = 22, hoop = 57, tips = 54;  // distances from the axis
     const double reach = std::hypot(p.x, p.y);
-    const double across = std::abs(p.x * normal.y - p.y * normal.x) / std::max(reach, 1.0);
     if (reach >= hoop) return normal.z < -0.5 ? 1.9 : 0.62;
     if (p.z < -55) return 0.4;
     if (reach < body) return 0.6 - 0.45 * smoothstep(0, -30, p.z);  // least before the beams of the nose
-    return across > acrossSail ? 0.55 : 0;
+    if (normal.z < -0.9) return 1.9;
+    const bool outside = p.x * normal.x + p.y * normal.y > 0;
+    return outside ? mix(0.45, 0.85, smoothstep(body, tips, reach)) : 0.15;
 }
 
 }  // namespace

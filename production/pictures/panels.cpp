@@ -348,7 +348,7 @@ void stencil(Relief& relief, Metal metal, const std::vector<Sign>& signs) {
 const std::vector<Row> hullRows = {
     {atlas::hull::pale, plate(0.34f, 0.7f)},
     {atlas::hull::dark, plate(0.18f, 0.3f)},
-    {atlas::hull::striped, plate(0.43f, 0.3f, paleEnamel)},
+    {atlas::hull::striped, plate(0.24f, 0.3f, enamel)},
     {atlas::hull::lettered, plate(0.34f, 0.7f, paleEnamel)},
     {{13, 3, 3, 6}, plate(0.14f, 0.3f)},
     {{0, 5, 3, 6}, plate(0.16f, 0.3f)},
