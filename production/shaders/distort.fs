@@ -35,11 +35,16 @@ float random(float seed) {
 }
 
 View inHexagon(vec2 ray) {
-    const float sixth = 1.0471976;
+    const vec2 steep = vec2(0.5, 0.8660254);
     View view = View(ray, 0.0, 1.0, vec2(0.0));
     for (int i = 0; i < 3; i++) {
-        vec2 side = towards(sixth * floor(atan(view.ray.y, view.ray.x) / sixth + 0.5));
-        float beyond = dot(view.ray, side) - hub;
+        // The side that is farthest out, of three pairs.
+        vec2 side = vec2(1.0, 0.0), rising = steep, falling = vec2(steep.x, -steep.y);
+        float far = dot(view.ray, side), second = dot(view.ray, rising), third = dot(view.ray, falling);
+        if (abs(second) > abs(far)) side = rising, far = second;
+        if (abs(third) > abs(far)) side = falling, far = third;
+        side *= far < 0.0 ? -1.0 : 1.0;
+        float beyond = abs(far) - hub;
         view.toBorder = min(view.toBorder, abs(beyond));
         if (beyond > 0.0) {
             view.ray -= 2.0 * beyond * side;
@@ -67,13 +72,15 @@ View amongFacets(vec2 ray, float count, float turn) {
     return view;
 }
 
+// Both are worked out at each pixel, whichever is shown, so each stands here once.
 View viewOf(vec2 ray) {
-    if (abs(time) > 0.5) {
-        float blow = floor(time * 22.0);
-        return amongFacets(ray, 3.0 + floor(5.0 * random(blow)), 6.2831853 * random(blow + 3.0));
-    }
-    if (time > 0.0) return inHexagon(ray);
-    return amongFacets(ray, 6.0, 14.0 * time);
+    bool struck = abs(time) > 0.5;
+    float blow = floor(time * 22.0);
+    View facets = amongFacets(ray, struck ? 3.0 + floor(5.0 * random(blow)) : 6.0,
+                              struck ? 6.2831853 * random(blow + 3.0) : 14.0 * time);
+    View mirrors = inHexagon(ray);
+    if (struck || time <= 0.0) return facets;
+    return mirrors;
 }
 
 // Always between texels, never the nearest one: edges would turn to stairs where the picture is drawn small.
@@ -115,7 +122,7 @@ vec4 thrownPicture(vec2 slip, vec2 split, out float field) {
     float white = min(veil.r, min(veil.g, veil.b));
     float open = 1.0 - smoothstep(0.5, 0.95, color.a) * (1.0 - smoothstep(0.0, 0.3, beamIn(color.rgb)));
     color.rgb = max(color.rgb - (0.5 + 0.1 * open) * field * mix(vec3(0.5 * (field + white)), veil, open), 0.0);
-    color.rgb *= 1.0 - white * mix(vec3(0.22, 0.28, 0.26), vec3(0.5, 0.62, 0.45), open);
+    color.rgb *= 1.0 - white * mix(vec3(0.0, 0.17, 0.40), vec3(0.5, 0.62, 0.45), open);
     float brightest = max(color.r, max(color.g, color.b));
     color.rgb *= brightest * brightest / (brightest * brightest + 0.001 + 0.024 * open);
     vec2 over = max(abs(place + slip - 0.5) - 0.5, 0.0);
