@@ -15,17 +15,18 @@ using namespace model;
 
 namespace {
 
-constexpr Vec headCentre = {0, 150.5, 2};
+constexpr Vec headCentre = {0, 152.5, 2};
 constexpr double headSize = 1.26;
-constexpr double headTilt = 0.18, headLean = 0.06;    // radians: the face towards viewers below, an ear down
-constexpr double faceDepth = 15.5, napeDepth = 15.5;  // from the head's centre to the bezels
+constexpr double headTilt = 0.34, headLean = 0.06;  // radians: the face towards viewers below, an ear down
+constexpr double faceDepth = 15.5;                  // from the head's centre to the bezel
 constexpr Vec chestLamp = {0, 109, 17.2};
 
 // Where things lie in "roboscreen".
-constexpr Patch facePicture = patchOf(atlas::robot::face), napePicture = patchOf(atlas::robot::nape),
+constexpr Patch facePicture = patchOf(atlas::robot::face), turbine = patchOf(atlas::robot::turbine),
+                gauge = patchOf(atlas::robot::gauge),
                 iris = patchOf(atlas::robot::iris.within(atlas::robot::margin)),
                 pulsePicture = patchOf(atlas::robot::pulse.within(atlas::robot::margin));
-constexpr Uv warmLamp = middleOf(atlas::robot::warmLamp),
+constexpr Uv warmLamp = middleOf(atlas::robot::warmLamp), ember = middleOf(atlas::robot::ember),
              coldTube = middleOf(atlas::robot::coldTube.part(0, 0, 2.4, 1));
 
 // A part in its two materials: lacquered shells and the steel works between them.
@@ -33,8 +34,9 @@ struct Part {
     Shape shells, works;
 };
 
-// The lamps, by where they stand: the warm key, and two cold ones behind.
-constexpr Vec keyLamp = {0.44, 0.55, 0.71}, coldLamp = {-0.94, 0.22, -0.26}, farLamp = {0.62, 0.24, -0.76};
+// The lamps, by where they stand: a warm key in front and one behind, low, for who looks up at its back; a
+// pale cold one on its right. From below shines the disc of light that it is born of.
+constexpr Vec keyLamp = {0.44, 0.55, 0.71}, backLamp = {0.42, -0.12, -0.90}, coldLamp = {-0.98, -0.12, 0.0};
 
 // What stands in their way, and darkens what is close by.
 struct Blocker {
@@ -64,7 +66,7 @@ double litBy(Vec lamp, double wrap, double least, Vec p, Vec normal) {
     return std::clamp((dot(normal, to) + wrap) / (1 + wrap), 0.0, 1.0) * mix(least, 1, clearTo(to, p));
 }
 
-// In a lacquer's patch: across by the key, and upwards by the cold ones; both are less on the legs.
+// In a lacquer's patch: across by the keys, upwards by the cold lamp and downwards by the light from below.
 Shape lacquered(const Shape& whole, const std::function<Patch(Vec)>& lacquer) {
     Shape shape = triangulated(whole);
     const std::vector<std::array<Vec, 3>> normals = cornerNormals(shape);
@@ -74,10 +76,13 @@ Shape lacquered(const Shape& whole, const std::function<Patch(Vec)>& lacquer) {
         face.uvs.clear();
         for (size_t i = 0; i < 3; i++) {
             const Vec p = shape.points[face.points[i]], normal = normals[f][i];
-            const double low = smoothstep(0, 90, p.y);
-            const double key = litBy(keyLamp, 0.12, 0.25, p, normal) * mix(0.62, 1, low);
-            const double cold = litBy(coldLamp, 0.15, 0.5, p, normal) + litBy(farLamp, 0.1, 0.5, p, normal);
-            face.uvs.push_back(patch.at(key, std::min(cold, 1.0) * mix(0.7, 1, low)));
+            const double key =
+                std::max(litBy(keyLamp, 0.2, 0.25, p, normal), 0.92 * litBy(backLamp, 0.05, 0.25, p, normal));
+            const double cold = litBy(coldLamp, 0, 0.3, p, normal);
+            const double below = litBy({0, -1, 0}, 0, 0.3, p, normal) * smoothstep(70, 90, p.y);
+            constexpr double neither = atlas::robot::neither;
+            const double up = neither + (1 - neither) * cold - neither * below;
+            face.uvs.push_back(patch.at(key * mix(0.88, 1, smoothstep(0, 90, p.y)), up));
         }
     }
     return shape;
@@ -113,11 +118,10 @@ Patch coatAt(Vec p) {
     const double out = std::hypot(p.x, p.z);
     const Vec other = {-p.x, p.y, p.z};
     if (isHand(p, waving) || (isHand(other, atEase) && out > 20.5)) return coatOf(ivory);
-    if (isForearm(p, waving) || isForearm(other, atEase)) return coatOf(petrol);
+    if (isForearm(p, waving) || isForearm(other, atEase)) return coatOf(orange);
     if (p.y < -1) return coatOf(orange);  // boots
-    if (p.y < 48) return coatOf(ivory);
-    if (p.y < 66 && out < 26) return coatOf(petrol);                                          // pelvis
-    if (p.y < 127 && std::hypot(std::abs(p.x) - 8.6, p.z + 19) < 6.8) return coatOf(petrol);  // packs
+    if (p.y < 48) return coatOf(p.y > 24 && p.y < 29 ? orange : ivory);
+    if (p.y < 66 && out < 26) return coatOf(petrol);  // pelvis
     if (out < 36 && p.y > 81 && p.y < 130) return coatOf(p.y < 97 ? orange : p.y < 119 ? ivory : petrol);
     return coatOf(ivory);
 }
@@ -265,18 +269,22 @@ Shape sleeve(Vec from, Vec to, double radius) {
                   from, to - from);
 }
 
-// What the legs have behind, for who looks up at them: a piston along each calf and two hoses to each thigh.
-// Sleeves and hoses are lacquered, rods are steel.
-Shape calfSleeves() {
-    return withMirror(sleeve({15.4, 3, -13.2}, {15, 19, -11.4}, 2.5));
-}
-Shape calfRods() {
-    return withMirror(rod({15, 19, -11.4}, {14.4, 33, -7.5}, 1.3));
-}
+// What the legs have behind, for who looks up at them: two hoses to each thigh, and a lit gauge on each calf.
 Shape legHoses() {
     return withMirror(
         joined({hose({{6, 49, -10.5}, {5.6, 42, -14.5}, {8.6, 35, -14}, {12, 29.5, -8.5}}, 1.25),
                 hose({{17, 50, -9.5}, {20.4, 43, -13}, {20.4, 36, -12.5}, {17.4, 30, -8}}, 1.25)}));
+}
+
+Shape gauges() {
+    const Shape left = grid(7, 9, false, false, [](int c, int r) {
+        const double k = mix(0.20, 0.70, r / 8.0), aside = mix(-0.5, 0.5, c / 6.0);
+        const double radius = mix(11, 6, k) + 1.6 * std::sin(pi * k) + 0.7;
+        const Vec bone = mix(Vec{15.5, -1, 0}, Vec{14.5, 32, 1.5}, k);
+        return bone - Vec{radius * std::sin(aside), 0, radius * std::cos(aside)};
+    });
+    const Shape lit = painted(left, gauge);
+    return joined({lit, moved(lit, {-30, 0, 0})});
 }
 
 // The maker's plate, round the back of the pelvis.
@@ -352,20 +360,51 @@ Shape onFlank(const Shape& shape, double side) {
 }
 constexpr Flat pulseHalf = {7.4, 6.2};
 
-// The reactor in the chest, packs on the back, shoulder sockets.
+// Its engine, which bursts from the back and points down at who stands behind. Built along +y from within
+// the chest.
+Shape onBack(const Shape& shape) {
+    return placed(shape, {0, 113, -10}, {0, -0.6, -0.8});
+}
+constexpr double fanRadius = 14.8, lipHeight = 19.6;
+Shape cowling() {
+    const Outline profile = {{10, 0},   {14, 3},    {14.6, 4.4},  {14, 5.4},
+                             {16, 6.4}, {17.2, 11}, {17.6, 14.6}, {16.8, 15.2}};
+    const Shape fin = moved(box({5.4, 9, 1.1}, 0.4, 2), {17.4, 8.4, 0});
+    return onBack(joined({lathe(profile, 40), around(fin, 18)}));
+}
+Shape lip() {
+    return onBack(lathe({{16.8, 15},
+                         {18.2, 15.6},
+                         {18.6, 17.4},
+                         {18, 19},
+                         {17, lipHeight},
+                         {16, 19.3},
+                         {15.2, 18},
+                         {fanRadius, 12}},
+                        40));
+}
+Shape fan() {
+    const Shape disc = grid(40, 6, true, false, [](int c, int r) {
+        const double out = fanRadius * (1 - r / 5.0), turn = -2 * pi * c / 40;
+        return Vec{out * std::cos(turn), 14.5 - 2 * (1 - r / 5.0), out * std::sin(turn)};
+    });
+    const Shape wheel = welded(mappedBy(disc, [](const Face&, Vec p) {
+        return turbine.at(0.5 + 0.5 * p.x / fanRadius, 0.5 - 0.5 * p.z / fanRadius);
+    }));
+    const Shape lamp = moved(painted(icosphere(0.62, 1), warmLamp), {21, 11.6, 0});
+    return onBack(joined({wheel, around(lamp, 18)}));
+}
+
+// The reactor in the chest, shoulder sockets.
 Part torsoFittings() {
     const Shape reactor =
         placed(joined({rings(9.5, 4.2), around(moved(icosphere(1.3, 1), {11.8, 0.6, 0}), 8)}), chestLamp,
                {0, 0.02, 1});
     const Shape vents = joined(
         {moved(box({12, 1.5, 3}, 0.7, 2), {0, 92.5, 10.8}), moved(box({10, 1.5, 3}, 0.7, 2), {0, 88, 9.4})});
-    const Outline wall = platedProfile({88, 95, 117, 124}, {1.2, 1.1, 1, 5}, [](double) { return 6.0; });
-    const Outline pack =
-        chained({{{0, 86}, {4, 86}}, wall, {{4.4, 125.5}, {3.6, 125.5}, {3, 122}, {0, 122}}});
     const Shape socket = placed(rings(9, 3), {25.5, 116, 0}, {1, 0, 0});
     const Shape frame = bezel({pulseHalf.x + 1.4, pulseHalf.y + 1.4}, 2.5, 0.4);
-    return {withMirror(moved(lathe(pack, 18), {8.6, 0, -19})),
-            joined({reactor, vents, onFlank(frame, 1), onFlank(frame, -1), withMirror(socket)})};
+    return {{}, joined({reactor, vents, onFlank(frame, 1), onFlank(frame, -1), withMirror(socket)})};
 }
 
 Shape neck() {
@@ -381,8 +420,8 @@ Shape onNeck(const Shape& shape) {
     return moved(turned(nodding, Axis::z, headLean), headCentre);
 }
 
-constexpr Flat faceHalf = {16.2, 11.8}, napeHalf = {12.2, 9.6};
-constexpr Vec napeMiddle = {0, 1.6, 0}, earMiddle = {17.6, 1, -2};
+constexpr Flat faceHalf = {16.2, 11.8};
+constexpr Vec earMiddle = {17.6, 1, -2};
 
 // The two aerials make a V.
 constexpr Vec aerialFoot = {5.5, 16.5, -3}, aerialTip = {19, 33.5, -7};
@@ -411,9 +450,22 @@ Shape headShell() {
     return onNeck(bent(box({40, 31, 31}, 6, 3), onShell));
 }
 
-Shape screenFrames() {
-    const Shape behind = moved(turned(bezel(napeHalf, 4, napeDepth), Axis::y, pi), napeMiddle);
-    return onNeck(joined({bezel(faceHalf, 5, faceDepth), behind}));
+Shape screenFrame() {
+    return onNeck(bezel(faceHalf, 5, faceDepth));
+}
+
+// The tube behind the screen, drawn in by steps to a plug, and the cable from there to the chest.
+Shape tubeBehind(const Outline& profile) {
+    return onNeck(placed(squared(lathe(profile, 32), 0.86), {0, 1.5, -15}, {0, 0, -1}));
+}
+Shape tubeSteps() {
+    return tubeBehind({{13.2, 0}, {13, 1.6}, {12, 2.4}, {10.6, 2.4}, {10.4, 4.4}, {9.6, 5.2}, {7.6, 5.2}});
+}
+Shape tubePlug() {
+    return tubeBehind({{7.6, 5}, {7.4, 7}, {6.6, 7.8}, {4.2, 8}, {4, 10.4}, {3.2, 11}, {0, 11.2}});
+}
+Shape cable() {
+    return hose({{0, 150, -30}, {0, 145, -35}, {0, 135, -31}, {0, 126, -13}}, 1.7);
 }
 
 Shape brows() {
@@ -521,7 +573,6 @@ Shape shoulderCap() {
 // Painted parts, which take their colour from the screen's picture, and lamps, which all but glow.
 Shape paintwork() {
     const Shape belt = moved(box({5, 2.2, 1.6}, 0.6, 2), {7, 57, 13.2});
-    const Shape fin = moved(box({1.6, 14, 2}, 0.6, 2), {8.6, 106, -25});
     const auto garter = [](Vec from, Vec to, double at, double radius) {
         const Outline section = {{radius - 1, -1.1}, {radius, -0.8}, {radius, 0.8}, {radius - 1, 1.1}};
         return placed(lathe(section, 24), mix(from, to, at), to - from);
@@ -529,15 +580,18 @@ Shape paintwork() {
     const Shape thigh = garter({14.5, 32, 1.5}, {11.5, 57, 0}, 0.58, 8.9);
     const Shape cuffs = joined({garter(shoulder, waving.elbow, 0.65, 6.5),
                                 reflected(garter(shoulder, atEase.elbow, 0.65, 6.5), Axis::x)});
-    return joined({cuffs, withMirror(joined({belt, fin, thigh, shoulderCap()}))});
+    return joined({cuffs, withMirror(joined({belt, thigh, shoulderCap()}))});
 }
 
-// A thin tube of cold light along a line, or round a flat ring of a radius.
-Shape coldLine(const std::vector<Vec>& path) {
+// A thin tube of light along a line, or one of cold light round a flat ring of a radius.
+Shape tubeOf(const std::vector<Vec>& path, Uv light) {
     Sweep how;
     how.path = path;
     how.up = {0.3, 0.5, 0.8};
-    return painted(sweep(polygon(4, 0.55), how), coldTube);
+    return painted(sweep(polygon(4, 0.55), how), light);
+}
+Shape coldLine(const std::vector<Vec>& path) {
+    return tubeOf(path, coldTube);
 }
 Shape coldHoop(double radius, int sides) {
     const double r = radius, h = 0.55;
@@ -569,14 +623,21 @@ Shape coldTubes() {
     const Shape edges = onNeck(withMirror(joined({coldLine(over), coldLine(under), aerial})));
     const Shape chest = joined({squared(moved(coldHoop(chestRadius(88) - 0.3, 32), {0, 88, 0}), 0.62),
                                 squared(moved(coldHoop(chestRadius(119) - 0.3, 40), {0, 119, 0}), 0.62)});
-    const Shape pack =
-        joined({moved(coldHoop(5.6, 16), {8.6, 95, -19}), moved(coldHoop(5.6, 16), {8.6, 117, -19})});
+    // Behind, the engine's heat shows between the folds of the waist.
+    std::vector<Shape> folds;
+    for (double y : {65.4, 69.8, 74.2, 78.6, 83.0}) {
+        std::vector<Vec> fold;
+        const double r = 14.6 + 0.014 * (y - 74) * (y - 74);
+        for (int i = 0; i <= 14; i++)
+            fold.push_back({r * std::cos(pi * i / 14), y, -10.4 - 0.4 * r * std::sin(pi * i / 14)});
+        folds.push_back(tubeOf(fold, ember));
+    }
     const auto cuff = [](const Pose& pose) {
         return placed(coldHoop(6.2, 16), mix(pose.elbow, pose.wrist, 0.82), pose.wrist - pose.elbow);
     };
     const Shape cuffs = joined({cuff(waving), reflected(cuff(atEase), Axis::x)});
     const Shape rim = moved(coldHoop(43.9, 48), {0, -26, 0});
-    return joined({withMirror(joined({shin, thigh, pack})), edges, chest, cuffs, rim});
+    return joined({withMirror(joined({shin, thigh})), edges, chest, cuffs, rim, joined(folds)});
 }
 
 // On each flank a small screen with the beat of its heart, for a viewer too near to see the face.
@@ -593,12 +654,11 @@ Shape lamps() {
     const Shape ear = onNeck(placed(dial(5.4, 0.9), earMiddle + Vec{4.6, 0, 0}, {1, 0, 0}));
     const Shape tip = onNeck(moved(painted(icosphere(1.9, 2), warmLamp), aerialTip));
     const Shape knee = placed(dial(3.6, 0.8), {14.5, 32, 9.2}, {0, 0.1, 1});
-    const Shape jet = placed(dial(4.2, 0.8), {8.6, 85.8, -19}, {0, -1, 0});
     // Two for a viewer who looks up at it.
     const Shape below = joined(
         {placed(dial(4.6, 0.8), {0, 44.7, 0}, {0, -1, 0}), placed(dial(5.6, 0.8), {0, 82.6, 0}, {0, -1, 0})});
     return joined({placed(dial(8.4, 1.2), chestLamp + Vec{0, 0.1, 4.4}, {0, 0.02, 1}), below,
-                   withMirror(joined({ear, tip, knee, jet}))});
+                   withMirror(joined({ear, tip, knee}))});
 }
 
 Part withoutHeadShell() {
@@ -619,7 +679,7 @@ Shape figures::robotShells() {
 }
 
 Shape figures::robotWorks() {
-    return joined({withoutHeadShell().works, screenFrames(), brows(), base(), waist(), neck()});
+    return joined({withoutHeadShell().works, screenFrame(), brows(), base(), waist(), neck()});
 }
 
 Shape figures::robotScreen() {
@@ -635,7 +695,7 @@ Shape figures::onRobotScreen(const Shape& picture) {
 }
 
 void makeRobotBody(const char* path) {
-    writeAml(path, {mappedBox(joined({withoutHeadShell().works, calfRods(), waistRods()}), 48)});
+    writeAml(path, {mappedBox(joined({withoutHeadShell().works, waistRods()}), 48)});
 }
 
 void makeRobotArms(const char* path) {
@@ -643,19 +703,18 @@ void makeRobotArms(const char* path) {
 }
 
 void makeRobotScreen(const char* path) {
-    const Shape nape =
-        onNeck(moved(turned(glass(napeHalf, napeDepth, napePicture), Axis::y, pi), napeMiddle));
     const auto in = [](atlas::robot::Lacquer lacquer) { return [=](Vec) { return coatOf(lacquer); }; };
     using atlas::robot::orange, atlas::robot::petrol, atlas::robot::brass;
     const Shape lacquer =
         joined({lacquered(joined({withoutHeadShell().shells, swelling(headShell())}), coatAt),
-                lacquered(joined({paintwork(), legHoses()}), in(orange)),
-                lacquered(joined({calfSleeves(), waistSleeves()}), in(petrol)),
-                lacquered(joined({waistHoses(), brows()}), in(orange)), lacquered(screenFrames(), in(brass)),
+                lacquered(joined({paintwork(), legHoses(), lip(), cable()}), in(orange)),
+                lacquered(cowling(), in(atlas::robot::ivory)), lacquered(tubeSteps(), in(petrol)),
+                lacquered(tubePlug(), in(brass)), lacquered(waistSleeves(), in(petrol)),
+                lacquered(joined({waistHoses(), brows()}), in(orange)), lacquered(screenFrame(), in(brass)),
                 lacquered(base(), [](Vec p) {
                     return coatOf(p.y > -22.4 && std::hypot(p.x, p.z) > 36 ? brass : petrol);
                 })});
     const Shape plate = unlit(painted(makersPlate(), patchOf(atlas::robot::nameplate)));
-    writeAml(path, {unlit(figures::robotScreen()), unlit(nape), lacquer, plate,
-                    unlit(joined({lamps(), pulse(), coldTubes()}))});
+    writeAml(path, {unlit(figures::robotScreen()), lacquer, plate,
+                    unlit(joined({lamps(), pulse(), coldTubes(), fan(), gauges()}))});
 }

@@ -60,15 +60,25 @@ float faceInk(Point p) {
     return std::fmax(std::fmax(disc, ring), coverage(mouth));
 }
 
-// What glows at the back of the head: slots that let its warmth out, longest in the middle.
-float ventInk(Point p) {
-    float ink = 0;
-    for (int i = -3; i <= 3; i++) {
-        const float y = 256 + 56.0f * i, half = 208 - 7.0f * (i * i);
-        ink = std::fmax(ink, coverage(segment(p, {320 - half, y}, {320 + half, y}) - 13));
-    }
-    // A strut parts them.
-    return ink * coverage(17 - std::fabs(p.x - 320));
+// What burns in its back: a hot core, blades that part the fire, a rim of ticks.
+Rgba turbineAt(Point p) {
+    const float r = length(p) / 256, turn = arcTan(p.y, p.x);
+    const float gaps = std::pow(0.5f + 0.5f * std::cos(11 * (turn + 0.9f * r)), 2.0f);
+    const float fire = gaps * smoothstep(0.24f, 0.28f, r) * smoothstep(0.80f, 0.74f, r);
+    const float tick =
+        smoothstep(0.2f, 0.5f, std::cos(36 * turn)) * coverage((std::fabs(r - 0.92f) - 0.025f) * 256);
+    return mix(gold, amber, smoothstep(0.2f, 0.7f, r)) * (0.75f * fire * (1 - 0.5f * r)) +
+           opaque(1, 0.86f, 0.6f) * (0.95f * coverage((r - 0.17f) * 256)) +
+           gold * (0.8f * outline((r - 0.84f) * 256, 9) + 0.6f * tick);
+}
+
+// A gauge of 128 x 512: a number over bars, the highest of them red.
+Rgba gaugeAt(Point p) {
+    const float bar = std::floor(p.y / 52), along = p.y - 52 * bar - 26;
+    const float half = 46 - 3 * std::fabs(bar - 6);
+    const float ink = bar < 1 || bar > 8 ? 0 : coverage(box({p.x - 64, along}, {0, 0}, {half, 13}, 6));
+    const float frame = outline(box(p, {64, 256}, {60, 250}, 16), 5);
+    return (bar < 3 ? opaque(1, 0.16f, 0.03f) : gold) * (0.8f * ink) + amber * (0.5f * frame);
 }
 
 // A lens with a bright rim, seven blades and a heart.
@@ -98,21 +108,15 @@ Rgba pulseAt(Point p) {
     return mix(amber, gold, smoothstep(40.0f, 200.0f, p.y)) * (0.85f * ink * lines) + sheen;
 }
 
-// The two glasses stand on the left.
-bool onGlass(float x) {
-    return x < pixels(face.width);
+// The glass of the face, lit from within.
+Rgba glassAt(Point p) {
+    const float lines = 0.84f + 0.16f * std::cos(p.y * (pi / 4));
+    const float sheen = 0.008f * bell(length(p - Point{320, 250}), 190);
+    return gold * (0.80f * faceInk(p) * lines) + amber * sheen;
 }
 
-// Lit from within: the face evenly, the slots behind most in their middle and below.
-Rgba glassAt(Point place) {
-    const bool front = place.y < pixels(nape.top);
-    const Point p = {place.x, front ? place.y : place.y - pixels(nape.top)};
-    const float ink = front ? faceInk(p) : ventInk(p);
-    const float lines = 0.84f + 0.16f * std::cos(place.y * (pi / 4));
-    const float sheen = 0.008f * bell(length(p - Point{320, 250}), 190);
-    const float heat = bell(length(p - Point{320, 300}), 150);
-    const Rgba tint = front ? gold : mix(amber * 0.16f, gold * 0.8f, heat * heat);
-    return tint * (0.80f * ink * lines) + amber * sheen;
+bool onGlass(Point p) {
+    return p.x < pixels(face.width) && p.y < pixels(face.height);
 }
 
 // A lacquer in the two lights that fall on the robot, by how much of each it gets.
@@ -121,16 +125,19 @@ struct Coat {
 };
 const Coat coats[lacquers] = {{opaque(0.80f, 0.70f, 0.55f), opaque(0.05f, 0.05f, 0.04f)},   // ivory
                               {opaque(0.95f, 0.25f, 0.05f), opaque(0.05f, 0.03f, 0.01f)},   // orange
-                              {opaque(0.06f, 0.24f, 0.30f), opaque(0.05f, 0.06f, 0.06f)},   // petrol
+                              {opaque(0.05f, 0.09f, 0.12f), opaque(0.05f, 0.06f, 0.06f)},   // petrol
                               {opaque(0.80f, 0.48f, 0.14f), opaque(0.22f, 0.17f, 0.09f)}};  // brass
 Rgba lacquerAt(Point place) {
     const int column = int((place.x / part - 10) / 2), row = int(place.y / part - 6);
     const int which = std::clamp(row * 3 + column, 0, int(lacquers) - 1);
     const Cells cells = lacquer(which).within(margin);
     const float key = unit((place.x / part - float(cells.left)) / float(cells.width)),
-                cold = unit((float(cells.bottom()) - place.y / part) / float(cells.height));
-    const Rgba light = opaque(0.46f, 0.38f, 0.268f) * std::pow(key, 2.1f) +
-                       opaque(0.062f, 0.20f, 0.40f) * std::pow(cold, 2.2f) + opaque(0.004f, 0.003f, 0.008f);
+                up = unit((float(cells.bottom()) - place.y / part) / float(cells.height)),
+                cold = unit((up - float(neither)) / (1 - float(neither))),
+                below = unit(1 - up / float(neither));
+    const Rgba light = opaque(0.50f, 0.41f, 0.29f) * std::pow(key, 2.1f) +
+                       opaque(0.40f, 0.38f, 0.36f) * std::pow(cold, 2.2f) +
+                       opaque(0.015f, 0.22f, 0.12f) * std::pow(below, 2.0f) + opaque(0.004f, 0.003f, 0.008f);
     return coats[which].albedo * light + coats[which].sheen * std::pow(key, 6.0f);
 }
 
@@ -154,13 +161,17 @@ Canvas nameplatePicture() {
 }
 
 Rgba swatchAt(float x) {
+    if (x < pixels(warmLamp.left)) return opaque(0.52f, 0.13f, 0.015f);
     return x < pixels(coldTube.left) ? opaque(0.95f, 0.62f, 0.24f) : opaque(0.11f, 0.21f, 0.26f);
 }
 
 // All of it, by place in pixels.
 Rgba wornAt(Point place, const Canvas& plate) {
     const auto [x, y] = place;
-    if (onGlass(x)) return glassAt(place);
+    if (onGlass(place)) return glassAt(place);
+    if (x < pixels(gauge.left))
+        return turbineAt(place - Point{pixels(turbine.middleX()), pixels(turbine.middleY())});
+    if (x < pixels(gauge.right())) return gaugeAt(place - Point{pixels(gauge.left), pixels(gauge.top)});
     if (x > pixels(iris.left + margin) && y < pixels(iris.bottom()))
         return irisAt(place - Point{pixels(iris.middleX()), pixels(iris.middleY())}, 2.8f * part);
     if (y < pixels(nameplate.top)) return lacquerAt(place);
@@ -188,7 +199,7 @@ void makeRobotFace(const char* path) {
     Canvas halo = blurred(canvas, 14, Edge::Clamp);
     for (int y = 0; y < size; y++)
         for (int x = 0; x < size; x++)
-            if (onGlass(x) || y > pixels(pulse.top))
+            if (onGlass({float(x), float(y)}) || y > pixels(pulse.top))
                 canvas.at(x, y) = canvas.at(x, y) + halo.at(x, y) * 0.14f;
     saveRgb(canvas, path, Rows::TopFirst);
 }

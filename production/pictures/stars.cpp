@@ -69,7 +69,7 @@ Rgba colourOf(const Cloud& cloud) {
     const Rgba heart = mix(opaque(0.16f, 0.050f, 0.13f), opaque(0.04f, 0.14f, 0.13f), cloud.teal);
     const Rgba lit =
         body * d + heart * (0.8f * d * d * d) + opaque(0.16f, 0.070f, 0.024f) * (0.8f * cloud.dust * d);
-    return opaque(0.0035f, 0.0035f, 0.009f) + lit * (0.66f * (1 - 0.78f * cloud.shadow));
+    return opaque(0.0035f, 0.0035f, 0.009f) + lit * (0.40f * (1 - 0.78f * cloud.shadow));
 }
 
 // Adds a star, round in the sky, its light running on over the picture's folds.

@@ -70,11 +70,13 @@ constexpr Cells hall(Tile which) {
 // "roboscreen": what glows or is painted on the robot.
 namespace robot {
 
-constexpr Cells face = {0, 0, 10, 8}, nape = {0, 8, 10, 8};  // the glass in front and at the back of the head
-constexpr double margin = 0.1;                               // of the others, within their place
+constexpr Cells face = {0, 0, 10, 8}, turbine = {0, 8, 8, 8}, gauge = {8, 8, 2, 8};
+constexpr double margin = 0.1;  // of the others, within their place
 constexpr Cells iris = {10, 0, 6, 6}, pulse = {10, 11, 6, 5}, nameplate = {10, 8, 6, 2};
-constexpr Cells warmLamp = {11.5, 10, 2, 1}, coldTube = {13.5, 10, 2.5, 1};
-// Lacquers, each a patch: lit from the left to the right by one lamp and upwards by another.
+constexpr Cells ember = {10, 10, 1.5, 1}, warmLamp = {11.5, 10, 2, 1}, coldTube = {13.5, 10, 2.5, 1};
+// Lacquers, each a patch: lit from the left to the right by the keys, and from where neither of them falls
+// upwards by the cold lamp, downwards by the light below.
+constexpr double neither = 0.4;
 enum Lacquer { ivory, orange, petrol, brass, lacquers };
 constexpr Cells lacquer(int which) {
     return {10 + 2.0 * (which % 3), 6.0 + which / 3, 2, 1};
