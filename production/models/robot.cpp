@@ -82,7 +82,7 @@ Shape lacquered(const Shape& whole, const std::function<Patch(Vec)>& lacquer) {
             const double below = litBy({0, -1, 0}, 0, 0.3, p, normal) * smoothstep(70, 90, p.y);
             constexpr double neither = atlas::robot::neither;
             const double up = neither + (1 - neither) * cold - neither * below;
-            face.uvs.push_back(patch.at(key * mix(0.88, 1, smoothstep(0, 90, p.y)), up));
+            face.uvs.push_back(patch.at(key * mix(0.72, 1, smoothstep(0, 60, p.y)), up));
         }
     }
     return shape;
@@ -120,7 +120,9 @@ Patch coatAt(Vec p) {
     if (isHand(p, waving) || (isHand(other, atEase) && out > 20.5)) return coatOf(ivory);
     if (isForearm(p, waving) || isForearm(other, atEase)) return coatOf(orange);
     if (p.y < -1) return coatOf(orange);  // boots
-    if (p.y < 48) return coatOf(p.y > 24 && p.y < 29 ? orange : ivory);
+    const auto within = [&](double low, double high) { return p.y > low && p.y < high; };
+    if (p.y < 48)
+        return coatOf(within(12.2, 14.8) || within(23.4, 29) ? orange : within(4, 12.2) ? petrol : ivory);
     if (p.y < 66 && out < 26) return coatOf(petrol);  // pelvis
     if (out < 36 && p.y > 81 && p.y < 130) return coatOf(p.y < 97 ? orange : p.y < 119 ? ivory : petrol);
     return coatOf(ivory);
@@ -211,7 +213,7 @@ Part foot() {
 
 Part leg() {
     const Vec ankle = {15.5, -1, 0}, knee = {14.5, 32, 1.5}, hip = {11.5, 57, 0};
-    const Shape shin = limb(ankle, knee, {1.3, 1.2, 1, 4}, {0, 0.16, 0.74, 0.88}, 11, 6, 1.6);
+    const Shape shin = limb(ankle, knee, {1, 1.2, 0.8, 4}, {0, 0.16, 0.40, 0.48, 0.74, 0.88}, 11, 6, 1.6);
     const Shape thigh = limb(knee, hip, {1, 1, 0.8, 3}, {0.16, 0.32, 0.84, 1}, 6.2, 8.4, 0.6);
     const Shape joint =
         joined({placed(rings(6.2, 6.6), knee, {1, 0, 0}), placed(rings(6.2, 6.6), knee, {-1, 0, 0})});

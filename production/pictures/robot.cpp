@@ -78,7 +78,7 @@ Rgba gaugeAt(Point p) {
     const float half = 46 - 3 * std::fabs(bar - 6);
     const float ink = bar < 1 || bar > 8 ? 0 : coverage(box({p.x - 64, along}, {0, 0}, {half, 13}, 6));
     const float frame = outline(box(p, {64, 256}, {60, 250}, 16), 5);
-    return (bar < 3 ? opaque(1, 0.16f, 0.03f) : gold) * (0.8f * ink) + amber * (0.5f * frame);
+    return (bar < 3 ? opaque(1, 0.16f, 0.03f) : gold) * (0.65f * ink) + amber * (0.5f * frame);
 }
 
 // A lens with a bright rim, seven blades and a heart.
@@ -125,7 +125,7 @@ struct Coat {
 };
 const Coat coats[lacquers] = {{opaque(0.80f, 0.70f, 0.55f), opaque(0.05f, 0.05f, 0.04f)},   // ivory
                               {opaque(0.95f, 0.25f, 0.05f), opaque(0.05f, 0.03f, 0.01f)},   // orange
-                              {opaque(0.05f, 0.09f, 0.12f), opaque(0.05f, 0.06f, 0.06f)},   // petrol
+                              {opaque(0.06f, 0.22f, 0.25f), opaque(0.05f, 0.06f, 0.06f)},   // petrol
                               {opaque(0.80f, 0.48f, 0.14f), opaque(0.22f, 0.17f, 0.09f)}};  // brass
 Rgba lacquerAt(Point place) {
     const int column = int((place.x / part - 10) / 2), row = int(place.y / part - 6);

@@ -33,7 +33,7 @@ void main() {
     // Who stands in the middle is to be seen through the smoke.
     float spread = 0.07 + 0.9 * smoothstep(0.15, 0.80, radius);
     // What drifts before the eye would be a veil over all that stands behind.
-    spread *= smoothstep(20.0, 130.0, length(fromEye)) * mix(0.05, 1.0, smoothstep(-45.0, 0.0, behind));
+    spread *= smoothstep(20.0, 130.0, length(fromEye)) * mix(0.04, 1.0, smoothstep(-25.0, 4.0, behind));
     smoke *= 0.75 + 1.0 * shafts;
     // On each beat a wave runs out from the middle.
     float beat = fract((time2 / 0.4 - firstBeat) * beatsPerSecond);
