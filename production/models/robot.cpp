@@ -1,9 +1,9 @@
 // The robot: lacquered shells, and what glows or is painted on it, which are its screen's mesh, since that
 // alone has a picture; steel joints and frames, its body's mesh; and rubber, its arms' mesh. The picture's
-// patches hold each lacquer in two lights that stand still while the viewer goes round: a warm key and a cold
-// one from behind. It has a face, slots that glow at the back of the head, and a heart's beat on
-// each flank; it stands on a plate below y = 0, looks along +z and waves.
-// Between hips and chest the middle is free, up to flat bellows behind the axis: the camera flies through.
+// patches hold each lacquer in lights that stand still while the viewer goes round, so that it is lit from
+// wherever he looks. It has a face, an engine that burns in its back, gauges on its calves, and a heart's
+// beat on each flank; it stands on a plate below y = 0, looks along +z and down, and waves. Between hips and
+// chest the middle is free, up to flat bellows behind the axis: the camera flies through.
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
@@ -35,8 +35,8 @@ struct Part {
 };
 
 // The lamps, by where they stand: a warm key in front and one behind, low, for who looks up at its back; a
-// pale cold one on its right. From below shines the disc of light that it is born of.
-constexpr Vec keyLamp = {0.44, 0.55, 0.71}, backLamp = {0.42, -0.12, -0.90}, coldLamp = {-0.98, -0.12, 0.0};
+// pale one on its right. From below shines the disc of light that it is born of.
+constexpr Vec keyLamp = {0.44, 0.55, 0.71}, backLamp = {0.42, -0.12, -0.90}, sideLamp = {-0.98, -0.12, 0.0};
 
 // What stands in their way, and darkens what is close by.
 struct Blocker {
@@ -66,7 +66,8 @@ double litBy(Vec lamp, double wrap, double least, Vec p, Vec normal) {
     return std::clamp((dot(normal, to) + wrap) / (1 + wrap), 0.0, 1.0) * mix(least, 1, clearTo(to, p));
 }
 
-// In a lacquer's patch: across by the keys, upwards by the cold lamp and downwards by the light from below.
+// In a lacquer's patch: across by the keys, upwards by the lamp at its side and downwards by the light from
+// below.
 Shape lacquered(const Shape& whole, const std::function<Patch(Vec)>& lacquer) {
     Shape shape = triangulated(whole);
     const std::vector<std::array<Vec, 3>> normals = cornerNormals(shape);
@@ -78,10 +79,10 @@ Shape lacquered(const Shape& whole, const std::function<Patch(Vec)>& lacquer) {
             const Vec p = shape.points[face.points[i]], normal = normals[f][i];
             const double key =
                 std::max(litBy(keyLamp, 0.2, 0.25, p, normal), 0.92 * litBy(backLamp, 0.05, 0.25, p, normal));
-            const double cold = litBy(coldLamp, 0, 0.3, p, normal);
+            const double side = litBy(sideLamp, 0, 0.3, p, normal);
             const double below = litBy({0, -1, 0}, 0, 0.3, p, normal) * smoothstep(70, 90, p.y);
             constexpr double neither = atlas::robot::neither;
-            const double up = neither + (1 - neither) * cold - neither * below;
+            const double up = neither + (1 - neither) * side - neither * below;
             face.uvs.push_back(patch.at(key * mix(0.72, 1, smoothstep(0, 60, p.y)), up));
         }
     }

@@ -119,7 +119,7 @@ bool onGlass(Point p) {
     return p.x < pixels(face.width) && p.y < pixels(face.height);
 }
 
-// A lacquer in the two lights that fall on the robot, by how much of each it gets.
+// A lacquer in the lights that fall on the robot, by how much of each it gets.
 struct Coat {
     Rgba albedo, sheen;  // what the key makes of it where it falls straight on it
 };
@@ -133,10 +133,10 @@ Rgba lacquerAt(Point place) {
     const Cells cells = lacquer(which).within(margin);
     const float key = unit((place.x / part - float(cells.left)) / float(cells.width)),
                 up = unit((float(cells.bottom()) - place.y / part) / float(cells.height)),
-                cold = unit((up - float(neither)) / (1 - float(neither))),
+                side = unit((up - float(neither)) / (1 - float(neither))),
                 below = unit(1 - up / float(neither));
     const Rgba light = opaque(0.50f, 0.41f, 0.29f) * std::pow(key, 2.1f) +
-                       opaque(0.40f, 0.38f, 0.36f) * std::pow(cold, 2.2f) +
+                       opaque(0.40f, 0.38f, 0.36f) * std::pow(side, 2.2f) +
                        opaque(0.015f, 0.22f, 0.12f) * std::pow(below, 2.0f) + opaque(0.004f, 0.003f, 0.008f);
     return coats[which].albedo * light + coats[which].sheen * std::pow(key, 6.0f);
 }

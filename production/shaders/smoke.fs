@@ -33,12 +33,13 @@ void main() {
     // Who stands in the middle is to be seen through the smoke.
     float spread = 0.07 + 0.9 * smoothstep(0.15, 0.80, radius);
     // What drifts before the eye would be a veil over all that stands behind.
-    spread *= smoothstep(20.0, 130.0, length(fromEye)) * mix(0.04, 1.0, smoothstep(-25.0, 4.0, behind));
+    float clear = smoothstep(20.0, 130.0, length(fromEye)) * mix(0.04, 1.0, smoothstep(-25.0, 4.0, behind));
+    spread *= clear;
     smoke *= 0.75 + 1.0 * shafts;
     // On each beat a wave runs out from the middle.
     float beat = fract((time2 / 0.4 - firstBeat) * beatsPerSecond);
-    float away = (radius - 0.2 - 0.6 * beat) / 0.035;
-    float wave = exp(-away * away) * (1.0 - beat) * smoothstep(0.15, 0.3, radius);
-    vec3 light = color.rgb * spread * (1.1 * smoke + 0.05 * (1.0 - smoothstep(0.5, 0.86, radius)) + 0.20 * shafts + wave * (0.25 + smoke)) + 0.25 * smoke * smoke * spread;
+    float away = (radius - 0.22 - 0.6 * beat) / (0.012 + 0.03 * beat);
+    float wave = exp(-away * away) * (1.0 - beat) * clear;
+    vec3 light = color.rgb * spread * (1.1 * smoke + 0.05 * (1.0 - smoothstep(0.5, 0.86, radius)) + 0.20 * shafts) + color.rgb * wave * (0.25 + 0.5 * swirl) + 0.25 * smoke * smoke * spread;
     gl_FragColor = vec4(light * isSurface(), color.a) * gl_Color;
 }
