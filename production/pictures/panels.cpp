@@ -482,7 +482,8 @@ Rgba jellyfishAt(float across, float along) {
     c = mix(c, Rgba{0, 0.45f, 0.14f, 1}, ribbed);
     c = mix(c, Rgba{1, 0, 1, 0.53f}, heart);
     c = mix(c, Rgba{0, 0, 0.3f, 1}, edge);
-    c.a *= smoothstep(0.03f, 0.045f, loop);
+    // From opaque to nothing, or each driver cuts elsewhere.
+    if (loop < 0.058f) c.a = loop < 0.04f ? 0 : 1;
     return c;
 }
 
