@@ -17,8 +17,8 @@ constexpr float unitsPerRepeat = 500;
 // paint or its edges throw back brightest is more than the glow drops, and lights the blue as a pink or pale
 // core, pinker above and colder below.
 const std::vector<Stop> tints = {
-    {-120, opaque(0.17f, 0.07f, 1)},
-    {120, opaque(0.19f, 0.05f, 1)},
+    {-120, opaque(0.17f, 0.055f, 1)},
+    {120, opaque(0.19f, 0.03f, 1)},
 };
 
 }  // namespace
