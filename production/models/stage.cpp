@@ -3,8 +3,9 @@
 // figures of the show: the robot as a colossus, the heap as a pillar, the ship and the probes hung from the
 // dome.
 //
-// All of it is dark metal that shows what the picture of reflections holds, so the shading decides its light:
+// The stage is dark metal that shows what the picture of reflections holds, so the shading decides its light:
 // what faces straight up or down throws back the glow beyond it, cold below the viewer's eyes, warm above.
+// The figures are lacquered, and show that where the lamp by the ball lights them for who is across the hall.
 #include "production/models/stage.h"
 
 #include <algorithm>

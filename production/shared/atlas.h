@@ -38,9 +38,9 @@ constexpr Cells timber = {13.1, 4.5, 2.8, 2.2}, leaves = {13.1, 6.8, 2.8, 0.6}, 
 constexpr Cells jellyfish = {7, 12, 3, 4};
 // Lacquers of what stands in the hall, each a ramp from its shade on the left to its full tone.
 constexpr Cells lacquer(int number) {
-    return {0.1 + 0.7 * (number % 4), number < 4 ? 5.1 : 7.1, 0.6, 0.6};
+    return {0.1 + 0.7 * number, 5.1, 0.6, 0.6};
 }
-enum Lacquer { ivory, orange, petrol, brass, sand, lacquers };
+enum Lacquer { ivory, orange, petrol, sand };
 constexpr Cells beamlit = {0.7, 14.7, 0.6, 0.6};
 
 }  // namespace hull
