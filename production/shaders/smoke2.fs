@@ -8,10 +8,9 @@ uniform vec4 color;
 
 varying vec2 place;
 varying vec3 eye;
-varying vec3 right;
-varying vec3 upright;
-varying vec2 far;
-varying vec2 near;
+varying vec3 ray;
+varying vec2 sky;
+varying vec2 drift;
 
 const float radius = 94.0;
 const vec3 sun = vec3(0.577, 0.577, 0.577);
@@ -71,10 +70,7 @@ vec3 starsAt(vec2 sky, float scale, float share, float most, float arms) {
 }
 
 void main() {
-    vec2 at = (place - 0.5) * vec2(4.0 / 3.0, 1.0);
-    vec3 towards = normalize(2.0 * (at.x * right + at.y * upright) - normalize(eye));
-    vec2 square = 0.75 * at + vec2(0.5, 0.375);
-    vec2 sky = far + 0.55 * square;
+    vec3 towards = normalize(ray);
 
     // Where the ray meets the world, or comes nearest to it.
     float along = -dot(eye, towards);
@@ -100,9 +96,8 @@ void main() {
     vec2 fromEye = vec2(3.2 * dot(up, stormEast), 5.2 * (height - 0.30));
     float eddy = exp(-2.0 * dot(fromEye, fromEye)) * step(0.0, rise);
     float band = height + 0.10 * eddy * sin(9.0 * length(fromEye) - 1.0);
-    vec2 drift = 1.9 * (near + 0.8 * square) + 0.2 * first.r;
     vec2 broadly = isNight ? 1.15 * town + 0.3 : vec2(0.06 * first.r, 0.42 * band + 0.035 * first.r);
-    vec3 second = texture2D(noise, isSky ? drift : broadly).rgb;
+    vec3 second = texture2D(noise, isSky ? drift + 0.2 * first.r : broadly).rgb;
     vec2 fine = isNight ? 5.3 * town : vec2(0.22 * first.r + 0.3 * second.r, 1.9 * band + 0.16 * first.r);
     vec3 third = texture2D(noise, ice > 0.0 ? vec2(4.7 * reach, 0.37) : fine).rgb;
 

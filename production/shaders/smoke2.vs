@@ -8,10 +8,9 @@ uniform float time2;  // the cosine of 0.2 times the seconds
 
 varying vec2 place;  // 0..1 across the screen
 varying vec3 eye;    // in the probes' own space; ahead of it lies their middle
-varying vec3 right;  // for the eye, and upwards, both half a screen's height long at a distance of 1
-varying vec3 upright;
-varying vec2 far;   // in the noise, the screen's lower left corner: of what is far away,
-varying vec2 near;  // and of what drifts past the eye
+varying vec3 ray;    // from there through this place
+varying vec2 sky;    // in the noise, what is far away,
+varying vec2 drift;  // and what drifts past the eye
 
 const float pi = 3.14159265;
 
@@ -24,9 +23,11 @@ void main() {
     float seconds = 25.0 * pi + sqrt(since * since + 0.3);
     float turn = 0.8 * seconds;
     eye = vec3(140.0 * sin(turn), 130.0 + 10.0 * sin(0.5 * seconds), 180.0 * cos(turn));
-    right = normalize(vec3(eye.z, 0.0, -eye.x));
-    upright = cross(right, -normalize(eye));
+    vec3 right = normalize(vec3(eye.z, 0.0, -eye.x)), ahead = -normalize(eye);
+    vec2 at = (place - 0.5) * vec2(4.0 / 3.0, 1.0);
+    ray = 2.0 * (at.x * right + at.y * cross(right, ahead)) + ahead;
 
-    far = vec2(0.16 * turn, 0.2 * time2);
-    near = vec2(0.27 * turn, 0.35 * time);
+    vec2 square = 0.75 * at + vec2(0.5, 0.375);
+    sky = vec2(0.16 * turn, 0.2 * time2) + 0.55 * square;
+    drift = 1.9 * (vec2(0.27 * turn, 0.35 * time) + 0.8 * square);
 }
