@@ -94,9 +94,9 @@ float beamIn(vec3 color) { return max(min(color.r, color.b) - color.g, 0.0); }
 vec3 veilAt(vec2 at, vec2 slope, vec2 least, vec2 most) {
     const float reach = 0.055;  // screen heights
     vec3 veil = vec3(0.0);
-    for (int i = 0; i < 4; i++) {
-        vec2 aside = reach * towards(0.7853982 * float(i) + 0.4) / aspect * slope;
-        veil += 0.25 * min(seenAt(clamp(at + aside, least, most)).rgb, seenAt(clamp(at - aside, least, most)).rgb);
+    for (int i = 0; i < 3; i++) {
+        vec2 aside = reach * towards(1.0471976 * float(i) + 0.4) / aspect * slope;
+        veil += 0.3333 * min(seenAt(clamp(at + aside, least, most)).rgb, seenAt(clamp(at - aside, least, most)).rgb);
     }
     return veil;
 }
