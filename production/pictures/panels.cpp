@@ -434,7 +434,7 @@ Canvas plated(Metal metal, const std::vector<Row>& rows, const std::vector<Sign>
 // The tunnel's frame, along a segment: the light of the rings at both of its ends falls off towards its
 // middle.
 Rgba railAt(float along) {
-    return opaque(0.62f, 0.98f, 1.30f) * mix(0.07f, 0.21f, std::exp(-6 * std::fmin(along, 1 - along)));
+    return opaque(0.62f, 0.98f, 1.30f) * mix(0.055f, 0.19f, std::exp(-6 * std::fmin(along, 1 - along)));
 }
 
 // The wall behind the planks, over a column's breadth and a segment's length: seven plates of deep blue,
@@ -447,14 +447,14 @@ Rgba wallAt(float across, float along) {
     const float aside = std::fabs(2 * across - 1);  // 0 in the middle, 1 at a joint
     const float toJoint = (1 - aside) * wide / 2, toSeam = std::fmin(within, 1 - within) * tall;
     const float deep = smoothstep(0.25f, 1.0f, aside) * (0.3f + 0.7f * within);
-    Rgba seen = opaque(0.002f, 0.010f, 0.11f) * (deep * lit[int(plate)]);
-    seen = seen + opaque(0, 0.05f, 0.56f) * (bell(toSeam, 2.4f) * (0.25f + 0.75f * aside * aside));
-    seen = seen + opaque(0, 0.06f, 0.68f) * bell(toJoint - 4, 3.2f);
+    Rgba seen = opaque(0.001f, 0.007f, 0.11f) * (deep * deep * lit[int(plate)]);
+    seen = seen + opaque(0, 0.04f, 0.52f) * (bell(toSeam, 2.4f) * (0.25f + 0.75f * aside * aside));
+    seen = seen + opaque(0, 0.045f, 0.62f) * bell(toJoint - 4, 3.2f);
     for (int i = 0; i < 3; i++)
         seen = seen + opaque(0.16f, 0.26f, 0.48f) *
                           bell(std::hypot(toJoint - 24, (within - 0.25f - 0.25f * float(i)) * tall), 2.0f);
     const float lamp = box({(across - 0.5f) * wide, (within - 0.5f) * tall}, {}, {5, 24}, 4);
-    return seen + opaque(0.88f, 0.38f, 0.08f) * smoothstep(1.5f, -1.5f, lamp);
+    return seen + opaque(0.80f, 0.32f, 0.06f) * smoothstep(1.5f, -1.5f, lamp);
 }
 
 // The light of the rings in the black of their ribs, over the cells' height.
