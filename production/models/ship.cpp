@@ -72,8 +72,8 @@ Shape petalSide(double lift, double wider = 0) {
     std::vector<Vec> middle, breadth;
     for (const Rib& rib : ribs)
         middle.push_back({rib.out + lift, rib.up, 0}), breadth.push_back({rib.half + wider, 0, 0});
-    middle = curveThrough(middle, false, 3), breadth = curveThrough(breadth, false, 3);
-    const int columns = 7, rows = int(middle.size());
+    middle = curveThrough(middle, false, 2), breadth = curveThrough(breadth, false, 2);
+    const int columns = 5, rows = int(middle.size());
     return grid(columns, rows, false, false, [&](int c, int r) {
         const double across = 2.0 * c / (columns - 1) - 1, z = -breadth[r].x * across;
         // Bent round the axis as far as a bell is.
@@ -158,11 +158,11 @@ Shape lights() {
     for (size_t i = 1; i < std::size(ribs); i++)
         for (const double k : {0.2, 0.5, 0.8}) {
             const Rib &from = ribs[i - 1], &to = ribs[i];
-            const Shape pane =
-                turned(box({4, 4.4, 2.6}, 0.3), Axis::z, std::atan2(from.out - to.out, to.up - from.up));
+            const Shape pane = turned(welded(box({4, 4.4, 2.6}, 0)), Axis::z,
+                                      std::atan2(from.out - to.out, to.up - from.up));
             row.push_back(moved(pane, {mix(from.out, to.out, k), mix(from.up, to.up, k), 0}));
         }
-    const Shape lamp = moved(box({2.4, 2.4, 3.6}, 0.3), {57.4, -80, 0});
+    const Shape lamp = moved(welded(box({2.4, 2.4, 3.6}, 0)), {57.4, -80, 0});
     return painted(joined({around(joined(row), 6), around(lamp, 24)}), hull::warmLamp);
 }
 
@@ -191,8 +191,9 @@ namespace {
 double leaningBack(Vec p, Vec normal) {
     constexpr double body = 22, hoop = 57, tips = 54;  // distances from the axis
     const double reach = std::hypot(p.x, p.y);
-    if (reach >= hoop) return normal.z < -0.5 ? 1.9 : 0.62;
+    if (reach >= hoop) return normal.z < -0.5 ? 1.9 : 1.0;
     if (p.z < -55) return 0.4;
+    if (reach < body && p.z > 30) return 0.8;                       // the bell hides it from ahead
     if (reach < body) return 0.6 - 0.45 * smoothstep(0, -30, p.z);  // least before the beams of the nose
     if (normal.z < -0.9) return 1.9;
     const bool outside = p.x * normal.x + p.y * normal.y > 0;
