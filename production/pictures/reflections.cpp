@@ -142,19 +142,49 @@ Rgba ringsAbove(Direction towards) {
            (0.8f * rings);
 }
 
+// Lights by how far in one looks (0..1): from a deep edge over the full tone to a hot heart.
+struct Light {
+    Rgba edge, full, hot;
+};
+Rgba at(const Light& light, float in) {
+    return mix(mix(light.edge * smoothstep(0, 0.25f, in), light.full, smoothstep(0.15f, 0.50f, in)),
+               light.hot, smoothstep(0.62f, 0.95f, in));
+}
+const Light warm = {light(0.10f, 0.010f, 0.016f), light(0.42f, 0.145f, 0.012f), light(0.58f, 0.36f, 0.13f)},
+            cold = {light(0.020f, 0.016f, 0.10f), light(0.026f, 0.14f, 0.38f), light(0.20f, 0.44f, 0.58f)};
+
+// The glow stands in panes, no two of a tone, each hot along one edge and dark towards the other, black gaps
+// between them: a form gets light, half tone and dark of it. 0..1.
+float panesAt(Direction towards) {
+    constexpr int panes = 26;
+    constexpr float gap = 0.10f;
+    const float turn = (arcTan(towards.y, towards.x) / (2 * pi) + 0.5f) * panes;
+    const int pane = int(std::floor(turn));
+    const float along = turn - float(pane), tone = mix(0.50f, 0.95f, randomAt(pane % panes, 1, 12));
+    const float inside = smoothstep(0.0f, gap, along) * smoothstep(1.0f, 1 - gap, along);
+    const float line = bell(along - 0.16f, 0.05f);
+    return inside * (tone * mix(1.0f, 0.45f, along) + 0.6f * line);
+}
+
 Rgba glowBeyond(Direction towards) {
     const glow::Glow<float> strength = glow::in(towards);
-    const Rgba cold = light(0.05f, 0.21f, 0.45f) * strength.cold,
-               warm = light(0.45f, 0.19f, 0.045f) * strength.warm;
-    const Rgba above = light(0.10f, 0.16f, 0.22f) * strength.above + ringsAbove(towards),
-               below = light(0.42f, 0.20f, 0.05f) * strength.below;
-    return (cold + warm + (above + below) * strength.between) * strength.beyond;
+    const float panes = panesAt(towards), beyond = strength.beyond;
+    // A fine dark joint runs all round.
+    const float joint = 1 - 0.85f * bell(towards.z + 0.80f, 0.012f);
+    const auto pool = [&](const Light& light, float share) { return at(light, panes * beyond) * share; };
+    return (pool(cold, strength.cold) + pool(warm, strength.warm) +
+            (light(0.10f, 0.16f, 0.22f) * strength.above * panes + ringsAbove(towards) +
+             pool(warm, strength.below)) *
+                strength.between * beyond) *
+           joint;
 }
 
 // Over the viewer.
 Rgba overhead(Direction towards) {
     const glow::Overhead<float> lamps = glow::overhead(towards);
-    return light(0.058f, 0.18f, 0.34f) * lamps.cold + light(0.50f, 0.24f, 0.056f) * lamps.warm;
+    const float away = 90 - arcSin(std::clamp(towards.y, -1.0f, 1.0f)) / degree;
+    const float in = smoothstep(25.0f, 8.0f, away);
+    return at(cold, in) * lamps.cold + at(warm, in) * lamps.warm;
 }
 
 }  // namespace
