@@ -22,15 +22,15 @@ using namespace model;
 namespace {
 
 // The screen shows a square view a third too broad, so the ball is taller than broad to look round.
-constexpr double halfBreadth = 34, halfHeight = 45;
+constexpr double halfBreadth = 41, halfHeight = 54;
 // Of the copy: as far from the centre as the ball's surface where beams meet it, half-way up.
-constexpr double copyRadius = 36.8;
-constexpr double withinRadius = 32.5;
+constexpr double copyRadius = 42;
+constexpr double withinRadius = 39;
 
 // Rows of squares.
 constexpr int rows = 22;
 constexpr double mirrorPart = 0.86;  // of its place that a mirror covers, each way
-constexpr double domed = 0.0016;     // radians that a mirror seems to bend for each unit from its middle
+constexpr double domed = 0.007;      // radians that a mirror seems to bend for each unit from its middle
 
 // Seconds for which it is laid out.
 constexpr double firstMoment = showtime::room.seconds(), lastMoment = showtime::afterCredits.seconds(),
@@ -48,11 +48,12 @@ enum Light { cold, warm, white, lightCount };
 using Lights = std::array<double, lightCount>;
 
 Lights lightsIn(Vec direction) {
-    constexpr double above = 0.3;  // of the pools' strength
+    constexpr double above = 0.3, heart = 2;  // of the pools' strength; more of a lamp's in its heart
     const glow::Glow<double> seen = glow::in(direction);
     const glow::Overhead<double> lamps = glow::overhead(direction);
-    return {seen.beyond * (seen.cold + above * seen.above * seen.between) + lamps.cold,
-            seen.beyond * (seen.warm + seen.below * seen.between) + lamps.warm,
+    const double bright = 1 + heart * smoothstep(0.965, 0.985, direction.y);
+    return {seen.beyond * (seen.cold + above * seen.above * seen.between) + lamps.cold * bright,
+            seen.beyond * (seen.warm + seen.below * seen.between) + lamps.warm * bright,
             viewer::cometLight(direction)};
 }
 

@@ -11,8 +11,8 @@ using namespace model;
 namespace {
 
 constexpr double wallGap = 34;          // from the wall, clear of its shafts
-constexpr double halfHeight = 64;       // units of a track, over which
-constexpr double halfElevation = 0.16;  // the picture is seen this far from the comet's middle, radians
+constexpr double halfHeight = 44;       // units of a track, over which
+constexpr double halfElevation = 0.25;  // the picture is seen this far from the comet's middle, radians
 
 // What a place must face to show the viewer, at that time, the place of the picture of reflections that lies
 // `above` the comet's head (radians).
@@ -77,7 +77,7 @@ Shape tracks() {
 }
 
 Shape litInPassing(const Shape& shape, double after) {
-    return shaded(shape, [=](Vec p, Vec) { return showingAt(faceTime + after, p, -0.02); });
+    return shaded(shape, [=](Vec p, Vec) { return showingAt(faceTime + after, p, 0); });
 }
 
 }  // namespace comet

@@ -176,8 +176,8 @@ Shape stageFloor(bool darkToo) {
 // What the ball stands in.
 Shape ballCup() {
     const double foot = terraces[std::size(terraces) - 1].foot + terraces[std::size(terraces) - 1].height;
-    const Outline profile = {{34, foot},     {34, foot + 2},  {31, foot + 4}, {26, foot + 5},
-                             {23, foot + 9}, {21, foot + 10}, {19, foot + 9}, {18, foot}};
+    const Outline profile = {{42, foot},     {42, foot + 2},  {39, foot + 4}, {35, foot + 5},
+                             {32, foot + 9}, {30, foot + 10}, {28, foot + 9}, {27, foot}};
     return shaded(lathe(profile, stageSides), [](Vec p, Vec normal) {
         return normal + up * 0.3 + normalized(Vec{p.x, 0, p.z}) * 0.3;
     });

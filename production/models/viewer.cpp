@@ -62,7 +62,7 @@ double cometLight(Vec direction) {
     if (along <= 0 || along >= comet::tail)
         return bell(std::hypot(along * comet::azimuthShrinks, above), comet::headBreadth);
     const double k = along / comet::tail;
-    return (1 - smoothstep(0.1, 0.6, k)) * bell(above, comet::tailBreadth + comet::tailGrowth * k);
+    return (1 - k) * (1 - k) * bell(above, comet::tailBreadth + comet::tailGrowth * k);
 }
 
 }  // namespace viewer

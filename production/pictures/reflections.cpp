@@ -82,12 +82,12 @@ Rgba cometLight(Direction towards) {
     const float above = arcSin(std::clamp(towards.y, -1.0f, 1.0f)) / degree - float(comet::elevation);
     const float away = std::hypot(along * float(comet::azimuthShrinks), above);
     Rgba seen = light(1, 1, 1) * bell(away, float(comet::headBreadth)) +
-                light(0.30f, 0.44f, 0.80f) * bell(away, 3.2f);
+                light(0.10f, 0.16f, 0.30f) * bell(away, 3.0f);
     if (along > 0 && along < float(comet::tail)) {
         const float k = along / float(comet::tail);
-        const Rgba tint = mix(light(1, 1, 1), light(0.30f, 0.46f, 1), smoothstep(0.1f, 0.7f, k));
-        seen = seen +
-               tint * ((1 - k * k) * bell(above, float(comet::tailBreadth) + float(comet::tailGrowth) * k));
+        const Rgba tint = mix(light(1, 1, 1), light(0.30f, 0.46f, 1), smoothstep(0.02f, 0.4f, k));
+        seen = seen + tint * ((1 - k) * (1 - k) *
+                              bell(above, float(comet::tailBreadth) + float(comet::tailGrowth) * k));
     }
     return seen;
 }

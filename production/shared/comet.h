@@ -5,9 +5,9 @@
 
 namespace comet {
 
-constexpr double azimuth = 4, elevation = -60, tail = 45;
+constexpr double azimuth = 4, elevation = -60, tail = 80;
 // Of the bells across head and tail; the tail's grows so much from its root to its end.
-constexpr double headBreadth = 1.6, tailBreadth = 2.0, tailGrowth = 0.8;
+constexpr double headBreadth = 2.0, tailBreadth = 1.7, tailGrowth = -0.9;
 constexpr double azimuthShrinks = 0.6;  // about, so high up
 
 }  // namespace comet
