@@ -22,10 +22,10 @@ using namespace model;
 namespace {
 
 // The screen shows a square view a third too broad, so the ball is taller than broad to look round.
-constexpr double halfBreadth = 41, halfHeight = 54;
+constexpr double halfBreadth = 39, halfHeight = 52;
 // Of the copy: as far from the centre as the ball's surface where beams meet it, half-way up.
 constexpr double copyRadius = 42;
-constexpr double withinRadius = 39;
+constexpr double withinRadius = 37;
 
 // Rows of squares.
 constexpr int rows = 22;

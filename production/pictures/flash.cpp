@@ -83,22 +83,19 @@ void makeFlashWord(const char* path) {
     saveRgb(canvas, path, Rows::TopFirst);
 }
 
-// No wash, so that the room stays to be seen: rays that leave the ball in the middle, which is bright enough
-// of itself, and a streak through it; cold on the left and warm on the right, as the stage is. And a warm
-// light over the ball, where the colossus has its face.
+// No wash, so that the room stays to be seen: a halo round the ball in the middle, which is bright enough of
+// itself, and a fine streak through it; cold on the left and warm on the right, as the stage is. The last
+// beats fall on the robot's screen, which fills no more than the halo does.
 void makeWhite(const char* path) {
     const int size = 64;
     Canvas canvas(size, size);
     paint(canvas, [&](float x, float y, Rgba) {
         const float u = (2 * x / size - 1) * 4 / 3, v = 2 * y / size - 1;
-        const float r = std::hypot(u, v), a = arcTan(v, u);
-        const float rays = std::pow(0.5f + 0.5f * std::cos(7 * a + 0.9f), 3.0f) +
-                           0.6f * std::pow(0.5f + 0.5f * std::cos(11 * a + 2.2f), 4.0f);
-        const float fall = std::exp(-1.0f * r) * smoothstep(0.22f, 0.5f, r);
-        const float streak = 0.45f * bell(v, 0.03f) * bell(u, 0.9f) * smoothstep(0.15f, 0.6f, r);
-        const Rgba tint = mix(opaque(0.45f, 0.72f, 1), opaque(1, 0.66f, 0.36f), smoothstep(-0.7f, 0.7f, u));
-        const float head = bell(std::hypot(u, (v + 0.43f) * 1.2f), 0.20f);
-        return tint * (0.6f * rays * fall + streak) + opaque(1, 0.70f, 0.32f) * (0.50f * head);
+        const float r = std::hypot(u, v);
+        const float halo = std::exp(-3.0f * r) * smoothstep(0.10f, 0.34f, r) * smoothstep(0.9f, 0.5f, r);
+        const float streak = bell(v, 0.035f) * bell(u, 0.40f) * smoothstep(0.16f, 0.34f, r);
+        const Rgba tint = mix(opaque(0.45f, 0.72f, 1), opaque(1, 0.66f, 0.36f), smoothstep(-0.6f, 0.6f, u));
+        return tint * (halo + 0.35f * streak);
     });
     saveRgb(canvas, path, Rows::BottomFirst);
 }

@@ -36,11 +36,17 @@ const vec2 glass = vec2(4.0 / 3.0, 1.0);  // half the screen
 const float glassCorner = 0.26;
 const float faceSize = 1.22;
 // Lights, of which the glow makes two to three times as much, and then the fade so much less of all that is over 1:
-// with more green the face would fade to olive.
-const vec3 orange = vec3(0.62, 0.205, 0.012);
-const vec3 hot = vec3(0.56, 0.235, 0.06);
-const vec3 ivory = vec3(0.36, 0.325, 0.275);
-const vec3 petrol = vec3(0.03, 0.10, 0.13);
+// with more green the face would fade to olive. So the head is laid dark, and what is bright on it is thin.
+const vec3 amber = vec3(0.62, 0.215, 0.012);
+const vec3 hot = vec3(0.60, 0.31, 0.07);
+const vec3 ivory = vec3(0.270, 0.206, 0.136);
+const vec3 orange = vec3(0.34, 0.085, 0.012);
+const vec3 brass = vec3(0.36, 0.165, 0.045);
+const vec3 petrol = vec3(0.020, 0.075, 0.095);
+const vec3 steel = vec3(0.030, 0.036, 0.050);
+// The lamp over the viewer's left shoulder, and half-way from it to him.
+const vec3 lamp = vec3(-0.45, 0.65, 0.61);
+const vec3 halfway = vec3(-0.251, 0.362, 0.897);
 
 // Texture coordinates of a place, which stays half a pixel inside of what is seen. The quad is square to the screen,
 // so each axis has a slope of its own; it is turned over where a picture is stored top row first.
@@ -67,7 +73,7 @@ float hangingArc(vec2 p, float halfWidth, float sag) {
 // How far a place is outside of an eye from open (1) to closed (0), its lid sinking.
 float outsideEye(vec2 p, float open, vec2 gaze) {
     float r = length(p);
-    float disc = max(r - 0.31, 0.10 - length(p - gaze)), ring = abs(r - 0.385) - 0.022;
+    float disc = max(r - 0.31, 0.125 - length(p - gaze)), ring = abs(r - 0.385) - 0.022;
     float lashes = hangingArc(p - vec2(0.0, -0.03), 0.30, 0.16) - 0.055;
     return open > 0.2 ? max(min(disc, ring), p.y - mix(-0.40, 0.46, open)) : lashes;
 }
@@ -80,24 +86,99 @@ float outsideFace(vec2 p, vec2 open, vec2 gaze, float bend) {
     return min(mouth - mix(0.022, 0.062, bend), bend < 0.4 ? 1.0 : eye);
 }
 
-// The head that the screen sits in: an ivory shell, brightest above, with a line of light along its upper edge, and
-// in it the screen's black frame.
+// Of a rounded box: which way leads out of it, and how far outside of it a place is.
+vec3 outOf(vec2 p, vec2 size, float corner) {
+    vec2 beyond = abs(p) - size + corner;
+    vec2 way = beyond.x > beyond.y ? vec2(1.0, 0.0) : vec2(0.0, 1.0);
+    if (min(beyond.x, beyond.y) > 0.0) way = normalize(beyond);
+    return vec3(way * vec2(p.x < 0.0 ? -1.0 : 1.0, p.y < 0.0 ? -1.0 : 1.0), roundBox(p, size, corner));
+}
+
+// What faces `lean` (across and up, at most 1 long) in that lamp, and in a cold light from behind on the right.
+vec3 lit(vec3 color, vec2 lean, float gloss) {
+    lean /= max(1.0, length(lean));
+    vec3 normal = vec3(lean, sqrt(max(1.0 - dot(lean, lean), 0.0)));
+    float glint = pow(max(dot(normal, halfway), 0.0), 36.0);
+    float rim = smoothstep(0.45, 1.0, dot(lean, vec2(0.93, -0.30)));
+    return color * (0.05 + 0.95 * max(dot(normal, lamp), 0.0)) + gloss * glint * vec3(0.50, 0.46, 0.40) +
+           rim * vec3(0.02, 0.10, 0.15);
+}
+
+void lay(inout vec3 color, vec3 over, float outside, float pixel) { color = mix(color, over, inside(outside, pixel)); }
+
+// A ball, and a screw with its slot.
+void layBall(inout vec3 color, vec3 paint, vec2 from, float radius, float pixel) {
+    lay(color, lit(paint, from / radius, 1.0), length(from) - radius, pixel);
+}
+void layScrew(inout vec3 color, vec2 from, float turn, float pixel) {
+    float slot = abs(from.x * cos(turn) + from.y * sin(turn)) - 0.010;
+    lay(color, vec3(0.006), length(from) - 0.064, pixel);
+    lay(color, lit(brass, from * 11.0, 0.6) * (1.0 - 0.85 * inside(slot, pixel)), length(from) - 0.050, pixel);
+}
+
+// The robot's head, in which the screen sits: an ivory box with round edges, on it a brass frame round the deep black
+// one of the screen, ears, aerials and a cap. `glow`: what the screen throws on what is next to it.
 vec3 headAt(vec2 p, vec3 glow, float pixel) {
-    vec2 side = vec2(abs(p.x), p.y);
-    vec3 color = petrol * (0.4 + 0.6 * side.x) * inside(max(side.x - 0.62, p.y + 1.3), pixel);  // the neck
-    // Aerials and ears.
-    vec2 at = side - vec2(0.52, 1.30);
-    color += petrol * inside(max(abs(at.x - 0.7 * at.y) - 0.04, at.y - 0.42), pixel);
-    color += 1.3 * orange * inside(length(at - vec2(0.30, 0.44)) - 0.10, pixel);
-    float ear = roundBox(side - vec2(1.76, -0.05), vec2(0.18, 0.42), 0.12);
-    color = mix(color, orange * (0.40 + 0.5 * p.y), inside(ear, pixel));
-    float shell = roundBox(p, vec2(1.70, 1.34), 0.48), frame = roundBox(p, vec2(1.47, 1.135), 0.36);
-    float rim = clamp(1.0 + shell / 0.22, 0.0, 1.0);
-    float light = (0.60 + 0.26 * p.y - 0.16 * p.x) * (1.0 - 0.85 * rim * rim);
-    light += 0.9 * inside(abs(shell + 0.085) - 0.014, pixel) * max(0.6 * p.y - 0.3 * p.x, 0.0);
-    color = mix(color, ivory * light + 1.5 * glow * smoothstep(0.10, 0.0, frame), inside(shell, pixel));
-    vec3 rubber = vec3(0.003) + glow * smoothstep(0.12, 0.0, roundBox(p, glass, glassCorner));
-    return mix(color, rubber, inside(frame, pixel));
+    vec2 side = vec2(abs(p.x), p.y), sign2 = vec2(p.x < 0.0 ? -1.0 : 1.0, 1.0);
+    vec3 color = vec3(0.0);
+    // The neck, a bellows.
+    lay(color, lit(petrol * 1.6, vec2(0.9 * p.x / 0.60, 0.5 * sin(44.0 * p.y)), 0.4), max(side.x - 0.60, p.y + 1.4), pixel);
+    // Aerials: a spring's foot, a rod, a ball.
+    vec2 foot = side - vec2(0.66, 1.34);
+    lay(color, lit(steel * 3.0, vec2((foot.x - 0.35 * foot.y) * 40.0 * sign2.x, 0.0) * 0.6, 0.5),
+        max(abs(foot.x - 0.35 * foot.y) - 0.022, abs(foot.y - 0.18) - 0.22), pixel);
+    lay(color, lit(brass, vec2(foot.x / 0.09 * sign2.x, 0.5 * sin(90.0 * foot.y)), 0.5),
+        max(abs(foot.x) - 0.085 + 0.25 * foot.y, abs(foot.y - 0.03) - 0.10), pixel);
+    vec2 ball = foot - vec2(0.14, 0.44);
+    layBall(color, amber * 0.9, ball * sign2, 0.095, pixel);
+    color += amber * 0.25 * exp(-9.0 * max(length(ball) - 0.09, 0.0)) * step(0.09, length(ball));
+    // A cap between them, and the ears: a dark wheel seen from its edge, an orange tyre on it.
+    vec3 cap = outOf(p - vec2(0.0, 1.37), vec2(0.46, 0.115), 0.10);
+    lay(color, lit(orange, cap.xy * clamp(1.0 + cap.z / 0.10, 0.0, 1.0), 0.8), cap.z, pixel);
+    vec2 ear = side - vec2(1.86, -0.06);
+    lay(color, lit(steel, vec2(0.2 * sign2.x, ear.y / 0.40), 0.5), roundBox(ear, vec2(0.20, 0.40), 0.05), pixel);
+    lay(color, lit(orange, vec2(clamp((ear.x - 0.06) / 0.09, -0.9, 0.9) * 0.7 * sign2.x, ear.y / 0.50), 0.8),
+        roundBox(ear - vec2(0.06, 0.0), vec2(0.075, 0.47), 0.07), pixel);
+    lay(color, lit(brass, vec2(0.8 * sign2.x, ear.y / 0.24), 0.6),
+        roundBox(ear - vec2(0.22, 0.0), vec2(0.06, 0.20), 0.05), pixel);
+    // The shell: its edge is a quarter round, its front all but flat; a seam runs round where they meet.
+    vec3 shell = outOf(p + vec2(0.0, 0.10), vec2(1.80, 1.46), 0.46);
+    float edge = clamp(1.0 + shell.z / 0.20, 0.0, 1.0);
+    vec3 front = lit(ivory, shell.xy * edge * edge + vec2(0.05, 0.06) * p, 0.9);
+    front *= 1.0 - 0.8 * inside(abs(shell.z + 0.215) - 0.007, pixel);
+    front += vec3(0.12) * inside(abs(shell.z + 0.230) - 0.004, pixel) * step(0.0, dot(shell.xy, vec2(0.5, -0.7)));
+    // On its chin: a grille, and a lamp that is on.
+    vec2 slot = vec2(abs(p.x) - 0.075 * floor(abs(p.x) / 0.075) - 0.0375, p.y + 1.375);
+    float grille = max(roundBox(slot, vec2(0.016, 0.085), 0.016), side.x - 0.375);
+    front = mix(front, vec3(0.004), inside(grille, pixel));
+    layScrew(front, side - vec2(1.56, 1.14), 0.7 * sign2.x + 0.4, pixel);
+    layScrew(front, side - vec2(1.56, -1.34), 1.1 * sign2.x + 1.9, pixel);
+    layBall(front, vec3(0.02, 0.30, 0.22) * 1.6, p - vec2(1.14, -1.375), 0.05, pixel);
+    layBall(front, orange * 1.2, p - vec2(-1.14, -1.375), 0.075, pixel);
+    // The frame lies on it and shades it; it is round, and falls to the screen.
+    vec3 frame = outOf(p, vec2(1.52, 1.19), 0.38);
+    front *= 1.0 - 0.6 * smoothstep(0.09, 0.0, roundBox(p + vec2(-0.03, 0.04), vec2(1.52, 1.19), 0.38));
+    lay(color, front, shell.z, pixel);
+    float across = clamp((frame.z + 0.055) / 0.055, -1.0, 1.0);
+    lay(color, lit(brass, frame.xy * across, 1.0) + 0.5 * glow * smoothstep(0.0, -0.11, frame.z), frame.z, pixel);
+    float rubber = roundBox(p, glass, glassCorner);
+    vec3 pit = vec3(0.003) + glow * smoothstep(0.10, 0.0, rubber) +
+               lit(steel, -frame.xy * 0.8, 0.3) * smoothstep(0.02, 0.07, rubber) * 0.8;
+    lay(color, pit, frame.z + 0.11, pixel);
+    return color;
+}
+
+// The screen's glass bulges: what it shows does, and it throws back a window, and its own edge.
+vec2 bulged(vec2 p, float back) { return p * (1.0 - back * (0.08 - 0.045 * dot(p, p))); }
+
+vec3 onGlass(vec2 p, float edge, float pixel) {
+    vec2 q = p * (1.0 + 0.10 * dot(p, p)) - vec2(-0.98, 0.74);
+    float pane = roundBox(q, vec2(0.30, 0.22), 0.05);
+    float bars = min(abs(q.x + 0.02), abs(q.y)) - 0.018;
+    vec3 window = vec3(0.045, 0.060, 0.075) * inside(pane, 2.0 * pixel) * (1.0 - inside(bars, pixel));
+    float lip = exp(-40.0 * abs(edge + 0.035)) * smoothstep(-0.4, 0.9, dot(normalize(p + 0.001), vec2(-0.55, 0.83)));
+    float below = exp(-14.0 * abs(edge + 0.06)) * smoothstep(0.2, 1.0, dot(normalize(p + 0.001), vec2(0.45, -0.9)));
+    return window + vec3(0.16, 0.17, 0.18) * lip + vec3(0.05, 0.025, 0.01) * below;
 }
 
 // Of the end: where the screen is for a place.
@@ -109,10 +190,10 @@ struct Screen {
 Screen screenFor(float seconds, bool look) {
     // The viewer steps back from the screen, and comes near again as its light goes.
     float back = smoothstep(lastCardsBeat - lastCard, 0.32, seconds), nearer = smoothstep(eyesOpen, 5.2, seconds);
-    float zoom = look ? 1.08 : mix(1.0, 0.58, back) + 0.16 * nearer;
+    float zoom = look ? 0.60 : mix(1.0, 0.52, back) + 0.06 * nearer;
     float tilt = look ? -0.05 : 0.05 * smoothstep(eyesOpen - 0.1, eyesOpen + 0.4, seconds) -
                                     0.11 * smoothstep(fallsAsleep, fallsAsleep + 0.95, seconds);
-    vec2 p = (place - 0.5 + vec2(0.0, look ? 0.0 : 0.035 * back)) * 2.0 * aspect / zoom;
+    vec2 p = (place - 0.5 + vec2(0.0, 0.02 * back)) * 2.0 * aspect / zoom;
     return Screen(p + tilt * vec2(p.y, -p.x), zoom, back);
 }
 
@@ -128,13 +209,18 @@ vec3 endAt(float seconds, bool look, Screen screen, vec3 shown, float pixel) {
     float aside = step(looksAside, seconds) * step(seconds, blinks);
     vec2 gaze = look ? vec2(0.02, 0.06) : mix(vec2(-0.09, 0.11), vec2(0.11, 0.09), aside);
     // On beats it swells, from one to the next less.
-    float size = look ? 1.0 : faceSize * (1.0 + 0.35 * scale * bend * (1.0 - asleep));
-    vec2 eyes = look ? vec2(1.0, 0.0) : vec2(open);
-    float face = outsideFace(p / size, eyes, gaze, bend);
-    float ink = inside(face, pixel / size) * step(switchedOff - 0.06, seconds);
-    shown += mix(hot, orange, smoothstep(-0.12, 0.0, face)) * (ink * (0.90 + 0.10 * sin(p.y * 201.0)));
-    float onGlass = inside(roundBox(p, glass, glassCorner * screen.back), pixel);
-    return mix(headAt(p, mix(vec3(0.05, 0.04, 0.05), 0.16 * orange, bend) * screen.back, pixel), shown, onGlass);
+    float size = look ? faceSize : faceSize * (1.0 + 0.35 * scale * bend * (1.0 - asleep));
+    vec2 eyes = look ? vec2(1.0, 0.0) : vec2(open), q = bulged(p, screen.back);
+    float face = outsideFace(q / size, eyes, gaze, bend), drawn = step(switchedOff - 0.06, seconds);
+    float lines = 0.80 + 0.20 * sin(q.y * 190.0);
+    // It is drawn in light, which shines through the glass round it; between them the tube itself glimmers.
+    shown += (mix(hot, amber, smoothstep(-0.14, 0.0, face)) * inside(face, pixel / size) +
+              amber * (0.12 * exp(-8.0 * max(face, 0.0)) + 0.022 * bend * (1.0 - 0.4 * dot(p, p)))) *
+             (drawn * lines);
+    float edge = roundBox(p, glass, glassCorner * screen.back);
+    shown = shown * mix(1.0, smoothstep(0.0, -0.16, edge), 0.8 * screen.back) + onGlass(p, edge, pixel) * screen.back;
+    return mix(headAt(p, mix(vec3(0.05, 0.04, 0.05), 0.14 * amber, bend) * screen.back, pixel), shown,
+               inside(edge, pixel));
 }
 
 void main() {
@@ -167,7 +253,7 @@ void main() {
     Screen screen = screenFor(seconds, look);
     vec2 at = place + shift;
     if (atTheEnd) {
-        at = 0.5 + 0.5 * screen.at / glass;
+        at = 0.5 + 0.5 * bulged(screen.at, screen.back) / glass;
         split = margin * vec2(0.4, 0.2) / screen.zoom;  // edges would turn to stairs where the hall is small
     }
     // Looked up at every pixel: which level of a picture is meant is not known where neighbours don't look.

@@ -306,7 +306,7 @@ TEST(Models, CopiesLieWithinAFewUnitsOfWhatIsDrawn) {
     tracedRoom.addInstance(&roomCopy.set);
     for (int i = 0; i < 300; i++) {
         // From beyond the mirror ball, which hides another that is the room's.
-        const Vec3 direction = randomDirection(random), eye = Vec3{0, 70, 0} + direction * 42;
+        const Vec3 direction = randomDirection(random), eye = Vec3{0, 70, 0} + direction * 48;
         TraceHit onDrawn, onTraced;
         ASSERT_TRUE(drawnRoom.intersectRay(eye, direction, &onDrawn));
         ASSERT_TRUE(tracedRoom.intersectRay(eye, direction, &onTraced));
