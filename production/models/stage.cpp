@@ -123,8 +123,7 @@ double floorSlope(Vec p, double slope, bool outermost) {
     const double turn = std::atan2(p.z, p.x);
     if (slope > darkSlope) slope += steeper * (0.5 + 0.5 * std::sin(2 * turn));
     if (outermost) slope = std::min(slope, mostOutside);
-    const double beforeColossus = std::abs(std::remainder(turn - colossusTurn - pi, 2 * pi));
-    return mix(slope, darkSlope, smoothstep(0.95, 0.35, beforeColossus));
+    return slope;
 }
 
 // A ring's plates, dark joints between them. No two lie quite alike, so that what they throw back breaks from
@@ -150,8 +149,7 @@ Shape plates(double outer, double inner, double top, double slope, bool outermos
 
 // Polished rings. Lit ones seem to fall towards the middle, so that what a viewer sees before his feet too
 // throws back the glow beyond, the more so the higher he stands there; between them lie dark ones, which
-// throw back the night above him. Where he has the colossus before him all do, so that its face is the bright
-// thing.
+// throw back the night above him.
 // `darkToo`: what lies between the lit ones as well.
 Shape stageFloor(bool darkToo) {
     std::vector<Shape> parts;
@@ -458,7 +456,7 @@ Shape sunDisc() {
             return Vec{distance, middle + radius * y,
                        radius * std::sqrt(std::max(1 - y * y, 1e-4)) * (c == 0 ? -1 : 1)};
         }));
-    return lampLit(atTurn(joined(parts), shipTurn), shipTurn, -degrees(13), degrees(5));
+    return lampLit(atTurn(joined(parts), shipTurn), shipTurn, -degrees(13), degrees(8));
 }
 
 struct HungProbe {

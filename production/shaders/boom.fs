@@ -94,91 +94,92 @@ vec3 outOf(vec2 p, vec2 size, float corner) {
     return vec3(way * vec2(p.x < 0.0 ? -1.0 : 1.0, p.y < 0.0 ? -1.0 : 1.0), roundBox(p, size, corner));
 }
 
-// What faces `lean` (across and up, at most 1 long) in that lamp, and in a cold light from behind on the right.
-vec3 lit(vec3 color, vec2 lean, float gloss) {
-    lean /= max(1.0, length(lean));
-    vec3 normal = vec3(lean, sqrt(max(1.0 - dot(lean, lean), 0.0)));
-    float glint = pow(max(dot(normal, halfway), 0.0), 36.0);
+// What is seen at a place: its paint, how far it leans across and up (at most 1), and third how much it glints. It is
+// lit at the end, once: software draws both ways of a branch, and every shock of the show pays for this one.
+struct Surface {
+    vec3 paint;
+    vec3 lean;
+};
+
+void lay(inout Surface seen, vec3 paint, vec2 lean, float gloss, float outside, float pixel) {
+    float share = inside(outside, pixel);
+    seen.paint = mix(seen.paint, paint, share);
+    seen.lean = mix(seen.lean, vec3(lean, gloss), share);
+}
+
+// In the lamp, and in a cold light from behind on the right.
+vec3 lit(Surface seen) {
+    vec2 lean = seen.lean.xy;
+    float steep = dot(lean, lean);
+    lean *= steep > 1.0 ? inversesqrt(steep) : 1.0;
+    vec3 normal = vec3(lean, sqrt(max(1.0 - steep, 0.0)));
+    float glint = max(dot(normal, halfway), 0.0);
+    glint *= glint, glint *= glint, glint *= glint, glint *= glint, glint *= glint;
     float rim = smoothstep(0.45, 1.0, dot(lean, vec2(0.93, -0.30)));
-    return color * (0.05 + 0.95 * max(dot(normal, lamp), 0.0)) + gloss * glint * vec3(0.50, 0.46, 0.40) +
+    return seen.paint * (0.05 + 0.95 * max(dot(normal, lamp), 0.0)) + seen.lean.z * glint * vec3(0.50, 0.46, 0.40) +
            rim * vec3(0.02, 0.10, 0.15);
-}
-
-void lay(inout vec3 color, vec3 over, float outside, float pixel) { color = mix(color, over, inside(outside, pixel)); }
-
-// A ball, and a screw with its slot.
-void layBall(inout vec3 color, vec3 paint, vec2 from, float radius, float pixel) {
-    lay(color, lit(paint, from / radius, 1.0), length(from) - radius, pixel);
-}
-void layScrew(inout vec3 color, vec2 from, float turn, float pixel) {
-    float slot = abs(from.x * cos(turn) + from.y * sin(turn)) - 0.010;
-    lay(color, vec3(0.006), length(from) - 0.064, pixel);
-    lay(color, lit(brass, from * 11.0, 0.6) * (1.0 - 0.85 * inside(slot, pixel)), length(from) - 0.050, pixel);
 }
 
 // The robot's head, in which the screen sits: an ivory box with round edges, on it a brass frame round the deep black
 // one of the screen, ears, aerials and a cap. `glow`: what the screen throws on what is next to it.
 vec3 headAt(vec2 p, vec3 glow, float pixel) {
-    vec2 side = vec2(abs(p.x), p.y), sign2 = vec2(p.x < 0.0 ? -1.0 : 1.0, 1.0);
-    vec3 color = vec3(0.0);
+    vec2 side = vec2(abs(p.x), p.y), hand = vec2(p.x < 0.0 ? -1.0 : 1.0, 1.0);
     // The neck, a bellows.
-    lay(color, lit(petrol * 1.6, vec2(0.9 * p.x / 0.60, 0.5 * sin(44.0 * p.y)), 0.4), max(side.x - 0.60, p.y + 1.4), pixel);
-    // Aerials: a spring's foot, a rod, a ball.
+    float ribs = sin(44.0 * p.y);
+    Surface seen = Surface(vec3(0.0), vec3(0.0));
+    lay(seen, petrol * 1.6, vec2(1.5 * p.x, 0.5 * ribs), 0.4, max(side.x - 0.60, p.y + 1.4), pixel);
+    // Aerials: a rod in a spring, and a ball.
     vec2 foot = side - vec2(0.66, 1.34);
-    lay(color, lit(steel * 3.0, vec2((foot.x - 0.35 * foot.y) * 40.0 * sign2.x, 0.0) * 0.6, 0.5),
-        max(abs(foot.x - 0.35 * foot.y) - 0.022, abs(foot.y - 0.18) - 0.22), pixel);
-    lay(color, lit(brass, vec2(foot.x / 0.09 * sign2.x, 0.5 * sin(90.0 * foot.y)), 0.5),
+    float rod = foot.x - 0.35 * foot.y;
+    lay(seen, steel * 3.0, vec2(24.0 * rod * hand.x, 0.0), 0.5, max(abs(rod) - 0.022, abs(foot.y - 0.18) - 0.22), pixel);
+    lay(seen, brass, vec2(11.0 * foot.x * hand.x, 0.5 * ribs), 0.5,
         max(abs(foot.x) - 0.085 + 0.25 * foot.y, abs(foot.y - 0.03) - 0.10), pixel);
     vec2 ball = foot - vec2(0.14, 0.44);
-    layBall(color, amber * 0.9, ball * sign2, 0.095, pixel);
-    color += amber * 0.25 * exp(-9.0 * max(length(ball) - 0.09, 0.0)) * step(0.09, length(ball));
+    float fromBall = length(ball) - 0.095;
+    lay(seen, amber * 0.9, ball * hand * 10.5, 1.0, fromBall, pixel);
     // A cap between them, and the ears: a dark wheel seen from its edge, an orange tyre on it.
-    vec3 cap = outOf(p - vec2(0.0, 1.37), vec2(0.46, 0.115), 0.10);
-    lay(color, lit(orange, cap.xy * clamp(1.0 + cap.z / 0.10, 0.0, 1.0), 0.8), cap.z, pixel);
+    float cap = roundBox(p - vec2(0.0, 1.37), vec2(0.46, 0.115), 0.10);
+    lay(seen, orange, vec2(0.0, 8.0 * (p.y - 1.37)), 0.8, cap, pixel);
     vec2 ear = side - vec2(1.86, -0.06);
-    lay(color, lit(steel, vec2(0.2 * sign2.x, ear.y / 0.40), 0.5), roundBox(ear, vec2(0.20, 0.40), 0.05), pixel);
-    lay(color, lit(orange, vec2(clamp((ear.x - 0.06) / 0.09, -0.9, 0.9) * 0.7 * sign2.x, ear.y / 0.50), 0.8),
+    lay(seen, steel, vec2(0.2 * hand.x, 2.5 * ear.y), 0.5, max(abs(ear.x) - 0.26, abs(ear.y) - 0.38 + 0.6 * ear.x), pixel);
+    lay(seen, orange, vec2(7.0 * (ear.x - 0.06) * hand.x, 2.0 * ear.y), 0.8,
         roundBox(ear - vec2(0.06, 0.0), vec2(0.075, 0.47), 0.07), pixel);
-    lay(color, lit(brass, vec2(0.8 * sign2.x, ear.y / 0.24), 0.6),
-        roundBox(ear - vec2(0.22, 0.0), vec2(0.06, 0.20), 0.05), pixel);
     // The shell: its edge is a quarter round, its front all but flat; a seam runs round where they meet.
     vec3 shell = outOf(p + vec2(0.0, 0.10), vec2(1.80, 1.46), 0.46);
-    float edge = clamp(1.0 + shell.z / 0.20, 0.0, 1.0);
-    vec3 front = lit(ivory, shell.xy * edge * edge + vec2(0.05, 0.06) * p, 0.9);
-    front *= 1.0 - 0.8 * inside(abs(shell.z + 0.215) - 0.007, pixel);
-    front += vec3(0.12) * inside(abs(shell.z + 0.230) - 0.004, pixel) * step(0.0, dot(shell.xy, vec2(0.5, -0.7)));
-    // On its chin: a grille, and a lamp that is on.
-    vec2 slot = vec2(abs(p.x) - 0.075 * floor(abs(p.x) / 0.075) - 0.0375, p.y + 1.375);
-    float grille = max(roundBox(slot, vec2(0.016, 0.085), 0.016), side.x - 0.375);
-    front = mix(front, vec3(0.004), inside(grille, pixel));
-    layScrew(front, side - vec2(1.56, 1.14), 0.7 * sign2.x + 0.4, pixel);
-    layScrew(front, side - vec2(1.56, -1.34), 1.1 * sign2.x + 1.9, pixel);
-    layBall(front, vec3(0.02, 0.30, 0.22) * 1.6, p - vec2(1.14, -1.375), 0.05, pixel);
-    layBall(front, orange * 1.2, p - vec2(-1.14, -1.375), 0.075, pixel);
-    // The frame lies on it and shades it; it is round, and falls to the screen.
+    float edge = clamp(1.0 + shell.z / 0.20, 0.0, 1.0), seam = inside(abs(shell.z + 0.215) - 0.007, pixel);
+    // The frame lies on it and shades it.
     vec3 frame = outOf(p, vec2(1.52, 1.19), 0.38);
-    front *= 1.0 - 0.6 * smoothstep(0.09, 0.0, roundBox(p + vec2(-0.03, 0.04), vec2(1.52, 1.19), 0.38));
-    lay(color, front, shell.z, pixel);
+    float shade = 1.0 - 0.6 * smoothstep(0.09, 0.0, frame.z + dot(frame.xy, vec2(-0.03, 0.04)));
+    lay(seen, ivory * (1.0 - 0.8 * seam) * shade, shell.xy * edge * edge + vec2(0.05, 0.06) * p, 0.9, shell.z, pixel);
+    // A screw in each corner, and on the chin a grille between a knob and a lamp that is on.
+    vec2 screw = side - vec2(1.56, p.y < 0.0 ? -1.34 : 1.14);
+    float slot = inside(abs(screw.x * hand.x + (p.y < 0.0 ? 0.4 : -0.8) * screw.y) - 0.012, pixel);
+    lay(seen, vec3(0.006), vec2(0.0), 0.0, length(screw) - 0.064, pixel);
+    lay(seen, brass * (1.0 - 0.85 * slot), screw * 11.0 * hand, 0.6, length(screw) - 0.050, pixel);
+    vec2 grille = vec2(abs(fract(side.x / 0.075) - 0.5) * 0.075 - 0.016, abs(p.y + 1.375) - 0.085);
+    lay(seen, vec3(0.004), vec2(0.0), 0.0, max(max(grille.x, grille.y), side.x - 0.375), pixel);
+    vec2 knob = (side - vec2(1.14, -1.375)) * hand;
+    lay(seen, p.x > 0.0 ? vec3(0.03, 0.48, 0.35) : orange * 1.2, knob * 15.0, 1.0,
+        length(knob) - (p.x > 0.0 ? 0.05 : 0.07), pixel);
+    // The frame is round, and falls to the screen.
     float across = clamp((frame.z + 0.055) / 0.055, -1.0, 1.0);
-    lay(color, lit(brass, frame.xy * across, 1.0) + 0.5 * glow * smoothstep(0.0, -0.11, frame.z), frame.z, pixel);
-    float rubber = roundBox(p, glass, glassCorner);
-    vec3 pit = vec3(0.003) + glow * smoothstep(0.10, 0.0, rubber) +
-               lit(steel, -frame.xy * 0.8, 0.3) * smoothstep(0.02, 0.07, rubber) * 0.8;
-    lay(color, pit, frame.z + 0.11, pixel);
-    return color;
+    lay(seen, brass, frame.xy * across, 1.0, frame.z, pixel);
+    float rubber = roundBox(p, glass, glassCorner), pit = inside(frame.z + 0.11, pixel);
+    lay(seen, steel * (0.1 + smoothstep(0.02, 0.07, rubber)), -0.8 * frame.xy, 0.2, frame.z + 0.11, pixel);
+    vec3 thrown = glow * (0.5 * smoothstep(0.0, -0.11, frame.z) * inside(frame.z, pixel) * (1.0 - pit) +
+                          smoothstep(0.10, 0.0, rubber) * pit);
+    float aura = max(1.0 - 3.5 * max(fromBall, 0.0), 0.0) * step(0.0, min(fromBall, shell.z));
+    return lit(seen) + thrown + amber * (0.25 * aura * aura * aura);
 }
 
 // The screen's glass bulges: what it shows does, and it throws back a window, and its own edge.
 vec2 bulged(vec2 p, float back) { return p * (1.0 - back * (0.08 - 0.045 * dot(p, p))); }
 
 vec3 onGlass(vec2 p, float edge, float pixel) {
-    vec2 q = p * (1.0 + 0.10 * dot(p, p)) - vec2(-0.98, 0.74);
-    float pane = roundBox(q, vec2(0.30, 0.22), 0.05);
-    float bars = min(abs(q.x + 0.02), abs(q.y)) - 0.018;
-    vec3 window = vec3(0.045, 0.060, 0.075) * inside(pane, 2.0 * pixel) * (1.0 - inside(bars, pixel));
-    float lip = exp(-40.0 * abs(edge + 0.035)) * smoothstep(-0.4, 0.9, dot(normalize(p + 0.001), vec2(-0.55, 0.83)));
-    float below = exp(-14.0 * abs(edge + 0.06)) * smoothstep(0.2, 1.0, dot(normalize(p + 0.001), vec2(0.45, -0.9)));
-    return window + vec3(0.16, 0.17, 0.18) * lip + vec3(0.05, 0.025, 0.01) * below;
+    vec2 q = abs(p * (1.0 + 0.10 * dot(p, p)) - vec2(-0.98, 0.74));
+    float pane = max(max(q.x - 0.30, q.y - 0.22), 0.018 - min(q.x, q.y));
+    float lip = max(1.0 - 18.0 * abs(edge + 0.035), 0.0) * smoothstep(-0.4, 0.9, dot(p, vec2(-0.45, 0.70)));
+    return vec3(0.045, 0.060, 0.075) * inside(pane, 2.0 * pixel) + vec3(0.16, 0.17, 0.18) * lip;
 }
 
 // Of the end: where the screen is for a place.
@@ -212,10 +213,10 @@ vec3 endAt(float seconds, bool look, Screen screen, vec3 shown, float pixel) {
     float size = look ? faceSize : faceSize * (1.0 + 0.35 * scale * bend * (1.0 - asleep));
     vec2 eyes = look ? vec2(1.0, 0.0) : vec2(open), q = bulged(p, screen.back);
     float face = outsideFace(q / size, eyes, gaze, bend), drawn = step(switchedOff - 0.06, seconds);
-    float lines = 0.80 + 0.20 * sin(q.y * 190.0);
+    float halo = max(1.0 - 3.0 * max(face, 0.0), 0.0), lines = 0.80 + 0.20 * sin(q.y * 190.0);
     // It is drawn in light, which shines through the glass round it; between them the tube itself glimmers.
     shown += (mix(hot, amber, smoothstep(-0.14, 0.0, face)) * inside(face, pixel / size) +
-              amber * (0.12 * exp(-8.0 * max(face, 0.0)) + 0.022 * bend * (1.0 - 0.4 * dot(p, p)))) *
+              amber * (0.14 * halo * halo * halo + 0.022 * bend * (1.0 - 0.4 * dot(p, p)))) *
              (drawn * lines);
     float edge = roundBox(p, glass, glassCorner * screen.back);
     shown = shown * mix(1.0, smoothstep(0.0, -0.16, edge), 0.8 * screen.back) + onGlass(p, edge, pixel) * screen.back;
