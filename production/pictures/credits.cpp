@@ -17,9 +17,10 @@ namespace {
 
 constexpr int size = 512;
 constexpr float pixelAspect = 4.0f / 3;
-// A card is a wheel; lengths in rows, places from its middle.
+// A card is a wheel; lengths in rows of one that is as tall as its quarter, places from its middle. It lies
+// in the quarter's outer corner and leaves the guests room.
+constexpr float cardSize = 0.83f, corner = 9;  // of that; rows from the quarter's sides
 constexpr float wheelRadius = 238, marksRadius = 201, marksReach = 26, hubRadius = 166, lineRadius = 143;
-constexpr float wheelAside = 256;  // from the screen's side
 constexpr float figureHeight = 112, figureLine = 8, nounHeight = 42, nounLine = 60, lineHeight = 25;
 
 // How far a place is outside of mark `i` of `count` on the wheel's rim.
@@ -30,7 +31,7 @@ struct Card {
     int count;
     const char *noun, *without;
     Mark mark;
-    bool leftOfScreen;
+    bool left, high;
 };
 
 // A place from the middle of mark `i`, the first of which is at the top; upright, or with its top outward.
@@ -213,23 +214,30 @@ struct Bent {
     }
 };
 
+// How much of a pixel lies within a shape of the card.
+float inked(float distance) {
+    return coverage(distance * cardSize);
+}
+
 void makeCard(const char* path, const Card& card) {
-    const Point middle = {card.leftOfScreen ? wheelAside : size * pixelAspect - wheelAside, size / 2.0f};
+    constexpr float inwards = wheelRadius * cardSize + corner;
+    const Point middle = {card.left ? inwards : size * pixelAspect - inwards,
+                          card.high ? inwards : size - inwards};
     const float column = middle.x / pixelAspect;
     LetteringField text(size, size, 16);
-    setText(text, cut(figureHeight, 0.15f, 0.14f),
-            {std::to_string(card.count), column, middle.y + figureLine, Align::Centre});
-    setText(text, filling(card.noun, cut(nounHeight, 0.17f, 0.20f), 204 / pixelAspect),
-            {card.noun, column, middle.y + nounLine, Align::Centre});
+    setText(text, cut(figureHeight * cardSize, 0.15f, 0.14f),
+            {std::to_string(card.count), column, middle.y + figureLine * cardSize, Align::Centre});
+    setText(text, filling(card.noun, cut(nounHeight * cardSize, 0.17f, 0.20f), 204 * cardSize / pixelAspect),
+            {card.noun, column, middle.y + nounLine * cardSize, Align::Centre});
     const Bent role(card.role, false), missing(card.without, true);
 
     Canvas shape(size, size);
     paint(shape, [&](float x, float y, Rgba) {
-        const Point p = Point{x * pixelAspect, y} - middle;
+        const Point p = (Point{x * pixelAspect, y} - middle) * (1 / cardSize);
         const float r = length(p);
-        float ink = std::fmax(coverage(text.at(x, y)), coverage(std::fmin(role.at(p), missing.at(p))));
+        float ink = std::fmax(coverage(text.at(x, y)), inked(std::fmin(role.at(p), missing.at(p))));
         if (std::fabs(r - marksRadius) < marksReach + 8)
-            for (int i = 0; i < card.count; i++) ink = std::fmax(ink, coverage(card.mark(i, card.count, p)));
+            for (int i = 0; i < card.count; i++) ink = std::fmax(ink, inked(card.mark(i, card.count, p)));
         // Each part of the card turns to gold towards its foot.
         const float foot = r > hubRadius          ? 0.5f + 0.5f * p.y / wheelRadius
                            : p.y < figureLine + 6 ? (p.y - figureLine) / figureHeight + 1
@@ -242,9 +250,9 @@ void makeCard(const char* path, const Card& card) {
     Canvas canvas(size, size);
     paint(canvas, [&](float x, float y, Rgba) {
         const int px = int(x), py = int(y);
-        const float r = length(Point{x * pixelAspect, y} - middle);
-        const float plate = mix(0.30f, 0.52f, coverage(r - hubRadius)) * coverage(r - wheelRadius);
-        const float near = unit(2.6f * shadow.at(px, py).a) * coverage(r - wheelRadius);
+        const float r = length(Point{x * pixelAspect, y} - middle) / cardSize;
+        const float plate = mix(0.24f, 0.50f, inked(r - hubRadius)) * inked(r - wheelRadius);
+        const float near = unit(2.6f * shadow.at(px, py).a) * inked(r - wheelRadius);
         const float dark = 1 - (1 - plate) * (1 - 0.72f * near);
         const float rule = std::fmax(outline(r - wheelRadius + 3, 2.0f), outline(r - hubRadius, 1.6f));
         return over(shape.at(px, py), over(opaque(0.76f, 0.57f, 0.28f) * (0.9f * rule), Rgba{0, 0, 0, dark}));
@@ -255,15 +263,16 @@ void makeCard(const char* path, const Card& card) {
 }  // namespace
 
 void makeCodeCredit(const char* path) {
-    makeCard(path, {"Code", 12, "effects", "and one clock", clockMark, true});
+    makeCard(path, {"Code", 12, "effects", "and one clock", clockMark, true, false});
 }
 void makeModelsCredit(const char* path) {
-    makeCard(path, {"Models", int(std::size(modelProducts)), "meshes", "and no modeller", meshMark, false});
+    makeCard(path,
+             {"Models", int(std::size(modelProducts)), "meshes", "and no modeller", meshMark, false, false});
 }
 void makeGraphicsCredit(const char* path) {
-    makeCard(path,
-             {"Graphics", int(std::size(pictureProducts)), "pictures", "and no camera", frameMark, false});
+    makeCard(path, {"Graphics", int(std::size(pictureProducts)), "pictures", "and no camera", frameMark,
+                    false, true});
 }
 void makeMusicCredit(const char* path) {
-    makeCard(path, {"Music", bars, "bars", "and no sample", barMark, true});
+    makeCard(path, {"Music", bars, "bars", "and no sample", barMark, true, true});
 }
