@@ -1,9 +1,9 @@
 // The robot: lacquered shells, and what glows or is painted on it, which are its screen's mesh, since that
 // alone has a picture; steel joints and frames, its body's mesh; and rubber, its arms' mesh. The picture's
-// patches hold each lacquer in lights that stand still while the viewer goes round, so that it is lit from
-// wherever he looks. It has a face, an engine that burns in its back, gauges on its calves, and a heart's
-// beat on each flank; it stands on a plate below y = 0, looks along +z and down, and waves. Between hips and
-// chest the middle is free, up to flat bellows behind the axis: the camera flies through.
+// patches hold each lacquer in lights that stand still while the viewer goes round. It has a face, an engine
+// that burns in its back, gauges on its calves, and a heart's beat on each flank; it stands on a plate below
+// y = 0, looks along +z and down, and waves. Between hips and chest the middle is free, up to flat bellows
+// behind the axis: the camera flies through.
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
@@ -34,9 +34,10 @@ struct Part {
     Shape shells, works;
 };
 
-// The lamps, by where they stand: a warm key in front and one behind, low, for who looks up at its back; a
-// pale one on its right. From below shines the disc of light that it is born of.
-constexpr Vec keyLamp = {0.44, 0.55, 0.71}, backLamp = {0.42, -0.12, -0.90}, sideLamp = {-0.98, -0.12, 0.0};
+// Two lamps face each other across it, so that from wherever a viewer looks it has a side in the light and
+// one in the dark: a warm key before its left shoulder, a cold one behind the other. From below shines the
+// disc of light that it is born of.
+constexpr Vec keyLamp = {0.60, 0.50, 0.62}, coldLamp = {-0.95, 0.0, -0.30};
 
 // What stands in their way, and darkens what is close by.
 struct Blocker {
@@ -60,14 +61,21 @@ double clearTo(Vec lamp, Vec p) {
     return clear;
 }
 
-// How much a place gets of a lamp whose light reaches round it by `wrap`; in the shadow it gets `least`.
-double litBy(Vec lamp, double wrap, double least, Vec p, Vec normal) {
+// How much a place gets of a lamp; in the shadow it gets `least`.
+double litBy(Vec lamp, double least, Vec p, Vec normal) {
     const Vec to = normalized(lamp);
-    return std::clamp((dot(normal, to) + wrap) / (1 + wrap), 0.0, 1.0) * mix(least, 1, clearTo(to, p));
+    return std::clamp(dot(normal, to), 0.0, 1.0) * mix(least, 1, clearTo(to, p));
 }
 
-// In a lacquer's patch: across by the keys, upwards by the lamp at its side and downwards by the light from
-// below.
+// The engine's fire shines on what is close to it.
+double litByEngine(Vec p, Vec normal) {
+    constexpr Vec fire = {0, 96, -46};
+    constexpr double bright = 34;  // so far away it is as bright as the key
+    const Vec to = fire - p;
+    return std::clamp(dot(normal, normalized(to)), 0.0, 1.0) * std::min(1.0, bright / length(to));
+}
+
+// In a lacquer's patch: across by the key, upwards by the cold lamp and downwards by the light from below.
 Shape lacquered(const Shape& whole, const std::function<Patch(Vec)>& lacquer) {
     Shape shape = triangulated(whole);
     const std::vector<std::array<Vec, 3>> normals = cornerNormals(shape);
@@ -77,10 +85,9 @@ Shape lacquered(const Shape& whole, const std::function<Patch(Vec)>& lacquer) {
         face.uvs.clear();
         for (size_t i = 0; i < 3; i++) {
             const Vec p = shape.points[face.points[i]], normal = normals[f][i];
-            const double key =
-                std::max(litBy(keyLamp, 0.2, 0.25, p, normal), 0.92 * litBy(backLamp, 0.05, 0.25, p, normal));
-            const double side = litBy(sideLamp, 0, 0.3, p, normal);
-            const double below = litBy({0, -1, 0}, 0, 0.3, p, normal) * smoothstep(70, 90, p.y);
+            const double key = std::max(litBy(keyLamp, 0.1, p, normal), litByEngine(p, normal)),
+                         side = litBy(coldLamp, 0.1, p, normal);
+            const double below = litBy({0, -1, 0}, 0.3, p, normal) * smoothstep(70, 90, p.y);
             constexpr double neither = atlas::robot::neither;
             const double up = neither + (1 - neither) * side - neither * below;
             face.uvs.push_back(patch.at(key * mix(0.72, 1, smoothstep(0, 60, p.y)), up));
@@ -99,8 +106,8 @@ struct Pose {
     double curl;  // of the fingers
 };
 constexpr Vec shoulder = {33.5, 116, 0}, shoulderTop = {0.75, 0.6, 0.05};
-// One hangs at ease beside the hip; one waves.
-constexpr Pose atEase = {{40.5, 101, -6}, {29, 81, 11}, {-0.62, -0.72, 0.3}, 0.75},
+// One swings back, clear of the body from any side; one waves.
+constexpr Pose swinging = {{43, 98, -11}, {46, 86, -32}, {0.1, -0.45, -0.85}, 0.45},
                waving = {{49, 111, -4}, {54, 135, 1}, {0.16, 0.97, 0.1}, 0.14};
 
 // Whether a place belongs to the hand, or the forearm, of an arm on the side of x > 0.
@@ -118,8 +125,8 @@ Patch coatAt(Vec p) {
     using namespace atlas::robot;
     const double out = std::hypot(p.x, p.z);
     const Vec other = {-p.x, p.y, p.z};
-    if (isHand(p, waving) || (isHand(other, atEase) && out > 20.5)) return coatOf(ivory);
-    if (isForearm(p, waving) || isForearm(other, atEase)) return coatOf(orange);
+    if (isHand(p, waving) || isHand(other, swinging)) return coatOf(ivory);
+    if (isForearm(p, waving) || isForearm(other, swinging)) return coatOf(orange);
     if (p.y < -1) return coatOf(orange);  // boots
     const auto within = [&](double low, double high) { return p.y > low && p.y < high; };
     if (p.y < 48)
@@ -499,16 +506,18 @@ Shape finger(Vec knuckle, Vec out, double size, double curl) {
             normalized(ahead * std::cos(curl) + normalized(palm - ahead * dot(palm, ahead)) * std::sin(curl));
     }
     bones.push_back(at);
-    how.path = curveThrough(bones, false, 4);
+    how.path = curveThrough(bones, false, 6);
     how.up = palm;
     const double last = double(how.path.size() - 1);
     how.change = [=](int step, Outline section) {
         const double k = step / last, end = smoothstep(1, 0.84, k);
-        const double radius = mix(2.2, 1.75, k) * std::sqrt(std::max(0.03, end));
+        // Drawn in where it bends, at its second and third bone.
+        const double joint = std::max(bell(k - 0.5, 0.035), bell(k - 0.75, 0.03));
+        const double radius = mix(2.3, 1.85, k) * (1 - 0.16 * joint) * std::sqrt(std::max(0.03, end));
         for (Flat& p : section) p = {p.x * radius, p.y * radius};
         return section;
     };
-    return smoothed(sweep(polygon(10, 1), how), 1.3);
+    return smoothed(sweep(polygon(16, 1), how), 1.3);
 }
 
 Part arm(const Pose& pose) {
@@ -521,7 +530,7 @@ Part arm(const Pose& pose) {
     const Shape back = smoothed(
         scaled(
             lathe({{0, -2.6}, {2.6, -2.2}, {4, -0.6}, {5.2, 2}, {5.6, 4.6}, {4.8, 6.8}, {2.6, 8}, {0, 8.3}},
-                  20),
+                  32),
             {1, 1, 0.66}),
         1.2);
     const Shape palm = joined({back, finger({-3.7, 6.4, 0}, normalized(Vec{-0.26, 1, 0}), 9, curl),
@@ -582,7 +591,7 @@ Shape paintwork() {
     };
     const Shape thigh = garter({14.5, 32, 1.5}, {11.5, 57, 0}, 0.58, 8.9);
     const Shape cuffs = joined({garter(shoulder, waving.elbow, 0.65, 6.5),
-                                reflected(garter(shoulder, atEase.elbow, 0.65, 6.5), Axis::x)});
+                                reflected(garter(shoulder, swinging.elbow, 0.65, 6.5), Axis::x)});
     return joined({cuffs, withMirror(joined({belt, thigh, shoulderCap()}))});
 }
 
@@ -638,7 +647,7 @@ Shape coldTubes() {
     const auto cuff = [](const Pose& pose) {
         return placed(coldHoop(6.2, 16), mix(pose.elbow, pose.wrist, 0.82), pose.wrist - pose.elbow);
     };
-    const Shape cuffs = joined({cuff(waving), reflected(cuff(atEase), Axis::x)});
+    const Shape cuffs = joined({cuff(waving), reflected(cuff(swinging), Axis::x)});
     const Shape rim = moved(coldHoop(43.9, 48), {0, -26, 0});
     return joined({withMirror(joined({shin, thigh})), edges, chest, cuffs, rim, joined(folds)});
 }
@@ -655,7 +664,7 @@ Shape pulse() {
 
 Shape lamps() {
     const Shape ear = onNeck(placed(dial(5.4, 0.9), earMiddle + Vec{4.6, 0, 0}, {1, 0, 0}));
-    const Shape tip = onNeck(moved(painted(icosphere(1.9, 2), warmLamp), aerialTip));
+    const Shape tip = onNeck(moved(painted(icosphere(3, 2), warmLamp), aerialTip));
     const Shape knee = placed(dial(3.6, 0.8), {14.5, 32, 9.2}, {0, 0.1, 1});
     // Two for a viewer who looks up at it.
     const Shape below = joined(
@@ -665,7 +674,7 @@ Shape lamps() {
 }
 
 Part withoutHeadShell() {
-    const Part left = arm(atEase);
+    const Part left = arm(swinging);
     return together({mirrored(leg()),
                      pelvis(),
                      {torso(), {}},

@@ -304,7 +304,8 @@ void makeArmChrome(const char* path) {
             const Bearing at = bearingOf(normal);
             const float window = pane(at, {38, -30}, {44, 52}) + 0.7f * pane(at, {46, -30}, {48, 52});
             const Rgba seen = opaque(0.002f, 0.003f, 0.006f) + keyLight * (0.54f * window) +
-                              opaque(0.22f, 0.25f, 0.28f) * pane(at, {-40, 50}, {30, 56}) + coldRim(normal);
+                              opaque(0.22f, 0.25f, 0.28f) * pane(at, {-40, 50}, {30, 56}) +
+                              coldRim(normal) * 0.7f;
             return heldDown(seen * (1 / litByTheScene(normal)), normal, 0.14f);
         },
         shortRim);

@@ -123,7 +123,7 @@ bool onGlass(Point p) {
 struct Coat {
     Rgba albedo, sheen;  // what the key makes of it where it falls straight on it
 };
-const Coat coats[lacquers] = {{opaque(0.80f, 0.70f, 0.55f), opaque(0.05f, 0.05f, 0.04f)},   // ivory
+const Coat coats[lacquers] = {{opaque(0.80f, 0.74f, 0.64f), opaque(0.05f, 0.05f, 0.04f)},   // ivory
                               {opaque(0.95f, 0.25f, 0.05f), opaque(0.05f, 0.03f, 0.01f)},   // orange
                               {opaque(0.06f, 0.22f, 0.25f), opaque(0.05f, 0.06f, 0.06f)},   // petrol
                               {opaque(0.80f, 0.48f, 0.14f), opaque(0.22f, 0.17f, 0.09f)}};  // brass
@@ -135,9 +135,9 @@ Rgba lacquerAt(Point place) {
                 up = unit((float(cells.bottom()) - place.y / part) / float(cells.height)),
                 side = unit((up - float(neither)) / (1 - float(neither))),
                 below = unit(1 - up / float(neither));
-    const Rgba light = opaque(0.50f, 0.41f, 0.29f) * std::pow(key, 2.1f) +
-                       opaque(0.40f, 0.38f, 0.36f) * std::pow(side, 2.2f) +
-                       opaque(0.015f, 0.22f, 0.12f) * std::pow(below, 2.0f) + opaque(0.004f, 0.003f, 0.008f);
+    const Rgba light = opaque(0.80f, 0.70f, 0.56f) * std::pow(key, 3.0f) +
+                       opaque(0.34f, 0.42f, 0.52f) * std::pow(side, 2.6f) +
+                       opaque(0.01f, 0.14f, 0.08f) * std::pow(below, 2.0f) + opaque(0.002f, 0.002f, 0.004f);
     return coats[which].albedo * light + coats[which].sheen * std::pow(key, 6.0f);
 }
 

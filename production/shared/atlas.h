@@ -74,8 +74,8 @@ constexpr Cells face = {0, 0, 10, 8}, turbine = {0, 8, 8, 8}, gauge = {8, 8, 2, 
 constexpr double margin = 0.1;  // of the others, within their place
 constexpr Cells iris = {10, 0, 6, 6}, pulse = {10, 11, 6, 5}, nameplate = {10, 8, 6, 2};
 constexpr Cells ember = {10, 10, 1.5, 1}, warmLamp = {11.5, 10, 2, 1}, coldTube = {13.5, 10, 2.5, 1};
-// Lacquers, each a patch: lit from the left to the right by the keys, and from where neither of them falls
-// upwards by the lamp at the side, downwards by the light below.
+// Lacquers, each a patch: lit from the left to the right by the key, and from where neither lamp falls
+// upwards by the cold lamp, downwards by the light below.
 constexpr double neither = 0.4;
 enum Lacquer { ivory, orange, petrol, brass, lacquers };
 constexpr Cells lacquer(int which) {
