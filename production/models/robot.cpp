@@ -37,7 +37,7 @@ struct Part {
 // Two lamps face each other across it, so that from wherever a viewer looks it has a side in the light and
 // one in the dark: a warm key before its left shoulder, a cold one behind the other. From below shines the
 // disc of light that it is born of.
-constexpr Vec keyLamp = {0.60, 0.50, 0.62}, coldLamp = {-0.95, 0.0, -0.30};
+constexpr Vec keyLamp = {0.66, 0.44, 0.61}, coldLamp = {-0.95, 0.14, 0.02};
 
 // What stands in their way, and darkens what is close by.
 struct Blocker {
@@ -70,7 +70,7 @@ double litBy(Vec lamp, double least, Vec p, Vec normal) {
 // The engine's fire shines on what is close to it.
 double litByEngine(Vec p, Vec normal) {
     constexpr Vec fire = {0, 96, -46};
-    constexpr double bright = 34;  // so far away it is as bright as the key
+    constexpr double bright = 46;  // so far away it is as bright as the key
     const Vec to = fire - p;
     return std::clamp(dot(normal, normalized(to)), 0.0, 1.0) * std::min(1.0, bright / length(to));
 }

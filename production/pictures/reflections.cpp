@@ -259,7 +259,7 @@ float pane(Bearing at, Bearing from, Bearing to) {
 // own light.
 Rgba coldRim(Direction normal) {
     const float side = smoothstep(-0.2f, 0.5f, dot(normal, Direction{0.93f, -0.26f, 0.0f}));
-    const float ends = mix(0.46f, 0.38f, side);
+    const float ends = mix(0.34f, 0.30f, side);
     const float share =
         smoothstep(ends, ends - 0.15f, normal.z) * smoothstep(0.95f, 0.62f, std::fabs(normal.y));
     return mix(opaque(0.24f, 0.34f, 0.39f), opaque(0.36f, 0.66f, 0.96f), side) * share;
@@ -303,9 +303,9 @@ void makeArmChrome(const char* path) {
             const Direction normal = facing(towards);
             const Bearing at = bearingOf(normal);
             const float window = pane(at, {38, -30}, {44, 52}) + 0.7f * pane(at, {46, -30}, {48, 52});
-            const Rgba seen = opaque(0.002f, 0.003f, 0.006f) + keyLight * (0.54f * window) +
-                              opaque(0.22f, 0.25f, 0.28f) * pane(at, {-40, 50}, {30, 56}) +
-                              coldRim(normal) * 0.7f;
+            const Rgba seen = opaque(0.002f, 0.003f, 0.006f) + keyLight * (0.40f * window) +
+                              opaque(0.10f, 0.12f, 0.14f) * pane(at, {-40, 50}, {30, 56}) +
+                              coldRim(normal) * 0.1f;
             return heldDown(seen * (1 / litByTheScene(normal)), normal, 0.14f);
         },
         shortRim);

@@ -135,8 +135,8 @@ Rgba lacquerAt(Point place) {
                 up = unit((float(cells.bottom()) - place.y / part) / float(cells.height)),
                 side = unit((up - float(neither)) / (1 - float(neither))),
                 below = unit(1 - up / float(neither));
-    const Rgba light = opaque(0.80f, 0.70f, 0.56f) * std::pow(key, 3.0f) +
-                       opaque(0.34f, 0.42f, 0.52f) * std::pow(side, 2.6f) +
+    const Rgba light = opaque(0.86f, 0.75f, 0.59f) * std::pow(key, 3.1f) +
+                       opaque(0.46f, 0.53f, 0.60f) * std::pow(side, 2.8f) +
                        opaque(0.01f, 0.14f, 0.08f) * std::pow(below, 2.0f) + opaque(0.002f, 0.002f, 0.004f);
     return coats[which].albedo * light + coats[which].sheen * std::pow(key, 6.0f);
 }
