@@ -17,7 +17,7 @@ using fitting::discRadius;
 
 // How thick the crescent is, 0..1, towards a place of it.
 double thickness(Vec p) {
-    constexpr double open = degrees(188), half = degrees(44), tapering = degrees(70);
+    constexpr double open = degrees(194), half = degrees(56), tapering = degrees(64);
     const double aside = std::abs(std::remainder(std::atan2(p.z, p.x) - open, 2 * pi));
     return smoothstep(half, half + tapering, aside);
 }
