@@ -30,7 +30,8 @@ constexpr Patch timber = patchOf(atlas::hull::timber), leaves = patchOf(atlas::h
                 lime = patchOf(atlas::hull::lime.within(0.1));
 constexpr Patch jellyfish = patchOf(atlas::hull::jellyfish);
 constexpr Uv orange = middleOf(atlas::hull::stripe), warmLamp = middleOf(atlas::hull::warmLamp),
-             coolLamp = middleOf(atlas::hull::coolLamp), beamlit = middleOf(atlas::hull::beamlit);
+             coolLamp = middleOf(atlas::hull::coolLamp), beamlit = middleOf(atlas::hull::beamlit),
+             copper = middleOf(atlas::hull::copper);
 
 constexpr Patch lacquer(atlas::hull::Lacquer which) {
     return patchOf(atlas::hull::lacquer(which).within(0.08));

@@ -84,7 +84,7 @@ Shape petalSide(double lift, double wider = 0) {
 Shape petal() {
     const Shape outer = painted(petalSide(0.9), hull::sheet),
                 rim = painted(petalSide(0, 1.1), hull::coolLamp);
-    const Shape inner = painted(petalSide(-0.9), hull::orange);
+    const Shape inner = painted(petalSide(-0.9), hull::copper);
     return joined({insideOut(outer), insideOut(rim), rim, inner});
 }
 
@@ -138,7 +138,7 @@ Shape spearhead() {
                              {27.5, 58.6}, {28.4, 57.2}, {27, 56.4}, {12, 60}};
     const Shape beamlight = lathe({{25.6, 56}, {26.8, 55.6}, {26.6, 54.8}, {25.4, 55.2}, {25.6, 56}}, 36);
     const Shape edge = lathe({{27.8, 57.8}, {29.2, 57.4}, {29.2, 56}, {27.4, 55.8}, {27.8, 57.8}}, 36);
-    return joined({painted(flutedLathe(profile, {flutes, 0.16, 1.4, 56.5, 84, 4}, 0), hull::orange),
+    return joined({painted(flutedLathe(profile, {flutes, 0.16, 1.4, 56.5, 84, 4}, 0), hull::copper),
                    painted(edge, hull::coolLamp), painted(beamlight, hull::beamlit)});
 }
 
@@ -148,7 +148,7 @@ Shape engine() {
     const Outline pod = {{2, -60}, {4.2, -66}, {4.6, -80}, {4.2, -84.4}, {3.2, -84}, {2.4, -77}, {0, -76}};
     const Shape cone = lathe({{0, -84}, {6, -83}, {11.4, -80}, {11, -78}, {0, -76}}, 16);
     const Shape pods = around(moved(insideOut(lathe(pod, 12)), {18.5, 0, 0}), 6);
-    return joined({painted(insideOut(lathe(bell, 24)), hull::orange), painted(cone, hull::warmLamp),
+    return joined({painted(insideOut(lathe(bell, 24)), hull::copper), painted(cone, hull::warmLamp),
                    painted(turned(pods, Axis::y, pi / 6), hull::plain)});
 }
 

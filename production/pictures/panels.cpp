@@ -52,6 +52,8 @@ const Rgba warmLight = light(1.0f, 0.58f, 0.20f), coolLight = light(0.50f, 0.70f
 const Rgba limestone = opaque(0.15f, 0.17f, 0.22f);
 // Of the ship's edges that the beams light.
 const Rgba beamlit = opaque(1, 0.16f, 0.72f);
+// Its copper: with more green the glow on a beat would bleach it.
+const Rgba copper = opaque(0.84f, 0.27f, 0.06f);
 
 // Enamel, a little warm beside the walls' steel.
 Rgba enamel(float tone) {
@@ -399,6 +401,7 @@ const std::vector<Row> hullRows = {
     {atlas::hull::lacquer(atlas::hull::sand), ramp(opaque(0.80f, 0.28f, 0.20f))},
     // The ship's.
     {atlas::hull::beamlit, chip(beamlit)},
+    {atlas::hull::copper, chip(copper)},
 };
 const std::vector<Sign> hullSigns = {
     {"Valo", 7.25, 6, 0.86, 0.16},
