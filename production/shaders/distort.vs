@@ -1,11 +1,14 @@
 #version 110
-// What "distort" knows of the whole picture: where the ship is, which alone is solid in it, and how much of it there is.
+// What "distort" knows of the whole picture: where the ship is, which alone is solid in it, how much of it there is, and
+// how the iris about it is cut.
 
 uniform sampler2D picture;
+uniform float time;
 
 varying vec2 place;       // 0..1 across what is seen
 varying vec2 focus;       // the middle of the ship, 0..1
 varying float magnified;  // how much the ship is to be
+varying vec4 blades[5];   // a side of the opening each: which way it faces, how far out, and how far its blade is turned
 
 const vec2 seen = vec2(800.0, 600.0) / 1024.0;  // of a target
 const vec2 aspect = vec2(4.0 / 3.0, 1.0);       // of the screen
@@ -15,6 +18,33 @@ float solidAt(vec2 at) {
     vec4 color = texture2D(picture, at * seen);
     float beam = max(min(color.r, color.b) - color.g, 0.0);
     return smoothstep(0.5, 0.95, color.a) * (1.0 - smoothstep(0.05, 0.35, beam));
+}
+
+// The remainder of a whole number. Halves, since a quotient may fall short of the whole that it should be.
+float within289(float number) { return number - 289.0 * floor((number + 0.5) / 289.0); }
+
+// 0 to 1, of a whole number: in whole numbers throughout, which are the same on every card. Sines are not.
+float random(float seed) {
+    float first = within289(seed), second = within289((34.0 * first + 1.0) * first + 7.0);
+    return within289((34.0 * second + 1.0) * second) / 289.0;
+}
+
+// The iris is another on either side of 0, where it stands open. Near 1 it is struck: it is one of three, and "time"
+// passes the marks between them on beats.
+void cutBlades() {
+    bool struck = abs(time) > 0.5;
+    float which = struck ? 2.0 + step(0.9245, time) + step(1.054, time) : step(0.0, time);
+    float closed = struck ? 1.0 : smoothstep(0.0, 0.03, abs(time));
+    // A near ship takes a larger one.
+    float opening = mix(1.5, 0.34, closed) * mix(1.35, 1.0, smoothstep(1.0, 1.3, magnified));
+    float turn = 6.2831853 * random(which) + (struck ? 5.0 * (time - 1.0) : 9.0 * time);
+    for (int i = 0; i < 5; i++) {
+        float seed = 11.0 * which + 3.0 * float(i) + 5.0;
+        float angle = turn + 1.2566371 * (float(i) + 0.5 * random(seed));
+        float swing = (struck ? 1.4 : closed) * (0.25 + 0.35 * random(seed + 1.0));
+        blades[i] = vec4(cos(angle), sin(angle), opening * (0.9 + 0.25 * random(seed + 2.0)),
+                         mod(float(i), 2.0) < 0.5 ? swing : -swing);
+    }
 }
 
 void main() {
@@ -51,5 +81,6 @@ void main() {
         }
     }
     focus = clamp(middle.xy / middle.z, 0.15, 0.85);
-    magnified = clamp(sqrt(0.17 / spread), 0.75, 1.8);
+    magnified = clamp(sqrt(0.17 / spread), 1.0, 1.8);
+    cutBlades();
 }
