@@ -93,7 +93,7 @@ Shape petal() {
 Shape hoop() {
     const Shape band = lathe(
         {{55, -75.4}, {57.4, -76}, {58.6, -80}, {58.6, -84}, {56.2, -84}, {54.8, -77}, {55, -75.4}}, 36);
-    const Shape light = lathe({{56, -85.4}, {58.8, -85.4}, {58.8, -83.6}, {56, -83.6}, {56, -85.4}}, 36);
+    const Shape light = lathe({{57.4, -85.2}, {58.8, -85.2}, {58.8, -84}, {57.4, -84}, {57.4, -85.2}}, 36);
     // From ahead the ship is found by the band of light before it, which nobody sees from behind.
     const Shape fore = lathe({{58.8, -74}, {50.5, -71.5}}, 36);
     return joined({painted(band, hull::dark), painted(joined({light, fore}), hull::coolLamp)});
@@ -121,13 +121,10 @@ Shape emitterRing(double reach, double size) {
                                       {rim - 3, 6},
                                       {rim - 9, 6.5}},
                                      {12, 0.1, 1, -5, 5, 4}, pi / 12);
-    // Round it where the beams come out, and on both edges of what lies between them.
-    std::vector<Shape> lines;
-    for (const double y : {-4.6, 0.0, 4.6})
-        lines.push_back(lathe(
-            {{rim - 1.2, y - 0.45}, {rim + 0.5, y - 0.45}, {rim + 0.5, y + 0.45}, {rim - 1.2, y + 0.45}},
-            36));
-    return joined({painted(collar, hull::dark), painted(joined(lines), hull::coolLamp),
+    // Round it where the beams come out.
+    const Shape line =
+        lathe({{rim - 1.2, -0.45}, {rim + 0.5, -0.45}, {rim + 0.5, 0.45}, {rim - 1.2, 0.45}}, 36);
+    return joined({painted(collar, hull::dark), painted(line, hull::coolLamp),
                    turned(around(nozzle(rim - 4, reach, size), 6), Axis::y, pi / 6)});
 }
 
@@ -191,9 +188,9 @@ namespace {
 double leaningBack(Vec p, Vec normal) {
     constexpr double body = 22, hoop = 57, tips = 54;  // distances from the axis
     const double reach = std::hypot(p.x, p.y);
-    if (reach >= hoop) return normal.z < -0.5 ? 1.9 : 1.0;
+    if (reach >= hoop) return normal.z < -0.5 ? 1.9 : 0.4;
     if (p.z < -55) return 0.4;
-    if (reach < body && p.z > 30) return 0.8;                       // the bell hides it from ahead
+    if (reach < body && p.z > 30) return 0.3;                       // the bell hides it from ahead
     if (reach < body) return 0.6 - 0.45 * smoothstep(0, -30, p.z);  // least before the beams of the nose
     if (normal.z < -0.9) return 1.9;
     const bool outside = p.x * normal.x + p.y * normal.y > 0;

@@ -125,8 +125,8 @@ void makeTunnel(const char* path) {
         const Station from = {wide, low, false}, to = {narrow, high - 2, false}, next = {wide, high, false};
         for (int column = 0; column < columns; column++) {
             bore.add(column, from, to, true, walls::panel);
-            // Two of three are hidden, so that the far end of the tunnel is no pale haze.
-            frame.add(column, to, next, tooth % 3 != 1, hoop(tooth + 1));
+            // All but one are hidden, so that the far end of the tunnel is no pale haze.
+            frame.add(column, to, next, tooth != 3, hoop(tooth + 1));
         }
     }
     for (const Plank& plank : planks) {
@@ -160,7 +160,7 @@ void makeTunnel(const char* path) {
     });
     // The frame is turned away from the corridor's light, so that its paint stands out before the stripes
     // only, where nothing is lit.
-    const Shape dim = shaded(welded(frame.shape), [&](Vec p, Vec) { return leaning(p, -86); });
+    const Shape dim = shaded(welded(frame.shape), [&](Vec p, Vec) { return leaning(p, -100); });
     // Walls look along the tunnel and a little aside, where viewers find next to nothing thrown back from
     // ahead and from behind: what shows is their paint, in the light that falls along it.
     const Shape dark = shaded(welded(walling.shape), [&](Vec p, Vec) {

@@ -78,7 +78,7 @@ Rgba steel(float tone) {
 
 // The walls': the glow on a beat makes seven times as much of a broad light, so their plates are deep.
 Rgba deepSteel(float tone) {
-    return steel(tone) * mix(0.66f, 0.88f, tone);
+    return steel(tone) * mix(0.54f, 0.76f, tone);
 }
 
 float cutBox(Point p, Point half, float cut) {
@@ -451,8 +451,8 @@ Rgba wallAt(float across, float along) {
     const float toJoint = (1 - aside) * wide / 2, toSeam = std::fmin(within, 1 - within) * tall;
     const float deep = smoothstep(0.25f, 1.0f, aside) * (0.3f + 0.7f * within);
     Rgba seen = opaque(0.001f, 0.007f, 0.11f) * (deep * deep * lit[int(plate)]);
-    seen = seen + opaque(0, 0.04f, 0.52f) * (bell(toSeam, 2.4f) * (0.25f + 0.75f * aside * aside));
-    seen = seen + opaque(0, 0.045f, 0.62f) * bell(toJoint - 4, 3.2f);
+    seen = seen + opaque(0, 0.03f, 0.42f) * (bell(toSeam, 2.4f) * (0.25f + 0.75f * aside * aside));
+    seen = seen + opaque(0, 0.035f, 0.50f) * bell(toJoint - 4, 3.2f);
     for (int i = 0; i < 3; i++)
         seen = seen + opaque(0.16f, 0.26f, 0.48f) *
                           bell(std::hypot(toJoint - 24, (within - 0.25f - 0.25f * float(i)) * tall), 2.0f);
