@@ -90,16 +90,19 @@ vec3 colorAt(vec2 at, Frame frame) {
     return vec3(min(color.r, 3.0 * seen.r), color.gb);  // what has no red is none of these
 }
 
-// A blade is blue, lighter where it leans to the lamp, with a broad bevel and a line of light along that.
+// 1 within a breadth, 0 outside of it, the change that soft.
+float within(float far, float breadth, float soft) { return 1.0 - smoothstep(breadth - soft, breadth, far); }
+
+// A blade is blue, lighter where it leans to the lamp, with a sheen in two bands and a bevel with a line of light.
 vec3 onBlade(View view, vec3 color, vec2 ray) {
-    float facing = dot(view.blade.xy, lamp), across = dot(ray, vec2(-view.blade.y, view.blade.x));
-    float grey = dot(color, vec3(0.4, 0.5, 0.3));
-    float bevel = smoothstep(0.030, 0.028, view.toEdge);
-    float line = smoothstep(0.034, 0.031, view.toEdge) * smoothstep(0.026, 0.029, view.toEdge);
-    float lean = max(facing, 0.0);
-    return grey * vec3(0.0, 0.54, 1.0) * (1.0 + 0.3 * facing) +
-           vec3(0.0, 0.033, 0.088) * clamp(1.0 + 0.7 * facing + 1.3 * across, 0.4, 2.2) +
-           (bevel * (0.08 + 0.16 * lean) + line * (0.22 + 0.4 * lean)) * vec3(0.0, 0.85, 1.15);
+    float facing = dot(view.blade.xy, lamp), lean = max(facing, 0.0);
+    float across = dot(ray, vec2(-view.blade.y, view.blade.x)), beyond = dot(ray, view.blade.xy) - view.blade.z;
+    float slant = mod(across + 0.6 * beyond + 4.0 * view.blade.w, 0.9);
+    float sheen = within(abs(slant - 0.35), 0.16, 0.02) + within(abs(slant - 0.60), 0.04, 0.02);
+    float bevel = within(view.toEdge, 0.030, 0.002), line = within(abs(view.toEdge - 0.030), 0.0035, 0.003);
+    return dot(color, vec3(0.4, 0.5, 0.3)) * vec3(0.0, 0.62, 1.1) * (1.0 + 0.3 * facing) +
+           vec3(0.0, 0.036, 0.095) * (clamp(1.0 + 0.7 * facing + 1.3 * across, 0.5, 2.2) + (0.7 + lean) * sheen) +
+           vec3(0.0, 0.85, 1.15) * (bevel * (0.10 + 0.16 * lean) + line * (0.22 + 0.4 * lean));
 }
 
 void main() {
