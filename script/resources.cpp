@@ -25,7 +25,7 @@ const MeshRow meshTable[] = {
     {"data/robo_arms.AML", "robo arms", 205},
     {"data/robo_screen.AML", "robo screen", 205, false, [] { demo->remapTexCoords("robo screen", 0, 2); }},
     {"data/ring.AML", "ring", 115},
-    {"data/haromalli.AML", "haromalli", 105},
+    {"data/haromalli.AML", "haromalli", 6001},
     {"data/pallo.AML", "sphere", 4000},
     {"data/palikka.AML", "palikka", 52},
     {"data/huone_simple.AML", "huone", 1000, true},
