@@ -1,6 +1,5 @@
-// The figure of the stripes: a jellyfish. Its bell and arms are solid in blue alone, which the scene's glow
-// may fill without glare; what red its paint lets through the glow spreads as pink light around heart and
-// threads.
+// The figure of the stripes: a sea in which jellyfish swim, closed round the far viewer, who stands 224 from
+// its middle. However it turns, its up stays half a right angle off the viewer's.
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
@@ -11,31 +10,40 @@ using namespace model;
 
 namespace {
 
-constexpr int lobes = 8, threads = 16, sides = 48;
+// A jellyfish: its paint, how finely it is cut, how thick its bell is, and its pose: how far that is drawn
+// together (0 to 1), and where its swing is.
+struct Kind {
+    int paint;
+    int sides, steps;
+    int threads, arms;
+    double thickness;
+    double drawn, swing;
+};
+constexpr int lobes = 8;
 
-// The bell's outside from its rim to its top, radius and height; its inside is so much within.
+// The bell's outside from its rim to its top, radius and height.
 const Outline profile = {{54, 16}, {60, 20}, {64, 30}, {64, 43}, {58, 58},
                          {47, 71}, {32, 81}, {16, 86}, {0, 87}};
-constexpr double thickness = 0.4;
 
-Outline smoothProfile(double inwards) {
+Outline profileOf(const Kind& kind, double inwards) {
     std::vector<Vec> points;
-    for (const Flat& p : profile) points.push_back({p.x * (1 - inwards / 60), p.y - inwards, 0});
+    for (size_t i = 0; i<profile.size(); i += kind.steps> 1 ? 1 : 2) {
+        const Flat& p = profile[i];
+        const double rim = smoothstep(60.0, 16.0, p.y);
+        const double radius = p.x * mix(1.12, 1 - 0.34 * rim, kind.drawn),
+                     height = p.y * mix(0.86, 1.14, kind.drawn);
+        points.push_back({radius * (1 - inwards / 60), height - inwards, 0});
+    }
     Outline curve;
-    for (const Vec& p : curveThrough(points, false, 2)) curve.push_back({p.x, p.y});
+    for (const Vec& p : curveThrough(points, false, kind.steps)) curve.push_back({p.x, p.y});
     return curve;
 }
 
-Uv paintAt(double across, double along) {
-    // Clear of what lies beside it in the picture.
-    return hull::jellyfish.at(mix(0.015, 0.985, across), 1 - along);
-}
-
-// An eighth of the bell is painted; the others mirror or repeat it.
-Shape shell(double inwards) {
-    const Outline curve = smoothProfile(inwards);
-    Shape shape = grid(sides, int(curve.size()), true, false, [&](int c, int r) {
-        const double angle = 2 * pi * c / sides, lobe = std::cos(angle * lobes);
+// An eighth of the bell is painted; the others mirror it.
+Shape bell(const Kind& kind, double inwards) {
+    const Outline curve = profileOf(kind, inwards);
+    Shape shape = grid(kind.sides, int(curve.size()), true, false, [&](int c, int r) {
+        const double angle = 2 * pi * c / kind.sides, lobe = std::cos(angle * lobes);
         const double radius = curve[r].x * (1 + 0.03 * smoothstep(66.0, 20.0, curve[r].y) * lobe);
         return Vec{radius * std::cos(angle), curve[r].y - 3.5 * smoothstep(42.0, 16.0, curve[r].y) * lobe,
                    -radius * std::sin(angle)};
@@ -43,59 +51,144 @@ Shape shell(double inwards) {
     for (Face& face : shape.faces)
         for (Uv& uv : face.uvs) {
             const double turn = uv.x * 8;
-            uv = paintAt(std::fabs(turn - 2 * std::round(turn / 2)), 0.86 * (1 - uv.y));
+            uv = hull::bell(kind.paint).at(std::fabs(turn - 2 * std::round(turn / 2)), uv.y);
         }
     return smoothed(shape, pi);
 }
 
 // A thread from the rim.
-Shape thread(double angle, double length, double phase) {
+Shape thread(const Kind& kind, double angle, double length, double phase) {
+    const int steps = kind.steps > 1 ? 7 : 4;
     Sweep how;
     std::vector<Vec> points;
-    const double c = std::cos(angle), s = std::sin(angle);
-    for (int i = 0; i <= 7; i++) {
-        const double k = i / 7.0, out = 56 - 24 * k + 7 * std::sin(phase + 6 * k) * k,
-                     aside = 6 * k * std::cos(1.7 * phase + 5 * k);
+    const double c = std::cos(angle), s = std::sin(angle), rim = mix(60.0, 40.0, kind.drawn);
+    for (int i = 0; i <= steps; i++) {
+        const double k = double(i) / steps, out = rim * (1 - 0.45 * k) + 9 * std::sin(phase + 6 * k) * k,
+                     aside = 9 * k * std::cos(1.7 * phase + 5 * k);
         points.push_back({out * c - aside * s, 19 - length * k, -out * s - aside * c});
     }
-    how.path = curveThrough(points, false, 2);
+    how.path = curveThrough(points, false, std::max(1, kind.steps - 1));
     how.change = [&](int i, const Outline& outline) {
         Outline thin = outline;
         const double k = double(i) / double(how.path.size() - 1);
-        for (Flat& p : thin) p = p * mix(1.0, 0.6, k);
+        for (Flat& p : thin) p = p * mix(1.0, 0.4, k);
         return thin;
     };
-    return painted(smoothed(sweep(polygon(3, 1.3), how), pi), paintAt(0.25, 0.97));
+    return painted(smoothed(sweep(polygon(3, 1.0), how), pi), hull::frill(kind.paint).at(0.95, 0.5));
 }
 
 // An arm about the mouth: a frilled ribbon.
-Shape arm(double angle, double length) {
-    constexpr int steps = 24, across = 5;
+Shape arm(const Kind& kind, double angle, double length) {
+    const int steps = 8 * kind.steps, across = kind.steps > 1 ? 5 : 3;
     std::vector<Shape> sheets;
     for (const double side : {0.4, -0.4}) {
         Shape sheet = grid(across, steps, false, false, [&](int c, int r) {
             const double k = double(r) / (steps - 1), w = 2.0 * c / (across - 1) - 1;
-            const double width = 11 * std::sin(pi * mix(0.16, 1.0, k)) + 1,
-                         out = 7 + 7 * std::sin(2.6 * k + 0.3);
-            const double frill = 3.4 * w * w * std::sin(19 * k + (w > 0 ? 0 : 2)) * smoothstep(1.0, 0.7, k);
-            const double x = out + frill + side, z = w * width;
+            const double width = 13 * std::sin(pi * mix(0.16, 1.0, k)) + 1,
+                         out = 7 + 7 * std::sin(2.6 * k + 0.3) + 6 * k * std::sin(4 * k + kind.swing);
+            const double frill = 4.2 * w * w * std::sin(19 * k + (w > 0 ? 0 : 2)) * smoothstep(1.0, 0.7, k);
+            const double x = out + frill + side, z = w * width + 5 * k * std::cos(5 * k + kind.swing);
             return Vec{x * std::cos(angle) + z * std::sin(angle), 62 - length * k,
                        -x * std::sin(angle) + z * std::cos(angle)};
         });
         for (Face& face : sheet.faces)
-            for (Uv& uv : face.uvs)
-                uv = paintAt(mix(0.55, 0.95, std::fabs(2 * uv.x - 1)), mix(0.90, 0.99, uv.y));
+            for (Uv& uv : face.uvs) uv = hull::frill(kind.paint).at(std::fabs(2 * uv.x - 1), uv.y);
         sheets.push_back(smoothed(side > 0 ? sheet : insideOut(sheet), pi));
     }
     return joined(sheets);
 }
 
+Shape jellyfish(const Kind& kind) {
+    std::vector<Shape> all = {bell(kind, 0), insideOut(bell(kind, kind.thickness))};
+    for (int i = 0; i < kind.threads; i++)
+        all.push_back(thread(kind, 2 * pi * (i + 0.5) / kind.threads,
+                             104 + 24 * std::sin(i * 2.4 + kind.swing), i * 1.9 + kind.swing));
+    for (int i = 0; i < kind.arms; i++)
+        all.push_back(arm(kind, 2 * pi * (i + 0.5) / kind.arms, 128 + 12 * (i % 2)));
+    return joined(all);
+}
+
+// A number of 0..1 for each of a row of things.
+double randomOf(int which, int what) {
+    return fraction(std::sin(which * 12.9898 + what * 78.233) * 43758.5453);
+}
+
+// A place between two distances from the middle.
+Vec placeOf(int which, double nearest, double farthest) {
+    // Evenly round the ball: the golden spiral, shaken.
+    const double y = 1 - 2 * fraction(which * 0.6180339887 + 0.1 * randomOf(which, 1)),
+                 angle = 2.39996323 * which + 0.5 * randomOf(which, 2), flat = std::sqrt(1 - y * y);
+    return Vec{flat * std::cos(angle), y, flat * std::sin(angle)} *
+           mix(nearest, farthest, randomOf(which, 3));
+}
+
+// The swarm: none where the viewer passes. Small ones are cut coarsely.
+Shape swarm() {
+    std::vector<Shape> all;
+    for (int i = 0; i < 18; i++) {
+        const double size = mix(0.10, 0.42, std::pow(randomOf(i, 4), 2));
+        const double drawn = randomOf(i, 6), swing = 6 * randomOf(i, 7);
+        const Kind kind = size > 0.3 ? Kind{1 + i % 4, 32, 2, 8, 3, 3, drawn, swing}
+                                     : Kind{1 + i % 4, 16, 1, 5, 2, 3, drawn, swing};
+        const Shape one = scaled(jellyfish(kind), {size, size, size});
+        all.push_back(moved(
+            turned(turned(one, Axis::x, 1.2 * (randomOf(i, 8) - 0.5)), Axis::z, 1.2 * (randomOf(i, 9) - 0.5)),
+            placeOf(i, 95, 165)));
+    }
+    return joined(all);
+}
+
+// Points of light in the water.
+Shape plankton() {
+    std::vector<Shape> all;
+    for (int i = 0; i < 140; i++) {
+        const double size = mix(0.35, 1.1, randomOf(i, 11) * randomOf(i, 12));
+        const Shape one = lathe({{0, -size}, {size, 0}, {0, size}}, 4);
+        all.push_back(moved(painted(one, hull::frill(i % 5).at(0.95, 0.5)), placeOf(i + 7, 60, 175)));
+    }
+    return joined(all);
+}
+
+// How bright the water is in a direction, 0..1, and its hue, 0 petrol to 1 indigo.
+Uv waterAt(Vec towards) {
+    const double up = towards.y, angle = std::atan2(towards.z, towards.x);
+    double shaft = 0;
+    for (const double count : {5, 8, 13}) shaft += std::sin(count * angle + count * count + 1.5 * up);
+    const double shafts = smoothstep(0.2, 2.2, shaft) * smoothstep(-0.6, 0.4, up) * smoothstep(1.0, 0.9, up);
+    const double cloud =
+        std::sin(3.1 * towards.x + 2 * up) * std::sin(2.7 * towards.z + 1) * std::sin(3.7 * up + towards.x);
+    const double height = smoothstep(-0.7, 1.0, up);
+    return {std::clamp(0.04 + 0.62 * height * height + 0.26 * shafts + 0.16 * cloud, 0.0, 1.0),
+            std::clamp(0.45 - 0.7 * up + 0.5 * cloud, 0.0, 1.0)};
+}
+
+// So far away that the viewer's own way doesn't count.
+Shape water() {
+    constexpr int columns = 90, rows = 12;
+    constexpr double radius = 6000;
+    const Shape shell = insideOut(grid(columns, rows, true, false, [](int c, int r) {
+        const double up = pi * (double(r) / (rows - 1) - 0.5), angle = 2 * pi * c / columns;
+        return Vec{std::cos(up) * std::cos(angle), std::sin(up), -std::cos(up) * std::sin(angle)} * radius;
+    }));
+    return mappedBy(welded(shell, 1), [](const Face&, Vec point) {
+        const Uv place = waterAt(normalized(point));
+        return hull::water.at(place.x, place.y);
+    });
+}
+
 }  // namespace
 
 void makeJellyfish(const char* path) {
-    std::vector<Shape> all = {shell(0), insideOut(shell(thickness))};
-    for (int i = 0; i < threads; i++)
-        all.push_back(thread(2 * pi * (i + 0.5) / threads, 88 + 12 * std::sin(i * 2.4), i * 1.9));
-    for (int i = 0; i < 4; i++) all.push_back(arm(2 * pi * (i + 0.5) / 4, 122 + 10 * (i % 2)));
-    writeAml(path, {moved(joined(all), {0, -8, 0})});
+    const Vec down = Vec{0, -1, -1} * std::sqrt(0.5);
+    const auto leaning = [](const Shape& upright) { return smoothed(turned(upright, Axis::x, pi / 4), pi); };
+    // Light comes from below: what faces up is turned to it.
+    const auto lit = [&](Vec, Vec normal) { return normal + down * 1.6; };
+    // What the water throws back comes from behind the viewer, where it is dark; above him it is turned clear
+    // of a lamp.
+    const auto dark = [&](Vec point, Vec normal) {
+        return normal + down * mix(0.05, 0.14, smoothstep(600.0, -3600.0, dot(point, down)));
+    };
+    const Shape hero = moved(jellyfish({0, 56, 3, 16, 4, 0.6, 0.4, 0}), {0, 4, 0});
+    writeAml(path, {shaded(leaning(scaled(hero, {0.8, 0.8, 0.8})), lit), shaded(leaning(swarm()), lit),
+                    leaning(plankton()), shaded(leaning(water()), dark)});
 }

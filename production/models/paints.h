@@ -28,7 +28,13 @@ constexpr Patch dark = patchOf(atlas::hull::dark.part(0.3, 0.2, 3.4, 1.0));
 constexpr Patch timber = patchOf(atlas::hull::timber), leaves = patchOf(atlas::hull::leaves),
                 foliage = patchOf(atlas::hull::leaves.part(0, 0, 2.8, 0.35)),
                 lime = patchOf(atlas::hull::lime.within(0.1));
-constexpr Patch jellyfish = patchOf(atlas::hull::jellyfish);
+constexpr Patch water = patchOf(atlas::hull::water.within(0.08));
+constexpr Patch bell(int kind) {
+    return patchOf(atlas::hull::bell(kind).within(0.03));
+}
+constexpr Patch frill(int kind) {
+    return patchOf(atlas::hull::frill(kind).within(0.06));
+}
 constexpr Uv orange = middleOf(atlas::hull::stripe), warmLamp = middleOf(atlas::hull::warmLamp),
              coolLamp = middleOf(atlas::hull::coolLamp), beamlit = middleOf(atlas::hull::beamlit),
              copper = middleOf(atlas::hull::copper);

@@ -465,28 +465,78 @@ Rgba ringAt(float row) {
     return mix(grey(0.004f), opaque(0.10f, 0.18f, 0.28f), smoothstep(0.36f, 0.30f, std::fabs(row - 15.5f)));
 }
 
-// The jellyfish: an eighth of its bell, mirrored at both sides, from its top down to its rim; below it its
-// threads' paint and its arms', from their middle to their edges.
-Rgba jellyfishAt(float across, float along) {
-    if (along > 0.88f) {
-        if (across < 0.5f) return {0, 0, 1, 0.53f};
-        const float edge = smoothstep(0.86f, 0.9f, across);
-        return {0, 0, mix(1.0f, 0.3f, edge), mix(0.53f, 1.0f, edge)};
-    }
-    const float v = along / 0.86f;
+// A kind of jellyfish: its glass, what shines at its rim and edges, and its heart.
+struct Glass {
+    Rgba body, edge, heart;
+};
+const Glass glasses[atlas::hull::jellyfish] = {
+    {opaque(0.85f, 0.24f, 1.0f), opaque(1, 0.80f, 1), opaque(1, 0.45f, 0.25f)},
+    {opaque(0.10f, 0.55f, 1.0f), opaque(0.65f, 1, 1), opaque(0.9f, 0.95f, 0.8f)},
+    {opaque(0.40f, 0.32f, 1.0f), opaque(0.80f, 0.80f, 1), opaque(1, 0.5f, 1)},
+    {opaque(1.0f, 0.32f, 0.45f), opaque(1, 0.80f, 0.75f), opaque(1, 0.75f, 0.3f)},
+    {opaque(0.06f, 0.75f, 0.75f), opaque(0.70f, 1, 0.95f), opaque(0.7f, 1, 0.5f)},
+};
+// Of the halo that the glow makes of all that isn't black, so much shines through as alpha lacks of 1: lines
+// and points of light, whatever falls on them.
+constexpr float luminous = 0.57f, glassy = 0.90f, watery = 1;
+
+// A place of its bell, mirrored at both sides, from its top at `v` = 0 to its rim at 1.
+Rgba bellAt(const Glass& glass, float across, float v) {
     const float rib = std::fabs(std::remainder(across * 2, 1.0f));  // 0 on a rib, 1/2 between two
-    const float breadth = mix(6.0f, 44.0f, smoothstep(0.0f, 0.8f, v));
-    const float ribbed = smoothstep(2.6f, 1.2f, rib * breadth) * smoothstep(0.25f, 0.4f, v);
+    const float breadth = mix(4.0f, 48.0f, smoothstep(0.0f, 0.8f, v));
+    const float ribbed = smoothstep(1.8f, 0.8f, rib * breadth) * smoothstep(0.2f, 0.4f, v);
+    const float fine = smoothstep(1.4f, 0.6f, std::fabs(std::remainder(across * 8, 1.0f)) * breadth / 4) *
+                       smoothstep(0.62f, 0.8f, v);
     const float loop = std::fabs(length(Point{across * 0.62f, (v - 0.27f) * 1.5f}) - 0.20f);
-    const float heart = smoothstep(0.11f, 0.08f, loop) * smoothstep(0.48f, 0.42f, v);
-    const float edge = smoothstep(0.95f, 0.98f, v);
-    Rgba c = {0, 0, mix(0.8f, 1.0f, smoothstep(0.3f, 0.9f, v)), 0.53f};
-    c = mix(c, Rgba{0, 0.45f, 0.14f, 1}, ribbed);
-    c = mix(c, Rgba{1, 0, 1, 0.53f}, heart);
-    c = mix(c, Rgba{0, 0, 0.3f, 1}, edge);
-    // From opaque to nothing, or each driver cuts elsewhere.
-    if (loop < 0.058f) c.a = loop < 0.04f ? 0 : 1;
+    const float heart = smoothstep(0.11f, 0.05f, loop) * smoothstep(0.48f, 0.42f, v);
+    const float rim = smoothstep(0.70f, 1.0f, v);
+    const float spot = std::hypot(std::remainder(across * 4, 1.0f) * 12, (v - 0.9f) * 110);
+    Rgba c = glass.body * mix(0.6f, 1.0f, smoothstep(0.15f, 0.7f, v));
+    c = mix(c, glass.edge, rim * 0.35f);
+    c.a = mix(glassy, 0.8f, rim);
+    const float shining = std::fmax(std::fmax(std::fmax(ribbed, 0.5f * fine), smoothstep(4.0f, 2.0f, spot)),
+                                    smoothstep(0.90f, 0.93f, v));
+    c = mix(c, glass.heart, heart);
+    c.a = mix(c.a, 0.62f, heart);
+    return mix(c, {glass.edge.r, glass.edge.g, glass.edge.b, luminous}, shining);
+}
+
+Rgba frillAt(const Glass& glass, float across, float down) {
+    Rgba c = mix(glass.heart, glass.body, smoothstep(0.0f, 0.6f, across + 0.5f * down));
+    c.a = glassy;
+    return mix(c, {glass.edge.r, glass.edge.g, glass.edge.b, luminous}, smoothstep(0.72f, 0.86f, across));
+}
+
+Rgba waterAt(float across, float down) {
+    const std::vector<Stop> petrol = {{0, opaque(0, 0.05f, 0.15f)},
+                                      {0.3f, opaque(0, 0.16f, 0.30f)},
+                                      {0.6f, opaque(0, 0.42f, 0.60f)},
+                                      {0.85f, opaque(0, 0.75f, 0.85f)},
+                                      {1, opaque(0.45f, 1, 1)}},
+                            indigo = {{0, opaque(0.01f, 0.01f, 0.17f)},
+                                      {0.3f, opaque(0.03f, 0.05f, 0.34f)},
+                                      {0.6f, opaque(0.02f, 0.20f, 0.62f)},
+                                      {0.85f, opaque(0.1f, 0.4f, 0.9f)},
+                                      {1, opaque(0.45f, 0.8f, 1)}};
+    Rgba c = mix(gradient(petrol, across), gradient(indigo, across), down);
+    c.a = watery;
     return c;
+}
+
+// What lies at a place of the sea's cells.
+Rgba seaAt(Point place) {
+    const auto within = [&](const Cells& cells) {
+        return Point{(place.x - float(cells.left)) / float(cells.width),
+                     (place.y - float(cells.top)) / float(cells.height)};
+    };
+    const auto holds = [](Point p) { return unit(p.x) == p.x && unit(p.y) == p.y; };
+    for (int kind = 0; kind < atlas::hull::jellyfish; kind++) {
+        const Point bell = within(atlas::hull::bell(kind)), frill = within(atlas::hull::frill(kind));
+        if (holds(bell)) return bellAt(glasses[kind], bell.x, bell.y);
+        if (holds(frill)) return frillAt(glasses[kind], frill.x, frill.y);
+    }
+    const Point water = within(atlas::hull::water);
+    return waterAt(unit(water.x), unit(water.y));
 }
 
 }  // namespace
@@ -494,11 +544,14 @@ Rgba jellyfishAt(float across, float along) {
 void makeHull(const char* path) {
     Canvas canvas = plated(enamel, hullRows, hullSigns, {0.14f, 0.55f, 0.5f, 900});
     paint(canvas, [&](float x, float y, Rgba seen) {
-        constexpr atlas::Cells place = atlas::hull::jellyfish;
-        const float across = (x / cell - float(place.left)) / float(place.width),
-                    down = (y / cell - float(place.top)) / float(place.height);
-        if (unit(across) != across || unit(down) != down) return Rgba{seen.r, seen.g, seen.b, 1};
-        return jellyfishAt(across, down);
+        constexpr Cells sea = atlas::hull::sea;
+        const Point place = {x / cell, y / cell};
+        if (box(place, {float(sea.middleX()), float(sea.middleY())},
+                {float(sea.width) / 2, float(sea.height) / 2}) >= 0)
+            return Rgba{seen.r, seen.g, seen.b, 1};
+        Rgba c = seaAt(place);
+        c.r *= c.a, c.g *= c.a, c.b *= c.a;
+        return c;
     });
     saveRgba(canvas, path, Rows::TopFirst);
 }

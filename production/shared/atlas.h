@@ -34,8 +34,18 @@ constexpr Cells room(double column, double row) {
 }
 constexpr Cells rooms[] = {room(0, 0), room(1, 0), room(0, 1), room(1, 1), room(0, 2), room(1, 2)};
 constexpr Cells timber = {13.1, 4.5, 2.8, 2.2}, leaves = {13.1, 6.8, 2.8, 0.6}, lime = {13.1, 7.5, 2.8, 0.6};
-// The jellyfish, which alone lets light through; a dab of what shines as if the beams lit it.
-constexpr Cells jellyfish = {7, 12, 3, 4};
+// The sea, which alone lets light through: an eighth of each kind of jellyfish's bell, its arms from their
+// middle to their edges, and the water, from dark to bright and from petrol to indigo.
+constexpr Cells sea = {7, 12, 3, 4}, water = {7, 15.2, 3, 0.8};
+constexpr int jellyfish = 5;
+constexpr Cells bell(int kind) {
+    return kind == 0 ? Cells{7, 12, 1.5, 2.4}
+                     : Cells{8.5 + 0.75 * ((kind - 1) % 2), 12 + 1.2 * ((kind - 1) / 2), 0.75, 1.2};
+}
+constexpr Cells frill(int kind) {
+    return {7 + 0.6 * kind, 14.45, 0.6, 0.7};
+}
+// A dab of what shines as if the beams lit it.
 // Lacquers of what stands in the hall, each a ramp from its shade on the left to its full tone.
 constexpr Cells lacquer(int number) {
     return {0.1 + 0.7 * number, 5.1, 0.6, 0.6};

@@ -180,6 +180,20 @@ TEST(Models, HallLeavesTheCameraItsPath) {
     }
 }
 
+// Whichever way it is turned: the far viewer stands up to 224 units from its middle, and nothing swims close
+// enough to hide the rest.
+TEST(Models, SeaSurroundsItsViewer) {
+    const Model sea("haromalli.AML");
+    TraceScene scene;
+    scene.addInstance(&sea.set);
+    std::mt19937 random(1);
+    for (int i = 0; i < 400; i++) {
+        TraceHit hit;
+        ASSERT_TRUE(scene.intersectRay(randomDirection(random) * 224, randomDirection(random), &hit));
+        ASSERT_GT(hit.distance, 30);
+    }
+}
+
 // The casing stands round the robot's feet, and is scaled away round them.
 TEST(Models, CasingStandsClearOfTheRobotsFeet) {
     const Model casing("block.AML");

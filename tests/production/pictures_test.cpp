@@ -161,17 +161,12 @@ TEST(Pictures, SkyMeetsItselfWhereItIsFolded) {
     EXPECT_LT(folded * 4, unfolded);
 }
 
-// What is not over a half of both alphas together is cut away. The glow of the stripes fills whatever it
-// finds of a colour: blue passes whole, and of the others less than what would make white of all.
-TEST(Pictures, GlassOfTheJellyfishShowsAndIsBlue) {
+// What is not over a half of both alphas together is cut away, and the halo fills it: drivers differ by a few
+// levels in where.
+TEST(Pictures, NothingOfTheSeaIsCutAway) {
     const Picture hull("shiptex.png"), stripes("tex.png");
-    int counts[256] = {};
+    int least = 255;
     for (int y = 0; y < hull.height; y++)
-        for (int x = 0; x < hull.width; x++) counts[hull.sample(x, y, 3)]++;
-    const int glass = int(std::max_element(counts + 1, counts + 255) - counts);
-    for (int y = 0; y < stripes.height; y++) {
-        EXPECT_GT(glass * stripes.sample(0, y, 3), 130 * 255) << y;
-        EXPECT_EQ(stripes.sample(0, y, 2), 255) << y;
-        EXPECT_LT(std::max(stripes.sample(0, y, 0), stripes.sample(0, y, 1)), 51) << y;
-    }
+        for (int x = 0; x < hull.width; x++) least = std::min<int>(least, hull.sample(x, y, 3));
+    for (int y = 0; y < stripes.height; y++) EXPECT_GT(least * stripes.sample(0, y, 3), 138 * 255) << y;
 }
