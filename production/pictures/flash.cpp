@@ -27,7 +27,7 @@ void setWord(LetteringField& text, float baseline, float capHeight) {
 
 // Where the word lies: the camera stands upright and looks level, so that a place of the floor, in heights of
 // the eye, is seen as far below the middle as it is near.
-constexpr float nearest = 1.14f, farthest = 2.05f, halfBreadth = 0.90f;
+constexpr float nearest = 1.10f, farthest = 2.30f, halfBreadth = 1.02f;
 
 // What the ball's mirrors throw: squares in courses, no two of a brightness, one in some white.
 Rgba mirrorsAt(float x, float y) {
@@ -78,7 +78,17 @@ void makeFlashWord(const char* path) {
     Canvas canvas(size, size, opaque(0, 0, 0));
     paint(canvas, [&](float x, float y, Rgba ground) {
         const int px = int(x), py = int(y);
-        return ground + floor.at(px, py) + streams.at(px, py) * (0.35f * smoothstep(size, 0.9f * size, y));
+        // The ball bursts into a star where they come from.
+        const Point ball = {(2 * x / size - 1) * 4 / 3, 2 * y / size - 1};
+        const float far = length(ball), turn = arcTan(ball.y, ball.x);
+        const float rays = std::pow(0.5f + 0.5f * std::cos(12 * turn), 60.0f) +
+                           0.6f * std::pow(0.5f + 0.5f * std::cos(28 * turn + 1), 40.0f);
+        const float star =
+            rays * std::exp(-2.6f * far) * smoothstep(0.11f, 0.17f, far) * smoothstep(1.3f, 0.6f, far) +
+            0.8f * bell(far - 0.155f, 0.012f);
+        return ground + floor.at(px, py) + streams.at(px, py) * (0.6f * smoothstep(size, 0.9f * size, y)) +
+               mix(opaque(0.55f, 0.75f, 1), opaque(1, 0.72f, 0.40f), smoothstep(-0.3f, 0.3f, ball.x)) *
+                   (0.75f * star);
     });
     saveRgb(canvas, path, Rows::TopFirst);
 }

@@ -89,7 +89,7 @@ void Words::set(const std::string& text, Lettering style, Point place, Align ali
 
 // Where the panels have their middles; their drawings take places from there, across, and from the top.
 const float owlMiddle = crossingOn(228), listingMiddle = crossingOn(236), youMiddle = crossingOn(244),
-            ballMiddle = crossingOn(254);
+            ballMiddle = crossingOn(253);
 constexpr float panelHalf = 345;
 
 const Lettering heavy = {.height = 100, .weight = 0.185f, .contrast = 0.45f, .gap = 0.15f};
@@ -298,14 +298,14 @@ Rgba faceAt(Point q) {
 
 // The ball of the hall, which crosses the screen's middle as the true one comes to be seen there.
 
-constexpr float ballRow = 254, ballRadius = 96;
+constexpr float ballRow = 254, ballRadius = 128;
 
 // Stars of light on a few of its mirrors.
 Rgba sparklesAt(Point q) {
     constexpr Point places[] = {{-42, -38}, {20, -61}, {55, 12}, {-14, 30}, {-70, 18}, {38, 62}};
     float sum = 0;
     for (size_t i = 0; i < std::size(places); i++) {
-        const Point d = q - places[i];
+        const Point d = q - places[i] * (ballRadius / 96);
         const float size = 13 - 1.5f * i, far = length(d);
         if (far > 5 * size) continue;
         sum += std::exp(-far / 3) + std::exp(-std::fabs(d.x) / size - std::fabs(d.y) / 1.1f) +
@@ -316,7 +316,7 @@ Rgba sparklesAt(Point q) {
 
 Rgba ballAt(Point p) {
     const Point q = p - Point{0, ballRow};
-    if (q.x < -560 || q.x > 235) return {};
+    if (q.x < -560 || q.x > 340) return {};
     const float r = length(q);
     Rgba sum = gold * (0.7f * lined(q.x, 1.6f) * inked(q.y + ballRadius) * smoothstep(14, 60, p.y));
     if (r < ballRadius) {
@@ -334,7 +334,8 @@ Rgba ballAt(Point p) {
         const Rgba tint =
             hue < 0.5f - 0.4f * q.x / ballRadius ? opaque(0.25f, 0.52f, 1) : opaque(1, 0.50f, 0.16f);
         const float facing = std::sqrt(std::fmax(1 - r * r / (ballRadius * ballRadius), 0.0f));
-        const Rgba light = lot > 0.88f ? moon : tint * (0.10f + 0.62f * lot * lot * mix(0.5f, 1.0f, facing));
+        const Rgba light =
+            lot > 0.88f ? moon : tint * ((0.06f + 0.70f * lot * lot) * mix(0.25f, 1.0f, facing));
         sum = sum + light * inked(0.9f - grid);
     }
     sum = sum + sparklesAt(q);
@@ -343,10 +344,10 @@ Rgba ballAt(Point p) {
                              -38.0f, -22.0f, -9.0f, 12.0f, 24.0f}) {
         const Point along = {std::cos(turn * degree), std::sin(turn * degree)};
         const float far = dot(q, along), away = std::fabs(q.x * along.y - q.y * along.x);
-        const float reach = along.x < -0.7f ? 550 : 235;
+        const float reach = along.x < -0.7f ? 550 : 330;
         if (far > ballRadius + 5)
-            sum =
-                sum + pink * ((lined(away, 1.8f) + 0.3f * std::exp(-away / 4)) * smoothstep(reach, 120, far));
+            sum = sum + pink * ((lined(away, 1.8f) + 0.3f * std::exp(-away / 4)) *
+                                smoothstep(reach, ballRadius + 24, far));
     }
     return sum;
 }
@@ -379,22 +380,30 @@ float pulseAt(Point p, const std::vector<Point>& line) {
     return nearest;
 }
 
-// What the ball throws about it, out of focus.
+// What the ball's mirrors throw about it: squares that look to it, the farther from it the larger.
 struct Spot {
-    Point middle;
-    float radius;
+    Point middle, away;
+    float half;
     Rgba colour;
 };
 
 std::vector<Spot> spotsOfLight() {
-    const Rgba tints[] = {gold, ice, pink, mint, pink};
+    const Rgba tints[] = {gold, ice, pink, mint, gold};
     std::vector<Spot> all;
-    for (int i = 0; i < 70; i++) {
-        const Spot spot = {
-            {mix(youMiddle + 340, 2600, randomAt(i, 0, 71)), mix(50, 450, randomAt(i, 1, 71))},
-            mix(9, 40, std::pow(randomAt(i, 2, 71), 1.6f)),
-            tints[int(std::size(tints) * randomAt(i, 3, 71))] * mix(0.09f, 0.27f, randomAt(i, 4, 71))};
-        if (length(spot.middle - Point{ballMiddle, ballRow}) > ballRadius + spot.radius) all.push_back(spot);
+    constexpr int courses = 7;
+    for (int course = 0; course < courses; course++) {
+        const float far = ballRadius * (1.45f + 0.40f * course), half = 5 + 1.5f * course;
+        const int count = 24 + 4 * course;
+        for (int i = 0; i < count; i++) {
+            const float turn = 2 * pi * (i + 0.5f * (course % 2)) / count;
+            const Point away = {std::cos(turn), std::sin(turn)};
+            const bool beyond = ballMiddle + away.x * far > width * pixelAspect / fine - 2 * half;
+            if (beyond || randomAt(i, course, 71) < 0.45f) continue;
+            all.push_back({Point{ballMiddle, ballRow} + away * far, away,
+                           half * mix(0.7f, 1.1f, randomAt(i, course, 72)),
+                           tints[int(std::size(tints) * randomAt(i, course, 73))] *
+                               mix(0.12f, 0.50f, std::pow(randomAt(i, course, 74), 2.0f))});
+        }
     }
     return all;
 }
@@ -402,8 +411,10 @@ std::vector<Spot> spotsOfLight() {
 Rgba spotsAt(Point p, const std::vector<Spot>& all) {
     Rgba sum;
     for (const Spot& spot : all) {
-        const float outside = length(p - spot.middle) - spot.radius;
-        if (outside < 1) sum = sum + spot.colour * (inked(outside) * (0.55f + 0.45f * std::exp(outside / 3)));
+        const Point d = p - spot.middle;
+        if (std::fabs(d.x) > 2 * spot.half || std::fabs(d.y) > 2 * spot.half) continue;
+        const Point q = {d.x * spot.away.x + d.y * spot.away.y, d.y * spot.away.x - d.x * spot.away.y};
+        sum = sum + spot.colour * inked(box(q, {}, {1.3f * spot.half, spot.half}, 1));
     }
     return sum;
 }
