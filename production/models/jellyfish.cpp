@@ -128,8 +128,8 @@ Shape swarm() {
     for (int i = 0; i < 18; i++) {
         const double size = mix(0.10, 0.42, std::pow(randomOf(i, 4), 2));
         const double drawn = randomOf(i, 6), swing = 6 * randomOf(i, 7);
-        const Kind kind = size > 0.3 ? Kind{1 + i % 4, 32, 2, 8, 3, 3, drawn, swing}
-                                     : Kind{1 + i % 4, 16, 1, 5, 2, 3, drawn, swing};
+        const Kind kind = size > 0.24 ? Kind{1 + i % 4, 32, 2, 8, 3, 3, drawn, swing}
+                                      : Kind{1 + i % 4, 16, 1, 5, 2, 3, drawn, swing};
         const Shape one = scaled(jellyfish(kind), {size, size, size});
         all.push_back(moved(
             turned(turned(one, Axis::x, 1.2 * (randomOf(i, 8) - 0.5)), Axis::z, 1.2 * (randomOf(i, 9) - 0.5)),
@@ -183,10 +183,10 @@ void makeJellyfish(const char* path) {
     const auto leaning = [](const Shape& upright) { return smoothed(turned(upright, Axis::x, pi / 4), pi); };
     // Light comes from below: what faces up is turned to it.
     const auto lit = [&](Vec, Vec normal) { return normal + down * 1.6; };
-    // What the water throws back comes from behind the viewer, where it is dark; above him it is turned clear
-    // of a lamp.
+    // What the water throws back comes from behind the viewer, where it is dark: turned clear of a lamp that
+    // hangs above him.
     const auto dark = [&](Vec point, Vec normal) {
-        return normal + down * mix(0.05, 0.14, smoothstep(600.0, -3600.0, dot(point, down)));
+        return normal + down * mix(0.09, 0.14, smoothstep(600.0, -3600.0, dot(point, down)));
     };
     const Shape hero = moved(jellyfish({0, 56, 3, 16, 4, 0.6, 0.4, 0}), {0, 4, 0});
     writeAml(path, {shaded(leaning(scaled(hero, {0.8, 0.8, 0.8})), lit), shaded(leaning(swarm()), lit),

@@ -486,16 +486,13 @@ Rgba bellAt(const Glass& glass, float across, float v) {
     const float breadth = mix(4.0f, 48.0f, smoothstep(0.0f, 0.8f, v));
     const float ribbed = smoothstep(1.8f, 0.8f, rib * breadth) * smoothstep(0.2f, 0.4f, v);
     const float fine = smoothstep(1.4f, 0.6f, std::fabs(std::remainder(across * 8, 1.0f)) * breadth / 4) *
-                       smoothstep(0.62f, 0.8f, v);
+                       smoothstep(0.5f, 0.7f, v);
     const float loop = std::fabs(length(Point{across * 0.62f, (v - 0.27f) * 1.5f}) - 0.20f);
     const float heart = smoothstep(0.11f, 0.05f, loop) * smoothstep(0.48f, 0.42f, v);
-    const float rim = smoothstep(0.70f, 1.0f, v);
-    const float spot = std::hypot(std::remainder(across * 4, 1.0f) * 12, (v - 0.9f) * 110);
     Rgba c = glass.body * mix(0.6f, 1.0f, smoothstep(0.15f, 0.7f, v));
-    c = mix(c, glass.edge, rim * 0.35f);
-    c.a = mix(glassy, 0.8f, rim);
-    const float shining = std::fmax(std::fmax(std::fmax(ribbed, 0.5f * fine), smoothstep(4.0f, 2.0f, spot)),
-                                    smoothstep(0.90f, 0.93f, v));
+    c = mix(c, glass.edge, 0.2f * smoothstep(0.55f, 0.76f, v));
+    c.a = glassy;
+    const float shining = std::fmax(std::fmax(ribbed, 0.5f * fine), smoothstep(0.76f, 0.81f, v));
     c = mix(c, glass.heart, heart);
     c.a = mix(c.a, 0.62f, heart);
     return mix(c, {glass.edge.r, glass.edge.g, glass.edge.b, luminous}, shining);
