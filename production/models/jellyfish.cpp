@@ -164,7 +164,7 @@ Uv waterAt(Vec towards) {
 
 // So far away that the viewer's own way doesn't count.
 Shape water() {
-    constexpr int columns = 90, rows = 12;
+    constexpr int columns = 90, rows = 22;
     constexpr double radius = 6000;
     const Shape shell = insideOut(grid(columns, rows, true, false, [](int c, int r) {
         const double up = pi * (double(r) / (rows - 1) - 0.5), angle = 2 * pi * c / columns;
@@ -181,8 +181,11 @@ Shape water() {
 void makeJellyfish(const char* path) {
     const Vec down = Vec{0, -1, -1} * std::sqrt(0.5);
     const auto leaning = [](const Shape& upright) { return smoothed(turned(upright, Axis::x, pi / 4), pi); };
-    // Light comes from below: what faces up is turned to it.
-    const auto lit = [&](Vec, Vec normal) { return normal + down * 1.6; };
+    // Light comes from below: what faces up is turned to it, as far as it can be.
+    const auto lit = [&](Vec, Vec normal) {
+        const Vec wanted = normalized(normal + down * 1.6);
+        return wanted + normal * std::max(0.0, 0.3 - dot(wanted, normal));
+    };
     // What the water throws back comes from behind the viewer, where it is dark: turned clear of a lamp that
     // hangs above him.
     const auto dark = [&](Vec point, Vec normal) {
