@@ -15,7 +15,7 @@ namespace {
 
 constexpr double halfLength = 59, halfWidth = 26, halfHeight = 9.3;
 constexpr double slab = 2.4;  // thickness of floor and roof
-constexpr double roofFrom = -30, glassFrom = -27, glassTo = 55, glassHalf = 22;
+constexpr double roofFrom = -30, glassFrom = -27, glassTo = 55, glassHalf = figures::heapGlass;
 constexpr double parapet = 6.4;  // height of the terrace's, slab included
 constexpr double trunkRadius = 13, trunkDepth = 130, mastHeight = 80;
 
@@ -239,6 +239,6 @@ void makeHeapBox(const char* path) {
     writeAml(path, {slabs, walls, soffit(), glass(), litFromBelow(painted(hedge(), hull::leaves), 0.35),
                     litFromBelow(painted(shrubs(), hull::foliage), 0.7),
                     litFromBelow(painted(joined({trunk(), mast()}), hull::dark), 0.3),
-                    litFromBelow(edgeLines(), lamps),
-                    litFromBelow(painted(joined({trunkRings(), mastLamp()}), hull::warmLamp), lamps)});
+                    litFromBelow(joined({edgeLines(), painted(mastLamp(), hull::beamlit)}), lamps),
+                    litFromBelow(painted(trunkRings(), hull::warmLamp), lamps)});
 }

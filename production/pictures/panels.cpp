@@ -211,7 +211,7 @@ Rgba byLamp(const Room& room, float x, float down) {
     const float lamp = 0.3f + 0.4f * randomAt(room.key, 2, 5), across = (x - lamp) * room.wide;
     const float drop = room.tall * (0.18f + 0.2f * randomAt(room.key, 3, 5)), below = down * room.tall - drop;
     const float spread = bell(std::hypot(across, 1.3f * below), 30);
-    const Rgba wall = opaque(1, 0.56f, 0.17f) * (0.36f + 0.9f * spread);
+    const Rgba wall = opaque(1, 0.56f, 0.17f) * (0.48f + 0.8f * spread);
     if (isBefore(room, x, down)) return wall * 0.12f;
     const float curtain = std::fmin(x, 1 - x) * room.wide - 7;
     if (curtain < 0) return opaque(0.62f, 0.20f, 0.06f) * (0.25f + 0.2f * std::cos(curtain * 1.6f));
