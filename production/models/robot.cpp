@@ -67,12 +67,17 @@ double litBy(Vec lamp, double least, Vec p, Vec normal) {
     return std::clamp(dot(normal, to), 0.0, 1.0) * mix(least, 1, clearTo(to, p));
 }
 
+// What the lamps' halls throw back: a faint key from all sides, so that no form sinks into the night.
+double litAround(Vec normal) {
+    return 0.48 * (0.55 + 0.45 * dot(normal, normalized(keyLamp)));
+}
+
 // The engine's fire shines on what is close to it.
 double litByEngine(Vec p, Vec normal) {
-    constexpr Vec fire = {0, 96, -46};
-    constexpr double bright = 46;  // so far away it is as bright as the key
+    constexpr Vec fire = {0, 90, -66};
+    constexpr double bright = 80;  // so far away it is as bright as it gets
     const Vec to = fire - p;
-    return std::clamp(dot(normal, normalized(to)), 0.0, 1.0) * std::min(1.0, bright / length(to));
+    return std::clamp(dot(normal, normalized(to)), 0.0, 1.0) * std::min(0.8, 0.8 * bright / length(to));
 }
 
 // In a lacquer's patch: across by the key, upwards by the cold lamp and downwards by the light from below.
@@ -85,9 +90,10 @@ Shape lacquered(const Shape& whole, const std::function<Patch(Vec)>& lacquer) {
         face.uvs.clear();
         for (size_t i = 0; i < 3; i++) {
             const Vec p = shape.points[face.points[i]], normal = normals[f][i];
-            const double key = std::max(litBy(keyLamp, 0.1, p, normal), litByEngine(p, normal)),
+            const double key = std::max(
+                             {litBy(keyLamp, 0.1, p, normal), litByEngine(p, normal), litAround(normal)}),
                          side = litBy(coldLamp, 0.1, p, normal);
-            const double below = litBy({0, -1, 0}, 0.3, p, normal) * smoothstep(70, 90, p.y);
+            const double below = litBy({0, -1, 0}, 0.3, p, normal) * smoothstep(20, 40, p.y);
             constexpr double neither = atlas::robot::neither;
             const double up = neither + (1 - neither) * side - neither * below;
             face.uvs.push_back(patch.at(key * mix(0.72, 1, smoothstep(0, 60, p.y)), up));
@@ -129,10 +135,10 @@ Patch coatAt(Vec p) {
     if (isForearm(p, waving) || isForearm(other, swinging)) return coatOf(orange);
     if (p.y < -1) return coatOf(orange);  // boots
     const auto within = [&](double low, double high) { return p.y > low && p.y < high; };
-    if (p.y < 48)
+    if (p.y < 66)
         return coatOf(within(12.2, 14.8) || within(23.4, 29) ? orange : within(4, 12.2) ? petrol : ivory);
-    if (p.y < 66 && out < 26) return coatOf(petrol);  // pelvis
-    if (out < 36 && p.y > 81 && p.y < 130) return coatOf(p.y < 97 ? orange : p.y < 119 ? ivory : petrol);
+    // Above a groove's floor, whose triangles lie to both sides of its middle.
+    if (out < 36 && p.y > 81 && p.y < 130) return coatOf(p.y < 97.4 ? orange : p.y < 119.4 ? ivory : petrol);
     return coatOf(ivory);
 }
 
@@ -230,20 +236,23 @@ Part leg() {
             joined({moved(ankles, {ankle.x, 0, 0}), joint})};
 }
 
-Part pelvis() {
+Shape girdle() {
     const Outline wall = platedProfile({49, 53, 64}, {1.1, 1.1, 0.9, 3}, [](double y) {
         return 20 - 0.02 * (y - 57) * (y - 57) - 3 * smoothstep(60, 65, y);
     });
     const Outline profile =
         chained({{{0, 46}, {10, 46}}, wall, {{12, 64.6}, {11, 62.5}, {7, 62.5}, {6.4, 64}, {0, 64}}});
-    const Shape girdle = squared(flutedLathe(profile, {8, 0.12, 1.2, 48, 63, 3}, pi / 8), 0.68);
-    // Seen from below while the camera looks up the robot: a hatch with bolts, the sockets of the hips and
-    // a plate on each side.
+    return squared(flutedLathe(profile, {8, 0.12, 1.2, 48, 63, 3}, pi / 8), 0.68);
+}
+
+// Seen from below while the camera looks up the robot: a hatch with bolts, the sockets of the hips and a
+// plate on each side.
+Shape hips() {
     const Shape bolts = around(moved(bolt(1, 0.8), {7.2, 0, 0}), 8);
     const Shape hatch = placed(joined({rings(5.5, 1.4), bolts}), {0, 46.2, 0}, {0, -1, 0});
     const Shape socket = placed(rings(8.6, 3.4), {11.6, 49.4, 0}, {0.12, -1, 0});
     const Shape hipPlate = placed(rings(6.4, 3), {18.6, 56, 0}, {1, 0.05, 0});
-    return {girdle, joined({hatch, withMirror(joined({socket, hipPlate}))})};
+    return joined({hatch, withMirror(joined({socket, hipPlate}))});
 }
 
 // A hose with ribs along a curve.
@@ -279,22 +288,49 @@ Shape sleeve(Vec from, Vec to, double radius) {
                   from, to - from);
 }
 
-// What the legs have behind, for who looks up at them: two hoses to each thigh, and a lit gauge on each calf.
+// What the legs have behind, for who looks up at them: two hoses to each thigh.
 Shape legHoses() {
     return withMirror(
         joined({hose({{6, 49, -10.5}, {5.6, 42, -14.5}, {8.6, 35, -14}, {12, 29.5, -8.5}}, 1.25),
                 hose({{17, 50, -9.5}, {20.4, 43, -13}, {20.4, 36, -12.5}, {17.4, 30, -8}}, 1.25)}));
 }
 
+constexpr double chestDepth = 0.62;  // of its width
+double chestRadius(double y) {
+    return 13 + 17 * smoothstep(80, 112, y) - 11 * smoothstep(115, 131, y);
+}
+
+// A lit gauge that lies on a limb, from one part of its length to another; its radius goes from `start` to
+// `end`. It looks along -z, turned by `turn` radians towards +x, and is as broad as `half` radians to each
+// side.
+struct Gauge {
+    Vec from, to;
+    double low, high, start, end, swell;
+    double turn, half;
+};
+Shape gaugeOn(const Gauge& at) {
+    return painted(
+        grid(7, 9, false, false,
+             [&](int c, int r) {
+                 const double k = mix(at.low, at.high, r / 8.0);
+                 const double aside = at.turn - mix(-at.half, at.half, c / 6.0);
+                 const double radius = mix(at.start, at.end, k) + at.swell * std::sin(pi * k) + 0.7;
+                 return mix(at.from, at.to, k) + Vec{radius * std::sin(aside), 0, -radius * std::cos(aside)};
+             }),
+        gauge);
+}
+
+// On the calves, on the outside of the thighs, and across the belly.
 Shape gauges() {
-    const Shape left = grid(7, 9, false, false, [](int c, int r) {
-        const double k = mix(0.20, 0.70, r / 8.0), aside = mix(-0.5, 0.5, c / 6.0);
-        const double radius = mix(11, 6, k) + 1.6 * std::sin(pi * k) + 0.7;
-        const Vec bone = mix(Vec{15.5, -1, 0}, Vec{14.5, 32, 1.5}, k);
-        return bone - Vec{radius * std::sin(aside), 0, radius * std::cos(aside)};
+    const Shape calf = gaugeOn({{15.5, -1, 0}, {14.5, 32, 1.5}, 0.20, 0.70, 11, 6, 1.6, 0, 0.5});
+    const Shape thigh = gaugeOn({{14.5, 32, 1.5}, {11.5, 57, 0}, 0.18, 0.53, 6.2, 8.4, 0.6, pi / 2, 0.42});
+    const Shape strip = grid(9, 3, false, false, [](int c, int r) {
+        const double x = mix(-5.6, 5.6, c / 8.0), y = 92.6 + 1.7 * (r - 1);
+        return Vec{x, y, chestDepth * chestRadius(y) * (1 - 0.0005 * x * x) + 0.5};
     });
-    const Shape lit = painted(left, gauge);
-    return joined({lit, moved(lit, {-30, 0, 0})});
+    const Shape belly = mappedBy(
+        strip, [](const Face&, Vec p) { return gauge.at(0.5 + (p.y - 92.6) / 3.4, 0.5 - p.x / 11.2); });
+    return joined({withMirror(joined({calf, thigh})), belly});
 }
 
 // The maker's plate, round the back of the pelvis.
@@ -327,16 +363,12 @@ Shape waistHoses() {
     return withMirror(hose({{15.5, 62, -4}, {21, 69, -7}, {21, 78, -7}, {16.5, 87, -3}}, 1.7));
 }
 
-double chestRadius(double y) {
-    return 13 + 17 * smoothstep(80, 112, y) - 11 * smoothstep(115, 131, y);
-}
-
 Shape torso() {
     const Outline wall = platedProfile({82, 88, 97, 119, 127.5}, {1.4, 1.3, 1.1, 3.2}, chestRadius);
     // The lamp below, that is seen from the gap over the hips.
     const Outline below = {{0, 84.5}, {4, 84.5}, {4.6, 83}, {7, 83}, {7.6, 84.5}, {9, 84.5}, {9.8, 82}};
     const Outline profile = chained({below, wall, {{15, 128.5}, {10, 129.5}, {0, 129.5}}});
-    return squared(flutedLathe(profile, {8, 0.1, 1.3, 82, 124, 4}, pi / 8), 0.62);
+    return squared(flutedLathe(profile, {8, 0.1, 1.3, 83.4, 124, 4}, pi / 8), chestDepth);
 }
 
 // The bezel's centre line: a rounded rectangle in the xy plane.
@@ -410,11 +442,9 @@ Part torsoFittings() {
     const Shape reactor =
         placed(joined({rings(9.5, 4.2), around(moved(icosphere(1.3, 1), {11.8, 0.6, 0}), 8)}), chestLamp,
                {0, 0.02, 1});
-    const Shape vents = joined(
-        {moved(box({12, 1.5, 3}, 0.7, 2), {0, 92.5, 10.8}), moved(box({10, 1.5, 3}, 0.7, 2), {0, 88, 9.4})});
     const Shape socket = placed(rings(9, 3), {25.5, 116, 0}, {1, 0, 0});
     const Shape frame = bezel({pulseHalf.x + 1.4, pulseHalf.y + 1.4}, 2.5, 0.4);
-    return {{}, joined({reactor, vents, onFlank(frame, 1), onFlank(frame, -1), withMirror(socket)})};
+    return {{}, joined({reactor, onFlank(frame, 1), onFlank(frame, -1), withMirror(socket)})};
 }
 
 Shape neck() {
@@ -520,10 +550,43 @@ Shape finger(Vec knuckle, Vec out, double size, double curl) {
     return smoothed(sweep(polygon(16, 1), how), 1.3);
 }
 
+struct Finger {
+    Vec knuckle, out;
+    double size;
+};
+constexpr Finger fingers[] = {{{-3.7, 6.4, 0}, {-0.26, 1, 0}, 9},
+                              {{0, 7.4, 0}, {0, 1, 0}, 10},
+                              {{3.7, 6.4, 0}, {0.26, 1, 0}, 9},
+                              {{-4.4, 1.4, 0.6}, {-0.92, 0.5, 0.2}, 8}};
+
+Shape onWrist(const Shape& hand, const Pose& pose) {
+    return placed(scaled(hand, {1.22, 1.22, 1.22}), pose.wrist, normalized(pose.reach));
+}
+
+// Rubber on a hand: a pad in the palm, and a band at the root of each finger and where it bends.
+Shape grip(const Pose& pose) {
+    std::vector<Shape> pads = {moved(scaled(icosphere(3.4, 2), {1, 1.05, 0.4}), {0, 3.6, 2.9})};
+    for (const auto& [knuckle, out, size] : fingers)
+        for (const double along : {1.4, 0.44 * size}) {
+            const double r = 2.62 - 0.07 * along;
+            pads.push_back(placed(lathe({{r - 0.5, -0.5}, {r, -0.3}, {r, 0.3}, {r - 0.5, 0.5}}, 14),
+                                  knuckle + normalized(out) * along, out));
+        }
+    return onWrist(joined(pads), pose);
+}
+
+Shape upperArm(const Pose& pose) {
+    return limb(shoulder, pose.elbow, {1, 1, 0.8, 4}, {0.25, 0.45, 0.85}, 6, 5, 0.4);
+}
+
+// Something of each arm, on its side.
+Shape onArms(const std::function<Shape(const Pose&)>& make) {
+    return joined({make(waving), reflected(make(swinging), Axis::x)});
+}
+
 Part arm(const Pose& pose) {
     const auto& [elbow, wrist, reach, curl] = pose;
     const Shape ball = moved(icosphere(8, 3), shoulder);
-    const Shape upper = limb(shoulder, elbow, {1, 1, 0.8, 4}, {0.25, 0.45, 0.85}, 6, 5, 0.4);
     const Shape joint =
         joined({placed(rings(5.4, 5.2), elbow, {1, 0, 0.2}), placed(rings(5.4, 5.2), elbow, {-1, 0, -0.2})});
     const Shape fore = limb(elbow, wrist, {1.1, 1, 0.9, 4}, {0.14, 0.3, 0.82, 0.96}, 4.6, 7.4, 0.6);
@@ -533,13 +596,11 @@ Part arm(const Pose& pose) {
                   32),
             {1, 1, 0.66}),
         1.2);
-    const Shape palm = joined({back, finger({-3.7, 6.4, 0}, normalized(Vec{-0.26, 1, 0}), 9, curl),
-                               finger({0, 7.4, 0}, {0, 1, 0}, 10, curl),
-                               finger({3.7, 6.4, 0}, normalized(Vec{0.26, 1, 0}), 9, curl),
-                               finger({-4.4, 1.4, 0.6}, normalized(Vec{-0.92, 0.5, 0.2}), 8, curl)});
-    constexpr double handSize = 1.22;
-    const Shape hand = placed(scaled(palm, {handSize, handSize, handSize}), wrist, normalized(reach));
-    return {joined({fore, hand}), joined({ball, upper, joint})};
+    std::vector<Shape> palm = {back};
+    for (const auto& [knuckle, out, size] : fingers)
+        palm.push_back(finger(knuckle, normalized(out), size, curl));
+    const Shape hand = onWrist(joined(palm), pose);
+    return {joined({fore, hand}), joined({ball, joint})};
 }
 
 // Where the head's own coordinates lie for a place of the picture on a screen, a domed tube inside its
@@ -624,7 +685,6 @@ Shape coldSeam(Vec from, Vec to, double low, double high, double start, double e
 // What draws its outline against the night from any side: tubes along its edges and round its plates.
 Shape coldTubes() {
     const Shape shin = coldSeam({15.5, -1, 0}, {14.5, 32, 1.5}, 0.2, 0.72, 11, 6, 1.6);
-    const Shape thigh = coldSeam({14.5, 32, 1.5}, {11.5, 57, 0}, 0.66, 0.86, 6.2, 8.4, 0.6);
     std::vector<Vec> over, under;
     for (int i = 0; i <= 4; i++) {
         const double deep = mix(10.5, -10.5, i / 4.0);
@@ -633,23 +693,25 @@ Shape coldTubes() {
     }
     const Shape aerial = coldLine({mix(aerialFoot, aerialTip, 0.12), mix(aerialFoot, aerialTip, 0.92)});
     const Shape edges = onNeck(withMirror(joined({coldLine(over), coldLine(under), aerial})));
-    const Shape chest = joined({squared(moved(coldHoop(chestRadius(88) - 0.3, 32), {0, 88, 0}), 0.62),
-                                squared(moved(coldHoop(chestRadius(119) - 0.3, 40), {0, 119, 0}), 0.62)});
-    // Behind, the engine's heat shows between the folds of the waist.
+    const auto onChest = [](double y) {
+        return squared(moved(coldHoop(chestRadius(y) + 0.1, 64), {0, y, 0}), chestDepth);
+    };
+    const Shape chest = joined({onChest(88), onChest(119)});
+    // The engine's heat shows between the folds of the waist.
     std::vector<Shape> folds;
-    for (double y : {65.4, 69.8, 74.2, 78.6, 83.0}) {
+    for (double y : {65.4, 69.8, 74.2, 78.6}) {
         std::vector<Vec> fold;
         const double r = 14.6 + 0.014 * (y - 74) * (y - 74);
-        for (int i = 0; i <= 14; i++)
+        for (int i = 0; i <= 28; i++)
             fold.push_back({r * std::cos(pi * i / 14), y, -10.4 - 0.4 * r * std::sin(pi * i / 14)});
         folds.push_back(tubeOf(fold, ember));
     }
     const auto cuff = [](const Pose& pose) {
         return placed(coldHoop(6.2, 16), mix(pose.elbow, pose.wrist, 0.82), pose.wrist - pose.elbow);
     };
-    const Shape cuffs = joined({cuff(waving), reflected(cuff(swinging), Axis::x)});
+    const Shape cuffs = onArms(cuff);
     const Shape rim = moved(coldHoop(43.9, 48), {0, -26, 0});
-    return joined({withMirror(joined({shin, thigh})), edges, chest, cuffs, rim, joined(folds)});
+    return joined({withMirror(shin), edges, chest, cuffs, rim, joined(folds)});
 }
 
 // On each flank a small screen with the beat of its heart, for a viewer too near to see the face.
@@ -665,18 +727,20 @@ Shape pulse() {
 Shape lamps() {
     const Shape ear = onNeck(placed(dial(5.4, 0.9), earMiddle + Vec{4.6, 0, 0}, {1, 0, 0}));
     const Shape tip = onNeck(moved(painted(icosphere(3, 2), warmLamp), aerialTip));
-    const Shape knee = placed(dial(3.6, 0.8), {14.5, 32, 9.2}, {0, 0.1, 1});
+    const Shape knee = joined({placed(dial(3.6, 0.8), {14.5, 32, 9.2}, {0, 0.1, 1}),
+                               placed(dial(4.6, 0.8), {21.3, 32, 1.5}, {1, 0, 0})});
+    const Shape hip = placed(dial(5.4, 0.8), {21.8, 56.1, 0}, {1, 0.05, 0});
     // Two for a viewer who looks up at it.
     const Shape below = joined(
         {placed(dial(4.6, 0.8), {0, 44.7, 0}, {0, -1, 0}), placed(dial(5.6, 0.8), {0, 82.6, 0}, {0, -1, 0})});
     return joined({placed(dial(8.4, 1.2), chestLamp + Vec{0, 0.1, 4.4}, {0, 0.02, 1}), below,
-                   withMirror(joined({ear, tip, knee}))});
+                   withMirror(joined({ear, tip, knee, hip}))});
 }
 
 Part withoutHeadShell() {
     const Part left = arm(swinging);
     return together({mirrored(leg()),
-                     pelvis(),
+                     {{}, hips()},
                      {torso(), {}},
                      torsoFittings(),
                      {{}, headWorks()},
@@ -687,7 +751,7 @@ Part withoutHeadShell() {
 }  // namespace
 
 Shape figures::robotShells() {
-    return joined({withoutHeadShell().shells, headShell()});
+    return joined({withoutHeadShell().shells, headShell(), girdle(), onArms(upperArm)});
 }
 
 Shape figures::robotWorks() {
@@ -711,7 +775,7 @@ void makeRobotBody(const char* path) {
 }
 
 void makeRobotArms(const char* path) {
-    writeAml(path, {mappedBox(joined({waist(), neck()}), 48)});
+    writeAml(path, {mappedBox(joined({waist(), neck(), onArms(grip)}), 48)});
 }
 
 void makeRobotScreen(const char* path) {
@@ -720,7 +784,8 @@ void makeRobotScreen(const char* path) {
     const Shape lacquer =
         joined({lacquered(joined({withoutHeadShell().shells, swelling(headShell())}), coatAt),
                 lacquered(joined({paintwork(), legHoses(), lip(), cable()}), in(orange)),
-                lacquered(cowling(), in(atlas::robot::ivory)), lacquered(tubeSteps(), in(petrol)),
+                lacquered(cowling(), in(atlas::robot::ivory)),
+                lacquered(joined({girdle(), tubeSteps(), onArms(upperArm)}), in(petrol)),
                 lacquered(tubePlug(), in(brass)), lacquered(waistSleeves(), in(petrol)),
                 lacquered(joined({waistHoses(), brows()}), in(orange)), lacquered(screenFrame(), in(brass)),
                 lacquered(base(), [](Vec p) {

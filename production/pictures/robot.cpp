@@ -188,7 +188,7 @@ void makeRedBand(const char* path) {
 }
 
 void makeGreenBand(const char* path) {
-    makeBand(path, opaque(0, 0.004f, 0.002f), opaque(0.03f, 0.85f, 0.32f), opaque(0.50f, 1, 0.65f));
+    makeBand(path, opaque(0, 0.022f, 0.009f), opaque(0.03f, 0.85f, 0.32f), opaque(0.50f, 1, 0.65f));
 }
 
 // Added to dark metal.
