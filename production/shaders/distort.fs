@@ -8,6 +8,7 @@ uniform sampler2D picture;
 varying vec2 place;
 varying vec2 focus;
 varying float magnified;
+varying float lightness;  // of the ship, on the whole
 varying vec4 blades[5];
 
 const vec2 aspect = vec2(4.0 / 3.0, 1.0);  // of the screen; lengths are screen heights
@@ -66,27 +67,30 @@ vec4 smoothAt(vec2 at, Frame frame) {
            high.y * (low.x * seenAt(vec2(a.x, b.y), frame) + high.x * seenAt(b, frame));
 }
 
-// What the ship and what lies behind it look like at a place.
+// What the ship and what lies behind it look like at a place. The ship is measured by itself and not by what is next to
+// it: on a far hull that would leave pits of black.
 vec3 colorAt(vec2 at, Frame frame) {
     vec4 seen = smoothAt(at, frame);
-    // What lies over it as broad as the glow lays it. On a beat that makes the ship's surroundings solid.
-    vec2 along = vec2(0.045, 0.02) / aspect * frame.slope, across = vec2(-0.02, 0.045) / aspect * frame.slope;
-    vec4 first = min(seenAt(at + along, frame), seenAt(at - along, frame));
-    vec4 second = min(seenAt(at + across, frame), seenAt(at - across, frame));
-    vec3 veil = min(first, second).rgb;
-    float lit = smoothstep(0.2, 0.8, max(veil.r, veil.b));
-    float solid = smoothstep(0.5, 0.95, seen.a) * mix(1.0, smoothstep(0.3, 0.9, min(first.a, second.a)), lit);
+    // The beams are magenta, and so is their glow, which on a beat lies over all that is near: what it leaves of the
+    // green is the ship's own. Its tone is how far that is from the whole ship's, which has the glow too.
+    float magenta = max(min(seen.r, seen.b) - seen.g, 0.0);
+    float tone = 1.0 + (max(seen.g - 0.5 * magenta, 0.0) - lightness) / 0.34;
+    float solid = smoothstep(0.75, 1.0, seen.a) * smoothstep(-0.4, 0.1, tone) * (1.0 - smoothstep(0.18, 0.38, magenta));
 
-    // The beams, which are magenta, are ice. On beats their glow fills all channels but green.
+    // Beams are ice. Of what lies over them as broad as the glow lays it most is taken away.
+    vec2 along = vec2(0.045, 0.02) / aspect * frame.slope, across = vec2(-0.02, 0.045) / aspect * frame.slope;
+    vec3 veil = min(min(seenAt(at + along, frame), seenAt(at - along, frame)),
+                    min(seenAt(at + across, frame), seenAt(at - across, frame))).rgb;
+    float lit = smoothstep(0.2, 0.8, max(veil.r, veil.b));
     vec3 behind = max(seen.rgb - 0.55 * veil, 0.0);
     float core = max(seen.g - 0.7 * veil.g, 0.0), both = min(seen.r, seen.b);
     vec3 ice = (0.95 - 0.45 * lit) * max(behind.r, behind.b) * vec3(0.05, 0.55, 1.0) + core * vec3(0.55, 0.80, 0.70);
-    behind = mix(behind, ice, max(smoothstep(0.03, 0.15, both - seen.g), smoothstep(0.5, 0.8, both)));
-    // The ship is copper and ivory by its green alone: the beams, which light all else on beats, have next to none.
-    float tone = (1.6 - 0.3 * lit) * max(seen.g - mix(0.6, 0.78, lit) * veil.g, 0.0);
-    vec3 copper = vec3(0.95, 0.36, 0.09) * smoothstep(0.0, 0.35, tone);
-    copper = mix(copper, vec3(1.0, 0.90, 0.76), smoothstep(0.3, 0.9, tone));
-    vec3 color = mix(behind, mix(behind, copper, 0.5 + 0.5 * lit), solid);
+    behind = mix(max(behind, lit * ice), ice, max(smoothstep(0.03, 0.15, both - seen.g), smoothstep(0.5, 0.8, both)));
+
+    vec3 copper = mix(vec3(0.10, 0.025, 0.03), vec3(0.80, 0.27, 0.06), smoothstep(0.1, 1.0, tone));
+    copper = mix(copper, vec3(1.0, 0.62, 0.26), smoothstep(0.9, 1.4, tone));
+    copper = mix(copper, vec3(1.0, 0.93, 0.80), smoothstep(1.3, 1.9, tone));
+    vec3 color = mix(behind, copper, solid);
     return vec3(min(color.r, 3.0 * seen.r), color.gb);  // what has no red is none of these
 }
 

@@ -8,6 +8,7 @@ uniform float time;
 varying vec2 place;       // 0..1 across what is seen
 varying vec2 focus;       // the middle of the ship, 0..1
 varying float magnified;  // how much the ship is to be
+varying float lightness;  // of the ship, on the whole
 varying vec4 blades[5];   // a side of the opening each: which way it faces, how far out, and how far its blade is turned
 
 const vec2 seen = vec2(800.0, 600.0) / 1024.0;  // of a target
@@ -71,15 +72,18 @@ void main() {
     vec2 first = middle.xy / middle.z;
     float spread = sqrt(max(moment / middle.z - dot(first * aspect, first * aspect), 0.0001));
     middle = vec3(first, 1.0) * 0.05;
+    lightness = 0.3 * 0.05;
     for (int row = -8; row <= 8; row++) {
         float before = 0.0;
         for (int column = -8; column <= 8; column++) {
             vec2 at = clamp(first + vec2(float(column), float(row)) * 0.03 / aspect, 0.0, 1.0);
             float here = solidAt(at);
             middle += here * before * vec3(at.x - 0.015 / aspect.x, at.y, 1.0);
+            lightness += here * before * texture2D(picture, at * seen).g;
             before = here;
         }
     }
+    lightness = max(lightness / middle.z, 0.34);
     focus = clamp(middle.xy / middle.z, 0.15, 0.85);
     magnified = clamp(sqrt(0.17 / spread), 1.0, 1.8);
     cutBlades();
