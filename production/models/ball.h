@@ -9,4 +9,7 @@ namespace ball {
 model::Shape plainMirrors();
 model::Shape mirrors();
 
+// A shell behind them, whose inside shines round the ball.
+model::Shape rim();
+
 }  // namespace ball

@@ -70,7 +70,9 @@ viewer::View across(double turn, double aside) {
 Vec towardsLamps(const viewer::View& view, Vec p, double beyond) {
     return viewer::facing(view, p, {0, std::cos(beyond), -std::sin(beyond)});
 }
-constexpr double leaning = 1.2;  // towards the lamp by the ball, of what it lights
+// Towards the lamp by the ball, of what it lights and of what lies in shade: a third of its light is left
+// there.
+constexpr double leaning = 1.2, inShade = 2.4;
 constexpr double lampMiddle = degrees(11), lampEnds = degrees(25);
 
 // On what stands in a quarter falls the lamp by the ball, which shows its paint: what looks about where that
@@ -82,7 +84,9 @@ struct Lamps {
     double warm, cold;
 };
 Shape litIn(const Shape& shape, double turn, Lamps lamps) {
-    constexpr double sideways = degrees(22), deepWarm = degrees(14), deepCold = degrees(15), least = 0.12;
+    constexpr double sideways = degrees(22), deepWarm = degrees(14), deepCold = degrees(15);
+    constexpr double farthest = degrees(50);  // for whom flanks are lit
+    const double least = std::max(0.12, 0.4 * std::max(lamps.warm, lamps.cold));
     const Vec right = onRing(turn + pi / 2, 1, 0), back = onRing(turn + pi, 1, 0);
     const Vec warmLamp = normalized(back * 0.30 + up * 0.60 + right * 0.74),
               coldLamp = normalized(back * 0.50 + up * 0.25 - right * 0.80);
@@ -95,8 +99,8 @@ Shape litIn(const Shape& shape, double turn, Lamps lamps) {
         if (light > least)
             return towardsLamps(
                 view, p, warm > cold ? mix(lampEnds, deepWarm, light) : -mix(lampEnds, deepCold, light));
-        const Vec key = viewer::inLampLight(views[1], p);
-        return normal + key * (leaning * smoothstep(0.35, 0.8, dot(normal, key)));
+        const Vec key = viewer::inLampLight(across(turn, farthest * aside), p);
+        return normal + key * mix(inShade, leaning, smoothstep(0.2, 0.8, dot(normal, key)));
     });
 }
 
@@ -456,7 +460,7 @@ Shape sunDisc() {
             return Vec{distance, middle + radius * y,
                        radius * std::sqrt(std::max(1 - y * y, 1e-4)) * (c == 0 ? -1 : 1)};
         }));
-    return lampLit(atTurn(joined(parts), shipTurn), shipTurn, -degrees(13), degrees(8));
+    return lampLit(atTurn(joined(parts), shipTurn), shipTurn, -degrees(29), degrees(8));
 }
 
 struct HungProbe {
@@ -520,8 +524,9 @@ void makeStage(const char* path) {
     const Shape streaks = joined({comet::tracks(), litFace(), spots::onWall(), spots::onStage()});
     writeAml(
         path,
-        {dark(middle), ball::mirrors(), dark(streaks), dark(joined({joined(pillars), onlySeen(ledges())})),
-         joined({shells, works, trim}), dark(joined({itsGlass, itsFace})),
+        {dark(joined({middle, ball::rim()})), ball::mirrors(), dark(streaks),
+         dark(joined({joined(pillars), onlySeen(ledges())})), joined({shells, works, trim}),
+         dark(joined({itsGlass, itsFace})),
          lacquered(litIn(onlySeen(hungShip()), shipTurn, {0.0, 1.6}), atlas::hull::ivory, 16),
          dark(sunDisc()),
          lacquered(litIn(onlySeen(tower([](int) { return figures::heapBox(); })), pillarTurn, {0.4, 0.5}),
