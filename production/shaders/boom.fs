@@ -44,6 +44,9 @@ const vec3 orange = vec3(0.34, 0.085, 0.012);
 const vec3 brass = vec3(0.36, 0.165, 0.045);
 const vec3 petrol = vec3(0.020, 0.075, 0.095);
 const vec3 steel = vec3(0.030, 0.036, 0.050);
+const vec3 night = vec3(0.030, 0.055, 0.150);  // behind it, between rings and in them
+const vec3 dusk = vec3(0.060, 0.400, 0.480);
+const float breathing = 3.3;  // radians a second: a breath a bar
 // The lamp over the viewer's left shoulder, and half-way from it to him.
 const vec3 lamp = vec3(-0.45, 0.65, 0.61);
 const vec3 halfway = vec3(-0.251, 0.362, 0.897);
@@ -121,12 +124,12 @@ vec3 lit(Surface seen) {
 }
 
 // The robot's head, in which the screen sits: an ivory box with round edges, on it a brass frame round the deep black
-// one of the screen, ears, aerials and a cap. `glow`: what the screen throws on what is next to it.
-vec3 headAt(vec2 p, vec3 glow, float pixel) {
+// one of the screen, ears, aerials and a cap. `glow`: what the screen throws on what is next to it; `behind`: the paint behind it all.
+vec3 headAt(vec2 p, vec3 glow, vec3 behind, float pixel) {
     vec2 side = vec2(abs(p.x), p.y), hand = vec2(p.x < 0.0 ? -1.0 : 1.0, 1.0);
     // The neck, a bellows.
     float ribs = sin(44.0 * p.y);
-    Surface seen = Surface(vec3(0.0), vec3(0.0));
+    Surface seen = Surface(behind, vec3(0.0));
     lay(seen, petrol * 1.6, vec2(1.5 * p.x, 0.5 * ribs), 0.4, max(side.x - 0.60, p.y + 1.4), pixel);
     // Aerials: a rod in a spring, and a ball.
     vec2 foot = side - vec2(0.66, 1.34);
@@ -214,14 +217,20 @@ vec3 endAt(float seconds, bool look, Screen screen, vec3 shown, float pixel) {
     vec2 eyes = look ? vec2(1.0, 0.0) : vec2(open), q = bulged(p, screen.back);
     float face = outsideFace(q / size, eyes, gaze, bend), drawn = step(switchedOff - 0.06, seconds);
     float halo = max(1.0 - 3.0 * max(face, 0.0), 0.0), lines = 0.80 + 0.20 * sin(q.y * 190.0);
-    // It is drawn in light, which shines through the glass round it; between them the tube itself glimmers.
-    shown += (mix(hot, amber, smoothstep(-0.14, 0.0, face)) * inside(face, pixel / size) +
-              amber * (0.14 * halo * halo * halo + 0.022 * bend * (1.0 - 0.4 * dot(p, p)))) *
+    // It is drawn in light, which shines through the glass round it; between them the tube itself glimmers, and the
+    // sleeper breathes: the glass warms and cools, and rings of light go out behind the head.
+    float breath = 0.5 - 0.5 * cos(breathing * (seconds - fallsAsleep)), glimmer = 0.022 + asleep * (0.05 + 0.16 * breath);
+    shown += (mix(hot, amber, smoothstep(mix(-0.14, -0.045, asleep), 0.0, face)) * inside(face, pixel / size) +
+              amber * (0.14 * halo * halo * halo + glimmer * bend * (1.0 - 0.4 * dot(p, p)))) *
              (drawn * lines);
     float edge = roundBox(p, glass, glassCorner * screen.back);
     shown = shown * mix(1.0, smoothstep(0.0, -0.16, edge), 0.8 * screen.back) + onGlass(p, edge, pixel) * screen.back;
-    return mix(headAt(p, mix(vec3(0.05, 0.04, 0.05), 0.14 * amber, bend) * screen.back, pixel), shown,
-               inside(edge, pixel));
+    float away = length(p), ring = 0.5 + 0.5 * sin(8.0 * away - breathing * seconds);
+    vec3 behind = mix(night, dusk, ring * ring) * (1.0 - 0.24 * away) * screen.back;
+    // As the light goes, what is not full yet is laid brighter.
+    vec3 more = 1.0 + vec3(0.9, 0.6, 1.0) * smoothstep(0.8, 3.8, seconds);
+    vec3 thrown = mix(vec3(0.05, 0.04, 0.05), (0.14 + 0.2 * asleep * breath) * amber, bend) * screen.back;
+    return mix(headAt(p, thrown, behind, pixel) * more, shown, inside(edge, pixel));
 }
 
 void main() {
