@@ -10,13 +10,13 @@ using namespace model;
 
 namespace {
 
-// A jellyfish: its paint, how finely it is cut, how thick its bell is, and its pose: how far that is drawn
-// together (0 to 1), and where its swing is.
+// A jellyfish: its paint, how finely it is cut, how thick its bell and its threads are, and its pose: how far
+// that is drawn together (0 to 1), and where its swing is.
 struct Kind {
     int paint;
     int sides, steps;
     int threads, arms;
-    double thickness;
+    double thickness, thread;
     double drawn, swing;
 };
 constexpr int lobes = 8;
@@ -27,12 +27,14 @@ const Outline profile = {{54, 16}, {60, 20}, {64, 30}, {64, 43}, {58, 58},
 
 Outline profileOf(const Kind& kind, double inwards) {
     std::vector<Vec> points;
-    for (size_t i = 0; i<profile.size(); i += kind.steps> 1 ? 1 : 2) {
+    for (size_t i = 0; i<profile.size(); i += inwards> 0 ? 2 : 1) {
         const Flat& p = profile[i];
         const double rim = smoothstep(60.0, 16.0, p.y);
         const double radius = p.x * mix(1.12, 1 - 0.34 * rim, kind.drawn),
                      height = p.y * mix(0.86, 1.14, kind.drawn);
-        points.push_back({radius * (1 - inwards / 60), height - inwards, 0});
+        // The inside ends above the outside's lip.
+        const double below = mix(-1.0, 1.0, smoothstep(18.0, 34.0, p.y));
+        points.push_back({radius * (1 - inwards / 60), height - inwards * below, 0});
     }
     Outline curve;
     for (const Vec& p : curveThrough(points, false, kind.steps)) curve.push_back({p.x, p.y});
@@ -68,13 +70,14 @@ Shape thread(const Kind& kind, double angle, double length, double phase) {
         points.push_back({out * c - aside * s, 19 - length * k, -out * s - aside * c});
     }
     how.path = curveThrough(points, false, std::max(1, kind.steps - 1));
+    how.capped = false;
     how.change = [&](int i, const Outline& outline) {
         Outline thin = outline;
         const double k = double(i) / double(how.path.size() - 1);
         for (Flat& p : thin) p = p * mix(1.0, 0.4, k);
         return thin;
     };
-    return painted(smoothed(sweep(polygon(3, 1.0), how), pi), hull::frill(kind.paint).at(0.95, 0.5));
+    return painted(smoothed(sweep(polygon(3, kind.thread), how), pi), hull::frill(kind.paint).at(0.95, 0.5));
 }
 
 // An arm about the mouth: a frilled ribbon.
@@ -122,18 +125,34 @@ Vec placeOf(int which, double nearest, double farthest) {
            mix(nearest, farthest, randomOf(which, 3));
 }
 
-// The swarm: none where the viewer passes. Small ones are cut coarsely.
-Shape swarm() {
+// Jellyfish all round the middle, between two distances from it.
+struct Swarm {
+    int count, first;
+    double nearest, farthest;
+    double smallest, largest;
+    std::vector<int> paints;
+    double fine;  // the size from which one is cut finely
+    Kind kind;    // but for its paint and its pose
+};
+
+// None where the viewer passes; those beyond him are blue with distance.
+const Swarm swarms[] = {
+    {11, 0, 95, 165, 0.20, 0.44, {1, 2, 3, 4}, 0.34, {0, 24, 1, 6, 2, 3, 1.7, 0, 0}},
+    {16, 40, 300, 560, 0.55, 1.6, {1, 2, 4}, 9, {0, 24, 1, 5, 2, 3, 2.2, 0, 0}},
+};
+
+Shape swarm(const Swarm& swarm) {
     std::vector<Shape> all;
-    for (int i = 0; i < 18; i++) {
-        const double size = mix(0.10, 0.42, std::pow(randomOf(i, 4), 2));
-        const double drawn = randomOf(i, 6), swing = 6 * randomOf(i, 7);
-        const Kind kind = size > 0.24 ? Kind{1 + i % 4, 32, 2, 8, 3, 3, drawn, swing}
-                                      : Kind{1 + i % 4, 16, 1, 5, 2, 3, drawn, swing};
+    for (int i = swarm.first; i < swarm.first + swarm.count; i++) {
+        const double size = mix(swarm.smallest, swarm.largest, std::pow(randomOf(i, 4), 2));
+        Kind kind = swarm.kind;
+        kind.paint = swarm.paints[size_t(i) % swarm.paints.size()];
+        if (size > swarm.fine) kind.sides = 32, kind.steps = 2, kind.thread = 1.2;
+        kind.drawn = randomOf(i, 6), kind.swing = 6 * randomOf(i, 7);
         const Shape one = scaled(jellyfish(kind), {size, size, size});
         all.push_back(moved(
             turned(turned(one, Axis::x, 1.2 * (randomOf(i, 8) - 0.5)), Axis::z, 1.2 * (randomOf(i, 9) - 0.5)),
-            placeOf(i, 95, 165)));
+            placeOf(i, swarm.nearest, swarm.farthest)));
     }
     return joined(all);
 }
@@ -141,7 +160,7 @@ Shape swarm() {
 // Points of light in the water.
 Shape plankton() {
     std::vector<Shape> all;
-    for (int i = 0; i < 140; i++) {
+    for (int i = 0; i < 100; i++) {
         const double size = mix(0.35, 1.1, randomOf(i, 11) * randomOf(i, 12));
         const Shape one = lathe({{0, -size}, {size, 0}, {0, size}}, 4);
         all.push_back(moved(painted(one, hull::frill(i % 5).at(0.95, 0.5)), placeOf(i + 7, 60, 175)));
@@ -158,13 +177,13 @@ Uv waterAt(Vec towards) {
     const double cloud =
         std::sin(3.1 * towards.x + 2 * up) * std::sin(2.7 * towards.z + 1) * std::sin(3.7 * up + towards.x);
     const double height = smoothstep(-0.7, 1.0, up);
-    return {std::clamp(0.04 + 0.62 * height * height + 0.26 * shafts + 0.16 * cloud, 0.0, 1.0),
+    return {std::clamp(0.46 + 0.34 * height * height + 0.30 * shafts + 0.12 * cloud, 0.0, 1.0),
             std::clamp(0.45 - 0.7 * up + 0.5 * cloud, 0.0, 1.0)};
 }
 
 // So far away that the viewer's own way doesn't count.
 Shape water() {
-    constexpr int columns = 90, rows = 22;
+    constexpr int columns = 80, rows = 20;
     constexpr double radius = 6000;
     const Shape shell = insideOut(grid(columns, rows, true, false, [](int c, int r) {
         const double up = pi * (double(r) / (rows - 1) - 0.5), angle = 2 * pi * c / columns;
@@ -172,26 +191,39 @@ Shape water() {
     }));
     return mappedBy(welded(shell, 1), [](const Face&, Vec point) {
         const Uv place = waterAt(normalized(point));
-        return hull::water.at(place.x, place.y);
+        return hull::water.at(place.x, 1 - place.y);
     });
 }
+
+// A field of vectors over directions: the same everywhere, and by how far each goes aside, up and ahead.
+struct Field {
+    Vec everywhere, aside, up, ahead;
+};
+Vec at(const Field& field, Vec towards) {
+    const double half = std::sqrt(0.5);
+    return field.everywhere + field.aside * towards.x + field.up * ((towards.y + towards.z) * half) +
+           field.ahead * ((towards.y - towards.z) * half);
+}
+
+// Found by search over the viewer's way, which is the same each time: what is turned by these throws back
+// dark parts of the sphere map and is lit well from wherever he sees it.
+const Field bodies = {{0.56, -1.33, -2.00}, {-1.14, -0.06, -0.43}, {0.62, 1.31, 0.99}, {0.86, 0.09, 0.56}},
+            sea = {{0.24, -0.62, -0.66}, {-0.11, -0.07, 0.05}, {0.12, -0.18, -0.01}, {0.08, -0.01, 0.03}};
 
 }  // namespace
 
 void makeJellyfish(const char* path) {
-    const Vec down = Vec{0, -1, -1} * std::sqrt(0.5);
     const auto leaning = [](const Shape& upright) { return smoothed(turned(upright, Axis::x, pi / 4), pi); };
-    // Light comes from below: what faces up is turned to it, as far as it can be.
-    const auto lit = [&](Vec, Vec normal) {
-        const Vec wanted = normalized(normal + down * 1.6);
-        return wanted + normal * std::max(0.0, 0.3 - dot(wanted, normal));
+    const auto lit = [](Vec, Vec normal) {
+        const Vec wanted = normalized(normal + at(bodies, normal));
+        return wanted + normal * std::max(0.0, 0.06 - dot(wanted, normal));
     };
-    // What the water throws back comes from behind the viewer, where it is dark: turned clear of a lamp that
-    // hangs above him.
-    const auto dark = [&](Vec point, Vec normal) {
-        return normal + down * mix(0.09, 0.14, smoothstep(600.0, -3600.0, dot(point, down)));
+    const auto dark = [](Vec point, Vec normal) { return normal + at(sea, normalized(point)); };
+    const auto far = [&](Vec point, Vec normal) {
+        return normalized(lit(point, normal)) + dark(point, normalized(point) * -1);
     };
-    const Shape hero = moved(jellyfish({0, 56, 3, 16, 4, 0.6, 0.4, 0}), {0, 4, 0});
-    writeAml(path, {shaded(leaning(scaled(hero, {0.8, 0.8, 0.8})), lit), shaded(leaning(swarm()), lit),
-                    leaning(plankton()), shaded(leaning(water()), dark)});
+    const Shape hero = moved(jellyfish({0, 48, 2, 16, 4, 0.6, 1.5, 0.4, 0}), {0, 4, 0});
+    writeAml(path,
+             {shaded(leaning(scaled(hero, {0.8, 0.8, 0.8})), lit), shaded(leaning(swarm(swarms[0])), lit),
+              shaded(leaning(swarm(swarms[1])), far), leaning(plankton()), shaded(leaning(water()), dark)});
 }
