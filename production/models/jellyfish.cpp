@@ -138,7 +138,7 @@ struct Swarm {
 // None where the viewer passes; those beyond him are blue with distance.
 const Swarm swarms[] = {
     {11, 0, 95, 165, 0.20, 0.44, {1, 2, 3, 4}, 0.34, {0, 24, 1, 6, 2, 3, 1.7, 0, 0}},
-    {16, 40, 300, 560, 0.55, 1.6, {1, 2, 4}, 9, {0, 24, 1, 5, 2, 3, 2.2, 0, 0}},
+    {16, 638, 330, 560, 0.6, 1.4, {1, 2, 4}, 9, {0, 24, 1, 5, 2, 3, 2.2, 0, 0}},
 };
 
 Shape swarm(const Swarm& swarm) {
@@ -160,7 +160,7 @@ Shape swarm(const Swarm& swarm) {
 // Points of light in the water.
 Shape plankton() {
     std::vector<Shape> all;
-    for (int i = 0; i < 100; i++) {
+    for (int i = 0; i < 60; i++) {
         const double size = mix(0.35, 1.1, randomOf(i, 11) * randomOf(i, 12));
         const Shape one = lathe({{0, -size}, {size, 0}, {0, size}}, 4);
         all.push_back(moved(painted(one, hull::frill(i % 5).at(0.95, 0.5)), placeOf(i + 7, 60, 175)));
@@ -183,7 +183,7 @@ Uv waterAt(Vec towards) {
 
 // So far away that the viewer's own way doesn't count.
 Shape water() {
-    constexpr int columns = 80, rows = 20;
+    constexpr int columns = 80, rows = 30;
     constexpr double radius = 6000;
     const Shape shell = insideOut(grid(columns, rows, true, false, [](int c, int r) {
         const double up = pi * (double(r) / (rows - 1) - 0.5), angle = 2 * pi * c / columns;
@@ -208,7 +208,7 @@ Vec at(const Field& field, Vec towards) {
 // Found by search over the viewer's way, which is the same each time: what is turned by these throws back
 // dark parts of the sphere map and is lit well from wherever he sees it.
 const Field bodies = {{0.56, -1.33, -2.00}, {-1.14, -0.06, -0.43}, {0.62, 1.31, 0.99}, {0.86, 0.09, 0.56}},
-            sea = {{0.24, -0.62, -0.66}, {-0.11, -0.07, 0.05}, {0.12, -0.18, -0.01}, {0.08, -0.01, 0.03}};
+            sea = {{0.26, -0.60, -0.68}, {-0.08, -0.10, 0.10}, {0.12, -0.16, 0.04}, {0.09, 0.04, -0.01}};
 
 }  // namespace
 
