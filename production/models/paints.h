@@ -18,8 +18,7 @@ namespace hull {
 
 constexpr Patch plain = patchOf(atlas::hull::pale.part(0.4, 0.9, 5.2, 1.8));  // pale enamel
 constexpr Patch striped =
-    patchOf(atlas::hull::striped.part(0.4, 0.3, 5.2, 1.9));              // with two orange stripes along it
-constexpr Uv sheet = middleOf(atlas::hull::striped.part(2, 2, 2, 0.6));  // and none
+    patchOf(atlas::hull::striped.part(0.4, 0.3, 5.2, 1.9));  // with two orange stripes along it
 constexpr Patch lettered = patchOf(atlas::hull::lettered.part(0.3, 0.3, 6.3, 5.4));  // the show's name
 constexpr Patch numbered = patchOf(atlas::hull::numbered.part(0.2, 0.9, 2.6, 2.2));  // pale, "126"
 constexpr Patch vents = patchOf(atlas::hull::vents.within(0.1));                     // dark slats
@@ -37,7 +36,7 @@ constexpr Patch frill(int kind) {
 }
 constexpr Uv orange = middleOf(atlas::hull::stripe), warmLamp = middleOf(atlas::hull::warmLamp),
              coolLamp = middleOf(atlas::hull::coolLamp), beamlit = middleOf(atlas::hull::beamlit),
-             copper = middleOf(atlas::hull::copper);
+             copper = middleOf(atlas::hull::copper), pearl = middleOf(atlas::hull::pearl);
 
 constexpr Patch lacquer(atlas::hull::Lacquer which) {
     return patchOf(atlas::hull::lacquer(which).within(0.08));

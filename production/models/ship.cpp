@@ -82,7 +82,7 @@ Shape petalSide(double lift, double wider = 0) {
 }
 
 Shape petal() {
-    const Shape outer = painted(petalSide(0.9), hull::sheet),
+    const Shape outer = painted(petalSide(0.9), hull::pearl),
                 rim = painted(petalSide(0, 1.1), hull::coolLamp);
     const Shape inner = painted(petalSide(-0.9), hull::copper);
     return joined({insideOut(outer), insideOut(rim), rim, inner});
@@ -95,7 +95,7 @@ Shape hoop() {
         {{55, -75.4}, {57.4, -76}, {58.6, -80}, {58.6, -84}, {56.2, -84}, {54.8, -77}, {55, -75.4}}, 36);
     const Shape light = lathe({{57.4, -85.2}, {58.8, -85.2}, {58.8, -84}, {57.4, -84}, {57.4, -85.2}}, 36);
     // From ahead the ship is found by the band of light before it, which nobody sees from behind.
-    const Shape fore = lathe({{58.8, -74}, {50.5, -71.5}}, 36);
+    const Shape fore = lathe({{58.8, -74}, {46, -70}}, 36);
     return joined({painted(band, hull::dark), painted(joined({light, fore}), hull::coolLamp)});
 }
 
@@ -131,12 +131,15 @@ Shape emitterRing(double reach, double size) {
 // Before the front ring a spearhead of six petals: from ahead it hides where the beams begin, so that the
 // ship stands before them.
 Shape spearhead() {
-    const Outline profile = {{0, 91.5},    {3.4, 89},    {9, 81},    {17, 70},
-                             {27.5, 58.6}, {28.4, 57.2}, {27, 56.4}, {12, 60}};
-    const Shape beamlight = lathe({{25.6, 56}, {26.8, 55.6}, {26.6, 54.8}, {25.4, 55.2}, {25.6, 56}}, 36);
-    const Shape edge = lathe({{27.8, 57.8}, {29.2, 57.4}, {29.2, 56}, {27.4, 55.8}, {27.8, 57.8}}, 36);
-    return joined({painted(flutedLathe(profile, {flutes, 0.16, 1.4, 56.5, 84, 4}, 0), hull::copper),
-                   painted(edge, hull::coolLamp), painted(beamlight, hull::beamlit)});
+    const Outline profile = {{0, 91.5},    {3.4, 89},    {9, 80},   {18, 69.5},
+                             {34.5, 58.6}, {35.4, 57.2}, {34, 56.4}};
+    // Its back is black before the beams' glow.
+    const Shape back = lathe({{34, 56.4}, {12, 60}}, 36);
+    const Shape beamlight = lathe({{32.6, 56}, {33.8, 55.6}, {33.6, 54.8}, {32.4, 55.2}, {32.6, 56}}, 36);
+    const Shape edge = lathe({{34.8, 57.8}, {36.6, 57.4}, {36.6, 56}, {34.4, 55.8}, {34.8, 57.8}}, 36);
+    return joined({painted(flutedLathe(profile, {flutes, 0.16, 1.4, 56.5, 84, 4}, 0), hull::orange),
+                   painted(back, hull::dark), painted(edge, hull::coolLamp),
+                   painted(beamlight, hull::beamlit)});
 }
 
 Shape engine() {
@@ -182,19 +185,20 @@ namespace {
 // The corridor's light stands behind the ship, lower right. All of it is shaded as if it leaned back there:
 // so one side of what is round is lit, the other in the shade, and neither goes out as the ship turns, from
 // ahead and from behind. Most the hoop as a viewer from ahead sees it, then the petals' outside, the more the
-// further out: it throws back what glows beyond the ship, their inside would burn on beats. Nose and hull
-// little, since further back they throw broad lamps at him, and a beat makes white of that. How far a place
-// leans back so, along z.
+// further out, and the nose, which are all he finds of a far ship: they throw back what glows beyond it,
+// their inside would burn on beats. The hull little, since further back it throws broad lamps at him, and a
+// beat makes white of that. The nose's back is in no light at all: it stands before the glow of the beams.
+// How far a place leans back so, along z.
 double leaningBack(Vec p, Vec normal) {
     constexpr double body = 22, hoop = 57, tips = 54;  // distances from the axis
     const double reach = std::hypot(p.x, p.y);
     if (reach >= hoop) return normal.z < -0.5 ? 1.9 : 0.4;
-    if (p.z < -55) return 0.4;
+    if (p.z < -55) return normal.z < 0 ? 1.1 : reach > 34.2 ? 0.4 : -3;
     if (reach < body && p.z > 30) return 0.3;                       // the bell hides it from ahead
     if (reach < body) return 0.6 - 0.45 * smoothstep(0, -30, p.z);  // least before the beams of the nose
     if (normal.z < -0.9) return 1.9;
     const bool outside = p.x * normal.x + p.y * normal.y > 0;
-    return outside ? mix(0.45, 0.85, smoothstep(body, tips, reach)) : 0.15;
+    return outside ? mix(0.15, 1.3, smoothstep(body + 4, tips, reach)) : 0.15;
 }
 
 }  // namespace

@@ -54,6 +54,8 @@ const Rgba slate = opaque(0.022f, 0.026f, 0.036f);
 const Rgba beamlit = opaque(1, 0.16f, 0.72f);
 // Its copper: with more green the glow on a beat would bleach it.
 const Rgba copper = opaque(0.84f, 0.27f, 0.06f);
+// The outside of its petals, which is known from afar by it.
+const Rgba pearl = opaque(0.78f, 0.60f, 0.34f);
 
 // Enamel, a little warm beside the walls' steel.
 Rgba enamel(float tone) {
@@ -402,6 +404,7 @@ const std::vector<Row> hullRows = {
     // The ship's.
     {atlas::hull::beamlit, chip(beamlit)},
     {atlas::hull::copper, chip(copper)},
+    {atlas::hull::pearl, chip(pearl)},
 };
 const std::vector<Sign> hullSigns = {
     {"Valo", 7.25, 6, 0.86, 0.16},

@@ -51,7 +51,8 @@ constexpr Cells lacquer(int number) {
     return {0.1 + 0.7 * number, 5.1, 0.6, 0.6};
 }
 enum Lacquer { ivory, orange, petrol, sand };
-constexpr Cells beamlit = {0.7, 14.7, 0.6, 0.6}, copper = {1.5, 14.7, 0.6, 0.6};
+constexpr Cells beamlit = {0.7, 14.7, 0.6, 0.6}, copper = {1.5, 14.7, 0.6, 0.6},
+                pearl = {2.3, 14.7, 0.6, 0.6};
 
 }  // namespace hull
 
