@@ -46,9 +46,8 @@ double lotOf(int mirror, int what) {
 Vec facing(int mirror, Vec place, Vec normal) {
     const Vec out = normalized(Vec{normal.x, 0, normal.z}), side = {-out.z, 0, out.x};
     const double lot = lotOf(mirror, 0), lean = lotOf(mirror, 1), aside = 0.3 * (lotOf(mirror, 2) - 0.5);
-    const auto outward = [&](Vec n) { return dot(n, normal) < 0 ? n * -1 : n; };
-    if (lot < gold) return outward(Vec{0, -1, 0} + out * mix(0.25, 0.36, lean) + side * aside);
-    if (lot < blue) return outward(Vec{0, 1, 0} + out * mix(0.0, 0.09, lean) + side * aside);
+    if (lot < gold) return Vec{0, -1, 0} + out * mix(0.25, 0.36, lean) + side * aside;
+    if (lot < blue) return Vec{0, 1, 0} + out * mix(0.0, 0.09, lean) + side * aside;
     constexpr double reach = 1.7;  // seconds before and after the viewer stands right before it
     const viewer::View view =
         viewer::at(viewer::timeAt(std::atan2(place.z, place.x)) + reach * (2 * lean - 1));
@@ -57,6 +56,14 @@ Vec facing(int mirror, Vec place, Vec normal) {
     const double beyond = aside < -0.06 ? -middle : middle;
     if (lot < flashes) return viewer::facing(view, place, {0, std::cos(beyond), std::sin(beyond)});
     return viewer::facing(view, place, viewer::direction(comet::azimuth, comet::elevation));
+}
+
+// On the front's side, where what throws something back does so as well.
+Vec toFront(Vec facing, Vec normal) {
+    constexpr double least = 0.08;  // cosine
+    facing = normalized(facing);
+    const double ahead = dot(facing, normal);
+    return normalized(facing * (ahead < 0 ? -1 : 1) + normal * std::max(least - std::abs(ahead), 0.0));
 }
 
 }  // namespace
@@ -90,7 +97,7 @@ Shape mirrors() {
     for (int i = 0; i < int(mirrors.faces.size()); i++) {
         Face& face = mirrors.faces[i];
         const Vec centre = faceCentre(mirrors, face);
-        const Vec facing = normalized(::facing(i, centre, faceNormal(mirrors, face)));
+        const Vec normal = faceNormal(mirrors, face), facing = toFront(::facing(i, centre, normal), normal);
         face.normals.clear();
         for (int point : face.points)
             face.normals.push_back(normalized(facing + (mirrors.points[point] - centre) * domed));
@@ -99,9 +106,19 @@ Shape mirrors() {
 }
 
 Shape rim() {
-    const double size = rimSize * halfBreadth;
-    const Shape shell = scaled(smoothed(icosphere(size, 2), pi), {1, halfHeight / halfBreadth, 1});
-    return moved(insideOut(shell), hall::ballCentre);
+    constexpr double size = rimSize * halfBreadth, clear = 0.94;  // cosine round a beam
+    Shape shell = smoothed(icosphere(size, 2), pi), open;
+    open.points = shell.points;
+    for (const Face& face : shell.faces) {
+        const Vec way = normalized(faceCentre(shell, face));
+        bool met = false;
+        for (int i = 0; i < hall::sources; i++)
+            met |= dot(way, normalized(hall::onRing(2 * pi * i / hall::sources, hall::sourceRadius,
+                                                    hall::sourceHeight) -
+                                       hall::ballCentre)) > clear;
+        if (!met) open.faces.push_back(face);
+    }
+    return moved(insideOut(scaled(open, {1, halfHeight / halfBreadth, 1})), hall::ballCentre);
 }
 
 }  // namespace ball

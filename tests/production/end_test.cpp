@@ -29,8 +29,8 @@ TEST_F(End, HallShrinksToTheRobotsScreenWhichGoesOutAndShowsItsFace) {
 
     const Screen awake = drawMoment(begins + 1020), asleep = drawMoment(begins + 3744);
     EXPECT_LT(brightest(awake, 30, 40, 28), 4 * dark);  // rings round the head
-    EXPECT_LT(brightest(awake, 250, 150, 15), 40);  // in a corner of its screen
-    EXPECT_GT(brightest(awake, 280, 325), 150);     // in an eye
+    EXPECT_LT(brightest(awake, 250, 150, 15), 40);      // in a corner of its screen
+    EXPECT_GT(brightest(awake, 280, 325), 150);         // in an eye
     EXPECT_GT(brightest(awake, 513, 337), 150);
     EXPECT_LT(brightest(asleep, 247, 425), 4 * dark);  // where an eye was
     EXPECT_GT(brightest(asleep, 258, 317, 20), 6 * dark);
