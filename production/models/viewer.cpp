@@ -55,14 +55,4 @@ Vec inLampLight(const View& view, Vec place) {
     return normalized(normalized(lamp - place) + view.back);
 }
 
-double cometLight(Vec direction) {
-    if (std::abs(direction.y - std::sin(degrees(comet::elevation))) > 0.09) return 0;  // far from it
-    const double above = std::asin(direction.y) / degrees(1) - comet::elevation;
-    const double along = std::atan2(direction.x, direction.z) / degrees(1) - comet::azimuth;
-    if (along <= 0 || along >= comet::tail)
-        return bell(std::hypot(along * comet::azimuthShrinks, above), comet::headBreadth);
-    const double k = along / comet::tail;
-    return (1 - k) * (1 - k) * bell(above, comet::tailBreadth + comet::tailGrowth * k);
-}
-
 }  // namespace viewer

@@ -32,7 +32,4 @@ Vec shown(const View& view, Vec place, Vec normal);
 // takes him to be, straight ahead of all.
 Vec inLampLight(const View& view, Vec place);
 
-// How white the comet of the picture is in such a direction: 0..1.
-double cometLight(Vec direction);
-
 }  // namespace viewer
