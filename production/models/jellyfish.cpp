@@ -138,7 +138,7 @@ struct Swarm {
 // None where the viewer passes; those beyond him are blue with distance.
 const Swarm swarms[] = {
     {11, 0, 95, 165, 0.20, 0.44, {1, 2, 3, 4}, 0.26, {0, 24, 1, 6, 2, 3, 1.7, 0, 0}},
-    {16, 638, 330, 560, 0.6, 1.4, {1, 2, 4}, 0.9, {0, 24, 1, 5, 2, 3, 2.2, 0, 0}},
+    {16, 638, 330, 560, 0.6, 1.4, {1, 2, 4}, 1.05, {0, 24, 1, 5, 2, 3, 2.2, 0, 0}},
 };
 
 Shape swarm(const Swarm& swarm) {
@@ -147,7 +147,7 @@ Shape swarm(const Swarm& swarm) {
         const double size = mix(swarm.smallest, swarm.largest, std::pow(randomOf(i, 4), 2));
         Kind kind = swarm.kind;
         kind.paint = swarm.paints[size_t(i) % swarm.paints.size()];
-        if (size > swarm.fine) kind.sides = 48, kind.steps = 2, kind.threads = 10, kind.thread = 1.3;
+        if (size > swarm.fine) kind.sides = 40, kind.steps = 2, kind.threads = 8, kind.thread = 1.3;
         kind.drawn = randomOf(i, 6), kind.swing = 6 * randomOf(i, 7);
         const Shape one = scaled(jellyfish(kind), {size, size, size});
         all.push_back(moved(
