@@ -211,8 +211,10 @@ public:
         };
         EXPECT_TRUE(says("number: " + file)) << contentOf(scratch.file("state"));
         for (const char* key : {"Down", "Up"})
-            for (int i = 0; i < 100 && !isChosen() && !HasFailure(); i++)
+            for (std::string last = "none"; !isChosen() && state("chosen") != last && !HasFailure();) {
+                last = state("chosen");
                 act(std::string("key --window %1 ") + key);
+            }
         EXPECT_TRUE(isChosen()) << state("chosen");
         return state("chosen");
     }
