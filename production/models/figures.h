@@ -13,7 +13,6 @@ model::Shape robotTrim();                                 // painted parts and l
 model::Shape onRobotScreen(const model::Shape& picture);  // from x = S, y = T, z = height over the glass
 model::Shape ship();
 model::Shape probe();
-model::Shape heapBox();           // without glass, garden, trunk and mast
-constexpr double heapGlass = 22;  // from its axis to the glass of its long sides
+model::Shape heapBox();  // without glass, garden, trunk and mast
 
 }  // namespace figures

@@ -1,6 +1,6 @@
 // The box of the heap: a house of one storey, a little under 20 units high, twenty of which lie across each
-// other. Between two slabs of slate, edged with light, stand lit rooms behind glass; at one end the upper
-// slab is missing, and a terrace grows a garden. Its timber soffit is what a viewer from below sees.
+// other. Between two pale slabs stand lit rooms behind glass; at one end the upper slab is missing, and a
+// terrace grows a garden. Its timber soffit is what a viewer from below sees.
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
@@ -13,11 +13,11 @@ using namespace model;
 
 namespace {
 
-constexpr double halfLength = 59, halfWidth = 26, halfHeight = 9.3;
+constexpr double halfLength = 55, halfWidth = 22.5, halfHeight = 9.3;
 constexpr double slab = 2.4;  // thickness of floor and roof
-constexpr double roofFrom = -30, glassFrom = -27, glassTo = 55, glassHalf = figures::heapGlass;
+constexpr double roofFrom = -30, glassFrom = -27, glassTo = 51, glassHalf = 19;
 constexpr double parapet = 6.4;  // height of the terrace's, slab included
-constexpr double trunkRadius = 13, trunkDepth = 130, mastHeight = 80;
+constexpr double trunkRadius = 13, trunkDepth = 130, mastHeight = 50;
 
 // The light circles far below the heap. What is to catch it wherever it stands faces down by `share` more
 // than it does.
@@ -75,7 +75,7 @@ Shape stretch(Vec from, Vec along, int number) {
 
 // Each side has a shape of its own, so that a storey has another outline after each quarter turn: before,
 // one half stands back behind a balcony; behind, the other comes out to the slabs' edge.
-constexpr double glassMiddle = (glassFrom + glassTo) / 2, behindBalcony = 13, bayOut = halfWidth + 3.5;
+constexpr double glassMiddle = (glassFrom + glassTo) / 2, behindBalcony = 11, bayOut = halfWidth + 3.5;
 
 Shape core() {
     const double low = slab - halfHeight, high = -low;
@@ -108,21 +108,16 @@ Shape glass() {
                    stretch({glassFrom - breath, low, -glassHalf}, {0, 0, 2 * glassHalf}, 5)});
 }
 
-// Thin lines of light along the edges of roof and floor. Each side has its own colour, so that neighbours
-// that lie across each other differ.
-Shape edgeLines() {
-    constexpr double half = 0.42, out = 0.3;
-    const auto line = [&](Vec a, Vec b, Uv colour) {
-        return painted(block(a - Vec{out, half, out}, b + Vec{out, half, out}, 0), colour);
+// A thin line of light along the roof's edges, which draws every storey.
+Shape edgeLine() {
+    constexpr double y = halfHeight - slab / 2, half = 0.35, out = 0.3;
+    const auto line = [&](Vec a, Vec b) {
+        return block(a - Vec{out, half, out}, b + Vec{out, half, out}, 0);
     };
-    const auto at = [](double x, double side, double y) { return Vec{x, y, side * halfWidth}; };
-    constexpr double roof = halfHeight - slab / 2, floor = -roof;
-    return joined({line(at(roofFrom, 1, roof), at(halfLength, 1, roof), hull::warmLamp),
-                   line(at(roofFrom, -1, roof), at(halfLength, -1, roof), hull::coolLamp),
-                   line(at(halfLength, -1, roof), at(halfLength, 1, roof), hull::beamlit),
-                   line(at(roofFrom, -1, roof), at(roofFrom, 1, roof), hull::coolLamp),
-                   line(at(-halfLength, 1, floor), at(halfLength, 1, floor), hull::warmLamp),
-                   line(at(-halfLength, -1, floor), at(-halfLength, 1, floor), hull::coolLamp)});
+    return joined({line({roofFrom, y, halfWidth}, {halfLength, y, halfWidth}),
+                   line({roofFrom, y, -halfWidth}, {halfLength, y, -halfWidth}),
+                   line({halfLength, y, -halfWidth}, {halfLength, y, halfWidth}),
+                   line({roofFrom, y, -halfWidth}, {roofFrom, y, halfWidth})});
 }
 
 // Under the floor: timber, vaulted to the light. Flat, all of it would throw back the glow beyond the heap at
@@ -205,15 +200,13 @@ Shape trunkRings() {
 }
 Shape mast() {
     return lathe({{3.2, halfHeight},
-                  {2, halfHeight + 8},
+                  {3, halfHeight + 8},
                   {0.9, halfHeight + mastHeight},
                   {0, halfHeight + mastHeight}},
                  8);
 }
-// A disc at its tip; those of the storeys below stand under it.
 Shape mastLamp() {
-    constexpr double y = halfHeight + mastHeight, radius = 6.5;
-    return lathe({{0, y - 1.6}, {radius, y - 0.8}, {radius, y + 0.8}, {0, y + 1.6}}, 12);
+    return moved(icosphere(2.8, 1), {0, halfHeight + mastHeight, 0});
 }
 
 }  // namespace
@@ -226,19 +219,19 @@ void makeHeapBox(const char* path) {
     constexpr double lamps = 1.9;
     // A breath of a curve, so that a light crosses a slab instead of filling it at once. Its sides look away
     // from the heap's axis, as if it were a column, so that the same light stays on the same side of it,
-    // whichever way its storeys turn; and down, to the light that circles there, behind it at times. All of
-    // it is next to black: what is pale and broad, the glow lays over the heap as a veil.
+    // whichever way its storeys turn; and down, to the light that circles there, behind it at times.
     const auto curved = [](Vec p, Vec normal) {
         if (normal.y > 0.5) return normal + Vec{0.9 * p.x / halfLength, 0, 0.9 * p.z / halfWidth};
         if (normal.y < -0.5) return normal + Vec{0.1 * p.x / halfLength, 0, 0.1 * p.z / halfWidth};
         return normal * 0.3 + normalized(Vec{p.x, 0, p.z}) - Vec{0, 1.5, 0};
     };
     const Shape slabs =
-        shaded(painted(joined({floorSlab(), roofSlab(), terraceWalls(), outworks()}), hull::slate), curved);
-    const Shape walls = litFromBelow(painted(core(), hull::slate), 0.3);
-    writeAml(path, {slabs, walls, soffit(), glass(), litFromBelow(painted(hedge(), hull::leaves), 0.35),
+        shaded(painted(joined({floorSlab(), roofSlab(), terraceWalls()}), hull::lime), curved);
+    const Shape dark = joined(
+        {shaded(painted(outworks(), hull::timber), curved), shaded(painted(core(), hull::dark), curved)});
+    writeAml(path, {slabs, dark, soffit(), glass(), litFromBelow(painted(hedge(), hull::leaves), 0.35),
                     litFromBelow(painted(shrubs(), hull::foliage), 0.7),
                     litFromBelow(painted(joined({trunk(), mast()}), hull::dark), 0.3),
-                    litFromBelow(joined({edgeLines(), painted(mastLamp(), hull::beamlit)}), lamps),
-                    litFromBelow(painted(trunkRings(), hull::warmLamp), lamps)});
+                    litFromBelow(painted(edgeLine(), hull::coolLamp), lamps),
+                    litFromBelow(painted(joined({trunkRings(), mastLamp()}), hull::warmLamp), lamps)});
 }

@@ -222,7 +222,7 @@ void makeJellyfish(const char* path) {
     const auto far = [&](Vec point, Vec normal) {
         return normalized(lit(point, normal)) + dark(point, normalized(point) * -1);
     };
-    const Shape hero = moved(jellyfish({0, 48, 2, 16, 4, 0.6, 1.5, 0.4, 0}), {0, 4, 0});
+    const Shape hero = moved(jellyfish({0, 72, 3, 16, 4, 0.6, 1.5, 0.4, 0}), {0, 4, 0});
     writeAml(path,
              {shaded(leaning(scaled(hero, {0.8, 0.8, 0.8})), lit), shaded(leaning(swarm(swarms[0])), lit),
               shaded(leaning(swarm(swarms[1])), far), leaning(plankton()), shaded(leaning(water()), dark)});

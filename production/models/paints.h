@@ -26,7 +26,7 @@ constexpr Patch sail = patchOf(atlas::hull::wing.within(0.1));  // a pale wing, 
 constexpr Patch dark = patchOf(atlas::hull::dark.part(0.3, 0.2, 3.4, 1.0));
 constexpr Patch timber = patchOf(atlas::hull::timber), leaves = patchOf(atlas::hull::leaves),
                 foliage = patchOf(atlas::hull::leaves.part(0, 0, 2.8, 0.35)),
-                slate = patchOf(atlas::hull::slate.within(0.1));
+                lime = patchOf(atlas::hull::lime.within(0.1));
 constexpr Patch water = patchOf(atlas::hull::water.within(0.08));
 constexpr Patch bell(int kind) {
     return patchOf(atlas::hull::bell(kind).within(0.03));

@@ -421,7 +421,7 @@ Shape tower(const std::function<Shape(int storey)>& part) {
 
 // Lit windows before its rooms, no storey's like the next one's.
 Shape towerWindows() {
-    constexpr double pitch = 12.5, wide = 8.5, low = -5.0, high = 5.4, out = figures::heapGlass + 0.6;
+    constexpr double pitch = 12.5, wide = 8.5, low = -5.0, high = 5.4, out = 19.6;
     std::vector<Shape> halves;
     for (int half = 0; half < 2; half++) {
         const Shape windows = tower([&](int storey) {

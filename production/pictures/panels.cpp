@@ -49,7 +49,7 @@ struct Sign {
 
 const Rgba warm = opaque(0.86f, 0.46f, 0.13f);
 const Rgba warmLight = light(1.0f, 0.58f, 0.20f), coolLight = light(0.50f, 0.70f, 1.0f);
-const Rgba slate = opaque(0.022f, 0.026f, 0.036f);
+const Rgba limestone = opaque(0.15f, 0.17f, 0.22f);
 // Of the ship's edges that the beams light.
 const Rgba beamlit = opaque(1, 0.16f, 0.72f);
 // Its copper: with more green the glow on a beat would bleach it.
@@ -213,7 +213,7 @@ Rgba byLamp(const Room& room, float x, float down) {
     const float lamp = 0.3f + 0.4f * randomAt(room.key, 2, 5), across = (x - lamp) * room.wide;
     const float drop = room.tall * (0.18f + 0.2f * randomAt(room.key, 3, 5)), below = down * room.tall - drop;
     const float spread = bell(std::hypot(across, 1.3f * below), 30);
-    const Rgba wall = opaque(1, 0.56f, 0.17f) * (0.48f + 0.8f * spread);
+    const Rgba wall = opaque(1, 0.54f, 0.18f) * (0.55f + 0.45f * spread);
     if (isBefore(room, x, down)) return wall * 0.12f;
     const float curtain = std::fmin(x, 1 - x) * room.wide - 7;
     if (curtain < 0) return opaque(0.62f, 0.20f, 0.06f) * (0.25f + 0.2f * std::cos(curtain * 1.6f));
@@ -223,11 +223,11 @@ Rgba byLamp(const Room& room, float x, float down) {
 Rgba byScreen(const Room& room, float x, float down) {
     const Point at = {(x - 0.5f) * room.wide, (down - 0.5f) * room.tall};
     const float away = box(at, {0, 0}, {std::fmin(room.wide * 0.3f, 20.0f), 9}, 1);
-    const Rgba spill = opaque(0.06f, 0.22f, 0.55f) * (0.03f + 0.55f * std::exp(-std::fmax(away, 0.0f) / 6));
+    const Rgba spill = opaque(0.06f, 0.22f, 0.55f) * (0.1f + 0.7f * std::exp(-std::fmax(away, 0.0f) / 9));
     if (isBefore(room, x, down)) return spill * 0.1f;
     const float programme =
         0.6f + 0.4f * randomAt(int(at.x / 6 + 50), int(at.y / 5 + 50), uint32_t(room.key));
-    return away < 0 ? opaque(0.45f, 0.80f, 1) * programme : spill;
+    return away < 0 ? opaque(0.35f, 0.70f, 1) * programme : spill;
 }
 
 // Plants under a lamp for them, each with its own height.
@@ -237,16 +237,16 @@ Rgba amongPlants(const Room& room, float x, float down) {
     const bool leaf =
         1 - down < tall && std::fabs(side) < 0.5f - 0.3f * std::fabs(std::sin(down * 22 + column));
     const Rgba light =
-        mix(opaque(0.62f, 0.80f, 0.26f), opaque(0.03f, 0.09f, 0.03f), smoothstep(0.1f, 0.75f, down));
-    return leaf ? light * 0.06f : light * 0.8f;
+        mix(opaque(0.62f, 0.80f, 0.26f), opaque(0.10f, 0.26f, 0.10f), smoothstep(0.1f, 0.9f, down));
+    return leaf ? light * 0.12f : light * 0.75f;
 }
 
 // A pool, whose light ripples over the wall, with a swimmer or two.
 Rgba byPool(const Room& room, float x, float down) {
     const Point at = {x * room.wide / 34, down * room.tall / 30};
     const float ripple = ridgedNoise(at.x, at.y * 1.6f, 64, 3, uint32_t(room.key));
-    const Rgba water = mix(opaque(0.10f, 1.0f, 1.0f), opaque(0.02f, 0.36f, 0.75f), down) *
-                       (0.25f + 1.5f * smoothstep(0.30f, 0.9f, ripple));
+    const Rgba water = mix(opaque(0.12f, 1.0f, 0.95f), opaque(0.03f, 0.30f, 0.60f), down) *
+                       (0.35f + 1.1f * smoothstep(0.3f, 1.0f, ripple));
     const float swim = 0.2f + 0.6f * randomAt(room.key, 3, 5);
     const Point from = {(x - swim) * room.wide, (down - 0.62f) * room.tall};
     return std::fmin(box(from, {0, 0}, {9, 2.5f}, 2.4f), circle(from, {-12, -2}, 3.2f)) < 0 ? water * 0.1f
@@ -257,7 +257,7 @@ Rgba byPool(const Room& room, float x, float down) {
 Rgba atDance(const Room& room, float x, float down) {
     const float turn = std::fabs(std::remainder((x - 0.5f) * room.wide / (8 + 34 * down), 1.0f));
     const Rgba light = mix(opaque(1, 0.16f, 0.62f), opaque(0.34f, 0.10f, 0.95f), smoothstep(0.1f, 0.9f, x)) *
-                       (0.14f + 0.95f * smoothstep(0.34f, 0.10f, turn));
+                       (0.28f + 0.75f * smoothstep(0.34f, 0.10f, turn));
     const float column = x * room.wide / 13, who = std::floor(column);
     const Point at = {(column - who - 0.5f) * 13,
                       (down - 1) * room.tall + 4 * randomAt(room.key, int(who), 9)};
@@ -274,8 +274,8 @@ Rgba roomLight(const Room& room, float x, float down) {
     if (room.evening == 'g') seen = amongPlants(room, x, down);
     if (room.evening == 'p') seen = byPool(room, x, down);
     if (room.evening == 'd') seen = atDance(room, x, down);
-    const float frame = std::fmin(std::fmin(x, 1 - x) * room.wide - 3.5f,
-                                  std::fmin(down * room.tall - 7, (1 - down) * room.tall - 2));
+    const float frame = std::fmin(std::fmin(x, 1 - x) * room.wide - 2.2f,
+                                  std::fmin(down * room.tall - 3, (1 - down) * room.tall - 2));
     return seen * smoothstep(-0.8f, 0.8f, frame);
 }
 
@@ -311,7 +311,7 @@ Stamp boards(int count) {
             const float joint = std::fmin(std::fabs(std::remainder(down, 1.0f)) * wide,
                                           std::fabs(std::remainder(along, 120.0f)));
             const float grain = 0.75f + 0.5f * randomAt(board, plank, 6);
-            relief.colours[i] = opaque(0.020f, 0.013f, 0.010f) * (grain * smoothstep(0.2f, 1.7f, joint));
+            relief.colours[i] = opaque(0.070f, 0.044f, 0.028f) * (grain * smoothstep(0.2f, 1.7f, joint));
             relief.glows[i] = {};
         });
         for (int k = 0; k < 10; k++) {
@@ -330,9 +330,9 @@ Stamp leaves() {
             const float leaf = fractalNoise(p.x / 6, p.y / 6, 64, 3, 7),
                         drop = gradientNoise(p.x / 9, 0, 64, 8);
             const float down = (p.y + field.half.y) / (2 * field.half.y);
-            relief.colours[i] = mix(opaque(0.01f, 0.05f, 0.015f), opaque(0.22f, 0.40f, 0.08f),
+            relief.colours[i] = mix(opaque(0.02f, 0.09f, 0.025f), opaque(0.30f, 0.46f, 0.12f),
                                     smoothstep(-0.25f, 0.4f, leaf));
-            if (down > 0.72f + 0.25f * drop) relief.colours[i] = slate;
+            if (down > 0.72f + 0.25f * drop) relief.colours[i] = limestone;
             relief.glows[i] = {};
         });
     };
@@ -395,7 +395,7 @@ const std::vector<Row> hullRows = {
     {atlas::hull::rooms[5], rooms(5)},
     {atlas::hull::timber, boards(9)},
     {atlas::hull::leaves, leaves()},
-    {atlas::hull::slate, chip(slate)},
+    {atlas::hull::lime, chip(limestone)},
     // The hall's: its lamp has less than half as much red as green and blue.
     {atlas::hull::lacquer(atlas::hull::ivory), ramp(opaque(1, 0.42f, 0.44f))},
     {atlas::hull::lacquer(atlas::hull::orange), ramp(opaque(1, 0.13f, 0.01f))},

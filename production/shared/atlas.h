@@ -28,12 +28,12 @@ constexpr Cells pale = {0, 0, 6, 5}, dark = {6, 0, 4, 3}, striped = {10, 0, 6, 3
                 numbered = {3, 5, 3, 4}, wing = {10, 9, 6, 7};
 constexpr Cells vents = {3.5, 12.8, 3, 2.4}, stripe = {10.04, 0.9, 5.92, 0.5};
 constexpr Cells warmLamp = {0.9, 8.5, 1.2, 0.16}, coolLamp = {0.9, 9.5, 1.2, 0.16};
-// The heap's houses: six stretches of rooms, their timber soffit, leaves, and the slate of their slabs.
+// The heap's houses: six stretches of rooms, their timber soffit, leaves, and the lime of their slabs.
 constexpr Cells room(double column, double row) {
     return {3.1 + 3.45 * column, 9.1 + 0.95 * row, 3.35, 0.85};
 }
 constexpr Cells rooms[] = {room(0, 0), room(1, 0), room(0, 1), room(1, 1), room(0, 2), room(1, 2)};
-constexpr Cells timber = {13.1, 4.5, 2.8, 2.2}, leaves = {13.1, 6.8, 2.8, 0.6}, slate = {13.1, 7.5, 2.8, 0.6};
+constexpr Cells timber = {13.1, 4.5, 2.8, 2.2}, leaves = {13.1, 6.8, 2.8, 0.6}, lime = {13.1, 7.5, 2.8, 0.6};
 // The sea, which alone lets light through: an eighth of each kind of jellyfish's bell, its arms from their
 // middle to their edges, and the water, from dark to bright and from petrol to indigo.
 constexpr Cells sea = {7, 12, 3, 4}, water = {7, 15.2, 3, 0.8};

@@ -6,6 +6,6 @@
 namespace heap {
 
 constexpr int roomsInStretch = 6;
-constexpr char evenings[][roomsInStretch + 1] = {"lolgol", "olblgo", "oppppo", "osoppo", "odddol", "loglol"};
+constexpr char evenings[][roomsInStretch + 1] = {"lolgol", "olblgo", "ppppos", "ospppo", "odddol", "loglol"};
 
 }  // namespace heap
