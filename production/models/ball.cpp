@@ -29,7 +29,7 @@ constexpr int rows = 22;
 constexpr double mirrorPart = 0.92;  // of its place that a mirror covers, each way
 constexpr double domed = 0.007;      // radians that a mirror seems to bend for each unit from its middle
 
-// Shares of the mirrors, each counted from nothing.
+// Up to which lot of 0..1 a mirror is of each kind.
 constexpr double gold = 0.26, blue = 0.42, ice = 0.64, flashes = 0.96;
 
 // Of the shell behind it, whose inside is seen round it: times the ball's size.
@@ -41,8 +41,9 @@ double lotOf(int mirror, int what) {
 }
 
 // What a mirror seems to face. What leans in from upright throws back the warm glow low beyond the ball from
-// wherever it is seen, what leans out the cold one over that: so half of them are always lit. The others wait
-// for one moment each of the viewer's round, for a lamp over him, the lamp by the ball or the comet.
+// wherever it is seen, what leans out the cold one over that: so two in five of them are always lit. The
+// others wait for one moment each of the viewer's round, for a lamp over him, the lamp by the ball or the
+// comet.
 Vec facing(int mirror, Vec place, Vec normal) {
     const Vec out = normalized(Vec{normal.x, 0, normal.z}), side = {-out.z, 0, out.x};
     const double lot = lotOf(mirror, 0), lean = lotOf(mirror, 1), aside = 0.3 * (lotOf(mirror, 2) - 0.5);

@@ -1,6 +1,6 @@
 // The casing round the robot's feet, which sinks with the light: a cup, and over it a hoop that glows on slim
 // stalks, so low that a camera that circles its guest never sees it before him. The program squeezes it in
-// height, so it opens like a flower that is pressed flat.
+// height, so it sinks flat.
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"

@@ -1,5 +1,5 @@
 // The box of the heap: a house of one storey, a little under 20 units high, twenty of which lie across each
-// other. Between two pale slabs stand lit rooms behind glass; at one end the upper slab is missing, and a
+// other. Between two slabs stand lit rooms behind glass; at one end the upper slab is missing, and a
 // terrace grows a garden. Its timber soffit is what a viewer from below sees.
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"

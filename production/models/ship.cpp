@@ -59,7 +59,7 @@ Shape body() {
     return painted(flutedLathe(profile, {flutes, 0.16, 1.4, -66, 62, 4}, 0));
 }
 
-// The ship's sails are six petals of a bell, each between two beams: enamel outside, orange within, where
+// The ship's sails are six petals of a bell, each between two beams: pearl outside, copper within, where
 // those who look from behind see it, and its rim a line of light.
 struct Rib {
     double out, up, half;  // from the axis, along it, and half its breadth

@@ -117,7 +117,7 @@ Shape onWall() {
     return spots;
 }
 
-// As the mirrors are that throw them, these are squares. They lie where the stage's rings are dark.
+// They lie where the stage's rings are dark.
 Shape onStage() {
     constexpr double pitch = 19, over = 0.3;  // units
     constexpr double inFront = 1.2;           // radians beside the viewer's own turn

@@ -21,7 +21,6 @@
 #include "production/models/paints.h"
 #include "production/models/spots.h"
 #include "production/models/viewer.h"
-#include "production/shared/glow.h"
 
 using namespace model;
 using namespace hall;
@@ -76,7 +75,7 @@ constexpr double leaning = 1.2, inShade = 2.4;
 constexpr double lampMiddle = degrees(11), lampEnds = degrees(25);
 
 // On what stands in a quarter falls the lamp by the ball, which shows its paint: what looks about where that
-// is thrown back from leans there, the rest keeps its own way and so its rims. And two lamps over the viewer,
+// is thrown back from leans there, and what lies in shade leans further. And two lamps over the viewer,
 // each of a strength of 0..1: a warm one on his right and a cold one on his left, which what looks up to them
 // throws back, the farther in the more light falls there; what looks to his right is meant for when he has
 // walked there.
@@ -478,7 +477,7 @@ Shape probeLamps() {
         probe = turned(probe, Axis::y, hung.roll);
         const Vec place = {hung.radius, hung.height, 0};
         probe = moved(scaled(probe, {hung.size, hung.size, hung.size}), place);
-        const Shape cable = tube(place + up * (24 * hung.size), {hung.radius, 740, 0}, 0.8, 4);
+        const Shape cable = dark(tube(place + up * (24 * hung.size), {hung.radius, 740, 0}, 0.8, 4));
         lamps.push_back(atTurn(joined({probe, cable}), probesTurn + degrees(hung.turn)));
     }
     return joined(lamps);

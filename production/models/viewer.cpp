@@ -1,6 +1,5 @@
 #include "production/models/viewer.h"
 
-#include "production/shared/comet.h"
 #include "script/room_view.h"
 
 using namespace model;

@@ -65,7 +65,7 @@ Rgba enamel(float tone) {
 Rgba paleEnamel(float tone) {
     return opaque(tone * 0.76f, tone * 1.0f, tone * 1.12f);
 }
-// The wings', cold before the tunnel's orange panels.
+// The satellites' wings', cold before their world.
 Rgba coldEnamel(float tone) {
     return opaque(tone * 0.62f, tone * 1.02f, tone * 1.34f);
 }

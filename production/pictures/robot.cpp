@@ -72,7 +72,7 @@ Rgba turbineAt(Point p) {
            gold * (0.8f * outline((r - 0.84f) * 256, 9) + 0.6f * tick);
 }
 
-// A gauge of 128 x 512: a number over bars, the highest of them red.
+// A gauge of 128 x 512: bars, the upper two of them red.
 Rgba gaugeAt(Point p) {
     const float bar = std::floor(p.y / 52), along = p.y - 52 * bar - 26;
     const float half = 46 - 3 * std::fabs(bar - 6);
@@ -199,7 +199,7 @@ void makeRobotFace(const char* path) {
     Canvas halo = blurred(canvas, 14, Edge::Clamp);
     for (int y = 0; y < size; y++)
         for (int x = 0; x < size; x++)
-            if (onGlass({float(x), float(y)}) || y > pixels(pulse.top))
+            if (x < pixels(pulse.left) || y > pixels(pulse.top))
                 canvas.at(x, y) = canvas.at(x, y) + halo.at(x, y) * 0.14f;
     saveRgb(canvas, path, Rows::TopFirst);
 }

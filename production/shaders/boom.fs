@@ -152,7 +152,7 @@ vec3 headAt(vec2 p, vec3 glow, vec3 behind, float pixel) {
     float edge = clamp(1.0 + shell.z / 0.20, 0.0, 1.0), seam = inside(abs(shell.z + 0.215) - 0.007, pixel);
     // The frame lies on it and shades it.
     vec3 frame = outOf(p, vec2(1.52, 1.19), 0.38);
-    float shade = 1.0 - 0.6 * smoothstep(0.09, 0.0, frame.z + dot(frame.xy, vec2(-0.03, 0.04)));
+    float shade = 0.4 + 0.6 * smoothstep(0.0, 0.09, frame.z + dot(frame.xy, vec2(-0.03, 0.04)));
     lay(seen, ivory * (1.0 - 0.8 * seam) * shade, shell.xy * edge * edge + vec2(0.05, 0.06) * p, 0.9, shell.z, pixel);
     // A screw in each corner, and on the chin a grille between a knob and a lamp that is on.
     vec2 screw = side - vec2(1.56, p.y < 0.0 ? -1.34 : 1.14);
@@ -169,8 +169,8 @@ vec3 headAt(vec2 p, vec3 glow, vec3 behind, float pixel) {
     lay(seen, brass, frame.xy * across, 1.0, frame.z, pixel);
     float rubber = roundBox(p, glass, glassCorner), pit = inside(frame.z + 0.11, pixel);
     lay(seen, steel * (0.1 + smoothstep(0.02, 0.07, rubber)), -0.8 * frame.xy, 0.2, frame.z + 0.11, pixel);
-    vec3 thrown = glow * (0.5 * smoothstep(0.0, -0.11, frame.z) * inside(frame.z, pixel) * (1.0 - pit) +
-                          smoothstep(0.10, 0.0, rubber) * pit);
+    vec3 thrown = glow * (0.5 * (1.0 - smoothstep(-0.11, 0.0, frame.z)) * inside(frame.z, pixel) * (1.0 - pit) +
+                          (1.0 - smoothstep(0.0, 0.10, rubber)) * pit);
     float aura = max(1.0 - 3.5 * max(fromBall, 0.0), 0.0) * step(0.0, min(fromBall, shell.z));
     return lit(seen) + thrown + amber * (0.25 * aura * aura * aura);
 }
@@ -224,7 +224,7 @@ vec3 endAt(float seconds, bool look, Screen screen, vec3 shown, float pixel) {
               amber * (0.14 * halo * halo * halo + glimmer * bend * (1.0 - 0.4 * dot(p, p)))) *
              (drawn * lines);
     float edge = roundBox(p, glass, glassCorner * screen.back);
-    shown = shown * mix(1.0, smoothstep(0.0, -0.16, edge), 0.8 * screen.back) + onGlass(p, edge, pixel) * screen.back;
+    shown = shown * mix(1.0, 1.0 - smoothstep(-0.16, 0.0, edge), 0.8 * screen.back) + onGlass(p, edge, pixel) * screen.back;
     float away = length(p), ring = 0.5 + 0.5 * sin(8.0 * away - breathing * seconds);
     vec3 behind = mix(night, dusk, ring * ring) * (1.0 - 0.24 * away) * screen.back;
     // As the light goes, what is not full yet is laid brighter.
@@ -269,17 +269,17 @@ void main() {
     // Looked up at every pixel: which level of a picture is meant is not known where neighbours don't look.
     vec4 color = texture2D(picture, coordinates(at, slope, margin));
     vec3 red = texture2D(picture, coordinates(at - 2.0 * split, slope, margin)).rgb;
-    vec3 amber = texture2D(picture, coordinates(at - split, slope, margin)).rgb;
+    vec3 yellow = texture2D(picture, coordinates(at - split, slope, margin)).rgb;
     vec3 azure = texture2D(picture, coordinates(at + split, slope, margin)).rgb;
     vec3 blue = texture2D(picture, coordinates(at + 2.0 * split, slope, margin)).rgb;
     if (atTheEnd) {
-        vec3 shown = 0.2 * (color.rgb + red + amber + azure + blue);
+        vec3 shown = 0.2 * (color.rgb + red + yellow + azure + blue);
         gl_FragColor = vec4(endAt(seconds, look, screen, shown, 4.0 * margin.y / screen.zoom), 1.0) * gl_Color;
         return;
     }
     if (dot(split, split) > 2e-8) {  // a quarter of a pixel from end to end
-        color.rgb = vec3(0.5 * red.r + 0.35 * amber.r + 0.15 * color.r,
-                         0.25 * amber.g + 0.5 * color.g + 0.25 * azure.g,
+        color.rgb = vec3(0.5 * red.r + 0.35 * yellow.r + 0.15 * color.r,
+                         0.25 * yellow.g + 0.5 * color.g + 0.25 * azure.g,
                          0.15 * color.b + 0.35 * azure.b + 0.5 * blue.b);
     }
 

@@ -45,12 +45,12 @@ constexpr Cells bell(int kind) {
 constexpr Cells frill(int kind) {
     return {7 + 0.6 * kind, 14.45, 0.6, 0.7};
 }
-// A dab of what shines as if the beams lit it.
 // Lacquers of what stands in the hall, each a ramp from its shade on the left to its full tone.
 constexpr Cells lacquer(int number) {
     return {0.1 + 0.7 * number, 5.1, 0.6, 0.6};
 }
 enum Lacquer { ivory, orange, petrol, sand };
+// Dabs of what shines as if the beams lit it, and of the ship's petals.
 constexpr Cells beamlit = {0.7, 14.7, 0.6, 0.6}, copper = {1.5, 14.7, 0.6, 0.6},
                 pearl = {2.3, 14.7, 0.6, 0.6};
 

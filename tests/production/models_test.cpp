@@ -199,6 +199,7 @@ TEST(Models, CasingStandsClearOfTheRobotsFeet) {
     const Model casing("block.AML");
     const float inside = casing.nearest(fromY), high = casing.farthest(y);
     EXPECT_NEAR(casing.nearest(y), 0, 0.01f);
+    EXPECT_GT(high, 15);
     EXPECT_LE(high, 94);  // the program scales a height of 94
     for (const char* file : {"robo_body.AML", "robo_arms.AML", "robo_screen.AML"}) {
         float widest = 0;
@@ -301,7 +302,7 @@ TEST(Models, ShipHasANozzleAtEachBeam) {
         float reach = 0;
         for (const Triangle& triangle : ship.triangles) {
             const Vec3 p = triangle.centre() - Vec3{0, 0, height};
-            // Short of the blades.
+            // Short of the petals.
             if (std::fabs(p.z) < 3 && fromZ(p) < 34 && dot(p, direction) > 0.985f * fromZ(p))
                 reach = std::max(reach, fromZ(p));
         }
