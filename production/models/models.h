@@ -11,7 +11,7 @@ void makeRobotArms(const char* path);
 void makeRobotScreen(const char* path);
 void makeRing(const char* path);
 void makeCasing(const char* path);
-void makeJellyfish(const char* path);
+void makeLanterns(const char* path);
 void makeSky(const char* path);
 void makeProbe(const char* path);
 void makeRoomCollision(const char* path);
@@ -28,7 +28,7 @@ inline constexpr Product modelProducts[] = {
     {"robo_arms.AML", makeRobotArms},
     {"robo_screen.AML", makeRobotScreen},
     {"ring.AML", makeRing},
-    {"haromalli.AML", makeJellyfish},
+    {"haromalli.AML", makeLanterns},
     {"pallo.AML", makeSky},
     {"palikka.AML", makeProbe},
     {"huone_simple.AML", makeRoomCollision},

@@ -7,6 +7,7 @@
 #include "production/kit/picture/noise.h"
 #include "production/kit/picture/relief.h"
 #include "production/pictures/hall.h"
+#include "production/pictures/lanterns.h"
 #include "production/pictures/pictures.h"
 #include "production/shared/atlas.h"
 #include "production/shared/evenings.h"
@@ -468,88 +469,19 @@ Rgba ringAt(float row) {
     return mix(grey(0.004f), opaque(0.10f, 0.18f, 0.28f), smoothstep(0.36f, 0.30f, std::fabs(row - 15.5f)));
 }
 
-// A kind of jellyfish: its glass, what shines at its rim and edges, and its heart.
-struct Glass {
-    Rgba body, edge, heart;
-};
-const Glass glasses[atlas::hull::jellyfish] = {
-    {opaque(0.85f, 0.24f, 1.0f), opaque(1, 0.80f, 1), opaque(1, 0.45f, 0.25f)},
-    {opaque(0.10f, 0.55f, 1.0f), opaque(0.65f, 1, 1), opaque(0.9f, 0.95f, 0.8f)},
-    {opaque(0.40f, 0.32f, 1.0f), opaque(0.80f, 0.80f, 1), opaque(1, 0.5f, 1)},
-    {opaque(1.0f, 0.32f, 0.45f), opaque(1, 0.80f, 0.75f), opaque(1, 0.75f, 0.3f)},
-    {opaque(0.06f, 0.75f, 0.75f), opaque(0.70f, 1, 0.95f), opaque(0.7f, 1, 0.5f)},
-};
-// Of the halo that the glow makes of all that isn't black, so much shines through as alpha lacks of 1: lines
-// and points of light, whatever falls on them.
-constexpr float luminous = 0.57f, glassy = 0.90f, watery = 1;
-
-// A place of its bell, mirrored at both sides, from its top at `v` = 0 to its rim at 1.
-Rgba bellAt(const Glass& glass, float across, float v) {
-    const float rib = std::fabs(std::remainder(across * 2, 1.0f));  // 0 on a rib, 1/2 between two
-    const float breadth = mix(4.0f, 48.0f, smoothstep(0.0f, 0.8f, v));
-    const float ribbed = smoothstep(1.8f, 0.8f, rib * breadth) * smoothstep(0.2f, 0.4f, v);
-    const float fine = smoothstep(1.4f, 0.6f, std::fabs(std::remainder(across * 8, 1.0f)) * breadth / 4) *
-                       smoothstep(0.5f, 0.7f, v);
-    const float loop = std::fabs(length(Point{across * 0.62f, (v - 0.27f) * 1.5f}) - 0.20f);
-    const float heart = smoothstep(0.11f, 0.05f, loop) * smoothstep(0.48f, 0.42f, v);
-    Rgba c = glass.body * mix(0.6f, 1.0f, smoothstep(0.15f, 0.7f, v));
-    c = mix(c, glass.edge, 0.2f * smoothstep(0.55f, 0.76f, v));
-    c.a = glassy;
-    const float shining = std::fmax(std::fmax(ribbed, 0.5f * fine), smoothstep(0.76f, 0.81f, v));
-    c = mix(c, glass.heart, heart);
-    c.a = mix(c.a, 0.62f, heart);
-    return mix(c, {glass.edge.r, glass.edge.g, glass.edge.b, luminous}, shining);
-}
-
-Rgba frillAt(const Glass& glass, float across, float down) {
-    Rgba c = mix(glass.heart, glass.body, smoothstep(0.0f, 0.6f, across + 0.5f * down));
-    c.a = glassy;
-    return mix(c, {glass.edge.r, glass.edge.g, glass.edge.b, luminous}, smoothstep(0.72f, 0.86f, across));
-}
-
-Rgba waterAt(float across, float down) {
-    const std::vector<Stop> petrol = {{0, opaque(0, 0.05f, 0.15f)},
-                                      {0.3f, opaque(0, 0.16f, 0.30f)},
-                                      {0.6f, opaque(0, 0.42f, 0.60f)},
-                                      {0.85f, opaque(0, 0.75f, 0.85f)},
-                                      {1, opaque(0.45f, 1, 1)}},
-                            indigo = {{0, opaque(0.01f, 0.01f, 0.17f)},
-                                      {0.3f, opaque(0.03f, 0.05f, 0.34f)},
-                                      {0.6f, opaque(0.02f, 0.20f, 0.62f)},
-                                      {0.85f, opaque(0.1f, 0.4f, 0.9f)},
-                                      {1, opaque(0.45f, 0.8f, 1)}};
-    Rgba c = mix(gradient(petrol, across), gradient(indigo, across), down);
-    c.a = watery;
-    return c;
-}
-
-// What lies at a place of the sea's cells.
-Rgba seaAt(Point place) {
-    const auto within = [&](const Cells& cells) {
-        return Point{(place.x - float(cells.left)) / float(cells.width),
-                     (place.y - float(cells.top)) / float(cells.height)};
-    };
-    const auto holds = [](Point p) { return unit(p.x) == p.x && unit(p.y) == p.y; };
-    for (int kind = 0; kind < atlas::hull::jellyfish; kind++) {
-        const Point bell = within(atlas::hull::bell(kind)), frill = within(atlas::hull::frill(kind));
-        if (holds(bell)) return bellAt(glasses[kind], bell.x, bell.y);
-        if (holds(frill)) return frillAt(glasses[kind], frill.x, frill.y);
-    }
-    const Point water = within(atlas::hull::water);
-    return waterAt(unit(water.x), unit(water.y));
-}
-
 }  // namespace
 
+// Twice as fine as the walls, for the lanterns' sake.
 void makeHull(const char* path) {
-    Canvas canvas = plated(enamel, hullRows, hullSigns, {0.14f, 0.55f, 0.5f, 900});
-    paint(canvas, [&](float x, float y, Rgba seen) {
+    const Canvas plates = plated(enamel, hullRows, hullSigns, {0.14f, 0.55f, 0.5f, 900});
+    Canvas canvas(2 * size, 2 * size);
+    paint(canvas, [&](float x, float y, Rgba) {
         constexpr Cells sea = atlas::hull::sea;
-        const Point place = {x / cell, y / cell};
-        if (box(place, {float(sea.middleX()), float(sea.middleY())},
-                {float(sea.width) / 2, float(sea.height) / 2}) >= 0)
-            return Rgba{seen.r, seen.g, seen.b, 1};
-        Rgba c = seaAt(place);
+        const Point place = Point{x, y} * (0.5f / cell);
+        const bool plate = box(place, {float(sea.middleX()), float(sea.middleY())},
+                               {float(sea.width) / 2, float(sea.height) / 2}) >= 0;
+        Rgba c = plate ? plates.at(int(x / 2), int(y / 2)) : lanternsAt(place, 0.5f / cell);
+        if (plate) c.a = 1;
         c.r *= c.a, c.g *= c.a, c.b *= c.a;
         return c;
     });

@@ -34,16 +34,22 @@ constexpr Cells room(double column, double row) {
 }
 constexpr Cells rooms[] = {room(0, 0), room(1, 0), room(0, 1), room(1, 1), room(0, 2), room(1, 2)};
 constexpr Cells timber = {13.1, 4.5, 2.8, 2.2}, leaves = {13.1, 6.8, 2.8, 0.6}, lime = {13.1, 7.5, 2.8, 0.6};
-// The sea, which alone lets light through: an eighth of each kind of jellyfish's bell, its arms from their
-// middle to their edges, and the water, from dark to bright and from petrol to indigo.
-constexpr Cells sea = {7, 12, 3, 4}, water = {7, 15.2, 3, 0.8};
-constexpr int jellyfish = 5;
-constexpr Cells bell(int kind) {
-    return kind == 0 ? Cells{7, 12, 1.5, 2.4}
-                     : Cells{8.5 + 0.75 * ((kind - 1) % 2), 12 + 1.2 * ((kind - 1) / 2), 0.75, 1.2};
+// The sea, which alone lets light through: of each kind of lantern a sixteenth of its bell from above and
+// from below, an arm from its middle to its edge and a thread from its root to its tip; the water, from dark
+// to bright and from blue to violet.
+constexpr Cells sea = {7, 12, 3, 4}, water = {7, 15.6, 3, 0.4};
+constexpr int lanterns = 4;
+constexpr Cells outside(int kind) {
+    return kind == 0 ? Cells{7, 12, 1.25, 2.4} : Cells{6.5 + 0.5 * kind, 14.4, 0.5, 1.0};
 }
-constexpr Cells frill(int kind) {
-    return {7 + 0.6 * kind, 14.45, 0.6, 0.7};
+constexpr Cells inside(int kind) {
+    return kind == 0 ? Cells{8.25, 12, 1.25, 2.4} : Cells{8.0 + 0.5 * kind, 14.4, 0.5, 1.0};
+}
+constexpr Cells arm(int kind) {
+    return kind == 0 ? Cells{9.5, 12, 0.5, 1.5} : Cells{9.5, 13.2 + 0.3 * kind, 0.5, 0.3};
+}
+constexpr Cells thread(int kind) {
+    return {7 + 0.75 * kind, 15.4, 0.75, 0.2};
 }
 // Lacquers of what stands in the hall, each a ramp from its shade on the left to its full tone.
 constexpr Cells lacquer(int number) {

@@ -88,7 +88,7 @@ TEST(Pictures, HaveTheSizesAndChannelsThatTheProgramAssumes) {
             EXPECT_EQ(std::pair(picture.width, picture.height), known->second);
         } else {
             EXPECT_EQ(picture.width, picture.height);
-            EXPECT_TRUE(std::has_single_bit(unsigned(picture.width)) && picture.width <= 1024);
+            EXPECT_TRUE(std::has_single_bit(unsigned(picture.width)) && picture.width <= 2048);
         }
     }
 }

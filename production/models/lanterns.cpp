@@ -1,0 +1,241 @@
+// The figure of the stripes: jellyfish that rise through a sea at night like lanterns, closed round the far
+// viewer, who stands 224 from its middle. However it turns, its up stays half a right angle off the viewer's.
+#include "production/kit/model/aml.h"
+#include "production/kit/model/forms.h"
+#include "production/kit/model/mapping.h"
+#include "production/models/models.h"
+#include "production/models/paints.h"
+
+using namespace model;
+
+namespace {
+
+// All of a surface is lit as if it faced one way: light lies evenly on it, and no facet shows. These were
+// found by search over the viewer's way, which is the same each time: lit well whenever he sees the surface,
+// and mirroring dark parts of the sphere map.
+struct Lightwards {
+    Vec over, flank, under, hanging;
+};
+const Lightwards heros = {
+    {0.71, 0.50, -0.50}, {0.25, -0.28, -0.93}, {0.29, -0.54, -0.79}, {0.29, -0.37, -0.88}};
+
+Shape lit(const Shape& whole, Vec towards) {
+    Shape shape = triangulated(whole);
+    for (Face& face : shape.faces) face.normals.assign(3, normalized(towards));
+    return shape;
+}
+
+// A jellyfish of radius 1: its paint, how finely it is cut, and what hangs from it.
+struct Kind {
+    int paint;
+    int lobes, across;  // across each
+    int every;          // point of its profiles
+    int threads, joints;
+    int arms, frills;
+    double thread;  // radius
+    double reach;   // of the threads
+    double swing;
+};
+
+// Radius and height, from the rim.
+const Outline outer = {{0.95, -0.03}, {1.0, 0.03},  {1.0, 0.13},   {0.93, 0.28}, {0.78, 0.42},
+                       {0.58, 0.52},  {0.36, 0.58}, {0.16, 0.605}, {0, 0.61}};
+const Outline inner = {{0.95, -0.03}, {0.82, 0.09}, {0.60, 0.19}, {0.30, 0.26}, {0, 0.27}};
+
+// Half a lobe of the bell is painted; the others mirror it.
+Shape bell(const Kind& kind, const Outline& profile, const Patch& paint) {
+    Outline curve;
+    std::vector<double> way = {0};
+    for (size_t i = 0; i < profile.size(); i += size_t(kind.every)) curve.push_back(profile[i]);
+    for (size_t i = 1; i < curve.size(); i++) way.push_back(way.back() + length(curve[i] - curve[i - 1]));
+    const int rows = int(curve.size()), sides = 2 * kind.lobes * kind.across;
+    Shape shape = grid(sides, rows, true, false, [&](int c, int r) {
+        const double angle = 2 * pi * c / sides, low = smoothstep(0.3, -0.03, curve[r].y);
+        const double swell = low * std::cos(angle * kind.lobes), radius = curve[r].x * (1 + 0.02 * swell);
+        return Vec{radius * std::cos(angle), curve[r].y - 0.025 * swell, -radius * std::sin(angle)};
+    });
+    for (Face& face : shape.faces)
+        for (Uv& uv : face.uvs) {
+            const double turn = uv.x * 2 * kind.lobes;
+            uv = paint.at(std::fabs(turn - 2 * std::round(turn / 2)),
+                          way[size_t(std::lround(uv.y * (rows - 1)))] / way.back());
+        }
+    return shape;
+}
+
+// Its up is the axis that the figure turns about.
+Shape rising(const Shape& upright) {
+    return turned(upright, Axis::x, pi / 4);
+}
+
+const double half = std::sqrt(0.5);
+
+// Where the viewer of a time sees what is so far right, up and behind him.
+Vec seenAt(double time, Vec seen) {
+    const auto turnedBack = [](Vec v, Vec axis, double angle) {
+        return v * std::cos(angle) - cross(axis, v) * std::sin(angle) +
+               axis * (dot(axis, v) * (1 - std::cos(angle)));
+    };
+    const Vec place = seen + Vec{0, 0, 200} - Vec{std::cos(time), std::sin(time), 0} * 100;
+    return turnedBack(turnedBack(place, {0, 1, 0}, degrees(180 * std::sin(0.3 * time))), {0, half, half},
+                      degrees(290 * std::cos(0.2 * time)));
+}
+
+// How close the viewer comes to a place.
+double clearance(Vec place) {
+    double nearest = 1e9;
+    for (double time = 32.3; time < 47.7; time += 0.1)
+        nearest = std::min(nearest, length(place - seenAt(time, {0, 0, 0})));
+    return nearest;
+}
+
+struct Jellyfish {
+    Kind kind;
+    double radius;
+    Vec middle;
+
+    Vec placeOf(Vec p) const { return Vec{p.x, (p.y - p.z) * half, (p.y + p.z) * half} * radius + middle; }
+};
+
+// A thread from the rim, as long as it keeps clear of the viewer.
+Shape thread(const Jellyfish& fish, int number) {
+    const Kind& kind = fish.kind;
+    const double angle = 2 * pi * (number + 0.5) / kind.threads, phase = 1.9 * number + kind.swing;
+    const double reach = kind.reach * (1 + 0.25 * std::sin(number * 2.4 + kind.swing));
+    const auto at = [&](double k) {
+        const double turn = angle + 0.5 * k * k + 0.10 * k * std::sin(phase + 4 * k);
+        const double out = 0.95 + 0.10 * std::sin(3 * k) - 0.25 * k * k + 0.08 * k * std::sin(phase + 5 * k);
+        return Vec{out * std::cos(turn), -0.02 - reach * k, -out * std::sin(turn)};
+    };
+    double length = 0.05;
+    while (length < 1 && clearance(fish.placeOf(at(length + 0.05))) > 75) length += 0.05;
+    if (length < 0.3) return {};
+    Sweep how;
+    for (int i = 0; i <= kind.joints; i++) how.path.push_back(at(length * i / kind.joints));
+    how.capped = false;
+    how.change = [&](int i, const Outline& outline) {
+        Outline thin = outline;
+        for (Flat& p : thin) p = p * mix(1.0, 0.3, double(i) / kind.joints);
+        return thin;
+    };
+    const Patch paint = hull::thread(kind.paint);
+    return mappedBy(sweep(polygon(3, kind.thread), how), [&](const Face&, Vec point) {
+        return paint.at(std::clamp((-0.02 - point.y) / (reach * length), 0.0, 1.0), 0.5);
+    });
+}
+
+// An arm about the mouth: a frilled ribbon, folded along its middle.
+Shape arm(const Kind& kind, int number) {
+    const double angle = 2 * pi * (number + 0.5) / kind.arms, reach = 0.95 + 0.2 * (number % 2);
+    std::vector<Shape> sheets;
+    for (const double side : {0.003, -0.003}) {
+        Shape sheet = grid(3, kind.frills, false, false, [&](int c, int r) {
+            const double k = double(r) / (kind.frills - 1), w = c - 1;
+            const double width = 0.085 * std::sin(pi * mix(0.25, 1.0, std::sqrt(k)));
+            const double turn = angle + 1.5 * k * k + 0.3 * std::sin(5 * k + kind.swing) * k;
+            const double frill = std::sqrt(k) * (1 - k);
+            const double out = 0.05 + 0.30 * k + 0.08 * std::sin(6 * k + angle + kind.swing) * k +
+                               w * w * (0.06 + 0.09 * std::sin(14 * k + 2 * w)) * frill + side;
+            const double aside = w * width * (1 + 0.35 * std::sin(16 * k + 2 * w));
+            return Vec{out * std::cos(turn) + aside * std::sin(turn), 0.24 - reach * k,
+                       -out * std::sin(turn) + aside * std::cos(turn)};
+        });
+        for (Face& face : sheet.faces)
+            for (Uv& uv : face.uvs) uv = hull::arm(kind.paint).at(std::fabs(2 * uv.x - 1), 1 - uv.y);
+        sheets.push_back(side > 0 ? sheet : insideOut(sheet));
+    }
+    return joined(sheets);
+}
+
+Shape shapeOf(const Jellyfish& fish, const Lightwards& towards) {
+    const Kind& kind = fish.kind;
+    Shape over = lit(bell(kind, outer, hull::outside(kind.paint)), towards.over),
+          under = lit(insideOut(bell(kind, inner, hull::inside(kind.paint))), towards.under);
+    for (Face& face : over.faces)
+        if (faceCentre(over, face).y < 0.3) face.normals.assign(3, normalized(towards.flank));
+    std::vector<Shape> hung;
+    for (int i = 0; i < kind.threads; i++) hung.push_back(thread(fish, i));
+    for (int i = 0; i < kind.arms; i++) hung.push_back(arm(kind, i));
+    const Shape whole = joined({lit(joined(hung), towards.hanging), under, over});
+    return moved(rising(scaled(whole, Vec{1, 1, 1} * fish.radius)), fish.middle);
+}
+
+// Those that follow lie where they fill his picture, found by search as well.
+struct Follower {
+    Vec middle;
+    double radius;
+    int paint;
+    Vec lightwards;
+};
+const Follower followers[] = {
+    {{-148, -289, -340}, 110, 1, {0.76, 0.64, -0.04}}, {{-167, 19, 300}, 105, 2, {0.53, -0.29, -0.8}},
+    {{-379, -39, -78}, 100, 3, {0.82, -0.26, -0.5}},   {{-62, 440, 89}, 95, 1, {0.24, -0.78, -0.58}},
+    {{371, -90, 0}, 90, 2, {-0.34, -0.24, -0.91}},     {{125, 31, 258}, 80, 3, {0.22, -0.45, -0.86}},
+    {{60, -190, 283}, 70, 1, {0.35, -0.09, -0.93}},    {{9, -241, -129}, 60, 2, {0.49, 0.51, -0.71}},
+    {{-173, 101, -150}, 55, 3, {0.65, -0.59, -0.47}},  {{-98, -266, 205}, 50, 1, {0.48, 0, -0.88}},
+    {{-280, -267, 36}, 45, 2, {0.68, 0.07, -0.73}},    {{195, -279, 108}, 40, 3, {0.04, 0.47, -0.88}},
+};
+
+// A number of 0..1 for each of a row of things.
+double randomOf(int which, int what) {
+    return fraction(std::sin(which * 12.9898 + what * 78.233) * 43758.5453);
+}
+
+// Points of light in the water, each a triangle that faces the middle.
+Shape plankton() {
+    std::vector<Shape> all;
+    for (int i = 0; i < 200; i++) {
+        const double y = 1 - 2 * randomOf(i, 1), angle = 2 * pi * randomOf(i, 2), flat = std::sqrt(1 - y * y);
+        const Vec out = {flat * std::cos(angle), y, flat * std::sin(angle)};
+        const double size = mix(0.5, 2.0, randomOf(i, 4) * randomOf(i, 5));
+        Shape point{{{size, 0, 0}, {-0.5 * size, 0, -0.87 * size}, {-0.5 * size, 0, 0.87 * size}}, {}};
+        addFace(point, {0, 1, 2});
+        all.push_back(placed(painted(point, hull::thread(i % atlas::hull::lanterns).at(0.1, 0.5)),
+                             out * mix(250.0, 520.0, randomOf(i, 3)), out * -1));
+    }
+    return joined(all);
+}
+
+// How bright the water is in a direction, 0..1, and its hue, 0 blue to 1 violet.
+Uv waterAt(Vec towards) {
+    const double up = (towards.y + towards.z) * std::sqrt(0.5);
+    return {smoothstep(-0.5, 1.0, up), 0.5 + 0.5 * towards.x};
+}
+
+// So far away that the viewer's own way doesn't count.
+Shape water() {
+    constexpr int columns = 24, rows = 11;
+    constexpr double radius = 6000;
+    const Shape shell = insideOut(grid(columns, rows, true, false, [](int c, int r) {
+        const double up = pi * (double(r) / (rows - 1) - 0.5), angle = 2 * pi * c / columns;
+        return Vec{std::cos(up) * std::cos(angle), std::sin(up), -std::cos(up) * std::sin(angle)} * radius;
+    }));
+    return mappedBy(welded(shell, 1), [](const Face&, Vec point) {
+        const Uv place = waterAt(normalized(point));
+        return hull::water.at(place.x, 1 - place.y);
+    });
+}
+
+// A field over directions, found as those above: what is turned by it mirrors nothing of the sphere map's
+// lamps.
+Vec waterwards(Vec point, Vec normal) {
+    const Vec to = normalized(point);
+    return normal + Vec{0.26, -0.60, -0.68} + Vec{-0.08, -0.10, 0.10} * to.x +
+           Vec{0.12, -0.16, 0.04} * ((to.y + to.z) * half) + Vec{0.09, 0.04, -0.01} * ((to.y - to.z) * half);
+}
+
+}  // namespace
+
+void makeLanterns(const char* path) {
+    const Kind large = {0, 8, 4, 1, 16, 10, 4, 24, 0.005, 1.6, 0};
+    std::vector<Shape> swarm = {shapeOf({large, 130, {-21, -45, 55}}, heros)};
+    for (const Follower& f : followers) {
+        const bool near = f.radius > 80;
+        const Kind kind = {f.paint,      6,     near ? 3 : 2, 2,       6, near ? 6 : 4, 3,
+                           near ? 8 : 5, 0.007, 1.5,          f.radius};
+        swarm.push_back(
+            shapeOf({kind, f.radius, f.middle}, {f.lightwards, f.lightwards, f.lightwards, f.lightwards}));
+    }
+    swarm.push_back(lit(plankton(), heros.hanging));
+    writeAml(path, {joined(swarm), shaded(rising(water()), waterwards)});
+}

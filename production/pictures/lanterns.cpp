@@ -1,0 +1,183 @@
+#include "production/pictures/lanterns.h"
+
+#include "production/kit/picture/noise.h"
+#include "production/kit/picture/shapes.h"
+#include "production/shared/atlas.h"
+
+using namespace picture;
+using atlas::Cells;
+
+namespace {
+
+// A lantern's glass, from its rim inwards, the lines of light that it is leaded with, and its lamp.
+struct Glass {
+    Rgba rim, pane, line, accent, lamp;
+};
+const Glass glasses[atlas::hull::lanterns] = {
+    {opaque(0.06f, 0.02f, 0.20f), opaque(0.42f, 0.04f, 0.42f), light(1, 0.62f, 0.10f), light(0.20f, 0.75f, 1),
+     light(1, 0.55f, 0.12f)},
+    {opaque(0.10f, 0.01f, 0.22f), opaque(0.45f, 0.03f, 0.40f), light(0.85f, 0.30f, 1), light(1, 0.5f, 0.2f),
+     light(1, 0.40f, 0.55f)},
+    {opaque(0.00f, 0.06f, 0.20f), opaque(0.02f, 0.25f, 0.50f), light(0.15f, 0.85f, 1), light(0.75f, 0.4f, 1),
+     light(0.6f, 0.9f, 1)},
+    {opaque(0.20f, 0.03f, 0.03f), opaque(0.55f, 0.12f, 0.02f), light(1, 0.50f, 0.08f), light(1, 0.8f, 0.3f),
+     light(1, 0.7f, 0.25f)},
+};
+
+// Light over dark glass. Of the halo that the glow makes of all that isn't black, so much shines through as
+// alpha lacks of 1: the middles of lines, whatever falls on them.
+struct Leaded {
+    Rgba colour;
+    float core = 0;
+
+    // A line, by its distance: its middle, and what it throws on the glass about it.
+    void line(float distance, float width, Rgba own, float strength = 1, float reach = 0.045f) {
+        const float d = std::fabs(distance), middle = smoothstep(1.25f * width, width * 0.3f, d);
+        colour = colour + own * (strength * (middle + 0.42f * std::exp(-d / reach)));
+        core = std::fmax(core, middle * strength);
+    }
+    Rgba shown() const {
+        Rgba c = {unit(colour.r), unit(colour.g), unit(colour.b), mix(1.0f, 0.62f, unit(core))};
+        return c;
+    }
+};
+
+// Half of a lobe of a bell, seen as a disc: `turn` is 0 on a rib and 1 in the middle between two, `r` 0 in
+// the middle and 1 at the rim.
+constexpr float lobe = pi / 8;
+Point placeOf(float turn, float r, float from) {
+    const float angle = std::fabs(turn - from) * lobe;
+    return {r * std::cos(angle), r * std::sin(angle)};
+}
+// The distance to the outline of a pointed leaf along x.
+float leaf(Point p, float from, float to, float half) {
+    const float y = std::fabs(p.y);
+    if (p.x <= from || p.x >= to) return length(Point{p.x - (p.x <= from ? from : to), y});
+    const auto breadth = [&](float x) {
+        return half * std::sin(pi * std::pow(unit((x - from) / (to - from)), 0.8f));
+    };
+    const float slope = (breadth(p.x + 0.002f) - breadth(p.x - 0.002f)) / 0.004f;
+    return (y - breadth(p.x)) / std::sqrt(1 + slope * slope);
+}
+
+// From below: a rose window about its lamp.
+Rgba insideAt(const Glass& glass, float turn, float r) {
+    const Point rib = placeOf(turn, r, 0), gap = placeOf(turn, r, 1), between = placeOf(turn, r, 0.5f);
+    Leaded c{mix(glass.pane * 0.7f, glass.rim, smoothstep(0.2f, 0.7f, r))};
+    // Panes are lit from their inner ends; the nearer row lies over the other.
+    const float inner = leaf(rib, 0.17f, 0.56f, 0.075f), outer = leaf(gap, 0.33f, 0.84f, 0.112f),
+                heart = leaf(gap, 0.42f, 0.72f, 0.045f);
+    const float before = coverage(inner * 200), behind = 1 - before;
+    c.colour = mix(c.colour, mix(glass.accent * 0.50f, glass.rim * 0.8f, smoothstep(0.33f, 0.76f, gap.x)),
+                   coverage(outer * 200));
+    c.line(outer, 0.008f, mix(glass.line, glass.accent, 0.7f), 0.9f * behind);
+    c.line(heart, 0.005f, glass.accent, 0.55f * behind, 0.02f);
+    c.colour =
+        mix(c.colour, mix(glass.lamp * 0.9f, glass.pane * 0.6f, smoothstep(0.17f, 0.50f, rib.x)), before);
+    c.line(inner, 0.009f, glass.line);
+    c.line(leaf(rib, 0.24f, 0.46f, 0.030f), 0.005f, glass.line, 0.6f, 0.02f);
+    // Tracery: an eye before each petal, canals out to the rim, and a row of arches along it.
+    const float open = smoothstep(0.0f, 0.02f, outer);
+    c.line(length(rib - Point{0.70f, 0}) - 0.050f, 0.007f, glass.line, 0.9f);
+    c.line(length(rib - Point{0.70f, 0}), 0.022f, glass.lamp, 0.9f, 0.02f);
+    c.line(std::fmax(std::fabs(rib.y), 0.765f - r), 0.005f, glass.line,
+           0.7f * open * smoothstep(0.93f, 0.88f, r), 0.02f);
+    c.line(std::fmax(std::fabs(between.y), 0.60f - r), 0.0045f, glass.accent,
+           0.5f * open * smoothstep(0.93f, 0.88f, r), 0.02f);
+    const float arch = std::fabs(std::remainder(turn * 2, 1.0f));  // 1/2 on a foot
+    c.line(r - 0.90f + 0.16f * arch * arch, 0.006f, glass.line, 0.85f, 0.025f);
+    c.line(length(placeOf(turn, r, std::round(turn * 2) / 2) - Point{0.935f, 0}), 0.012f, glass.accent, 0.9f,
+           0.02f);
+    c.line(r - 0.965f, 0.005f, glass.line, 0.7f, 0.02f);
+    c.line(r - 0.99f, 0.010f, glass.line);
+    c.line(r - 0.155f, 0.008f, glass.line, 0.9f, 0.03f);
+    c.line(r - 0.05f, 0.05f, glass.lamp, 1, 0.08f);
+    return c.shown();
+}
+
+// From above: ribs, and swags of light between them that come closer towards the rim.
+Rgba outsideAt(const Glass& glass, float turn, float r) {
+    const Point rib = placeOf(turn, r, 0), gap = placeOf(turn, r, 1), between = placeOf(turn, r, 0.5f);
+    Leaded c{mix(glass.rim * 0.5f, glass.rim, smoothstep(0.4f, 0.95f, r))};
+    const float petal = leaf(rib, 0.09f, 0.46f, 0.066f), side = leaf(gap, 0.20f, 0.58f, 0.060f);
+    c.colour = mix(c.colour, glass.pane * 0.8f, smoothstep(0.62f, 0.2f, r));
+    const float before = coverage(petal * 200);
+    c.colour = mix(c.colour, mix(glass.accent * 0.4f, glass.rim * 0.8f, smoothstep(0.2f, 0.55f, r)),
+                   coverage(side * 200));
+    c.line(side, 0.007f, mix(glass.line, glass.accent, 0.7f), 0.9f * (1 - before));
+    c.colour = mix(c.colour, mix(glass.lamp * 0.9f, glass.pane * 0.5f, smoothstep(0.09f, 0.42f, r)), before);
+    c.line(petal, 0.009f, glass.line);
+    c.line(leaf(rib, 0.17f, 0.38f, 0.026f), 0.005f, glass.line, 0.6f, 0.02f);
+    c.line(std::fmax(std::fabs(rib.y), 0.46f - r), 0.005f, glass.line, 0.9f, 0.025f);
+    c.line(std::fmax(std::fabs(gap.y), 0.58f - r), 0.005f, glass.line, 0.8f, 0.025f);
+    c.line(std::fmax(std::fabs(between.y), 0.66f - r), 0.004f, glass.accent, 0.55f, 0.02f);
+    for (const float at : {0.66f, 0.76f, 0.845f}) {
+        const float hang = at - 0.035f * std::cos(2 * pi * turn);
+        c.line(r - hang, 0.005f, mix(glass.accent, glass.line, smoothstep(0.66f, 0.84f, at)), 0.8f, 0.025f);
+    }
+    for (const float at : {0.715f, 0.81f})
+        c.line(length(between - Point{at, 0}), 0.010f, glass.accent, 0.9f, 0.02f);
+    c.line(r - 0.915f, 0.005f, glass.line, 0.85f, 0.02f);
+    c.line(length(placeOf(turn, r, std::round(turn * 4) / 4) - Point{0.945f, 0}), 0.010f, glass.accent, 0.9f,
+           0.015f);
+    c.line(r - 0.985f, 0.008f, glass.line, 1, 0.035f);
+    c.line(r - 0.02f, 0.04f, glass.lamp, 1, 0.05f);
+    return c.shown();
+}
+
+// An arm: from its middle to its edge, and down.
+Rgba armAt(const Glass& glass, float across, float down) {
+    const float fading = mix(1.0f, 0.5f, down);
+    Leaded c{mix(glass.pane * 0.9f, glass.rim, smoothstep(0.1f, 0.8f, down))};
+    c.colour = c.colour + mix(glass.lamp, glass.accent * 0.5f, smoothstep(0.0f, 0.7f, down)) *
+                              (0.8f * fading * std::exp(-across / 0.30f));
+    c.line(0.5f * (0.90f - across), 0.045f, mix(glass.line, glass.accent, smoothstep(0.2f, 0.9f, down)), 1,
+           0.09f);
+    c.line(0.5f * across, 0.025f, glass.lamp, fading, 0.05f);
+    return c.shown();
+}
+
+// A thread, from its root to its tip.
+Rgba threadAt(const Glass& glass, float along) {
+    Rgba c = mix(mix(glass.line, glass.accent, smoothstep(0.35f, 0.7f, along)), glass.rim,
+                 smoothstep(0.7f, 1.0f, along));
+    c.a = mix(0.62f, 1.0f, smoothstep(0.5f, 0.95f, along));
+    return c;
+}
+
+// From black to where a shaft of light falls.
+Rgba waterAt(float bright, float violet, Point place) {
+    const Rgba c = mix(opaque(0.006f, 0.010f, 0.034f),
+                       mix(opaque(0.02f, 0.07f, 0.19f), opaque(0.08f, 0.03f, 0.20f), violet), bright);
+    const float grain = (randomAt(int(place.x * 128), int(place.y * 128), 8) - 0.5f) / 255;
+    return {c.r + grain, c.g + grain, c.b + grain, 1};
+}
+
+Rgba sampleAt(Point place) {
+    const auto within = [&](const Cells& cells) {
+        return Point{(place.x - float(cells.left)) / float(cells.width),
+                     (place.y - float(cells.top)) / float(cells.height)};
+    };
+    const auto holds = [](Point p) { return unit(p.x) == p.x && unit(p.y) == p.y; };
+    for (int kind = 0; kind < atlas::hull::lanterns; kind++) {
+        const Glass& glass = glasses[kind];
+        const Point outside = within(atlas::hull::outside(kind)), inside = within(atlas::hull::inside(kind)),
+                    arm = within(atlas::hull::arm(kind)), thread = within(atlas::hull::thread(kind));
+        if (holds(outside)) return outsideAt(glass, outside.x, outside.y);
+        if (holds(inside)) return insideAt(glass, inside.x, inside.y);
+        if (holds(arm)) return armAt(glass, arm.x, arm.y);
+        if (holds(thread)) return threadAt(glass, thread.x);
+    }
+    const Point water = within(atlas::hull::water);
+    return waterAt(unit(water.x), unit(water.y), place);
+}
+
+}  // namespace
+
+Rgba lanternsAt(Point place, float pixel) {
+    Rgba sum;
+    for (const float x : {-0.375f, -0.125f, 0.125f, 0.375f})
+        for (const float y : {-0.375f, -0.125f, 0.125f, 0.375f})
+            sum = sum + sampleAt(place + Point{x, y} * pixel) * 0.0625f;
+    return sum;
+}
