@@ -19,7 +19,7 @@ constexpr int expandAndUpload = 1;
 
 const MeshRow meshTable[] = {
     {"data/laatikko.AML", "laatikko", 135},  // up and down among its copies; a storey itself is shorter
-    {"data/ship.AML", "ship", 115},
+    {"data/ship.AML", "ship", 361},
     {"data/tunneli.AML", "tunnel", 340, true},
     {"data/robo_body.AML", "robo body", 205},
     {"data/robo_arms.AML", "robo arms", 205},
