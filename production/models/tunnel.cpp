@@ -42,7 +42,7 @@ Vec onBore(double column, const Station& station) {
 struct Plank {
     int column, first, last;
 };
-constexpr Plank planks[] = {{3, 0, 7}, {7, 0, 7}, {11, 0, 7}, {1, 0, 3}, {5, 4, 7}, {9, 2, 5}};
+constexpr Plank planks[] = {{3, 0, 7}, {7, 0, 7}, {11, 0, 7}};
 constexpr double plankRadius = 294.5, wallRadius = 306.8;
 // A slat, not a wall: the glow on a beat makes a bright field of each that catches a light.
 constexpr double plankMargin = 0.458;  // columns, on either side
@@ -139,8 +139,10 @@ void makeTunnel(const char* path) {
                            {walls::panel.at(0, from / teeth), walls::panel.at(1, to / teeth)});
         }
     }
+    // Only every third is lit, since the glow on a beat lifts all that is: between them it is night.
     for (int column = 0; column < columns; column++)
-        walling.addBacked(column, column + 1, {wallRadius, end}, {wallRadius, begin}, walls::wall);
+        walling.addBacked(column, column + 1, {wallRadius, end}, {wallRadius, begin},
+                          column % 3 == 0 ? walls::wall : Patch{walls::rib.low, walls::rib.low});
     // The ring, before the segment's other end. Its near flank is hidden: on a beat its sheen filled the
     // screen.
     bore.addAll({wide, begin, false}, {ringRadius + 2, begin + 1, true}, false, walls::rib);

@@ -454,13 +454,10 @@ Rgba wallAt(float across, float along) {
     const float aside = std::fabs(2 * across - 1);  // 0 in the middle, 1 at a joint
     const float toJoint = (1 - aside) * wide / 2, toSeam = std::fmin(within, 1 - within) * tall;
     const float deep = smoothstep(0.25f, 1.0f, aside) * (0.3f + 0.7f * within);
-    Rgba seen = opaque(0.001f, 0.007f, 0.11f) * (deep * deep * lit[int(plate)]);
-    seen = seen + opaque(0, 0.03f, 0.42f) * (bell(toSeam, 2.4f) * (0.25f + 0.75f * aside * aside));
-    seen = seen + opaque(0, 0.035f, 0.50f) * bell(toJoint - 4, 3.2f);
-    for (int i = 0; i < 3; i++)
-        seen = seen + opaque(0.16f, 0.26f, 0.48f) *
-                          bell(std::hypot(toJoint - 24, (within - 0.25f - 0.25f * float(i)) * tall), 2.0f);
-    const float lamp = box({(across - 0.5f) * wide, (within - 0.5f) * tall}, {}, {5, 24}, 4);
+    Rgba seen = opaque(0, 0.004f, 0.05f) * (deep * deep * deep * lit[int(plate)]);
+    seen = seen + opaque(0, 0.03f, 0.42f) * (bell(toSeam, 1.5f) * (0.1f + 0.9f * aside * aside));
+    seen = seen + opaque(0, 0.035f, 0.50f) * bell(toJoint - 4, 1.8f);
+    const float lamp = box({(across - 0.5f) * wide, (within - 0.5f) * tall}, {}, {4, 16}, 3);
     return seen + opaque(0.80f, 0.32f, 0.06f) * smoothstep(1.5f, -1.5f, lamp);
 }
 
