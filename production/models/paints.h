@@ -41,8 +41,7 @@ constexpr Patch thread(int kind) {
     return patchOf(atlas::hull::thread(kind).within(0.06));
 }
 constexpr Uv orange = middleOf(atlas::hull::stripe), warmLamp = middleOf(atlas::hull::warmLamp),
-             coolLamp = middleOf(atlas::hull::coolLamp), beamlit = middleOf(atlas::hull::beamlit),
-             copper = middleOf(atlas::hull::copper), pearl = middleOf(atlas::hull::pearl);
+             coolLamp = middleOf(atlas::hull::coolLamp), pearl = middleOf(atlas::hull::pearl);
 
 constexpr Patch lacquer(atlas::hull::Lacquer which) {
     return patchOf(atlas::hull::lacquer(which).within(0.08));

@@ -1,6 +1,6 @@
-// The ship of the laser corridor: a dart of plates and a bell of six petals between two rings of emitters,
-// nose towards -z, since the tunnel streams to +z. Six beams leave each ring at 30, 90, 150 ... degrees round
-// the z axis.
+// The ship of the laser corridor: a golden spearhead on a neck that opens like a trumpet, three great petals
+// behind it, and a jet that trails from the stern. Its nose is towards -z, since the tunnel streams to +z.
+// Six beams leave each of two rings at 30, 90, 150 ... degrees round the z axis.
 #include <algorithm>
 
 #include "production/kit/model/aml.h"
@@ -17,86 +17,72 @@ namespace {
 constexpr double emitterZ = 52;                  // of both rings
 constexpr double frontRing = 22, rearRing = 33;  // radius of each ring's nozzle mouths
 
-// The hull is built standing on its tail along y and laid down at the end: y = 90 is the nose. A needle, a
-// shoulder under the front ring, a slim waist and the swelling that carries the engines.
-double hullRadius(double y) {
-    const double nose = 14.5 * std::pow(std::clamp((92 - y) / 50, 0.0, 1.0), 0.8);
-    const double waist = 5.5 * smoothstep(34, 8, y) * smoothstep(-34, -4, y);
-    return nose - waist + 8 * smoothstep(-10, -44, y) - 5 * smoothstep(-54, -78, y);
-}
+// The ship is built standing on its tail along y and laid down at the end. No viewer comes nearer to the axis
+// than 123 units, and he looks at its middle: from ahead the nose comes at him, from behind the jet, and from
+// beside they leave the frame.
+constexpr double noseTip = 360, headBack = 200, trumpetMouth = 58, trumpetRadius = 48;
+constexpr double stern = -150, jetEnd = -320;
 
-// What each stretch of the hull shows of the picture, from its lower end (y) up.
-struct Band {
-    double low;
-    Patch patch;
-};
+double hullRadius(double y) {
+    const double waist = 4.5 * smoothstep(42, 12, y) * smoothstep(-42, -12, y);
+    return 16 - waist + 10 * smoothstep(-40, -74, y) - 11 * smoothstep(-70, stern, y);
+}
 
 constexpr int flutes = 6;
-constexpr Band livery[] = {{-80, hull::vents},  {-62, hull::striped}, {-42, hull::lettered},
-                           {-11, hull::dark},   {13, hull::plain},    {32, hull::numbered},
-                           {55, hull::striped}, {74, hull::plain},    {92, {}}};
+constexpr double fluteWidth = 0.16;
 
-// Between two grooves each band is painted along the ship, so that it reads from nose to tail.
-Shape painted(const Shape& shape) {
-    return mappedBy(shape, [&](const Face& face, Vec p) {
+// Between two grooves each land is of a colour along the whole ship, so that it is seen to spin.
+Shape painted(const Shape& shape, Uv even, Uv odd) {
+    return mappedBy(shape, [&](const Face& face, Vec) {
         const Vec centre = faceCentre(shape, face);
-        const Band* band = livery;
-        while (centre.y > band[1].low) band++;
-        const double land = std::floor(std::atan2(-centre.z, centre.x) / (2 * pi) * flutes);
-        const double turn =
-            std::hypot(p.x, p.z) > 0.01 ? std::atan2(-p.z, p.x) / (2 * pi) * flutes - land : 0.5;
-        const double across = turn - flutes * std::round((turn - 0.5) / flutes);
-        return band->patch.at((band[1].low - p.y) / (band[1].low - band->low), across);
+        const int land = int(std::floor(std::atan2(-centre.z, centre.x) / (2 * pi) * flutes + flutes));
+        return land % 2 == 0 ? even : odd;
     });
 }
+
+// From their shade to their full tone.
+const Patch copper = patchOf(atlas::hull::copper.within(0.05)),
+            flame = patchOf(atlas::hull::flame.within(0.05));
 
 Shape body() {
     const Outline plates =
-        platedProfile({-80, -70, -62, -42, -30, -20, -11, -3, 5, 13, 22, 32, 46, 58, 66, 74, 81, 89.5},
-                      {1.8, 1.6, 1.1, 9}, hullRadius);
-    const Outline tail = {{0, -74}, {hullRadius(-80) - 4, -74}, {hullRadius(-80) - 3, -80}};
-    const Outline profile = chained({tail, plates, {{0, 91}}});
-    return painted(flutedLathe(profile, {flutes, 0.16, 1.4, -66, 62, 4}, 0));
+        platedProfile({stern, -138, -104, -62, -42, -20, -3, 13, 32, 46, 60}, {1.8, 1.6, 1.1, 9}, hullRadius);
+    const Outline tail = {{0, stern + 6}, {hullRadius(stern) - 4, stern + 6}, {hullRadius(stern) - 3, stern}};
+    const Shape hull = flutedLathe(chained({tail, plates}), {flutes, fluteWidth, 1.4, stern + 8, 62, 4});
+    return painted(hull, hull::pearl, middleOf(atlas::hull::dark));
 }
 
-// The ship's sails are six petals of a bell, each between two beams: pearl outside, copper within, where
-// those who look from behind see it, and its rim a line of light.
+// A petal's middle from its root to its tip: how far from the axis, how far along it, and half its breadth.
 struct Rib {
-    double out, up, half;  // from the axis, along it, and half its breadth
+    double out, up, half;
 };
-constexpr Rib ribs[] = {{13, 22, 3},     {19, 8, 7.5},  {27, -12, 10.5},
-                        {38, -36, 12.5}, {48, -58, 11}, {55, -74, 7.5}};
+constexpr Rib ribs[] = {{13, 30, 3},   {22, 14, 9},    {36, -3, 17}, {56, -22, 24},
+                        {80, -42, 26}, {104, -60, 18}, {126, -76, 2}};
 
-// One side of a petal, moved outwards, from its root up to the hoop.
+// One side of a petal, lifted off its middle.
 Shape petalSide(double lift, double wider = 0) {
     std::vector<Vec> middle, breadth;
     for (const Rib& rib : ribs)
-        middle.push_back({rib.out + lift, rib.up, 0}), breadth.push_back({rib.half + wider, 0, 0});
-    middle = curveThrough(middle, false, 2), breadth = curveThrough(breadth, false, 2);
-    const int columns = 5, rows = int(middle.size());
+        middle.push_back({rib.out + lift * 0.6, rib.up + lift * 0.8, 0}),
+            breadth.push_back({rib.half + wider, 0, 0});
+    middle = curveThrough(middle, false, 3), breadth = curveThrough(breadth, false, 3);
+    const int columns = 7, rows = int(middle.size());
     return grid(columns, rows, false, false, [&](int c, int r) {
         const double across = 2.0 * c / (columns - 1) - 1, z = -breadth[r].x * across;
-        // Bent round the axis as far as a bell is.
-        return Vec{std::sqrt(std::max(middle[r].x * middle[r].x - z * z, 0.0)), middle[r].y, z};
+        // Bent to a trough.
+        return middle[r] + Vec{-0.004 * z * z, -0.006 * z * z, z};
     });
 }
 
+// The front is pearl, the back, which those who look from behind see, copper that burns towards its edges,
+// and the rim a line of light.
 Shape petal() {
-    const Shape outer = painted(petalSide(0.9), hull::pearl),
-                rim = painted(petalSide(0, 1.1), hull::coolLamp);
-    const Shape inner = painted(petalSide(-0.9), hull::copper);
-    return joined({insideOut(outer), insideOut(rim), rim, inner});
-}
-
-// What the ship is known by from ahead and from behind: a flat hoop that the petals carry, dark
-// outside, with a line of light along its after edge.
-Shape hoop() {
-    const Shape band = lathe(
-        {{55, -75.4}, {57.4, -76}, {58.6, -80}, {58.6, -84}, {56.2, -84}, {54.8, -77}, {55, -75.4}}, 36);
-    const Shape light = lathe({{57.4, -85.2}, {58.8, -85.2}, {58.8, -84}, {57.4, -84}, {57.4, -85.2}}, 36);
-    // From ahead the ship is found by the band of light before it, which nobody sees from behind.
-    const Shape fore = lathe({{58.8, -74}, {46, -70}}, 36);
-    return joined({painted(band, hull::dark), painted(joined({light, fore}), hull::coolLamp)});
+    const Shape front = painted(petalSide(0.9), hull::pearl),
+                rim = painted(petalSide(0, 1.5), hull::coolLamp);
+    Shape back = petalSide(-0.9);
+    for (Face& face : back.faces)
+        for (Uv& uv : face.uvs) uv = copper.at(0.15 + 0.85 * std::fabs(2 * uv.x - 1), 0.5);
+    return joined({insideOut(front), insideOut(rim), rim, back});
 }
 
 // A stubby nozzle along +x from the axis, its glowing mouth at `reach`.
@@ -128,42 +114,77 @@ Shape emitterRing(double reach, double size) {
                    turned(around(nozzle(rim - 4, reach, size), 6), Axis::y, pi / 6)});
 }
 
-// Before the front ring a spearhead of six petals: from ahead it hides where the beams begin, so that the
-// ship stands before them.
+// Six facets with lines of light on their edges. Its back is what those behind the ship see of it.
 Shape spearhead() {
-    const Outline profile = {{0, 91.5},    {3.4, 89},    {9, 80},   {18, 69.5},
-                             {34.5, 58.6}, {35.4, 57.2}, {34, 56.4}};
-    // Its back is black before the beams' glow.
-    const Shape back = lathe({{34, 56.4}, {12, 60}}, 36);
-    const Shape beamlight = lathe({{32.6, 56}, {33.8, 55.6}, {33.6, 54.8}, {32.4, 55.2}, {32.6, 56}}, 36);
-    const Shape edge = lathe({{34.8, 57.8}, {36.6, 57.4}, {36.6, 56}, {34.4, 55.8}, {34.8, 57.8}}, 36);
-    return joined({painted(flutedLathe(profile, {flutes, 0.16, 1.4, 56.5, 84, 4}, 0), hull::orange),
-                   painted(back, hull::dark), painted(edge, hull::coolLamp),
-                   painted(beamlight, hull::beamlit)});
+    const Outline profile = {
+        {0, noseTip}, {7, noseTip - 28}, {20, noseTip - 74}, {36, noseTip - 124}, {46, headBack}};
+    const Shape facets = insideOut(smoothed(lathe(profile, 6), hard));
+    const auto [radius, low] = profile.back();
+    const Shape back = insideOut(lathe({{radius, low}, {radius * 0.8, low - 3}, {10, low + 2}}, 6));
+    std::vector<Vec> path;
+    for (const Flat& p : profile) path.push_back({p.x + 0.4, p.y, 0});
+    const Shape edge = sweep(polygon(4, 1.2), {.path = path, .up = {0, 0, 1}, .change = {}});
+    const Shape rim = lathe({{radius + 1, low - 1.4},
+                             {radius + 1, low + 1.4},
+                             {radius - 1.4, low + 2},
+                             {radius - 1.4, low - 2},
+                             {radius + 1, low - 1.4}},
+                            6);
+    return joined(
+        {painted(facets, hull::orange),
+         mappedBy(back, [=](const Face&,
+                            Vec p) { return copper.at(mix(0.1, 1.0, std::hypot(p.x, p.z) / radius), 0.5); }),
+         painted(joined({around(edge, 6), rim}), hull::coolLamp)});
+}
+
+// From ahead the trumpet hides where the beams begin; its inside is black before their glow.
+Shape trumpet() {
+    const double r = trumpetRadius, mouth = trumpetMouth;
+    const Outline profile = {{9, headBack + 4}, {10, 176},          {13, 146},          {18, 118}, {25, 94},
+                             {35, mouth + 15},  {r - 1, mouth + 3}, {r + 1, mouth + 1}, {r, mouth}};
+    const Shape inside = lathe({{r, mouth}, {12, mouth + 5}}, 36);
+    const Shape edge = lathe(
+        {{r, mouth + 2}, {r + 2, mouth + 1.4}, {r + 2, mouth - 0.2}, {r - 0.4, mouth - 0.4}, {r, mouth + 2}},
+        36);
+    return joined({painted(insideOut(flutedLathe(profile, {flutes, fluteWidth, 1.4, mouth + 2, 150, 4})),
+                           hull::pearl, hull::orange),
+                   painted(insideOut(inside), hull::dark), painted(insideOut(edge), hull::coolLamp)});
 }
 
 Shape engine() {
-    const Outline bell = {{0, -60},      {7, -62},  {11, -70},   {13.5, -78}, {15, -85.6},
-                          {14.8, -86.4}, {14, -86}, {11.5, -80}, {9, -72},    {4, -66}};
-    const Outline pod = {{2, -60}, {4.2, -66}, {4.6, -80}, {4.2, -84.4}, {3.2, -84}, {2.4, -77}, {0, -76}};
-    const Shape cone = lathe({{0, -84}, {6, -83}, {11.4, -80}, {11, -78}, {0, -76}}, 16);
-    const Shape pods = around(moved(insideOut(lathe(pod, 12)), {18.5, 0, 0}), 6);
-    return joined({painted(insideOut(lathe(bell, 24)), hull::copper), painted(cone, hull::warmLamp),
-                   painted(turned(pods, Axis::y, pi / 6), hull::plain)});
+    const Outline bell = {{4, stern + 4},     {10, stern},      {15, stern - 8},
+                          {20, stern - 18},   {22, stern - 24}, {21.6, stern - 25},
+                          {20.6, stern - 24}, {16, stern - 16}, {9, stern - 8}};
+    return painted(insideOut(lathe(bell, 24)), hull::dark);
 }
 
-// Lit windows along the petals, through them, and round the hoop.
+// The jet, from hot to dark.
+Shape jet() {
+    const double length = stern - 12 - jetEnd;
+    Outline profile;
+    for (const double k : {0.0, 0.06, 0.14, 0.25, 0.4, 0.6, 0.8, 1.0})
+        profile.push_back({k == 0 ? 0 : 14.5 * std::pow(1 - k, 0.8), stern - 12 - length * k});
+    return mappedBy(insideOut(lathe(profile, 16)), [&](const Face&, Vec p) {
+        const double k = (stern - 12 - p.y) / length;
+        return flame.at(std::pow(1 - k, 1.7), 0.5);
+    });
+}
+
+// Lit windows along the petals, through them, along the stern's dark lands and the trumpet's.
 Shape lights() {
-    std::vector<Shape> row;
-    for (size_t i = 1; i < std::size(ribs); i++)
+    std::vector<Shape> onPetals, onHull;
+    const auto pane = [](double out, double up, double lean, Vec size) {
+        return moved(turned(welded(box(size, 0)), Axis::z, lean), {out, up, 0});
+    };
+    for (size_t i = 1; i + 1 < std::size(ribs); i++)
         for (const double k : {0.2, 0.5, 0.8}) {
             const Rib &from = ribs[i - 1], &to = ribs[i];
-            const Shape pane = turned(welded(box({4, 4.4, 2.6}, 0)), Axis::z,
-                                      std::atan2(from.out - to.out, to.up - from.up));
-            row.push_back(moved(pane, {mix(from.out, to.out, k), mix(from.up, to.up, k), 0}));
+            onPetals.push_back(pane(mix(from.out, to.out, k), mix(from.up, to.up, k),
+                                    std::atan2(from.out - to.out, to.up - from.up), {4, 4.4, 2.6}));
         }
-    const Shape lamp = moved(welded(box({2.4, 2.4, 3.6}, 0)), {57.4, -80, 0});
-    return painted(joined({around(joined(row), 6), around(lamp, 24)}), hull::warmLamp);
+    for (double y = -134; y < -72; y += 7) onHull.push_back(pane(hullRadius(y) * 0.985, y, 0, {1.2, 3.4, 2}));
+    return painted(joined({around(joined(onPetals), 3), turned(around(joined(onHull), 3), Axis::y, pi / 2)}),
+                   hull::warmLamp);
 }
 
 // From standing to lying: y becomes -z.
@@ -171,44 +192,40 @@ Shape laidDown(const Shape& standing) {
     return turned(standing, Axis::x, -pi / 2);
 }
 
-}  // namespace
-
-Shape figures::ship() {
-    const Shape standing =
-        joined({body(), around(petal(), 6), moved(emitterRing(frontRing, 3.2), {0, emitterZ, 0}),
-                moved(emitterRing(rearRing, 4.6), {0, -emitterZ, 0}), hoop(), spearhead(), engine()});
-    return laidDown(standing);
+Shape rings() {
+    return joined({moved(emitterRing(frontRing, 3.2), {0, emitterZ, 0}),
+                   moved(emitterRing(rearRing, 4.6), {0, -emitterZ, 0})});
 }
-
-namespace {
 
 // The corridor's light stands behind the ship, lower right. All of it is shaded as if it leaned back there:
 // so one side of what is round is lit, the other in the shade, and neither goes out as the ship turns, from
-// ahead and from behind. Most the hoop as a viewer from ahead sees it, then the petals' outside, the more the
-// further out, and the nose, which are all he finds of a far ship: they throw back what glows beyond it,
-// their inside would burn on beats. The hull little, since further back it throws broad lamps at him, and a
-// beat makes white of that. The nose's back is in no light at all: it stands before the glow of the beams.
-// How far a place leans back so, along z.
-double leaningBack(Vec p, Vec normal) {
-    constexpr double body = 22, hoop = 57, tips = 54;  // distances from the axis
-    const double reach = std::hypot(p.x, p.y);
-    if (reach >= hoop) return normal.z < -0.5 ? 1.9 : 0.4;
-    if (p.z < -55) return normal.z < 0 ? 1.1 : reach > 34.2 ? 0.4 : -3;
-    if (reach < body && p.z > 30) return 0.3;                       // the bell hides it from ahead
-    if (reach < body) return 0.6 - 0.45 * smoothstep(0, -30, p.z);  // least before the beams of the nose
-    if (normal.z < -0.9) return 1.9;
-    const bool outside = p.x * normal.x + p.y * normal.y > 0;
-    return outside ? mix(0.15, 1.3, smoothstep(body + 4, tips, reach)) : 0.15;
+// ahead and from behind.
+Shape leaningBack(const Shape& standing, const std::function<double(Vec p, Vec normal)>& along) {
+    return shaded(laidDown(standing), [&](Vec p, Vec normal) {
+        return normal * 0.82 + Vec{0, 0, along(p, normal)};
+    });
 }
 
 }  // namespace
 
+Shape figures::ship() {
+    return laidDown(joined({body(), around(petal(), 3), rings(), spearhead(), trumpet(), engine()}));
+}
+
 void makeShip(const char* path) {
-    writeAml(path, {shaded(figures::ship(),
-                           [](Vec p, Vec normal) {
-                               return normal * 0.82 + Vec{0, 0, leaningBack(p, normal)};
-                           }),
-                    shaded(laidDown(lights()), [](Vec, Vec normal) {
-                        return normal * 0.45 + Vec{0, 0, 1};
-                    })});
+    const auto fixed = [](double lean) { return [=](Vec, Vec) { return lean; }; };
+    // The petals' front the more the further out, where it is all that a viewer ahead finds of it.
+    const auto ofPetals = [](Vec p, Vec normal) {
+        const bool front = p.x * normal.x + p.y * normal.y > 0;
+        return front ? mix(0.15, 1.1, smoothstep(30, 100, std::hypot(p.x, p.y))) : 0.15;
+    };
+    const auto ofTrumpet = [](Vec p, Vec normal) {
+        const bool inside = std::hypot(p.x, p.y) < trumpetRadius && p.x * normal.x + p.y * normal.y < 0;
+        return inside ? -3.0 : 0.5;
+    };
+    writeAml(path, {joined({leaningBack(joined({body(), rings()}),
+                                        [](Vec p, Vec) { return mix(0.4, 0.8, smoothstep(50, 90, p.z)); }),
+                            leaningBack(around(petal(), 3), ofPetals), leaningBack(spearhead(), fixed(1.1)),
+                            leaningBack(trumpet(), ofTrumpet), leaningBack(engine(), fixed(0.6)),
+                            leaningBack(jet(), fixed(1.6)), leaningBack(lights(), fixed(1.8))})});
 }

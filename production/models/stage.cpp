@@ -400,8 +400,8 @@ Shape litFace() {
 
 // Before the sun, its nose sinking.
 Shape hungShip() {
-    const double size = 1.6;
-    Shape ship = scaled(welded(figures::ship(), 0.6), {size, size, size});
+    constexpr double size = 0.66, middle = -95;  // along its axis
+    Shape ship = scaled(moved(welded(figures::ship(), 1.5), {0, 0, -middle}), {size, size, size});
     ship = turned(turned(ship, Axis::z, degrees(50)), Axis::x, degrees(-14));
     return atTurn(moved(turned(ship, Axis::y, degrees(14)), {330, 285, 0}), shipTurn);
 }

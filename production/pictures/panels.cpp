@@ -51,9 +51,7 @@ struct Sign {
 const Rgba warm = opaque(0.86f, 0.46f, 0.13f);
 const Rgba warmLight = light(1.0f, 0.58f, 0.20f), coolLight = light(0.50f, 0.70f, 1.0f);
 const Rgba limestone = opaque(0.15f, 0.17f, 0.22f);
-// Of the ship's edges that the beams light.
-const Rgba beamlit = opaque(1, 0.16f, 0.72f);
-// Its copper: with more green the glow on a beat would bleach it.
+// The ship's copper: with more green the glow on a beat would bleach it.
 const Rgba copper = opaque(0.84f, 0.27f, 0.06f);
 // The outside of its petals, which is known from afar by it.
 const Rgba pearl = opaque(0.78f, 0.60f, 0.34f);
@@ -187,6 +185,20 @@ Stamp ramp(Rgba colour) {
     return [=](Relief& relief, Metal, const Field& field) {
         visitWrapped(relief, field.with(3), [&](size_t i, Point p) {
             relief.colours[i] = colour * mix(0.12f, 1.0f, unit(0.5f + 0.5f * p.x / field.half.x));
+        });
+    };
+}
+
+// What burns, from the dark on the left to what is hottest.
+Stamp flame() {
+    return [](Relief& relief, Metal, const Field& field) {
+        const std::vector<Stop> heat = {{0, opaque(0.05f, 0.004f, 0.001f)},
+                                        {0.35f, opaque(0.50f, 0.07f, 0.01f)},
+                                        {0.7f, opaque(0.95f, 0.30f, 0.04f)},
+                                        {0.93f, opaque(1, 0.62f, 0.18f)},
+                                        {1, opaque(1, 0.80f, 0.45f)}};
+        visitWrapped(relief, field.with(3), [&](size_t i, Point p) {
+            relief.colours[i] = gradient(heat, unit(0.5f + 0.5f * p.x / field.half.x));
         });
     };
 }
@@ -403,8 +415,8 @@ const std::vector<Row> hullRows = {
     {atlas::hull::lacquer(atlas::hull::petrol), ramp(opaque(0.10f, 0.34f, 0.44f))},
     {atlas::hull::lacquer(atlas::hull::sand), ramp(opaque(0.80f, 0.28f, 0.20f))},
     // The ship's.
-    {atlas::hull::beamlit, chip(beamlit)},
-    {atlas::hull::copper, chip(copper)},
+    {atlas::hull::flame, flame()},
+    {atlas::hull::copper, ramp(copper)},
     {atlas::hull::pearl, chip(pearl)},
 };
 const std::vector<Sign> hullSigns = {

@@ -67,6 +67,11 @@ vec4 smoothAt(vec2 at, Frame frame) {
            high.y * (low.x * seenAt(vec2(a.x, b.y), frame) + high.x * seenAt(b, frame));
 }
 
+// How much of a colour may be the ship's.
+float hullAt(vec4 color) {
+    return smoothstep(0.75, 1.0, color.a) * (1.0 - smoothstep(0.18, 0.38, min(color.r, color.b) - color.g));
+}
+
 // What the ship and what lies behind it look like at a place. The ship is measured by itself and not by what is next to
 // it: on a far hull that would leave pits of black.
 vec3 colorAt(vec2 at, Frame frame) {
@@ -75,7 +80,12 @@ vec3 colorAt(vec2 at, Frame frame) {
     // green is the ship's own. Its tone is how far that is from the whole ship's, which has the glow too.
     float magenta = max(min(seen.r, seen.b) - seen.g, 0.0);
     float tone = 1.0 + (max(seen.g - 0.5 * magenta, 0.0) - lightness) / 0.34;
-    float solid = smoothstep(0.75, 1.0, seen.a) * smoothstep(-0.4, 0.1, tone) * (1.0 - smoothstep(0.18, 0.38, magenta));
+    if (tone > 1.0) tone = 1.62 - 0.62 * exp((1.0 - tone) / 0.62);
+    float solid = hullAt(seen) * smoothstep(-0.4, 0.1, tone);
+    // Beams that a beat makes white pass for hull, but on both sides of a line there is none.
+    vec2 right = vec2(0.010, 0.0) / aspect * frame.slope, up = vec2(0.0, 0.010) * frame.slope;
+    solid *= min(max(hullAt(seenAt(at + right, frame)), hullAt(seenAt(at - right, frame))),
+                 max(hullAt(seenAt(at + up, frame)), hullAt(seenAt(at - up, frame))));
 
     // Beams are ice. Of what lies over them as broad as the glow lays it most is taken away.
     vec2 along = vec2(0.045, 0.02) / aspect * frame.slope, across = vec2(-0.02, 0.045) / aspect * frame.slope;
@@ -105,7 +115,7 @@ vec3 onBlade(View view, vec3 color, vec2 ray) {
     float sheen = within(abs(slant - 0.35), 0.16, 0.02) + within(abs(slant - 0.60), 0.04, 0.02);
     float bevel = within(view.toEdge, 0.030, 0.002), line = within(abs(view.toEdge - 0.030), 0.0035, 0.003);
     return dot(color, vec3(0.4, 0.5, 0.3)) * vec3(0.0, 0.62, 1.1) * (1.0 + 0.3 * facing) +
-           vec3(0.0, 0.036, 0.095) * (clamp(1.0 + 0.7 * facing + 1.3 * across, 0.5, 2.2) + (0.7 + lean) * sheen) +
+           vec3(0.0, 0.036, 0.095) * (clamp(0.4 + 0.5 * facing + 0.9 * across, 0.0, 1.6) + (0.7 + lean) * sheen) +
            vec3(0.0, 0.85, 1.15) * (bevel * (0.10 + 0.16 * lean) + line * (0.22 + 0.4 * lean));
 }
 

@@ -56,9 +56,8 @@ constexpr Cells lacquer(int number) {
     return {0.1 + 0.7 * number, 5.1, 0.6, 0.6};
 }
 enum Lacquer { ivory, orange, petrol, sand };
-// Dabs of what shines as if the beams lit it, and of the ship's petals.
-constexpr Cells beamlit = {0.7, 14.7, 0.6, 0.6}, copper = {1.5, 14.7, 0.6, 0.6},
-                pearl = {2.3, 14.7, 0.6, 0.6};
+// The ship's jet, its copper and its pearl.
+constexpr Cells flame = {0.7, 14.7, 0.6, 0.6}, copper = {1.5, 14.7, 0.6, 0.6}, pearl = {2.3, 14.7, 0.6, 0.6};
 
 }  // namespace hull
 
