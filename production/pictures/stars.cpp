@@ -1,7 +1,7 @@
 // "star" (star2.png): the sky round the robot, drawn unlit. The whole ball lies folded in the square as the
-// model of the sky unfolds it. One river of cloud crosses a night that is black elsewhere, violet where it is
-// thin and teal where it is deep, with warm dust in its lanes. Dim, since the glow makes nearly four times as
-// much of a broad light.
+// model of the sky unfolds it. Below floats a dark world with the sun about to rise, straight overhead hangs
+// a giant, half lit, and small moons shine where the sun does not. All of it is dim, since the glow makes
+// nearly four times as much of a broad light.
 #include "production/kit/picture/canvas.h"
 #include "production/kit/picture/noise.h"
 #include "production/pictures/pictures.h"
@@ -34,42 +34,90 @@ Point placeOf(Direction d) {
     return {(u + 1) * 0.5f * size, (1 - v) * 0.5f * size};
 }
 
-// The river's plane: it rises steeply from one horizon to the other.
-const Direction riverPole = normalized(Direction{0.62f, 0.50f, 0.60f});
+// Where the sun stands, just under the horizon: behind the robot for who looks it in the face.
+const Direction sunwards = normalized(Direction{0.04f, 0, -1});
 
-// How much of a cloud lies at a place, and what it is made of.
-struct Cloud {
-    float density;  // 0..1
-    float teal;     // 0: violet
-    float dust;     // warm
-    float shadow;   // of the dark lanes in it
-};
-
-Cloud cloudAt(Direction d) {
-    const float bendX = fractalNoise(d.x * 2.6f, d.y * 2.6f, d.z * 2.6f, 4, 301),
-                bendY = fractalNoise(d.x * 2.6f, d.y * 2.6f, d.z * 2.6f, 4, 311);
-    const auto bent = [&](float scale, float bend, int octaves, uint32_t seed) {
-        return fractalNoise(d.x * scale + bend * bendX, d.y * scale + bend * bendY,
-                            d.z * scale - bend * bendX, octaves, seed);
-    };
-    const float off = dot(d, riverPole) + 0.16f * bendX;
-    const float river = bell(off, 0.34f), bed = bell(off, 0.12f);
-    Cloud cloud;
-    cloud.density = smoothstep(0.05f, 0.95f, river * (0.75f + 0.9f * bent(3.6f, 1.2f, 7, 321)) + 0.10f);
-    cloud.shadow =
-        smoothstep(0.16f, 0.0f, std::fabs(bent(3.4f, 1.5f, 6, 331))) * smoothstep(0.2f, 0.8f, river);
-    cloud.teal = smoothstep(-0.10f, 0.30f, bent(1.7f, 0.6f, 3, 341));
-    cloud.dust = bed * smoothstep(-0.05f, 0.40f, bent(2.6f, 1.3f, 5, 351));
-    return cloud;
+// The world's night, from its horizon down, and the air over it. Towards the sun it is lit.
+constexpr float horizon = -15 * degree;
+Rgba worldAt(Direction d) {
+    const float height = (arcSin(d.y) - horizon) / degree, level = std::hypot(d.x, d.z);
+    const float dawn = 0.5f + 0.5f * dot({d.x, 0, d.z}, sunwards) / std::fmax(level, 1e-4f);
+    const float near = dawn * dawn * dawn;
+    const Rgba air = mix(opaque(0.02f, 0.16f, 0.30f), opaque(0.10f, 0.42f, 0.52f), near);
+    const auto falling = [&](float by) { return std::exp(-std::fabs(height) / by); };  // degrees
+    if (height < 0) {
+        const float clouds = fractalNoise(d.x / -d.y * 3, 1.7f, d.z / -d.y * 3, 6, 401);
+        return air * (0.55f * near * falling(5) * smoothstep(-0.1f, 0.5f, clouds) +
+                      mix(0.25f, 0.5f, near) * falling(0.5f));
+    }
+    return air * (mix(0.7f, 1, near) * falling(0.9f) + mix(0.12f, 0.42f, near) * falling(5)) +
+           opaque(0.75f, 0.28f, 0.10f) * (0.7f * std::pow(dawn, 40.0f) * falling(5)) +
+           opaque(0.9f, 0.6f, 0.3f) * (0.6f * std::pow(dawn, 300.0f) * falling(2.5f));
 }
 
-Rgba colourOf(const Cloud& cloud) {
-    const float d = cloud.density;
-    const Rgba body = mix(opaque(0.070f, 0.016f, 0.120f), opaque(0.004f, 0.060f, 0.088f), cloud.teal);
-    const Rgba heart = mix(opaque(0.16f, 0.050f, 0.13f), opaque(0.04f, 0.14f, 0.13f), cloud.teal);
-    const Rgba lit =
-        body * d + heart * (0.8f * d * d * d) + opaque(0.16f, 0.070f, 0.024f) * (0.8f * cloud.dust * d);
-    return opaque(0.0035f, 0.0035f, 0.009f) + lit * (0.40f * (1 - 0.78f * cloud.shadow));
+// What hides the stars behind it, and how much of a place it covers.
+struct Body {
+    Rgba light;
+    float covers = 0;
+};
+
+// Where a place of the sky lies on a ball that is seen in a direction: its normal there, and how far off the
+// middle that is, 1 at the edge.
+struct Seen {
+    Direction normal;
+    float out;
+};
+Seen onBall(Direction middle, float radius, Direction d) {
+    if (dot(d, middle) < 0) return {{}, 2};
+    const Direction aside = (d - middle * dot(d, middle)) * (1 / std::sin(radius));
+    const float out = length(aside);
+    return {aside - middle * std::sqrt(std::fmax(0.0f, 1 - out * out)), out};
+}
+
+// Its middle is the zenith, so that who looks up at the robot has it behind the head. Beside its edge shines
+// its air.
+Body giantAt(Direction d) {
+    const auto [normal, out] = onBall({0, 1, 0}, 38 * degree, d);
+    if (out > 1.6f) return {};
+    const Direction sun = normalized(sunwards + Direction{0, -0.27f, 0});
+    const float bend = fractalNoise(normal.x * 2.2f, normal.y * 2.2f, normal.z * 2.2f, 5, 411);
+    const float latitude = dot(normal, normalized(Direction{0.86f, -0.35f, -0.36f})) + 0.05f * bend;
+    const float bands = 0.5f + 0.3f * std::sin(17 * latitude + 1.2f * bend) + 0.2f * std::sin(41 * latitude);
+    const Rgba ground = mix(opaque(0.11f, 0.026f, 0.13f), opaque(0.27f, 0.15f, 0.18f), unit(bands));
+    const float covers = smoothstep(1.004f, 0.996f, out), day = dot(normal, sun);
+    const float edge = std::fabs(out - 1);
+    return {ground * (smoothstep(-0.16f, 0.75f, day) * covers) +
+                opaque(0.31f, 0.21f, 0.25f) * (std::exp(-edge / 0.012f) * smoothstep(-0.6f, 0.8f, day)) +
+                opaque(0.075f, 0.036f, 0.09f) *
+                    ((1 - covers) * std::exp(-edge / 0.07f) * smoothstep(-0.1f, 0.9f, day)),
+            covers};
+}
+
+Body moonAt(float turn, float height, float radius, Direction d) {
+    const Direction middle = {std::sin(turn) * std::cos(height), std::sin(height),
+                              std::cos(turn) * std::cos(height)};
+    const auto [normal, out] = onBall(middle, radius, d);
+    if (out > 1.02f) return {};
+    const float rough = fractalNoise(normal.x * 3, normal.y * 3, normal.z * 3, 6, 421);
+    const Direction sun = normalized(Direction{-middle.z, -0.35f, middle.x} + middle * 0.15f);
+    const float covers = smoothstep(1.02f, 0.98f, out);
+    const Rgba ground = mix(opaque(0.13f, 0.10f, 0.10f), opaque(0.35f, 0.26f, 0.21f), 0.5f + 0.9f * rough);
+    return {ground * (smoothstep(0.0f, 0.7f, dot(normal, sun) + 0.12f * rough) * covers), covers};
+}
+
+Body bodyAt(Direction d) {
+    if (const Body moon = moonAt(38 * degree, 20 * degree, 10 * degree, d); moon.covers > 0) return moon;
+    if (const Body moon = moonAt(-32 * degree, 15 * degree, 3.6f * degree, d); moon.covers > 0) return moon;
+    return giantAt(d);
+}
+
+Rgba colourOf(Direction d) {
+    const Body body = bodyAt(d);
+    return (opaque(0.0035f, 0.0035f, 0.009f) + worldAt(d)) * (1 - body.covers) + body.light;
+}
+
+bool clearAt(Direction d) {
+    return arcSin(d.y) > horizon + 1.5f * degree && bodyAt(d).covers < 0.5f;
 }
 
 // Adds a star, round in the sky, its light running on over the picture's folds.
@@ -127,9 +175,7 @@ void addField(Canvas& canvas) {
     for (int i = 0; i < 8000; i++) {
         const Direction star = scattered(i, 17);
         const float brightness = std::pow(randomAt(i, 3, 17), 9.0f);
-        const Cloud cloud = cloudAt(star);
-        if (brightness < 0.15f && randomAt(i, 5, 17) > 0.22f + 1.3f * cloud.density * (1 - cloud.shadow))
-            continue;
+        if (!clearAt(star) || (brightness < 0.15f && randomAt(i, 5, 17) > 0.4f)) continue;
         addStar(canvas, star, std::fmin(brightness, 0.8f), tintOf(randomAt(i, 4, 17)));
     }
 }
@@ -153,8 +199,10 @@ void addCluster(Canvas& canvas, const Cluster& cluster, int seed) {
         const float radius = cluster.spread * (1 / (1 - 0.86f * randomAt(i, 0, seed)) - 0.9f);
         const float angle = 2 * pi * randomAt(i, 1, seed), brightness = std::pow(randomAt(i, 2, seed), 4.0f);
         const float a = radius * std::cos(angle), b = radius * std::sin(angle);
-        addStar(canvas, normalized(middle + right * a + up * b), 0.10f + 0.62f * brightness,
-                tintOf(mix(randomAt(i, 3, seed), 1, cluster.warmth)));
+        const Direction star = normalized(middle + right * a + up * b);
+        if (clearAt(star))
+            addStar(canvas, star, 0.10f + 0.62f * brightness,
+                    tintOf(mix(randomAt(i, 3, seed), 1, cluster.warmth)));
     }
 }
 
@@ -162,7 +210,7 @@ void addCluster(Canvas& canvas, const Cluster& cluster, int seed) {
 
 void makeStars(const char* path) {
     Canvas canvas(size, size);
-    paint(canvas, [](float x, float y, Rgba) { return colourOf(cloudAt(directionAt(x, y))); });
+    paint(canvas, [](float x, float y, Rgba) { return colourOf(directionAt(x, y)); });
     addField(canvas);
     int seed = 100;
     for (const Cluster& cluster : clusters) addCluster(canvas, cluster, seed++);
