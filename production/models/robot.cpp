@@ -1,9 +1,9 @@
-// The robot: lacquered shells, and what glows or is painted on it, which are its screen's mesh, since that
-// alone has a picture; steel joints and frames, its body's mesh; and rubber, its arms' mesh. The picture's
-// patches hold each lacquer in lights that stand still while the viewer goes round. It has a face, an engine
-// that burns in its back, gauges on its calves, and a heart's beat on each flank; it stands on a plate below
-// y = 0, looks along +z and down, and waves. Between hips and chest the middle is free, up to flat bellows
-// behind the axis: the camera flies through.
+// The robot: lacquered shells, and what glows on it, which are its screen's mesh, since that alone has a
+// picture; steel joints and frames, its body's mesh; and rubber, its arms' mesh. The picture's patches hold
+// each lacquer in lights that stand still while the viewer goes round. Legs and hips are plain and dark, so
+// that the eye climbs to what shines: a face, and its heart's beat on each flank and on its back. It stands
+// on a plate below y = 0, looks along +z and down, and waves. Between hips and chest the middle is free, up
+// to flat bellows behind the axis: the camera flies through.
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
@@ -15,15 +15,19 @@ using namespace model;
 
 namespace {
 
-constexpr Vec headCentre = {0, 152.5, 2};
-constexpr double headSize = 1.26;
-constexpr double headTilt = 0.34, headLean = 0.06;  // radians: the face towards viewers below, an ear down
-constexpr double faceDepth = 15.5;                  // from the head's centre to the bezel
+// How it holds its head: the face towards viewers below, an ear down (radians). In its own scene it bows to
+// them; who sees it as a colossus stands farther off.
+struct Neck {
+    Vec centre;
+    double size, tilt;
+};
+constexpr Neck bowed = {{0, 149, 11}, 1.34, 0.5}, upright = {{0, 152.5, 2}, 1.26, 0.34};
+constexpr double headLean = 0.06;
+constexpr double faceDepth = 15.5;  // from the head's centre to the bezel
 constexpr Vec chestLamp = {0, 109, 17.2};
 
 // Where things lie in "roboscreen".
-constexpr Patch facePicture = patchOf(atlas::robot::face), turbine = patchOf(atlas::robot::turbine),
-                gauge = patchOf(atlas::robot::gauge),
+constexpr Patch facePicture = patchOf(atlas::robot::face),
                 iris = patchOf(atlas::robot::iris.within(atlas::robot::margin)),
                 pulsePicture = patchOf(atlas::robot::pulse.within(atlas::robot::margin));
 constexpr Uv warmLamp = middleOf(atlas::robot::warmLamp), ember = middleOf(atlas::robot::ember),
@@ -37,25 +41,25 @@ struct Part {
 // Two lamps face each other across it, so that from wherever a viewer looks it has a side in the light and
 // one in the dark: a warm key before its left shoulder, a cold one behind the other. From below shines the
 // disc of light that it is born of.
-constexpr Vec keyLamp = {0.66, 0.44, 0.61}, coldLamp = {-0.95, 0.14, 0.02};
+constexpr Vec keyLamp = {0.66, 0.44, 0.61}, coldLamp = {-0.95, 0.14, 0.02}, backLamp = {0.35, 0.6, -0.72};
 
 // What stands in their way, and darkens what is close by.
 struct Blocker {
     Vec middle;
-    double radius;
+    double radius, own = 1.2 * radius;  // within which its own surface lies
 };
-constexpr Blocker blockers[] = {{{0, 150, 2}, 20},   {{0, 108, 0}, 19},   {{13, 112, 0}, 15},
-                                {{-13, 112, 0}, 15}, {{0, 57, 0}, 15},    {{13, 45, 0}, 8},
-                                {{-13, 45, 0}, 8},   {{15, 14, 0}, 9},    {{-15, 14, 0}, 9},
-                                {{33.5, 116, 0}, 9}, {{-33.5, 116, 0}, 9}};
+constexpr Blocker blockers[] = {{bowed.centre, 22, 42}, {{0, 108, 0}, 19},   {{13, 112, 0}, 15},
+                                {{-13, 112, 0}, 15},    {{0, 57, 0}, 15},    {{13, 45, 0}, 8},
+                                {{-13, 45, 0}, 8},      {{15, 14, 0}, 9},    {{-15, 14, 0}, 9},
+                                {{33.5, 116, 0}, 9},    {{-33.5, 116, 0}, 9}};
 
 // How much of a lamp is seen from a place: 0..1.
 double clearTo(Vec lamp, Vec p) {
     double clear = 1;
-    for (const auto& [middle, radius] : blockers) {
+    for (const auto& [middle, radius, own] : blockers) {
         const Vec away = middle - p;
         const double ahead = dot(away, lamp);
-        if (length(away) < radius * 1.2 || ahead < 0) continue;
+        if (length(away) < own || ahead < 0) continue;
         clear *= smoothstep(radius * 0.6, radius * 1.25, length(away - lamp * ahead));
     }
     return clear;
@@ -72,14 +76,6 @@ double litAround(Vec normal) {
     return 0.48 * (0.55 + 0.45 * dot(normal, normalized(keyLamp)));
 }
 
-// The engine's fire shines on what is close to it.
-double litByEngine(Vec p, Vec normal) {
-    constexpr Vec fire = {0, 90, -66};
-    constexpr double bright = 80;  // so far away it is as bright as it gets
-    const Vec to = fire - p;
-    return std::clamp(dot(normal, normalized(to)), 0.0, 1.0) * std::min(0.8, 0.8 * bright / length(to));
-}
-
 // In a lacquer's patch: across by the key, upwards by the cold lamp and downwards by the light from below.
 Shape lacquered(const Shape& whole, const std::function<Patch(Vec)>& lacquer) {
     Shape shape = triangulated(whole);
@@ -90,8 +86,8 @@ Shape lacquered(const Shape& whole, const std::function<Patch(Vec)>& lacquer) {
         face.uvs.clear();
         for (size_t i = 0; i < 3; i++) {
             const Vec p = shape.points[face.points[i]], normal = normals[f][i];
-            const double key = std::max(
-                             {litBy(keyLamp, 0.1, p, normal), litByEngine(p, normal), litAround(normal)}),
+            const double key = std::max({litBy(keyLamp, 0.1, p, normal),
+                                         0.85 * litBy(backLamp, 0.1, p, normal), litAround(normal)}),
                          side = litBy(coldLamp, 0.1, p, normal);
             const double below = litBy({0, -1, 0}, 0.3, p, normal) * smoothstep(20, 40, p.y);
             constexpr double neither = atlas::robot::neither;
@@ -134,11 +130,9 @@ Patch coatAt(Vec p) {
     if (isHand(p, waving) || isHand(other, swinging)) return coatOf(ivory);
     if (isForearm(p, waving) || isForearm(other, swinging)) return coatOf(orange);
     if (p.y < -1) return coatOf(orange);  // boots
-    const auto within = [&](double low, double high) { return p.y > low && p.y < high; };
-    if (p.y < 66)
-        return coatOf(within(12.2, 14.8) || within(23.4, 29) ? orange : within(4, 12.2) ? petrol : ivory);
+    if (p.y < 66) return coatOf(petrol);
     // Above a groove's floor, whose triangles lie to both sides of its middle.
-    if (out < 36 && p.y > 81 && p.y < 130) return coatOf(p.y < 97.4 ? orange : p.y < 119.4 ? ivory : petrol);
+    if (out < 36 && p.y > 81 && p.y < 130) return coatOf(p.y < 88.4 || p.y > 119.4 ? petrol : ivory);
     return coatOf(ivory);
 }
 
@@ -186,19 +180,31 @@ Shape bolt(double radius, double height) {
     return lathe({{r, 0}, {r, h * 0.6}, {r * 0.6, h}, {0, h}}, 10);
 }
 
-// A round limb between two joints. `cuts` (parts of its length) divide it into plates, its radius goes from
-// `start` to `end` and is fuller by `swell` half-way.
-Shape limb(Vec from, Vec to, const Plates& plates, const std::vector<double>& cuts, double start, double end,
-           double swell) {
-    const double size = length(to - from);
+// A round limb between two joints: its radius goes from `start` to `end` and is fuller by `swell` half-way.
+struct Limb {
+    Vec from, to;
+    double start, end, swell;
+
+    Vec at(double part) const { return mix(from, to, part); }
+    double radius(double part) const { return mix(start, end, part) + swell * std::sin(pi * part); }
+};
+constexpr Limb shin = {{15.5, -1, 0}, {14.5, 32, 1.5}, 11, 6, 1.6},
+               thigh = {{14.5, 32, 1.5}, {11.5, 57, 0}, 6.2, 8.4, 0.6};
+Limb upperArm(const Pose& pose) {
+    return {shoulder, pose.elbow, 6, 5, 0.4};
+}
+Limb forearm(const Pose& pose) {
+    return {pose.elbow, pose.wrist, 4.6, 7.4, 0.6};
+}
+
+// `cuts` (parts of its length) divide it into plates.
+Shape shellOf(const Limb& limb, const Plates& plates, const std::vector<double>& cuts) {
+    const double size = length(limb.to - limb.from);
     std::vector<double> heights;
     for (double cut : cuts) heights.push_back(cut * size);
-    const Outline wall = platedProfile(heights, plates, [&](double y) {
-        const double k = y / size;
-        return mix(start, end, k) + swell * std::sin(pi * k);
-    });
+    const Outline wall = platedProfile(heights, plates, [&](double y) { return limb.radius(y / size); });
     const Outline profile = chained({{{0, heights.front()}}, wall, {{0, heights.back()}}});
-    return placed(lathe(profile, 20), from, to - from);
+    return placed(lathe(profile, 20), limb.from, limb.to - limb.from);
 }
 
 Shape base() {
@@ -226,45 +232,30 @@ Part foot() {
 }
 
 Part leg() {
-    const Vec ankle = {15.5, -1, 0}, knee = {14.5, 32, 1.5}, hip = {11.5, 57, 0};
-    const Shape shin = limb(ankle, knee, {1, 1.2, 0.8, 4}, {0, 0.16, 0.40, 0.48, 0.74, 0.88}, 11, 6, 1.6);
-    const Shape thigh = limb(knee, hip, {1, 1, 0.8, 3}, {0.16, 0.32, 0.84, 1}, 6.2, 8.4, 0.6);
+    const Shape shells =
+        joined({shellOf(shin, {1, 1.2, 0.8, 4}, {0, 0.88}), shellOf(thigh, {1, 1, 0.8, 3}, {0.16, 1})});
     const Shape joint =
-        joined({placed(rings(6.2, 6.6), knee, {1, 0, 0}), placed(rings(6.2, 6.6), knee, {-1, 0, 0})});
+        joined({placed(rings(6.2, 6.6), shin.to, {1, 0, 0}), placed(rings(6.2, 6.6), shin.to, {-1, 0, 0})});
     const auto [boot, ankles] = foot();
-    return {joined({moved(boot, {ankle.x, 0, 0}), shin, thigh}),
-            joined({moved(ankles, {ankle.x, 0, 0}), joint})};
+    return {joined({moved(boot, {shin.from.x, 0, 0}), shells}),
+            joined({moved(ankles, {shin.from.x, 0, 0}), joint})};
 }
 
+constexpr double girdleDepth = 0.68;  // of its width
+double girdleRadius(double y) {
+    return 20 - 0.02 * (y - 57) * (y - 57) - 3 * smoothstep(60, 65, y);
+}
 Shape girdle() {
-    const Outline wall = platedProfile({49, 53, 64}, {1.1, 1.1, 0.9, 3}, [](double y) {
-        return 20 - 0.02 * (y - 57) * (y - 57) - 3 * smoothstep(60, 65, y);
-    });
+    const Outline wall = platedProfile({49, 53, 64}, {1.1, 1.1, 0.9, 3}, girdleRadius);
     const Outline profile =
         chained({{{0, 46}, {10, 46}}, wall, {{12, 64.6}, {11, 62.5}, {7, 62.5}, {6.4, 64}, {0, 64}}});
-    return squared(flutedLathe(profile, {8, 0.12, 1.2, 48, 63, 3}, pi / 8), 0.68);
+    return squared(lathe(profile, 40), girdleDepth);
 }
 
-// Seen from below while the camera looks up the robot: a hatch with bolts, the sockets of the hips and a
-// plate on each side.
 Shape hips() {
-    const Shape bolts = around(moved(bolt(1, 0.8), {7.2, 0, 0}), 8);
-    const Shape hatch = placed(joined({rings(5.5, 1.4), bolts}), {0, 46.2, 0}, {0, -1, 0});
     const Shape socket = placed(rings(8.6, 3.4), {11.6, 49.4, 0}, {0.12, -1, 0});
     const Shape hipPlate = placed(rings(6.4, 3), {18.6, 56, 0}, {1, 0.05, 0});
-    return joined({hatch, withMirror(joined({socket, hipPlate}))});
-}
-
-// A hose with ribs along a curve.
-Shape hose(const std::vector<Vec>& points, double radius) {
-    Sweep how;
-    how.path = curveThrough(points, false, 10);
-    how.change = [=](int step, Outline section) {
-        const double wide = radius * (step % 2 ? 1 : 0.86);
-        for (Flat& p : section) p = {p.x * wide, p.y * wide};
-        return section;
-    };
-    return smoothed(sweep(polygon(8, 1), how), 0.9);
+    return withMirror(joined({socket, hipPlate}));
 }
 
 // A rod that slides in a sleeve.
@@ -288,68 +279,22 @@ Shape sleeve(Vec from, Vec to, double radius) {
                   from, to - from);
 }
 
-// What the legs have behind, for who looks up at them: two hoses to each thigh.
-Shape legHoses() {
-    return withMirror(
-        joined({hose({{6, 49, -10.5}, {5.6, 42, -14.5}, {8.6, 35, -14}, {12, 29.5, -8.5}}, 1.25),
-                hose({{17, 50, -9.5}, {20.4, 43, -13}, {20.4, 36, -12.5}, {17.4, 30, -8}}, 1.25)}));
-}
-
 constexpr double chestDepth = 0.62;  // of its width
 double chestRadius(double y) {
     return 13 + 17 * smoothstep(80, 112, y) - 11 * smoothstep(115, 131, y);
 }
 
-// A lit gauge that lies on a limb, from one part of its length to another; its radius goes from `start` to
-// `end`. It looks along -z, turned by `turn` radians towards +x, and is as broad as `half` radians to each
-// side.
-struct Gauge {
-    Vec from, to;
-    double low, high, start, end, swell;
-    double turn, half;
-};
-Shape gaugeOn(const Gauge& at) {
-    return painted(
-        grid(7, 9, false, false,
-             [&](int c, int r) {
-                 const double k = mix(at.low, at.high, r / 8.0);
-                 const double aside = at.turn - mix(-at.half, at.half, c / 6.0);
-                 const double radius = mix(at.start, at.end, k) + at.swell * std::sin(pi * k) + 0.7;
-                 return mix(at.from, at.to, k) + Vec{radius * std::sin(aside), 0, -radius * std::cos(aside)};
-             }),
-        gauge);
-}
-
-// On the calves, on the outside of the thighs, and across the belly.
-Shape gauges() {
-    const Shape calf = gaugeOn({{15.5, -1, 0}, {14.5, 32, 1.5}, 0.20, 0.70, 11, 6, 1.6, 0, 0.5});
-    const Shape thigh = gaugeOn({{14.5, 32, 1.5}, {11.5, 57, 0}, 0.18, 0.53, 6.2, 8.4, 0.6, pi / 2, 0.42});
-    const Shape strip = grid(9, 3, false, false, [](int c, int r) {
-        const double x = mix(-5.6, 5.6, c / 8.0), y = 92.6 + 1.7 * (r - 1);
-        return Vec{x, y, chestDepth * chestRadius(y) * (1 - 0.0005 * x * x) + 0.5};
-    });
-    const Shape belly = mappedBy(
-        strip, [](const Face&, Vec p) { return gauge.at(0.5 + (p.y - 92.6) / 3.4, 0.5 - p.x / 11.2); });
-    return joined({withMirror(joined({calf, thigh})), belly});
-}
-
-// The maker's plate, round the back of the pelvis.
-constexpr Flat plateHalf = {11.4, 3.8};
-Shape makersPlate() {
-    return grid(9, 4, false, false, [](int c, int r) {
-        const double x = 2 * c / 8.0 - 1, y = 2 * r / 3.0 - 1;
-        return Vec{-plateHalf.x * x, 55.6 + plateHalf.y * y, -15.2 + 1.1 * x * x};
-    });
-}
-
 // Bellows, broad but flat and behind the axis.
+constexpr double waistMiddle = -10.4, waistDepth = 0.4;
+double waistRadius(double y) {
+    return 15.5 + 0.014 * (y - 74) * (y - 74);
+}
 Shape waist() {
     std::vector<double> cuts;
     for (int i = 0; i <= 6; i++) cuts.push_back(61 + i * 4.4);
-    const Outline wall =
-        platedProfile(cuts, {1.2, 1.6, 1.4, 3}, [](double y) { return 15.5 + 0.014 * (y - 74) * (y - 74); });
+    const Outline wall = platedProfile(cuts, {1.2, 1.6, 1.4, 3}, waistRadius);
     const Outline profile = chained({{{0, 60}}, wall, {{0, 88.5}}});
-    return moved(scaled(lathe(profile, 28), {1, 1, 0.4}), {0, 0, -10.4});
+    return moved(scaled(lathe(profile, 28), {1, 1, waistDepth}), {0, 0, waistMiddle});
 }
 
 // What carries the chest in front: a pair of pistons that lean apart, and hoses at the sides.
@@ -359,16 +304,11 @@ Shape waistSleeves() {
 Shape waistRods() {
     return withMirror(rod({10.4, 73, 12.6}, {12, 87, 13.4}, 1.4));
 }
-Shape waistHoses() {
-    return withMirror(hose({{15.5, 62, -4}, {21, 69, -7}, {21, 78, -7}, {16.5, 87, -3}}, 1.7));
-}
-
 Shape torso() {
     const Outline wall = platedProfile({82, 88, 97, 119, 127.5}, {1.4, 1.3, 1.1, 3.2}, chestRadius);
-    // The lamp below, that is seen from the gap over the hips.
-    const Outline below = {{0, 84.5}, {4, 84.5}, {4.6, 83}, {7, 83}, {7.6, 84.5}, {9, 84.5}, {9.8, 82}};
-    const Outline profile = chained({below, wall, {{15, 128.5}, {10, 129.5}, {0, 129.5}}});
-    return squared(flutedLathe(profile, {8, 0.1, 1.3, 83.4, 124, 4}, pi / 8), chestDepth);
+    const Outline profile =
+        chained({{{0, 84}, {9, 83.6}, {9.8, 82}}, wall, {{15, 128.5}, {10, 129.5}, {0, 129.5}}});
+    return squared(lathe(profile, 40), chestDepth);
 }
 
 // The bezel's centre line: a rounded rectangle in the xy plane.
@@ -394,47 +334,31 @@ Shape bezel(Flat half, double corner, double z) {
     return sweep({{-1.7, -2}, {1.9, -2}, {1.9, 0.6}, {1.2, 1.5}, {0, 1.9}, {-1.2, 1.3}, {-1.7, 0.4}}, frame);
 }
 
-// Carries what faces +z onto the chest's flank, on the side of x > 0 or of x < 0.
-Shape onFlank(const Shape& shape, double side) {
-    const Vec middle = {side * 25, 99.6, 8}, out = normalized(Vec{side * 0.76, -0.54, 0.36});
-    const Vec right = normalized(cross({0, 1, 0}, out)), up = cross(out, right);
-    return bent(shape, [=](Vec p) { return middle + right * p.x + up * p.y + out * p.z; });
-}
-constexpr Flat pulseHalf = {7.4, 6.2};
+// Its heart's screens: one on each flank of the chest, and a large one on its back.
+struct Screen {
+    Vec middle, out;
+    Flat half;
+};
+constexpr Screen screens[] = {{{25, 99.6, 8}, {0.76, -0.54, 0.36}, {7.4, 6.2}},
+                              {{-25, 99.6, 8}, {-0.76, -0.54, 0.36}, {7.4, 6.2}},
+                              {{0, 108, -25}, {0, -0.5, -0.87}, {14.5, 12.1}}};
+constexpr Screen backScreen = screens[2];
 
-// Its engine, which bursts from the back and points down at who stands behind. Built along +y from within
-// the chest.
-Shape onBack(const Shape& shape) {
-    return placed(shape, {0, 113, -10}, {0, -0.6, -0.8});
+// Carries what faces +z there.
+Shape on(const Screen& screen, const Shape& shape) {
+    const Vec out = normalized(screen.out), right = normalized(cross({0, 1, 0}, out)), up = cross(out, right);
+    return bent(shape, [&](Vec p) { return screen.middle + right * p.x + up * p.y + out * p.z; });
 }
-constexpr double fanRadius = 14.8, lipHeight = 19.6;
-Shape cowling() {
-    const Outline profile = {{10, 0},   {14, 3},    {14.6, 4.4},  {14, 5.4},
-                             {16, 6.4}, {17.2, 11}, {17.6, 14.6}, {16.8, 15.2}};
-    const Shape fin = moved(box({5.4, 9, 1.1}, 0.4, 2), {17.4, 8.4, 0});
-    return onBack(joined({lathe(profile, 40), around(fin, 18)}));
+Shape onScreens(const std::function<Shape(Flat half)>& make) {
+    std::vector<Shape> all;
+    for (const Screen& screen : screens) all.push_back(on(screen, make(screen.half)));
+    return joined(all);
 }
-Shape lip() {
-    return onBack(lathe({{16.8, 15},
-                         {18.2, 15.6},
-                         {18.6, 17.4},
-                         {18, 19},
-                         {17, lipHeight},
-                         {16, 19.3},
-                         {15.2, 18},
-                         {fanRadius, 12}},
-                        40));
-}
-Shape fan() {
-    const Shape disc = grid(40, 6, true, false, [](int c, int r) {
-        const double out = fanRadius * (1 - r / 5.0), turn = -2 * pi * c / 40;
-        return Vec{out * std::cos(turn), 14.5 - 2 * (1 - r / 5.0), out * std::sin(turn)};
-    });
-    const Shape wheel = welded(mappedBy(disc, [](const Face&, Vec p) {
-        return turbine.at(0.5 + 0.5 * p.x / fanRadius, 0.5 - 0.5 * p.z / fanRadius);
-    }));
-    const Shape lamp = moved(painted(icosphere(0.62, 1), warmLamp), {21, 11.6, 0});
-    return onBack(joined({wheel, around(lamp, 18)}));
+
+// What carries the one on its back.
+Shape backpack() {
+    const auto [x, y] = backScreen.half;
+    return on(backScreen, moved(box({2 * x + 7, 2 * y + 7, 14}, 4, 3), {0, 0, -7.4}));
 }
 
 // The reactor in the chest, shoulder sockets.
@@ -443,8 +367,8 @@ Part torsoFittings() {
         placed(joined({rings(9.5, 4.2), around(moved(icosphere(1.3, 1), {11.8, 0.6, 0}), 8)}), chestLamp,
                {0, 0.02, 1});
     const Shape socket = placed(rings(9, 3), {25.5, 116, 0}, {1, 0, 0});
-    const Shape frame = bezel({pulseHalf.x + 1.4, pulseHalf.y + 1.4}, 2.5, 0.4);
-    return {{}, joined({reactor, onFlank(frame, 1), onFlank(frame, -1), withMirror(socket)})};
+    const Shape frames = onScreens([](Flat half) { return bezel({half.x + 1.4, half.y + 1.4}, 2.5, 0.4); });
+    return {{}, joined({reactor, frames, withMirror(socket)})};
 }
 
 Shape neck() {
@@ -455,9 +379,9 @@ Shape neck() {
 }
 
 // Where the head's own coordinates (origin at its centre) lie on the robot.
-Shape onNeck(const Shape& shape) {
-    const Shape nodding = turned(scaled(shape, {headSize, headSize, headSize}), Axis::x, headTilt);
-    return moved(turned(nodding, Axis::z, headLean), headCentre);
+Shape onNeck(const Neck& neck, const Shape& shape) {
+    const Shape nodding = turned(scaled(shape, {neck.size, neck.size, neck.size}), Axis::x, neck.tilt);
+    return moved(turned(nodding, Axis::z, headLean), neck.centre);
 }
 
 constexpr Flat faceHalf = {16.2, 11.8};
@@ -466,61 +390,52 @@ constexpr Vec earMiddle = {17.6, 1, -2};
 // The two aerials make a V.
 constexpr Vec aerialFoot = {5.5, 16.5, -3}, aerialTip = {19, 33.5, -7};
 
-// A television's tube: wide in front, drawn in behind. Where a place of the plain box comes to lie.
-Vec onShell(Vec p) {
-    const double k = smoothstep(6, -16, p.z);
-    return {p.x * mix(1, 0.72, k), p.y * mix(1, 0.8, k) + k * 1.5, p.z};
-}
-
 // The head's shell, which seems to swell, or each of its flat sides would mirror but one place of the sky.
-Shape swelling(const Shape& shell) {
+Shape swelling(const Neck& neck, const Shape& shell) {
+    const double tilt = neck.tilt;
     const Vec right = {std::cos(headLean), std::sin(headLean), 0};
-    const Vec ahead = {std::sin(headTilt) * std::sin(headLean), -std::sin(headTilt) * std::cos(headLean),
-                       std::cos(headTilt)};
+    const Vec ahead = {std::sin(tilt) * std::sin(headLean), -std::sin(tilt) * std::cos(headLean),
+                       std::cos(tilt)};
     const Vec up = cross(ahead, right);
     return shaded(shell, [=](Vec p, Vec) {
-        const Vec out = (p - headCentre) * (1 / headSize);
+        const Vec out = (p - neck.centre) * (1 / neck.size);
         const auto swell = [](double part) { return part * part * part; };
         return right * swell(dot(out, right) / 20) + up * swell(dot(out, up) / 15.5) +
                ahead * swell(dot(out, ahead) / 15.5);
     });
 }
 
-Shape headShell() {
-    return onNeck(bent(box({40, 31, 31}, 6, 3), onShell));
+Shape headShell(const Neck& neck) {
+    // A television's tube: wide in front, drawn in behind. How deep each ring of it lies, and how wide it is.
+    constexpr Flat rings[] = {{-16, 0.01},   {-15.9, 0.2},  {-15.7, 0.38}, {-15.1, 0.54}, {-13.6, 0.65},
+                              {-11.2, 0.73}, {-8, 0.81},    {-3, 0.925},   {2, 0.99},     {6, 1},
+                              {12.4, 1},     {14.4, 0.985}, {15.3, 0.94},  {15.5, 0.86}};
+    const int sides = 56;
+    return onNeck(
+        neck, grid(sides, int(std::size(rings)), true, false, [&](int c, int r) {
+            const double turn = 2 * pi * c / sides, x = std::cos(turn), y = std::sin(turn);
+            const double out = rings[r].y * std::pow(std::pow(x, 8) + std::pow(y, 8), -1 / 8.0);
+            return Vec{20 * out * x, 15.5 * out * y + 1.5 * smoothstep(6, -16, rings[r].x), rings[r].x};
+        }));
 }
 
-Shape screenFrame() {
-    return onNeck(bezel(faceHalf, 5, faceDepth));
+Shape screenFrame(const Neck& neck) {
+    return onNeck(neck, bezel(faceHalf, 5, faceDepth));
 }
 
-// The tube behind the screen, drawn in by steps to a plug, and the cable from there to the chest.
-Shape tubeBehind(const Outline& profile) {
-    return onNeck(placed(squared(lathe(profile, 32), 0.86), {0, 1.5, -15}, {0, 0, -1}));
-}
-Shape tubeSteps() {
-    return tubeBehind({{13.2, 0}, {13, 1.6}, {12, 2.4}, {10.6, 2.4}, {10.4, 4.4}, {9.6, 5.2}, {7.6, 5.2}});
-}
-Shape tubePlug() {
-    return tubeBehind({{7.6, 5}, {7.4, 7}, {6.6, 7.8}, {4.2, 8}, {4, 10.4}, {3.2, 11}, {0, 11.2}});
-}
-Shape cable() {
-    return hose({{0, 150, -30}, {0, 145, -35}, {0, 135, -31}, {0, 126, -13}}, 1.7);
-}
-
-Shape brows() {
+Shape brows(const Neck& neck) {
     const Shape over = moved(box({34, 2.6, 5}, 1.1, 2), {0, 14.6, 15});
     const Shape chin = moved(box({20, 1.6, 3}, 0.7, 2), {0, -14.6, 13.4});
-    return onNeck(joined({over, chin}));
+    return onNeck(neck, joined({over, chin}));
 }
 
-Shape headWorks() {
+Shape headWorks(const Neck& neck) {
     const Shape ear = placed(rings(8.2, 5), earMiddle, {1, 0, 0});
     const double reach = length(aerialTip - aerialFoot);
     const Shape aerial =
         placed(lathe({{0, -1}, {2.2, -1}, {2.2, 1}, {1.2, 2.4}, {0.4, 5}, {0.3, reach}, {0, reach}}, 10),
                aerialFoot, aerialTip - aerialFoot);
-    return onNeck(withMirror(joined({ear, aerial})));
+    return onNeck(neck, withMirror(joined({ear, aerial})));
 }
 
 // Round at its tip, thick at its root.
@@ -575,8 +490,8 @@ Shape grip(const Pose& pose) {
     return onWrist(joined(pads), pose);
 }
 
-Shape upperArm(const Pose& pose) {
-    return limb(shoulder, pose.elbow, {1, 1, 0.8, 4}, {0.25, 0.45, 0.85}, 6, 5, 0.4);
+Shape upperArmShell(const Pose& pose) {
+    return shellOf(upperArm(pose), {1, 1, 0.8, 4}, {0.25, 0.85});
 }
 
 // Something of each arm, on its side.
@@ -589,7 +504,7 @@ Part arm(const Pose& pose) {
     const Shape ball = moved(icosphere(8, 3), shoulder);
     const Shape joint =
         joined({placed(rings(5.4, 5.2), elbow, {1, 0, 0.2}), placed(rings(5.4, 5.2), elbow, {-1, 0, -0.2})});
-    const Shape fore = limb(elbow, wrist, {1.1, 1, 0.9, 4}, {0.14, 0.3, 0.82, 0.96}, 4.6, 7.4, 0.6);
+    const Shape fore = shellOf(forearm(pose), {1.1, 1, 0.9, 4}, {0.14, 0.96});
     const Shape back = smoothed(
         scaled(
             lathe({{0, -2.6}, {2.6, -2.2}, {4, -0.6}, {5.2, 2}, {5.6, 4.6}, {4.8, 6.8}, {2.6, 8}, {0, 8.3}},
@@ -605,19 +520,19 @@ Part arm(const Pose& pose) {
 
 // Where the head's own coordinates lie for a place of the picture on a screen, a domed tube inside its
 // bezel: S from the viewer's left, T from the top down, and a height over the glass.
-Vec onGlass(Flat half, double depth, double s, double t, double height) {
+Vec onGlass(double s, double t, double height) {
     // A square carried into a rounded one, so that the corners follow the bezel.
     const double u = 2 * s - 1, v = 1 - 2 * t;
     const double x = u * (1 - 0.06 * v * v), y = v * (1 - 0.08 * u * u);
-    return {x * half.x, y * half.y, depth + 1.6 - 0.8 * (x * x + y * y) + height};
+    return {x * faceHalf.x, y * faceHalf.y, faceDepth + 1.6 - 0.8 * (x * x + y * y) + height};
 }
 
-Shape glass(Flat half, double depth, const Patch& picture) {
+Shape screen(const Neck& neck) {
     const int columns = 17, rows = 13;
     const Shape plain = grid(columns, rows, false, false, [&](int c, int r) {
-        return onGlass(half, depth, double(c) / (columns - 1), 1 - double(r) / (rows - 1), 0);
+        return onGlass(double(c) / (columns - 1), 1 - double(r) / (rows - 1), 0);
     });
-    return painted(plain, picture);
+    return onNeck(neck, painted(plain, facePicture));
 }
 
 // Black but for what glows behind it: it seems to look up, where no light falls from.
@@ -637,23 +552,10 @@ Shape dial(double radius, double rise) {
     }));
 }
 
-Shape shoulderCap() {
+Shape shoulderCaps() {
     const Outline dome = {{10.6, -3}, {11, -1.5}, {10.8, 0}, {10, 1},  {9.9, 3}, {8.8, 5.8},
                           {7.4, 7.6}, {6.8, 7.2}, {6, 8},    {3, 9.6}, {0, 10}};
-    return placed(lathe(dome, 28), shoulder, shoulderTop);
-}
-
-// Painted parts, which take their colour from the screen's picture, and lamps, which all but glow.
-Shape paintwork() {
-    const Shape belt = moved(box({5, 2.2, 1.6}, 0.6, 2), {7, 57, 13.2});
-    const auto garter = [](Vec from, Vec to, double at, double radius) {
-        const Outline section = {{radius - 1, -1.1}, {radius, -0.8}, {radius, 0.8}, {radius - 1, 1.1}};
-        return placed(lathe(section, 24), mix(from, to, at), to - from);
-    };
-    const Shape thigh = garter({14.5, 32, 1.5}, {11.5, 57, 0}, 0.58, 8.9);
-    const Shape cuffs = joined({garter(shoulder, waving.elbow, 0.65, 6.5),
-                                reflected(garter(shoulder, swinging.elbow, 0.65, 6.5), Axis::x)});
-    return joined({cuffs, withMirror(joined({belt, thigh, shoulderCap()}))});
+    return withMirror(placed(lathe(dome, 28), shoulder, shoulderTop));
 }
 
 // A thin tube of light along a line, or one of cold light round a flat ring of a radius.
@@ -667,83 +569,65 @@ Shape coldLine(const std::vector<Vec>& path) {
     return tubeOf(path, coldTube);
 }
 Shape coldHoop(double radius, int sides) {
-    const double r = radius, h = 0.55;
+    const double r = radius, h = 0.4;
     return painted(lathe({{r, -h}, {r + h, 0}, {r, h}, {r - h, 0}, {r, -h}}, sides), coldTube);
 }
 
-// Along the outside of a limb, from one part of its length to another; its radius goes from `start` to `end`.
-Shape coldSeam(Vec from, Vec to, double low, double high, double start, double end, double swell) {
-    std::vector<Vec> path;
-    for (int i = 0; i <= 5; i++) {
-        const double k = mix(low, high, i / 5.0);
-        const double radius = mix(start, end, k) + swell * std::sin(pi * k) + 0.2;
-        path.push_back(mix(from, to, k) + Vec{radius, 0, 0});
-    }
-    return coldLine(path);
+Shape hoopOn(const Limb& limb, double part) {
+    return placed(coldHoop(limb.radius(part) + 0.2, 24), limb.at(part), limb.to - limb.from);
 }
 
 // What draws its outline against the night from any side: tubes along its edges and round its plates.
 Shape coldTubes() {
-    const Shape shin = coldSeam({15.5, -1, 0}, {14.5, 32, 1.5}, 0.2, 0.72, 11, 6, 1.6);
-    std::vector<Vec> over, under;
-    for (int i = 0; i <= 4; i++) {
-        const double deep = mix(10.5, -10.5, i / 4.0);
-        over.push_back(onShell({18.4, 13.9, deep}));
-        under.push_back(onShell({18.4, -13.9, deep}));
-    }
+    const Shape legs = joined({hoopOn(shin, 0.04), hoopOn(shin, 0.84), hoopOn(thigh, 0.94)});
     const Shape aerial = coldLine({mix(aerialFoot, aerialTip, 0.12), mix(aerialFoot, aerialTip, 0.92)});
-    const Shape edges = onNeck(withMirror(joined({coldLine(over), coldLine(under), aerial})));
-    const auto onChest = [](double y) {
-        return squared(moved(coldHoop(chestRadius(y) + 0.1, 64), {0, y, 0}), chestDepth);
+    const Shape aerials = onNeck(bowed, withMirror(aerial));
+    const auto onTrunk = [](double y, double radius, double depth) {
+        return squared(moved(coldHoop(radius + 0.1, 64), {0, y, 0}), depth);
     };
-    const Shape chest = joined({onChest(88), onChest(119)});
-    // The engine's heat shows between the folds of the waist.
+    const Shape trunk =
+        joined({onTrunk(88, chestRadius(88), chestDepth), onTrunk(119, chestRadius(119), chestDepth)});
+    const Shape cuffs = onArms([](const Pose& pose) { return hoopOn(forearm(pose), 0.9); });
+    // Between the folds of the waist, in front.
     std::vector<Shape> folds;
-    for (double y : {65.4, 69.8, 74.2, 78.6}) {
+    for (double y : {65.4, 69.8, 74.2, 78.6, 83.0}) {
         std::vector<Vec> fold;
-        const double r = 14.6 + 0.014 * (y - 74) * (y - 74);
-        for (int i = 0; i <= 28; i++)
-            fold.push_back({r * std::cos(pi * i / 14), y, -10.4 - 0.4 * r * std::sin(pi * i / 14)});
+        for (int i = 0; i <= 16; i++) {
+            const double turn = mix(-0.5, pi + 0.5, i / 16.0);
+            fold.push_back({waistRadius(y) * std::cos(turn), y,
+                            waistMiddle + waistDepth * waistRadius(y) * std::sin(turn)});
+        }
         folds.push_back(tubeOf(fold, ember));
     }
-    const auto cuff = [](const Pose& pose) {
-        return placed(coldHoop(6.2, 16), mix(pose.elbow, pose.wrist, 0.82), pose.wrist - pose.elbow);
-    };
-    const Shape cuffs = onArms(cuff);
     const Shape rim = moved(coldHoop(43.9, 48), {0, -26, 0});
-    return joined({withMirror(shin), edges, chest, cuffs, rim, joined(folds)});
+    return joined({withMirror(legs), aerials, trunk, cuffs, rim, joined(folds)});
 }
 
-// On each flank a small screen with the beat of its heart, for a viewer too near to see the face.
+// The beat of its heart, for a viewer too near to see the face, or behind.
 Shape pulse() {
-    const Shape plain = grid(7, 6, false, false, [](int c, int r) {
-        const double x = 2 * c / 6.0 - 1, y = 2 * r / 5.0 - 1;
-        return Vec{pulseHalf.x * x, pulseHalf.y * y, 1.4 - 0.5 * (x * x + y * y)};
+    return onScreens([](Flat half) {
+        const Shape plain = grid(7, 6, false, false, [=](int c, int r) {
+            const double x = 2 * c / 6.0 - 1, y = 2 * r / 5.0 - 1;
+            return Vec{half.x * x, half.y * y, 1.4 - 0.5 * (x * x + y * y)};
+        });
+        return painted(plain, pulsePicture);
     });
-    const Shape screen = painted(plain, pulsePicture);
-    return joined({onFlank(screen, 1), onFlank(screen, -1)});
 }
 
-Shape lamps() {
-    const Shape ear = onNeck(placed(dial(5.4, 0.9), earMiddle + Vec{4.6, 0, 0}, {1, 0, 0}));
-    const Shape tip = onNeck(moved(painted(icosphere(3, 2), warmLamp), aerialTip));
-    const Shape knee = joined({placed(dial(3.6, 0.8), {14.5, 32, 9.2}, {0, 0.1, 1}),
-                               placed(dial(4.6, 0.8), {21.3, 32, 1.5}, {1, 0, 0})});
-    const Shape hip = placed(dial(5.4, 0.8), {21.8, 56.1, 0}, {1, 0.05, 0});
-    // Two for a viewer who looks up at it.
-    const Shape below = joined(
-        {placed(dial(4.6, 0.8), {0, 44.7, 0}, {0, -1, 0}), placed(dial(5.6, 0.8), {0, 82.6, 0}, {0, -1, 0})});
-    return joined({placed(dial(8.4, 1.2), chestLamp + Vec{0, 0.1, 4.4}, {0, 0.02, 1}), below,
-                   withMirror(joined({ear, tip, knee, hip}))});
+Shape lamps(const Neck& neck) {
+    const Shape ear = placed(dial(5.4, 0.9), earMiddle + Vec{4.6, 0, 0}, {1, 0, 0});
+    const Shape tip = moved(painted(icosphere(3, 2), warmLamp), aerialTip);
+    return joined({placed(dial(8.4, 1.2), chestLamp + Vec{0, 0.1, 4.4}, {0, 0.02, 1}),
+                   onNeck(neck, withMirror(joined({ear, tip})))});
 }
 
-Part withoutHeadShell() {
+Part withoutHeadShell(const Neck& neck) {
     const Part left = arm(swinging);
     return together({mirrored(leg()),
                      {{}, hips()},
                      {torso(), {}},
                      torsoFittings(),
-                     {{}, headWorks()},
+                     {{}, headWorks(neck)},
                      arm(waving),
                      {reflected(left.shells, Axis::x), reflected(left.works, Axis::x)}});
 }
@@ -751,27 +635,28 @@ Part withoutHeadShell() {
 }  // namespace
 
 Shape figures::robotShells() {
-    return joined({withoutHeadShell().shells, headShell(), girdle(), onArms(upperArm)});
+    return joined({withoutHeadShell(upright).shells, headShell(upright), girdle(), onArms(upperArmShell)});
 }
 
 Shape figures::robotWorks() {
-    return joined({withoutHeadShell().works, screenFrame(), brows(), base(), waist(), neck()});
+    return joined(
+        {withoutHeadShell(upright).works, screenFrame(upright), brows(upright), base(), waist(), neck()});
 }
 
 Shape figures::robotScreen() {
-    return onNeck(glass(faceHalf, faceDepth, facePicture));
+    return screen(upright);
 }
 
 Shape figures::robotTrim() {
-    return joined({paintwork(), lamps()});
+    return joined({shoulderCaps(), lamps(upright)});
 }
 
 Shape figures::onRobotScreen(const Shape& picture) {
-    return onNeck(bent(picture, [](Vec p) { return onGlass(faceHalf, faceDepth, p.x, p.y, p.z); }));
+    return onNeck(upright, bent(picture, [](Vec p) { return onGlass(p.x, p.y, p.z); }));
 }
 
 void makeRobotBody(const char* path) {
-    writeAml(path, {mappedBox(joined({withoutHeadShell().works, waistRods()}), 48)});
+    writeAml(path, {mappedBox(joined({withoutHeadShell(bowed).works, waistRods()}), 48)});
 }
 
 void makeRobotArms(const char* path) {
@@ -781,17 +666,12 @@ void makeRobotArms(const char* path) {
 void makeRobotScreen(const char* path) {
     const auto in = [](atlas::robot::Lacquer lacquer) { return [=](Vec) { return coatOf(lacquer); }; };
     using atlas::robot::orange, atlas::robot::petrol, atlas::robot::brass;
-    const Shape lacquer =
-        joined({lacquered(joined({withoutHeadShell().shells, swelling(headShell())}), coatAt),
-                lacquered(joined({paintwork(), legHoses(), lip(), cable()}), in(orange)),
-                lacquered(cowling(), in(atlas::robot::ivory)),
-                lacquered(joined({girdle(), tubeSteps(), onArms(upperArm)}), in(petrol)),
-                lacquered(tubePlug(), in(brass)), lacquered(waistSleeves(), in(petrol)),
-                lacquered(joined({waistHoses(), brows()}), in(orange)), lacquered(screenFrame(), in(brass)),
-                lacquered(base(), [](Vec p) {
-                    return coatOf(p.y > -22.4 && std::hypot(p.x, p.z) > 36 ? brass : petrol);
-                })});
-    const Shape plate = unlit(painted(makersPlate(), patchOf(atlas::robot::nameplate)));
-    writeAml(path, {unlit(figures::robotScreen()), lacquer, plate,
-                    unlit(joined({lamps(), pulse(), coldTubes(), fan(), gauges()}))});
+    const Shape lacquer = joined(
+        {lacquered(joined({withoutHeadShell(bowed).shells, swelling(bowed, headShell(bowed))}), coatAt),
+         lacquered(joined({shoulderCaps(), backpack(), brows(bowed)}), in(orange)),
+         lacquered(joined({girdle(), waistSleeves(), onArms(upperArmShell)}), in(petrol)),
+         lacquered(screenFrame(bowed), in(brass)), lacquered(base(), [](Vec p) {
+             return coatOf(p.y > -22.4 && std::hypot(p.x, p.z) > 36 ? brass : petrol);
+         })});
+    writeAml(path, {unlit(screen(bowed)), lacquer, unlit(joined({lamps(bowed), pulse(), coldTubes()}))});
 }

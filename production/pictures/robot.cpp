@@ -1,6 +1,5 @@
 // What the robot wears: the two glow bands, and what glows or is painted on it.
 #include "production/kit/picture/canvas.h"
-#include "production/kit/picture/lettering.h"
 #include "production/kit/picture/shapes.h"
 #include "production/pictures/pictures.h"
 #include "production/shared/atlas.h"
@@ -60,27 +59,6 @@ float faceInk(Point p) {
     return std::fmax(std::fmax(disc, ring), coverage(mouth));
 }
 
-// What burns in its back: a hot core, blades that part the fire, a rim of ticks.
-Rgba turbineAt(Point p) {
-    const float r = length(p) / 256, turn = arcTan(p.y, p.x);
-    const float gaps = std::pow(0.5f + 0.5f * std::cos(11 * (turn + 0.9f * r)), 2.0f);
-    const float fire = gaps * smoothstep(0.24f, 0.28f, r) * smoothstep(0.80f, 0.74f, r);
-    const float tick =
-        smoothstep(0.2f, 0.5f, std::cos(36 * turn)) * coverage((std::fabs(r - 0.92f) - 0.025f) * 256);
-    return mix(gold, amber, smoothstep(0.2f, 0.7f, r)) * (0.75f * fire * (1 - 0.5f * r)) +
-           opaque(1, 0.86f, 0.6f) * (0.95f * coverage((r - 0.17f) * 256)) +
-           gold * (0.8f * outline((r - 0.84f) * 256, 9) + 0.6f * tick);
-}
-
-// A gauge of 128 x 512: bars, the upper two of them red.
-Rgba gaugeAt(Point p) {
-    const float bar = std::floor(p.y / 52), along = p.y - 52 * bar - 26;
-    const float half = 46 - 3 * std::fabs(bar - 6);
-    const float ink = bar < 1 || bar > 8 ? 0 : coverage(box({p.x - 64, along}, {0, 0}, {half, 13}, 6));
-    const float frame = outline(box(p, {64, 256}, {60, 250}, 16), 5);
-    return (bar < 3 ? opaque(1, 0.16f, 0.03f) : gold) * (0.65f * ink) + amber * (0.5f * frame);
-}
-
 // A lens with a bright rim, seven blades and a heart.
 Rgba irisAt(Point p, float radius) {
     const float r = length(p) / radius, turn = arcTan(p.y, p.x);
@@ -92,7 +70,7 @@ Rgba irisAt(Point p, float radius) {
     return c * smoothstep(1.0f, 0.92f, r);
 }
 
-// A screen of 384 x 320 that shows a heart and its beat.
+// A screen of 384 x 320 units that shows a heart and its beat.
 Rgba pulseAt(Point p) {
     const float lines = 0.84f + 0.16f * std::cos(p.y * pi / 4);
     // A square on its corner, and a half circle on each of its upper sides.
@@ -137,48 +115,24 @@ Rgba lacquerAt(Point place) {
                 below = unit(1 - up / float(neither));
     const Rgba light = opaque(0.86f, 0.75f, 0.59f) * std::pow(key, 3.1f) +
                        opaque(0.46f, 0.53f, 0.60f) * std::pow(side, 2.8f) +
-                       opaque(0.01f, 0.14f, 0.08f) * std::pow(below, 2.0f) + opaque(0.002f, 0.002f, 0.004f);
+                       opaque(0.006f, 0.08f, 0.05f) * std::pow(below, 2.0f) + opaque(0.002f, 0.002f, 0.004f);
     return coats[which].albedo * light + coats[which].sheen * std::pow(key, 6.0f);
-}
-
-// Who made it: dark letters on brass, and a line round them.
-Canvas nameplatePicture() {
-    const int width = int(pixels(nameplate.width)), height = int(pixels(nameplate.height));
-    LetteringField text(width, height, 2);
-    const Lettering name = {.height = 44, .weight = 0.22f, .contrast = 0.3f, .gap = 0.2f};
-    const Lettering number = {.height = 24, .weight = 0.2f, .contrast = 0.2f, .gap = 0.3f};
-    setText(text, name, {"VALOJUOVA", width * 0.5f, 66, Align::Centre});
-    setText(text, number, {"126 BPM", width * 0.5f, 106, Align::Centre});
-    Canvas plate(width, height);
-    paint(plate, [&](float x, float y, Rgba) {
-        const float edge =
-            std::fabs(box({x, y}, {width * 0.5f, height * 0.5f}, {width * 0.5f - 9, height * 0.5f - 9}, 10)) -
-            2;
-        const float ink = std::fmax(coverage(text.at(x, y)), coverage(edge));
-        return mix(opaque(0.34f, 0.21f, 0.07f), opaque(0.01f, 0.01f, 0.01f), ink);
-    });
-    return plate;
 }
 
 Rgba swatchAt(float x) {
     if (x < pixels(warmLamp.left)) return opaque(0.52f, 0.13f, 0.015f);
-    return x < pixels(coldTube.left) ? opaque(0.95f, 0.62f, 0.24f) : opaque(0.11f, 0.21f, 0.26f);
+    return x < pixels(coldTube.left) ? opaque(0.95f, 0.62f, 0.24f) : opaque(0.09f, 0.26f, 0.31f);
 }
 
 // All of it, by place in pixels.
-Rgba wornAt(Point place, const Canvas& plate) {
+Rgba wornAt(Point place) {
     const auto [x, y] = place;
     if (onGlass(place)) return glassAt(place);
-    if (x < pixels(gauge.left))
-        return turbineAt(place - Point{pixels(turbine.middleX()), pixels(turbine.middleY())});
-    if (x < pixels(gauge.right())) return gaugeAt(place - Point{pixels(gauge.left), pixels(gauge.top)});
-    if (x > pixels(iris.left + margin) && y < pixels(iris.bottom()))
+    if (x < pixels(face.width))
+        return pulseAt((place - Point{0, pixels(pulse.top)}) * (384 / pixels(pulse.width)));
+    if (y < pixels(iris.bottom()))
         return irisAt(place - Point{pixels(iris.middleX()), pixels(iris.middleY())}, 2.8f * part);
-    if (y < pixels(nameplate.top)) return lacquerAt(place);
-    if (y < pixels(nameplate.bottom()))
-        return plate.at(int(x - pixels(nameplate.left)), int(y - pixels(nameplate.top)));
-    if (y < pixels(pulse.top)) return swatchAt(x);
-    return pulseAt({x - pixels(pulse.left), y - pixels(pulse.top)});
+    return y < pixels(face.bottom()) ? lacquerAt(place) : swatchAt(x);
 }
 
 }  // namespace
@@ -193,13 +147,11 @@ void makeGreenBand(const char* path) {
 
 // Added to dark metal.
 void makeRobotFace(const char* path) {
-    const Canvas plate = nameplatePicture();
     Canvas canvas(size, size, opaque(0, 0, 0));
-    paint(canvas, [&](float x, float y, Rgba) { return wornAt({x, y}, plate); });
+    paint(canvas, [&](float x, float y, Rgba) { return wornAt({x, y}); });
     Canvas halo = blurred(canvas, 14, Edge::Clamp);
     for (int y = 0; y < size; y++)
         for (int x = 0; x < size; x++)
-            if (x < pixels(pulse.left) || y > pixels(pulse.top))
-                canvas.at(x, y) = canvas.at(x, y) + halo.at(x, y) * 0.14f;
+            if (x < pixels(face.width)) canvas.at(x, y) = canvas.at(x, y) + halo.at(x, y) * 0.14f;
     saveRgb(canvas, path, Rows::TopFirst);
 }

@@ -86,9 +86,9 @@ constexpr Cells hall(Tile which) {
 // "roboscreen": what glows or is painted on the robot.
 namespace robot {
 
-constexpr Cells face = {0, 0, 10, 8}, turbine = {0, 8, 8, 8}, gauge = {8, 8, 2, 8};
+constexpr Cells face = {0, 0, 10, 8}, pulse = {0, 8, 9.6, 8};
 constexpr double margin = 0.1;  // of the others, within their place
-constexpr Cells iris = {10, 0, 6, 6}, pulse = {10, 11, 6, 5}, nameplate = {10, 8, 6, 2};
+constexpr Cells iris = {10, 0, 6, 6};
 constexpr Cells ember = {10, 10, 1.5, 1}, warmLamp = {11.5, 10, 2, 1}, coldTube = {13.5, 10, 2.5, 1};
 // Lacquers, each a patch: lit from the left to the right by the key, and from where neither lamp falls
 // upwards by the cold lamp, downwards by the light below.
