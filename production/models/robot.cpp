@@ -98,8 +98,9 @@ Shape lacquered(const Shape& whole, const std::function<Patch(Vec)>& lacquer) {
     return shape;
 }
 
-Patch coatOf(int lacquer) {
-    return patchOf(atlas::robot::lacquer(lacquer).within(atlas::robot::margin));
+using enum atlas::robot::Lacquer;
+Patch coatOf(atlas::robot::Lacquer lacquer) {
+    return patchOf(atlas::robot::lacquer(int(lacquer)).within(atlas::robot::margin));
 }
 
 // An arm on the side of x > 0, from its joints and where its open hand points.
@@ -124,7 +125,6 @@ bool isForearm(Vec p, const Pose& pose) {
 
 // Which lacquer a shell wears.
 Patch coatAt(Vec p) {
-    using namespace atlas::robot;
     const double out = std::hypot(p.x, p.z);
     const Vec other = {-p.x, p.y, p.z};
     if (isHand(p, waving) || isHand(other, swinging)) return coatOf(ivory);
@@ -388,7 +388,7 @@ constexpr Flat faceHalf = {16.2, 11.8};
 constexpr Vec earMiddle = {17.6, 1, -2};
 
 // The two aerials make a V.
-constexpr Vec aerialFoot = {5.5, 16.5, -3}, aerialTip = {19, 33.5, -7};
+constexpr Vec aerialFoot = {5.5, 16.5, -3}, aerialTip = {16, 29, -5};
 
 // The head's shell, which seems to swell, or each of its flat sides would mirror but one place of the sky.
 Shape swelling(const Neck& neck, const Shape& shell) {
@@ -579,7 +579,7 @@ Shape hoopOn(const Limb& limb, double part) {
 
 // What draws its outline against the night from any side: tubes along its edges and round its plates.
 Shape coldTubes() {
-    const Shape legs = joined({hoopOn(shin, 0.04), hoopOn(shin, 0.84), hoopOn(thigh, 0.94)});
+    const Shape legs = joined({hoopOn(shin, 0.04), hoopOn(shin, 0.84), hoopOn(thigh, 0.22)});
     const Shape aerial = coldLine({mix(aerialFoot, aerialTip, 0.12), mix(aerialFoot, aerialTip, 0.92)});
     const Shape aerials = onNeck(bowed, withMirror(aerial));
     const auto onTrunk = [](double y, double radius, double depth) {
@@ -665,7 +665,6 @@ void makeRobotArms(const char* path) {
 
 void makeRobotScreen(const char* path) {
     const auto in = [](atlas::robot::Lacquer lacquer) { return [=](Vec) { return coatOf(lacquer); }; };
-    using atlas::robot::orange, atlas::robot::petrol, atlas::robot::brass;
     const Shape lacquer = joined(
         {lacquered(joined({withoutHeadShell(bowed).shells, swelling(bowed, headShell(bowed))}), coatAt),
          lacquered(joined({shoulderCaps(), backpack(), brows(bowed)}), in(orange)),

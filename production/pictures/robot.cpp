@@ -103,18 +103,18 @@ struct Coat {
 };
 const Coat coats[lacquers] = {{opaque(0.80f, 0.74f, 0.64f), opaque(0.05f, 0.05f, 0.04f)},   // ivory
                               {opaque(0.95f, 0.25f, 0.05f), opaque(0.05f, 0.03f, 0.01f)},   // orange
-                              {opaque(0.06f, 0.22f, 0.25f), opaque(0.05f, 0.06f, 0.06f)},   // petrol
+                              {opaque(0.045f, 0.16f, 0.19f), opaque(0.05f, 0.06f, 0.06f)},  // petrol
                               {opaque(0.80f, 0.48f, 0.14f), opaque(0.22f, 0.17f, 0.09f)}};  // brass
 Rgba lacquerAt(Point place) {
     const int column = int((place.x / part - 10) / 2), row = int(place.y / part - 6);
-    const int which = std::clamp(row * 3 + column, 0, int(lacquers) - 1);
+    const int which = std::clamp(row * 3 + column, 0, lacquers - 1);
     const Cells cells = lacquer(which).within(margin);
     const float key = unit((place.x / part - float(cells.left)) / float(cells.width)),
                 up = unit((float(cells.bottom()) - place.y / part) / float(cells.height)),
                 side = unit((up - float(neither)) / (1 - float(neither))),
                 below = unit(1 - up / float(neither));
     const Rgba light = opaque(0.86f, 0.75f, 0.59f) * std::pow(key, 3.1f) +
-                       opaque(0.46f, 0.53f, 0.60f) * std::pow(side, 2.8f) +
+                       opaque(0.33f, 0.39f, 0.46f) * std::pow(side, 2.8f) +
                        opaque(0.006f, 0.08f, 0.05f) * std::pow(below, 2.0f) + opaque(0.002f, 0.002f, 0.004f);
     return coats[which].albedo * light + coats[which].sheen * std::pow(key, 6.0f);
 }
@@ -142,7 +142,7 @@ void makeRedBand(const char* path) {
 }
 
 void makeGreenBand(const char* path) {
-    makeBand(path, opaque(0, 0.022f, 0.009f), opaque(0.03f, 0.85f, 0.32f), opaque(0.50f, 1, 0.65f));
+    makeBand(path, opaque(0, 0.011f, 0.005f), opaque(0.03f, 0.85f, 0.32f), opaque(0.50f, 1, 0.65f));
 }
 
 // Added to dark metal.

@@ -93,7 +93,8 @@ constexpr Cells ember = {10, 10, 1.5, 1}, warmLamp = {11.5, 10, 2, 1}, coldTube 
 // Lacquers, each a patch: lit from the left to the right by the key, and from where neither lamp falls
 // upwards by the cold lamp, downwards by the light below.
 constexpr double neither = 0.4;
-enum Lacquer { ivory, orange, petrol, brass, lacquers };
+enum class Lacquer { ivory, orange, petrol, brass };
+constexpr int lacquers = 4;
 constexpr Cells lacquer(int which) {
     return {10 + 2.0 * (which % 3), 6.0 + which / 3, 2, 1};
 }
