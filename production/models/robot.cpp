@@ -563,7 +563,7 @@ Shape tubeOf(const std::vector<Vec>& path, Uv light) {
     Sweep how;
     how.path = path;
     how.up = {0.3, 0.5, 0.8};
-    return painted(sweep(polygon(4, 0.55), how), light);
+    return painted(sweep(polygon(4, 0.4), how), light);
 }
 Shape coldLine(const std::vector<Vec>& path) {
     return tubeOf(path, coldTube);

@@ -1,6 +1,6 @@
 // "star" (star2.png): the sky round the robot, drawn unlit. The whole ball lies folded in the square as the
 // model of the sky unfolds it. Below floats a dark world with the sun about to rise, straight overhead hangs
-// a giant, half lit, and small moons shine where the sun does not. All of it is dim, since the glow makes
+// a giant, half lit, and smaller worlds shine where the sun does not. All of it is dim, since the glow makes
 // nearly four times as much of a broad light.
 #include "production/kit/picture/canvas.h"
 #include "production/kit/picture/noise.h"
@@ -103,21 +103,42 @@ Body giantAt(Direction d) {
             covers};
 }
 
-Body moonAt(float turn, float height, float radius, Direction d) {
-    const Direction middle = {std::sin(turn) * std::cos(height), std::sin(height),
-                              std::cos(turn) * std::cos(height)};
+// A small world, lit from its left.
+Body ballAt(Direction middle, float radius, Rgba tint, Direction d) {
     const auto [normal, out] = onBall(middle, radius, d);
     if (out > 1.02f) return {};
     const float rough = fractalNoise(normal.x * 3, normal.y * 3, normal.z * 3, 6, 421);
     const Direction sun = normalized(Direction{-middle.z, -0.35f, middle.x} + middle * 0.15f);
     const float covers = smoothstep(1.02f, 0.98f, out);
-    const Rgba ground = mix(opaque(0.13f, 0.10f, 0.10f), opaque(0.35f, 0.26f, 0.21f), 0.5f + 0.9f * rough);
-    return {ground * (smoothstep(0.0f, 0.7f, dot(normal, sun) + 0.12f * rough) * covers), covers};
+    const float day = smoothstep(0.0f, 0.7f, dot(normal, sun) + 0.12f * rough);
+    return {tint * (mix(0.35f, 1, unit(0.5f + 0.9f * rough)) * day * covers), covers};
+}
+
+Direction bearing(float turn, float height) {  // degrees, from +z towards +x, and up
+    const float level = std::cos(height * degree);
+    return {std::sin(turn * degree) * level, std::sin(height * degree), std::cos(turn * degree) * level};
+}
+
+// One with rings, which pass before it below its middle.
+Body ringedAt(Direction middle, float radius, Direction d) {
+    if (dot(d, middle) < 0.5f) return {};
+    const Body ball = ballAt(middle, radius, opaque(0.40f, 0.27f, 0.15f), d);
+    const Direction right = normalized(cross({0.3f, 1, -0.23f}, middle)), up = cross(middle, right);
+    const Point place = Point{dot(d, right), dot(d, up)} * (1 / std::sin(radius));
+    const float across = std::hypot(place.x, place.y / 0.26f);
+    if (place.y > 0 && ball.covers > 0.5f) return ball;
+    const float bands = smoothstep(1.30f, 1.36f, across) * smoothstep(2.25f, 2.15f, across) *
+                        (1 - 0.85f * bell(across - 1.82f, 0.035f)) * (0.75f + 0.25f * std::sin(15 * across));
+    const float lit = mix(0.35f, 1, smoothstep(1.2f, -1.6f, place.x));
+    return {ball.light * (1 - 0.8f * bands) + opaque(0.40f, 0.29f, 0.20f) * (bands * lit),
+            std::fmax(ball.covers, 0.8f * bands)};
 }
 
 Body bodyAt(Direction d) {
-    if (const Body moon = moonAt(38 * degree, 20 * degree, 10 * degree, d); moon.covers > 0) return moon;
-    if (const Body moon = moonAt(-32 * degree, 15 * degree, 3.6f * degree, d); moon.covers > 0) return moon;
+    if (const Body body = ringedAt(bearing(34, 20), 7 * degree, d); body.covers > 0) return body;
+    if (const Body body = ballAt(bearing(-32, 15), 3.6f * degree, opaque(0.35f, 0.26f, 0.21f), d);
+        body.covers > 0)
+        return body;
     return giantAt(d);
 }
 
