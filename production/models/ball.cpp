@@ -22,7 +22,7 @@ namespace {
 constexpr double halfBreadth = 39, halfHeight = 52;
 // Of the copy: as far from the centre as the ball's surface where beams meet it, half-way up.
 constexpr double copyRadius = 42;
-constexpr double withinRadius = 37;
+constexpr double withinRadius = 3;
 
 // Rows of squares.
 constexpr int rows = 22;
@@ -67,10 +67,6 @@ Vec toFront(Vec facing, Vec normal) {
     return normalized(facing * (ahead < 0 ? -1 : 1) + normal * std::max(least - std::abs(ahead), 0.0));
 }
 
-}  // namespace
-
-namespace ball {
-
 Shape plainMirrors() {
     Shape mirrors;
     const double step = pi / rows;
@@ -92,6 +88,10 @@ Shape plainMirrors() {
     }
     return mirrors;
 }
+
+}  // namespace
+
+namespace ball {
 
 Shape mirrors() {
     Shape mirrors = plainMirrors();
@@ -128,7 +128,7 @@ void makeBallCollision(const char* path) {
     writeAml(path, {mappedBox(smoothed(icosphere(copyRadius, 2), hard), 24)});
 }
 
-// Between the mirrors shines what turns within.
+// Hidden, but while the hall fades in it is drawn over the mirrors: a spark where the beams would meet.
 void makeBall(const char* path) {
     writeAml(path, {painted(smoothed(icosphere(withinRadius, 2), pi), hull::dark.low)});
 }

@@ -5,8 +5,7 @@
 
 namespace ball {
 
-// The mirrors, in their place in the hall; plain, and painted and shaded.
-model::Shape plainMirrors();
+// The mirrors, in their place in the hall.
 model::Shape mirrors();
 
 // A shell behind them, whose inside shines round the ball.

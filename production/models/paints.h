@@ -57,10 +57,7 @@ constexpr Patch panel = patchOf(atlas::walls::panel.part(0.05, 0.05, 2.4, 14.4))
                 rib = patchOf(atlas::walls::rings.part(0.2, 0.2, 7.6, 0.2)),
                 light = patchOf(atlas::walls::rings.part(0.2, 0.8, 7.6, 0.2));
 
-// Kept clear of its neighbours.
-constexpr Patch tile(atlas::walls::Tile which) {
-    return patchOf(atlas::walls::hall(which).within(3.0 / 64));
-}
+constexpr Patch dome = patchOf(atlas::walls::dome.within(3.0 / 64));
 
 }  // namespace walls
 

@@ -66,7 +66,7 @@ Light lightOf(int count) {
 
 // Before the wall, where it stays dark otherwise.
 void addOnWall(Shape& spots, double turn, double height, Light light, double time) {
-    constexpr double gap = 5, half = 7.5;  // from the wall; of its size
+    constexpr double gap = 22, half = 7.5;  // from the wall; of its size
     const Vec place = hall::onRing(turn, hall::wallRadius - gap, height);
     if (dark(place, viewer::facing(viewer::at(time), place, shownBy(light, 0, 0))))
         addSpot(spots, place, hall::onRing(turn + pi / 2, half, 0), {0, half, 0}, light, time);
@@ -77,29 +77,13 @@ double turnInGroup(int column, int row, int group) {
     return 1 - fraction((column % group + 0.618 * row * group) / group);
 }
 
-// The pictures on the wall are bright enough of themselves where these lie.
-bool overPicture(double turn, double height) {
-    struct Bright {
-        double turn, half, low, high;
-    };
-    constexpr Bright pictures[] = {{hall::pillarTurn, 0.72, 20, 480},
-                                   {hall::shipTurn, 0.66, 40, 560},
-                                   {hall::probesTurn, 0.62, 0, 240},
-                                   {hall::colossusTurn, 0.85, 60, 560}};
-    for (const Bright& picture : pictures)
-        if (std::abs(std::remainder(turn - picture.turn, 2 * pi)) < picture.half && height > picture.low &&
-            height < picture.high)
-            return true;
-    return false;
-}
-
 }  // namespace
 
 namespace spots {
 
 Shape onWall() {
-    constexpr int columns = 140, group = 14;
-    constexpr double heights[] = {62, 104, 148, 194, 242, 292, 344, 398, 454, 512};
+    constexpr int columns = 100, group = 10;
+    constexpr double heights[] = {405, 455, 505, 550};
     Shape spots;
     for (int row = 0; row < int(std::size(heights)); row++) {
         for (int column = 0; column < columns; column++) {
@@ -108,34 +92,9 @@ Shape onWall() {
             const double turn =
                 2 * pi * (column + 0.5 * (row % 2) + 0.8 * fraction(0.618034 * count)) / columns;
             const double height = heights[row] + 34 * (fraction(0.754878 * count) - 0.5);
-            if (overPicture(turn, height)) continue;
             const double middle = 2 * pi * (column / group + 0.5) * group / columns;
             addOnWall(spots, turn, height, lightOf(count),
                       viewer::timeAt(middle + pi) - 2.0 + 2.6 * turnInGroup(column, row, group));
-        }
-    }
-    return spots;
-}
-
-// They lie where the stage's rings are dark.
-Shape onStage() {
-    constexpr double pitch = 19, over = 0.3;  // units
-    constexpr double inFront = 1.2;           // radians beside the viewer's own turn
-    Shape spots;
-    int count = 0;
-    for (size_t i = 0; i + 1 < std::size(hall::terraces); i++) {
-        const auto [radius, foot, height] = hall::terraces[i];
-        for (const double part : {0.28, 0.88}) {
-            const double ring = mix(radius, hall::terraces[i + 1].radius, part);
-            const double half = mix(4.2, 2.6, ring / 200);  // larger where they lie farther off
-            const int columns = int(2 * pi * ring / pitch);
-            for (int column = 0; column < columns; column++, count++) {
-                const double turn = 2 * pi * (column + 0.5 * fraction(0.618034 * count)) / columns;
-                const double aside = inFront * (2 * fraction(0.754878 * count) - 1);
-                addSpot(spots, hall::onRing(turn, ring, foot + height + over),
-                        hall::onRing(turn + pi / 2, half, 0), hall::onRing(turn, half, 0), Light::comet,
-                        viewer::timeAt(turn + aside));
-            }
         }
     }
     return spots;

@@ -1,4 +1,4 @@
-// The spots of light that the mirror ball throws on the hall's wall and on the stage.
+// The spots of light that the mirror ball throws on the gallery of the hall's wall.
 #pragma once
 
 #include "production/kit/model/shape.h"
@@ -8,8 +8,5 @@ namespace spots {
 // Small discs, each shaded so that it shows the viewer the comet's head at a moment of its own, and then what
 // trails behind it: neighbours come one after the other, against the camera's way round.
 model::Shape onWall();
-
-// The same on the stage, before the viewer.
-model::Shape onStage();
 
 }  // namespace spots

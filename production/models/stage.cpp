@@ -6,13 +6,13 @@
 // The stage is dark metal that shows what the picture of reflections holds, so the shading decides its light:
 // what faces straight up or down throws back the glow beyond it, cold below the viewer's eyes, warm above.
 // The figures are lacquered, and show that where the lamp by the ball lights them for who is across the hall.
-#include "production/models/stage.h"
 
 #include <algorithm>
 
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
+#include "production/models/arcade.h"
 #include "production/models/ball.h"
 #include "production/models/comet.h"
 #include "production/models/figures.h"
@@ -132,8 +132,8 @@ double floorSlope(Vec p, double slope, bool outermost) {
 // A ring's plates, dark joints between them. No two lie quite alike, so that what they throw back breaks from
 // one to the next.
 Shape plates(double outer, double inner, double top, double slope, bool outermost) {
-    constexpr double breadth = 17, joint = 0.5, uneven = 0.10, leaning = 0.07;
-    const int count = int(2 * pi * outer / breadth), columns = 4;
+    constexpr double breadth = 34, joint = 0.5, uneven = 0.03, leaning = 0.015;
+    const int count = int(2 * pi * outer / breadth), columns = 5;
     std::vector<Shape> parts;
     for (int i = 0; i < count; i++) {
         const double from = 2 * pi * i / count + joint / outer, to = 2 * pi * (i + 1) / count - joint / outer;
@@ -153,8 +153,7 @@ Shape plates(double outer, double inner, double top, double slope, bool outermos
 // Polished rings. Lit ones seem to fall towards the middle, so that what a viewer sees before his feet too
 // throws back the glow beyond, the more so the higher he stands there; between them lie dark ones, which
 // throw back the night above him.
-// `darkToo`: what lies between the lit ones as well.
-Shape stageFloor(bool darkToo) {
+Shape stageFloor() {
     std::vector<Shape> parts;
     for (size_t i = 0; i < std::size(terraces); i++) {
         const double top = terraces[i].foot + terraces[i].height, outer = terraces[i].radius - 2.4,
@@ -164,7 +163,7 @@ Shape stageFloor(bool darkToo) {
             const double to = mix(outer, inner, ring.to);
             if (ring.slope > darkSlope)
                 parts.push_back(plates(from, to, top, ring.slope, i == 0));
-            else if (darkToo)
+            else
                 parts.push_back(shaded(lathe({{from, top}, {to, top}}, floorSides), [=](Vec p, Vec) {
                     return up - normalized(Vec{p.x, 0, p.z}) * floorSlope(p, ring.slope, i == 0);
                 }));
@@ -273,28 +272,10 @@ Shape stud() {
 
 // --- The hall's own ---
 
-constexpr int pillarCount = 8;
-double pillarPlace(int number) {
-    return pillarTurn + (number + 0.5) * 2 * pi / pillarCount;
-}
-
-// Slim shafts along the wall, which run on as ribs to the dome's ring.
-Shape pillar() {
-    const Outline shaft = {{17, 0},   {17, 12},  {13, 16},  {9, 26},   {8, 280}, {9, 554},
-                           {13, 564}, {13, 574}, {18, 580}, {18, 592}, {12, 604}};
-    Sweep how;
-    how.path = curveThrough(
-        {{488, 570, 0}, {476, 630, 0}, {424, 702, 0}, {310, 750, 0}, {160, 782, 0}, {60, 794, 0}}, false, 3);
-    how.up = {-1, 0, 0};
-    const Shape rib = sweep({{-6, -5}, {6, -5}, {6, 3}, {3, 6}, {-3, 6}, {-6, 3}}, how);
-    return joined({moved(lathe(shaft, 12), {wallRadius - 18, 0, 0}), rib});
-}
-
-Shape ledges() {
-    const Outline plinth = {{486, 30}, {484, 28}, {482, 24}, {482, 8}, {478, 4}, {474, 0}};
-    const Outline cornice = {{492, 614}, {478, 610}, {472, 598}, {476, 590}, {488, 586}, {496, 580}};
-    return insideOut(
-        joined({lathe({plinth.rbegin(), plinth.rend()}, 64), lathe({cornice.rbegin(), cornice.rend()}, 64)}));
+// Under the dome.
+Shape cornice() {
+    const Outline profile = {{492, 596}, {478, 592}, {472, 580}, {476, 572}, {484, 568}, {488, 562}};
+    return insideOut(lathe({profile.rbegin(), profile.rend()}, 64));
 }
 
 // --- The figures ---
@@ -485,33 +466,9 @@ Shape probeLamps() {
 
 }  // namespace
 
-namespace stage {
-
-Shape plates() {
-    return stageFloor(false);
-}
-Shape ship() {
-    return hungShip();
-}
-Shape sun() {
-    return sunDisc();
-}
-Shape pillars() {
-    std::vector<Shape> all;
-    for (int i = 0; i < pillarCount; i++) all.push_back(atTurn(pillar(), pillarPlace(i)));
-    return joined(all);
-}
-
-}  // namespace stage
-
 void makeStage(const char* path) {
-    const Shape middle = joined({stageFloor(true), floorRings(), inlays(), risers(), edgeLights(), ballCup(),
+    const Shape middle = joined({stageFloor(), inlays(), risers(), edgeLights(), ballCup(),
                                  around(projector(), sources), around(stud(), sources)});
-    std::vector<Shape> pillars;
-    for (int i = 0; i < pillarCount; i++) {
-        const double turn = pillarPlace(i);
-        pillars.push_back(litIn(onlySeen(atTurn(pillar(), turn)), turn, {0.15, 0.35}));
-    }
     const auto ofColossus = [](const Shape& part) {
         return litIn(onlySeen(onlyAbove(asColossus(welded(part, 0.6)), -2)), colossusTurn, {0.85, 1});
     };
@@ -520,15 +477,29 @@ void makeStage(const char* path) {
                 trim = lacquered(ofColossus(figures::robotTrim()), atlas::hull::orange, 44);
     const Shape itsGlass = darkGlass(asColossus(figures::robotScreen()));
     const Shape itsFace = face();
-    const Shape streaks = joined({comet::tracks(), litFace(), spots::onWall(), spots::onStage()});
+    const Shape streaks = joined({comet::tracks(), litFace(), spots::onWall()});
+    const auto roundTheWall = [](const Shape& bay) {
+        std::vector<Shape> bays;
+        for (int i = 0; i < arcade::bays; i++) {
+            const double turn = arcade::turnOf(i);
+            bays.push_back(litIn(onlySeen(atTurn(bay, turn)), turn, {0, 0}));
+        }
+        return joined(bays);
+    };
+    const Shape ground =
+        shaded(lathe({{wallRadius, 0}, {terraces[0].radius, 0}, {1, 0}}, stageSides), [](Vec p, Vec) {
+            return up - normalized(Vec{p.x, 0, p.z}) * darkSlope;
+        });
+    // From far to near: while the hall fades in, each is drawn over all before it.
     writeAml(
         path,
-        {dark(joined({middle, ball::rim()})), ball::mirrors(), dark(streaks),
-         dark(joined({joined(pillars), onlySeen(ledges())})), joined({shells, works, trim}),
-         dark(joined({itsGlass, itsFace})),
+        {dark(joined({arcade::niches(), arcade::gallery(), roundTheWall(arcade::reveals())})),
+         lacquered(roundTheWall(arcade::stone()), atlas::hull::petrol, 60),
+         dark(joined({arcade::mouldings(), ground, floorRings(), onlySeen(cornice()), streaks, sunDisc()})),
          lacquered(litIn(onlySeen(hungShip()), shipTurn, {0.0, 1.6}), atlas::hull::ivory, 16),
-         dark(sunDisc()),
+         joined({shells, works, trim}), dark(joined({itsGlass, itsFace})),
          lacquered(litIn(onlySeen(tower([](int) { return figures::heapBox(); })), pillarTurn, {0.4, 0.5}),
                    atlas::hull::sand, 25),
-         dark(towerWindows()), litIn(onlySeen(probeLamps()), probesTurn, {0.6, 0.9})});
+         dark(towerWindows()), litIn(onlySeen(probeLamps()), probesTurn, {0.6, 0.9}),
+         dark(joined({middle, ball::rim()})), ball::mirrors()});
 }

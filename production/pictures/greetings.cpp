@@ -89,7 +89,7 @@ void Words::set(const std::string& text, Lettering style, Point place, Align ali
 
 // Where the panels have their middles; their drawings take places from there, across, and from the top.
 const float owlMiddle = crossingOn(228), listingMiddle = crossingOn(236), youMiddle = crossingOn(244),
-            ballMiddle = crossingOn(253);
+            ballMiddle = crossingOn(254);
 constexpr float panelHalf = 345;
 
 const Lettering heavy = {.height = 100, .weight = 0.185f, .contrast = 0.45f, .gap = 0.15f};
@@ -298,7 +298,7 @@ Rgba faceAt(Point q) {
 
 // The ball of the hall, which crosses the screen's middle as the true one comes to be seen there.
 
-constexpr float ballRow = 254, ballRadius = 128;
+constexpr float ballRow = 252, ballRadius = 92;
 
 // Stars of light on a few of its mirrors.
 Rgba sparklesAt(Point q) {
@@ -397,8 +397,7 @@ std::vector<Spot> spotsOfLight() {
         for (int i = 0; i < count; i++) {
             const float turn = 2 * pi * (i + 0.5f * (course % 2)) / count;
             const Point away = {std::cos(turn), std::sin(turn)};
-            const bool beyond = ballMiddle + away.x * far > width * pixelAspect / fine - 2 * half;
-            if (beyond || randomAt(i, course, 71) < 0.45f) continue;
+            if (randomAt(i, course, 71) < 0.45f) continue;
             all.push_back({Point{ballMiddle, ballRow} + away * far, away,
                            half * mix(0.7f, 1.1f, randomAt(i, course, 72)),
                            tints[int(std::size(tints) * randomAt(i, course, 73))] *
@@ -430,6 +429,7 @@ void makeGreetings(const char* path) {
     const std::vector<Point> pulse = pulseLine();
     const std::vector<Spot> spots = spotsOfLight();
 
+    constexpr float right = width * pixelAspect / fine;
     Canvas canvas(width, height, opaque(0, 0, 0));
     paint(canvas, [&](float x, float y, Rgba ground) {
         const Point p = {x * pixelAspect / fine, y / fine};
@@ -443,7 +443,8 @@ void makeGreetings(const char* path) {
                 shown;
         // The drawings leave room round the words, for them to be read, and the picture's edges black.
         const float word = words.at(p), fill = inked(word);
-        const float room = smoothstep(4, 13, word) * smoothstep(3, 14, p.y) * smoothstep(509, 500, p.y);
+        const float room = smoothstep(4, 13, word) * smoothstep(3, 14, p.y) * smoothstep(509, 500, p.y) *
+                           smoothstep(right, right - 60, p.x);
         const float halo = 0.3f * std::exp(-std::fmax(word, 0.0f) / 5) * smoothstep(18, 10, word);
         // Gold within a bright edge: what lies behind adds to it, and would burn white out.
         const Rgba metal = mix(opaque(0.88f, 0.68f, 0.40f), opaque(0.82f, 0.38f, 0.10f), words.footAt(p));

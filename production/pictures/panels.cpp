@@ -6,7 +6,6 @@
 #include "production/kit/picture/lettering.h"
 #include "production/kit/picture/noise.h"
 #include "production/kit/picture/relief.h"
-#include "production/pictures/hall.h"
 #include "production/pictures/lanterns.h"
 #include "production/pictures/pictures.h"
 #include "production/shared/atlas.h"
@@ -498,7 +497,7 @@ void makeHull(const char* path) {
 }
 
 // The tunnel's panel and its frame, drawn in to the left half with the light and the black of its rings below
-// them, and the hall's pictures in the right one. The tunnel's alpha is 0, the ship's is 1: by that "distort"
+// them, and the hall's dome in the right one. The tunnel's alpha is 0, the ship's is 1: by that "distort"
 // tells the ship from what lies behind it.
 void makeWalls(const char* path) {
     const Canvas panel = plated(deepSteel, panelRows, {}, {0.10f, 0.10f, 0.4f, 1900});
@@ -507,7 +506,10 @@ void makeWalls(const char* path) {
     Canvas canvas(size, size, grey(0));
     constexpr float tall = float(atlas::walls::panel.height) * cell;
     paint(canvas, [&](float x, float y, Rgba) {
-        if (x >= float(atlas::walls::firstTile) * cell) return solid(hallPictures(x, y));
+        constexpr Cells dome = atlas::walls::dome;
+        if (x >= float(dome.left) * cell)
+            return solid(domeAt((x / cell - float(dome.left)) / float(dome.width),
+                                unit(1 - y / cell / float(dome.height))));
         if (y > float(atlas::walls::rings.top) * cell) return clear(ringAt(y / cell));
         if (x >= float(atlas::walls::rail.left) * cell) return clear(railAt(y / tall));
         if (x >= float(atlas::walls::wall.left) * cell)

@@ -68,18 +68,8 @@ namespace walls {
 constexpr Cells panel = {0, 0, 2.5, 14.5}, wall = {2.5, 0, 5, 14.5}, rail = {7.5, 0, 0.5, 14.5},
                 rings = {0, 14.6, 8, 1.4};
 
-// In rows of two: behind pillar, ship, probes and colossus half of what hangs there, from its middle to its
-// right edge; then floor and dome, from the axis to the wall over half a bay.
-constexpr double tile = 4, firstTile = 8;
-enum Tile { pillar, ship, probes, colossus, floor, dome };
-// Swatches below them, for what shows while the hall fades in.
-constexpr Cells swatch(int number) {
-    return {firstTile + number + 0.2, 12.2, 0.6, 0.6};
-}
-enum Swatch { pale, blue, orange, steel, shade };
-constexpr Cells hall(Tile which) {
-    return {firstTile + tile * (which % 2), tile * (which / 2), tile, tile};
-}
+// The hall's, over its breadth from the axis to the wall, over its height half a bay, upwards.
+constexpr Cells dome = {8, 0, 8, 8};
 
 }  // namespace walls
 
