@@ -59,25 +59,27 @@ Shape niches() {
 }
 
 Shape stone() {
+    constexpr int sides = 8;
+    constexpr double bulge = 12;
     const Outline arch = opening(0);
     const Shape spandrel = grid(int(arch.size()), 2, false, false,
                                 [&](int c, int r) { return at(arch[c].x, front, r == 0 ? arch[c].y : top); });
-    const auto pier = [](double from, double to) {
-        return grid(2, 2, false, false, [=](int c, int r) { return at(c == 0 ? from : to, front, top * r); });
-    };
-    return joined({pier(-0.5, -halfOpen), pier(halfOpen, 0.5), spandrel});
+    const Shape column = grid(sides + 1, 2, false, false, [](int c, int r) {
+        const double turn = pi * c / sides;
+        return at(0.5 - (0.5 - halfOpen) * std::cos(turn), front - bulge * std::sin(turn), top * r);
+    });
+    return joined({column, spandrel});
 }
 
-Shape reveals() {
+// They throw back the night straight below whoever looks at them.
+Shape shadows() {
     const Outline rim = opening(0);
-    return grid(int(rim.size()), 2, false, false,
-                [&](int c, int r) { return at(rim[c].x, r == 0 ? wallRadius : front, rim[c].y); });
-}
-
-// It throws back the night straight below whoever looks at it.
-Shape gallery() {
-    const Outline profile = {{front + 8, wallHeight}, {front + 8, top}};
-    return shaded(lathe(profile, 2 * bays), [](Vec p, Vec) {
+    std::vector<Shape> parts = {lathe({{front + 8, wallHeight}, {front + 8, top}}, 2 * bays)};
+    for (int i = 0; i < bays; i++)
+        parts.push_back(grid(int(rim.size()), 2, false, false, [&](int c, int r) {
+            return onRing(turnOf(i) + breadth * rim[c].x, r == 0 ? wallRadius : front, rim[c].y);
+        }));
+    return shaded(joined(parts), [](Vec p, Vec) {
         return Vec{0, -1, 0} - normalized(Vec{p.x, 0, p.z}) * 0.5;
     });
 }

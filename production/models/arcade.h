@@ -10,12 +10,12 @@ using model::Shape;
 constexpr int bays = 24;
 double turnOf(int number);  // of a bay's middle, radians
 
-// The back of its niches, which shows the light in them; and the gallery.
+// The backs of its niches, which show the light in them; and what stays dark, which is their sides and the
+// gallery.
 Shape niches();
-Shape gallery();
+Shape shadows();
 
-// Of the bay whose middle lies at turn 0: the sides of its niche, and the piers with their arch.
-Shape reveals();
+// An arch and the column on its right, of the bay whose middle lies at turn 0.
 Shape stone();
 
 // Lines of light round every niche.

@@ -402,13 +402,15 @@ Shape tower(const std::function<Shape(int storey)>& part) {
 // Lit windows before its rooms, no storey's like the next one's.
 Shape towerWindows() {
     constexpr double pitch = 12.5, wide = 8.5, low = -5.0, high = 5.4, out = 19.6;
-    std::vector<Shape> halves;
-    for (int half = 0; half < 2; half++) {
-        const Shape windows = tower([&](int storey) {
+    // In turn for a viewer to the left, for one to the right, and for all.
+    constexpr int kinds = 3;
+    std::vector<Shape> parts;
+    for (int kind = 0; kind < kinds; kind++) {
+        const Shape windows = onlySeen(tower([&](int storey) {
             std::vector<Shape> lit;
             for (int number = 0; number < 16; number++) {  // eight on a side
                 const int i = number % 8, side = number / 8;
-                if ((storey + i) % 2 != half || (storey * 5 + i * 7 + side * 3 + storey * i) % 7 < 2)
+                if ((storey + i) % kinds != kind || (storey * 5 + i * 7 + side * 3 + storey * i) % 7 < 2)
                     continue;
                 const double from = -48 + pitch * i;
                 const Shape window = grid(2, 2, false, false, [=](int c, int r) {
@@ -417,10 +419,11 @@ Shape towerWindows() {
                 lit.push_back(turned(window, Axis::y, pi * side));
             }
             return joined(lit);
-        });
-        halves.push_back(lampLit(onlySeen(windows), pillarTurn, degrees(half == 0 ? -28 : 28), degrees(6)));
+        }));
+        parts.push_back(kind == 2 ? shaded(windows, [](Vec, Vec normal) { return normal * 0.02 - up; })
+                                  : lampLit(windows, pillarTurn, degrees(kind == 0 ? -28 : 28), degrees(6)));
     }
-    return joined(halves);
+    return joined(parts);
 }
 
 // The sun behind the ship, cut into ever thinner bands towards the horizon.
@@ -440,7 +443,12 @@ Shape sunDisc() {
             return Vec{distance, middle + radius * y,
                        radius * std::sqrt(std::max(1 - y * y, 1e-4)) * (c == 0 ? -1 : 1)};
         }));
-    return lampLit(atTurn(joined(parts), shipTurn), shipTurn, -degrees(29), degrees(8));
+    // So far to the lamp's side that none of it ever shows the cold one, from wherever the sun is seen.
+    constexpr double askew = 0.17;
+    const viewer::View view = across(shipTurn, -degrees(20));
+    const Vec shown = normalized(Vec{-askew, std::cos(degrees(16)), -std::sin(degrees(16))});
+    return shaded(atTurn(joined(parts), shipTurn),
+                  [=](Vec p, Vec) { return viewer::facing(view, p, shown); });
 }
 
 struct HungProbe {
@@ -478,14 +486,11 @@ void makeStage(const char* path) {
     const Shape itsGlass = darkGlass(asColossus(figures::robotScreen()));
     const Shape itsFace = face();
     const Shape streaks = joined({comet::tracks(), litFace(), spots::onWall()});
-    const auto roundTheWall = [](const Shape& bay) {
-        std::vector<Shape> bays;
-        for (int i = 0; i < arcade::bays; i++) {
-            const double turn = arcade::turnOf(i);
-            bays.push_back(litIn(onlySeen(atTurn(bay, turn)), turn, {0, 0}));
-        }
-        return joined(bays);
-    };
+    std::vector<Shape> piers;
+    for (int i = 0; i < arcade::bays; i++) {
+        const double turn = arcade::turnOf(i);
+        piers.push_back(litIn(onlySeen(atTurn(arcade::stone(), turn)), turn, {0, 0}));
+    }
     const Shape ground =
         shaded(lathe({{wallRadius, 0}, {terraces[0].radius, 0}, {1, 0}}, stageSides), [](Vec p, Vec) {
             return up - normalized(Vec{p.x, 0, p.z}) * darkSlope;
@@ -493,8 +498,8 @@ void makeStage(const char* path) {
     // From far to near: while the hall fades in, each is drawn over all before it.
     writeAml(
         path,
-        {dark(joined({arcade::niches(), arcade::gallery(), roundTheWall(arcade::reveals())})),
-         lacquered(roundTheWall(arcade::stone()), atlas::hull::petrol, 60),
+        {dark(joined({arcade::niches(), arcade::shadows()})),
+         lacquered(joined(piers), atlas::hull::petrol, 60),
          dark(joined({arcade::mouldings(), ground, floorRings(), onlySeen(cornice()), streaks, sunDisc()})),
          lacquered(litIn(onlySeen(hungShip()), shipTurn, {0.0, 1.6}), atlas::hull::ivory, 16),
          joined({shells, works, trim}), dark(joined({itsGlass, itsFace})),
