@@ -18,10 +18,10 @@ namespace {
 constexpr int size = 512;
 constexpr float pixelAspect = 4.0f / 3;
 // A card is a wheel; lengths in rows of one that is as tall as its quarter, places from its middle. It lies
-// in the quarter's outer corner and leaves the guests room.
-constexpr float cardSize = 0.83f, corner = 9;  // of that; rows from the quarter's sides
-constexpr float wheelRadius = 238, marksRadius = 201, marksReach = 26, hubRadius = 166, lineRadius = 143;
-constexpr float figureHeight = 112, figureLine = 8, nounHeight = 42, nounLine = 60, lineHeight = 25;
+// in the quarter's outer corner and all but fills it.
+constexpr float cardSize = 1.02f, corner = 7;  // of that; rows from the quarter's sides
+constexpr float wheelRadius = 238, marksRadius = 208, marksReach = 22, hubRadius = 182, lineRadius = 157;
+constexpr float figureHeight = 124, figureLine = 6, nounHeight = 46, nounLine = 62, lineHeight = 27;
 
 // How far a place is outside of mark `i` of `count` on the wheel's rim.
 using Mark = float (*)(int i, int count, Point place);
@@ -159,7 +159,7 @@ constexpr Sign meshSigns[] = {
 };
 
 float meshMark(int i, int count, Point place) {
-    constexpr float part = 0.88f;
+    constexpr float part = 0.78f;
     return part * meshSigns[i % int(std::size(meshSigns))](fromMark(i, count, place) * (1 / part));
 }
 
@@ -227,7 +227,7 @@ void makeCard(const char* path, const Card& card) {
     LetteringField text(size, size, 16);
     setText(text, cut(figureHeight * cardSize, 0.15f, 0.14f),
             {std::to_string(card.count), column, middle.y + figureLine * cardSize, Align::Centre});
-    setText(text, filling(card.noun, cut(nounHeight * cardSize, 0.17f, 0.20f), 204 * cardSize / pixelAspect),
+    setText(text, filling(card.noun, cut(nounHeight * cardSize, 0.17f, 0.20f), 212 * cardSize / pixelAspect),
             {card.noun, column, middle.y + nounLine * cardSize, Align::Centre});
     const Bent role(card.role, false), missing(card.without, true);
 
