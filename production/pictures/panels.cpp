@@ -477,6 +477,16 @@ Rgba ringAt(float row) {
     return mix(grey(0.004f), opaque(0.10f, 0.18f, 0.28f), smoothstep(0.36f, 0.30f, std::fabs(row - 15.5f)));
 }
 
+// The hall's dome: over the radius (0..1), and half a bay (0..1).
+Rgba domeAt(float radius, float side) {
+    const float ring = std::fabs(radius * 7 - std::round(radius * 7));
+    const Rgba c = mix(opaque(0.03f, 0.045f, 0.055f), opaque(0.10f, 0.13f, 0.16f), std::pow(radius, 3.0f)) *
+                   smoothstep(0.015f, 0.04f, ring);
+    return (c +
+            light(0.26f, 0.32f, 0.36f) * (smoothstep(0.02f, 0.01f, side) * smoothstep(0.2f, 0.9f, radius))) *
+           1.9f;
+}
+
 }  // namespace
 
 // Twice as fine as the walls, for the lanterns' sake.
