@@ -29,7 +29,7 @@ Shape lit(const Shape& whole, Vec towards) {
 struct Kind {
     int paint;
     int lobes, across;  // across each
-    int every;          // point of its profiles
+    bool fine;          // of the finer profiles
     int threads, joints;
     int arms, frills;
     double thread;  // radius
@@ -39,14 +39,15 @@ struct Kind {
 
 // Radius and height, from the rim.
 const Outline outer = {{0.95, -0.03}, {1.0, 0.03},  {1.0, 0.13},   {0.93, 0.28}, {0.78, 0.42},
-                       {0.58, 0.52},  {0.36, 0.58}, {0.16, 0.605}, {0, 0.61}};
-const Outline inner = {{0.95, -0.03}, {0.82, 0.09}, {0.60, 0.19}, {0.30, 0.26}, {0, 0.27}};
+                       {0.58, 0.52},  {0.36, 0.58}, {0.16, 0.605}, {0, 0.61}},
+              inner = {{0.95, -0.03}, {0.82, 0.09}, {0.60, 0.19}, {0.30, 0.26}, {0, 0.27}},
+              coarseOuter = {{0.95, -0.03}, {1.01, 0.07},  {0.94, 0.28},
+                             {0.73, 0.46},  {0.40, 0.575}, {0, 0.61}},
+              coarseInner = {{0.95, -0.03}, {0.62, 0.19}, {0, 0.27}};
 
 // Half a lobe of the bell is painted; the others mirror it.
-Shape bell(const Kind& kind, const Outline& profile, const Patch& paint) {
-    Outline curve;
+Shape bell(const Kind& kind, const Outline& curve, const Patch& paint) {
     std::vector<double> way = {0};
-    for (size_t i = 0; i < profile.size(); i += size_t(kind.every)) curve.push_back(profile[i]);
     for (size_t i = 1; i < curve.size(); i++) way.push_back(way.back() + length(curve[i] - curve[i - 1]));
     const int rows = int(curve.size()), sides = 2 * kind.lobes * kind.across;
     Shape shape = grid(sides, rows, true, false, [&](int c, int r) {
@@ -108,7 +109,7 @@ Shape thread(const Jellyfish& fish, int number) {
         return Vec{out * std::cos(turn), -0.02 - reach * k, -out * std::sin(turn)};
     };
     double length = 0.05;
-    while (length < 1 && clearance(fish.placeOf(at(length + 0.05))) > 75) length += 0.05;
+    while (length < 1 && clearance(fish.placeOf(at(length + 0.05))) > 95) length += 0.05;
     if (length < 0.3) return {};
     Sweep how;
     for (int i = 0; i <= kind.joints; i++) how.path.push_back(at(length * i / kind.joints));
@@ -149,8 +150,9 @@ Shape arm(const Kind& kind, int number) {
 
 Shape shapeOf(const Jellyfish& fish, const Lightwards& towards) {
     const Kind& kind = fish.kind;
-    Shape over = lit(bell(kind, outer, hull::outside(kind.paint)), towards.over),
-          under = lit(insideOut(bell(kind, inner, hull::inside(kind.paint))), towards.under);
+    Shape over = lit(bell(kind, kind.fine ? outer : coarseOuter, hull::outside(kind.paint)), towards.over),
+          under = lit(insideOut(bell(kind, kind.fine ? inner : coarseInner, hull::inside(kind.paint))),
+                      towards.under);
     for (Face& face : over.faces)
         if (faceCentre(over, face).y < 0.3) face.normals.assign(3, normalized(towards.flank));
     std::vector<Shape> hung;
@@ -168,12 +170,12 @@ struct Follower {
     Vec lightwards;
 };
 const Follower followers[] = {
-    {{-148, -289, -340}, 110, 1, {0.76, 0.64, -0.04}}, {{-167, 19, 300}, 105, 2, {0.53, -0.29, -0.8}},
-    {{-379, -39, -78}, 100, 3, {0.82, -0.26, -0.5}},   {{-62, 440, 89}, 95, 1, {0.24, -0.78, -0.58}},
-    {{371, -90, 0}, 90, 2, {-0.34, -0.24, -0.91}},     {{125, 31, 258}, 80, 3, {0.22, -0.45, -0.86}},
-    {{60, -190, 283}, 70, 1, {0.35, -0.09, -0.93}},    {{9, -241, -129}, 60, 2, {0.49, 0.51, -0.71}},
-    {{-173, 101, -150}, 55, 3, {0.65, -0.59, -0.47}},  {{-98, -266, 205}, 50, 1, {0.48, 0, -0.88}},
-    {{-280, -267, 36}, 45, 2, {0.68, 0.07, -0.73}},    {{195, -279, 108}, 40, 3, {0.04, 0.47, -0.88}},
+    {{-148, -289, -340}, 110, 1, {0.73, 0.68, 0.03}}, {{-167, 19, 300}, 105, 2, {0.53, -0.29, -0.8}},
+    {{-379, -39, -78}, 100, 3, {0.81, -0.18, -0.55}}, {{-62, 440, 89}, 95, 1, {0.29, -0.72, -0.63}},
+    {{371, -90, 0}, 90, 2, {-0.34, -0.24, -0.91}},    {{125, 31, 258}, 80, 3, {0.12, -0.52, -0.85}},
+    {{60, -190, 283}, 70, 1, {0.35, -0.09, -0.93}},   {{14, -345, -185}, 70, 2, {0.6, 0.76, -0.25}},
+    {{-173, 101, -150}, 55, 3, {0.62, -0.66, -0.42}}, {{-98, -266, 205}, 50, 1, {0.52, 0.07, -0.85}},
+    {{-280, -267, 36}, 45, 2, {0.74, 0.12, -0.66}},   {{195, -279, 108}, 40, 3, {0.09, 0.41, -0.91}},
 };
 
 // A number of 0..1 for each of a row of things.
@@ -196,24 +198,17 @@ Shape plankton() {
     return joined(all);
 }
 
-// How bright the water is in a direction, 0..1, and its hue, 0 blue to 1 violet.
-Uv waterAt(Vec towards) {
-    const double up = (towards.y + towards.z) * std::sqrt(0.5);
-    return {smoothstep(-0.5, 1.0, up), 0.5 + 0.5 * towards.x};
-}
-
-// So far away that the viewer's own way doesn't count.
+// So far away that the viewer's own way doesn't count. Half of it is painted; the other mirrors it.
 Shape water() {
-    constexpr int columns = 24, rows = 11;
+    constexpr int columns = 24, rows = 15;
     constexpr double radius = 6000;
-    const Shape shell = insideOut(grid(columns, rows, true, false, [](int c, int r) {
+    Shape shell = insideOut(grid(columns, rows, true, false, [](int c, int r) {
         const double up = pi * (double(r) / (rows - 1) - 0.5), angle = 2 * pi * c / columns;
         return Vec{std::cos(up) * std::cos(angle), std::sin(up), -std::cos(up) * std::sin(angle)} * radius;
     }));
-    return mappedBy(welded(shell, 1), [](const Face&, Vec point) {
-        const Uv place = waterAt(normalized(point));
-        return hull::water.at(place.x, 1 - place.y);
-    });
+    for (Face& face : shell.faces)
+        for (Uv& uv : face.uvs) uv = hull::water.at(1 - std::fabs(1 - 2 * uv.x), uv.y);
+    return welded(shell, 1);
 }
 
 // A field over directions, found as those above: what is turned by it mirrors nothing of the sphere map's
@@ -227,11 +222,11 @@ Vec waterwards(Vec point, Vec normal) {
 }  // namespace
 
 void makeLanterns(const char* path) {
-    const Kind large = {0, 8, 4, 1, 16, 10, 4, 24, 0.005, 1.6, 0};
+    const Kind large = {0, 8, 4, true, 16, 13, 4, 24, 0.005, 1.6, 0};
     std::vector<Shape> swarm = {shapeOf({large, 130, {-21, -45, 55}}, heros)};
     for (const Follower& f : followers) {
         const bool near = f.radius > 80;
-        const Kind kind = {f.paint,      6,     near ? 3 : 2, 2,       6, near ? 6 : 4, 3,
+        const Kind kind = {f.paint,      6,     near ? 3 : 2, false,   6, near ? 6 : 4, 3,
                            near ? 8 : 5, 0.007, 1.5,          f.radius};
         swarm.push_back(
             shapeOf({kind, f.radius, f.middle}, {f.lightwards, f.lightwards, f.lightwards, f.lightwards}));

@@ -11,17 +11,17 @@ namespace {
 
 // A lantern's glass, from its rim inwards, the lines of light that it is leaded with, and its lamp.
 struct Glass {
-    Rgba rim, pane, line, accent, lamp;
+    Rgba rim, pane, line, accent, lamp, dusk;
 };
 const Glass glasses[atlas::hull::lanterns] = {
     {opaque(0.06f, 0.02f, 0.20f), opaque(0.42f, 0.04f, 0.42f), light(1, 0.62f, 0.10f), light(0.20f, 0.75f, 1),
-     light(1, 0.55f, 0.12f)},
+     light(1, 0.55f, 0.12f), light(0.26f, 0.01f, 0.52f)},
     {opaque(0.10f, 0.01f, 0.22f), opaque(0.45f, 0.03f, 0.40f), light(0.85f, 0.30f, 1), light(1, 0.5f, 0.2f),
-     light(1, 0.40f, 0.55f)},
+     light(1, 0.40f, 0.55f), light(0.05f, 0.12f, 0.45f)},
     {opaque(0.00f, 0.06f, 0.20f), opaque(0.02f, 0.25f, 0.50f), light(0.15f, 0.85f, 1), light(0.75f, 0.4f, 1),
-     light(0.6f, 0.9f, 1)},
+     light(0.6f, 0.9f, 1), light(0.20f, 0.05f, 0.50f)},
     {opaque(0.20f, 0.03f, 0.03f), opaque(0.55f, 0.12f, 0.02f), light(1, 0.50f, 0.08f), light(1, 0.8f, 0.3f),
-     light(1, 0.7f, 0.25f)},
+     light(1, 0.7f, 0.25f), light(0.40f, 0.02f, 0.20f)},
 };
 
 // Light over dark glass. Of the halo that the glow makes of all that isn't black, so much shines through as
@@ -33,7 +33,7 @@ struct Leaded {
     // A line, by its distance: its middle, and what it throws on the glass about it.
     void line(float distance, float width, Rgba own, float strength = 1, float reach = 0.045f) {
         const float d = std::fabs(distance), middle = smoothstep(1.25f * width, width * 0.3f, d);
-        colour = colour + own * (strength * (middle + 0.42f * std::exp(-d / reach)));
+        colour = colour + own * (strength * (middle + 0.34f * std::exp(-d / (0.7f * reach))));
         core = std::fmax(core, middle * strength);
     }
     Rgba shown() const {
@@ -64,6 +64,9 @@ float leaf(Point p, float from, float to, float half) {
 Rgba insideAt(const Glass& glass, float turn, float r) {
     const Point rib = placeOf(turn, r, 0), gap = placeOf(turn, r, 1), between = placeOf(turn, r, 0.5f);
     Leaded c{mix(glass.pane * 0.7f, glass.rim, smoothstep(0.2f, 0.7f, r))};
+    // Violet about the eyes, and behind the arches along the rim.
+    c.colour = c.colour + glass.dusk * (0.40f * bell(length(rib - Point{0.70f, 0}), 0.07f) +
+                                        0.22f * bell(r - 0.90f, 0.03f));
     // Panes are lit from their inner ends; the nearer row lies over the other.
     const float inner = leaf(rib, 0.17f, 0.56f, 0.075f), outer = leaf(gap, 0.33f, 0.84f, 0.112f),
                 heart = leaf(gap, 0.42f, 0.72f, 0.045f);
@@ -82,8 +85,12 @@ Rgba insideAt(const Glass& glass, float turn, float r) {
     c.line(length(rib - Point{0.70f, 0}), 0.022f, glass.lamp, 0.9f, 0.02f);
     c.line(std::fmax(std::fabs(rib.y), 0.765f - r), 0.005f, glass.line,
            0.7f * open * smoothstep(0.93f, 0.88f, r), 0.02f);
-    c.line(std::fmax(std::fabs(between.y), 0.60f - r), 0.0045f, glass.accent,
+    c.line(std::fmax(std::fabs(between.y), 0.86f - r), 0.0045f, glass.accent,
            0.5f * open * smoothstep(0.93f, 0.88f, r), 0.02f);
+    const float lancet = leaf(between, 0.62f, 0.86f, 0.040f);
+    c.colour = mix(c.colour, mix(glass.lamp * 0.7f, glass.dusk * 0.5f, smoothstep(0.64f, 0.80f, between.x)),
+                   open * coverage(lancet * 200));
+    c.line(lancet, 0.005f, mix(glass.line, glass.accent, 0.35f), 0.7f * open, 0.02f);
     const float arch = std::fabs(std::remainder(turn * 2, 1.0f));  // 1/2 on a foot
     c.line(r - 0.90f + 0.16f * arch * arch, 0.006f, glass.line, 0.85f, 0.025f);
     c.line(length(placeOf(turn, r, std::round(turn * 2) / 2) - Point{0.935f, 0}), 0.012f, glass.accent, 0.9f,
@@ -145,11 +152,16 @@ Rgba threadAt(const Glass& glass, float along) {
     return c;
 }
 
-// From black to where a shaft of light falls.
-Rgba waterAt(float bright, float violet, Point place) {
-    const Rgba c = mix(opaque(0.006f, 0.010f, 0.034f),
-                       mix(opaque(0.02f, 0.07f, 0.19f), opaque(0.08f, 0.03f, 0.20f), violet), bright);
-    const float grain = (randomAt(int(place.x * 128), int(place.y * 128), 8) - 0.5f) / 255;
+// Round half of the sea and back, and down: light from above that comes in shafts.
+Rgba waterAt(float round, float down, Point place) {
+    const float up = std::cos(pi * down);
+    const float shafts =
+        bell(round - 0.22f, 0.045f) + 0.7f * bell(round - 0.58f, 0.080f) + 0.9f * bell(round - 0.86f, 0.030f);
+    const float reaching = smoothstep(-0.5f, 0.7f, up), clear = smoothstep(0.98f, 0.80f, up);
+    Rgba c = mix(opaque(0.005f, 0.006f, 0.022f), opaque(0.016f, 0.028f, 0.110f), smoothstep(-0.8f, 0.8f, up));
+    c = c + light(0.020f, 0.055f, 0.120f) * (shafts * reaching * clear) +
+        light(0.03f, 0.06f, 0.13f) * smoothstep(0.6f, 1.0f, up);
+    const float grain = (randomAt(int(place.x * 128), int(place.y * 128), 8) - 0.5f) / 200;
     return {c.r + grain, c.g + grain, c.b + grain, 1};
 }
 

@@ -35,8 +35,8 @@ constexpr Cells room(double column, double row) {
 constexpr Cells rooms[] = {room(0, 0), room(1, 0), room(0, 1), room(1, 1), room(0, 2), room(1, 2)};
 constexpr Cells timber = {13.1, 4.5, 2.8, 2.2}, leaves = {13.1, 6.8, 2.8, 0.6}, lime = {13.1, 7.5, 2.8, 0.6};
 // The sea, which alone lets light through: of each kind of lantern a sixteenth of its bell from above and
-// from below, an arm from its middle to its edge and a thread from its root to its tip; the water, from dark
-// to bright and from blue to violet.
+// from below, an arm from its middle to its edge and a thread from its root to its tip; the water, half way
+// round and from above downwards.
 constexpr Cells sea = {7, 12, 3, 4}, water = {7, 15.6, 3, 0.4};
 constexpr int lanterns = 4;
 constexpr Cells outside(int kind) {
