@@ -215,8 +215,8 @@ Shape water() {
 // lamps.
 Vec waterwards(Vec point, Vec normal) {
     const Vec to = normalized(point);
-    return normal + Vec{0.26, -0.60, -0.68} + Vec{-0.08, -0.10, 0.10} * to.x +
-           Vec{0.12, -0.16, 0.04} * ((to.y + to.z) * half) + Vec{0.09, 0.04, -0.01} * ((to.y - to.z) * half);
+    return normal + Vec{0.27, -0.62, -0.68} + Vec{-0.10, -0.14, 0.13} * to.x +
+           Vec{0.10, -0.07, 0.04} * ((to.y + to.z) * half) + Vec{0.04, 0.10, -0.01} * ((to.y - to.z) * half);
 }
 
 }  // namespace

@@ -27,18 +27,18 @@ constexpr Patch dark = patchOf(atlas::hull::dark.part(0.3, 0.2, 3.4, 1.0));
 constexpr Patch timber = patchOf(atlas::hull::timber), leaves = patchOf(atlas::hull::leaves),
                 foliage = patchOf(atlas::hull::leaves.part(0, 0, 2.8, 0.35)),
                 lime = patchOf(atlas::hull::lime.within(0.1));
-constexpr Patch water = patchOf(atlas::hull::water.within(0.06));
+constexpr Patch water = patchOf(atlas::hull::water.within(atlas::hull::bleed));
 constexpr Patch outside(int kind) {
-    return patchOf(atlas::hull::outside(kind).within(0.012));
+    return patchOf(atlas::hull::outside(kind).within(atlas::hull::bleed));
 }
 constexpr Patch inside(int kind) {
-    return patchOf(atlas::hull::inside(kind).within(0.012));
+    return patchOf(atlas::hull::inside(kind).within(atlas::hull::bleed));
 }
 constexpr Patch arm(int kind) {
-    return patchOf(atlas::hull::arm(kind).within(0.015));
+    return patchOf(atlas::hull::arm(kind).within(atlas::hull::bleed));
 }
 constexpr Patch thread(int kind) {
-    return patchOf(atlas::hull::thread(kind).within(0.06));
+    return patchOf(atlas::hull::thread(kind).within(atlas::hull::bleed));
 }
 constexpr Uv orange = middleOf(atlas::hull::stripe), warmLamp = middleOf(atlas::hull::warmLamp),
              coolLamp = middleOf(atlas::hull::coolLamp), pearl = middleOf(atlas::hull::pearl);

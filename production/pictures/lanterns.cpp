@@ -166,22 +166,27 @@ Rgba waterAt(float round, float down, Point place) {
 }
 
 Rgba sampleAt(Point place) {
-    const auto within = [&](const Cells& cells) {
-        return Point{(place.x - float(cells.left)) / float(cells.width),
-                     (place.y - float(cells.top)) / float(cells.height)};
+    // Where a place lies in a cell, within its bleed; what it draws if it is there.
+    const auto drawn = [&](Rgba& seen, const Cells& whole, auto paint) {
+        if (place.x < float(whole.left) || place.x > float(whole.right()) || place.y < float(whole.top) ||
+            place.y > float(whole.bottom()))
+            return false;
+        const Cells inner = whole.within(atlas::hull::bleed);
+        seen = paint(unit((place.x - float(inner.left)) / float(inner.width)),
+                     unit((place.y - float(inner.top)) / float(inner.height)));
+        return true;
     };
-    const auto holds = [](Point p) { return unit(p.x) == p.x && unit(p.y) == p.y; };
+    Rgba c;
     for (int kind = 0; kind < atlas::hull::lanterns; kind++) {
         const Glass& glass = glasses[kind];
-        const Point outside = within(atlas::hull::outside(kind)), inside = within(atlas::hull::inside(kind)),
-                    arm = within(atlas::hull::arm(kind)), thread = within(atlas::hull::thread(kind));
-        if (holds(outside)) return outsideAt(glass, outside.x, outside.y);
-        if (holds(inside)) return insideAt(glass, inside.x, inside.y);
-        if (holds(arm)) return armAt(glass, arm.x, arm.y);
-        if (holds(thread)) return threadAt(glass, thread.x);
+        if (drawn(c, atlas::hull::outside(kind), [&](float x, float y) { return outsideAt(glass, x, y); }) ||
+            drawn(c, atlas::hull::inside(kind), [&](float x, float y) { return insideAt(glass, x, y); }) ||
+            drawn(c, atlas::hull::arm(kind), [&](float x, float y) { return armAt(glass, x, y); }) ||
+            drawn(c, atlas::hull::thread(kind), [&](float x, float) { return threadAt(glass, x); }))
+            return c;
     }
-    const Point water = within(atlas::hull::water);
-    return waterAt(unit(water.x), unit(water.y), place);
+    drawn(c, atlas::hull::water, [&](float x, float y) { return waterAt(x, y, place); });
+    return c;
 }
 
 }  // namespace

@@ -39,6 +39,7 @@ constexpr Cells timber = {13.1, 4.5, 2.8, 2.2}, leaves = {13.1, 6.8, 2.8, 0.6}, 
 // round and from above downwards.
 constexpr Cells sea = {7, 12, 3, 4}, water = {7, 15.6, 3, 0.4};
 constexpr int lanterns = 4;
+constexpr double bleed = 0.03;  // of each cell's edge, painted on outwards, so that no neighbour shows
 constexpr Cells outside(int kind) {
     return kind == 0 ? Cells{7, 12, 1.25, 2.4} : Cells{6.5 + 0.5 * kind, 14.4, 0.5, 1.0};
 }
