@@ -5,6 +5,7 @@
 #include "production/kit/model/mapping.h"
 #include "production/models/models.h"
 #include "production/models/paints.h"
+#include "script/show_times.h"
 
 using namespace model;
 
@@ -71,22 +72,20 @@ Shape rising(const Shape& upright) {
 
 const double half = std::sqrt(0.5);
 
-// Where the viewer of a time sees what is so far right, up and behind him.
-Vec seenAt(double time, Vec seen) {
+// How close the far viewer comes to a place. He stands 200 before the point that the figure circles at 100,
+// and it turns about its up, then about y.
+double clearance(Vec place) {
     const auto turnedBack = [](Vec v, Vec axis, double angle) {
         return v * std::cos(angle) - cross(axis, v) * std::sin(angle) +
                axis * (dot(axis, v) * (1 - std::cos(angle)));
     };
-    const Vec place = seen + Vec{0, 0, 200} - Vec{std::cos(time), std::sin(time), 0} * 100;
-    return turnedBack(turnedBack(place, {0, 1, 0}, degrees(180 * std::sin(0.3 * time))), {0, half, half},
-                      degrees(290 * std::cos(0.2 * time)));
-}
-
-// How close the viewer comes to a place.
-double clearance(Vec place) {
     double nearest = 1e9;
-    for (double time = 32.3; time < 47.7; time += 0.1)
-        nearest = std::min(nearest, length(place - seenAt(time, {0, 0, 0})));
+    for (double time = showtime::stripes.seconds(); time < showtime::tornTunnel.seconds(); time += 0.1) {
+        const Vec from = {-100 * std::cos(time), -100 * std::sin(time), 200};
+        const Vec viewer = turnedBack(turnedBack(from, {0, 1, 0}, degrees(180 * std::sin(0.3 * time))),
+                                      {0, half, half}, degrees(290 * std::cos(0.2 * time)));
+        nearest = std::min(nearest, length(place - viewer));
+    }
     return nearest;
 }
 

@@ -152,7 +152,7 @@ TEST(Models, AreAllThereAndFaceTheirLight) {
         for (const Triangle& triangle : Model(product.file).triangles)
             for (const Corner& corner : triangle.corners)
                 turned += !(dot(corner.normal, triangle.area()) > 0);
-        if (std::string(product.file) != "haromalli.AML") EXPECT_EQ(turned, 0) << product.file;
+        EXPECT_EQ(turned > 0, std::string(product.file) == "haromalli.AML") << product.file;
     }
 }
 
@@ -204,7 +204,7 @@ TEST(Models, SeaSurroundsItsViewer) {
         TraceHit hit;
         for (int i = 0; i < 4; i++) ASSERT_TRUE(scene.intersectRay(eye, randomDirection(random), &hit)) << t;
         for (const Triangle& triangle : sea.triangles)
-            for (const Corner& corner : triangle.corners) ASSERT_GT((corner.point - eye).length(), 30) << t;
+            for (const Corner& corner : triangle.corners) ASSERT_GT((corner.point - eye).length(), 60) << t;
     }
 }
 
