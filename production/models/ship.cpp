@@ -56,8 +56,8 @@ Shape body() {
 struct Rib {
     double out, up, half;
 };
-constexpr Rib ribs[] = {{13, 30, 3},   {22, 14, 9},    {36, -3, 17}, {56, -22, 24},
-                        {80, -42, 26}, {104, -60, 18}, {126, -76, 2}};
+constexpr Rib ribs[] = {{13, 34, 3},   {24, 18, 11},   {42, -2, 21}, {66, -22, 30},
+                        {94, -42, 32}, {124, -62, 22}, {152, -80, 2}};
 
 // One side of a petal, lifted off its middle.
 Shape petalSide(double lift, double wider = 0) {
@@ -65,8 +65,8 @@ Shape petalSide(double lift, double wider = 0) {
     for (const Rib& rib : ribs)
         middle.push_back({rib.out + lift * 0.6, rib.up + lift * 0.8, 0}),
             breadth.push_back({rib.half + wider, 0, 0});
-    middle = curveThrough(middle, false, 3), breadth = curveThrough(breadth, false, 3);
-    const int columns = 7, rows = int(middle.size());
+    middle = curveThrough(middle, false, 4), breadth = curveThrough(breadth, false, 4);
+    const int columns = 9, rows = int(middle.size());
     return grid(columns, rows, false, false, [&](int c, int r) {
         const double across = 2.0 * c / (columns - 1) - 1, z = -breadth[r].x * across;
         // Bent to a trough.
@@ -147,7 +147,7 @@ Shape trumpet() {
         {{r, mouth + 2}, {r + 2, mouth + 1.4}, {r + 2, mouth - 0.2}, {r - 0.4, mouth - 0.4}, {r, mouth + 2}},
         36);
     return joined({painted(insideOut(flutedLathe(profile, {flutes, fluteWidth, 1.4, mouth + 2, 150, 4})),
-                           hull::pearl, hull::orange),
+                           copper.at(0.8, 0.5), middleOf(atlas::hull::dark)),
                    painted(insideOut(inside), hull::dark), painted(insideOut(edge), hull::coolLamp)});
 }
 
@@ -166,7 +166,7 @@ Shape jet() {
         profile.push_back({k == 0 ? 0 : 14.5 * std::pow(1 - k, 0.8), stern - 12 - length * k});
     return mappedBy(insideOut(lathe(profile, 16)), [&](const Face&, Vec p) {
         const double k = (stern - 12 - p.y) / length;
-        return flame.at(std::pow(1 - k, 1.7), 0.5);
+        return flame.at(std::pow(1 - k, 1.2), 0.5);
     });
 }
 
@@ -217,15 +217,15 @@ void makeShip(const char* path) {
     // The petals' front the more the further out, where it is all that a viewer ahead finds of it.
     const auto ofPetals = [](Vec p, Vec normal) {
         const bool front = p.x * normal.x + p.y * normal.y > 0;
-        return front ? mix(0.15, 1.1, smoothstep(30, 100, std::hypot(p.x, p.y))) : 0.15;
+        return front ? mix(0.4, 0.88, smoothstep(30, 130, std::hypot(p.x, p.y))) : 0.15;
     };
     const auto ofTrumpet = [](Vec p, Vec normal) {
         const bool inside = std::hypot(p.x, p.y) < trumpetRadius && p.x * normal.x + p.y * normal.y < 0;
         return inside ? -3.0 : 0.5;
     };
     writeAml(path, {joined({leaningBack(joined({body(), rings()}),
-                                        [](Vec p, Vec) { return mix(0.4, 0.8, smoothstep(50, 90, p.z)); }),
+                                        [](Vec p, Vec) { return mix(0.4, 0.65, smoothstep(50, 90, p.z)); }),
                             leaningBack(around(petal(), 3), ofPetals), leaningBack(spearhead(), fixed(1.1)),
                             leaningBack(trumpet(), ofTrumpet), leaningBack(engine(), fixed(0.6)),
-                            leaningBack(jet(), fixed(1.6)), leaningBack(lights(), fixed(1.8))})});
+                            leaningBack(jet(), fixed(1.8)), leaningBack(lights(), fixed(1.8))})});
 }

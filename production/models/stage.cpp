@@ -381,7 +381,7 @@ Shape litFace() {
 
 // Before the sun, its nose sinking.
 Shape hungShip() {
-    constexpr double size = 0.66, middle = -95;  // along its axis
+    constexpr double size = 0.6, middle = -95;  // along its axis
     Shape ship = scaled(moved(welded(figures::ship(), 1.5), {0, 0, -middle}), {size, size, size});
     ship = turned(turned(ship, Axis::z, degrees(50)), Axis::x, degrees(-14));
     return atTurn(moved(turned(ship, Axis::y, degrees(14)), {330, 285, 0}), shipTurn);

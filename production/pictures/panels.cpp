@@ -452,7 +452,7 @@ Canvas plated(Metal metal, const std::vector<Row>& rows, const std::vector<Sign>
 // The tunnel's frame, along a segment: the light of the rings at both of its ends falls off towards its
 // middle.
 Rgba railAt(float along) {
-    return opaque(0.62f, 0.98f, 1.30f) * mix(0.055f, 0.19f, std::exp(-6 * std::fmin(along, 1 - along)));
+    return opaque(0.62f, 0.98f, 1.30f) * mix(0.035f, 0.15f, std::exp(-6 * std::fmin(along, 1 - along)));
 }
 
 // The wall behind the planks, over a column's breadth and a segment's length: seven plates of deep blue,
@@ -467,14 +467,15 @@ Rgba wallAt(float across, float along) {
     const float deep = smoothstep(0.25f, 1.0f, aside) * (0.3f + 0.7f * within);
     Rgba seen = opaque(0, 0.004f, 0.05f) * (deep * deep * deep * lit[int(plate)]);
     seen = seen + opaque(0, 0.03f, 0.42f) * (bell(toSeam, 1.5f) * (0.1f + 0.9f * aside * aside));
-    seen = seen + opaque(0, 0.035f, 0.50f) * bell(toJoint - 4, 1.8f);
+    seen = seen + opaque(0, 0.03f, 0.45f) * bell(toJoint - 4, 1.6f);
     const float lamp = box({(across - 0.5f) * wide, (within - 0.5f) * tall}, {}, {4, 16}, 3);
     return seen + opaque(0.80f, 0.32f, 0.06f) * smoothstep(1.5f, -1.5f, lamp);
 }
 
 // The light of the rings in the black of their ribs, over the cells' height.
 Rgba ringAt(float row) {
-    return mix(grey(0.004f), opaque(0.10f, 0.18f, 0.28f), smoothstep(0.36f, 0.30f, std::fabs(row - 15.5f)));
+    return mix(grey(0.004f), opaque(0.085f, 0.155f, 0.245f),
+               smoothstep(0.36f, 0.30f, std::fabs(row - 15.5f)));
 }
 
 // The hall's dome: over the radius (0..1), and half a bay (0..1).
