@@ -65,8 +65,8 @@ Shape petalSide(double lift, double wider = 0) {
     for (const Rib& rib : ribs)
         middle.push_back({rib.out + lift * 0.6, rib.up + lift * 0.8, 0}),
             breadth.push_back({rib.half + wider, 0, 0});
-    middle = curveThrough(middle, false, 4), breadth = curveThrough(breadth, false, 4);
-    const int columns = 9, rows = int(middle.size());
+    middle = curveThrough(middle, false, 3), breadth = curveThrough(breadth, false, 3);
+    const int columns = 7, rows = int(middle.size());
     return grid(columns, rows, false, false, [&](int c, int r) {
         const double across = 2.0 * c / (columns - 1) - 1, z = -breadth[r].x * across;
         // Bent to a trough.
@@ -81,7 +81,7 @@ Shape petal() {
                 rim = painted(petalSide(0, 1.5), hull::coolLamp);
     Shape back = petalSide(-0.9);
     for (Face& face : back.faces)
-        for (Uv& uv : face.uvs) uv = copper.at(0.15 + 0.85 * std::fabs(2 * uv.x - 1), 0.5);
+        for (Uv& uv : face.uvs) uv = copper.at(0.75 * std::pow(std::fabs(2 * uv.x - 1), 1.5), 0.5);
     return joined({insideOut(front), insideOut(rim), rim, back});
 }
 
@@ -91,7 +91,7 @@ Shape nozzle(double from, double reach, double size) {
                           {size * 0.85, reach - 3.4}, {size * 1.1, reach - 2.8},  {size * 1.1, reach - 0.5},
                           {size * 0.95, reach},       {size * 0.7, reach}};
     const Outline mouth = {{size * 0.7, reach}, {size * 0.55, reach - 1.6}, {0, reach - 0.9}};
-    return turned(joined({painted(lathe(tube, 14), hull::plain), painted(lathe(mouth, 14), hull::coolLamp)}),
+    return turned(joined({painted(lathe(tube, 10), hull::plain), painted(lathe(mouth, 10), hull::coolLamp)}),
                   Axis::z, -pi / 2);
 }
 
@@ -227,5 +227,5 @@ void makeShip(const char* path) {
                                         [](Vec p, Vec) { return mix(0.4, 0.65, smoothstep(50, 90, p.z)); }),
                             leaningBack(around(petal(), 3), ofPetals), leaningBack(spearhead(), fixed(1.1)),
                             leaningBack(trumpet(), ofTrumpet), leaningBack(engine(), fixed(0.6)),
-                            leaningBack(jet(), fixed(1.8)), leaningBack(lights(), fixed(1.8))})});
+                            leaningBack(jet(), fixed(1.6)), leaningBack(lights(), fixed(1.8))})});
 }

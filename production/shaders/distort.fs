@@ -81,16 +81,15 @@ vec3 colorAt(vec2 at, Frame frame) {
     float magenta = max(min(seen.r, seen.b) - seen.g, 0.0);
     float tone = 1.0 + (max(seen.g - 0.5 * magenta, 0.0) - lightness) / 0.34;
     if (tone > 1.0) tone = 1.62 - 0.62 * exp((1.0 - tone) / 0.62);
-    float solid = hullAt(seen) * smoothstep(-0.4, 0.1, tone);
+    vec2 along = vec2(0.016, 0.007) / aspect * frame.slope, across = vec2(-0.007, 0.016) / aspect * frame.slope;
+    vec4 ahead = seenAt(at + along, frame), astern = seenAt(at - along, frame);
+    vec4 left = seenAt(at + across, frame), right = seenAt(at - across, frame);
     // Beams that a beat makes white pass for hull, but on both sides of a line there is none.
-    vec2 right = vec2(0.010, 0.0) / aspect * frame.slope, up = vec2(0.0, 0.010) * frame.slope;
-    solid *= min(max(hullAt(seenAt(at + right, frame)), hullAt(seenAt(at - right, frame))),
-                 max(hullAt(seenAt(at + up, frame)), hullAt(seenAt(at - up, frame))));
+    float solid = hullAt(seen) * smoothstep(-0.4, 0.1, tone) *
+                  min(max(hullAt(ahead), hullAt(astern)), max(hullAt(left), hullAt(right)));
 
     // Beams are ice. Of what lies over them as broad as the glow lays it most is taken away.
-    vec2 along = vec2(0.045, 0.02) / aspect * frame.slope, across = vec2(-0.02, 0.045) / aspect * frame.slope;
-    vec3 veil = min(min(seenAt(at + along, frame), seenAt(at - along, frame)),
-                    min(seenAt(at + across, frame), seenAt(at - across, frame))).rgb;
+    vec3 veil = min(min(ahead, astern), min(left, right)).rgb;
     float lit = smoothstep(0.2, 0.8, max(veil.r, veil.b));
     vec3 behind = max(seen.rgb - 0.55 * veil, 0.0);
     float core = max(seen.g - 0.7 * veil.g, 0.0), both = min(seen.r, seen.b);

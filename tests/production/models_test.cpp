@@ -326,6 +326,20 @@ TEST(Models, ShipHasANozzleAtEachBeam) {
         for (int i = 0; i < 6; i++) EXPECT_GT(reachAt(height, 0.523599f + 1.047198f * i), mouth) << i;
 }
 
+// However the ship has turned about its axis, no viewer of the corridor has a part of it at his eye.
+TEST(Models, ShipKeepsClearOfItsViewers) {
+    const Model ship("ship.AML");
+    for (const Vec3& eye : {Vec3{-112, 90, -100}, Vec3{200, -100, -500}, Vec3{112, 150, 190},
+                            Vec3{-200, -100, 350}, Vec3{16, 122, 140}}) {
+        float closest = 1e9f;
+        for (const Triangle& triangle : ship.triangles)
+            for (const auto& corner : triangle.corners)
+                closest =
+                    std::min(closest, std::hypot(fromZ(corner.point) - fromZ(eye), corner.point.z - eye.z));
+        EXPECT_GT(closest, 50) << eye.z;
+    }
+}
+
 // Where a beam's spot is drawn, there is something that is drawn under it: on the dome just there, on wall
 // and floor there or before it, so that none of them has a hole.
 TEST(Models, CopiesLieWithinAFewUnitsOfWhatIsDrawn) {
