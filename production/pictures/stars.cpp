@@ -89,7 +89,7 @@ Seen onBall(Direction middle, float radius, Direction d) {
 Body giantAt(Direction d) {
     const auto [normal, out] = onBall({0, 1, 0}, 38 * degree, d);
     if (out > 1.6f) return {};
-    const Direction sun = normalized(sunwards + Direction{0, -0.27f, 0});
+    const Direction sun = normalized(sunwards + Direction{0.3f, -0.27f, 0});
     const float bend = fractalNoise(normal.x * 2.2f, normal.y * 2.2f, normal.z * 2.2f, 5, 411);
     const float latitude = dot(normal, normalized(Direction{0.86f, -0.35f, -0.36f})) + 0.05f * bend;
     const float bands = 0.5f + 0.3f * std::sin(17 * latitude + 1.2f * bend) + 0.2f * std::sin(41 * latitude);

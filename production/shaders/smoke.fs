@@ -40,6 +40,6 @@ void main() {
     float beat = fract((time2 / 0.4 - firstBeat) * beatsPerSecond);
     float away = (radius - 0.22 - 0.6 * beat) / (0.012 + 0.03 * beat);
     float wave = exp(-away * away) * (1.0 - beat) * clear;
-    vec3 light = color.rgb * spread * (1.1 * smoke + 0.05 * (1.0 - smoothstep(0.5, 0.86, radius)) + 0.20 * shafts) + color.rgb * wave * (0.25 + 0.5 * swirl) + 0.25 * smoke * smoke * spread;
+    vec3 light = color.rgb * spread * (1.0 * smoke + 0.05 * (1.0 - smoothstep(0.5, 0.86, radius)) + 0.20 * shafts) + color.rgb * wave * (0.25 + 0.5 * swirl) + 0.1 * smoke * smoke * spread;
     gl_FragColor = vec4(light * isSurface(), color.a) * gl_Color;
 }
