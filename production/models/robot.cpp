@@ -39,8 +39,9 @@ struct Part {
 };
 
 // Two lamps face each other across it, so that from wherever a viewer looks it has a side in the light and
-// one in the dark: a warm key before its left shoulder, a cold one behind the other. From below shines the
-// disc of light that it is born of.
+// one in the dark: a warm key before its left shoulder, a cold one behind the other. A third draws head,
+// shoulders and arms for who looks at its back from its own height. From below shines the disc of light that
+// it is born of.
 constexpr Vec keyLamp = {0.66, 0.44, 0.61}, coldLamp = {-0.95, 0.14, 0.02}, backLamp = {0.35, 0.6, -0.72};
 
 // What stands in their way, and darkens what is close by.
@@ -297,7 +298,7 @@ Shape waist() {
     return moved(scaled(lathe(profile, 28), {1, 1, waistDepth}), {0, 0, waistMiddle});
 }
 
-// What carries the chest in front: a pair of pistons that lean apart, and hoses at the sides.
+// What carries the chest in front: a pair of pistons that lean apart.
 Shape waistSleeves() {
     return withMirror(sleeve({9, 62, 10.6}, {10.4, 73, 12.6}, 2.6));
 }
