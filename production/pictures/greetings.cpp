@@ -397,7 +397,7 @@ std::vector<Spot> spotsOfLight() {
         for (int i = 0; i < count; i++) {
             const float turn = 2 * pi * (i + 0.5f * (course % 2)) / count;
             const Point away = {std::cos(turn), std::sin(turn)};
-            if (randomAt(i, course, 71) < 0.45f) continue;
+            if (randomAt(i, course, 71) < 0.6f) continue;
             all.push_back({Point{ballMiddle, ballRow} + away * far, away,
                            half * mix(0.7f, 1.1f, randomAt(i, course, 72)),
                            tints[int(std::size(tints) * randomAt(i, course, 73))] *
