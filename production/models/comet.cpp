@@ -10,7 +10,7 @@ using namespace model;
 
 namespace {
 
-constexpr double wallGap = 34;          // from the wall, clear of its shafts
+constexpr double wallGap = 34;          // from the wall, before its columns
 constexpr double halfHeight = 44;       // units of a track, over which
 constexpr double halfElevation = 0.25;  // the picture is seen this far from the comet's middle, radians
 
