@@ -204,7 +204,7 @@ TEST(Models, SeaSurroundsItsViewer) {
         TraceHit hit;
         for (int i = 0; i < 4; i++) ASSERT_TRUE(scene.intersectRay(eye, randomDirection(random), &hit)) << t;
         for (const Triangle& triangle : sea.triangles)
-            for (const Corner& corner : triangle.corners) ASSERT_GT((corner.point - eye).length(), 50) << t;
+            for (const Corner& corner : triangle.corners) ASSERT_GT((corner.point - eye).length(), 30) << t;
     }
 }
 
