@@ -75,6 +75,6 @@ void makeRing(const char* path) {
         if (thickness(place) > 0.4) parts.push_back(turned(part, Axis::y, -turn));
     };
     for (int i = 0; i < 6; i++) addAround(clasp(), degrees(60) * (i + 0.5));
-    for (int i = 0; i < 120; i++) addAround(tick(), degrees(3) * i);
+    for (int i = 0; i < 60; i++) addAround(tick(), degrees(6) * i);
     writeAml(path, {mappedCylinder(joined(parts), 24, 32)});
 }

@@ -463,7 +463,7 @@ Shape finger(Vec knuckle, Vec out, double size, double curl) {
         for (Flat& p : section) p = {p.x * radius, p.y * radius};
         return section;
     };
-    return smoothed(sweep(polygon(16, 1), how), 1.3);
+    return smoothed(sweep(polygon(12, 1), how), 1.3);
 }
 
 struct Finger {
