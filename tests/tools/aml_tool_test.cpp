@@ -266,7 +266,7 @@ TEST(AmlTool, SaysWhatTheShowWouldObjectTo) {
     ASSERT_EQ(large.size(), 1u);
     EXPECT_NE(large[0].find("where its scenes leave room for 52"), std::string::npos);
     MeshSet detailed;
-    read(detailed, "data/ship.AML");
+    read(detailed, "data/laatikko.AML");
     EXPECT_EQ(objections(detailed, "tunneli.AML").size(), 1u);
     EXPECT_EQ(objections(detailed, "mine.AML").size(), 0u);
 
