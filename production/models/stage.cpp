@@ -137,11 +137,17 @@ Shape plates(double outer, double inner, double top, double slope, bool outermos
     std::vector<Shape> parts;
     for (int i = 0; i < count; i++) {
         const double from = 2 * pi * i / count + joint / outer, to = 2 * pi * (i + 1) / count - joint / outer;
-        const Shape plate = grid(columns, 2, false, false, [=](int c, int r) {
-            return onRing(mix(to, from, double(c) / (columns - 1)), r == 0 ? outer : inner, top);
-        });
+        const auto strip = [=](double left, double right, int columns) {
+            return grid(columns, 2, false, false, [=](int c, int r) {
+                return onRing(mix(right, left, double(c) / (columns - 1)), r == 0 ? outer : inner, top);
+            });
+        };
+        const Shape plate = strip(from, to, columns), gap = strip(to, to + 2 * joint / outer, 2);
         const double own = slope + uneven * (fraction(0.618034 * i + 0.37 * outer) - 0.5),
                      aside = leaning * (fraction(0.754878 * i + 0.11 * outer) - 0.5);
+        parts.push_back(shaded(gap, [=](Vec p, Vec) {
+            return up - normalized(Vec{p.x, 0, p.z}) * floorSlope(p, darkSlope, outermost);
+        }));
         parts.push_back(shaded(plate, [=](Vec p, Vec) {
             const Vec out = normalized(Vec{p.x, 0, p.z});
             return up - out * floorSlope(p, own, outermost) + cross(out, up) * aside;
@@ -492,7 +498,7 @@ void makeStage(const char* path) {
         piers.push_back(litIn(onlySeen(atTurn(arcade::stone(), turn)), turn, {0, 0}));
     }
     const Shape ground =
-        shaded(lathe({{wallRadius, 0}, {terraces[0].radius, 0}, {1, 0}}, stageSides), [](Vec p, Vec) {
+        shaded(lathe({{wallRadius, 0}, {terraces[0].radius - 2.4, 0}}, stageSides), [](Vec p, Vec) {
             return up - normalized(Vec{p.x, 0, p.z}) * darkSlope;
         });
     // From far to near: while the hall fades in, each is drawn over all before it.
