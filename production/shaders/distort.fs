@@ -69,7 +69,7 @@ vec4 smoothAt(vec2 at, Frame frame) {
 
 // How much of a colour may be the ship's.
 float hullAt(vec4 color) {
-    return smoothstep(0.75, 1.0, color.a) * (1.0 - smoothstep(0.18, 0.38, min(color.r, color.b) - color.g));
+    return clamp(4.0 * color.a - 3.0, 0.0, 1.0) * clamp(1.9 - 5.0 * (min(color.r, color.b) - color.g), 0.0, 1.0);
 }
 
 // What the ship and what lies behind it look like at a place. The ship is measured by itself and not by what is next to
