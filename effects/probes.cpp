@@ -2,7 +2,6 @@
 
 #include <cmath>
 
-#include "effects/glowing_lines.h"
 #include "effects/surface.h"
 
 namespace {

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
-#include <string_view>
 
 Image createImage(int width, int height, int channels) {
     const uint32_t stride = uint32_t(width) * channels;

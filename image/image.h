@@ -2,7 +2,6 @@
 // Rows lie in memory as the loader was asked for: as stored (top first) or flipped (bottom first).
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>

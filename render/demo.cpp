@@ -3,7 +3,6 @@
 #include <SDL/SDL.h>
 
 #include <cmath>
-#include <cstdlib>
 
 #include "render/quit.h"
 #include "render/random.h"

@@ -1,6 +1,5 @@
 #include "render/shaders.h"
 
-#include <cstdio>
 
 #include "render/demo.h"
 #include "render/quit.h"

@@ -1,6 +1,5 @@
 // The Enlightened Sound Daemon, by its own protocol over the sockets that it makes by itself: the user's, or
 // the machine's. Integers travel in this machine's byte order, which the server is told.
-#include <fcntl.h>
 #include <poll.h>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -10,7 +9,6 @@
 #include <cerrno>
 #include <chrono>
 #include <cstdlib>
-#include <cstring>
 #include <fstream>
 #include <string>
 #include <utility>

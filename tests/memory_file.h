@@ -1,7 +1,6 @@
 // A file that lies in memory and goes away with its owner, also in the child of a death test.
 #pragma once
 
-#include <fcntl.h>
 #include <sys/mman.h>
 #include <unistd.h>
 

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cmath>
 #include <concepts>
-#include <numbers>
 #include <type_traits>
 
 namespace kit {

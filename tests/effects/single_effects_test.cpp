@@ -1,5 +1,4 @@
 // What single effects have that no scene draws, so that the record of the show does not hold it.
-#include <cmath>
 
 #include "effects/grower.h"
 #include "effects/soft_shadow.h"

@@ -3,7 +3,6 @@
 
 #include <bit>
 #include <cstdint>
-#include <cstring>
 #include <string>
 #include <utility>
 #include <vector>

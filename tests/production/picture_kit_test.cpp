@@ -1,7 +1,6 @@
 // The picture kit: blurs keep the light, files hold what was painted, and distances are in pixels.
 #include <gtest/gtest.h>
 
-#include <cstdint>
 #include <vector>
 
 #include "image/image.h"

@@ -1,6 +1,4 @@
 // The texture registry: what loading makes of files, good and bad, and what look-ups do.
-#include <fstream>
-#include <memory>
 
 #include "image/image.h"
 #include "tests/gl_window.h"

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <cstdlib>
 
 #include "script/resources.h"
 #include "script/scene_kit.h"

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <thread>
 
 #include "sound/sound.h"
 #include "tests/memory_file.h"

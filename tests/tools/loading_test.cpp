@@ -1,6 +1,5 @@
 // Files of the show as the tools read them: what it could not draw or play rightly is told by its name, and
 // nothing is drawn of a show that is broken.
-#include <thread>
 
 #include "tests/app/program.h"
 #include "tools/loading/readers.h"

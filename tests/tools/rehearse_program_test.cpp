@@ -1,6 +1,5 @@
 // The rehearsal and `look` as their users meet them: processes with a window, keys, a mouse and sound.
 #include <algorithm>
-#include <map>
 #include <sstream>
 #include <utility>
 

@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <assimp/Exporter.hpp>
 #include <assimp/Importer.hpp>
-#include <bit>
 #include <cmath>
 #include <cstring>
 #include <filesystem>

@@ -5,7 +5,6 @@
 #include <cstdio>
 #include <string>
 
-#include "tools/times.h"
 
 namespace {
 

@@ -5,7 +5,6 @@
 #include <atomic>
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "geometry/mesh.h"
 #include "image/image.h"

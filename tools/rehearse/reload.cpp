@@ -1,7 +1,6 @@
 #include "tools/rehearse/reload.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cstring>
 #include <filesystem>
 #include <iterator>

@@ -1,7 +1,5 @@
 #include "production/kit/model/mapping.h"
 
-#include <algorithm>
-#include <utility>
 
 namespace model {
 namespace {

@@ -1,7 +1,6 @@
 #include "production/kit/model/shape.h"
 
 #include <algorithm>
-#include <array>
 #include <map>
 #include <tuple>
 #include <utility>

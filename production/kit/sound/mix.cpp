@@ -1,7 +1,6 @@
 #include "production/kit/sound/mix.h"
 
 #include <algorithm>
-#include <cmath>
 #include <deque>
 #include <future>
 #include <thread>

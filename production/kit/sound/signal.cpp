@@ -1,6 +1,5 @@
 #include "production/kit/sound/signal.h"
 
-#include <algorithm>
 #include <cmath>
 #include <numbers>
 

@@ -1,7 +1,6 @@
 #include "production/kit/sound/voices.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <span>
 

@@ -1,7 +1,6 @@
 // The program's calls of the show's code: the linker leads them here, and they go on to the library in force
 // or, as long as there is none, to what is linked.
-#include "script/run_up.h"
-#include "tools/rehearse/live/library.h"
+#include "tools/rehearse/live/code.h"
 
 // The names that the linker makes up for what it was told to wrap.
 #define CALL(result, name, symbol, parameters, arguments)                         \

@@ -8,14 +8,10 @@
 #include <time.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <sstream>
-#include <string_view>
-#include <vector>
 
 #include "tools/formatted.h"
 #include "tools/process.h"
