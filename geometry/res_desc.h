@@ -29,8 +29,7 @@ struct ResDescFile : ResDesc {
 
     explicit ResDescFile(const char* path);
     ~ResDescFile() override;
-    ResDescFile(const ResDescFile&) = delete;
-    ResDescFile& operator=(const ResDescFile&) = delete;
+    ResDescFile& operator=(ResDescFile&&) = delete;
 
     void seek(long offset, int origin) override;
     int read(void* buffer, size_t size) override;

@@ -11,8 +11,7 @@ struct Sequence {
     char state[128];
 
     Sequence() { initstate_r(1, state, sizeof state, &data); }
-    Sequence(const Sequence&) = delete;
-    Sequence& operator=(const Sequence&) = delete;
+    Sequence& operator=(Sequence&&) = delete;
 };
 
 Sequence sequence;

@@ -21,8 +21,7 @@ public:
     // Reads the file at once. nullptr also if that can't be.
     static std::unique_ptr<Decoder> open(const char* path);
     ~Decoder() override;
-    Decoder(const Decoder&) = delete;
-    Decoder& operator=(const Decoder&) = delete;
+    Decoder& operator=(Decoder&&) = delete;
 
     void seek(Time target, int rate) override;
     void read(float* frames, int count) override;

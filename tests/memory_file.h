@@ -14,8 +14,7 @@ struct MemoryFile {
     MemoryFile() = default;
     explicit MemoryFile(std::string_view content) { write(content); }
     ~MemoryFile() { close(descriptor); }
-    MemoryFile(const MemoryFile&) = delete;
-    MemoryFile& operator=(const MemoryFile&) = delete;
+    MemoryFile& operator=(MemoryFile&&) = delete;
 
     const char* path() const { return name.c_str(); }
     std::string read() const {

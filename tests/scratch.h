@@ -26,8 +26,7 @@ struct ScratchDirectory {
         std::error_code left;  // by a straggler that a test killed: no fault of what is tested
         std::filesystem::remove_all(path, left);
     }
-    ScratchDirectory(const ScratchDirectory&) = delete;
-    ScratchDirectory& operator=(const ScratchDirectory&) = delete;
+    ScratchDirectory& operator=(ScratchDirectory&&) = delete;
 
     std::string file(const std::string& name) const { return path / name; }
 
@@ -45,6 +44,5 @@ struct WorkingDirectory {
 
     explicit WorkingDirectory(const std::filesystem::path& path) { std::filesystem::current_path(path); }
     ~WorkingDirectory() { std::filesystem::current_path(previous); }
-    WorkingDirectory(const WorkingDirectory&) = delete;
-    WorkingDirectory& operator=(const WorkingDirectory&) = delete;
+    WorkingDirectory& operator=(WorkingDirectory&&) = delete;
 };

@@ -23,8 +23,7 @@ public:
 
     VirtualScreen(int width, int height, bool managed);
     ~VirtualScreen();
-    VirtualScreen(const VirtualScreen&) = delete;
-    VirtualScreen& operator=(const VirtualScreen&) = delete;
+    VirtualScreen& operator=(VirtualScreen&&) = delete;
 
     // All its pixels, 0xRRGGBB, top row first.
     std::vector<uint32_t> grab() const;
@@ -50,8 +49,7 @@ public:
 
     WaylandDesktop(const VirtualScreen& screen, double scale, bool native);
     ~WaylandDesktop();
-    WaylandDesktop(const WaylandDesktop&) = delete;
-    WaylandDesktop& operator=(const WaylandDesktop&) = delete;
+    WaylandDesktop& operator=(WaylandDesktop&&) = delete;
 
 private:
     Environment environment;

@@ -97,8 +97,7 @@ struct Unbroken {
         pthread_sigmask(SIG_BLOCK, &all, &before);
     }
     ~Unbroken() { pthread_sigmask(SIG_SETMASK, &before, nullptr); }
-    Unbroken(const Unbroken&) = delete;
-    Unbroken& operator=(const Unbroken&) = delete;
+    Unbroken& operator=(Unbroken&&) = delete;
 };
 
 }  // namespace

@@ -15,8 +15,7 @@ struct FolderLock {
     FolderLock(const std::string& folder, Use use);
     ~FolderLock() { release(); }
     void release();
-    FolderLock(const FolderLock&) = delete;
-    FolderLock& operator=(const FolderLock&) = delete;
+    FolderLock& operator=(FolderLock&&) = delete;
 
 private:
     int descriptor = -1;

@@ -29,8 +29,7 @@ struct StagedLinks {
     ~StagedLinks() {
         if (made) fs::remove_all(folder, error);
     }
-    StagedLinks(const StagedLinks&) = delete;
-    StagedLinks& operator=(const StagedLinks&) = delete;
+    StagedLinks& operator=(StagedLinks&&) = delete;
 };
 
 // What the compiler says of the shaders in a folder; nothing if there is none.

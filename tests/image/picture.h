@@ -16,8 +16,7 @@ struct Picture : Image {
     Picture(int width, int height, int channels) : Image(createImage(width, height, channels)) {
         for (size_t i = 0; i < size_t{stride} * height; i++) pixels[i] = uint8_t(i * 7 + 1);
     }
-    Picture(const Picture&) = delete;
-    Picture& operator=(const Picture&) = delete;
+    Picture& operator=(Picture&&) = delete;
     ~Picture() { delete[] pixels; }
 
     Bytes row(int y) const { return Bytes(pixels + size_t{stride} * y, pixels + size_t{stride} * (y + 1)); }

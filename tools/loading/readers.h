@@ -17,8 +17,7 @@ struct Readers {
     explicit Readers(bool measureMusic) : measures(measureMusic) {}
     // Waits for what is being read.
     ~Readers() { stopping = true; }
-    Readers(const Readers&) = delete;
-    Readers& operator=(const Readers&) = delete;
+    Readers& operator=(Readers&&) = delete;
 
     // Reads it from now on; what earlier requests for it find is not handed out any more.
     void request(const FileName& name);

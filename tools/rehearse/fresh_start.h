@@ -14,8 +14,7 @@ struct FreshStart {
     // Before the first frame. Keeps GL's state on GL's own stack, where it stays.
     FreshStart();
     ~FreshStart();
-    FreshStart(const FreshStart&) = delete;
-    FreshStart& operator=(const FreshStart&) = delete;
+    FreshStart& operator=(FreshStart&&) = delete;
 
     // What is carried on our side: the clock, the effects, the random numbers. `show` begins with frame 0.
     void restoreShow(SteppedShow* show) const;

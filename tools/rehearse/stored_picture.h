@@ -9,8 +9,7 @@ struct StoredPicture {
     // Needs a GL context.
     StoredPicture();
     ~StoredPicture();
-    StoredPicture(const StoredPicture&) = delete;
-    StoredPicture& operator=(const StoredPicture&) = delete;
+    StoredPicture& operator=(StoredPicture&&) = delete;
 
     // From the back buffer, and into it.
     void keep();

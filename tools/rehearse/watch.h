@@ -17,8 +17,7 @@ struct Watch {
 
     Watch();
     ~Watch();
-    Watch(const Watch&) = delete;
-    Watch& operator=(const Watch&) = delete;
+    Watch& operator=(Watch&&) = delete;
 
     // With all folders below it, also those that come later; so may the folder itself, and go and come again.
     void add(const std::string& folder);

@@ -44,6 +44,5 @@ void setComeback(const Comeback& state);
 struct WorkLimit {
     WorkLimit();
     ~WorkLimit();
-    WorkLimit(const WorkLimit&) = delete;
-    WorkLimit& operator=(const WorkLimit&) = delete;
+    WorkLimit& operator=(WorkLimit&&) = delete;
 };

@@ -18,8 +18,7 @@ struct LiveCode {
     // Of the sources beside `production` or, where that is empty, in the working directory, if there are any.
     explicit LiveCode(const std::string& production);
     ~LiveCode();
-    LiveCode(const LiveCode&) = delete;
-    LiveCode& operator=(const LiveCode&) = delete;
+    LiveCode& operator=(LiveCode&&) = delete;
 
     // Builds it already: the first save would wait for that. It is in force only if a source is younger than
     // this program.
