@@ -49,29 +49,22 @@ int integerOf(GLenum name) {
 
 std::string nameOf(GLint value) {
     static const std::map<GLint, const char*> names = {
-        {GL_LESS, "less"},
         {GL_LEQUAL, "less or equal"},
         {GL_GREATER, "greater"},
-        {GL_ALWAYS, "always"},
         {GL_SRC_ALPHA, "source alpha"},
         {GL_ONE_MINUS_SRC_ALPHA, "1 - source alpha"},
         {GL_ONE_MINUS_SRC_COLOR, "1 - source colour"},
         {GL_CONSTANT_ALPHA, "constant alpha"},
         {GL_MODULATE, "modulate"},
         {GL_ADD, "add"},
-        {GL_DECAL, "decal"},
-        {GL_REPLACE, "replace"},
         {GL_SPHERE_MAP, "sphere map"},
         {GL_OBJECT_LINEAR, "object planes"},
         {GL_EYE_LINEAR, "eye planes"},
         {GL_REPEAT, "repeat"},
-        {GL_CLAMP, "clamp"},
         {GL_CLAMP_TO_EDGE, "clamp to edge"},
         {GL_FLAT, "flat"},
         {GL_SMOOTH, "smooth"},
         {GL_NICEST, "nicest"},
-        {GL_FASTEST, "fastest"},
-        {GL_DONT_CARE, "don't care"},
         {GL_FRONT, "front"},
         {GL_BACK, "back"},
     };
@@ -79,9 +72,9 @@ std::string nameOf(GLint value) {
     return known == names.end() ? std::to_string(value) : known->second;
 }
 
-// As blend factors, where 0 and 1 mean themselves.
-std::string factorOf(GLenum name) {
-    return nameOf(integerOf(name));
+// Of a state; of blend factors 0 and 1 mean themselves.
+std::string stateOf(GLenum state) {
+    return nameOf(integerOf(state));
 }
 
 std::string quoted(const std::string& key) {
@@ -110,7 +103,6 @@ std::string meshKey(GLint vertexBuffer) {
 // --- Uniforms, as they were set
 
 std::map<GLhandleARB, std::map<std::string, std::string>> uniforms;
-std::map<GLhandleARB, std::map<GLint, std::string>> uniformNames;
 
 PFNGLGETUNIFORMLOCATIONARBPROC realLocation;
 // One that a program lacks has no location, and is written down all the same: which ones a compiler keeps
@@ -256,20 +248,20 @@ void tellProgram() {
 void tellState() {
     tellProgram();
     for (int unit = 0; unit < 3; unit++) tellTexture(unit);
-    tell("blending", whether(GL_BLEND, factorOf(GL_BLEND_SRC) + ", " + factorOf(GL_BLEND_DST) +
-                                           ", constant " + floatsOf<4>(GL_BLEND_COLOR)));
-    tell("depth test", whether(GL_DEPTH_TEST, nameOf(integerOf(GL_DEPTH_FUNC))));
+    tell("blending", whether(GL_BLEND, stateOf(GL_BLEND_SRC) + ", " + stateOf(GL_BLEND_DST) + ", constant " +
+                                           floatsOf<4>(GL_BLEND_COLOR)));
+    tell("depth test", whether(GL_DEPTH_TEST, stateOf(GL_DEPTH_FUNC)));
     tell("depth is written", integerOf(GL_DEPTH_WRITEMASK) ? "yes" : "no");
-    tell("alpha test", whether(GL_ALPHA_TEST,
-                               nameOf(integerOf(GL_ALPHA_TEST_FUNC)) + " " + floatsOf<1>(GL_ALPHA_TEST_REF)));
-    tell("culling", whether(GL_CULL_FACE, nameOf(integerOf(GL_CULL_FACE_MODE))));
+    tell("alpha test",
+         whether(GL_ALPHA_TEST, stateOf(GL_ALPHA_TEST_FUNC) + " " + floatsOf<1>(GL_ALPHA_TEST_REF)));
+    tell("culling", whether(GL_CULL_FACE, stateOf(GL_CULL_FACE_MODE)));
     GLint mask[4];
     glGetIntegerv(GL_COLOR_WRITEMASK, mask);
     tell("colours written", std::to_string(mask[0]) + std::to_string(mask[1]) + std::to_string(mask[2]) +
                                 std::to_string(mask[3]));
     tell("normals scaled", whether(GL_NORMALIZE));
-    tell("shading", nameOf(integerOf(GL_SHADE_MODEL)));
-    tell("perspective hint", nameOf(integerOf(GL_PERSPECTIVE_CORRECTION_HINT)));
+    tell("shading", stateOf(GL_SHADE_MODEL));
+    tell("perspective hint", stateOf(GL_PERSPECTIVE_CORRECTION_HINT));
     tell("line width", floatsOf<1>(GL_LINE_WIDTH) + (glIsEnabled(GL_LINE_SMOOTH) ? ", smooth" : ""));
     tell("point size", floatsOf<1>(GL_POINT_SIZE));
     tell("polygon offset", whether(GL_POLYGON_OFFSET_FILL, floatsOf<1>(GL_POLYGON_OFFSET_FACTOR) + " " +
@@ -344,11 +336,8 @@ std::string rectangle(const Corner* c) {
 
 // The first rectangles, or the first corners and the last.
 std::string polygon() {
-    static const std::map<GLenum, const char*> names = {{GL_POINTS, "points"},
-                                                        {GL_LINES, "lines"},
-                                                        {GL_TRIANGLES, "triangles"},
-                                                        {GL_TRIANGLE_STRIP, "triangle strip"},
-                                                        {GL_QUADS, "quads"}};
+    static const std::map<GLenum, const char*> names = {
+        {GL_LINES, "lines"}, {GL_TRIANGLE_STRIP, "triangle strip"}, {GL_QUADS, "quads"}};
     constexpr size_t most = 4;
     const auto known = names.find(mode);
     std::string text = known == names.end() ? "mode " + std::to_string(mode) : known->second;
