@@ -6,36 +6,16 @@
 
 namespace {
 
-class Bytes {
-public:
-    void put(const void* data, size_t size) {
-        const uint8_t* first = static_cast<const uint8_t*>(data);
-        bytes.insert(bytes.end(), first, first + size);
-    }
-    void putShort(size_t value) {
-        const uint16_t word = uint16_t(value);
-        put(&word, 2);
-    }
-    bool moveTo(FILE* file) {
-        const bool whole = fwrite(bytes.data(), bytes.size(), 1, file) == 1;
-        bytes.clear();
-        return whole;
-    }
-
-private:
-    std::vector<uint8_t> bytes;
-};
-
-void putMesh(Bytes& out, const AmlMeshData& mesh) {
+void writeMesh(const AmlMeshData& mesh, FILE* file) {
     static_assert(sizeof(AmlVertex) == (1 + 3 + 2) * 4);
     constexpr uint8_t attributes[] = {3, gvertexAttrib, 1, normalAttrib, 3, texCoordAttrib, 2};
-    out.putShort(mesh.positions.size());
-    out.putShort(mesh.vertices.size());
-    out.putShort(mesh.faces.size());
-    out.put(attributes, sizeof attributes);
-    out.put(mesh.positions.data(), mesh.positions.size() * sizeof mesh.positions[0]);
-    out.put(mesh.vertices.data(), mesh.vertices.size() * sizeof mesh.vertices[0]);
-    out.put(mesh.faces.data(), mesh.faces.size() * sizeof mesh.faces[0]);
+    const uint16_t counts[] = {uint16_t(mesh.positions.size()), uint16_t(mesh.vertices.size()),
+                               uint16_t(mesh.faces.size())};
+    fwrite(counts, 1, sizeof counts, file);
+    fwrite(attributes, 1, sizeof attributes, file);
+    fwrite(mesh.positions.data(), sizeof mesh.positions[0], mesh.positions.size(), file);
+    fwrite(mesh.vertices.data(), sizeof mesh.vertices[0], mesh.vertices.size(), file);
+    fwrite(mesh.faces.data(), sizeof mesh.faces[0], mesh.faces.size(), file);
 }
 
 }  // namespace
@@ -64,20 +44,13 @@ uint16_t AmlBuilder::vertexOf(const AmlCorner& corner) {
 }
 
 bool writeAmlFile(const char* path, const std::vector<AmlMeshData>& meshes) {
-    Bytes out;
-    const uint8_t version = amlVersion;
-    const uint32_t count = uint32_t(meshes.size());
-    out.put(amlMagic, sizeof amlMagic);
-    out.put(&version, sizeof version);
-    out.put(&count, sizeof count);
-
     FILE* file = fopen(path, "wb");
     if (!file) return false;
-    bool whole = out.moveTo(file);
-    // One after the other: a model may just fit into memory.
-    for (const AmlMeshData& mesh : meshes) {
-        putMesh(out, mesh);
-        whole = whole && out.moveTo(file);
-    }
+    const uint32_t count = uint32_t(meshes.size());
+    fwrite(amlMagic, 1, sizeof amlMagic, file);
+    fputc(amlVersion, file);
+    fwrite(&count, sizeof count, 1, file);
+    for (const AmlMeshData& mesh : meshes) writeMesh(mesh, file);
+    const bool whole = !ferror(file);
     return fclose(file) == 0 && whole;
 }
