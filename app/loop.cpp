@@ -20,19 +20,9 @@ struct LoopState {
 };
 
 void handleEvent(const SDL_Event& event, LoopState* state) {
-    switch (event.type) {
-        case SDL_KEYDOWN:
-            handleKey(event.key.keysym.sym);
-            break;
-        case SDL_ACTIVEEVENT:
-            state->active = event.active.gain != 0;
-            break;
-        case SDL_QUIT:
-            state->done = true;
-            break;
-        default:
-            break;
-    }
+    if (event.type == SDL_KEYDOWN) handleKey(event.key.keysym.sym);
+    if (event.type == SDL_ACTIVEEVENT) state->active = event.active.gain != 0;
+    if (event.type == SDL_QUIT) state->done = true;
 }
 
 }  // namespace

@@ -18,11 +18,6 @@ constexpr struct {
 } outputNames[] = {
     {sound::Oss, "OSS"}, {sound::Esd, "ESD"}, {sound::Alsa, "ALSA"}, {sound::None, "No sound"}};
 
-void printSoundOutput(int output) {
-    for (const auto& known : outputNames)
-        if (known.output == output) printf("Using %s.\n", known.name);
-}
-
 }  // namespace
 
 void initialiseDemo(Loader& loader) {
@@ -48,7 +43,8 @@ void centreBoom() {
 
 void startMusic(int soundOutput, const char* path) {
     sound::setOutput(soundOutput);
-    printSoundOutput(sound::output());
+    for (const auto& known : outputNames)
+        if (known.output == sound::output()) printf("Using %s.\n", known.name);
     sound::start(mixingRate, mixingChannels);
     app.music.stream = sound::openStream(path);
     sound::play(SoundMusic::channel, app.music.stream);

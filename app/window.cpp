@@ -53,11 +53,6 @@ void tellOfMissingAlpha() {
 XIOErrorHandler handleLostDisplay = nullptr;  // Xlib's: it tells of the loss and ends the process
 bool displayLost = false;
 
-// Closing a window of a display that is gone, SDL 2 waits for it without end.
-void quitVideo() {
-    if (!displayLost) SDL_Quit();
-}
-
 void watchForLostDisplay() {
     if (handleLostDisplay) return;
     handleLostDisplay = XSetIOErrorHandler([](Display* display) {
@@ -92,7 +87,10 @@ SDL_Surface* openWindow(bool fullscreen, int samples, bool awaitsScreen) {
     // Kept: messages are printed as they stand, so whoever reads them sees "%s" in the place of SDL's reason.
     if (SDL_Init(SDL_INIT_VIDEO) < 0) fatalError("Video initialization failed: %s\n");
     // Readers of models and pictures end the process without asking.
-    atexit(quitVideo);
+    // Closing a window of a display that is gone, SDL 2 waits for it without end.
+    atexit([] {
+        if (!displayLost) SDL_Quit();
+    });
     watchForLostDisplay();
     const SDL_VideoInfo desktop = *SDL_GetVideoInfo();
     Uint32 flags = SDL_HWSURFACE | SDL_OPENGL | SDL_ASYNCBLIT;

@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <deque>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "bench/bench.h"
@@ -67,7 +68,7 @@ std::array<Field, measureCount> measured() {
 
 // Changes of one measure, frame by frame.
 struct Changes {
-    double size = 0, darkest = 0;
+    Measure measure;
     Field last = {};
     bool begun = false;
     double mean = 0;
@@ -83,10 +84,7 @@ struct Changes {
         const double before = mean;
         mean = sum / places;
         last = field;
-        if (!begun) {
-            begun = true;
-            return 0;
-        }
+        if (!std::exchange(begun, true)) return 0;
         hits.push_back(isChange(changed * 4 >= places ? mean - before : 0, std::min(mean, before)));
         if (hits.size() > framesPerSecond) hits.pop_front();
         return int(std::count(hits.begin(), hits.end(), true));
@@ -101,18 +99,14 @@ struct Changes {
         }
         steps.push_back(step);
         risen += step;
+        const auto& [name, size, darkest] = measures[measure];
         const bool counted = goesOn && std::fabs(was) >= size;
         return !counted && std::fabs(risen) >= size && dark < darkest;
     }
 };
 
 struct Meter {
-    Changes changes[measureCount];
-
-    Meter() {
-        for (int i = 0; i < measureCount; i++)
-            changes[i].size = measures[i].change, changes[i].darkest = measures[i].darkest;
-    }
+    Changes changes[measureCount] = {{Luminance}, {Red}};
 };
 
 // Of a part of the programme.

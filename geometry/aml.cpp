@@ -97,13 +97,6 @@ void checkIndices(const Mesh& mesh, CheckedStream& stream) {
         stream.fail("a vertex uses position %u of %d", highestPosition, mesh.gvertexCount);
 }
 
-void readHeader(CheckedStream& stream) {
-    for (const char magic : amlMagic) {
-        if (stream.readByte() != magic) return stream.fail("%s", foreign);
-    }
-    if (stream.readByte() != amlVersion) stream.fail("%s", otherVersion);
-}
-
 // Only when all meshes are read does the set get room for them: the count in the file may be wrong.
 void fill(MeshSet& set, std::vector<Mesh>& meshes) {
     set.reset(int(meshes.size()));
@@ -111,7 +104,9 @@ void fill(MeshSet& set, std::vector<Mesh>& meshes) {
 }
 
 void readMeshes(MeshSet& set, CheckedStream& stream) {
-    readHeader(stream);
+    for (const char magic : amlMagic)
+        if (stream.readByte() != magic) return stream.fail("%s", foreign);
+    if (stream.readByte() != amlVersion) return stream.fail("%s", otherVersion);
     const uint32_t meshCount = uint32_t(stream.readInt());
     // An empty mesh takes a hundred times the memory that it has in the file, and a caller who goes on needs
     // some.

@@ -51,10 +51,6 @@ struct Refusal : jpeg_error_mgr {
     longjmp(refusal->jump, 1);
 }
 
-void refuseWarnings(j_common_ptr codec, int level) {
-    if (level < 0) refuse(codec);
-}
-
 // The jump may lose changed locals, so it has none.
 bool decodeOrRefuse(jpeg_decompress_struct& decoder, Refusal& refusal, std::string_view bytes, Image* image) {
     if (setjmp(refusal.jump)) return false;
@@ -69,7 +65,9 @@ std::optional<Image> readJpeg(std::string_view bytes, std::string* problem) {
     Refusal refusal;
     decoder.err = jpeg_std_error(&refusal);
     refusal.error_exit = refuse;
-    refusal.emit_message = refuseWarnings;
+    refusal.emit_message = [](j_common_ptr codec, int level) {
+        if (level < 0) refuse(codec);
+    };
     Image image = {};
     if (decodeOrRefuse(decoder, refusal, bytes, &image)) return image;
     delete[] image.pixels;

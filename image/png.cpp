@@ -119,18 +119,9 @@ bool read(PngReading& reading) {
 }
 
 int colorType(int channels) {
-    switch (channels) {
-        case 1:
-            return PNG_COLOR_TYPE_GRAY;
-        case 2:
-            return PNG_COLOR_TYPE_GRAY_ALPHA;
-        case 3:
-            return PNG_COLOR_TYPE_RGB;
-        case 4:
-            return PNG_COLOR_TYPE_RGB_ALPHA;
-        default:
-            return -1;  // libpng turns it down
-    }
+    constexpr int types[] = {PNG_COLOR_TYPE_GRAY, PNG_COLOR_TYPE_GRAY_ALPHA, PNG_COLOR_TYPE_RGB,
+                             PNG_COLOR_TYPE_RGB_ALPHA};
+    return channels >= 1 && channels <= 4 ? types[channels - 1] : -1;  // libpng turns others down
 }
 
 bool writePicture(PngWriting& to) {

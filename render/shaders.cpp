@@ -1,6 +1,5 @@
 #include "render/shaders.h"
 
-
 #include "render/demo.h"
 #include "render/quit.h"
 
@@ -74,17 +73,12 @@ int Demo::loadShader(const char* base, const char* name) {
     for (int i = 0; i < 2; i++) sources[i] = readWholeFile((std::string(base) + shaderEndings[i]).c_str());
     const BuiltProgram built = buildProgram(sources[0], sources[1], checkGlError);
     shaders[name] = built.program;
-    switch (built.failed) {
-        case BuiltProgram::vertexCompiler:
-            endWith("Error compiling vertex shader: %s", built.vertexShader);
-        case BuiltProgram::fragmentCompiler:
-            // Kept: the vertex shader's log. Only whoever looks at it in a debugger would notice.
-            endWith("Error compiling fragment shader: %s", built.vertexShader);
-        case BuiltProgram::linker:
-            endWith("Error linking shaders: %s", built.program);
-        case BuiltProgram::nothing:
-            break;
-    }
+    if (built.failed == BuiltProgram::vertexCompiler)
+        endWith("Error compiling vertex shader: %s", built.vertexShader);
+    // Kept: the vertex shader's log. Only whoever looks at it in a debugger would notice.
+    if (built.failed == BuiltProgram::fragmentCompiler)
+        endWith("Error compiling fragment shader: %s", built.vertexShader);
+    if (built.failed == BuiltProgram::linker) endWith("Error linking shaders: %s", built.program);
     return built.linkStatus;
 }
 

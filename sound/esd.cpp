@@ -46,13 +46,10 @@ struct StreamRequest {
     char name[128] = "valojuova";
 };
 
-bool waitFor(int socket, short events) {
-    pollfd entry{socket, events, 0};
-    return poll(&entry, 1, answerTime) == 1 && (entry.revents & events);
-}
-
 bool receiveInteger(int socket, int32_t* value) {
-    return waitFor(socket, POLLIN) && recv(socket, value, sizeof *value, 0) == ssize_t(sizeof *value);
+    pollfd entry{socket, POLLIN, 0};
+    return poll(&entry, 1, answerTime) == 1 && (entry.revents & POLLIN) &&
+           recv(socket, value, sizeof *value, 0) == ssize_t(sizeof *value);
 }
 
 template <typename Record>

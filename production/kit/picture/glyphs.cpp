@@ -214,38 +214,17 @@ Contour dot(const Stroke& stroke, Cut cut) {
     return outline;
 }
 
-void addStroke(std::vector<Contour>& outlines, const Stroke& stroke, Cut cut) {
-    const Stroke& s = stroke;
-    switch (stroke.pen) {
-        case Thick:
-            outlines.push_back(straight(stroke, cut.thick, cut.thick));
-            break;
-        case Thin:
-            outlines.push_back(straight(stroke, cut.thin, cut.thin));
-            break;
-        case Streak:
-            outlines.push_back(straight(stroke, mix(cut.thin, cut.thick, 0.45f), cut.thin * 0.35f));
-            break;
-        case Bowl:
-        case Hook:
-            outlines.push_back(arc(stroke, cut));
-            break;
-        case Ring:
-            // Two halves that overlap, so that no seam shows in the distances.
-            outlines.push_back(arc({Bowl, s.a, s.b, s.c, s.d, 85, 275}, cut));
-            outlines.push_back(arc({Bowl, s.a, s.b, s.c, s.d, -95, 95}, cut));
-            break;
-        case Spine:
-            outlines.push_back(spine(cut));
-            break;
-        case Dot:
-            outlines.push_back(dot(stroke, cut));
-            break;
-    }
-}
-
-bool isSign(char32_t letter) {
-    return !(letter >= U'0' && letter <= U'9') && !(letter >= U'A' && letter <= U'Z');
+// A ring is two halves that overlap, so that no seam shows in the distances.
+void addStroke(std::vector<Contour>& outlines, const Stroke& s, Cut cut) {
+    const auto add = [&](Contour outline) { outlines.push_back(std::move(outline)); };
+    if (s.pen == Thick) add(straight(s, cut.thick, cut.thick));
+    if (s.pen == Thin) add(straight(s, cut.thin, cut.thin));
+    if (s.pen == Streak) add(straight(s, mix(cut.thin, cut.thick, 0.45f), cut.thin * 0.35f));
+    if (s.pen == Bowl || s.pen == Hook) add(arc(s, cut));
+    if (s.pen == Ring) add(arc({Bowl, s.a, s.b, s.c, s.d, 85, 275}, cut));
+    if (s.pen == Ring) add(arc({Bowl, s.a, s.b, s.c, s.d, -95, 95}, cut));
+    if (s.pen == Spine) add(spine(cut));
+    if (s.pen == Dot) add(dot(s, cut));
 }
 
 }  // namespace
@@ -256,7 +235,7 @@ Glyph glyphOf(char32_t letter, Cut cut) {
     const auto known = alphabet.find(base);
     glyph.blank = known == alphabet.end();
     if (glyph.blank) return glyph;
-    glyph.boxed = isSign(base);
+    glyph.boxed = !(base >= U'0' && base <= U'9') && !(base >= U'A' && base <= U'Z');
     for (const Stroke& stroke : known->second) addStroke(glyph.parts, stroke, cut);
     const float middle = base == U'A' ? 0.43f : 0.50f;
     if (letter == U'Å') {
