@@ -1,6 +1,7 @@
 // Programs that are started, listened to and waited for.
 #pragma once
 
+#include <signal.h>
 #include <sys/types.h>
 
 #include <functional>
@@ -8,6 +9,19 @@
 #include <vector>
 
 using Words = std::vector<std::string>;
+
+// While one lives, no signal comes to its thread or to those that this one starts.
+struct Undisturbed {
+    sigset_t before;
+
+    Undisturbed() {
+        sigset_t all;
+        sigfillset(&all);
+        pthread_sigmask(SIG_BLOCK, &all, &before);
+    }
+    ~Undisturbed() { pthread_sigmask(SIG_SETMASK, &before, nullptr); }
+    Undisturbed& operator=(Undisturbed&&) = delete;
+};
 
 // Files of ours that are a program's standard streams; without one there is nothing to read, and what it
 // writes is lost.

@@ -2,7 +2,6 @@
 
 #include <errno.h>
 #include <fcntl.h>
-#include <signal.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -15,6 +14,7 @@
 #include <set>
 #include <utility>
 
+#include "tools/process.h"
 #include "tools/whole_file.h"
 
 namespace fs = std::filesystem;
@@ -87,19 +87,6 @@ bool writeList(const fs::path& path, const List& list) {
     return told(path, writeWholeFile(path, text));
 }
 
-// Signals wait as long as this lives.
-struct Unbroken {
-    sigset_t before;
-
-    Unbroken() {
-        sigset_t all;
-        sigfillset(&all);
-        pthread_sigmask(SIG_BLOCK, &all, &before);
-    }
-    ~Unbroken() { pthread_sigmask(SIG_SETMASK, &before, nullptr); }
-    Unbroken& operator=(Unbroken&&) = delete;
-};
-
 }  // namespace
 
 FolderLock::FolderLock(const std::string& folder, Use use) {
@@ -165,7 +152,7 @@ bool lay(const std::vector<Made>& made, const fs::path& folder) {
     }
     if (differing.empty() && after == before) return true;
 
-    const Unbroken unbroken;
+    const Undisturbed undisturbed;
     List both = before;
     both.insert(after.begin(), after.end());
     if (!writeList(folder / ".made", both)) return false;

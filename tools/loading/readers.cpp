@@ -1,10 +1,10 @@
 #include "tools/loading/readers.h"
 
-#include <signal.h>
-
 #include <algorithm>
 #include <semaphore>
 #include <thread>
+
+#include "tools/process.h"
 
 namespace {
 
@@ -22,14 +22,11 @@ struct Place {
 // whoever takes the file does the work.
 template <typename Work>
 void Readers::start(const std::string& path, Work work) {
-    sigset_t all, before;
-    sigfillset(&all);
-    pthread_sigmask(SIG_BLOCK, &all, &before);
+    const Undisturbed undisturbed;
     readings.push_back({path, false, std::async(std::launch::async | std::launch::deferred, [work] {
                             const Place place;
                             return work();
                         })});
-    pthread_sigmask(SIG_SETMASK, &before, nullptr);
 }
 
 void Readers::request(const FileName& name) {

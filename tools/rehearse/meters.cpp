@@ -1,7 +1,6 @@
 #include "tools/rehearse/meters.h"
 
 #include <ebur128.h>
-#include <signal.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -9,6 +8,8 @@
 #include <atomic>
 #include <cmath>
 #include <mutex>
+
+#include "tools/process.h"
 
 namespace {
 
@@ -20,11 +21,6 @@ constexpr int settling = 5;                // blocks, of the filters
 
 float decibelsOf(double amplitude) {
     return float(20 * std::log10(std::max(amplitude, 1e-6)));
-}
-
-// The rest of the meter's own thread; the show goes first.
-void stepBack() {
-    setpriority(PRIO_PROCESS, id_t(gettid()), 10);
 }
 
 struct Sum {
@@ -90,16 +86,13 @@ void Meters::follow(const std::vector<SoundFile>& files, int ms, int end) {
     if (files.empty()) return;
     // What is held over three seconds is asked for, too.
     const int first = std::clamp(ms / blockMs - shortTerm, 0, blocks);
-    sigset_t all, before;
-    sigfillset(&all);
-    pthread_sigmask(SIG_BLOCK, &all, &before);
+    const Undisturbed undisturbed;
     work =
         std::async(std::launch::async | std::launch::deferred, [measured = measured, files, first, blocks] {
-            stepBack();
+            setpriority(PRIO_PROCESS, id_t(gettid()), 10);  // the show goes first
             measured->measure(files, first, blocks);
             measured->measure(files, 0, first);
         });
-    pthread_sigmask(SIG_SETMASK, &before, nullptr);
 }
 
 std::optional<Level> Meters::at(int ms) const {
