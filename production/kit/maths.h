@@ -110,12 +110,8 @@ Vector3<T> normalized(Vector3<T> a) {
     return size > 0 ? Vector3<T>{a.x / size, a.y / size, a.z / size} : a;
 }
 
-template <class T>
-Vector2<T> mix(Vector2<T> a, Vector2<T> b, std::type_identity_t<T> k) {
-    return a + (b - a) * k;
-}
-template <class T>
-Vector3<T> mix(Vector3<T> a, Vector3<T> b, std::type_identity_t<T> k) {
+template <template <class> class Vector, class T>
+Vector<T> mix(Vector<T> a, Vector<T> b, std::type_identity_t<T> k) {
     return a + (b - a) * k;
 }
 

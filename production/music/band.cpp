@@ -12,23 +12,12 @@ namespace {
 
 constexpr BassVoice bass = {.level = {0.003f, 0.4f, 0.7f, 0.04f},
                             .sweep = 0.16f,
-                            .darkest = 260,
-                            .brightest = 5200,
-                            .resonance = 0.45f,
+                            .filter = {260, 5200, 0.45f},
                             .detune = 0.14f,
-                            .sub = 0,
                             .drive = 6,
                             .gain = 1.5f};
 // A sine, and of the saws what passes at 100 Hz.
-constexpr BassVoice sub = {.level = {0.006f, 1, 1, 0.04f},
-                           .sweep = 0,
-                           .darkest = 20,
-                           .brightest = 21,
-                           .resonance = 0,
-                           .detune = 0,
-                           .sub = 1,
-                           .drive = 0,
-                           .gain = 0.7f};
+constexpr BassVoice sub = {.level = {0.006f, 1, 1, 0.04f}, .filter = {20, 21}, .sub = 1, .gain = 0.7f};
 constexpr GrowlVoice growl = {.level = {0.003f, 0.6f, 0.85f, 0.03f},
                               .drive = 16,
                               .from = 0.05f,
@@ -44,31 +33,21 @@ constexpr GrowlVoice growl = {.level = {0.003f, 0.6f, 0.85f, 0.03f},
 constexpr LeadVoice lead = {.glide = 0.05f,
                             .vibrato = 0.22f,
                             .hollow = 0.3f,
-                            .detune = 0.14f,
-                            .spread = 1.0f,
-                            .darkest = 700,
-                            .brightest = 11000,
-                            .resonance = 0.25f,
+                            .saws = {0.14f, 1.0f},
+                            .filter = {700, 11000, 0.25f},
                             .release = 0.25f,
                             .gain = 0.9f};
 constexpr LeadVoice second = {.glide = 0.07f,
                               .vibrato = 0.15f,
-                              .hollow = 0,
-                              .detune = 0.2f,
-                              .spread = 0.8f,
-                              .darkest = 600,
-                              .brightest = 9000,
-                              .resonance = 0.1f,
+                              .saws = {0.2f, 0.8f},
+                              .filter = {600, 9000, 0.1f},
                               .release = 0.25f,
                               .gain = 0.8f};
 constexpr LeadVoice siren = {.glide = 0.22f,
                              .vibrato = 0.5f,
                              .hollow = 0.6f,
-                             .detune = 0.3f,
-                             .spread = 0.6f,
-                             .darkest = 900,
-                             .brightest = 9000,
-                             .resonance = 0.7f,
+                             .saws = {0.3f, 0.6f},
+                             .filter = {900, 9000, 0.7f},
                              .release = 0.12f,
                              .gain = 0.9f};
 // Hollow and close, a pipe in the mouth: the pulse sings the note, and a breath of saws stands above it.
@@ -76,73 +55,47 @@ constexpr LeadVoice reed = {.glide = 0.03f,
                             .vibrato = 0.3f,
                             .hollow = 0.8f,
                             .above = 1,
-                            .detune = 0.06f,
-                            .spread = 0.6f,
-                            .darkest = 700,
-                            .brightest = 9000,
-                            .resonance = 0.35f,
+                            .saws = {0.06f, 0.6f},
+                            .filter = {700, 9000, 0.35f},
                             .release = 0.2f,
                             .gain = 1.1f};
 // Dark and slow: what sinks with the light.
 constexpr LeadVoice horn = {.glide = 0.12f,
                             .vibrato = 0.2f,
                             .hollow = 0.5f,
-                            .detune = 0.15f,
-                            .spread = 0.4f,
-                            .darkest = 350,
-                            .brightest = 6000,
-                            .resonance = 0.2f,
+                            .saws = {0.15f, 0.4f},
+                            .filter = {350, 6000, 0.2f},
                             .release = 0.5f,
                             .gain = 1.0f};
 constexpr SawVoice hook = {.level = {0.002f, 0.3f, 0.3f, 0.1f},
                            .sweep = 0.18f,
-                           .darkest = 700,
-                           .brightest = 13000,
-                           .resonance = 2.0f,
-                           .detune = 0.1f,
-                           .spread = 0.5f,
+                           .filter = {700, 13000, 2.0f},
+                           .saws = {0.1f, 0.5f},
                            .gain = 0.8f};
 constexpr SawVoice pad = {.level = {0.3f, 2, 0.8f, 1.0f},
-                          .sweep = 0,
                           .bloom = 1.2f,
-                          .darkest = 300,
-                          .brightest = 9000,
-                          .resonance = 0.6f,
-                          .detune = 0.15f,
-                          .spread = 0.8f,
+                          .filter = {300, 9000, 0.6f},
+                          .saws = {0.15f, 0.8f},
                           .gain = 0.5f};
 constexpr SawVoice strings = {.level = {0.09f, 1.5f, 0.8f, 0.4f},
-                              .sweep = 0,
                               .bloom = 0.35f,
-                              .darkest = 500,
-                              .brightest = 12000,
-                              .resonance = 0.6f,
-                              .detune = 0.2f,
-                              .spread = 0.8f,
+                              .filter = {500, 12000, 0.6f},
+                              .saws = {0.2f, 0.8f},
                               .gain = 0.5f};
 constexpr SawVoice stab = {.level = {0.002f, 0.5f, 0.35f, 0.22f},
                            .sweep = 0.35f,
-                           .darkest = 700,
-                           .brightest = 14000,
-                           .resonance = 0.9f,
-                           .detune = 0.22f,
-                           .spread = 0.8f,
+                           .filter = {700, 14000, 0.9f},
+                           .saws = {0.22f, 0.8f},
                            .gain = 0.65f};
 constexpr SawVoice pluck = {.level = {0.002f, 0.25f, 0.05f, 0.12f},
                             .sweep = 0.16f,
-                            .darkest = 600,
-                            .brightest = 12000,
-                            .resonance = 1.2f,
-                            .detune = 0.1f,
-                            .spread = 0.7f,
+                            .filter = {600, 12000, 1.2f},
+                            .saws = {0.1f, 0.7f},
                             .gain = 0.7f};
 constexpr SawVoice arp = {.level = {0.002f, 0.22f, 0.1f, 0.1f},
                           .sweep = 0.14f,
-                          .darkest = 500,
-                          .brightest = 14000,
-                          .resonance = 1.4f,
-                          .detune = 0.08f,
-                          .spread = 0.7f,
+                          .filter = {500, 14000, 1.4f},
+                          .saws = {0.08f, 0.7f},
                           .gain = 0.7f};
 constexpr BellVoice bells = {
     .ratio = 3.5f, .index = 0.35f, .indexFall = 0.9f, .fall = 2.6f, .shimmer = 0.06f, .gain = 0.4f};
@@ -169,12 +122,10 @@ Part hits(const char* name, Instrument play, const Channel& channel) {
 Part noise(const char* name, Instrument play, const Channel& channel) {
     return {name, Role::noise, Notation::melody, {24, 96}, std::move(play), channel};
 }
-// Sounding where the bass parts sound, an octave or more under them.
-Part doubling(const char* name, const char* parts, Span range, Instrument play, const Channel& channel) {
-    return {name, Role::bass, Notation::bass, range, std::move(play), channel, 0, parts};
-}
-Part bassLine(const char* name, Span range, Instrument play, const Channel& channel) {
-    return {name, Role::bass, Notation::bass, range, std::move(play), channel};
+// Sounding where the parts that it doubles sound, if there are any, an octave or more under them.
+Part bassLine(const char* name, Span range, Instrument play, const Channel& channel,
+              const char* doubled = "") {
+    return {name, Role::bass, Notation::bass, range, std::move(play), channel, 0, doubled};
 }
 Part chords(const char* name, int voices, Span range, Instrument play, const Channel& channel) {
     return {name, Role::chords, Notation::chords, range, std::move(play), channel, voices};
@@ -185,11 +136,8 @@ Part arpeggio(const char* name, Span range, Instrument play, const Channel& chan
 Part line(const char* name, Span range, Instrument play, const Channel& channel) {
     return {name, Role::chords, Notation::line, range, std::move(play), channel};
 }
-Part melody(const char* name, Role role, Span range, Instrument play, const Channel& channel) {
+Part melody(const char* name, Span range, Instrument play, const Channel& channel, Role role = Role::lead) {
     return {name, role, Notation::melody, range, std::move(play), channel};
-}
-Part melody(const char* name, Span range, Instrument play, const Channel& channel) {
-    return melody(name, Role::lead, range, std::move(play), channel);
 }
 
 constexpr int woodPitch = 67, tomPitch = 48;
@@ -219,8 +167,8 @@ std::vector<Part> band() {
              {.level = -25, .pan = 0.25f}),
         hits("crash", struck({crashCymbal(1.9f, 31), crashCymbal(1.7f, 32)}),
              {.level = -14, .duck = 0.2f, .hall = -14}),
-        melody("toms", Role::drums, {36, 60}, struck({tomDrum(hertzOf(tomPitch), 0.25f)}, tomPitch),
-               {.level = -9, .room = -10, .hall = -16}),
+        melody("toms", {36, 60}, struck({tomDrum(hertzOf(tomPitch), 0.25f)}, tomPitch),
+               {.level = -9, .room = -10, .hall = -16}, Role::drums),
         hits("lowBox", struck({boxKnock(hertzOf(55), 0.4f)}), {.level = -9, .pan = -0.5f, .room = -9}),
         hits("middleBox", struck({boxKnock(hertzOf(62), 0.6f), boxKnock(hertzOf(60), 0.4f)}),
              {.level = -10, .pan = 0.45f, .room = -9}),
@@ -240,13 +188,13 @@ std::vector<Part> band() {
         noise("wind", eachBy(playWind), {.level = -8, .lowCut = 200, .hall = -14}),
 
         // The floor
-        doubling("sub", "bass growl", {26, 39}, playedBy(sub), {.level = -11, .highCut = 140, .duck = 0.9f}),
+        bassLine("sub", {26, 39}, playedBy(sub), {.level = -11, .highCut = 140, .duck = 0.9f}, "bass growl"),
         bassLine("bass", {29, 57}, playedBy(bass),
                  {.level = -4, .lowCut = 85, .monoBelow = 300, .duck = 0.8f}),
         bassLine("growl", {29, 57}, playedBy(growl),
                  {.level = -2, .lowCut = 85, .highCut = 3000, .monoBelow = 300, .duck = 0.5f, .room = -22}),
-        melody("drone", Role::bass, {36, 60}, eachBy(playDrone),
-               {.level = -8, .lowCut = 60, .duck = 0.4f, .hall = -12, .chorus = 0.3f}),
+        melody("drone", {36, 60}, eachBy(playDrone),
+               {.level = -8, .lowCut = 60, .duck = 0.4f, .hall = -12, .chorus = 0.3f}, Role::bass),
 
         // Harmony
         chords("pad", 5, {43, 74}, playedBy(pad),

@@ -37,16 +37,14 @@ constexpr Cut cuts[] = {
     {17.875, 2, 0.25f, 0.8f, 0}, {21.75, 4, 1, 0.6f, 6},       {23.75, 4, 1, 0.6f, 0},
 };
 
-double sixteenthNear(showtime::Moment moment) {
-    return std::round(barAt(moment) * 16) / 16;
-}
-
 // Where everything stops for a moment.
 struct Silence {
     double from, to;  // bars
 };
-const Silence silences[] = {
-    {-0.0625, 0}, {27.54, sixteenthNear(showtime::heapSecondView)}, {47.9375, 48}, {55.875, 56}};
+const Silence silences[] = {{-0.0625, 0},
+                            {27.54, std::round(barAt(showtime::heapSecondView) * 16) / 16},
+                            {47.9375, 48},
+                            {55.875, 56}};
 
 // While the picture blurs.
 constexpr FilterSweep blur = {showtime::greetings.seconds(), showtime::greetingShocks.seconds(), 16000, 260,

@@ -1,6 +1,5 @@
 #include "production/kit/model/mapping.h"
 
-
 namespace model {
 namespace {
 

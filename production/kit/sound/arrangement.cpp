@@ -90,16 +90,9 @@ struct Reader {
     }
 
     std::string_view allowed() const {
-        switch (part.notation) {
-            case Notation::line:
-                return "1357";
-            case Notation::arpeggio:
-                return "0123456789";
-            case Notation::bass:
-                return "rRoOfFtTsSaA";
-            default:
-                return strokes;
-        }
+        if (part.notation == Notation::line) return "1357";
+        if (part.notation == Notation::arpeggio) return "0123456789";
+        return part.notation == Notation::bass ? "rRoOfFtTsSaA" : strokes;
     }
 
     Place placeAt(int step) const {
@@ -112,20 +105,12 @@ struct Reader {
         const auto addPitch = [&](int pitch, float velocity) {
             add({float(mark.at), float(mark.length), float(pitch), velocity});
         };
-        switch (part.notation) {
-            case Notation::hits:
-                return addPitch(0, velocityOf(mark.sign));
-            case Notation::line:
-                return addPitch(degree(mark), 0.75f);
-            case Notation::arpeggio:
-                return addPitch(climbed(mark), mark.at % 4 ? 0.7f : 0.95f);
-            case Notation::bass:
-                return addPitch(bass(mark), std::isupper(mark.sign) ? 1.0f : 0.75f);
-            case Notation::chords:
-                return addChords(mark);
-            case Notation::melody:
-                return;
-        }
+        const Notation read = part.notation;
+        if (read == Notation::hits) addPitch(0, velocityOf(mark.sign));
+        if (read == Notation::line) addPitch(degree(mark), 0.75f);
+        if (read == Notation::arpeggio) addPitch(climbed(mark), mark.at % 4 ? 0.7f : 0.95f);
+        if (read == Notation::bass) addPitch(bass(mark), std::isupper(mark.sign) ? 1.0f : 0.75f);
+        if (read == Notation::chords) addChords(mark);
     }
 
     // The degree's pitch next to the one before it; the highest or lowest that fits where none came before.
@@ -156,20 +141,12 @@ struct Reader {
     int bass(const Mark& mark) const {
         const Chord& chord = harmony.at(first + mark.at);
         const int root = atOrAbove(chord.bass, part.range.low + 2);  // with room for a step below
-        switch (std::tolower(mark.sign)) {
-            case 'o':
-                return root + 12;
-            case 'f':
-                return atOrAbove(fifthOf(chord) % 12, root + 1);
-            case 't':
-                return atOrAbove(chord.tones[1] % 12, root);
-            case 's':
-                return harmony.scale.stepBelow(root);
-            case 'a':
-                return harmony.scale.stepAbove(root);
-            default:
-                return root;
-        }
+        const int sign = std::tolower(mark.sign);
+        if (sign == 'o') return root + 12;
+        if (sign == 'f') return atOrAbove(fifthOf(chord) % 12, root + 1);
+        if (sign == 't') return atOrAbove(chord.tones[1] % 12, root);
+        if (sign == 's') return harmony.scale.stepFrom(root, -1);
+        return sign == 'a' ? harmony.scale.stepFrom(root, 1) : root;
     }
 
     // A chord that is held over a change moves with it.

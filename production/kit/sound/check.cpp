@@ -17,10 +17,6 @@ struct Played {
     std::vector<Note> notes;
 };
 
-bool pitched(const Part& part) {
-    return part.notation != Notation::hits && part.role != Role::noise;
-}
-
 int barOf(const Note& note) {
     return int(std::floor(note.beat / 4 + 1e-6));
 }
@@ -112,7 +108,7 @@ std::vector<std::string> remarksOn(const Song& song) {
     for (const Part& part : song.parts) all.push_back({&part, notesOf(song, part)});
     std::set<std::string> remarks;
     for (const Played& played : all) {
-        if (!pitched(*played.part)) continue;
+        if (played.part->notation == Notation::hits || played.part->role == Role::noise) continue;
         remarkStrangers(song, played, remarks);
         remarkClashes(song, played, played, remarks);
         if (played.part->role == Role::lead) remarkLongBreath(song, played, remarks);

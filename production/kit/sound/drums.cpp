@@ -23,6 +23,16 @@ void endQuietly(Stereo& sound) {
     fadeEnds(sound, 0, 0.01f);
 }
 
+// Such a sound, of which `next` gives each frame.
+template <class Next>
+Stereo soundOf(float length, float drive, Next next) {
+    Stereo sound(framesOf(length));
+    for (size_t i = 0; i < sound.frames(); i++) sound.set(i, next(i));
+    if (drive > 0) saturate(sound, drive);
+    endQuietly(sound);
+    return sound;
+}
+
 }  // namespace
 
 Stereo kickDrum(float tone, float length, float punch) {
@@ -95,7 +105,6 @@ Stereo handClap(float length) {
 
 Stereo hiHat(float length, float brightness, uint32_t seed) {
     constexpr std::array<float, 6> plates = {1, 1.483f, 1.800f, 2.546f, 2.630f, 3.897f};
-    Stereo sound(framesOf(length));
     Noise left(seed), right(seed + 100), middle(seed + 200);
     std::array<Wave, 6> metal;
     for (size_t i = 0; i < metal.size(); i++) metal[i] = Wave(0.5f + 0.49f * left.next());
@@ -107,20 +116,17 @@ Stereo hiHat(float length, float brightness, uint32_t seed) {
     top.tune(centre * 1.25f, 0.7f);
     ring.tune(centre, 0.9f);
     Decay fall(length), stroke(0.012f);
-    for (size_t i = 0; i < sound.frames(); i++) {
+    return soundOf(length, 0, [&](size_t) {
         float plate = 0;
         for (size_t each = 0; each < metal.size(); each++)
             plate += metal[each].pulse(stepOf(tune * plates[each]), 0.5f);
         plate = ring.band(0.35f * plate) + 0.6f * middle.next();
         const float level = 2.6f * fall.next() + 2 * stroke.next();
-        sound.set(i, level * top.low(cut.high(plate + 0.22f * Sides{left.next(), right.next()})));
-    }
-    endQuietly(sound);
-    return sound;
+        return level * top.low(cut.high(plate + 0.22f * Sides{left.next(), right.next()}));
+    });
 }
 
 Stereo crashCymbal(float length, uint32_t seed) {
-    Stereo sound(framesOf(length));
     Noise left(seed), right(seed + 50), middle(seed + 90);
     Both<StateVariable> cut, top;
     cut.tune({2300, 2500}, 0.7f);
@@ -128,7 +134,7 @@ Stereo crashCymbal(float length, uint32_t seed) {
     std::array<float, 5> modes = {2670, 3710, 5230, 6390, 8110};  // Hz
     for (float& mode : modes) mode *= 1 + 0.05f * middle.next();
     Decay fall(length), stroke(0.08f), dark(length * 0.6f);
-    for (size_t i = 0; i < sound.frames(); i++) {
+    return soundOf(length, 0, [&](size_t i) {
         if (i % tuningInterval == 0) top.tune(4500 + 8000 * dark.next(tuningInterval), 0.6f);
         float metal = 0;
         for (size_t mode = 0; mode < modes.size(); mode++) {
@@ -139,27 +145,21 @@ Stereo crashCymbal(float length, uint32_t seed) {
         // Mostly the same on both sides, so that it is still a cymbal on one loudspeaker.
         metal += 0.85f * middle.next();
         const float level = 0.55f * fall.next() + 0.5f * stroke.next();
-        sound.set(i, level * top.low(cut.high(0.45f * Sides{left.next(), right.next()} + metal)));
-    }
-    endQuietly(sound);
-    return sound;
+        return level * top.low(cut.high(0.45f * Sides{left.next(), right.next()} + metal));
+    });
 }
 
 Stereo tomDrum(float tone, float length) {
-    Stereo sound(framesOf(length));
     Decay body(length), drop(0.12f), skin(0.03f);
     Noise noise(8);
     OnePole cut;
     cut.tune(3500);
     float phase = 0;
-    for (size_t i = 0; i < sound.frames(); i++) {
+    return soundOf(length, 4, [&](size_t) {
         phase += stepOf(tone * (1 + 0.8f * drop.next()));
         const float head = sineOf(phase) + 0.3f * sineOf(phase * 1.59f);
-        sound.set(i, 0.8f * body.next() * head + 0.5f * skin.next() * cut.low(noise.next()));
-    }
-    saturate(sound, 4);
-    endQuietly(sound);
-    return sound;
+        return 0.8f * body.next() * head + 0.5f * skin.next() * cut.low(noise.next());
+    });
 }
 
 Stereo boxKnock(float tone, float hardness) {
@@ -189,43 +189,36 @@ Stereo boxKnock(float tone, float hardness) {
 }
 
 Stereo shaker(float length, uint32_t seed) {
-    Stereo sound(framesOf(length));
     WideNoise noise(seed, 10);
     Both<StateVariable> band;
     band.tune({7900, 8200}, 1.1f);
     Decay fall(length);
     const size_t rise = frameAt(0.006);
-    for (size_t i = 0; i < sound.frames(); i++) {
+    return soundOf(length, 0, [&](size_t i) {
         const float level = 4 * fall.next() * std::min(1.0f, float(i) / rise);
-        sound.set(i, level * band.band(noise.next()));
-    }
-    endQuietly(sound);
-    return sound;
+        return level * band.band(noise.next());
+    });
 }
 
 Stereo tick(float tone) {
-    Stereo sound(framesOf(0.05f));
     Noise noise(12);
     StateVariable band;
     band.tune(tone * 2.4f, 2);
     Decay ring(0.035f), stroke(0.003f);
     float phase = 0;
-    for (size_t i = 0; i < sound.frames(); i++) {
+    return soundOf(0.05f, 0, [&](size_t) {
         phase += stepOf(tone);
-        sound.set(i, 1.2f * ring.next() * sineOf(phase) + 4 * band.band(noise.next()) * stroke.next());
-    }
-    endQuietly(sound);
-    return sound;
+        return 1.2f * ring.next() * sineOf(phase) + 4 * band.band(noise.next()) * stroke.next();
+    });
 }
 
 Stereo impact(float length, float depth) {
-    Stereo sound(framesOf(length));
     WideNoise noise(15);
     Both<StateVariable> cut;
     Decay boom(length * 0.8f), drop(length * 0.35f), burst(length * 0.5f), dark(length * 0.45f),
         metal(length * 0.6f);
     float phase = 0, ring = 0;
-    for (size_t i = 0; i < sound.frames(); i++) {
+    return soundOf(length, 5, [&](size_t i) {
         const float openness = dark.next();
         if (i % tuningInterval == 0)
             cut.tune({160 + 7000 * openness * openness, 150 + 7400 * openness * openness}, 0.7f);
@@ -233,11 +226,8 @@ Stereo impact(float length, float depth) {
         ring += stepOf(97);
         const float low = depth * boom.next() * sineOf(phase);
         const float clang = 0.16f * metal.next() * sineOf(ring + 0.5f * openness * sineOf(ring * 2.76f));
-        sound.set(i, low + clang + 0.55f * burst.next() * cut.low(noise.next()));
-    }
-    saturate(sound, 5);
-    endQuietly(sound);
-    return sound;
+        return low + clang + 0.55f * burst.next() * cut.low(noise.next());
+    });
 }
 
 namespace {

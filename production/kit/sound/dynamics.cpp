@@ -53,18 +53,14 @@ std::vector<float> peaksOf(const Stereo& sound) {
     return peaks;
 }
 
-// The hyperbolic tangent of a positive number; C libraries differ in its last bit, but not in the
-// exponential's.
-float hyperbolicTangentOf(float x) {
-    return 1 - 2 / (std::exp(2 * x) + 1);
-}
-
 // What a sample loses by the clip.
 float clipped(float x) {
     constexpr float knee = 0.7071f;
     const float over = std::fabs(x) - knee;
     if (over <= 0) return 0;
-    return std::copysign(over - (1 - knee) * hyperbolicTangentOf(over / (1 - knee)), x);
+    // C libraries differ in the last bit of the hyperbolic tangent, but not in the exponential's.
+    const float tangent = 1 - 2 / (std::exp(2 * (over / (1 - knee))) + 1);
+    return std::copysign(over - (1 - knee) * tangent, x);
 }
 
 // The share of a change that is made in a frame, for it to be made within some seconds but for 1 / e.

@@ -15,6 +15,10 @@ float tangentOf(double x) {
     return float(x * (135135 - s * (17325 - s * (378 - s))) / (135135 - s * (62370 - s * (3150 - 28 * s))));
 }
 
+double angleOf(float hertz) {
+    return 2 * std::numbers::pi * hertz / sampleRate;
+}
+
 // The bilinear transform's warped frequency, kept under half the sample rate where it runs away.
 float warped(float hertz) {
     return tangentOf(std::numbers::pi_v<float> * std::clamp(hertz, 5.0f, 0.45f * sampleRate) / sampleRate);
@@ -58,39 +62,18 @@ float Ladder::next(float in) {
 Equalizer::Equalizer(double b0, double b1, double b2, double a0, double a1, double a2)
     : b0(b0 / a0), b1(b1 / a0), b2(b2 / a0), a1(a1 / a0), a2(a2 / a0) {}
 
-namespace {
-
-double angleOf(float hertz) {
-    return 2 * std::numbers::pi * hertz / sampleRate;
+Equalizer Equalizer::cut(float hertz, int side) {
+    constexpr float flat = 0.707f;  // resonance
+    const double w = angleOf(hertz), c = std::cos(w), alpha = std::sin(w) / (2 * flat), k = 1 - side * c;
+    return {k / 2, side * k, k / 2, 1 + alpha, -2 * c, 1 - alpha};
 }
 
-constexpr float flat = 0.707f;  // resonance of a cut
-
-}  // namespace
-
-Equalizer Equalizer::lowCut(float hertz) {
-    const double w = angleOf(hertz), c = std::cos(w), alpha = std::sin(w) / (2 * flat);
-    return {(1 + c) / 2, -(1 + c), (1 + c) / 2, 1 + alpha, -2 * c, 1 - alpha};
-}
-
-Equalizer Equalizer::highCut(float hertz) {
-    const double w = angleOf(hertz), c = std::cos(w), alpha = std::sin(w) / (2 * flat);
-    return {(1 - c) / 2, 1 - c, (1 - c) / 2, 1 + alpha, -2 * c, 1 - alpha};
-}
-
-Equalizer Equalizer::lowShelf(const Shelf& shelf) {
-    const double A = std::pow(10.0, shelf.decibels / 40), w = angleOf(shelf.hertz), c = std::cos(w);
+Equalizer Equalizer::shelf(const Shelf& shelf, int side) {
+    const double A = std::pow(10.0, shelf.decibels / 40), w = angleOf(shelf.hertz), k = side * std::cos(w);
     const double s = 2 * std::sqrt(A) * std::sin(w) / std::numbers::sqrt2;
-    return {A * ((A + 1) - (A - 1) * c + s), 2 * A * ((A - 1) - (A + 1) * c), A * ((A + 1) - (A - 1) * c - s),
-            (A + 1) + (A - 1) * c + s,       -2 * ((A - 1) + (A + 1) * c),    (A + 1) + (A - 1) * c - s};
-}
-
-Equalizer Equalizer::highShelf(const Shelf& shelf) {
-    const double A = std::pow(10.0, shelf.decibels / 40), w = angleOf(shelf.hertz), c = std::cos(w);
-    const double s = 2 * std::sqrt(A) * std::sin(w) / std::numbers::sqrt2;
-    return {A * ((A + 1) + (A - 1) * c + s), -2 * A * ((A - 1) + (A + 1) * c),
-            A * ((A + 1) + (A - 1) * c - s), (A + 1) - (A - 1) * c + s,
-            2 * ((A - 1) - (A + 1) * c),     (A + 1) - (A - 1) * c - s};
+    return {A * ((A + 1) + (A - 1) * k + s),    -2 * A * ((A - 1) + (A + 1) * k) * side,
+            A * ((A + 1) + (A - 1) * k - s),    (A + 1) - (A - 1) * k + s,
+            2 * ((A - 1) - (A + 1) * k) * side, (A + 1) - (A - 1) * k - s};
 }
 
 Equalizer Equalizer::bell(const Bell& bell) {

@@ -90,16 +90,19 @@ struct Shelf {
 // Second-order shapes for the mix (Bristow-Johnson, "Cookbook formulae for audio equalizer coefficients").
 class Equalizer {
 public:
-    static Equalizer lowCut(float hertz);
-    static Equalizer highCut(float hertz);
-    static Equalizer lowShelf(const Shelf& shelf);
-    static Equalizer highShelf(const Shelf& shelf);
+    static Equalizer lowCut(float hertz) { return cut(hertz, -1); }
+    static Equalizer highCut(float hertz) { return cut(hertz, 1); }
+    static Equalizer lowShelf(const Shelf& at) { return shelf(at, -1); }
+    static Equalizer highShelf(const Shelf& at) { return shelf(at, 1); }
     static Equalizer bell(const Bell& bell);
     // Over a whole sound.
     void apply(std::vector<float>& samples) const;
     void apply(Stereo& sound) const;
 
 private:
+    // side: 1 for what is cut or shelved above, -1 for below.
+    static Equalizer cut(float hertz, int side);
+    static Equalizer shelf(const Shelf& shelf, int side);
     Equalizer(double b0, double b1, double b2, double a0, double a1, double a2);
     double b0, b1, b2, a1, a2;
 };

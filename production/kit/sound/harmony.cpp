@@ -106,14 +106,8 @@ bool Scale::has(int pitch) const {
     return std::find(tones.begin(), tones.end(), pitch % 12) != tones.end();
 }
 
-int Scale::stepAbove(int pitch) const {
-    do pitch++;
-    while (!has(pitch));
-    return pitch;
-}
-
-int Scale::stepBelow(int pitch) const {
-    do pitch--;
+int Scale::stepFrom(int pitch, int way) const {
+    do pitch += way;
     while (!has(pitch));
     return pitch;
 }

@@ -19,9 +19,8 @@ struct Chord {
 struct Scale {
     std::vector<int> tones;  // 0..11
     bool has(int pitch) const;
-    // The scale's next pitch above or below one.
-    int stepAbove(int pitch) const;
-    int stepBelow(int pitch) const;
+    // The scale's next pitch above (way 1) or below (-1) one.
+    int stepFrom(int pitch, int way) const;
 };
 
 // The chords of a section, one a bar split by blanks; "Cm,D" has two in one bar, half each. Two entries a

@@ -117,16 +117,7 @@ Marks marksOf(std::string_view text, std::string_view allowed, const Place& plac
 }
 
 float velocityOf(char stroke) {
-    switch (stroke) {
-        case 'X':
-            return 1.0f;
-        case 'x':
-            return 0.75f;
-        case 'o':
-            return 0.45f;
-        default:
-            return 0.25f;
-    }
+    return stroke == 'X' ? 1.0f : stroke == 'x' ? 0.75f : stroke == 'o' ? 0.45f : 0.25f;
 }
 
 int takePitchClass(std::string_view& text) {
@@ -154,13 +145,8 @@ std::vector<std::string_view> split(std::string_view text, char border) {
 }
 
 std::vector<std::string_view> wordsOf(std::string_view text) {
-    std::vector<std::string_view> words;
-    size_t at = 0;
-    while ((at = text.find_first_not_of(' ', at)) != std::string_view::npos) {
-        const size_t end = std::min(text.find(' ', at), text.size());
-        words.push_back(text.substr(at, end - at));
-        at = end;
-    }
+    std::vector<std::string_view> words = split(text, ' ');
+    std::erase(words, "");
     return words;
 }
 

@@ -16,6 +16,10 @@ float between(float low, float high, float way) {
     return low * std::pow(high / low, way);
 }
 
+float cutOffOf(const LowPass& filter, const Note& note) {
+    return between(filter.darkest, filter.brightest, note.brightness);
+}
+
 // The same note sounds the same wherever it is played from.
 uint32_t seedOf(const Note& note) {
     return uint32_t(std::lround((note.beat + 64) * 48)) * 131 + uint32_t(note.pitch) + 1;
@@ -39,17 +43,17 @@ void playNote(const Note& note, const Adsr& shape, float voiceGain, size_t inter
 
 void play(const SawVoice& voice, const Note& note, Stereo& out) {
     Decay closing(voice.sweep);
-    Supersaw saws(voice.detune, voice.spread, seedOf(note));
+    Supersaw saws(voice.saws.detune, voice.saws.spread, seedOf(note));
     saws.tune(hertzOf(note.pitch));
     Both<StateVariable> filter;
-    const float open = between(voice.darkest, voice.brightest, note.brightness);
+    const float open = cutOffOf(voice.filter, note);
     const float closed = std::min(open, 1.5f * hertzOf(note.pitch));
     const float bloom = voice.bloom * sampleRate;
     const auto tune = [&](size_t frame) {
         const float way = voice.sweep > 0 ? closing.next(tuningInterval) : 1;
         const float opened = bloom > 0 ? std::min(1.0f, float(frame) / bloom) : 1;
         const float cut = closed + (open - closed) * way * opened;
-        filter.tune({cut, cut * 1.04f}, voice.resonance);
+        filter.tune({cut, cut * 1.04f}, voice.filter.resonance);
     };
     playNote(note, voice.level, voice.gain, tuningInterval, out, tune,
              [&] { return filter.low(saws.next()); });
@@ -62,7 +66,7 @@ void playPhrase(const LeadVoice& voice, std::span<const Note> phrase, Stereo& ou
     const double start = phrase.front().start;
     const float length = float(phrase.back().start + phrase.back().length - start);
     Envelope level({0.006f, 1.5f, 0.8f, voice.release}, length);
-    Supersaw saws(voice.detune, voice.spread, seedOf(phrase.front()));
+    Supersaw saws(voice.saws.detune, voice.saws.spread, seedOf(phrase.front()));
     Wave hollow;
     Both<Ladder> filter;
     Decay stroke(0.25f);
@@ -90,9 +94,9 @@ void playPhrase(const LeadVoice& voice, std::span<const Note> phrase, Stereo& ou
                 voice.vibrato * std::clamp((float(held) / sampleRate - 0.25f) * 3, 0.0f, 1.0f);
             hertz = hertzOf(pitch + depth * sineOf(swing));
             saws.tune(hertz);
-            const float open = between(voice.darkest, voice.brightest, note.brightness);
+            const float open = cutOffOf(voice.filter, note);
             const float cut = open * (0.55f + 0.45f * accent);
-            filter.tune({cut, cut * 1.03f}, voice.resonance);
+            filter.tune({cut, cut * 1.03f}, voice.filter.resonance);
         }
         const float pulse = 0.9f * voice.hollow * hollow.pulse(stepOf(hertz / 2), 0.42f);
         const float attack = struck && held < dip ? 0.25f + 0.75f * float(held) / dip : 1;
@@ -136,11 +140,11 @@ void play(const BassVoice& voice, const Note& note, Stereo& out) {
     Both<Ladder> filter;
     const float hertz = hertzOf(note.pitch), bend = std::exp2(voice.detune / 24);
     const float leftStep = stepOf(hertz / bend), rightStep = stepOf(hertz * bend);
-    const float open = between(voice.darkest, voice.brightest, note.brightness);
+    const float open = cutOffOf(voice.filter, note);
     const float drive = gainOf(voice.drive), back = 1 / std::sqrt(drive);
     const auto tune = [&](size_t) {
         const float way = voice.sweep > 0 ? closing.next(tuningInterval) : 1;
-        filter.tune(80 + open * (0.12f + 0.88f * way), voice.resonance);
+        filter.tune(80 + open * (0.12f + 0.88f * way), voice.filter.resonance);
     };
     playNote(note, voice.level, voice.gain, tuningInterval, out, tune, [&] {
         const Sides saws = {left.next(leftStep), right.next(rightStep)};

@@ -9,14 +9,24 @@
 
 namespace audio {
 
+// As in Supersaw.
+struct Saws {
+    float detune, spread;
+};
+
+// A low pass, as far open as the note is bright.
+struct LowPass {
+    float darkest, brightest;  // Hz of the cut-off at brightness 0 and 1
+    float resonance = 0;
+};
+
 // Eight saws a note through a low pass that the note opens or closes: pads, plucks and stabs.
 struct SawVoice {
     Adsr level;
-    float sweep;               // seconds in which the filter closes; 0: it stays open
-    float bloom = 0;           // seconds in which it opens first; 0: it begins open
-    float darkest, brightest;  // Hz of the cut-off at brightness 0 and 1
-    float resonance;           // as in StateVariable
-    float detune, spread;      // as in Supersaw
+    float sweep = 0;  // seconds in which the filter closes; 0: it stays open
+    float bloom = 0;  // seconds in which it opens first; 0: it begins open
+    LowPass filter;   // as StateVariable
+    Saws saws;
     float gain;
 };
 void play(const SawVoice& voice, const Note& note, Stereo& out);
@@ -24,14 +34,13 @@ void play(const SawVoice& voice, const Note& note, Stereo& out);
 // One note at a time: notes that touch are bound, the pitch gliding from one to the next. A note that is
 // stressed after a softer one, or repeats a pitch, is struck anew.
 struct LeadVoice {
-    float glide;               // seconds
-    float vibrato;             // semitones, after a note has been held for a while
-    float hollow;              // 0..1: from saws to the pulse an octave below them
-    float above = 0;           // octaves by which the saws stand above the note
-    float detune, spread;      // as in Supersaw
-    float darkest, brightest;  // Hz
-    float resonance;           // as in Ladder
-    float release;             // seconds
+    float glide;       // seconds
+    float vibrato;     // semitones, after a note has been held for a while
+    float hollow = 0;  // 0..1: from saws to the pulse an octave below them
+    float above = 0;   // octaves by which the saws stand above the note
+    Saws saws;
+    LowPass filter;  // as Ladder
+    float release;   // seconds
     float gain;
 };
 Instrument playedBy(const LeadVoice& voice);
@@ -39,12 +48,11 @@ Instrument playedBy(const LeadVoice& voice);
 // A sine in the middle under saws that stand to both sides; the floor of the music.
 struct BassVoice {
     Adsr level;
-    float sweep;               // seconds in which the filter closes
-    float darkest, brightest;  // Hz above 80 to which it opens at brightness 0 and 1
-    float resonance;           // as in Ladder
-    float detune;              // semitones between the sides
-    float sub;                 // how loud the sine is against the saws
-    float drive;               // dB into the rounding of the saws
+    float sweep = 0;   // seconds in which the filter closes; 0: it stays open
+    LowPass filter;    // as Ladder; Hz above 80
+    float detune = 0;  // semitones between the sides
+    float sub = 0;     // how loud the sine is against the saws
+    float drive = 0;   // dB into the rounding of the saws
     float gain;
 };
 void play(const BassVoice& voice, const Note& note, Stereo& out);
