@@ -72,6 +72,12 @@ const char* optionOf(FilmKind kind) {
     return rowOf(kind).option;
 }
 
+std::optional<FilmKind> kindOf(const std::string& option) {
+    for (const KindRow& row : rows)
+        if (option == row.option) return FilmKind(&row - rows);
+    return std::nullopt;
+}
+
 int rateOf(FilmKind kind) {
     return rowOf(kind).rate;
 }

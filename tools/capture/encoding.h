@@ -1,6 +1,7 @@
 // The kinds of film, as words for ffmpeg.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "tools/process.h"
@@ -15,11 +16,10 @@ enum class FilmKind {
     Lossless,    // the drawn pixels, bit for bit, as browsers play them too
     Archive,     // the same as archives keep them: in FFV1, with checksums, and FLAC
 };
-constexpr FilmKind filmKinds[] = {FilmKind::Net,   FilmKind::Upload,   FilmKind::Upload2160,
-                                  FilmKind::Party, FilmKind::Lossless, FilmKind::Archive};
 
-// The kind's name, among the options too but for the one that needs none.
+// The kind's name, among the options too but for the one that needs none; and back.
 const char* optionOf(FilmKind kind);
+std::optional<FilmKind> kindOf(const std::string& option);
 // The only rate that it has, or 0.
 int rateOf(FilmKind kind);
 

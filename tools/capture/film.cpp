@@ -4,12 +4,15 @@
 #include <signal.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <cmath>
 #include <cstring>
 
 #include "render/screen.h"
-#include "tools/capture/about.h"
+#include "script/timeline.h"
 #include "tools/capture/video_levels.h"
+#include "tools/formatted.h"
 #include "tools/whole_file.h"
 
 namespace {
@@ -132,12 +135,35 @@ void Film::interruptFinish() {
     if (awaited > 0) kill(awaited, SIGKILL);
 }
 
+namespace {
+
+// A file, as ffmpeg reads it, with a chapter for each segment of the show that lies in the film, which begins
+// at second `from` of it.
+std::string chapters(double from, double seconds) {
+    std::string text = ";FFMETADATA1\n";
+    const auto entries = programme();
+    const auto milliseconds = [&](const ProgrammeEntry& entry) {
+        return std::lround(std::clamp(double(entry.begin) - from, 0.0, seconds) * 1000);
+    };
+    for (size_t i = 0; i + 1 < entries.size(); i++) {
+        const long begin = milliseconds(entries[i]), end = milliseconds(entries[i + 1]);
+        if (begin < end)
+            text += formatted("[CHAPTER]\nTIMEBASE=1/1000\nSTART=%ld\nEND=%ld\ntitle=%s\n", begin, end,
+                              entries[i].name);
+    }
+    return text;
+}
+
+}  // namespace
+
 Words soundInput(const std::string& path, FilmKind kind, const FilmSound& sound) {
     if (sound.path.empty()) return {};
     Words words = {"-ss", std::to_string(sound.from), "-t", std::to_string(sound.seconds), "-i", sound.path};
     append(&words, {"-f", "ffmetadata", "-i", fileInMemory(chapters(sound.from, sound.seconds))});
     append(&words, soundWords(path, kind));
-    append(&words, tagWords(sound.origin));
+    append(&words, {"-metadata", "title=Valojuova", "-metadata", "creation_time=now"});
+    append(&words, {"-metadata", "comment=" + sound.origin});
+    append(&words, {"-metadata", "copyright=CC BY 4.0, https://creativecommons.org/licenses/by/4.0/"});
     return words;
 }
 

@@ -24,14 +24,6 @@ bool drawWholeFilm(SteppedShow& show, const CaptureOptions& options, const std::
     return drawFilm(show, frames, progress, options.kind, film);
 }
 
-// As they are meant where the caller is.
-void findFiles(CaptureOptions* options) {
-    const std::string folder = goToInstalledShow();
-    for (std::string& part : options->parts) part = pathFrom(folder, part);
-    options->storyboard = pathFrom(folder, options->storyboard);
-    options->out = pathFrom(folder, options->out);
-}
-
 bool join(const CaptureOptions& options) {
     const Soundtrack soundtrack(readShowFile({FileKind::music, SoundMusic::path}));
     if (soundtrack.problem.empty()) return joinParts(options.parts, options, &soundtrack);
@@ -68,7 +60,10 @@ bool capture(const CaptureOptions& options) {
 
 int main(int argc, char** argv) {
     CaptureOptions options = parseCaptureOptions(argc, argv);
-    findFiles(&options);
+    const std::string folder = goToInstalledShow();
+    for (std::string& part : options.parts) part = pathFrom(folder, part);
+    options.storyboard = pathFrom(folder, options.storyboard);
+    options.out = pathFrom(folder, options.out);
     stopOnSignals();
     // When the display goes away, its library ends the process in the middle of a film.
     failUnlessSucceeded([] {

@@ -15,14 +15,6 @@ namespace {
 
 constexpr char firstLine[] = "valojuova part 1";
 
-bool readKind(const std::string& name, FilmKind* kind) {
-    for (FilmKind known : filmKinds) {
-        *kind = known;
-        if (name == optionOf(known)) return true;
-    }
-    return false;
-}
-
 bool readNumber(const std::string& text, int least, int most, int* number) {
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), *number);
     return error == std::errc() && end == text.data() + text.size() && *number >= least && *number <= most;
@@ -48,7 +40,9 @@ bool readLine(const std::string& line, Manifest* manifest) {
     if (key == "fps") return readNumber(value, 1, mostFps, &manifest->fps);
     if (key == "samples") return readNumber(value, 0, std::numeric_limits<int>::max(), &manifest->samples);
     if (key == "film") manifest->film = value;
-    return key != "kind" || readKind(value, &manifest->kind);
+    const std::optional<FilmKind> kind = key == "kind" ? kindOf(value) : manifest->kind;
+    manifest->kind = kind.value_or(FilmKind::Net);
+    return kind.has_value();
 }
 
 }  // namespace

@@ -100,12 +100,6 @@ void checkPictures(const CaptureOptions& options) {
         refuse("--out", "pictures need a number in their name, such as frames/%05d.png");
 }
 
-void chooseKind(FilmKind kind, CaptureOptions* options) {
-    if (options->kind != FilmKind::Net && options->kind != kind)
-        refuse(optionOf(kind), "a film is of one kind");
-    options->kind = kind;
-}
-
 void readOption(const std::string& option, const char* value, CaptureOptions* options) {
     const double end = showtime::end.seconds();
     const bool isPart = option == "--join" || (option.empty() && !options->parts.empty());
@@ -113,8 +107,9 @@ void readOption(const std::string& option, const char* value, CaptureOptions* op
     if (isPart) options->parts.push_back(value);
     if (option.empty() && !isPart) refuse(value, "unknown option; --help tells those there are");
     if (option == "--out") options->out = value;
-    for (FilmKind kind : filmKinds) {
-        if (option == optionOf(kind)) chooseKind(kind, options);
+    if (const auto kind = kindOf(option)) {
+        if (options->kind != FilmKind::Net && options->kind != *kind) refuse(option, "a film is of one kind");
+        options->kind = *kind;
     }
     if (option == "--fps") options->fps = wholeNumber("--fps", value, 1, mostFps);
     if (option == "--samples") options->samples = wholeNumber("--samples", value, 0, mostSamples);

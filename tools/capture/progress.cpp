@@ -5,7 +5,6 @@
 #include <cstdio>
 #include <string>
 
-
 namespace {
 
 constexpr int linesEvery = 5;  // per cent between plain lines
