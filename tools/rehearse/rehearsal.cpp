@@ -31,11 +31,6 @@ bool repeats(SDLKey key) {
     return std::find(std::begin(moving), std::end(moving), key) != std::end(moving);
 }
 
-// What the generator is compiled from.
-bool isCode(const std::string& path) {
-    return path.ends_with(".cpp") || path.ends_with(".h");
-}
-
 int milliseconds(float seconds) {
     return int(std::lround(seconds * 1000));
 }
@@ -61,20 +56,12 @@ constexpr KeyRow keys[] = {
     {SDLK_HOME, [](Rehearsal& r) { r.transport.setPosition(r.transport.loop ? r.transport.loop->from : 0); }},
     {SDLK_l, [](Rehearsal& r) { r.loopSegment(); }},
     {SDLK_n, [](Rehearsal& r) { r.toggleList(); }},
-    {SDLK_c,
-     [](Rehearsal& r) {
-         r.numbers.compare();
-         r.seeNumbers();
-     }},
+    {SDLK_c, [](Rehearsal& r) { r.numbers.compare(), r.seeNumbers(); }},
     {SDLK_RETURN, [](Rehearsal& r) { r.numbers.write(r.numbers.chosen); }},
     {SDLK_KP_ENTER, [](Rehearsal& r) { r.numbers.write(r.numbers.chosen); }},
     {SDLK_m, [](Rehearsal& r) { r.stems.show(!r.stems.choice.shown); }},
     {SDLK_SPACE, [](Rehearsal& r) { r.tap(); }},
-    {SDLK_ESCAPE,
-     [](Rehearsal& r) {
-         r.done = !r.transport.loop;
-         r.transport.loop.reset();
-     }},
+    {SDLK_ESCAPE, [](Rehearsal& r) { r.done = !r.transport.loop, r.transport.loop.reset(); }},
 };
 
 // Those of the list of numbers while it is open.
@@ -138,47 +125,32 @@ void Rehearsal::comeBack(const Comeback& state) {
 
 void Rehearsal::keepComeback() {
     Comeback& state = live->left;
-    state.ms = transport.rawPosition();
-    state.held = transport.held;
-    state.loop = transport.loop;
-    state.deskShown = deskShown;
-    state.counterQ = app.counterQ;
-    state.counterA = app.counterA;
+    static_cast<Whereabouts&>(state) = {transport.rawPosition(),
+                                        transport.held,
+                                        transport.loop,
+                                        deskShown,
+                                        app.counterQ,
+                                        app.counterA,
+                                        stems.choice,
+                                        {build.process, live->build.process, stems.build.process}};
     const std::vector<std::string> turned = numbers.unwritten();
     state.turned = turned.empty() ? "" : turned.front();
-    state.stems = stems.choice;
     state.unmade = build.newer;
-    state.builds = {build.process, live->build.process, stems.build.process};
     setComeback(state);
 }
 
 void Rehearsal::handleEvent(const SDL_Event& event) {
     touched = true;
-    switch (event.type) {
-        case SDL_KEYDOWN:
-            // Every tap counts; one that is held down counts once a frame, however long that takes.
-            if (hands.down.insert(event.key.keysym.sym).second ||
-                (repeats(event.key.keysym.sym) && hands.repeated.insert(event.key.keysym.sym).second))
-                handleKey(event.key);
-            break;
-        case SDL_KEYUP:
-            hands.down.erase(event.key.keysym.sym);
-            break;
-        case SDL_MOUSEBUTTONDOWN:
-            if (deskShown) pressButton(event.button);
-            break;
-        case SDL_MOUSEMOTION:
-            drag(event.motion.x, event.motion.y);
-            break;
-        case SDL_MOUSEBUTTONUP:
-            if (event.button.button == SDL_BUTTON_LEFT) release();
-            break;
-        case SDL_QUIT:
-            done = true;
-            break;
-        default:
-            break;
-    }
+    const SDLKey key = event.key.keysym.sym;
+    // Every tap counts; one that is held down counts once a frame, however long that takes.
+    if (event.type == SDL_KEYDOWN &&
+        (hands.down.insert(key).second || (repeats(key) && hands.repeated.insert(key).second)))
+        handleKey(event.key);
+    if (event.type == SDL_KEYUP) hands.down.erase(key);
+    if (event.type == SDL_MOUSEBUTTONDOWN && deskShown) pressButton(event.button);
+    if (event.type == SDL_MOUSEMOTION) drag(event.motion.x, event.motion.y);
+    if (event.type == SDL_MOUSEBUTTONUP && event.button.button == SDL_BUTTON_LEFT) release();
+    if (event.type == SDL_QUIT) done = true;
 }
 
 void Rehearsal::handleKey(const SDL_KeyboardEvent& key) {
@@ -260,10 +232,6 @@ void Rehearsal::toggleList() {
     if (list.open) deskShown = true;
     if (list.open && (!live || live->build.command.empty()))
         app.messages.post("the numbers are where the sources are: in a built copy of them");
-}
-
-bool Rehearsal::mayBeLoaded() const {
-    return live && !live->build.command.empty() && live->build.problem.empty() && live->problem.empty();
 }
 
 // What is linked has none that could be turned.
@@ -378,7 +346,9 @@ void Rehearsal::frame() {
         drawNumbers(numbers, list);
         drawDesk(desk, list.left() - 4);
     }
-    const bool listed = !list.open || !numbers.listed.empty() || !mayBeLoaded();
+    const bool mayBeLoaded =
+        live && !live->build.command.empty() && live->build.problem.empty() && live->problem.empty();
+    const bool listed = !list.open || !numbers.listed.empty() || !mayBeLoaded;
     const bool measured = reload.idle() && (desk.level || meters.idle());
     if (!pictureFile.empty() && shown == Shown::exact && measured && listed) {
         wrote = writeScreen(pictureFile);
@@ -455,7 +425,7 @@ void Rehearsal::lookForChanges() {
     for (const std::string& path : changes.gone) reload.gone(path);
     for (const std::string& path : changes.saved) {
         reload.saved(path);
-        if (isCode(path)) requestBuilds(path);
+        if (path.ends_with(".cpp") || path.ends_with(".h")) requestBuilds(path);
     }
     if (changes.lost) {
         reload.everything();

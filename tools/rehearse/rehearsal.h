@@ -105,7 +105,6 @@ private:
     double lastJump = 0;  // seconds
     int shownEntry = 0;   // of the frame before
 
-    bool mayBeLoaded() const;
     void loadNumbers();
     void turnWheel(int x, int y, int steps);
     void takeNumber(int number, Hands::Dragged what, int from);

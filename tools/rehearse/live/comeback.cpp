@@ -26,19 +26,20 @@ constexpr int crashes[] = {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, loopSignal}
 // What the handler hands on, which may allocate nothing.
 struct Handed {
     int signal;
-    int depth;         // of the calls
-    void* calls[64];   // innermost first
-    char state[4096];  // empty if there is nothing to go back to
+    int depth;        // of the calls
+    void* calls[64];  // innermost first
+    Whereabouts whereabouts;
+    uintptr_t begin;
+    char names[4096];  // empty if there is nothing to go back to
 } handed;
 constexpr int callsOfHandler = 2;  // the first of them
 
 int ends[2] = {-1, -1};  // of the pipe
-std::array<pid_t, 3> builds;
 char** words = nullptr;
 timer_t workTimer;
 
 void startAnew(int signalNumber) {
-    if (!handed.state[0]) {
+    if (!handed.names[0]) {
         // What is linked may work as long as it likes.
         if (signalNumber == loopSignal) return;
         signal(signalNumber, SIG_DFL);
@@ -48,7 +49,7 @@ void startAnew(int signalNumber) {
     handed.signal = signalNumber;
     handed.depth = backtrace(handed.calls, std::size(handed.calls));
     if (write(ends[1], &handed, sizeof handed) != ssize_t(sizeof handed)) _exit(1);
-    for (const pid_t group : builds)
+    for (const pid_t group : handed.whereabouts.builds)
         if (group > 0) kill(-group, SIGTERM);
     // Nothing of the old start stays open, and no signal shut out.
     close_range(3, unsigned(ends[0]) - 1, 0);
@@ -109,17 +110,14 @@ std::optional<Comeback> takeComeback() {
     close(from);
     if (!whole) return std::nullopt;
     Comeback state;
-    Loop loop;
-    std::istringstream text(handed.state);
-    text >> state.ms >> state.held >> loop.from >> loop.to >> state.deskShown >> state.counterQ >>
-        state.counterA >> state.stems.shown >> state.stems.muted >> state.stems.soloed >> state.begin;
-    text.ignore();
+    static_cast<Whereabouts&>(state) = handed.whereabouts;
+    state.begin = handed.begin;
+    std::istringstream text(handed.names);
     std::string sources, unmade;
     for (std::string* line : {&state.before, &state.failed, &state.turned, &sources, &unmade})
         std::getline(text, *line);
     state.sources = namesIn(sources);
     state.unmade = namesIn(unmade);
-    if (loop.to > 0) state.loop = loop;
     const std::string place = placeIn(state);
     const std::string what = handed.signal == loopSignal
                                  ? formatted("did not return within %d s", longestWork)
@@ -161,17 +159,13 @@ void armComeback(char** argv) {
 }
 
 void setComeback(const Comeback& state) {
-    builds = state.builds;
-    if (state.failed.empty()) {
-        handed.state[0] = 0;
-        return;
-    }
-    const Loop loop = state.loop.value_or(Loop{0, 0});
-    snprintf(handed.state, sizeof handed.state, "%d %d %d %d %d %d %d %d %u %u %zu\n%s\n%s\n%s\n%s\n%s\n",
-             state.ms, state.held, loop.from, loop.to, state.deskShown, state.counterQ, state.counterA,
-             state.stems.shown, state.stems.muted, state.stems.soloed, size_t(state.begin),
-             state.before.c_str(), state.failed.c_str(), state.turned.c_str(), joined(state.sources).c_str(),
-             joined(state.unmade).c_str());
+    handed.whereabouts = state;
+    handed.begin = state.begin;
+    handed.names[0] = 0;
+    if (!state.failed.empty())
+        snprintf(handed.names, sizeof handed.names, "%s\n%s\n%s\n%s\n%s\n", state.before.c_str(),
+                 state.failed.c_str(), state.turned.c_str(), joined(state.sources).c_str(),
+                 joined(state.unmade).c_str());
 }
 
 WorkLimit::WorkLimit() {

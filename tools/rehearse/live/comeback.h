@@ -12,7 +12,8 @@
 
 #include "tools/rehearse/transport.h"
 
-struct Comeback {
+// Where an author was.
+struct Whereabouts {
     int ms = 0;  // of the music
     bool held = false;
     std::optional<Loop> loop;
@@ -20,7 +21,9 @@ struct Comeback {
     int counterQ = 0, counterA = 0;
     StemChoice stems;
     std::array<pid_t, 3> builds{};  // groups of processes that end with this start
+};
 
+struct Comeback : Whereabouts {
     std::string before;             // the library that goes on; empty for what is linked
     std::string failed;             // and the one that did not; empty if there is none that could give way
     uintptr_t begin = 0;            // where that lay in memory, once it was loaded
