@@ -7,15 +7,6 @@
 
 namespace fs = std::filesystem;
 
-namespace {
-
-// That a build waits for another, or for who holds the data set.
-bool isOfWaiting(const std::string& line) {
-    return line.starts_with("Waiting for ") || line.find(": waiting for ") != std::string::npos;
-}
-
-}  // namespace
-
 std::string generatorSources() {
     std::error_code error;
     const fs::path root = SOURCE_FOLDER;
@@ -41,7 +32,9 @@ bool makeStaleData() {
     std::string said;
     const int status = runProgram(makeCommand("data"), [&](const std::string& line) {
         said += line;
-        if (isOfWaiting(line)) fputs(line.c_str(), stderr);
+        // That a build waits for another, or for who holds the data set.
+        if (line.starts_with("Waiting for ") || line.find(": waiting for ") != std::string::npos)
+            fputs(line.c_str(), stderr);
     });
     if (status == 0) return true;
     fputs(said.c_str(), stderr);

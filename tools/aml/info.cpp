@@ -49,10 +49,6 @@ std::string boundsOf(const Mesh& mesh) {
                      most.z);
 }
 
-bool hasOrderOfTheShow(const Mesh& mesh) {
-    return mesh.attribCount > 0 && mesh.attribType[0] == gvertexAttrib && mesh.slotOfType[gvertexAttrib] == 0;
-}
-
 struct Faults {
     int order = 0, unlit = 0, unmapped = 0, bentNormals = 0, slivers = 0, faces = 0;
     float reach = 0;
@@ -61,7 +57,7 @@ struct Faults {
 
 void findFaults(const Mesh& mesh, Faults& faults) {
     faults.faces += mesh.faceCount;
-    faults.order += !hasOrderOfTheShow(mesh);
+    faults.order += !mesh.canExpandPositions();
     faults.unlit += !mesh.hasAttrib(normalAttrib);
     faults.unmapped += !mesh.hasAttrib(texCoordAttrib);
     for (int i = 0; i < mesh.vertexCount; i++) {

@@ -26,10 +26,6 @@ MeshSet read(const std::string& path) {
     exit(1);
 }
 
-void printObjections(const MeshSet& set, const std::string& path) {
-    for (const std::string& line : objections(set, path)) printf("! %s\n", line.c_str());
-}
-
 int info(const std::string& path) {
     const MeshSet set = read(path);
     int faces = 0;
@@ -38,7 +34,7 @@ int info(const std::string& path) {
     fputs(describeMeshes(set).c_str(), stdout);
     if (const MeshRow* row = rowOf(path))
         printf("the show draws it as \"%s\"%s\n", row->key, row->traced ? ", and beams bounce off it" : "");
-    printObjections(set, path);
+    for (const std::string& line : objections(set, path)) printf("! %s\n", line.c_str());
     return 0;
 }
 

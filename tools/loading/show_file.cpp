@@ -41,26 +41,27 @@ std::string objection(const Image& image, const std::string& path, const std::st
     return what.empty() ? "" : "has " + what + wanted;
 }
 
-void readPicture(ShowFile* file, const std::string& bytes, std::string* problem) {
+// These return what is wrong; empty if nothing is.
+std::string readPicture(ShowFile* file, const std::string& bytes) {
     const std::string& path = file->name.path;
-    const auto image = isPng(path) ? readPng(bytes, problem) : readJpeg(bytes, problem);
-    if (!image) return;
+    std::string problem;
+    const auto image = isPng(path) ? readPng(bytes, &problem) : readJpeg(bytes, &problem);
+    if (!image) return problem;
     file->picture = *image;
     file->pixels.reset(image->pixels);
-    *problem = objection(*image, path, bytes);
+    return objection(*image, path, bytes);
 }
 
-void readModel(ShowFile* file, const std::string& bytes, std::string* problem) {
-    auto set = readAml(bytes, problem);
-    if (!set) return;
+std::string readModel(ShowFile* file, const std::string& bytes) {
+    std::string problem;
+    auto set = readAml(bytes, &problem);
+    if (!set) return problem;
     for (Mesh& mesh : *set) {
-        if (!mesh.canExpandPositions()) {
-            *problem = "the first attribute is not the index of a position";
-            return;
-        }
+        if (!mesh.canExpandPositions()) return "the first attribute is not the index of a position";
         mesh.expandPositions(file->name.path.c_str());
     }
     file->model = std::move(*set);
+    return "";
 }
 
 // The last page of a whole file says that it is the last.
@@ -70,40 +71,32 @@ bool isWhole(const std::string& bytes) {
     return page != std::string::npos && bytes.size() - page > 5 && (bytes[page + 5] & lastPage);
 }
 
-void readMusic(ShowFile* file, std::string bytes, std::string* problem) {
+std::string readMusic(ShowFile* file, std::string bytes) {
     file->bytes = std::make_shared<const std::string>(std::move(bytes));
     file->music = sound::Decoder::open(file->bytes);
-    if (!file->music)
-        *problem = "no Ogg Vorbis file that can be played";
-    else if (!isWhole(*file->bytes))
-        *problem = "the file ends too early";
+    if (!file->music) return "no Ogg Vorbis file that can be played";
+    return isWhole(*file->bytes) ? "" : "the file ends too early";
 }
 
-void readContent(ShowFile* file, std::string* problem) {
+std::string readContent(ShowFile* file) {
     const std::string& path = file->name.path;
     std::error_code error;
     const fs::file_status status = fs::status(path, error);
     // A pipe in its place would be waited for.
-    if (fs::exists(status) && !fs::is_regular_file(status)) {
-        *problem = "is not a file";
-        return;
-    }
-    if (fs::file_size(path, error) > largestFile && !error) {
-        *problem = "is larger than any file of the show";
-        return;
-    }
+    if (fs::exists(status) && !fs::is_regular_file(status)) return "is not a file";
+    if (fs::file_size(path, error) > largestFile && !error) return "is larger than any file of the show";
     errno = 0;
     auto bytes = readWholeFile(path.c_str());
     if (!bytes) {
         file->missing = errno == ENOENT;
-        *problem = strerror(errno);
-        return;
+        return strerror(errno);
     }
     file->hash = hashOfText(*bytes);
-    if (file->name.kind == FileKind::picture) readPicture(file, *bytes, problem);
-    if (file->name.kind == FileKind::model) readModel(file, *bytes, problem);
-    if (file->name.kind == FileKind::music) readMusic(file, std::move(*bytes), problem);
-    if (file->name.kind == FileKind::shader) file->text = std::move(*bytes);
+    if (file->name.kind == FileKind::picture) return readPicture(file, *bytes);
+    if (file->name.kind == FileKind::model) return readModel(file, *bytes);
+    if (file->name.kind == FileKind::music) return readMusic(file, std::move(*bytes));
+    file->text = std::move(*bytes);
+    return "";
 }
 
 struct Column {
@@ -129,7 +122,7 @@ ShowFile readShowFile(const FileName& name) {
     file.name = name;
     std::string problem;
     try {
-        readContent(&file, &problem);
+        problem = readContent(&file);
     } catch (const std::bad_alloc&) {
         problem = "not enough memory";
     }

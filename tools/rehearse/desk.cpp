@@ -44,11 +44,6 @@ void drawBeats(float x, float y, const DeskState& state) {
     }
 }
 
-void drawPulse(float x, float y, float width, float pulse) {
-    fillBox(x, y, width, 9, bright.faded(0.12f));
-    fillBlend(x, y, width * std::min(pulse, 1.0f), 9, marked.faded(0.5f), marked);
-}
-
 // A line for each side, from -40 dBTP up to 0, and a stroke where the most of the last seconds was. What
 // comes near full scale is red: a codec or a player may clip it.
 void drawPeaks(float x, float y, float width, const Level& level) {
@@ -87,7 +82,8 @@ void drawBar(const DeskState& state) {
 
     write(428, upperLine, helvetica12, quiet, "pulse");
     write(470, upperLine, helvetica12, plain, formatted("%.2f", state.pulse).c_str());
-    drawPulse(428, lowerLine, 68, state.pulse);
+    fillBox(428, lowerLine, 68, 9, bright.faded(0.12f));
+    fillBlend(428, lowerLine, 68 * std::min(state.pulse, 1.0f), 9, marked.faded(0.5f), marked);
 
     write(512, upperLine, helvetica12, quiet, "Q");
     write(526, upperLine, helvetica12, plain, formatted("%d", state.counterQ).c_str());

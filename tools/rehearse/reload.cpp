@@ -28,38 +28,6 @@ std::optional<ShaderText> entryOf(const std::map<std::string, std::string>& text
     return entry == texts.end() ? std::nullopt : std::optional(ShaderText{file, entry->second});
 }
 
-// How each kind takes its place, and whether the picture may be another one then.
-struct KindRow {
-    FileKind kind;
-    bool (*take)(Reload& reload, ShowFile& file);
-};
-constexpr KindRow kinds[] = {
-    {FileKind::picture,
-     [](Reload& reload, ShowFile& file) {
-         for (const TextureRow& row : textureRows())
-             if (file.name.path == row.path) putPicture(row, file);
-         return reload.told(file);
-     }},
-    {FileKind::model,
-     [](Reload& reload, ShowFile& file) {
-         bool taken = false;
-         for (const MeshRow& row : meshRows()) {
-             if (file.name.path != row.path) continue;
-             std::exchange(taken, true) ? reload.loading.load(row) : putModel(row, file);
-         }
-         return reload.told(file);
-     }},
-    {FileKind::shader,
-     [](Reload& reload, ShowFile& file) {
-         return reload.loadShader({file.name.path, file.text});
-     }},
-    {FileKind::music,
-     [](Reload& reload, ShowFile& file) {
-         reload.loadMusic(file);
-         return false;
-     }},
-};
-
 }  // namespace
 
 std::string sourceOf(const std::string& sources, const std::string& file) {
@@ -144,9 +112,16 @@ bool Reload::load(ShowFile& file) {
         loading.tell(path, file.problem);
         return false;
     }
-    const auto row = std::find_if(std::begin(kinds), std::end(kinds),
-                                  [&](const KindRow& row) { return row.kind == file.name.kind; });
-    return row->take(*this, file);
+    if (file.name.kind == FileKind::shader) return loadShader({path, file.text});
+    if (file.name.kind == FileKind::music) return loadMusic(file), false;
+    for (const TextureRow& row : textureRows())
+        if (path == row.path) putPicture(row, file);
+    bool taken = false;
+    for (const MeshRow& row : meshRows()) {
+        if (path != row.path) continue;
+        std::exchange(taken, true) ? loading.load(row) : putModel(row, file);
+    }
+    return told(file);
 }
 
 bool Reload::told(const ShowFile& file) {

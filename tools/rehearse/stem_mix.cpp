@@ -7,11 +7,6 @@ namespace {
 
 constexpr double fade = 0.02;  // seconds
 
-// Of a frame's middle, so that every decoder rounds it to that frame.
-sound::Time timeOf(int64_t frame, int rate) {
-    return sound::Time(std::llround((double(frame) + 0.5) * 1e9 / rate));
-}
-
 }  // namespace
 
 void Faders::setStems(std::vector<SoundFile> stems, uint32_t heard) {
@@ -74,7 +69,9 @@ void StemMix::follow() {
 void StemMix::add(Voice& voice, float* frames, int count) {
     if (!voice.wanted && voice.gain == 0) voice.inStep = false;
     if (!voice.decoder || (!voice.wanted && voice.gain == 0)) return;
-    if (!voice.inStep) voice.decoder->seek(timeOf(nextFrame, rate), rate);
+    // To the frame's middle, so that every decoder rounds it to that frame.
+    const sound::Time time(std::llround((double(nextFrame) + 0.5) * 1e9 / rate));
+    if (!voice.inStep) voice.decoder->seek(time, rate);
     voice.inStep = true;
     block.resize(size_t(2 * count));
     voice.decoder->read(block.data(), count);

@@ -14,12 +14,6 @@ namespace {
 
 constexpr size_t mostStems = 9;  // as many as there are keys
 
-// So that what is quiet beside the others is seen, too.
-std::string raised(std::string waveform) {
-    for (char& height : waveform) height = char(std::lround(std::sqrt(uint8_t(height) * 255.0)));
-    return waveform;
-}
-
 }  // namespace
 
 void Stems::show(bool shown) {
@@ -82,19 +76,14 @@ void Stems::read() {
     const std::string list = folder + "list";
     std::error_code error;
     const auto time = fs::last_write_time(list, error);
-    if (error) {
-        refuse("no stems: " + list + ": " + error.message());
-        return;
-    }
+    if (error) return refuse("no stems: " + list + ": " + error.message());
     if (time == listed && problem.empty()) return;
     listed = time;
     coming.clear();
     std::ifstream names(list);
     for (std::string name; std::getline(names, name);) coming.push_back({name, nullptr, ""});
-    if (coming.empty() || coming.size() > mostStems) {
-        refuse("no stems: " + list + ": has not between 1 and 9 names");
-        return;
-    }
+    if (coming.empty() || coming.size() > mostStems)
+        return refuse("no stems: " + list + ": has not between 1 and 9 names");
     readers.emplace(true);
     unread = int(coming.size());
     for (const Stem& stem : coming) readers->request({FileKind::music, folder + stem.name + ".ogg"});
@@ -102,10 +91,7 @@ void Stems::read() {
 
 // Comes twice for each: read, and measured.
 void Stems::take(ShowFile& file) {
-    if (!file.problem.empty()) {
-        refuse("no stems: " + file.problem);
-        return;
-    }
+    if (!file.problem.empty()) return refuse("no stems: " + file.problem);
     std::vector<Stem>& into = unread > 0 ? coming : rows;
     const auto stem = std::find_if(into.begin(), into.end(), [&](const Stem& one) {
         return file.name.path == folder + one.name + ".ogg";
@@ -115,7 +101,9 @@ void Stems::take(ShowFile& file) {
         stem->file = file.bytes;
         unread--;
     } else {
-        stem->waveform = raised(file.waveform);
+        // Raised, so that what is quiet beside the others is seen, too.
+        for (char& height : file.waveform) height = char(std::lround(std::sqrt(uint8_t(height) * 255.0)));
+        stem->waveform = file.waveform;
     }
     if (unread > 0 || !file.music) return;
     problem.clear();
