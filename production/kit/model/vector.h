@@ -2,6 +2,8 @@
 // offsetting don't drift; the writer rounds to single precision once, at the end.
 #pragma once
 
+#include <numbers>
+
 #include "production/kit/maths.h"
 
 namespace model {

@@ -2,6 +2,7 @@
 // file. Values are the file's own (1 is 255), with no gamma anywhere; row 0 is the top of the picture.
 #pragma once
 
+#include <numbers>
 #include <vector>
 
 #include "production/kit/maths.h"
