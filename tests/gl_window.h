@@ -13,8 +13,10 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <string>
 #include <vector>
 
+#include "image/image.h"
 #include "render/demo.h"
 #include "render/screen.h"
 #include "tests/grab_window.h"
@@ -55,16 +57,6 @@ inline int differing(const Screen& a, const Screen& b, int tolerance = 0) {
     return count;
 }
 
-// Mean over all pixels and colours, 0..255.
-inline double difference(const Screen& a, const Screen& b) {
-    double sum = 0;
-    for (size_t i = 0; i < a.pixels.size(); i++) {
-        const Pixel &p = a.pixels[i], &q = b.pixels[i];
-        sum += std::abs(p.r - q.r) + std::abs(p.g - q.g) + std::abs(p.b - q.b);
-    }
-    return sum / (3.0 * double(a.pixels.size()));
-}
-
 inline Screen readScreen() {
     Screen screen{screenWidth, screenHeight, std::vector<Pixel>(screenWidth * screenHeight)};
     glReadPixels(0, 0, screenWidth, screenHeight, GL_RGBA, GL_UNSIGNED_BYTE, screen.pixels.data());
@@ -93,6 +85,17 @@ inline Screen readWindow() {
     Screen screen{screenWidth, screenHeight, std::vector<Pixel>(screenWidth * screenHeight)};
     glFinish();
     grabWindow(screenWidth, screenHeight, &screen.pixels.data()->r);
+    return screen;
+}
+
+// A picture that F11, `look` or a capture has written of one; black if it can't be read.
+inline Screen screenIn(const std::string& path) {
+    Screen screen{screenWidth, screenHeight, std::vector<Pixel>(screenWidth * screenHeight)};
+    Image image{};
+    EXPECT_EQ(loadImage(path.c_str(), &image, 1), 0);
+    for (size_t i = 0; i < screen.pixels.size() && image.pixels; i++)
+        screen.pixels[i] = {image.pixels[3 * i], image.pixels[3 * i + 1], image.pixels[3 * i + 2], 255};
+    delete[] image.pixels;
     return screen;
 }
 
@@ -137,7 +140,11 @@ public:
 
     void SetUp() override {
         GTEST_FLAG_SET(death_test_style, "threadsafe");
-        openOnce();
+        static const bool opened = openWindow();
+        if (!opened) {
+            fprintf(stderr, "No window to test in: %s\n", SDL_GetError());
+            exit(1);
+        }
         glPushAttrib(GL_ALL_ATTRIB_BITS);
         glPushClientAttrib(GL_CLIENT_ALL_ATTRIB_BITS);
         resetMatrices();
@@ -189,13 +196,6 @@ private:
         SDL_GL_SetAttribute(SDL_GL_DEPTH_SIZE, 24);
         SDL_GL_SetAttribute(SDL_GL_ALPHA_SIZE, 8);
         return SDL_SetVideoMode(screenWidth, screenHeight, 32, SDL_OPENGL) && glewInit() == GLEW_OK;
-    }
-
-    static void openOnce() {
-        static const bool opened = openWindow();
-        if (opened) return;
-        fprintf(stderr, "No window to test in: %s\n", SDL_GetError());
-        exit(1);
     }
 
     static void resetMatrices() {

@@ -12,10 +12,6 @@
 
 #include "tools/process.h"
 
-double secondsNow() {
-    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
-}
-
 void sleepSeconds(double seconds) {
     std::this_thread::sleep_for(std::chrono::duration<double>(seconds));
 }
@@ -77,14 +73,12 @@ std::string outputOf(const std::string& command) {
 }
 
 void Environment::set(const std::string& name, const std::string& value) {
-    if (const char* old = std::getenv(name.c_str()))
-        before.emplace(name, old);
-    else
-        unset.push_back(name);
+    const char* old = std::getenv(name.c_str());
+    before.emplace(name, old ? std::optional<std::string>(old) : std::nullopt);
     setenv(name.c_str(), value.c_str(), 1);
 }
 
 Environment::~Environment() {
-    for (const std::string& name : unset) unsetenv(name.c_str());
-    for (const auto& [name, value] : before) setenv(name.c_str(), value.c_str(), 1);
+    for (const auto& [name, value] : before)
+        value ? setenv(name.c_str(), value->c_str(), 1) : unsetenv(name.c_str());
 }

@@ -4,11 +4,12 @@
 #include <sys/types.h>
 
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
-// Of the steady clock.
-double secondsNow();
+#include "tools/times.h"
+
 void sleepSeconds(double seconds);
 
 // Starts a program, which does not outlive this one, with its output and errors to files (-1: nowhere).
@@ -44,6 +45,5 @@ public:
     void set(const std::string& name, const std::string& value);
 
 private:
-    std::map<std::string, std::string> before;
-    std::vector<std::string> unset;
+    std::map<std::string, std::optional<std::string>> before;  // nothing where there was none
 };

@@ -3,17 +3,9 @@
 
 #include <stdlib.h>
 
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <string>
 #include <system_error>
 
-// All bytes of a file; none where it can't be read.
-inline std::string contentOf(const std::filesystem::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
+#include "tools/whole_file.h"
 
 struct ScratchDirectory {
     std::filesystem::path path;

@@ -6,7 +6,6 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <filesystem>
 
 std::string unfinishedPath(const std::string& path) {
     const std::filesystem::path place(path);

@@ -1,7 +1,16 @@
-// Files that are written whole or not at all.
+// Files that are read whole, and written whole or not at all.
 #pragma once
 
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <string>
+
+// All bytes of a file; none where it can't be read.
+inline std::string contentOf(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
 
 // Where a file grows, beside its place.
 std::string unfinishedPath(const std::string& path);

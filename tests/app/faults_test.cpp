@@ -6,13 +6,7 @@
 
 namespace {
 
-class Faults : public Program {
-public:
-    void SetUp() override {
-        leaveDrawingOut();
-        linkData();
-    }
-};
+struct Faults : UndrawnShow {};
 
 TEST_F(Faults, AMissingModelOrPictureEndsTheStartWithItsName) {
     const std::string picture = textureRows().back().path, model = meshRows().back().path;

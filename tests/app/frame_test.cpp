@@ -5,9 +5,9 @@
 
 #include <chrono>
 
-#include "app/app.h"
 #include "app/keys.h"
 #include "app/loop.h"
+#include "tests/app/fresh_app.h"
 #include "tests/scratch.h"
 #include "tests/show.h"
 #include "tests/sound/sound_server.h"
@@ -15,35 +15,11 @@
 
 namespace {
 
-class Frames : public Show {
+class Frames : public FreshApp<Show> {
 public:
-    void SetUp() override {
-        Show::SetUp();
-        app = App();
-    }
-    void TearDown() override {
-        delete[] app.screenshot.pixels;
-        app = App();
-        Show::TearDown();
-    }
-
     void renderAt(int ms) {
         music.ms = ms;
         renderFrame();
-    }
-
-    // How many pixels of the screen have other colours than the picture in the file.
-    static int apart(const Screen& screen, const std::string& path) {
-        Image image{};
-        EXPECT_EQ(loadImage(path.c_str(), &image, 1), 0);
-        int count = 0;
-        for (size_t i = 0; i < screen.pixels.size(); i++) {
-            const Pixel& pixel = screen.pixels[i];
-            const uint8_t* p = image.pixels + i * 3;
-            count += pixel.r != p[0] || pixel.g != p[1] || pixel.b != p[2];
-        }
-        delete[] image.pixels;
-        return count;
     }
 };
 
@@ -76,7 +52,7 @@ TEST_F(Frames, PressesOfAFrameMakeOneScreenshotOfWhatIsShown) {
     handleKey(SDLK_F11);
     renderAt(100000);
     const Screen shown = readWindow();
-    EXPECT_EQ(apart(shown, "w:/shots/shot0001.png"), 0);
+    EXPECT_EQ(differing(shown, screenIn("w:/shots/shot0001.png")), 0);
 }
 
 // At 40 s the picture depends on the alpha that the frame keeps, so the program must have asked for some.
@@ -86,7 +62,7 @@ TEST_F(Frames, ACapturedFrameIsWhatTheTestsWindowShows) {
     ASSERT_EQ(std::system((command + scratch.file("%d.png") + " 2>/dev/null").c_str()), 0);
     SteppedShow stepped(25, SteppedShow::Loaded{});
     stepped.draw(1000);
-    EXPECT_EQ(apart(readScreen(), scratch.file("1000.png")), 0);
+    EXPECT_EQ(differing(readScreen(), screenIn(scratch.file("1000.png"))), 0);
 }
 
 TEST_F(Frames, TheLoopTakesPressesAndNoReleases) {

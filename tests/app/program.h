@@ -96,3 +96,12 @@ public:
 private:
     Environment environment;
 };
+
+// With the show's files, where nobody looks at its pixels.
+class UndrawnShow : public Program {
+public:
+    void SetUp() override {
+        leaveDrawingOut();
+        linkData();
+    }
+};

@@ -1,8 +1,8 @@
 // What the shell takes: words of the command line, keys, and the screenshots that one of them asks for.
-#include "app/app.h"
 #include "app/keys.h"
 #include "app/options.h"
 #include "app/screenshot.h"
+#include "tests/app/fresh_app.h"
 #include "tests/gl_window.h"
 #include "tests/scratch.h"
 
@@ -23,18 +23,8 @@ TEST(Options, LaterWordsOverrideEarlierOnes) {
     EXPECT_EQ(parse({"-alsa", "-nosound"}).soundOutput, sound::None);
 }
 
-class Keys : public GlWindow {
+class Keys : public FreshApp<GlWindow> {
 public:
-    void SetUp() override {
-        GlWindow::SetUp();
-        app = App();
-    }
-    void TearDown() override {
-        delete[] app.screenshot.pixels;
-        app = App();
-        GlWindow::TearDown();
-    }
-
     void goTo(int ms) {
         music.ms = ms;
         demo->clock.update();

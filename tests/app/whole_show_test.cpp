@@ -10,12 +10,7 @@
 
 namespace {
 
-struct WholeShow : Program {
-    void SetUp() override {
-        leaveDrawingOut();
-        linkData();
-    }
-
+struct WholeShow : UndrawnShow {
     // A key in a frame of its own, as the line of a shot that can't be written tells: the clock takes one
     // seek a frame.
     void pressAlone(const std::string& key) const {
@@ -32,7 +27,7 @@ TEST_F(WholeShow, IsHeardAllAlongAndEndsInTimeWhateverBecomesOfItsKeysShotsAndSe
     press("Right Left Right Left F11 Up Down Up Down F11 q w a s space Right Left F11 Left Left", 20);
     pressAlone("Page_Up");  // to 0, from less than 30 s
 
-    const double begun = secondsNow();
+    const double begun = steadySeconds();
     double sought = 0;  // what the keys have moved the music by since, seconds
     struct Stop {
         double heardAt, second;
@@ -41,7 +36,7 @@ TEST_F(WholeShow, IsHeardAllAlongAndEndsInTimeWhateverBecomesOfItsKeysShotsAndSe
     const auto listen = [&] {
         for (int i = 0; i < 2; i++) {
             sleepSeconds(0.75);
-            stops.push_back({secondsNow(), secondsNow() - begun + sought});
+            stops.push_back({steadySeconds(), steadySeconds() - begun + sought});
         }
     };
     listen();
@@ -62,7 +57,7 @@ TEST_F(WholeShow, IsHeardAllAlongAndEndsInTimeWhateverBecomesOfItsKeysShotsAndSe
     pressAlone("Right");
 
     EXPECT_EQ(end(true), 0);
-    EXPECT_GT(secondsNow() - begun + sought, programme().back().begin - 1);
+    EXPECT_GT(steadySeconds() - begun + sought, programme().back().begin - 1);
 
     std::istringstream lines(errors());
     int shots = 0;

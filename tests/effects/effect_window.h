@@ -6,7 +6,6 @@
 #include <memory>
 #include <vector>
 
-#include "geometry/aml.h"
 #include "geometry/matrix4.h"
 #include "tests/geometry/aml_bytes.h"
 #include "tests/gl_window.h"
@@ -106,10 +105,7 @@ public:
                     mesh.faces.push_back(uint16_t(first + (turn ? (4 - corner) % 4 : corner)));
             }
         }
-        const std::string bytes = amlFile({mesh});
-        ResDescBytes stream(bytes);
-        sets.push_back(std::make_unique<MeshSet>());
-        loadAml(*sets.back(), stream, key);
+        sets.push_back(std::make_unique<MeshSet>(meshesIn(amlFile({mesh}))));
         sets.back()->meshes[0].upload();
         demo->meshes[key] = sets.back().get();
     }

@@ -144,10 +144,6 @@ struct Loader : Assimp::BaseImporter {
     }
 };
 
-bool isUnit(const std::array<float, 3>& v) {
-    return std::fabs(std::hypot(v[0], v[1], v[2]) - 1) < 1e-3f;
-}
-
 void demandAmlLimits(const std::vector<AmlMeshData>& meshes) {
     for (const AmlMeshData& mesh : meshes) {
         demand(!mesh.faces.empty() && mesh.faces.size() <= amlMostRecords);
@@ -155,7 +151,8 @@ void demandAmlLimits(const std::vector<AmlMeshData>& meshes) {
         for (const auto& position : mesh.positions)
             for (const float word : position) demand(std::isfinite(word));
         for (const AmlVertex& vertex : mesh.vertices) {
-            demand(vertex.position < mesh.positions.size() && isUnit(vertex.normal));
+            const auto& [x, y, z] = vertex.normal;
+            demand(vertex.position < mesh.positions.size() && std::fabs(std::hypot(x, y, z) - 1) < 1e-3f);
             for (const float word : vertex.coordinates) demand(std::isfinite(word));
         }
         for (const auto& face : mesh.faces)

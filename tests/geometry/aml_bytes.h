@@ -1,4 +1,4 @@
-// AML files made on the spot, in memory.
+// AML files made on the spot, in memory, and read from there.
 #pragma once
 
 #include <bit>
@@ -6,6 +6,8 @@
 #include <string>
 #include <utility>
 #include <vector>
+
+#include "geometry/aml.h"
 
 template <typename T>
 void put(std::string& bytes, T value) {
@@ -59,4 +61,12 @@ inline AmlMesh quadMesh() {
             {indexWord(0), 0, 0, 1, 0, 0, indexWord(1), 0, 0, 1, 1, 0,  //
              indexWord(2), 0, 0, 1, 1, 1, indexWord(3), 0, 0, 1, 0, 1},
             {0, 1, 2, 0, 2, 3}};
+}
+
+// As the show loads them.
+inline MeshSet meshesIn(const std::string& file, const char* name = "some/model.AML") {
+    MeshSet set;
+    ResDescBytes stream(file);
+    loadAml(set, stream, name);
+    return set;
 }

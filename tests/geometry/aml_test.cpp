@@ -8,13 +8,6 @@ namespace {
 
 constexpr const char* name = "some/model.AML";
 
-MeshSet load(const std::string& bytes) {
-    MeshSet set;
-    ResDescBytes stream(bytes);
-    loadAml(set, stream, name);
-    return set;
-}
-
 class AmlDeath : public testing::Test {
 protected:
     void SetUp() override { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
@@ -23,7 +16,7 @@ protected:
     static void expectRejected(const std::string& bytes, const std::string& reason,
                                const std::string& before = "") {
         SCOPED_TRACE(reason);
-        EXPECT_EXIT(load(bytes), testing::ExitedWithCode(1), "^" + before + reason + "\n$");
+        EXPECT_EXIT(meshesIn(bytes), testing::ExitedWithCode(1), "^" + before + reason + "\n$");
         std::string problem;
         EXPECT_FALSE(readAml(bytes, &problem));
         std::string words = reason;  // not the pattern for them
@@ -43,7 +36,7 @@ TEST(Aml, ReadsMeshesOneAfterAnother) {
     ASSERT_TRUE(read) << problem;
     EXPECT_EQ(read->meshes[1].vertexAttrib(2, colorAttrib)[3], 0.5f);
 
-    const MeshSet set = load(bytes);
+    const MeshSet set = meshesIn(bytes);
     ASSERT_EQ(set.count, 2);
     const Mesh& quad = set.meshes[0];
     EXPECT_EQ(quad.vertexCount, 4);
@@ -73,7 +66,7 @@ TEST(Aml, MeshesMayHaveNoAttributesOrOneTwice) {
     const AmlMesh repeated = {{{0, 3}, {6, 2}, {6, 2}}, {}, {0, 0, 0, 1, 2, 3, 4}, {}};
     std::string bytes = amlFile({bare, repeated});
     bytes[8 + 2] = 9;  // vertices
-    const MeshSet set = load(bytes);
+    const MeshSet set = meshesIn(bytes);
     EXPECT_EQ(set.meshes[0].vertexCount, 9);
     EXPECT_EQ(set.meshes[0].vsize, 0);
     EXPECT_EQ(set.meshes[1].vertexAttrib(0, texCoordAttrib)[0], 3) << "the last one wins";
@@ -98,7 +91,7 @@ TEST_F(AmlDeath, TruncationInEveryBlockEnds) {
 TEST_F(AmlDeath, CountsThatTheFileCannotHoldEnd) {
     std::string manyMeshes = amlFile({quadMesh()});
     manyMeshes.replace(4, 4, "\xff\xff\xff\xff");
-    EXPECT_EXIT(load(manyMeshes), testing::ExitedWithCode(1), "the file ends too early");
+    EXPECT_EXIT(meshesIn(manyMeshes), testing::ExitedWithCode(1), "the file ends too early");
     std::string problem;
     EXPECT_FALSE(readAml(manyMeshes, &problem));
     EXPECT_EQ(problem, "claims 4294967295 meshes, more than the show could draw");

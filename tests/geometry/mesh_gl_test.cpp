@@ -1,4 +1,3 @@
-#include "geometry/aml.h"
 #include "geometry/mesh.h"
 #include "tests/geometry/aml_bytes.h"
 #include "tests/gl_window.h"
@@ -17,9 +16,7 @@ protected:
         glMatrixMode(GL_MODELVIEW);
     }
     void load(const std::vector<AmlMesh>& meshes) {
-        const std::string bytes = amlFile(meshes);
-        ResDescBytes stream(bytes);
-        loadAml(set, stream, "test");
+        set = meshesIn(amlFile(meshes));
         for (Mesh& mesh : set) {
             if (mesh.attribType[0] == gvertexAttrib) mesh.expandPositions("test");
             mesh.upload();

@@ -6,17 +6,12 @@
 
 #include <cmath>
 
-#include "geometry/aml.h"
 #include "tests/geometry/aml_bytes.h"
 
 namespace {
 
 Mesh loadMesh(const AmlMesh& source) {
-    MeshSet set;
-    const std::string bytes = amlFile({source});
-    ResDescBytes stream(bytes);
-    loadAml(set, stream, "test");
-    return std::move(set.meshes[0]);
+    return std::move(meshesIn(amlFile({source})).meshes[0]);
 }
 
 std::vector<float> words(const Mesh& mesh, int vertex, int type, int count) {

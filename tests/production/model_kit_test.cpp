@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
-#include "geometry/aml.h"
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
+#include "tests/geometry/aml_bytes.h"
 #include "tests/scratch.h"
 
 namespace {
@@ -124,24 +124,19 @@ TEST(ModelKit, SweptFramesDontTwistAndMeet) {
     }
 }
 
-struct Loaded {
-    MeshSet set;
-
-    explicit Loaded(const std::vector<Shape>& shapes) {
-        const ScratchDirectory scratch;
-        const std::string path = scratch.file("shape.AML");
-        writeAml(path.c_str(), shapes);
-        ResDescFile stream(path.c_str());
-        loadAml(set, stream, path.c_str());
-    }
-};
+MeshSet loaded(const std::vector<Shape>& shapes) {
+    const ScratchDirectory scratch;
+    const std::string path = scratch.file("shape.AML");
+    writeAml(path.c_str(), shapes);
+    return meshesIn(contentOf(path));
+}
 
 TEST(ModelKit, NormalsFollowTheSmoothingAngle) {
     const Shape cube = box({2, 2, 2}, 0);
-    const Loaded faceted({smoothed(cube, hard)}), rounded({smoothed(cube, 1.7)});
-    EXPECT_EQ(faceted.set.meshes[0].gvertexCount, 8);
-    EXPECT_EQ(faceted.set.meshes[0].vertexCount, 24);
-    const Mesh& mesh = rounded.set.meshes[0];
+    const MeshSet faceted = loaded({smoothed(cube, hard)}), rounded = loaded({smoothed(cube, 1.7)});
+    EXPECT_EQ(faceted.meshes[0].gvertexCount, 8);
+    EXPECT_EQ(faceted.meshes[0].vertexCount, 24);
+    const Mesh& mesh = rounded.meshes[0];
     for (int i = 0; i < mesh.vertexCount; i++) {
         const float* p = mesh.gvertexPosition(i);
         const float* n = mesh.vertexAttrib(i, normalAttrib);
@@ -151,10 +146,10 @@ TEST(ModelKit, NormalsFollowTheSmoothingAngle) {
 
 TEST(ModelKit, LargeShapesContinueInFurtherMeshes) {
     const Shape wide = grid(300, 301, false, false, [](int c, int r) { return Vec{c * 1.0, r * 1.0, 0}; });
-    const Loaded loaded({wide, box({1, 1, 1}, 0.1)});
-    ASSERT_EQ(loaded.set.count, 4);
+    const MeshSet set = loaded({wide, box({1, 1, 1}, 0.1)});
+    ASSERT_EQ(set.count, 4);
     int faces = 0;
-    for (int i = 0; i < 3; i++) faces += loaded.set.meshes[i].faceCount;
+    for (int i = 0; i < 3; i++) faces += set.meshes[i].faceCount;
     EXPECT_EQ(faces, 2 * 299 * 300);
 }
 

@@ -34,7 +34,7 @@ EsdServer::EsdServer(double speed) : speed(speed) {
     path.copy(address.sun_path, sizeof address.sun_path - 1);
     const int bound = bind(listener, reinterpret_cast<sockaddr*>(&address), sizeof address);
     EXPECT_TRUE(bound == 0 && listen(listener, 8) == 0) << "another server is there";
-    started = secondsNow();
+    started = steadySeconds();
     thread = std::thread(&EsdServer::run, this);
 }
 
@@ -61,7 +61,9 @@ void EsdServer::run() {
     while (!quitting) {
         const int client = accept4(listener, nullptr, nullptr, SOCK_CLOEXEC);
         if (client >= 0) (admit(client) ? players : others).push_back(client);
-        const auto due = [&] { return (secondsNow() - started) * recordRate * speed - double(heard.size()); };
+        const auto due = [&] {
+            return (steadySeconds() - started) * recordRate * speed - double(heard.size());
+        };
         heldUp |= due() > 2 * blockFrames;
         while (due() > 0) playBlock(players);
         sleepSeconds(0.002);

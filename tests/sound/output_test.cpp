@@ -30,13 +30,13 @@ using Readings = std::vector<Reading>;
 // Time and position of one moment: what was interrupted between the two is read again.
 Reading read(const sound::Stream* stream) {
     for (;;) {
-        const Reading reading{secondsNow(), sound::position(stream)};
-        if (secondsNow() - reading.time < 0.001) return reading;
+        const Reading reading{steadySeconds(), sound::position(stream)};
+        if (steadySeconds() - reading.time < 0.001) return reading;
     }
 }
 
 void readFor(double seconds, const sound::Stream* stream, Readings& readings) {
-    for (const double end = secondsNow() + seconds; secondsNow() < end; sleepSeconds(0.01))
+    for (const double end = steadySeconds() + seconds; steadySeconds() < end; sleepSeconds(0.01))
         readings.push_back(read(stream));
 }
 
@@ -62,11 +62,11 @@ sound::Stream* startPlaying(int output, bool insist = true) {
 
 // Seeks, and expects the position there at once: it may have run on for as long as that took, and a quarter.
 void seek(sound::Stream* stream, int target) {
-    const double before = secondsNow();
+    const double before = steadySeconds();
     sound::setPosition(stream, target);
     const int position = sound::position(stream);
     EXPECT_GE(position, target);
-    EXPECT_LE(position, target + (secondsNow() - before) * 1250);
+    EXPECT_LE(position, target + (steadySeconds() - before) * 1250);
 }
 
 // Plays, seeks and pauses, and reads the position all the while.
@@ -191,10 +191,7 @@ TEST(Player, DISABLED_Plays) {
     const auto print = [](const Readings& readings) {
         for (const Reading& reading : readings) printf("reading %.6f %d\n", reading.time, reading.position);
     };
-    if (end == "show") {
-        print(playShow(output));
-        return;
-    }
+    if (end == "show") return print(playShow(output));
     sound::Stream* stream = startPlaying(output, end != "replaced");
     printf("output %d\n", sound::output());
     if (end == "stall") {

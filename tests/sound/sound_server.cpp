@@ -162,7 +162,7 @@ void Recorder::read() {
     for (;;) {
         const ssize_t got = ::read(pipeEnd, reinterpret_cast<char*>(frames) + held, sizeof frames - held);
         if (got <= 0) return;
-        firstFrame = std::min(firstFrame.load(), secondsNow() - double(recorded.size()) / recordRate);
+        firstFrame = std::min(firstFrame.load(), steadySeconds() - double(recorded.size()) / recordRate);
         const size_t bytes = held + size_t(got);
         for (size_t i = 0; i < bytes / 4; i++) recorded.push_back(float(frames[2 * i]) / 32768);
         held = bytes % 4;

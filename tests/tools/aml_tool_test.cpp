@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "geometry/aml.h"
 #include "geometry/aml_writer.h"
 #include "script/resources.h"
+#include "tests/geometry/aml_bytes.h"
 #include "tests/process.h"
 #include "tests/scratch.h"
 #include "tools/aml/info.h"
@@ -23,14 +23,8 @@ constexpr char otherPeoplesModels[] = "/usr/share/assimp/models/";
 using Corner = std::array<float, 8>;  // position, normal, coordinates
 using Triangle = std::array<Corner, 3>;
 
-void read(MeshSet& set, const std::string& path) {
-    ResDescFile stream(path.c_str());
-    loadAml(set, stream, path.c_str());
-}
-
 std::vector<Triangle> trianglesOf(const std::string& path) {
-    MeshSet set;
-    read(set, path);
+    MeshSet set = meshesIn(contentOf(path));
     std::vector<Triangle> triangles;
     for (Mesh& mesh : set) {
         mesh.expandPositions(path.c_str());
@@ -211,8 +205,7 @@ TEST(AmlTool, ContinuesWhatOutgrowsAMeshInFurtherOnes) {
     }
     const std::string back = scratch.file("grid.AML");
     ASSERT_EQ(aml("import " + scratch.write("grid.obj", text) + " " + back).status, 0);
-    MeshSet set;
-    read(set, back);
+    MeshSet set = meshesIn(contentOf(back));
     EXPECT_GE(set.count, 3);
     EXPECT_EQ(trianglesOf(back).size(), 2u * side * side);
 }
@@ -249,8 +242,7 @@ TEST(AmlTool, SaysWhatOutgrowsTheMemory) {
 
 TEST(AmlTool, HasNothingAgainstTheShowsFiles) {
     for (const MeshRow& row : meshRows()) {
-        MeshSet set;
-        read(set, row.path);
+        MeshSet set = meshesIn(contentOf(row.path));
         EXPECT_EQ(objections(set, row.path), std::vector<std::string>{}) << row.path;
         EXPECT_NE(aml(std::string("info ") + row.path).output.find(std::string("\"") + row.key + "\""),
                   std::string::npos);
@@ -258,13 +250,11 @@ TEST(AmlTool, HasNothingAgainstTheShowsFiles) {
 }
 
 TEST(AmlTool, SaysWhatTheShowWouldObjectTo) {
-    MeshSet set;
-    read(set, "data/pallo.AML");
+    MeshSet set = meshesIn(contentOf("data/pallo.AML"));
     const std::vector<std::string> large = objections(set, "elsewhere/palikka.AML");
     ASSERT_EQ(large.size(), 1u);
     EXPECT_NE(large[0].find("where its scenes leave room for 52"), std::string::npos);
-    MeshSet detailed;
-    read(detailed, "data/laatikko.AML");
+    MeshSet detailed = meshesIn(contentOf("data/laatikko.AML"));
     EXPECT_EQ(objections(detailed, "tunneli.AML").size(), 1u);
     EXPECT_EQ(objections(detailed, "mine.AML").size(), 0u);
 

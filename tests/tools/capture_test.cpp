@@ -54,27 +54,33 @@ TEST(Capture, AFailureIsOneLineAndLeavesNoFile) {
         << pictures.output;
 }
 
-TEST(Capture, WordsThatAreWrongAreNamed) {
-    for (const auto& [words, told] : {
-             std::pair{"--from 20 --to 10", "--from: does not lie before --to"},
-             {"--fps 23.976", "--fps: not a whole number"},
-             {"--out", "--out: needs a value"},
-             {"--join --fps 1", "--join: needs parts"},
-             {"--every", "--every: needs a value"},
-             {"a.mp4", "a.mp4: unknown option; --help tells those there are"},
-             {"--quick", "--quick: unknown option; --help tells those there are"},
-             {"--out a%s.png", "--out: pictures need a number in their name, such as frames/%05d.png"},
-             {"--upload --fps 30", "--upload: has 60 frames a second"},
-             {"--party --fps=60", "--party: has 30 frames a second"},
-             {"--archive --party", "--party: a film is of one kind"},
-             {"--archive", "--archive: makes an .mkv"},
-             {"--archive --frames 1 --out a.mkv", "--archive: makes a part that is a .mov"},
-             {"--frames 11716-11717", "--frames: the show ends with frame 11716"},
-             {"--frames 3 --to 5", "--frames: stands instead of --from and --to, not beside them"},
+TEST(Capture, AndRehearseNameTheWordsThatAreWrong) {
+    for (const auto& [command, told] : {
+             std::pair{"capture --from 20 --to 10", "--from: does not lie before --to"},
+             {"capture --fps 23.976", "--fps: not a whole number"},
+             {"capture --out", "--out: needs a value"},
+             {"capture --join --fps 1", "--join: needs parts"},
+             {"capture --every", "--every: needs a value"},
+             {"capture a.mp4", "a.mp4: unknown option; --help tells those there are"},
+             {"capture --quick", "--quick: unknown option; --help tells those there are"},
+             {"capture --out a%s.png",
+              "--out: pictures need a number in their name, such as frames/%05d.png"},
+             {"capture --upload --fps 30", "--upload: has 60 frames a second"},
+             {"capture --party --fps=60", "--party: has 30 frames a second"},
+             {"capture --archive --party", "--party: a film is of one kind"},
+             {"capture --archive", "--archive: makes an .mkv"},
+             {"capture --archive --frames 1 --out a.mkv", "--archive: makes a part that is a .mov"},
+             {"capture --frames 11716-11717", "--frames: the show ends with frame 11716"},
+             {"capture --frames 3 --to 5", "--frames: stands instead of --from and --to, not beside them"},
+             {"rehearse 195.28", "195.28: no second of the show"},
+             {"rehearse x", "x: no second of the show"},
+             {"rehearse -win", "-win: unknown option; --help tells those there are"},
+             {"rehearse 5 --state", "--state: needs a value"},
          }) {
-        const Result result = capture(words);
+        const std::string words = command;
+        const Result result = shell(BUILD_FOLDER "/" + words);
         EXPECT_EQ(result.status, 1) << words;
-        EXPECT_EQ(result.output, "capture: " + std::string(told) + '\n');
+        EXPECT_EQ(result.output, words.substr(0, words.find(' ')) + ": " + told + '\n');
     }
 }
 
@@ -114,25 +120,6 @@ TEST(Capture, DrawsNothingOfAStateThatNeverWas) {
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.output, "capture: data/ was changed while it was read; start again\n");
     EXPECT_EQ(namesIn(scratch.path), std::set<std::string>{"data"});
-}
-
-TEST(Capture, InstalledFindsItsShowBesideAStrangersData) {
-    const ScratchDirectory prefix, stranger;
-    std::filesystem::create_directories(prefix.path / "libexec/valojuova-tools");
-    std::filesystem::copy_file(CAPTURE_PROGRAM, prefix.path / "libexec/valojuova-tools/capture");
-    linkDataSet(prefix.path / "share/valojuova");
-    stranger.write("data/white.png", "of another show");
-    const auto run = [&] {
-        return shell("cd " + stranger.path.string() + " && " +
-                     prefix.file("libexec/valojuova-tools/capture") + " --join part.mp4")
-            .output;
-    };
-    EXPECT_EQ(run(), "capture: the show is that of " + prefix.file("share/valojuova") +
-                         "\ncapture: " + stranger.file("part.mp4") + ": there is no such part\n");
-    std::filesystem::remove_all(stranger.path / "data");
-    linkDataSet(stranger.path);
-    std::filesystem::remove(stranger.path / "data/loading.jpg");
-    EXPECT_EQ(run(), "capture: part.mp4: there is no such part\n") << "an author's, though it isn't whole";
 }
 
 }  // namespace

@@ -12,11 +12,10 @@
 inline constexpr char music[] = "data/KVX - Ondrevane2.ogg";
 
 // What is looked at is what the desk says, and what is heard.
-class RehearseProgram : public Program {
+class RehearseProgram : public UndrawnShow {
 public:
     void SetUp() override {
-        leaveDrawingOut();
-        linkData();
+        UndrawnShow::SetUp();
         program = REHEARSE_PROGRAM;
     }
     void TearDown() override { endProcess(process, SIGTERM); }

@@ -63,13 +63,7 @@ public:
         const std::string command =
             LOOK_PROGRAM " " + std::to_string(second) + " " + file + " >look.out 2>&1";
         EXPECT_EQ(std::system(command.c_str()), 0) << contentOf("look.out");
-        Screen screen{screenWidth, screenHeight, std::vector<Pixel>(screenWidth * screenHeight)};
-        Image image = {};
-        if (loadImage(file.c_str(), &image, 1) != 0) return screen;
-        for (size_t i = 0; i < screen.pixels.size(); i++)
-            screen.pixels[i] = {image.pixels[3 * i], image.pixels[3 * i + 1], image.pixels[3 * i + 2], 255};
-        delete[] image.pixels;
-        return screen;
+        return screenIn(file);
     }
     std::string problem(const std::string& file) { return loading->problems[file]; }
 };

@@ -85,7 +85,7 @@ public:
     // several, since a busy machine may have nothing to play at one.
     Moments nextMoments() const {
         Moments moments;
-        double from = secondsNow() + 0.7;
+        double from = steadySeconds() + 0.7;
         for (int i = 0; i < 5; i++) {
             double now = 0;
             int ms = 0;

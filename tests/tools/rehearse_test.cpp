@@ -1,5 +1,5 @@
 // The rehearsal in the test's own window: transport, loops, and what is held against what a film would have.
-#include <cstring>
+#include <array>
 
 #include "script/show_times.h"
 #include "tests/tools/rehearsal_window.h"
@@ -108,12 +108,13 @@ TEST_F(Rehearse, TheDeskChangesNothingOfTheShow) {
     rehearsal->desk.problems = {"data/spot.png: broken"};
     rehearsal->transport.setLoop(20000, 40000);
     rehearsal->desk.pointer = 30000;
-    GLint64 before[4], after[4];
-    const GLenum names[4] = {GL_MATRIX_MODE, GL_TEXTURE_BINDING_2D, GL_BLEND, GL_ACTIVE_TEXTURE};
-    for (int i = 0; i < 4; i++) before[i] = stateOf(names[i]);
+    const auto states = [] {
+        return std::array{stateOf(GL_MATRIX_MODE), stateOf(GL_TEXTURE_BINDING_2D), stateOf(GL_BLEND),
+                          stateOf(GL_ACTIVE_TEXTURE)};
+    };
+    const auto before = states();
     const Screen covered = settle();
-    for (int i = 0; i < 4; i++) after[i] = stateOf(names[i]);
-    EXPECT_EQ(memcmp(before, after, sizeof before), 0);
+    EXPECT_EQ(states(), before);
     EXPECT_GT(differing(covered, bare), 50000);
     for (int i = 0; i < 3; i++) key(SDLK_PERIOD);
     settle();

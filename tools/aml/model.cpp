@@ -9,8 +9,6 @@
 #include <assimp/Importer.hpp>
 #include <cmath>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <map>
 #include <numbers>
 
@@ -205,8 +203,7 @@ std::string formatOf(const Assimp::Exporter& exporter, std::string ending) {
 
 // Assimp 6 names the texture coordinates in a PLY after colours, of which there are none here.
 bool nameCoordinates(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    std::string text{std::istreambuf_iterator<char>(file), {}};
+    std::string text = contentOf(path);
     constexpr std::string_view wrong =
         "property uchar red\nproperty uchar green\nproperty uchar blue\nproperty uchar alpha\n";
     const size_t place = text.find(wrong);

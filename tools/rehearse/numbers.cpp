@@ -4,9 +4,6 @@
 #include <cerrno>
 #include <cmath>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <utility>
 
 #include "render/demo.h"
@@ -57,11 +54,6 @@ bool inOrder(std::span<const ProgrammeEntry> sheet) {
     for (size_t i = 1; i < sheet.size(); i++)
         if (!(sheet[i - 1].begin < sheet[i].begin)) return false;
     return sheet.front().begin >= 0;
-}
-
-std::string contentOf(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 // Scenes first, then effects, what they share, times and shaders.
@@ -340,31 +332,23 @@ void Numbers::choose(int steps) {
     chosen = listed[size_t(std::clamp(at, 0, last))];
 }
 
-// A shader's is the generator's source, where the copy below data/ is the same.
-std::string Numbers::pathOf(const TurnableNumber& number, const std::string& shown) const {
-    if (!isShader(number.file)) return root + number.file;
-    const std::string source = sourceOf(shaders, number.file);
-    return !source.empty() && contentOf(source) == shown ? source : number.file;
-}
-
 void Numbers::write(int index) {
     if (index < 0) return;
     TurnableNumber& number = all[size_t(index)];
     if (!number.turned()) return;
     std::string& known = sources[number.file].text;
+    std::string path = (isShader(number.file) ? "" : root) + number.file;
+    // A shader's is the generator's source, where the copy below data/ is the same.
+    if (const std::string source = sourceOf(shaders, path); !source.empty() && contentOf(source) == known)
+        path = source;
     std::error_code error;
-    const std::string path = fs::canonical(pathOf(number, known), error).string();
-    const std::string text = contentOf(path);
-    if (text != known) {
-        news.push_back("not written: " + number.file + " was changed meanwhile");
-        return;
-    }
-    std::string changed = text;
+    path = fs::canonical(path, error).string();
+    if (contentOf(path) != known)
+        return news.push_back("not written: " + number.file + " was changed meanwhile");
+    std::string changed = known;
     changed.replace(number.at, number.source.size(), number.now);
-    if (!writeWholeFile(path, changed)) {
-        news.push_back("not written: " + number.file + ": " + strerror(errno));
-        return;
-    }
+    if (!writeWholeFile(path, changed))
+        return news.push_back("not written: " + number.file + ": " + strerror(errno));
     known = changed;
     for (TurnableNumber& other : all)
         if (other.file == number.file && other.at > number.at)

@@ -99,7 +99,6 @@ private:
     void list();
     bool show(const TurnableNumber& number);
     bool put(TurnableNumber& number, const std::string& digits);
-    std::string pathOf(const TurnableNumber& number, const std::string& text) const;
     bool buildPrograms(const std::string& file);
 };
 
