@@ -72,9 +72,9 @@ struct Changes {
     Field last = {};
     bool begun = false;
     double mean = 0;
-    double risen = 0;          // by the steps of one direction, of a second at most:
-    std::deque<double> steps;  // which those are
-    std::deque<bool> hits;     // of the last second
+    double risen = 0;               // by the steps of one direction, of a second at most:
+    std::deque<double> steps = {};  // which those are
+    std::deque<bool> hits = {};     // of the last second
 
     // Takes a frame; returns how many changes the second that ends with it holds.
     int add(const Field& field) {
