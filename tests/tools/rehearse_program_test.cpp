@@ -20,7 +20,8 @@ TEST_F(RehearseProgram, KeysAndMouseMoveTheMusic) {
     act("mousemove --window %1 " + std::to_string(xAt(100)) + " 540 click 1");
     EXPECT_TRUE(await([&] { return std::abs(time() - 100000) < 400; })) << time();
     EXPECT_EQ(state("segment"), "robot");
-    act("key --window %1 l Escape Escape");
+    act("key --window %1 l Escape");
+    act("key --window %1 Escape");
     EXPECT_EQ(waitForProcess(process), 0);
     process = -1;
 }
