@@ -5,6 +5,7 @@
 
 #include <random>
 
+#include "tests/process.h"
 #include "tests/scratch.h"
 #include "tests/tools/rehearsal_window.h"
 #include "tools/loading/program_build.h"
@@ -60,9 +61,8 @@ public:
     // The same moment in a process that starts with the files as they are.
     Screen freshStart(double second) {
         const std::string file = scratch.file("fresh.png");
-        const std::string command =
-            LOOK_PROGRAM " " + std::to_string(second) + " " + file + " >look.out 2>&1";
-        EXPECT_EQ(std::system(command.c_str()), 0) << contentOf("look.out");
+        const Result result = shell(LOOK_PROGRAM " " + std::to_string(second) + " " + file);
+        EXPECT_EQ(result.status, 0) << result.output;
         return screenIn(file);
     }
     std::string problem(const std::string& file) { return loading->problems[file]; }

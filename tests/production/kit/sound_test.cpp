@@ -145,6 +145,7 @@ TEST(SoundKit, NotationIsReadAsItIsWritten) {
     EXPECT_EQ(melody.steps[0].pitch, 70);
     EXPECT_EQ(melody.steps[1].pitch, 74);
     EXPECT_EQ(melody.steps[2].at, 8);
+    EXPECT_EQ(melody.steps[2].length, 8);
     EXPECT_GT(melody.steps[0].velocity, melody.steps[3].velocity);
     EXPECT_GT(melody.steps[3].velocity, melody.steps[2].velocity);
     EXPECT_EQ(melody.steps[3].pitch, 71);
