@@ -7,7 +7,6 @@
 #include "production/models/figures.h"
 #include "production/models/models.h"
 #include "production/models/paints.h"
-#include "production/shared/evenings.h"
 
 using namespace model;
 
@@ -17,7 +16,7 @@ constexpr double halfLength = 55, halfWidth = 22.5, halfHeight = 9.3;
 constexpr double slab = 2.4;  // thickness of floor and roof
 constexpr double roofFrom = -30, glassFrom = -27, glassTo = 51, glassHalf = 19;
 constexpr double parapet = 6.4;  // height of the terrace's, slab included
-constexpr double trunkRadius = 13, trunkDepth = 130, mastHeight = 50;
+constexpr double trunkRadius = 13, trunkDepth = 130, mastHeight = 62;
 
 // The light circles far below the heap. What is to catch it wherever it stands faces down by `share` more
 // than it does.
@@ -54,23 +53,26 @@ Shape terraceWalls() {
                    block({in - halfLength, low, -halfWidth}, {roofFrom, top, in - halfWidth}, 0.5)});
 }
 
-// A stretch of rooms from slab to slab, each behind a pane that looks another way, so that they glint one
-// after another. Lit ones face the light far below, but no more than that they throw back none of the glow
-// beyond the heap; dark ones look nearly straight out, and show it cold or warm on the heap's sides.
+constexpr int panesOf[] = {3, 4, 3, 3, 3, 4};  // as the stretches are painted
+
+// A stretch of rooms from slab to slab behind panes, each of which leans and bulges, so that they are lit and
+// glint one after another, in streaks. They face the light far below, but no more than that they throw back
+// little of the glow beyond the heap.
 Shape stretch(Vec from, Vec along, int number) {
-    constexpr double leans[heap::roomsInStretch] = {0.0, -0.2, 0.15, -0.1, 0.2, 0.1}, lit = 1.6, dark = 0.25;
-    const Vec step = along * (1.0 / heap::roomsInStretch), tall = {0, 2 * (halfHeight - slab), 0};
+    constexpr double downs[] = {1.3, 1.9, 1.5, 2.1}, bulge = 0.5;
+    const int panes = panesOf[number];
+    const Vec step = along * (1.0 / panes), tall = {0, 2 * (halfHeight - slab), 0};
     const Patch rooms = patchOf(atlas::hull::rooms[number]);
-    std::vector<Shape> panes;
-    for (int i = 0; i < heap::roomsInStretch; i++) {
-        const Patch room = {rooms.at(double(i) / heap::roomsInStretch, 0),
-                            rooms.at(double(i + 1) / heap::roomsInStretch, 1)};
-        const double down = heap::evenings[number][i] == 'o' ? dark : lit;
-        panes.push_back(shaded(painted(sheet(from + step * i, step, tall), room), [&](Vec, Vec normal) {
-            return normal + normalized(along) * leans[i] - Vec{0, down, 0};
+    std::vector<Shape> all;
+    for (int i = 0; i < panes; i++) {
+        const Patch part = {rooms.at(double(i) / panes, 0), rooms.at(double(i + 1) / panes, 1)};
+        const Vec corner = from + step * i, middle = corner + step * 0.5;
+        all.push_back(shaded(painted(sheet(corner, step, tall), part), [&](Vec p, Vec normal) {
+            const Vec aside = {p.x - middle.x, 0, p.z - middle.z};
+            return normal + aside * (bulge / length(step)) - Vec{0, downs[i], 0};
         }));
     }
-    return joined(panes);
+    return joined(all);
 }
 
 // Each side has a shape of its own, so that a storey has another outline after each quarter turn: before,
@@ -84,16 +86,37 @@ Shape core() {
                    block({glassMiddle, low, -bayOut}, {glassTo - 8, high, -glassHalf}, 0)});
 }
 
-// The balcony's floor and rail, and floor and roof of the bay.
+// The balcony's floor, and floor and roof of the bay.
+constexpr double balconyFrom = glassMiddle + 2, balconyTo = halfLength - 6, balconyOut = halfWidth + 8;
 Shape outworks() {
-    const double low = -halfHeight, out = halfWidth + 8, from = glassMiddle + 2, to = halfLength - 6;
-    const auto rail = [&](Vec a, Vec b) { return block(a, b + Vec{0, 0.9, 0.9}, 0.2); };
+    const double low = -halfHeight;
     return joined(
-        {block({from, low + 0.4, halfWidth - 1}, {to, low + slab - 0.4, out}, 0.4),
-         rail({from, low + 6.5, out - 1}, {to, low + 6.5, out - 1}),
-         rail({from, low + 4.5, out - 1}, {to, low + 4.5, out - 1}),
+        {block({balconyFrom, low + 0.4, halfWidth - 1}, {balconyTo, low + slab - 0.4, balconyOut}, 0.4),
          block({glassMiddle - 1, low, -bayOut - 1}, {glassTo - 7, low + slab, 2 - halfWidth}, 0.4),
          block({glassMiddle - 1, -low - slab, -bayOut - 1}, {glassTo - 7, -low, 2 - halfWidth}, 0.4)});
+}
+
+// The balcony's rails, and a garland of lamps over it.
+Shape rails() {
+    std::vector<Shape> all;
+    for (const double y : {4.2, 6.6})
+        for (const double x : {balconyFrom, balconyTo})
+            all.push_back(
+                block({x - 0.3, y - halfHeight, halfWidth}, {x + 0.3, y - halfHeight + 0.5, balconyOut}, 0));
+    for (const double y : {1.2, 4.2, 6.6})
+        all.push_back(block({balconyFrom, y - halfHeight, balconyOut - 0.3},
+                            {balconyTo, y - halfHeight + 0.5, balconyOut + 0.2}, 0));
+    return joined(all);
+}
+Shape garland() {
+    constexpr int lamps = 9;
+    std::vector<Shape> all;
+    for (int i = 0; i < lamps; i++) {
+        const double k = (i + 0.5) / lamps, hang = std::fabs(std::sin(2 * pi * k));
+        all.push_back(
+            moved(icosphere(0.75, 0), {mix(balconyFrom, balconyTo, k), 6.2 - 2.6 * hang, balconyOut - 1}));
+    }
+    return joined(all);
 }
 
 // Two stretches on each long side and one on each end.
@@ -108,29 +131,36 @@ Shape glass() {
                    stretch({glassFrom - breath, low, -glassHalf}, {0, 0, 2 * glassHalf}, 5)});
 }
 
-// A thin line of light along the roof's edges, which draws every storey.
-Shape edgeLine() {
-    constexpr double y = halfHeight - slab / 2, half = 0.35, out = 0.3;
-    const auto line = [&](Vec a, Vec b) {
-        return block(a - Vec{out, half, out}, b + Vec{out, half, out}, 0);
+// The slabs' edges, each side's with a line of light of its own, which draw every storey.
+Shape edges() {
+    constexpr double out = 0.08, longest = 2 * halfLength, wide = 2 * halfWidth;
+    std::vector<Shape> all;
+    const auto edge = [&](int side, Vec from, Vec along) {
+        const double share = (std::fabs(along.x) + std::fabs(along.z)) / longest;
+        const Patch whole = hull::edge(side);
+        all.push_back(painted(sheet(from, along, {0, slab, 0}), {whole.low, whole.at(share, 1)}));
     };
-    return joined({line({roofFrom, y, halfWidth}, {halfLength, y, halfWidth}),
-                   line({roofFrom, y, -halfWidth}, {halfLength, y, -halfWidth}),
-                   line({halfLength, y, -halfWidth}, {halfLength, y, halfWidth}),
-                   line({roofFrom, y, -halfWidth}, {roofFrom, y, halfWidth})});
+    const double y = halfHeight - slab;
+    edge(0, {roofFrom, y, halfWidth + out}, {halfLength - roofFrom, 0, 0});
+    edge(1, {halfLength, y, -halfWidth - out}, {roofFrom - halfLength, 0, 0});
+    edge(2, {halfLength + out, y, halfWidth}, {0, 0, -wide});
+    edge(3, {roofFrom - out, y, -halfWidth}, {0, 0, wide});
+    return joined(all);
 }
 
-// Under the floor: timber, vaulted to the light. Flat, all of it would throw back the glow beyond the heap at
-// once, and that would lie over the heap as a veil; leaning all one way, the comet would fill it from under
-// the top storeys.
+// Under the floor, looking outwards a little: what faces away from the viewer throws back the glow beyond the
+// heap, and that would lie over the heap as a veil.
 Shape soffit() {
-    constexpr double edge = 1.2, y = -halfHeight - 0.19, vault = 0.15;
+    constexpr double edge = 1.2, y = -halfHeight - 0.19, vault = 0.8;
     constexpr double length = halfLength - edge, width = halfWidth - edge;
     std::vector<Shape> quarters;
     for (const double x : {-length, 0.0})
         for (const double z : {-width, 0.0})
             quarters.push_back(sheet({x, y, z}, {length, 0, 0}, {0, 0, width}));
-    return shaded(painted(joined(quarters), hull::timber), [](Vec p, Vec normal) {
+    const Shape painted = mappedBy(joined(quarters), [](const Face&, Vec p) {
+        return hull::soffit.at(std::fabs(p.x) / length, std::fabs(p.z) / width);
+    });
+    return shaded(painted, [](Vec p, Vec normal) {
         return normal + Vec{p.x / length, 0, p.z / width} * vault;
     });
 }
@@ -205,8 +235,14 @@ Shape mast() {
                   {0, halfHeight + mastHeight}},
                  8);
 }
-Shape mastLamp() {
-    return moved(icosphere(2.8, 1), {0, halfHeight + mastHeight, 0});
+// Rings of light round it, which the storeys above hide as they do the mast, and its lamp.
+Shape beacon() {
+    std::vector<Shape> all = {moved(icosphere(3.2, 1), {0, halfHeight + mastHeight, 0})};
+    for (int i = 0; i < 4; i++) {
+        const double y = halfHeight + 14 + 11 * i, r = 9.5 - 1.8 * i;
+        all.push_back(lathe({{r, y}, {r, y + 0.9}}, 20));
+    }
+    return joined(all);
 }
 
 }  // namespace
@@ -216,7 +252,7 @@ Shape figures::heapBox() {
 }
 
 void makeHeapBox(const char* path) {
-    constexpr double lamps = 1.9;
+    constexpr double lamps = 4;
     // A breath of a curve, so that a light crosses a slab instead of filling it at once. Its sides look away
     // from the heap's axis, as if it were a column, so that the same light stays on the same side of it,
     // whichever way its storeys turn; and down, to the light that circles there, behind it at times.
@@ -226,12 +262,13 @@ void makeHeapBox(const char* path) {
         return normal * 0.3 + normalized(Vec{p.x, 0, p.z}) - Vec{0, 1.5, 0};
     };
     const Shape slabs =
-        shaded(painted(joined({floorSlab(), roofSlab(), terraceWalls()}), hull::lime), curved);
+        shaded(painted(joined({floorSlab(), roofSlab(), terraceWalls()}), hull::shade), curved);
     const Shape dark = joined(
-        {shaded(painted(outworks(), hull::timber), curved), shaded(painted(core(), hull::dark), curved)});
-    writeAml(path, {slabs, dark, soffit(), glass(), litFromBelow(painted(hedge(), hull::leaves), 0.35),
-                    litFromBelow(painted(shrubs(), hull::foliage), 0.7),
-                    litFromBelow(painted(joined({trunk(), mast()}), hull::dark), 0.3),
-                    litFromBelow(painted(edgeLine(), hull::coolLamp), lamps),
-                    litFromBelow(painted(joined({trunkRings(), mastLamp()}), hull::warmLamp), lamps)});
+        {shaded(painted(outworks(), hull::shade), curved), shaded(painted(core(), hull::shade), curved)});
+    writeAml(
+        path,
+        {slabs, dark, soffit(), glass(), litFromBelow(painted(hedge(), hull::leaves), 0.35),
+         litFromBelow(painted(shrubs(), hull::foliage), 0.7),
+         litFromBelow(painted(joined({trunk(), mast()}), hull::dark), 0.3), litFromBelow(edges(), lamps),
+         litFromBelow(painted(joined({trunkRings(), beacon(), rails(), garland()}), hull::warmLamp), lamps)});
 }

@@ -24,9 +24,12 @@ constexpr Patch numbered = patchOf(atlas::hull::numbered.part(0.2, 0.9, 2.6, 2.2
 constexpr Patch vents = patchOf(atlas::hull::vents.within(0.1));                     // dark slats
 constexpr Patch sail = patchOf(atlas::hull::wing.within(0.1));  // a pale wing, from its root to its tip
 constexpr Patch dark = patchOf(atlas::hull::dark.part(0.3, 0.2, 3.4, 1.0));
-constexpr Patch timber = patchOf(atlas::hull::timber), leaves = patchOf(atlas::hull::leaves),
-                foliage = patchOf(atlas::hull::leaves.part(0, 0, 2.8, 0.35)),
-                lime = patchOf(atlas::hull::lime.within(0.1));
+constexpr Patch soffit = patchOf(atlas::hull::soffit.within(0.02)),
+                leaves = patchOf(atlas::hull::leaves.within(0.02)),
+                foliage = patchOf(atlas::hull::leaves.part(0.02, 0.02, 1.96, 0.28));
+constexpr Patch edge(int side) {
+    return patchOf(atlas::hull::edge(side));
+}
 constexpr Patch water = patchOf(atlas::hull::water.within(atlas::hull::bleed));
 constexpr Patch outside(int kind) {
     return patchOf(atlas::hull::outside(kind).within(atlas::hull::bleed));
@@ -41,7 +44,8 @@ constexpr Patch thread(int kind) {
     return patchOf(atlas::hull::thread(kind).within(atlas::hull::bleed));
 }
 constexpr Uv orange = middleOf(atlas::hull::stripe), warmLamp = middleOf(atlas::hull::warmLamp),
-             coolLamp = middleOf(atlas::hull::coolLamp), pearl = middleOf(atlas::hull::pearl);
+             coolLamp = middleOf(atlas::hull::coolLamp), pearl = middleOf(atlas::hull::pearl),
+             shade = middleOf(atlas::hull::shade);
 
 constexpr Patch lacquer(atlas::hull::Lacquer which) {
     return patchOf(atlas::hull::lacquer(which).within(0.08));

@@ -6,10 +6,10 @@
 #include "production/kit/picture/lettering.h"
 #include "production/kit/picture/noise.h"
 #include "production/kit/picture/relief.h"
+#include "production/pictures/houses.h"
 #include "production/pictures/lanterns.h"
 #include "production/pictures/pictures.h"
 #include "production/shared/atlas.h"
-#include "production/shared/evenings.h"
 
 using namespace picture;
 using atlas::Cells;
@@ -49,7 +49,6 @@ struct Sign {
 
 const Rgba warm = opaque(0.86f, 0.46f, 0.13f);
 const Rgba warmLight = light(1.0f, 0.58f, 0.20f), coolLight = light(0.50f, 0.70f, 1.0f);
-const Rgba limestone = opaque(0.15f, 0.17f, 0.22f);
 // The ship's copper: with more green the glow on a beat would bleach it.
 const Rgba copper = opaque(0.84f, 0.27f, 0.06f);
 // The outside of its petals, which is known from afar by it.
@@ -202,154 +201,6 @@ Stamp flame() {
     };
 }
 
-// One room behind its glass: which it is, how its tenant spends the evening, and its size in pixels.
-struct Room {
-    int key;
-    char evening;
-    float wide, tall;
-};
-
-// Before the light: furniture along the wall, and at times somebody.
-bool isBefore(const Room& room, float x, float down) {
-    const float column = x * room.wide / 9;
-    const float furniture = randomAt(room.key, 4 + int(column), 5) * 0.45f;
-    if (1 - down < furniture) return true;
-    const float person = 0.25f + 0.5f * randomAt(room.key, 40, 5);
-    const Point at = {(x - person) * room.wide, (down - 1) * room.tall};
-    return randomAt(room.key, 41, 5) > 0.4f &&
-           std::fmin(box(at, {0, -11}, {4, 12}, 3.6f), circle(at, {0, -29}, 4)) < 0;
-}
-
-// By a lamp that hangs from the ceiling, between curtains.
-Rgba byLamp(const Room& room, float x, float down) {
-    const float lamp = 0.3f + 0.4f * randomAt(room.key, 2, 5), across = (x - lamp) * room.wide;
-    const float drop = room.tall * (0.18f + 0.2f * randomAt(room.key, 3, 5)), below = down * room.tall - drop;
-    const float spread = bell(std::hypot(across, 1.3f * below), 30);
-    const Rgba wall = opaque(1, 0.54f, 0.18f) * (0.55f + 0.45f * spread);
-    if (isBefore(room, x, down)) return wall * 0.12f;
-    const float curtain = std::fmin(x, 1 - x) * room.wide - 7;
-    if (curtain < 0) return opaque(0.62f, 0.20f, 0.06f) * (0.25f + 0.2f * std::cos(curtain * 1.6f));
-    return wall + opaque(1, 0.86f, 0.6f) * smoothstep(5.5f, 3.5f, std::hypot(across, below));
-}
-
-Rgba byScreen(const Room& room, float x, float down) {
-    const Point at = {(x - 0.5f) * room.wide, (down - 0.5f) * room.tall};
-    const float away = box(at, {0, 0}, {std::fmin(room.wide * 0.3f, 20.0f), 9}, 1);
-    const Rgba spill = opaque(0.06f, 0.22f, 0.55f) * (0.1f + 0.7f * std::exp(-std::fmax(away, 0.0f) / 9));
-    if (isBefore(room, x, down)) return spill * 0.1f;
-    const float programme =
-        0.6f + 0.4f * randomAt(int(at.x / 6 + 50), int(at.y / 5 + 50), uint32_t(room.key));
-    return away < 0 ? opaque(0.35f, 0.70f, 1) * programme : spill;
-}
-
-// Plants under a lamp for them, each with its own height.
-Rgba amongPlants(const Room& room, float x, float down) {
-    const float column = x * room.wide / 7, side = std::remainder(column, 1.0f);
-    const float tall = 0.25f + 0.6f * randomAt(room.key, 60 + int(std::lround(column)), 5);
-    const bool leaf =
-        1 - down < tall && std::fabs(side) < 0.5f - 0.3f * std::fabs(std::sin(down * 22 + column));
-    const Rgba light =
-        mix(opaque(0.62f, 0.80f, 0.26f), opaque(0.10f, 0.26f, 0.10f), smoothstep(0.1f, 0.9f, down));
-    return leaf ? light * 0.12f : light * 0.75f;
-}
-
-// A pool, whose light ripples over the wall, with a swimmer or two.
-Rgba byPool(const Room& room, float x, float down) {
-    const Point at = {x * room.wide / 34, down * room.tall / 30};
-    const float ripple = ridgedNoise(at.x, at.y * 1.6f, 64, 3, uint32_t(room.key));
-    const Rgba water = mix(opaque(0.12f, 1.0f, 0.95f), opaque(0.03f, 0.30f, 0.60f), down) *
-                       (0.35f + 1.1f * smoothstep(0.3f, 1.0f, ripple));
-    const float swim = 0.2f + 0.6f * randomAt(room.key, 3, 5);
-    const Point from = {(x - swim) * room.wide, (down - 0.62f) * room.tall};
-    return std::fmin(box(from, {0, 0}, {9, 2.5f}, 2.4f), circle(from, {-12, -2}, 3.2f)) < 0 ? water * 0.1f
-                                                                                            : water;
-}
-
-// A dance under beams from the ceiling.
-Rgba atDance(const Room& room, float x, float down) {
-    const float turn = std::fabs(std::remainder((x - 0.5f) * room.wide / (8 + 34 * down), 1.0f));
-    const Rgba light = mix(opaque(1, 0.16f, 0.62f), opaque(0.34f, 0.10f, 0.95f), smoothstep(0.1f, 0.9f, x)) *
-                       (0.28f + 0.75f * smoothstep(0.34f, 0.10f, turn));
-    const float column = x * room.wide / 13, who = std::floor(column);
-    const Point at = {(column - who - 0.5f) * 13,
-                      (down - 1) * room.tall + 4 * randomAt(room.key, int(who), 9)};
-    const bool dancer = randomAt(room.key, 20 + int(who), 5) > 0.3f &&
-                        std::fmin(box(at, {0, -9}, {3.4f, 12}, 3), circle(at, {0, -25}, 3.8f)) < 0;
-    return dancer ? light * 0.08f : light;
-}
-
-Rgba roomLight(const Room& room, float x, float down) {
-    Rgba seen = opaque(0.55f, 0.26f, 0.08f) * (down * 10 - std::floor(down * 10) < 0.6f ? 0.6f : 0.1f);
-    if (room.evening == 'o') seen = opaque(0.010f, 0.014f, 0.022f);
-    if (room.evening == 'l') seen = byLamp(room, x, down);
-    if (room.evening == 's') seen = byScreen(room, x, down);
-    if (room.evening == 'g') seen = amongPlants(room, x, down);
-    if (room.evening == 'p') seen = byPool(room, x, down);
-    if (room.evening == 'd') seen = atDance(room, x, down);
-    const float frame = std::fmin(std::fmin(x, 1 - x) * room.wide - 2.2f,
-                                  std::fmin(down * room.tall - 3, (1 - down) * room.tall - 2));
-    return seen * smoothstep(-0.8f, 0.8f, frame);
-}
-
-// A stretch of rooms, no two alike.
-Stamp rooms(int stretch) {
-    return [=](Relief& relief, Metal, const Field& field) {
-        const char* evening = heap::evenings[stretch];
-        const Point half = field.half;
-        const float pitch = 2 * half.x / heap::roomsInStretch;
-        visitWrapped(relief, field.with(0), [&](size_t i, Point p) {
-            const float across = (p.x + half.x) / pitch;
-            int first = int(across), after = first + 1;
-            while (first > 0 && evening[first - 1] == evening[first]) first--;
-            while (evening[after] == evening[first]) after++;
-            const Room room = {first + heap::roomsInStretch * stretch, evening[first],
-                               pitch * (after - first), 2 * half.y};
-            relief.colours[i] = opaque(0.012f, 0.014f, 0.018f);
-            relief.glows[i] = roomLight(room, (across - first) / (after - first), (p.y + half.y) / room.tall);
-        });
-    };
-}
-
-// Timber, with lamps let in.
-Stamp boards(int count) {
-    return [=](Relief& relief, Metal, const Field& field) {
-        const Point half = field.half;
-        const float wide = 2 * half.y / count;
-        visitWrapped(relief, field.with(0), [&](size_t i, Point p) {
-            const float down = (p.y + half.y) / wide;
-            const int board = int(down);
-            const float along = p.x + half.x + 61 * float(board % 3);
-            const int plank = int(along / 120);
-            const float joint = std::fmin(std::fabs(std::remainder(down, 1.0f)) * wide,
-                                          std::fabs(std::remainder(along, 120.0f)));
-            const float grain = 0.75f + 0.5f * randomAt(board, plank, 6);
-            relief.colours[i] = opaque(0.070f, 0.044f, 0.028f) * (grain * smoothstep(0.2f, 1.7f, joint));
-            relief.glows[i] = {};
-        });
-        for (int k = 0; k < 10; k++) {
-            const Point at = field.middle +
-                             Point{half.x * (0.4f * float(k % 5) - 0.8f), half.y * (k < 5 ? 0.62f : -0.62f)};
-            shine(relief, {at, {16, 16}}, light(1.0f, 0.62f, 0.26f), 10,
-                  [](Point p) { return circle(p, {}, 3.4f); });
-        }
-    };
-}
-
-// A hedge, ragged below.
-Stamp leaves() {
-    return [](Relief& relief, Metal, const Field& field) {
-        visitWrapped(relief, field.with(0), [&](size_t i, Point p) {
-            const float leaf = fractalNoise(p.x / 6, p.y / 6, 64, 3, 7),
-                        drop = gradientNoise(p.x / 9, 0, 64, 8);
-            const float down = (p.y + field.half.y) / (2 * field.half.y);
-            relief.colours[i] = mix(opaque(0.02f, 0.09f, 0.025f), opaque(0.30f, 0.46f, 0.12f),
-                                    smoothstep(-0.25f, 0.4f, leaf));
-            if (down > 0.72f + 0.25f * drop) relief.colours[i] = limestone;
-            relief.glows[i] = {};
-        });
-    };
-}
-
 void stencil(Relief& relief, Metal metal, const std::vector<Sign>& signs) {
     for (const Sign& sign : signs) {
         LetteringField text(size, size, 2);
@@ -398,16 +249,6 @@ const std::vector<Row> hullRows = {
     {{12.6, 9.1, 0.1, 6.8}, groove()},
     {{13.6, 13.3, 0.5, 2.6}, paintwork()},
     {{14.3, 13.3, 0.16, 2.6}, paintwork()},
-    // The heap's houses.
-    {atlas::hull::rooms[0], rooms(0)},
-    {atlas::hull::rooms[1], rooms(1)},
-    {atlas::hull::rooms[2], rooms(2)},
-    {atlas::hull::rooms[3], rooms(3)},
-    {atlas::hull::rooms[4], rooms(4)},
-    {atlas::hull::rooms[5], rooms(5)},
-    {atlas::hull::timber, boards(9)},
-    {atlas::hull::leaves, leaves()},
-    {atlas::hull::lime, chip(limestone)},
     // The hall's: its lamp has less than half as much red as green and blue.
     {atlas::hull::lacquer(atlas::hull::ivory), ramp(opaque(1, 0.42f, 0.44f))},
     {atlas::hull::lacquer(atlas::hull::orange), ramp(opaque(1, 0.13f, 0.01f))},
@@ -490,18 +331,25 @@ Rgba domeAt(float radius, float side) {
 
 }  // namespace
 
-// Twice as fine as the walls, for the lanterns' sake.
+// Twice as fine as the walls, for the lanterns' and the houses' sake.
 void makeHull(const char* path) {
     const Canvas plates = plated(enamel, hullRows, hullSigns, {0.14f, 0.55f, 0.5f, 900});
     Canvas canvas(2 * size, 2 * size);
     paint(canvas, [&](float x, float y, Rgba) {
-        constexpr Cells sea = atlas::hull::sea;
-        const Point place = Point{x, y} * (0.5f / cell);
-        const bool plate = box(place, {float(sea.middleX()), float(sea.middleY())},
-                               {float(sea.width) / 2, float(sea.height) / 2}) >= 0;
-        Rgba c = plate ? plates.at(int(x / 2), int(y / 2)) : lanternsAt(place, 0.5f / cell);
-        if (plate) c.a = 1;
-        c.r *= c.a, c.g *= c.a, c.b *= c.a;
+        constexpr float pixel = 0.5f / cell;
+        const Point place = Point{x, y} * pixel;
+        const auto lies = [&](const Cells& cells) {
+            return box(place, {float(cells.middleX()), float(cells.middleY())},
+                       {float(cells.width) / 2, float(cells.height) / 2}) < 0;
+        };
+        if (lies(atlas::hull::sea)) {
+            const Rgba c = lanternsAt(place, pixel);
+            return Rgba{c.r * c.a, c.g * c.a, c.b * c.a, c.a};
+        }
+        for (const Cells& cells : atlas::hull::houses)
+            if (lies(cells)) return housesAt(place, pixel);
+        Rgba c = plates.at(int(x / 2), int(y / 2));
+        c.a = 1;
         return c;
     });
     saveRgba(canvas, path, Rows::TopFirst);

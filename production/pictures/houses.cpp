@@ -1,0 +1,409 @@
+#include "production/pictures/houses.h"
+
+#include "production/kit/picture/noise.h"
+#include "production/kit/picture/shapes.h"
+#include "production/shared/atlas.h"
+
+using namespace picture;
+using atlas::Cells;
+
+namespace {
+
+const Rgba night = opaque(0.006f, 0.005f, 0.014f), shade = opaque(0.020f, 0.014f, 0.046f);
+const Rgba gold = light(1, 0.60f, 0.16f), amber = light(1, 0.42f, 0.08f), cyan = light(0.16f, 0.80f, 1),
+           violet = light(0.70f, 0.26f, 1), rose = light(1, 0.16f, 0.48f), green = light(0.40f, 0.85f, 0.25f);
+
+// What has been painted of a place so far: dark bodies over painted glow, and lines of light.
+struct Seen {
+    Rgba colour;
+
+    void body(float distance, Rgba own) {
+        if (distance < 0) colour = own;
+    }
+    void glow(float distance, float reach, Rgba own) {
+        colour = colour + own * std::exp(-std::fmax(distance, 0.0f) / reach);
+    }
+    // `width` to each side of where the distance is 0.
+    void line(float distance, float width, Rgba own, float reach = 0.35f) {
+        const float away = std::fabs(distance) - width;
+        colour = colour + own * (away < 0 ? 1 : 0.30f * std::exp(-away / reach));
+    }
+};
+
+// A leaf along x, pointed at both ends.
+float leaf(Point p, float from, float to, float half) {
+    const float reach = (to - from) / 2, radius = (reach * reach + half * half) / (2 * half);
+    return length(Point{p.x - from - reach, std::fabs(p.y) + radius - half}) - radius;
+}
+float rod(Point p, Point a, Point b, float half) {
+    return segment(p, a, b) - half;
+}
+
+// People, from where their feet are, y upwards, facing right; 8.6 high.
+float standing(Point p, float stride = 0.8f) {
+    return std::fmin(
+        std::fmin(circle(p, {0.1f, 7.7f}, 0.85f), rod(p, {0, 4.2f}, {0, 6.0f}, 0.95f)),
+        std::fmin(rod(p, {0, 4}, {-stride, 0.3f}, 0.45f), rod(p, {0, 4}, {stride, 0.3f}, 0.45f)));
+}
+float dancing(Point p) {
+    return std::fmin(standing(p, 1.3f), std::fmin(rod(p, {-0.7f, 6.3f}, {-2.2f, 8.8f}, 0.35f),
+                                                  rod(p, {0.7f, 6.3f}, {2.3f, 8.4f}, 0.35f)));
+}
+float seated(Point p) {
+    const float body = std::fmin(circle(p, {0.2f, 6.2f}, 0.85f), rod(p, {0, 2.9f}, {0, 4.5f}, 0.9f));
+    const float legs =
+        std::fmin(rod(p, {0, 2.7f}, {2.0f, 2.7f}, 0.5f), rod(p, {2.0f, 2.7f}, {2.2f, 0.3f}, 0.4f));
+    return std::fmin(std::fmin(body, legs), rod(p, {0.3f, 4.4f}, {2.4f, 4.0f}, 0.35f));
+}
+float palm(Point p, float tall, int seed) {
+    float near = rod(p, {0, 0}, {0.3f, tall}, 0.22f);
+    for (int i = 0; i < 7; i++) {
+        const float turn = pi * (0.06f + 0.147f * i) + 0.2f * randomAt(i, 3, uint32_t(seed));
+        const Point tip = turned(p - Point{0.3f, tall}, -turn);
+        const float droop = tip.x > 0 ? 0.07f * tip.x * tip.x * (std::cos(turn) > 0 ? 1.0f : -1.0f) : 0;
+        near = std::fmin(near, leaf({tip.x, tip.y + droop}, 0, 3.6f, 0.5f));
+    }
+    return near;
+}
+float mullions(float x, float pitch) {
+    return std::fabs(std::remainder(x, pitch));
+}
+
+// Rooms, from their lower left, 13.8 high.
+constexpr float tall = 13.8f;
+
+void pendant(Seen& seen, Point p, Point at, Rgba own) {
+    const Point from = p - at;
+    if (from.y < 0 && std::fabs(from.x) < 0.9f - 0.42f * from.y)
+        seen.colour = seen.colour + own * (0.30f * std::exp(from.y / 5));
+    seen.glow(length(from), 2.2f, own * 0.38f);
+    if (from.y > 0) seen.body(std::fabs(from.x) - 0.10f, night);
+    seen.body(std::fmax(circle(from, {}, 1.15f), -from.y), night);
+    seen.line(std::fmax(std::fabs(from.x) - 1.15f, std::fabs(from.y)), 0.14f, own);
+    seen.body(circle(from, {0, -0.35f}, 0.55f), own + opaque(0, 0.25f, 0.35f));
+}
+
+Rgba bottles(Point p, uint32_t seed) {
+    const int column = int(std::floor(p.x / 0.95f));
+    const float high = 0.75f + 0.75f * randomAt(column, 1, seed), x = p.x / 0.95f - column - 0.5f;
+    if (p.y > high || std::fabs(x) > (p.y > 0.66f * high ? 0.14f : 0.34f)) return {};
+    const Rgba tints[] = {cyan, amber, rose, green, gold, violet};
+    return tints[int(randomAt(column, 2, seed) * 5.99f)] * 0.75f;
+}
+
+// A bar: its bottles before the wall, and guests under lamps.
+Rgba barRoom(Point p) {
+    Seen seen{mix(opaque(0.30f, 0.075f, 0.03f), opaque(0.13f, 0.02f, 0.04f), p.y / tall)};
+    for (const float shelf : {4.9f, 6.9f, 8.9f}) {
+        if (p.x < 13.2f || p.x > 26.8f) break;
+        seen.colour = seen.colour + bottles(p - Point{13, shelf + 0.15f}, uint32_t(shelf * 7));
+        seen.line(p.y - shelf, 0.12f, gold * 0.6f, 0.2f);
+    }
+    for (const float x : {4.6f, 17.0f, 20.0f, 23.0f, 33.5f})
+        pendant(seen, p, {x, x > 10 && x < 30 ? 11.6f : 9.8f}, gold);
+    seen.body(standing(p - Point{20, 0.8f}), night);
+    seen.body(box(p, {20, 1.8f}, {7.5f, 1.8f}), opaque(0.03f, 0.008f, 0.012f));
+    seen.line(std::fmax(std::fabs(p.x - 20) - 7.6f, std::fabs(p.y - 3.7f)), 0.16f, gold);
+    for (const float x : {14.5f, 17.4f, 24.8f})
+        seen.body(seated({(p.x - x) * (x < 20 ? 1.f : -1.f), p.y - 0.9f}), night);
+    for (const float x : {4.6f, 33.5f}) {
+        seen.body(std::fmin(box(p, {x, 3.6f}, {1.7f, 0.18f}), box(p, {x, 1.8f}, {0.2f, 1.8f})), night);
+        seen.body(seated({p.x - x + 3.4f, p.y}), night);
+        seen.body(seated({x + 3.4f - p.x, p.y}), night);
+        seen.glow(circle(p, {x, 4.3f}, 0.25f), 0.4f, amber);
+    }
+    seen.body(mullions(p.x, 13) - 0.32f, night);
+    return seen.colour;
+}
+
+// Four homes side by side: at the piano, among books, a cat at its window, and two who dance.
+Rgba homes(Point p) {
+    constexpr float wide = 9.75f;
+    const int home = std::clamp(int(p.x / wide), 0, 3);
+    const Point q = {p.x - wide * home, p.y};
+    const Rgba walls[] = {opaque(0.40f, 0.19f, 0.04f), opaque(0.12f, 0.16f, 0.06f),
+                          opaque(0.03f, 0.10f, 0.36f), opaque(0.38f, 0.06f, 0.14f)};
+    Seen seen{walls[home] * mix(1.2f, 0.5f, q.y / tall)};
+    if (home == 0) {
+        pendant(seen, q, {5.6f, 10.4f}, gold);
+        seen.body(
+            std::fmin(box(q, {6.3f, 3.4f}, {2.6f, 0.55f}), std::fmin(rod(q, {4.2f, 3.2f}, {4.2f, 0}, 0.2f),
+                                                                     rod(q, {8.4f, 3.2f}, {8.4f, 0}, 0.2f))),
+            night);
+        const float lid = std::fmax(rod(q, {4.2f, 4.2f}, {8.6f, 7.6f}, 0.22f), -1.0f);
+        seen.body(lid, night);
+        seen.line(segment(q, {4.2f, 4.5f}, {8.5f, 7.8f}), 0.08f, gold * 0.9f, 0.2f);
+        seen.line(segment(q, {3.6f, 4.0f}, {8.8f, 4.0f}), 0.08f, gold * 0.8f, 0.2f);
+        seen.body(seated({q.x - 1.6f, q.y}), night);
+    } else if (home == 1) {
+        const float row = q.y / 1.9f, book = q.x / 0.42f;
+        const int shelf = int(row), volume = int(book);
+        const Rgba spines[] = {amber, green * 0.6f, cyan * 0.5f, gold, rose * 0.6f};
+        if (q.x > 1 && q.x < 6 && row - shelf < 0.55f + 0.3f * randomAt(volume, shelf, 4) &&
+            row - shelf > 0.1f)
+            seen.colour = seen.colour + spines[int(randomAt(volume, shelf, 5) * 4.99f)] *
+                                            (0.3f + 0.4f * randomAt(volume, shelf, 6));
+        seen.line(std::fmax((std::fabs(q.x - 3.5f) - 2.5f), std::fabs(std::remainder(q.y, 1.9f))), 0.09f,
+                  gold * 0.35f, 0.1f);
+        pendant(seen, q, {7.4f, 8.6f}, amber);
+        seen.body(rod(q, {4.3f, 0.8f}, {4.3f, 4.8f}, 0.75f), night);
+        seen.body(seated({q.x - 5.2f, q.y}), night);
+    } else if (home == 2) {
+        const float moon = circle(q, {6.2f, 9.2f}, 2.1f);
+        seen.glow(moon, 2.4f, cyan * 0.22f);
+        seen.body(moon, opaque(0.10f, 0.36f, 0.55f));
+        seen.line(moon, 0.12f, cyan);
+        for (int i = 0; i < 9; i++)
+            seen.glow(circle(q, {0.9f + 8 * randomAt(i, 1, 3), 6.2f + 7 * randomAt(i, 2, 3)}, 0.1f), 0.2f,
+                      cyan * 0.7f);
+        seen.body(q.y - 3.4f, night);
+        seen.line(q.y - 3.4f, 0.10f, cyan * 0.7f, 0.3f);
+        const Point cat = q - Point{3.4f, 3.4f};
+        float body = std::fmin(leaf({cat.y + 0.5f, cat.x}, 0, 4.2f, 1.25f), circle(cat, {0.2f, 3.4f}, 0.85f));
+        body = std::fmin(body, std::fmin(leaf({cat.y - 3.6f, cat.x + 0.3f}, 0, 1.4f, 0.25f),
+                                         leaf({cat.y - 3.6f, cat.x - 0.7f}, 0, 1.4f, 0.25f)));
+        body = std::fmin(body, rod(cat, {-0.8f, 0.3f}, {-2.6f, 1.4f}, 0.22f));
+        seen.body(body, night);
+    } else {
+        seen.glow(length(q - Point{4.9f, 11}), 4, rose * 0.35f + gold * 0.2f);
+        for (int i = -3; i <= 3; i++) {
+            seen.line(segment(q, {4.9f, 13.8f}, {4.9f + 0.8f * i, 10.8f - 0.4f * (3 - std::abs(i))}), 0.05f,
+                      gold * 0.6f, 0.15f);
+            seen.glow(circle(q, {4.9f + 0.8f * i, 10.6f - 0.4f * (3 - std::abs(i))}, 0.22f), 0.25f, gold);
+        }
+        seen.body(std::fmin(standing(q - Point{4.1f, 0}), standing(Point{5.9f - q.x, q.y})), night);
+        seen.body(std::fmin(rod(q, {4.2f, 6}, {5.8f, 6.2f}, 0.3f), rod(q, {5.9f, 6.2f}, {7.9f, 7.6f}, 0.28f)),
+                  night);
+        seen.body(leaf({q.y + 0.2f, q.x - 6.0f}, 0, 5.0f, 1.3f), night);
+    }
+    seen.body(std::fmin(q.x, wide - q.x) - 0.45f, night);
+    return seen.colour;
+}
+
+// A stair behind glass, which runs on from storey to storey.
+Rgba stair(Point p) {
+    Seen seen{mix(opaque(0.02f, 0.10f, 0.34f), opaque(0.08f, 0.04f, 0.30f), p.y / tall)};
+    const float half = tall / 2, from = 3, to = 28, slope = half / (to - from);
+    for (const bool upper : {true, false}) {
+        const float along = upper ? to - p.x : p.x - from, foot = upper ? half : 0;
+        const float up = foot + slope * along;
+        if (along < 0 || along > to - from) continue;
+        const float step = foot + slope * 1.25f * std::floor(along / 1.25f) + 0.3f;
+        const float under = step - p.y;
+        if (under > 0 && under < 4) seen.colour = seen.colour + violet * (0.16f * std::exp(-under / 1.2f));
+        seen.glow(std::fabs(p.y - up - 2), 2.4f, cyan * 0.10f);
+        for (const float person : {5.5f, 14.0f, 20.5f})
+            if ((person == 14.0f) == upper)
+                seen.body(standing({upper ? person - along : along - person,
+                                    (p.y - foot - slope * person) * 1.15f}),
+                          night);
+        seen.body(std::fmax(p.y - step, up - 1.1f - p.y), night);
+        seen.line(p.y - step, 0.13f, gold, 0.25f);
+        seen.line(p.y - up + 1.1f, 0.08f, gold * 0.5f, 0.2f);
+        seen.line(p.y - up - 3.1f, 0.10f, cyan * 0.9f, 0.25f);
+        if (p.y > up && p.y < up + 3.1f) seen.line(mullions(along, 1.25f), 0.05f, cyan * 0.35f, 0.05f);
+    }
+    for (const Point at : {Point{1.6f, 3}, Point{29.4f, 9.5f}})
+        seen.glow(box(p, at, {0.2f, 1.6f}), 0.7f, gold * 0.9f);
+    seen.body(mullions(p.x, 31.0f / 6) - 0.14f, night);
+    seen.line(mullions(p.x, 31.0f / 6), 0.04f, cyan * 0.25f, 0.1f);
+    return seen.colour;
+}
+
+// A fish that swims to the right, drawn by lines.
+void fish(Seen& seen, Point p, float size, Rgba own) {
+    p = p * (1 / size);
+    const float body = leaf(p, -4, 4, 1.7f), wide = 0.10f / size;
+    const float tail = std::fmax(std::fabs(p.y) - 0.55f * (-3.2f - p.x), -5.6f - 0.5f * std::fabs(p.y) - p.x);
+    if (body < 0) seen.colour = mix(own * 0.10f, own * 0.34f, unit(0.5f - p.y / 3)) + opaque(0, 0, 0.02f);
+    if (tail < 0 && p.x < -3.2f) seen.colour = own * 0.22f;
+    seen.line(body, wide, own);
+    if (p.x < -3.2f) seen.line(tail, wide, own * 0.9f);
+    if (body < 0)
+        for (const float at : {-2.4f, -1.2f, 0.0f, 1.2f})
+            seen.line(length(p - Point{at - 1.5f, 0}) - 1.7f + (p.x < at - 1.5f ? 9.0f : 0.0f), wide * 0.6f,
+                      own * 0.6f, 0.1f);
+    seen.body(circle(p, {2.6f, 0.35f}, 0.34f), own + opaque(0.1f, 0.1f, 0.1f));
+}
+
+// An aquarium from slab to slab, and who looks at it.
+Rgba aquarium(Point p) {
+    Seen seen{mix(opaque(0.005f, 0.04f, 0.16f), opaque(0.01f, 0.24f, 0.40f), p.y / tall)};
+    seen.colour =
+        seen.colour +
+        cyan * (0.10f * smoothstep(0.6f, 0.9f, ridgedNoise(p.x / 9, p.y / 5, 64, 2, 3)) * p.y / tall);
+    for (int i = 0; i < 12; i++) {
+        const float at = 1.4f + 3.3f * i, high = 3 + 4.5f * randomAt(i, 1, 8);
+        if (p.y > high) continue;
+        seen.line(p.x - at - 0.6f * std::sin(p.y * 0.9f + i), 0.13f * (1.2f - p.y / high),
+                  green * 0.55f + cyan * 0.1f, 0.3f);
+    }
+    for (int i = 0; i < 16; i++) {
+        const float at = 39 * randomAt(i, 4, 8), up = tall * randomAt(i, 5, 8);
+        seen.line(circle(p, {at, up}, 0.25f + 0.35f * randomAt(i, 6, 8)), 0.06f, cyan * 0.6f, 0.12f);
+    }
+    fish(seen, p - Point{27.5f, 8.6f}, 1.5f, amber);
+    fish(seen, Point{11.5f - p.x, p.y - 9.6f}, 1.05f, rose);
+    fish(seen, p - Point{17.3f, 4.6f}, 0.75f, cyan);
+    fish(seen, Point{34.5f - p.x, p.y - 3.6f}, 0.6f, gold);
+    seen.body(standing(p - Point{5.5f, 0}), night);
+    seen.body(standing((p - Point{8.2f, 0}) * 1.6f), night);
+    seen.body(mullions(p.x, 13) - 0.2f, night);
+    return seen.colour;
+}
+
+// A dance under a ball of mirrors.
+Rgba dance(Point p) {
+    const Point ball = {15, 10.6f}, from = p - ball;
+    Seen seen{mix(opaque(0.36f, 0.07f, 0.08f), opaque(0.05f, 0.02f, 0.19f), smoothstep(1, 9, p.y))};
+    const Rgba tints[] = {violet, rose, cyan, gold};
+    for (int i = 0; i < 12; i++) {
+        const float turn = 2 * pi * (i + 0.5f) / 12;
+        const Point along = turned(from, -turn);
+        if (along.x > 1.5f)
+            seen.line(along.y, 0.05f + 0.004f * along.x, tints[i % 4] * (0.75f * std::exp(-along.x / 14)),
+                      0.12f + 0.03f * along.x);
+    }
+    for (int i = 0; i < 26; i++) {
+        const Point at = {30 * randomAt(i, 1, 6), 2 + 12 * randomAt(i, 2, 6)};
+        seen.body(length(Point{(p.x - at.x) * 0.7f, p.y - at.y}) - 0.24f, tints[i % 4] * 0.7f);
+    }
+    if (circle(from, {}, 1.7f) < 0) {
+        const float lit = randomAt(int(from.x * 1.9f + 9), int(from.y * 1.9f + 9), 3);
+        seen.colour = (violet * 0.3f + cyan * 0.3f + gold * 0.2f) * (0.3f + lit);
+    }
+    seen.line(circle(from, {}, 1.7f), 0.10f, light(0.9f, 0.8f, 1), 0.5f);
+    if (from.y > 0) seen.line(from.x, 0.06f, violet * 0.6f, 0.1f);
+    for (int i = 0; i < 8; i++) {
+        const float at = 2.2f + 3.7f * i + randomAt(i, 8, 6), size = 0.92f + 0.2f * randomAt(i, 9, 6);
+        const Point q = Point{p.x - at, p.y} * (1 / size);
+        const float who = i % 3 == 1 ? standing(q) : dancing(q);
+        seen.body(who, night);
+        if (who > 0) seen.glow(who, 0.18f, rose * 0.25f);
+    }
+    seen.body(mullions(p.x, 10) - 0.2f, night);
+    return seen.colour;
+}
+
+// A winter garden under arches; in the last one somebody looks at the stars.
+Rgba garden(Point p) {
+    constexpr float wide = 9.5f;
+    const int arch = std::clamp(int(p.x / wide), 0, 3);
+    const Point q = {p.x - wide * (arch + 0.5f), p.y};
+    const bool stars = arch == 3;
+    Seen seen{stars ? mix(opaque(0.16f, 0.07f, 0.34f), opaque(0.01f, 0.03f, 0.16f), p.y / tall)
+                    : mix(opaque(0.30f, 0.34f, 0.06f), opaque(0.05f, 0.16f, 0.06f), p.y / tall)};
+    if (stars) {
+        for (int i = 0; i < 16; i++)
+            seen.glow(circle(q, {8.4f * (randomAt(i, 1, 9) - 0.5f), 3.5f + 9 * randomAt(i, 2, 9)}, 0.10f),
+                      0.16f, mix(cyan, gold, randomAt(i, 3, 9)) * 0.9f);
+        seen.body(standing(q - Point{-2.3f, 0}), night);
+        seen.body(std::fmin(rod(q, {-1.0f, 6.2f}, {2.6f, 9.4f}, 0.55f),
+                            std::fmin(rod(q, {0.6f, 7.4f}, {-0.6f, 0}, 0.16f),
+                                      rod(q, {0.6f, 7.4f}, {1.9f, 0}, 0.16f))),
+                  night);
+        seen.line(rod(q, {-1.0f, 6.2f}, {2.6f, 9.4f}, 0.55f), 0.07f, gold * 0.8f, 0.2f);
+    } else {
+        const float sag = 11.2f + 0.05f * q.x * q.x;
+        seen.line(p.y - sag, 0.05f, gold * 0.5f, 0.1f);
+        for (int i = -2; i <= 2; i++)
+            seen.glow(circle(q, {1.8f * i, 10.8f + 0.16f * i * i}, 0.26f), 0.6f, gold * 0.9f);
+        seen.body(palm(q - Point{arch == 1 ? 1.8f : -1.6f, 0}, arch == 2 ? 4.2f : 6.4f, arch), night);
+        seen.body(palm(q - Point{arch == 1 ? -2.4f : 2.6f, 0}, 2.8f, arch + 5), night);
+        if (arch == 2) seen.body(standing(q - Point{1.6f, 0}), night);
+        seen.body(p.y - 0.9f, night);
+    }
+    const float spring = 8.8f;
+    const float frame = q.y > spring ? length(q - Point{0, spring}) - 4.3f : std::fabs(q.x) - 4.3f;
+    seen.body(-frame, night);
+    seen.line(frame, 0.12f, gold * 0.9f, 0.25f);
+    return seen.colour;
+}
+
+Rgba roomsAt(int stretch, float across, float up) {
+    constexpr float wide[] = {39, 39, 31, 39, 30, 38};
+    Rgba (*const scenes[])(Point) = {barRoom, homes, stair, aquarium, dance, garden};
+    const Point p = {across * wide[stretch], up * tall};
+    const float frame = std::fmin(std::fmin(p.x, wide[stretch] - p.x), std::fmin(p.y, tall - p.y));
+    return frame < 0.3f ? night : scenes[stretch](p);
+}
+
+// A quarter of a storey's underside, from its middle to its edges, in units: a rose of light before a border.
+Rgba soffitAt(float across, float up) {
+    constexpr float half = 53.8f, width = 21.3f;
+    const Point p = {across * half, up * width}, fromRose = p - Point{36, 0};
+    const float r = length(fromRose), edge = std::fmin(half - p.x, width - p.y);
+    Seen seen{mix(opaque(0.012f, 0.008f, 0.040f), opaque(0.035f, 0.010f, 0.050f), smoothstep(20, 6, r))};
+    seen.glow(r, 5, rose * 0.16f);
+    const auto about = [&](int count, float from) {
+        const float angle = arcTan(fromRose.y, fromRose.x), pitch = 2 * pi / count;
+        const float turn = std::remainder(angle - from * pitch, pitch);
+        return Point{r * std::cos(turn), r * std::sin(turn)};
+    };
+    const float outer = leaf(about(12, 0.5f), 7, 16.6f, 2.0f), inner = leaf(about(12, 0), 3.4f, 11, 1.5f);
+    if (outer < 0) seen.colour = mix(cyan * 0.20f, opaque(0.01f, 0.01f, 0.06f), smoothstep(8, 15, r));
+    seen.line(outer, 0.15f, cyan * 0.75f, 0.25f);
+    if (inner < 0) seen.colour = mix(amber * 0.8f, opaque(0.16f, 0.01f, 0.06f), smoothstep(3, 9, r));
+    seen.line(inner, 0.18f, gold, 0.25f);
+    seen.line(r - 18.0f, 0.15f, violet * 0.8f, 0.25f);
+    seen.body(r - 1.5f, gold + opaque(0, 0.12f, 0.2f));
+    // Beams towards the middle, and a bow in each corner.
+    if (p.x < 15 && edge > 3.4f) seen.line(mullions(p.y - 2.2f, 4.4f), 0.10f, violet * 0.4f, 0.2f);
+    if (edge > 3.4f) seen.line(p.x - 15, 0.13f, gold * 0.6f, 0.25f);
+    if (edge > 3.4f && p.x > 36)
+        seen.line(length(Point{half - p.x, width - p.y}) - 8, 0.13f, gold * 0.6f, 0.25f);
+    seen.line(edge - 3.4f, 0.12f, gold * 0.6f, 0.25f);
+    seen.line(edge - 0.6f, 0.24f, gold * 0.9f, 0.25f);
+    const float bead =
+        length(Point{edge - 2.0f, edge == width - p.y ? mullions(p.x, 4.0f) : mullions(p.y, 4.0f)});
+    seen.glow(bead - 0.30f, 0.2f, cyan * 0.8f);
+    return seen.colour;
+}
+
+// The edge of a slab, a line of light of its side's own.
+Rgba edgeAt(int side, float along, float up) {
+    const Rgba tints[] = {gold, cyan, violet, rose};
+    Seen seen{shade};
+    seen.line((up - 0.52f) * 2.4f, 0.30f, tints[side], 0.30f);
+    const float bead = length(Point{mullions(along * 110, 2.2f), (up - 0.16f) * 2.4f});
+    seen.glow(bead - 0.18f, 0.15f, tints[(side + 1) % 4] * 0.5f);
+    return seen.colour;
+}
+
+// A hedge, ragged below.
+Rgba leavesAt(float across, float up) {
+    const Point p = {across * 22, up * 4.5f};
+    const float blade = fractalNoise(p.x * 1.6f, p.y * 1.6f, 64, 3, 7), drop = gradientNoise(p.x, 0, 64, 8);
+    if (up < 0.28f + 0.25f * drop) return shade;
+    const Rgba dark = opaque(0.006f, 0.035f, 0.022f), bright = opaque(0.16f, 0.40f, 0.10f);
+    Rgba seen = mix(dark, bright, smoothstep(-0.1f, 0.45f, blade));
+    if (randomAt(int(p.x * 4), int(p.y * 4), 4) > 0.965f) seen = gold * 0.8f;
+    return seen;
+}
+
+Rgba sampleAt(Point place) {
+    const auto within = [&](const Cells& cells) {
+        return Point{(place.x - float(cells.left)) / float(cells.width),
+                     1 - (place.y - float(cells.top)) / float(cells.height)};
+    };
+    const auto holds = [](Point p) { return unit(p.x) == p.x && unit(p.y) == p.y; };
+    for (int i = 0; i < 6; i++)
+        if (const Point p = within(atlas::hull::rooms[i]); holds(p)) return roomsAt(i, p.x, p.y);
+    for (int i = 0; i < 4; i++)
+        if (const Point p = within(atlas::hull::edge(i)); holds(p)) return edgeAt(i, p.x, p.y);
+    if (const Point p = within(atlas::hull::soffit); holds(p)) return soffitAt(p.x, p.y);
+    if (const Point p = within(atlas::hull::leaves); holds(p)) return leavesAt(p.x, p.y);
+    return shade;
+}
+
+}  // namespace
+
+Rgba housesAt(Point place, float pixel) {
+    Rgba sum;
+    for (const float x : {-0.375f, -0.125f, 0.125f, 0.375f})
+        for (const float y : {-0.375f, -0.125f, 0.125f, 0.375f}) {
+            const Rgba seen = sampleAt(place + Point{x, y} * pixel);
+            sum = sum + Rgba{unit(seen.r), unit(seen.g), unit(seen.b), 1} * 0.0625f;
+        }
+    return sum;
+}
