@@ -59,7 +59,7 @@ constexpr int panesOf[] = {3, 4, 3, 3, 3, 4};  // as the stretches are painted
 // glint one after another, in streaks. They face the light far below, but no more than that they throw back
 // little of the glow beyond the heap.
 Shape stretch(Vec from, Vec along, int number) {
-    constexpr double downs[] = {1.3, 1.9, 1.5, 2.1}, bulge = 0.5;
+    constexpr double downs[] = {1.3, 1.7, 1.5, 1.8}, bulge = 0.5;
     const int panes = panesOf[number];
     const Vec step = along * (1.0 / panes), tall = {0, 2 * (halfHeight - slab), 0};
     const Patch rooms = patchOf(atlas::hull::rooms[number]);
@@ -96,7 +96,7 @@ Shape outworks() {
          block({glassMiddle - 1, -low - slab, -bayOut - 1}, {glassTo - 7, -low, 2 - halfWidth}, 0.4)});
 }
 
-// The balcony's rails, and a garland of lamps over it.
+// The balcony's rails.
 Shape rails() {
     std::vector<Shape> all;
     for (const double y : {4.2, 6.6})
@@ -108,14 +108,20 @@ Shape rails() {
                             {balconyTo, y - halfHeight + 0.5, balconyOut + 0.2}, 0));
     return joined(all);
 }
-Shape garland() {
-    constexpr int lamps = 9;
+// Garlands of lamps over the balcony and round the terrace.
+Shape garlands() {
     std::vector<Shape> all;
-    for (int i = 0; i < lamps; i++) {
-        const double k = (i + 0.5) / lamps, hang = std::fabs(std::sin(2 * pi * k));
-        all.push_back(
-            moved(icosphere(0.75, 0), {mix(balconyFrom, balconyTo, k), 6.2 - 2.6 * hang, balconyOut - 1}));
-    }
+    const auto hang = [&](Vec from, Vec to, int bows, int lamps) {
+        for (int i = 0; i < lamps; i++) {
+            const double k = (i + 0.5) / lamps, sag = std::fabs(std::sin(pi * bows * k));
+            all.push_back(moved(icosphere(0.75, 0), from + (to - from) * k - Vec{0, 2.6 * sag, 0}));
+        }
+    };
+    constexpr double y = 6.4, left = -53.5, edge = 21;
+    hang({balconyFrom, y, balconyOut - 1}, {balconyTo, y, balconyOut - 1}, 2, 9);
+    hang({left, y, -edge}, {left, y, edge}, 2, 10);
+    hang({roofFrom, y, edge}, {left, y, edge}, 1, 5);
+    hang({roofFrom, y, -edge}, {left, y, -edge}, 1, 5);
     return joined(all);
 }
 
@@ -252,7 +258,7 @@ Shape figures::heapBox() {
 }
 
 void makeHeapBox(const char* path) {
-    constexpr double lamps = 4;
+    constexpr double lamps = 6;
     // A breath of a curve, so that a light crosses a slab instead of filling it at once. Its sides look away
     // from the heap's axis, as if it were a column, so that the same light stays on the same side of it,
     // whichever way its storeys turn; and down, to the light that circles there, behind it at times.
@@ -265,10 +271,10 @@ void makeHeapBox(const char* path) {
         shaded(painted(joined({floorSlab(), roofSlab(), terraceWalls()}), hull::shade), curved);
     const Shape dark = joined(
         {shaded(painted(outworks(), hull::shade), curved), shaded(painted(core(), hull::shade), curved)});
-    writeAml(
-        path,
-        {slabs, dark, soffit(), glass(), litFromBelow(painted(hedge(), hull::leaves), 0.35),
-         litFromBelow(painted(shrubs(), hull::foliage), 0.7),
-         litFromBelow(painted(joined({trunk(), mast()}), hull::dark), 0.3), litFromBelow(edges(), lamps),
-         litFromBelow(painted(joined({trunkRings(), beacon(), rails(), garland()}), hull::warmLamp), lamps)});
+    writeAml(path,
+             {slabs, dark, soffit(), glass(), litFromBelow(painted(hedge(), hull::leaves), 0.35),
+              litFromBelow(painted(shrubs(), hull::foliage), 0.7),
+              litFromBelow(painted(joined({trunk(), mast()}), hull::dark), 0.3), litFromBelow(edges(), lamps),
+              litFromBelow(painted(joined({trunkRings(), beacon(), rails(), garlands()}), hull::warmLamp),
+                           lamps)});
 }

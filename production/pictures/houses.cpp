@@ -11,7 +11,7 @@ namespace {
 
 const Rgba night = opaque(0.006f, 0.005f, 0.014f), shade = opaque(0.020f, 0.014f, 0.046f);
 const Rgba gold = light(1, 0.60f, 0.16f), amber = light(1, 0.42f, 0.08f), cyan = light(0.16f, 0.80f, 1),
-           violet = light(0.70f, 0.26f, 1), rose = light(1, 0.16f, 0.48f), green = light(0.40f, 0.85f, 0.25f);
+           violet = light(0.74f, 0.34f, 1), rose = light(1, 0.16f, 0.48f), green = light(0.40f, 0.85f, 0.25f);
 
 // What has been painted of a place so far: dark bodies over painted glow, and lines of light.
 struct Seen {
@@ -364,7 +364,7 @@ Rgba soffitAt(float across, float up) {
 Rgba edgeAt(int side, float along, float up) {
     const Rgba tints[] = {gold, cyan, violet, rose};
     Seen seen{shade};
-    seen.line((up - 0.52f) * 2.4f, 0.30f, tints[side], 0.30f);
+    seen.line((up - 0.52f) * 2.4f, 0.45f, tints[side], 0.30f);
     const float bead = length(Point{mullions(along * 110, 2.2f), (up - 0.16f) * 2.4f});
     seen.glow(bead - 0.18f, 0.15f, tints[(side + 1) % 4] * 0.5f);
     return seen.colour;
