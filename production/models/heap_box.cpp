@@ -59,7 +59,7 @@ constexpr int panesOf[] = {3, 4, 3, 3, 3, 4};  // as the stretches are painted
 // glint one after another, in streaks. They face the light far below, but no more than that they throw back
 // little of the glow beyond the heap.
 Shape stretch(Vec from, Vec along, int number) {
-    constexpr double downs[] = {1.3, 1.7, 1.5, 1.8}, bulge = 0.5;
+    constexpr double downs[] = {1.2, 1.6, 1.4, 1.7}, bulge = 0.7;
     const int panes = panesOf[number];
     const Vec step = along * (1.0 / panes), tall = {0, 2 * (halfHeight - slab), 0};
     const Patch rooms = patchOf(atlas::hull::rooms[number]);
@@ -265,7 +265,7 @@ void makeHeapBox(const char* path) {
     const auto curved = [](Vec p, Vec normal) {
         if (normal.y > 0.5) return normal + Vec{0.9 * p.x / halfLength, 0, 0.9 * p.z / halfWidth};
         if (normal.y < -0.5) return normal + Vec{0.1 * p.x / halfLength, 0, 0.1 * p.z / halfWidth};
-        return normal * 0.3 + normalized(Vec{p.x, 0, p.z}) - Vec{0, 1.5, 0};
+        return normal * 0.3 + normalized(Vec{p.x, 0, p.z}) - Vec{0, 0.7, 0};
     };
     const Shape slabs =
         shaded(painted(joined({floorSlab(), roofSlab(), terraceWalls()}), hull::shade), curved);

@@ -325,7 +325,7 @@ Rgba roomsAt(int stretch, float across, float up) {
     Rgba (*const scenes[])(Point) = {barRoom, homes, stair, aquarium, dance, garden};
     const Point p = {across * wide[stretch], up * tall};
     const float frame = std::fmin(std::fmin(p.x, wide[stretch] - p.x), std::fmin(p.y, tall - p.y));
-    return frame < 0.3f ? night : scenes[stretch](p);
+    return frame < 0.3f ? night : scenes[stretch](p) * 1.2f;
 }
 
 // A quarter of a storey's underside, from its middle to its edges, in units: a rose of light before a border.
