@@ -157,7 +157,7 @@ Shape edges() {
 // Under the floor, looking outwards a little: what faces away from the viewer throws back the glow beyond the
 // heap, and that would lie over the heap as a veil.
 Shape soffit() {
-    constexpr double edge = 1.2, y = -halfHeight - 0.19, vault = 0.8;
+    constexpr double edge = 1.2, y = -halfHeight - 0.19, vault = 0.9;
     constexpr double length = halfLength - edge, width = halfWidth - edge;
     std::vector<Shape> quarters;
     for (const double x : {-length, 0.0})

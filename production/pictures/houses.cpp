@@ -65,7 +65,7 @@ float palm(Point p, float tall, int seed) {
     }
     return near;
 }
-float mullions(float x, float pitch) {
+float toNearest(float x, float pitch) {
     return std::fabs(std::remainder(x, pitch));
 }
 
@@ -86,9 +86,9 @@ void pendant(Seen& seen, Point p, Point at, Rgba own) {
 Rgba bottles(Point p, uint32_t seed) {
     const int column = int(std::floor(p.x / 0.95f));
     const float high = 0.75f + 0.75f * randomAt(column, 1, seed), x = p.x / 0.95f - column - 0.5f;
-    if (p.y > high || std::fabs(x) > (p.y > 0.66f * high ? 0.14f : 0.34f)) return {};
+    if (p.y < 0 || p.y > high || std::fabs(x) > (p.y > 0.66f * high ? 0.14f : 0.34f)) return {};
     const Rgba tints[] = {cyan, amber, rose, green, gold, violet};
-    return tints[int(randomAt(column, 2, seed) * 5.99f)] * 0.75f;
+    return tints[int(randomAt(column, 2, seed) * 5.99f)] * 0.8f;
 }
 
 // A bar: its bottles before the wall, and guests under lamps.
@@ -96,6 +96,7 @@ Rgba barRoom(Point p) {
     Seen seen{mix(opaque(0.30f, 0.075f, 0.03f), opaque(0.13f, 0.02f, 0.04f), p.y / tall)};
     for (const float shelf : {4.9f, 6.9f, 8.9f}) {
         if (p.x < 13.2f || p.x > 26.8f) break;
+        seen.glow(std::fabs(p.y - shelf - 0.8f), 0.9f, amber * 0.22f);
         seen.colour = seen.colour + bottles(p - Point{13, shelf + 0.15f}, uint32_t(shelf * 7));
         seen.line(p.y - shelf, 0.12f, gold * 0.6f, 0.2f);
     }
@@ -112,77 +113,83 @@ Rgba barRoom(Point p) {
         seen.body(seated({x + 3.4f - p.x, p.y}), night);
         seen.glow(circle(p, {x, 4.3f}, 0.25f), 0.4f, amber);
     }
-    seen.body(mullions(p.x, 13) - 0.32f, night);
+    seen.body(toNearest(p.x, 13) - 0.32f, night);
     return seen.colour;
 }
 
-// Four homes side by side: at the piano, among books, a cat at its window, and two who dance.
+// Homes, each 9.75 wide.
+void atThePiano(Seen& seen, Point p) {
+    pendant(seen, p, {5.6f, 10.4f}, gold);
+    seen.body(
+        std::fmin(box(p, {6.3f, 3.4f}, {2.6f, 0.55f}),
+                  std::fmin(rod(p, {4.2f, 3.2f}, {4.2f, 0}, 0.2f), rod(p, {8.4f, 3.2f}, {8.4f, 0}, 0.2f))),
+        night);
+    seen.body(rod(p, {4.2f, 4.2f}, {8.6f, 7.6f}, 0.22f), night);
+    seen.line(segment(p, {4.2f, 4.5f}, {8.5f, 7.8f}), 0.08f, gold * 0.9f, 0.2f);
+    seen.line(segment(p, {3.6f, 4.0f}, {8.8f, 4.0f}), 0.08f, gold * 0.8f, 0.2f);
+    seen.body(seated({p.x - 1.6f, p.y}), night);
+}
+void amongBooks(Seen& seen, Point p) {
+    const float row = p.y / 1.9f, book = p.x / 0.42f;
+    const int shelf = int(row), volume = int(book);
+    const Rgba spines[] = {amber, green * 0.6f, cyan * 0.5f, gold, rose * 0.6f};
+    if (p.x > 1 && p.x < 6 && row - shelf < 0.55f + 0.3f * randomAt(volume, shelf, 4) && row - shelf > 0.1f)
+        seen.colour = seen.colour + spines[int(randomAt(volume, shelf, 5) * 4.99f)] *
+                                        (0.3f + 0.4f * randomAt(volume, shelf, 6));
+    seen.line(std::fmax((std::fabs(p.x - 3.5f) - 2.5f), std::fabs(std::remainder(p.y, 1.9f))), 0.09f,
+              gold * 0.35f, 0.1f);
+    pendant(seen, p, {7.4f, 8.6f}, amber);
+    seen.body(rod(p, {4.3f, 0.8f}, {4.3f, 4.8f}, 0.75f), night);
+    seen.body(seated({p.x - 5.2f, p.y}), night);
+}
+void catAtItsWindow(Seen& seen, Point p) {
+    const float moon = circle(p, {6.2f, 9.2f}, 2.1f);
+    seen.glow(moon, 2.4f, cyan * 0.22f);
+    seen.body(moon, opaque(0.10f, 0.36f, 0.55f));
+    seen.line(moon, 0.12f, cyan);
+    for (int i = 0; i < 9; i++)
+        seen.glow(circle(p, {0.9f + 8 * randomAt(i, 1, 3), 6.2f + 7 * randomAt(i, 2, 3)}, 0.1f), 0.2f,
+                  cyan * 0.7f);
+    seen.body(p.y - 3.4f, night);
+    seen.line(p.y - 3.4f, 0.10f, cyan * 0.7f, 0.3f);
+    const Point cat = p - Point{3.4f, 3.4f};
+    float body = std::fmin(leaf({cat.y + 0.5f, cat.x}, 0, 4.2f, 1.25f), circle(cat, {0.2f, 3.4f}, 0.85f));
+    body = std::fmin(body, std::fmin(leaf({cat.y - 3.6f, cat.x + 0.3f}, 0, 1.4f, 0.25f),
+                                     leaf({cat.y - 3.6f, cat.x - 0.7f}, 0, 1.4f, 0.25f)));
+    body = std::fmin(body, rod(cat, {-0.8f, 0.3f}, {-2.6f, 1.4f}, 0.22f));
+    seen.body(body, night);
+}
+void twoWhoDance(Seen& seen, Point p) {
+    seen.glow(length(p - Point{4.9f, 11}), 4, rose * 0.35f + gold * 0.2f);
+    for (int i = -3; i <= 3; i++) {
+        seen.line(segment(p, {4.9f, 13.8f}, {4.9f + 0.8f * i, 10.8f - 0.4f * (3 - std::abs(i))}), 0.05f,
+                  gold * 0.6f, 0.15f);
+        seen.glow(circle(p, {4.9f + 0.8f * i, 10.6f - 0.4f * (3 - std::abs(i))}, 0.22f), 0.25f, gold);
+    }
+    seen.body(std::fmin(standing(p - Point{4.1f, 0}), standing(Point{5.9f - p.x, p.y})), night);
+    seen.body(std::fmin(rod(p, {4.2f, 6}, {5.8f, 6.2f}, 0.3f), rod(p, {5.9f, 6.2f}, {7.9f, 7.6f}, 0.28f)),
+              night);
+    seen.body(leaf({p.y + 0.2f, p.x - 6.0f}, 0, 5.0f, 1.3f), night);
+}
+
+// Four of them side by side.
 Rgba homes(Point p) {
     constexpr float wide = 9.75f;
-    const int home = std::clamp(int(p.x / wide), 0, 3);
-    const Point q = {p.x - wide * home, p.y};
-    const Rgba walls[] = {opaque(0.40f, 0.19f, 0.04f), opaque(0.12f, 0.16f, 0.06f),
-                          opaque(0.03f, 0.10f, 0.36f), opaque(0.38f, 0.06f, 0.14f)};
-    Seen seen{walls[home] * mix(1.2f, 0.5f, q.y / tall)};
-    if (home == 0) {
-        pendant(seen, q, {5.6f, 10.4f}, gold);
-        seen.body(
-            std::fmin(box(q, {6.3f, 3.4f}, {2.6f, 0.55f}), std::fmin(rod(q, {4.2f, 3.2f}, {4.2f, 0}, 0.2f),
-                                                                     rod(q, {8.4f, 3.2f}, {8.4f, 0}, 0.2f))),
-            night);
-        const float lid = std::fmax(rod(q, {4.2f, 4.2f}, {8.6f, 7.6f}, 0.22f), -1.0f);
-        seen.body(lid, night);
-        seen.line(segment(q, {4.2f, 4.5f}, {8.5f, 7.8f}), 0.08f, gold * 0.9f, 0.2f);
-        seen.line(segment(q, {3.6f, 4.0f}, {8.8f, 4.0f}), 0.08f, gold * 0.8f, 0.2f);
-        seen.body(seated({q.x - 1.6f, q.y}), night);
-    } else if (home == 1) {
-        const float row = q.y / 1.9f, book = q.x / 0.42f;
-        const int shelf = int(row), volume = int(book);
-        const Rgba spines[] = {amber, green * 0.6f, cyan * 0.5f, gold, rose * 0.6f};
-        if (q.x > 1 && q.x < 6 && row - shelf < 0.55f + 0.3f * randomAt(volume, shelf, 4) &&
-            row - shelf > 0.1f)
-            seen.colour = seen.colour + spines[int(randomAt(volume, shelf, 5) * 4.99f)] *
-                                            (0.3f + 0.4f * randomAt(volume, shelf, 6));
-        seen.line(std::fmax((std::fabs(q.x - 3.5f) - 2.5f), std::fabs(std::remainder(q.y, 1.9f))), 0.09f,
-                  gold * 0.35f, 0.1f);
-        pendant(seen, q, {7.4f, 8.6f}, amber);
-        seen.body(rod(q, {4.3f, 0.8f}, {4.3f, 4.8f}, 0.75f), night);
-        seen.body(seated({q.x - 5.2f, q.y}), night);
-    } else if (home == 2) {
-        const float moon = circle(q, {6.2f, 9.2f}, 2.1f);
-        seen.glow(moon, 2.4f, cyan * 0.22f);
-        seen.body(moon, opaque(0.10f, 0.36f, 0.55f));
-        seen.line(moon, 0.12f, cyan);
-        for (int i = 0; i < 9; i++)
-            seen.glow(circle(q, {0.9f + 8 * randomAt(i, 1, 3), 6.2f + 7 * randomAt(i, 2, 3)}, 0.1f), 0.2f,
-                      cyan * 0.7f);
-        seen.body(q.y - 3.4f, night);
-        seen.line(q.y - 3.4f, 0.10f, cyan * 0.7f, 0.3f);
-        const Point cat = q - Point{3.4f, 3.4f};
-        float body = std::fmin(leaf({cat.y + 0.5f, cat.x}, 0, 4.2f, 1.25f), circle(cat, {0.2f, 3.4f}, 0.85f));
-        body = std::fmin(body, std::fmin(leaf({cat.y - 3.6f, cat.x + 0.3f}, 0, 1.4f, 0.25f),
-                                         leaf({cat.y - 3.6f, cat.x - 0.7f}, 0, 1.4f, 0.25f)));
-        body = std::fmin(body, rod(cat, {-0.8f, 0.3f}, {-2.6f, 1.4f}, 0.22f));
-        seen.body(body, night);
-    } else {
-        seen.glow(length(q - Point{4.9f, 11}), 4, rose * 0.35f + gold * 0.2f);
-        for (int i = -3; i <= 3; i++) {
-            seen.line(segment(q, {4.9f, 13.8f}, {4.9f + 0.8f * i, 10.8f - 0.4f * (3 - std::abs(i))}), 0.05f,
-                      gold * 0.6f, 0.15f);
-            seen.glow(circle(q, {4.9f + 0.8f * i, 10.6f - 0.4f * (3 - std::abs(i))}, 0.22f), 0.25f, gold);
-        }
-        seen.body(std::fmin(standing(q - Point{4.1f, 0}), standing(Point{5.9f - q.x, q.y})), night);
-        seen.body(std::fmin(rod(q, {4.2f, 6}, {5.8f, 6.2f}, 0.3f), rod(q, {5.9f, 6.2f}, {7.9f, 7.6f}, 0.28f)),
-                  night);
-        seen.body(leaf({q.y + 0.2f, q.x - 6.0f}, 0, 5.0f, 1.3f), night);
-    }
-    seen.body(std::fmin(q.x, wide - q.x) - 0.45f, night);
+    constexpr int count = 4;
+    const Rgba walls[count] = {opaque(0.40f, 0.19f, 0.04f), opaque(0.12f, 0.16f, 0.06f),
+                               opaque(0.03f, 0.10f, 0.36f), opaque(0.38f, 0.06f, 0.14f)};
+    void (*const evenings[count])(Seen&, Point) = {atThePiano, amongBooks, catAtItsWindow, twoWhoDance};
+    const int home = std::clamp(int(p.x / wide), 0, count - 1);
+    const Point within = {p.x - wide * home, p.y};
+    Seen seen{walls[home] * mix(1.2f, 0.5f, p.y / tall)};
+    evenings[home](seen, within);
+    seen.body(std::fmin(within.x, wide - within.x) - 0.45f, night);
     return seen.colour;
 }
 
 // A stair behind glass, which runs on from storey to storey.
 Rgba stair(Point p) {
-    Seen seen{mix(opaque(0.02f, 0.10f, 0.34f), opaque(0.08f, 0.04f, 0.30f), p.y / tall)};
+    Seen seen{mix(opaque(0.010f, 0.045f, 0.16f), opaque(0.03f, 0.015f, 0.12f), p.y / tall)};
     const float half = tall / 2, from = 3, to = 28, slope = half / (to - from);
     for (const bool upper : {true, false}) {
         const float along = upper ? to - p.x : p.x - from, foot = upper ? half : 0;
@@ -191,7 +198,7 @@ Rgba stair(Point p) {
         const float step = foot + slope * 1.25f * std::floor(along / 1.25f) + 0.3f;
         const float under = step - p.y;
         if (under > 0 && under < 4) seen.colour = seen.colour + violet * (0.16f * std::exp(-under / 1.2f));
-        seen.glow(std::fabs(p.y - up - 2), 2.4f, cyan * 0.10f);
+        seen.glow(std::fabs(p.y - up - 1.6f), 1.5f, cyan * 0.26f);
         for (const float person : {5.5f, 14.0f, 20.5f})
             if ((person == 14.0f) == upper)
                 seen.body(standing({upper ? person - along : along - person,
@@ -201,12 +208,12 @@ Rgba stair(Point p) {
         seen.line(p.y - step, 0.13f, gold, 0.25f);
         seen.line(p.y - up + 1.1f, 0.08f, gold * 0.5f, 0.2f);
         seen.line(p.y - up - 3.1f, 0.10f, cyan * 0.9f, 0.25f);
-        if (p.y > up && p.y < up + 3.1f) seen.line(mullions(along, 1.25f), 0.05f, cyan * 0.35f, 0.05f);
+        if (p.y > up && p.y < up + 3.1f) seen.line(toNearest(along, 1.25f), 0.05f, cyan * 0.35f, 0.05f);
     }
     for (const Point at : {Point{1.6f, 3}, Point{29.4f, 9.5f}})
         seen.glow(box(p, at, {0.2f, 1.6f}), 0.7f, gold * 0.9f);
-    seen.body(mullions(p.x, 31.0f / 6) - 0.14f, night);
-    seen.line(mullions(p.x, 31.0f / 6), 0.04f, cyan * 0.25f, 0.1f);
+    seen.body(toNearest(p.x, 31.0f / 6) - 0.14f, night);
+    seen.line(toNearest(p.x, 31.0f / 6), 0.04f, cyan * 0.25f, 0.1f);
     return seen.colour;
 }
 
@@ -228,7 +235,7 @@ void fish(Seen& seen, Point p, float size, Rgba own) {
 
 // An aquarium from slab to slab, and who looks at it.
 Rgba aquarium(Point p) {
-    Seen seen{mix(opaque(0.005f, 0.04f, 0.16f), opaque(0.01f, 0.24f, 0.40f), p.y / tall)};
+    Seen seen{mix(opaque(0.002f, 0.018f, 0.08f), opaque(0.005f, 0.12f, 0.21f), p.y / tall)};
     seen.colour =
         seen.colour +
         cyan * (0.10f * smoothstep(0.6f, 0.9f, ridgedNoise(p.x / 9, p.y / 5, 64, 2, 3)) * p.y / tall);
@@ -248,14 +255,14 @@ Rgba aquarium(Point p) {
     fish(seen, Point{34.5f - p.x, p.y - 3.6f}, 0.6f, gold);
     seen.body(standing(p - Point{5.5f, 0}), night);
     seen.body(standing((p - Point{8.2f, 0}) * 1.6f), night);
-    seen.body(mullions(p.x, 13) - 0.2f, night);
+    seen.body(toNearest(p.x, 13) - 0.2f, night);
     return seen.colour;
 }
 
 // A dance under a ball of mirrors.
 Rgba dance(Point p) {
     const Point ball = {15, 10.6f}, from = p - ball;
-    Seen seen{mix(opaque(0.36f, 0.07f, 0.08f), opaque(0.05f, 0.02f, 0.19f), smoothstep(1, 9, p.y))};
+    Seen seen{mix(opaque(0.55f, 0.13f, 0.06f), opaque(0.02f, 0.008f, 0.085f), smoothstep(0, 8.5f, p.y))};
     const Rgba tints[] = {violet, rose, cyan, gold};
     for (int i = 0; i < 12; i++) {
         const float turn = 2 * pi * (i + 0.5f) / 12;
@@ -281,7 +288,7 @@ Rgba dance(Point p) {
         seen.body(who, night);
         if (who > 0) seen.glow(who, 0.18f, rose * 0.25f);
     }
-    seen.body(mullions(p.x, 10) - 0.2f, night);
+    seen.body(toNearest(p.x, 10) - 0.2f, night);
     return seen.colour;
 }
 
@@ -331,12 +338,12 @@ Rgba roomsAt(int stretch, float across, float up) {
 // A quarter of a storey's underside, from its middle to its edges, in units: a rose of light before a border.
 Rgba soffitAt(float across, float up) {
     constexpr float half = 53.8f, width = 21.3f;
-    const Point p = {across * half, up * width}, fromRose = p - Point{36, 0};
-    const float r = length(fromRose), edge = std::fmin(half - p.x, width - p.y);
+    const Point p = {across * half, up * width}, fromMiddle = p - Point{36, 0};
+    const float r = length(fromMiddle), edge = std::fmin(half - p.x, width - p.y);
     Seen seen{mix(opaque(0.012f, 0.008f, 0.040f), opaque(0.035f, 0.010f, 0.050f), smoothstep(20, 6, r))};
     seen.glow(r, 5, rose * 0.16f);
     const auto about = [&](int count, float from) {
-        const float angle = arcTan(fromRose.y, fromRose.x), pitch = 2 * pi / count;
+        const float angle = arcTan(fromMiddle.y, fromMiddle.x), pitch = 2 * pi / count;
         const float turn = std::remainder(angle - from * pitch, pitch);
         return Point{r * std::cos(turn), r * std::sin(turn)};
     };
@@ -348,14 +355,14 @@ Rgba soffitAt(float across, float up) {
     seen.line(r - 18.0f, 0.15f, violet * 0.8f, 0.25f);
     seen.body(r - 1.5f, gold + opaque(0, 0.12f, 0.2f));
     // Beams towards the middle, and a bow in each corner.
-    if (p.x < 15 && edge > 3.4f) seen.line(mullions(p.y - 2.2f, 4.4f), 0.10f, violet * 0.4f, 0.2f);
+    if (p.x < 15 && edge > 3.4f) seen.line(toNearest(p.y - 2.2f, 4.4f), 0.10f, violet * 0.4f, 0.2f);
     if (edge > 3.4f) seen.line(p.x - 15, 0.13f, gold * 0.6f, 0.25f);
     if (edge > 3.4f && p.x > 36)
         seen.line(length(Point{half - p.x, width - p.y}) - 8, 0.13f, gold * 0.6f, 0.25f);
     seen.line(edge - 3.4f, 0.12f, gold * 0.6f, 0.25f);
     seen.line(edge - 0.6f, 0.24f, gold * 0.9f, 0.25f);
     const float bead =
-        length(Point{edge - 2.0f, edge == width - p.y ? mullions(p.x, 4.0f) : mullions(p.y, 4.0f)});
+        length(Point{edge - 2.0f, edge == width - p.y ? toNearest(p.x, 4.0f) : toNearest(p.y, 4.0f)});
     seen.glow(bead - 0.30f, 0.2f, cyan * 0.8f);
     return seen.colour;
 }
@@ -365,7 +372,7 @@ Rgba edgeAt(int side, float along, float up) {
     const Rgba tints[] = {gold, cyan, violet, rose};
     Seen seen{shade};
     seen.line((up - 0.52f) * 2.4f, 0.45f, tints[side], 0.30f);
-    const float bead = length(Point{mullions(along * 110, 2.2f), (up - 0.16f) * 2.4f});
+    const float bead = length(Point{toNearest(along * 110, 2.2f), (up - 0.16f) * 2.4f});
     seen.glow(bead - 0.18f, 0.15f, tints[(side + 1) % 4] * 0.5f);
     return seen.colour;
 }

@@ -11,6 +11,7 @@
 
 #include "image/image.h"
 #include "production/pictures/pictures.h"
+#include "production/shared/atlas.h"
 
 namespace {
 
@@ -159,6 +160,27 @@ TEST(Pictures, SkyMeetsItselfWhereItIsFolded) {
         }
     }
     EXPECT_LT(folded * 4, unfolded);
+}
+
+// A wall of the heap whose rooms are blank, dark or glaring is seen twenty times over.
+TEST(Pictures, RoomsOfTheHeapAreDarkPlacesWithLightsInThem) {
+    const Picture hull("shiptex.png");
+    const double cell = hull.width / 16.0;
+    for (const atlas::Cells& rooms : atlas::hull::rooms)
+        for (int third = 0; third < 3; third++) {
+            const int left = int((rooms.left + rooms.width * third / 3) * cell), top = int(rooms.top * cell),
+                      right = int(left + rooms.width / 3 * cell), bottom = int(rooms.bottom() * cell);
+            int bright = 0, dark = 0;
+            for (int y = top; y < bottom; y++)
+                for (int x = left; x < right; x++) {
+                    bright += hull.brightest(x, y) > 150;
+                    dark += hull.brightest(x, y) < 30;
+                }
+            const int all = (right - left) * (bottom - top);
+            EXPECT_GT(bright * 50, all) << rooms.left << ", " << rooms.top << ", " << third;
+            EXPECT_LT(bright * 2, all) << rooms.left << ", " << rooms.top << ", " << third;
+            EXPECT_GT(dark * 10, all) << rooms.left << ", " << rooms.top << ", " << third;
+        }
 }
 
 // What is not over a half of both alphas together is cut away, and the halo fills it: drivers differ by a few
