@@ -16,7 +16,7 @@ constexpr double halfLength = 55, halfWidth = 22.5, halfHeight = 9.3;
 constexpr double slab = 2.4;  // thickness of floor and roof
 constexpr double roofFrom = -30, glassFrom = -27, glassTo = 51, glassHalf = 19;
 constexpr double parapet = 6.4;  // height of the terrace's, slab included
-constexpr double trunkRadius = 13, trunkDepth = 130, mastHeight = 62;
+constexpr double trunkRadius = 12.2, trunkDepth = 130, mastHeight = 62;
 
 // The light circles far below the heap. What is to catch it wherever it stands faces down by `share` more
 // than it does.
@@ -59,7 +59,7 @@ constexpr int panesOf[] = {3, 4, 3, 3, 3, 4};  // as the stretches are painted
 // glint one after another, in streaks. They face the light far below, but no more than that they throw back
 // little of the glow beyond the heap.
 Shape stretch(Vec from, Vec along, int number) {
-    constexpr double downs[] = {1.2, 1.6, 1.4, 1.7}, bulge = 0.7;
+    constexpr double downs[] = {1.3, 1.7, 1.5, 1.8}, bulge = 0.7;
     const int panes = panesOf[number];
     const Vec step = along * (1.0 / panes), tall = {0, 2 * (halfHeight - slab), 0};
     const Patch rooms = patchOf(atlas::hull::rooms[number]);
@@ -114,7 +114,8 @@ Shape garlands() {
     const auto hang = [&](Vec from, Vec to, int bows, int lamps) {
         for (int i = 0; i < lamps; i++) {
             const double k = (i + 0.5) / lamps, sag = std::fabs(std::sin(pi * bows * k));
-            all.push_back(moved(icosphere(0.75, 0), from + (to - from) * k - Vec{0, 2.6 * sag, 0}));
+            all.push_back(moved(lathe({{0, -0.85}, {0.85, 0}, {0, 0.85}}, 4),
+                                from + (to - from) * k - Vec{0, 2.6 * sag, 0}));
         }
     };
     constexpr double y = 6.4, left = -53.5, edge = 21;
@@ -219,19 +220,14 @@ Shape shrubs() {
 // The lift's trunk, which the storeys hide but below the lowest, and the mast, which shows above the highest.
 Shape trunk() {
     Outline profile;
-    for (double y = -trunkDepth; y < -halfHeight; y += 20) {
-        profile.push_back({trunkRadius, y});
-        profile.push_back({trunkRadius, y + 16});
-        profile.push_back({trunkRadius - 1.4, y + 17});
-        profile.push_back({trunkRadius - 1.4, y + 19});
-    }
+    for (double y = -trunkDepth; y < -halfHeight; y += 20) profile.push_back({trunkRadius, y});
     profile.push_back({trunkRadius, halfHeight + 1});
     return lathe(profile, 12);
 }
 Shape trunkRings() {
     std::vector<Shape> rings;
     for (double y = -trunkDepth; y < -halfHeight; y += 20)
-        rings.push_back(lathe({{trunkRadius - 1, y + 17.2}, {trunkRadius - 1, y + 18.8}}, 12));
+        rings.push_back(lathe({{trunkRadius + 0.3, y + 17.2}, {trunkRadius + 0.3, y + 18.8}}, 12));
     return joined(rings);
 }
 Shape mast() {

@@ -189,7 +189,7 @@ Rgba homes(Point p) {
 
 // A stair behind glass, which runs on from storey to storey.
 Rgba stair(Point p) {
-    Seen seen{mix(opaque(0.010f, 0.045f, 0.16f), opaque(0.03f, 0.015f, 0.12f), p.y / tall)};
+    Seen seen{mix(opaque(0.015f, 0.07f, 0.24f), opaque(0.05f, 0.025f, 0.19f), p.y / tall)};
     const float half = tall / 2, from = 3, to = 28, slope = half / (to - from);
     for (const bool upper : {true, false}) {
         const float along = upper ? to - p.x : p.x - from, foot = upper ? half : 0;
@@ -235,7 +235,7 @@ void fish(Seen& seen, Point p, float size, Rgba own) {
 
 // An aquarium from slab to slab, and who looks at it.
 Rgba aquarium(Point p) {
-    Seen seen{mix(opaque(0.002f, 0.018f, 0.08f), opaque(0.005f, 0.12f, 0.21f), p.y / tall)};
+    Seen seen{mix(opaque(0.003f, 0.03f, 0.12f), opaque(0.008f, 0.17f, 0.29f), p.y / tall)};
     seen.colour =
         seen.colour +
         cyan * (0.10f * smoothstep(0.6f, 0.9f, ridgedNoise(p.x / 9, p.y / 5, 64, 2, 3)) * p.y / tall);
@@ -262,7 +262,7 @@ Rgba aquarium(Point p) {
 // A dance under a ball of mirrors.
 Rgba dance(Point p) {
     const Point ball = {15, 10.6f}, from = p - ball;
-    Seen seen{mix(opaque(0.55f, 0.13f, 0.06f), opaque(0.02f, 0.008f, 0.085f), smoothstep(0, 8.5f, p.y))};
+    Seen seen{mix(opaque(0.55f, 0.13f, 0.06f), opaque(0.03f, 0.012f, 0.12f), smoothstep(0, 8.5f, p.y))};
     const Rgba tints[] = {violet, rose, cyan, gold};
     for (int i = 0; i < 12; i++) {
         const float turn = 2 * pi * (i + 0.5f) / 12;

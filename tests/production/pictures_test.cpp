@@ -174,7 +174,7 @@ TEST(Pictures, RoomsOfTheHeapAreDarkPlacesWithLightsInThem) {
             for (int y = top; y < bottom; y++)
                 for (int x = left; x < right; x++) {
                     bright += hull.brightest(x, y) > 150;
-                    dark += hull.brightest(x, y) < 30;
+                    dark += hull.brightest(x, y) < 50;
                 }
             const int all = (right - left) * (bottom - top);
             EXPECT_GT(bright * 50, all) << rooms.left << ", " << rooms.top << ", " << third;
