@@ -1,6 +1,6 @@
 // The box of the heap: a house of one storey, a little under 20 units high, twenty of which lie across each
 // other. Between two slabs stand lit rooms behind glass; at one end the upper slab is missing, and a
-// terrace grows a garden. Its timber soffit is what a viewer from below sees.
+// terrace grows a garden. What a viewer from below sees most of is its underside, painted like a lantern's.
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
