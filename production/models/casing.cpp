@@ -11,7 +11,7 @@ using namespace model;
 namespace {
 
 constexpr int stalks = 12;
-constexpr double hoopRadius = 56;
+constexpr double hoopRadius = 47;
 constexpr double hoopHeight = 100.0 / 6;  // where the lowest rung of light lies in the red band
 
 Shape hoop() {
@@ -20,25 +20,25 @@ Shape hoop() {
 }
 
 Shape stalk() {
-    const Vec foot = {51, 3, 0}, top = {hoopRadius, hoopHeight, 0};
+    const Vec foot = {42, 3, 0}, top = {hoopRadius, hoopHeight, 0};
     return placed(
         lathe({{1.5, 0}, {1.2, 1.6}, {0.5, 3}, {0.3, length(top - foot)}, {0, length(top - foot)}}, 10), foot,
         top - foot);
 }
 
 Shape cup() {
-    return lathe({{47, 0},
-                  {55, 0},
-                  {56.4, 8},
-                  {56.6, 15.4},
-                  {55.8, 15.8},
-                  {55.4, 8},
-                  {54, 3.6},
-                  {47.5, 3.6},
-                  {44.8, 2.8},
-                  {44.8, 0.6},
-                  {47, 0}},
-                 72);
+    return lathe({{37, 0},
+                  {44, 0},
+                  {45.6, 5},
+                  {46, 9.4},
+                  {45.2, 9.8},
+                  {44.6, 5},
+                  {43, 3},
+                  {37.5, 3},
+                  {35.2, 2.2},
+                  {35.2, 0.6},
+                  {37, 0}},
+                 64);
 }
 
 }  // namespace

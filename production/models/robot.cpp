@@ -1,9 +1,9 @@
 // The robot: lacquered shells, and what glows on it, which are its screen's mesh, since that alone has a
 // picture; steel joints and frames, its body's mesh; and rubber, its arms' mesh. The picture's patches hold
-// each lacquer in lights that stand still while the viewer goes round. Legs and hips are plain and dark, so
-// that the eye climbs to what shines: a face, and its heart's beat on each flank and on its back. It stands
-// on a plate below y = 0, looks along +z and down, and waves. Between hips and chest the middle is free, up
-// to flat bellows behind the axis: the camera flies through.
+// each lacquer in lights that stand still while the viewer goes round. A toy: a small dark body, and a head
+// of four screens that lean out over it, each with another face, so that one looks at whoever goes round
+// below. It stands on a plate below y = 0, and waves. Between chest and head the middle is free, up to a
+// flat neck behind the axis: the camera flies through.
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
@@ -15,21 +15,17 @@ using namespace model;
 
 namespace {
 
-// How it holds its head: the face towards viewers below, an ear down (radians). In its own scene it bows to
-// them; who sees it as a colossus stands farther off.
-struct Neck {
-    Vec centre;
-    double size, tilt;
-};
-constexpr Neck bowed = {{0, 149, 11}, 1.34, 0.5}, upright = {{0, 152.5, 2}, 1.26, 0.34};
-constexpr double headLean = 0.06;
+// How it holds its head where it stands as a colossus with a single face, an ear down (radians).
+constexpr Vec headMiddle = {0, 152.5, 2};
+constexpr double headSize = 1.26, headNod = 0.34, headLean = 0.06;
+// Its own parts are made as tall as the colossus', and what is below the head is then made a toy's.
+constexpr Vec toySize = {0.66, 0.575, 0.7};
+constexpr double sole = -20.4;
 constexpr double faceDepth = 15.5;  // from the head's centre to the bezel
 constexpr Vec chestLamp = {0, 109, 17.2};
 
 // Where things lie in "roboscreen".
-constexpr Patch facePicture = patchOf(atlas::robot::face),
-                iris = patchOf(atlas::robot::iris.within(atlas::robot::margin)),
-                pulsePicture = patchOf(atlas::robot::pulse.within(atlas::robot::margin));
+constexpr Patch iris = patchOf(atlas::robot::iris.within(atlas::robot::margin));
 constexpr Uv warmLamp = middleOf(atlas::robot::warmLamp), ember = middleOf(atlas::robot::ember),
              coldTube = middleOf(atlas::robot::coldTube.part(0, 0, 2.4, 1));
 
@@ -49,10 +45,10 @@ struct Blocker {
     Vec middle;
     double radius, own = 1.2 * radius;  // within which its own surface lies
 };
-constexpr Blocker blockers[] = {{bowed.centre, 22, 42}, {{0, 108, 0}, 19},   {{13, 112, 0}, 15},
-                                {{-13, 112, 0}, 15},    {{0, 57, 0}, 15},    {{13, 45, 0}, 8},
-                                {{-13, 45, 0}, 8},      {{15, 14, 0}, 9},    {{-15, 14, 0}, 9},
-                                {{33.5, 116, 0}, 9},    {{-33.5, 116, 0}, 9}};
+constexpr Blocker blockers[] = {{{0, 148, 0}, 22, 50}, {{0, 108, 0}, 19},   {{13, 112, 0}, 15},
+                                {{-13, 112, 0}, 15},   {{0, 57, 0}, 15},    {{13, 45, 0}, 8},
+                                {{-13, 45, 0}, 8},     {{15, 14, 0}, 9},    {{-15, 14, 0}, 9},
+                                {{33.5, 116, 0}, 9},   {{-33.5, 116, 0}, 9}};
 
 // How much of a lamp is seen from a place: 0..1.
 double clearTo(Vec lamp, Vec p) {
@@ -112,7 +108,7 @@ struct Pose {
 constexpr Vec shoulder = {33.5, 116, 0}, shoulderTop = {0.75, 0.6, 0.05};
 // One swings back, clear of the body from any side; one waves.
 constexpr Pose swinging = {{43, 98, -11}, {46, 86, -32}, {0.1, -0.45, -0.85}, 0.45},
-               waving = {{49, 111, -4}, {54, 135, 1}, {0.16, 0.97, 0.1}, 0.14};
+               waving = {{47, 99, 14}, {50, 112, 34}, {0.3, 0.9, 0.3}, 0.14};
 
 // Whether a place belongs to the hand, or the forearm, of an arm on the side of x > 0.
 bool isHand(Vec p, const Pose& pose) {
@@ -189,8 +185,8 @@ struct Limb {
     Vec at(double part) const { return mix(from, to, part); }
     double radius(double part) const { return mix(start, end, part) + swell * std::sin(pi * part); }
 };
-constexpr Limb shin = {{15.5, -1, 0}, {14.5, 32, 1.5}, 11, 6, 1.6},
-               thigh = {{14.5, 32, 1.5}, {11.5, 57, 0}, 6.2, 8.4, 0.6};
+constexpr Limb shin = {{22, -1, 0}, {19, 32, 1.5}, 11, 6, 1.6},
+               thigh = {{19, 32, 1.5}, {12.5, 57, 0}, 6.2, 8.4, 0.6};
 Limb upperArm(const Pose& pose) {
     return {shoulder, pose.elbow, 6, 5, 0.4};
 }
@@ -209,11 +205,12 @@ Shape shellOf(const Limb& limb, const Plates& plates, const std::vector<double>&
 }
 
 Shape base() {
+    constexpr double size = 0.78;  // of its width
     const Outline profile = {{0, -31},      {30, -31},   {33, -29.5}, {41, -29.5}, {43.5, -28},
                              {44, -26},     {43.5, -24}, {41, -22.5}, {36, -22},   {35, -20.6},
                              {33.6, -19.6}, {31, -19.4}, {29, -20.4}, {18, -21.8}, {0, -23.2}};
     const Shape studs = around(moved(bolt(2.2, 1.4), {38.6, -22.4, 0}), 12);
-    return joined({flutedLathe(profile, {12, 0.07, 1.4, -30, -23, 5}), studs});
+    return scaled(joined({flutedLathe(profile, {12, 0.07, 1.4, -30, -23, 5}), studs}), {size, 1, size});
 }
 
 Part foot() {
@@ -259,52 +256,34 @@ Shape hips() {
     return withMirror(joined({socket, hipPlate}));
 }
 
-// A rod that slides in a sleeve.
-Shape rod(Vec from, Vec to, double radius) {
-    return placed(lathe({{0, 0}, {radius, 0}, {radius, length(to - from)}, {0, length(to - from)}}, 14), from,
-                  to - from);
-}
-Shape sleeve(Vec from, Vec to, double radius) {
-    const double size = length(to - from), r = radius;
-    return placed(lathe({{0, 0},
-                         {r, 0},
-                         {r * 1.2, 0.6},
-                         {r * 1.2, 1.6},
-                         {r, 2.2},
-                         {r, size - 2.2},
-                         {r * 1.2, size - 1.6},
-                         {r * 1.2, size - 0.6},
-                         {r, size},
-                         {0, size}},
-                        14),
-                  from, to - from);
-}
-
 constexpr double chestDepth = 0.62;  // of its width
 double chestRadius(double y) {
     return 13 + 17 * smoothstep(80, 112, y) - 11 * smoothstep(115, 131, y);
 }
 
-// Bellows, broad but flat and behind the axis.
-constexpr double waistMiddle = -10.4, waistDepth = 0.4;
-double waistRadius(double y) {
-    return 15.5 + 0.014 * (y - 74) * (y - 74);
-}
-Shape waist() {
+// Bellows, flat in depth: of the waist, and of the neck, which is slim and stands behind the axis.
+struct Bellows {
+    double from, to, fold, middle, depth, width;
+
+    double radius(double y) const {
+        const double aside = (y - (from + to) / 2) / (to - from) * 2;
+        return width * (1 + 0.18 * aside * aside);
+    }
+    // A place of its outside, `off` it.
+    Vec at(double y, double turn, double off = 0) const {
+        const double r = radius(y) + off;
+        return {r * std::cos(turn), y, middle + depth * r * std::sin(turn)};
+    }
+};
+constexpr Bellows waist = {61, 88.5, 4.4, 0, 0.8, 14}, neck = {62, 94, 4, -9.5, 0.5, 9};
+Shape shellOf(const Bellows& bellows) {
     std::vector<double> cuts;
-    for (int i = 0; i <= 6; i++) cuts.push_back(61 + i * 4.4);
-    const Outline wall = platedProfile(cuts, {1.2, 1.6, 1.4, 3}, waistRadius);
-    const Outline profile = chained({{{0, 60}}, wall, {{0, 88.5}}});
-    return moved(scaled(lathe(profile, 28), {1, 1, waistDepth}), {0, 0, waistMiddle});
+    for (double y = bellows.from + 1; y < bellows.to; y += bellows.fold) cuts.push_back(y);
+    const Outline wall = platedProfile(cuts, {1.2, 1.6, 1.4, 3}, [&](double y) { return bellows.radius(y); });
+    const Outline profile = chained({{{0, bellows.from}}, wall, {{0, bellows.to}}});
+    return moved(scaled(lathe(profile, 28), {1, 1, bellows.depth}), {0, 0, bellows.middle});
 }
 
-// What carries the chest in front: a pair of pistons that lean apart.
-Shape waistSleeves() {
-    return withMirror(sleeve({9, 62, 10.6}, {10.4, 73, 12.6}, 2.6));
-}
-Shape waistRods() {
-    return withMirror(rod({10.4, 73, 12.6}, {12, 87, 13.4}, 1.4));
-}
 Shape torso() {
     const Outline wall = platedProfile({82, 88, 97, 119, 127.5}, {1.4, 1.3, 1.1, 3.2}, chestRadius);
     const Outline profile =
@@ -312,54 +291,25 @@ Shape torso() {
     return squared(lathe(profile, 40), chestDepth);
 }
 
-// The bezel's centre line: a rounded rectangle in the xy plane.
-std::vector<Vec> screenOutline(double halfWidth, double halfHeight, double corner, double z) {
-    std::vector<Vec> path;
-    for (int quarter = 0; quarter < 4; quarter++) {
-        const double x = (halfWidth - corner) * (quarter == 0 || quarter == 3 ? 1 : -1);
-        const double y = (halfHeight - corner) * (quarter < 2 ? 1 : -1);
-        for (int i = 0; i <= 5; i++) {
-            const double angle = pi / 2 * (quarter + i / 5.0);
-            path.push_back({x + corner * std::cos(angle), y + corner * std::sin(angle), z});
-        }
-    }
-    return path;
+// On the edge of a rounded rectangle in the xy plane, the rounder the lower `power` is.
+Vec onRectangle(double turn, Flat half, double power, double z) {
+    const double x = std::cos(turn), y = std::sin(turn);
+    const double out = std::pow(std::pow(std::abs(x), power) + std::pow(std::abs(y), power), -1 / power);
+    return {half.x * out * x, half.y * out * y, z};
 }
+constexpr Flat faceHalf = {16.2, 11.8}, shellHalf = {20, 15.5};
+constexpr double shellPower = 8;
 
-// A screen's frame: `half` is the glass's half size.
-Shape bezel(Flat half, double corner, double z) {
+// A screen's frame.
+Shape bezel() {
     Sweep frame;
     frame.closedPath = true;
-    frame.path = screenOutline(half.x + 0.2, half.y + 0.2, corner, z);
+    constexpr int steps = 56;
+    for (int i = 0; i < steps; i++)
+        frame.path.push_back(
+            onRectangle(2 * pi * i / steps, {faceHalf.x + 0.2, faceHalf.y + 0.2}, 6, faceDepth));
     frame.up = {0, 0, 1};
-    return sweep({{-1.7, -2}, {1.9, -2}, {1.9, 0.6}, {1.2, 1.5}, {0, 1.9}, {-1.2, 1.3}, {-1.7, 0.4}}, frame);
-}
-
-// Its heart's screens: one on each flank of the chest, and a large one on its back.
-struct Screen {
-    Vec middle, out;
-    Flat half;
-};
-constexpr Screen screens[] = {{{25, 99.6, 8}, {0.76, -0.54, 0.36}, {7.4, 6.2}},
-                              {{-25, 99.6, 8}, {-0.76, -0.54, 0.36}, {7.4, 6.2}},
-                              {{0, 108, -25}, {0, -0.5, -0.87}, {14.5, 12.1}}};
-constexpr Screen backScreen = screens[2];
-
-// Carries what faces +z there.
-Shape on(const Screen& screen, const Shape& shape) {
-    const Vec out = normalized(screen.out), right = normalized(cross({0, 1, 0}, out)), up = cross(out, right);
-    return bent(shape, [&](Vec p) { return screen.middle + right * p.x + up * p.y + out * p.z; });
-}
-Shape onScreens(const std::function<Shape(Flat half)>& make) {
-    std::vector<Shape> all;
-    for (const Screen& screen : screens) all.push_back(on(screen, make(screen.half)));
-    return joined(all);
-}
-
-// What carries the one on its back.
-Shape backpack() {
-    const auto [x, y] = backScreen.half;
-    return on(backScreen, moved(box({2 * x + 7, 2 * y + 7, 14}, 4, 3), {0, 0, -7.4}));
+    return sweep({{-1.7, -2}, {1.9, -2}, {1.2, 1.5}, {0, 1.9}, {-1.2, 1.3}, {-1.7, 0.4}}, frame);
 }
 
 // The reactor in the chest, shoulder sockets.
@@ -368,75 +318,86 @@ Part torsoFittings() {
         placed(joined({rings(9.5, 4.2), around(moved(icosphere(1.3, 1), {11.8, 0.6, 0}), 8)}), chestLamp,
                {0, 0.02, 1});
     const Shape socket = placed(rings(9, 3), {25.5, 116, 0}, {1, 0, 0});
-    const Shape frames = onScreens([](Flat half) { return bezel({half.x + 1.4, half.y + 1.4}, 2.5, 0.4); });
-    return {{}, joined({reactor, frames, withMirror(socket)})};
+    return {{}, joined({reactor, withMirror(socket)})};
 }
 
-Shape neck() {
+Shape collar() {
     const Outline wall = platedProfile({128.5, 130.7, 132.9, 135.1, 137.3}, {0.8, 1.2, 0.7, 2},
                                        [](double y) { return 8.4 - 0.1 * (y - 128); });
     const Outline profile = chained({{{0, 128}}, wall, {{0, 138}}});
     return lathe(profile, 20);
 }
 
-// Where the head's own coordinates (origin at its centre) lie on the robot.
-Shape onNeck(const Neck& neck, const Shape& shape) {
-    const Shape nodding = turned(scaled(shape, {neck.size, neck.size, neck.size}), Axis::x, neck.tilt);
-    return moved(turned(nodding, Axis::z, headLean), neck.centre);
+// Where the head's own coordinates (origin at its centre) lie on the colossus.
+Shape upright(const Shape& shape) {
+    const Shape nodding = turned(scaled(shape, {headSize, headSize, headSize}), Axis::x, headNod);
+    return moved(turned(nodding, Axis::z, headLean), headMiddle);
 }
 
-constexpr Flat faceHalf = {16.2, 11.8};
+// A head of its own on each side of the robot, narrower at its chin: the one in front first, then to its
+// left and on round.
+constexpr int sides = 4;
+Shape onSide(int side, const Shape& shape) {
+    constexpr double lean = 0.48, out = 17, height = 152;
+    const Shape tapered = bent(shape, [](Vec p) {
+        return Vec{1.1 * p.x * (1 + 0.25 * p.y / 15.5), 1.55 * p.y, 0.7 * p.z};
+    });
+    return turned(moved(turned(tapered, Axis::x, lean), {0, height, out}), Axis::y, pi / 2 * side);
+}
+Shape onSides(const Shape& shape) {
+    std::vector<Shape> all;
+    for (int side = 0; side < sides; side++) all.push_back(onSide(side, shape));
+    return joined(all);
+}
+
+// Below the head, as it is worn by the robot; and its heads, which sink after their shoulders.
+Shape toy(const Shape& shape) {
+    return moved(scaled(moved(shape, {0, -sole, 0}), toySize), {0, sole, 0});
+}
+Shape lowered(const Shape& head) {
+    constexpr double chin = 128, size = 1.16;
+    return moved(scaled(moved(head, {0, -chin, 0}), {size, size, size}), {0, chin - 40, 0});
+}
+
 constexpr Vec earMiddle = {17.6, 1, -2};
 
 // The two aerials make a V.
-constexpr Vec aerialFoot = {5.5, 16.5, -3}, aerialTip = {16, 29, -5};
+struct Aerial {
+    Vec foot, tip;
+};
+constexpr Aerial aerial = {{5.5, 16.5, -3}, {16, 29, -5}}, robotAerial = {{10, 172, 0}, {27, 202, 0}};
 
-// The head's shell, which seems to swell, or each of its flat sides would mirror but one place of the sky.
-Shape swelling(const Neck& neck, const Shape& shell) {
-    const double tilt = neck.tilt;
-    const Vec right = {std::cos(headLean), std::sin(headLean), 0};
-    const Vec ahead = {std::sin(tilt) * std::sin(headLean), -std::sin(tilt) * std::cos(headLean),
-                       std::cos(tilt)};
-    const Vec up = cross(ahead, right);
-    return shaded(shell, [=](Vec p, Vec) {
-        const Vec out = (p - neck.centre) * (1 / neck.size);
-        const auto swell = [](double part) { return part * part * part; };
-        return right * swell(dot(out, right) / 20) + up * swell(dot(out, up) / 15.5) +
-               ahead * swell(dot(out, ahead) / 15.5);
+// A television's tube: wide in front, drawn in behind.
+Shape headShell() {
+    // How deep each ring of it lies, and how wide it is.
+    constexpr Flat rings[] = {{-16, 0.01}, {-15.7, 0.38}, {-13.6, 0.65}, {-8, 0.81},   {-3, 0.925}, {2, 0.99},
+                              {6, 1},      {12.4, 1},     {14.4, 0.985}, {15.3, 0.94}, {15.5, 0.86}};
+    const int around = 48;
+    return grid(around, int(std::size(rings)), true, false, [&](int c, int r) {
+        const auto [depth, out] = rings[r];
+        const Vec edge = onRectangle(2 * pi * c / around, shellHalf, shellPower, depth);
+        return Vec{edge.x * out, edge.y * out + 1.5 * smoothstep(6, -16, depth), depth};
     });
 }
 
-Shape headShell(const Neck& neck) {
-    // A television's tube: wide in front, drawn in behind. How deep each ring of it lies, and how wide it is.
-    constexpr Flat rings[] = {{-16, 0.01},   {-15.9, 0.2},  {-15.7, 0.38}, {-15.1, 0.54}, {-13.6, 0.65},
-                              {-11.2, 0.73}, {-8, 0.81},    {-3, 0.925},   {2, 0.99},     {6, 1},
-                              {12.4, 1},     {14.4, 0.985}, {15.3, 0.94},  {15.5, 0.86}};
-    const int sides = 56;
-    return onNeck(
-        neck, grid(sides, int(std::size(rings)), true, false, [&](int c, int r) {
-            const double turn = 2 * pi * c / sides, x = std::cos(turn), y = std::sin(turn);
-            const double out = rings[r].y * std::pow(std::pow(x, 8) + std::pow(y, 8), -1 / 8.0);
-            return Vec{20 * out * x, 15.5 * out * y + 1.5 * smoothstep(6, -16, rings[r].x), rings[r].x};
-        }));
+Shape brows() {
+    return joined({moved(box({34, 2.6, 5}, 1.1, 2), {0, 14.6, 15}),
+                   moved(box({20, 1.6, 3}, 0.7, 2), {0, -14.6, 13.4})});
 }
 
-Shape screenFrame(const Neck& neck) {
-    return onNeck(neck, bezel(faceHalf, 5, faceDepth));
+Shape rodOf(const Aerial& aerial) {
+    const auto& [foot, tip] = aerial;
+    const double reach = length(tip - foot);
+    const Outline profile = {{0, -1}, {2.2, -1}, {2.2, 1}, {1.2, 2.4}, {0.4, 5}, {0.3, reach}, {0, reach}};
+    return withMirror(placed(lathe(profile, 10), foot, tip - foot));
 }
 
-Shape brows(const Neck& neck) {
-    const Shape over = moved(box({34, 2.6, 5}, 1.1, 2), {0, 14.6, 15});
-    const Shape chin = moved(box({20, 1.6, 3}, 0.7, 2), {0, -14.6, 13.4});
-    return onNeck(neck, joined({over, chin}));
+// What the robot's heads lean on, and the dome over them.
+Shape headCore() {
+    return squared(lathe({{0, 130}, {9, 130}, {13, 134}, {27, 168}, {25, 171}, {0, 171}}, 40), 1);
 }
-
-Shape headWorks(const Neck& neck) {
-    const Shape ear = placed(rings(8.2, 5), earMiddle, {1, 0, 0});
-    const double reach = length(aerialTip - aerialFoot);
-    const Shape aerial =
-        placed(lathe({{0, -1}, {2.2, -1}, {2.2, 1}, {1.2, 2.4}, {0.4, 5}, {0.3, reach}, {0, reach}}, 10),
-               aerialFoot, aerialTip - aerialFoot);
-    return onNeck(neck, withMirror(joined({ear, aerial})));
+Shape headDome() {
+    return lathe({{28, 168}, {29, 170}, {28, 172}, {22, 175.5}, {12, 178}, {0, 179}}, 40);
 }
 
 // Round at its tip, thick at its root.
@@ -528,12 +489,12 @@ Vec onGlass(double s, double t, double height) {
     return {x * faceHalf.x, y * faceHalf.y, faceDepth + 1.6 - 0.8 * (x * x + y * y) + height};
 }
 
-Shape screen(const Neck& neck) {
-    const int columns = 17, rows = 13;
+Shape screen(int which) {
+    const int columns = 13, rows = 11;
     const Shape plain = grid(columns, rows, false, false, [&](int c, int r) {
         return onGlass(double(c) / (columns - 1), 1 - double(r) / (rows - 1), 0);
     });
-    return onNeck(neck, painted(plain, facePicture));
+    return painted(plain, patchOf(atlas::robot::face(which)));
 }
 
 // Black but for what glows behind it: it seems to look up, where no light falls from.
@@ -564,13 +525,13 @@ Shape tubeOf(const std::vector<Vec>& path, Uv light) {
     Sweep how;
     how.path = path;
     how.up = {0.3, 0.5, 0.8};
-    return painted(sweep(polygon(4, 0.4), how), light);
+    return painted(sweep(polygon(4, 0.5), how), light);
 }
 Shape coldLine(const std::vector<Vec>& path) {
     return tubeOf(path, coldTube);
 }
 Shape coldHoop(double radius, int sides) {
-    const double r = radius, h = 0.4;
+    const double r = radius, h = 0.5;
     return painted(lathe({{r, -h}, {r + h, 0}, {r, h}, {r - h, 0}, {r, -h}}, sides), coldTube);
 }
 
@@ -578,57 +539,59 @@ Shape hoopOn(const Limb& limb, double part) {
     return placed(coldHoop(limb.radius(part) + 0.2, 24), limb.at(part), limb.to - limb.from);
 }
 
-// What draws its outline against the night from any side: tubes along its edges and round its plates.
-Shape coldTubes() {
+// What draws its outline against the night from any side: tubes along its edges and round its plates; and
+// embers between the folds of its neck.
+Shape bodyTubes() {
     const Shape legs = joined({hoopOn(shin, 0.04), hoopOn(shin, 0.84), hoopOn(thigh, 0.22)});
-    const Shape aerial = coldLine({mix(aerialFoot, aerialTip, 0.12), mix(aerialFoot, aerialTip, 0.92)});
-    const Shape aerials = onNeck(bowed, withMirror(aerial));
-    const auto onTrunk = [](double y, double radius, double depth) {
-        return squared(moved(coldHoop(radius + 0.1, 64), {0, y, 0}), depth);
+    const auto onTrunk = [](double y) {
+        return squared(moved(coldHoop(chestRadius(y) + 0.1, 64), {0, y, 0}), chestDepth);
     };
-    const Shape trunk =
-        joined({onTrunk(88, chestRadius(88), chestDepth), onTrunk(119, chestRadius(119), chestDepth)});
     const Shape cuffs = onArms([](const Pose& pose) { return hoopOn(forearm(pose), 0.9); });
-    // Between the folds of the waist, in front.
-    std::vector<Shape> folds;
-    for (double y : {65.4, 69.8, 74.2, 78.6, 83.0}) {
-        std::vector<Vec> fold;
-        for (int i = 0; i <= 16; i++) {
-            const double turn = mix(-0.5, pi + 0.5, i / 16.0);
-            fold.push_back({waistRadius(y) * std::cos(turn), y,
-                            waistMiddle + waistDepth * waistRadius(y) * std::sin(turn)});
+    const Shape belt = squared(moved(coldHoop(girdleRadius(53) + 0.1, 64), {0, 53, 0}), girdleDepth);
+    std::vector<Shape> ribs;
+    for (int i = 0; i < 8; i++) {
+        std::vector<Vec> rib;
+        for (int k = 0; k <= 6; k++) {
+            const double turn = pi / 4 * (i + 0.5), y = mix(90, 117, k / 6.0), r = chestRadius(y) + 0.1;
+            rib.push_back({r * std::cos(turn), y, r * std::sin(turn)});
         }
+        ribs.push_back(tubeOf(rib, ember));
+    }
+    return joined(
+        {withMirror(legs), belt, onTrunk(88), onTrunk(119), squared(joined(ribs), chestDepth), cuffs});
+}
+Shape headTubes() {
+    std::vector<Vec> edge;
+    for (int i = 0; i <= 48; i++)
+        edge.push_back(
+            onRectangle(2 * pi * i / 48, {shellHalf.x + 0.15, shellHalf.y + 0.15}, shellPower, 12.8));
+    const auto& [foot, tip] = robotAerial;
+    return joined(
+        {onSides(coldLine(edge)), withMirror(coldLine({mix(foot, tip, 0.15), mix(foot, tip, 0.92)}))});
+}
+Shape embers() {
+    std::vector<Shape> folds;
+    for (double y = neck.from + 1 + neck.fold; y < neck.to - 1; y += neck.fold) {
+        std::vector<Vec> fold;
+        for (int i = 0; i <= 24; i++) fold.push_back(neck.at(y, 2 * pi * i / 24, 0.1));
         folds.push_back(tubeOf(fold, ember));
     }
-    const Shape rim = moved(coldHoop(43.9, 48), {0, -26, 0});
-    return joined({withMirror(legs), aerials, trunk, cuffs, rim, joined(folds)});
+    return joined(folds);
 }
 
-// The beat of its heart, for a viewer too near to see the face, or behind.
-Shape pulse() {
-    return onScreens([](Flat half) {
-        const Shape plain = grid(7, 6, false, false, [=](int c, int r) {
-            const double x = 2 * c / 6.0 - 1, y = 2 * r / 5.0 - 1;
-            return Vec{half.x * x, half.y * y, 1.4 - 0.5 * (x * x + y * y)};
-        });
-        return painted(plain, pulsePicture);
-    });
+Shape chestDial() {
+    return placed(dial(8.4, 1.2), chestLamp + Vec{0, 0.1, 4.4}, {0, 0.02, 1});
+}
+Shape lampOf(const Aerial& aerial) {
+    return withMirror(moved(painted(icosphere(3, 2), warmLamp), aerial.tip));
 }
 
-Shape lamps(const Neck& neck) {
-    const Shape ear = placed(dial(5.4, 0.9), earMiddle + Vec{4.6, 0, 0}, {1, 0, 0});
-    const Shape tip = moved(painted(icosphere(3, 2), warmLamp), aerialTip);
-    return joined({placed(dial(8.4, 1.2), chestLamp + Vec{0, 0.1, 4.4}, {0, 0.02, 1}),
-                   onNeck(neck, withMirror(joined({ear, tip})))});
-}
-
-Part withoutHeadShell(const Neck& neck) {
+Part belowHead() {
     const Part left = arm(swinging);
     return together({mirrored(leg()),
                      {{}, hips()},
                      {torso(), {}},
                      torsoFittings(),
-                     {{}, headWorks(neck)},
                      arm(waving),
                      {reflected(left.shells, Axis::x), reflected(left.works, Axis::x)}});
 }
@@ -636,42 +599,50 @@ Part withoutHeadShell(const Neck& neck) {
 }  // namespace
 
 Shape figures::robotShells() {
-    return joined({withoutHeadShell(upright).shells, headShell(upright), girdle(), onArms(upperArmShell)});
+    return joined({belowHead().shells, upright(headShell()), girdle(), onArms(upperArmShell)});
 }
 
 Shape figures::robotWorks() {
-    return joined(
-        {withoutHeadShell(upright).works, screenFrame(upright), brows(upright), base(), waist(), neck()});
+    const Shape ears = withMirror(placed(rings(8.2, 5), earMiddle, {1, 0, 0}));
+    return joined({belowHead().works, upright(joined({ears, rodOf(aerial), bezel(), brows()})), base(),
+                   shellOf(waist), collar()});
 }
 
 Shape figures::robotScreen() {
-    return screen(upright);
+    return upright(screen(0));
 }
 
 Shape figures::robotTrim() {
-    return joined({shoulderCaps(), lamps(upright)});
+    const Shape ears = withMirror(placed(dial(5.4, 0.9), earMiddle + Vec{4.6, 0, 0}, {1, 0, 0}));
+    return joined({shoulderCaps(), chestDial(), upright(joined({ears, lampOf(aerial)}))});
 }
 
 Shape figures::onRobotScreen(const Shape& picture) {
-    return onNeck(upright, bent(picture, [](Vec p) { return onGlass(p.x, p.y, p.z); }));
+    return upright(bent(picture, [](Vec p) { return onGlass(p.x, p.y, p.z); }));
 }
 
 void makeRobotBody(const char* path) {
-    writeAml(path, {mappedBox(joined({withoutHeadShell(bowed).works, waistRods()}), 48)});
+    writeAml(path, {mappedBox(joined({toy(belowHead().works), lowered(rodOf(robotAerial))}), 48)});
 }
 
 void makeRobotArms(const char* path) {
-    writeAml(path, {mappedBox(joined({waist(), neck(), onArms(grip)}), 48)});
+    const Shape body = joined({shellOf(waist), onArms(grip)});
+    writeAml(path, {mappedBox(joined({toy(body), shellOf(neck)}), 48)});
 }
 
 void makeRobotScreen(const char* path) {
     const auto in = [](atlas::robot::Lacquer lacquer) { return [=](Vec) { return coatOf(lacquer); }; };
-    const Shape lacquer = joined(
-        {lacquered(joined({withoutHeadShell(bowed).shells, swelling(bowed, headShell(bowed))}), coatAt),
-         lacquered(joined({shoulderCaps(), backpack(), brows(bowed)}), in(orange)),
-         lacquered(joined({girdle(), waistSleeves(), onArms(upperArmShell)}), in(petrol)),
-         lacquered(screenFrame(bowed), in(brass)), lacquered(base(), [](Vec p) {
-             return coatOf(p.y > -22.4 && std::hypot(p.x, p.z) > 36 ? brass : petrol);
-         })});
-    writeAml(path, {unlit(screen(bowed)), lacquer, unlit(joined({lamps(bowed), pulse(), coldTubes()}))});
+    const Shape body = joined({lacquered(belowHead().shells, coatAt), lacquered(shoulderCaps(), in(orange)),
+                               lacquered(joined({girdle(), onArms(upperArmShell)}), in(petrol))});
+    const Shape head = joined({lacquered(onSides(headShell()), in(orange)),
+                               lacquered(joined({onSides(brows()), headDome()}), in(ivory)),
+                               lacquered(headCore(), in(petrol)), lacquered(onSides(bezel()), in(brass))});
+    const Shape plate = lacquered(
+        base(), [](Vec p) { return coatOf(p.y > -22.4 && std::hypot(p.x, p.z) > 28 ? brass : petrol); });
+    std::vector<Shape> faces;
+    for (int side = 0; side < sides; side++) faces.push_back(onSide(side, screen(side)));
+    const Shape lights =
+        joined({toy(joined({chestDial(), bodyTubes()})), moved(coldHoop(34.3, 48), {0, -26, 0}), embers(),
+                lowered(joined({lampOf(robotAerial), headTubes()}))});
+    writeAml(path, {unlit(lowered(joined(faces))), joined({toy(body), lowered(head), plate}), unlit(lights)});
 }

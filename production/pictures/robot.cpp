@@ -47,16 +47,43 @@ float hangingArc(Point p, Point middle, float radius, float half) {
     return arcTan(aside.x, aside.y) < half ? std::fabs(length(aside) - radius) : length(aside - end);
 }
 
-// The face on a glass of 640 x 512: two round eyes and a smile.
-float faceInk(Point p) {
-    const float aside = std::fabs(p.x - 320);
-    const Point eye = {aside - 138, p.y - 196};
+// A square on its corner, and a half circle on each of its upper sides.
+float outsideHeart(Point p, float size) {
+    const Point half = Point{std::fabs(p.x), p.y} * (1 / size);
+    return size * std::fmin(length(half - Point{31, -31}) - 44, box(turned(half, pi / 4), {0, 0}, {44, 44}));
+}
+
+// The faces on a glass of 640 x 512, by where a place lies from the middle of the eye next to it.
+float openEye(Point eye, Point gaze) {
     const float radius = length(eye);
-    const Point pupil = {p.x - (p.x < 320 ? 182 : 458), p.y - 196};
-    const float disc = coverage(radius - 74) * (1 - coverage(length(pupil + Point{24, 28}) - 20));
-    const float ring = outline(radius - 100, 12) * 0.40f;
-    const float mouth = hangingArc(p, {320, 168}, 206, 0.74f) - 15;
-    return std::fmax(std::fmax(disc, ring), coverage(mouth));
+    const float disc = coverage(radius - 74) * (1 - coverage(length(eye - gaze) - 20));
+    return std::fmax(disc, outline(radius - 100, 12) * 0.40f);
+}
+float smile(Point p) {
+    return coverage(hangingArc(p, {320, 168}, 206, 0.74f) - 15);
+}
+
+float faceInk(int which, Point p) {
+    const float side = p.x < 320 ? -1 : 1;
+    const Point eye = {p.x - 320 - 138 * side, p.y - 196};
+    switch (which) {
+        case 0:
+            return std::fmax(openEye(eye, {24, -28}), smile(p));
+        case 1: {  // winks and laughs
+            const float lid = coverage(hangingArc({eye.x, -eye.y}, {0, -44}, 78, 1.0f) - 17);
+            const Point mouth = {p.x - 320, p.y - 318};
+            const float tongue = coverage(length(mouth - Point{0, 112}) - 66);
+            const float laugh = coverage(std::fmax(length(mouth) - 112, -mouth.y)) * mix(1, 0.35f, tongue);
+            return std::fmax(side > 0 ? lid : openEye(eye, {24, -28}), laugh);
+        }
+        case 2: {  // is amazed
+            const float brow = coverage(hangingArc({eye.x, -eye.y}, {0, 16}, 116, 0.5f) - 11);
+            const float mouth = coverage(std::fabs(length(Point{p.x - 320, (p.y - 384) * 0.9f}) - 50) - 17);
+            return std::fmax(std::fmax(openEye(eye, {0, -20}), brow), mouth);
+        }
+        default:
+            return std::fmax(coverage(outsideHeart(eye + Point{0, 6}, 1.06f)), smile(p));
+    }
 }
 
 // A lens with a bright rim, seven blades and a heart.
@@ -70,44 +97,28 @@ Rgba irisAt(Point p, float radius) {
     return c * smoothstep(1.0f, 0.92f, r);
 }
 
-// A screen of 384 x 320 units that shows a heart and its beat.
-Rgba pulseAt(Point p) {
-    const float lines = 0.84f + 0.16f * std::cos(p.y * pi / 4);
-    // A square on its corner, and a half circle on each of its upper sides.
-    const Point heart = {std::fabs(p.x - 192), p.y - 88};
-    const float halves =
-        std::fmin(length(heart - Point{31, -31}) - 44, box(turned(heart, pi / 4), {0, 0}, {44, 44}));
-    const Point trace[] = {{20, 236},  {110, 236}, {132, 212}, {152, 236}, {166, 250}, {190, 168},
-                           {214, 288}, {230, 236}, {262, 222}, {284, 236}, {364, 236}};
-    float away = 1e9f;
-    for (size_t i = 1; i < std::size(trace); i++) away = std::fmin(away, segment(p, trace[i - 1], trace[i]));
-    const float ink = std::fmax(coverage(halves), coverage(away - 7));
-    const Rgba sheen = amber * (0.012f * bell(length(p - Point{192, 160}), 150));
-    return mix(amber, gold, smoothstep(40.0f, 200.0f, p.y)) * (0.85f * ink * lines) + sheen;
-}
+const Rgba moods[] = {gold, opaque(1.0f, 0.62f, 0.24f), opaque(0.36f, 0.88f, 1.0f),
+                      opaque(1.0f, 0.34f, 0.42f)};
 
-// The glass of the face, lit from within.
-Rgba glassAt(Point p) {
+// The glass of a face, lit from within.
+Rgba glassAt(int which, Point p) {
     const float lines = 0.84f + 0.16f * std::cos(p.y * (pi / 4));
     const float sheen = 0.008f * bell(length(p - Point{320, 250}), 190);
-    return gold * (0.80f * faceInk(p) * lines) + amber * sheen;
-}
-
-bool onGlass(Point p) {
-    return p.x < pixels(face.width) && p.y < pixels(face.height);
+    // Larger than it was drawn.
+    const Point drawn = (p - Point{320, 256}) * 0.85f + Point{320, 252};
+    return moods[which] * (0.80f * faceInk(which, drawn) * lines + sheen);
 }
 
 // A lacquer in the lights that fall on the robot, by how much of each it gets.
 struct Coat {
     Rgba albedo, sheen;  // what the key makes of it where it falls straight on it
 };
-const Coat coats[lacquers] = {{opaque(0.80f, 0.74f, 0.64f), opaque(0.05f, 0.05f, 0.04f)},   // ivory
+const Coat coats[lacquers] = {{opaque(0.68f, 0.63f, 0.55f), opaque(0.05f, 0.05f, 0.04f)},   // ivory
                               {opaque(0.95f, 0.25f, 0.05f), opaque(0.05f, 0.03f, 0.01f)},   // orange
                               {opaque(0.045f, 0.16f, 0.19f), opaque(0.05f, 0.06f, 0.06f)},  // petrol
                               {opaque(0.80f, 0.48f, 0.14f), opaque(0.22f, 0.17f, 0.09f)}};  // brass
 Rgba lacquerAt(Point place) {
-    const int column = int((place.x / part - 10) / 2), row = int(place.y / part - 6);
-    const int which = std::clamp(row * 3 + column, 0, lacquers - 1);
+    const int which = std::clamp(int((place.x / part - float(lacquer(0).left)) / 2), 0, lacquers - 1);
     const Cells cells = lacquer(which).within(margin);
     const float key = unit((place.x / part - float(cells.left)) / float(cells.width)),
                 up = unit((float(cells.bottom()) - place.y / part) / float(cells.height)),
@@ -115,7 +126,7 @@ Rgba lacquerAt(Point place) {
                 below = unit(1 - up / float(neither));
     const Rgba light = opaque(0.86f, 0.75f, 0.59f) * std::pow(key, 3.1f) +
                        opaque(0.33f, 0.39f, 0.46f) * std::pow(side, 2.8f) +
-                       opaque(0.006f, 0.08f, 0.05f) * std::pow(below, 2.0f) + opaque(0.002f, 0.002f, 0.004f);
+                       opaque(0.003f, 0.04f, 0.026f) * std::pow(below, 2.0f) + opaque(0.002f, 0.002f, 0.004f);
     return coats[which].albedo * light + coats[which].sheen * std::pow(key, 6.0f);
 }
 
@@ -127,12 +138,15 @@ Rgba swatchAt(float x) {
 // All of it, by place in pixels.
 Rgba wornAt(Point place) {
     const auto [x, y] = place;
-    if (onGlass(place)) return glassAt(place);
-    if (x < pixels(face.width))
-        return pulseAt((place - Point{0, pixels(pulse.top)}) * (384 / pixels(pulse.width)));
-    if (y < pixels(iris.bottom()))
-        return irisAt(place - Point{pixels(iris.middleX()), pixels(iris.middleY())}, 2.8f * part);
-    return y < pixels(face.bottom()) ? lacquerAt(place) : swatchAt(x);
+    if (y < pixels(facesHeight)) {
+        const int which = (x < pixels(face(1).left) ? 0 : 1) + (y < pixels(face(2).top) ? 0 : 2);
+        const Cells& glass = face(which);
+        return glassAt(which,
+                       (place - Point{pixels(glass.left), pixels(glass.top)}) * (640 / pixels(glass.width)));
+    }
+    if (x < pixels(iris.right()))
+        return irisAt(place - Point{pixels(iris.middleX()), pixels(iris.middleY())}, 1.5f * part);
+    return y < pixels(14.4) ? lacquerAt(place) : swatchAt(x);
 }
 
 }  // namespace
@@ -152,6 +166,6 @@ void makeRobotFace(const char* path) {
     Canvas halo = blurred(canvas, 14, Edge::Clamp);
     for (int y = 0; y < size; y++)
         for (int x = 0; x < size; x++)
-            if (x < pixels(face.width)) canvas.at(x, y) = canvas.at(x, y) + halo.at(x, y) * 0.14f;
+            if (y < pixels(facesHeight)) canvas.at(x, y) = canvas.at(x, y) + halo.at(x, y) * 0.07f;
     saveRgb(canvas, path, Rows::TopFirst);
 }

@@ -45,24 +45,25 @@ Rgba worldAt(Direction d) {
     const float near = dawn * dawn * dawn;
     const Rgba air = mix(opaque(0.02f, 0.16f, 0.30f), opaque(0.10f, 0.42f, 0.52f), near);
     const auto falling = [&](float by) { return std::exp(-std::fabs(height) / by); };  // degrees
-    if (height < 0) {
-        const float clouds = fractalNoise(d.x / -d.y * 3, 1.7f, d.z / -d.y * 3, 6, 401);
-        // Towns on its dark coasts, strung along roads.
-        const auto land = [&](float scale, int octaves, uint32_t seed) {
-            return fractalNoise(d.x / -d.y * scale, 0.3f, d.z / -d.y * scale, octaves, seed);
-        };
-        const float roads = std::exp(-std::fabs(land(2.4f, 3, 431)) / 0.035f) +
-                            std::exp(-std::fabs(land(3.1f, 3, 441)) / 0.03f);
-        const float towns =
-            smoothstep(-0.05f, 0.25f, land(1.1f, 4, 451)) * smoothstep(0.12f, 0.5f, land(34, 2, 461));
-        const Rgba lights = opaque(1.5f, 0.86f, 0.30f) *
-                            (towns * unit(0.12f + roads) * (1 - near) * smoothstep(-0.5f, -3.0f, height));
-        return lights + air * (0.55f * near * falling(5) * smoothstep(-0.1f, 0.5f, clouds) +
-                               mix(0.25f, 0.5f, near) * falling(0.5f));
-    }
-    return air * (mix(0.7f, 1, near) * falling(0.9f) + mix(0.12f, 0.42f, near) * falling(5)) +
-           opaque(0.75f, 0.28f, 0.10f) * (0.7f * std::pow(dawn, 40.0f) * falling(5)) +
-           opaque(0.9f, 0.6f, 0.3f) * (0.6f * std::pow(dawn, 300.0f) * falling(2.5f));
+    const float below = smoothstep(0.45f, -0.45f, height);  // over six texels, or its edge would be steps
+    const Rgba sky = air * (mix(0.7f, 1, near) * falling(0.9f) + mix(0.12f, 0.42f, near) * falling(5)) +
+                     opaque(0.75f, 0.28f, 0.10f) * (0.7f * std::pow(dawn, 40.0f) * falling(5)) +
+                     opaque(0.9f, 0.6f, 0.3f) * (0.6f * std::pow(dawn, 300.0f) * falling(2.5f));
+    if (below <= 0) return sky;
+    const float clouds = fractalNoise(d.x / -d.y * 3, 1.7f, d.z / -d.y * 3, 6, 401);
+    // Towns on its dark coasts, strung along roads.
+    const auto land = [&](float scale, int octaves, uint32_t seed) {
+        return fractalNoise(d.x / -d.y * scale, 0.3f, d.z / -d.y * scale, octaves, seed);
+    };
+    const float roads =
+        std::exp(-std::fabs(land(2.4f, 3, 431)) / 0.035f) + std::exp(-std::fabs(land(3.1f, 3, 441)) / 0.03f);
+    const float towns =
+        smoothstep(-0.05f, 0.25f, land(1.1f, 4, 451)) * smoothstep(0.12f, 0.5f, land(34, 2, 461));
+    const Rgba lights = opaque(1.5f, 0.86f, 0.30f) *
+                        (towns * unit(0.12f + roads) * (1 - near) * smoothstep(-0.5f, -3.0f, height));
+    const Rgba ground = lights + air * (0.55f * near * falling(5) * smoothstep(-0.1f, 0.5f, clouds) +
+                                        mix(0.25f, 0.5f, near) * falling(0.5f));
+    return mix(sky, ground, below);
 }
 
 // What hides the stars behind it, and how much of a place it covers.

@@ -83,17 +83,21 @@ constexpr Cells dome = {8, 0, 8, 8};
 // "roboscreen": what glows or is painted on the robot.
 namespace robot {
 
-constexpr Cells face = {0, 0, 10, 8}, pulse = {0, 8, 9.6, 8};
+// Its faces: in front, then to its left and on round.
+constexpr Cells face(int which) {
+    return {8.0 * (which % 2), 6.4 * (which / 2), 8, 6.4};
+}
+constexpr double facesHeight = 12.8;
 constexpr double margin = 0.1;  // of the others, within their place
-constexpr Cells iris = {10, 0, 6, 6};
-constexpr Cells ember = {10, 10, 1.5, 1}, warmLamp = {11.5, 10, 2, 1}, coldTube = {13.5, 10, 2.5, 1};
+constexpr Cells iris = {0, facesHeight, 3.2, 3.2};
+constexpr Cells ember = {4, 14.5, 2, 1}, warmLamp = {6, 14.5, 2, 1}, coldTube = {8, 14.5, 2.5, 1};
 // Lacquers, each a patch: lit from the left to the right by the key, and from where neither lamp falls
 // upwards by the cold lamp, downwards by the light below.
 constexpr double neither = 0.4;
 enum class Lacquer { ivory, orange, petrol, brass };
 constexpr int lacquers = 4;
 constexpr Cells lacquer(int which) {
-    return {10 + 2.0 * (which % 3), 6.0 + which / 3, 2, 1};
+    return {4 + 2.0 * which, 13.2, 2, 1};
 }
 
 }  // namespace robot
