@@ -106,9 +106,9 @@ struct Pose {
     double curl;  // of the fingers
 };
 constexpr Vec shoulder = {33.5, 116, 0}, shoulderTop = {0.75, 0.6, 0.05};
-// One swings back, clear of the body from any side; one waves.
-constexpr Pose swinging = {{43, 98, -11}, {46, 86, -32}, {0.1, -0.45, -0.85}, 0.45},
-               waving = {{47, 99, 14}, {50, 112, 34}, {0.3, 0.9, 0.3}, 0.14};
+// One hangs, clear of the faces for who looks up from close by; one waves, behind the faces next to it.
+constexpr Pose hanging = {{44, 98, -4}, {48, 79, 4}, {0.15, -1, 0.2}, 0.45},
+               waving = {{57, 118, -17}, {54, 145, -33}, {0.25, 0.95, -0.2}, 0.14};
 
 // Whether a place belongs to the hand, or the forearm, of an arm on the side of x > 0.
 bool isHand(Vec p, const Pose& pose) {
@@ -124,8 +124,8 @@ bool isForearm(Vec p, const Pose& pose) {
 Patch coatAt(Vec p) {
     const double out = std::hypot(p.x, p.z);
     const Vec other = {-p.x, p.y, p.z};
-    if (isHand(p, waving) || isHand(other, swinging)) return coatOf(ivory);
-    if (isForearm(p, waving) || isForearm(other, swinging)) return coatOf(orange);
+    if (isHand(p, waving) || isHand(other, hanging)) return coatOf(ivory);
+    if (isForearm(p, waving) || isForearm(other, hanging)) return coatOf(orange);
     if (p.y < -1) return coatOf(orange);  // boots
     if (p.y < 66) return coatOf(petrol);
     // Above a groove's floor, whose triangles lie to both sides of its middle.
@@ -355,7 +355,7 @@ Shape toy(const Shape& shape) {
     return moved(scaled(moved(shape, {0, -sole, 0}), toySize), {0, sole, 0});
 }
 Shape lowered(const Shape& head) {
-    constexpr double chin = 128, size = 1.16;
+    constexpr double chin = 128, size = 1.12;
     return moved(scaled(moved(head, {0, -chin, 0}), {size, size, size}), {0, chin - 40, 0});
 }
 
@@ -365,7 +365,7 @@ constexpr Vec earMiddle = {17.6, 1, -2};
 struct Aerial {
     Vec foot, tip;
 };
-constexpr Aerial aerial = {{5.5, 16.5, -3}, {16, 29, -5}}, robotAerial = {{10, 172, 0}, {27, 202, 0}};
+constexpr Aerial aerial = {{5.5, 16.5, -3}, {16, 29, -5}}, robotAerial = {{8, 175, 0}, {16, 202, 0}};
 
 // A television's tube: wide in front, drawn in behind.
 Shape headShell() {
@@ -458,7 +458,7 @@ Shape upperArmShell(const Pose& pose) {
 
 // Something of each arm, on its side.
 Shape onArms(const std::function<Shape(const Pose&)>& make) {
-    return joined({make(waving), reflected(make(swinging), Axis::x)});
+    return joined({make(waving), reflected(make(hanging), Axis::x)});
 }
 
 Part arm(const Pose& pose) {
@@ -587,7 +587,7 @@ Shape lampOf(const Aerial& aerial) {
 }
 
 Part belowHead() {
-    const Part left = arm(swinging);
+    const Part left = arm(hanging);
     return together({mirrored(leg()),
                      {{}, hips()},
                      {torso(), {}},
@@ -634,8 +634,7 @@ void makeRobotScreen(const char* path) {
     const auto in = [](atlas::robot::Lacquer lacquer) { return [=](Vec) { return coatOf(lacquer); }; };
     const Shape body = joined({lacquered(belowHead().shells, coatAt), lacquered(shoulderCaps(), in(orange)),
                                lacquered(joined({girdle(), onArms(upperArmShell)}), in(petrol))});
-    const Shape head = joined({lacquered(onSides(headShell()), in(orange)),
-                               lacquered(joined({onSides(brows()), headDome()}), in(ivory)),
+    const Shape head = joined({lacquered(onSides(headShell()), in(orange)), lacquered(headDome(), in(ivory)),
                                lacquered(headCore(), in(petrol)), lacquered(onSides(bezel()), in(brass))});
     const Shape plate = lacquered(
         base(), [](Vec p) { return coatOf(p.y > -22.4 && std::hypot(p.x, p.z) > 28 ? brass : petrol); });

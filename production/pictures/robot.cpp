@@ -114,7 +114,7 @@ struct Coat {
     Rgba albedo, sheen;  // what the key makes of it where it falls straight on it
 };
 const Coat coats[lacquers] = {{opaque(0.68f, 0.63f, 0.55f), opaque(0.05f, 0.05f, 0.04f)},   // ivory
-                              {opaque(0.95f, 0.25f, 0.05f), opaque(0.05f, 0.03f, 0.01f)},   // orange
+                              {opaque(0.80f, 0.20f, 0.04f), opaque(0.05f, 0.03f, 0.01f)},   // orange
                               {opaque(0.045f, 0.16f, 0.19f), opaque(0.05f, 0.06f, 0.06f)},  // petrol
                               {opaque(0.80f, 0.48f, 0.14f), opaque(0.22f, 0.17f, 0.09f)}};  // brass
 Rgba lacquerAt(Point place) {
