@@ -1,5 +1,6 @@
-// The ship of the laser corridor: a golden spearhead on a neck that opens like a trumpet, three great petals
-// behind it, and a jet that trails from the stern. Its nose is towards -z, since the tunnel streams to +z.
+// The ship of the laser corridor: a dish on a slender body, with a lance ahead of it whose spearhead goes far
+// before the ship, three great petals swept back behind it, and a jet that trails from the stern. Its nose is
+// towards -z, since the tunnel streams to +z.
 // Six beams leave each of two rings at 30, 90, 150 ... degrees round the z axis.
 #include <algorithm>
 
@@ -18,9 +19,9 @@ constexpr double emitterZ = 52;                  // of both rings
 constexpr double frontRing = 22, rearRing = 33;  // radius of each ring's nozzle mouths
 
 // The ship is built standing on its tail along y and laid down at the end. No viewer comes nearer to the axis
-// than 123 units, and he looks at its middle: from ahead the nose comes at him, from behind the jet, and from
-// beside they leave the frame.
-constexpr double noseTip = 360, headBack = 200, trumpetMouth = 58, trumpetRadius = 48;
+// than 123 units, and he looks at its middle. Who is beside it, ahead of the dish, sees the lance leave the
+// frame past 130; the spearhead is for those far ahead, to whom it stands clear of the beams' glow.
+constexpr double noseTip = 360, headBack = 228, rootBack = 76, dishMouth = 58, dishRadius = 70;
 constexpr double stern = -150, jetEnd = -320;
 
 double hullRadius(double y) {
@@ -45,10 +46,10 @@ const Patch copper = patchOf(atlas::hull::copper.within(0.05)),
             flame = patchOf(atlas::hull::flame.within(0.05));
 
 Shape body() {
-    const Outline plates =
-        platedProfile({stern, -138, -104, -62, -42, -20, -3, 13, 32, 46, 60}, {1.8, 1.6, 1.1, 9}, hullRadius);
+    const Outline plates = platedProfile({stern, -138, -104, -62, -42, -20, -3, 13, 32, 46, 60},
+                                         {1.8, 1.6, 1.1, 16}, hullRadius);
     const Outline tail = {{0, stern + 6}, {hullRadius(stern) - 4, stern + 6}, {hullRadius(stern) - 3, stern}};
-    const Shape hull = flutedLathe(chained({tail, plates}), {flutes, fluteWidth, 1.4, stern + 8, 62, 4});
+    const Shape hull = flutedLathe(chained({tail, plates}), {flutes, fluteWidth, 1.4, stern + 8, 62, 3});
     return painted(hull, hull::pearl, middleOf(atlas::hull::dark));
 }
 
@@ -56,33 +57,43 @@ Shape body() {
 struct Rib {
     double out, up, half;
 };
-constexpr Rib ribs[] = {{13, 34, 3},   {24, 18, 11},   {42, -2, 21}, {66, -22, 30},
-                        {94, -42, 32}, {124, -62, 22}, {152, -80, 2}};
+constexpr Rib ribs[] = {{13, 2, 4},     {36, -8, 13},   {66, -20, 24}, {98, -34, 31},
+                        {130, -50, 29}, {158, -65, 17}, {182, -79, 1}};
 
-// One side of a petal, lifted off its middle.
-Shape petalSide(double lift, double wider = 0) {
+// A sheet along a petal, lifted off its middle; `aside` is where across it a column runs, by half its
+// breadth.
+Shape petalSheet(double lift, int columns, const std::function<double(double half, int column)>& aside) {
     std::vector<Vec> middle, breadth;
     for (const Rib& rib : ribs)
-        middle.push_back({rib.out + lift * 0.6, rib.up + lift * 0.8, 0}),
-            breadth.push_back({rib.half + wider, 0, 0});
+        middle.push_back({rib.out + lift * 0.5, rib.up + lift * 0.85, 0}),
+            breadth.push_back({rib.half, 0, 0});
     middle = curveThrough(middle, false, 3), breadth = curveThrough(breadth, false, 3);
-    const int columns = 7, rows = int(middle.size());
-    return grid(columns, rows, false, false, [&](int c, int r) {
-        const double across = 2.0 * c / (columns - 1) - 1, z = -breadth[r].x * across;
+    return grid(columns, int(middle.size()), false, false, [&](int c, int r) {
+        const double z = aside(breadth[r].x, c);
         // Bent to a trough.
         return middle[r] + Vec{-0.004 * z * z, -0.006 * z * z, z};
     });
 }
 
-// The front is pearl, the back, which those who look from behind see, copper that burns towards its edges,
-// and the rim a line of light.
+// The front burns from dark to hot, the back, which those who look from behind see, is copper; both do so
+// towards their edges, and about them is a line of light.
 Shape petal() {
-    const Shape front = painted(petalSide(0.9), hull::pearl),
-                rim = painted(petalSide(0, 1.5), hull::coolLamp);
-    Shape back = petalSide(-0.9);
-    for (Face& face : back.faces)
-        for (Uv& uv : face.uvs) uv = copper.at(0.75 * std::pow(std::fabs(2 * uv.x - 1), 1.5), 0.5);
-    return joined({insideOut(front), insideOut(rim), rim, back});
+    const auto side = [](double lift, Patch patch, double middle, double edge) {
+        const int columns = 7;
+        Shape shape = petalSheet(lift, columns,
+                                 [](double half, int c) { return half * (2.0 * c / (columns - 1) - 1); });
+        for (Face& face : shape.faces)
+            for (Uv& uv : face.uvs)
+                uv = patch.at(mix(middle, edge, std::pow(std::fabs(2 * uv.x - 1), 1.5)), 0.5);
+        return shape;
+    };
+    std::vector<Shape> sides = {insideOut(side(0.9, flame, 0.25, 0.62)), side(-0.9, copper, 0, 0.75)};
+    for (const double s : {-1, 1}) {
+        const Shape rim = painted(petalSheet(0, 2, [=](double half, int c) { return s * (half + 1.5 * c); }),
+                                  hull::coolLamp);
+        sides.push_back(rim), sides.push_back(insideOut(rim));
+    }
+    return joined(sides);
 }
 
 // A stubby nozzle along +x from the axis, its glowing mouth at `reach`.
@@ -91,7 +102,7 @@ Shape nozzle(double from, double reach, double size) {
                           {size * 0.85, reach - 3.4}, {size * 1.1, reach - 2.8},  {size * 1.1, reach - 0.5},
                           {size * 0.95, reach},       {size * 0.7, reach}};
     const Outline mouth = {{size * 0.7, reach}, {size * 0.55, reach - 1.6}, {0, reach - 0.9}};
-    return turned(joined({painted(lathe(tube, 10), hull::plain), painted(lathe(mouth, 10), hull::coolLamp)}),
+    return turned(joined({painted(lathe(tube, 8), hull::plain), painted(lathe(mouth, 8), hull::coolLamp)}),
                   Axis::z, -pi / 2);
 }
 
@@ -114,16 +125,14 @@ Shape emitterRing(double reach, double size) {
                    turned(around(nozzle(rim - 4, reach, size), 6), Axis::y, pi / 6)});
 }
 
-// Six facets with lines of light on their edges. Its back is what those behind the ship see of it.
-Shape spearhead() {
-    const Outline profile = {
-        {0, noseTip}, {7, noseTip - 28}, {20, noseTip - 74}, {36, noseTip - 124}, {46, headBack}};
+// Six facets with lines of light on their edges.
+Shape facetted(const Outline& profile, double line) {
     const Shape facets = insideOut(smoothed(lathe(profile, 6), hard));
     const auto [radius, low] = profile.back();
-    const Shape back = insideOut(lathe({{radius, low}, {radius * 0.8, low - 3}, {10, low + 2}}, 6));
+    const Shape back = insideOut(lathe({{radius, low}, {radius * 0.8, low - 3}, {4, low + 2}}, 6));
     std::vector<Vec> path;
     for (const Flat& p : profile) path.push_back({p.x + 0.4, p.y, 0});
-    const Shape edge = sweep(polygon(4, 1.2), {.path = path, .up = {0, 0, 1}, .change = {}});
+    const Shape edge = sweep(polygon(4, line), {.path = path, .up = {0, 0, 1}, .change = {}});
     const Shape rim = lathe({{radius + 1, low - 1.4},
                              {radius + 1, low + 1.4},
                              {radius - 1.4, low + 2},
@@ -131,24 +140,35 @@ Shape spearhead() {
                              {radius + 1, low - 1.4}},
                             6);
     return joined(
-        {painted(facets, hull::orange),
+        {painted(facets, copper.at(1, 0.5), copper.at(0.6, 0.5)),
          mappedBy(back, [=](const Face&,
                             Vec p) { return copper.at(mix(0.1, 1.0, std::hypot(p.x, p.z) / radius), 0.5); }),
          painted(joined({around(edge, 6), rim}), hull::coolLamp)});
 }
 
-// From ahead the trumpet hides where the beams begin; its inside is black before their glow.
-Shape trumpet() {
-    const double r = trumpetRadius, mouth = trumpetMouth;
-    const Outline profile = {{9, headBack + 4}, {10, 176},          {13, 146},          {18, 118}, {25, 94},
-                             {35, mouth + 15},  {r - 1, mouth + 3}, {r + 1, mouth + 1}, {r, mouth}};
-    const Shape inside = lathe({{r, mouth}, {12, mouth + 5}}, 36);
-    const Shape edge = lathe(
-        {{r, mouth + 2}, {r + 2, mouth + 1.4}, {r + 2, mouth - 0.2}, {r - 0.4, mouth - 0.4}, {r, mouth + 2}},
-        36);
-    return joined({painted(insideOut(flutedLathe(profile, {flutes, fluteWidth, 1.4, mouth + 2, 150, 4})),
+// The spearhead on its lance, and the lance's root.
+Shape spearhead() {
+    return joined(
+        {facetted({{0, noseTip}, {7, noseTip - 28}, {20, noseTip - 68}, {36, noseTip - 112}, {46, headBack}},
+                  1.2),
+         painted(lathe({{4.6, rootBack + 43}, {4, headBack}}, 6), copper.at(0.6, 0.5))});
+}
+
+Shape lanceRoot() {
+    return facetted(
+        {{4.4, rootBack + 46}, {7, rootBack + 37}, {13, rootBack + 22}, {20, rootBack + 8}, {22, rootBack}},
+        0.7);
+}
+
+// From ahead the dish hides where the beams begin; its inside is black before their glow.
+Shape dish() {
+    const double r = dishRadius, mouth = dishMouth;
+    const Outline profile = {{14, rootBack - 1},   {20, 71},           {32, 67},  {50, mouth + 6},
+                             {r - 1, mouth + 2.6}, {r + 1, mouth + 1}, {r, mouth}};
+    const Shape inside = lathe({{r, mouth}, {r * 0.74, mouth + 1}}, 36);
+    return joined({painted(insideOut(flutedLathe(profile, {flutes, fluteWidth, 1.4, mouth + 2, 72, 4})),
                            copper.at(0.8, 0.5), middleOf(atlas::hull::dark)),
-                   painted(insideOut(inside), hull::dark), painted(insideOut(edge), hull::coolLamp)});
+                   painted(insideOut(inside), hull::dark)});
 }
 
 Shape engine() {
@@ -170,7 +190,7 @@ Shape jet() {
     });
 }
 
-// Lit windows along the petals, through them, along the stern's dark lands and the trumpet's.
+// Lit windows along the petals, through them, along the stern's dark lands and on the dish, and its edge.
 Shape lights() {
     std::vector<Shape> onPetals, onHull;
     const auto pane = [](double out, double up, double lean, Vec size) {
@@ -183,8 +203,16 @@ Shape lights() {
                                     std::atan2(from.out - to.out, to.up - from.up), {4, 4.4, 2.6}));
         }
     for (double y = -134; y < -72; y += 7) onHull.push_back(pane(hullRadius(y) * 0.985, y, 0, {1.2, 3.4, 2}));
-    return painted(joined({around(joined(onPetals), 3), turned(around(joined(onHull), 3), Axis::y, pi / 2)}),
-                   hull::warmLamp);
+    const Shape onDish =
+        joined({around(pane(36, 66.5, 0, {3, 2, 2}), 18), around(pane(61, 62.5, 0, {4, 2, 2.4}), 30)});
+    const double r = dishRadius, mouth = dishMouth;
+    const Shape edge = lathe(
+        {{r, mouth + 2}, {r + 2, mouth + 1.4}, {r + 2, mouth - 0.2}, {r - 0.4, mouth - 0.4}, {r, mouth + 2}},
+        36);
+    return joined({painted(joined({around(joined(onPetals), 3),
+                                   turned(around(joined(onHull), 3), Axis::y, pi / 2), onDish}),
+                           hull::warmLamp),
+                   painted(insideOut(edge), hull::coolLamp)});
 }
 
 // From standing to lying: y becomes -z.
@@ -206,26 +234,39 @@ Shape leaningBack(const Shape& standing, const std::function<double(Vec p, Vec n
     });
 }
 
+// A petal is shaded as if it were smoothly bent across, and leaned to the corridor's light as far as its own
+// side allows: so those ahead see its front lit.
+Vec ofPetal(Vec p, Vec normal) {
+    const Vec outwards = normalized(Vec{p.x, p.y, 0}), aside = {-outwards.y, outwards.x, 0};
+    const double off = std::remainder(std::atan2(p.y, p.x), 2 * pi / 3);
+    const bool front = normal.z < 0;
+    const Vec wanted = normalized(outwards * (front ? 0.15 : 0.4) + aside * ((front ? 0.6 : 1.6) * off) +
+                                  Vec{0, 0, front ? 0.95 : 0.7});
+    return wanted + normal * std::max(0.0, 0.16 - dot(wanted, normal));
+}
+
 }  // namespace
 
 Shape figures::ship() {
-    return laidDown(joined({body(), around(petal(), 3), rings(), spearhead(), trumpet(), engine()}));
+    return laidDown(
+        joined({body(), around(petal(), 3), rings(), spearhead(), lanceRoot(), dish(), engine()}));
 }
 
 void makeShip(const char* path) {
     const auto fixed = [](double lean) { return [=](Vec, Vec) { return lean; }; };
-    // The petals' front the more the further out, where it is all that a viewer ahead finds of it.
-    const auto ofPetals = [](Vec p, Vec normal) {
-        const bool front = p.x * normal.x + p.y * normal.y > 0;
-        return front ? mix(0.4, 0.88, smoothstep(30, 130, std::hypot(p.x, p.y))) : 0.15;
-    };
-    const auto ofTrumpet = [](Vec p, Vec normal) {
-        const bool inside = std::hypot(p.x, p.y) < trumpetRadius && p.x * normal.x + p.y * normal.y < 0;
-        return inside ? -3.0 : 0.5;
+    // The dish throws back the tunnel's lights at those beside it; ahead it stays dark before the beams.
+    const auto ofDish = [](Vec p, Vec normal) {
+        const Vec outwards = normalized(Vec{p.x, p.y, 0});
+        const bool inside = std::hypot(p.x, p.y) < dishRadius && normal.z > 0;
+        return inside ? normal - Vec{0, 0, 3} : normal * 0.5 + outwards * 0.85 + Vec{0, 0, 0.42};
     };
     writeAml(path, {joined({leaningBack(joined({body(), rings()}),
-                                        [](Vec p, Vec) { return mix(0.4, 0.65, smoothstep(50, 90, p.z)); }),
-                            leaningBack(around(petal(), 3), ofPetals), leaningBack(spearhead(), fixed(1.1)),
-                            leaningBack(trumpet(), ofTrumpet), leaningBack(engine(), fixed(0.6)),
+                                        [](Vec p, Vec) {
+                                            return mix(0.75, 0.4, smoothstep(15, 45, p.z)) +
+                                                   0.25 * smoothstep(50, 90, p.z);
+                                        }),
+                            shaded(laidDown(around(petal(), 3)), ofPetal),
+                            leaningBack(spearhead(), fixed(0.85)), leaningBack(lanceRoot(), fixed(0.8)),
+                            shaded(laidDown(dish()), ofDish), leaningBack(engine(), fixed(0.6)),
                             leaningBack(jet(), fixed(1.6)), leaningBack(lights(), fixed(1.8))})});
 }
