@@ -87,7 +87,7 @@ Shape petal() {
                 uv = patch.at(mix(middle, edge, std::pow(std::fabs(2 * uv.x - 1), 1.5)), 0.5);
         return shape;
     };
-    std::vector<Shape> sides = {insideOut(side(0.9, flame, 0.25, 0.62)), side(-0.9, copper, 0, 0.75)};
+    std::vector<Shape> sides = {insideOut(side(0.9, flame, 0.3, 0.8)), side(-0.9, copper, 0, 0.4)};
     for (const double s : {-1, 1}) {
         const Shape rim = painted(petalSheet(0, 2, [=](double half, int c) { return s * (half + 1.5 * c); }),
                                   hull::coolLamp);
@@ -126,7 +126,7 @@ Shape emitterRing(double reach, double size) {
 }
 
 // Six facets with lines of light on their edges.
-Shape facetted(const Outline& profile, double line) {
+Shape facetted(const Outline& profile, double line, Uv even, Uv odd) {
     const Shape facets = insideOut(smoothed(lathe(profile, 6), hard));
     const auto [radius, low] = profile.back();
     const Shape back = insideOut(lathe({{radius, low}, {radius * 0.8, low - 3}, {4, low + 2}}, 6));
@@ -140,7 +140,7 @@ Shape facetted(const Outline& profile, double line) {
                              {radius + 1, low - 1.4}},
                             6);
     return joined(
-        {painted(facets, copper.at(1, 0.5), copper.at(0.6, 0.5)),
+        {painted(facets, even, odd),
          mappedBy(back, [=](const Face&,
                             Vec p) { return copper.at(mix(0.1, 1.0, std::hypot(p.x, p.z) / radius), 0.5); }),
          painted(joined({around(edge, 6), rim}), hull::coolLamp)});
@@ -150,14 +150,14 @@ Shape facetted(const Outline& profile, double line) {
 Shape spearhead() {
     return joined(
         {facetted({{0, noseTip}, {7, noseTip - 28}, {20, noseTip - 68}, {36, noseTip - 112}, {46, headBack}},
-                  1.2),
+                  1.2, hull::orange, copper.at(0.9, 0.5)),
          painted(lathe({{4.6, rootBack + 43}, {4, headBack}}, 6), copper.at(0.6, 0.5))});
 }
 
 Shape lanceRoot() {
     return facetted(
         {{4.4, rootBack + 46}, {7, rootBack + 37}, {13, rootBack + 22}, {20, rootBack + 8}, {22, rootBack}},
-        0.7);
+        0.7, copper.at(1, 0.5), copper.at(0.6, 0.5));
 }
 
 // From ahead the dish hides where the beams begin; its inside is black before their glow.
@@ -240,8 +240,8 @@ Vec ofPetal(Vec p, Vec normal) {
     const Vec outwards = normalized(Vec{p.x, p.y, 0}), aside = {-outwards.y, outwards.x, 0};
     const double off = std::remainder(std::atan2(p.y, p.x), 2 * pi / 3);
     const bool front = normal.z < 0;
-    const Vec wanted = normalized(outwards * (front ? 0.15 : 0.4) + aside * ((front ? 0.6 : 1.6) * off) +
-                                  Vec{0, 0, front ? 0.95 : 0.7});
+    const Vec wanted = normalized(outwards * (front ? 0.15 : 0.5) + aside * ((front ? 0.6 : 1.6) * off) +
+                                  Vec{0, 0, front ? 0.95 : 0.4});
     return wanted + normal * std::max(0.0, 0.16 - dot(wanted, normal));
 }
 
@@ -263,7 +263,7 @@ void makeShip(const char* path) {
     writeAml(path, {joined({leaningBack(joined({body(), rings()}),
                                         [](Vec p, Vec) {
                                             return mix(0.75, 0.4, smoothstep(15, 45, p.z)) +
-                                                   0.25 * smoothstep(50, 90, p.z);
+                                                   0.15 * smoothstep(50, 90, p.z);
                                         }),
                             shaded(laidDown(around(petal(), 3)), ofPetal),
                             leaningBack(spearhead(), fixed(0.85)), leaningBack(lanceRoot(), fixed(0.8)),
