@@ -1,8 +1,8 @@
 // "greetsit": the greetings, drawn four screens wide and added to the picture while they scroll past, top row
 // first. Three panels, each of a drawing in fine lines of light and the words that belong to it: an owl's
-// eyes, a listing, a heart; then, while the hall fades in, its ball. A panel stands whole in the middle of
-// the screen where a pair of bars begins; under all of them runs a pulse, whose beats cross the middle with
-// the music's.
+// eyes, a listing, a heart. A panel stands whole in the middle of the screen where a pair of bars begins;
+// under all of them runs a pulse, whose beats cross the middle with the music's. They are signed with the
+// show's name, and then comes nothing: whatever crossed the hall as it fades in would be seen twice.
 #include <string>
 #include <vector>
 
@@ -39,7 +39,7 @@ float lined(float distance, float breadth) {
 
 const Rgba cream = opaque(1, 0.97f, 0.90f), gold = opaque(0.98f, 0.74f, 0.36f), ice = opaque(0.50f, 0.80f, 1),
            violet = opaque(0.74f, 0.52f, 1), coral = opaque(1, 0.42f, 0.22f), mint = opaque(0.46f, 1, 0.76f),
-           pink = opaque(1, 0.36f, 0.80f), moon = opaque(0.85f, 0.92f, 0.93f);
+           moon = opaque(0.85f, 0.92f, 0.93f);
 
 struct Words {
     struct Line {
@@ -89,7 +89,7 @@ void Words::set(const std::string& text, Lettering style, Point place, Align ali
 
 // Where the panels have their middles; their drawings take places from there, across, and from the top.
 const float owlMiddle = crossingOn(228), listingMiddle = crossingOn(236), youMiddle = crossingOn(244),
-            ballMiddle = crossingOn(254);
+            signMiddle = crossingOn(248.9);
 constexpr float panelHalf = 345;
 
 const Lettering heavy = {.height = 100, .weight = 0.185f, .contrast = 0.45f, .gap = 0.15f};
@@ -259,6 +259,7 @@ void setYouWords(Words& words) {
     words.set("Y", broad, {youMiddle - faceAside - textWidth("Y", broad), youLine});
     words.set("U", broad, {youMiddle + faceAside, youLine});
     words.set("and", wide, {youMiddle, 122}, Align::Centre);
+    words.set("Valojuova", filling("Valojuova", heavy, 222), {signMiddle, 275}, Align::Centre);
 }
 
 float headAt(Point q) {
@@ -296,68 +297,12 @@ Rgba faceAt(Point q) {
     return cream * white + gold * (0.9f * warm * (1 - white));
 }
 
-// The ball of the hall, which crosses the screen's middle as the true one comes to be seen there.
-
-constexpr float ballRow = 252, ballRadius = 92;
-
-// Stars of light on a few of its mirrors.
-Rgba sparklesAt(Point q) {
-    constexpr Point places[] = {{-42, -38}, {20, -61}, {55, 12}, {-14, 30}, {-70, 18}, {38, 62}};
-    float sum = 0;
-    for (size_t i = 0; i < std::size(places); i++) {
-        const Point d = q - places[i] * (ballRadius / 96);
-        const float size = 13 - 1.5f * i, far = length(d);
-        if (far > 5 * size) continue;
-        sum += std::exp(-far / 3) + std::exp(-std::fabs(d.x) / size - std::fabs(d.y) / 1.1f) +
-               std::exp(-std::fabs(d.y) / size - std::fabs(d.x) / 1.1f);
-    }
-    return moon * sum;
-}
-
-Rgba ballAt(Point p) {
-    const Point q = p - Point{0, ballRow};
-    if (q.x < -560 || q.x > 340) return {};
-    const float r = length(q);
-    Rgba sum = gold * (0.7f * lined(q.x, 1.6f) * inked(q.y + ballRadius) * smoothstep(14, 60, p.y));
-    if (r < ballRadius) {
-        constexpr float pitch = pi / 22;
-        const float up = arcSin(q.y / ballRadius), ring = ballRadius * std::cos(up);
-        const int course = int(std::floor(up / pitch)) + 40;
-        const float round = arcSin(std::clamp(q.x / ring, -1.0f, 1.0f)) * std::cos((course - 39.5f) * pitch) +
-                            0.5f * pitch * float(course % 2);
-        const float grid =
-            std::fmin(std::fabs(std::remainder(up, pitch)), std::fabs(std::remainder(round, pitch))) *
-            ballRadius;
-        const int column = int(std::floor(round / pitch)) + 40;
-        const float lot = randomAt(course, column, 31), hue = randomAt(course, column, 37);
-        // As the hall's: cold light falls on its left and warm light on its right.
-        const Rgba tint =
-            hue < 0.5f - 0.4f * q.x / ballRadius ? opaque(0.25f, 0.52f, 1) : opaque(1, 0.50f, 0.16f);
-        const float facing = std::sqrt(std::fmax(1 - r * r / (ballRadius * ballRadius), 0.0f));
-        const Rgba light =
-            lot > 0.88f ? moon : tint * ((0.06f + 0.70f * lot * lot) * mix(0.25f, 1.0f, facing));
-        sum = sum + light * inked(0.9f - grid);
-    }
-    sum = sum + sparklesAt(q);
-    // Beams that meet on it.
-    for (const float turn : {156.0f, 168.0f, -171.0f, -158.0f, -142.0f, -124.0f, -106.0f, -74.0f, -56.0f,
-                             -38.0f, -22.0f, -9.0f, 12.0f, 24.0f}) {
-        const Point along = {std::cos(turn * degree), std::sin(turn * degree)};
-        const float far = dot(q, along), away = std::fabs(q.x * along.y - q.y * along.x);
-        const float reach = along.x < -0.7f ? 550 : 330;
-        if (far > ballRadius + 5)
-            sum = sum + pink * ((lined(away, 1.8f) + 0.3f * std::exp(-away / 4)) *
-                                smoothstep(reach, ballRadius + 24, far));
-    }
-    return sum;
-}
-
 constexpr float pulseRow = 488;
 
 std::vector<Point> pulseLine() {
     std::vector<Point> line = {{2, pulseRow}};
-    for (int beat = 224; beat <= 256; beat++) {
-        const bool between = beat % 8 == 0 && beat < 256;
+    for (int beat = 224; beat <= 248; beat++) {
+        const bool between = beat % 8 == 0 && beat < 248;
         const float tall = between ? 330 : beat % 4 == 0 ? 20 : 12, broad = between ? 11 : 6;
         for (const Point step : {Point{-3.2f, 0},
                                  {-2.1f, -0.10f},
@@ -380,44 +325,6 @@ float pulseAt(Point p, const std::vector<Point>& line) {
     return nearest;
 }
 
-// What the ball's mirrors throw about it: squares that look to it, the farther from it the larger.
-struct Spot {
-    Point middle, away;
-    float half;
-    Rgba colour;
-};
-
-std::vector<Spot> spotsOfLight() {
-    const Rgba tints[] = {gold, ice, pink, mint, gold};
-    std::vector<Spot> all;
-    constexpr int courses = 7;
-    for (int course = 0; course < courses; course++) {
-        const float far = ballRadius * (1.45f + 0.40f * course), half = 5 + 1.5f * course;
-        const int count = 24 + 4 * course;
-        for (int i = 0; i < count; i++) {
-            const float turn = 2 * pi * (i + 0.5f * (course % 2)) / count;
-            const Point away = {std::cos(turn), std::sin(turn)};
-            if (randomAt(i, course, 71) < 0.6f) continue;
-            all.push_back({Point{ballMiddle, ballRow} + away * far, away,
-                           half * mix(0.7f, 1.1f, randomAt(i, course, 72)),
-                           tints[int(std::size(tints) * randomAt(i, course, 73))] *
-                               mix(0.12f, 0.50f, std::pow(randomAt(i, course, 74), 2.0f))});
-        }
-    }
-    return all;
-}
-
-Rgba spotsAt(Point p, const std::vector<Spot>& all) {
-    Rgba sum;
-    for (const Spot& spot : all) {
-        const Point d = p - spot.middle;
-        if (std::fabs(d.x) > 2 * spot.half || std::fabs(d.y) > 2 * spot.half) continue;
-        const Point q = {d.x * spot.away.x + d.y * spot.away.y, d.y * spot.away.x - d.x * spot.away.y};
-        sum = sum + spot.colour * inked(box(q, {}, {1.3f * spot.half, spot.half}, 1));
-    }
-    return sum;
-}
-
 }  // namespace
 
 void makeGreetings(const char* path) {
@@ -427,7 +334,6 @@ void makeGreetings(const char* path) {
     setListing(listing, words);
     setYouWords(words);
     const std::vector<Point> pulse = pulseLine();
-    const std::vector<Spot> spots = spotsOfLight();
 
     constexpr float right = width * pixelAspect / fine;
     Canvas canvas(width, height, opaque(0, 0, 0));
@@ -437,8 +343,8 @@ void makeGreetings(const char* path) {
         const float line = pulseAt(p, pulse);
         const float shown = smoothstep(0, 50, p.x) * smoothstep(pulse.back().x, pulse.back().x - 200, p.x);
         const Rgba drawn =
-            spotsAt(p, spots) + owlAt(p - Point{owlMiddle, 0}) + listingAt(p, listing) +
-            heartLines(fromYou) * inked(4 - headAt(fromFace)) + ballAt(p - Point{ballMiddle, 0}) +
+            owlAt(p - Point{owlMiddle, 0}) + listingAt(p, listing) +
+            heartLines(fromYou) * inked(4 - headAt(fromFace)) +
             (mix(gold, cream, 0.3f) * lined(line, 2.4f) + opaque(0.5f, 0.25f, 0.06f) * std::exp(-line / 7)) *
                 shown;
         // The drawings leave room round the words, for them to be read, and the picture's edges black.
