@@ -2,7 +2,6 @@
 // its top row first, and the light on the beat ("white").
 #include "production/kit/picture/canvas.h"
 #include "production/kit/picture/lettering.h"
-#include "production/kit/picture/noise.h"
 #include "production/pictures/pictures.h"
 
 using namespace picture;
@@ -11,11 +10,11 @@ namespace {
 
 // The word letter by letter, so that no needle of one reaches into the next.
 void setWord(LetteringField& text, float baseline, float capHeight) {
-    const Lettering style = {.height = capHeight, .weight = 0.19f, .contrast = 0.30f};
+    const Lettering style = {.height = capHeight, .weight = 0.22f, .contrast = 0.12f};
     constexpr struct {
         const char* letter;
         float gap;  // to the next letter, in columns; less than none where two slants run side by side
-    } letters[] = {{"V", -12}, {"A", 24}, {"L", 6}, {"O", 0}};
+    } letters[] = {{"V", 14}, {"A", 24}, {"L", 10}, {"O", 0}};
     float breadth = 0;
     for (const auto& [letter, gap] : letters) breadth += textWidth(letter, style) + gap;
     float left = (float(text.width) - breadth) / 2;
@@ -27,21 +26,7 @@ void setWord(LetteringField& text, float baseline, float capHeight) {
 
 // Where the word lies: the camera stands upright and looks level, so that a place of the floor, in heights of
 // the eye, is seen as far below the middle as it is near.
-constexpr float nearest = 1.10f, farthest = 2.30f, halfBreadth = 1.02f;
-
-// What the ball's mirrors throw: squares in courses, no two of a brightness, one in some white.
-Rgba mirrorsAt(float x, float y) {
-    constexpr float wide = 19, tall = 21, gap = 0.09f;
-    const int course = int(std::floor(y / tall));
-    const float along = x / wide + 0.37f * float(course);
-    const int square = int(std::floor(along));
-    const float edge = std::fmin(std::fmin(along - square, 1 - along + square) * wide / tall,
-                                 std::fmin(y / tall - course, 1 - y / tall + course));
-    const float lot = randomAt(square, course, 3);
-    const Rgba light = lot > 0.75f ? opaque(0.90f, 0.76f, 0.58f)
-                                   : mix(opaque(0.26f, 0.11f, 0.03f), opaque(0.78f, 0.46f, 0.17f), lot);
-    return light * smoothstep(gap - 0.05f, gap + 0.05f, edge);
-}
+constexpr float nearest = 1.06f, farthest = 2.40f, halfBreadth = 1.04f;
 
 }  // namespace
 
@@ -55,8 +40,9 @@ void makeFlashWord(const char* path) {
     Canvas word(columns, rows);
     paint(word, [&](float x, float y, Rgba) {
         const float distance = text.at(x, y);
-        return mirrorsAt(x, y) * coverage(distance + 3) +
-               opaque(0.72f, 0.42f, 0.16f) * outline(distance + 2, 4);
+        // White by the ball, gold towards the viewer, and a bright edge all round.
+        const Rgba face = mix(opaque(0.66f, 0.40f, 0.18f), opaque(0.70f, 0.28f, 0.06f), y / rows);
+        return mix(face, opaque(1, 0.95f, 0.84f), outline(distance + 3, 6)) * coverage(distance);
     });
 
     const int size = 1024;
@@ -65,7 +51,7 @@ void makeFlashWord(const char* path) {
         Rgba sum;
         for (const float down : {-0.375f, -0.125f, 0.125f, 0.375f}) {
             const float below = 2 * (y + down) / size - 1;
-            if (below < 0.4f) continue;
+            if (below < 0.39f) continue;
             const float aside = (2 * x / size - 1) / below, away = 1 / below;
             const float row = baseline - capHeight * (away - nearest) / (farthest - nearest);
             if (std::fabs(aside) > halfBreadth || row < 1 || row > rows - 1) continue;
@@ -84,9 +70,8 @@ void makeFlashWord(const char* path) {
         const float rays = std::pow(0.5f + 0.5f * std::cos(12 * turn), 60.0f) +
                            0.6f * std::pow(0.5f + 0.5f * std::cos(28 * turn + 1), 40.0f);
         const float star =
-            rays * std::exp(-2.6f * far) * smoothstep(0.11f, 0.17f, far) * smoothstep(1.3f, 0.6f, far) +
-            0.8f * bell(far - 0.155f, 0.012f);
-        return ground + floor.at(px, py) + streams.at(px, py) * (0.6f * smoothstep(size, 0.9f * size, y)) +
+            rays * std::exp(-2.6f * far) * smoothstep(0.15f, 0.26f, far) * smoothstep(1.3f, 0.6f, far);
+        return ground + floor.at(px, py) + streams.at(px, py) * (0.4f * smoothstep(size, 0.9f * size, y)) +
                mix(opaque(0.55f, 0.75f, 1), opaque(1, 0.72f, 0.40f), smoothstep(-0.3f, 0.3f, ball.x)) *
                    (0.75f * star);
     });
