@@ -19,9 +19,9 @@ constexpr int size = 512;
 constexpr float pixelAspect = 4.0f / 3;
 // A card is a wheel; lengths in rows of one that is as tall as its quarter, places from its middle. It lies
 // in the quarter's outer corner and all but fills it.
-constexpr float cardSize = 1.02f, corner = 7;  // of that; rows from the quarter's sides
-constexpr float wheelRadius = 238, marksRadius = 208, marksReach = 22, hubRadius = 182, lineRadius = 157;
-constexpr float figureHeight = 124, figureLine = 6, nounHeight = 46, nounLine = 62, lineHeight = 27;
+constexpr float cardSize = 0.98f, corner = 20.5f;  // of that; rows from the quarter's sides
+constexpr float wheelRadius = 238, marksRadius = 208, marksReach = 22, hubRadius = 182, lineRadius = 156;
+constexpr float figureHeight = 124, figureLine = 6, nounHeight = 46, nounLine = 62, lineHeight = 30;
 
 // How far a place is outside of mark `i` of `count` on the wheel's rim.
 using Mark = float (*)(int i, int count, Point place);
@@ -202,7 +202,7 @@ struct Bent {
     bool foot;
 
     Bent(const char* text, bool foot) : foot(foot) {
-        setText(field, {.height = lineHeight * detail, .weight = 0.17f, .contrast = 0.35f, .gap = 0.36f},
+        setText(field, {.height = lineHeight * detail, .weight = 0.19f, .contrast = 0.30f, .gap = 0.34f},
                 {text, field.width / 2.0f, 2 * lineHeight * detail, Align::Centre});
     }
     float at(Point p) const {
@@ -242,7 +242,7 @@ void makeCard(const char* path, const Card& card) {
         const float foot = r > hubRadius          ? 0.5f + 0.5f * p.y / wheelRadius
                            : p.y < figureLine + 6 ? (p.y - figureLine) / figureHeight + 1
                                                   : (p.y - nounLine) / nounHeight + 1;
-        return mix(opaque(1, 0.985f, 0.94f), opaque(0.93f, 0.76f, 0.44f), unit(foot)) * ink;
+        return mix(opaque(1, 0.985f, 0.94f), opaque(1, 0.85f, 0.54f), unit(foot)) * ink;
     });
     const Canvas shadow = blurred(shape, 7, Edge::Empty);
 
