@@ -39,6 +39,7 @@ const float faceSize = 1.22;
 // with more green the face would fade to olive. So the head is laid dark, and what is bright on it is thin.
 const vec3 amber = vec3(0.62, 0.215, 0.012);
 const vec3 hot = vec3(0.60, 0.31, 0.07);
+const vec3 cream = vec3(0.85, 0.50, 0.36);
 const vec3 ivory = vec3(0.270, 0.206, 0.136);
 const vec3 orange = vec3(0.34, 0.085, 0.012);
 const vec3 brass = vec3(0.36, 0.165, 0.045);
@@ -120,7 +121,7 @@ vec3 lit(Surface seen) {
     glint *= glint, glint *= glint, glint *= glint, glint *= glint, glint *= glint;
     float rim = smoothstep(0.45, 1.0, dot(lean, vec2(0.93, -0.30)));
     return seen.paint * (0.05 + 0.95 * max(dot(normal, lamp), 0.0)) + seen.lean.z * glint * vec3(0.50, 0.46, 0.40) +
-           rim * vec3(0.02, 0.10, 0.15);
+           rim * vec3(0.03, 0.20, 0.30);
 }
 
 // The robot's head, in which the screen sits: an ivory box with round edges, on it a brass frame round the deep black
@@ -149,11 +150,11 @@ vec3 headAt(vec2 p, vec3 glow, vec3 behind, float pixel) {
         roundBox(ear - vec2(0.06, 0.0), vec2(0.075, 0.47), 0.07), pixel);
     // The shell: its edge is a quarter round, its front all but flat; a seam runs round where they meet.
     vec3 shell = outOf(p + vec2(0.0, 0.10), vec2(1.80, 1.46), 0.46);
-    float edge = clamp(1.0 + shell.z / 0.20, 0.0, 1.0), seam = inside(abs(shell.z + 0.215) - 0.007, pixel);
+    float edge = clamp(1.0 + shell.z / 0.26, 0.0, 1.0), seam = inside(abs(shell.z + 0.215) - 0.007, pixel);
     // The frame lies on it and shades it.
     vec3 frame = outOf(p, vec2(1.52, 1.19), 0.38);
     float shade = 0.4 + 0.6 * smoothstep(0.0, 0.09, frame.z + dot(frame.xy, vec2(-0.03, 0.04)));
-    lay(seen, ivory * (1.0 - 0.8 * seam) * shade, shell.xy * edge * edge + vec2(0.05, 0.06) * p, 0.9, shell.z, pixel);
+    lay(seen, ivory * (1.0 - 0.8 * seam) * shade, shell.xy * edge * edge + vec2(0.20, 0.24) * p, 0.9, shell.z, pixel);
     // A screw in each corner, and on the chin a grille between a knob and a lamp that is on.
     vec2 screw = side - vec2(1.56, p.y < 0.0 ? -1.34 : 1.14);
     float slot = inside(abs(screw.x * hand.x + (p.y < 0.0 ? 0.4 : -0.8) * screw.y) - 0.012, pixel);
@@ -220,7 +221,9 @@ vec3 endAt(float seconds, bool look, Screen screen, vec3 shown, float pixel) {
     // It is drawn in light, which shines through the glass round it; between them the tube itself glimmers, and the
     // sleeper breathes: the glass warms and cools, and rings of light go out behind the head.
     float breath = 0.5 - 0.5 * cos(breathing * (seconds - fallsAsleep)), glimmer = 0.022 + asleep * (0.05 + 0.16 * breath);
-    shown += (mix(hot, amber, smoothstep(mix(-0.14, -0.045, asleep), 0.0, face)) * inside(face, pixel / size) +
+    // What is left of it as the light goes burns paler, since the fade takes more of what is one colour.
+    vec3 heart = mix(hot, cream, smoothstep(1.0, 3.0, seconds));
+    shown += (mix(heart, amber, smoothstep(mix(-0.14, -0.04, asleep), -0.01 * asleep, face)) * inside(face, pixel / size) +
               amber * (0.14 * halo * halo * halo + glimmer * bend * (1.0 - 0.4 * dot(p, p)))) *
              (drawn * lines);
     float edge = roundBox(p, glass, glassCorner * screen.back);
@@ -228,7 +231,7 @@ vec3 endAt(float seconds, bool look, Screen screen, vec3 shown, float pixel) {
     float away = length(p), ring = 0.5 + 0.5 * sin(8.0 * away - breathing * seconds);
     vec3 behind = mix(night, dusk, ring * ring) * (1.0 - 0.24 * away) * screen.back;
     // As the light goes, what is not full yet is laid brighter.
-    vec3 more = 1.0 + vec3(0.9, 0.6, 1.0) * smoothstep(0.8, 3.8, seconds);
+    vec3 more = 1.0 + vec3(0.7, 0.5, 0.8) * smoothstep(0.5, 3.0, seconds);
     vec3 thrown = mix(vec3(0.05, 0.04, 0.05), (0.14 + 0.2 * asleep * breath) * amber, bend) * screen.back;
     return mix(headAt(p, thrown, behind, pixel) * more, shown, inside(edge, pixel));
 }
