@@ -60,7 +60,7 @@ vec2 coordinates(vec2 target, vec2 slope, vec2 margin) {
 
 // --- The end. Seconds count from the last card on; a length of 1 is half the height of the robot's screen. ---
 
-float inside(float outside, float pixel) { return 1.0 - smoothstep(-pixel, pixel, outside); }
+float inside(float outside, float pixel) { return clamp(0.5 - outside * (0.5 / pixel), 0.0, 1.0); }
 
 float roundBox(vec2 p, vec2 size, float corner) {
     vec2 beyond = abs(p) - size + corner;
@@ -222,7 +222,7 @@ vec3 endAt(float seconds, bool look, Screen screen, vec3 shown, float pixel) {
     // sleeper breathes: the glass warms and cools, and rings of light go out behind the head.
     float breath = 0.5 - 0.5 * cos(breathing * (seconds - fallsAsleep)), glimmer = 0.022 + asleep * (0.05 + 0.16 * breath);
     // What is left of it as the light goes burns paler, since the fade takes more of what is one colour.
-    vec3 heart = mix(hot, cream, smoothstep(1.0, 3.0, seconds));
+    vec3 heart = mix(hot, cream, smoothstep(fallsAsleep, 3.0, seconds));
     shown += (mix(heart, amber, smoothstep(mix(-0.14, -0.04, asleep), -0.01 * asleep, face)) * inside(face, pixel / size) +
               amber * (0.14 * halo * halo * halo + glimmer * bend * (1.0 - 0.4 * dot(p, p)))) *
              (drawn * lines);
