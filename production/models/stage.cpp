@@ -110,7 +110,7 @@ Shape lampLit(const Shape& shape, double turn, double aside, double off = 0) {
     return shaded(shape, [=](Vec p, Vec) { return towardsLamps(view, p, lampMiddle + off); });
 }
 
-constexpr int stageSides = 80, floorSides = 120;
+constexpr int stageSides = 80, floorSides = 120, smallSides = 10;
 
 // A ring of the stage's floor: how far across its terrace it ends, 0..1 from outside, and how steep it seems.
 constexpr double darkSlope = 0.04;
@@ -184,7 +184,7 @@ Shape ballCup() {
     const double foot = terraces[std::size(terraces) - 1].foot + terraces[std::size(terraces) - 1].height;
     const Outline profile = {{42, foot},     {42, foot + 2},  {39, foot + 4}, {35, foot + 5},
                              {32, foot + 9}, {30, foot + 10}, {28, foot + 9}, {27, foot}};
-    return shaded(lathe(profile, stageSides), [](Vec p, Vec normal) {
+    return shaded(lathe(profile, stageSides / 2), [](Vec p, Vec normal) {
         return normal + up * 0.3 + normalized(Vec{p.x, 0, p.z}) * 0.3;
     });
 }
@@ -263,7 +263,7 @@ Shape projector() {
     const Outline body = {{0, -12},  {1.4, -11.6}, {2, -10}, {2, -5},     {2.9, -4}, {2.9, 16},
                           {3.4, 17}, {3.4, 19.4},  {3, 20},  {2.6, 19.4}, {2.3, 3},  {0, 2}};
     const Vec mouth = {sourceRadius, sourceHeight, 0};
-    return joined({placed(lathe(body, 16), mouth, ballCentre - mouth),
+    return joined({placed(lathe(body, smallSides), mouth, ballCentre - mouth),
                    tube(mouth + up * 2, {sourceRadius, 770, 0}, 0.5, 4)});
 }
 
@@ -272,7 +272,7 @@ Shape stud() {
     return moved(
         lathe(
             {{6, 7}, {6, 9}, {4, 11}, {3.4, starHeight - 5}, {3.8, starHeight - 2.4}, {0, starHeight - 1.6}},
-            14),
+            smallSides),
         {starRadius, 0, 0});
 }
 
