@@ -11,18 +11,29 @@ using namespace model;
 
 namespace {
 
-// All of a surface is lit as if it faced one way: light lies evenly on it, and no facet shows. These were
-// found by search over the viewer's way, which is the same each time: lit well whenever he sees the surface,
-// and mirroring dark parts of the sphere map.
+// All of a surface is lit as if it faced one way: light lies evenly on it, and no facet shows. Hollowed a
+// little, it mirrors only a small part of the sphere map. These were found by search over the viewer's way,
+// which is the same each time: lit well whenever he sees the surface, and mirroring what is dark.
 struct Lightwards {
-    Vec over, flank, under, hanging;
+    Vec towards;
+    double hollow = 0;
 };
-const Lightwards heros = {
-    {0.71, 0.50, -0.50}, {0.25, -0.28, -0.93}, {0.29, -0.54, -0.79}, {0.29, -0.37, -0.88}};
+struct Lights {
+    Lightwards over, flank, under, hanging;
+};
+const Lights heros = {{{0.51, 0.64, -0.57}, 0.4},
+                      {{0.43, -0.25, -0.87}, 0.15},
+                      {{0.31, -0.53, -0.79}, 0.3},
+                      {{0.22, -0.53, -0.82}, 0.15}};
 
-Shape lit(const Shape& whole, Vec towards) {
+Shape lit(const Shape& whole, const Lightwards& light, Vec middle = {}, double radius = 1) {
     Shape shape = triangulated(whole);
-    for (Face& face : shape.faces) face.normals.assign(3, normalized(towards));
+    for (Face& face : shape.faces) {
+        face.normals.clear();
+        for (const int point : face.points)
+            face.normals.push_back(
+                normalized(light.towards - (shape.points[point] - middle) * (light.hollow / radius)));
+    }
     return shape;
 }
 
@@ -30,7 +41,8 @@ Shape lit(const Shape& whole, Vec towards) {
 struct Kind {
     int paint;
     int lobes, across;  // across each
-    bool fine;          // of the finer profiles
+    int rows;           // of its outside
+    bool wavy;          // at its rim
     int threads, joints;
     int arms, frills;
     double thread;  // radius
@@ -38,13 +50,21 @@ struct Kind {
     double swing;
 };
 
-// Radius and height, from the rim.
-const Outline outer = {{0.95, -0.03}, {1.0, 0.03},  {1.0, 0.13},   {0.93, 0.28}, {0.78, 0.42},
-                       {0.58, 0.52},  {0.36, 0.58}, {0.16, 0.605}, {0, 0.61}},
-              inner = {{0.95, -0.03}, {0.82, 0.09}, {0.60, 0.19}, {0.30, 0.26}, {0, 0.27}},
-              coarseOuter = {{0.95, -0.03}, {1.01, 0.07},  {0.94, 0.28},
-                             {0.73, 0.46},  {0.40, 0.575}, {0, 0.61}},
-              coarseInner = {{0.95, -0.03}, {0.62, 0.19}, {0, 0.27}};
+// Radius and height, from the rim, which is cut most finely.
+Outline outside(int rows) {
+    Outline curve;
+    for (int i = 0; i <= rows; i++) {
+        const double angle = mix(-0.2, pi / 2, std::pow(double(i) / rows, 1.35)), out = std::cos(angle);
+        curve.push_back({std::pow(std::max(0.0, out), 0.8), std::sin(angle) * (angle < 0 ? 0.2 : 0.61)});
+    }
+    curve.back().x = 0;
+    return curve;
+}
+const Flat rim = outside(1)[0];
+const Outline vault = {rim, {0.62, 0.18}, {0, 0.27}}, coarseVault = {rim, {0, 0.24}};
+// A small bell about the arms' roots.
+const Outline lip = {{0.25, 0.07}, {0.22, 0.13}, {0.14, 0.19}, {0.07, 0.28}},
+              throat = {lip[0], {0.16, 0.12}, {0, 0.15}};
 
 // Half a lobe of the bell is painted; the others mirror it.
 Shape bell(const Kind& kind, const Outline& curve, const Patch& paint) {
@@ -52,7 +72,7 @@ Shape bell(const Kind& kind, const Outline& curve, const Patch& paint) {
     for (size_t i = 1; i < curve.size(); i++) way.push_back(way.back() + length(curve[i] - curve[i - 1]));
     const int rows = int(curve.size()), sides = 2 * kind.lobes * kind.across;
     Shape shape = grid(sides, rows, true, false, [&](int c, int r) {
-        const double angle = 2 * pi * c / sides, low = smoothstep(0.3, -0.03, curve[r].y);
+        const double angle = 2 * pi * c / sides, low = kind.wavy * smoothstep(0.3, -0.03, curve[r].y);
         const double swell = low * std::cos(angle * kind.lobes), radius = curve[r].x * (1 + 0.02 * swell);
         return Vec{radius * std::cos(angle), curve[r].y - 0.025 * swell, -radius * std::sin(angle)};
     });
@@ -103,8 +123,8 @@ Shape thread(const Jellyfish& fish, int number) {
     const double angle = 2 * pi * (number + 0.5) / kind.threads, phase = 1.9 * number + kind.swing;
     const double reach = kind.reach * (1 + 0.25 * std::sin(number * 2.4 + kind.swing));
     const auto at = [&](double k) {
-        const double turn = angle + 0.5 * k * k + 0.10 * k * std::sin(phase + 4 * k);
-        const double out = 0.95 + 0.10 * std::sin(3 * k) - 0.25 * k * k + 0.08 * k * std::sin(phase + 5 * k);
+        const double turn = angle + 0.5 * k * k + 0.08 * k * std::sin(phase + 3 * k);
+        const double out = 0.95 + 0.10 * std::sin(3 * k) - 0.25 * k * k + 0.06 * k * std::sin(phase + 4 * k);
         return Vec{out * std::cos(turn), -0.02 - reach * k, -out * std::sin(turn)};
     };
     double length = 0.05;
@@ -115,7 +135,7 @@ Shape thread(const Jellyfish& fish, int number) {
     how.capped = false;
     how.change = [&](int i, const Outline& outline) {
         Outline thin = outline;
-        for (Flat& p : thin) p = p * mix(1.0, 0.3, double(i) / kind.joints);
+        for (Flat& p : thin) p = p * mix(1.2, 0.25, double(i) / kind.joints);
         return thin;
     };
     const Patch paint = hull::thread(kind.paint);
@@ -147,18 +167,27 @@ Shape arm(const Kind& kind, int number) {
     return joined(sheets);
 }
 
-Shape shapeOf(const Jellyfish& fish, const Lightwards& towards) {
+Shape shapeOf(const Jellyfish& fish, const Lights& lights) {
     const Kind& kind = fish.kind;
-    Shape over = lit(bell(kind, kind.fine ? outer : coarseOuter, hull::outside(kind.paint)), towards.over),
-          under = lit(insideOut(bell(kind, kind.fine ? inner : coarseInner, hull::inside(kind.paint))),
-                      towards.under);
-    for (Face& face : over.faces)
-        if (faceCentre(over, face).y < 0.3) face.normals.assign(3, normalized(towards.flank));
     std::vector<Shape> hung;
     for (int i = 0; i < kind.threads; i++) hung.push_back(thread(fish, i));
     for (int i = 0; i < kind.arms; i++) hung.push_back(arm(kind, i));
-    const Shape whole = joined({lit(joined(hung), towards.hanging), under, over});
-    return moved(rising(scaled(whole, Vec{1, 1, 1} * fish.radius)), fish.middle);
+    if (kind.wavy) {
+        Kind small = kind;
+        small.across = 2;
+        hung.push_back(bell(small, lip, hull::outside(kind.paint)));
+        hung.push_back(insideOut(bell(small, throat, hull::inside(kind.paint))));
+    }
+    const Shape over = bell(kind, outside(kind.rows), hull::outside(kind.paint)),
+                under = bell(kind, kind.wavy ? vault : coarseVault, hull::inside(kind.paint));
+    Shape flank = over, top = over;
+    std::erase_if(flank.faces, [&](const Face& face) { return faceCentre(over, face).y > 0.12; });
+    std::erase_if(top.faces, [&](const Face& face) { return faceCentre(over, face).y <= 0.12; });
+    const auto placed = [&](const Shape& part, const Lightwards& light) {
+        return lit(bent(part, [&](Vec p) { return fish.placeOf(p); }), light, fish.middle, fish.radius);
+    };
+    return joined({placed(joined(hung), lights.hanging), placed(insideOut(under), lights.under),
+                   placed(flank, lights.flank), placed(top, lights.over)});
 }
 
 // Those that follow lie where they fill his picture, found by search as well.
@@ -169,12 +198,13 @@ struct Follower {
     Vec lightwards;
 };
 const Follower followers[] = {
-    {{-148, -289, -340}, 110, 1, {0.73, 0.68, 0.03}}, {{-167, 19, 300}, 105, 2, {0.53, -0.29, -0.8}},
-    {{-379, -39, -78}, 100, 3, {0.81, -0.18, -0.55}}, {{-62, 440, 89}, 95, 1, {0.29, -0.72, -0.63}},
-    {{371, -90, 0}, 90, 2, {-0.34, -0.24, -0.91}},    {{125, 31, 258}, 80, 3, {0.12, -0.52, -0.85}},
-    {{60, -190, 283}, 70, 1, {0.35, -0.09, -0.93}},   {{14, -345, -185}, 70, 2, {0.6, 0.76, -0.25}},
-    {{-173, 101, -150}, 55, 3, {0.62, -0.66, -0.42}}, {{-98, -266, 205}, 50, 1, {0.52, 0.07, -0.85}},
-    {{-280, -267, 36}, 45, 2, {0.74, 0.12, -0.66}},   {{195, -279, 108}, 40, 3, {0.09, 0.41, -0.91}},
+    {{-148, -289, -340}, 110, 1, {0.80, 0.60, -0.01}}, {{-167, 19, 300}, 105, 2, {0.51, -0.42, -0.75}},
+    {{-379, -39, -78}, 100, 3, {0.83, -0.27, -0.49}},  {{-62, 440, 89}, 95, 1, {0.27, -0.71, -0.65}},
+    {{371, -90, 0}, 90, 2, {-0.48, 0.06, -0.87}},      {{125, 31, 258}, 80, 3, {0.16, -0.44, -0.89}},
+    {{183, -348, -52}, 75, 1, {0.07, 0.58, -0.81}},    {{60, -190, 283}, 70, 1, {0.22, -0.08, -0.97}},
+    {{14, -345, -185}, 70, 2, {0.55, 0.80, -0.23}},    {{-173, 101, -150}, 55, 3, {0.65, -0.61, -0.45}},
+    {{-98, -266, 205}, 50, 1, {0.55, 0.10, -0.83}},    {{-280, -267, 36}, 45, 2, {0.73, 0.21, -0.65}},
+    {{195, -279, 108}, 40, 3, {0.07, 0.42, -0.91}},
 };
 
 // A number of 0..1 for each of a row of things.
@@ -185,10 +215,10 @@ double randomOf(int which, int what) {
 // Points of light in the water, each a triangle that faces the middle.
 Shape plankton() {
     std::vector<Shape> all;
-    for (int i = 0; i < 200; i++) {
+    for (int i = 0; i < 150; i++) {
         const double y = 1 - 2 * randomOf(i, 1), angle = 2 * pi * randomOf(i, 2), flat = std::sqrt(1 - y * y);
         const Vec out = {flat * std::cos(angle), y, flat * std::sin(angle)};
-        const double size = mix(0.5, 2.0, randomOf(i, 4) * randomOf(i, 5));
+        const double size = mix(0.8, 2.6, randomOf(i, 4) * randomOf(i, 5));
         Shape point{{{size, 0, 0}, {-0.5 * size, 0, -0.87 * size}, {-0.5 * size, 0, 0.87 * size}}, {}};
         addFace(point, {0, 1, 2});
         all.push_back(placed(painted(point, hull::thread(i % atlas::hull::lanterns).at(0.1, 0.5)),
@@ -199,7 +229,7 @@ Shape plankton() {
 
 // So far away that the viewer's own way doesn't count. Half of it is painted; the other mirrors it.
 Shape water() {
-    constexpr int columns = 24, rows = 15;
+    constexpr int columns = 20, rows = 12;
     constexpr double radius = 6000;
     Shape shell = insideOut(grid(columns, rows, true, false, [](int c, int r) {
         const double up = pi * (double(r) / (rows - 1) - 0.5), angle = 2 * pi * c / columns;
@@ -221,14 +251,14 @@ Vec waterwards(Vec point, Vec normal) {
 }  // namespace
 
 void makeLanterns(const char* path) {
-    const Kind large = {0, 8, 4, true, 16, 13, 4, 24, 0.005, 1.6, 0};
+    const Kind large = {0, 8, 5, 7, true, 8, 18, 4, 17, 0.005, 1.6, 0};
     std::vector<Shape> swarm = {shapeOf({large, 130, {-21, -45, 55}}, heros)};
     for (const Follower& f : followers) {
         const bool near = f.radius > 80;
-        const Kind kind = {f.paint,      6,     near ? 3 : 2, false,   6, near ? 6 : 4, 3,
-                           near ? 8 : 5, 0.007, 1.5,          f.radius};
-        swarm.push_back(
-            shapeOf({kind, f.radius, f.middle}, {f.lightwards, f.lightwards, f.lightwards, f.lightwards}));
+        const Kind kind = near ? Kind{f.paint, 8, 2, 4, false, 3, 7, 3, 5, 0.007, 1.3, f.radius}
+                               : Kind{f.paint, 6, 2, 3, false, 2, 5, 2, 4, 0.010, 1.0, f.radius};
+        const Lightwards light = {f.lightwards, 0.1};
+        swarm.push_back(shapeOf({kind, f.radius, f.middle}, {light, light, light, light}));
     }
     swarm.push_back(lit(plankton(), heros.hanging));
     writeAml(path, {joined(swarm), shaded(rising(water()), waterwards)});

@@ -17,11 +17,6 @@ constexpr Uv middleOf(const atlas::Cells& cells) {
 namespace hull {
 
 constexpr Patch plain = patchOf(atlas::hull::pale.part(0.4, 0.9, 5.2, 1.8));  // pale enamel
-constexpr Patch striped =
-    patchOf(atlas::hull::striped.part(0.4, 0.3, 5.2, 1.9));  // with two orange stripes along it
-constexpr Patch lettered = patchOf(atlas::hull::lettered.part(0.3, 0.3, 6.3, 5.4));  // the show's name
-constexpr Patch numbered = patchOf(atlas::hull::numbered.part(0.2, 0.9, 2.6, 2.2));  // pale, "126"
-constexpr Patch vents = patchOf(atlas::hull::vents.within(0.1));                     // dark slats
 constexpr Patch sail = patchOf(atlas::hull::wing.within(0.1));  // a pale wing, from its root to its tip
 constexpr Patch dark = patchOf(atlas::hull::dark.part(0.3, 0.2, 3.4, 1.0));
 constexpr Patch soffit = patchOf(atlas::hull::soffit.within(0.02)),

@@ -102,33 +102,58 @@ Rgba insideAt(const Glass& glass, float turn, float r) {
     return c.shown();
 }
 
-// From above: ribs, and swags of light between them that come closer towards the rim.
-Rgba outsideAt(const Glass& glass, float turn, float r) {
-    const Point rib = placeOf(turn, r, 0), gap = placeOf(turn, r, 1), between = placeOf(turn, r, 0.5f);
-    Leaded c{mix(glass.rim * 0.5f, glass.rim, smoothstep(0.4f, 0.95f, r))};
+// The great one from above: petals about its lamp, whose light fills the glass, and canals out to a lit rim.
+Rgba greatAt(const Glass& glass, float turn, float r) {
+    const Point rib = placeOf(turn, r, 0), gap = placeOf(turn, r, 1);
+    Leaded c{glass.rim * mix(0.7f, 0.3f, smoothstep(0.5f, 0.75f, r))};
+    c.colour = c.colour + glass.pane * (0.8f * bell(r, 0.36f)) + glass.lamp * (0.35f * bell(r, 0.16f)) +
+               glass.dusk * (0.12f * bell(r - 0.62f, 0.08f) + 0.6f * smoothstep(0.86f, 0.97f, r));
     const float petal = leaf(rib, 0.09f, 0.46f, 0.066f), side = leaf(gap, 0.20f, 0.58f, 0.060f);
-    c.colour = mix(c.colour, glass.pane * 0.8f, smoothstep(0.62f, 0.2f, r));
-    const float before = coverage(petal * 200);
+    const float before = coverage(petal * 200), open = smoothstep(0.0f, 0.03f, std::fmin(petal, side));
     c.colour = mix(c.colour, mix(glass.accent * 0.4f, glass.rim * 0.8f, smoothstep(0.2f, 0.55f, r)),
                    coverage(side * 200));
     c.line(side, 0.007f, mix(glass.line, glass.accent, 0.7f), 0.9f * (1 - before));
     c.colour = mix(c.colour, mix(glass.lamp * 0.9f, glass.pane * 0.5f, smoothstep(0.09f, 0.42f, r)), before);
     c.line(petal, 0.009f, glass.line);
     c.line(leaf(rib, 0.17f, 0.38f, 0.026f), 0.005f, glass.line, 0.6f, 0.02f);
-    c.line(std::fmax(std::fabs(rib.y), 0.46f - r), 0.005f, glass.line, 0.9f, 0.025f);
-    c.line(std::fmax(std::fabs(gap.y), 0.58f - r), 0.005f, glass.line, 0.8f, 0.025f);
-    c.line(std::fmax(std::fabs(between.y), 0.66f - r), 0.004f, glass.accent, 0.55f, 0.02f);
-    for (const float at : {0.66f, 0.76f, 0.845f}) {
-        const float hang = at - 0.035f * std::cos(2 * pi * turn);
-        c.line(r - hang, 0.005f, mix(glass.accent, glass.line, smoothstep(0.66f, 0.84f, at)), 0.8f, 0.025f);
+    // Canals fork towards the rim; an eye lies in each fork, and arches join them.
+    const float fork = 0.5f * smoothstep(0.60f, 0.80f, r);
+    const float apart = std::fmin(std::fabs(turn - fork), std::fabs(1 - turn - fork)) * lobe * r;
+    c.line(std::fmax(apart, 0.44f - r), 0.005f, mix(glass.line, glass.dusk, smoothstep(0.6f, 0.9f, r)),
+           0.8f * open, 0.02f);
+    for (const Point& eye : {rib - Point{0.77f, 0}, gap - Point{0.77f, 0}}) {
+        c.line(length(eye) - 0.040f, 0.006f, glass.accent, 0.8f, 0.02f);
+        c.line(length(eye), 0.018f, glass.lamp, 0.9f, 0.03f);
     }
-    for (const float at : {0.715f, 0.81f})
-        c.line(length(between - Point{at, 0}), 0.010f, glass.accent, 0.9f, 0.02f);
-    c.line(r - 0.915f, 0.005f, glass.line, 0.85f, 0.02f);
-    c.line(length(placeOf(turn, r, std::round(turn * 4) / 4) - Point{0.945f, 0}), 0.010f, glass.accent, 0.9f,
-           0.015f);
-    c.line(r - 0.985f, 0.008f, glass.line, 1, 0.035f);
+    const float arch = std::fabs(std::remainder(turn * 2, 1.0f));
+    c.line(r - 0.875f + 0.16f * arch * arch, 0.006f, mix(glass.accent, glass.dusk, 0.3f), 0.9f, 0.03f);
+    c.line(length(placeOf(turn, r, std::round(turn * 2) / 2) - Point{0.915f, 0}), 0.012f, glass.accent, 0.9f,
+           0.03f);
+    c.line(r - 0.98f, 0.010f, glass.line, 1, 0.05f);
     c.line(r - 0.02f, 0.04f, glass.lamp, 1, 0.05f);
+    return c.shown();
+}
+
+// Those that follow, from above: dark glass that their lamp and the crescents about it shine through, fine
+// canals, and a lit rim.
+Rgba followerAt(const Glass& glass, float turn, float r) {
+    const Point rib = placeOf(turn, r, 0);
+    Leaded c{glass.rim * mix(1.0f, 0.25f, smoothstep(0.3f, 0.65f, r))};
+    c.colour = c.colour + glass.pane * (0.8f * bell(r, 0.34f)) + glass.lamp * (0.5f * bell(r, 0.13f)) +
+               glass.dusk * (0.8f * smoothstep(0.70f, 0.97f, r));
+    const float crescent = length(rib - Point{0.34f, 0});
+    c.colour = c.colour + glass.lamp * (0.35f * smoothstep(0.12f, 0.08f, crescent) * (crescent / 0.12f));
+    c.line(std::fmax(std::fabs(crescent - 0.11f), 0.27f - rib.x), 0.014f, glass.line, 1, 0.06f);
+    const auto canal = [&](float from, float at, float strength) {
+        const float aside = placeOf(turn, r, at).y;
+        c.line(std::fmax(aside, from - r), 0.007f, mix(glass.line, glass.accent, 0.5f),
+               strength * smoothstep(0.98f, 0.6f, r), 0.025f);
+    };
+    canal(0.46f, 0, 0.7f);
+    canal(0.22f, 1, 0.8f);
+    canal(0.58f, 0.5f, 0.4f);
+    c.line(r - 0.90f + 0.025f * std::cos(2 * pi * turn), 0.008f, glass.accent, 0.5f, 0.04f);
+    c.line(r - 0.975f, 0.020f, glass.line, 1, 0.09f);
     return c.shown();
 }
 
@@ -158,8 +183,9 @@ Rgba waterAt(float round, float down, Point place) {
     const float shafts =
         bell(round - 0.22f, 0.045f) + 0.7f * bell(round - 0.58f, 0.080f) + 0.9f * bell(round - 0.86f, 0.030f);
     const float reaching = smoothstep(-0.5f, 0.7f, up), clear = smoothstep(0.98f, 0.80f, up);
-    Rgba c = mix(opaque(0.005f, 0.006f, 0.022f), opaque(0.016f, 0.028f, 0.110f), smoothstep(-0.8f, 0.8f, up));
-    c = c + light(0.020f, 0.055f, 0.120f) * (shafts * reaching * clear) +
+    Rgba c = mix(opaque(0.012f, 0.010f, 0.044f), opaque(0.018f, 0.032f, 0.125f), smoothstep(-0.8f, 0.8f, up));
+    c = c + light(0.045f, 0.125f, 0.265f) * (shafts * reaching * clear) +
+        light(0.060f, 0.010f, 0.105f) * (bell(up + 0.55f, 0.3f) * (0.5f + 0.5f * std::cos(4 * pi * round))) +
         light(0.03f, 0.06f, 0.13f) * smoothstep(0.6f, 1.0f, up);
     const float grain = (randomAt(int(place.x * 128), int(place.y * 128), 8) - 0.5f) / 200;
     return {c.r + grain, c.g + grain, c.b + grain, 1};
@@ -176,10 +202,13 @@ Rgba sampleAt(Point place) {
                      unit((place.y - float(inner.top)) / float(inner.height)));
         return true;
     };
-    Rgba c;
+    Rgba c = opaque(0, 0, 0);
     for (int kind = 0; kind < atlas::hull::lanterns; kind++) {
         const Glass& glass = glasses[kind];
-        if (drawn(c, atlas::hull::outside(kind), [&](float x, float y) { return outsideAt(glass, x, y); }) ||
+        if (drawn(c, atlas::hull::outside(kind),
+                  [&](float x, float y) {
+                      return kind == 0 ? greatAt(glass, x, y) : followerAt(glass, x, y);
+                  }) ||
             drawn(c, atlas::hull::inside(kind), [&](float x, float y) { return insideAt(glass, x, y); }) ||
             drawn(c, atlas::hull::arm(kind), [&](float x, float y) { return armAt(glass, x, y); }) ||
             drawn(c, atlas::hull::thread(kind), [&](float x, float) { return threadAt(glass, x); }))

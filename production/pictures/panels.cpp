@@ -3,7 +3,6 @@
 #include <functional>
 #include <vector>
 
-#include "production/kit/picture/lettering.h"
 #include "production/kit/picture/noise.h"
 #include "production/kit/picture/relief.h"
 #include "production/pictures/houses.h"
@@ -41,12 +40,6 @@ struct Row {
     Stamp stamp;
 };
 
-struct Sign {
-    const char* text;
-    float left, baseline, height;  // cells
-    float tone;
-};
-
 const Rgba warm = opaque(0.86f, 0.46f, 0.13f);
 const Rgba warmLight = light(1.0f, 0.58f, 0.20f), coolLight = light(0.50f, 0.70f, 1.0f);
 // The ship's copper: with more green the glow on a beat would bleach it.
@@ -57,10 +50,6 @@ const Rgba pearl = opaque(0.78f, 0.60f, 0.34f);
 // Enamel, a little warm beside the walls' steel.
 Rgba enamel(float tone) {
     return opaque(tone * 1.06f, tone * 0.98f, tone * 0.88f);
-}
-// The hull's own, a little cold, so that it stands out of the beams.
-Rgba paleEnamel(float tone) {
-    return opaque(tone * 0.76f, tone * 1.0f, tone * 1.12f);
 }
 // The satellites' wings', cold before their world.
 Rgba coldEnamel(float tone) {
@@ -201,14 +190,6 @@ Stamp flame() {
     };
 }
 
-void stencil(Relief& relief, Metal metal, const std::vector<Sign>& signs) {
-    for (const Sign& sign : signs) {
-        LetteringField text(size, size, 2);
-        setText(text, {.height = sign.height * cell, .weight = 0.22f, .contrast = 0.25f, .gap = 0.2f},
-                {sign.text, sign.left * cell, sign.baseline * cell});
-        for (size_t i = 0; i < text.distances.size(); i++)
-            relief.colours[i] = mix(relief.colours[i], metal(sign.tone), 0.8f * coverage(text.distances[i]));
-    }
 }
 
 // Later rows lie on earlier ones.
@@ -216,35 +197,25 @@ const std::vector<Row> hullRows = {
     {atlas::hull::pale, plate(0.34f, 0.7f)},
     {atlas::hull::dark, plate(0.18f, 0.3f)},
     {atlas::hull::striped, plate(0.24f, 0.3f, enamel)},
-    {atlas::hull::lettered, plate(0.34f, 0.7f, paleEnamel)},
     {{13, 3, 3, 6}, plate(0.14f, 0.3f)},
     {{0, 5, 3, 6}, plate(0.16f, 0.3f)},
-    {atlas::hull::numbered, plate(0.34f, 0.3f, paleEnamel)},
     {atlas::hull::wing, plate(0.42f, 0, coldEnamel)},
     {{0, 11, 3, 5}, plate(0.41f, 0.4f)},
-    {{3, 12, 4, 4}, plate(0.13f, 0.4f)},
     {{6.4, 1.3, 3.2, 0.28}, rail(0.23f)},
     {{6.4, 2, 3.2, 0.28}, rail(0.23f)},
     {{0.6, 2.9, 3.4, 1.4}, inset(0.07f)},
-    {{7, 4, 3.2, 4}, inset(0.26f)},
     {{0.6, 8, 1.8, 2.2}, inset(0.06f)},
     {{0.5, 12, 2, 3.2}, inset(0.28f)},
-    {{11.5, 4.4, 1.1, 2.2}, inset(0.24f)},
     {{0.8, 3.1, 3, 1}, vent(0.06f, 5)},
-    {atlas::hull::vents, vent(0.06f, 6)},
     {{0.5, 6, 2, 0.12}, groove()},
     {{0.5, 6.4, 2, 0.12}, groove()},
     {{0.5, 6.8, 2, 0.12}, groove()},
-    {{10.6, 3.4, 0.14, 5.2}, groove()},
-    {{11, 3.4, 0.14, 5.2}, groove()},
     {atlas::hull::stripe, paintwork()},
     {{10.04, 1.55, 5.92, 0.16}, paintwork()},
     {atlas::hull::warmLamp, lamp(warmLight, 0.85f)},
     {atlas::hull::coolLamp, lamp(coolLight, 0.8f)},
     {{0.7, 0.6, 4.2, 0.01}, bolts(6)},
     {{10.5, 2.6, 5, 0.01}, bolts(7)},
-    {{11.5, 3.5, 1, 0.01}, bolts(2)},
-    {{3.5, 5.5, 2, 0.01}, bolts(3)},
     {{10.1, 13.2, 5.8, 0.1}, groove()},
     {{12.6, 9.1, 0.1, 6.8}, groove()},
     {{13.6, 13.3, 0.5, 2.6}, paintwork()},
@@ -259,13 +230,6 @@ const std::vector<Row> hullRows = {
     {atlas::hull::copper, ramp(copper)},
     {atlas::hull::pearl, chip(pearl)},
 };
-const std::vector<Sign> hullSigns = {
-    {"Valo", 7.25, 6, 0.86, 0.16},
-    {"7", 11.35, 8.4, 1.2, 0.2},
-    {"juova", 7.28, 7, 0.5, 0.16},
-    {"126", 3.5, 7.6, 0.9, 0.2},
-};
-
 // One panel of the tunnel, from joint to joint: calm and dark, as the glow on a beat makes seven times as
 // much of a broad light.
 const std::vector<Row> panelRows = {
@@ -282,11 +246,9 @@ const std::vector<Row> panelRows = {
     {{14.9, 7.8, 0.35, 5.2}, lamp(warmLight, 0.5f)},
 };
 
-Canvas plated(Metal metal, const std::vector<Row>& rows, const std::vector<Sign>& signs,
-              const Weather& weather) {
+Canvas plated(Metal metal, const std::vector<Row>& rows, const Weather& weather) {
     Relief relief(size, metal(0.10f));
     for (const Row& row : rows) row.stamp(relief, metal, Field(row.at));
-    stencil(relief, metal, signs);
     return lit(relief, weather);
 }
 
@@ -331,12 +293,13 @@ Rgba domeAt(float radius, float side) {
 
 }  // namespace
 
-// Twice as fine as the walls, for the lanterns' and the houses' sake.
+// Twice as fine as the walls, for the houses' sake.
 void makeHull(const char* path) {
-    const Canvas plates = plated(enamel, hullRows, hullSigns, {0.14f, 0.55f, 0.5f, 900});
-    Canvas canvas(2 * size, 2 * size);
+    constexpr int fine = 2;
+    const Canvas plates = plated(enamel, hullRows, {0.14f, 0.55f, 0.5f, 900});
+    Canvas canvas(fine * size, fine * size);
     paint(canvas, [&](float x, float y, Rgba) {
-        constexpr float pixel = 0.5f / cell;
+        constexpr float pixel = 1 / (fine * cell);
         const Point place = Point{x, y} * pixel;
         const auto lies = [&](const Cells& cells) {
             return box(place, {float(cells.middleX()), float(cells.middleY())},
@@ -348,7 +311,7 @@ void makeHull(const char* path) {
         }
         for (const Cells& cells : atlas::hull::houses)
             if (lies(cells)) return housesAt(place, pixel);
-        Rgba c = plates.at(int(x / 2), int(y / 2));
+        Rgba c = plates.at(int(x / fine), int(y / fine));
         c.a = 1;
         return c;
     });
@@ -359,7 +322,7 @@ void makeHull(const char* path) {
 // them, and the hall's dome in the right one. The tunnel's alpha is 0, the ship's is 1: by that "distort"
 // tells the ship from what lies behind it.
 void makeWalls(const char* path) {
-    const Canvas panel = plated(deepSteel, panelRows, {}, {0.10f, 0.10f, 0.4f, 1900});
+    const Canvas panel = plated(deepSteel, panelRows, {0.10f, 0.10f, 0.4f, 1900});
     const auto solid = [](Rgba seen) { return Rgba{seen.r, seen.g, seen.b, 1}; };
     const auto clear = [](Rgba seen) { return Rgba{seen.r, seen.g, seen.b, 0}; };
     Canvas canvas(size, size, grey(0));

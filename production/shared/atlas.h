@@ -24,9 +24,8 @@ struct Cells {
 namespace hull {
 
 // Plates, by what is on them.
-constexpr Cells pale = {0, 0, 6, 5}, dark = {6, 0, 4, 3}, striped = {10, 0, 6, 3}, lettered = {6, 3, 7, 6},
-                numbered = {3, 5, 3, 4}, wing = {10, 9, 6, 7};
-constexpr Cells vents = {3.5, 12.8, 3, 2.4}, stripe = {10.04, 0.9, 5.92, 0.5};
+constexpr Cells pale = {0, 0, 6, 5}, dark = {6, 0, 4, 3}, striped = {10, 0, 6, 3}, wing = {10, 9, 6, 7};
+constexpr Cells stripe = {10.04, 0.9, 5.92, 0.5};
 constexpr Cells warmLamp = {0.9, 8.5, 1.2, 0.16}, coolLamp = {0.9, 9.5, 1.2, 0.16};
 // The heap's houses: six stretches of rooms; a quarter of their undersides; leaves; the edges of their slabs,
 // one for each side; the slabs' own dark.
@@ -42,21 +41,21 @@ constexpr Cells edge(int side) {
 }
 // The sea, which alone lets light through: of each kind of lantern a sixteenth of its bell from above and
 // from below, an arm from its middle to its edge and a thread from its root to its tip; the water, half way
-// round and from above downwards.
-constexpr Cells sea = {7, 12, 3, 4}, water = {7, 15.6, 3, 0.4};
+// round and from above downwards. The first kind is the great one's.
+constexpr Cells sea = {6, 3, 7, 6}, water = {6, 8.3, 7, 0.7};
 constexpr int lanterns = 4;
-constexpr double bleed = 0.03;  // of each cell's edge, painted on outwards, so that no neighbour shows
+constexpr double bleed = 0.045;  // of each cell's edge, painted on outwards, so that no neighbour shows
 constexpr Cells outside(int kind) {
-    return kind == 0 ? Cells{7, 12, 1.25, 2.4} : Cells{6.5 + 0.5 * kind, 14.4, 0.5, 1.0};
+    return kind == 0 ? Cells{8.5, 3, 2, 5} : Cells{11.25, 1.35 + 1.65 * kind, 0.875, 1.65};
 }
 constexpr Cells inside(int kind) {
-    return kind == 0 ? Cells{8.25, 12, 1.25, 2.4} : Cells{8.0 + 0.5 * kind, 14.4, 0.5, 1.0};
+    return kind == 0 ? Cells{6, 3, 2.5, 5} : Cells{12.125, 1.35 + 1.65 * kind, 0.875, 1.65};
 }
 constexpr Cells arm(int kind) {
-    return kind == 0 ? Cells{9.5, 12, 0.5, 1.5} : Cells{9.5, 13.2 + 0.3 * kind, 0.5, 0.3};
+    return kind == 0 ? Cells{10.5, 3, 0.75, 2.5} : Cells{10.25 + 0.25 * kind, 5.5, 0.25, 2.5};
 }
 constexpr Cells thread(int kind) {
-    return {7 + 0.75 * kind, 15.4, 0.75, 0.2};
+    return {6 + 1.75 * kind, 8, 1.75, 0.3};
 }
 // Lacquers of what stands in the hall, each a ramp from its shade on the left to its full tone.
 constexpr Cells lacquer(int number) {
