@@ -92,21 +92,33 @@ Shape rising(const Shape& upright) {
 
 const double half = std::sqrt(0.5);
 
-// How close the far viewer comes to a place. He stands 200 before the point that the figure circles at 100,
-// and it turns about its up, then about y.
-double clearance(Vec place) {
-    const auto turnedBack = [](Vec v, Vec axis, double angle) {
-        return v * std::cos(angle) - cross(axis, v) * std::sin(angle) +
-               axis * (dot(axis, v) * (1 - std::cos(angle)));
+// Where a viewer is who stands `distance` before the point that the figure circles at `radius`; it turns
+// about its up, then about y.
+Vec viewerAt(double time, double angle, double radius, double distance) {
+    const auto turnedBack = [](Vec v, Vec axis, double by) {
+        return v * std::cos(by) - cross(axis, v) * std::sin(by) + axis * (dot(axis, v) * (1 - std::cos(by)));
     };
+    const Vec from = {-radius * std::cos(angle), -radius * std::sin(angle), distance};
+    return turnedBack(turnedBack(from, {0, 1, 0}, degrees(180 * std::sin(0.3 * time))), {0, half, half},
+                      degrees(290 * std::cos(0.2 * time)));
+}
+
+// How close the far viewer comes to a place.
+double clearance(Vec place) {
     double nearest = 1e9;
-    for (double time = showtime::stripes.seconds(); time < showtime::tornTunnel.seconds(); time += 0.1) {
-        const Vec from = {-100 * std::cos(time), -100 * std::sin(time), 200};
-        const Vec viewer = turnedBack(turnedBack(from, {0, 1, 0}, degrees(180 * std::sin(0.3 * time))),
-                                      {0, half, half}, degrees(290 * std::cos(0.2 * time)));
-        nearest = std::min(nearest, length(place - viewer));
-    }
+    for (double time = showtime::stripes.seconds(); time < showtime::tornTunnel.seconds(); time += 0.1)
+        nearest = std::min(nearest, length(place - viewerAt(time, time, 100, 200)));
     return nearest;
+}
+
+// A dark thread whose inside the near viewer travels: his picture is covered by the sea, and need not be
+// drawn.
+Shape blindfold() {
+    Sweep how;
+    for (double time = showtime::stripes.seconds() - 0.2; time < showtime::tornTunnel.seconds() + 0.2;
+         time += 0.1)
+        how.path.push_back(viewerAt(time, 0.4 * time, 40, 5));
+    return painted(sweep(polygon(3, 0.55), how), hull::thread(0).at(0.8, 0.5));
 }
 
 struct Jellyfish {
@@ -229,7 +241,7 @@ Shape plankton() {
 
 // So far away that the viewer's own way doesn't count. Half of it is painted; the other mirrors it.
 Shape water() {
-    constexpr int columns = 20, rows = 12;
+    constexpr int columns = 32, rows = 18;
     constexpr double radius = 6000;
     Shape shell = insideOut(grid(columns, rows, true, false, [](int c, int r) {
         const double up = pi * (double(r) / (rows - 1) - 0.5), angle = 2 * pi * c / columns;
@@ -252,7 +264,8 @@ Vec waterwards(Vec point, Vec normal) {
 
 void makeLanterns(const char* path) {
     const Kind large = {0, 8, 5, 7, true, 8, 18, 4, 17, 0.005, 1.6, 0};
-    std::vector<Shape> swarm = {shapeOf({large, 130, {-21, -45, 55}}, heros)};
+    std::vector<Shape> swarm = {lit(blindfold(), heros.hanging),
+                                shapeOf({large, 130, {-21, -45, 55}}, heros)};
     for (const Follower& f : followers) {
         const bool near = f.radius > 80;
         const Kind kind = near ? Kind{f.paint, 8, 2, 4, false, 3, 7, 3, 5, 0.007, 1.3, f.radius}

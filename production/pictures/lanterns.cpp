@@ -183,7 +183,7 @@ Rgba waterAt(float round, float down, Point place) {
     const float shafts =
         bell(round - 0.22f, 0.045f) + 0.7f * bell(round - 0.58f, 0.080f) + 0.9f * bell(round - 0.86f, 0.030f);
     const float reaching = smoothstep(-0.5f, 0.7f, up), clear = smoothstep(0.98f, 0.80f, up);
-    Rgba c = mix(opaque(0.012f, 0.010f, 0.044f), opaque(0.018f, 0.032f, 0.125f), smoothstep(-0.8f, 0.8f, up));
+    Rgba c = mix(opaque(0.010f, 0.008f, 0.038f), opaque(0.017f, 0.030f, 0.118f), smoothstep(-0.8f, 0.8f, up));
     c = c + light(0.045f, 0.125f, 0.265f) * (shafts * reaching * clear) +
         light(0.060f, 0.010f, 0.105f) * (bell(up + 0.55f, 0.3f) * (0.5f + 0.5f * std::cos(4 * pi * round))) +
         light(0.03f, 0.06f, 0.13f) * smoothstep(0.6f, 1.0f, up);

@@ -190,18 +190,25 @@ Vec3 turnedBack(const Vec3& v, const Vec3& axis, float degrees) {
 }
 
 // It is closed for whoever stands in it, and along the way of the stripes' far viewer nothing swims so close
-// that it hides the rest.
+// that it hides the rest; the near one sees nothing but what he travels in.
 TEST(Models, SeaSurroundsItsViewer) {
     const Model sea("haromalli.AML");
     TraceScene scene;
     scene.addInstance(&sea.set);
     std::mt19937 random(1);
     const float half = std::sqrt(0.5f);
-    for (float t = showtime::stripes.seconds(); t < showtime::tornTunnel.seconds(); t += 0.1f) {
-        const Vec3 from = Vec3{0, 0, 200} - Vec3{std::cos(t), std::sin(t), 0} * 100;
-        const Vec3 eye = turnedBack(turnedBack(from, {0, 1, 0}, std::sin(t * 0.3f) * 180), {0, half, half},
-                                    std::cos(t * 0.2f) * 290);
+    for (float t = showtime::stripes.seconds(); t < showtime::tornTunnel.seconds(); t += 0.07f) {
+        const auto eyeAt = [&](float angle, float radius, float distance) {
+            const Vec3 from = Vec3{0, 0, distance} - Vec3{std::cos(angle), std::sin(angle), 0} * radius;
+            return turnedBack(turnedBack(from, {0, 1, 0}, std::sin(t * 0.3f) * 180), {0, half, half},
+                              std::cos(t * 0.2f) * 290);
+        };
+        const Vec3 eye = eyeAt(t, 100, 200);
         TraceHit hit;
+        for (int i = 0; i < 4; i++) {
+            ASSERT_TRUE(scene.intersectRay(eyeAt(0.4f * t, 40, 5), randomDirection(random), &hit)) << t;
+            ASSERT_LT(hit.distance, 15) << t;
+        }
         for (int i = 0; i < 4; i++) ASSERT_TRUE(scene.intersectRay(eye, randomDirection(random), &hit)) << t;
         for (const Triangle& triangle : sea.triangles)
             for (const Corner& corner : triangle.corners) ASSERT_GT((corner.point - eye).length(), 30) << t;
