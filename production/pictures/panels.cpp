@@ -190,8 +190,6 @@ Stamp flame() {
     };
 }
 
-}
-
 // Later rows lie on earlier ones.
 const std::vector<Row> hullRows = {
     {atlas::hull::pale, plate(0.34f, 0.7f)},
