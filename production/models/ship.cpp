@@ -46,8 +46,8 @@ const Patch copper = patchOf(atlas::hull::copper.within(0.05)),
             flame = patchOf(atlas::hull::flame.within(0.05));
 
 Shape body() {
-    const Outline plates = platedProfile({stern, -138, -104, -62, -42, -20, -3, 13, 32, 46, 60},
-                                         {1.8, 1.6, 1.1, 16}, hullRadius);
+    const Outline plates =
+        platedProfile({stern, -138, -104, -62, -42, -20, 4, 28, 46, 60}, {1.8, 1.6, 1.1, 16}, hullRadius);
     const Outline tail = {{0, stern + 6}, {hullRadius(stern) - 4, stern + 6}, {hullRadius(stern) - 3, stern}};
     const Shape hull = flutedLathe(chained({tail, plates}), {flutes, fluteWidth, 1.4, stern + 8, 62, 3});
     return painted(hull, hull::pearl, middleOf(atlas::hull::dark));
@@ -57,8 +57,8 @@ Shape body() {
 struct Rib {
     double out, up, half;
 };
-constexpr Rib ribs[] = {{13, 2, 4},     {36, -8, 13},   {66, -20, 24}, {98, -34, 31},
-                        {130, -50, 29}, {158, -65, 17}, {182, -79, 1}};
+constexpr Rib ribs[] = {{13, 2, 4},     {36, -8, 13},   {66, -20, 24}, {98, -34, 28},
+                        {128, -49, 26}, {153, -63, 15}, {174, -75, 1}};
 
 // A sheet along a petal, lifted off its middle; `aside` is where across it a column runs, by half its
 // breadth.
@@ -87,7 +87,7 @@ Shape petal() {
                 uv = patch.at(mix(middle, edge, std::pow(std::fabs(2 * uv.x - 1), 1.5)), 0.5);
         return shape;
     };
-    std::vector<Shape> sides = {insideOut(side(0.9, flame, 0.3, 0.8)), side(-0.9, copper, 0, 0.4)};
+    std::vector<Shape> sides = {insideOut(side(0.9, flame, 0.3, 0.8)), side(-0.9, copper, 0, 0.15)};
     for (const double s : {-1, 1}) {
         const Shape rim = painted(petalSheet(0, 2, [=](double half, int c) { return s * (half + 1.5 * c); }),
                                   hull::coolLamp);
@@ -117,7 +117,7 @@ Shape emitterRing(double reach, double size) {
                                       {rim - 0.8, 4.6},
                                       {rim - 3, 6},
                                       {rim - 9, 6.5}},
-                                     {12, 0.1, 1, -5, 5, 4}, pi / 12);
+                                     {12, 0.1, 1, -5, 5, 1}, pi / 12);
     // Round it where the beams come out.
     const Shape line =
         lathe({{rim - 1.2, -0.45}, {rim + 0.5, -0.45}, {rim + 0.5, 0.45}, {rim - 1.2, 0.45}}, 36);
@@ -204,7 +204,7 @@ Shape lights() {
         }
     for (double y = -134; y < -72; y += 7) onHull.push_back(pane(hullRadius(y) * 0.985, y, 0, {1.2, 3.4, 2}));
     const Shape onDish =
-        joined({around(pane(36, 66.5, 0, {3, 2, 2}), 18), around(pane(61, 62.5, 0, {4, 2, 2.4}), 30)});
+        joined({around(pane(36, 66.5, 0, {3, 2, 2}), 12), around(pane(61, 62.5, 0, {4, 2, 2.4}), 18)});
     const double r = dishRadius, mouth = dishMouth;
     const Shape edge = lathe(
         {{r, mouth + 2}, {r + 2, mouth + 1.4}, {r + 2, mouth - 0.2}, {r - 0.4, mouth - 0.4}, {r, mouth + 2}},
@@ -241,7 +241,7 @@ Vec ofPetal(Vec p, Vec normal) {
     const double off = std::remainder(std::atan2(p.y, p.x), 2 * pi / 3);
     const bool front = normal.z < 0;
     const Vec wanted = normalized(outwards * (front ? 0.15 : 0.5) + aside * ((front ? 0.6 : 1.6) * off) +
-                                  Vec{0, 0, front ? 0.95 : 0.4});
+                                  Vec{0, 0, front ? 0.95 : 0.15});
     return wanted + normal * std::max(0.0, 0.16 - dot(wanted, normal));
 }
 
@@ -258,15 +258,16 @@ void makeShip(const char* path) {
     const auto ofDish = [](Vec p, Vec normal) {
         const Vec outwards = normalized(Vec{p.x, p.y, 0});
         const bool inside = std::hypot(p.x, p.y) < dishRadius && normal.z > 0;
-        return inside ? normal - Vec{0, 0, 3} : normal * 0.5 + outwards * 0.85 + Vec{0, 0, 0.42};
+        return inside ? normal : normal * 0.5 + outwards * 0.85 + Vec{0, 0, 0.42};
     };
-    writeAml(path, {joined({leaningBack(joined({body(), rings()}),
-                                        [](Vec p, Vec) {
-                                            return mix(0.75, 0.4, smoothstep(15, 45, p.z)) +
-                                                   0.15 * smoothstep(50, 90, p.z);
-                                        }),
-                            shaded(laidDown(around(petal(), 3)), ofPetal),
-                            leaningBack(spearhead(), fixed(0.85)), leaningBack(lanceRoot(), fixed(0.8)),
-                            shaded(laidDown(dish()), ofDish), leaningBack(engine(), fixed(0.6)),
-                            leaningBack(jet(), fixed(1.6)), leaningBack(lights(), fixed(1.8))})});
+    writeAml(path,
+             {joined({leaningBack(joined({body(), rings()}),
+                                  [](Vec p, Vec) {
+                                      return mix(0.72, 0.4, smoothstep(10, 40, p.z)) +
+                                             0.05 * smoothstep(50, 90, p.z);
+                                  }),
+                      shaded(laidDown(around(petal(), 3)), ofPetal), leaningBack(spearhead(), fixed(0.85)),
+                      leaningBack(lanceRoot(), fixed(0.8)), shaded(laidDown(dish()), ofDish),
+                      leaningBack(engine(), fixed(0.6)), leaningBack(jet(), fixed(1.6)),
+                      leaningBack(lights(), [](Vec p, Vec) { return p.z < -50 ? 0.9 : 1.8; })})});
 }
