@@ -89,7 +89,7 @@ void Words::set(const std::string& text, Lettering style, Point place, Align ali
 
 // Where the panels have their middles; their drawings take places from there, across, and from the top.
 const float owlMiddle = crossingOn(228), listingMiddle = crossingOn(236), youMiddle = crossingOn(244),
-            signMiddle = crossingOn(248.9);
+            signMiddle = crossingOn(249.9);
 constexpr float panelHalf = 345;
 
 const Lettering heavy = {.height = 100, .weight = 0.185f, .contrast = 0.45f, .gap = 0.15f};
@@ -259,7 +259,7 @@ void setYouWords(Words& words) {
     words.set("Y", broad, {youMiddle - faceAside - textWidth("Y", broad), youLine});
     words.set("U", broad, {youMiddle + faceAside, youLine});
     words.set("and", wide, {youMiddle, 122}, Align::Centre);
-    words.set("Valojuova", filling("Valojuova", heavy, 222), {signMiddle, 275}, Align::Centre);
+    words.set("Valojuova", filling("Valojuova", heavy, 400), {signMiddle, 290}, Align::Centre);
 }
 
 float headAt(Point q) {
@@ -301,7 +301,7 @@ constexpr float pulseRow = 488;
 
 std::vector<Point> pulseLine() {
     std::vector<Point> line = {{2, pulseRow}};
-    for (int beat = 224; beat <= 248; beat++) {
+    for (int beat = 224; beat <= 252; beat++) {
         const bool between = beat % 8 == 0 && beat < 248;
         const float tall = between ? 330 : beat % 4 == 0 ? 20 : 12, broad = between ? 11 : 6;
         for (const Point step : {Point{-3.2f, 0},
