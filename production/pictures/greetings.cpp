@@ -2,7 +2,7 @@
 // first. Three panels, each of a drawing in fine lines of light and the words that belong to it: an owl's
 // eyes, a listing, a heart. A panel stands whole in the middle of the screen where a pair of bars begins;
 // under all of them runs a pulse, whose beats cross the middle with the music's. They are signed with the
-// show's name, and then comes nothing: whatever crossed the hall as it fades in would be seen twice.
+// show's name, whose last letters the hall meets as it fades in.
 #include <string>
 #include <vector>
 
