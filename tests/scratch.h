@@ -3,6 +3,9 @@
 
 #include <stdlib.h>
 
+#include <filesystem>
+#include <fstream>
+#include <string>
 #include <system_error>
 
 #include "tools/whole_file.h"

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "geometry/matrix4.h"
+#include "geometry/mesh.h"
 #include "tests/geometry/aml_bytes.h"
 #include "tests/gl_window.h"
 
