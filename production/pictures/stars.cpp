@@ -202,7 +202,7 @@ Direction scattered(int i, uint32_t seed) {
     return {level * std::cos(turn), up, level * std::sin(turn)};
 }
 
-// Stars evenly over the ball; the faint ones keep to the river.
+// Stars evenly over the ball, the faint ones thinned.
 void addField(Canvas& canvas) {
     for (int i = 0; i < 8000; i++) {
         const Direction star = scattered(i, 17);
@@ -217,13 +217,16 @@ struct Cluster {
     float spread;  // of its middle, in radians
     int count;
     float warmth;
+    int seed;
 };
-const Cluster clusters[] = {
-    {{0.5f, 0.5f, -0.8f}, 0.020f, 46, 0.1f}, {{-0.9f, 0.25f, 0.3f}, 0.030f, 60, 0.9f},
-    {{-0.2f, 0.9f, 0.3f}, 0.016f, 34, 0.4f}, {{0.8f, -0.2f, -0.4f}, 0.035f, 60, 0},
-    {{-0.3f, 0.1f, 0.9f}, 0.018f, 30, 0.7f}, {{-0.6f, 0.6f, -0.5f}, 0.022f, 40, 0.2f}};
+const Cluster clusters[] = {{{0.5f, 0.5f, -0.8f}, 0.020f, 46, 0.1f, 100},
+                            {{-0.9f, 0.25f, 0.3f}, 0.030f, 60, 0.9f, 101},
+                            {{0.8f, -0.2f, -0.4f}, 0.035f, 60, 0, 103},
+                            {{-0.3f, 0.1f, 0.9f}, 0.018f, 30, 0.7f, 104},
+                            {{-0.6f, 0.6f, -0.5f}, 0.022f, 40, 0.2f, 105}};
 
-void addCluster(Canvas& canvas, const Cluster& cluster, int seed) {
+void addCluster(Canvas& canvas, const Cluster& cluster) {
+    const int seed = cluster.seed;
     const Direction middle = normalized(cluster.middle);
     const Direction right = normalized(cross({0, 1, 0.1f}, middle)), up = cross(middle, right);
     for (int i = 0; i < cluster.count; i++) {
@@ -244,8 +247,7 @@ void makeStars(const char* path) {
     Canvas canvas(size, size);
     paint(canvas, [](float x, float y, Rgba) { return colourOf(directionAt(x, y)); });
     addField(canvas);
-    int seed = 100;
-    for (const Cluster& cluster : clusters) addCluster(canvas, cluster, seed++);
+    for (const Cluster& cluster : clusters) addCluster(canvas, cluster);
     // The few that make the sky one's own.
     addStar(canvas, normalized(Direction{0.3f, 0.7f, 0.5f}), 1.0f, tintOf(0.2f));
     addStar(canvas, normalized(Direction{-0.8f, 0.3f, -0.2f}), 0.92f, tintOf(1));
