@@ -13,7 +13,7 @@ void setWord(LetteringField& text, float baseline, float capHeight) {
     const Lettering style = {.height = capHeight, .weight = 0.22f, .contrast = 0.12f};
     constexpr struct {
         const char* letter;
-        float gap;  // to the next letter, in columns; less than none where two slants run side by side
+        float gap;  // to the next letter, in columns
     } letters[] = {{"V", 14}, {"A", 24}, {"L", 10}, {"O", 0}};
     float breadth = 0;
     for (const auto& [letter, gap] : letters) breadth += textWidth(letter, style) + gap;
