@@ -7,14 +7,14 @@
 #include "production/models/figures.h"
 #include "production/models/models.h"
 #include "production/models/paints.h"
+#include "production/shared/house.h"
 
 using namespace model;
+using namespace house;
 
 namespace {
 
-constexpr double halfLength = 55, halfWidth = 22.5, halfHeight = 9.3;
-constexpr double slab = 2.4;  // thickness of floor and roof
-constexpr double roofFrom = -30, glassFrom = -27, glassTo = 51, glassHalf = 19;
+constexpr double roofFrom = -30;
 constexpr double parapet = 6.4;  // height of the terrace's, slab included
 constexpr double trunkRadius = 12.2, trunkDepth = 130, mastHeight = 62;
 
@@ -53,15 +53,14 @@ Shape terraceWalls() {
                    block({in - halfLength, low, -halfWidth}, {roofFrom, top, in - halfWidth}, 0.5)});
 }
 
-constexpr int panesOf[] = {3, 4, 3, 3, 3, 4};  // as the stretches are painted
-
 // A stretch of rooms from slab to slab behind panes, each of which leans and bulges, so that they are lit and
 // glint one after another, in streaks. They face the light far below, but no more than that they throw back
-// little of the glow beyond the heap.
+// little of the glow beyond the heap. `along` is of length 1.
 Shape stretch(Vec from, Vec along, int number) {
     constexpr double downs[] = {1.3, 1.7, 1.5, 1.8}, bulge = 0.7;
-    const int panes = panesOf[number];
-    const Vec step = along * (1.0 / panes), tall = {0, 2 * (halfHeight - slab), 0};
+    const auto [length, panes] = stretches[number];
+    const double breadth = length / panes;
+    const Vec step = along * breadth, tall = {0, roomHeight, 0};
     const Patch rooms = patchOf(atlas::hull::rooms[number]);
     std::vector<Shape> all;
     for (int i = 0; i < panes; i++) {
@@ -69,7 +68,7 @@ Shape stretch(Vec from, Vec along, int number) {
         const Vec corner = from + step * i, middle = corner + step * 0.5;
         all.push_back(shaded(painted(sheet(corner, step, tall), part), [&](Vec p, Vec normal) {
             const Vec aside = {p.x - middle.x, 0, p.z - middle.z};
-            return normal + aside * (bulge / length(step)) - Vec{0, downs[i], 0};
+            return normal + aside * (bulge / breadth) - Vec{0, downs[i], 0};
         }));
     }
     return joined(all);
@@ -77,13 +76,13 @@ Shape stretch(Vec from, Vec along, int number) {
 
 // Each side has a shape of its own, so that a storey has another outline after each quarter turn: before,
 // one half stands back behind a balcony; behind, the other comes out to the slabs' edge.
-constexpr double glassMiddle = (glassFrom + glassTo) / 2, behindBalcony = 11, bayOut = halfWidth + 3.5;
+constexpr double bayOut = halfWidth + 3.5;
 
 Shape core() {
     const double low = slab - halfHeight, high = -low;
     return joined({block({glassFrom, low, -glassHalf}, {glassTo, high, behindBalcony}, 0),
                    block({glassFrom, low, behindBalcony}, {glassMiddle, high, glassHalf}, 0),
-                   block({glassMiddle, low, -bayOut}, {glassTo - 8, high, -glassHalf}, 0)});
+                   block({glassMiddle, low, -bayOut}, {bayTo, high, -glassHalf}, 0)});
 }
 
 // The balcony's floor, and floor and roof of the bay.
@@ -92,8 +91,8 @@ Shape outworks() {
     const double low = -halfHeight;
     return joined(
         {block({balconyFrom, low + 0.4, halfWidth - 1}, {balconyTo, low + slab - 0.4, balconyOut}, 0.4),
-         block({glassMiddle - 1, low, -bayOut - 1}, {glassTo - 7, low + slab, 2 - halfWidth}, 0.4),
-         block({glassMiddle - 1, -low - slab, -bayOut - 1}, {glassTo - 7, -low, 2 - halfWidth}, 0.4)});
+         block({glassMiddle - 1, low, -bayOut - 1}, {bayTo + 1, low + slab, 2 - halfWidth}, 0.4),
+         block({glassMiddle - 1, -low - slab, -bayOut - 1}, {bayTo + 1, -low, 2 - halfWidth}, 0.4)});
 }
 
 // The balcony's rails.
@@ -126,16 +125,15 @@ Shape garlands() {
     return joined(all);
 }
 
-// Two stretches on each long side and one on each end.
 Shape glass() {
-    constexpr double breath = 0.3, half = glassMiddle - glassFrom;
+    constexpr double breath = 0.3;
     const double low = slab - halfHeight;
-    return joined({stretch({glassFrom, low, glassHalf + breath}, {half, 0, 0}, 0),
-                   stretch({glassMiddle, low, behindBalcony + breath}, {half, 0, 0}, 1),
-                   stretch({glassTo - 8, low, -bayOut - breath}, {8 - half, 0, 0}, 2),
-                   stretch({glassMiddle, low, -glassHalf - breath}, {-half, 0, 0}, 3),
-                   stretch({glassTo + breath, low, behindBalcony}, {0, 0, -behindBalcony - glassHalf}, 4),
-                   stretch({glassFrom - breath, low, -glassHalf}, {0, 0, 2 * glassHalf}, 5)});
+    return joined({stretch({glassFrom, low, glassHalf + breath}, {1, 0, 0}, 0),
+                   stretch({glassMiddle, low, behindBalcony + breath}, {1, 0, 0}, 1),
+                   stretch({bayTo, low, -bayOut - breath}, {-1, 0, 0}, 2),
+                   stretch({glassMiddle, low, -glassHalf - breath}, {-1, 0, 0}, 3),
+                   stretch({glassTo + breath, low, behindBalcony}, {0, 0, -1}, 4),
+                   stretch({glassFrom - breath, low, -glassHalf}, {0, 0, 1}, 5)});
 }
 
 // The slabs' edges, each side's with a line of light of its own, which draw every storey.
@@ -158,8 +156,7 @@ Shape edges() {
 // Under the floor, looking outwards a little: what faces away from the viewer throws back the glow beyond the
 // heap, and that would lie over the heap as a veil.
 Shape soffit() {
-    constexpr double edge = 1.2, y = -halfHeight - 0.19, vault = 0.9;
-    constexpr double length = halfLength - edge, width = halfWidth - edge;
+    constexpr double y = -halfHeight - 0.19, vault = 0.9, length = soffitLength, width = soffitWidth;
     std::vector<Shape> quarters;
     for (const double x : {-length, 0.0})
         for (const double z : {-width, 0.0})

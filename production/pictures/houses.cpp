@@ -3,6 +3,7 @@
 #include "production/kit/picture/noise.h"
 #include "production/kit/picture/shapes.h"
 #include "production/shared/atlas.h"
+#include "production/shared/house.h"
 
 using namespace picture;
 using atlas::Cells;
@@ -69,8 +70,11 @@ float toNearest(float x, float pitch) {
     return std::fabs(std::remainder(x, pitch));
 }
 
-// Rooms, from their lower left, 13.8 high.
-constexpr float tall = 13.8f;
+// Rooms, from their lower left, over a stretch of panes.
+constexpr float tall = float(house::roomHeight);
+struct Stretch {
+    float wide, pane;
+};
 
 void pendant(Seen& seen, Point p, Point at, Rgba own) {
     const Point from = p - at;
@@ -92,7 +96,7 @@ Rgba bottles(Point p, uint32_t seed) {
 }
 
 // A bar: its bottles before the wall, and guests under lamps.
-Rgba barRoom(Point p) {
+Rgba barRoom(Point p, const Stretch& whole) {
     Seen seen{mix(opaque(0.30f, 0.075f, 0.03f), opaque(0.13f, 0.02f, 0.04f), p.y / tall)};
     for (const float shelf : {4.9f, 6.9f, 8.9f}) {
         if (p.x < 13.2f || p.x > 26.8f) break;
@@ -113,11 +117,11 @@ Rgba barRoom(Point p) {
         seen.body(seated({x + 3.4f - p.x, p.y}), night);
         seen.glow(circle(p, {x, 4.3f}, 0.25f), 0.4f, amber);
     }
-    seen.body(toNearest(p.x, 13) - 0.32f, night);
+    seen.body(toNearest(p.x, whole.pane) - 0.32f, night);
     return seen.colour;
 }
 
-// Homes, each 9.75 wide.
+// Homes, each a pane wide.
 void atThePiano(Seen& seen, Point p) {
     pendant(seen, p, {5.6f, 10.4f}, gold);
     seen.body(
@@ -162,7 +166,7 @@ void catAtItsWindow(Seen& seen, Point p) {
 void twoWhoDance(Seen& seen, Point p) {
     seen.glow(length(p - Point{4.9f, 11}), 4, rose * 0.35f + gold * 0.2f);
     for (int i = -3; i <= 3; i++) {
-        seen.line(segment(p, {4.9f, 13.8f}, {4.9f + 0.8f * i, 10.8f - 0.4f * (3 - std::abs(i))}), 0.05f,
+        seen.line(segment(p, {4.9f, tall}, {4.9f + 0.8f * i, 10.8f - 0.4f * (3 - std::abs(i))}), 0.05f,
                   gold * 0.6f, 0.15f);
         seen.glow(circle(p, {4.9f + 0.8f * i, 10.6f - 0.4f * (3 - std::abs(i))}, 0.22f), 0.25f, gold);
     }
@@ -173,22 +177,21 @@ void twoWhoDance(Seen& seen, Point p) {
 }
 
 // Four of them side by side.
-Rgba homes(Point p) {
-    constexpr float wide = 9.75f;
+Rgba homes(Point p, const Stretch& whole) {
     constexpr int count = 4;
     const Rgba walls[count] = {opaque(0.40f, 0.19f, 0.04f), opaque(0.12f, 0.16f, 0.06f),
                                opaque(0.03f, 0.10f, 0.36f), opaque(0.38f, 0.06f, 0.14f)};
-    void (*const evenings[count])(Seen&, Point) = {atThePiano, amongBooks, catAtItsWindow, twoWhoDance};
-    const int home = std::clamp(int(p.x / wide), 0, count - 1);
-    const Point within = {p.x - wide * home, p.y};
+    void (*const scenes[count])(Seen&, Point) = {atThePiano, amongBooks, catAtItsWindow, twoWhoDance};
+    const int home = std::clamp(int(p.x / whole.pane), 0, count - 1);
+    const Point within = {p.x - whole.pane * home, p.y};
     Seen seen{walls[home] * mix(1.2f, 0.5f, p.y / tall)};
-    evenings[home](seen, within);
-    seen.body(std::fmin(within.x, wide - within.x) - 0.45f, night);
+    scenes[home](seen, within);
+    seen.body(std::fmin(within.x, whole.pane - within.x) - 0.45f, night);
     return seen.colour;
 }
 
 // A stair behind glass, which runs on from storey to storey.
-Rgba stair(Point p) {
+Rgba stair(Point p, const Stretch& whole) {
     Seen seen{mix(opaque(0.015f, 0.07f, 0.24f), opaque(0.05f, 0.025f, 0.19f), p.y / tall)};
     const float half = tall / 2, from = 3, to = 28, slope = half / (to - from);
     for (const bool upper : {true, false}) {
@@ -212,8 +215,8 @@ Rgba stair(Point p) {
     }
     for (const Point at : {Point{1.6f, 3}, Point{29.4f, 9.5f}})
         seen.glow(box(p, at, {0.2f, 1.6f}), 0.7f, gold * 0.9f);
-    seen.body(toNearest(p.x, 31.0f / 6) - 0.14f, night);
-    seen.line(toNearest(p.x, 31.0f / 6), 0.04f, cyan * 0.25f, 0.1f);
+    seen.body(toNearest(p.x, whole.pane / 2) - 0.14f, night);
+    seen.line(toNearest(p.x, whole.pane / 2), 0.04f, cyan * 0.25f, 0.1f);
     return seen.colour;
 }
 
@@ -234,7 +237,7 @@ void fish(Seen& seen, Point p, float size, Rgba own) {
 }
 
 // An aquarium from slab to slab, and who looks at it.
-Rgba aquarium(Point p) {
+Rgba aquarium(Point p, const Stretch& whole) {
     Seen seen{mix(opaque(0.003f, 0.03f, 0.12f), opaque(0.008f, 0.17f, 0.29f), p.y / tall)};
     seen.colour =
         seen.colour +
@@ -246,7 +249,7 @@ Rgba aquarium(Point p) {
                   green * 0.55f + cyan * 0.1f, 0.3f);
     }
     for (int i = 0; i < 16; i++) {
-        const float at = 39 * randomAt(i, 4, 8), up = tall * randomAt(i, 5, 8);
+        const float at = whole.wide * randomAt(i, 4, 8), up = tall * randomAt(i, 5, 8);
         seen.line(circle(p, {at, up}, 0.25f + 0.35f * randomAt(i, 6, 8)), 0.06f, cyan * 0.6f, 0.12f);
     }
     fish(seen, p - Point{27.5f, 8.6f}, 1.5f, amber);
@@ -255,12 +258,12 @@ Rgba aquarium(Point p) {
     fish(seen, Point{34.5f - p.x, p.y - 3.6f}, 0.6f, gold);
     seen.body(standing(p - Point{5.5f, 0}), night);
     seen.body(standing((p - Point{8.2f, 0}) * 1.6f), night);
-    seen.body(toNearest(p.x, 13) - 0.2f, night);
+    seen.body(toNearest(p.x, whole.pane) - 0.2f, night);
     return seen.colour;
 }
 
 // A dance under a ball of mirrors.
-Rgba dance(Point p) {
+Rgba dance(Point p, const Stretch& whole) {
     const Point ball = {15, 10.6f}, from = p - ball;
     Seen seen{mix(opaque(0.55f, 0.13f, 0.06f), opaque(0.03f, 0.012f, 0.12f), smoothstep(0, 8.5f, p.y))};
     const Rgba tints[] = {violet, rose, cyan, gold};
@@ -272,7 +275,7 @@ Rgba dance(Point p) {
                       0.12f + 0.03f * along.x);
     }
     for (int i = 0; i < 26; i++) {
-        const Point at = {30 * randomAt(i, 1, 6), 2 + 12 * randomAt(i, 2, 6)};
+        const Point at = {whole.wide * randomAt(i, 1, 6), 2 + 12 * randomAt(i, 2, 6)};
         seen.body(length(Point{(p.x - at.x) * 0.7f, p.y - at.y}) - 0.24f, tints[i % 4] * 0.7f);
     }
     if (circle(from, {}, 1.7f) < 0) {
@@ -288,15 +291,14 @@ Rgba dance(Point p) {
         seen.body(who, night);
         if (who > 0) seen.glow(who, 0.18f, rose * 0.25f);
     }
-    seen.body(toNearest(p.x, 10) - 0.2f, night);
+    seen.body(toNearest(p.x, whole.pane) - 0.2f, night);
     return seen.colour;
 }
 
 // A winter garden under arches; in the last one somebody looks at the stars.
-Rgba garden(Point p) {
-    constexpr float wide = 9.5f;
-    const int arch = std::clamp(int(p.x / wide), 0, 3);
-    const Point q = {p.x - wide * (arch + 0.5f), p.y};
+Rgba garden(Point p, const Stretch& whole) {
+    const int arch = std::clamp(int(p.x / whole.pane), 0, 3);
+    const Point q = {p.x - whole.pane * (arch + 0.5f), p.y};
     const bool stars = arch == 3;
     Seen seen{stars ? mix(opaque(0.16f, 0.07f, 0.34f), opaque(0.01f, 0.03f, 0.16f), p.y / tall)
                     : mix(opaque(0.30f, 0.34f, 0.06f), opaque(0.05f, 0.16f, 0.06f), p.y / tall)};
@@ -328,16 +330,17 @@ Rgba garden(Point p) {
 }
 
 Rgba roomsAt(int stretch, float across, float up) {
-    constexpr float wide[] = {39, 39, 31, 39, 30, 38};
-    Rgba (*const scenes[])(Point) = {barRoom, homes, stair, aquarium, dance, garden};
-    const Point p = {across * wide[stretch], up * tall};
-    const float frame = std::fmin(std::fmin(p.x, wide[stretch] - p.x), std::fmin(p.y, tall - p.y));
-    return frame < 0.3f ? night : scenes[stretch](p) * 1.2f;
+    Rgba (*const scenes[])(Point, const Stretch&) = {barRoom, homes, stair, aquarium, dance, garden};
+    const auto [length, panes] = house::stretches[stretch];
+    const Stretch whole = {float(length), float(length / panes)};
+    const Point p = {across * whole.wide, up * tall};
+    const float frame = std::fmin(std::fmin(p.x, whole.wide - p.x), std::fmin(p.y, tall - p.y));
+    return frame < 0.3f ? night : scenes[stretch](p, whole) * 1.2f;
 }
 
 // A quarter of a storey's underside, from its middle to its edges, in units: a rose of light before a border.
 Rgba soffitAt(float across, float up) {
-    constexpr float half = 53.8f, width = 21.3f;
+    constexpr float half = float(house::soffitLength), width = float(house::soffitWidth);
     const Point p = {across * half, up * width}, fromMiddle = p - Point{36, 0};
     const float r = length(fromMiddle), edge = std::fmin(half - p.x, width - p.y);
     Seen seen{mix(opaque(0.012f, 0.008f, 0.040f), opaque(0.035f, 0.010f, 0.050f), smoothstep(20, 6, r))};
@@ -372,7 +375,8 @@ Rgba edgeAt(int side, float along, float up) {
     const Rgba tints[] = {gold, cyan, violet, rose};
     Seen seen{shade};
     seen.line((up - 0.52f) * 2.4f, 0.45f, tints[side], 0.30f);
-    const float bead = length(Point{toNearest(along * 110, 2.2f), (up - 0.16f) * 2.4f});
+    const float bead =
+        length(Point{toNearest(along * float(2 * house::halfLength), 2.2f), (up - 0.16f) * 2.4f});
     seen.glow(bead - 0.18f, 0.15f, tints[(side + 1) % 4] * 0.5f);
     return seen.colour;
 }
