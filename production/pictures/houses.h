@@ -3,5 +3,5 @@
 
 #include "production/kit/picture/canvas.h"
 
-// The colour of a pixel about a place that lies in the houses' cells, both in cells of the picture's grid.
-picture::Rgba housesAt(picture::Point place, float pixel);
+// The colour of a place in or beside the houses' cells, in cells of the picture's grid.
+picture::Rgba housesAt(picture::Point place);

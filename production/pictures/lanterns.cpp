@@ -191,7 +191,9 @@ Rgba waterAt(float round, float down, Point place) {
     return {c.r + grain, c.g + grain, c.b + grain, 1};
 }
 
-Rgba sampleAt(Point place) {
+}  // namespace
+
+Rgba lanternsAt(Point place) {
     // Where a place lies in a cell, within its bleed; what it draws if it is there.
     const auto drawn = [&](Rgba& seen, const Cells& whole, auto paint) {
         if (place.x < float(whole.left) || place.x > float(whole.right()) || place.y < float(whole.top) ||
@@ -216,14 +218,4 @@ Rgba sampleAt(Point place) {
     }
     drawn(c, atlas::hull::water, [&](float x, float y) { return waterAt(x, y, place); });
     return c;
-}
-
-}  // namespace
-
-Rgba lanternsAt(Point place, float pixel) {
-    Rgba sum;
-    for (const float x : {-0.375f, -0.125f, 0.125f, 0.375f})
-        for (const float y : {-0.375f, -0.125f, 0.125f, 0.375f})
-            sum = sum + sampleAt(place + Point{x, y} * pixel) * 0.0625f;
-    return sum;
 }

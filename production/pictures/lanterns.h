@@ -3,5 +3,5 @@
 
 #include "production/kit/picture/canvas.h"
 
-// The colour of a pixel about a place that lies in the sea's cells, both in cells of the picture's grid.
-picture::Rgba lanternsAt(picture::Point place, float pixel);
+// The colour of a place in or beside the sea's cells, in cells of the picture's grid.
+picture::Rgba lanternsAt(picture::Point place);

@@ -1,5 +1,6 @@
-// The two plated textures, which repeat without a seam: "shiptex", the skin of everything that moves, and
-// "cubetex", the walls of tunnel and room. Each is a drawing, a table of parts on a grid of 16 by 16 cells.
+// The pictures that models wear, on a grid of 16 by 16 cells. "shiptex", for all that moves: plates, each
+// stamped by a table of parts, and among them the heap's houses and the sea. "cubetex": the tunnel's panels,
+// walls, frame and rings, and the hall's dome.
 #include <functional>
 #include <vector>
 
@@ -44,7 +45,7 @@ const Rgba warm = opaque(0.86f, 0.46f, 0.13f);
 const Rgba warmLight = light(1.0f, 0.58f, 0.20f), coolLight = light(0.50f, 0.70f, 1.0f);
 // The ship's copper: with more green the glow on a beat would bleach it.
 const Rgba copper = opaque(0.84f, 0.27f, 0.06f);
-// The outside of its petals, which is known from afar by it.
+// Its body's, which is known from afar by it.
 const Rgba pearl = opaque(0.78f, 0.60f, 0.34f);
 
 // Enamel, a little warm beside the walls' steel.
@@ -291,24 +292,31 @@ Rgba domeAt(float radius, float side) {
 
 }  // namespace
 
-// Twice as fine as the walls, for the houses' sake.
+// Twice as fine as the walls, for the sake of houses and sea, which are painted anew at each place.
 void makeHull(const char* path) {
     constexpr int fine = 2;
+    constexpr float pixel = 1 / (fine * cell);
+    const auto lies = [](Point place, const Cells& cells) {
+        return box(place, {float(cells.middleX()), float(cells.middleY())},
+                   {float(cells.width) / 2, float(cells.height) / 2}) < 0;
+    };
+    const auto smoothly = [](Rgba (*seenAt)(Point), Point place) {
+        Rgba sum;
+        for (const float x : {-0.375f, -0.125f, 0.125f, 0.375f})
+            for (const float y : {-0.375f, -0.125f, 0.125f, 0.375f})
+                sum = sum + seenAt(place + Point{x, y} * pixel) * 0.0625f;
+        return sum;
+    };
     const Canvas plates = plated(enamel, hullRows, {0.14f, 0.55f, 0.5f, 900});
     Canvas canvas(fine * size, fine * size);
     paint(canvas, [&](float x, float y, Rgba) {
-        constexpr float pixel = 1 / (fine * cell);
         const Point place = Point{x, y} * pixel;
-        const auto lies = [&](const Cells& cells) {
-            return box(place, {float(cells.middleX()), float(cells.middleY())},
-                       {float(cells.width) / 2, float(cells.height) / 2}) < 0;
-        };
-        if (lies(atlas::hull::sea)) {
-            const Rgba c = lanternsAt(place, pixel);
+        if (lies(place, atlas::hull::sea)) {
+            const Rgba c = smoothly(lanternsAt, place);
             return Rgba{c.r * c.a, c.g * c.a, c.b * c.a, c.a};
         }
         for (const Cells& cells : atlas::hull::houses)
-            if (lies(cells)) return housesAt(place, pixel);
+            if (lies(place, cells)) return smoothly(housesAt, place);
         Rgba c = plates.at(int(x / fine), int(y / fine));
         c.a = 1;
         return c;
