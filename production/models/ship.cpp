@@ -171,11 +171,12 @@ Shape dish() {
                    painted(insideOut(inside), hull::dark)});
 }
 
-Shape engine() {
-    const Outline bell = {{4, stern + 4},     {10, stern},      {15, stern - 8},
-                          {20, stern - 18},   {22, stern - 24}, {21.6, stern - 25},
-                          {20.6, stern - 24}, {16, stern - 16}, {9, stern - 8}};
-    return painted(insideOut(lathe(bell, 24)), hull::dark);
+// What the jet leaves.
+Shape sternBell() {
+    const Outline profile = {{4, stern + 4},     {10, stern},      {15, stern - 8},
+                             {20, stern - 18},   {22, stern - 24}, {21.6, stern - 25},
+                             {20.6, stern - 24}, {16, stern - 16}, {9, stern - 8}};
+    return painted(insideOut(lathe(profile, 24)), hull::dark);
 }
 
 // The jet, from hot to dark.
@@ -249,7 +250,7 @@ Vec ofPetal(Vec p, Vec normal) {
 
 Shape figures::ship() {
     return laidDown(
-        joined({body(), around(petal(), 3), rings(), spearhead(), lanceRoot(), dish(), engine()}));
+        joined({body(), around(petal(), 3), rings(), spearhead(), lanceRoot(), dish(), sternBell()}));
 }
 
 void makeShip(const char* path) {
@@ -268,6 +269,6 @@ void makeShip(const char* path) {
                                   }),
                       shaded(laidDown(around(petal(), 3)), ofPetal), leaningBack(spearhead(), fixed(0.85)),
                       leaningBack(lanceRoot(), fixed(0.8)), shaded(laidDown(dish()), ofDish),
-                      leaningBack(engine(), fixed(0.6)), leaningBack(jet(), fixed(1.6)),
+                      leaningBack(sternBell(), fixed(0.6)), leaningBack(jet(), fixed(1.6)),
                       leaningBack(lights(), [](Vec p, Vec) { return p.z < -50 ? 0.9 : 1.8; })})});
 }

@@ -37,12 +37,9 @@ Vec onBore(double column, const Station& station) {
     return {station.radius * std::cos(angle), station.radius * std::sin(angle), station.z};
 }
 
-// A smooth plate behind the hidden teeth from `first` up to `last` of a column, so that its long edges are
-// straight: the beams meet the teeth before it.
-struct Plank {
-    int column, first, last;
-};
-constexpr Plank planks[] = {{3, 0, 7}, {7, 0, 7}, {11, 0, 7}};
+// Columns with a smooth plate behind all their hidden teeth, so that its long edges are straight: the beams
+// meet the teeth before it.
+constexpr int planks[] = {3, 7, 11}, plankPieces = 2;
 constexpr double plankRadius = 294.5, wallRadius = 306.8;
 // A slat, not a wall: the glow on a beat makes a bright field of each that catches a light.
 constexpr double plankMargin = 0.458;  // columns, on either side
@@ -129,16 +126,13 @@ void makeTunnel(const char* path) {
             frame.add(column, to, next, tooth != 3, hoop(tooth + 1));
         }
     }
-    for (const Plank& plank : planks) {
-        const int pieces = (plank.last - plank.first + 1) / 3;
-        for (int i = 0; i < pieces; i++) {
-            const double from = mix(plank.first, plank.last, double(i) / pieces),
-                         to = mix(plank.first, plank.last, double(i + 1) / pieces);
-            bore.addBacked(plank.column + plankMargin, plank.column + 1 - plankMargin,
-                           {plankRadius, end + length * from}, {plankRadius, end + length * to},
-                           {walls::panel.at(0, from / teeth), walls::panel.at(1, to / teeth)});
+    for (const int column : planks)
+        for (int i = 0; i < plankPieces; i++) {
+            const double from = double(i) / plankPieces, to = double(i + 1) / plankPieces;
+            bore.addBacked(column + plankMargin, column + 1 - plankMargin,
+                           {plankRadius, mix(end, begin, from)}, {plankRadius, mix(end, begin, to)},
+                           {walls::panel.at(0, from), walls::panel.at(1, to)});
         }
-    }
     // Only every third is lit, since the glow on a beat lifts all that is: between them it is night.
     for (int column = 0; column < columns; column++)
         walling.addBacked(column, column + 1, {wallRadius, end}, {wallRadius, begin},

@@ -14,6 +14,7 @@ varying vec4 blades[5];
 const vec2 aspect = vec2(4.0 / 3.0, 1.0);  // of the screen; lengths are screen heights
 const vec2 lamp = vec2(-0.8, 0.6);         // where the light falls from
 const float target = 1024.0;               // texels
+const float headroom = 0.62;               // how far over the whole ship's the lightest tone may rise
 
 // The part of a target that is seen, a pixel within its edges.
 struct Frame {
@@ -80,7 +81,8 @@ vec3 colorAt(vec2 at, Frame frame) {
     // green is the ship's own. Its tone is how far that is from the whole ship's, which has the glow too.
     float magenta = max(min(seen.r, seen.b) - seen.g, 0.0);
     float tone = 1.0 + (max(seen.g - 0.5 * magenta, 0.0) - lightness) / 0.34;
-    if (tone > 1.0) tone = 1.62 - 0.62 * exp((1.0 - tone) / 0.62);
+    // Bent there without a break, or what a beat lights would be one flat white.
+    if (tone > 1.0) tone = 1.0 + headroom - headroom * exp((1.0 - tone) / headroom);
     vec2 along = vec2(0.016, 0.007) / aspect * frame.slope, across = vec2(-0.007, 0.016) / aspect * frame.slope;
     vec4 ahead = seenAt(at + along, frame), astern = seenAt(at - along, frame);
     vec4 left = seenAt(at + across, frame), right = seenAt(at - across, frame);
