@@ -40,7 +40,7 @@ Outline opening(double larger) {
 namespace arcade {
 
 double turnOf(int number) {
-    return pillarTurn + (number + 0.5) * breadth;
+    return towerTurn + (number + 0.5) * breadth;
 }
 
 // As if lamps stood at their foot: a back seems to lean out, the more the higher up, so that its foot throws

@@ -59,7 +59,7 @@ Shape track(const std::vector<Waypoint>& points) {
 const std::vector<Waypoint> overTheNight = {
     {2.0, 104, 300, 0.8}, {3.15, 146, 285, 1.0}, {3.8, 172, 310, 1.0}, {4.45, 196, 430, 1.0},
     {5.0, 212, 500, 1.0}, {5.65, 224, 440, 0.9}, {6.05, 230, 380, 0.2}};
-// Before them, from over the pillar behind the ship's sun.
+// Before them, from over the tower behind the ship's sun.
 const std::vector<Waypoint> toTheSun = {{-3.3, -6, 500, 0.1},
                                         {-2.7, 14, 450, 0.9},
                                         {-2.0, 40, 420, 1.0},

@@ -1,13 +1,21 @@
-// The hall's plan, which its three models share. Angles are radians round the y axis, from x towards z.
+// The hall's plan, which all that stands in it shares, in units of the hall. Angles are radians round the y
+// axis, from x towards z.
 #pragma once
 
 #include "effects/fitting.h"
 #include "production/kit/model/shape.h"
-#include "production/shared/hall_plan.h"
 
 namespace hall {
 
 using model::Vec;
+
+constexpr double wallRadius = 500, wallHeight = 600;  // of the drum under the dome
+
+// The stage's terraces from outside in: radius of the riser, the height of its foot, and its own.
+struct Terrace {
+    double radius, foot, height;
+};
+constexpr Terrace terraces[] = {{204, 0, 4}, {164, 4, 4}, {124, 8, 4}, {84, 12, 5}, {46, 17, 6}};
 
 constexpr double pathIn = 210, pathOut = 290;  // the camera circles between them, at y = 60 to 140
 constexpr int sources = fitting::beamSources;  // of beams
@@ -20,7 +28,7 @@ constexpr double starRadius = 132, starHeight = 26;
 // The four quarters: who stands in each, and where its middle lies. The camera looks across the hall, so it
 // has the ship before it at 138, 153.7 and 169.4 s, each other one a quarter of 15.7 s later than the one
 // before it, the colossus at 145.4, 161.1 and 176.8 s. No projector hangs before any of them then.
-constexpr double pillarTurn = model::degrees(4), shipTurn = model::degrees(94),
+constexpr double towerTurn = model::degrees(4), shipTurn = model::degrees(94),
                  probesTurn = model::degrees(184), colossusTurn = model::degrees(274);
 
 inline Vec onRing(double turn, double radius, double y) {

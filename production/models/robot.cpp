@@ -27,7 +27,7 @@ constexpr Vec chestLamp = {0, 109, 17.2};
 // Where things lie in "roboscreen".
 constexpr Patch iris = patchOf(atlas::robot::iris.within(atlas::robot::margin));
 constexpr Uv warmLamp = middleOf(atlas::robot::warmLamp), ember = middleOf(atlas::robot::ember),
-             coldTube = middleOf(atlas::robot::coldTube.part(0, 0, 2.4, 1));
+             coldTube = middleOf(atlas::robot::coldTube);
 
 // A part in its two materials: lacquered shells and the steel works between them.
 struct Part {
@@ -297,7 +297,7 @@ Vec onRectangle(double turn, Flat half, double power, double z) {
     const double out = std::pow(std::pow(std::abs(x), power) + std::pow(std::abs(y), power), -1 / power);
     return {half.x * out * x, half.y * out * y, z};
 }
-constexpr Flat faceHalf = {16.2, 11.8}, shellHalf = {20, 15.5};
+constexpr Flat faceHalf = figures::robotScreenHalf, shellHalf = {20, 15.5};
 constexpr double shellPower = 8;
 
 // A screen's frame.
@@ -539,8 +539,7 @@ Shape hoopOn(const Limb& limb, double part) {
     return placed(coldHoop(limb.radius(part) + 0.2, 24), limb.at(part), limb.to - limb.from);
 }
 
-// What draws its outline against the night from any side: tubes along its edges and round its plates; and
-// embers between the folds of its neck.
+// What draws its outline against the night from any side: tubes along its edges and round its plates.
 Shape bodyTubes() {
     const Shape legs = joined({hoopOn(shin, 0.04), hoopOn(shin, 0.84), hoopOn(thigh, 0.22)});
     const auto onTrunk = [](double y) {
@@ -569,6 +568,7 @@ Shape headTubes() {
     return joined(
         {onSides(coldLine(edge)), withMirror(coldLine({mix(foot, tip, 0.15), mix(foot, tip, 0.92)}))});
 }
+// Between the folds of its neck.
 Shape embers() {
     std::vector<Shape> folds;
     for (double y = neck.from + 1 + neck.fold; y < neck.to - 1; y += neck.fold) {

@@ -27,7 +27,7 @@ constexpr Flat ground[] = {{0, 0}, {wallRadius, 0}};
 // the axis.
 Shape skin(std::span<const Flat> profile) {
     return welded(grid(columns, int(profile.size()), true, false, [&](int c, int r) {
-        return onRing(pillarTurn + 2 * pi * c / columns, profile[r].x, profile[r].y);
+        return onRing(towerTurn + 2 * pi * c / columns, profile[r].x, profile[r].y);
     }));
 }
 
@@ -41,8 +41,8 @@ Shape paintedDome() {
     const Shape shape = mappedBy(plain, [&](const Face& face, Vec p) {
         constexpr double bay = pi / 4;
         const Vec centre = faceCentre(plain, face);
-        const double turn = std::atan2(centre.z, centre.x) - pillarTurn,
-                     middle = pillarTurn + bay * std::round(turn / bay),
+        const double turn = std::atan2(centre.z, centre.x) - towerTurn,
+                     middle = towerTurn + bay * std::round(turn / bay),
                      aside = std::abs(std::remainder(std::atan2(p.z, p.x) - middle, 2 * pi)) / (bay / 2);
         const double out = std::hypot(p.x, p.z) / wallRadius;
         return walls::dome.at(out, out > 1e-6 ? std::min(1.0, aside) : 0.5);

@@ -1,7 +1,6 @@
-// What stands in the hall besides the ball. In the middle the stage: terraces under the ball, a ring truss on
-// five legs above it, a projector round each beam source. Outside the camera's path, one in each quarter, the
-// figures of the show: the robot as a colossus, the heap as a pillar, the ship and the probes hung from the
-// dome.
+// What stands in the hall besides the ball. In the middle the stage: terraces under the ball, a projector
+// hung from the dome at each beam source. Outside the camera's path, one in each quarter, the figures of the
+// show: the robot as a colossus, the heap as a tower, the ship and the probes hung from the dome.
 //
 // The stage is dark metal that shows what the picture of reflections holds, so the shading decides its light:
 // what faces straight up or down throws back the glow beyond it, cold below the viewer's eyes, warm above.
@@ -211,7 +210,7 @@ Shape inlays() {
                               onRing(turn + pi, out, 0), onRing(turn + towards, lean, 0)));
     };
     for (int i = 0; i < 60; i++) {
-        const double turn = pillarTurn + 2 * pi * i / 60, half = i % 5 == 0 ? 7 : 3;
+        const double turn = towerTurn + 2 * pi * i / 60, half = i % 5 == 0 ? 7 : 3;
         for (const double side : {-1.0, 1.0})
             strip(turn + side * 0.0035, 198 - half, 4, 0.7, half, side < 0 ? pi : 0);
     }
@@ -331,7 +330,8 @@ Shape asColossus(const Shape& part) {
 
 // What its screen shows, on dim glass: the two eyes and the smile. A picture's T runs down, so outlines
 // that run clockwise in it face the viewer.
-constexpr double glassTall = 16.2 / 11.8;  // over which T is stretched
+// Over which T is stretched.
+constexpr double glassTall = figures::robotScreenHalf.x / figures::robotScreenHalf.y;
 
 Shape eyeOnScreen(double s, double t, double inner, double outer) {
     const int sides = 32;
@@ -402,7 +402,7 @@ Shape tower(const std::function<Shape(int storey)>& part) {
         const Shape box = scaled(part(i), {size, size, size});
         all.push_back(moved(turned(box, Axis::y, degrees(15) * i), {radius, tall * (i + 0.5), 0}));
     }
-    return atTurn(joined(all), pillarTurn);
+    return atTurn(joined(all), towerTurn);
 }
 
 // Lit windows before its rooms, no storey's like the next one's.
@@ -427,7 +427,7 @@ Shape towerWindows() {
             return joined(lit);
         }));
         parts.push_back(kind == 2 ? shaded(windows, [](Vec, Vec normal) { return normal * 0.02 - up; })
-                                  : lampLit(windows, pillarTurn, degrees(kind == 0 ? -28 : 28), degrees(6)));
+                                  : lampLit(windows, towerTurn, degrees(kind == 0 ? -28 : 28), degrees(6)));
     }
     return joined(parts);
 }
@@ -509,7 +509,7 @@ void makeStage(const char* path) {
          dark(joined({arcade::mouldings(), ground, floorRings(), onlySeen(cornice()), streaks, sunDisc()})),
          lacquered(litIn(onlySeen(hungShip()), shipTurn, {0.0, 1.6}), atlas::hull::ivory, 16),
          joined({shells, works, trim}), dark(joined({itsGlass, itsFace})),
-         lacquered(litIn(onlySeen(tower([](int) { return figures::heapBox(); })), pillarTurn, {0.4, 0.5}),
+         lacquered(litIn(onlySeen(tower([](int) { return figures::heapBox(); })), towerTurn, {0.4, 0.5}),
                    atlas::hull::sand, 25),
          dark(towerWindows()), litIn(onlySeen(probeLamps()), probesTurn, {0.6, 0.9}),
          dark(joined({middle, ball::rim()})), ball::mirrors()});

@@ -118,7 +118,8 @@ const Coat coats[lacquers] = {{opaque(0.68f, 0.63f, 0.55f), opaque(0.05f, 0.05f,
                               {opaque(0.045f, 0.16f, 0.19f), opaque(0.05f, 0.06f, 0.06f)},  // petrol
                               {opaque(0.80f, 0.48f, 0.14f), opaque(0.22f, 0.17f, 0.09f)}};  // brass
 Rgba lacquerAt(Point place) {
-    const int which = std::clamp(int((place.x / part - float(lacquer(0).left)) / 2), 0, lacquers - 1);
+    const int which =
+        std::clamp(int((place.x / part - float(lacquer(0).left)) / float(lacquer(0).width)), 0, lacquers - 1);
     const Cells cells = lacquer(which).within(margin);
     const float key = unit((place.x / part - float(cells.left)) / float(cells.width)),
                 up = unit((float(cells.bottom()) - place.y / part) / float(cells.height)),
@@ -146,7 +147,7 @@ Rgba wornAt(Point place) {
     }
     if (x < pixels(iris.right()))
         return irisAt(place - Point{pixels(iris.middleX()), pixels(iris.middleY())}, 1.5f * part);
-    return y < pixels(14.4) ? lacquerAt(place) : swatchAt(x);
+    return y < pixels(ember.top) ? lacquerAt(place) : swatchAt(x);
 }
 
 }  // namespace
