@@ -118,7 +118,7 @@ Shape blindfold() {
     for (double time = showtime::stripes.seconds() - 0.2; time < showtime::tornTunnel.seconds() + 0.2;
          time += 0.1)
         how.path.push_back(viewerAt(time, 0.4 * time, 40, 5));
-    return painted(sweep(polygon(3, 0.55), how), hull::thread(0).at(0.8, 0.5));
+    return painted(sweep(polygon(3, 0.55), how), hull::thread(0).at(1, 0.5));
 }
 
 struct Jellyfish {
@@ -264,8 +264,9 @@ Vec waterwards(Vec point, Vec normal) {
 
 void makeLanterns(const char* path) {
     const Kind large = {0, 8, 5, 7, true, 8, 18, 4, 17, 0.005, 1.6, 0};
-    std::vector<Shape> swarm = {lit(blindfold(), heros.hanging),
-                                shapeOf({large, 130, {-21, -45, 55}}, heros)};
+    // What lies all round the viewer is not hollowed: it would face him instead of the light.
+    const Lightwards evenly = {heros.hanging.towards};
+    std::vector<Shape> swarm = {lit(blindfold(), evenly), shapeOf({large, 130, {-21, -45, 55}}, heros)};
     for (const Follower& f : followers) {
         const bool near = f.radius > 80;
         const Kind kind = near ? Kind{f.paint, 8, 2, 4, false, 3, 7, 3, 5, 0.007, 1.3, f.radius}
@@ -273,6 +274,6 @@ void makeLanterns(const char* path) {
         const Lightwards light = {f.lightwards, 0.1};
         swarm.push_back(shapeOf({kind, f.radius, f.middle}, {light, light, light, light}));
     }
-    swarm.push_back(lit(plankton(), heros.hanging));
+    swarm.push_back(lit(plankton(), evenly));
     writeAml(path, {joined(swarm), shaded(rising(water()), waterwards)});
 }
