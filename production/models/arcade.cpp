@@ -3,19 +3,22 @@
 #include <cmath>
 
 #include "production/kit/model/forms.h"
-#include "production/models/hall.h"
 
 using namespace model;
 using namespace hall;
+using namespace arcade;
 
 namespace {
 
 constexpr double breadth = 2 * pi / arcade::bays;        // of a bay, radians
-constexpr double front = 472;                            // how far out its piers end
 constexpr double halfOpen = 0.32;                        // of a niche's breadth, in bays
 constexpr double springing = 236, rise = 66, top = 366;  // heights
 constexpr double line = 4.5;                             // of a moulding's breadth
 
+// Of a breadth at the front.
+constexpr double inBays(double units) {
+    return units / (front * breadth);
+}
 // `turn` in bays.
 Vec at(double turn, double radius, double y) {
     return onRing(turn * breadth, radius, y);
@@ -25,7 +28,7 @@ Vec at(double turn, double radius, double y) {
 // larger.
 Outline opening(double larger) {
     constexpr int steps = 20;
-    const double half = halfOpen + larger / (front * breadth);
+    const double half = halfOpen + inBays(larger);
     Outline outline = {{-half, 0}};
     for (int i = 0; i <= steps; i++) {
         const double turn = pi * (1 - double(i) / steps);
@@ -60,13 +63,15 @@ Shape niches() {
 
 Shape stone() {
     constexpr int sides = 8;
-    constexpr double bulge = 12;
     const Outline arch = opening(0);
     const Shape spandrel = grid(int(arch.size()), 2, false, false,
                                 [&](int c, int r) { return at(arch[c].x, front, r == 0 ? arch[c].y : top); });
-    const Shape column = grid(sides + 1, 2, false, false, [](int c, int r) {
-        const double turn = pi * c / sides;
-        return at(0.5 - (0.5 - halfOpen) * std::cos(turn), front - bulge * std::sin(turn), top * r);
+    // Round but for a flat edge on either side, which the moulding lies on.
+    const Shape column = grid(sides + 3, 2, false, false, [](int c, int r) {
+        constexpr double half = 0.5 - halfOpen;
+        if (c == 0 || c == sides + 2) return at(0.5 + (c == 0 ? -half : half), front, top * r);
+        const double turn = pi * (c - 1) / sides;
+        return at(0.5 - (half - inBays(line)) * std::cos(turn), front - bulge * std::sin(turn), top * r);
     });
     return joined({column, spandrel});
 }
@@ -74,7 +79,7 @@ Shape stone() {
 // They throw back the night straight below whoever looks at them.
 Shape shadows() {
     const Outline rim = opening(0);
-    std::vector<Shape> parts = {lathe({{front + 8, wallHeight}, {front + 8, top}}, 2 * bays)};
+    std::vector<Shape> parts = {lathe({{gallery, wallHeight}, {gallery, top}}, 2 * bays)};
     for (int i = 0; i < bays; i++)
         parts.push_back(grid(int(rim.size()), 2, false, false, [&](int c, int r) {
             return onRing(turnOf(i) + breadth * rim[c].x, r == 0 ? wallRadius : front, rim[c].y);

@@ -1,14 +1,17 @@
 // The hall's wall: an arcade all round, whose niches are lit from within, and over it a gallery in the dark.
 #pragma once
 
-#include "production/kit/model/shape.h"
+#include "production/models/hall.h"
 
 namespace arcade {
 
 using model::Shape;
 
 constexpr int bays = 24;
-double turnOf(int number);  // of a bay's middle, radians
+// How far out its piers end and how far their columns come in from there; and where the gallery stands.
+constexpr double front = hall::wallRadius - 28, bulge = 12, gallery = front + 8;
+constexpr double clearOfColumns = front - bulge - 2;  // so far out, things hang just before it all
+double turnOf(int number);                            // of a bay's middle, radians
 
 // The backs of its niches, which show the light in them; and what stays dark, which is their sides and the
 // gallery.

@@ -1,7 +1,7 @@
 #include "production/models/comet.h"
 
 #include "production/kit/model/forms.h"
-#include "production/models/hall.h"
+#include "production/models/arcade.h"
 #include "production/models/viewer.h"
 #include "production/shared/comet.h"
 #include "script/show_times.h"
@@ -10,7 +10,6 @@ using namespace model;
 
 namespace {
 
-constexpr double wallGap = 34;          // from the wall, before its columns
 constexpr double halfHeight = 44;       // units of a track, over which
 constexpr double halfElevation = 0.25;  // the picture is seen this far from the comet's middle, radians
 
@@ -38,7 +37,7 @@ Shape track(const std::vector<Waypoint>& points) {
     }
     flight = curveThrough(flight, false, steps), timing = curveThrough(timing, false, steps);
     const auto placeOf = [&](int c, int r) {
-        return hall::onRing(degrees(flight[c].x), hall::wallRadius - wallGap,
+        return hall::onRing(degrees(flight[c].x), arcade::clearOfColumns,
                             flight[c].y + (r - 1) * halfHeight * std::max(timing[c].y, 0.02));
     };
     // The turn grows to the right of who looks at the wall from inside.

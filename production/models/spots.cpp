@@ -3,7 +3,7 @@
 #include <cmath>
 #include <vector>
 
-#include "production/models/hall.h"
+#include "production/models/arcade.h"
 #include "production/models/viewer.h"
 #include "production/shared/comet.h"
 #include "production/shared/glow.h"
@@ -66,8 +66,8 @@ Light lightOf(int count) {
 
 // Before the wall, where it stays dark otherwise.
 void addOnWall(Shape& spots, double turn, double height, Light light, double time) {
-    constexpr double gap = 22, half = 7.5;  // from the wall; of its size
-    const Vec place = hall::onRing(turn, hall::wallRadius - gap, height);
+    constexpr double gap = 2, half = 7.5;  // from the gallery; of its size
+    const Vec place = hall::onRing(turn, arcade::gallery - gap, height);
     if (dark(place, viewer::facing(viewer::at(time), place, shownBy(light, 0, 0))))
         addSpot(spots, place, hall::onRing(turn + pi / 2, half, 0), {0, half, 0}, light, time);
 }

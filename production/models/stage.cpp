@@ -434,7 +434,8 @@ Shape towerWindows() {
 
 // The sun behind the ship, cut into ever thinner bands towards the horizon.
 Shape sunDisc() {
-    constexpr double radius = 215, distance = 436, middle = 300;  // its edges just before the wall
+    constexpr double radius = 206, middle = 292;
+    const double distance = std::sqrt(arcade::clearOfColumns * arcade::clearOfColumns - radius * radius);
     struct Band {
         double low, high;  // of the radius
         int steps;
