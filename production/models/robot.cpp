@@ -106,9 +106,15 @@ struct Pose {
     double curl;  // of the fingers
 };
 constexpr Vec shoulder = {33.5, 116, 0}, shoulderTop = {0.75, 0.6, 0.05};
-// One hangs, clear of the faces for who looks up from close by; one waves, behind the faces next to it.
-constexpr Pose hanging = {{44, 98, -4}, {48, 79, 4}, {0.15, -1, 0.2}, 0.45},
-               waving = {{57, 118, -17}, {54, 145, -33}, {0.25, 0.95, -0.2}, 0.14};
+// Of the robot, one hangs, clear of the faces for who looks up from close by, and one waves, behind the faces
+// next to it. The colossus greets the hall before it, since the arcade is close behind.
+struct Arms {
+    Pose waving, hanging;
+};
+constexpr Arms robotArms = {{{57, 118, -17}, {54, 145, -33}, {0.25, 0.95, -0.2}, 0.14},
+                            {{44, 98, -4}, {48, 79, 4}, {0.15, -1, 0.2}, 0.45}},
+               colossusArms = {{{47, 99, 14}, {50, 112, 34}, {0.3, 0.9, 0.3}, 0.14},
+                               {{41, 98, 8}, {44, 79, 18}, {0.15, -1, 0.2}, 0.45}};
 
 // Whether a place belongs to the hand, or the forearm, of an arm on the side of x > 0.
 bool isHand(Vec p, const Pose& pose) {
@@ -124,8 +130,8 @@ bool isForearm(Vec p, const Pose& pose) {
 Patch coatAt(Vec p) {
     const double out = std::hypot(p.x, p.z);
     const Vec other = {-p.x, p.y, p.z};
-    if (isHand(p, waving) || isHand(other, hanging)) return coatOf(ivory);
-    if (isForearm(p, waving) || isForearm(other, hanging)) return coatOf(orange);
+    if (isHand(p, robotArms.waving) || isHand(other, robotArms.hanging)) return coatOf(ivory);
+    if (isForearm(p, robotArms.waving) || isForearm(other, robotArms.hanging)) return coatOf(orange);
     if (p.y < -1) return coatOf(orange);  // boots
     if (p.y < 66) return coatOf(petrol);
     // Above a groove's floor, whose triangles lie to both sides of its middle.
@@ -457,8 +463,8 @@ Shape upperArmShell(const Pose& pose) {
 }
 
 // Something of each arm, on its side.
-Shape onArms(const std::function<Shape(const Pose&)>& make) {
-    return joined({make(waving), reflected(make(hanging), Axis::x)});
+Shape onArms(const Arms& arms, const std::function<Shape(const Pose&)>& make) {
+    return joined({make(arms.waving), reflected(make(arms.hanging), Axis::x)});
 }
 
 Part arm(const Pose& pose) {
@@ -545,7 +551,7 @@ Shape bodyTubes() {
     const auto onTrunk = [](double y) {
         return squared(moved(coldHoop(chestRadius(y) + 0.1, 64), {0, y, 0}), chestDepth);
     };
-    const Shape cuffs = onArms([](const Pose& pose) { return hoopOn(forearm(pose), 0.9); });
+    const Shape cuffs = onArms(robotArms, [](const Pose& pose) { return hoopOn(forearm(pose), 0.9); });
     const Shape belt = squared(moved(coldHoop(girdleRadius(53) + 0.1, 64), {0, 53, 0}), girdleDepth);
     std::vector<Shape> ribs;
     for (int i = 0; i < 8; i++) {
@@ -586,26 +592,27 @@ Shape lampOf(const Aerial& aerial) {
     return withMirror(moved(painted(icosphere(3, 2), warmLamp), aerial.tip));
 }
 
-Part belowHead() {
-    const Part left = arm(hanging);
+Part belowHead(const Arms& arms) {
+    const Part left = arm(arms.hanging);
     return together({mirrored(leg()),
                      {{}, hips()},
                      {torso(), {}},
                      torsoFittings(),
-                     arm(waving),
+                     arm(arms.waving),
                      {reflected(left.shells, Axis::x), reflected(left.works, Axis::x)}});
 }
 
 }  // namespace
 
 Shape figures::robotShells() {
-    return joined({belowHead().shells, upright(headShell()), girdle(), onArms(upperArmShell)});
+    return joined({belowHead(colossusArms).shells, upright(headShell()), girdle(),
+                   onArms(colossusArms, upperArmShell)});
 }
 
 Shape figures::robotWorks() {
     const Shape ears = withMirror(placed(rings(8.2, 5), earMiddle, {1, 0, 0}));
-    return joined({belowHead().works, upright(joined({ears, rodOf(aerial), bezel(), brows()})), base(),
-                   shellOf(waist), collar()});
+    return joined({belowHead(colossusArms).works, upright(joined({ears, rodOf(aerial), bezel(), brows()})),
+                   base(), shellOf(waist), collar()});
 }
 
 Shape figures::robotScreen() {
@@ -622,18 +629,19 @@ Shape figures::onRobotScreen(const Shape& picture) {
 }
 
 void makeRobotBody(const char* path) {
-    writeAml(path, {mappedBox(joined({toy(belowHead().works), lowered(rodOf(robotAerial))}), 48)});
+    writeAml(path, {mappedBox(joined({toy(belowHead(robotArms).works), lowered(rodOf(robotAerial))}), 48)});
 }
 
 void makeRobotArms(const char* path) {
-    const Shape body = joined({shellOf(waist), onArms(grip)});
+    const Shape body = joined({shellOf(waist), onArms(robotArms, grip)});
     writeAml(path, {mappedBox(joined({toy(body), shellOf(neck)}), 48)});
 }
 
 void makeRobotScreen(const char* path) {
     const auto in = [](atlas::robot::Lacquer lacquer) { return [=](Vec) { return coatOf(lacquer); }; };
-    const Shape body = joined({lacquered(belowHead().shells, coatAt), lacquered(shoulderCaps(), in(orange)),
-                               lacquered(joined({girdle(), onArms(upperArmShell)}), in(petrol))});
+    const Shape body =
+        joined({lacquered(belowHead(robotArms).shells, coatAt), lacquered(shoulderCaps(), in(orange)),
+                lacquered(joined({girdle(), onArms(robotArms, upperArmShell)}), in(petrol))});
     const Shape head = joined({lacquered(onSides(headShell()), in(orange)), lacquered(headDome(), in(ivory)),
                                lacquered(headCore(), in(petrol)), lacquered(onSides(bezel()), in(brass))});
     const Shape plate = lacquered(
