@@ -111,14 +111,14 @@ double clearance(Vec place) {
     return nearest;
 }
 
-// A dark thread whose inside the near viewer travels: his picture is covered by the sea, and need not be
+// A thread whose inside the near viewer travels: his picture is covered by the sea, and need not be
 // drawn.
 Shape blindfold() {
     Sweep how;
     for (double time = showtime::stripes.seconds() - 0.2; time < showtime::tornTunnel.seconds() + 0.2;
          time += 0.1)
         how.path.push_back(viewerAt(time, 0.4 * time, 40, 5));
-    return painted(sweep(polygon(3, 0.55), how), hull::thread(0).at(1, 0.5));
+    return painted(sweep(polygon(3, 0.55), how), hull::thread(0).at(0.3, 0.5));
 }
 
 struct Jellyfish {
