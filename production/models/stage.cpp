@@ -385,12 +385,12 @@ Shape litFace() {
     return comet::litInPassing(asColossus(figures::onRobotScreen(joined(lines))), 0);
 }
 
-// Before the sun, its nose sinking.
+// Before the sun, which its petals come close to, its nose sinking.
 Shape hungShip() {
     constexpr double size = 0.6, middle = -95;  // along its axis
     Shape ship = scaled(moved(welded(figures::ship(), 1.5), {0, 0, -middle}), {size, size, size});
     ship = turned(turned(ship, Axis::z, degrees(50)), Axis::x, degrees(-14));
-    return atTurn(moved(turned(ship, Axis::y, degrees(14)), {330, 285, 0}), shipTurn);
+    return atTurn(moved(turned(ship, Axis::y, degrees(14)), {318, 285, 0}), shipTurn);
 }
 
 // The tower: each storey over the one below, turned on, of what `part` makes of the box's own model.
