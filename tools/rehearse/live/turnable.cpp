@@ -8,9 +8,9 @@
 #include <cctype>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 
 #include "tools/rehearse/live/named_numbers.h"
-#include "tools/whole_file.h"
 
 namespace fs = std::filesystem;
 
@@ -23,6 +23,11 @@ struct Source {
     std::string text;
     NamedNumbers names = namedNumbers(text);
 };
+
+std::string contentOf(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
 
 void add(const Names& more, Names* names) {
     names->insert(more.begin(), more.end());
