@@ -38,7 +38,7 @@ struct Part {
 // one in the dark: a warm key before its left shoulder, a cold one behind the other. A third draws head,
 // shoulders and arms for who looks at its back from its own height. From below shines the disc of light that
 // it is born of.
-constexpr Vec keyLamp = {0.66, 0.44, 0.61}, coldLamp = {-0.95, 0.14, 0.02}, backLamp = {0.35, 0.6, -0.72};
+constexpr Vec keyLamp = {0.66, 0.44, 0.61}, coldLamp = {-0.95, 0.14, 0.02}, backLamp = {-0.5, 0.5, -0.7};
 
 // What stands in their way, and darkens what is close by.
 struct Blocker {
@@ -70,7 +70,7 @@ double litBy(Vec lamp, double least, Vec p, Vec normal) {
 
 // What the lamps' halls throw back: a faint key from all sides, so that no form sinks into the night.
 double litAround(Vec normal) {
-    return 0.48 * (0.55 + 0.45 * dot(normal, normalized(keyLamp)));
+    return 0.42 * (0.55 + 0.45 * dot(normal, normalized(keyLamp)));
 }
 
 // In a lacquer's patch: across by the key, upwards by the cold lamp and downwards by the light from below.
@@ -83,8 +83,8 @@ Shape lacquered(const Shape& whole, const std::function<Patch(Vec)>& lacquer) {
         face.uvs.clear();
         for (size_t i = 0; i < 3; i++) {
             const Vec p = shape.points[face.points[i]], normal = normals[f][i];
-            const double key = std::max({litBy(keyLamp, 0.1, p, normal),
-                                         0.85 * litBy(backLamp, 0.1, p, normal), litAround(normal)}),
+            const double key = std::max({litBy(keyLamp, 0.1, p, normal), litBy(backLamp, 0.1, p, normal),
+                                         litAround(normal)}),
                          side = litBy(coldLamp, 0.1, p, normal);
             const double below = litBy({0, -1, 0}, 0.3, p, normal) * smoothstep(20, 40, p.y);
             constexpr double neither = atlas::robot::neither;
@@ -106,19 +106,19 @@ struct Pose {
     double curl;  // of the fingers
 };
 constexpr Vec shoulder = {33.5, 116, 0}, shoulderTop = {0.75, 0.6, 0.05};
-// Of the robot, one hangs, clear of the faces for who looks up from close by, and one waves, behind the faces
-// next to it. The colossus greets the hall before it, since the arcade is close behind.
+// Of the robot, for who looks up from close by, one hangs beside the chest and not before it, and one waves
+// close to it, lower than the faces. The colossus greets the hall before it, since the arcade is close behind.
 struct Arms {
     Pose waving, hanging;
 };
-constexpr Arms robotArms = {{{57, 118, -17}, {54, 145, -33}, {0.25, 0.95, -0.2}, 0.14},
-                            {{44, 98, -4}, {48, 79, 4}, {0.15, -1, 0.2}, 0.45}},
+constexpr Arms robotArms = {{{44, 95, -2}, {43, 86, 19}, {0.4, 0.72, 0.5}, 0.14},
+                            {{46, 99, -11}, {46, 81, -22}, {0.15, -1, -0.1}, 0.3}},
                colossusArms = {{{47, 99, 14}, {50, 112, 34}, {0.3, 0.9, 0.3}, 0.14},
                                {{41, 98, 8}, {44, 79, 18}, {0.15, -1, 0.2}, 0.45}};
 
 // Whether a place belongs to the hand, or the forearm, of an arm on the side of x > 0.
 bool isHand(Vec p, const Pose& pose) {
-    return length(p - pose.wrist) < 26 && dot(p - pose.wrist, normalized(pose.reach)) > -3.2;
+    return length(p - pose.wrist) < 26 && dot(p - pose.wrist, normalized(pose.wrist - pose.elbow)) > -5;
 }
 bool isForearm(Vec p, const Pose& pose) {
     const Vec bone = pose.wrist - pose.elbow;
@@ -281,7 +281,7 @@ struct Bellows {
         return {r * std::cos(turn), y, middle + depth * r * std::sin(turn)};
     }
 };
-constexpr Bellows waist = {61, 88.5, 4.4, 0, 0.8, 14}, neck = {62, 94, 4, -9.5, 0.5, 9};
+constexpr Bellows waist = {61, 88.5, 4.4, 0, 0.8, 14}, neck = {62, 87, 4, -9.5, 0.5, 9};
 Shape shellOf(const Bellows& bellows) {
     std::vector<double> cuts;
     for (double y = bellows.from + 1; y < bellows.to; y += bellows.fold) cuts.push_back(y);
@@ -362,7 +362,7 @@ Shape toy(const Shape& shape) {
 }
 Shape lowered(const Shape& head) {
     constexpr double chin = 128, size = 1.12;
-    return moved(scaled(moved(head, {0, -chin, 0}), {size, size, size}), {0, chin - 40, 0});
+    return moved(scaled(moved(head, {0, -chin, 0}), {size, size, size}), {0, chin - 47, 0});
 }
 
 constexpr Vec earMiddle = {17.6, 1, -2};
@@ -526,12 +526,14 @@ Shape shoulderCaps() {
     return withMirror(placed(lathe(dome, 28), shoulder, shoulderTop));
 }
 
-// A thin tube of light along a line, or one of cold light round a flat ring of a radius.
-Shape tubeOf(const std::vector<Vec>& path, Uv light) {
+// A thin tube of light along a line, or round a closed one; or one of cold light round a flat ring of a
+// radius.
+Shape tubeOf(const std::vector<Vec>& path, Uv light, bool closed = false) {
     Sweep how;
     how.path = path;
+    how.closedPath = closed;
     how.up = {0.3, 0.5, 0.8};
-    return painted(sweep(polygon(4, 0.5), how), light);
+    return painted(sweep(polygon(closed ? 8 : 4, closed ? 0.4 : 0.5), how), light);
 }
 Shape coldLine(const std::vector<Vec>& path) {
     return tubeOf(path, coldTube);
@@ -566,21 +568,24 @@ Shape bodyTubes() {
         {withMirror(legs), belt, onTrunk(88), onTrunk(119), squared(joined(ribs), chestDepth), cuffs});
 }
 Shape headTubes() {
-    std::vector<Vec> edge;
-    for (int i = 0; i <= 48; i++)
-        edge.push_back(
-            onRectangle(2 * pi * i / 48, {shellHalf.x + 0.15, shellHalf.y + 0.15}, shellPower, 12.8));
+    // Round the front of each head, which no other head hides a part of.
+    Shape edge;
+    constexpr int steps = 96;
+    for (int i = 0; i < steps; i++)
+        edge.points.push_back(onRectangle(2 * pi * i / steps, {18.7, 14.5}, 6, 15.25));
+    std::vector<Shape> loops;
+    for (int side = 0; side < sides; side++)
+        loops.push_back(tubeOf(onSide(side, edge).points, coldTube, true));
     const auto& [foot, tip] = robotAerial;
-    return joined(
-        {onSides(coldLine(edge)), withMirror(coldLine({mix(foot, tip, 0.15), mix(foot, tip, 0.92)}))});
+    return joined({joined(loops), withMirror(coldLine({mix(foot, tip, 0.15), mix(foot, tip, 0.92)}))});
 }
 // Between the folds of its neck.
 Shape embers() {
     std::vector<Shape> folds;
     for (double y = neck.from + 1 + neck.fold; y < neck.to - 1; y += neck.fold) {
         std::vector<Vec> fold;
-        for (int i = 0; i <= 24; i++) fold.push_back(neck.at(y, 2 * pi * i / 24, 0.1));
-        folds.push_back(tubeOf(fold, ember));
+        for (int i = 0; i < 48; i++) fold.push_back(neck.at(y, 2 * pi * i / 48, 0.6));
+        folds.push_back(tubeOf(fold, ember, true));
     }
     return joined(folds);
 }

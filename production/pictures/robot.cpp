@@ -125,7 +125,7 @@ Rgba lacquerAt(Point place) {
                 up = unit((float(cells.bottom()) - place.y / part) / float(cells.height)),
                 side = unit((up - float(neither)) / (1 - float(neither))),
                 below = unit(1 - up / float(neither));
-    const Rgba light = opaque(0.86f, 0.75f, 0.59f) * std::pow(key, 3.1f) +
+    const Rgba light = opaque(0.86f, 0.75f, 0.59f) * std::pow(key, 2.3f) +
                        opaque(0.33f, 0.39f, 0.46f) * std::pow(side, 2.8f) +
                        opaque(0.003f, 0.04f, 0.026f) * std::pow(below, 2.0f) + opaque(0.002f, 0.002f, 0.004f);
     return coats[which].albedo * light + coats[which].sheen * std::pow(key, 6.0f);
