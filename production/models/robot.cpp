@@ -118,7 +118,7 @@ constexpr Arms robotArms = {{{44, 95, -2}, {43, 86, 19}, {0.4, 0.72, 0.5}, 0.14}
 
 // Whether a place belongs to the hand, or the forearm, of an arm on the side of x > 0.
 bool isHand(Vec p, const Pose& pose) {
-    return length(p - pose.wrist) < 26 && dot(p - pose.wrist, normalized(pose.wrist - pose.elbow)) > -5;
+    return length(p - pose.wrist) < 26 && dot(p - pose.wrist, normalized(pose.wrist - pose.elbow)) > -0.7;
 }
 bool isForearm(Vec p, const Pose& pose) {
     const Vec bone = pose.wrist - pose.elbow;
@@ -584,7 +584,7 @@ Shape embers() {
     std::vector<Shape> folds;
     for (double y = neck.from + 1 + neck.fold; y < neck.to - 1; y += neck.fold) {
         std::vector<Vec> fold;
-        for (int i = 0; i < 48; i++) fold.push_back(neck.at(y, 2 * pi * i / 48, 0.6));
+        for (int i = 0; i < 48; i++) fold.push_back(neck.at(y, 2 * pi * i / 48, 1.5));
         folds.push_back(tubeOf(fold, ember, true));
     }
     return joined(folds);
