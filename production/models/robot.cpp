@@ -107,7 +107,8 @@ struct Pose {
 };
 constexpr Vec shoulder = {33.5, 116, 0}, shoulderTop = {0.75, 0.6, 0.05};
 // Of the robot, for who looks up from close by, one hangs beside the chest and not before it, and one waves
-// close to it, lower than the faces. The colossus greets the hall before it, since the arcade is close behind.
+// close to it, lower than the faces. The colossus greets the hall before it, since the arcade is close
+// behind.
 struct Arms {
     Pose waving, hanging;
 };
