@@ -583,7 +583,7 @@ Shape headTubes() {
 // Between the folds of its neck.
 Shape embers() {
     std::vector<Shape> folds;
-    for (double y = neck.from + 1 + neck.fold; y < neck.to - 1; y += neck.fold) {
+    for (double y = neck.from + 1 + neck.fold; y < neck.to - 4.5; y += neck.fold) {
         std::vector<Vec> fold;
         for (int i = 0; i < 48; i++) fold.push_back(neck.at(y, 2 * pi * i / 48, 1.5));
         folds.push_back(tubeOf(fold, ember, true));
