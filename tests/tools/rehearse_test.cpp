@@ -1,5 +1,6 @@
 // The rehearsal in the test's own window: transport, loops, and what is held against what a film would have.
 #include <array>
+#include <functional>
 
 #include "script/show_times.h"
 #include "tests/tools/rehearsal_window.h"
@@ -137,6 +138,50 @@ TEST_F(Rehearse, TheTimelineIsWhereItIsDrawn) {
     EXPECT_EQ(before.beat, 4);
     EXPECT_EQ(late.bar, 39);
     EXPECT_EQ(late.beat, 4);
+}
+
+// While one is dragged another may be chosen by keys and by the wheel.
+TEST_F(Rehearse, ANumberIsDraggedByItselfAlone) {
+    Numbers& numbers = rehearsal->numbers;
+    rehearsal->deskShown = true;
+    key(SDLK_n);
+    settle();
+    const auto mouse = [&](Uint8 type, Uint8 button, int number, int right) {
+        int at = 0;
+        while (at < 800 * 600 && rehearsal->list.numberAt(numbers, at % 800, at / 800) != number) at++;
+        SDL_Event event{};
+        event.type = type;
+        if (type == SDL_MOUSEMOTION)
+            event.motion.x = Uint16(at % 800 + right), event.motion.y = Uint16(at / 800);
+        else
+            event.button.button = button, event.button.x = Uint16(at % 800),
+            event.button.y = Uint16(at / 800);
+        rehearsal->handleEvent(event);
+    };
+    const std::function<void()> choices[] = {
+        [&] { key(SDLK_DOWN); },
+        [&] { mouse(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_WHEELUP, 1, 0); },
+        [&] {
+            keyEvent(SDLK_LCTRL, SDL_KEYDOWN);
+            key(SDLK_z);
+            keyEvent(SDLK_LCTRL, SDL_KEYUP);
+        },
+    };
+    for (const auto& choose : choices) {
+        // Those that are turned are in the list.
+        for (const int number : {0, 1, 1}) ASSERT_TRUE(numbers.turn(number, 1));
+        mouse(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT, 0, 0);
+        choose();
+        EXPECT_EQ(numbers.chosen, 1);
+        const std::string now[] = {numbers.all[0].now, numbers.all[1].now};
+        mouse(SDL_MOUSEMOTION, 0, 0, 20);
+        EXPECT_EQ(numbers.all[0].now, now[0]);
+        EXPECT_EQ(numbers.all[1].now, now[1]);
+        mouse(SDL_MOUSEBUTTONUP, SDL_BUTTON_LEFT, 0, 0);
+        while (numbers.step(-1)) {
+        }
+        EXPECT_TRUE(numbers.unwritten().empty());
+    }
 }
 
 }  // namespace

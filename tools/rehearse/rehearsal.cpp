@@ -241,6 +241,7 @@ void Rehearsal::loadNumbers() {
 }
 
 void Rehearsal::choose(int steps) {
+    letGoOfNumber();
     numbers.choose(steps);
     list.reveal(numbers);
 }
@@ -257,6 +258,7 @@ void Rehearsal::turnWheel(int x, int y, int steps) {
     const int number = list.numberAt(numbers, x, y);
     if (list.isOn(x, y) && number < 0) return list.scroll(numbers, -3 * steps);
     if (!list.open) return;
+    letGoOfNumber();
     if (number >= 0) numbers.chosen = number;
     turnChosen(steps);
 }
@@ -300,7 +302,13 @@ void Rehearsal::release() {
     numbers.endGesture();
 }
 
+// Before another is chosen, which the mouse would turn on with the digits of that one.
+void Rehearsal::letGoOfNumber() {
+    if (hands.dragged == Hands::cut || hands.dragged == Hands::number) release();
+}
+
 void Rehearsal::step(int direction) {
+    letGoOfNumber();
     if (numbers.step(direction)) seeNumbers();
 }
 

@@ -114,6 +114,7 @@ private:
     void followProgramme();
     void pressButton(const SDL_MouseButtonEvent& button);
     void release();
+    void letGoOfNumber();
     void restoreGl();
     void requestBuilds(const std::string& path);
     void takeCode();
