@@ -43,9 +43,4 @@ TEST(ResDesc, SeeksAndTellsShortReads) {
     seekAndReadShort(bytes);
 }
 
-TEST(ResDescFileDeath, MissingFileIsNamed) {
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
-    EXPECT_EXIT(ResDescFile("no/such.AML"), testing::ExitedWithCode(1), "^File no/such.AML not found!\n$");
-}
-
 }  // namespace

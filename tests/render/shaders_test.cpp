@@ -88,14 +88,6 @@ TEST_F(Shaders, ArraysGoAsTheWidestVectorsThatDivideTheirLength) {
     EXPECT_EQ(glGetError(), GLenum(GL_INVALID_OPERATION)) << "twelve floats are never 3-vectors";
 }
 
-TEST_F(Shaders, WholeFilesAreReadAsTheyAre) {
-    const std::string content("a\r\nb\0c", 6);
-    EXPECT_EQ(readWholeFile(scratch.write("raw", content).c_str()), content);
-    EXPECT_EQ(readWholeFile(scratch.write("empty", "").c_str()), "");
-    EXPECT_EQ(readWholeFile(scratch.file("missing").c_str()), std::nullopt);
-    EXPECT_EQ(readWholeFile(scratch.path.c_str()).value_or(""), "") << "a directory has no content";
-}
-
 using ShadersDeathTest = Shaders;
 
 TEST_F(ShadersDeathTest, BrokenSourcesEndTheProgram) {
