@@ -96,18 +96,18 @@ void drawMarker(float x, float y, float size, Ink ink) {
     glEnd();
 }
 
-float write(float x, float y, Font font, Ink ink, const char* text) {
+float write(float x, float y, Font font, Ink ink, const std::string& text) {
     setInk(ink);
-    drawText(x, y, font, text);
+    drawText(x, y, font, text.c_str());
     return x + textWidth(font, text);
 }
 
-float writeRight(float x, float y, Font font, Ink ink, const char* text) {
+float writeRight(float x, float y, Font font, Ink ink, const std::string& text) {
     return write(x - textWidth(font, text), y, font, ink, text);
 }
 
-float textWidth(Font font, const char* text) {
+float textWidth(Font font, const std::string& text) {
     int width = 0;
-    for (; *text; text++) width += glyphOf(font, *text).width;
+    for (const char letter : text) width += glyphOf(font, letter).width;
     return float(width);
 }

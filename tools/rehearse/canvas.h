@@ -35,6 +35,6 @@ void drawPane(float x, float y, float width, float height);
 void drawMarker(float x, float y, float size, Ink ink);
 
 // `y` is the base line. Returns where the text ends.
-float write(float x, float y, Font font, Ink ink, const char* text);
-float writeRight(float x, float y, Font font, Ink ink, const char* text);
-float textWidth(Font font, const char* text);
+float write(float x, float y, Font font, Ink ink, const std::string& text);
+float writeRight(float x, float y, Font font, Ink ink, const std::string& text);
+float textWidth(Font font, const std::string& text);

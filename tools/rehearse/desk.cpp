@@ -60,52 +60,49 @@ void drawLevel(float x, const std::optional<Level>& level) {
     const bool sounds = level && level->loudness > -70;
     const std::string loudness = sounds ? formatted("%.1f", level->loudness) : "-";
     constexpr float meter = 66, figures = 104, units = 109;
-    writeRight(x + figures, upperLine, helvetica18, sounds ? bright : quiet, loudness.c_str());
+    writeRight(x + figures, upperLine, helvetica18, sounds ? bright : quiet, loudness);
     write(x + units, upperLine, helvetica12, quiet, "LUFS");
     drawPeaks(x, lowerLine, meter, level.value_or(Level{}));
     const std::string held = level && level->held > -99 ? formatted("%.1f", level->held) : "-";
-    writeRight(x + figures, lowerLine, helvetica12, level && level->held > -1 ? wrong : plain, held.c_str());
+    writeRight(x + figures, lowerLine, helvetica12, level && level->held > -1 ? wrong : plain, held);
     write(x + units, lowerLine, helvetica12, quiet, "dBTP");
 }
 
 void drawBar(const DeskState& state) {
     drawPane(4, barTop - barHeight, screenWidth - 8, barHeight);
-    write(16, upperLine, helvetica18, bright, clockTime(state.ms).c_str());
+    write(16, upperLine, helvetica18, bright, clockTime(state.ms));
     const BarAndBeat place = barAndBeatAt(state.ms);
-    const float end = write(16, lowerLine, helvetica12, plain, formatted("bar %d", place.bar).c_str());
+    const float end = write(16, lowerLine, helvetica12, plain, formatted("bar %d", place.bar));
     drawBeats(std::max(end + 8, 72.0f), lowerLine, state);
 
     drawLevel(136, state.level);
 
-    write(294, upperLine, helvetica18, segmentInk(entryAt(state.ms)), rowName(state.ms).c_str());
-    write(294, lowerLine, helvetica12, plain, bounds(state.ms).c_str());
+    write(294, upperLine, helvetica18, segmentInk(entryAt(state.ms)), rowName(state.ms));
+    write(294, lowerLine, helvetica12, plain, bounds(state.ms));
 
     write(428, upperLine, helvetica12, quiet, "pulse");
-    write(470, upperLine, helvetica12, plain, formatted("%.2f", state.pulse).c_str());
+    write(470, upperLine, helvetica12, plain, formatted("%.2f", state.pulse));
     fillBox(428, lowerLine, 68, 9, bright.faded(0.12f));
     fillBlend(428, lowerLine, 68 * std::min(state.pulse, 1.0f), 9, marked.faded(0.5f), marked);
 
     write(512, upperLine, helvetica12, quiet, "Q");
-    write(526, upperLine, helvetica12, plain, formatted("%d", state.counterQ).c_str());
+    write(526, upperLine, helvetica12, plain, formatted("%d", state.counterQ));
     write(512, lowerLine, helvetica12, quiet, "A");
-    write(526, lowerLine, helvetica12, plain, formatted("%d", state.counterA).c_str());
+    write(526, lowerLine, helvetica12, plain, formatted("%d", state.counterA));
 
     if (state.held) write(562, upperLine, helvetica12, marked, "held");
-    if (state.loop) {
-        write(
-            562, lowerLine, helvetica12, looped,
-            formatted("loop %s - %s", clockTime(state.loop->from).c_str(), clockTime(state.loop->to).c_str())
-                .c_str());
-    }
+    if (state.loop)
+        write(562, lowerLine, helvetica12, looped,
+              "loop " + clockTime(state.loop->from) + " - " + clockTime(state.loop->to));
     if (state.held) {
         writeRight(screenWidth - 16, upperLine, helvetica12, state.exact ? plain : quiet,
-                   formatted("frame %d", nearestFrame(state.ms)).c_str());
+                   formatted("frame %d", nearestFrame(state.ms)));
         return;
     }
     writeRight(screenWidth - 16, upperLine, helvetica12, plain,
-               formatted("%.0f frames/s", state.framesPerSecond).c_str());
+               formatted("%.0f frames/s", state.framesPerSecond));
     writeRight(screenWidth - 16, lowerLine, helvetica12, plain,
-               formatted("%.1f ms", state.millisecondsPerFrame).c_str());
+               formatted("%.1f ms", state.millisecondsPerFrame));
 }
 
 // Those of the texts, broken where they are longer than `width` pixels.
@@ -140,7 +137,7 @@ float drawProblems(float y, float right, const std::vector<std::string>& problem
     fillBox(4, y, 4, height, wrong);
     float line = y + height - 17;
     for (const std::string& text : lines) {
-        write(18, line, fixed8x13, wrong, text.c_str());
+        write(18, line, fixed8x13, wrong, text);
         line -= lineHeight;
     }
     return y + height + 6;
@@ -150,7 +147,7 @@ float drawProblems(float y, float right, const std::vector<std::string>& problem
 float drawLines(float y, float right, const std::vector<std::string>& texts, bool work) {
     const std::vector<std::string> lines = linesOf(texts, right - 24);
     for (size_t i = 0; i < std::min(lines.size(), shownLines); i++) {
-        const char* text = lines[lines.size() - 1 - i].c_str();
+        const std::string& text = lines[lines.size() - 1 - i];
         fillBox(4, y, textWidth(fixed8x13, text) + 20, lineHeight, paneInk.faded(0.9f));
         write(14, y + 4, fixed8x13, work ? marked : plain.faded(1 - 0.12f * float(i)), text);
         y += lineHeight;

@@ -58,19 +58,19 @@ float columnOf(size_t number, size_t count) {
 
 void drawRow(const Numbers& numbers, const Row& row, float base) {
     if (row.numbers.empty()) {
-        write(x0 + 10, base, helvetica10, quiet, row.name.c_str());
+        write(x0 + 10, base, helvetica10, quiet, row.name);
         return;
     }
-    write(x0 + 18, base, helvetica12, plain, row.name.c_str());
+    write(x0 + 18, base, helvetica12, plain, row.name);
     for (size_t i = 0; i < row.numbers.size(); i++) {
         const TurnableNumber& number = numbers.all[size_t(row.numbers[i])];
         const std::string& text = numbers.compared ? number.source : number.now;
         const float x = columnOf(i, row.numbers.size());
         if (row.numbers[i] == numbers.chosen) {
-            const float across = std::max(textWidth(helvetica12, text.c_str()) + 8, column - 4);
+            const float across = std::max(textWidth(helvetica12, text) + 8, column - 4);
             fillBox(x + 4 - across, base - 4, across, rowHeight, bright.faded(0.22f));
         }
-        writeRight(x, base, helvetica12, number.turned() ? marked : bright, text.c_str());
+        writeRight(x, base, helvetica12, number.turned() ? marked : bright, text);
     }
 }
 
@@ -86,8 +86,8 @@ void drawHead(const Numbers& numbers) {
     std::string text =
         "line " + std::to_string(number.line) + (number.remark.empty() ? "" : ": ") + number.remark;
     if (number.turned()) text = "was " + number.source + "   " + text;
-    while (textWidth(helvetica10, text.c_str()) > width - 20) text.pop_back();
-    write(x0 + 10, top - 33, helvetica10, plain, text.c_str());
+    while (textWidth(helvetica10, text) > width - 20) text.pop_back();
+    write(x0 + 10, top - 33, helvetica10, plain, text);
 }
 
 }  // namespace

@@ -38,7 +38,7 @@ float xAt(double ms, int end) {
 
 // As many of the words as have room.
 std::string fitting(std::string words, float width) {
-    while (!words.empty() && textWidth(helvetica10, words.c_str()) > width) {
+    while (!words.empty() && textWidth(helvetica10, words) > width) {
         const size_t gap = words.rfind(' ');
         words.resize(gap == std::string::npos ? 0 : gap);
     }
@@ -49,8 +49,7 @@ void drawTicks(int end) {
     for (int ms = 0; ms < end; ms += tickEvery) {
         const float x = std::round(xAt(ms, end));
         const std::string text = minutesAndSeconds(ms / 1000.0);
-        if (x + textWidth(helvetica10, text.c_str()) < right)
-            write(x, ticksBase, helvetica10, quiet, text.c_str());
+        if (x + textWidth(helvetica10, text) < right) write(x, ticksBase, helvetica10, quiet, text);
     }
 }
 
@@ -62,7 +61,7 @@ void drawSegments(const DeskState& state) {
         const bool on = i == entryAt(state.ms);
         fillBox(x0, blocksBottom, x1 - x0 - 1, blocksHeight, segmentInk(i).faded(on ? 0.95f : 0.42f));
         const Ink ink = on ? Ink{0.03f, 0.03f, 0.05f} : letters;
-        write(x0 + 4, blocksBottom + 5, helvetica10, ink, fitting(sheet[i].name, x1 - x0 - 6).c_str());
+        write(x0 + 4, blocksBottom + 5, helvetica10, ink, fitting(sheet[i].name, x1 - x0 - 6));
         if (i == state.cut) fillBox(x0 - 3, blocksBottom - 2, 5, blocksHeight + 4, Ink{1, 1, 1});
     }
 }
@@ -91,8 +90,8 @@ void drawStemNames(const DeskState& state) {
         const float y = rowBottom(i, state.stems.size());
         fillBox(left, y + 1, nameWidth, rowHeight - 2, paneInk.faded(0.92f));
         const Ink ink = stem.soloed ? marked : stem.heard ? letters : silent;
-        write(left + 4, y + 5, helvetica10, silent, formatted("%zu", i + 1).c_str());
-        const float end = write(left + 14, y + 5, helvetica10, ink, stem.name.c_str());
+        write(left + 4, y + 5, helvetica10, silent, formatted("%zu", i + 1));
+        const float end = write(left + 14, y + 5, helvetica10, ink, stem.name);
         if (stem.muted) fillBox(left + 13, y + 8, end - left - 12, 1, wrong);
     }
 }
@@ -132,10 +131,10 @@ void drawPosition(const DeskState& state) {
         const float x = std::round(xAt(state.pointer, state.end));
         fillBox(x, blocksBottom, 1, top - blocksBottom, Ink{1, 1, 1, 0.55f});
         const std::string text = clockTime(state.pointer);
-        const float width = textWidth(helvetica10, text.c_str());
+        const float width = textWidth(helvetica10, text);
         const float place = std::clamp(x - width / 2, left, right - width);
         fillBox(place - 4, top - 12, width + 8, 14, Ink{0, 0, 0, 0.8f});
-        write(place, top - 8, helvetica10, Ink{1, 1, 1}, text.c_str());
+        write(place, top - 8, helvetica10, Ink{1, 1, 1}, text);
     }
     const float x = std::round(xAt(state.ms, state.end));
     fillBox(x - 1, blocksBottom, 3, top - blocksBottom, Ink{0, 0, 0, 0.45f});
