@@ -1,10 +1,9 @@
 // Tries every file of a folder, in order, without the fuzzer: for the tests.
-#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
+#include <set>
 #include <string>
-#include <vector>
 
 #include "tests/scratch.h"
 
@@ -12,9 +11,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t size);
 
 int main(int count, char** words) {
     if (count != 2) return 1;
-    std::vector<std::filesystem::path> paths;
-    for (const auto& entry : std::filesystem::directory_iterator(words[1])) paths.push_back(entry);
-    std::sort(paths.begin(), paths.end());
+    const std::set<std::filesystem::path> paths(std::filesystem::directory_iterator(words[1]), {});
     for (const auto& path : paths) {
         printf("%s\n", path.c_str());
         fflush(stdout);
