@@ -37,24 +37,22 @@ bool hasGap(const std::vector<float>& recorded, long from, long to) {
 
 using Moments = std::vector<std::pair<double, int>>;  // each with the music's millisecond
 
-// What was recorded from one of the moments on, and where that is in what is due; nothing if it is nowhere
-// there.
-struct Heard {
-    long recorded = 0;
-    double place = 0;
-};
-constexpr long heardFrames = recordRate / 10;
-
-std::optional<Heard> find(const std::vector<float>& due, const Moments& moments, Recorder& recorder) {
+// How much of what was recorded from one of the moments on, of 1, is something else than what is due then;
+// all of it if that is nowhere there.
+double restOf(const std::vector<float>& due, const Moments& moments, Recorder& recorder) {
+    constexpr long frames = recordRate / 10;
     const std::vector<float>& recorded = recorder.samples();
     for (const auto& [moment, ms] : moments) {
         const long at = recorder.frameAt(moment);
-        if (at < 0 || at + heardFrames > long(recorded.size()) || hasGap(recorded, at, at + heardFrames))
-            continue;
-        if (const auto place = locate(recorded, at, due, long(ms) * recordRate / 1000, 20000))
-            return Heard{at, *place};
+        if (at < 0 || at + frames > long(recorded.size()) || hasGap(recorded, at, at + frames)) continue;
+        const auto place = locate(recorded, at, due, long(ms) * recordRate / 1000, 20000);
+        if (!place) continue;
+        const std::vector<float> heard(recorded.begin() + at, recorded.begin() + at + frames);
+        std::vector<float> rest = heard;
+        for (size_t i = 0; i < rest.size(); i++) rest[i] -= due[size_t(*place) + i];
+        return rmsOf(rest) / rmsOf(heard);
     }
-    return std::nullopt;
+    return 1;
 }
 
 // Noise, by which any moment is known, and two tones; the track is their sum.
@@ -131,32 +129,20 @@ TEST_F(RehearseSound, KeysMuteAndSoloStemsInStepWithTheTrack) {
     ASSERT_TRUE(says("\nstem: noise\nstem: hum\nstem: beep\n"));
     listenFor(track);
 
-    const std::vector<float>& recorded = recorder.samples();
-    for (const auto& [due, moments] : all) {
-        const std::optional<Heard> found = find(due, moments, recorder);
-        ASSERT_TRUE(found) << moments.front().second;
-        const auto from = recorded.begin() + found->recorded;
-        std::vector<float> rest(from, from + heardFrames);
-        const double level = rmsOf(rest);
-        for (size_t i = 0; i < rest.size(); i++) rest[i] -= due[size_t(found->place) + i];
-        EXPECT_LT(rmsOf(rest), 0.002 * level) << moments.front().second;
-    }
+    for (const auto& [due, moments] : all)
+        EXPECT_LT(restOf(due, moments, recorder), 0.002) << moments.front().second;
 }
 
-TEST_F(RehearseSound, BrokenStemsAreOneLineAndTheTrackGoesOn) {
+TEST_F(RehearseSound, BrokenStemsAreOneLine) {
     const std::string hum = contentOf(scratch.file("build/stems/hum.ogg"));
     scratch.write("build/stems/hum.ogg", hum.substr(0, hum.size() / 2));
-    SoundServer server;
-    Recorder recorder(server);
-    rehearse({"2"});
+    rehearse({"2", "-nosound"});
     act("key --window %1 m");
     const std::string problem = "\nproblem: no stems: build/stems/hum.ogg: the file ends too early\n";
     ASSERT_TRUE(says(problem)) << contentOf(scratch.file("state"));
     act("key --window %1 1 Home");
-    const Moments moments = nextMoments();
     EXPECT_TRUE(says(problem));
     EXPECT_EQ(state("stem"), "");
-    EXPECT_TRUE(find(decodeVorbis(scratch.file(music)), moments, recorder));
 
     scratch.write("build/stems/hum.ogg", hum);
     act("key --window %1 m");
@@ -357,8 +343,9 @@ TEST_F(RehearseStems, AreMadeWhenTheyAreShownAndAgainWithTheScore) {
     fs::copy_file("ready/hum.ogg", ::music, fs::copy_options::overwrite_existing);
     key(SDLK_m);
     rehearsal->frame();
-    EXPECT_EQ(rehearsal->stems.problem.find("no stems: data/KVX - Ondrevane2.ogg is yours"), 0u);
+    EXPECT_TRUE(rehearsal->stems.problem.starts_with("no stems: data/KVX - Ondrevane2.ogg is yours"));
     EXPECT_TRUE(rehearsal->desk.stems.empty());
+    EXPECT_TRUE(faders().isTrack());
     EXPECT_EQ(runs(), 3u);
 }
 
