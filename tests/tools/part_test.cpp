@@ -97,8 +97,8 @@ TEST_F(Parts, ThatDontBelongTogetherAreRefused) {
                                           {"data ", "from another data set"},
                                           {"sound ", "for another soundtrack"}}) {
         scratch->write("other.mp4.manifest", changed(manifest, key));
-        EXPECT_EQ(refused(ends + ' ' + other).find("capture: " + other + " was drawn " + difference + ": "),
-                  0u);
+        EXPECT_TRUE(
+            refused(ends + ' ' + other).starts_with("capture: " + other + " was drawn " + difference + ": "));
     }
     scratch->write("other.mp4", contentOf(middle));
     scratch->write("other.mp4.manifest", changed(contentOf(manifestPath(middle)), "sound "));
@@ -185,9 +185,8 @@ TEST_F(Resuming, DrawsOnlyWhatIsMissingOrOutdated) {
     std::filesystem::rename(mine, parts + "mine");
     const Result resumed = capture(words);
     ASSERT_EQ(resumed.status, 0) << resumed.output;
-    EXPECT_EQ(resumed.output.find("capture: 1 of 2 pieces are drawn again: " + first +
-                                  " was drawn by another program: another "),
-              0u)
+    EXPECT_TRUE(resumed.output.starts_with("capture: 1 of 2 pieces are drawn again: " + first +
+                                           " was drawn by another program: another "))
         << resumed.output;
     EXPECT_NE(resumed.output.find("frame 11 of 11"), std::string::npos) << resumed.output;
     EXPECT_EQ(namesIn(parts), std::set<std::string>{"mine"});
@@ -235,13 +234,13 @@ TEST_F(Resuming, IsOfOneState) {
     EXPECT_EQ(run("./stripped"), "capture: " + film + " is whole already\n");
     const std::string again = "capture: " + film + " is drawn again: it was drawn ";
     const std::string other = run(anotherProgram(home));
-    EXPECT_EQ(other.find(again + "by another program: "), 0u);
+    EXPECT_TRUE(other.starts_with(again + "by another program: "));
     EXPECT_TRUE(other.ends_with(
         "\ncapture: no film was written: ffmpeg can't be started: No such file or directory\n"))
         << other;
     std::filesystem::remove(star);
     std::filesystem::copy("data/spot.png", star);
-    EXPECT_EQ(run(CAPTURE_PROGRAM).find(again + "from another data set: "), 0u);
+    EXPECT_TRUE(run(CAPTURE_PROGRAM).starts_with(again + "from another data set: "));
     EXPECT_TRUE(isWhole(film, manifestOf(film)));
 }
 
@@ -282,7 +281,7 @@ TEST(ResumingPictures, DrawsThoseThatAreMissingOrBroken) {
     std::filesystem::remove(scratch.file("23.png"));
     const Result resumed = capture(words);
     ASSERT_EQ(resumed.status, 0) << resumed.output;
-    EXPECT_EQ(resumed.output.find("capture: 1 of 3 pictures are there already\n"), 0) << resumed.output;
+    EXPECT_TRUE(resumed.output.starts_with("capture: 1 of 3 pictures are there already\n")) << resumed.output;
     EXPECT_EQ(std::filesystem::last_write_time(scratch.file("20.png")), untouched);
     EXPECT_TRUE(contentOf(scratch.file("22.png")) == whole);
     EXPECT_EQ(capture(words).output, "capture: 3 of 3 pictures are there already\n");
@@ -291,9 +290,8 @@ TEST(ResumingPictures, DrawsThoseThatAreMissingOrBroken) {
 
     scratch.write("%d.png.manifest", changed(contentOf(scratch.file("%d.png.manifest")), "data "));
     const Result again = capture(words);
-    EXPECT_EQ(again.output.find("capture: " + scratch.file("%d.png") +
-                                " is drawn again: it was drawn from another data set: another "),
-              0u)
+    EXPECT_TRUE(again.output.starts_with("capture: " + scratch.file("%d.png") +
+                                         " is drawn again: it was drawn from another data set: another "))
         << again.output;
     EXPECT_NE(again.output.find("frame 3 of 3"), std::string::npos) << again.output;
 }
