@@ -270,6 +270,23 @@ TEST_F(RehearseReload, AFolderThatComesAgainIsWatchedOn) {
     }
 }
 
+TEST(Watch, SeesFoldersThatCameWhileTooMuchHappened) {
+    const ScratchDirectory scratch;
+    const WorkingDirectory inside(scratch.path);
+    fs::create_directory("root");
+    Watch watch;
+    watch.add("root");
+    scratch.write("root/a", "");
+    // Two events each.
+    const int room = std::stoi(contentOf("/proc/sys/fs/inotify/max_queued_events"));
+    for (int i = 0; i <= room / 2; i++) fs::rename(i % 2 ? "root/b" : "root/a", i % 2 ? "root/a" : "root/b");
+    fs::create_directory("root/folder");
+    EXPECT_TRUE(watch.take().lost);
+    watch.take();
+    scratch.write("root/folder/file", "");
+    EXPECT_EQ(watch.take().saved, std::set<std::string>{"root/folder/file"});
+}
+
 TEST_F(RehearseReload, ItSaysWhenNothingCanBeWatched) {
     rlimit before;
     getrlimit(RLIMIT_NOFILE, &before);

@@ -74,6 +74,9 @@ Watch::Changes Watch::take() {
             takeEvent(*event, &changes);
         }
     }
+    Changes any;  // which `lost` has told already
+    if (changes.lost)
+        for (const std::string& root : roots) folderChanged(come, root, &any);
     return changes;
 }
 
