@@ -62,6 +62,7 @@ const TextureRow textureTable[] = {
     {"data/credits-models.png", "models", GL_REPEAT, GL_REPEAT, 512, 512},
     {"data/white.png", "white", GL_REPEAT, GL_REPEAT, 64, 64},
 };
+static_assert(std::size(textureTable) <= firstTarget, "the records of render targets come next");
 
 const EffectRow effectTable[] = {
     {"cubes1", []() -> EffectBase* { return new CubeHeap(demo, "laatikko"); }},
