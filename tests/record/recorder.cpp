@@ -120,11 +120,14 @@ void setUniform(const std::string& values) {
         record::say("uniform of a program that is not in use: " + askedFor.second);
 }
 
-template <auto* real, typename... Floats>
-void setFloats(GLint at, Floats... values) {
-    const float all[] = {values...};
-    setUniform(numbers(all, sizeof...(values)));
-    (*real)(at, values...);
+template <auto& call, typename... Floats>
+void stepBeforeUniform() {
+    static const auto real = call;
+    call = [](GLint at, Floats... values) {
+        const float all[] = {values...};
+        setUniform(numbers(all, sizeof...(values)));
+        real(at, values...);
+    };
 }
 
 // --- The state
@@ -415,23 +418,13 @@ void sayCalls() {
     lines.push_back("calls: " + text);
 }
 
-template <typename Function>
-Function exchange(Function& pointer, Function other) {
-    return std::exchange(pointer, other);
-}
-
-PFNGLUNIFORM1FARBPROC real1f;
-PFNGLUNIFORM2FARBPROC real2f;
-PFNGLUNIFORM3FARBPROC real3f;
-PFNGLUNIFORM4FARBPROC real4f;
-
 void stepBetween() {
-    realElements = exchange(glDrawRangeElementsEXT, PFNGLDRAWRANGEELEMENTSPROC(drawElements));
-    realLocation = exchange(glGetUniformLocationARB, PFNGLGETUNIFORMLOCATIONARBPROC(location));
-    real1f = exchange(glUniform1fARB, PFNGLUNIFORM1FARBPROC(setFloats<&real1f, float>));
-    real2f = exchange(glUniform2fARB, PFNGLUNIFORM2FARBPROC(setFloats<&real2f, float, float>));
-    real3f = exchange(glUniform3fARB, PFNGLUNIFORM3FARBPROC(setFloats<&real3f, float, float, float>));
-    real4f = exchange(glUniform4fARB, PFNGLUNIFORM4FARBPROC(setFloats<&real4f, float, float, float, float>));
+    realElements = std::exchange(glDrawRangeElementsEXT, drawElements);
+    realLocation = std::exchange(glGetUniformLocationARB, location);
+    stepBeforeUniform<glUniform1fARB, float>();
+    stepBeforeUniform<glUniform2fARB, float, float>();
+    stepBeforeUniform<glUniform3fARB, float, float, float>();
+    stepBeforeUniform<glUniform4fARB, float, float, float, float>();
 }
 
 }  // namespace
