@@ -51,8 +51,7 @@ std::vector<Stretch> stretchesOf(const std::vector<Part>& parts) {
             offset += run.last - run.first + 1;
         }
     }
-    std::sort(stretches.begin(), stretches.end(),
-              [](const Stretch& a, const Stretch& b) { return a.run.first < b.run.first; });
+    std::ranges::sort(stretches, {}, [](const Stretch& stretch) { return stretch.run.first; });
     return stretches;
 }
 

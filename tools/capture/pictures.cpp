@@ -84,8 +84,7 @@ bool drawPictures(SteppedShow& show, const CaptureOptions& options, const std::v
         const auto end = next + std::min(piece, frames.end() - next);
         drawn = drawSome(show, options, {next, end}, progress, &manifest);
         next = end;
-        std::sort(manifest.frames.begin(), manifest.frames.end(),
-                  [](const DrawnFrame& a, const DrawnFrame& b) { return a.number < b.number; });
+        std::ranges::sort(manifest.frames, {}, &DrawnFrame::number);
         drawn &= !options.resume || manifest.frames.empty() || writeManifest(options.out, manifest);
     }
     return drawn;

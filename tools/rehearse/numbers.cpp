@@ -199,8 +199,7 @@ void Numbers::list() {
         if (int(i) == begin || int(i) == end || all[i].turned() || drawn.contains(all[i].piece))
             listed.push_back(int(i));
     }
-    std::stable_sort(listed.begin(), listed.end(),
-                     [&](int a, int b) { return rankOf(all[size_t(a)].file) < rankOf(all[size_t(b)].file); });
+    std::ranges::stable_sort(listed, {}, [&](int i) { return rankOf(all[size_t(i)].file); });
 }
 
 // What it is now or, while that is compared, what its source has. False if its shader is none then.

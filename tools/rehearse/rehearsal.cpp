@@ -28,7 +28,7 @@ constexpr double handsRest = 0.12;   // seconds without a jump, after which what
 bool repeats(SDLKey key) {
     constexpr SDLKey moving[] = {SDLK_COMMA, SDLK_PERIOD, SDLK_LEFT,   SDLK_RIGHT,
                                  SDLK_UP,    SDLK_DOWN,   SDLK_PAGEUP, SDLK_PAGEDOWN};
-    return std::find(std::begin(moving), std::end(moving), key) != std::end(moving);
+    return std::ranges::find(moving, key) != std::end(moving);
 }
 
 int milliseconds(float seconds) {
@@ -80,8 +80,7 @@ constexpr KeyRow controlKeys[] = {
 };
 
 bool actOn(std::span<const KeyRow> rows, SDLKey key, Rehearsal* rehearsal) {
-    const auto row =
-        std::find_if(rows.begin(), rows.end(), [&](const KeyRow& known) { return known.key == key; });
+    const auto row = std::ranges::find(rows, key, &KeyRow::key);
     if (row == rows.end()) return false;
     row->act(*rehearsal);
     return true;
