@@ -28,12 +28,13 @@ public:
         ASSERT_TRUE(await([&] { return !state("time").empty(); }));
     }
     virtual bool await(const std::function<bool()>& condition) const { return ::await(process, condition); }
+    std::string desk() const { return contentOf(scratch.file("state")); }
     bool says(const std::string& words) const {
-        return await([&] { return contentOf(scratch.file("state")).find(words) != std::string::npos; });
+        return await([&] { return desk().find(words) != std::string::npos; });
     }
     // The first value of that name.
     std::string state(const std::string& name) const {
-        std::istringstream lines(contentOf(scratch.file("state")));
+        std::istringstream lines(desk());
         for (std::string line; std::getline(lines, line);)
             if (line.starts_with(name + ": ")) return line.substr(name.size() + 2);
         return "";

@@ -16,7 +16,7 @@ TEST_F(RehearseProgram, KeysAndMouseMoveTheMusic) {
     act("key --window %1 w space");
     EXPECT_TRUE(await([&] {
         return state("Q") == "1" && state("message") == "Beat 80.00 delta 80.00 bpm 1";
-    })) << contentOf(scratch.file("state"));
+    })) << desk();
     act("mousemove --window %1 " + std::to_string(xAt(100)) + " 540 click 1");
     EXPECT_TRUE(await([&] { return std::abs(time() - 100000) < 400; })) << time();
     EXPECT_EQ(state("segment"), "robot");
@@ -87,25 +87,18 @@ TEST_F(RehearseProgram, ItBeginsWithWhateverIsThere) {
     damage(music, "no music");
     damage("data/shaders/boom.fs", "void main() { gl_FragColor = colour; }\n");
     rehearse({"50", "--held", "-nosound"});
-    EXPECT_TRUE(await([&] {
-        const std::string all = contentOf(scratch.file("state"));
-        return all.find("problem: data/spot.png: ") != std::string::npos &&
-               all.find("problem: data/loading.jpg: ") != std::string::npos &&
-               all.find("problem: data/ring.AML: ") != std::string::npos &&
-               all.find("problem: data/KVX - Ondrevane2.ogg: ") != std::string::npos &&
-               all.find("problem: data/shaders/boom.fs:1:") != std::string::npos;
-    })) << contentOf(scratch.file("state"));
+    for (const char* problem : {"data/spot.png: ", "data/loading.jpg: ", "data/ring.AML: ",
+                                "data/KVX - Ondrevane2.ogg: ", "data/shaders/boom.fs:1:"})
+        EXPECT_TRUE(says(std::string("problem: ") + problem)) << desk();
 
     // The same mistake once more is still one; a shader is good again when its program is.
     damage("data/shaders/boom.fs", "void main() { gl_FragColor = colour; }\n");
     damage("data/spot.png", contentOf("data/spot.png").c_str());
     std::filesystem::copy_file("data/loading.jpg", scratch.file("data/loading.jpg"),
                                std::filesystem::copy_options::overwrite_existing);
-    EXPECT_TRUE(await([&] {
-        return contentOf(scratch.file("state")).find("good again: data/loading.jpg") != std::string::npos;
-    }));
-    EXPECT_NE(contentOf(scratch.file("state")).find("problem: data/shaders/boom.fs:1:"), std::string::npos);
-    EXPECT_EQ(contentOf(scratch.file("state")).find("good again: data/shaders"), std::string::npos);
+    EXPECT_TRUE(says("good again: data/loading.jpg"));
+    EXPECT_NE(desk().find("problem: data/shaders/boom.fs:1:"), std::string::npos);
+    EXPECT_EQ(desk().find("good again: data/shaders"), std::string::npos);
 }
 
 // Whatever is saved while it starts is seen, and ends nothing.
@@ -119,11 +112,8 @@ TEST_F(RehearseProgram, WhatIsSavedDuringTheStartIsSeen) {
             scratch.write("half", contentOf(file).substr(0, 5000));
             std::filesystem::rename(scratch.file("half"), scratch.path / file);
         }
-        EXPECT_TRUE(await([&] {
-            const std::string all = contentOf(scratch.file("state"));
-            return all.find("problem: data/ring.AML: the file ends too early") != std::string::npos &&
-                   all.find("problem: data/spot.png: ") != std::string::npos;
-        })) << moment;
+        EXPECT_TRUE(says("problem: data/ring.AML: the file ends too early")) << moment;
+        EXPECT_TRUE(says("problem: data/spot.png: ")) << moment;
         EXPECT_TRUE(runs()) << moment;
         endProcess(process, SIGTERM);
         for (const char* file : {"data/ring.AML", "data/spot.png"})
@@ -165,7 +155,7 @@ public:
     // It takes a compiler's time, on a machine that may have other work: as long as the held desk changes.
     bool await(const std::function<bool()>& condition) const override {
         const auto shown = [&] {
-            const std::string text = contentOf(scratch.file("state"));
+            const std::string text = desk();
             return text.substr(std::min(text.find('\n'), text.size()));  // behind the time that is on
         };
         for (std::string before; !RehearseProgram::await(condition); before = shown())
@@ -195,7 +185,7 @@ public:
             const std::string chosen = state("chosen");
             return chosen.starts_with(file + ":") && chosen.ends_with(": " + name);
         };
-        EXPECT_TRUE(says("number: " + file)) << contentOf(scratch.file("state"));
+        EXPECT_TRUE(says("number: " + file)) << desk();
         for (const char* key : {"Down", "Up"})
             for (std::string last = "none"; !isChosen() && state("chosen") != last && !HasFailure();) {
                 last = state("chosen");
@@ -227,7 +217,7 @@ TEST_F(RehearseCode, TakesItsPlaceOrGivesWayToThatBeforeIt) {
                       crashed = ": the new code crashed: ";
     const auto givesWay = [&](const std::string& text, const std::string& told, bool toFilm) {
         save(heap, draw, text);
-        ASSERT_TRUE(says("problem: " + heap + told)) << contentOf(scratch.file("state"));
+        ASSERT_TRUE(says("problem: " + heap + told)) << desk();
         EXPECT_EQ(time(), 70000);
         EXPECT_EQ(state("held"), "1");
         EXPECT_EQ(state("loop"), loop);
@@ -239,7 +229,7 @@ TEST_F(RehearseCode, TakesItsPlaceOrGivesWayToThatBeforeIt) {
     givesWay(atItsStart, crashed, true);
     givesWay(draw + loops, looped, true);
     save(heap, draw, draw + "\n");
-    ASSERT_TRUE(says("message: loaded " + heap)) << contentOf(scratch.file("state"));
+    ASSERT_TRUE(says("message: loaded " + heap)) << desk();
     EXPECT_TRUE(shot() == film);
     save(heap, draw, draw + "    glTranslatef(0, 10, 0);\n");
     ASSERT_TRUE(await([&] { return shot() != film; }));
@@ -321,7 +311,7 @@ TEST_F(RehearseCode, ANumberIsTurnedAndWrittenBack) {
     std::string expected = source;
     expected.replace(expected.find("480"), 3, "580");
     EXPECT_EQ(contentOf(scratch.file(heap)), expected);
-    EXPECT_TRUE(says("message: loaded " + heap)) << contentOf(scratch.file("state"));
+    EXPECT_TRUE(says("message: loaded " + heap)) << desk();
     EXPECT_TRUE(shot() == turned);
     // Undone, and turned otherwise: the source stays until that is written.
     act("key --window %1 ctrl+z");
@@ -351,13 +341,13 @@ TEST_F(RehearseCode, ACutIsDragged) {
             " 567 sleep 0.3 mouseup 1");
     };
     drag(75);
-    ASSERT_TRUE(await([&] { return state("segment") == "torn tunnel"; })) << contentOf(scratch.file("state"));
+    ASSERT_TRUE(await([&] { return state("segment") == "torn tunnel"; })) << desk();
     const int moved = std::atoi(state("turned").substr(state("turned").find("= ") + 2).c_str());
     EXPECT_NEAR(moved, 75000, 400);
     const double beats = (moved - showtime::heap.ms) * showtime::beatsPerMinute / 60000.0;
     EXPECT_NEAR(beats, std::round(beats), 0.002);
     save("effects/probes.cpp", "probeScale = 0.3f", "probeScale = 0.31f");
-    ASSERT_TRUE(says("message: loaded effects/probes.cpp")) << contentOf(scratch.file("state"));
+    ASSERT_TRUE(says("message: loaded effects/probes.cpp")) << desk();
     EXPECT_EQ(state("segment"), "torn tunnel");
     act("key --window %1 Return");
     ASSERT_TRUE(says("message: written: " + times));
@@ -396,17 +386,17 @@ TEST_F(RehearseCode, ShadersAreTurnedAndACrashLeadsBack) {
         const std::string turned = shot();
         EXPECT_TRUE(turned != before) << name;
         act("key --window %1 Return");
-        ASSERT_TRUE(says("message: loaded " + shader)) << contentOf(scratch.file("state"));
+        ASSERT_TRUE(says("message: loaded " + shader)) << desk();
         EXPECT_TRUE(shot() == turned) << name;
         before = turned;
     }
     choose(probes, "parts");
     ASSERT_FALSE(HasFailure());
-    EXPECT_EQ(contentOf(scratch.file("state")).find(": lanes"), std::string::npos);
+    EXPECT_EQ(desk().find(": lanes"), std::string::npos);
     // The window goes with the press, so there may be none to release the key in.
     act("keydown --window %1 Left");
     const std::string told = ": parts = 0 (1): the code crashed: Floating point exception";
-    ASSERT_TRUE(await([&] { return state("problem").find(told) != std::string::npos; })) << state("problem");
+    ASSERT_TRUE(says(told)) << desk();
     EXPECT_TRUE(shot() == before);
     EXPECT_NE(state("problem").find(told), std::string::npos) << state("problem");
 }

@@ -88,7 +88,7 @@ public:
             double now = 0;
             int ms = 0;
             await([&] {
-                const std::string all = contentOf(scratch.file("state"));
+                const std::string all = desk();
                 return sscanf(all.c_str(), "now: %lf time: %d", &now, &ms) == 2 && now > from;
             });
             moments.emplace_back(now, ms);
@@ -114,7 +114,7 @@ TEST_F(RehearseSound, KeysMuteAndSoloStemsInStepWithTheTrack) {
     for (size_t i = 0; i < noise.size(); i++) noiseAndHum[i] += noise[i];
 
     act("key --window %1 m");
-    ASSERT_TRUE(says("\nstem: noise\nstem: hum\nstem: beep\n")) << contentOf(scratch.file("state"));
+    ASSERT_TRUE(says("\nstem: noise\nstem: hum\nstem: beep\n")) << desk();
     act("key --window %1 Home");
     listenFor(track);
     act("key --window %1 3");
@@ -139,7 +139,7 @@ TEST_F(RehearseSound, BrokenStemsAreOneLine) {
     rehearse({"2", "-nosound"});
     act("key --window %1 m");
     const std::string problem = "\nproblem: no stems: build/stems/hum.ogg: the file ends too early\n";
-    ASSERT_TRUE(says(problem)) << contentOf(scratch.file("state"));
+    ASSERT_TRUE(says(problem)) << desk();
     act("key --window %1 1 Home");
     EXPECT_TRUE(says(problem));
     EXPECT_EQ(state("stem"), "");
@@ -147,7 +147,7 @@ TEST_F(RehearseSound, BrokenStemsAreOneLine) {
     scratch.write("build/stems/hum.ogg", hum);
     act("key --window %1 m");
     act("key --window %1 m");
-    EXPECT_TRUE(says("\nstem: noise\nstem: hum\nstem: beep\n")) << contentOf(scratch.file("state"));
+    EXPECT_TRUE(says("\nstem: noise\nstem: hum\nstem: beep\n")) << desk();
     EXPECT_EQ(state("problem"), "");
     fs::remove(scratch.path / "build/stems/list");
     act("key --window %1 m");
