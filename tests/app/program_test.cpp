@@ -41,13 +41,6 @@ TEST_F(Program, StartUpFailuresPrintTheirMessageAsItStandsAndEndWithStatusZero) 
     const Outcome oldDriver = run("-win -nosound", "MESA_GL_VERSION_OVERRIDE=1.3");
     EXPECT_EQ(oldDriver.status, 0);
     EXPECT_EQ(oldDriver.errors, "error: Seems that OpenGL 1.4 is not supported.\n");
-
-    for (const char* screen : {"-win", "-fs"}) {
-        const Outcome noData = run(screen);
-        EXPECT_EQ(noData.status, 0);
-        EXPECT_EQ(noData.errors, "can't open data/loading.jpg\nerror: File [%s] not found.\n");
-        EXPECT_EQ(noData.output, "");
-    }
 }
 
 TEST_F(Program, PlaysWithoutMusicUntilItsWindowIsClosed) {

@@ -116,10 +116,4 @@ TEST_F(Keys, AShotTakesANumberEvenIfItCantBeWritten) {
     EXPECT_TRUE(std::filesystem::is_regular_file("w:/shots/shot10001.png"));
 }
 
-using KeysDeathTest = Keys;
-
-TEST_F(KeysDeathTest, EscapeEndsTheProgram) {
-    EXPECT_EXIT(handleKey(SDLK_ESCAPE), testing::ExitedWithCode(0), "");
-}
-
 }  // namespace
