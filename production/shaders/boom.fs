@@ -4,10 +4,9 @@
 // where the picture is left alone. A "scale" that stands still holds a ring of glass at its place.
 //
 // In the hall "distort" counts seconds, and when the last card goes it has values that it has nowhere else: there the
-// hall turns out to be what the robot's screen shows. It shrinks to that, goes out, and leaves a face, which falls
-// asleep as the program fades the picture, and at the last beat, when nothing else is seen, looks once more. The fade
-// begins with the last card's end, so that what is told first is told brightest, and the viewer comes as near to
-// the sleeper as the light goes.
+// hall turns out to be what the robot's screen shows. It shrinks to that, goes out, and leaves a face. The viewer steps
+// back: the robot sits by the sea at night, sees a streak of light pass, and falls asleep as the program fades the
+// picture. At the last beat, when nothing else is seen, it looks once more. What is told first is told brightest.
 
 uniform sampler2D picture;
 uniform vec2 center;    // of the rings, 0..1 across what is seen
@@ -25,29 +24,33 @@ const float lastCardsBeat = 42.805;
 const float lastCard = 43.156;
 const float lastLook = 51.4;
 const float allOver = 52.0;
-// In seconds from the last card on: the screen goes out before a bar, and on beats the eyes open, look aside, blink,
-// and begin to fall shut.
+// In seconds from the last card on: the screen goes out before a bar; on beats its eyes open, the viewer steps back into
+// the night, a streak of light crosses it, and they fall shut.
 const float switchedOff = 0.53;
 const float eyesOpen = 0.60;
-const float looksAside = 1.08;
-const float blinks = 1.55;
-const float fallsAsleep = 2.03;
+const float intoNight = 0.85;
+const float streaks = 1.55;
+const float fallsAsleep = 2.50;
 const vec2 glass = vec2(4.0 / 3.0, 1.0);  // half the screen
 const float glassCorner = 0.26;
 const float faceSize = 1.22;
 // Lights, of which the glow makes two to three times as much, and then the fade so much less of all that is over 1:
-// with more green the face would fade to olive. So the head is laid dark, and what is bright on it is thin.
+// what is to be seen longest is full in all of its channels.
 const vec3 amber = vec3(0.62, 0.215, 0.012);
-const vec3 hot = vec3(0.60, 0.31, 0.07);
-const vec3 cream = vec3(0.85, 0.50, 0.36);
+const vec3 hot = vec3(0.95, 0.56, 0.24);
+const vec3 pale = vec3(0.95, 0.86, 0.62);
 const vec3 ivory = vec3(0.270, 0.206, 0.136);
 const vec3 orange = vec3(0.34, 0.085, 0.012);
 const vec3 brass = vec3(0.36, 0.165, 0.045);
 const vec3 petrol = vec3(0.020, 0.075, 0.095);
 const vec3 steel = vec3(0.030, 0.036, 0.050);
-const vec3 night = vec3(0.030, 0.055, 0.150);  // behind it, between rings and in them
-const vec3 dusk = vec3(0.060, 0.400, 0.480);
-const float breathing = 3.3;  // radians a second: a breath a bar
+const vec3 zenith = vec3(0.010, 0.012, 0.055);
+const vec3 horizon = vec3(0.060, 0.200, 0.340);
+const vec3 moonlight = vec3(0.80, 0.90, 1.00);
+// Places in the night, from the middle of the picture in halves of its height.
+const float sea = -0.42;
+const vec2 moon = vec2(0.84, 0.56);
+const vec2 sleeper = vec2(-0.52, -0.14);
 // The lamp over the viewer's left shoulder, and half-way from it to him.
 const vec3 lamp = vec3(-0.45, 0.65, 0.61);
 const vec3 halfway = vec3(-0.251, 0.362, 0.897);
@@ -77,7 +80,7 @@ float hangingArc(vec2 p, float halfWidth, float sag) {
 // How far a place is outside of an eye from open (1) to closed (0), its lid sinking.
 float outsideEye(vec2 p, float open, vec2 gaze) {
     float r = length(p);
-    float disc = max(r - 0.31, 0.125 - length(p - gaze)), ring = abs(r - 0.385) - 0.022;
+    float disc = max(r - 0.31, 0.17 - length(p - gaze)), ring = abs(r - 0.385) - 0.022;
     float lashes = hangingArc(p - vec2(0.0, -0.03), 0.30, 0.16) - 0.055;
     return open > 0.2 ? max(min(disc, ring), p.y - mix(-0.40, 0.46, open)) : lashes;
 }
@@ -103,41 +106,71 @@ vec3 outOf(vec2 p, vec2 size, float corner) {
 struct Surface {
     vec3 paint;
     vec3 lean;
+    float outside;  // of all that was laid
 };
 
 void lay(inout Surface seen, vec3 paint, vec2 lean, float gloss, float outside, float pixel) {
     float share = inside(outside, pixel);
     seen.paint = mix(seen.paint, paint, share);
     seen.lean = mix(seen.lean, vec3(lean, gloss), share);
+    seen.outside = min(seen.outside, outside);
 }
 
-// In the lamp, and in a cold light from behind on the right.
-vec3 lit(Surface seen) {
+// In the lamp, which is left behind as night comes, and in the moon's light from behind on the right.
+vec3 lit(Surface seen, float dark) {
     vec2 lean = seen.lean.xy;
     float steep = dot(lean, lean);
     lean *= steep > 1.0 ? inversesqrt(steep) : 1.0;
     vec3 normal = vec3(lean, sqrt(max(1.0 - steep, 0.0)));
     float glint = max(dot(normal, halfway), 0.0);
     glint *= glint, glint *= glint, glint *= glint, glint *= glint, glint *= glint;
-    float rim = smoothstep(0.45, 1.0, dot(lean, vec2(0.93, -0.30)));
-    return seen.paint * (0.05 + 0.95 * max(dot(normal, lamp), 0.0)) + seen.lean.z * glint * vec3(0.50, 0.46, 0.40) +
-           rim * vec3(0.03, 0.20, 0.30);
+    float rim = smoothstep(0.45, 1.0, dot(lean, vec2(0.88, 0.36)));
+    return (seen.paint * (0.05 + 0.95 * max(dot(normal, lamp), 0.0)) + seen.lean.z * glint * vec3(0.50, 0.46, 0.40)) *
+               (1.0 - 0.8 * dark) +
+           rim * mix(vec3(0.03, 0.20, 0.30), moonlight, dark);
+}
+
+// What is seen of the night: stars over the sea, the moon, its path on the water, and the streak of light.
+vec3 nightAt(vec2 p, float seconds, float pixel) {
+    float up = p.y - sea, depth = max(-up, 0.0);
+    float high = min(abs(up), 1.0);
+    vec3 seen = mix(horizon, zenith, high * (2.0 - high));
+    // A star in every second cell, more of them small than great.
+    vec2 q = p * 9.0 + 40.0, cell = floor(q);
+    vec2 dice = fract(cell * vec2(0.3183, 0.3679));
+    float chance = fract(19.0 * (dice.x + dice.y) * (dice.x + 7.3 * dice.y));
+    float size = max(2.0 * fract(31.0 * chance) - 1.0, 0.0);
+    vec2 from = q - cell - 0.15 - 0.7 * vec2(chance, fract(17.0 * chance));
+    float star = clamp(3.0 - 3.0 * length(from) / (0.03 + 0.11 * size * size), 0.0, 1.0) * clamp(8.0 * up, 0.0, 1.0);
+    vec2 m = p - moon;
+    float light = inside(max(length(m) - 0.205, 0.190 - length(m - vec2(-0.095, 0.045))), pixel);
+    // Ripples that catch it, wider towards the viewer.
+    float wave = 2.9 / (depth + 0.15) - 0.3 * seconds, ripple = 1.0 - 4.0 * abs(fract(wave) - 0.5);
+    float path = (0.06 + 0.26 * depth) * (0.45 + fract(0.618 * floor(wave))) - abs(m.x);
+    light = max(light, step(up, 0.0) * clamp(5.0 * ripple - 1.5, 0.0, 1.0) * clamp(path / 0.05, 0.0, 1.0));
+    // The streak's track is an arc across the sky, which stays and thins.
+    float gone = min(4.0 * (seconds - streaks) - 1.6, 1.8) - p.x, age = max(seconds - streaks - 0.9, 0.0);
+    float arc = p.x + 0.9, thick = (0.032 - 0.006 * age) / (1.0 + gone * gone);
+    float across = abs(p.y - 0.84 + 0.24 * arc * arc) - thick * clamp(gone / 0.12, 0.0, 1.0);
+    light = max(light, max(step(0.0, gone) * inside(across, pixel), step(0.05, size) * star));
+    return mix(seen, moonlight, light);
 }
 
 // The robot's head, in which the screen sits: an ivory box with round edges, on it a brass frame round the deep black
-// one of the screen, ears, aerials and a cap. `glow`: what the screen throws on what is next to it; `behind`: the paint behind it all.
-vec3 headAt(vec2 p, vec3 glow, vec3 behind, float pixel) {
+// one of the screen, ears, aerials and a cap. `glow`: what the screen throws on what is
+// next to it; `behind`: what is seen behind it all.
+vec3 headAt(vec2 p, vec3 glow, vec3 behind, float dark, float pixel) {
     vec2 side = vec2(abs(p.x), p.y), hand = vec2(p.x < 0.0 ? -1.0 : 1.0, 1.0);
-    // The neck, a bellows.
+    // Shoulders, and the neck, a bellows.
     float ribs = sin(44.0 * p.y);
-    Surface seen = Surface(behind, vec3(0.0));
+    Surface seen = Surface(vec3(0.0), vec3(0.0), 1.0);
+    vec3 body = outOf(p + vec2(0.0, 4.3), vec2(2.15, 2.35), 1.1);
+    lay(seen, ivory * 0.5, body.xy * clamp(1.0 + body.z / 0.5, 0.0, 1.0), 0.3, body.z, pixel);
     lay(seen, petrol * 1.6, vec2(1.5 * p.x, 0.5 * ribs), 0.4, max(side.x - 0.60, p.y + 1.4), pixel);
-    // Aerials: a rod in a spring, and a ball.
+    // Aerials: a rod and a ball.
     vec2 foot = side - vec2(0.66, 1.34);
     float rod = foot.x - 0.35 * foot.y;
     lay(seen, steel * 3.0, vec2(24.0 * rod * hand.x, 0.0), 0.5, max(abs(rod) - 0.022, abs(foot.y - 0.18) - 0.22), pixel);
-    lay(seen, brass, vec2(11.0 * foot.x * hand.x, 0.5 * ribs), 0.5,
-        max(abs(foot.x) - 0.085 + 0.25 * foot.y, abs(foot.y - 0.03) - 0.10), pixel);
     vec2 ball = foot - vec2(0.14, 0.44);
     float fromBall = length(ball) - 0.095;
     lay(seen, amber * 0.9, ball * hand * 10.5, 1.0, fromBall, pixel);
@@ -148,23 +181,13 @@ vec3 headAt(vec2 p, vec3 glow, vec3 behind, float pixel) {
     lay(seen, steel, vec2(0.2 * hand.x, 2.5 * ear.y), 0.5, max(abs(ear.x) - 0.26, abs(ear.y) - 0.38 + 0.6 * ear.x), pixel);
     lay(seen, orange, vec2(7.0 * (ear.x - 0.06) * hand.x, 2.0 * ear.y), 0.8,
         roundBox(ear - vec2(0.06, 0.0), vec2(0.075, 0.47), 0.07), pixel);
-    // The shell: its edge is a quarter round, its front all but flat; a seam runs round where they meet.
+    // The shell: its edge is a quarter round, its front all but flat.
     vec3 shell = outOf(p + vec2(0.0, 0.10), vec2(1.80, 1.46), 0.46);
-    float edge = clamp(1.0 + shell.z / 0.26, 0.0, 1.0), seam = inside(abs(shell.z + 0.215) - 0.007, pixel);
+    float edge = clamp(1.0 + shell.z / 0.26, 0.0, 1.0);
     // The frame lies on it and shades it.
     vec3 frame = outOf(p, vec2(1.52, 1.19), 0.38);
     float shade = 0.4 + 0.6 * smoothstep(0.0, 0.09, frame.z + dot(frame.xy, vec2(-0.03, 0.04)));
-    lay(seen, ivory * (1.0 - 0.8 * seam) * shade, shell.xy * edge * edge + vec2(0.20, 0.24) * p, 0.9, shell.z, pixel);
-    // A screw in each corner, and on the chin a grille between a knob and a lamp that is on.
-    vec2 screw = side - vec2(1.56, p.y < 0.0 ? -1.34 : 1.14);
-    float slot = inside(abs(screw.x * hand.x + (p.y < 0.0 ? 0.4 : -0.8) * screw.y) - 0.012, pixel);
-    lay(seen, vec3(0.006), vec2(0.0), 0.0, length(screw) - 0.064, pixel);
-    lay(seen, brass * (1.0 - 0.85 * slot), screw * 11.0 * hand, 0.6, length(screw) - 0.050, pixel);
-    vec2 grille = vec2(abs(fract(side.x / 0.075) - 0.5) * 0.075 - 0.016, abs(p.y + 1.375) - 0.085);
-    lay(seen, vec3(0.004), vec2(0.0), 0.0, max(max(grille.x, grille.y), side.x - 0.375), pixel);
-    vec2 knob = (side - vec2(1.14, -1.375)) * hand;
-    lay(seen, p.x > 0.0 ? vec3(0.03, 0.48, 0.35) : orange * 1.2, knob * 15.0, 1.0,
-        length(knob) - (p.x > 0.0 ? 0.05 : 0.07), pixel);
+    lay(seen, ivory * shade, shell.xy * edge * edge + vec2(0.20, 0.24) * p, 0.9, shell.z, pixel);
     // The frame is round, and falls to the screen.
     float across = clamp((frame.z + 0.055) / 0.055, -1.0, 1.0);
     lay(seen, brass, frame.xy * across, 1.0, frame.z, pixel);
@@ -173,17 +196,16 @@ vec3 headAt(vec2 p, vec3 glow, vec3 behind, float pixel) {
     vec3 thrown = glow * (0.5 * (1.0 - smoothstep(-0.11, 0.0, frame.z)) * inside(frame.z, pixel) * (1.0 - pit) +
                           (1.0 - smoothstep(0.0, 0.10, rubber)) * pit);
     float aura = max(1.0 - 3.5 * max(fromBall, 0.0), 0.0) * step(0.0, min(fromBall, shell.z));
-    return lit(seen) + thrown + amber * (0.25 * aura * aura * aura);
+    vec3 lamps = amber * (0.25 * aura * aura * aura + dark * inside(fromBall, pixel));
+    return mix(behind, lit(seen, dark), inside(seen.outside, pixel)) + thrown + lamps;
 }
 
-// The screen's glass bulges: what it shows does, and it throws back a window, and its own edge.
+// The screen's glass bulges: what it shows does, and it throws back its own edge.
 vec2 bulged(vec2 p, float back) { return p * (1.0 - back * (0.08 - 0.045 * dot(p, p))); }
 
-vec3 onGlass(vec2 p, float edge, float pixel) {
-    vec2 q = abs(p * (1.0 + 0.10 * dot(p, p)) - vec2(-0.98, 0.74));
-    float pane = max(max(q.x - 0.30, q.y - 0.22), 0.018 - min(q.x, q.y));
+vec3 onGlass(vec2 p, float edge) {
     float lip = max(1.0 - 18.0 * abs(edge + 0.035), 0.0) * smoothstep(-0.4, 0.9, dot(p, vec2(-0.45, 0.70)));
-    return vec3(0.045, 0.060, 0.075) * inside(pane, 2.0 * pixel) + vec3(0.16, 0.17, 0.18) * lip;
+    return vec3(0.16, 0.17, 0.18) * lip;
 }
 
 // Of the end: where the screen is for a place.
@@ -192,48 +214,46 @@ struct Screen {
     float zoom, back;
 };
 
+// How far the viewer has stepped back into the night.
+float nightfall(float seconds, bool look) { return look ? 0.0 : smoothstep(intoNight, intoNight + 1.0, seconds); }
+
 Screen screenFor(float seconds, bool look) {
-    // The viewer steps back from the screen, and comes near again as its light goes.
-    float back = smoothstep(lastCardsBeat - lastCard, 0.32, seconds), nearer = smoothstep(eyesOpen, 5.2, seconds);
-    float zoom = look ? 0.60 : mix(1.0, 0.52, back) + 0.06 * nearer;
+    // The viewer steps back from the screen, and then from the head.
+    float back = smoothstep(lastCardsBeat - lastCard, 0.32, seconds), dark = nightfall(seconds, look);
+    float zoom = look ? 0.60 : mix(mix(1.0, 0.52, back), 0.285, dark);
     float tilt = look ? -0.05 : 0.05 * smoothstep(eyesOpen - 0.1, eyesOpen + 0.4, seconds) -
                                     0.11 * smoothstep(fallsAsleep, fallsAsleep + 0.95, seconds);
-    vec2 p = (place - 0.5 + vec2(0.0, 0.02 * back)) * 2.0 * aspect / zoom;
+    vec2 p = ((place - 0.5 + vec2(0.0, 0.02 * back)) * 2.0 * aspect - sleeper * dark) / zoom;
     return Screen(p + tilt * vec2(p.y, -p.x), zoom, back);
 }
 
 // `shown`: what the hall has there.
 vec3 endAt(float seconds, bool look, Screen screen, vec3 shown, float pixel) {
     vec2 p = screen.at;
-    float asleep = look ? 0.0 : smoothstep(fallsAsleep, fallsAsleep + 0.95, seconds);
+    float asleep = look ? 0.0 : smoothstep(fallsAsleep, fallsAsleep + 0.5, seconds), dark = nightfall(seconds, look);
     // It goes out as an old tube does, and its last line becomes the smile.
     float tube = 1.0 - smoothstep(switchedOff - 0.18, switchedOff, seconds);
     shown *= inside(abs(p.y) - 1.2 * tube, max(pixel, 0.1 * tube)) * step(0.001, tube);
     float bend = smoothstep(switchedOff - 0.02, eyesOpen, seconds);
-    float open = step(switchedOff, seconds) * smoothstep(0.04, 0.14, abs(seconds - blinks)) * (1.0 - asleep);
-    float aside = step(looksAside, seconds) * step(seconds, blinks);
-    vec2 gaze = look ? vec2(0.02, 0.06) : mix(vec2(-0.09, 0.11), vec2(0.11, 0.09), aside);
+    float open = step(switchedOff, seconds) * (1.0 - asleep);
+    // They follow the streak.
+    vec2 gaze = look ? vec2(0.02, 0.06) : vec2(clamp(2.2 * (seconds - streaks - 0.45), -0.11, 0.11), 0.11);
     // On beats it swells, from one to the next less.
     float size = look ? faceSize : faceSize * (1.0 + 0.35 * scale * bend * (1.0 - asleep));
     vec2 eyes = look ? vec2(1.0, 0.0) : vec2(open), q = bulged(p, screen.back);
     float face = outsideFace(q / size, eyes, gaze, bend), drawn = step(switchedOff - 0.06, seconds);
-    float halo = max(1.0 - 3.0 * max(face, 0.0), 0.0), lines = 0.80 + 0.20 * sin(q.y * 190.0);
-    // It is drawn in light, which shines through the glass round it; between them the tube itself glimmers, and the
-    // sleeper breathes: the glass warms and cools, and rings of light go out behind the head.
-    float breath = 0.5 - 0.5 * cos(breathing * (seconds - fallsAsleep)), glimmer = 0.022 + asleep * (0.05 + 0.16 * breath);
-    // What is left of it as the light goes burns paler, since the fade takes more of what is one colour.
-    vec3 heart = mix(hot, cream, smoothstep(fallsAsleep, 3.0, seconds));
-    shown += (mix(heart, amber, smoothstep(mix(-0.14, -0.04, asleep), -0.01 * asleep, face)) * inside(face, pixel / size) +
-              amber * (0.14 * halo * halo * halo + glimmer * bend * (1.0 - 0.4 * dot(p, p)))) *
-             (drawn * lines);
+    float halo = max(1.0 - 3.0 * max(face, 0.0), 0.0);
+    // It is drawn in light, which shines through the glass round it.
+    vec3 heart = mix(hot, pale, look ? 1.0 : asleep);
+    shown += (heart * inside(face, pixel / size) +
+              amber * (0.14 * halo * halo * halo + 0.022 * bend * (1.0 - 0.4 * dot(p, p)))) * drawn;
     float edge = roundBox(p, glass, glassCorner * screen.back);
-    shown = shown * mix(1.0, 1.0 - smoothstep(-0.16, 0.0, edge), 0.8 * screen.back) + onGlass(p, edge, pixel) * screen.back;
-    float away = length(p), ring = 0.5 + 0.5 * sin(8.0 * away - breathing * seconds);
-    vec3 behind = mix(night, dusk, ring * ring) * (1.0 - 0.24 * away) * screen.back;
-    // As the light goes, what is not full yet is laid brighter.
-    vec3 more = 1.0 + vec3(0.7, 0.5, 0.8) * smoothstep(0.5, 3.0, seconds);
-    vec3 thrown = mix(vec3(0.05, 0.04, 0.05), (0.14 + 0.2 * asleep * breath) * amber, bend) * screen.back;
-    return mix(headAt(p, thrown, behind, pixel) * more, shown, inside(edge, pixel));
+    shown = shown * mix(1.0, 1.0 - smoothstep(-0.16, 0.0, edge), 0.8 * screen.back) +
+            onGlass(p, edge) * (screen.back * (1.0 - dark));
+    vec2 beyond = (place - 0.5) * 2.0 * aspect + vec2(0.0, look ? 0.34 : 0.0);
+    vec3 behind = nightAt(beyond, seconds, pixel * screen.zoom) * screen.back;
+    vec3 thrown = mix(vec3(0.05, 0.04, 0.05), 0.3 * amber, bend) * screen.back;
+    return mix(headAt(p, thrown, behind, dark, pixel) * (look ? 1.6 : 1.0), shown, inside(edge, pixel));
 }
 
 void main() {

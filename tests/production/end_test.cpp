@@ -20,21 +20,28 @@ struct End : Show {
     }
 };
 
-TEST_F(End, HallShrinksToTheRobotsScreenWhichGoesOutAndShowsItsFace) {
+TEST_F(End, HallShrinksToTheRobotsScreenWhichGoesOutAndShowsAFaceThatFallsAsleep) {
     constexpr int begins = showtime::afterCredits.ms, dark = 14;
     // The whole hall, up to its corner, before the last card has gone and just after.
     const Screen before = drawMoment(begins - 1000), after = drawMoment(begins + 20);
     EXPECT_GT(brightest(before, 60, 60, 50), dark);
     EXPECT_GT(brightest(after, 60, 60, 50), dark);
 
-    const Screen awake = drawMoment(begins + 1020), asleep = drawMoment(begins + 3744);
-    EXPECT_LT(brightest(awake, 30, 40, 28), 4 * dark);  // rings round the head
-    EXPECT_LT(brightest(awake, 250, 150, 15), 40);      // in a corner of its screen
-    EXPECT_GT(brightest(awake, 280, 325), 150);         // in an eye
-    EXPECT_GT(brightest(awake, 513, 337), 150);
-    EXPECT_LT(brightest(asleep, 247, 425), 4 * dark);  // where an eye was
-    EXPECT_GT(brightest(asleep, 258, 317, 20), 6 * dark);
-    EXPECT_GT(brightest(asleep, 400, 183, 20), 6 * dark);
+    const Screen awake = drawMoment(begins + 700), asleep = drawMoment(begins + 3744);
+    EXPECT_LT(brightest(awake, 250, 150, 15), 60);  // in a corner of its screen
+    EXPECT_GT(brightest(awake, 290, 325), 200);     // in an eye
+    EXPECT_GT(brightest(awake, 513, 337), 200);
+    EXPECT_LT(brightest(asleep, 190, 305), 4 * dark);  // where an eye was
+    EXPECT_GT(brightest(asleep, 187, 255), 6 * dark);
+    EXPECT_GT(brightest(asleep, 243, 192), 6 * dark);
+}
+
+TEST_F(End, LightStreaksPastTheMoonWhoseCrescentStays) {
+    constexpr int begins = showtime::afterCredits.ms;
+    const Screen before = drawMoment(begins + 1500), after = drawMoment(begins + 2144);
+    for (const Screen* screen : {&before, &after}) EXPECT_GT(brightest(*screen, 695, 465), 150);
+    EXPECT_LT(brightest(before, 480, 460, 6), 120);
+    EXPECT_GT(brightest(after, 480, 460, 6), 150);
 }
 
 TEST_F(End, OneEyeLooksOnceMoreOnTheLastBeat) {
