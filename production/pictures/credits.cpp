@@ -1,12 +1,12 @@
-// The four credit cards, each drawn over a quarter of the 4:3 screen with its top row first: a wheel that
-// says what was done, how many of what it made, counted out in marks round its rim, and without what. From
-// white to gold as the greetings are, on smoked glass that is darkest behind the lettering: it is read, and
-// the guests of the hall stay to be seen.
+// The four credit cards, each drawn over a quarter of the 4:3 screen with its top row first: a poster that
+// says what was done, how many of what it made, and without what, beside one round thing in the hall's two
+// lights, orange and blue. Its ground is solid: it is read whoever of the hall's guests stands behind it.
 #include <iterator>
 #include <string>
 
 #include "production/kit/picture/canvas.h"
 #include "production/kit/picture/lettering.h"
+#include "production/kit/picture/noise.h"
 #include "production/models/models.h"
 #include "production/music/score.h"
 #include "production/pictures/pictures.h"
@@ -17,245 +17,138 @@ namespace {
 
 constexpr int size = 512;
 constexpr float pixelAspect = 4.0f / 3;
-// A card is a wheel; lengths in rows of one that is as tall as its quarter, places from its middle. It lies
-// in the quarter's outer corner and all but fills it.
-constexpr float cardSize = 0.98f, corner = 20.5f;  // of that; rows from the quarter's sides
-constexpr float wheelRadius = 238, marksRadius = 208, marksReach = 22, hubRadius = 182, lineRadius = 156;
-constexpr float figureHeight = 124, figureLine = 6, nounHeight = 46, nounLine = 62, lineHeight = 30;
+// Lengths are in rows of the picture, which is this many broad.
+constexpr float breadth = size * pixelAspect;
+// The round thing's middle from the card's outer side; its radius, of which it counts places.
+constexpr float emblemAt = 132, emblemRadius = 222;
+// The lines' common middle from the card's inner side, and how broad they are.
+constexpr float columnAt = 174, columnBreadth = 276;
 
-// How far a place is outside of mark `i` of `count` on the wheel's rim.
-using Mark = float (*)(int i, int count, Point place);
+// The paint at a place of the round thing, from its middle with its radius as 1; `pixel`: a row so.
+using Emblem = Rgba (*)(Point p, float pixel);
 
 struct Card {
     const char* role;
     int count;
     const char *noun, *without;
-    Mark mark;
-    bool left, high;
+    Emblem emblem;
+    bool left;
 };
 
-// A place from the middle of mark `i`, the first of which is at the top; upright, or with its top outward.
-Point fromMark(int i, int count, Point place) {
-    return place - turned(Point{0, -marksRadius}, 2 * pi * i / count);
+const Rgba sun = opaque(1.0f, 0.52f, 0.10f), ember = opaque(0.80f, 0.20f, 0.05f),
+           sky = opaque(0.16f, 0.46f, 0.95f), deep = opaque(0.03f, 0.09f, 0.26f),
+           night = opaque(0.015f, 0.022f, 0.045f), paper = opaque(1, 0.94f, 0.80f);
+
+void lay(Rgba& ground, Rgba paint, float outside, float pixel) {
+    ground = over(paint * unit(0.5f - outside / pixel), ground);
 }
-Point outward(int i, int count, Point place) {
-    return turned(place, -2 * pi * i / count) + Point{0, marksRadius};
+
+// From the blue light on the left to the orange one on the right.
+Rgba inBothLights(float across) {
+    return mix(mix(deep, sky, unit(1 - 1.6f * (across + 0.6f))), sun, smoothstep(-0.15f, 0.75f, across));
+}
+
+// A clock with a stroke for every effect.
+Rgba clock(Point p, float pixel) {
+    const float r = length(p);
+    Rgba seen = mix(deep, night, unit(r));
+    lay(seen, inBothLights(p.x), std::fabs(r - 0.94f) - 0.06f, pixel);
+    for (int i = 0; i < 12; i++) {
+        const Point mark = turned(p, -2 * pi * i / 12);
+        lay(seen, paper,
+            box(mark, {0, -0.70f}, {i % 3 == 0 ? 0.055f : 0.038f, i % 3 == 0 ? 0.14f : 0.09f}, 0.02f), pixel);
+    }
+    lay(seen, sun, segment(p, {}, Point{-0.30f, -0.26f}) - 0.055f, pixel);
+    lay(seen, sun, segment(p, {}, Point{0.20f, -0.56f}) - 0.040f, pixel);
+    lay(seen, sun, r - 0.10f, pixel);
+    return seen;
+}
+
+// The mirror ball.
+Rgba mirrorBall(Point p, float pixel) {
+    constexpr int rows = 13;
+    const float bulge = std::sqrt(std::fmax(1 - p.y * p.y, 0.0f));
+    const float row = (0.5f + arcSin(std::clamp(p.y, -1.0f, 1.0f)) / pi) * rows,
+                middle = std::floor(row) + 0.5f;
+    const float mirrors = std::round(1.05f * rows * std::sin(pi * middle / rows)) + 0.5f * (int(row) % 2);
+    const float turn = arcSin(std::clamp(p.x / std::fmax(bulge, 0.01f), -1.0f, 1.0f));
+    const float column = (turn / pi + 0.5f) * mirrors, between = std::floor(column) + 0.5f;
+    const float bright = randomAt(int(column), int(row), 11), cast = randomAt(int(column), int(row), 7);
+    Rgba seen = cast < 0.5f + 0.6f * p.x ? mix(ember, sun, bright) : mix(deep, sky, bright);
+    if (bright > 0.84f) seen = paper;
+    seen = mix(night, seen, (0.35f + 0.65f * bulge * std::cos(turn)) * (0.7f + 0.3f * bright));
+    // Joints are as broad everywhere.
+    const float joint =
+        std::fmin((0.5f - std::fabs(row - middle)) * bulge * pi / rows,
+                  (0.5f - std::fabs(column - between)) * bulge * std::cos(turn) * pi / mirrors);
+    lay(seen, night, joint - 0.013f, pixel);
+    return seen;
+}
+
+// The sun that goes down in bands.
+Rgba sunset(Point p, float pixel) {
+    Rgba seen = mix(opaque(1, 0.80f, 0.30f), opaque(0.88f, 0.16f, 0.10f), unit(0.5f + 0.62f * p.y));
+    for (int i = 0; i < 6; i++)
+        lay(seen, night, std::fabs(p.y - 0.10f - 0.165f * i) - 0.012f - 0.011f * i, pixel);
+    const float hill = 0.75f * (std::fabs(p.x + 0.45f) * 0.8f - p.y + 0.28f),
+                second = 0.8f * (std::fabs(p.x - 0.35f) * 0.75f - p.y + 0.48f);
+    lay(seen, deep, hill, pixel);
+    lay(seen, night, second, pixel);
+    return seen;
+}
+
+// A record.
+Rgba record(Point p, float pixel) {
+    const float r = length(p), turn = arcTan(p.x, p.y);
+    const float glint = std::pow(std::fabs(std::cos(turn - 0.7f)), 14.0f);
+    const float groove = 0.5f + 0.5f * std::cos(r * 2 * pi * 13);
+    Rgba seen = opaque(0.035f, 0.04f, 0.055f) + light(0.05f, 0.055f, 0.07f) * groove +
+                inBothLights(p.x * 1.5f) * (glint * (0.45f + 0.55f * groove));
+    seen.a = 1;
+    lay(seen, inBothLights(p.x), std::fabs(r - 0.97f) - 0.03f, pixel);
+    lay(seen, sun, r - 0.42f, pixel);
+    lay(seen, ember, std::fabs(r - 0.33f) - 0.012f, pixel);
+    lay(seen, night, r - 0.06f, pixel);
+    return seen;
 }
 
 // The music's bars; the first ones lie before bar 0.
-const int firstBar = int(std::lround(barAt(showtime::title))), bars = lastBar - firstBar;
+const int bars = lastBar - int(std::lround(barAt(showtime::title)));
 
-// A clock for every effect, each a step further round.
-float clockMark(int i, int count, Point place) {
-    const Point p = fromMark(i, count, place);
-    const float radius = length(p), turn = arcTan(p.x, -p.y);
-    const float gone = 2 * pi * (i == 0 ? count : i) / count;
-    const float wedge = (turn < 0 ? turn + 2 * pi : turn) < gone ? radius - 16.5f : 99;
-    return std::fmin(wedge, std::fabs(radius - 22.0f) - 1.7f);
-}
-
-// Lines of a width along an edge; what both shapes cover, and what the first covers without the second.
-float lined(float distance, float width) {
-    return std::fabs(distance) - width / 2;
-}
-float without(float distance, float cut) {
-    return std::fmax(distance, -cut);
-}
-template <class... Rest>
-float either(float first, Rest... rest) {
-    ((first = std::fmin(first, rest)), ...);
-    return first;
-}
-
-// A sign for every mesh, in the order in which they are made; each within 28 rows of its middle.
-using Sign = float (*)(Point p);
-constexpr Sign meshSigns[] = {
-    // The box, here three of them piled up.
-    [](Point p) {
-        return either(box(p, {4, -16}, {21, 6}, 1), box(p, {-5, 0}, {21, 6}, 1), box(p, {2, 16}, {21, 6}, 1));
-    },
-    // The ship.
-    [](Point p) {
-        return polygon(p, {{-28, 0}, {4, -9}, {14, -22}, {26, -22}, {18, 0}, {26, 22}, {14, 22}, {4, 9}});
-    },
-    // The tunnel, looked into.
-    [](Point p) {
-        const float r = length(p);
-        return either(lined(r - 24, 6), lined(r - 13.5f, 4.5f), r - 5);
-    },
-    // The robot's body, its arms and its face.
-    [](Point p) {
-        const Point side = {std::fabs(p.x), p.y};
-        const float heart = either(circle(side, {4, -9}, 4.8f), polygon(p, {{-8, -7}, {8, -7}, {0, 3}}));
-        return either(without(box(p, {0, -7}, {18, 17}, 5), heart), box(side, {9, 20}, {6, 7}, 1));
-    },
-    [](Point p) {
-        const float claw = std::fmax(lined(length(p - Point{0, -9}) - 13, 7), -p.y - 17);
-        return either(claw, box(p, {0, 15}, {5, 12}, 1));
-    },
-    [](Point p) {
-        const Point side = {std::fabs(p.x), p.y};
-        const float smile = p.y > 4 ? lined(length(p - Point{0, -3}) - 14, 4.5f) : 99;
-        return either(lined(box(p, {}, {26, 21}, 7), 4), circle(side, {10, -5}, 4.6f), smile);
-    },
-    // The ring.
-    [](Point p) {
-        return 0.5f * lined(length(Point{p.x, p.y * 2.4f}) - 24, 8);
-    },
-    // The jellyfish.
-    [](Point p) {
-        const float lobes = 2.5f * std::cos(p.x * 2 * pi / 10);
-        const float bell = std::fmax(length(Point{p.x, p.y + 3}) - 24, p.y + 3 - lobes);
-        const float wave = 3 * std::sin((p.y + 3) * 0.25f);
-        const float threads = lined(std::remainder(p.x - 5 - wave, 10.0f), 3);
-        return either(bell, std::fmax(threads, box({p.x - wave, p.y}, {0, 10}, {17, 17})));
-    },
-    // The sky.
-    [](Point p) {
-        const auto star = [](Point q, float size) {
-            return 0.5f * (std::pow(std::sqrt(std::fabs(q.x)) + std::sqrt(std::fabs(q.y)), 2.0f) - size);
-        };
-        return either(star(p - Point{-5, 4}, 24), star(p - Point{16, -15}, 13), star(p - Point{15, 19}, 9));
-    },
-    // The probe.
-    [](Point p) {
-        const Point side = {std::fabs(p.x), p.y};
-        const float panel = without(box(side, {19, 0}, {8, 14}, 1), lined(p.y, 2.5f));
-        return either(panel, box(p, {}, {7, 9}, 2), box(p, {}, {26, 1.5f}), box(p, {0, -17}, {1.6f, 9}));
-    },
-    // The hall as beams meet it, and as it is seen.
-    [](Point p) {
-        const float dome = std::fmax(length(p - Point{0, 16}) - 26, box(p, {0, -2}, {30, 20}));
-        return lined(dome + 2, 4);
-    },
-    [](Point p) {
-        const float dome = std::fmax(length(p - Point{0, 16}) - 28, box(p, {0, -2}, {30, 22}));
-        float doors = 99;
-        for (const float x : {-14.0f, 0.0f, 14.0f})
-            doors = either(doors, box(p, {x, x == 0 ? 6.0f : 9.0f}, {4, x == 0 ? 15.0f : 12.0f}, 4));
-        return without(dome, doors);
-    },
-    // The stage.
-    [](Point p) {
-        return either(box(p, {0, 20}, {27, 4}, 1), box(p, {0, 9}, {19, 4}, 1), box(p, {0, -2}, {11, 4}, 1),
-                      circle(p, {0, -18}, 8));
-    },
-    // The ball as beams meet it, and as it is seen.
-    [](Point p) {
-        const float r = length(p), turn = std::remainder(arcTan(p.x, p.y), pi / 4);
-        return either(lined(r * std::cos(turn) - 23, 3.5f),
-                      std::fmax(lined(r * std::sin(turn - pi / 8), 2), r - 23));
-    },
-    [](Point p) {
-        const float r = length(p), bulge = std::sqrt(std::fmax(1 - p.y * p.y / 676, 0.05f));
-        const float cuts = either(lined(std::remainder(p.y + 4.5f, 9.0f), 2.6f),
-                                  lined(std::remainder(p.x / bulge + 4.5f, 9.0f) * bulge, 2.6f));
-        return without(r - 26, cuts);
-    },
-    // The casing.
-    [](Point p) {
-        return without(box(p, {}, {20, 24}, 3), lined(std::remainder(p.x + 5, 10.0f), 2.8f));
-    },
-};
-
-float meshMark(int i, int count, Point place) {
-    constexpr float part = 0.78f;
-    return part * meshSigns[i % int(std::size(meshSigns))](fromMark(i, count, place) * (1 / part));
-}
-
-// Pictures round a drum, each with a hill in it, over which from one to the next the sun climbs.
-float frameMark(int i, int count, Point place) {
-    const Point p = outward(i, count, place);
-    const float inside = box(p, {}, {19.5f, 24}, 2);
-    const float hill = std::fmax(0.8f * (std::fabs(p.x + 6) * 0.7f - p.y + 8), inside + 3);
-    const float sun = length(p - Point{-3, 12 - 26.0f * i / count}) - 4.5f;
-    return either(lined(inside + 1, 2.2f), hill, sun);
-}
-
-// The bars of the music, as tall as the music is full in each part of the show: the title, the ship's first
-// bars, and from bar 0 on each eight. Every eighth is lower.
-float barMark(int i, int count, Point place) {
-    constexpr float fullness[] = {0.16f, 0.50f, 0.62f, 0.66f, 0.95f, 0.60f, 0.28f,
-                                  0.44f, 0.88f, 0.70f, 0.80f, 1.0f,  0.60f, 0.20f};
-    const int bar = firstBar + i, shipsFirst = int(std::lround(barAt(showtime::tunnel)));
-    const int part = bar < shipsFirst ? 0 : bar < 0 ? 1 : 2 + bar / 8;
-    const float full = fullness[std::min(part, int(std::size(fullness)) - 1)];
-    const float tall = marksReach * (full - ((bar + 16) % 8 == 7 ? 0.12f : 0.03f * (i % 4)));
-    return box(outward(i, count, place), {}, {3.2f, std::fmax(tall, 2.0f)}, 1);
-}
-
-Lettering cut(float height, float weight, float gap) {
-    return {.height = height, .weight = weight, .contrast = 0.45f, .gap = gap, .pixelAspect = pixelAspect};
-}
-
-// The same lettering as tall as fills a line of so many columns, but no taller than it is.
-Lettering filling(const std::string& text, Lettering style, float columns) {
+// Lettering as tall as fills a line of so many rows, but no taller than it is.
+Lettering filling(const std::string& text, float height, float weight, float gap, float rows) {
+    Lettering style = {
+        .height = height, .weight = weight, .contrast = 0.35f, .gap = gap, .pixelAspect = pixelAspect};
     for (int i = 0; i < 3; i++)
-        style.height = std::fmin(style.height, style.height * columns / textWidth(text, style));
+        style.height = std::fmin(style.height, style.height * rows / pixelAspect / textWidth(text, style));
     return style;
 }
 
-// A line of text bent round the wheel: over its top, or under its foot with the letters upright.
-struct Bent {
-    static constexpr float detail = 3;  // pixels a row
-    LetteringField field{int(2 * pi * lineRadius * detail) + 1, int(3 * lineHeight * detail), 10 * detail};
-    bool foot;
-
-    Bent(const char* text, bool foot) : foot(foot) {
-        setText(field, {.height = lineHeight * detail, .weight = 0.19f, .contrast = 0.30f, .gap = 0.34f},
-                {text, field.width / 2.0f, 2 * lineHeight * detail, Align::Centre});
-    }
-    float at(Point p) const {
-        const float up = (length(p) - lineRadius) * (foot ? -1 : 1), turn = arcTan(p.x, foot ? p.y : -p.y);
-        const float x = field.width / 2.0f + turn * lineRadius * detail;
-        const float y = (1.5f * lineHeight - up) * detail;
-        if (x < 0 || y < 0 || x >= field.width || y >= field.height) return 10;
-        return field.at(x, y) / detail;
-    }
-};
-
-// How much of a pixel lies within a shape of the card.
-float inked(float distance) {
-    return coverage(distance * cardSize);
-}
-
 void makeCard(const char* path, const Card& card) {
-    constexpr float inwards = wheelRadius * cardSize + corner;
-    const Point middle = {card.left ? inwards : size * pixelAspect - inwards,
-                          card.high ? inwards : size - inwards};
-    const float column = middle.x / pixelAspect;
-    LetteringField text(size, size, 16);
-    setText(text, cut(figureHeight * cardSize, 0.15f, 0.14f),
-            {std::to_string(card.count), column, middle.y + figureLine * cardSize, Align::Centre});
-    setText(text, filling(card.noun, cut(nounHeight * cardSize, 0.17f, 0.20f), 212 * cardSize / pixelAspect),
-            {card.noun, column, middle.y + nounLine * cardSize, Align::Centre});
-    const Bent role(card.role, false), missing(card.without, true);
+    const Point emblem = {card.left ? emblemAt : breadth - emblemAt, size / 2.0f};
+    const float column = (card.left ? breadth - columnAt : columnAt) / pixelAspect;
+    LetteringField text(size, size, 50);
+    const auto line = [&](const std::string& words, float height, float weight, float gap, float middle) {
+        const Lettering style = filling(words, height, weight, gap, columnBreadth);
+        setText(text, style, {words, column, middle + style.height / 2, Align::Centre});
+    };
+    line(card.role, 48, 0.20f, 0.24f, 86);
+    line(std::to_string(card.count), 190, 0.19f, 0.12f, 226);
+    line(card.noun, 64, 0.20f, 0.18f, 374);
+    line(card.without, 34, 0.20f, 0.26f, 442);
 
-    Canvas shape(size, size);
-    paint(shape, [&](float x, float y, Rgba) {
-        const Point p = (Point{x * pixelAspect, y} - middle) * (1 / cardSize);
-        const float r = length(p);
-        float ink = std::fmax(coverage(text.at(x, y)), inked(std::fmin(role.at(p), missing.at(p))));
-        if (std::fabs(r - marksRadius) < marksReach + 8)
-            for (int i = 0; i < card.count; i++) ink = std::fmax(ink, inked(card.mark(i, card.count, p)));
-        // Each part of the card turns to gold towards its foot.
-        const float foot = r > hubRadius          ? 0.5f + 0.5f * p.y / wheelRadius
-                           : p.y < figureLine + 6 ? (p.y - figureLine) / figureHeight + 1
-                                                  : (p.y - nounLine) / nounHeight + 1;
-        return mix(opaque(1, 0.985f, 0.94f), opaque(1, 0.85f, 0.54f), unit(foot)) * ink;
-    });
-    const Canvas shadow = blurred(shape, 7, Edge::Empty);
-
-    // Smoked glass behind all of it, and fine gold rules round the rim and the hub.
     Canvas canvas(size, size);
     paint(canvas, [&](float x, float y, Rgba) {
-        const int px = int(x), py = int(y);
-        const float r = length(Point{x * pixelAspect, y} - middle) / cardSize;
-        const float plate = mix(0.24f, 0.50f, inked(r - hubRadius)) * inked(r - wheelRadius);
-        const float near = unit(2.6f * shadow.at(px, py).a) * inked(r - wheelRadius);
-        const float dark = 1 - (1 - plate) * (1 - 0.72f * near);
-        const float rule = std::fmax(outline(r - wheelRadius + 3, 2.0f), outline(r - hubRadius, 1.6f));
-        return over(shape.at(px, py), over(opaque(0.76f, 0.57f, 0.28f) * (0.9f * rule), Rgba{0, 0, 0, dark}));
+        const Point p = {x * pixelAspect, y}, from = (p - emblem) * (1 / emblemRadius);
+        const float disc = emblemRadius * (length(from) - 1), letters = text.at(x, y);
+        // Smoke behind it all, thick behind the lettering, thin where the card ends within the screen.
+        const Point centre = {card.left ? 0 : breadth, size / 2.0f};
+        const float ground = box(p, centre, {breadth, size / 2.0f}, 90) * -1.0f;
+        Rgba seen = night * (0.90f * smoothstep(0, 110, ground));
+        seen = over(inBothLights(from.x) * (0.5f * bell(disc, 16) * smoothstep(0, 60, ground)), seen);
+        seen = over(card.emblem(from, 1 / emblemRadius) * coverage(disc), seen);
+        seen = over(night * (0.9f * smoothstep(50, 0, letters)), seen);
+        return over(mix(paper, sun, smoothstep(0.45f, 1.0f, y / size) * 0.5f) * coverage(letters), seen);
     });
     saveRgba(canvas, path, Rows::TopFirst);
 }
@@ -263,16 +156,14 @@ void makeCard(const char* path, const Card& card) {
 }  // namespace
 
 void makeCodeCredit(const char* path) {
-    makeCard(path, {"Code", 12, "effects", "and one clock", clockMark, true, false});
+    makeCard(path, {"Code", 12, "effects", "and one clock", clock, true});
 }
 void makeModelsCredit(const char* path) {
-    makeCard(path,
-             {"Models", int(std::size(modelProducts)), "meshes", "and no modeller", meshMark, false, false});
+    makeCard(path, {"Models", int(std::size(modelProducts)), "meshes", "and no modeller", mirrorBall, false});
 }
 void makeGraphicsCredit(const char* path) {
-    makeCard(path, {"Graphics", int(std::size(pictureProducts)), "pictures", "and no camera", frameMark,
-                    false, true});
+    makeCard(path, {"Graphics", int(std::size(pictureProducts)), "pictures", "and no camera", sunset, false});
 }
 void makeMusicCredit(const char* path) {
-    makeCard(path, {"Music", bars, "bars", "and no sample", barMark, true, true});
+    makeCard(path, {"Music", bars, "bars", "and no sample", record, true});
 }
