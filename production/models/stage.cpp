@@ -97,6 +97,9 @@ Shape litIn(const Shape& shape, double turn, Lamps lamps) {
         if (light > least)
             return towardsLamps(
                 view, p, warm > cold ? mix(lampEnds, deepWarm, light) : -mix(lampEnds, deepCold, light));
+        // What turns away is drawn by the glow beyond it.
+        constexpr double edge = 0.42;
+        if (dot(normal, normalized(view.eye - p)) < edge) return normal;
         const Vec key = viewer::inLampLight(across(turn, farthest * aside), p);
         return normal + key * mix(inShade, leaning, smoothstep(0.2, 0.8, dot(normal, key)));
     });
@@ -328,61 +331,68 @@ Shape asColossus(const Shape& part) {
                   colossusTurn);
 }
 
-// What its screen shows, on dim glass: the two eyes and the smile. A picture's T runs down, so outlines
-// that run clockwise in it face the viewer.
+// What its screen shows, on dim glass: two eyes and a smile. A picture's T runs down, so outlines that run
+// clockwise in it face the viewer.
 // Over which T is stretched.
 constexpr double glassTall = figures::robotScreenHalf.x / figures::robotScreenHalf.y;
+constexpr double eyes[] = {0.27, 0.73}, eyesHeight = 0.40;
+constexpr double eyeRadius = 0.185, pupilRadius = 0.078, smileHalf = 0.075, smileCore = 0.026;
+constexpr double ridge = 1.8;  // units over the glass
 
-Shape eyeOnScreen(double s, double t, double inner, double outer) {
+Shape pupil(double s, double radius) {
     const int sides = 32;
     return grid(sides, 2, true, false, [&](int c, int r) {
-        const double turn = 2 * pi * c / sides, radius = r == 0 ? outer : inner;
-        return Vec{s + radius * std::cos(turn), t - radius * glassTall * std::sin(turn), 0.5};
+        const double turn = 2 * pi * c / sides, out = r == 0 ? radius : 0;
+        return Vec{s + out * std::cos(turn), eyesHeight - out * glassTall * std::sin(turn), ridge + 0.5};
     });
 }
 
-// Its lower and upper edge are so far from its middle line.
-Shape smileOnScreen(double from, double to) {
-    const int steps = 24;
-    const double radius = 0.33;
-    return grid(steps + 1, 2, false, false, [&](int c, int r) {
-        const double turn = (2.0 * c / steps - 1) * 0.80, out = radius + (r == 0 ? to : from);
-        return Vec{0.5 + out * std::sin(turn), 0.33 + out * glassTall * std::cos(turn) * 0.98, 0.5};
-    });
+// How far the smile's middle line, and an eye's upper edge from its middle, lie at an S from its own middle.
+double smileAt(double s) {
+    return 0.34 + glassTall * std::sqrt(0.33 * 0.33 - s * s);
+}
+double eyeAt(double s) {
+    return glassTall * std::sqrt(std::max(eyeRadius * eyeRadius - s * s, 0.0));
 }
 
-constexpr double eyes[] = {0.28, 0.72};
-
-// Two broad eyes with dark pupils, and a smile, drawn in fine strokes: every third is meant for a viewer to
-// the left of straight across, one for who stands there and one to the right.
-constexpr double eyeRadius = 0.190, pupilRadius = 0.115, smileHalf = 0.078, smileCore = 0.026;
+// Upright ridges like a fan's, between a lower and an upper edge: who comes from one side sees the flanks
+// that look there, which show him the lamp, and of the others next to nothing.
+template <class Lower, class Upper>
+Shape fan(double from, double to, int ridges, Lower lower, Upper upper) {
+    std::vector<Shape> flanks;
+    for (int i = 0; i < 2 * ridges; i++)
+        flanks.push_back(grid(2, 2, false, false, [&](int c, int r) {
+            const double s = mix(from, to, double(i + c) / (2 * ridges));
+            return Vec{s, r == 0 ? lower(s) : upper(s), (i + c) % 2 * ridge + 0.5};
+        }));
+    return joined(flanks);
+}
 
 Shape face() {
-    constexpr double aside[] = {-20, -20, 14};  // degrees
-    constexpr int strokes = 6;
-    std::vector<Shape> lines;
-    for (int i = 0; i < strokes; i++) {
-        const double from = double(i) / strokes, to = double(i + 1) / strokes;
-        std::vector<Shape> stroke;
-        for (const double side : {-1.0, 1.0}) {
-            const double inner = side * mix(smileCore, smileHalf, from),
-                         outer = side * mix(smileCore, smileHalf, to);
-            stroke.push_back(smileOnScreen(std::min(inner, outer), std::max(inner, outer)));
-        }
-        for (const double s : eyes)
-            stroke.push_back(
-                eyeOnScreen(s, 0.38, mix(pupilRadius, eyeRadius, from), mix(pupilRadius, eyeRadius, to)));
-        lines.push_back(
-            lampLit(asColossus(figures::onRobotScreen(joined(stroke))), colossusTurn, degrees(aside[i % 3])));
-    }
-    return joined(lines);
+    std::vector<Shape> parts = {fan(
+        0.27, 0.73, 15, [](double s) { return smileAt(s - 0.5) + smileHalf; },
+        [](double s) { return smileAt(s - 0.5) - smileHalf; })};
+    for (const double middle : eyes)
+        parts.push_back(fan(
+            middle - eyeRadius, middle + eyeRadius, 12,
+            [=](double s) { return eyesHeight + eyeAt(s - middle); },
+            [=](double s) { return eyesHeight - eyeAt(s - middle); }));
+    const Vec right = onRing(colossusTurn + pi / 2, 1, 0);
+    const viewer::View views[] = {across(colossusTurn, -degrees(30)), across(colossusTurn, degrees(24))};
+    return shaded(asColossus(figures::onRobotScreen(joined(parts))), [=](Vec p, Vec normal) {
+        return towardsLamps(views[dot(normal, right) > 0], p, lampMiddle);
+    });
 }
 
-// In them what the comet lights as it passes: whole eyes, and a smile.
+// Over them what the comet lights as it passes: the pupils, and a line in the smile.
 Shape litFace() {
-    std::vector<Shape> lines = {smileOnScreen(-smileCore, smileCore)};
-    for (const double s : eyes) lines.push_back(eyeOnScreen(s, 0.38, 0, pupilRadius));
-    return comet::litInPassing(asColossus(figures::onRobotScreen(joined(lines))), 0);
+    const Shape line = grid(25, 2, false, false, [](int c, int r) {
+        const double s = 0.42 * (c / 24.0 - 0.5);
+        return Vec{0.5 + s, smileAt(s) + (r == 0 ? smileCore : -smileCore), ridge + 0.5};
+    });
+    return comet::litInPassing(asColossus(figures::onRobotScreen(
+                                   joined({line, pupil(eyes[0], pupilRadius), pupil(eyes[1], pupilRadius)}))),
+                               0);
 }
 
 // Before the sun, which its petals come close to, its nose sinking.
@@ -408,15 +418,16 @@ Shape tower(const std::function<Shape(int storey)>& part) {
 // Lit windows before its rooms, no storey's like the next one's.
 Shape towerWindows() {
     constexpr double pitch = 12.5, wide = 8.5, low = -5.0, high = 5.4, out = 19.6;
-    // In turn for a viewer to the left, for one to the right, and for all.
-    constexpr int kinds = 3;
+    // In turn for a viewer far to the right, nearer, to the left, and for all.
+    constexpr double aside[] = {54, 20, -30};  // degrees
+    constexpr int kinds = 1 + int(std::size(aside));
     std::vector<Shape> parts;
     for (int kind = 0; kind < kinds; kind++) {
         const Shape windows = onlySeen(tower([&](int storey) {
             std::vector<Shape> lit;
             for (int number = 0; number < 16; number++) {  // eight on a side
                 const int i = number % 8, side = number / 8;
-                if ((storey + i) % kinds != kind || (storey * 5 + i * 7 + side * 3 + storey * i) % 7 < 2)
+                if ((storey + i) % kinds != kind || (storey * 5 + i * 7 + side * 3 + storey * i) % 7 < 1)
                     continue;
                 const double from = -48 + pitch * i;
                 const Shape window = grid(2, 2, false, false, [=](int c, int r) {
@@ -426,8 +437,9 @@ Shape towerWindows() {
             }
             return joined(lit);
         }));
-        parts.push_back(kind == 2 ? shaded(windows, [](Vec, Vec normal) { return normal * 0.02 - up; })
-                                  : lampLit(windows, towerTurn, degrees(kind == 0 ? -28 : 28), degrees(6)));
+        parts.push_back(kind == kinds - 1
+                            ? shaded(windows, [](Vec, Vec normal) { return normal * 0.02 - up; })
+                            : lampLit(windows, towerTurn, degrees(aside[kind]), degrees(6)));
     }
     return joined(parts);
 }
