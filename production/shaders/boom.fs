@@ -144,10 +144,12 @@ vec3 nightAt(vec2 p, float seconds, float pixel) {
     float star = clamp(3.0 - 3.0 * length(from) / (0.03 + 0.11 * size * size), 0.0, 1.0) * clamp(8.0 * up, 0.0, 1.0);
     vec2 m = p - moon;
     float light = inside(max(length(m) - 0.205, 0.190 - length(m - vec2(-0.095, 0.045))), pixel);
-    // Ripples that catch it, wider towards the viewer.
-    float wave = 2.9 / (depth + 0.15) - 0.3 * seconds, ripple = 1.0 - 4.0 * abs(fract(wave) - 0.5);
-    float path = (0.06 + 0.26 * depth) * (0.45 + fract(0.618 * floor(wave))) - abs(m.x);
-    light = max(light, step(up, 0.0) * clamp(5.0 * ripple - 1.5, 0.0, 1.0) * clamp(path / 0.05, 0.0, 1.0));
+    // Ripples of the water; below it they catch its light, wider towards the viewer.
+    float wet = step(up, 0.0), wave = 2.9 / (depth + 0.15) - 0.3 * seconds, which = floor(wave);
+    float ripple = 1.0 - 4.0 * abs(fract(wave) - 0.5), width = (0.03 + 0.22 * depth) * (0.5 + fract(0.618 * which));
+    float aside = abs(m.x + (0.02 + 0.10 * depth) * sin(2.4 * which)) / width;
+    seen *= 1.0 - wet * (0.45 - 0.25 * max(ripple, 0.0));
+    light = max(light, wet * clamp(4.0 * ripple + 0.6 - 3.4 * aside * aside, 0.0, 1.0));
     // The streak's track is an arc across the sky, which stays and thins.
     float gone = min(4.0 * (seconds - streaks) - 1.6, 1.8) - p.x, age = max(seconds - streaks - 0.9, 0.0);
     float arc = p.x + 0.9, thick = (0.032 - 0.006 * age) / (1.0 + gone * gone);
