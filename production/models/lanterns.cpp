@@ -42,6 +42,7 @@ struct Kind {
     int paint;
     int lobes, across;  // across each
     int rows;           // of its outside
+    int rings;          // of its inside: which of the vaults
     bool wavy;          // at its rim
     int threads, joints;
     int arms, frills;
@@ -61,7 +62,10 @@ Outline outside(int rows) {
     return curve;
 }
 const Flat rim = outside(1)[0];
-const Outline vault = {rim, {0.62, 0.18}, {0, 0.27}}, coarseVault = {rim, {0, 0.24}};
+// Rings keep the paint's leaves whole: what tapers shears them.
+const Outline vaults[] = {{rim, {0, 0.24}},
+                          {rim, {0.50, 0.19}, {0, 0.24}},
+                          {rim, {0.62, 0.18}, {0.34, 0.24}, {0.14, 0.26}, {0, 0.27}}};
 // A small bell about the arms' roots.
 const Outline lip = {{0.25, 0.07}, {0.22, 0.13}, {0.14, 0.19}, {0.07, 0.28}},
               throat = {lip[0], {0.16, 0.12}, {0, 0.15}};
@@ -73,8 +77,8 @@ Shape bell(const Kind& kind, const Outline& curve, const Patch& paint) {
     const int rows = int(curve.size()), sides = 2 * kind.lobes * kind.across;
     Shape shape = grid(sides, rows, true, false, [&](int c, int r) {
         const double angle = 2 * pi * c / sides, low = kind.wavy * smoothstep(0.3, -0.03, curve[r].y);
-        const double swell = low * std::cos(angle * kind.lobes), radius = curve[r].x * (1 + 0.02 * swell);
-        return Vec{radius * std::cos(angle), curve[r].y - 0.025 * swell, -radius * std::sin(angle)};
+        return Vec{curve[r].x * std::cos(angle), curve[r].y - 0.010 * low * std::cos(angle * kind.lobes),
+                   -curve[r].x * std::sin(angle)};
     });
     for (Face& face : shape.faces)
         for (Uv& uv : face.uvs) {
@@ -116,9 +120,9 @@ double clearance(Vec place) {
 Shape blindfold() {
     Sweep how;
     for (double time = showtime::stripes.seconds() - 0.2; time < showtime::tornTunnel.seconds() + 0.2;
-         time += 0.1)
+         time += 0.2)
         how.path.push_back(viewerAt(time, 0.4 * time, 40, 5));
-    return painted(sweep(polygon(3, 0.55), how), hull::thread(0).at(0.3, 0.5));
+    return painted(sweep(polygon(3, 0.8), how), hull::arm(0).at(0.45, 0.6));
 }
 
 struct Jellyfish {
@@ -191,7 +195,7 @@ Shape shapeOf(const Jellyfish& fish, const Lights& lights) {
         hung.push_back(insideOut(bell(small, throat, hull::inside(kind.paint))));
     }
     const Shape over = bell(kind, outside(kind.rows), hull::outside(kind.paint)),
-                under = bell(kind, kind.wavy ? vault : coarseVault, hull::inside(kind.paint));
+                under = bell(kind, vaults[kind.rings], hull::inside(kind.paint));
     Shape flank = over, top = over;
     std::erase_if(flank.faces, [&](const Face& face) { return faceCentre(over, face).y > 0.12; });
     std::erase_if(top.faces, [&](const Face& face) { return faceCentre(over, face).y <= 0.12; });
@@ -210,12 +214,13 @@ struct Follower {
     Vec lightwards;
 };
 const Follower followers[] = {
-    {{-148, -289, -340}, 110, 1, {0.80, 0.60, -0.01}}, {{-167, 19, 300}, 105, 2, {0.51, -0.42, -0.75}},
-    {{-379, -39, -78}, 100, 3, {0.83, -0.27, -0.49}},  {{-62, 440, 89}, 95, 1, {0.27, -0.71, -0.65}},
-    {{371, -90, 0}, 90, 2, {-0.48, 0.06, -0.87}},      {{125, 31, 258}, 80, 3, {0.16, -0.44, -0.89}},
-    {{183, -348, -52}, 75, 1, {0.07, 0.58, -0.81}},    {{60, -190, 283}, 70, 1, {0.22, -0.08, -0.97}},
-    {{14, -345, -185}, 70, 2, {0.55, 0.80, -0.23}},    {{-173, 101, -150}, 55, 3, {0.65, -0.61, -0.45}},
-    {{-98, -266, 205}, 50, 1, {0.55, 0.10, -0.83}},    {{-280, -267, 36}, 45, 2, {0.73, 0.21, -0.65}},
+    // Far below swims a giant.
+    {{-903, -1038, 597}, 560, 2, {-0.07, 0.66, -0.75}}, {{-167, 19, 300}, 105, 2, {0.51, -0.42, -0.75}},
+    {{-379, -39, -78}, 100, 3, {0.83, -0.27, -0.49}},   {{-62, 440, 89}, 95, 1, {0.27, -0.71, -0.65}},
+    {{371, -90, 0}, 90, 2, {-0.48, 0.06, -0.87}},       {{125, 31, 258}, 80, 3, {0.16, -0.44, -0.89}},
+    {{183, -348, -52}, 75, 1, {0.07, 0.58, -0.81}},     {{60, -190, 283}, 70, 1, {0.22, -0.08, -0.97}},
+    {{14, -345, -185}, 70, 2, {0.55, 0.80, -0.23}},     {{-173, 101, -150}, 55, 3, {0.65, -0.61, -0.45}},
+    {{-98, -266, 205}, 50, 1, {0.55, 0.10, -0.83}},     {{-280, -267, 36}, 45, 2, {0.73, 0.21, -0.65}},
     {{195, -279, 108}, 40, 3, {0.07, 0.42, -0.91}},
 };
 
@@ -239,13 +244,16 @@ Shape plankton() {
     return joined(all);
 }
 
-// So far away that the viewer's own way doesn't count. Half of it is painted; the other mirrors it.
+// So far away that the viewer's own way doesn't count. Half of it is painted; the other mirrors it. What is
+// near the zenith is painted finely.
 Shape water() {
-    constexpr int columns = 32, rows = 18;
+    constexpr int columns = 24, rows = 16;
     constexpr double radius = 6000;
     Shape shell = insideOut(grid(columns, rows, true, false, [](int c, int r) {
-        const double up = pi * (double(r) / (rows - 1) - 0.5), angle = 2 * pi * c / columns;
-        return Vec{std::cos(up) * std::cos(angle), std::sin(up), -std::cos(up) * std::sin(angle)} * radius;
+        const double down = pi * std::pow(1 - double(r) / (rows - 1), atlas::hull::waterDown);
+        const double angle = 2 * pi * c / columns;
+        return Vec{std::sin(down) * std::cos(angle), std::cos(down), -std::sin(down) * std::sin(angle)} *
+               radius;
     }));
     for (Face& face : shell.faces)
         for (Uv& uv : face.uvs) uv = hull::water.at(1 - std::fabs(1 - 2 * uv.x), uv.y);
@@ -263,14 +271,15 @@ Vec waterwards(Vec point, Vec normal) {
 }  // namespace
 
 void makeLanterns(const char* path) {
-    const Kind large = {0, 8, 5, 7, true, 8, 18, 4, 17, 0.005, 1.6, 0};
+    const Kind large = {0, 8, 5, 7, 2, true, 8, 12, 4, 17, 0.005, 1.6, 0};
     // What lies all round the viewer is not hollowed: it would face him instead of the light.
     const Lightwards evenly = {heros.hanging.towards};
     std::vector<Shape> swarm = {lit(blindfold(), evenly), shapeOf({large, 130, {-21, -45, 55}}, heros)};
     for (const Follower& f : followers) {
         const bool near = f.radius > 80;
-        const Kind kind = near ? Kind{f.paint, 8, 2, 4, false, 3, 7, 3, 5, 0.007, 1.3, f.radius}
-                               : Kind{f.paint, 6, 2, 3, false, 2, 5, 2, 4, 0.010, 1.0, f.radius};
+        const Kind kind = f.radius > 200 ? Kind{f.paint, 8, 3, 5, 1, false, 6, 6, 5, 6, 0.004, 1.2, f.radius}
+                          : near         ? Kind{f.paint, 8, 2, 4, 1, false, 3, 5, 3, 5, 0.007, 1.3, f.radius}
+                                         : Kind{f.paint, 6, 2, 3, 0, false, 2, 4, 2, 4, 0.010, 1.0, f.radius};
         const Lightwards light = {f.lightwards, 0.1};
         swarm.push_back(shapeOf({kind, f.radius, f.middle}, {light, light, light, light}));
     }

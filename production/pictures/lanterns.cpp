@@ -177,18 +177,33 @@ Rgba threadAt(const Glass& glass, float along) {
     return c;
 }
 
-// Round half of the sea and back, and down: light from above that comes in shafts.
+// Round half of the sea and back, and down: the surface, which is a bright round window however the sea lies,
+// its ripples, the moon over it and what comes down in shafts.
 Rgba waterAt(float round, float down, Point place) {
-    const float up = std::cos(pi * down);
+    const float angle = pi * std::pow(down, float(atlas::hull::waterDown)), up = std::cos(angle);
+    const float steep = angle / degree;  // from the zenith
     const float shafts =
-        bell(round - 0.22f, 0.045f) + 0.7f * bell(round - 0.58f, 0.080f) + 0.9f * bell(round - 0.86f, 0.030f);
+        bell(round - 0.22f, 0.045f) + 0.7f * bell(round - 0.58f, 0.080f) + 1.2f * bell(round - 1, 0.050f);
     const float reaching = smoothstep(-0.5f, 0.7f, up), clear = smoothstep(0.98f, 0.80f, up);
     Rgba c = mix(opaque(0.010f, 0.008f, 0.038f), opaque(0.017f, 0.030f, 0.118f), smoothstep(-0.8f, 0.8f, up));
     c = c + light(0.045f, 0.125f, 0.265f) * (shafts * reaching * clear) +
-        light(0.060f, 0.010f, 0.105f) * (bell(up + 0.55f, 0.3f) * (0.5f + 0.5f * std::cos(4 * pi * round))) +
-        light(0.03f, 0.06f, 0.13f) * smoothstep(0.6f, 1.0f, up);
+        light(0.060f, 0.010f, 0.105f) * (bell(up + 0.55f, 0.3f) * (0.5f + 0.5f * std::cos(4 * pi * round)));
+    // The window's edge, and its ripples as they lie on the surface.
+    const float edge = 50, inside = smoothstep(edge + 1.5f, edge - 1.5f, steep);
+    const float on = std::fmin(angle, 1.2f), away = 2.2f * std::sin(on) / std::cos(on);
+    const float ripple =
+        ridgedNoise(away * std::cos(pi * round) + 8, away * std::sin(pi * round) + 8, 16, 3, 91);
+    const float moon = float(atlas::hull::moonDown) * degree;
+    const float near = up * std::cos(moon) + std::sin(angle) * std::sin(moon) * std::cos(pi * (1 - round));
+    const float toMoon = 90 - arcSin(std::fmin(near, 1.0f)) / degree;
+    c = c + light(0.03f, 0.10f, 0.22f) * (inside + 0.5f * bell(steep - edge, 9)) +
+        light(0.25f, 0.50f, 0.70f) * (inside * smoothstep(0.45f, 0.95f, ripple) * smoothstep(12, 30, steep) *
+                                      smoothstep(4, 10, toMoon)) +
+        light(0.20f, 0.45f, 0.70f) * (0.6f * bell(steep - edge, 1.2f)) +
+        light(0.50f, 0.55f, 0.60f) *
+            (1.2f * smoothstep(4.2f, 2.0f, toMoon) + 0.5f * bell(toMoon, 6) + 0.3f * bell(toMoon, 11));
     const float grain = (randomAt(int(place.x * 128), int(place.y * 128), 8) - 0.5f) / 200;
-    return {c.r + grain, c.g + grain, c.b + grain, 1};
+    return {unit(c.r + grain), unit(c.g + grain), unit(c.b + grain), 1};
 }
 
 }  // namespace

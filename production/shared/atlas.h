@@ -43,6 +43,8 @@ constexpr Cells edge(int side) {
 // from below, an arm from its middle to its edge and a thread from its root to its tip; the water, half way
 // round and from above downwards. The first kind is the great one's.
 constexpr Cells sea = {6, 3, 7, 6}, water = {6, 8.3, 7, 0.7};
+constexpr double waterDown = 1.3;  // the power of a place in it that the angle from the zenith is
+constexpr double moonDown = 30;    // degrees from there, at the far end of the half that is painted
 constexpr int lanterns = 4;
 constexpr double bleed = 0.045;  // of each cell's edge, painted on outwards, so that no neighbour shows
 constexpr Cells outside(int kind) {
