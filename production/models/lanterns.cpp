@@ -190,7 +190,7 @@ Shape shapeOf(const Jellyfish& fish, const Lights& lights) {
     for (int i = 0; i < kind.arms; i++) hung.push_back(arm(kind, i));
     if (kind.wavy) {
         Kind small = kind;
-        small.across = 2;
+        small.across = 1;
         hung.push_back(bell(small, lip, hull::outside(kind.paint)));
         hung.push_back(insideOut(bell(small, throat, hull::inside(kind.paint))));
     }

@@ -188,6 +188,8 @@ Rgba waterAt(float round, float down, Point place) {
     Rgba c = mix(opaque(0.010f, 0.008f, 0.038f), opaque(0.017f, 0.030f, 0.118f), smoothstep(-0.8f, 0.8f, up));
     c = c + light(0.045f, 0.125f, 0.265f) * (shafts * reaching * clear) +
         light(0.060f, 0.010f, 0.105f) * (bell(up + 0.55f, 0.3f) * (0.5f + 0.5f * std::cos(4 * pi * round)));
+    // About the giant in the deep.
+    c = c + light(0.028f, 0.095f, 0.170f) * (bell(round - 0.70f, 0.17f) * bell(steep - 102, 30));
     // The window's edge, and its ripples as they lie on the surface.
     const float edge = 50, inside = smoothstep(edge + 1.5f, edge - 1.5f, steep);
     const float on = std::fmin(angle, 1.2f), away = 2.2f * std::sin(on) / std::cos(on);
