@@ -2,7 +2,10 @@
 // first. Three panels, each of a drawing in fine lines of light and the words that belong to it: an owl's
 // eyes, a listing, a heart. A panel stands whole in the middle of the screen where a pair of bars begins;
 // under all of them runs a pulse, whose beats cross the middle with the music's. They are signed with the
-// show's name, whose last letters the hall meets as it fades in.
+// show's name, alone in a night that falls before the hall fades in.
+//
+// What stands behind the screen is blurred light. The picture's alpha is how much of it a place hides, which
+// "boom" heeds: panels are plates of dark glass, and letters are cut out of them, lit by what is behind.
 #include <string>
 #include <vector>
 
@@ -89,7 +92,7 @@ void Words::set(const std::string& text, Lettering style, Point place, Align ali
 
 // Where the panels have their middles; their drawings take places from there, across, and from the top.
 const float owlMiddle = crossingOn(228), listingMiddle = crossingOn(236), youMiddle = crossingOn(244),
-            signMiddle = crossingOn(249.9);
+            signMiddle = crossingOn(250.7), nightFalls = crossingOn(251.85);
 constexpr float panelHalf = 345;
 
 const Lettering heavy = {.height = 100, .weight = 0.185f, .contrast = 0.45f, .gap = 0.15f};
@@ -224,11 +227,18 @@ Rgba codeAt(Point p) {
     }
 }
 
+// It stands on a pane of its own: how far outside of that a place is.
+float listingEdge(Point p) {
+    return box(p, {-6, 246}, {322, 226}, 18);
+}
+
 Rgba listingAt(Point place, const Listing& listing) {
     const Point p = place - Point{listingMiddle, 0};
     if (std::fabs(p.x) > panelHalf) return {};
+    const float edge = listingEdge(p);
     const float rule = std::fabs(std::fabs(p.x - listingLeft - listingBreadth / 2) - 185) - 85;
     Rgba sum = violet * (0.7f * lined(p.x - gutter, 1.4f) * inked(std::fabs(p.y - 246) - 212)) +
+               mix(violet, ice, p.y / 512) * (0.8f * lined(edge + 1, 1.6f)) +
                gold * (0.9f * lined(p.y - ofTheRow, 1.6f) * inked(rule)) +
                mix(violet, cream, 0.2f) * (0.85f * inked(listing.keys.at(place))) +
                mix(mint, cream, 0.2f) * (0.8f * inked(listing.rest.at(place))) +
@@ -254,12 +264,17 @@ constexpr float youLine = 356, youHeight = 190;
 constexpr float faceHalf = youHeight / 2, faceAside = 110;
 constexpr Point faceMiddle = {0, youLine - faceHalf};
 
+// The signature's two words, and between them what they mean.
+constexpr float signBreadth = 340, streakRow = 262;
+
 void setYouWords(Words& words) {
     const Lettering broad = {.height = youHeight, .weight = 0.21f, .contrast = 0.35f, .gap = 0.14f};
     words.set("Y", broad, {youMiddle - faceAside - textWidth("Y", broad), youLine});
     words.set("U", broad, {youMiddle + faceAside, youLine});
     words.set("and", wide, {youMiddle, 122}, Align::Centre);
-    words.set("Valojuova", filling("Valojuova", heavy, 400), {signMiddle, 290}, Align::Centre);
+    words.set("Valo", filling("Valo", heavy, signBreadth), {signMiddle, streakRow - 26}, Align::Centre);
+    const Lettering lower = filling("Juova", heavy, signBreadth);
+    words.set("Juova", lower, {signMiddle, streakRow + 26 + lower.height}, Align::Centre);
 }
 
 float headAt(Point q) {
@@ -297,6 +312,19 @@ Rgba faceAt(Point q) {
     return cream * white + gold * (0.9f * warm * (1 - white));
 }
 
+// A streak of light, which leads the way that all of it goes.
+Rgba streakAt(Point p) {
+    const Point head = p + Point{signBreadth / 2 + 36, 0};
+    if (head.x < -60 || std::fabs(head.y) > 60) return {};
+    const float gone = unit(head.x / 520), along = head.x < 0 ? 0 : 1 - gone;
+    const float core = along * inked(std::fabs(head.y) - 3.2f * along * smoothstep(-2, 60, head.x));
+    const float glow = along * along * std::exp(-std::fabs(head.y) / (2 + 5 * along));
+    const float star = std::exp(-length(head) / 7),
+                ray = std::exp(-std::fabs(head.x) / 1.6f - std::fabs(head.y) / 16);
+    return mix(cream, gold, unit(3 * gone)) * core + mix(gold, coral, gone) * (0.55f * glow) +
+           moon * std::fmin(1.3f * star + 0.8f * ray, 1.0f);
+}
+
 constexpr float pulseRow = 488;
 
 std::vector<Point> pulseLine() {
@@ -325,10 +353,43 @@ float pulseAt(Point p, const std::vector<Point>& line) {
     return nearest;
 }
 
+// The plates. How much they hide of what is behind them, 0 to 1.
+
+float owlPlate(Point p) {
+    const Point side = {std::fabs(p.x), p.y};
+    const float belowBrow = 0.9f * (p.y - (176 - 0.40f * side.x - 0.00022f * side.x * side.x));
+    const float head = std::fmax(box(p, {0, 250}, {330, 235}, 150), 8 - belowBrow);
+    return 0.88f * smoothstep(12, -16, head);
+}
+
+float listingPlate(Point p) {
+    return 0.84f * inked(listingEdge(p));
+}
+
+float heartPlate(Point p) {
+    return 0.93f * smoothstep(8, -10, heartSize * heartAt({p.x / heartSize, (heartFoot - p.y) / heartSize}));
+}
+
+// Behind the signature all is dark, for it to be the last that is seen.
+float lastPlate(Point p) {
+    return 0.97f * smoothstep(signMiddle - 400, signMiddle - 200, p.x) *
+           smoothstep(width * pixelAspect / fine, width * pixelAspect / fine - 8, p.x);
+}
+
+float plateAt(Point p, float word, float fromPulse) {
+    const float shadow = std::fmax(0.80f * smoothstep(40, 0, word), 0.6f * fromPulse);
+    return std::fmax(std::fmax(shadow, owlPlate(p - Point{owlMiddle, 0})),
+                     std::fmax(std::fmax(listingPlate(p - Point{listingMiddle, 0}), lastPlate(p)),
+                               heartPlate(p - Point{youMiddle, 0})));
+}
+
+// Rows of the upper edge, where what crosses the middle of the screen tells how dark all of it is.
+constexpr float nightRows = 6;
+
 }  // namespace
 
 void makeGreetings(const char* path) {
-    Words words(18);
+    Words words(40);
     Listing listing;
     setOwlWords(words);
     setListing(listing, words);
@@ -344,7 +405,7 @@ void makeGreetings(const char* path) {
         const float shown = smoothstep(0, 50, p.x) * smoothstep(pulse.back().x, pulse.back().x - 200, p.x);
         const Rgba drawn =
             owlAt(p - Point{owlMiddle, 0}) + listingAt(p, listing) +
-            heartLines(fromYou) * inked(4 - headAt(fromFace)) +
+            streakAt(p - Point{signMiddle, streakRow}) + heartLines(fromYou) * inked(4 - headAt(fromFace)) +
             (mix(gold, cream, 0.3f) * lined(line, 2.4f) + opaque(0.5f, 0.25f, 0.06f) * std::exp(-line / 7)) *
                 shown;
         // The drawings leave room round the words, for them to be read, and the picture's edges black.
@@ -355,8 +416,15 @@ void makeGreetings(const char* path) {
         // Gold within a bright edge: what lies behind adds to it, and would burn white out.
         const Rgba metal = mix(opaque(0.88f, 0.68f, 0.40f), opaque(0.82f, 0.38f, 0.10f), words.footAt(p));
         const Rgba face = fill > 0 ? mix(cream, metal, words.coreAt(p, 2.6f)) : metal;
-        return ground + (drawn * room + faceAt(fromFace) + opaque(0.5f, 0.3f, 0.1f) * halo) * (1 - fill) +
-               face * fill;
+        Rgba sum = ground + (drawn * room + faceAt(fromFace) + opaque(0.5f, 0.3f, 0.1f) * halo) * (1 - fill) +
+                   face * fill;
+        const float light = std::fmax(sum.r, std::fmax(sum.g, sum.b));
+        const float dark =
+            p.y < nightRows ? smoothstep(nightFalls, nightFalls + 100, p.x)
+                            : plateAt(p, word, shown * smoothstep(14, 3, line)) * smoothstep(0.5f, 0, light);
+        sum = sum * (dark > 0 ? dark : 1);  // added as it is, whatever its alpha
+        sum.a = dark;
+        return sum;
     });
-    saveRgb(canvas, path, Rows::TopFirst);
+    saveRgba(canvas, path, Rows::TopFirst);
 }

@@ -54,8 +54,8 @@ void addBank(std::vector<Softbox>& lamps, Softbox lamp, float step, int count) {
 // place of the disc stands for, the direction is the viewer's, mirrored at n. `rimEnds`: where what lies on
 // the rim has faded, in radii.
 template <class Ground>
-void makeSphereMap(const char* path, const std::vector<Softbox>& lamps, Ground ground,
-                   float rimEnds = 1.16f) {
+void makeSphereMap(const char* path, const std::vector<Softbox>& lamps, Ground ground, float rimEnds = 1.16f,
+                   float alpha = 1) {
     const int size = 512;
     std::vector<HungLamp> studio;
     for (const Softbox& lamp : lamps) studio.push_back(hung(lamp));
@@ -70,10 +70,10 @@ void makeSphereMap(const char* path, const std::vector<Softbox>& lamps, Ground g
         Rgba seen = ground(towards);
         for (const HungLamp& lamp : studio) seen = seen + lit(lamp, towards);
         seen = seen * smoothstep(rimEnds, 1 + 0.25f * (rimEnds - 1), radius);
-        seen.a = 1;
+        seen.a = alpha;
         return seen;
     });
-    saveRgb(canvas, path, Rows::BottomFirst);
+    (alpha < 1 ? saveRgba : saveRgb)(canvas, path, Rows::BottomFirst);
 }
 
 // A comet, its tail running on to the right: what hangs before the hall's wall is shaded so that it shows it.
@@ -212,7 +212,7 @@ Direction facing(Direction towards) {
 }
 
 // Of the robot's maps: past the disc only as far as filtering asks for, since the rim is their brightest
-// part.
+// part. They leave no alpha in the frame, where the greetings write theirs.
 constexpr float shortRim = 1.05f;
 
 // The robot's maps are multiplied by what its scene's one lamp, which goes along with the viewer, makes of
@@ -291,7 +291,7 @@ void makeRobotChrome(const char* path) {
                               strips + coldRim(normal);
             return heldDown(seen * (1 / litByTheScene(normal)), normal, 0.20f);
         },
-        shortRim);
+        shortRim, 0);
 }
 
 // On its lacquer, its rubber, its glass and the ring, which have pictures or tints of their own: two panes of
@@ -308,7 +308,7 @@ void makeArmChrome(const char* path) {
                               coldRim(normal) * 0.1f;
             return heldDown(seen * (1 / litByTheScene(normal)), normal, 0.14f);
         },
-        shortRim);
+        shortRim, 0);
 }
 
 // The hall's own: tall lamps all round and a ring of light overhead. The room binds it and leaves it switched

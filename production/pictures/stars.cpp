@@ -254,5 +254,7 @@ void makeStars(const char* path) {
     addStar(canvas, normalized(Direction{0.2f, 0.2f, -0.9f}), 0.88f, tintOf(0.5f));
     addStar(canvas, normalized(Direction{0.9f, 0.1f, 0.3f}), 0.95f, tintOf(0));
     addStar(canvas, normalized(Direction{-0.4f, 0.15f, 0.8f}), 0.95f, tintOf(0.8f));
-    saveRgb(canvas, path, Rows::TopFirst);
+    // None in the frame, where the greetings write theirs.
+    for (Rgba& pixel : canvas.pixels) pixel.a = 0;
+    saveRgba(canvas, path, Rows::TopFirst);
 }

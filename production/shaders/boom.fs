@@ -15,6 +15,10 @@ uniform float scale;    // how far the wave has still to go, 0.3 to 0
 
 varying vec2 place;
 
+// Behind the greetings, which write it into the frame's alpha, the picture is dimmed; the scene is told by its lamp,
+// which stands like this for no other. What they have in the middle of their upper edge dims all of it.
+const vec3 greetingsLamp = vec3(200.0, -150.0, 150.0);
+
 const vec2 aspect = vec2(4.0 / 3.0, 1.0);  // of the screen: rings are round on it
 const float strength = 0.8;                // of the push at the front
 
@@ -297,6 +301,7 @@ void main() {
     vec3 yellow = texture2D(picture, coordinates(at - split, slope, margin)).rgb;
     vec3 azure = texture2D(picture, coordinates(at + split, slope, margin)).rgb;
     vec3 blue = texture2D(picture, coordinates(at + 2.0 * split, slope, margin)).rgb;
+    float night = texture2D(picture, gl_TexCoord[0].st + (vec2(0.5, 0.995) - place) * slope).a;
     if (atTheEnd) {
         vec3 shown = 0.2 * (color.rgb + red + yellow + azure + blue);
         gl_FragColor = vec4(endAt(seconds, look, screen, shown, 4.0 * margin.y / screen.zoom), 1.0) * gl_Color;
@@ -310,6 +315,8 @@ void main() {
 
     // The edge shines, and behind it the air is thin.
     float hollow = ahead < 0.0 ? wake * (1.0 - cos(min(-x, 6.2832))) : 0.0;
-    color.rgb *= 1.0 + pulse * (0.10 * edge - 0.36 * hollow);
+    vec3 fromLamp = gl_LightSource[0].position.xyz - greetingsLamp;
+    float dark = dot(fromLamp, fromLamp) < 0.01 ? max(color.a, night) : 0.0;
+    color.rgb *= (1.0 + pulse * (0.10 * edge - 0.36 * hollow)) * (1.0 - dark);
     gl_FragColor = color * gl_Color;
 }

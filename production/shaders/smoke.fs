@@ -41,5 +41,8 @@ void main() {
     float away = (radius - 0.22 - 0.6 * beat) / (0.012 + 0.03 * beat);
     float wave = exp(-away * away) * (1.0 - beat) * clear;
     vec3 light = color.rgb * spread * (1.0 * smoke + 0.05 * (1.0 - smoothstep(0.5, 0.86, radius)) + 0.20 * shafts) + color.rgb * wave * (0.25 + 0.5 * swirl) + 0.1 * smoke * smoke * spread;
-    gl_FragColor = vec4(light * isSurface(), color.a) * gl_Color;
+    light *= isSurface();
+    // Added by its own alpha, which stays as small as it can: by the frame's the greetings tell their plates.
+    float most = max(max(light.r, max(light.g, light.b)), 0.004);
+    gl_FragColor = vec4(light / most, most) * gl_Color;
 }

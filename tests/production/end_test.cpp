@@ -1,5 +1,5 @@
-// How the show ends: "boom" knows from its clock alone when the last card goes and when the last beat
-// comes.
+// What "boom" tells by signs of its own: where the greetings' plates hide what is behind them, and how the
+// show ends, when the last card goes and when the last beat comes.
 #include <algorithm>
 
 #include "script/show_times.h"
@@ -19,6 +19,19 @@ struct End : Show {
         return most;
     }
 };
+
+// In the owl's left pupil, before the plates come on with the shocks and after; then, where nothing is
+// written, beside the signature.
+TEST_F(End, GreetingsHideTheRobotWhereTheyAreRead) {
+    const Screen before = drawMoment(showtime::greetingShocks.ms - 110),
+                 after = drawMoment(showtime::greetingShocks.ms + 90),
+                 signature = drawMoment(showtime::crossFade.ms - 40);
+    EXPECT_GT(brightest(before, 626, 322), 80);
+    EXPECT_LT(brightest(after, 586, 322), 30);
+    EXPECT_GT(brightest(after, 235, 270, 40), 100);
+    EXPECT_GT(brightest(signature, 300, 360, 60), 150);
+    EXPECT_LT(brightest(signature, 690, 300, 100), 15);
+}
 
 TEST_F(End, HallShrinksToTheRobotsScreenWhichGoesOutAndShowsAFaceThatFallsAsleep) {
     constexpr int begins = showtime::afterCredits.ms, dark = 14;
