@@ -1,6 +1,6 @@
 // The box of the heap: a house of one storey, a little under 20 units high, twenty of which lie across each
-// other. Between two slabs stand lit rooms behind glass; at one end the upper slab is missing, and a
-// terrace grows a garden. What a viewer from below sees most of is its underside, painted like a lantern's.
+// other. A wide floor reaches out far beyond its rooms, with a garden at each end. What a viewer from below
+// sees most of is its underside, painted like a lantern's.
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
@@ -14,9 +14,8 @@ using namespace house;
 
 namespace {
 
-constexpr double roofFrom = -30;
-constexpr double parapet = 6.4;  // height of the terrace's, slab included
-constexpr double trunkRadius = 12.2, trunkDepth = 130, mastHeight = 62;
+constexpr double floorTop = slab - halfHeight;
+constexpr double trunkDepth = 130;
 
 // The light circles far below the heap. What is to catch it wherever it stands faces down by `share` more
 // than it does.
@@ -24,170 +23,106 @@ Shape litFromBelow(const Shape& shape, double share) {
     return shaded(shape, [=](Vec, Vec normal) { return normal - Vec{0, share, 0}; });
 }
 
-Shape block(Vec low, Vec high, double bevel) {
-    return moved(box(high - low, bevel), (low + high) * 0.5);
-}
-
 // Front where `along` points to the right and `up` upwards.
 Shape sheet(Vec corner, Vec along, Vec up) {
     return grid(2, 2, false, false, [=](int c, int r) { return corner + along * c + up * r; });
 }
 
-Shape floorSlab() {
-    return block({-halfLength, -halfHeight, -halfWidth}, {halfLength, slab - halfHeight, halfWidth}, 0.7);
+// The floor's outline, counter-clockwise from above: x, and z negated.
+constexpr Flat outline[] = {{halfLength, corner - halfWidth},  {halfLength, halfWidth - corner},
+                            {halfLength - corner, halfWidth},  {corner - halfLength, halfWidth},
+                            {-halfLength, halfWidth - corner}, {-halfLength, corner - halfWidth},
+                            {corner - halfLength, -halfWidth}, {halfLength - corner, -halfWidth}};
+constexpr int sides = 8;
+
+Vec atOutline(int i, double y) {
+    return {outline[i % sides].x, y, -outline[i % sides].y};
 }
 
-Shape roofSlab() {
-    return block({roofFrom, halfHeight - slab, -halfWidth}, {halfLength, halfHeight, halfWidth}, 0.7);
-}
-
-Shape rooms() {
-    return block({glassFrom, slab - halfHeight, -glassHalf}, {glassTo, halfHeight - slab, glassHalf}, 0);
-}
-
-// What closes the terrace: three walls with a hedge on them.
-Shape terraceWalls() {
-    const double low = slab - halfHeight, top = parapet - halfHeight, in = 3;
-    return joined({block({-halfLength, low, -halfWidth}, {in - halfLength, top, halfWidth}, 0.5),
-                   block({in - halfLength, low, halfWidth - in}, {roofFrom, top, halfWidth}, 0.5),
-                   block({in - halfLength, low, -halfWidth}, {roofFrom, top, in - halfWidth}, 0.5)});
-}
-
-// A stretch of rooms from slab to slab behind panes, each of which leans and bulges, so that they are lit and
-// glint one after another, in streaks. They face the light far below, but no more than that they throw back
-// little of the glow beyond the heap. `along` is of length 1.
-Shape stretch(Vec from, Vec along, int number) {
-    constexpr double downs[] = {1.3, 1.7, 1.5, 1.8}, bulge = 0.7;
-    const auto [length, panes] = stretches[number];
-    const double breadth = length / panes;
-    const Vec step = along * breadth, tall = {0, roomHeight, 0};
-    const Patch rooms = patchOf(atlas::hull::rooms[number]);
-    std::vector<Shape> all;
-    for (int i = 0; i < panes; i++) {
-        const Patch part = {rooms.at(double(i) / panes, 0), rooms.at(double(i + 1) / panes, 1)};
-        const Vec corner = from + step * i, middle = corner + step * 0.5;
-        all.push_back(shaded(painted(sheet(corner, step, tall), part), [&](Vec p, Vec normal) {
-            const Vec aside = {p.x - middle.x, 0, p.z - middle.z};
-            return normal + aside * (bulge / breadth) - Vec{0, downs[i], 0};
-        }));
+Shape floorTopFace() {
+    Shape shape;
+    std::vector<int> round;
+    for (int i = 0; i < sides; i++) {
+        shape.points.push_back(atOutline(i, floorTop));
+        round.push_back(i);
     }
-    return joined(all);
+    addFace(shape, round);
+    return shape;
 }
 
-// Each side has a shape of its own, so that a storey has another outline after each quarter turn: before,
-// one half stands back behind a balcony; behind, the other comes out to the slabs' edge.
-constexpr double bayOut = halfWidth + 3.5;
-
-Shape core() {
-    const double low = slab - halfHeight, high = -low;
-    return joined({block({glassFrom, low, -glassHalf}, {glassTo, high, behindBalcony}, 0),
-                   block({glassFrom, low, behindBalcony}, {glassMiddle, high, glassHalf}, 0),
-                   block({glassMiddle, low, -bayOut}, {bayTo, high, -glassHalf}, 0)});
-}
-
-// The balcony's floor, and floor and roof of the bay.
-constexpr double balconyFrom = glassMiddle + 2, balconyTo = halfLength - 6, balconyOut = halfWidth + 8;
-Shape outworks() {
-    const double low = -halfHeight;
-    return joined(
-        {block({balconyFrom, low + 0.4, halfWidth - 1}, {balconyTo, low + slab - 0.4, balconyOut}, 0.4),
-         block({glassMiddle - 1, low, -bayOut - 1}, {bayTo + 1, low + slab, 2 - halfWidth}, 0.4),
-         block({glassMiddle - 1, -low - slab, -bayOut - 1}, {bayTo + 1, -low, 2 - halfWidth}, 0.4)});
-}
-
-// The balcony's rails.
-Shape rails() {
-    std::vector<Shape> all;
-    for (const double y : {4.2, 6.6})
-        for (const double x : {balconyFrom, balconyTo})
-            all.push_back(
-                block({x - 0.3, y - halfHeight, halfWidth}, {x + 0.3, y - halfHeight + 0.5, balconyOut}, 0));
-    for (const double y : {1.2, 4.2, 6.6})
-        all.push_back(block({balconyFrom, y - halfHeight, balconyOut - 0.3},
-                            {balconyTo, y - halfHeight + 0.5, balconyOut + 0.2}, 0));
-    return joined(all);
-}
-// Garlands of lamps over the balcony and round the terrace.
-Shape garlands() {
-    std::vector<Shape> all;
-    const auto hang = [&](Vec from, Vec to, int bows, int lamps) {
-        for (int i = 0; i < lamps; i++) {
-            const double k = (i + 0.5) / lamps, sag = std::fabs(std::sin(pi * bows * k));
-            all.push_back(moved(lathe({{0, -0.85}, {0.85, 0}, {0, 0.85}}, 4),
-                                from + (to - from) * k - Vec{0, 2.6 * sag, 0}));
-        }
-    };
-    constexpr double y = 6.4, left = -53.5, edge = 21;
-    hang({balconyFrom, y, balconyOut - 1}, {balconyTo, y, balconyOut - 1}, 2, 9);
-    hang({left, y, -edge}, {left, y, edge}, 2, 10);
-    hang({roofFrom, y, edge}, {left, y, edge}, 1, 5);
-    hang({roofFrom, y, -edge}, {left, y, -edge}, 1, 5);
-    return joined(all);
-}
-
-Shape glass() {
-    constexpr double breath = 0.3;
-    const double low = slab - halfHeight;
-    return joined({stretch({glassFrom, low, glassHalf + breath}, {1, 0, 0}, 0),
-                   stretch({glassMiddle, low, behindBalcony + breath}, {1, 0, 0}, 1),
-                   stretch({bayTo, low, -bayOut - breath}, {-1, 0, 0}, 2),
-                   stretch({glassMiddle, low, -glassHalf - breath}, {-1, 0, 0}, 3),
-                   stretch({glassTo + breath, low, behindBalcony}, {0, 0, -1}, 4),
-                   stretch({glassFrom - breath, low, -glassHalf}, {0, 0, 1}, 5)});
-}
-
-// The slabs' edges, each side's with a line of light of its own, which draw every storey.
+// The slab's edges, whose lines of light draw every storey.
 Shape edges() {
-    constexpr double out = 0.08, longest = 2 * halfLength, wide = 2 * halfWidth;
+    constexpr double longest = 2 * halfLength;
     std::vector<Shape> all;
-    const auto edge = [&](int side, Vec from, Vec along) {
-        const double share = (std::fabs(along.x) + std::fabs(along.z)) / longest;
-        const Patch whole = hull::edge(side);
-        all.push_back(painted(sheet(from, along, {0, slab, 0}), {whole.low, whole.at(share, 1)}));
-    };
-    const double y = halfHeight - slab;
-    edge(0, {roofFrom, y, halfWidth + out}, {halfLength - roofFrom, 0, 0});
-    edge(1, {halfLength, y, -halfWidth - out}, {roofFrom - halfLength, 0, 0});
-    edge(2, {halfLength + out, y, halfWidth}, {0, 0, -wide});
-    edge(3, {roofFrom - out, y, -halfWidth}, {0, 0, wide});
+    for (int i = 0; i < sides; i++) {
+        const Vec from = atOutline(i, -halfHeight), along = atOutline(i + 1, -halfHeight) - from;
+        const Patch whole = hull::edge(i % 4 == 2 ? 0 : i % 4 == 0 ? 1 : 2);
+        all.push_back(
+            painted(sheet(from, along, {0, slab, 0}), {whole.low, whole.at(length(along) / longest, 1)}));
+    }
     return joined(all);
 }
 
 // Under the floor, looking outwards a little: what faces away from the viewer throws back the glow beyond the
 // heap, and that would lie over the heap as a veil.
 Shape soffit() {
-    constexpr double y = -halfHeight - 0.19, vault = 0.9, length = soffitLength, width = soffitWidth;
-    std::vector<Shape> quarters;
-    for (const double x : {-length, 0.0})
-        for (const double z : {-width, 0.0})
-            quarters.push_back(sheet({x, y, z}, {length, 0, 0}, {0, 0, width}));
-    const Shape painted = mappedBy(joined(quarters), [](const Face&, Vec p) {
-        return hull::soffit.at(std::fabs(p.x) / length, std::fabs(p.z) / width);
-    });
+    constexpr double vault = 0.06, y = -halfHeight;
+    const auto quarter = [](double x, double z) {
+        Shape shape;
+        shape.points = {{0, y, 0},
+                        {x * halfLength, y, 0},
+                        {x * halfLength, y, z * (halfWidth - corner)},
+                        {x * (halfLength - corner), y, z * halfWidth},
+                        {0, y, z * halfWidth}};
+        addFace(shape, {0, 1, 2, 3, 4});
+        return x * z > 0 ? shape : insideOut(shape);
+    };
+    const Shape painted = mappedBy(
+        joined({quarter(1, 1), quarter(-1, 1), quarter(1, -1), quarter(-1, -1)}), [](const Face&, Vec p) {
+            return hull::soffit.at(std::fabs(p.x) / halfLength, std::fabs(p.z) / halfWidth);
+        });
     return shaded(painted, [](Vec p, Vec normal) {
-        return normal + Vec{p.x / length, 0, p.z / width} * vault;
+        return normal + Vec{p.x / halfLength, 0, p.z / halfWidth} * vault;
     });
 }
 
-Shape hedge() {
-    const double low = slab * 0.3 - halfHeight, tall = parapet + 1.2 - slab * 0.3, out = halfWidth + 0.25;
-    const double from = -halfLength - 0.25, deep = roofFrom - from;
-    return joined({sheet({from, low, -out}, {0, 0, 2 * out}, {0, tall, 0}),
-                   sheet({from, low, out}, {deep, 0, 0}, {0, tall, 0}),
-                   sheet({roofFrom, low, -out}, {-deep, 0, 0}, {0, tall, 0})});
+Shape core() {
+    return moved(box({2 * glassLength, roomHeight, 2 * glassWidth}, 0), {0, slab / 2, 0});
 }
 
-// Tufts of blades, each its own way, and cypresses in ragged tiers among them.
-Shape tuft(double size, int seed) {
-    std::vector<Shape> blades;
-    for (int i = 0; i < 9; i++) {
-        const double turn = 2.4 * i + seed, rise = 0.25 + 0.16 * ((5 * i + seed) % 7);
-        const double length = size * (0.9 + 0.12 * ((3 * i + seed) % 6));
-        const Shape blade = lathe({{0.2 * size, 0}, {0.26 * size, 0.4 * length}, {0, length}}, 3);
-        blades.push_back(placed(blade, {}, {std::cos(turn), rise, std::sin(turn)}));
+// A stretch of rooms, each behind a pane that leans and bulges in its own way, so that they are lit and glint
+// one after another. They face the light far below, but no more than that they throw back little of the glow
+// beyond the heap. `along` is of length 1.
+Shape stretch(Vec from, Vec along, int number) {
+    constexpr double downs[] = {1.3, 1.75, 1.45, 1.9, 1.6}, bulge = 0.5;
+    const double breadth = lengthOf(number);
+    const Patch rooms = patchOf(atlas::hull::rooms[number]);
+    std::vector<Shape> all;
+    double left = 0;
+    for (int i = 0; i < mostRooms && shares[number][i] > 0; i++) {
+        const double right = left + shares[number][i];
+        const Vec corner = from + along * (left * breadth), step = along * ((right - left) * breadth);
+        const Vec middle = corner + step * 0.5;
+        const Shape pane =
+            painted(sheet(corner, step, {0, roomHeight, 0}), {rooms.at(left, 0), rooms.at(right, 1)});
+        all.push_back(shaded(pane, [&](Vec p, Vec normal) {
+            const Vec aside = {p.x - middle.x, 0, p.z - middle.z};
+            return normal + aside * (bulge / length(step)) - Vec{0, downs[(i + number) % 5], 0};
+        }));
+        left = right;
     }
-    return joined(blades);
+    return joined(all);
 }
+
+Shape glass() {
+    constexpr double out = 0.3;
+    return joined({stretch({-glassLength, floorTop, glassWidth + out}, {1, 0, 0}, 0),
+                   stretch({glassLength, floorTop, -glassWidth - out}, {-1, 0, 0}, 1),
+                   stretch({glassLength + out, floorTop, glassWidth}, {0, 0, -1}, 2),
+                   stretch({-glassLength - out, floorTop, -glassWidth}, {0, 0, 1}, 3)});
+}
+
+// Cypresses in ragged tiers.
 Shape cypress(double size, int seed) {
     std::vector<Shape> tiers;
     for (int i = 0; i < 4; i++) {
@@ -198,76 +133,37 @@ Shape cypress(double size, int seed) {
     }
     return joined(tiers);
 }
-Shape shrubs() {
-    constexpr double onGarden = parapet - halfHeight, onBalcony = slab - halfHeight;
+Shape garden() {
+    constexpr struct {
+        double x, z, size;
+    } trees[] = {{82, -26, 3.0}, {85, -14, 2.4}, {85, 10, 3.2},  {80, 28, 2.6},  {76, 36, 2.2},
+                 {-82, 26, 3.0}, {-85, 6, 2.4},  {-85, -4, 3.2}, {-80, -30, 2.7}};
     std::vector<Shape> all;
-    const auto plant = [&](const Shape& shape, Vec at) { all.push_back(moved(shape, at)); };
-    plant(cypress(2.7, 1), {-51, onGarden - 1, -17});
-    plant(tuft(4.2, 2), {-50.5, onGarden, -9});
-    plant(tuft(3.2, 5), {-51, onGarden, -1});
-    plant(cypress(2.3, 3), {-50, onGarden - 1, 7});
-    plant(tuft(4.8, 1), {-50, onGarden, 16});
-    plant(tuft(3.4, 4), {-40, onGarden, 19});
-    plant(tuft(3.8, 3), {-38, onGarden, -19});
-    plant(tuft(3.6, 6), {18, onBalcony, halfWidth + 4});
-    plant(tuft(2.8, 2), {44, onBalcony, halfWidth + 4});
+    for (const auto& [x, z, size] : trees) all.push_back(moved(cypress(size, int(x + z)), {x, floorTop, z}));
     return joined(all);
 }
 
-// The lift's trunk, which the storeys hide but below the lowest, and the mast, which shows above the highest.
+// What carries all, which the storeys hide but below the lowest.
 Shape trunk() {
-    Outline profile;
-    for (double y = -trunkDepth; y < -halfHeight; y += 20) profile.push_back({trunkRadius, y});
-    profile.push_back({trunkRadius, halfHeight + 1});
-    return lathe(profile, 12);
+    return lathe({{11, -trunkDepth}, {11, -70}, {14, -40}, {21, -22}, {33, -halfHeight}}, 16);
 }
-Shape trunkRings() {
-    std::vector<Shape> rings;
-    for (double y = -trunkDepth; y < -halfHeight; y += 20)
-        rings.push_back(lathe({{trunkRadius + 0.3, y + 17.2}, {trunkRadius + 0.3, y + 18.8}}, 12));
-    return joined(rings);
-}
-Shape mast() {
-    return lathe({{3.2, halfHeight},
-                  {3, halfHeight + 8},
-                  {0.9, halfHeight + mastHeight},
-                  {0, halfHeight + mastHeight}},
-                 8);
-}
-// Rings of light round it, which the storeys above hide as they do the mast, and its lamp.
-Shape beacon() {
-    std::vector<Shape> all = {moved(icosphere(3.2, 1), {0, halfHeight + mastHeight, 0})};
-    for (int i = 0; i < 4; i++) {
-        const double y = halfHeight + 14 + 11 * i, r = 9.5 - 1.8 * i;
-        all.push_back(lathe({{r, y}, {r, y + 0.9}}, 20));
-    }
+Shape rings() {
+    std::vector<Shape> all;
+    for (const Flat at : {Flat{11.4, -112}, {11.4, -92}, {11.4, -72}, {14.8, -41}, {22, -23}})
+        all.push_back(lathe({at, at + Flat{0, 2}}, 16));
     return joined(all);
 }
 
 }  // namespace
 
 Shape figures::heapBox() {
-    return joined({floorSlab(), roofSlab(), rooms(), terraceWalls()});
+    return joined({edges(), floorTopFace(), soffit(), core()});
 }
 
 void makeHeapBox(const char* path) {
     constexpr double lamps = 6;
-    // A breath of a curve, so that a light crosses a slab instead of filling it at once. Its sides look away
-    // from the heap's axis, as if it were a column, so that the same light stays on the same side of it,
-    // whichever way its storeys turn; and down, to the light that circles there, behind it at times.
-    const auto curved = [](Vec p, Vec normal) {
-        if (normal.y > 0.5) return normal + Vec{0.9 * p.x / halfLength, 0, 0.9 * p.z / halfWidth};
-        if (normal.y < -0.5) return normal + Vec{0.1 * p.x / halfLength, 0, 0.1 * p.z / halfWidth};
-        return normal * 0.3 + normalized(Vec{p.x, 0, p.z}) - Vec{0, 0.7, 0};
-    };
-    const Shape slabs =
-        shaded(painted(joined({floorSlab(), roofSlab(), terraceWalls()}), hull::shade), curved);
-    const Shape dark = joined(
-        {shaded(painted(outworks(), hull::shade), curved), shaded(painted(core(), hull::shade), curved)});
-    writeAml(path,
-             {slabs, dark, soffit(), glass(), litFromBelow(painted(hedge(), hull::leaves), 0.35),
-              litFromBelow(painted(shrubs(), hull::foliage), 0.7),
-              litFromBelow(painted(joined({trunk(), mast()}), hull::dark), 0.3), litFromBelow(edges(), lamps),
-              litFromBelow(painted(joined({trunkRings(), beacon(), rails(), garlands()}), hull::warmLamp),
-                           lamps)});
+    const Shape dark = painted(joined({floorTopFace(), core()}), hull::shade);
+    writeAml(path, {dark, soffit(), glass(), litFromBelow(painted(garden(), hull::leaves), 1.5),
+                    litFromBelow(painted(trunk(), hull::dark), 0.3), litFromBelow(edges(), lamps),
+                    litFromBelow(painted(rings(), hull::warmLamp), lamps)});
 }

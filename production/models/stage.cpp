@@ -20,6 +20,7 @@
 #include "production/models/paints.h"
 #include "production/models/spots.h"
 #include "production/models/viewer.h"
+#include "production/shared/house.h"
 
 using namespace model;
 using namespace hall;
@@ -405,11 +406,11 @@ Shape hungShip() {
 
 // The tower: each storey over the one below, turned on, of what `part` makes of the box's own model.
 Shape tower(const std::function<Shape(int storey)>& part) {
-    const double size = 1.3, tall = fitting::storey * size, radius = 382;
+    const double size = 1.3, slim = 0.6 * size, tall = fitting::storey * size, radius = 382;
     const int storeys = 15;
     std::vector<Shape> all;
     for (int i = 0; i < storeys; i++) {
-        const Shape box = scaled(part(i), {size, size, size});
+        const Shape box = scaled(part(i), {slim, size, slim});
         all.push_back(moved(turned(box, Axis::y, degrees(15) * i), {radius, tall * (i + 0.5), 0}));
     }
     return atTurn(joined(all), towerTurn);
@@ -417,7 +418,8 @@ Shape tower(const std::function<Shape(int storey)>& part) {
 
 // Lit windows before its rooms, no storey's like the next one's.
 Shape towerWindows() {
-    constexpr double pitch = 12.5, wide = 8.5, low = -5.0, high = 5.4, out = 19.6;
+    constexpr double pitch = house::glassLength / 4, wide = 0.7 * pitch, low = -5.0, high = 5.4,
+                     out = house::glassWidth + 1;
     // In turn for a viewer far to the right, nearer, to the left, and for all.
     constexpr double aside[] = {54, 20, -30};  // degrees
     constexpr int kinds = 1 + int(std::size(aside));
@@ -429,7 +431,7 @@ Shape towerWindows() {
                 const int i = number % 8, side = number / 8;
                 if ((storey + i) % kinds != kind || (storey * 5 + i * 7 + side * 3 + storey * i) % 7 < 1)
                     continue;
-                const double from = -48 + pitch * i;
+                const double from = pitch * (i - 3.85);
                 const Shape window = grid(2, 2, false, false, [=](int c, int r) {
                     return Vec{from + wide * c, r == 0 ? low : high, out};
                 });

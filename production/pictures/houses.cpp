@@ -11,8 +11,9 @@ using atlas::Cells;
 namespace {
 
 const Rgba night = opaque(0.006f, 0.005f, 0.014f), shade = opaque(0.020f, 0.014f, 0.046f);
-const Rgba gold = light(1, 0.60f, 0.16f), amber = light(1, 0.42f, 0.08f), cyan = light(0.16f, 0.80f, 1),
-           violet = light(0.74f, 0.34f, 1), rose = light(1, 0.16f, 0.48f), green = light(0.40f, 0.85f, 0.25f);
+const Rgba gold = light(1, 0.60f, 0.16f), blue = light(0.10f, 0.42f, 1), amber = light(1, 0.42f, 0.08f),
+           cyan = light(0.16f, 0.80f, 1), violet = light(0.74f, 0.34f, 1), pink = light(1, 0.16f, 0.48f),
+           green = light(0.40f, 0.85f, 0.25f);
 
 // What has been painted of a place so far: dark bodies over painted glow, and lines of light.
 struct Seen {
@@ -70,11 +71,8 @@ float toNearest(float x, float pitch) {
     return std::fabs(std::remainder(x, pitch));
 }
 
-// Rooms, from their lower left, over a stretch of panes.
-constexpr float tall = float(house::roomHeight);
-struct Stretch {
-    float wide, pane;
-};
+// Rooms, from their lower left, in units of their own.
+constexpr float tall = 13.8f;
 
 void pendant(Seen& seen, Point p, Point at, Rgba own) {
     const Point from = p - at;
@@ -91,37 +89,30 @@ Rgba bottles(Point p, uint32_t seed) {
     const int column = int(std::floor(p.x / 0.95f));
     const float high = 0.75f + 0.75f * randomAt(column, 1, seed), x = p.x / 0.95f - column - 0.5f;
     if (p.y < 0 || p.y > high || std::fabs(x) > (p.y > 0.66f * high ? 0.14f : 0.34f)) return {};
-    const Rgba tints[] = {cyan, amber, rose, green, gold, violet};
+    const Rgba tints[] = {cyan, amber, pink, green, gold, violet};
     return tints[int(randomAt(column, 2, seed) * 5.99f)] * 0.8f;
 }
 
 // A bar: its bottles before the wall, and guests under lamps.
-Rgba barRoom(Point p, const Stretch& whole) {
-    Seen seen{mix(opaque(0.30f, 0.075f, 0.03f), opaque(0.13f, 0.02f, 0.04f), p.y / tall)};
-    for (const float shelf : {4.9f, 6.9f, 8.9f}) {
-        if (p.x < 13.2f || p.x > 26.8f) break;
-        seen.glow(std::fabs(p.y - shelf - 0.8f), 0.9f, amber * 0.22f);
-        seen.colour = seen.colour + bottles(p - Point{13, shelf + 0.15f}, uint32_t(shelf * 7));
+Rgba barRoom(Point p, float wide) {
+    Seen seen{mix(opaque(0.20f, 0.045f, 0.02f), opaque(0.06f, 0.01f, 0.03f), p.y / tall)};
+    const float middle = wide / 2;
+    for (const float shelf : {5.2f, 7.2f, 9.2f}) {
+        if (std::fabs(p.x - middle) > 8.6f) break;
+        seen.glow(std::fabs(p.y - shelf - 0.8f), 0.9f, amber * 0.20f);
+        seen.colour = seen.colour + bottles(p - Point{middle - 8.6f, shelf + 0.15f}, uint32_t(shelf * 7));
         seen.line(p.y - shelf, 0.12f, gold * 0.6f, 0.2f);
     }
-    for (const float x : {4.6f, 17.0f, 20.0f, 23.0f, 33.5f})
-        pendant(seen, p, {x, x > 10 && x < 30 ? 11.6f : 9.8f}, gold);
-    seen.body(standing(p - Point{20, 0.8f}), night);
-    seen.body(box(p, {20, 1.8f}, {7.5f, 1.8f}), opaque(0.03f, 0.008f, 0.012f));
-    seen.line(std::fmax(std::fabs(p.x - 20) - 7.6f, std::fabs(p.y - 3.7f)), 0.16f, gold);
-    for (const float x : {14.5f, 17.4f, 24.8f})
-        seen.body(seated({(p.x - x) * (x < 20 ? 1.f : -1.f), p.y - 0.9f}), night);
-    for (const float x : {4.6f, 33.5f}) {
-        seen.body(std::fmin(box(p, {x, 3.6f}, {1.7f, 0.18f}), box(p, {x, 1.8f}, {0.2f, 1.8f})), night);
-        seen.body(seated({p.x - x + 3.4f, p.y}), night);
-        seen.body(seated({x + 3.4f - p.x, p.y}), night);
-        seen.glow(circle(p, {x, 4.3f}, 0.25f), 0.4f, amber);
-    }
-    seen.body(toNearest(p.x, whole.pane) - 0.32f, night);
+    for (const float x : {-9.6f, -3.2f, 3.2f, 9.6f}) pendant(seen, p, {middle + x, 11.4f}, gold);
+    seen.body(standing(p - Point{middle, 0.8f}), night);
+    seen.body(box(p, {middle, 1.8f}, {9, 1.8f}), opaque(0.03f, 0.008f, 0.012f));
+    seen.line(std::fmax(std::fabs(p.x - middle) - 9.2f, std::fabs(p.y - 3.7f)), 0.18f, gold);
+    for (const float x : {-8.2f, -4.2f, 6.5f})
+        seen.body(seated({(p.x - middle - x) * (x < 0 ? 1.f : -1.f), p.y - 0.9f}), night);
     return seen.colour;
 }
 
-// Homes, each a pane wide.
+// Homes.
 void atThePiano(Seen& seen, Point p) {
     pendant(seen, p, {5.6f, 10.4f}, gold);
     seen.body(
@@ -136,7 +127,7 @@ void atThePiano(Seen& seen, Point p) {
 void amongBooks(Seen& seen, Point p) {
     const float row = p.y / 1.9f, book = p.x / 0.42f;
     const int shelf = int(row), volume = int(book);
-    const Rgba spines[] = {amber, green * 0.6f, cyan * 0.5f, gold, rose * 0.6f};
+    const Rgba spines[] = {amber, green * 0.6f, cyan * 0.5f, gold, pink * 0.6f};
     if (p.x > 1 && p.x < 6 && row - shelf < 0.55f + 0.3f * randomAt(volume, shelf, 4) && row - shelf > 0.1f)
         seen.colour = seen.colour + spines[int(randomAt(volume, shelf, 5) * 4.99f)] *
                                         (0.3f + 0.4f * randomAt(volume, shelf, 6));
@@ -164,7 +155,7 @@ void catAtItsWindow(Seen& seen, Point p) {
     seen.body(body, night);
 }
 void twoWhoDance(Seen& seen, Point p) {
-    seen.glow(length(p - Point{4.9f, 11}), 4, rose * 0.35f + gold * 0.2f);
+    seen.glow(length(p - Point{4.9f, 11}), 4, pink * 0.35f + gold * 0.2f);
     for (int i = -3; i <= 3; i++) {
         seen.line(segment(p, {4.9f, tall}, {4.9f + 0.8f * i, 10.8f - 0.4f * (3 - std::abs(i))}), 0.05f,
                   gold * 0.6f, 0.15f);
@@ -176,22 +167,25 @@ void twoWhoDance(Seen& seen, Point p) {
     seen.body(leaf({p.y + 0.2f, p.x - 6.0f}, 0, 5.0f, 1.3f), night);
 }
 
-// Four of them side by side.
-Rgba homes(Point p, const Stretch& whole) {
-    constexpr int count = 4;
-    const Rgba walls[count] = {opaque(0.40f, 0.19f, 0.04f), opaque(0.12f, 0.16f, 0.06f),
-                               opaque(0.03f, 0.10f, 0.36f), opaque(0.38f, 0.06f, 0.14f)};
-    void (*const scenes[count])(Seen&, Point) = {atThePiano, amongBooks, catAtItsWindow, twoWhoDance};
-    const int home = std::clamp(int(p.x / whole.pane), 0, count - 1);
-    const Point within = {p.x - whole.pane * home, p.y};
-    Seen seen{walls[home] * mix(1.2f, 0.5f, p.y / tall)};
-    scenes[home](seen, within);
-    seen.body(std::fmin(within.x, whole.pane - within.x) - 0.45f, night);
+Rgba salon(Point p, float) {
+    Seen seen{mix(opaque(0.34f, 0.07f, 0.10f), opaque(0.07f, 0.01f, 0.07f), p.y / tall)};
+    atThePiano(seen, p - Point{2.5f, 0});
+    twoWhoDance(seen, p - Point{13.5f, 0});
+    return seen.colour;
+}
+Rgba library(Point p, float) {
+    Seen seen{mix(opaque(0.16f, 0.12f, 0.05f), opaque(0.05f, 0.03f, 0.04f), p.y / tall)};
+    amongBooks(seen, p - Point{4, 0});
+    return seen.colour;
+}
+Rgba moonlight(Point p, float) {
+    Seen seen{mix(opaque(0.02f, 0.07f, 0.28f), opaque(0.01f, 0.02f, 0.10f), p.y / tall)};
+    catAtItsWindow(seen, p - Point{3, 0});
     return seen.colour;
 }
 
 // A stair behind glass, which runs on from storey to storey.
-Rgba stair(Point p, const Stretch& whole) {
+Rgba stair(Point p, float) {
     Seen seen{mix(opaque(0.015f, 0.07f, 0.24f), opaque(0.05f, 0.025f, 0.19f), p.y / tall)};
     const float half = tall / 2, from = 3, to = 28, slope = half / (to - from);
     for (const bool upper : {true, false}) {
@@ -215,8 +209,6 @@ Rgba stair(Point p, const Stretch& whole) {
     }
     for (const Point at : {Point{1.6f, 3}, Point{29.4f, 9.5f}})
         seen.glow(box(p, at, {0.2f, 1.6f}), 0.7f, gold * 0.9f);
-    seen.body(toNearest(p.x, whole.pane / 2) - 0.14f, night);
-    seen.line(toNearest(p.x, whole.pane / 2), 0.04f, cyan * 0.25f, 0.1f);
     return seen.colour;
 }
 
@@ -237,36 +229,35 @@ void fish(Seen& seen, Point p, float size, Rgba own) {
 }
 
 // An aquarium from slab to slab, and who looks at it.
-Rgba aquarium(Point p, const Stretch& whole) {
-    Seen seen{mix(opaque(0.003f, 0.03f, 0.12f), opaque(0.008f, 0.17f, 0.29f), p.y / tall)};
+Rgba aquarium(Point p, float wide) {
+    Seen seen{mix(opaque(0.002f, 0.02f, 0.09f), opaque(0.006f, 0.13f, 0.24f), p.y / tall)};
     seen.colour =
         seen.colour +
         cyan * (0.10f * smoothstep(0.6f, 0.9f, ridgedNoise(p.x / 9, p.y / 5, 64, 2, 3)) * p.y / tall);
-    for (int i = 0; i < 12; i++) {
+    for (int i = 0; i < 11; i++) {
         const float at = 1.4f + 3.3f * i, high = 3 + 4.5f * randomAt(i, 1, 8);
         if (p.y > high) continue;
         seen.line(p.x - at - 0.6f * std::sin(p.y * 0.9f + i), 0.13f * (1.2f - p.y / high),
                   green * 0.55f + cyan * 0.1f, 0.3f);
     }
     for (int i = 0; i < 16; i++) {
-        const float at = whole.wide * randomAt(i, 4, 8), up = tall * randomAt(i, 5, 8);
+        const float at = wide * randomAt(i, 4, 8), up = tall * randomAt(i, 5, 8);
         seen.line(circle(p, {at, up}, 0.25f + 0.35f * randomAt(i, 6, 8)), 0.06f, cyan * 0.6f, 0.12f);
     }
-    fish(seen, p - Point{27.5f, 8.6f}, 1.5f, amber);
-    fish(seen, Point{11.5f - p.x, p.y - 9.6f}, 1.05f, rose);
-    fish(seen, p - Point{17.3f, 4.6f}, 0.75f, cyan);
-    fish(seen, Point{34.5f - p.x, p.y - 3.6f}, 0.6f, gold);
+    fish(seen, p - Point{23, 8}, 1.7f, amber);
+    fish(seen, Point{9.5f - p.x, p.y - 10.4f}, 0.8f, pink);
+    fish(seen, Point{29 - p.x, p.y - 2.8f}, 0.6f, gold);
+    fish(seen, p - Point{14, 3.2f}, 0.6f, violet);
     seen.body(standing(p - Point{5.5f, 0}), night);
     seen.body(standing((p - Point{8.2f, 0}) * 1.6f), night);
-    seen.body(toNearest(p.x, whole.pane) - 0.2f, night);
     return seen.colour;
 }
 
 // A dance under a ball of mirrors.
-Rgba dance(Point p, const Stretch& whole) {
-    const Point ball = {15, 10.6f}, from = p - ball;
-    Seen seen{mix(opaque(0.55f, 0.13f, 0.06f), opaque(0.03f, 0.012f, 0.12f), smoothstep(0, 8.5f, p.y))};
-    const Rgba tints[] = {violet, rose, cyan, gold};
+Rgba dance(Point p, float wide) {
+    const Point ball = {wide / 2, 10.6f}, from = p - ball;
+    Seen seen{mix(opaque(0.42f, 0.06f, 0.16f), opaque(0.03f, 0.010f, 0.11f), smoothstep(0, 8.5f, p.y))};
+    const Rgba tints[] = {violet, pink, cyan, gold};
     for (int i = 0; i < 12; i++) {
         const float turn = 2 * pi * (i + 0.5f) / 12;
         const Point along = turned(from, -turn);
@@ -275,7 +266,7 @@ Rgba dance(Point p, const Stretch& whole) {
                       0.12f + 0.03f * along.x);
     }
     for (int i = 0; i < 26; i++) {
-        const Point at = {whole.wide * randomAt(i, 1, 6), 2 + 12 * randomAt(i, 2, 6)};
+        const Point at = {wide * randomAt(i, 1, 6), 2 + 12 * randomAt(i, 2, 6)};
         seen.body(length(Point{(p.x - at.x) * 0.7f, p.y - at.y}) - 0.24f, tints[i % 4] * 0.7f);
     }
     if (circle(from, {}, 1.7f) < 0) {
@@ -284,24 +275,24 @@ Rgba dance(Point p, const Stretch& whole) {
     }
     seen.line(circle(from, {}, 1.7f), 0.10f, light(0.9f, 0.8f, 1), 0.5f);
     if (from.y > 0) seen.line(from.x, 0.06f, violet * 0.6f, 0.1f);
-    for (int i = 0; i < 8; i++) {
+    for (int i = 0; i < int(wide / 3.7f); i++) {
         const float at = 2.2f + 3.7f * i + randomAt(i, 8, 6), size = 0.92f + 0.2f * randomAt(i, 9, 6);
         const Point q = Point{p.x - at, p.y} * (1 / size);
         const float who = i % 3 == 1 ? standing(q) : dancing(q);
         seen.body(who, night);
-        if (who > 0) seen.glow(who, 0.18f, rose * 0.25f);
+        if (who > 0) seen.glow(who, 0.18f, pink * 0.25f);
     }
-    seen.body(toNearest(p.x, whole.pane) - 0.2f, night);
     return seen.colour;
 }
 
 // A winter garden under arches; in the last one somebody looks at the stars.
-Rgba garden(Point p, const Stretch& whole) {
-    const int arch = std::clamp(int(p.x / whole.pane), 0, 3);
-    const Point q = {p.x - whole.pane * (arch + 0.5f), p.y};
-    const bool stars = arch == 3;
+Rgba garden(Point p, float wide) {
+    constexpr float pane = 9.5f;
+    const int last = int(wide / pane + 0.5f) - 1, arch = std::clamp(int(p.x / pane), 0, last);
+    const Point q = {p.x - pane * (arch + 0.5f), p.y};
+    const bool stars = arch == last;
     Seen seen{stars ? mix(opaque(0.16f, 0.07f, 0.34f), opaque(0.01f, 0.03f, 0.16f), p.y / tall)
-                    : mix(opaque(0.30f, 0.34f, 0.06f), opaque(0.05f, 0.16f, 0.06f), p.y / tall)};
+                    : mix(opaque(0.10f, 0.20f, 0.04f), opaque(0.01f, 0.06f, 0.04f), p.y / tall)};
     if (stars) {
         for (int i = 0; i < 16; i++)
             seen.glow(circle(q, {8.4f * (randomAt(i, 1, 9) - 0.5f), 3.5f + 9 * randomAt(i, 2, 9)}, 0.10f),
@@ -329,67 +320,76 @@ Rgba garden(Point p, const Stretch& whole) {
     return seen.colour;
 }
 
+// What lies side by side in each of the stretches of a storey, between dark piers.
+using Room = Rgba (*)(Point, float);
+constexpr Room rooms[house::stretches][house::mostRooms] = {{salon, aquarium, moonlight, barRoom, library},
+                                                            {garden, stair, dance, moonlight},
+                                                            {dance, barRoom},
+                                                            {aquarium, garden}};
+
 Rgba roomsAt(int stretch, float across, float up) {
-    Rgba (*const scenes[])(Point, const Stretch&) = {barRoom, homes, stair, aquarium, dance, garden};
-    const auto [length, panes] = house::stretches[stretch];
-    const Stretch whole = {float(length), float(length / panes)};
-    const Point p = {across * whole.wide, up * tall};
-    const float frame = std::fmin(std::fmin(p.x, whole.wide - p.x), std::fmin(p.y, tall - p.y));
-    return frame < 0.3f ? night : scenes[stretch](p, whole) * 1.2f;
+    constexpr float pier = 1.3f, lintel = 0.9f;
+    constexpr float scale = tall / float(house::roomHeight);
+    const float all = scale * float(house::lengthOf(stretch));
+    Point p = {across * all, up * tall};
+    for (int i = 0; i < house::mostRooms; i++) {
+        const float wide = all * float(house::shares[stretch][i]);
+        if (p.x < wide) {
+            const bool dark = std::fmin(p.x, wide - p.x) < pier || tall - p.y < lintel;
+            return dark ? night : rooms[stretch][i](p, wide);
+        }
+        p.x -= wide;
+    }
+    return night;
 }
 
-// A quarter of a storey's underside, from its middle to its edges, in units: a rose of light before a border.
+// A place about a middle, turned to the nearest of `count` spokes.
+Point toSpoke(Point p, int count, float from) {
+    const float pitch = 2 * pi / count, turn = std::remainder(arcTan(p.y, p.x) - from * pitch, pitch);
+    return Point{std::cos(turn), std::sin(turn)} * length(p);
+}
+
+// A quarter of a storey's underside, from its middle to its edges, in units: a rose of stained glass under
+// each end, where it reaches out beyond a storey that lies across.
 Rgba soffitAt(float across, float up) {
-    constexpr float half = float(house::soffitLength), width = float(house::soffitWidth);
-    const Point p = {across * half, up * width}, fromMiddle = p - Point{36, 0};
-    const float r = length(fromMiddle), edge = std::fmin(half - p.x, width - p.y);
-    Seen seen{mix(opaque(0.012f, 0.008f, 0.040f), opaque(0.035f, 0.010f, 0.050f), smoothstep(20, 6, r))};
-    seen.glow(r, 5, rose * 0.16f);
-    const auto about = [&](int count, float from) {
-        const float angle = arcTan(fromMiddle.y, fromMiddle.x), pitch = 2 * pi / count;
-        const float turn = std::remainder(angle - from * pitch, pitch);
-        return Point{r * std::cos(turn), r * std::sin(turn)};
+    constexpr float half = float(house::halfLength), width = float(house::halfWidth),
+                    cut = float(house::corner);
+    const Point p = {across * half, up * width}, rose = p - Point{67, 0};
+    const float r = length(rose);
+    const float edge =
+        std::fmin(std::fmin(half - p.x, width - p.y), (half + width - cut - p.x - p.y) * 0.70710678f);
+    const Rgba deep = opaque(0.003f, 0.004f, 0.026f);
+    Seen seen{deep};
+    const auto petal = [&](int count, float from, float low, float high, float wide, Rgba inner, Rgba outer,
+                           Rgba own) {
+        const float d = leaf(toSpoke(rose, count, from), low, high, wide);
+        if (d < 0) seen.colour = mix(inner, outer, smoothstep(low, high, r));
+        seen.line(d, 0.3f, own, 0.2f);
     };
-    const float outer = leaf(about(12, 0.5f), 7, 16.6f, 2.0f), inner = leaf(about(12, 0), 3.4f, 11, 1.5f);
-    if (outer < 0) seen.colour = mix(cyan * 0.20f, opaque(0.01f, 0.01f, 0.06f), smoothstep(8, 15, r));
-    seen.line(outer, 0.15f, cyan * 0.75f, 0.25f);
-    if (inner < 0) seen.colour = mix(amber * 0.8f, opaque(0.16f, 0.01f, 0.06f), smoothstep(3, 9, r));
-    seen.line(inner, 0.18f, gold, 0.25f);
-    seen.line(r - 18.0f, 0.15f, violet * 0.8f, 0.25f);
-    seen.body(r - 1.5f, gold + opaque(0, 0.12f, 0.2f));
-    // Beams towards the middle, and a bow in each corner.
-    if (p.x < 15 && edge > 3.4f) seen.line(toNearest(p.y - 2.2f, 4.4f), 0.10f, violet * 0.4f, 0.2f);
-    if (edge > 3.4f) seen.line(p.x - 15, 0.13f, gold * 0.6f, 0.25f);
-    if (edge > 3.4f && p.x > 36)
-        seen.line(length(Point{half - p.x, width - p.y}) - 8, 0.13f, gold * 0.6f, 0.25f);
-    seen.line(edge - 3.4f, 0.12f, gold * 0.6f, 0.25f);
-    seen.line(edge - 0.6f, 0.24f, gold * 0.9f, 0.25f);
-    const float bead =
-        length(Point{edge - 2.0f, edge == width - p.y ? toNearest(p.x, 4.0f) : toNearest(p.y, 4.0f)});
-    seen.glow(bead - 0.30f, 0.2f, cyan * 0.8f);
+    petal(8, 0.5f, 9, 24, 4.4f, cyan * 0.50f, opaque(0.01f, 0.04f, 0.20f), cyan * 0.9f);
+    petal(8, 0, 4, 18, 3.4f, amber, opaque(0.30f, 0.01f, 0.10f), gold);
+    const float bow = circle(toSpoke(rose, 16, 0.5f), {24.4f, 0}, 4.6f);
+    if (r > 24.8f) seen.line(bow, 0.36f, blue, 0.25f);
+    seen.body(circle(toSpoke(rose, 8, 0), {21.4f, 0}, 1.2f), pink * 0.9f);
+    seen.body(circle(rose, {}, 2.6f), gold + opaque(0, 0.10f, 0.15f));
+    seen.line(edge - 3.0f, 0.25f, violet * 0.5f, 0.25f);
     return seen.colour;
 }
 
-// The edge of a slab, a line of light of its side's own.
+// The edge of a slab: a line of light below beads, on its long sides, its ends and its corners.
 Rgba edgeAt(int side, float along, float up) {
-    const Rgba tints[] = {gold, cyan, violet, rose};
+    const Rgba tints[] = {blue, gold, pink};
     Seen seen{shade};
-    seen.line((up - 0.52f) * 2.4f, 0.45f, tints[side], 0.30f);
-    const float bead =
-        length(Point{toNearest(along * float(2 * house::halfLength), 2.2f), (up - 0.16f) * 2.4f});
-    seen.glow(bead - 0.18f, 0.15f, tints[(side + 1) % 4] * 0.5f);
+    const float high = up * float(house::slab);
+    seen.line(high - 0.7f, 0.55f, tints[side], 0.30f);
+    seen.glow(length(Point{toNearest(along * float(2 * house::halfLength), 4), high - 2.1f}) - 0.35f, 0.2f,
+              tints[(side + 1) % 3] * 0.6f);
     return seen.colour;
 }
 
-// A hedge, ragged below.
 Rgba leavesAt(float across, float up) {
-    const Point p = {across * 22, up * 4.5f};
-    const float blade = fractalNoise(p.x * 1.6f, p.y * 1.6f, 64, 3, 7), drop = gradientNoise(p.x, 0, 64, 8);
-    if (up < 0.28f + 0.25f * drop) return shade;
-    const Rgba dark = opaque(0.006f, 0.035f, 0.022f), bright = opaque(0.16f, 0.40f, 0.10f);
-    Rgba seen = mix(dark, bright, smoothstep(-0.1f, 0.45f, blade));
-    if (randomAt(int(p.x * 4), int(p.y * 4), 4) > 0.965f) seen = gold * 0.8f;
-    return seen;
+    const float blade = fractalNoise(across * 35, up * 7, 64, 3, 7);
+    return mix(opaque(0.006f, 0.035f, 0.022f), opaque(0.16f, 0.40f, 0.10f), smoothstep(-0.1f, 0.45f, blade));
 }
 
 Rgba sampleAt(Point place) {
@@ -398,9 +398,9 @@ Rgba sampleAt(Point place) {
                      1 - (place.y - float(cells.top)) / float(cells.height)};
     };
     const auto holds = [](Point p) { return unit(p.x) == p.x && unit(p.y) == p.y; };
-    for (int i = 0; i < 6; i++)
-        if (const Point p = within(atlas::hull::rooms[i]); holds(p)) return roomsAt(i, p.x, p.y);
     for (int i = 0; i < 4; i++)
+        if (const Point p = within(atlas::hull::rooms[i]); holds(p)) return roomsAt(i, p.x, p.y);
+    for (int i = 0; i < 3; i++)
         if (const Point p = within(atlas::hull::edge(i)); holds(p)) return edgeAt(i, p.x, p.y);
     if (const Point p = within(atlas::hull::soffit); holds(p)) return soffitAt(p.x, p.y);
     if (const Point p = within(atlas::hull::leaves); holds(p)) return leavesAt(p.x, p.y);

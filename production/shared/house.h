@@ -4,25 +4,21 @@
 
 namespace house {
 
-constexpr double halfLength = 55, halfWidth = 22.5, halfHeight = 9.3;
-constexpr double slab = 2.4;  // thickness of floor and roof
-constexpr double roomHeight = 2 * (halfHeight - slab);
+// Its floor, whose corners are cut; nothing of it comes nearer than 30 to who looks at the heap, swelling by
+// a half along its length.
+constexpr double halfLength = 92, halfWidth = 43, corner = 13, halfHeight = 9.3;
+constexpr double slab = 3;
 
-// Its glass, whose one half stands back behind a balcony; the bay's begins short of its end.
-constexpr double glassFrom = -27, glassTo = 51, glassHalf = 19, behindBalcony = 11, bayTo = glassTo - 8;
-constexpr double glassMiddle = (glassFrom + glassTo) / 2;
+// Its glass, from the floor up to the next storey's.
+constexpr double glassLength = 68, glassWidth = 36;  // halves
+constexpr double roomHeight = 2 * halfHeight - slab;
 
-// Two stretches of rooms on each long side and one on each end.
-struct Stretch {
-    double length;
-    int panes;
-};
-constexpr Stretch stretches[] = {{glassMiddle - glassFrom, 3},   {glassMiddle - glassFrom, 4},
-                                 {bayTo - glassMiddle, 3},       {glassTo - glassMiddle, 3},
-                                 {behindBalcony + glassHalf, 3}, {2 * glassHalf, 4}};
-
-// Half the painted underside's, within its edge.
-constexpr double soffitEdge = 1.2, soffitLength = halfLength - soffitEdge,
-                 soffitWidth = halfWidth - soffitEdge;
+// Stretches of rooms before, behind and at both ends, by the rooms' shares of their lengths.
+constexpr int stretches = 4, mostRooms = 5;
+constexpr double shares[stretches][mostRooms] = {
+    {0.20, 0.285, 0.13, 0.235, 0.15}, {0.24, 0.26, 0.37, 0.13}, {0.56, 0.44}, {0.55, 0.45}};
+constexpr double lengthOf(int stretch) {
+    return 2 * (stretch < 2 ? glassLength : glassWidth);
+}
 
 }  // namespace house

@@ -91,7 +91,7 @@ float y(const Vec3& p) {
 }
 // Height of what a turning storey could strike its neighbours with: they are hollow for the trunk.
 float besidesTrunk(const Vec3& p) {
-    return std::hypot(p.x, p.z) > 13.01f ? p.y : 0;
+    return std::hypot(p.x, p.z) > 33.01f ? p.y : 0;
 }
 float fromZ(const Vec3& p) {
     return std::hypot(p.x, p.y);
@@ -231,11 +231,12 @@ TEST(Models, CasingStandsClearOfTheRobotsFeet) {
     }
 }
 
-// They lie 20 units over each other, and turn.
-TEST(Models, StoreysOfTheHeapClearEachOther) {
+// They lie 20 units over each other, turn, and swell by a half towards who is 173 from their axis at least.
+TEST(Models, StoreysOfTheHeapClearEachOtherAndTheEye) {
     const Model box("laatikko.AML");
     EXPECT_GT(box.nearest(besidesTrunk), -9.5f);
     EXPECT_LT(box.farthest(besidesTrunk), 9.5f);
+    EXPECT_LT(box.farthest([](const Vec3& p) { return std::hypot(1.5f * p.x, p.z); }), 173 - 30);
 }
 
 // Culling is on for these: a face that looks away from every viewer would be a hole.
