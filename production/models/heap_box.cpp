@@ -63,10 +63,10 @@ Shape edges() {
     return joined(all);
 }
 
-// Under the floor, looking outwards a little: what faces away from the viewer throws back the glow beyond the
-// heap, and that would lie over the heap as a veil.
+// Under the floor, looking outwards just so much that what it throws back is dark: less, and it is the glow
+// beyond the heap; more, and it is the comet.
 Shape soffit() {
-    constexpr double vault = 0.06, y = -halfHeight;
+    constexpr double tilt = 0.07, y = -halfHeight;
     const auto quarter = [](double x, double z) {
         Shape shape;
         shape.points = {{0, y, 0},
@@ -81,9 +81,12 @@ Shape soffit() {
         joined({quarter(1, 1), quarter(-1, 1), quarter(1, -1), quarter(-1, -1)}), [](const Face&, Vec p) {
             return hull::soffit.at(std::fabs(p.x) / halfLength, std::fabs(p.z) / halfWidth);
         });
-    return shaded(painted, [](Vec p, Vec normal) {
-        return normal + Vec{p.x / halfLength, 0, p.z / halfWidth} * vault;
-    });
+    Shape lit = triangulated(painted);
+    for (Face& face : lit.faces) {
+        const Vec middle = faceCentre(lit, face);
+        face.normals.assign(3, normalized(Vec{middle.x > 0 ? tilt : -tilt, -1, 0}));
+    }
+    return lit;
 }
 
 Shape core() {
@@ -91,10 +94,10 @@ Shape core() {
 }
 
 // A stretch of rooms, each behind a pane that leans and bulges in its own way, so that they are lit and glint
-// one after another. They face the light far below, but no more than that they throw back little of the glow
-// beyond the heap. `along` is of length 1.
+// one after another. They face the light far below and a little to their left, but no more than that they
+// throw back little of the glow beyond the heap and of the comet. `along` is of length 1.
 Shape stretch(Vec from, Vec along, int number) {
-    constexpr double downs[] = {1.3, 1.75, 1.45, 1.9, 1.6}, bulge = 0.5;
+    constexpr double downs[] = {1.5, 1.9, 1.65, 2.0, 1.8}, aim = 0.35, bulge = 0.6;
     const double breadth = lengthOf(number);
     const Patch rooms = patchOf(atlas::hull::rooms[number]);
     std::vector<Shape> all;
@@ -107,7 +110,7 @@ Shape stretch(Vec from, Vec along, int number) {
             painted(sheet(corner, step, {0, roomHeight, 0}), {rooms.at(left, 0), rooms.at(right, 1)});
         all.push_back(shaded(pane, [&](Vec p, Vec normal) {
             const Vec aside = {p.x - middle.x, 0, p.z - middle.z};
-            return normal + aside * (bulge / length(step)) - Vec{0, downs[(i + number) % 5], 0};
+            return normal + aside * (bulge / length(step)) - along * aim - Vec{0, downs[(i + number) % 5], 0};
         }));
         left = right;
     }
@@ -163,7 +166,7 @@ Shape figures::heapBox() {
 void makeHeapBox(const char* path) {
     constexpr double lamps = 6;
     const Shape dark = painted(joined({floorTopFace(), core()}), hull::shade);
-    writeAml(path, {dark, soffit(), glass(), litFromBelow(painted(garden(), hull::leaves), 1.5),
+    writeAml(path, {dark, soffit(), glass(), litFromBelow(painted(garden(), hull::leaves), 0.7),
                     litFromBelow(painted(trunk(), hull::dark), 0.3), litFromBelow(edges(), lamps),
                     litFromBelow(painted(rings(), hull::warmLamp), lamps)});
 }

@@ -366,8 +366,8 @@ Rgba soffitAt(float across, float up) {
         if (d < 0) seen.colour = mix(inner, outer, smoothstep(low, high, r));
         seen.line(d, 0.3f, own, 0.2f);
     };
-    petal(8, 0.5f, 9, 24, 4.4f, cyan * 0.50f, opaque(0.01f, 0.04f, 0.20f), cyan * 0.9f);
-    petal(8, 0, 4, 18, 3.4f, amber, opaque(0.30f, 0.01f, 0.10f), gold);
+    petal(8, 0.5f, 9, 24, 4.4f, cyan * 0.38f, opaque(0.01f, 0.04f, 0.20f), cyan * 0.9f);
+    petal(8, 0, 4, 18, 3.4f, amber * 0.75f, opaque(0.30f, 0.01f, 0.10f), gold);
     const float bow = circle(toSpoke(rose, 16, 0.5f), {24.4f, 0}, 4.6f);
     if (r > 24.8f) seen.line(bow, 0.36f, blue, 0.25f);
     seen.body(circle(toSpoke(rose, 8, 0), {21.4f, 0}, 1.2f), pink * 0.9f);
