@@ -27,14 +27,7 @@ const Lights heros = {{{0.51, 0.64, -0.57}, 0.4},
                       {{0.22, -0.53, -0.82}, 0.15}};
 
 Shape lit(const Shape& whole, const Lightwards& light, Vec middle = {}, double radius = 1) {
-    Shape shape = triangulated(whole);
-    for (Face& face : shape.faces) {
-        face.normals.clear();
-        for (const int point : face.points)
-            face.normals.push_back(
-                normalized(light.towards - (shape.points[point] - middle) * (light.hollow / radius)));
-    }
-    return shape;
+    return litAs(whole, [&](Vec p) { return light.towards - (p - middle) * (light.hollow / radius); });
 }
 
 // A jellyfish of radius 1: its paint, how finely it is cut, and what hangs from it.

@@ -49,11 +49,10 @@ constexpr Patch lacquer(atlas::hull::Lacquer which) {
 
 namespace walls {
 
-constexpr Patch panel = patchOf(atlas::walls::panel.part(0.05, 0.05, 2.4, 14.4)),
-                wall = patchOf(atlas::walls::wall.part(0.05, 0.05, 4.9, 14.4)),
-                rail = patchOf(atlas::walls::rail.part(0.2, 0.05, 0.1, 14.4)),
-                rib = patchOf(atlas::walls::rings.part(0.2, 0.2, 7.6, 0.2)),
-                light = patchOf(atlas::walls::rings.part(0.2, 0.8, 7.6, 0.2));
+constexpr Patch bay = patchOf(atlas::walls::bay.within(0.04)),
+                gallery = patchOf(atlas::walls::gallery.within(0.04)),
+                rib = patchOf(atlas::walls::rib.within(0.04)),
+                black = patchOf(atlas::walls::black.within(0.3));
 
 constexpr Patch dome = patchOf(atlas::walls::dome.within(3.0 / 64));
 

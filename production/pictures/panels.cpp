@@ -65,11 +65,6 @@ Rgba steel(float tone) {
                   tone * mix(1.52f, 1.04f, bright));
 }
 
-// The walls': the glow on a beat makes seven times as much of a broad light, so their plates are deep.
-Rgba deepSteel(float tone) {
-    return steel(tone) * mix(0.54f, 0.76f, tone);
-}
-
 float cutBox(Point p, Point half, float cut) {
     const float slant = (std::fabs(p.x) - half.x + std::fabs(p.y) - half.y + cut) * 0.70710678f;
     return std::fmax(box(p, {}, half), slant);
@@ -229,21 +224,12 @@ const std::vector<Row> hullRows = {
     {atlas::hull::copper, ramp(copper)},
     {atlas::hull::pearl, chip(pearl)},
 };
-// One panel of the tunnel, from joint to joint: calm and dark, as the glow on a beat makes seven times as
-// much of a broad light.
-const std::vector<Row> panelRows = {
-    {{0.45, 0.2, 15.1, 14.1}, plate(0.05f, 1.6f)},
-    {{2.2, 1.2, 11.6, 5.6}, inset(0.03f)},
-    {{2.2, 7.6, 11.6, 5.6}, inset(0.04f)},
-    {{3.4, 8.4, 5.2, 1.8}, vent(0.03f, 6)},
-    {{11.6, 8.2, 0.5, 4.4}, rail(0.07f)},
-    {{12.6, 8.2, 0.5, 4.4}, rail(0.07f)},
-    {{1.3, 1.6, 0.01, 11}, bolts(6)},
-    {{14.7, 1.6, 0.01, 11}, bolts(6)},
-    {{2.2, 7.1, 11.6, 0.14}, groove()},
-    {{0.9, 1.0, 0.35, 12.4}, lamp(coolLight, 0.35f)},
-    {{14.9, 7.8, 0.35, 5.2}, lamp(warmLight, 0.5f)},
-};
+// Light over dark ground, in model units: a line by its distance.
+Rgba thinLine(float distance, float width, Rgba own) {
+    return own * smoothstep(0.7f * width, 0.3f * width, std::fabs(distance));
+}
+const Rgba wallBlue = light(0.02f, 0.30f, 1.0f), wallCyan = light(0.10f, 0.75f, 1.0f),
+           lampGold = light(1.0f, 0.52f, 0.12f);
 
 Canvas plated(Metal metal, const std::vector<Row>& rows, const Weather& weather) {
     Relief relief(size, metal(0.10f));
@@ -251,33 +237,54 @@ Canvas plated(Metal metal, const std::vector<Row>& rows, const Weather& weather)
     return lit(relief, weather);
 }
 
-// The tunnel's frame, along a segment: the light of the rings at both of its ends falls off towards its
-// middle.
-Rgba railAt(float along) {
-    return opaque(0.62f, 0.98f, 1.30f) * mix(0.035f, 0.15f, std::exp(-6 * std::fmin(along, 1 - along)));
+// A bay, `x` across and `z` along it from its middle, in model units: a rose window between two pointed
+// arches.
+constexpr float bayHalf = 79, bayLong = 116;
+Rgba bayAt(float x, float z) {
+    constexpr float petals = 8, sector = 2 * pi / petals;
+    const float r = std::hypot(x, z), turn = arcTan(x, z);
+    const Point petal = turned({z, x}, -sector * std::round(turn / sector)),
+                gap = turned({z, x}, -sector * (std::floor(turn / sector) + 0.5f));
+    // The arches, with stone in the shade of their edges.
+    const float arch = std::hypot(std::fabs(x) + 40, z) - 117;
+    Rgba seen = light(0, 0.01f, 0.07f) * (smoothstep(0.0f, -1.0f, arch) * smoothstep(-30.0f, 0.0f, arch));
+    seen = seen + thinLine(arch, 3.5f, wallBlue * 0.5f);
+    seen = seen +
+           lampGold * (0.8f * smoothstep(1.0f, -1.0f, circle({std::fabs(x), std::fabs(z)}, {64, 100}, 4.5f)));
+    // The window, of deep blue glass.
+    seen = seen * smoothstep(58.0f, 59.0f, r);
+    const float leaf = std::hypot(petal.x - 36, petal.y * 1.9f) - 17;
+    seen = seen + light(0, 0.02f, 0.12f) * (smoothstep(58.0f, 57.0f, r) * smoothstep(10.0f, 58.0f, r));
+    seen = seen +
+           light(0.01f, 0.08f, 0.32f) * (smoothstep(0.5f, -0.5f, leaf) * smoothstep(16.0f, 54.0f, petal.x));
+    seen = seen + thinLine(leaf, 3, wallCyan * 0.5f) + thinLine(r - 59, 4.5f, wallCyan * 0.6f);
+    seen = seen + lampGold * (0.7f * smoothstep(1.0f, -1.0f, circle(gap, {48, 0}, 3.5f)));
+    seen = seen + thinLine(r - 11, 4, lampGold * 0.8f);
+    return seen + thinLine(bayHalf - std::fabs(x), 4, wallBlue * 0.4f);
 }
 
-// The wall behind the planks, over a column's breadth and a segment's length: seven plates of deep blue,
-// whose seams draw the tunnel in perspective, and a warm lamp in the middle of each. Blue is what a beat's
-// glow may make seven times as much of.
-Rgba wallAt(float across, float along) {
-    constexpr float lit[] = {0.9f, 0.4f, 0.7f, 0.3f, 1.0f, 0.5f, 0.6f};
-    constexpr float tall = 133, wide = 320;  // pixels of a plate
-    const float plate = std::fmin(along * 7, 6.999f), within = plate - std::floor(plate);
-    const float aside = std::fabs(2 * across - 1);  // 0 in the middle, 1 at a joint
-    const float toJoint = (1 - aside) * wide / 2, toSeam = std::fmin(within, 1 - within) * tall;
-    const float deep = smoothstep(0.25f, 1.0f, aside) * (0.3f + 0.7f * within);
-    Rgba seen = opaque(0, 0.004f, 0.05f) * (deep * deep * deep * lit[int(plate)]);
-    seen = seen + opaque(0, 0.03f, 0.42f) * (bell(toSeam, 1.5f) * (0.1f + 0.9f * aside * aside));
-    seen = seen + opaque(0, 0.03f, 0.45f) * bell(toJoint - 4, 1.6f);
-    const float lamp = box({(across - 0.5f) * wide, (within - 0.5f) * tall}, {}, {4, 16}, 3);
-    return seen + opaque(0.80f, 0.32f, 0.06f) * smoothstep(1.5f, -1.5f, lamp);
+// A dark bay: galleries with lamps in their windows, in rows across.
+Rgba galleryAt(float x, float z) {
+    Rgba seen = opaque(0, 0, 0);
+    const float pitch = 29, row = std::floor(z / pitch), within = z - (row + 0.5f) * pitch;
+    const float column = std::floor(x / 14), aside = x - (column + 0.5f) * 14;
+    const float kind = randomAt(int(row) + 40, int(column) + 40, 5);
+    const float window = box({aside, within}, {}, {3.2f, 7.5f}, 3.2f);
+    if (std::fabs(x) < 56)
+        seen = seen + mix(light(0, 0.02f, 0.10f), kind > 0.9f ? wallCyan : lampGold, kind > 0.75f ? 1 : 0) *
+                          smoothstep(1.0f, -1.0f, window);
+    seen = seen + thinLine(bayHalf - std::fabs(x), 4, wallBlue * 0.4f);
+    return seen;
 }
 
-// The light of the rings in the black of their ribs, over the cells' height.
-Rgba ringAt(float row) {
-    return mix(grey(0.004f), opaque(0.085f, 0.155f, 0.245f),
-               smoothstep(0.36f, 0.30f, std::fabs(row - 15.5f)));
+// A rib, over a column's breadth and its own: lamps between two lines, on a lattice.
+constexpr float ribHalf = 24.5f, columnAtRib = 149;
+Rgba ribAt(float x, float z) {
+    const float third = columnAtRib / 3, aside = x - third * std::round(x / third);
+    Rgba seen = light(0, 0.003f, 0.02f) * smoothstep(ribHalf, 0.0f, std::fabs(z)) + opaque(0, 0, 0);
+    seen = seen + thinLine(ribHalf - 2.5f - std::fabs(z), 4, wallCyan * 0.5f);
+    seen = seen + lampGold * (0.8f * smoothstep(1.0f, -1.0f, box({aside, z}, {}, {10, 3.2f}, 3.2f)));
+    return seen;
 }
 
 // The hall's dome: over the radius (0..1), and half a bay (0..1).
@@ -328,26 +335,34 @@ void makeHull(const char* path) {
 // them, and the hall's dome in the right one. The tunnel's alpha is 0, the ship's is 1: by that "distort"
 // tells the ship from what lies behind it.
 void makeWalls(const char* path) {
-    const Canvas panel = plated(deepSteel, panelRows, {0.10f, 0.10f, 0.4f, 1900});
     const auto solid = [](Rgba seen) { return Rgba{seen.r, seen.g, seen.b, 1}; };
     const auto clear = [](Rgba seen) { return Rgba{seen.r, seen.g, seen.b, 0}; };
     Canvas canvas(size, size, grey(0));
-    constexpr float tall = float(atlas::walls::panel.height) * cell;
+    const auto within = [](float x, float y, const Cells& cells, Point half) {
+        return Point{(x / cell - float(cells.middleX())) / float(cells.width) * 2 * half.x,
+                     (float(cells.middleY()) - y / cell) / float(cells.height) * 2 * half.y};
+    };
     paint(canvas, [&](float x, float y, Rgba) {
         constexpr Cells dome = atlas::walls::dome;
         if (x >= float(dome.left) * cell)
             return solid(domeAt((x / cell - float(dome.left)) / float(dome.width),
                                 unit(1 - y / cell / float(dome.height))));
-        if (y > float(atlas::walls::rings.top) * cell) return clear(ringAt(y / cell));
-        if (x >= float(atlas::walls::rail.left) * cell) return clear(railAt(y / tall));
-        if (x >= float(atlas::walls::wall.left) * cell)
-            return clear(wallAt((x / cell - float(atlas::walls::wall.left)) / float(atlas::walls::wall.width),
-                                y / tall));
-        // Drawn in to its breadth, from 16 cells.
-        constexpr float narrower = 16 / float(atlas::walls::panel.width);
-        Rgba seen = {};
-        for (int i = 0; i < 4; i++)
-            seen = seen + panel.at(int(std::floor(x) * narrower + 0.25f * narrower * i), int(y)) * 0.25f;
+        Rgba seen = opaque(0, 0, 0);
+        for (const float dx : {-0.375f, -0.125f, 0.125f, 0.375f})
+            for (const float dy : {-0.375f, -0.125f, 0.125f, 0.375f}) {
+                const float u = x + dx, v = y + dy;
+                Point p;
+                if (v >= float(atlas::walls::black.top) * cell) continue;
+                if (v >= float(atlas::walls::rib.top) * cell)
+                    p = within(u, v, atlas::walls::rib, {columnAtRib / 2, ribHalf}),
+                    seen = seen + ribAt(p.x, p.y) * 0.0625f;
+                else if (u >= float(atlas::walls::gallery.left) * cell)
+                    p = within(u, v, atlas::walls::gallery, {bayHalf, bayLong}),
+                    seen = seen + galleryAt(p.x, p.y) * 0.0625f;
+                else
+                    p = within(u, v, atlas::walls::bay, {bayHalf, bayLong}),
+                    seen = seen + bayAt(p.x, p.y) * 0.0625f;
+            }
         return clear(seen);
     });
     saveRgba(canvas, path, Rows::TopFirst);

@@ -70,9 +70,8 @@ constexpr Cells flame = {0.7, 14.7, 0.6, 0.6}, copper = {1.5, 14.7, 0.6, 0.6}, p
 // "cubetex": the tunnel's in the left half, the hall's in the right one.
 namespace walls {
 
-// One lit panel from joint to joint, a rail along a segment, and the light of the rings in their black ribs.
-constexpr Cells panel = {0, 0, 2.5, 14.5}, wall = {2.5, 0, 5, 14.5}, rail = {7.5, 0, 0.5, 14.5},
-                rings = {0, 14.6, 8, 1.4};
+// A bay of the arcade from joint to joint, a dark one of galleries, and the ribs' paint over a column.
+constexpr Cells bay = {0, 0, 5, 11}, gallery = {5, 0, 3, 11}, rib = {0, 11, 8, 4}, black = {0, 15, 8, 1};
 
 // The hall's, over its breadth from the axis to the wall, over its height half a bay, upwards.
 constexpr Cells dome = {8, 0, 8, 8};

@@ -143,8 +143,8 @@ Vec3 randomDirection(std::mt19937& random) {
     return direction;
 }
 
-// No corner is lit from behind its face, but for the sea's, whose every surface is lit as if it faced one
-// way.
+// No corner is lit from behind its face, but where all shading is paint: sea and tunnel are lit as if
+// they faced one way.
 TEST(Models, AreAllThereAndFaceTheirLight) {
     EXPECT_EQ(std::size(modelProducts), meshRows().size());
     for (const Product& product : modelProducts) {
@@ -152,7 +152,8 @@ TEST(Models, AreAllThereAndFaceTheirLight) {
         for (const Triangle& triangle : Model(product.file).triangles)
             for (const Corner& corner : triangle.corners)
                 turned += !(dot(corner.normal, triangle.area()) > 0);
-        EXPECT_EQ(turned > 0, std::string(product.file) == "haromalli.AML") << product.file;
+        const std::string file = product.file;
+        EXPECT_EQ(turned > 0, file == "haromalli.AML" || file == "tunneli.AML") << file;
     }
 }
 
@@ -251,7 +252,7 @@ TEST(Models, WallsFaceWhoeverIsInside) {
             ASSERT_GT(fromZ((a + b) * 0.5f), 282.5f);
         }
     }
-    EXPECT_GT(shown, 200);
+    EXPECT_GT(shown, 100);
     for (const Triangle& triangle : Model("huone_simple.AML").triangles) {
         const Vec3 centre = triangle.centre();
         ASSERT_TRUE(amongTheHallsMirrors(centre) || dot(triangle.area(), centre - Vec3{0, 100, 0}) < 0);

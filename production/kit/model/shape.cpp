@@ -177,6 +177,15 @@ Shape shaded(const Shape& whole, const std::function<Vec(Vec point, Vec normal)>
     return shape;
 }
 
+Shape litAs(const Shape& whole, const std::function<Vec(Vec point)>& facing) {
+    Shape shape = triangulated(whole);
+    for (Face& face : shape.faces) {
+        face.normals.clear();
+        for (const int point : face.points) face.normals.push_back(normalized(facing(shape.points[point])));
+    }
+    return shape;
+}
+
 namespace {
 
 // Numbers points so that those within `tolerance` of an earlier one get its number. Points are looked up in

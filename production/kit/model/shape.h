@@ -59,6 +59,9 @@ std::vector<std::array<Vec, 3>> cornerNormals(const Shape& triangles);
 // to triangles. To be done last: whatever turns or bends the shape leaves these normals as they are.
 Shape shaded(const Shape& whole, const std::function<Vec(Vec point, Vec normal)>& facing);
 
+// The same for what may be lit from behind its face, too: where neighbours look one way, no facet shows.
+Shape litAs(const Shape& whole, const std::function<Vec(Vec point)>& facing);
+
 // Joins points closer than `tolerance` and drops what collapses: repeated corners, then faces below three.
 Shape welded(const Shape& shape, double tolerance = 1e-6);
 
