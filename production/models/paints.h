@@ -38,8 +38,15 @@ constexpr Patch thread(int kind) {
     return patchOf(atlas::hull::thread(kind).within(atlas::hull::bleed));
 }
 constexpr Uv orange = middleOf(atlas::hull::stripe), warmLamp = middleOf(atlas::hull::warmLamp),
-             coolLamp = middleOf(atlas::hull::coolLamp), pearl = middleOf(atlas::hull::pearl),
-             shade = middleOf(atlas::hull::shade);
+             coolLamp = middleOf(atlas::hull::coolLamp), shade = middleOf(atlas::hull::shade);
+
+// Of the firebird, each with its bleed left out.
+constexpr Patch feather(int kind, bool back) {
+    return patchOf(atlas::hull::feather(kind, back).within(atlas::hull::bleed));
+}
+constexpr Patch body = patchOf(atlas::hull::body.within(atlas::hull::bleed)),
+                eye = patchOf(atlas::hull::eye.within(atlas::hull::bleed)),
+                beak = patchOf(atlas::hull::beak.within(atlas::hull::bleed));
 
 constexpr Patch lacquer(atlas::hull::Lacquer which) {
     return patchOf(atlas::hull::lacquer(which).within(0.08));

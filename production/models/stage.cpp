@@ -396,12 +396,12 @@ Shape litFace() {
                                0);
 }
 
-// Before the sun, which its petals come close to, its nose sinking.
+// The firebird before the sun, its wings spread across it, its head sinking towards the hall.
 Shape hungShip() {
-    constexpr double size = 0.6, middle = -95;  // along its axis
-    Shape ship = scaled(moved(welded(figures::ship(), 1.5), {0, 0, -middle}), {size, size, size});
-    ship = turned(turned(ship, Axis::z, degrees(50)), Axis::x, degrees(-14));
-    return atTurn(moved(turned(ship, Axis::y, degrees(14)), {318, 285, 0}), shipTurn);
+    constexpr double size = 0.62;
+    Shape ship = scaled(welded(figures::ship(), 1.5), {size, size, size});
+    ship = turned(turned(ship, Axis::z, degrees(10)), Axis::x, degrees(-14));
+    return atTurn(moved(turned(ship, Axis::y, degrees(52)), {318, 285, 0}), shipTurn);
 }
 
 // The tower: each storey over the one below, turned on, of what `part` makes of the box's own model.
@@ -446,7 +446,7 @@ Shape towerWindows() {
     return joined(parts);
 }
 
-// The sun behind the ship, cut into ever thinner bands towards the horizon.
+// The sun behind the firebird, cut into ever thinner bands towards the horizon.
 Shape sunDisc() {
     constexpr double radius = 206, middle = 292;
     const double distance = std::sqrt(arcade::clearOfColumns * arcade::clearOfColumns - radius * radius);

@@ -2,6 +2,7 @@
 
 #include "production/kit/picture/noise.h"
 #include "production/kit/picture/shapes.h"
+#include "production/pictures/leaded.h"
 #include "production/shared/atlas.h"
 
 using namespace picture;
@@ -22,24 +23,6 @@ const Glass glasses[atlas::hull::lanterns] = {
      light(0.6f, 0.9f, 1), light(0.20f, 0.05f, 0.50f)},
     {opaque(0.20f, 0.03f, 0.03f), opaque(0.55f, 0.12f, 0.02f), light(1, 0.50f, 0.08f), light(1, 0.8f, 0.3f),
      light(1, 0.7f, 0.25f), light(0.40f, 0.02f, 0.20f)},
-};
-
-// Light over dark glass. Of the halo that the glow makes of all that isn't black, so much shines through as
-// alpha lacks of 1: the middles of lines, whatever falls on them.
-struct Leaded {
-    Rgba colour;
-    float core = 0;
-
-    // A line, by its distance: its middle, and what it throws on the glass about it.
-    void line(float distance, float width, Rgba own, float strength = 1, float reach = 0.045f) {
-        const float d = std::fabs(distance), middle = smoothstep(1.25f * width, width * 0.3f, d);
-        colour = colour + own * (strength * (middle + 0.34f * std::exp(-d / (0.7f * reach))));
-        core = std::fmax(core, middle * strength);
-    }
-    Rgba shown() const {
-        Rgba c = {unit(colour.r), unit(colour.g), unit(colour.b), mix(1.0f, 0.62f, unit(core))};
-        return c;
-    }
 };
 
 // Half of a lobe of a bell, seen as a disc: `turn` is 0 on a rib and 1 in the middle between two, `r` 0 in

@@ -6,6 +6,7 @@
 
 #include "production/kit/picture/noise.h"
 #include "production/kit/picture/relief.h"
+#include "production/pictures/firebird.h"
 #include "production/pictures/houses.h"
 #include "production/pictures/lanterns.h"
 #include "production/pictures/pictures.h"
@@ -43,11 +44,6 @@ struct Row {
 
 const Rgba warm = opaque(0.86f, 0.46f, 0.13f);
 const Rgba warmLight = light(1.0f, 0.58f, 0.20f), coolLight = light(0.50f, 0.70f, 1.0f);
-// The ship's copper: with more green the glow on a beat would bleach it.
-const Rgba copper = opaque(0.84f, 0.27f, 0.06f);
-// Its body's, which is known from afar by it.
-const Rgba pearl = opaque(0.78f, 0.60f, 0.34f);
-
 // Enamel, a little warm beside the walls' steel.
 Rgba enamel(float tone) {
     return opaque(tone * 1.06f, tone * 0.98f, tone * 0.88f);
@@ -156,32 +152,11 @@ Stamp paintwork() {
     };
 }
 
-// A dab of a plain colour.
-Stamp chip(Rgba colour) {
-    return [=](Relief& relief, Metal, const Field& field) {
-        tint(relief, field.with(3), colour, 1, [&](Point p) { return box(p, {}, field.half); });
-    };
-}
-
-// A ramp of it, from a shade on the left to its full tone.
+// A ramp of a colour, from a shade on the left to its full tone.
 Stamp ramp(Rgba colour) {
     return [=](Relief& relief, Metal, const Field& field) {
         visitWrapped(relief, field.with(3), [&](size_t i, Point p) {
             relief.colours[i] = colour * mix(0.12f, 1.0f, unit(0.5f + 0.5f * p.x / field.half.x));
-        });
-    };
-}
-
-// What burns, from the dark on the left to what is hottest.
-Stamp flame() {
-    return [](Relief& relief, Metal, const Field& field) {
-        const std::vector<Stop> heat = {{0, opaque(0.05f, 0.004f, 0.001f)},
-                                        {0.35f, opaque(0.50f, 0.07f, 0.01f)},
-                                        {0.7f, opaque(0.95f, 0.30f, 0.04f)},
-                                        {0.93f, opaque(1, 0.62f, 0.18f)},
-                                        {1, opaque(1, 0.80f, 0.45f)}};
-        visitWrapped(relief, field.with(3), [&](size_t i, Point p) {
-            relief.colours[i] = gradient(heat, unit(0.5f + 0.5f * p.x / field.half.x));
         });
     };
 }
@@ -219,10 +194,6 @@ const std::vector<Row> hullRows = {
     {atlas::hull::lacquer(atlas::hull::orange), ramp(opaque(1, 0.13f, 0.01f))},
     {atlas::hull::lacquer(atlas::hull::petrol), ramp(opaque(0.10f, 0.34f, 0.44f))},
     {atlas::hull::lacquer(atlas::hull::sand), ramp(opaque(0.80f, 0.28f, 0.20f))},
-    // The ship's.
-    {atlas::hull::flame, flame()},
-    {atlas::hull::copper, ramp(copper)},
-    {atlas::hull::pearl, chip(pearl)},
 };
 // Light over dark ground, in model units: a line by its distance.
 Rgba thinLine(float distance, float width, Rgba own) {
@@ -322,6 +293,8 @@ void makeHull(const char* path) {
             const Rgba c = smoothly(lanternsAt, place);
             return Rgba{c.r * c.a, c.g * c.a, c.b * c.a, c.a};
         }
+        for (const Cells& cells : {atlas::hull::feathers, atlas::hull::plumage})
+            if (lies(place, cells)) return smoothly(firebirdAt, place);
         for (const Cells& cells : atlas::hull::houses)
             if (lies(place, cells)) return smoothly(housesAt, place);
         Rgba c = plates.at(int(x / fine), int(y / fine));

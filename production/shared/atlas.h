@@ -62,8 +62,16 @@ constexpr Cells lacquer(int number) {
     return {0.1 + 0.7 * number, 5.1, 0.6, 0.6};
 }
 enum Lacquer { ivory, orange, petrol, sand };
-// The ship's jet, its copper and its pearl.
-constexpr Cells flame = {0.7, 14.7, 0.6, 0.6}, copper = {1.5, 14.7, 0.6, 0.6}, pearl = {2.3, 14.7, 0.6, 0.6};
+// The firebird: feathers, each half of one from its shaft to its edge and from its root to its tip; half of
+// its body from its back to its belly, and from the beak to the rump; an eye from its middle; its beak.
+constexpr Cells feathers = {3.05, 12.05, 6.9, 3.9}, plumage = {3.05, 5.05, 2.9, 3.8};
+enum Feather { primary, secondary, covert, lesser, plume, crest, feathersCount };
+// The wings' have backs, which are darker.
+constexpr int feathersWithBacks = 4;
+constexpr Cells feather(int kind, bool back = false) {
+    return {3.05, 12.05 + 0.39 * (back ? feathersCount + kind : kind), 6.9, 0.39};
+}
+constexpr Cells body = {3.05, 5.05, 2.2, 3.8}, eye = {5.25, 5.05, 0.7, 1.9}, beak = {5.25, 6.95, 0.7, 1.9};
 
 }  // namespace hull
 

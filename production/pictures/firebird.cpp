@@ -1,0 +1,133 @@
+#include "production/pictures/firebird.h"
+
+#include "production/kit/picture/shapes.h"
+#include "production/pictures/leaded.h"
+#include "production/shared/atlas.h"
+
+using namespace picture;
+using atlas::Cells;
+
+namespace {
+
+const Rgba gold = light(1, 0.62f, 0.14f), ember = light(1, 0.30f, 0.04f), cream = light(1, 0.86f, 0.55f),
+           turquoise = light(0.26f, 0.85f, 0.92f);
+
+// A feather: its glass at the root, half way and at the tip, its edge, its barbs, and how wide half of it is
+// against its length; whether an eye lies before its tip.
+struct Feather {
+    Rgba root, middle, tip, edge, barb;
+    float breadth;
+    int barbs;
+    bool eye;
+};
+const Feather feathers[atlas::hull::feathersCount] = {
+    {opaque(1.00f, 0.38f, 0.03f), opaque(0.55f, 0.11f, 0.02f), opaque(0.10f, 0.03f, 0.06f), gold, ember,
+     0.10f, 20, false},
+    {opaque(0.16f, 0.56f, 0.60f), opaque(0.08f, 0.25f, 0.40f), opaque(0.05f, 0.06f, 0.14f), gold, turquoise,
+     0.13f, 16, true},
+    {opaque(0.36f, 0.07f, 0.01f), opaque(0.62f, 0.17f, 0.01f), opaque(0.18f, 0.03f, 0.01f), gold, gold, 0.22f,
+     8, false},
+    {opaque(0.09f, 0.28f, 0.42f), opaque(0.18f, 0.56f, 0.62f), opaque(0.04f, 0.10f, 0.22f), turquoise,
+     turquoise, 0.30f, 6, false},
+    {opaque(0.30f, 0.08f, 0.01f), opaque(0.14f, 0.03f, 0.01f), opaque(0.04f, 0.06f, 0.10f), gold, ember,
+     0.09f, 26, true},
+    {opaque(0.55f, 0.16f, 0.01f), opaque(0.32f, 0.06f, 0.01f), opaque(0.06f, 0.08f, 0.12f), gold, gold, 0.12f,
+     12, true},
+};
+
+Rgba featherAt(const Feather& feather, float along, float across, bool back) {
+    Leaded c{along < 0.5f ? mix(feather.root, feather.middle, along * 2)
+                          : mix(feather.middle, feather.tip, along * 2 - 1)};
+    // Lighter at its shaft than at its edge. Behind, where the corridor's light gleams on it, it is dark.
+    c.colour = c.colour * (mix(1.3f, 0.15f, smoothstep(0.0f, 0.8f, across)) * (back ? 0.26f : 0.85f));
+    const Point eye = {(along - 0.82f) / feather.breadth, across};
+    const float open = feather.eye ? smoothstep(0.62f, 0.70f, length(eye)) : 1;
+    const float barb = std::remainder(along * feather.barbs - across * 0.9f, 1.0f) / feather.barbs;
+    c.line(barb / feather.breadth, 0.030f, feather.barb, 0.45f * open * smoothstep(0.02f, 0.2f, across),
+           0.02f);
+    if (feather.eye) {
+        const float r = length(eye);
+        c.colour = mix(c.colour, opaque(0.0f, 0.05f, 0.12f), smoothstep(0.64f, 0.58f, r));
+        c.line(r - 0.62f, 0.05f, feather.edge, 0.9f, 0.06f);
+        c.line(r - 0.36f, 0.07f, turquoise, 0.9f, 0.08f);
+        c.line(r, 0.16f, cream, 1, 0.12f);
+    }
+    // Where it is thin as a stalk, its lines are one, and a sheaf of them would be a blaze.
+    const float broad =
+        feather.breadth < 0.13f && feather.eye ? smoothstep(0.0f, 0.5f, along) * 0.8f + 0.2f : 1;
+    const Rgba hot = mix(feather.edge, cream, back ? 0 : 0.2f);
+    c.line(across, mix(0.13f, 0.05f, along), mix(cream, hot, smoothstep(0.0f, 0.5f, along)),
+           0.9f * open * broad, 0.06f);
+    c.line(across - 0.91f, 0.09f, hot, broad, 0.06f);
+    if (back) c.colour = c.colour * 0.68f;
+    return c.shown();
+}
+
+// Scales, each lit at its edge, in rows from the beak on; the brow runs by the eye, and the belly glows.
+Rgba bodyAt(float around, float along) {
+    const float rows = 26, columns = 5;
+    const float row = along * rows, k = std::floor(row);
+    Leaded c{mix(opaque(0.07f, 0.18f, 0.26f), opaque(0.45f, 0.12f, 0.01f), smoothstep(0.25f, 0.85f, around))};
+    c.colour = c.colour * mix(0.5f, 1.0f, 0.5f + 0.5f * std::cos(along * 9));
+    float nearest = 9;
+    for (int i = 0; i < 2; i++) {
+        const float at = k - float(i), shift = 0.5f * std::fabs(std::remainder(at, 2.0f));
+        const float x = std::remainder(around * columns - shift, 1.0f), y = row - at - 0.35f;
+        const float r = std::sqrt(x * x * 2.6f + y * y * 0.8f);
+        if (y > -0.35f) nearest = std::fmin(nearest, std::fabs(r - 0.8f));
+    }
+    c.line(nearest, 0.10f, mix(turquoise, gold, smoothstep(0.2f, 0.6f, around)), 0.75f, 0.06f);
+    // Its back lies in the corridor's light.
+    c.colour = c.colour * mix(1.0f, 0.6f, smoothstep(0.45f, 0.60f, along));
+    return c.shown();
+}
+
+Rgba eyeAt(float out) {
+    Leaded c{opaque(0.005f, 0.02f, 0.05f)};
+    c.line(out - 0.88f, 0.12f, gold, 1, 0.1f);
+    c.line(out - 0.50f, 0.14f, ember, 0.9f, 0.1f);
+    c.line(out, 0.26f, cream, 1, 0.1f);
+    return c.shown();
+}
+
+Rgba beakAt(float across, float along) {
+    Leaded c{mix(opaque(0.75f, 0.30f, 0.03f), opaque(0.25f, 0.05f, 0.01f),
+                 smoothstep(0.0f, 0.9f, across) * along)};
+    c.line(across, 0.16f, cream, 0.9f, 0.15f);
+    c.line(along - 0.95f, 0.06f, gold, 1, 0.08f);
+    return c.shown();
+}
+
+}  // namespace
+
+Rgba firebirdAt(Point place) {
+    const auto placeIn = [&](const Cells& cells) {
+        const Cells inner = cells.within(atlas::hull::bleed);
+        return Point{unit((place.x - float(inner.left)) / float(inner.width)),
+                     unit((place.y - float(inner.top)) / float(inner.height))};
+    };
+    const auto lies = [&](const Cells& cells) {
+        return place.x >= float(cells.left) && place.x <= float(cells.right()) &&
+               place.y >= float(cells.top) && place.y <= float(cells.bottom());
+    };
+    Rgba c = opaque(0, 0, 0);
+    for (int i = 0; i < atlas::hull::feathersCount + atlas::hull::feathersWithBacks; i++) {
+        const bool back = i >= atlas::hull::feathersCount;
+        const int kind = back ? i - atlas::hull::feathersCount : i;
+        const Cells cells = atlas::hull::feather(kind, back);
+        if (!lies(cells)) continue;
+        const Point p = placeIn(cells);
+        c = featherAt(feathers[kind], p.x, p.y, back || kind == atlas::hull::plume);
+    }
+    if (lies(atlas::hull::body)) {
+        const Point p = placeIn(atlas::hull::body);
+        c = bodyAt(p.x, p.y);
+    } else if (lies(atlas::hull::eye)) {
+        c = eyeAt(placeIn(atlas::hull::eye).x);
+    } else if (lies(atlas::hull::beak)) {
+        const Point p = placeIn(atlas::hull::beak);
+        c = beakAt(p.x, p.y);
+    }
+    c.a = 1;
+    return c;
+}
