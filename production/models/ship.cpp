@@ -23,7 +23,7 @@ struct Cut {
 };
 const std::vector<Cut> blade = {{0, 0.35}, {0.3, 0.76}, {0.65, 1}, {0.84, 0.92}, {0.95, 0.52}, {1, 0.04}},
                        finger = {{0, 0.5}, {0.25, 0.95}, {0.6, 0.92}, {0.84, 0.7}, {0.95, 0.36}, {1, 0.03}},
-                       scale = {{0, 0.7}, {0.4, 1}, {0.7, 0.83}, {0.9, 0.42}, {1, 0.02}},
+                       scale = {{0, 0.7}, {0.35, 0.98}, {0.6, 0.95}, {0.8, 0.7}, {0.93, 0.36}, {1, 0.02}},
                        eyed = {{0, 0.12},   {0.5, 0.3},   {0.68, 0.68}, {0.8, 1},
                                {0.9, 0.88}, {0.96, 0.56}, {1, 0.04}};
 
@@ -154,16 +154,16 @@ Shape body() {
 
 Shape beak() {
     Sweep how;
-    how.path = {{0, 16, -103}, {0, 18, -113}, {0, 16, -122}, {0, 10, -129}, {0, 0, -131}};
-    constexpr double sizes[] = {12, 10.5, 7.5, 4.2, 0.6};
+    how.path = {{0, 16, -102}, {0, 18, -111}, {0, 16, -119}, {0, 10, -126}, {0, 1, -130}};
+    constexpr double sizes[] = {12, 9.5, 6.4, 3.4, 0.4};
     how.change = [&](int i, const Outline& outline) {
         Outline thin = outline;
         for (Flat& p : thin) p = p * sizes[i];
         return thin;
     };
     return mappedBy(sweep(polygon(8, 1), how), [](const Face&, Vec p) {
-        return hull::beak.at(std::clamp(std::fabs(p.x) / 11, 0.0, 1.0),
-                             std::clamp((p.z + 131) / 28, 0.0, 1.0));
+        return hull::beak.at(std::clamp(std::fabs(p.x) / 10, 0.0, 1.0),
+                             std::clamp((-102 - p.z) / 28, 0.0, 1.0));
     });
 }
 
@@ -228,19 +228,19 @@ Shape bird() {
 }
 
 // The corridor's light stands far astern. Lit as if all of it faced there, it is as bright for those ahead as
-// for those behind, however it has rolled, and no facet shows. It is hollowed as little as makes it mirror,
-// to each of them, one dark place of the picture of reflections.
+// for those behind, however it has rolled, and no facet shows. Fronts are bent, and backs hollowed, by as
+// much as makes them mirror one dark place of the picture of reflections to whoever sees them.
 Shape litFromAstern(const Shape& whole) {
     Shape shape = triangulated(whole);
     for (Face& face : shape.faces) {
-        const double out = faceNormal(shape, face).z < 0 ? 0.75e-3 : -0.9e-3;
+        const double wings = faceNormal(shape, face).z < 0 ? 0.75e-3 : -2.3e-3;
         face.normals.clear();
         for (const int point : face.points) {
             const Vec& p = shape.points[point];
             const double round = std::hypot(p.x, p.y), near = smoothstep(60, 35, round);
             const double within = -mix(0.2, 0.4, smoothstep(-40, -80, p.z)) / std::max(round, 10.0);
-            const double hollow = mix(out, within, near) * smoothstep(75, 50, p.z);
-            face.normals.push_back(normalized(Vec{p.x * hollow, p.y * hollow, 1}));
+            const double bend = mix(wings, within, near) * smoothstep(75, 50, p.z);
+            face.normals.push_back(normalized(Vec{p.x * bend, p.y * bend, 1}));
         }
     }
     return shape;

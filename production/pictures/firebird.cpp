@@ -9,8 +9,8 @@ using atlas::Cells;
 
 namespace {
 
-const Rgba gold = light(1, 0.62f, 0.14f), ember = light(1, 0.30f, 0.04f), cream = light(1, 0.86f, 0.55f),
-           turquoise = light(0.26f, 0.85f, 0.92f);
+const Rgba gold = light(1, 0.60f, 0.12f), ember = light(1, 0.30f, 0.04f), cream = light(1, 0.86f, 0.55f),
+           turquoise = light(0.32f, 0.85f, 0.92f);
 
 // A feather: its glass at the root, half way and at the tip, its edge, its barbs, and how wide half of it is
 // against its length; whether an eye lies before its tip.
@@ -39,7 +39,7 @@ Rgba featherAt(const Feather& feather, float along, float across, bool back) {
     Leaded c{along < 0.5f ? mix(feather.root, feather.middle, along * 2)
                           : mix(feather.middle, feather.tip, along * 2 - 1)};
     // Lighter at its shaft than at its edge. Behind, where the corridor's light gleams on it, it is dark.
-    c.colour = c.colour * (mix(1.3f, 0.15f, smoothstep(0.0f, 0.8f, across)) * (back ? 0.26f : 0.85f));
+    c.colour = c.colour * (mix(1.3f, 0.15f, smoothstep(0.0f, 0.8f, across)) * (back ? 0.18f : 0.5f));
     const Point eye = {(along - 0.82f) / feather.breadth, across};
     const float open = feather.eye ? smoothstep(0.62f, 0.70f, length(eye)) : 1;
     const float barb = std::remainder(along * feather.barbs - across * 0.9f, 1.0f) / feather.barbs;
@@ -59,7 +59,7 @@ Rgba featherAt(const Feather& feather, float along, float across, bool back) {
     c.line(across, mix(0.13f, 0.05f, along), mix(cream, hot, smoothstep(0.0f, 0.5f, along)),
            0.9f * open * broad, 0.06f);
     c.line(across - 0.91f, 0.09f, hot, broad, 0.06f);
-    if (back) c.colour = c.colour * 0.68f;
+    c.colour = c.colour * (back ? 0.57f : 0.70f);
     return c.shown();
 }
 
@@ -67,7 +67,7 @@ Rgba featherAt(const Feather& feather, float along, float across, bool back) {
 Rgba bodyAt(float around, float along) {
     const float rows = 26, columns = 5;
     const float row = along * rows, k = std::floor(row);
-    Leaded c{mix(opaque(0.07f, 0.18f, 0.26f), opaque(0.45f, 0.12f, 0.01f), smoothstep(0.25f, 0.85f, around))};
+    Leaded c{mix(opaque(0.12f, 0.18f, 0.26f), opaque(0.45f, 0.12f, 0.01f), smoothstep(0.25f, 0.85f, around))};
     c.colour = c.colour * mix(0.5f, 1.0f, 0.5f + 0.5f * std::cos(along * 9));
     float nearest = 9;
     for (int i = 0; i < 2; i++) {
@@ -78,7 +78,7 @@ Rgba bodyAt(float around, float along) {
     }
     c.line(nearest, 0.10f, mix(turquoise, gold, smoothstep(0.2f, 0.6f, around)), 0.75f, 0.06f);
     // Its back lies in the corridor's light.
-    c.colour = c.colour * mix(1.0f, 0.6f, smoothstep(0.45f, 0.60f, along));
+    c.colour = c.colour * mix(0.8f, 0.5f, smoothstep(0.45f, 0.60f, along));
     return c.shown();
 }
 
@@ -91,10 +91,9 @@ Rgba eyeAt(float out) {
 }
 
 Rgba beakAt(float across, float along) {
-    Leaded c{mix(opaque(0.75f, 0.30f, 0.03f), opaque(0.25f, 0.05f, 0.01f),
-                 smoothstep(0.0f, 0.9f, across) * along)};
-    c.line(across, 0.16f, cream, 0.9f, 0.15f);
-    c.line(along - 0.95f, 0.06f, gold, 1, 0.08f);
+    Leaded c{mix(opaque(0.80f, 0.36f, 0.05f), opaque(0.30f, 0.07f, 0.01f), smoothstep(0.0f, 0.9f, across))};
+    c.line(across, 0.12f, cream, 0.9f * smoothstep(1.0f, 0.6f, along), 0.10f);
+    c.line(along - 0.96f, 0.05f, gold, 1, 0.06f);
     return c.shown();
 }
 
