@@ -21,11 +21,10 @@ namespace {
 struct Cut {
     double along, half;
 };
-const std::vector<Cut> blade = {{0, 0.35}, {0.3, 0.76}, {0.65, 1}, {0.84, 0.92}, {0.95, 0.52}, {1, 0.04}},
-                       finger = {{0, 0.5}, {0.25, 0.95}, {0.6, 0.92}, {0.84, 0.7}, {0.95, 0.36}, {1, 0.03}},
-                       scale = {{0, 0.7}, {0.35, 0.98}, {0.6, 0.95}, {0.8, 0.7}, {0.93, 0.36}, {1, 0.02}},
-                       eyed = {{0, 0.12},   {0.5, 0.3},   {0.68, 0.68}, {0.8, 1},
-                               {0.9, 0.88}, {0.96, 0.56}, {1, 0.04}};
+const std::vector<Cut> blade = {{0, 0.35}, {0.35, 0.82}, {0.72, 1}, {0.92, 0.66}, {1, 0.04}},
+                       finger = {{0, 0.5}, {0.3, 1}, {0.76, 0.8}, {0.94, 0.4}, {1, 0.03}},
+                       scale = {{0, 0.7}, {0.42, 1}, {0.74, 0.8}, {0.92, 0.38}, {1, 0.02}},
+                       eyed = {{0, 0.12}, {0.5, 0.3}, {0.7, 0.75}, {0.82, 1}, {0.93, 0.74}, {1, 0.04}};
 
 enum class Sides { front, back, both };
 
@@ -95,7 +94,8 @@ struct Row {
 
 Shape row(const Row& row, Sides sides) {
     std::vector<Shape> all;
-    for (int i = 0; i < row.count; i++) {
+    for (int number = 0; number < row.count; number++) {
+        const int i = sides == Sides::back ? row.count - 1 - number : number;
         const double k = double(i) / (row.count - 1), s = sides == Sides::back ? -1 : 1;
         const Flat root = armAt(mix(row.from, row.to, k));
         all.push_back(
@@ -107,13 +107,16 @@ Shape row(const Row& row, Sides sides) {
 }
 
 Shape wing() {
-    std::vector<Shape> parts = {
-        row({atlas::hull::primary, finger, 10, 1, 0.62, 38, -46, 122, 128, 11.5, 0}, Sides::both),
-        row({atlas::hull::secondary, blade, 9, 0.60, 0.06, -52, -98, 124, 70, 14, -1}, Sides::both)};
+    // From what lies uppermost to what it covers.
+    std::vector<Shape> parts;
     for (const Sides sides : {Sides::front, Sides::back}) {
-        parts.push_back(row({atlas::hull::covert, scale, 15, 0.97, 0.05, 26, -96, 54, 40, 11.5, 2.5}, sides));
         parts.push_back(row({atlas::hull::lesser, scale, 13, 0.95, 0.04, 14, -96, 26, 22, 9, 4.5}, sides));
+        parts.push_back(row({atlas::hull::covert, scale, 15, 0.97, 0.05, 26, -96, 54, 40, 11.5, 2.5}, sides));
     }
+    parts.push_back(
+        row({atlas::hull::primary, finger, 10, 1, 0.62, 38, -46, 122, 128, 11.5, 0}, Sides::both));
+    parts.push_back(
+        row({atlas::hull::secondary, blade, 9, 0.60, 0.06, -52, -98, 124, 70, 14, -1}, Sides::both));
     Sweep how;
     for (const Flat& p : arm) how.path.push_back(onWing(p.x, p.y));
     how.path = curveThrough(how.path, false, 3);
@@ -141,7 +144,7 @@ Shape body() {
     std::vector<Vec> line;
     for (const Station& s : stations) line.push_back({s.radius, s.up, s.z});
     line = curveThrough(line, false, 2);
-    const int rows = int(line.size()), sides = 20;
+    const int rows = int(line.size()), sides = 16;
     Shape shape = insideOut(grid(sides, rows, true, false, [&](int c, int r) {
         const double angle = 2 * pi * c / sides;
         const Vec s = line[r];
@@ -219,12 +222,13 @@ Shape tail() {
 
 Shape bird() {
     const Shape right = wing();
-    return joined({right, reflected(right, Axis::x), body(), beak(), eye(), crest(), tail(),
+    return joined({body(), beak(), eye(), crest(),
                    whorl(atlas::hull::covert, scale, 13, {14, -70}, {60, -57}, 14, 0),
                    whorl(atlas::hull::lesser, scale, 11, {13, -75}, {38, -65}, 11, 0, 0.5),
                    whorl(atlas::hull::covert, scale, 13, {18, -47}, {56, -40}, 14, 0, 0.5),
                    whorl(atlas::hull::secondary, blade, 11, {10, 48}, {54, 98}, 16, 0),
-                   whorl(atlas::hull::covert, scale, 9, {11, 56}, {30, 80}, 10, 0, 0.5)});
+                   whorl(atlas::hull::covert, scale, 9, {11, 56}, {30, 80}, 10, 0, 0.5), right,
+                   reflected(right, Axis::x), tail()});
 }
 
 // The corridor's light stands far astern. Lit as if all of it faced there, it is as bright for those ahead as

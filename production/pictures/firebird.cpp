@@ -59,7 +59,7 @@ Rgba featherAt(const Feather& feather, float along, float across, bool back) {
     c.line(across, mix(0.13f, 0.05f, along), mix(cream, hot, smoothstep(0.0f, 0.5f, along)),
            0.9f * open * broad, 0.06f);
     c.line(across - 0.91f, 0.09f, hot, broad, 0.06f);
-    c.colour = c.colour * (back ? 0.57f : 0.70f);
+    c.colour = c.colour * (back ? 0.47f : 0.70f);
     return c.shown();
 }
 
