@@ -211,8 +211,8 @@ Shape crest() {
 // Plumes that trail from the rump.
 Shape tail() {
     std::vector<Shape> all;
-    for (int i = 0; i < 7; i++) {
-        const double angle = 2 * pi * i / 7, reach = i == 0 ? 138 : 112 + 22 * (i % 2);
+    for (int i = 0; i < 5; i++) {
+        const double angle = 2 * pi * i / 5, reach = i == 0 ? 138 : 112 + 22 * (i % 2);
         const Vec out = {std::sin(angle), std::cos(angle), 0};
         all.push_back(feather({atlas::hull::plume, eyed, out * 7 + Vec{0, 0, 56}, out * 0.26 + Vec{0, 0, 1},
                                out, reach, 11, 9, -9}));
@@ -226,7 +226,7 @@ Shape bird() {
                    whorl(atlas::hull::covert, scale, 13, {14, -70}, {60, -57}, 14, 0),
                    whorl(atlas::hull::lesser, scale, 11, {13, -75}, {38, -65}, 11, 0, 0.5),
                    whorl(atlas::hull::covert, scale, 13, {18, -47}, {56, -40}, 14, 0, 0.5),
-                   whorl(atlas::hull::secondary, blade, 11, {10, 48}, {54, 98}, 16, 0),
+                   whorl(atlas::hull::secondary, blade, 11, {10, 48}, {45, 94}, 14, 0),
                    whorl(atlas::hull::covert, scale, 9, {11, 56}, {30, 80}, 10, 0, 0.5), right,
                    reflected(right, Axis::x), tail()});
 }
