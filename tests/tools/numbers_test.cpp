@@ -3,6 +3,8 @@
 
 #include <cmath>
 
+#include "tests/process.h"
+#include "tests/scratch.h"
 #include "tools/rehearse/live/named_numbers.h"
 #include "tools/rehearse/numbers.h"
 
@@ -62,6 +64,30 @@ TEST(NamedNumbers, StayWhereOnlyAConstantWillDo) {
             .needed;
     for (const char* name : {"a", "b", "c", "d", "e", "f"}) EXPECT_TRUE(needed.contains(name)) << name;
     EXPECT_FALSE(needed.contains("free"));
+}
+
+// They are fixed for good by what a compiler says against them, not by what happens to it.
+TEST(NamedNumbers, AreFixedByAJudgementAlone) {
+    const ScratchDirectory scratch;
+    scratch.write(
+        "compiler",
+        "#!/bin/sh\ncase \"$*\" in *-fsyntax-only*) exit 0 ;; esac\ncat ${0%compiler}said >&2\nexit 1\n");
+    std::filesystem::permissions(scratch.file("compiler"), std::filesystem::perms::owner_all);
+    const auto fixedBy = [&](const std::string& said) {
+        scratch.write("said", said);
+        scratch.write("fixed", "");
+        for (int i = 0; i < 2; i++) {
+            const Result result = shell("tools/rehearse/live/compile . " + scratch.path.string() + " " +
+                                        scratch.file("compiler") + " -o " + scratch.file("robo.o") + " " +
+                                        scratch.file("turned/effects/robo.cpp"));
+            EXPECT_EQ(result.status, 1);
+            EXPECT_EQ(result.output, said);
+        }
+        return contentOf(scratch.file("fixed"));
+    };
+    EXPECT_EQ(fixedBy("g++: fatal error: Killed signal terminated program cc1plus\n"), "");
+    EXPECT_EQ(fixedBy("robo.cpp:3:1: fatal error: error writing to /tmp/a.s: No space left on device\n"), "");
+    EXPECT_EQ(fixedBy("3:1: error: size\n"), "error\nsize\neffects/robo.cpp\n");
 }
 
 TEST(NamedNumbers, AreMentionedByFunctionsAndClasses) {
