@@ -1,6 +1,7 @@
 // Films as other programs see them: what they say of themselves, and what comes back out of them.
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/resource.h>
 
 #include <algorithm>
 #include <cmath>
@@ -169,6 +170,32 @@ TEST(Film, HoldsThePeaksOfItsSound) {
     const double mastered = peakOf("-t 60 -i '" + track + "'"), filmed = peakOf("-i " + film);
     EXPECT_LE(filmed, mastered + 0.5) << "dBFS";
     EXPECT_LE(filmed, -0.5) << "dBFS";
+}
+
+// Where there is no room for its end, of which ffmpeg 5 makes nothing; and while another capture writes it.
+TEST(Film, IsWholeOrNone) {
+    const ScratchDirectory scratch;
+    const auto before = signal(SIGXFSZ, SIG_IGN);
+    rlimit room;
+    getrlimit(RLIMIT_FSIZE, &room);
+    for (const char* name : {"film.mp4", "film.mkv"}) {
+        const std::string path = scratch.file(name);
+        const Words words = soundInput(path, FilmKind::Net, {"data/KVX - Ondrevane2.ogg", 20, 2, ""});
+        {
+            Film film(path, words);
+            EXPECT_EQ(Film(path, words).problem, "another capture is writing it");
+            EXPECT_TRUE(film.problem.empty() && film.finish(true) && film.place()) << film.problem;
+        }
+        const std::string whole = contentOf(path);
+        EXPECT_EQ(shell("ffmpeg -v error -i " + path + " -f null -").output, "");
+        const rlimit tooLittle = {whole.size() - 100, room.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &tooLittle);
+        EXPECT_FALSE(Film(path, words).finish(true)) << name;
+        setrlimit(RLIMIT_FSIZE, &room);
+        EXPECT_TRUE(contentOf(path) == whole);
+    }
+    signal(SIGXFSZ, before);
+    EXPECT_EQ(namesIn(scratch.path), (std::set<std::string>{"film.mp4", "film.mkv"}));
 }
 
 struct Pictures {

@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <signal.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -32,6 +33,24 @@ std::string firstLine(FILE* file) {
     return end ? end + 2 : line;
 }
 
+// That file, made anew and held until it is closed; -1 with the cause in errno. One that is there already is
+// of a capture that was killed, whose ffmpeg may still be at it, or of one that holds it.
+int holdAnew(const char* path) {
+    constexpr int flags = O_WRONLY | O_CREAT | O_CLOEXEC;
+    const int left = open(path, flags, 0666);
+    if (left < 0) return -1;
+    int file = -1;
+    if (flock(left, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) {
+        unlink(path);
+        file = open(path, flags | O_EXCL, 0666);
+        if (file >= 0) flock(file, LOCK_EX | LOCK_NB);
+    }
+    const int error = errno;
+    close(left);
+    errno = error;
+    return file;
+}
+
 }  // namespace
 
 Film* Film::inProgress = nullptr;
@@ -39,7 +58,12 @@ Film* Film::inProgress = nullptr;
 Film::Film(const std::string& path, const Words& inputs) : path(path), unfinished(unfinishedPath(path)) {
     inProgress = this;
     signal(SIGPIPE, SIG_IGN);
-    unlink(unfinished.c_str());  // of a capture that was killed; its ffmpeg may still be at it
+    held = holdAnew(unfinished.c_str());
+    if (held < 0 && (errno == EWOULDBLOCK || errno == EEXIST)) {
+        unfinished.clear();
+        problem = "another capture is writing it";
+        return;
+    }
     words = tmpfile();
     progress = tmpfile();
     int ends[2];
@@ -47,7 +71,7 @@ Film::Film(const std::string& path, const Words& inputs) : path(path), unfinishe
         problem = strerror(errno);
         return;
     }
-    Words arguments = {"ffmpeg", "-nostdin", "-loglevel", "error", "-y"};
+    Words arguments = {"ffmpeg", "-nostdin", "-loglevel", "error", "-xerror", "-y"};
     append(&arguments, inputs);
     arguments.push_back("file:" + unfinished);  // else a colon in it would name a protocol
     // In a group of its own, so that it is always we who end it.
@@ -65,10 +89,11 @@ void Film::abandon() {
     }
     if (!unfinished.empty()) unlink(unfinished.c_str());
     unfinished.clear();
-    if (pipe >= 0) close(pipe);
+    for (const int file : {pipe, held})
+        if (file >= 0) close(file);
     if (words) fclose(words);
     if (progress) fclose(progress);
-    pipe = -1;
+    pipe = held = -1;
     words = progress = nullptr;
     if (inProgress == this) inProgress = nullptr;
 }

@@ -27,6 +27,7 @@ struct Film {
     std::string problem;     // what went wrong, in ffmpeg's words where it had any
     pid_t process = -1;
     int pipe = -1;
+    int held = -1;                // the file that grows, so that no other capture writes it
     FILE* words = nullptr;        // what ffmpeg says
     FILE* progress = nullptr;     // how far it says it is
     int expectedFrames = 0;       // that its last word on that has to tell, unless 0
