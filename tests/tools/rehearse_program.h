@@ -24,7 +24,9 @@ public:
     void rehearse(const std::vector<std::string>& words) {
         std::vector<std::string> all = {"env", "-C", scratch.path, REHEARSE_PROGRAM, "--state", "state"};
         all.insert(all.end(), words.begin(), words.end());
-        process = startProcess(all);
+        const int errors = creat(scratch.file("errors").c_str(), 0600);
+        process = startProcess(all, -1, errors);
+        close(errors);
         ASSERT_TRUE(await([&] { return !state("time").empty(); }));
     }
     virtual bool await(const std::function<bool()>& condition) const { return ::await(process, condition); }

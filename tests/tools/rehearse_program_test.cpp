@@ -326,6 +326,11 @@ TEST_F(RehearseCode, ANumberIsTurnedAndWrittenBack) {
     EXPECT_TRUE(says("message: not written: " + heap + " was changed meanwhile\n"));
     EXPECT_EQ(contentOf(scratch.file(heap)), theirs);
     EXPECT_EQ(state("turned"), place + " = 480 (580)");
+    // Nor is it lost without a word when somebody else ends the window.
+    act("windowkill %1");
+    EXPECT_EQ(waitForProcess(process), 1);
+    process = -1;
+    EXPECT_NE(errors().find("not written: " + place + " = 480 (580)\n"), std::string::npos) << errors();
 }
 
 // A cut goes by beats, and not past its neighbour; a save of something else leaves it turned.
@@ -390,6 +395,10 @@ TEST_F(RehearseCode, ShadersAreTurnedAndACrashLeadsBack) {
         EXPECT_TRUE(shot() == turned) << name;
         before = turned;
     }
+    const std::string scale = choose(probes, "probeScale");
+    ASSERT_FALSE(HasFailure());
+    act("key --window %1 Right");
+    before = shot();
     choose(probes, "parts");
     ASSERT_FALSE(HasFailure());
     EXPECT_EQ(desk().find(": lanes"), std::string::npos);
@@ -399,6 +408,12 @@ TEST_F(RehearseCode, ShadersAreTurnedAndACrashLeadsBack) {
     ASSERT_TRUE(says(told)) << desk();
     EXPECT_TRUE(shot() == before);
     EXPECT_NE(state("problem").find(told), std::string::npos) << state("problem");
+    // What else was turned is so on, and has no share in what new code does.
+    EXPECT_TRUE(state("turned").starts_with(scale + " = ")) << desk();
+    scratch.write(probes, code.insert(code.find(draw) + draw.size(), "    __builtin_trap();\n"));
+    EXPECT_TRUE(says(": the new code crashed: Illegal instruction; the code before goes on")) << desk();
+    EXPECT_TRUE(shot() == before);
+    EXPECT_TRUE(state("turned").starts_with(scale + " = ")) << desk();
 }
 
 // And no window in the terminal.

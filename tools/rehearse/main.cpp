@@ -23,6 +23,15 @@ Words behindTheShow(const Words& command) {
     return words;
 }
 
+const Numbers* turned = nullptr;  // in the rehearsal that is under way
+
+void tellUnwritten() {
+    if (!turned) return;
+    for (const std::string& number : turned->unwritten())
+        fprintf(stderr, "not written: %s\n", number.c_str());
+    turned = nullptr;
+}
+
 bool rehearse(const RehearseOptions& options, char** words) {
     needDisplay();
     const std::optional<Comeback> back = takeComeback();
@@ -46,6 +55,7 @@ bool rehearse(const RehearseOptions& options, char** words) {
     rehearsal.live = &live;
     rehearsal.numbers.root = live.folder;
     rehearsal.numbers.shaders = sources;
+    turned = &rehearsal.numbers;
     if (!sources.empty()) {
         rehearsal.stems.folder = stemsFolder();
         rehearsal.stems.build.command = behindTheShow(makeCommand("stems"));
@@ -70,8 +80,7 @@ bool rehearse(const RehearseOptions& options, char** words) {
         while (SDL_PollEvent(&event)) rehearsal.handleEvent(event);
         rehearsal.frame();
     }
-    for (const std::string& number : rehearsal.numbers.unwritten())
-        fprintf(stderr, "not written: %s\n", number.c_str());
+    tellUnwritten();
     return rehearsal.wrote || options.pictureFile.empty();
 }
 
@@ -82,7 +91,8 @@ int main(int argc, char** argv) {
     const std::string folder = goToInstalledShow();
     options.stateFile = pathFrom(folder, options.stateFile);
     options.pictureFile = pathFrom(folder, options.pictureFile);
-    failUnlessSucceeded();
+    // When the display goes away, its library ends the process.
+    failUnlessSucceeded(tellUnwritten);
     succeeded = rehearse(options, argv);
     quit();
 }

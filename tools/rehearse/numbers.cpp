@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <cmath>
 #include <cstring>
+#include <sstream>
 #include <utility>
 
 #include "render/demo.h"
@@ -30,6 +31,10 @@ bool isShader(const std::string& file) {
 // What a number has in common with itself in another text of its source.
 std::string keyOf(const TurnableNumber& number) {
     return number.file + ":" + number.name();
+}
+
+std::string lineOf(const TurnableNumber& number) {
+    return number.place() + " = " + number.now + " (" + number.source + ")";
 }
 
 int decimalsOf(const std::string& digits) {
@@ -103,7 +108,8 @@ std::string turnedBy(const std::string& text, const std::string& source, double 
 bool Numbers::follow(const Loading& loading) {
     const bool newCode = code != loadedCode, newShaders = shaderTexts != loading.shadersInUse;
     if (!newCode && !newShaders) return false;
-    const std::vector<TurnableNumber> before = all;
+    std::vector<TurnableNumber> before = std::exchange(away, {});
+    before.insert(before.end(), all.begin(), all.end());
     const std::string chosenKey = chosen < 0 ? "" : keyOf(all[size_t(chosen)]);
     std::erase_if(all, [&](const TurnableNumber& old) { return old.slot ? newCode : newShaders; });
     if (compared) compare();
@@ -117,15 +123,17 @@ bool Numbers::follow(const Loading& loading) {
         for (const auto& [path, text] : shaderTexts) takeSource(path, text, nullptr);
     }
     chosen = -1;
-    for (size_t i = 0; i < all.size(); i++) {
+    for (size_t i = 0; i < all.size(); i++)
         if (keyOf(all[i]) == chosenKey) chosen = int(i);
-        for (const TurnableNumber& old : before) {
-            if (!old.turned() || keyOf(old) != keyOf(all[i]) || old.now == all[i].now) continue;
-            if (old.source == all[i].source)
-                put(all[i], old.now);
-            else
-                news.push_back(all[i].place() + " is " + all[i].source + " in its source now");
-        }
+    for (const TurnableNumber& old : before) {
+        const auto number = std::ranges::find(all, keyOf(old), keyOf);
+        if (!old.turned()) continue;
+        if (number == all.end())
+            away.push_back(old);
+        else if (old.source != number->source && old.now != number->now)
+            news.push_back(number->place() + " is " + number->source + " in its source now");
+        else if (old.now != number->now)
+            put(*number, old.now);
     }
     giveUniforms();
     list();
@@ -286,6 +294,7 @@ bool Numbers::turnTo(int index, const std::string& digits) {
     if (compared) compare();
     const std::string before = number.now;
     if (digits == before || !put(number, digits)) return false;
+    if (number.slot) suspect = number.turned() ? lineOf(number) : "";
     const double now = steadySeconds();
     const bool goesOn = done > 0 && changes[done - 1].number == keyOf(number) && lastTurn >= 0 &&
                         (inHand || now - lastTurn < oneGesture);
@@ -309,6 +318,7 @@ bool Numbers::step(int direction) {
             if (keyOf(all[i]) != change.number) continue;
             chosen = int(i);
             if (put(all[i], direction < 0 ? change.before : change.after)) {
+                if (all[i].slot) suspect = all[i].turned() ? lineOf(all[i]) : "";
                 list();
                 return true;
             }
@@ -353,6 +363,7 @@ void Numbers::write(int index) {
         if (other.file == number.file && other.at > number.at)
             other.at += number.now.size() - number.source.size();
     number.source = number.now;
+    suspect.clear();
     news.push_back("written: " + number.place() + " = " + number.now);
 }
 
@@ -371,9 +382,31 @@ std::vector<std::string> Numbers::unwritten() const {
     std::vector<std::string> lines;
     for (int i = 0; i < int(all.size()); i++) {
         const TurnableNumber& number = all[size_t(i)];
-        if (number.turned())
-            lines.insert(i == chosen ? lines.begin() : lines.end(),
-                         number.place() + " = " + number.now + " (" + number.source + ")");
+        if (number.turned()) lines.insert(i == chosen ? lines.begin() : lines.end(), lineOf(number));
     }
+    for (const TurnableNumber& number : away) lines.push_back(lineOf(number));
     return lines;
+}
+
+std::set<std::string> Numbers::left() const {
+    std::set<std::string> lines;
+    for (const std::vector<TurnableNumber>* some : {&all, &away})
+        for (const TurnableNumber& number : *some)
+            if (number.turned() && lineOf(number) != suspect)
+                lines.insert(number.file + ":" + std::to_string(number.line) + ":" + number.now + ":" +
+                             number.source + ":" + number.name());
+    return lines;
+}
+
+void Numbers::takeOver(const std::set<std::string>& left) {
+    for (const std::string& line : left) {
+        TurnableNumber number{};
+        std::istringstream words(line);
+        std::string place;
+        for (std::string* word : {&number.file, &place, &number.now, &number.source})
+            std::getline(words, *word, ':');
+        std::getline(words, number.constant);
+        number.line = std::atoi(place.c_str());
+        away.push_back(number);
+    }
 }

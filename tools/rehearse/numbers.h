@@ -36,11 +36,13 @@ struct Numbers {
     std::string shaders;  // the generator's folder, whose shaders are copied below data/; none if empty
 
     std::vector<TurnableNumber> all;
-    std::vector<int> listed;         // those of what is drawing, and what is turned; by file
-    int chosen = -1;                 // of all
-    bool compared = false;           // what is seen is what the sources have
-    std::vector<std::string> news;   // lines, for whoever takes them
-    const ShowCode* code = nullptr;  // whose they are
+    std::vector<TurnableNumber> away;  // turned, and in no source at the moment
+    std::vector<int> listed;           // those of what is drawing, and what is turned; by file
+    int chosen = -1;                   // of all
+    bool compared = false;             // what is seen is what the sources have
+    std::vector<std::string> news;     // lines, for whoever takes them
+    const ShowCode* code = nullptr;    // whose they are
+    std::string suspect;               // the one of it that was turned last, as unwritten() tells it
 
     // Where something else is in force than what they are of: takes them anew. What was turned and not
     // written stays turned if its source has what it had. True if it was so.
@@ -74,6 +76,9 @@ struct Numbers {
     int cutOf(int entry);
     // What is turned, each a line; the chosen one first.
     std::vector<std::string> unwritten() const;
+    // The same but for the suspect, for another start to take over.
+    std::set<std::string> left() const;
+    void takeOver(const std::set<std::string>& left);
     // To the programs, where a shader's text gives a uniform a value of its own.
     void giveUniforms() const;
 

@@ -117,6 +117,7 @@ void Rehearsal::comeBack(const Comeback& state) {
     app.counterA = state.counterA;
     stems.choice = state.stems;
     stems.show(state.stems.shown);
+    numbers.takeOver(state.unwritten);
     for (const std::string& source : state.unmade) build.request(source);
     build.request();
     if (!state.held) transport.goOn();
@@ -132,8 +133,8 @@ void Rehearsal::keepComeback() {
                                         app.counterA,
                                         stems.choice,
                                         {build.process, live->build.process, stems.build.process}};
-    const std::vector<std::string> turned = numbers.unwritten();
-    state.turned = turned.empty() ? "" : turned.front();
+    state.turned = numbers.suspect;
+    state.unwritten = numbers.left();
     state.unmade = build.newer;
     setComeback(state);
 }
@@ -454,6 +455,7 @@ void Rehearsal::requestBuilds(const std::string& path) {
 
 // Effects are made anew by it when they are brought to where they are.
 void Rehearsal::takeCode() {
+    numbers.suspect.clear();
     followProgramme();
     reload.takeNewRows();
     loaded++;

@@ -30,7 +30,7 @@ struct Handed {
     void* calls[64];  // innermost first
     Whereabouts whereabouts;
     uintptr_t begin;
-    char names[4096];  // empty if there is nothing to go back to
+    char names[1 << 15];  // empty if there is nothing to go back to
 } handed;
 constexpr int callsOfHandler = 2;  // the first of them
 
@@ -113,9 +113,10 @@ std::optional<Comeback> takeComeback() {
     static_cast<Whereabouts&>(state) = handed.whereabouts;
     state.begin = handed.begin;
     std::istringstream text(handed.names);
-    std::string sources, unmade;
-    for (std::string* line : {&state.before, &state.failed, &state.turned, &sources, &unmade})
+    std::string sources, unmade, unwritten;
+    for (std::string* line : {&state.before, &state.failed, &state.turned, &sources, &unmade, &unwritten})
         std::getline(text, *line);
+    state.unwritten = namesIn(unwritten);
     state.sources = namesIn(sources);
     state.unmade = namesIn(unmade);
     const std::string place = placeIn(state);
@@ -163,9 +164,9 @@ void setComeback(const Comeback& state) {
     handed.begin = state.begin;
     handed.names[0] = 0;
     if (!state.failed.empty())
-        snprintf(handed.names, sizeof handed.names, "%s\n%s\n%s\n%s\n%s\n", state.before.c_str(),
+        snprintf(handed.names, sizeof handed.names, "%s\n%s\n%s\n%s\n%s\n%s\n", state.before.c_str(),
                  state.failed.c_str(), state.turned.c_str(), joined(state.sources).c_str(),
-                 joined(state.unmade).c_str());
+                 joined(state.unmade).c_str(), joined(state.unwritten).c_str());
 }
 
 WorkLimit::WorkLimit() {

@@ -29,7 +29,8 @@ struct Comeback : Whereabouts {
     uintptr_t begin = 0;            // where that lay in memory, once it was loaded
     std::set<std::string> sources;  // what was saved between the two
     std::set<std::string> unmade;   // and what music, pictures and models are older than
-    std::string turned;   // a number of it that is not what its source has: that is what gives way then
+    std::string turned;  // a number that was turned since it came into force: that is what gives way then
+    std::set<std::string> unwritten;  // the others that are not what their sources have
     std::string problem;  // what happened: a line that begins with file and number, where they are known
 };
 

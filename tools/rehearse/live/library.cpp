@@ -154,6 +154,7 @@ bool LiveCode::take(const std::string& library) {
     left.failed = library;
     left.begin = 0;
     left.sources = build.seen;
+    left.turned.clear();
     setComeback(left);
     auto before = std::exchange(live::sources, {});
     void* fresh = dlopen(library.c_str(), RTLD_NOW | RTLD_LOCAL);
