@@ -333,11 +333,18 @@ TEST_F(RehearseCode, ANumberIsTurnedAndWrittenBack) {
     EXPECT_NE(errors().find("not written: " + place + " = 480 (580)\n"), std::string::npos) << errors();
 }
 
-// A cut goes by beats, and not past its neighbour; a save of something else leaves it turned.
+// A cut goes by beats, and not past its neighbour; a save of something else leaves it turned. The press loads
+// code whose programme is another than that which is linked.
 TEST_F(RehearseCode, ACutIsDragged) {
-    const std::string times = "script/show_times.h", source = contentOf(times);
-    rehearse({"70", "--held", "--numbers", "-nosound"});
-    ASSERT_TRUE(await([&] { return !state("number").empty(); }));
+    const std::string times = "script/show_times.h", source = contentOf(times),
+                      programme = "script/timeline.cpp";
+    const auto time = std::filesystem::last_write_time(scratch.path / programme);
+    save(programme, "    {showtime::title, sceneSweepText, \"title\"},\n", "");
+    std::filesystem::last_write_time(scratch.path / programme, time);
+    rehearse({"70", "--held", "-nosound"});
+    ASSERT_TRUE(await([&] {
+        return state("working").empty() && std::filesystem::exists(scratch.path / "build/live/libshow.so");
+    })) << desk();
     const std::string cut = std::to_string(xAt(showtime::heap.seconds()));
     const auto drag = [&](double to) {
         // Slowly: it is undone as one all the same.

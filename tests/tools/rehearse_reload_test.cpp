@@ -169,6 +169,22 @@ TEST_F(RehearseReload, SourcesOfShadersCountToo) {
               std::vector<std::string>{"kept data/shaders/boom.fs, which is yours: remove it to have ours"});
 }
 
+TEST_F(RehearseReload, ATurnedNumberOutlivesItsSource) {
+    const std::string shader = "data/shaders/boom.fs", good = contentOf(shader);
+    goTo(150000);
+    Numbers& numbers = rehearsal->numbers;
+    const auto number = std::ranges::find(numbers.all, "breathing", &TurnableNumber::constant);
+    ASSERT_TRUE(numbers.turn(int(number - numbers.all.begin()), 1));
+    const Screen turned = settle();
+    const std::vector<std::string> unwritten = numbers.unwritten();
+    save(shader, tinted);
+    after();
+    EXPECT_EQ(numbers.unwritten(), unwritten);
+    save(shader, good);
+    EXPECT_EQ(differing(after(), turned), 0);
+    EXPECT_EQ(numbers.unwritten(), unwritten);
+}
+
 // Two saves within one run, a save that changes nothing, and one that can't be made.
 TEST_F(RehearseReload, WhatIsShownIsNotTakenForWhatWasSaved) {
     const std::string source = "production/score.cpp", older = "shown are older than " + source;

@@ -197,11 +197,12 @@ void Rehearsal::pressDigit(int digit) {
 void Rehearsal::press(int x, int y, bool forLoop) {
     const int stem = stemAt(x, y, desk.stems.size());
     if (stem >= 0) return stems.toggle(forLoop ? &StemChoice::soloed : &StemChoice::muted, stem);
+    // It has its number, and maybe another place, in code that is loaded for that.
+    if (!forLoop && cutAt(x, y, transport.end) > 0) loadNumbers();
     const int ms = timelineAt(x, y, transport.end, false, desk.stems.size());
     if (ms < 0) return;
     const int cut = forLoop ? -1 : cutAt(x, y, transport.end);
     if (cut > 0) {
-        loadNumbers();
         hands.cutBounds = {milliseconds(programme()[cut - 1].begin),
                            milliseconds(programme()[cut + 1].begin)};
         return takeNumber(numbers.cutOf(cut), Hands::cut, ms);
