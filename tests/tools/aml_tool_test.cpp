@@ -305,6 +305,15 @@ TEST(AmlTool, BadInputEndsWithOneLineAndLosesNothing) {
         EXPECT_EQ(run.status, 1) << words;
         EXPECT_EQ(std::count(run.output.begin(), run.output.end(), '\n'), 1) << words << ": " << run.output;
     }
+    // Where there is no room for all of it.
+    for (const char* ending : {"obj", "gltf", "glb", "fbx", "ply", "stl", "dae"}) {
+        const std::string model = scratch.write(std::string("kept.") + ending, "kept");
+        const Result run = aml("export data/ship.AML " + model, "trap '' XFSZ; ulimit -f 200; ");
+        EXPECT_EQ(run.status, 1);
+        EXPECT_TRUE(run.output.starts_with(model + ": ") && run.output.ends_with("\n")) << run.output;
+        EXPECT_EQ(contentOf(model), "kept");
+        std::filesystem::remove(model);
+    }
     EXPECT_EQ(std::filesystem::file_size(kept), 4u);
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(scratch.path), {}), 5);
 }

@@ -4,9 +4,12 @@
 #include <assimp/scene.h>
 #include <stdlib.h>
 
+#include <assimp/DefaultIOStream.h>
+#include <assimp/DefaultIOSystem.h>
 #include <algorithm>
 #include <assimp/Exporter.hpp>
 #include <assimp/Importer.hpp>
+#include <cerrno>
 #include <cmath>
 #include <cstring>
 #include <map>
@@ -212,6 +215,33 @@ bool nameCoordinates(const std::string& path) {
     return writeWholeFile(path, text);
 }
 
+// Files of whose writing a failure is kept, which most of the library's formats pass over.
+struct CheckedFiles : Assimp::DefaultIOSystem {
+    struct Stream : Assimp::DefaultIOStream {
+        FILE* file;
+        int* error;
+
+        Stream(FILE* file, const char* path, int* error)
+            : DefaultIOStream(file, path), file(file), error(error) {}
+        ~Stream() override { Flush(); }
+        size_t Write(const void* bytes, size_t size, size_t count) override {
+            const size_t written = fwrite(bytes, size, count, file);
+            if (written < count && !*error) *error = errno;
+            return written;
+        }
+        void Flush() override {
+            if (fflush(file) != 0 && !*error) *error = errno;
+        }
+    };
+    int* error;  // errno of the first one
+
+    explicit CheckedFiles(int* error) : error(error) {}
+    Assimp::IOStream* Open(const char* path, const char* mode) override {
+        FILE* file = fopen(path, mode);
+        return file ? new Stream(file, path, error) : nullptr;
+    }
+};
+
 // A model may be several files that name each other: all are written in a folder beside their place and moved
 // there when they are whole.
 std::string writeModel(Assimp::Exporter& exporter, const aiScene& scene, const std::string& format,
@@ -221,10 +251,13 @@ std::string writeModel(Assimp::Exporter& exporter, const aiScene& scene, const s
     std::error_code error;
     std::string problem;
     const fs::path unfinished = fs::path(folder) / path.filename();
+    int unwritten = 0;
+    exporter.SetIOHandler(new CheckedFiles(&unwritten));  // who deletes it
     if (exporter.Export(&scene, format, unfinished.string()) != aiReturn_SUCCESS) {
         problem = oneLine(exporter.GetErrorString());
         if (problem.empty()) problem = "can't be written";
     }
+    if (problem.empty() && unwritten) problem = strerror(unwritten);
     if (problem.empty() && !fs::exists(unfinished, error)) problem = "can't be written";
     if (problem.empty() && format == "ply" && !nameCoordinates(unfinished.string()))
         problem = strerror(errno);
