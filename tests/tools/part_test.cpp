@@ -121,6 +121,21 @@ TEST_F(Parts, ThatDontBelongTogetherAreRefused) {
     EXPECT_EQ(namesIn(scratch->path), before);
 }
 
+TEST_F(Parts, AreWhatTheyWereUntilTheyAreJoined) {
+    const ScratchDirectory encoder;
+    const std::string before = contentOf(middle);
+    const std::set<std::string> names = namesIn(scratch->path);
+    encoder.write("ffmpeg", "#!/bin/sh\nPATH=${PATH#*:}\necho >>\"$PART\"\nexec ffmpeg \"$@\"\n");
+    std::filesystem::permissions(encoder.file("ffmpeg"), std::filesystem::perms::owner_all);
+    const Result result = shell("PART=\"" + middle + "\" PATH=" + encoder.path.string() +
+                                ":$PATH " CAPTURE_PROGRAM " --frames 250-256 --join " + together + " --out " +
+                                scratch->file("new.mp4"));
+    scratch->write("it's the middle.mp4", before);
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.output, "capture: no film was written: " + middle + " was changed meanwhile\n");
+    EXPECT_EQ(namesIn(scratch->path), names);
+}
+
 // Stopped while it is drawn again: what is there stays, and nothing is left half written.
 TEST_F(Parts, StayUntilTheyAreDrawnAgain) {
     const std::set<std::string> before = namesIn(scratch->path);

@@ -31,8 +31,10 @@ bool tellNoFilm(const Film& film) {
     return !wasStopped() && tell("no film was written: " + film.problem);
 }
 
-bool finishFilm(Film& film, bool complete, Manifest* manifest) {
-    if (film.problem.empty() && film.finish(complete)) {
+bool finishFilm(Film& film, bool complete, Manifest* manifest,
+                const std::function<std::string()>& objection) {
+    if (film.problem.empty() && film.finish(complete)) film.problem = objection();
+    if (film.problem.empty()) {
         if (manifest) {
             manifest->film = hashOfFile(film.unfinished);
             if (!writeManifest(film.path, *manifest)) return false;

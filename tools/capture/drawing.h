@@ -4,7 +4,10 @@
 #include <string>
 #include <vector>
 
+#include <functional>
+#include <string>
 #include "tools/capture/film.h"
+
 #include "tools/capture/grabber.h"
 #include "tools/capture/manifest.h"
 #include "tools/capture/progress.h"
@@ -20,8 +23,10 @@ bool drawFrames(SteppedShow& show, const std::vector<int>& frames, Progress& pro
 
 // Finishes a film that was given all it needs, or not, and puts it in its place, with its manifest if it is
 // to have one. What was there before stays until then. False after a line on standard error, unless the
-// capture was stopped.
-bool finishFilm(Film& film, bool complete, Manifest* manifest = nullptr);
+// capture was stopped: also where `objection` has one to what ffmpeg has read.
+bool finishFilm(
+    Film& film, bool complete, Manifest* manifest,
+    const std::function<std::string()>& objection = [] { return ""; });
 
 // The line on standard error that there is no film, unless the capture was stopped. False.
 bool tellNoFilm(const Film& film);

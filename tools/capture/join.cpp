@@ -6,6 +6,7 @@
 
 #include "app/sound_music.h"
 #include "tools/capture/drawing.h"
+#include "tools/capture/hash.h"
 #include "tools/capture/manifest.h"
 #include "tools/formatted.h"
 
@@ -115,13 +116,17 @@ Words joinWords(const std::string& path, const Manifest& manifest, const FilmSou
     return words;
 }
 
-bool writeFilm(const std::vector<Stretch>& stretches, const std::string& path, const FilmSound& sound,
+bool writeFilm(const std::vector<Part>& parts, const std::string& path, const FilmSound& sound,
                Manifest* manifest) {
     Film film(path, joinWords(path, *manifest, sound));
-    const std::string list = listOf(stretches, manifest->fps);
+    const std::string list = listOf(stretchesOf(parts), manifest->fps);
     film.expectedFrames = int(manifest->frames.size());
     const bool given = film.problem.empty() && film.write(list.data(), list.size());
-    return finishFilm(film, given, manifest);
+    return finishFilm(film, given, manifest, [&] {
+        const auto part = std::ranges::find_if(
+            parts, [](const Part& one) { return hashOfFile(one.path) != one.manifest.film; });
+        return part == parts.end() ? "" : part->path + " was changed meanwhile";
+    });
 }
 
 }  // namespace
@@ -154,5 +159,5 @@ bool joinParts(const std::vector<std::string>& paths, const CaptureOptions& opti
         sound = {soundtrack->path, millisecondsOf(wanted.front().first, fps) * 0.001,
                  double(manifest.frames.size()) / fps, originOf(manifest)};
     }
-    return writeFilm(stretches, options.out, sound, &manifest);
+    return writeFilm(parts, options.out, sound, &manifest);
 }
