@@ -157,6 +157,16 @@ TEST_F(RehearseReload, SourcesOfShadersCountToo) {
     EXPECT_EQ(contentOf("data/shaders/antiariel.vs"), both);
     EXPECT_NE(contentOf("data/shaders/boom.fs"), tinted);
 
+    // What is copied is what was read, whatever has been saved since.
+    save("production/shaders/picture.vs", both + "// Once more.\n");
+    rehearsal->lookForChanges();
+    usleep(200000);
+    std::ofstream("production/shaders/picture.vs") << "broken";
+    rehearsal->reload.apply();
+    EXPECT_EQ(contentOf("data/shaders/antiariel.vs"), both + "// Once more.\n");
+    await();
+    EXPECT_EQ(contentOf("data/shaders/antiariel.vs"), both + "// Once more.\n");
+
     // What an author put below data/ is shown on, and stays.
     save("data/shaders/boom.fs", tinted);
     await();
@@ -301,6 +311,10 @@ TEST(Watch, SeesFoldersThatCameWhileTooMuchHappened) {
     watch.take();
     scratch.write("root/folder/file", "");
     EXPECT_EQ(watch.take().saved, std::set<std::string>{"root/folder/file"});
+    // Nobody closes a link.
+    fs::create_symlink("file", "root/folder/soft");
+    fs::create_hard_link("root/folder/file", "root/folder/hard");
+    EXPECT_EQ(watch.take().saved, (std::set<std::string>{"root/folder/soft", "root/folder/hard"}));
 }
 
 TEST_F(RehearseReload, ItSaysWhenNothingCanBeWatched) {

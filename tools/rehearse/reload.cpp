@@ -1,5 +1,7 @@
 #include "tools/rehearse/reload.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstring>
 #include <filesystem>
@@ -11,6 +13,7 @@
 #include "production/shaders/shaders.h"
 #include "render/demo.h"
 #include "script/resources.h"
+#include "tools/process.h"
 #include "tools/rehearse/uniforms.h"
 #include "tools/times.h"
 
@@ -46,6 +49,12 @@ struct ShaderHalf {
     bool comesFrom(const std::string& path) const { return path == file || path == source; }
     std::string product() const { return file.substr(strlen("data/")); }
     const std::optional<ShaderText>& latest() const { return newer ? newer : inUse; }
+    // What was read, whatever has been saved there since.
+    void lay() const {
+        const std::string text = fileInMemory(newer->text);
+        ::lay({{text, product()}}, "data");
+        close(std::stoi(text.substr(text.rfind('/') + 1)));
+    }
 };
 
 Reload::Reload(Transport* transport, Loading& loading, const std::string& sources)
@@ -197,7 +206,7 @@ bool Reload::loadProgram(const ShaderRow& row, const ShaderText& saved, std::str
     for (const ShaderHalf& half : halves) {
         if (!half.newer) continue;
         loading.shadersInUse[half.file] = half.newer->text;
-        if (half.newer->file != half.file) lay({{half.newer->file, half.product()}}, "data");
+        if (half.newer->file != half.file) half.lay();
         loading.brokenShaders.erase(half.newer->file);
         mend(half.newer->file);
     }

@@ -98,7 +98,11 @@ void Watch::takeEvent(const inotify_event& event, Changes* changes) {
     if (folder == folders.end()) return;
     const std::string path = folder->second + "/" + event.name;
     if (event.mask & IN_ISDIR) return folderChanged(event.mask, path, changes);
-    if (event.mask & (IN_CLOSE_WRITE | IN_MOVED_TO)) {
+    std::error_code error;
+    // Nobody closes a link.
+    const bool isLink = (event.mask & IN_CREATE) &&
+                        (fs::is_symlink(path, error) || (fs::hard_link_count(path, error) > 1 && !error));
+    if (isLink || (event.mask & (IN_CLOSE_WRITE | IN_MOVED_TO))) {
         changes->saved.insert(path);
         changes->gone.erase(path);
     }
