@@ -1,13 +1,11 @@
 // Frames of the show, drawn one after the other and handed to whoever writes them.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
-#include <functional>
-#include <string>
 #include "tools/capture/film.h"
-
 #include "tools/capture/grabber.h"
 #include "tools/capture/manifest.h"
 #include "tools/capture/progress.h"
