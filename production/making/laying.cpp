@@ -157,6 +157,12 @@ bool lay(const std::vector<Made>& made, const fs::path& folder) {
     both.insert(after.begin(), after.end());
     if (!writeList(folder / ".made", both)) return false;
     for (const std::string& file : differing) {
+        // It was saved there since it was looked at.
+        if (isAuthors(folder, file)) {
+            fs::remove(unfinishedPath(folder / file), error);
+            printf("%s\n", keptLine(folder, file).c_str());
+            continue;
+        }
         if (!told(folder / file, moveIntoPlace(folder / file, true))) return false;
         printf("laid %s\n", file.c_str());
     }

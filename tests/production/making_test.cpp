@@ -1,10 +1,12 @@
 // How products are made and laid, in a small production of its own: real sources, ninja and compilers.
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <memory>
+#include <thread>
 
 #include "production/making/laying.h"
 #include "production/pictures/icons.h"
@@ -203,6 +205,23 @@ TEST_F(Laying, NeverCoversAnAuthorsFile) {
     fs::remove_all(folder);
     EXPECT_EQ(lay(make("7", "8")), "laid a b.png\nlaid c/d.fs\n");
     EXPECT_EQ(data(), "7, 8");
+}
+
+// The second one can be read when an author has saved the first, which has been looked at.
+TEST_F(Laying, KeepsWhatIsSavedMeanwhile) {
+    lay(make("1", "1"));
+    const std::vector<Made> made = make("2", "2");
+    fs::remove(made.back().path);
+    ASSERT_EQ(mkfifo(made.back().path.c_str(), 0600), 0);
+    std::thread author([&] {
+        std::ofstream pipe(made.back().path);
+        scratch.write("data/a b.png", "mine");
+        pipe << "2";
+    });
+    EXPECT_EQ(lay(made), keptLine(folder, "a b.png") + "\nlaid c/d.fs\n");
+    author.join();
+    EXPECT_EQ(data(), "mine, 2");
+    EXPECT_FALSE(fs::exists(folder / "unfinished-a b.png"));
 }
 
 TEST_F(Laying, LaysNothingWhereOneCannotBeRead) {
