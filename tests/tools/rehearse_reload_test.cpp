@@ -1,5 +1,6 @@
 // Saving files while the show is held: what is good is seen, as a fresh start would see it; what is broken is
 // told and spoils nothing.
+#include <signal.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -315,6 +316,28 @@ TEST(Watch, SeesFoldersThatCameWhileTooMuchHappened) {
     fs::create_symlink("file", "root/folder/soft");
     fs::create_hard_link("root/folder/file", "root/folder/hard");
     EXPECT_EQ(watch.take().saved, (std::set<std::string>{"root/folder/soft", "root/folder/hard"}));
+}
+
+TEST(LiveCode, IsTakenWholeOrNotAtAll) {
+    const ScratchDirectory scratch;
+    const WorkingDirectory inside(scratch.path);
+    fs::create_directory("effects");
+    scratch.write("tools/rehearse/live/make",
+                  "#!/bin/sh\nmkdir -p $1\nhead -c 200000 /dev/zero >$1/libshow.so\n");
+    fs::permissions("tools/rehearse/live/make", fs::perms::owner_all);
+    LiveCode live("");
+    live.begin();
+    while (live.build.requested || live.build.running()) live.poll();
+    const auto before = signal(SIGXFSZ, SIG_IGN);
+    rlimit room;
+    getrlimit(RLIMIT_FSIZE, &room);
+    const rlimit tooLittle = {100000, room.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &tooLittle);
+    EXPECT_FALSE(live.load());
+    setrlimit(RLIMIT_FSIZE, &room);
+    signal(SIGXFSZ, before);
+    EXPECT_TRUE(live.problem.ends_with(": File too large")) << live.problem;
+    EXPECT_EQ(std::distance(fs::directory_iterator("build/live"), {}), 1);
 }
 
 TEST_F(RehearseReload, ItSaysWhenNothingCanBeWatched) {

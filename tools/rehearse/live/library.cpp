@@ -3,13 +3,16 @@
 #include <dlfcn.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <utility>
 
 #include "interface.h"
 #include "render/demo.h"
 #include "tools/formatted.h"
 #include "tools/rehearse/live/number.h"
+#include "tools/whole_file.h"
 
 namespace fs = std::filesystem;
 
@@ -133,7 +136,7 @@ bool LiveCode::isLinkedOutdated() const {
 }
 
 // Under a name of its own: of the same name it would be taken for the one that is loaded. With its time, by
-// which it is known again.
+// which it is known again. None, with `problem`, if there is no room for it: half of one would crash.
 std::string LiveCode::copyOfBuilt() {
     fs::path copy;
     std::error_code error;
@@ -142,12 +145,17 @@ std::string LiveCode::copyOfBuilt() {
         copy = fs::path(built).parent_path() / name;
     } while (fs::exists(copy, error));
     const auto time = fs::last_write_time(built, error);
-    fs::copy_file(built, copy, error);
+    if (!writeWholeFile(copy, contentOf(built))) {
+        problem = copy.string() + ": " + strerror(errno);
+        fprintf(stderr, "%s\n", problem.c_str());
+        return "";
+    }
     fs::last_write_time(copy, time, error);
     return copy;
 }
 
 bool LiveCode::take(const std::string& library) {
+    if (library.empty()) return false;
     const Comeback good = left;
     left.builds[1] = build.process;
     left.before = good.failed;
