@@ -346,7 +346,13 @@ TEST_F(RehearseReload, ItSaysWhenNothingCanBeWatched) {
     const rlimit none = {0, before.rlim_max};
     setrlimit(RLIMIT_NOFILE, &none);
     Watch blind;
+    // Nor what was saved made.
+    BackgroundBuild build;
+    build.command = {"true"};
+    build.request();
+    while (build.requested || build.running()) build.poll();
     setrlimit(RLIMIT_NOFILE, &before);
+    EXPECT_EQ(build.problem, "the build can't be started");
     blind.add("data");
     EXPECT_TRUE(blind.take().saved.empty());
     rehearsal.emplace(*show, *loading, blind);

@@ -116,17 +116,17 @@ void BackgroundBuild::start() {
     progress.clear();
     began = steadySeconds();
     int ends[2];
-    if (pipe2(ends, O_CLOEXEC) != 0) return;
-    // In a group of its own, so that all of it can be ended.
-    process = startProgram(command, {.output = ends[1], .error = ends[1]}, Group::own);
-    close(ends[1]);
-    output = ends[0];
-    fcntl(output, F_SETFL, O_NONBLOCK);
-    if (process < 0) {
-        close(output);
-        output = -1;
-        problem = "the build can't be started";
+    if (pipe2(ends, O_CLOEXEC) == 0) {
+        // In a group of its own, so that all of it can be ended.
+        process = startProgram(command, {.output = ends[1], .error = ends[1]}, Group::own);
+        close(ends[1]);
+        output = ends[0];
+        fcntl(output, F_SETFL, O_NONBLOCK);
     }
+    if (process > 0) return;
+    if (output >= 0) close(output);
+    output = -1;
+    problem = "the build can't be started";
 }
 
 void BackgroundBuild::listen() {
