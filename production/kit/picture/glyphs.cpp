@@ -16,6 +16,7 @@ enum class Pen {
     Ring,    // a closed bowl
     Hook,    // the same arc, running evenly from thick at `from` to thin at `to`
     Spine,   // a smooth double bend for S, thick in its middle: no coordinates of its own
+    Neck,    // that of 2, thick at its right side: no coordinates either
     Dot,     // a round dot at (a, b)
 };
 
@@ -90,8 +91,7 @@ const std::map<char32_t, std::vector<Stroke>> alphabet = {
     {U'Z', {{Streak, 0.7, 1, 0.02, 1}, {Thick, 0.62, 1, 0.1, 0}, {Streak, 0.02, 0, 0.76, 0}}},
     {U'0', {{Ring, 0.4, 0.5, 0.32, 0.5}}},
     {U'1', {{Thick, 0.3, 0, 0.3, 1}, {Thin, 0.3, 0.98, 0.06, 0.78}}},
-    {U'2',
-     {{Bowl, 0.33, 0.71, 0.26, 0.29, -28, 165}, {Thin, 0.55, 0.6, 0.06, 0}, {Streak, 0.02, 0, 0.68, 0}}},
+    {U'2', {{Neck}, {Streak, 0.02, 0, 0.68, 0}}},
     {U'3', {{Bowl, 0.3, 0.755, 0.24, 0.245, -90, 150}, {Bowl, 0.3, 0.275, 0.28, 0.275, -150, 90}}},
     {U'4', {{Thick, 0.54, 0, 0.54, 1}, {Thin, 0.52, 1, 0.04, 0.28}, {Streak, 0.02, 0.27, 0.76, 0.27}}},
     {U'5', {{Thin, 0.12, 1, 0.1, 0.5}, {Streak, 0.1, 1, 0.62, 1}, {Bowl, 0.3, 0.31, 0.28, 0.31, -150, 135}}},
@@ -180,18 +180,29 @@ Contour arc(const Stroke& stroke, Cut cut) {
     return band(chain, half);
 }
 
-Contour spine(Cut cut) {
-    // Two three-quarter bends of an S that meet in its thick middle.
-    const std::vector<Point> knots = {{0.58f, 0.83f},   {0.50f, 0.945f}, {0.35f, 1},       {0.175f, 0.935f},
-                                      {0.115f, 0.775f}, {0.19f, 0.625f}, {0.355f, 0.515f}, {0.53f, 0.40f},
-                                      {0.60f, 0.24f},   {0.53f, 0.07f},  {0.34f, 0},       {0.165f, 0.05f},
-                                      {0.06f, 0.19f}};
-    const float thickness[] = {0.25f, 0.15f, 0, 0.25f, 0.7f, 0.95f, 1, 0.95f, 0.7f, 0.25f, 0, 0.15f, 0.25f};
+// A place that a smooth stroke goes through, and how thick it is there, 0 to 1.
+struct Knot {
+    Point place;
+    float thickness;
+};
+
+// Two three-quarter bends of an S that meet in its thick middle.
+const std::vector<Knot> spine = {
+    {{0.58f, 0.83f}, 0.25f},  {{0.50f, 0.945f}, 0.15f}, {{0.35f, 1}, 0},       {{0.175f, 0.935f}, 0.25f},
+    {{0.115f, 0.775f}, 0.7f}, {{0.19f, 0.625f}, 0.95f}, {{0.355f, 0.515f}, 1}, {{0.53f, 0.40f}, 0.95f},
+    {{0.60f, 0.24f}, 0.7f},   {{0.53f, 0.07f}, 0.25f},  {{0.34f, 0}, 0},       {{0.165f, 0.05f}, 0.15f},
+    {{0.06f, 0.19f}, 0.25f}};
+// A bowl that runs out into a straight stroke to the foot.
+const std::vector<Knot> neck = {{{0.08f, 0.78f}, 0.7f},   {{0.165f, 0.935f}, 0.3f}, {{0.33f, 1}, 0},
+                                {{0.515f, 0.925f}, 0.5f}, {{0.585f, 0.74f}, 0.95f}, {{0.53f, 0.555f}, 0.8f},
+                                {{0.41f, 0.40f}, 0.45f},  {{0.24f, 0.20f}, 0.1f},   {{0.085f, 0.015f}, 0}};
+
+Contour smooth(const std::vector<Knot>& knots, Cut cut) {
     std::vector<Point> chain;
     std::vector<float> half;
     const int last = int(knots.size()) - 1, steps = 6;
     auto knot = [&](int i) {
-        Point p = knots[std::clamp(i, 0, last)];
+        Point p = knots[std::clamp(i, 0, last)].place;
         p.y = mix(cut.thin, 1 - cut.thin, p.y);
         return p;
     };
@@ -199,10 +210,10 @@ Contour spine(Cut cut) {
         const int k = i / steps;
         const float u = float(i % steps) / steps;
         chain.push_back(curveBetween(knot(k - 1), knot(k), knot(k + 1), knot(k + 2), u));
-        half.push_back(mix(cut.thin, cut.thick, mix(thickness[k], thickness[k + 1], u)));
+        half.push_back(mix(cut.thin, cut.thick, mix(knots[k].thickness, knots[k + 1].thickness, u)));
     }
     chain.push_back(knot(last));
-    half.push_back(mix(cut.thin, cut.thick, thickness[last]));
+    half.push_back(mix(cut.thin, cut.thick, knots[last].thickness));
     return band(chain, half);
 }
 
@@ -223,7 +234,8 @@ void addStroke(std::vector<Contour>& outlines, const Stroke& s, Cut cut) {
     if (s.pen == Bowl || s.pen == Hook) add(arc(s, cut));
     if (s.pen == Ring) add(arc({Bowl, s.a, s.b, s.c, s.d, 85, 275}, cut));
     if (s.pen == Ring) add(arc({Bowl, s.a, s.b, s.c, s.d, -95, 95}, cut));
-    if (s.pen == Spine) add(spine(cut));
+    if (s.pen == Spine) add(smooth(spine, cut));
+    if (s.pen == Neck) add(smooth(neck, cut));
     if (s.pen == Dot) add(dot(s, cut));
 }
 
