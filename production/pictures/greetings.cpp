@@ -23,7 +23,7 @@ constexpr int width = 4096, height = 1024;
 constexpr float pixelAspect = 4.0f / 3;  // a screen is as many columns as rows of it
 // Lengths are in rows of a picture of 512, where the screen is 683 by 512.
 constexpr float fine = height / 512.0f;  // pixels a row
-constexpr float rowsPerUnit = width * pixelAspect / fine / 8;
+constexpr float pictureEnd = width * pixelAspect / fine, rowsPerUnit = pictureEnd / 8;
 
 // How far right of the picture's left edge lies what crosses the screen's middle on a beat.
 float crossingOn(double beat) {
@@ -373,18 +373,23 @@ float heartPlate(Point p) {
 // Behind the signature all is dark, for it to be the last that is seen.
 float lastPlate(Point p) {
     return 0.97f * smoothstep(signMiddle - 400, signMiddle - 200, p.x) *
-           smoothstep(width * pixelAspect / fine, width * pixelAspect / fine - 8, p.x);
+           smoothstep(pictureEnd, pictureEnd - 8, p.x);
+}
+
+// And between them the lights of the scene are no brighter than the lettering.
+float veilAt(float across) {
+    return 0.66f * smoothstep(0, 240, across) * smoothstep(pictureEnd, pictureEnd - 8, across);
 }
 
 float plateAt(Point p, float word, float fromPulse) {
     const float shadow = std::fmax(0.80f * smoothstep(40, 0, word), 0.6f * fromPulse);
-    return std::fmax(std::fmax(shadow, owlPlate(p - Point{owlMiddle, 0})),
+    return std::fmax(std::fmax(std::fmax(shadow, veilAt(p.x)), owlPlate(p - Point{owlMiddle, 0})),
                      std::fmax(std::fmax(listingPlate(p - Point{listingMiddle, 0}), lastPlate(p)),
                                heartPlate(p - Point{youMiddle, 0})));
 }
 
 // Rows of the upper edge, where what crosses the middle of the screen tells how dark all of it is.
-constexpr float nightRows = 6;
+constexpr float nightRows = 3;
 
 }  // namespace
 
@@ -396,7 +401,6 @@ void makeGreetings(const char* path) {
     setYouWords(words);
     const std::vector<Point> pulse = pulseLine();
 
-    constexpr float right = width * pixelAspect / fine;
     Canvas canvas(width, height, opaque(0, 0, 0));
     paint(canvas, [&](float x, float y, Rgba ground) {
         const Point p = {x * pixelAspect / fine, y / fine};
@@ -411,7 +415,7 @@ void makeGreetings(const char* path) {
         // The drawings leave room round the words, for them to be read, and the picture's edges black.
         const float word = words.at(p), fill = inked(word);
         const float room = smoothstep(4, 13, word) * smoothstep(3, 14, p.y) * smoothstep(509, 500, p.y) *
-                           smoothstep(right, right - 60, p.x);
+                           smoothstep(pictureEnd, pictureEnd - 60, p.x);
         const float halo = 0.3f * std::exp(-std::fmax(word, 0.0f) / 5) * smoothstep(18, 10, word);
         // Gold within a bright edge: what lies behind adds to it, and would burn white out.
         const Rgba metal = mix(opaque(0.88f, 0.68f, 0.40f), opaque(0.82f, 0.38f, 0.10f), words.footAt(p));

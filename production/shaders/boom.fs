@@ -18,6 +18,7 @@ varying vec2 place;
 // Behind the greetings, which write it into the frame's alpha, the picture is dimmed; the scene is told by its lamp,
 // which stands like this for no other. What they have in the middle of their upper edge dims all of it.
 const vec3 greetingsLamp = vec3(200.0, -150.0, 150.0);
+const vec3 violetGlass = vec3(0.45, 0.60, 0.05);  // what it swallows: burnt white would be grey behind it
 
 const vec2 aspect = vec2(4.0 / 3.0, 1.0);  // of the screen: rings are round on it
 const float strength = 0.8;                // of the push at the front
@@ -295,13 +296,16 @@ void main() {
         at = 0.5 + 0.5 * bulged(screen.at, screen.back) / glass;
         split = margin * vec2(0.4, 0.2) / screen.zoom;  // edges would turn to stairs where the hall is small
     }
-    // Looked up at every pixel: which level of a picture is meant is not known where neighbours don't look.
-    vec4 color = texture2D(picture, coordinates(at, slope, margin));
-    vec3 red = texture2D(picture, coordinates(at - 2.0 * split, slope, margin)).rgb;
-    vec3 yellow = texture2D(picture, coordinates(at - split, slope, margin)).rgb;
-    vec3 azure = texture2D(picture, coordinates(at + split, slope, margin)).rgb;
-    vec3 blue = texture2D(picture, coordinates(at + 2.0 * split, slope, margin)).rgb;
-    float night = texture2D(picture, gl_TexCoord[0].st + (vec2(0.5, 0.995) - place) * slope).a;
+    // Looked up at every pixel: which level of a picture is meant is not known where neighbours don't look. A copy of
+    // the frame, bottom row first, has one level, and where it is squeezed it would be taken without blending: edges
+    // would turn to stairs.
+    float level = slope.t > 0.0 ? -4.0 : 0.0;
+    vec4 color = texture2D(picture, coordinates(at, slope, margin), level);
+    vec3 red = texture2D(picture, coordinates(at - 2.0 * split, slope, margin), level).rgb;
+    vec3 yellow = texture2D(picture, coordinates(at - split, slope, margin), level).rgb;
+    vec3 azure = texture2D(picture, coordinates(at + split, slope, margin), level).rgb;
+    vec3 blue = texture2D(picture, coordinates(at + 2.0 * split, slope, margin), level).rgb;
+    float night = texture2D(picture, gl_TexCoord[0].st + (vec2(0.5, 0.998) - place) * slope).a;
     if (atTheEnd) {
         vec3 shown = 0.2 * (color.rgb + red + yellow + azure + blue);
         gl_FragColor = vec4(endAt(seconds, look, screen, shown, 4.0 * margin.y / screen.zoom), 1.0) * gl_Color;
@@ -317,6 +321,6 @@ void main() {
     float hollow = ahead < 0.0 ? wake * (1.0 - cos(min(-x, 6.2832))) : 0.0;
     vec3 fromLamp = gl_LightSource[0].position.xyz - greetingsLamp;
     float dark = dot(fromLamp, fromLamp) < 0.01 ? max(color.a, night) : 0.0;
-    color.rgb *= (1.0 + pulse * (0.10 * edge - 0.36 * hollow)) * (1.0 - dark);
+    color.rgb *= (1.0 + pulse * (0.10 * edge - 0.36 * hollow)) * (1.0 - dark) * (1.0 - dark * violetGlass);
     gl_FragColor = color * gl_Color;
 }
