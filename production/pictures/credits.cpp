@@ -1,6 +1,7 @@
-// The four credit cards, each drawn over a quarter of the 4:3 screen with its top row first: a poster that
-// says what was done, how many of what it made, and without what, beside one round thing in the hall's two
-// lights, orange and blue. Its ground is solid: it is read whoever of the hall's guests stands behind it.
+// The four credit cards, each drawn over a quarter of the 4:3 screen with its top row first: a block of
+// lettering that says what was done, how many of what it made, and without what, round one thing in the
+// hall's two lights, orange and blue. It keeps clear of the screen's edge and of the ball in its middle, and
+// its shadow ends within the card.
 #include <iterator>
 #include <string>
 
@@ -15,14 +16,13 @@ using namespace picture;
 
 namespace {
 
-constexpr int size = 512;
-constexpr float pixelAspect = 4.0f / 3;
+// As many columns and rows as are shown sharpest: what is taken from a smaller level is soft.
+constexpr int columns = 512, rows = 256;
 // Lengths are in rows of the picture, which is this many broad.
-constexpr float breadth = size * pixelAspect;
-// The round thing's middle from the card's outer side; its radius, of which it counts places.
-constexpr float emblemAt = 132, emblemRadius = 222;
-// The lines' common middle from the card's inner side, and how broad they are.
-constexpr float columnAt = 174, columnBreadth = 276;
+constexpr float breadth = rows * 4.0f / 3, pixelAspect = breadth / columns;
+// The block's outer side from the card's, which is the screen's; how broad and how tall it is.
+constexpr float outerSide = 34, blockBreadth = 218, blockHeight = 200;
+constexpr float emblemRadius = 56, beside = 12;
 
 // The paint at a place of the round thing, from its middle with its radius as 1; `pixel`: a row so.
 using Emblem = Rgba (*)(Point p, float pixel);
@@ -33,6 +33,7 @@ struct Card {
     const char *noun, *without;
     Emblem emblem;
     bool left;
+    float top;  // of the block
 };
 
 const Rgba sun = opaque(1.0f, 0.52f, 0.10f), ember = opaque(0.80f, 0.20f, 0.05f),
@@ -97,58 +98,71 @@ Rgba sunset(Point p, float pixel) {
     return seen;
 }
 
-// A record.
-Rgba record(Point p, float pixel) {
-    const float r = length(p), turn = arcTan(p.x, p.y);
-    const float glint = std::pow(std::fabs(std::cos(turn - 0.7f)), 14.0f);
-    const float groove = 0.5f + 0.5f * std::cos(r * 2 * pi * 13);
-    Rgba seen = opaque(0.035f, 0.04f, 0.055f) + light(0.05f, 0.055f, 0.07f) * groove +
-                inBothLights(p.x * 1.5f) * (glint * (0.45f + 0.55f * groove));
-    seen.a = 1;
-    lay(seen, inBothLights(p.x), std::fabs(r - 0.97f) - 0.03f, pixel);
-    lay(seen, sun, r - 0.42f, pixel);
-    lay(seen, ember, std::fabs(r - 0.33f) - 0.012f, pixel);
-    lay(seen, night, r - 0.06f, pixel);
-    return seen;
-}
-
 // The music's bars; the first ones lie before bar 0.
 const int bars = lastBar - int(std::lround(barAt(showtime::title)));
 
-// Lettering as tall as fills a line of so many rows, but no taller than it is.
-Lettering filling(const std::string& text, float height, float weight, float gap, float rows) {
-    Lettering style = {
-        .height = height, .weight = weight, .contrast = 0.35f, .gap = gap, .pixelAspect = pixelAspect};
-    for (int i = 0; i < 3; i++)
-        style.height = std::fmin(style.height, style.height * rows / pixelAspect / textWidth(text, style));
+// The music as it goes round: a stroke for every second bar, as long as it is loud.
+Rgba loudness(Point p, float pixel) {
+    constexpr int strokes = bars / 2;
+    const float r = length(p), turn = std::fmod(arcTan(p.x, -p.y) + 2 * pi, 2 * pi) / (2 * pi) * strokes;
+    const float which = std::floor(turn);
+    const float loud = 0.1f + 0.9f * randomAt(int(which), 0, 29);
+    Rgba seen = night;
+    lay(seen, sun, r - 0.30f, pixel);
+    lay(seen, night, r - 0.10f, pixel);
+    const float across = std::fabs(turn - which - 0.5f) * 2 * pi * r / strokes - 0.030f * (0.6f + 0.6f * r);
+    lay(seen, mix(inBothLights(p.x), paper, 0.15f),
+        std::fmax(across, std::fabs(r - 0.40f - 0.27f * loud) - 0.02f - 0.27f * loud), pixel);
+    return seen;
+}
+
+// Lettering as tall as fills a line of so many rows, but no taller than it is: then it is set wider.
+Lettering filling(const std::string& text, Lettering style, float line) {
+    style.pixelAspect = pixelAspect;
+    for (int i = 0; i < 3; i++) {
+        const float needed = line / pixelAspect / textWidth(text, style);
+        if (needed < 1)
+            style.height *= needed;
+        else
+            style.gap += (1 - 1 / needed) * line / style.height / (text.size() - 1);
+    }
     return style;
 }
 
 void makeCard(const char* path, const Card& card) {
-    const Point emblem = {card.left ? emblemAt : breadth - emblemAt, size / 2.0f};
-    const float column = (card.left ? breadth - columnAt : columnAt) / pixelAspect;
-    LetteringField text(size, size, 50);
-    const auto line = [&](const std::string& words, float height, float weight, float gap, float middle) {
-        const Lettering style = filling(words, height, weight, gap, columnBreadth);
-        setText(text, style, {words, column, middle + style.height / 2, Align::Centre});
+    const float side = card.left ? outerSide : breadth - outerSide, inwards = card.left ? 1 : -1;
+    const Point emblem = {side + inwards * emblemRadius, card.top + emblemRadius};
+    LetteringField text(columns, rows, 30);
+    // Sets a line between two distances from the block's outer side, its baseline so far below the top.
+    const auto line = [&](const std::string& words, Lettering style, float from, float to, float below) {
+        style = filling(words, style, to - from);
+        setText(text, style,
+                {words, (side + inwards * (from + to) / 2) / pixelAspect, card.top + below, Align::Centre});
+        return style.height;
     };
-    line(card.role, 48, 0.20f, 0.24f, 86);
-    line(std::to_string(card.count), 190, 0.19f, 0.12f, 226);
-    line(card.noun, 64, 0.20f, 0.18f, 374);
-    line(card.without, 34, 0.20f, 0.26f, 442);
+    const float column = 2 * emblemRadius + beside;
+    const std::string count = std::to_string(card.count);
+    const float tall = line(count, {.height = 82, .weight = 0.19f, .contrast = 0.35f, .gap = 0.12f}, column,
+                            blockBreadth, 2 * emblemRadius);
+    line(card.role, {.height = 26, .weight = 0.20f, .contrast = 0.35f, .gap = 0.24f}, column, blockBreadth,
+         2 * emblemRadius - tall - 10);
+    line(card.noun, {.height = 42, .weight = 0.20f, .contrast = 0.35f, .gap = 0.18f}, 0, blockBreadth, 166);
+    line(card.without, {.height = 22, .weight = 0.20f, .contrast = 0.35f, .gap = 0.26f}, 0, blockBreadth,
+         blockHeight);
 
-    Canvas canvas(size, size);
+    Canvas canvas(columns, rows);
     paint(canvas, [&](float x, float y, Rgba) {
         const Point p = {x * pixelAspect, y}, from = (p - emblem) * (1 / emblemRadius);
         const float disc = emblemRadius * (length(from) - 1), letters = text.at(x, y);
-        // Smoke behind it all, thick behind the lettering, thin where the card ends within the screen.
-        const Point centre = {card.left ? 0 : breadth, size / 2.0f};
-        const float ground = box(p, centre, {breadth, size / 2.0f}, 90) * -1.0f;
-        Rgba seen = night * (0.90f * smoothstep(0, 110, ground));
-        seen = over(inBothLights(from.x) * (0.5f * bell(disc, 16) * smoothstep(0, 60, ground)), seen);
+        const float block = box(p, {side + inwards * blockBreadth / 2, card.top + blockHeight / 2},
+                                {blockBreadth / 2, blockHeight / 2}, 20);
+        Rgba seen = night * (0.62f * smoothstep(24, -24, block));
+        seen = over(night * (0.65f * smoothstep(8, 0, std::fmin(letters, disc))), seen);
+        seen = over(inBothLights(from.x) * (0.5f * bell(disc, 3)), seen);
         seen = over(card.emblem(from, 1 / emblemRadius) * coverage(disc), seen);
-        seen = over(night * (0.9f * smoothstep(50, 0, letters)), seen);
-        return over(mix(paper, sun, smoothstep(0.45f, 1.0f, y / size) * 0.5f) * coverage(letters), seen);
+        return over(
+            mix(paper, sun, smoothstep(0.3f, 1.0f, (y - card.top) / blockHeight) * 0.5f) * coverage(letters),
+            seen);
     });
     saveRgba(canvas, path, Rows::TopFirst);
 }
@@ -156,14 +170,16 @@ void makeCard(const char* path, const Card& card) {
 }  // namespace
 
 void makeCodeCredit(const char* path) {
-    makeCard(path, {"Code", 12, "effects", "and one clock", clock, true});
+    makeCard(path, {"Code", 12, "effects", "and one clock", clock, true, 28});
 }
 void makeModelsCredit(const char* path) {
-    makeCard(path, {"Models", int(std::size(modelProducts)), "meshes", "and no modeller", mirrorBall, false});
+    makeCard(path,
+             {"Models", int(std::size(modelProducts)), "meshes", "and no modeller", mirrorBall, false, 28});
 }
 void makeGraphicsCredit(const char* path) {
-    makeCard(path, {"Graphics", int(std::size(pictureProducts)), "pictures", "and no camera", sunset, false});
+    makeCard(path,
+             {"Graphics", int(std::size(pictureProducts)), "pictures", "and no camera", sunset, false, 28});
 }
 void makeMusicCredit(const char* path) {
-    makeCard(path, {"Music", bars, "bars", "and no sample", record, true});
+    makeCard(path, {"Music", bars, "bars", "and no sample", loudness, true, 28});
 }
