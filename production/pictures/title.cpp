@@ -17,7 +17,9 @@ constexpr int size = 1024;
 constexpr float pixelAspect = 4.0f / 3;
 constexpr float capHeight = 145, baseline = 546, middle = 456;
 constexpr float streakLine = baseline - 0.43f * capHeight, flarePlace = 401;
-constexpr float shore = 618;  // row of the horizon; below it lies water
+// Row of the horizon, near enough to the word for the sweep to find its reflection as soon as it has passed
+// it; below it lies water.
+constexpr float shore = 560;
 
 // Northern lights: curtains whose lower hems are bright and whose folds are fine vertical rays. A curtain is
 // the same all down its height, so it is worked out once for each column.
@@ -183,12 +185,12 @@ void addStars(Canvas& canvas) {
 // What stands above the shore, mirrored in water that breaks it up the more the nearer it comes.
 Rgba mirrored(const Canvas& canvas, float x, float y) {
     const float depth = y - shore, near = depth / (size - shore);
-    const float wave = fractalNoise(x * 5 / size, depth / (5 + 26 * near), 64, 4, 97);
-    const float chop = fractalNoise(x * 14 / size, depth / (3 + 10 * near), 64, 3, 131);
+    const float wave = fractalNoise(x * 5 / size, depth / (9 + 26 * near), 64, 3, 97);
+    const float chop = fractalNoise(x * 9 / size, depth / (8 + 14 * near), 64, 2, 131);
     // Drawn together below the fells, so that the sky lies in all of its foot.
     const float drawn = depth * 1.3f + 70 * smoothstep(150, 210, depth) - 118 * smoothstep(210, 406, depth);
-    const float from = shore - drawn + (6 + 30 * near) * wave;
-    const Rgba seen = sampled(canvas, x + (4 + 30 * near) * chop, std::fmin(from, shore - 1));
+    const float from = shore - drawn + (5 + 24 * near) * wave;
+    const Rgba seen = sampled(canvas, x + (2 + 18 * near) * chop, std::fmin(from, shore - 1));
     // The water deepens a light's colour and glitters in columns: the sweep throws both towards the viewer as
     // rays.
     const Rgba deep = opaque(0.86f, 0.50f, 0.20f) * (0.3f * seen.r + 0.59f * seen.g + 0.11f * seen.b);
@@ -196,7 +198,7 @@ Rgba mirrored(const Canvas& canvas, float x, float y) {
     const float column = fractalNoise(x * 40 / size, 0.4f, 64, 3, 151);
     const float glitter = smoothstep(0.20f, 0.60f, dash) * smoothstep(0.0f, 0.45f, column);
     const float golden = mix(0.25f, 0.6f, near) * smoothstep(-0.02f, 0.08f, seen.r - seen.b);
-    const Rgba lit = mix(seen * mix(0.8f, 1.8f, near), deep, golden) * (0.95f + 0.75f * chop) +
+    const Rgba lit = mix(seen * mix(0.85f, 1.2f, near), deep, golden) * (0.95f + 0.75f * chop) +
                      opaque(0.24f, 0.17f, 0.09f) * (glitter * smoothstep(0.02f, 0.2f, near));
     return lit * smoothstep(1.2f, 0.9f, near);
 }
@@ -209,10 +211,10 @@ void makeTitle(const char* path) {
         text,
         {.height = capHeight, .weight = 0.155f, .contrast = 0.56f, .gap = 0.145f, .pixelAspect = pixelAspect},
         {"Valojuova", middle, baseline, Align::Centre});
-    LetteringField subtitle(size, size, 14);
+    LetteringField subtitle(size, size, 28);
     setText(subtitle,
-            {.height = 19, .weight = 0.15f, .contrast = 0.3f, .gap = 0.95f, .pixelAspect = pixelAspect},
-            {"a streak of light", middle, baseline + 48, Align::Centre});
+            {.height = 21, .weight = 0.16f, .contrast = 0.3f, .gap = 0.95f, .pixelAspect = pixelAspect},
+            {"a streak of light", middle, shore + 182, Align::Centre});
 
     const std::vector<Curtain> columns = curtains();
     Canvas canvas(size, size, opaque(0, 0, 0));
@@ -227,13 +229,15 @@ void makeTitle(const char* path) {
         seen = seen * (1 - 0.7f * smoothstep(40, 0, distance)) + opaque(1, 0.55f, 0.18f) * halo;
         if (fill > 0) seen = mix(seen, gold(text, px, py), fill);
         seen = seen + streak(x, y) * (1 - 0.35f * fill);
-        seen = mix(seen, opaque(0.80f, 0.62f, 0.40f), coverage(subtitle.at(px, py)));
         const float mist = std::exp(-std::fabs(y - shore) / 5) * bell((x - middle) / size, 0.30f);
         return seen + opaque(0.20f, 0.22f, 0.24f) * (0.6f * mist);
     });
     const Canvas above = canvas;
     paint(canvas, [&](float x, float y, Rgba seen) {
-        if (y > shore) seen = mirrored(above, x, y);
+        const float letters = subtitle.at(x, y);
+        if (y > shore)
+            seen = mix(mirrored(above, x, y) * (1 - 0.7f * smoothstep(28, 0, letters)),
+                       opaque(0.88f, 0.72f, 0.50f), coverage(letters));
         const float side = smoothstep(0, 0.06f, std::fmin(x, size - x) / size);
         return seen * (side * smoothstep(0, y < shore ? 0.06f : 0.05f, std::fmin(y, size - y) / size));
     });
