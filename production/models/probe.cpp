@@ -6,7 +6,6 @@
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
-#include "production/models/figures.h"
 #include "production/models/models.h"
 #include "production/models/paints.h"
 
@@ -93,14 +92,9 @@ Shape unlit() {
                    facing(turned(cells, Axis::y, pi), {-1, 0, 0.3})});
 }
 
-}  // namespace
-
-Shape figures::probe() {
-    return joined({unlit(), lamps()});
-}
-
-// Of those that fly; those that hang in the hall are larger.
 constexpr double flyingSize = 0.99;
+
+}  // namespace
 
 // The camera looks down at the same angle all the time: what seems to face straight up mirrors the same
 // bright place of the sky from wherever it stands.

@@ -1,6 +1,7 @@
 // What stands in the hall besides the ball. In the middle the stage: terraces under the ball, a projector
 // hung from the dome at each beam source. Outside the camera's path, one in each quarter, the figures of the
-// show: the robot as a colossus, the heap as a tower, the ship and the probes hung from the dome.
+// show: the robot as a colossus, the heap as a tower, the ship's firebird before the sun, a planet in its
+// ring.
 //
 // The stage is dark metal that shows what the picture of reflections holds, so the shading decides its light:
 // what faces straight up or down throws back the glow beyond it, cold below the viewer's eyes, warm above.
@@ -385,6 +386,25 @@ Shape face() {
     });
 }
 
+// Round the eyes and under the smile lines of light for who stands far to the right of it.
+Shape outlines() {
+    constexpr double gap = 0.008, breadth = 0.03;
+    const auto line = [](int steps, auto at) {
+        return grid(steps + 1, 2, false, false,
+                    [=](int c, int r) { return at(double(c) / steps, breadth * (1 - r)); });
+    };
+    std::vector<Shape> lines = {line(16, [](double k, double out) {
+        const double s = mix(-0.23, 0.23, k);
+        return Vec{0.5 + s, smileAt(s) + smileHalf + gap + out, ridge};
+    })};
+    for (const double middle : eyes)
+        lines.push_back(line(32, [=](double k, double out) {
+            const double turn = 2 * pi * k, far = eyeRadius + gap + out;
+            return Vec{middle + far * std::cos(turn), eyesHeight - far * glassTall * std::sin(turn), ridge};
+        }));
+    return lampLit(asColossus(figures::onRobotScreen(joined(lines))), colossusTurn, degrees(68));
+}
+
 // Over them what the comet lights as it passes: the pupils, and a line in the smile.
 Shape litFace() {
     const Shape line = grid(25, 2, false, false, [](int c, int r) {
@@ -472,25 +492,47 @@ Shape sunDisc() {
                   [=](Vec p, Vec) { return viewer::facing(view, p, shown); });
 }
 
-struct HungProbe {
-    double turn;  // degrees from the quarter's middle
-    double radius, height, size, roll;
-};
-constexpr HungProbe hungProbes[] = {
-    {-25, 370, 255, 1.9, 0.4}, {-4, 330, 315, 2.0, -0.2}, {22, 370, 225, 1.9, 0.9}};
-
-Shape probeLamps() {
-    std::vector<Shape> lamps;
-    for (const HungProbe& hung : hungProbes) {
-        // Head down, the dish towards the hall.
-        Shape probe = turned(welded(figures::probe(), 1.3), Axis::z, pi);
-        probe = turned(probe, Axis::y, hung.roll);
-        const Vec place = {hung.radius, hung.height, 0};
-        probe = moved(scaled(probe, {hung.size, hung.size, hung.size}), place);
-        const Shape cable = dark(tube(place + up * (24 * hung.size), {hung.radius, 740, 0}, 0.8, 4));
-        lamps.push_back(atTurn(joined({probe, cable}), probesTurn + degrees(hung.turn)));
+// A planet in bands and cold light, which falls on it from the upper right, and its ring of two bands in warm
+// light.
+Shape planet() {
+    constexpr double radius = 140, ringEnds = 2.05, flat = 0.24, tilt = degrees(17), middle = 318;
+    const double distance =
+        std::sqrt(arcade::clearOfColumns * arcade::clearOfColumns - ringEnds * ringEnds * radius * radius);
+    // In its radii, along the ring and across it; so far before its own plane.
+    const auto at = [=](double along, double up, double before) {
+        return Vec{distance - before, middle + radius * (std::sin(tilt) * along + std::cos(tilt) * up),
+                   radius * (std::cos(tilt) * along - std::sin(tilt) * up)};
+    };
+    constexpr double tones[] = {4, 0, 6, 1, 8, 0, 3, 7, 2, 5};
+    constexpr int bands = int(std::size(tones)), columns = 12, steps = 24;
+    std::vector<Shape> parts;
+    for (int i = 0; i < bands; i++) {
+        const Shape band = grid(columns, 3, false, false, [&](int c, int r) {
+            const double up = -std::cos(pi * (i + r / 2.0) / bands),
+                         half = std::sqrt(std::max(1 - up * up, 1e-4));
+            return at(half * (2.0 * c / (columns - 1) - 1), up, 0);
+        });
+        // Its night is the side that is lit first: what is dark when the rest is seen well.
+        parts.push_back(shaded(atTurn(band, probesTurn), [&](Vec p, Vec) {
+            const Vec from = turned({{p}, {}}, Axis::y, probesTurn).points[0] - at(0, 0, 0);
+            const double day = 0.5 + 0.5 * (0.84 * from.z + 0.55 * from.y) / radius;
+            const double beyond = degrees(10 + 0.5 * tones[i] + 11 * (1 - day));
+            return viewer::facing(across(probesTurn, -degrees(mix(4, 26, day))), p,
+                                  {0, std::cos(beyond), std::sin(beyond)});
+        }));
     }
-    return joined(lamps);
+    constexpr double edges[][2] = {{1.38, 1.66}, {1.72, ringEnds}};
+    for (const auto& [from, to] : edges)
+        for (const double side : {-1.0, 1.0})  // behind it and before it
+            parts.push_back(lampLit(
+                atTurn(grid(steps + 1, 2, false, false,
+                            [&](int c, int r) {
+                                const double turn = pi * c / steps, out = side * (r == 0 ? from : to);
+                                return at(out * std::cos(turn), -out * flat * std::sin(turn), 3 * side);
+                            }),
+                       probesTurn),
+                probesTurn, -degrees(8), degrees(from < 1.5 ? 1 : 4)));
+    return joined(parts);
 }
 
 }  // namespace
@@ -505,7 +547,7 @@ void makeStage(const char* path) {
                 works = lacquered(ofColossus(figures::robotWorks()), atlas::hull::petrol, 44),
                 trim = lacquered(ofColossus(figures::robotTrim()), atlas::hull::orange, 44);
     const Shape itsGlass = darkGlass(asColossus(figures::robotScreen()));
-    const Shape itsFace = face();
+    const Shape itsFace = joined({face(), outlines()});
     const Shape streaks = joined({comet::tracks(), litFace(), spots::onWall()});
     std::vector<Shape> piers;
     for (int i = 0; i < arcade::bays; i++) {
@@ -521,11 +563,11 @@ void makeStage(const char* path) {
         path,
         {dark(joined({arcade::niches(), arcade::shadows()})),
          lacquered(joined(piers), atlas::hull::petrol, 60),
-         dark(joined({arcade::mouldings(), ground, floorRings(), onlySeen(cornice()), streaks, sunDisc()})),
+         dark(joined(
+             {arcade::mouldings(), ground, floorRings(), onlySeen(cornice()), streaks, sunDisc(), planet()})),
          lacquered(litIn(onlySeen(hungShip()), shipTurn, {0.0, 1.6}), atlas::hull::ivory, 16),
          joined({shells, works, trim}), dark(joined({itsGlass, itsFace})),
          lacquered(litIn(onlySeen(tower([](int) { return figures::heapBox(); })), towerTurn, {0.4, 0.5}),
                    atlas::hull::sand, 25),
-         dark(towerWindows()), litIn(onlySeen(probeLamps()), probesTurn, {0.6, 0.9}),
-         dark(joined({middle, ball::rim()})), ball::mirrors()});
+         dark(joined({towerWindows(), planet()})), dark(joined({middle, ball::rim()})), ball::mirrors()});
 }
