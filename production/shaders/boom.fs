@@ -55,7 +55,7 @@ const vec3 moonlight = vec3(0.80, 0.90, 1.00);
 // Places in the night, from the middle of the picture in halves of its height.
 const float sea = -0.42;
 const vec2 moon = vec2(0.84, 0.56);
-const vec2 sleeper = vec2(-0.52, -0.14);
+const vec2 sleeper = vec2(0.0, -0.14);  // in the middle of the flash on beats
 // The lamp over the viewer's left shoulder, and half-way from it to him.
 const vec3 lamp = vec3(-0.45, 0.65, 0.61);
 const vec3 halfway = vec3(-0.251, 0.362, 0.897);
@@ -100,10 +100,10 @@ float outsideFace(vec2 p, vec2 open, vec2 gaze, float bend) {
 
 // Of a rounded box: which way leads out of it, and how far outside of it a place is.
 vec3 outOf(vec2 p, vec2 size, float corner) {
-    vec2 beyond = abs(p) - size + corner;
-    vec2 way = beyond.x > beyond.y ? vec2(1.0, 0.0) : vec2(0.0, 1.0);
-    if (min(beyond.x, beyond.y) > 0.0) way = normalize(beyond);
-    return vec3(way * vec2(p.x < 0.0 ? -1.0 : 1.0, p.y < 0.0 ? -1.0 : 1.0), roundBox(p, size, corner));
+    vec2 beyond = abs(p) - size + corner, over = max(beyond, 0.0);
+    float far = length(over), most = max(beyond.x, beyond.y);
+    vec2 way = most > 0.0 ? over / max(far, 0.0001) : vec2(step(beyond.y, beyond.x), step(beyond.x, beyond.y));
+    return vec3(way * vec2(p.x < 0.0 ? -1.0 : 1.0, p.y < 0.0 ? -1.0 : 1.0), far + min(most, 0.0) - corner);
 }
 
 // What is seen at a place: its paint, how far it leans across and up (at most 1), and third how much it glints. It is
@@ -129,7 +129,7 @@ vec3 lit(Surface seen, float dark) {
     vec3 normal = vec3(lean, sqrt(max(1.0 - steep, 0.0)));
     float glint = max(dot(normal, halfway), 0.0);
     glint *= glint, glint *= glint, glint *= glint, glint *= glint, glint *= glint;
-    float rim = smoothstep(0.45, 1.0, dot(lean, vec2(0.88, 0.36)));
+    float rim = clamp(2.0 * dot(lean, vec2(0.88, 0.36)) - 0.95, 0.0, 1.0);
     return (seen.paint * (0.05 + 0.95 * max(dot(normal, lamp), 0.0)) + seen.lean.z * glint * vec3(0.50, 0.46, 0.40)) *
                (1.0 - 0.8 * dark) +
            rim * mix(vec3(0.03, 0.20, 0.30), moonlight, dark);
@@ -164,9 +164,9 @@ vec3 nightAt(vec2 p, float seconds, float pixel) {
 }
 
 // The robot's head, in which the screen sits: an ivory box with round edges, on it a brass frame round the deep black
-// one of the screen, ears, aerials and a cap. `glow`: what the screen throws on what is
-// next to it; `behind`: what is seen behind it all.
-vec3 headAt(vec2 p, vec3 glow, vec3 behind, float dark, float pixel) {
+// one of the screen, ears, aerials and a cap. `rubber`: how far outside of the screen a
+// place is; `glow`: what the screen throws on what is next to it; `behind`: what is seen behind it all.
+vec3 headAt(vec2 p, float rubber, vec3 glow, vec3 behind, float dark, float pixel) {
     vec2 side = vec2(abs(p.x), p.y), hand = vec2(p.x < 0.0 ? -1.0 : 1.0, 1.0);
     // Shoulders, and the neck, a bellows.
     float ribs = sin(44.0 * p.y);
@@ -182,26 +182,25 @@ vec3 headAt(vec2 p, vec3 glow, vec3 behind, float dark, float pixel) {
     float fromBall = length(ball) - 0.095;
     lay(seen, amber * 0.9, ball * hand * 10.5, 1.0, fromBall, pixel);
     // A cap between them, and the ears: a dark wheel seen from its edge, an orange tyre on it.
-    float cap = roundBox(p - vec2(0.0, 1.37), vec2(0.46, 0.115), 0.10);
+    float cap = length(vec2(max(side.x - 0.36, 0.0), p.y - 1.37)) - 0.11;
     lay(seen, orange, vec2(0.0, 8.0 * (p.y - 1.37)), 0.8, cap, pixel);
     vec2 ear = side - vec2(1.86, -0.06);
     lay(seen, steel, vec2(0.2 * hand.x, 2.5 * ear.y), 0.5, max(abs(ear.x) - 0.26, abs(ear.y) - 0.38 + 0.6 * ear.x), pixel);
     lay(seen, orange, vec2(7.0 * (ear.x - 0.06) * hand.x, 2.0 * ear.y), 0.8,
-        roundBox(ear - vec2(0.06, 0.0), vec2(0.075, 0.47), 0.07), pixel);
+        length(vec2(ear.x - 0.06, max(abs(ear.y) - 0.40, 0.0))) - 0.07, pixel);
     // The shell: its edge is a quarter round, its front all but flat.
     vec3 shell = outOf(p + vec2(0.0, 0.10), vec2(1.80, 1.46), 0.46);
     float edge = clamp(1.0 + shell.z / 0.26, 0.0, 1.0);
     // The frame lies on it and shades it.
     vec3 frame = outOf(p, vec2(1.52, 1.19), 0.38);
-    float shade = 0.4 + 0.6 * smoothstep(0.0, 0.09, frame.z + dot(frame.xy, vec2(-0.03, 0.04)));
+    float shade = 0.4 + 0.6 * clamp(11.0 * (frame.z + dot(frame.xy, vec2(-0.03, 0.04))), 0.0, 1.0);
     lay(seen, ivory * shade, shell.xy * edge * edge + vec2(0.20, 0.24) * p, 0.9, shell.z, pixel);
     // The frame is round, and falls to the screen.
     float across = clamp((frame.z + 0.055) / 0.055, -1.0, 1.0);
     lay(seen, brass, frame.xy * across, 1.0, frame.z, pixel);
-    float rubber = roundBox(p, glass, glassCorner), pit = inside(frame.z + 0.11, pixel);
-    lay(seen, steel * (0.1 + smoothstep(0.02, 0.07, rubber)), -0.8 * frame.xy, 0.2, frame.z + 0.11, pixel);
-    vec3 thrown = glow * (0.5 * (1.0 - smoothstep(-0.11, 0.0, frame.z)) * inside(frame.z, pixel) * (1.0 - pit) +
-                          (1.0 - smoothstep(0.0, 0.10, rubber)) * pit);
+    float pit = inside(frame.z + 0.11, pixel);
+    lay(seen, steel * (0.1 + clamp(20.0 * rubber - 0.4, 0.0, 1.0)), -0.8 * frame.xy, 0.2, frame.z + 0.11, pixel);
+    vec3 thrown = glow * mix(0.5 * clamp(-9.0 * frame.z, 0.0, 1.0), clamp(1.0 - 10.0 * rubber, 0.0, 1.0), pit);
     float aura = max(1.0 - 3.5 * max(fromBall, 0.0), 0.0) * step(0.0, min(fromBall, shell.z));
     vec3 lamps = amber * (0.25 * aura * aura * aura + dark * inside(fromBall, pixel));
     return mix(behind, lit(seen, dark), inside(seen.outside, pixel)) + thrown + lamps;
@@ -211,7 +210,7 @@ vec3 headAt(vec2 p, vec3 glow, vec3 behind, float dark, float pixel) {
 vec2 bulged(vec2 p, float back) { return p * (1.0 - back * (0.08 - 0.045 * dot(p, p))); }
 
 vec3 onGlass(vec2 p, float edge) {
-    float lip = max(1.0 - 18.0 * abs(edge + 0.035), 0.0) * smoothstep(-0.4, 0.9, dot(p, vec2(-0.45, 0.70)));
+    float lip = max(1.0 - 18.0 * abs(edge + 0.035), 0.0) * clamp(0.3 + dot(p, vec2(-0.35, 0.54)), 0.0, 1.0);
     return vec3(0.16, 0.17, 0.18) * lip;
 }
 
@@ -255,12 +254,12 @@ vec3 endAt(float seconds, bool look, Screen screen, vec3 shown, float pixel) {
     shown += (heart * inside(face, pixel / size) +
               amber * (0.14 * halo * halo * halo + 0.022 * bend * (1.0 - 0.4 * dot(p, p)))) * drawn;
     float edge = roundBox(p, glass, glassCorner * screen.back);
-    shown = shown * mix(1.0, 1.0 - smoothstep(-0.16, 0.0, edge), 0.8 * screen.back) +
+    shown = shown * (1.0 - 0.8 * screen.back * clamp(1.0 + 6.0 * edge, 0.0, 1.0)) +
             onGlass(p, edge) * (screen.back * (1.0 - dark));
     vec2 beyond = (place - 0.5) * 2.0 * aspect + vec2(0.0, look ? 0.34 : 0.0);
     vec3 behind = nightAt(beyond, seconds, pixel * screen.zoom) * screen.back;
     vec3 thrown = mix(vec3(0.05, 0.04, 0.05), 0.3 * amber, bend) * screen.back;
-    return mix(headAt(p, thrown, behind, dark, pixel) * (look ? 1.6 : 1.0), shown, inside(edge, pixel));
+    return mix(headAt(p, edge, thrown, behind, dark, pixel) * (look ? 1.6 : 1.0), shown, inside(edge, pixel));
 }
 
 void main() {
