@@ -89,15 +89,19 @@ Shape rising(const Shape& upright) {
 
 const double half = std::sqrt(0.5);
 
-// Where a viewer is who stands `distance` before the point that the figure circles at `radius`; it turns
-// about its up, then about y.
-Vec viewerAt(double time, double angle, double radius, double distance) {
-    const auto turnedBack = [](Vec v, Vec axis, double by) {
-        return v * std::cos(by) - cross(axis, v) * std::sin(by) + axis * (dot(axis, v) * (1 - std::cos(by)));
+// The figure turns about its up, then about y: what one of the viewer's directions is in its coordinates.
+Vec turnedBack(Vec v, double time) {
+    const auto back = [&v](Vec axis, double by) {
+        v = v * std::cos(by) - cross(axis, v) * std::sin(by) + axis * (dot(axis, v) * (1 - std::cos(by)));
     };
-    const Vec from = {-radius * std::cos(angle), -radius * std::sin(angle), distance};
-    return turnedBack(turnedBack(from, {0, 1, 0}, degrees(180 * std::sin(0.3 * time))), {0, half, half},
-                      degrees(290 * std::cos(0.2 * time)));
+    back({0, 1, 0}, degrees(180 * std::sin(0.3 * time)));
+    back({0, half, half}, degrees(290 * std::cos(0.2 * time)));
+    return v;
+}
+
+// Where a viewer is who stands `distance` before the point that the figure circles at `radius`.
+Vec viewerAt(double time, double angle, double radius, double distance) {
+    return turnedBack({-radius * std::cos(angle), -radius * std::sin(angle), distance}, time);
 }
 
 // How close the far viewer comes to a place.
@@ -261,13 +265,43 @@ Vec waterwards(Vec point, Vec normal) {
            Vec{0.10, -0.07, 0.04} * ((to.y + to.z) * half) + Vec{0.04, 0.10, -0.01} * ((to.y - to.z) * half);
 }
 
+// Many faces look away from the far viewer whenever they are in his picture, or never are: without them it
+// stays the same. What the viewer sees from both sides has a face for each.
+Shape seen(Shape shape) {
+    constexpr double step = 0.05,
+                     edge = 1.05;  // seconds; the tangent at which his picture ends, and a little more
+    struct Stand {
+        Vec eye, right, up, ahead;
+    };
+    std::vector<Stand> way;
+    for (double time = showtime::stripes.seconds(); time < showtime::tornTunnel.seconds() + step;
+         time += step)
+        way.push_back({viewerAt(time, time, 100, 200), turnedBack({1, 0, 0}, time),
+                       turnedBack({0, 1, 0}, time), turnedBack({0, 0, -1}, time)});
+    const auto sees = [&](const Stand& stand, const Face& face) {
+        int beside = 15;  // which sides of the picture all of it is outside of
+        for (const int point : face.points) {
+            const Vec sight = shape.points[size_t(point)] - stand.eye;
+            const double end = edge * dot(sight, stand.ahead), x = dot(sight, stand.right),
+                         y = dot(sight, stand.up);
+            beside &= (x > end) | (x < -end) << 1 | (y > end) << 2 | (y < -end) << 3;
+        }
+        return beside == 0 &&
+               dot(areaVector(shape, face), shape.points[size_t(face.points[0])] - stand.eye) < 0;
+    };
+    std::erase_if(shape.faces, [&](const Face& face) {
+        return std::none_of(way.begin(), way.end(), [&](const Stand& stand) { return sees(stand, face); });
+    });
+    return shape;
+}
+
 }  // namespace
 
 void makeLanterns(const char* path) {
     const Kind large = {0, 8, 5, 7, 2, true, 8, 12, 4, 17, 0.005, 1.6, 0};
     // What lies all round the viewer is not hollowed: it would face him instead of the light.
     const Lightwards evenly = {heros.hanging.towards};
-    std::vector<Shape> swarm = {lit(blindfold(), evenly), shapeOf({large, 130, {-21, -45, 55}}, heros)};
+    std::vector<Shape> swarm = {shapeOf({large, 130, {-21, -45, 55}}, heros)};
     for (const Follower& f : followers) {
         const bool near = f.radius > 80;
         const Kind kind = f.radius > 200 ? Kind{f.paint, 8, 3, 5, 1, false, 6, 6, 5, 6, 0.004, 1.2, f.radius}
@@ -277,5 +311,6 @@ void makeLanterns(const char* path) {
         swarm.push_back(shapeOf({kind, f.radius, f.middle}, {light, light, light, light}));
     }
     swarm.push_back(lit(plankton(), evenly));
-    writeAml(path, {joined(swarm), shaded(rising(water()), waterwards)});
+    writeAml(path,
+             {joined({lit(blindfold(), evenly), seen(joined(swarm))}), shaded(rising(water()), waterwards)});
 }
