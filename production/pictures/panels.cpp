@@ -48,9 +48,9 @@ const Rgba warmLight = light(1.0f, 0.58f, 0.20f), coolLight = light(0.50f, 0.70f
 Rgba enamel(float tone) {
     return opaque(tone * 1.06f, tone * 0.98f, tone * 0.88f);
 }
-// The satellites' wings', cold before their world.
-Rgba coldEnamel(float tone) {
-    return opaque(tone * 0.62f, tone * 1.02f, tone * 1.34f);
+// Of the satellites' wings.
+Rgba cells(float tone) {
+    return opaque(tone * 0.10f, tone * 0.46f, tone);
 }
 
 // Steel: teal in the dark, nearly neutral when bright. The hall's lights have next to no red, so that what is
@@ -168,7 +168,7 @@ const std::vector<Row> hullRows = {
     {atlas::hull::striped, plate(0.24f, 0.3f, enamel)},
     {{13, 3, 3, 6}, plate(0.14f, 0.3f)},
     {{0, 5, 3, 6}, plate(0.16f, 0.3f)},
-    {atlas::hull::wing, plate(0.42f, 0, coldEnamel)},
+    {atlas::hull::wing, plate(1, 0, cells)},
     {{0, 11, 3, 5}, plate(0.41f, 0.4f)},
     {{6.4, 1.3, 3.2, 0.28}, rail(0.23f)},
     {{6.4, 2, 3.2, 0.28}, rail(0.23f)},
@@ -187,8 +187,6 @@ const std::vector<Row> hullRows = {
     {{10.5, 2.6, 5, 0.01}, bolts(7)},
     {{10.1, 13.2, 5.8, 0.1}, groove()},
     {{12.6, 9.1, 0.1, 6.8}, groove()},
-    {{13.6, 13.3, 0.5, 2.6}, paintwork()},
-    {{14.3, 13.3, 0.16, 2.6}, paintwork()},
     // The hall's: its lamp has less than half as much red as green and blue.
     {atlas::hull::lacquer(atlas::hull::ivory), ramp(opaque(1, 0.42f, 0.44f))},
     {atlas::hull::lacquer(atlas::hull::orange), ramp(opaque(1, 0.13f, 0.01f))},
