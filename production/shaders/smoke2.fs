@@ -85,19 +85,37 @@ vec3 spaceAt(vec3 towards, vec3 first, vec3 second, float sunwards) {
     return light + vec3(0.35, 0.60, 0.85) * shining;
 }
 
+// The night's lights, `far` from the eye: each town is rings and spokes of streets in a cell of its own, and between
+// them runs a net of roads, lamp by lamp.
+vec3 townsAt(vec2 place, float far, vec3 first, vec3 second, vec3 third) {
+    vec2 cell = floor(place * 17.0);
+    float lot = lotOf(cell);
+    vec2 off = place * 17.0 - cell - 0.35 - 0.30 * fract(vec2(90.0, 170.0) * lot), away = abs(off);
+    float reach = length(off), size = 0.15 + 0.33 * fract(11.0 * lot) * fract(17.0 * lot);
+    float spoke = min(min(away.x, away.y), 0.7071 * abs(away.x - away.y));
+    float ring = abs(fract(reach * 9.0) - 0.5) / 9.0;
+    float town = max(1.0 - reach / size, 0.0);
+    float street = max(1.0 - min(spoke, ring) / (0.006 + 0.000020 * far), 0.0);
+    vec2 block = floor(place * 760.0);
+    float pick = lotOf(block);
+    vec2 lamp = place * 760.0 - block - 0.3 - 0.4 * fract(vec2(90.0, 170.0) * pick);
+    float dots = max(1.0 - 6.0 * dot(lamp, lamp), 0.0) * (0.3 + 1.4 * fract(23.0 * pick));
+    float road = second.b * second.b * second.b * smoothstep(0.05, 0.40, first.r);
+    float lamps = road * third.b;
+    vec3 tint = mix(vec3(1.0, 0.55, 0.20), vec3(0.50, 0.75, 1.0), smoothstep(0.45, 0.75, first.g));
+    return tint * (town * (0.8 * street + 1.2 * dots * third.b + 0.22 * town * town) +
+           road * (0.14 + 2.2 * dots * smoothstep(0.25, 0.65, road)) + 1.2 * lamps * lamps * dots);
+}
+
 // By day, seas and coasts under clouds, red where the day ends; by night, a net of towns and of roads between them.
-vec3 groundAt(float rise, float glint, vec3 first, vec3 second, vec3 third) {
+vec3 groundAt(float rise, float glint, vec2 place, float far, vec3 first, vec3 second, vec3 third) {
     float day = smoothstep(0.0, 0.13, rise), night = 1.0 - smoothstep(-0.04, 0.02, rise);
     float coast = smoothstep(0.46, 0.54, first.r + 0.10 * (third.g - 0.5));
     vec3 land = mix(vec3(0.10, 0.075, 0.04), vec3(0.03, 0.06, 0.03), third.r);
     vec3 ground = mix(vec3(0.008, 0.060, 0.105) + vec3(0.40, 0.20, 0.09) * glint, land, coast);
     vec3 clouds = mix(vec3(0.66, 0.14, 0.07), vec3(0.42, 0.36, 0.32), smoothstep(0.0, 0.22, rise));
     ground = mix(ground, clouds * (0.35 + 1.1 * third.r), 0.9 * smoothstep(0.40, 0.85, second.r + 0.55 * (third.r - 0.5)));
-    float road = second.b * second.b * second.b * smoothstep(0.05, 0.40, first.r), lamps = road * third.b;
-    vec3 towns = mix(vec3(0.80, 0.42, 0.14), vec3(0.30, 0.55, 0.80), smoothstep(0.45, 0.75, first.g)) *
-                     (lamps * (0.5 + 1.9 * third.b) + 0.22 * road) +
-                 vec3(4.0, 3.5, 2.6) * (lamps * lamps * third.b);
-    return ground * day + towns * night;
+    return ground * day + townsAt(place, far, first, second, third) * night;
 }
 
 void main() {
@@ -140,7 +158,7 @@ void main() {
     float grazing = 1.0 - max(dot(up, -towards), 0.0), rim = grazing * grazing * grazing;
     float glint = max(dot(reflect(towards, up), sun), 0.0);
     glint *= glint, glint *= glint, glint *= glint, glint *= glint;
-    vec3 world = groundAt(rise, glint, first, second, third);
+    vec3 world = groundAt(rise, glint, up.xz, along, first, second, third);
     world += auroraAt(up, dot(up, axis)) * (1.0 - day);
     world += mix(vec3(0.05, 0.16, 0.42), vec3(0.20, 0.50, 0.95), day) * rim * (rim * (0.5 + 0.6 * day) + 0.10);
     light = mix(light, world, body);
