@@ -119,7 +119,7 @@ Shape blindfold() {
     for (double time = showtime::stripes.seconds() - 0.2; time < showtime::tornTunnel.seconds() + 0.2;
          time += 0.2)
         how.path.push_back(viewerAt(time, 0.4 * time, 40, 5));
-    return painted(sweep(polygon(3, 0.8), how), hull::arm(0).at(0.45, 0.6));
+    return painted(sweep(polygon(3, 0.8), how), hull::water.at(0.5, 0.8));
 }
 
 struct Jellyfish {
@@ -304,7 +304,7 @@ void makeLanterns(const char* path) {
     std::vector<Shape> swarm = {shapeOf({large, 130, {-21, -45, 55}}, heros)};
     for (const Follower& f : followers) {
         const bool near = f.radius > 80;
-        const Kind kind = f.radius > 200 ? Kind{f.paint, 8, 3, 5, 1, false, 6, 6, 5, 6, 0.004, 1.2, f.radius}
+        const Kind kind = f.radius > 200 ? Kind{f.paint, 8, 3, 8, 1, false, 6, 6, 5, 6, 0.004, 1.2, f.radius}
                           : near         ? Kind{f.paint, 8, 2, 4, 1, false, 3, 5, 3, 5, 0.007, 1.3, f.radius}
                                          : Kind{f.paint, 6, 2, 3, 0, false, 2, 4, 2, 4, 0.010, 1.0, f.radius};
         const Lightwards light = {f.lightwards, 0.1};
