@@ -28,15 +28,15 @@ Shape sheet(Vec corner, Vec along, Vec up) {
     return grid(2, 2, false, false, [=](int c, int r) { return corner + along * c + up * r; });
 }
 
-// The floor's outline, counter-clockwise from above: x, and z negated.
-constexpr Flat outline[] = {{halfLength, corner - halfWidth},  {halfLength, halfWidth - corner},
-                            {halfLength - corner, halfWidth},  {corner - halfLength, halfWidth},
-                            {-halfLength, halfWidth - corner}, {-halfLength, corner - halfWidth},
-                            {corner - halfLength, -halfWidth}, {halfLength - corner, -halfWidth}};
-constexpr int sides = 8;
-
+// The floor's outline, counter-clockwise from above.
+constexpr int sides = 2 * ends * corners;
 Vec atOutline(int i, double y) {
-    return {outline[i % sides].x, y, -outline[i % sides].y};
+    constexpr int each = sides / ends;
+    const int end = i / each % ends, k = i % each;
+    const bool beyond = k >= corners;
+    const auto& [along, aside] = outline[end][beyond ? each - 1 - k : k];
+    const double to = end == 0 ? 1 : -1;
+    return {to * along, y, to * (beyond ? -aside : aside)};
 }
 
 Shape floorTopFace() {
@@ -56,7 +56,7 @@ Shape edges() {
     std::vector<Shape> all;
     for (int i = 0; i < sides; i++) {
         const Vec from = atOutline(i, -halfHeight), along = atOutline(i + 1, -halfHeight) - from;
-        const Patch whole = hull::edge(i % 4 == 2 ? 0 : i % 4 == 0 ? 1 : 2);
+        const Patch whole = hull::edge(along.z == 0 ? 0 : along.x == 0 ? 1 : 2);
         all.push_back(
             painted(sheet(from, along, {0, slab, 0}), {whole.low, whole.at(length(along) / longest, 1)}));
     }
@@ -66,22 +66,31 @@ Shape edges() {
 // Under the floor, looking outwards just so much that what it throws back is dark: less, and it is the glow
 // beyond the heap; more, and it is the comet.
 Shape soffit() {
-    constexpr double tilt = 0.07, y = -halfHeight;
-    const auto quarter = [](double x, double z) {
-        Shape shape;
-        shape.points = {{0, y, 0},
-                        {x * halfLength, y, 0},
-                        {x * halfLength, y, z * (halfWidth - corner)},
-                        {x * (halfLength - corner), y, z * halfWidth},
-                        {0, y, z * halfWidth}};
-        addFace(shape, {0, 1, 2, 3, 4});
-        return x * z > 0 ? shape : insideOut(shape);
-    };
-    const Shape painted = mappedBy(
-        joined({quarter(1, 1), quarter(-1, 1), quarter(1, -1), quarter(-1, -1)}), [](const Face&, Vec p) {
-            return hull::soffit.at(std::fabs(p.x) / halfLength, std::fabs(p.z) / halfWidth);
-        });
-    Shape lit = triangulated(painted);
+    constexpr double tilt = 0.085, y = -halfHeight;
+    std::vector<Shape> all;
+    for (int end = 0; end < ends; end++)
+        for (const double side : {1.0, -1.0}) {
+            const double to = end == 0 ? 1 : -1;
+            const auto flat = [&](const std::vector<Place>& round) {
+                Shape shape;
+                std::vector<int> corners;
+                for (const auto& [along, aside] : round) {
+                    corners.push_back(int(shape.points.size()));
+                    shape.points.push_back({to * along, y, side * aside});
+                }
+                addFace(shape, corners);
+                return to * side > 0 ? shape : insideOut(shape);
+            };
+            const auto& [first, second, last] = outline[end];
+            const Shape half = joined(
+                {flat({{0, 0}, {paintedFrom, 0}, {paintedFrom, halfWidth}, {0, halfWidth}}),
+                 flat({{paintedFrom, 0}, {halfLength, 0}, last, second, first, {paintedFrom, halfWidth}})});
+            all.push_back(mappedBy(half, [=](const Face&, Vec p) {
+                const double along = std::max(0.0, std::fabs(p.x) - paintedFrom);
+                return hull::soffit(end).at(along / (halfLength - paintedFrom), std::fabs(p.z) / halfWidth);
+            }));
+        }
+    Shape lit = triangulated(joined(all));
     for (Face& face : lit.faces) {
         const Vec middle = faceCentre(lit, face);
         face.normals.assign(3, normalized(Vec{middle.x > 0 ? tilt : -tilt, -1, 0}));
@@ -93,11 +102,14 @@ Shape core() {
     return moved(box({2 * glassLength, roomHeight, 2 * glassWidth}, 0), {0, slab / 2, 0});
 }
 
-// A stretch of rooms, each behind a pane that leans and bulges in its own way, so that they are lit and glint
-// one after another. They face the light far below and a little to their left, but no more than that they
-// throw back little of the glow beyond the heap and of the comet. `along` is of length 1.
+// A stretch of rooms, each behind a pane that leans and bulges in its own way. Most face down so far that
+// they are lit wherever the light circles below; the others so little that they throw nothing back. Between
+// the two lies the comet. `along` is of length 1.
 Shape stretch(Vec from, Vec along, int number) {
-    constexpr double downs[] = {1.5, 1.9, 1.65, 2.0, 1.8}, aim = 0.35, bulge = 0.6;
+    constexpr struct {
+        double aside, down;
+    } leanings[] = {{0, 2.0}, {0.25, 1.8}, {-0.1, 0.45}, {0.12, 2.1}, {0.1, 0.45}};
+    constexpr double bulge = 0.2;
     const double breadth = lengthOf(number);
     const Patch rooms = patchOf(atlas::hull::rooms[number]);
     std::vector<Shape> all;
@@ -106,11 +118,12 @@ Shape stretch(Vec from, Vec along, int number) {
         const double right = left + shares[number][i];
         const Vec corner = from + along * (left * breadth), step = along * ((right - left) * breadth);
         const Vec middle = corner + step * 0.5;
+        const auto& [aside, down] = leanings[(i + number) % 5];
         const Shape pane =
             painted(sheet(corner, step, {0, roomHeight, 0}), {rooms.at(left, 0), rooms.at(right, 1)});
         all.push_back(shaded(pane, [&](Vec p, Vec normal) {
-            const Vec aside = {p.x - middle.x, 0, p.z - middle.z};
-            return normal + aside * (bulge / length(step)) - along * aim - Vec{0, downs[(i + number) % 5], 0};
+            const Vec off = {p.x - middle.x, 0, p.z - middle.z};
+            return normal + off * (bulge / length(step)) + along * aside - Vec{0, down, 0};
         }));
         left = right;
     }
@@ -139,7 +152,7 @@ Shape cypress(double size, int seed) {
 Shape garden() {
     constexpr struct {
         double x, z, size;
-    } trees[] = {{82, -26, 3.0}, {85, -14, 2.4}, {85, 10, 3.2},  {80, 28, 2.6},  {76, 36, 2.2},
+    } trees[] = {{76, -27, 3.0}, {84, -14, 2.4}, {86, 5, 3.2},   {79, 20, 2.6},  {72, 30, 2.2},
                  {-82, 26, 3.0}, {-85, 6, 2.4},  {-85, -4, 3.2}, {-80, -30, 2.7}};
     std::vector<Shape> all;
     for (const auto& [x, z, size] : trees) all.push_back(moved(cypress(size, int(x + z)), {x, floorTop, z}));
@@ -164,7 +177,7 @@ Shape figures::heapBox() {
 }
 
 void makeHeapBox(const char* path) {
-    constexpr double lamps = 6;
+    constexpr double lamps = 12;
     const Shape dark = painted(joined({floorTopFace(), core()}), hull::shade);
     writeAml(path, {dark, soffit(), glass(), litFromBelow(painted(garden(), hull::leaves), 0.7),
                     litFromBelow(painted(trunk(), hull::dark), 0.3), litFromBelow(edges(), lamps),

@@ -19,8 +19,10 @@ namespace hull {
 constexpr Patch plain = patchOf(atlas::hull::pale.part(0.4, 0.9, 5.2, 1.8));  // pale enamel
 constexpr Patch sail = patchOf(atlas::hull::wing.within(0.1));  // a pale wing, from its root to its tip
 constexpr Patch dark = patchOf(atlas::hull::dark.part(0.3, 0.2, 3.4, 1.0));
-constexpr Patch soffit = patchOf(atlas::hull::soffit.within(0.02)),
-                leaves = patchOf(atlas::hull::leaves.within(0.02));
+constexpr Patch soffit(int end) {
+    return patchOf(atlas::hull::soffit(end).within(0.02));
+}
+constexpr Patch leaves = patchOf(atlas::hull::leaves.within(0.02));
 constexpr Patch edge(int side) {
     return patchOf(atlas::hull::edge(side));
 }

@@ -349,30 +349,47 @@ Point toSpoke(Point p, int count, float from) {
     return Point{std::cos(turn), std::sin(turn)} * length(p);
 }
 
-// A quarter of a storey's underside, from its middle to its edges, in units: a rose of stained glass under
-// each end, where it reaches out beyond a storey that lies across.
-Rgba soffitAt(float across, float up) {
-    constexpr float half = float(house::halfLength), width = float(house::halfWidth),
-                    cut = float(house::corner);
-    const Point p = {across * half, up * width}, rose = p - Point{67, 0};
+// Half of a storey's underside at one of its ends, from where it is painted to the end and from the axis to
+// its long side, in units: stained glass, where it reaches out beyond a storey that lies across. Under the
+// terrace lies a rose, under the prow a star.
+Rgba soffitAt(int end, float across, float up) {
+    constexpr float from = float(house::paintedFrom), half = float(house::halfLength),
+                    width = float(house::halfWidth);
+    const Point p = {from + across * (half - from), up * width}, rose = p - Point{66, 0};
     const float r = length(rose);
-    const float edge =
-        std::fmin(std::fmin(half - p.x, width - p.y), (half + width - cut - p.x - p.y) * 0.70710678f);
+    float edge = std::fmin(half - p.x, width - p.y);
+    for (int i = 1; i < house::corners; i++) {
+        const auto& [x, y] = house::outline[end][i];
+        const Point corner = {float(x), float(y)};
+        const Point side =
+            corner - Point{float(house::outline[end][i - 1].along), float(house::outline[end][i - 1].aside)};
+        edge = std::fmin(edge, (side.x * (corner.y - p.y) - side.y * (corner.x - p.x)) / length(side));
+    }
     const Rgba deep = opaque(0.003f, 0.004f, 0.026f);
     Seen seen{deep};
-    const auto petal = [&](int count, float from, float low, float high, float wide, Rgba inner, Rgba outer,
+    const auto petal = [&](int count, float turn, float low, float high, float wide, Rgba inner, Rgba outer,
                            Rgba own) {
-        const float d = leaf(toSpoke(rose, count, from), low, high, wide);
+        const float d = leaf(toSpoke(rose, count, turn), low, high, wide);
         if (d < 0) seen.colour = mix(inner, outer, smoothstep(low, high, r));
         seen.line(d, 0.3f, own, 0.2f);
     };
-    petal(8, 0.5f, 9, 24, 4.4f, cyan * 0.38f, opaque(0.01f, 0.04f, 0.20f), cyan * 0.9f);
-    petal(8, 0, 4, 18, 3.4f, amber * 0.75f, opaque(0.30f, 0.01f, 0.10f), gold);
-    const float bow = circle(toSpoke(rose, 16, 0.5f), {24.4f, 0}, 4.6f);
-    if (r > 24.8f) seen.line(bow, 0.36f, blue, 0.25f);
-    seen.body(circle(toSpoke(rose, 8, 0), {21.4f, 0}, 1.2f), pink * 0.9f);
-    seen.body(circle(rose, {}, 2.6f), gold + opaque(0, 0.10f, 0.15f));
-    seen.line(edge - 3.0f, 0.25f, violet * 0.5f, 0.25f);
+    if (end == 0) {
+        petal(12, 0.5f, 8, 22, 2.2f, violet * 0.25f, opaque(0.05f, 0, 0.16f), violet * 0.7f);
+        petal(12, 0, 6, 27, 2.5f, pink * 0.40f, opaque(0.12f, 0.004f, 0.16f), pink * 0.8f);
+        seen.body(circle(rose, {}, 12.5f), deep);
+        seen.line(circle(rose, {}, 12.5f), 0.4f, cyan, 0.3f);
+        petal(6, 0.5f, 1.5f, 12, 2.9f, green * 0.5f, opaque(0, 0.14f, 0.16f), green);
+        seen.body(circle(toSpoke(rose, 6, 0), {9.4f, 0}, 1.1f), cyan);
+        seen.body(circle(rose, {}, 2.2f), gold + opaque(0, 0.10f, 0.15f));
+    } else {
+        petal(8, 0.5f, 9, 24, 4.4f, cyan * 0.38f, opaque(0.01f, 0.04f, 0.20f), cyan * 0.9f);
+        petal(8, 0, 4, 18, 3.4f, amber * 0.75f, opaque(0.30f, 0.01f, 0.10f), gold);
+        const float bow = circle(toSpoke(rose, 16, 0.5f), {24.4f, 0}, 4.6f);
+        if (r > 24.8f) seen.line(bow, 0.36f, blue, 0.25f);
+        seen.body(circle(toSpoke(rose, 8, 0), {21.4f, 0}, 1.2f), pink * 0.9f);
+        seen.body(circle(rose, {}, 2.6f), gold + opaque(0, 0.10f, 0.15f));
+    }
+    seen.line(edge - 3.0f, 0.25f, end == 0 ? pink * 0.5f : violet * 0.5f, 0.25f);
     return seen.colour;
 }
 
@@ -402,7 +419,8 @@ Rgba sampleAt(Point place) {
         if (const Point p = within(atlas::hull::rooms[i]); holds(p)) return roomsAt(i, p.x, p.y);
     for (int i = 0; i < 3; i++)
         if (const Point p = within(atlas::hull::edge(i)); holds(p)) return edgeAt(i, p.x, p.y);
-    if (const Point p = within(atlas::hull::soffit); holds(p)) return soffitAt(p.x, p.y);
+    for (int i = 0; i < house::ends; i++)
+        if (const Point p = within(atlas::hull::soffit(i)); holds(p)) return soffitAt(i, p.x, p.y);
     if (const Point p = within(atlas::hull::leaves); holds(p)) return leavesAt(p.x, p.y);
     return shade;
 }

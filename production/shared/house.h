@@ -4,9 +4,17 @@
 
 namespace house {
 
-// Its floor, whose corners are cut; nothing of it comes nearer than 30 to who looks at the heap, swelling by
-// a half along its length.
-constexpr double halfLength = 92, halfWidth = 43, corner = 13, halfHeight = 9.3;
+// Its floor; nothing of it comes nearer than 30 to who looks at the heap, swelling by a half along its
+// length.
+constexpr double halfLength = 92, halfWidth = 43, halfHeight = 9.3;
+// Half of its outline at each end, from a long side to the end: a prow, and a broad terrace with cut corners.
+struct Place {
+    double along, aside;
+};
+constexpr int ends = 2, corners = 3;
+constexpr Place outline[ends][corners] = {{{58, 43}, {79, 29}, {92, 10}}, {{74, 43}, {87, 36}, {92, 24}}};
+// From here on to each end its underside is painted.
+constexpr double paintedFrom = 36;
 constexpr double slab = 3;
 
 // Its glass, from the floor up to the next storey's.
