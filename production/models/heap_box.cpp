@@ -17,10 +17,10 @@ namespace {
 constexpr double floorTop = slab - halfHeight;
 constexpr double trunkDepth = 130;
 
-// The light circles far below the heap. What is to catch it wherever it stands faces down by `share` more
-// than it does.
-Shape litFromBelow(const Shape& shape, double share) {
-    return shaded(shape, [=](Vec, Vec normal) { return normal - Vec{0, share, 0}; });
+// The light circles far below the heap. What is to catch it wherever it stands faces down more than it does,
+// and so far that it seldom throws back the comet.
+Shape litFromBelow(const Shape& shape) {
+    return shaded(shape, [](Vec, Vec normal) { return normal - Vec{0, 2, 0}; });
 }
 
 // Front where `along` points to the right and `up` upwards.
@@ -177,9 +177,8 @@ Shape figures::heapBox() {
 }
 
 void makeHeapBox(const char* path) {
-    constexpr double lamps = 12;
     const Shape dark = painted(joined({floorTopFace(), core()}), hull::shade);
-    writeAml(path, {dark, soffit(), glass(), litFromBelow(painted(garden(), hull::leaves), 0.7),
-                    litFromBelow(painted(trunk(), hull::dark), 0.3), litFromBelow(edges(), lamps),
-                    litFromBelow(painted(rings(), hull::warmLamp), lamps)});
+    const Shape lit = joined({painted(garden(), hull::leaves), painted(trunk(), hull::dark), edges(),
+                              painted(rings(), hull::warmLamp)});
+    writeAml(path, {dark, soffit(), glass(), litFromBelow(lit)});
 }
