@@ -1,6 +1,6 @@
-// The casing round the robot's feet, which sinks with the light: a cup, and over it a hoop that glows on slim
-// stalks, so low that a camera that circles its guest never sees it before him. The program squeezes it in
-// height, so it sinks flat.
+// The casing round the robot's feet, which sinks with the light: a lotus of two rows of petals on a rim, so
+// low that a camera that circles its guest never sees it before him. The program squeezes it in height, so it
+// opens until it lies flat.
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
@@ -10,39 +10,35 @@ using namespace model;
 
 namespace {
 
-constexpr int stalks = 12;
-constexpr double hoopRadius = 47;
-constexpr double hoopHeight = 100.0 / 6;  // where the lowest rung of light lies in the red band
+constexpr int petals = 11;  // in a row
 
-Shape hoop() {
-    const double r = hoopRadius, y = hoopHeight;
-    return lathe({{r, y - 0.5}, {r + 0.6, y}, {r, y + 0.5}, {r - 0.6, y}, {r, y - 0.5}}, 72);
+struct Row {
+    double foot, reach, height, curl, turn;  // curl: how far the tip bends outwards
+};
+constexpr Row rows[] = {{38, 12, 16.7, 3, 0}, {40, 22, 10.5, 5, 0.5}};
+
+// A pointed leaf, hollow towards the axis, which rises from the rim along +x.
+Shape petal(const Row& row) {
+    constexpr int around = 14, along = 10;
+    return grid(around, along, true, false, [&](int c, int r) {
+        const double k = double(r) / (along - 1), turn = -2 * pi * c / around;
+        const double across = std::cos(turn), thick = 0.7 * std::sin(turn) * std::sqrt(1 - k * k * 0.9);
+        const double half = 12.2 * std::sqrt(std::sin(pi * mix(0.2, 1, std::pow(k, 1.5))));
+        const double out = row.foot + row.reach * std::pow(k, 0.8) + row.curl * k * k * k * k;
+        const double hollow = 0.045 * half * across * across * (1 - 0.5 * k) * 6;
+        return Vec{out - hollow + thick, 1 + (row.height - 1) * k - 0.8 * thick, half * across};
+    });
 }
 
-Shape stalk() {
-    const Vec foot = {42, 3, 0}, top = {hoopRadius, hoopHeight, 0};
-    return placed(
-        lathe({{1.5, 0}, {1.2, 1.6}, {0.5, 3}, {0.3, length(top - foot)}, {0, length(top - foot)}}, 10), foot,
-        top - foot);
-}
-
-Shape cup() {
-    return lathe({{37, 0},
-                  {44, 0},
-                  {45.6, 5},
-                  {46, 9.4},
-                  {45.2, 9.8},
-                  {44.6, 5},
-                  {43, 3},
-                  {37.5, 3},
-                  {35.2, 2.2},
-                  {35.2, 0.6},
-                  {37, 0}},
-                 64);
+Shape rim() {
+    return lathe({{35.6, 0}, {43, 0}, {44, 1.2}, {43, 2.4}, {37, 2.6}, {35.4, 1.4}, {35.6, 0}}, 64);
 }
 
 }  // namespace
 
 void makeCasing(const char* path) {
-    writeAml(path, {mappedCylinder(joined({hoop(), around(stalk(), stalks), cup()}), 6, 48)});
+    std::vector<Shape> parts = {rim()};
+    for (const Row& row : rows)
+        parts.push_back(turned(around(petal(row), petals), Axis::y, 2 * pi / petals * row.turn));
+    writeAml(path, {mappedCylinder(joined(parts), 6, 48)});
 }

@@ -26,8 +26,7 @@ constexpr Vec chestLamp = {0, 109, 17.2};
 
 // Where things lie in "roboscreen".
 constexpr Patch iris = patchOf(atlas::robot::iris.within(atlas::robot::margin));
-constexpr Uv warmLamp = middleOf(atlas::robot::warmLamp), ember = middleOf(atlas::robot::ember),
-             coldTube = middleOf(atlas::robot::coldTube);
+constexpr Uv warmLamp = middleOf(atlas::robot::warmLamp), coldTube = middleOf(atlas::robot::coldTube);
 
 // A part in its two materials: lacquered shells and the steel works between them.
 struct Part {
@@ -65,12 +64,12 @@ double clearTo(Vec lamp, Vec p) {
 // How much a place gets of a lamp; in the shadow it gets `least`.
 double litBy(Vec lamp, double least, Vec p, Vec normal) {
     const Vec to = normalized(lamp);
-    return std::clamp(dot(normal, to), 0.0, 1.0) * mix(least, 1, clearTo(to, p));
+    return std::clamp((dot(normal, to) + 0.25) / 1.25, 0.0, 1.0) * mix(least, 1, clearTo(to, p));
 }
 
 // What the lamps' halls throw back: a faint key from all sides, so that no form sinks into the night.
 double litAround(Vec normal) {
-    return 0.42 * (0.55 + 0.45 * dot(normal, normalized(keyLamp)));
+    return 0.48 * (0.55 + 0.45 * dot(normal, normalized(keyLamp)));
 }
 
 // In a lacquer's patch: across by the key, upwards by the cold lamp and downwards by the light from below.
@@ -136,7 +135,7 @@ Patch coatAt(Vec p) {
     if (p.y < -1) return coatOf(orange);  // boots
     if (p.y < 66) return coatOf(petrol);
     // Above a groove's floor, whose triangles lie to both sides of its middle.
-    if (out < 36 && p.y > 81 && p.y < 130) return coatOf(p.y < 88.4 || p.y > 119.4 ? petrol : ivory);
+    if (out < 36 && p.y > 81 && p.y < 130) return coatOf(p.y < 88.4 || p.y > 119.4 ? ivory : petrol);
     return coatOf(ivory);
 }
 
@@ -276,11 +275,6 @@ struct Bellows {
         const double aside = (y - (from + to) / 2) / (to - from) * 2;
         return width * (1 + 0.18 * aside * aside);
     }
-    // A place of its outside, `off` it.
-    Vec at(double y, double turn, double off = 0) const {
-        const double r = radius(y) + off;
-        return {r * std::cos(turn), y, middle + depth * r * std::sin(turn)};
-    }
 };
 constexpr Bellows waist = {61, 88.5, 4.4, 0, 0.8, 14}, neck = {62, 87, 4, -9.5, 0.5, 9};
 Shape shellOf(const Bellows& bellows) {
@@ -362,7 +356,7 @@ Shape toy(const Shape& shape) {
     return moved(scaled(moved(shape, {0, -sole, 0}), toySize), {0, sole, 0});
 }
 Shape lowered(const Shape& head) {
-    constexpr double chin = 128, size = 1.12;
+    constexpr double chin = 128, size = 1.04;
     return moved(scaled(moved(head, {0, -chin, 0}), {size, size, size}), {0, chin - 47, 0});
 }
 
@@ -447,18 +441,6 @@ Shape onWrist(const Shape& hand, const Pose& pose) {
     return placed(scaled(hand, {1.22, 1.22, 1.22}), pose.wrist, normalized(pose.reach));
 }
 
-// Rubber on a hand: a pad in the palm, and a band at the root of each finger and where it bends.
-Shape grip(const Pose& pose) {
-    std::vector<Shape> pads = {moved(scaled(icosphere(3.4, 2), {1, 1.05, 0.4}), {0, 3.6, 2.9})};
-    for (const auto& [knuckle, out, size] : fingers)
-        for (const double along : {1.4, 0.44 * size}) {
-            const double r = 2.62 - 0.07 * along;
-            pads.push_back(placed(lathe({{r - 0.5, -0.5}, {r, -0.3}, {r, 0.3}, {r - 0.5, 0.5}}, 14),
-                                  knuckle + normalized(out) * along, out));
-        }
-    return onWrist(joined(pads), pose);
-}
-
 Shape upperArmShell(const Pose& pose) {
     return shellOf(upperArm(pose), {1, 1, 0.8, 4}, {0.25, 0.85});
 }
@@ -527,47 +509,19 @@ Shape shoulderCaps() {
     return withMirror(placed(lathe(dome, 28), shoulder, shoulderTop));
 }
 
-// A thin tube of light along a line, or round a closed one; or one of cold light round a flat ring of a
-// radius.
-Shape tubeOf(const std::vector<Vec>& path, Uv light, bool closed = false) {
+// A thin tube of cold light along a line, or round a closed one; or one round a flat ring of a radius.
+Shape coldLine(const std::vector<Vec>& path, bool closed = false) {
     Sweep how;
     how.path = path;
     how.closedPath = closed;
     how.up = {0.3, 0.5, 0.8};
-    return painted(sweep(polygon(closed ? 8 : 4, closed ? 0.4 : 0.5), how), light);
-}
-Shape coldLine(const std::vector<Vec>& path) {
-    return tubeOf(path, coldTube);
+    return painted(sweep(polygon(closed ? 8 : 4, closed ? 0.4 : 0.5), how), coldTube);
 }
 Shape coldHoop(double radius, int sides) {
     const double r = radius, h = 0.5;
     return painted(lathe({{r, -h}, {r + h, 0}, {r, h}, {r - h, 0}, {r, -h}}, sides), coldTube);
 }
 
-Shape hoopOn(const Limb& limb, double part) {
-    return placed(coldHoop(limb.radius(part) + 0.2, 24), limb.at(part), limb.to - limb.from);
-}
-
-// What draws its outline against the night from any side: tubes along its edges and round its plates.
-Shape bodyTubes() {
-    const Shape legs = joined({hoopOn(shin, 0.04), hoopOn(shin, 0.84), hoopOn(thigh, 0.22)});
-    const auto onTrunk = [](double y) {
-        return squared(moved(coldHoop(chestRadius(y) + 0.1, 64), {0, y, 0}), chestDepth);
-    };
-    const Shape cuffs = onArms(robotArms, [](const Pose& pose) { return hoopOn(forearm(pose), 0.9); });
-    const Shape belt = squared(moved(coldHoop(girdleRadius(53) + 0.1, 64), {0, 53, 0}), girdleDepth);
-    std::vector<Shape> ribs;
-    for (int i = 0; i < 8; i++) {
-        std::vector<Vec> rib;
-        for (int k = 0; k <= 6; k++) {
-            const double turn = pi / 4 * (i + 0.5), y = mix(90, 117, k / 6.0), r = chestRadius(y) + 0.1;
-            rib.push_back({r * std::cos(turn), y, r * std::sin(turn)});
-        }
-        ribs.push_back(tubeOf(rib, ember));
-    }
-    return joined(
-        {withMirror(legs), belt, onTrunk(88), onTrunk(119), squared(joined(ribs), chestDepth), cuffs});
-}
 Shape headTubes() {
     // Round the front of each head, which no other head hides a part of.
     Shape edge;
@@ -575,22 +529,10 @@ Shape headTubes() {
     for (int i = 0; i < steps; i++)
         edge.points.push_back(onRectangle(2 * pi * i / steps, {18.7, 14.5}, 6, 15.25));
     std::vector<Shape> loops;
-    for (int side = 0; side < sides; side++)
-        loops.push_back(tubeOf(onSide(side, edge).points, coldTube, true));
+    for (int side = 0; side < sides; side++) loops.push_back(coldLine(onSide(side, edge).points, true));
     const auto& [foot, tip] = robotAerial;
     return joined({joined(loops), withMirror(coldLine({mix(foot, tip, 0.15), mix(foot, tip, 0.92)}))});
 }
-// Between the folds of its neck.
-Shape embers() {
-    std::vector<Shape> folds;
-    for (double y = neck.from + 1 + neck.fold; y < neck.to - 4.5; y += neck.fold) {
-        std::vector<Vec> fold;
-        for (int i = 0; i < 48; i++) fold.push_back(neck.at(y, 2 * pi * i / 48, 1.5));
-        folds.push_back(tubeOf(fold, ember, true));
-    }
-    return joined(folds);
-}
-
 Shape chestDial() {
     return placed(dial(8.4, 1.2), chestLamp + Vec{0, 0.1, 4.4}, {0, 0.02, 1});
 }
@@ -639,8 +581,7 @@ void makeRobotBody(const char* path) {
 }
 
 void makeRobotArms(const char* path) {
-    const Shape body = joined({shellOf(waist), onArms(robotArms, grip)});
-    writeAml(path, {mappedBox(joined({toy(body), shellOf(neck)}), 48)});
+    writeAml(path, {mappedBox(toy(shellOf(waist)), 48)});
 }
 
 void makeRobotScreen(const char* path) {
@@ -654,8 +595,9 @@ void makeRobotScreen(const char* path) {
         base(), [](Vec p) { return coatOf(p.y > -22.4 && std::hypot(p.x, p.z) > 28 ? brass : petrol); });
     std::vector<Shape> faces;
     for (int side = 0; side < sides; side++) faces.push_back(onSide(side, screen(side)));
-    const Shape lights =
-        joined({toy(joined({chestDial(), bodyTubes()})), moved(coldHoop(34.3, 48), {0, -26, 0}), embers(),
-                lowered(joined({lampOf(robotAerial), headTubes()}))});
-    writeAml(path, {unlit(lowered(joined(faces))), joined({toy(body), lowered(head), plate}), unlit(lights)});
+    const Shape lights = joined({toy(chestDial()), moved(coldHoop(34.3, 48), {0, -26, 0}),
+                                 lowered(joined({lampOf(robotAerial), headTubes()}))});
+    writeAml(path,
+             {unlit(lowered(joined(faces))),
+              joined({toy(body), lacquered(shellOf(neck), in(brass)), lowered(head), plate}), unlit(lights)});
 }

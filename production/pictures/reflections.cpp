@@ -219,7 +219,9 @@ constexpr float shortRim = 1.05f;
 // its material; divided by that they lay their own lights wherever they like.
 float litByTheScene(Direction normal) {
     const Direction lamp = {0.54f, -0.40f, 0.74f};
-    return 0.14f + 0.63f * std::fmax(dot(normal, lamp), 0.0f);
+    const Direction half = {0.29f, -0.21f, 0.93f};
+    return 0.14f + 0.63f * std::fmax(dot(normal, lamp), 0.0f) +
+           std::pow(std::fmax(dot(normal, half), 0.0f), 20.0f);
 }
 
 // While it fades the hall's lamp shines on it too, from above on the viewer's right: what that would make
@@ -261,7 +263,7 @@ Rgba coldRim(Direction normal) {
     const float side = smoothstep(-0.2f, 0.5f, dot(normal, Direction{0.93f, -0.26f, 0.0f}));
     const float ends = mix(0.34f, 0.30f, side);
     const float share =
-        smoothstep(ends, ends - 0.15f, normal.z) * smoothstep(0.95f, 0.62f, std::fabs(normal.y));
+        smoothstep(ends, ends - 0.15f, normal.z) * smoothstep(0.85f, 0.50f, std::fabs(normal.y));
     return mix(opaque(0.24f, 0.34f, 0.39f), opaque(0.36f, 0.66f, 0.96f), side) * share;
 }
 const Rgba keyLight = opaque(0.74f, 0.82f, 0.90f);
@@ -286,9 +288,8 @@ void makeRobotChrome(const char* path) {
             const Rgba strips = opaque(0.30f, 0.13f, 0.035f) * pane(at, {-45, -60}, {-34, 40}) +
                                 opaque(0.16f, 0.20f, 0.25f) * pane(at, {-70, 46}, {70, 54});
             const float turn = smoothstep(-0.1f, 1.0f, dot(normal, Direction{0.72f, 0.10f, 0.69f}));
-            const Rgba seen = opaque(0.003f, 0.005f, 0.009f) +
-                              opaque(0.036f, 0.048f, 0.068f) * (turn * turn * turn) + keyLight * key +
-                              strips + coldRim(normal);
+            const Rgba seen = opaque(0.016f, 0.012f, 0.012f) + opaque(0.17f, 0.105f, 0.05f) * (turn * turn) +
+                              keyLight * key + strips + coldRim(normal);
             return heldDown(seen * (1 / litByTheScene(normal)), normal, 0.20f);
         },
         shortRim, 0);
@@ -305,7 +306,7 @@ void makeArmChrome(const char* path) {
             const float window = pane(at, {38, -30}, {44, 52}) + 0.7f * pane(at, {46, -30}, {48, 52});
             const Rgba seen = opaque(0.002f, 0.003f, 0.006f) + keyLight * (0.40f * window) +
                               opaque(0.10f, 0.12f, 0.14f) * pane(at, {-40, 50}, {30, 56}) +
-                              coldRim(normal) * 0.1f;
+                              coldRim(normal) * 0.4f;
             return heldDown(seen * (1 / litByTheScene(normal)), normal, 0.14f);
         },
         shortRim, 0);

@@ -23,7 +23,8 @@ void makeBand(const char* path, Rgba tint, Rgba glow, Rgba hot) {
         const bool between = rung >= 1 && rung <= rungs;
         const float line =
             between ? bell((place - rung) / (rungs + 1), 0.0038f) * mix(0.25f, 1, rung / rungs) : 0;
-        const float wash = 0.007f * t * t * smoothstep(1.0f, 0.94f, t);
+        const float wash = 0.007f * t * t * smoothstep(1.0f, 0.94f, t) +
+                           0.17f * smoothstep(1.0f, 0.84f, t) * smoothstep(0.80f, 0.84f, t);
         // Where the ring is broadest, but not in the last row, which all that is below the ground shows.
         const float edge = bell(t - 0.990f, 0.004f) * smoothstep(0.9985f, 0.993f, t);
         return tint + glow * (wash + 0.38f * line + 0.30f * edge) +
@@ -68,7 +69,7 @@ float faceInk(int which, Point p) {
     const Point eye = {p.x - 320 - 138 * side, p.y - 196};
     switch (which) {
         case 0:
-            return std::fmax(openEye(eye, {24, -28}), smile(p));
+            return std::fmax(openEye(eye - Point{0, 36}, {24, -28}), smile(p - Point{0, 26}));
         case 1: {  // winks and laughs
             const float lid = coverage(hangingArc({eye.x, -eye.y}, {0, -44}, 78, 1.0f) - 17);
             const Point mouth = {p.x - 320, p.y - 318};
@@ -106,17 +107,17 @@ Rgba glassAt(int which, Point p) {
     const float sheen = 0.008f * bell(length(p - Point{320, 250}), 190);
     // Larger than it was drawn.
     const Point drawn = (p - Point{320, 256}) * 0.85f + Point{320, 252};
-    return moods[which] * (0.80f * faceInk(which, drawn) * lines + sheen);
+    return moods[which] * (0.64f * faceInk(which, drawn) * lines + sheen);
 }
 
 // A lacquer in the lights that fall on the robot, by how much of each it gets.
 struct Coat {
     Rgba albedo, sheen;  // what the key makes of it where it falls straight on it
 };
-const Coat coats[lacquers] = {{opaque(0.68f, 0.63f, 0.55f), opaque(0.05f, 0.05f, 0.04f)},   // ivory
-                              {opaque(0.80f, 0.20f, 0.04f), opaque(0.05f, 0.03f, 0.01f)},   // orange
-                              {opaque(0.045f, 0.16f, 0.19f), opaque(0.05f, 0.06f, 0.06f)},  // petrol
-                              {opaque(0.80f, 0.48f, 0.14f), opaque(0.22f, 0.17f, 0.09f)}};  // brass
+const Coat coats[lacquers] = {{opaque(0.66f, 0.56f, 0.42f), opaque(0.06f, 0.06f, 0.05f)},   // ivory
+                              {opaque(0.78f, 0.16f, 0.02f), opaque(0.08f, 0.05f, 0.02f)},   // orange
+                              {opaque(0.02f, 0.30f, 0.36f), opaque(0.06f, 0.08f, 0.08f)},   // petrol
+                              {opaque(0.62f, 0.32f, 0.08f), opaque(0.10f, 0.08f, 0.04f)}};  // brass
 Rgba lacquerAt(Point place) {
     const int which =
         std::clamp(int((place.x / part - float(lacquer(0).left)) / float(lacquer(0).width)), 0, lacquers - 1);
@@ -125,15 +126,14 @@ Rgba lacquerAt(Point place) {
                 up = unit((float(cells.bottom()) - place.y / part) / float(cells.height)),
                 side = unit((up - float(neither)) / (1 - float(neither))),
                 below = unit(1 - up / float(neither));
-    const Rgba light = opaque(0.86f, 0.75f, 0.59f) * std::pow(key, 2.3f) +
-                       opaque(0.33f, 0.39f, 0.46f) * std::pow(side, 2.8f) +
-                       opaque(0.003f, 0.04f, 0.026f) * std::pow(below, 2.0f) + opaque(0.002f, 0.002f, 0.004f);
+    const Rgba light = opaque(0.80f, 0.70f, 0.56f) * std::pow(key, 1.9f) +
+                       opaque(0.16f, 0.34f, 0.52f) * std::pow(side, 2.2f) +
+                       opaque(0.07f, 0.05f, 0.14f) * std::pow(below, 2.0f) + opaque(0.055f, 0.05f, 0.06f);
     return coats[which].albedo * light + coats[which].sheen * std::pow(key, 6.0f);
 }
 
 Rgba swatchAt(float x) {
-    if (x < pixels(warmLamp.left)) return opaque(0.52f, 0.13f, 0.015f);
-    return x < pixels(coldTube.left) ? opaque(0.95f, 0.62f, 0.24f) : opaque(0.09f, 0.26f, 0.31f);
+    return x < pixels(coldTube.left) ? opaque(0.95f, 0.62f, 0.24f) : opaque(0.05f, 0.17f, 0.22f);
 }
 
 // All of it, by place in pixels.
@@ -147,7 +147,7 @@ Rgba wornAt(Point place) {
     }
     if (x < pixels(iris.right()))
         return irisAt(place - Point{pixels(iris.middleX()), pixels(iris.middleY())}, 1.5f * part);
-    return y < pixels(ember.top) ? lacquerAt(place) : swatchAt(x);
+    return y < pixels(warmLamp.top) ? lacquerAt(place) : swatchAt(x);
 }
 
 }  // namespace

@@ -109,7 +109,7 @@ Body ballAt(Direction middle, float radius, Rgba tint, Direction d) {
     const auto [normal, out] = onBall(middle, radius, d);
     if (out > 1.02f) return {};
     const float rough = fractalNoise(normal.x * 3, normal.y * 3, normal.z * 3, 6, 421);
-    const Direction sun = normalized(Direction{-middle.z, -0.35f, middle.x} + middle * 0.15f);
+    const Direction sun = normalized(Direction{-middle.z, -0.35f, middle.x} - middle * 0.45f);
     const float covers = smoothstep(1.02f, 0.98f, out);
     const float day = smoothstep(0.0f, 0.7f, dot(normal, sun) + 0.12f * rough);
     return {tint * (mix(0.35f, 1, unit(0.5f + 0.9f * rough)) * day * covers), covers};
@@ -123,7 +123,7 @@ Direction bearing(float turn, float height) {  // degrees, from +z towards +x, a
 // One with rings, which pass before it below its middle.
 Body ringedAt(Direction middle, float radius, Direction d) {
     if (dot(d, middle) < 0.5f) return {};
-    const Body ball = ballAt(middle, radius, opaque(0.40f, 0.27f, 0.15f), d);
+    const Body ball = ballAt(middle, radius, opaque(0.26f, 0.15f, 0.07f), d);
     const Direction right = normalized(cross({0.3f, 1, -0.23f}, middle)), up = cross(middle, right);
     const Point place = Point{dot(d, right), dot(d, up)} * (1 / std::sin(radius));
     const float across = std::hypot(place.x, place.y / 0.26f);
@@ -131,21 +131,35 @@ Body ringedAt(Direction middle, float radius, Direction d) {
     const float bands = smoothstep(1.30f, 1.36f, across) * smoothstep(2.25f, 2.15f, across) *
                         (1 - 0.85f * bell(across - 1.82f, 0.035f)) * (0.75f + 0.25f * std::sin(15 * across));
     const float lit = mix(0.35f, 1, smoothstep(1.2f, -1.6f, place.x));
-    return {ball.light * (1 - 0.8f * bands) + opaque(0.40f, 0.29f, 0.20f) * (bands * lit),
+    return {ball.light * (1 - 0.8f * bands) + opaque(0.24f, 0.17f, 0.12f) * (bands * lit),
             std::fmax(ball.covers, 0.8f * bands)};
 }
 
 Body bodyAt(Direction d) {
-    if (const Body body = ringedAt(bearing(34, 20), 7 * degree, d); body.covers > 0) return body;
-    if (const Body body = ballAt(bearing(-32, 15), 3.6f * degree, opaque(0.35f, 0.26f, 0.21f), d);
+    if (const Body body = ringedAt(bearing(10, 13), 14 * degree, d); body.covers > 0) return body;
+    if (const Body body = ballAt(bearing(-68, 15), 11 * degree, opaque(0.20f, 0.09f, 0.13f), d);
         body.covers > 0)
         return body;
     return giantAt(d);
 }
 
+// A band of lit gas, torn by dark lanes, that rises highest where neither sun nor worlds stand.
+Rgba gasAt(Direction d) {
+    const auto noise = [&](float scale, uint32_t seed) {
+        return fractalNoise(d.x * scale, d.y * scale, d.z * scale, 6, seed);
+    };
+    const float broad = noise(1.6f, 471), fine = noise(4.5f, 481);
+    const float away = dot(d, normalized(Direction{-0.42f, 0.9f, 0.1f})) + 0.16f * broad;
+    const float lanes = smoothstep(0.02f, 0.16f, std::fabs(fine + 0.5f * away));
+    const float gas = bell(away, 0.20f) * unit(0.45f + 1.3f * fine) * mix(0.25f, 1, lanes);
+    const Rgba tint =
+        mix(opaque(0.05f, 0.10f, 0.34f), opaque(0.36f, 0.05f, 0.12f), smoothstep(-0.3f, 0.3f, broad + fine));
+    return tint * (0.32f * gas) + opaque(0.10f, 0.06f, 0.05f) * (bell(away, 0.07f) * gas);
+}
+
 Rgba colourOf(Direction d) {
     const Body body = bodyAt(d);
-    return (opaque(0.0035f, 0.0035f, 0.009f) + worldAt(d)) * (1 - body.covers) + body.light;
+    return (opaque(0.0035f, 0.0035f, 0.009f) + gasAt(d) + worldAt(d)) * (1 - body.covers) + body.light;
 }
 
 bool clearAt(Direction d) {

@@ -98,7 +98,7 @@ constexpr Cells face(int which) {
 constexpr double facesHeight = 12.8;
 constexpr double margin = 0.1;  // of the others, within their place
 constexpr Cells iris = {0, facesHeight, 3.2, 3.2};
-constexpr Cells ember = {4, 14.5, 2, 1}, warmLamp = {6, 14.5, 2, 1}, coldTube = {8, 14.5, 2.5, 1};
+constexpr Cells warmLamp = {4, 14.5, 4, 1}, coldTube = {8, 14.5, 2.5, 1};
 // Lacquers, each a patch: lit from the left to the right by the key, and from where neither lamp falls
 // upwards by the cold lamp, downwards by the light below.
 constexpr double neither = 0.4;
