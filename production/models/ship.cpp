@@ -127,7 +127,7 @@ Shape wing() {
         return thin;
     };
     parts.push_back(mappedBy(sweep(polygon(6, 6), how), [](const Face&, Vec p) {
-        return hull::feather(atlas::hull::covert, p.z > 1e9).at(std::clamp(p.x / 160, 0.0, 1.0), 0.6);
+        return hull::feather(atlas::hull::covert, false).at(std::clamp(p.x / 160, 0.1, 0.6), 0);
     }));
     return joined(parts);
 }
@@ -232,19 +232,23 @@ Shape bird() {
 }
 
 // The corridor's light stands far astern. Lit as if all of it faced there, it is as bright for those ahead as
-// for those behind, however it has rolled, and no facet shows. Fronts are bent, and backs hollowed, by as
-// much as makes them mirror one dark place of the picture of reflections to whoever sees them.
+// for those behind, however it has rolled, and no facet shows. Fronts of wings lean outwards, their backs
+// aside and the trunk inwards, by as much as makes them mirror dark places of the picture of reflections to
+// whoever sees them: found by search.
 Shape litFromAstern(const Shape& whole) {
     Shape shape = triangulated(whole);
     for (Face& face : shape.faces) {
-        const double wings = faceNormal(shape, face).z < 0 ? 0.75e-3 : -2.3e-3;
+        const bool front = faceNormal(shape, face).z < 0;
         face.normals.clear();
         for (const int point : face.points) {
             const Vec& p = shape.points[point];
-            const double round = std::hypot(p.x, p.y), near = smoothstep(60, 35, round);
-            const double within = -mix(0.2, 0.4, smoothstep(-40, -80, p.z)) / std::max(round, 10.0);
-            const double bend = mix(wings, within, near) * smoothstep(75, 50, p.z);
-            face.normals.push_back(normalized(Vec{p.x * bend, p.y * bend, 1}));
+            const double round = std::hypot(p.x, p.y);
+            const double trunk = smoothstep(60, 35, round), bare = smoothstep(75, 50, p.z);
+            const double wing = front ? 0.75e-3 * round : mix(0.09, -0.09, smoothstep(0, 200, round));
+            const double outwards = mix(wing, -mix(0.25, 0.4, smoothstep(-40, -80, p.z)), trunk) * bare;
+            const double aside = front ? 0 : 0.19 * (1 - trunk) * bare;
+            const Vec out = Vec{p.x, p.y, 0} * (1 / std::max(round, 1.0));
+            face.normals.push_back(normalized(out * outwards + Vec{-out.y, out.x, 0} * aside + Vec{0, 0, 1}));
         }
     }
     return shape;

@@ -58,17 +58,17 @@ public:
         }
         addFace(shape, points, uvs);
     }
-    void addAll(const Station& low, const Station& high, bool hidden, const Patch& whole,
-                bool halfLit = false) {
+    // In the night all is hidden: even black throws back lamps.
+    void addAll(const Station& low, const Station& high, bool hidden, const Patch& patch) {
         for (int column = 0; column < columns; column++) {
-            const Patch patch = halfLit && !isLit(column) ? walls::black : whole;
+            const bool unseen = hidden || !isLit(column);
             if (!low.round || !high.round) {
-                add(column, low, high, hidden, patch);
+                add(column, low, high, unseen, patch);
                 continue;
             }
             for (int i = 0; i < split; i++) {
                 const double from = double(i) / split, to = double(i + 1) / split;
-                addStrip(column + from, low, high, {patch.at(from, 0), patch.at(to, 1)});
+                addStrip(column + from, low, high, unseen, {patch.at(from, 0), patch.at(to, 1)});
             }
         }
     }
@@ -103,21 +103,22 @@ private:
             uvs.push_back(patch.at(across, back ? 1 : 0));
         }
     }
-    void addStrip(double column, const Station& low, const Station& high, const Patch& patch) {
+    void addStrip(double column, const Station& low, const Station& high, bool hidden, const Patch& patch) {
         const int first = int(shape.points.size());
         const double next = column + 1.0 / split;
         for (const Vec& p :
              {onBore(column, low), onBore(next, low), onBore(next, high), onBore(column, high)})
             shape.points.push_back(p);
         const auto& [from, to] = patch;
-        addFace(shape, {first, first + 1, first + 2, first + 3}, {from, {to.x, from.y}, to, {from.x, to.y}});
+        std::vector<int> points = {first, first + 1, first + 2, first + 3};
+        if (hidden) std::reverse(points.begin(), points.end());
+        addFace(shape, points, {from, {to.x, from.y}, to, {from.x, to.y}});
     }
 };
 
 constexpr double end = -halfLength + 4, begin = halfLength - 63;  // of the bays
 
 Patch bayBetween(int column, double low, double high) {
-    if (!isLit(column)) return walls::black;
     const Patch& bay = column % 2 == 0 ? walls::bay : walls::gallery;
     const auto up = [](double z) { return std::min(1.0, (z - end) / (begin - end)); };
     return {bay.at(0, up(low)), bay.at(1, up(high))};
@@ -134,15 +135,18 @@ void makeTunnel(const char* path) {
         const Station from = {wide, low, false}, to = {narrow, high - 2, false}, next = {wide, high, false};
         bore.addAll(from, to, true, walls::black);
         for (int column = 0; column < columns; column++)
-            bore.addStep(column, to, next, bayBetween(column, high, high + 16));
+            if (isLit(column))
+                bore.addStep(column, to, next, bayBetween(column, high, high + 16));
+            else
+                bore.add(column, to, next, true, walls::black);
     }
     for (int column = 0; column < columns; column++)
-        bore.addBacked(column, {wallRadius, end}, {wallRadius, begin}, bayBetween(column, end, begin));
+        if (isLit(column))
+            bore.addBacked(column, {wallRadius, end}, {wallRadius, begin}, bayBetween(column, end, begin));
     // The rib, before the segment's other end. Its near flank is hidden: on a beat its sheen filled the
     // screen.
     bore.addAll({wide, begin, false}, {ringRadius + 2, begin + 1, true}, true, walls::black);
-    bore.addAll({ringRadius + 2, begin + 1, true}, {ringRadius, halfLength - 13, true}, false, walls::rib,
-                true);
+    bore.addAll({ringRadius + 2, begin + 1, true}, {ringRadius, halfLength - 13, true}, false, walls::rib);
     bore.addAll({ringRadius, halfLength - 13, true}, {narrow, halfLength - 6, false}, false, walls::black);
     bore.addAll({narrow, halfLength - 6, false}, {endRadius, halfLength, true}, true, walls::black);
 

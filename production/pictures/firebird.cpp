@@ -9,57 +9,53 @@ using atlas::Cells;
 
 namespace {
 
-const Rgba gold = light(1, 0.60f, 0.12f), ember = light(1, 0.30f, 0.04f), cream = light(1, 0.86f, 0.55f),
-           turquoise = light(0.32f, 0.85f, 0.92f);
+const Rgba gold = light(1, 0.50f, 0.03f), ember = light(1, 0.22f, 0.02f), cream = light(1, 0.80f, 0.36f),
+           turquoise = light(0.12f, 1.0f, 0.92f), night = opaque(0.020f, 0.006f, 0.040f);
 
-// A feather: its glass at the root, half way and at the tip, its edge, its barbs, and how wide half of it is
-// against its length; whether an eye lies before its tip.
+// A feather: the flame along its shaft, its edge, its barbs, and how wide half of it is against its length;
+// whether an eye lies before its tip.
 struct Feather {
-    Rgba root, middle, tip, edge, barb;
+    Rgba flame, edge, barb;
     float breadth;
     int barbs;
     bool eye;
 };
 const Feather feathers[atlas::hull::feathersCount] = {
-    {opaque(1.00f, 0.38f, 0.03f), opaque(0.55f, 0.11f, 0.02f), opaque(0.10f, 0.03f, 0.06f), gold, ember,
-     0.10f, 20, false},
-    {opaque(0.16f, 0.56f, 0.60f), opaque(0.08f, 0.25f, 0.40f), opaque(0.05f, 0.06f, 0.14f), gold, turquoise,
-     0.13f, 16, true},
-    {opaque(0.36f, 0.07f, 0.01f), opaque(0.62f, 0.17f, 0.01f), opaque(0.18f, 0.03f, 0.01f), gold, gold, 0.22f,
-     8, false},
-    {opaque(0.09f, 0.28f, 0.42f), opaque(0.18f, 0.56f, 0.62f), opaque(0.04f, 0.10f, 0.22f), turquoise,
-     turquoise, 0.30f, 6, false},
-    {opaque(0.30f, 0.08f, 0.01f), opaque(0.14f, 0.03f, 0.01f), opaque(0.04f, 0.06f, 0.10f), gold, ember,
-     0.09f, 26, true},
-    {opaque(0.55f, 0.16f, 0.01f), opaque(0.32f, 0.06f, 0.01f), opaque(0.06f, 0.08f, 0.12f), gold, gold, 0.12f,
-     12, true},
+    {opaque(1.00f, 0.07f, 0.09f), gold, ember, 0.10f, 12, false},
+    {opaque(0.75f, 0.03f, 0.11f), gold, ember, 0.13f, 10, true},
+    {opaque(1.00f, 0.42f, 0.01f), gold, gold, 0.22f, 5, false},
+    {opaque(0.02f, 0.80f, 0.82f), turquoise, turquoise, 0.30f, 4, false},
+    {opaque(0.80f, 0.05f, 0.08f), gold, ember, 0.09f, 14, true},
+    {opaque(1.00f, 0.12f, 0.04f), gold, gold, 0.12f, 8, true},
 };
 
+// Opaque night between lines of light, which the corridor's gleam on its backs makes brighter there.
 Rgba featherAt(const Feather& feather, float along, float across, bool back) {
-    Leaded c{along < 0.5f ? mix(feather.root, feather.middle, along * 2)
-                          : mix(feather.middle, feather.tip, along * 2 - 1)};
-    // Lighter at its shaft than at its edge. Behind, where the corridor's light gleams on it, it is dark.
-    c.colour = c.colour * (mix(1.3f, 0.15f, smoothstep(0.0f, 0.8f, across)) * (back ? 0.18f : 0.5f));
+    Leaded c{night};
+    const float flame = smoothstep(0.06f, -0.06f, across - 0.74f * smoothstep(0.85f, 0.35f, along)) *
+                        smoothstep(0.85f, 0.35f, along);
+    c.colour = c.colour + feather.flame * (flame * (back ? 0.42f : 1.0f));
     const Point eye = {(along - 0.82f) / feather.breadth, across};
-    const float open = feather.eye ? smoothstep(0.62f, 0.70f, length(eye)) : 1;
+    const float open = feather.eye ? smoothstep(0.68f, 0.76f, length(eye)) : 1;
     const float barb = std::remainder(along * feather.barbs - across * 0.9f, 1.0f) / feather.barbs;
-    c.line(barb / feather.breadth, 0.030f, feather.barb, 0.45f * open * smoothstep(0.02f, 0.2f, across),
-           0.02f);
+    c.line(barb / feather.breadth, 0.028f, feather.barb, 0.35f * open * smoothstep(0.05f, 0.3f, across),
+           0.004f);
     if (feather.eye) {
         const float r = length(eye);
-        c.colour = mix(c.colour, opaque(0.0f, 0.05f, 0.12f), smoothstep(0.64f, 0.58f, r));
-        c.line(r - 0.62f, 0.05f, feather.edge, 0.9f, 0.06f);
-        c.line(r - 0.36f, 0.07f, turquoise, 0.9f, 0.08f);
-        c.line(r, 0.16f, cream, 1, 0.12f);
+        c.colour = mix(c.colour, opaque(0.0f, 0.03f, 0.07f), smoothstep(0.70f, 0.64f, r));
+        c.line(r - 0.64f, 0.06f, gold, 1, 0.01f);
+        c.line(r - 0.36f, 0.13f, turquoise, 1, 0.02f);
+        c.line(r, 0.16f, cream, 1, 0.02f);
     }
     // Where it is thin as a stalk, its lines are one, and a sheaf of them would be a blaze.
     const float broad =
         feather.breadth < 0.13f && feather.eye ? smoothstep(0.0f, 0.5f, along) * 0.8f + 0.2f : 1;
-    const Rgba hot = mix(feather.edge, cream, back ? 0 : 0.2f);
-    c.line(across, mix(0.13f, 0.05f, along), mix(cream, hot, smoothstep(0.0f, 0.5f, along)),
-           0.9f * open * broad, 0.06f);
-    c.line(across - 0.91f, 0.09f, hot, broad, 0.06f);
-    c.colour = c.colour * (back ? 0.47f : 0.70f);
+    c.line(across, mix(0.13f, 0.06f, along), mix(cream, feather.edge, smoothstep(0.2f, 0.7f, along)),
+           open * broad, 0.01f);
+    // White-hot towards its tip, where it is the bird's outline.
+    c.line(across - 0.89f, mix(0.08f, 0.13f, along), mix(feather.edge, cream, smoothstep(0.5f, 1.0f, along)),
+           broad * mix(0.6f, 1.0f, along), 0.01f);
+    c.colour = c.colour * (back ? 0.66f : 1.0f);
     return c.shown();
 }
 
@@ -67,7 +63,7 @@ Rgba featherAt(const Feather& feather, float along, float across, bool back) {
 Rgba bodyAt(float around, float along) {
     const float rows = 26, columns = 5;
     const float row = along * rows, k = std::floor(row);
-    Leaded c{mix(opaque(0.12f, 0.18f, 0.26f), opaque(0.45f, 0.12f, 0.01f), smoothstep(0.25f, 0.85f, around))};
+    Leaded c{mix(opaque(0.0f, 0.05f, 0.10f), opaque(0.55f, 0.03f, 0.06f), smoothstep(0.25f, 0.75f, around))};
     c.colour = c.colour * mix(0.5f, 1.0f, 0.5f + 0.5f * std::cos(along * 9));
     float nearest = 9;
     for (int i = 0; i < 2; i++) {
@@ -76,9 +72,9 @@ Rgba bodyAt(float around, float along) {
         const float r = std::sqrt(x * x * 2.6f + y * y * 0.8f);
         if (y > -0.35f) nearest = std::fmin(nearest, std::fabs(r - 0.8f));
     }
-    c.line(nearest, 0.10f, mix(turquoise, gold, smoothstep(0.2f, 0.6f, around)), 0.75f, 0.06f);
+    c.line(nearest, 0.10f, mix(turquoise, gold, smoothstep(0.2f, 0.6f, around)), 1, 0.02f);
     // Its back lies in the corridor's light.
-    c.colour = c.colour * mix(0.8f, 0.5f, smoothstep(0.45f, 0.60f, along));
+    c.colour = c.colour * mix(1.0f, 0.75f, smoothstep(0.45f, 0.60f, along));
     return c.shown();
 }
 

@@ -101,6 +101,9 @@ vec3 colorAt(vec2 at, Frame frame) {
     vec3 copper = mix(vec3(0.10, 0.025, 0.03), vec3(0.80, 0.27, 0.06), smoothstep(0.1, 1.0, tone));
     copper = mix(copper, vec3(1.0, 0.62, 0.26), smoothstep(0.9, 1.4, tone));
     copper = mix(copper, vec3(1.0, 0.93, 0.80), smoothstep(1.3, 1.9, tone));
+    // Where the ship is green, copper has its patina.
+    float patina = smoothstep(0.0, 0.12, seen.g - seen.r);
+    copper = mix(copper, dot(copper, vec3(0.5, 0.5, 0.2)) * vec3(0.08, 1.05, 0.85), patina);
     vec3 color = mix(behind, copper, solid);
     return vec3(min(color.r, 3.0 * seen.r), color.gb);  // what has no red is none of these
 }
