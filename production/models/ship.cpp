@@ -244,9 +244,9 @@ Shape litFromAstern(const Shape& whole) {
             const Vec& p = shape.points[point];
             const double round = std::hypot(p.x, p.y);
             const double trunk = smoothstep(60, 35, round), bare = smoothstep(75, 50, p.z);
-            const double wing = front ? 0.75e-3 * round : mix(0.09, -0.09, smoothstep(0, 200, round));
+            const double wing = front ? 0.75e-3 * round : -mix(0.0, 0.20, smoothstep(45, 120, round));
             const double outwards = mix(wing, -mix(0.25, 0.4, smoothstep(-40, -80, p.z)), trunk) * bare;
-            const double aside = front ? 0 : 0.19 * (1 - trunk) * bare;
+            const double aside = front ? 0 : 0.33 * bare;
             const Vec out = Vec{p.x, p.y, 0} * (1 / std::max(round, 1.0));
             face.normals.push_back(normalized(out * outwards + Vec{-out.y, out.x, 0} * aside + Vec{0, 0, 1}));
         }

@@ -225,7 +225,8 @@ Rgba bayAt(float x, float z) {
     const float leaf = std::hypot(petal.x - 36, petal.y * 1.9f) - 17;
     seen = seen + light(0, 0.02f, 0.12f) * (smoothstep(58.0f, 57.0f, r) * smoothstep(10.0f, 58.0f, r));
     seen = seen +
-           light(0.01f, 0.08f, 0.32f) * (smoothstep(0.5f, -0.5f, leaf) * smoothstep(16.0f, 54.0f, petal.x));
+           mix(light(0.42f, 0.13f, 0.01f), light(0.01f, 0.08f, 0.32f), smoothstep(26.0f, 46.0f, petal.x)) *
+               (smoothstep(0.5f, -0.5f, leaf) * smoothstep(10.0f, 30.0f, petal.x));
     seen = seen + thinLine(leaf, 3, wallCyan * 0.5f) + thinLine(r - 59, 4.5f, wallCyan * 0.6f);
     seen = seen + lampGold * (0.7f * smoothstep(1.0f, -1.0f, circle(gap, {48, 0}, 3.5f)));
     seen = seen + thinLine(r - 11, 4, lampGold * 0.8f);
