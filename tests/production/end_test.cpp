@@ -30,7 +30,7 @@ TEST_F(End, GreetingsHideTheRobotWhereTheyAreRead) {
     EXPECT_LT(brightest(after, 586, 322), 30);
     EXPECT_GT(brightest(after, 235, 270, 40), 100);
     EXPECT_GT(brightest(signature, 300, 360, 60), 150);
-    EXPECT_LT(brightest(signature, 690, 300, 100), 15);
+    EXPECT_LT(brightest(signature, 740, 300, 50), 15);
 }
 
 TEST_F(End, HallShrinksToTheRobotsScreenWhichGoesOutAndShowsAFaceThatFallsAsleep) {
