@@ -34,7 +34,7 @@ Rgba featherAt(const Feather& feather, float along, float across, bool back) {
     Leaded c{night};
     const float flame = smoothstep(0.06f, -0.06f, across - 0.74f * smoothstep(0.85f, 0.35f, along)) *
                         smoothstep(0.85f, 0.35f, along);
-    c.colour = c.colour + feather.flame * (flame * (back ? 0.36f : 0.60f));
+    c.colour = c.colour + feather.flame * (flame * (back ? 0.32f : 0.60f));
     const Point eye = {(along - 0.82f) / feather.breadth, across};
     const float open = feather.eye ? smoothstep(0.68f, 0.76f, length(eye)) : 1;
     const float barb = std::remainder(along * feather.barbs - across * 0.9f, 1.0f) / feather.barbs;
@@ -55,7 +55,7 @@ Rgba featherAt(const Feather& feather, float along, float across, bool back) {
     // White-hot towards its tip, where it is the bird's outline.
     c.line(across - 0.89f, mix(0.08f, 0.13f, along), mix(feather.edge, cream, smoothstep(0.5f, 1.0f, along)),
            broad * mix(0.6f, 1.0f, along), 0.01f);
-    c.colour = c.colour * (back ? 0.60f : 0.86f);
+    c.colour = c.colour * (back ? 0.56f : 0.86f);
     return c.shown();
 }
 
