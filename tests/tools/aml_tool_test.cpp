@@ -254,7 +254,7 @@ TEST(AmlTool, SaysWhatTheShowWouldObjectTo) {
     const std::vector<std::string> large = objections(set, "elsewhere/palikka.AML");
     ASSERT_EQ(large.size(), 1u);
     EXPECT_NE(large[0].find("where its scenes leave room for 52"), std::string::npos);
-    MeshSet detailed = meshesIn(contentOf("data/laatikko.AML"));
+    MeshSet detailed = meshesIn(contentOf("data/ship.AML"));
     EXPECT_EQ(objections(detailed, "tunneli.AML").size(), 1u);
     EXPECT_EQ(objections(detailed, "mine.AML").size(), 0u);
 

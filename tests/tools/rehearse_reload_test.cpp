@@ -184,7 +184,8 @@ TEST_F(RehearseReload, ATurnedNumberOutlivesItsSource) {
     const std::string shader = "data/shaders/boom.fs", good = contentOf(shader);
     goTo(150000);
     Numbers& numbers = rehearsal->numbers;
-    const auto number = std::ranges::find(numbers.all, "breathing", &TurnableNumber::constant);
+    const auto number = std::ranges::find(numbers.all, "strength", &TurnableNumber::constant);
+    ASSERT_NE(number, numbers.all.end());
     ASSERT_TRUE(numbers.turn(int(number - numbers.all.begin()), 1));
     const Screen turned = settle();
     const std::vector<std::string> unwritten = numbers.unwritten();
