@@ -17,7 +17,8 @@ constexpr Uv middleOf(const atlas::Cells& cells) {
 namespace hull {
 
 constexpr Patch plain = patchOf(atlas::hull::pale.part(0.4, 0.9, 5.2, 1.8));  // pale enamel
-constexpr Patch sail = patchOf(atlas::hull::wing.within(0.1));  // a pale wing, from its root to its tip
+constexpr Patch sail =
+    patchOf(atlas::hull::wing.within(0.1));  // the cells of a wing, from its root to its tip
 constexpr Patch dark = patchOf(atlas::hull::dark.part(0.3, 0.2, 3.4, 1.0));
 constexpr Patch soffit(int end) {
     return patchOf(atlas::hull::soffit(end).within(0.02));

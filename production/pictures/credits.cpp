@@ -101,10 +101,11 @@ Rgba sunset(Point p, float pixel) {
 // The music's bars; the first ones lie before bar 0.
 const int bars = lastBar - int(std::lround(barAt(showtime::title)));
 
-// The music as it goes round: a stroke for every second bar, as long as it is loud.
-Rgba loudness(Point p, float pixel) {
+// The music as it goes round: a stroke for every second bar, of lengths drawn by lot.
+Rgba record(Point p, float pixel) {
     constexpr int strokes = bars / 2;
-    const float r = length(p), turn = std::fmod(arcTan(p.x, -p.y) + 2 * pi, 2 * pi) / (2 * pi) * strokes;
+    const float r = length(p), angle = arcTan(p.x, -p.y);
+    const float turn = (angle < 0 ? angle + 2 * pi : angle) / (2 * pi) * strokes;
     const float which = std::floor(turn);
     const float loud = 0.1f + 0.9f * randomAt(int(which), 0, 29);
     Rgba seen = night;
@@ -181,5 +182,5 @@ void makeGraphicsCredit(const char* path) {
              {"Graphics", int(std::size(pictureProducts)), "pictures", "and no camera", sunset, false, 28});
 }
 void makeMusicCredit(const char* path) {
-    makeCard(path, {"Music", bars, "bars", "and no sample", loudness, true, 28});
+    makeCard(path, {"Music", bars, "bars", "and no sample", record, true, 28});
 }

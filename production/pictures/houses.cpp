@@ -351,7 +351,7 @@ Point toSpoke(Point p, int count, float from) {
 
 // Half of a storey's underside at one of its ends, from where it is painted to the end and from the axis to
 // its long side, in units: stained glass, where it reaches out beyond a storey that lies across. Under the
-// terrace lies a rose, under the prow a star.
+// prow lies a rose, under the terrace a star.
 Rgba soffitAt(int end, float across, float up) {
     constexpr float from = float(house::paintedFrom), half = float(house::halfLength),
                     width = float(house::halfWidth);

@@ -44,7 +44,7 @@ struct Row {
 
 const Rgba warm = opaque(0.86f, 0.46f, 0.13f);
 const Rgba warmLight = light(1.0f, 0.58f, 0.20f), coolLight = light(0.50f, 0.70f, 1.0f);
-// Enamel, a little warm beside the walls' steel.
+// Enamel, a little warm.
 Rgba enamel(float tone) {
     return opaque(tone * 1.06f, tone * 0.98f, tone * 0.88f);
 }
@@ -303,8 +303,8 @@ void makeHull(const char* path) {
     saveRgba(canvas, path, Rows::TopFirst);
 }
 
-// The tunnel's panel and its frame, drawn in to the left half with the light and the black of its rings below
-// them, and the hall's dome in the right one. The tunnel's alpha is 0, the ship's is 1: by that "distort"
+// The tunnel's bays, and below them its ribs' paint and its black, in the left half, and the hall's dome in
+// the right one. The tunnel's alpha is 0, the ship's is 1: by that "distort"
 // tells the ship from what lies behind it.
 void makeWalls(const char* path) {
     const auto solid = [](Rgba seen) { return Rgba{seen.r, seen.g, seen.b, 1}; };

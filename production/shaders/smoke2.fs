@@ -1,6 +1,6 @@
 #version 110
 // A world that the probes fly low over, where day ends, under thin clouds of stars. The camera circles over it, and each
-// way that it looks has something of its own: the sun before its rise, a moon, a comet over a net of towns, northern
+// way that it looks has something of its own: the sun low over the edge, a moon, a comet over a net of towns, northern
 // lights, the world's ring. Dim, since the glow that follows makes three of one.
 
 uniform sampler2D noise;
