@@ -178,14 +178,14 @@ Shape eye() {
 
 // A whorl of feathers about the axis, from one radius and place to another.
 Shape whorl(Feather kind, const std::vector<Cut>& cuts, int count, Flat from, Flat to, double half,
-            double bend, double turn = 0) {
+            double turn = 0) {
     std::vector<Shape> all;
     for (int i = 0; i < count; i++) {
         const double angle = 2 * pi * (i + turn) / count;
         const Vec out = {std::sin(angle), std::cos(angle), 0};
         const Vec along = out * (to.x - from.x) + Vec{0, 0, to.y - from.y};
         all.push_back(feather({kind, cuts, out * from.x + Vec{0, 0, from.y + 0.15 * (i % 3)}, along,
-                               cross(Vec{-out.y, out.x, 0}, along), length(along), half, 0, bend}));
+                               cross(Vec{-out.y, out.x, 0}, along), length(along), half}));
     }
     return joined(all);
 }
@@ -223,11 +223,11 @@ Shape tail() {
 Shape bird() {
     const Shape right = wing();
     return joined({body(), beak(), eye(), crest(),
-                   whorl(atlas::hull::covert, scale, 13, {14, -70}, {60, -57}, 14, 0),
-                   whorl(atlas::hull::lesser, scale, 11, {13, -75}, {38, -65}, 11, 0, 0.5),
-                   whorl(atlas::hull::covert, scale, 13, {18, -47}, {56, -40}, 14, 0, 0.5),
-                   whorl(atlas::hull::secondary, blade, 11, {10, 48}, {45, 94}, 14, 0),
-                   whorl(atlas::hull::covert, scale, 9, {11, 56}, {30, 80}, 10, 0, 0.5), right,
+                   whorl(atlas::hull::covert, scale, 13, {14, -70}, {60, -57}, 14),
+                   whorl(atlas::hull::lesser, scale, 11, {13, -75}, {38, -65}, 11, 0.5),
+                   whorl(atlas::hull::covert, scale, 13, {18, -47}, {56, -40}, 14, 0.5),
+                   whorl(atlas::hull::secondary, blade, 11, {10, 48}, {45, 94}, 14),
+                   whorl(atlas::hull::covert, scale, 9, {11, 56}, {30, 80}, 10, 0.5), right,
                    reflected(right, Axis::x), tail()});
 }
 

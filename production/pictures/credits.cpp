@@ -21,6 +21,7 @@ constexpr int columns = 512, rows = 256;
 // Lengths are in rows of the picture, which is this many broad.
 constexpr float breadth = rows * 4.0f / 3, pixelAspect = breadth / columns;
 // The block's outer side from the card's, which is the screen's; how broad and how tall it is.
+constexpr float blockTop = 28;  // rows from the card's upper edge
 constexpr float outerSide = 34, blockBreadth = 218, blockHeight = 200;
 constexpr float emblemRadius = 56, beside = 12;
 
@@ -33,7 +34,6 @@ struct Card {
     const char *noun, *without;
     Emblem emblem;
     bool left;
-    float top;  // of the block
 };
 
 const Rgba sun = opaque(1.0f, 0.52f, 0.10f), ember = opaque(0.80f, 0.20f, 0.05f),
@@ -132,13 +132,13 @@ Lettering filling(const std::string& text, Lettering style, float line) {
 
 void makeCard(const char* path, const Card& card) {
     const float side = card.left ? outerSide : breadth - outerSide, inwards = card.left ? 1 : -1;
-    const Point emblem = {side + inwards * emblemRadius, card.top + emblemRadius};
+    const Point emblem = {side + inwards * emblemRadius, blockTop + emblemRadius};
     LetteringField text(columns, rows, 30);
     // Sets a line between two distances from the block's outer side, its baseline so far below the top.
     const auto line = [&](const std::string& words, Lettering style, float from, float to, float below) {
         style = filling(words, style, to - from);
         setText(text, style,
-                {words, (side + inwards * (from + to) / 2) / pixelAspect, card.top + below, Align::Centre});
+                {words, (side + inwards * (from + to) / 2) / pixelAspect, blockTop + below, Align::Centre});
         return style.height;
     };
     const float column = 2 * emblemRadius + beside;
@@ -155,14 +155,14 @@ void makeCard(const char* path, const Card& card) {
     paint(canvas, [&](float x, float y, Rgba) {
         const Point p = {x * pixelAspect, y}, from = (p - emblem) * (1 / emblemRadius);
         const float disc = emblemRadius * (length(from) - 1), letters = text.at(x, y);
-        const float block = box(p, {side + inwards * blockBreadth / 2, card.top + blockHeight / 2},
+        const float block = box(p, {side + inwards * blockBreadth / 2, blockTop + blockHeight / 2},
                                 {blockBreadth / 2, blockHeight / 2}, 20);
         Rgba seen = night * (0.62f * smoothstep(24, -24, block));
         seen = over(night * (0.65f * smoothstep(8, 0, std::fmin(letters, disc))), seen);
         seen = over(inBothLights(from.x) * (0.5f * bell(disc, 3)), seen);
         seen = over(card.emblem(from, 1 / emblemRadius) * coverage(disc), seen);
         return over(
-            mix(paper, sun, smoothstep(0.3f, 1.0f, (y - card.top) / blockHeight) * 0.5f) * coverage(letters),
+            mix(paper, sun, smoothstep(0.3f, 1.0f, (y - blockTop) / blockHeight) * 0.5f) * coverage(letters),
             seen);
     });
     saveRgba(canvas, path, Rows::TopFirst);
@@ -171,16 +171,14 @@ void makeCard(const char* path, const Card& card) {
 }  // namespace
 
 void makeCodeCredit(const char* path) {
-    makeCard(path, {"Code", 12, "effects", "and one clock", clock, true, 28});
+    makeCard(path, {"Code", 12, "effects", "and one clock", clock, true});
 }
 void makeModelsCredit(const char* path) {
-    makeCard(path,
-             {"Models", int(std::size(modelProducts)), "meshes", "and no modeller", mirrorBall, false, 28});
+    makeCard(path, {"Models", int(std::size(modelProducts)), "meshes", "and no modeller", mirrorBall, false});
 }
 void makeGraphicsCredit(const char* path) {
-    makeCard(path,
-             {"Graphics", int(std::size(pictureProducts)), "pictures", "and no camera", sunset, false, 28});
+    makeCard(path, {"Graphics", int(std::size(pictureProducts)), "pictures", "and no camera", sunset, false});
 }
 void makeMusicCredit(const char* path) {
-    makeCard(path, {"Music", bars, "bars", "and no sample", record, true, 28});
+    makeCard(path, {"Music", bars, "bars", "and no sample", record, true});
 }
