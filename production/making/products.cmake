@@ -11,8 +11,8 @@ set(turn ${CMAKE_BINARY_DIR}/turn)
 if(NOT EXISTS ${turn})
     file(TOUCH ${turn})
 endif()
-add_custom_target(one_maker COMMAND ${making}/one_maker ${turn} BYPRODUCTS ${turn} USES_TERMINAL VERBATIM
-                  COMMENT "One build at a time")
+add_custom_target(one_maker COMMAND ${making}/one_maker ${turn} ${CMAKE_SOURCE_DIR} BYPRODUCTS ${turn}
+                  USES_TERMINAL VERBATIM COMMENT "One build at a time")
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${turn})
 
 # rows_of(HEADER): the rows of its table, to `files` and `words`: the first word of each, and the second.

@@ -123,6 +123,18 @@ TEST_F(Making, SeesWhatIsSavedWhileItCompilesOrMakes) {
     EXPECT_EQ(made(), "two two ");
 }
 
+// As `sed -i.bak` and `mv` do it: ninja alone goes by times.
+TEST_F(Making, SeesWhatIsMovedBackWithItsOldTime) {
+    fs::copy_file(file("one.h"), file("one.bak"));
+    fs::last_write_time(file("one.bak"), fs::last_write_time(file("one.h")));
+    save("one", "other");
+    build();
+    EXPECT_EQ(data(), "other word, second word");
+    fs::rename(file("one.bak"), file("one.h"));
+    build();
+    EXPECT_EQ(data(), "first word, second word");
+}
+
 TEST_F(Making, TwoAtOnceTakeTurns) {
     save("shared", "thing");
     begin();
