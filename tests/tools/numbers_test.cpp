@@ -90,6 +90,15 @@ TEST(NamedNumbers, AreFixedByAJudgementAlone) {
     EXPECT_EQ(fixedBy("3:1: error: size\n"), "error\nsize\neffects/robo.cpp\n");
 }
 
+// Half of a source would be compiled, and be to blame for what it lacks.
+TEST(NamedNumbers, AreNotTakenFromHalfASource) {
+    const ScratchDirectory scratch;
+    const Result result =
+        shell("trap '' XFSZ; ulimit -f 8; " BUILD_FOLDER "/live/turnable . '" + scratch.path.string() + "'");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_TRUE(result.output.ends_with(": error: File too large\n")) << result.output;
+}
+
 TEST(NamedNumbers, AreMentionedByFunctionsAndClasses) {
     const std::string text =
         "Heap::Heap(int n)\n    : Base(n), caster{style, n} {\n    half();\n}\n"

@@ -145,7 +145,11 @@ public:
         environment.set("GALLIUM_NOOP", "0");
         for (const char* folder : {"effects", "script", "render", "geometry", "image", "tools/rehearse/live"})
             copy(folder);
-        for (const char* file : {"app/clock.h", "production/making/at_its_start"}) copy(file);
+        for (const char* file : {"app/clock.h", "production/making/at_its_start",
+                                 "production/making/see_moved", "tools/whole_file.cpp", "tools/whole_file.h"})
+            copy(file);
+        // As an editor marks what it has not saved yet.
+        std::filesystem::create_symlink("author@host:1", scratch.path / "effects/.#robo.cpp");
         std::filesystem::create_directories(scratch.path / "w:/shots");
     }
     // With their times: what is younger than the program would be loaded before anything is saved.

@@ -6,11 +6,12 @@
 #include <time.h>
 
 #include <cctype>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
 
 #include "tools/rehearse/live/named_numbers.h"
+#include "tools/whole_file.h"
 
 namespace fs = std::filesystem;
 
@@ -23,11 +24,6 @@ struct Source {
     std::string text;
     NamedNumbers names = namedNumbers(text);
 };
-
-std::string contentOf(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
 
 void add(const Names& more, Names* names) {
     names->insert(more.begin(), more.end());
@@ -84,12 +80,15 @@ std::string translated(const fs::path& root, const Source& source, const Names& 
 }
 
 // Older than what was saved since the start; as it is, if it is no other.
-void write(const fs::path& file, const std::string& text, const timespec& began) {
-    if (fs::exists(file) && contentOf(file) == text) return;
-    fs::create_directories(file.parent_path());
-    std::ofstream(file, std::ios::binary) << text;
+// False, after a line, if it can't be written.
+bool write(const fs::path& file, const std::string& text, const timespec& began) {
+    std::error_code error;
+    if (fs::exists(file, error) && contentOf(file) == text) return true;
+    fs::create_directories(file.parent_path(), error);
     const timespec times[] = {began, began};
-    utimensat(AT_FDCWD, file.c_str(), times, 0);
+    if (writeWholeFile(file, text)) return utimensat(AT_FDCWD, file.c_str(), times, 0) == 0;
+    fprintf(stderr, "%s: error: %s\n", file.c_str(), strerror(errno));
+    return false;
 }
 
 }  // namespace
@@ -111,9 +110,10 @@ int main(int argc, char** argv) {
         if (piece.names.contains("gridOfBeats")) add(piece.mentions, &fixed);
     const Names live = liveNames(sources, fixed);
     for (const Source& source : sources)
-        write(folder / "turned" / source.path,
-              fixed.contains(source.path) ? firstLine(root, source) + source.text
-                                          : translated(root, source, live),
-              began);
+        if (!write(folder / "turned" / source.path,
+                   fixed.contains(source.path) ? firstLine(root, source) + source.text
+                                               : translated(root, source, live),
+                   began))
+            return 1;
     return 0;
 }
