@@ -393,6 +393,31 @@ TEST_F(RehearseReload, AThousandDamagedSavesLeaveNothingBehind) {
     EXPECT_EQ(differing(after(), before), 0);
     EXPECT_TRUE(loading->problems.empty());
     EXPECT_EQ(objects(), kept);
+// Another rehearsal may load it at any time. What is linked here is made anew, as linkers do it.
+TEST(LiveCode, IsNeverSeenHalfLinked) {
+    const ScratchDirectory scratch;
+    scratch.write("CMakeCache.txt",
+                  "CMAKE_GENERATOR:INTERNAL=Ninja\nCMAKE_MAKE_PROGRAM:FILEPATH=ninja\n"
+                  "CMAKE_PROJECT_NAME:STATIC=show\n");
+    scratch.write("build.ninja", "rule link\n  command = sh ./link\nbuild liblinked.so: link source\n");
+    scratch.write("link",
+                  "rm -f liblinked.so\necho half >liblinked.so\ntouch reached\n"
+                  "while [ -e slow ]; do sleep 0.02; done\ncat source >>liblinked.so\n");
+    const std::string make = "exec tools/rehearse/live/make " + scratch.path.string() + " c++ >/dev/null";
+    for (const char* text : {"first", "second"}) {
+        const std::string before = contentOf(scratch.file("libshow.so"));
+        scratch.write("source", text);
+        scratch.write("slow", "");
+        fs::remove(scratch.file("reached"));
+        const pid_t process = startShell(make);
+        EXPECT_TRUE(::await(process, [&] { return fs::exists(scratch.file("reached")); }));
+        EXPECT_EQ(contentOf(scratch.file("libshow.so")), before);
+        fs::remove(scratch.file("slow"));
+        EXPECT_EQ(waitForProcess(process), 0);
+        EXPECT_EQ(contentOf(scratch.file("libshow.so")), "half\n" + std::string(text));
+    }
+}
+
     EXPECT_LT(std::distance(fs::directory_iterator("/proc/self/fd"), {}), 60);
 }
 
