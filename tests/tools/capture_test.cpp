@@ -2,6 +2,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -9,6 +10,7 @@
 #include <thread>
 
 #include "image/image.h"
+#include "production/making/laying.h"
 #include "tests/tools/run.h"
 
 namespace {
@@ -52,6 +54,21 @@ TEST(Capture, AFailureIsOneLineAndLeavesNoFile) {
         pictures.output.find("\ncapture: /proc/capture/2.png was not written: No such file or directory\n"),
         std::string::npos)
         << pictures.output;
+}
+
+TEST(Capture, IsStoppedWhileItWaits) {
+    const ScratchDirectory scratch;
+    const std::filesystem::path data = scratch.path / "data";
+    std::filesystem::create_directory(data);
+    FolderLock held(data, FolderLock::writing);
+    const pid_t process = startShell("cd " + scratch.path.string() +
+                                     " && exec env --default-signal " CAPTURE_PROGRAM " 2>said");
+    EXPECT_TRUE(await(process, [&] { return contentOf(scratch.file("said")).ends_with("holds data\n"); }));
+    kill(process, SIGINT);
+    held.release();
+    int status = 0;
+    waitpid(process, &status, 0);
+    EXPECT_TRUE(WIFSIGNALED(status)) << contentOf(scratch.file("said"));
 }
 
 TEST(Capture, AndRehearseNameTheWordsThatAreWrong) {

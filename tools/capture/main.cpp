@@ -33,6 +33,7 @@ bool join(const CaptureOptions& options) {
 // Nothing of data/ is read a second time: what is saved there later isn't in the film.
 bool capture(const CaptureOptions& options) {
     FolderLock held = holdDataSet();
+    stopOnSignals();  // until then there is nothing that would have to be put away
     if (!options.parts.empty()) return join(options);
     std::vector<int> frames = framesOf(options.runs(options.fps));
     if (frames.empty()) return tell("no frame lies between --from and --to");
@@ -64,7 +65,6 @@ int main(int argc, char** argv) {
     for (std::string& part : options.parts) part = pathFrom(folder, part);
     options.storyboard = pathFrom(folder, options.storyboard);
     options.out = pathFrom(folder, options.out);
-    stopOnSignals();
     // When the display goes away, its library ends the process in the middle of a film.
     failUnlessSucceeded([] {
         if (Film::inProgress) Film::inProgress->abandon();
