@@ -180,6 +180,23 @@ TEST_F(RehearseReload, SourcesOfShadersCountToo) {
               std::vector<std::string>{"kept data/shaders/boom.fs, which is yours: remove it to have ours"});
 }
 
+TEST_F(RehearseReload, WhatIsDeletedIsMadeWithout) {
+    save("make.sh", "ls production >made; echo laid music\n");
+    save("production/score.cpp", "");
+    await();
+    EXPECT_NE(contentOf("made").find("score.cpp"), std::string::npos);
+    fs::remove("production/score.cpp");
+    await();
+    EXPECT_EQ(contentOf("made").find("score.cpp"), std::string::npos);
+    // What an editor puts beside a source is none.
+    save("make.sh", "touch made-again\n");
+    fs::create_symlink("author@host:1", "production/.#score.cpp");
+    await();
+    fs::remove("production/.#score.cpp");
+    await();
+    EXPECT_FALSE(fs::exists("made-again"));
+}
+
 TEST_F(RehearseReload, ATurnedNumberOutlivesItsSource) {
     const std::string shader = "data/shaders/boom.fs", good = contentOf(shader);
     goTo(150000);
@@ -341,6 +358,31 @@ TEST(LiveCode, IsTakenWholeOrNotAtAll) {
     EXPECT_EQ(std::distance(fs::directory_iterator("build/live"), {}), 1);
 }
 
+// Another rehearsal may load it at any time. What is linked here is made anew, as linkers do it.
+TEST(LiveCode, IsNeverSeenHalfLinked) {
+    const ScratchDirectory scratch;
+    scratch.write("CMakeCache.txt",
+                  "CMAKE_GENERATOR:INTERNAL=Ninja\nCMAKE_MAKE_PROGRAM:FILEPATH=ninja\n"
+                  "CMAKE_PROJECT_NAME:STATIC=show\n");
+    scratch.write("build.ninja", "rule link\n  command = sh ./link\nbuild liblinked.so: link source\n");
+    scratch.write("link",
+                  "rm -f liblinked.so\necho half >liblinked.so\ntouch reached\n"
+                  "while [ -e slow ]; do sleep 0.02; done\ncat source >>liblinked.so\n");
+    const std::string make = "exec tools/rehearse/live/make " + scratch.path.string() + " c++ >/dev/null";
+    for (const char* text : {"first", "second"}) {
+        const std::string before = contentOf(scratch.file("libshow.so"));
+        scratch.write("source", text);
+        scratch.write("slow", "");
+        fs::remove(scratch.file("reached"));
+        const pid_t process = startShell(make);
+        EXPECT_TRUE(::await(process, [&] { return fs::exists(scratch.file("reached")); }));
+        EXPECT_EQ(contentOf(scratch.file("libshow.so")), before);
+        fs::remove(scratch.file("slow"));
+        EXPECT_EQ(waitForProcess(process), 0);
+        EXPECT_EQ(contentOf(scratch.file("libshow.so")), "half\n" + std::string(text));
+    }
+}
+
 TEST_F(RehearseReload, ItSaysWhenNothingCanBeWatched) {
     rlimit before;
     getrlimit(RLIMIT_NOFILE, &before);
@@ -393,31 +435,6 @@ TEST_F(RehearseReload, AThousandDamagedSavesLeaveNothingBehind) {
     EXPECT_EQ(differing(after(), before), 0);
     EXPECT_TRUE(loading->problems.empty());
     EXPECT_EQ(objects(), kept);
-// Another rehearsal may load it at any time. What is linked here is made anew, as linkers do it.
-TEST(LiveCode, IsNeverSeenHalfLinked) {
-    const ScratchDirectory scratch;
-    scratch.write("CMakeCache.txt",
-                  "CMAKE_GENERATOR:INTERNAL=Ninja\nCMAKE_MAKE_PROGRAM:FILEPATH=ninja\n"
-                  "CMAKE_PROJECT_NAME:STATIC=show\n");
-    scratch.write("build.ninja", "rule link\n  command = sh ./link\nbuild liblinked.so: link source\n");
-    scratch.write("link",
-                  "rm -f liblinked.so\necho half >liblinked.so\ntouch reached\n"
-                  "while [ -e slow ]; do sleep 0.02; done\ncat source >>liblinked.so\n");
-    const std::string make = "exec tools/rehearse/live/make " + scratch.path.string() + " c++ >/dev/null";
-    for (const char* text : {"first", "second"}) {
-        const std::string before = contentOf(scratch.file("libshow.so"));
-        scratch.write("source", text);
-        scratch.write("slow", "");
-        fs::remove(scratch.file("reached"));
-        const pid_t process = startShell(make);
-        EXPECT_TRUE(::await(process, [&] { return fs::exists(scratch.file("reached")); }));
-        EXPECT_EQ(contentOf(scratch.file("libshow.so")), before);
-        fs::remove(scratch.file("slow"));
-        EXPECT_EQ(waitForProcess(process), 0);
-        EXPECT_EQ(contentOf(scratch.file("libshow.so")), "half\n" + std::string(text));
-    }
-}
-
     EXPECT_LT(std::distance(fs::directory_iterator("/proc/self/fd"), {}), 60);
 }
 

@@ -431,10 +431,13 @@ void Rehearsal::drawStepped(int target) {
 void Rehearsal::lookForChanges() {
     const Watch::Changes changes = watch.take();
     if (!watch.problem.empty()) reload.loading.tell("", watch.problem);
-    for (const std::string& path : changes.gone) reload.gone(path);
+    for (const std::string& path : changes.gone) {
+        reload.gone(path);
+        requestBuilds(path);
+    }
     for (const std::string& path : changes.saved) {
         reload.saved(path);
-        if (path.ends_with(".cpp") || path.ends_with(".h")) requestBuilds(path);
+        requestBuilds(path);
     }
     if (changes.lost) {
         reload.everything();
@@ -447,6 +450,9 @@ void Rehearsal::lookForChanges() {
 }
 
 void Rehearsal::requestBuilds(const std::string& path) {
+    const std::filesystem::path file = path;
+    const bool isHidden = file.filename().string().starts_with('.');  // as editors mark what is being edited
+    if (isHidden || (file.extension() != ".cpp" && file.extension() != ".h")) return;
     const bool isLive = live && live->isSource(path);
     if (isLive) live->build.request(path);
     // Music is written to the show's times; pictures and models are made to what scenes have in headers, too.

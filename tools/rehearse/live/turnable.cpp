@@ -101,7 +101,8 @@ int main(int argc, char** argv) {
     std::vector<Source> sources;
     for (const char* name : {"effects", "script"})
         for (const fs::directory_entry& file : fs::recursive_directory_iterator(root / name))
-            if (file.path().extension() == ".h" || file.path().extension() == ".cpp")
+            if (const fs::path own = file.path().filename();
+                !own.string().starts_with('.') && (own.extension() == ".h" || own.extension() == ".cpp"))
                 sources.push_back({file.path().lexically_relative(root).string(), contentOf(file)});
     std::ifstream learnt(folder / "fixed");
     Names fixed(std::istream_iterator<std::string>(learnt), {});
