@@ -197,6 +197,27 @@ TEST_F(RehearseReload, WhatIsDeletedIsMadeWithout) {
     EXPECT_FALSE(fs::exists("made-again"));
 }
 
+// The copy below data/ is no source: what was written there would be an author's from then on.
+TEST_F(RehearseReload, ANumberIsNotWrittenPastTheSourceOfItsShader) {
+    const std::string shader = "data/shaders/boom.fs", before = contentOf(shader);
+    Numbers& numbers = rehearsal->numbers;
+    numbers.shaders = "production";
+    goTo(150000);
+    save("production/shaders/boom.fs", before + "half a line");
+    await();
+    const auto number = std::ranges::find(numbers.all, "strength", &TurnableNumber::constant);
+    ASSERT_NE(number, numbers.all.end());
+    const int index = int(number - numbers.all.begin());
+    ASSERT_TRUE(numbers.turn(index, 1));
+    numbers.write(index);
+    EXPECT_EQ(numbers.news, std::vector<std::string>{"not written: " + shader + " was changed meanwhile"});
+    EXPECT_EQ(contentOf(shader), before);
+    save("production/shaders/boom.fs", before);
+    await();
+    numbers.write(index);
+    EXPECT_NE(contentOf("production/shaders/boom.fs"), before);
+}
+
 TEST_F(RehearseReload, ATurnedNumberOutlivesItsSource) {
     const std::string shader = "data/shaders/boom.fs", good = contentOf(shader);
     goTo(150000);

@@ -7,6 +7,7 @@
 #include <sstream>
 #include <utility>
 
+#include "production/making/laying.h"
 #include "render/demo.h"
 #include "script/resources.h"
 #include "tools/formatted.h"
@@ -347,8 +348,9 @@ void Numbers::write(int index) {
     if (!number.turned()) return;
     std::string& known = sources[number.file].text;
     std::string path = (isShader(number.file) ? "" : root) + number.file;
-    // A shader's is the generator's source, where the copy below data/ is the same.
-    if (const std::string source = sourceOf(shaders, path); !source.empty() && contentOf(source) == known)
+    // A shader's is the generator's source, unless the copy below data/ is an author's, and another.
+    if (const std::string source = sourceOf(shaders, path);
+        !source.empty() && (contentOf(source) == known || !isAuthors("data", path.substr(strlen("data/")))))
         path = source;
     std::error_code error;
     path = fs::canonical(path, error).string();
