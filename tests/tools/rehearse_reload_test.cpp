@@ -180,6 +180,20 @@ TEST_F(RehearseReload, SourcesOfShadersCountToo) {
               std::vector<std::string>{"kept data/shaders/boom.fs, which is yours: remove it to have ours"});
 }
 
+TEST_F(RehearseReload, AShaderThatIsShownAndNotWrittenIsAProblem) {
+    const std::string shader = "data/shaders/boom.fs", before = contentOf(shader);
+    fs::create_directories("data/shaders/unfinished-boom.fs/in the way");
+    save("production/shaders/boom.fs", tinted);
+    await();
+    EXPECT_EQ(problem(shader), shader + ": can't be written: it is older than what is shown");
+    EXPECT_EQ(contentOf(shader), before);
+    fs::remove_all("data/shaders/unfinished-boom.fs");
+    save("production/shaders/boom.fs", tinted + std::string("// Once more.\n"));
+    await();
+    await();  // the copy that was made is seen behind it
+    EXPECT_EQ(problem(shader), "");
+}
+
 TEST_F(RehearseReload, WhatIsDeletedIsMadeWithout) {
     save("make.sh", "ls production >made; echo laid music\n");
     save("production/score.cpp", "");

@@ -50,10 +50,11 @@ struct ShaderHalf {
     std::string product() const { return file.substr(strlen("data/")); }
     const std::optional<ShaderText>& latest() const { return newer ? newer : inUse; }
     // What was read, whatever has been saved there since.
-    void lay() const {
+    bool lay() const {
         const std::string text = fileInMemory(newer->text);
-        ::lay({{text, product()}}, "data");
+        const bool laid = ::lay({{text, product()}}, "data");
         close(std::stoi(text.substr(text.rfind('/') + 1)));
+        return laid;
     }
 };
 
@@ -206,7 +207,8 @@ bool Reload::loadProgram(const ShaderRow& row, const ShaderText& saved, std::str
     for (const ShaderHalf& half : halves) {
         if (!half.newer) continue;
         loading.shadersInUse[half.file] = half.newer->text;
-        if (half.newer->file != half.file) half.lay();
+        if (half.newer->file != half.file && !half.lay())
+            loading.tell(half.file, half.file + ": can't be written: it is older than what is shown");
         loading.brokenShaders.erase(half.newer->file);
         mend(half.newer->file);
     }
