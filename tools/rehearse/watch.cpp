@@ -106,10 +106,8 @@ void Watch::takeEvent(const inotify_event& event, Changes* changes) {
         changes->saved.insert(path);
         changes->gone.erase(path);
     }
-    if (event.mask & go) {
-        changes->gone.insert(path);
-        changes->saved.erase(path);  // it was on its way to another place
-    }
+    // What has only just been saved was on its way to another place.
+    if ((event.mask & go) && !changes->saved.erase(path)) changes->gone.insert(path);
 }
 
 void Watch::folderChanged(uint32_t mask, const std::string& folder, Changes* changes) {
