@@ -9,6 +9,9 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 
 #include "tools/rehearse/live/named_numbers.h"
 #include "tools/whole_file.h"
@@ -79,8 +82,8 @@ std::string translated(const fs::path& root, const Source& source, const Names& 
            firstLine(root, source) + text;
 }
 
-// Older than what was saved since the start; as it is, if it is no other.
-// False, after a line, if it can't be written.
+// Older than what was saved since the start; as it is, if it is no other. False, after a line, if it can't be
+// written.
 bool write(const fs::path& file, const std::string& text, const timespec& began) {
     std::error_code error;
     if (fs::exists(file, error) && contentOf(file) == text) return true;
