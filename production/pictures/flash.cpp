@@ -31,18 +31,30 @@ constexpr float nearest = 1.06f, farthest = 2.40f, halfBreadth = 1.04f;
 }  // namespace
 
 // A word of light that is thrown on the floor before the ball, where it covers no guest of the hall. The glow
-// adds to each place twice what lies round it: broad fields would clip.
+// adds to each place twice what lies round it: broad fields would clip, so its sides lie deep in colour and
+// only edges are bright. Its alpha is what the streams from the ball leave dark: the word and a gap round it.
 void makeFlashWord(const char* path) {
     const int columns = 1024, rows = 340;
-    const float capHeight = 270, baseline = 305;
-    LetteringField text(columns, rows, 20);
+    const float capHeight = 270, baseline = 305, gap = 22;
+    LetteringField text(columns, rows, 40);
     setWord(text, baseline, capHeight);
     Canvas word(columns, rows);
     paint(word, [&](float x, float y, Rgba) {
         const float distance = text.at(x, y);
-        // White by the ball, gold towards the viewer, and a bright edge all round.
-        const Rgba face = mix(opaque(0.66f, 0.40f, 0.18f), opaque(0.70f, 0.28f, 0.06f), y / rows);
-        return mix(face, opaque(1, 0.95f, 0.84f), outline(distance + 3, 6)) * coverage(distance);
+        Rgba seen;
+        const bool within = x > 1 && y > 1 && x < columns - 1 && y < rows - 1;
+        if (within && distance < 1) {
+            // Cut like a wedge: sides to the ball are gold, the others red, paler by the ball; a line runs
+            // all round.
+            const float lit = unit(0.5f + 0.8f * bevelFacing(text, int(x), int(y), 1));
+            const Rgba side = mix(opaque(0.095f, 0.004f, 0.050f), opaque(0.46f, 0.22f, 0.040f), lit);
+            const float inside = smoothstep(-6.0f, -10.0f, distance);
+            seen = side * (inside * mix(1.25f, 0.85f, y / rows)) +
+                   opaque(0.90f, 0.74f, 0.46f) * outline(distance + 2.5f, 4);
+            seen = seen * coverage(distance);
+        }
+        seen.a = smoothstep(gap, 0.6f * gap, distance);
+        return seen;
     });
 
     const int size = 1024;
@@ -71,7 +83,9 @@ void makeFlashWord(const char* path) {
                            0.6f * std::pow(0.5f + 0.5f * std::cos(28 * turn + 1), 40.0f);
         const float star =
             rays * std::exp(-2.6f * far) * smoothstep(0.15f, 0.26f, far) * smoothstep(1.3f, 0.6f, far);
-        return ground + floor.at(px, py) + streams.at(px, py) * (0.4f * smoothstep(size, 0.9f * size, y)) +
+        const Rgba lettered = floor.at(px, py);
+        return ground + lettered +
+               streams.at(px, py) * (0.8f * (1 - lettered.a) * smoothstep(size, 0.9f * size, y)) +
                mix(opaque(0.55f, 0.75f, 1), opaque(1, 0.72f, 0.40f), smoothstep(-0.3f, 0.3f, ball.x)) *
                    (0.75f * star);
     });
