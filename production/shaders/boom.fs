@@ -40,9 +40,10 @@ const vec2 glass = vec2(4.0 / 3.0, 1.0);  // half the screen
 const float glassCorner = 0.26;
 const float faceSize = 1.22;
 // Lights, of which the glow makes two to three times as much, and then the fade so much less of all that is over 1:
-// what is to be seen longest is full in all of its channels.
+// what is to be seen longest is full in one channel and stays a colour, since what is full in all fades to grey.
 const vec3 amber = vec3(0.62, 0.215, 0.012);
 const vec3 hot = vec3(0.95, 0.56, 0.24);
+const vec3 embers = vec3(0.95, 0.32, 0.06);
 const vec3 pale = vec3(0.95, 0.86, 0.62);
 const vec3 ivory = vec3(0.270, 0.206, 0.136);
 const vec3 orange = vec3(0.34, 0.085, 0.012);
@@ -51,7 +52,7 @@ const vec3 petrol = vec3(0.020, 0.075, 0.095);
 const vec3 steel = vec3(0.030, 0.036, 0.050);
 const vec3 zenith = vec3(0.010, 0.012, 0.055);
 const vec3 horizon = vec3(0.060, 0.200, 0.340);
-const vec3 moonlight = vec3(0.80, 0.90, 1.00);
+const vec3 moonlight = vec3(0.36, 0.47, 1.00);
 // Places in the night, from the middle of the picture in halves of its height.
 const float sea = -0.42;
 const vec2 moon = vec2(0.84, 0.56);
@@ -226,7 +227,8 @@ float nightfall(float seconds, bool look) { return look ? 0.0 : smoothstep(intoN
 Screen screenFor(float seconds, bool look) {
     // The viewer steps back from the screen, and then from the head.
     float back = smoothstep(lastCardsBeat - lastCard, 0.32, seconds), dark = nightfall(seconds, look);
-    float zoom = look ? 0.60 : mix(mix(1.0, 0.52, back), 0.285, dark);
+    float far = 0.285 + 0.12 * smoothstep(fallsAsleep, fallsAsleep + 3.6, seconds);  // and nearer as it falls asleep
+    float zoom = look ? 0.60 : mix(mix(1.0, 0.52, back), far, dark);
     float tilt = look ? -0.05 : 0.05 * smoothstep(eyesOpen - 0.1, eyesOpen + 0.4, seconds) -
                                     0.11 * smoothstep(fallsAsleep, fallsAsleep + 0.95, seconds);
     vec2 p = ((place - 0.5 + vec2(0.0, 0.02 * back)) * 2.0 * aspect - sleeper * dark) / zoom;
@@ -250,9 +252,9 @@ vec3 endAt(float seconds, bool look, Screen screen, vec3 shown, float pixel) {
     float face = outsideFace(q / size, eyes, gaze, bend), drawn = step(switchedOff - 0.06, seconds);
     float halo = max(1.0 - 3.0 * max(face, 0.0), 0.0);
     // It is drawn in light, which shines through the glass round it.
-    vec3 heart = mix(hot, pale, look ? 1.0 : asleep);
-    shown += (heart * inside(face, pixel / size) +
-              amber * (0.14 * halo * halo * halo + 0.022 * bend * (1.0 - 0.4 * dot(p, p)))) * drawn;
+    float ember = 0.022 * bend + 0.13 * asleep;  // asleep, the screen is a night light
+    shown += ((look ? pale : mix(hot, embers, asleep)) * inside(face, pixel / size) +
+              amber * (0.14 * halo * halo * halo + ember * (1.0 - 0.4 * dot(p, p)))) * drawn;
     float edge = roundBox(p, glass, glassCorner * screen.back);
     shown = shown * (1.0 - 0.8 * screen.back * clamp(1.0 + 6.0 * edge, 0.0, 1.0)) +
             onGlass(p, edge) * (screen.back * (1.0 - dark));
