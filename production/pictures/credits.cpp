@@ -21,7 +21,6 @@ constexpr int columns = 512, rows = 256;
 // Lengths are in rows of the picture, which is this many broad.
 constexpr float breadth = rows * 4.0f / 3, pixelAspect = breadth / columns;
 // The block's outer side from the card's, which is the screen's; how broad and how tall it is.
-constexpr float blockTop = 28;  // rows from the card's upper edge
 constexpr float outerSide = 34, blockBreadth = 218, blockHeight = 200;
 constexpr float emblemRadius = 56, beside = 12;
 
@@ -34,6 +33,8 @@ struct Card {
     const char *noun, *without;
     Emblem emblem;
     bool left;
+    // Rows from the card's upper edge, and its size times what stands above.
+    float blockTop = 28, size = 1;
 };
 
 const Rgba sun = opaque(1.0f, 0.52f, 0.10f), ember = opaque(0.80f, 0.20f, 0.05f),
@@ -49,13 +50,15 @@ Rgba inBothLights(float across) {
     return mix(mix(deep, sky, unit(1 - 1.6f * (across + 0.6f))), sun, smoothstep(-0.15f, 0.75f, across));
 }
 
+constexpr int effects = 12;
+
 // A clock with a stroke for every effect.
 Rgba clock(Point p, float pixel) {
     const float r = length(p);
     Rgba seen = mix(deep, night, unit(r));
     lay(seen, inBothLights(p.x), std::fabs(r - 0.94f) - 0.06f, pixel);
-    for (int i = 0; i < 12; i++) {
-        const Point mark = turned(p, -2 * pi * i / 12);
+    for (int i = 0; i < effects; i++) {
+        const Point mark = turned(p, -2 * pi * i / effects);
         lay(seen, paper,
             box(mark, {0, -0.70f}, {i % 3 == 0 ? 0.055f : 0.038f, i % 3 == 0 ? 0.14f : 0.09f}, 0.02f), pixel);
     }
@@ -67,11 +70,11 @@ Rgba clock(Point p, float pixel) {
 
 // The mirror ball.
 Rgba mirrorBall(Point p, float pixel) {
-    constexpr int rows = 13;
+    constexpr int belts = 13;
     const float bulge = std::sqrt(std::fmax(1 - p.y * p.y, 0.0f));
-    const float row = (0.5f + arcSin(std::clamp(p.y, -1.0f, 1.0f)) / pi) * rows,
+    const float row = (0.5f + arcSin(std::clamp(p.y, -1.0f, 1.0f)) / pi) * belts,
                 middle = std::floor(row) + 0.5f;
-    const float mirrors = std::round(1.05f * rows * std::sin(pi * middle / rows)) + 0.5f * (int(row) % 2);
+    const float mirrors = std::round(1.05f * belts * std::sin(pi * middle / belts)) + 0.5f * (int(row) % 2);
     const float turn = arcSin(std::clamp(p.x / std::fmax(bulge, 0.01f), -1.0f, 1.0f));
     const float column = (turn / pi + 0.5f) * mirrors, between = std::floor(column) + 0.5f;
     const float bright = randomAt(int(column), int(row), 11), cast = randomAt(int(column), int(row), 7);
@@ -80,7 +83,7 @@ Rgba mirrorBall(Point p, float pixel) {
     seen = mix(night, seen, (0.35f + 0.65f * bulge * std::cos(turn)) * (0.7f + 0.3f * bright));
     // Joints are as broad everywhere.
     const float joint =
-        std::fmin((0.5f - std::fabs(row - middle)) * bulge * pi / rows,
+        std::fmin((0.5f - std::fabs(row - middle)) * bulge * pi / belts,
                   (0.5f - std::fabs(column - between)) * bulge * std::cos(turn) * pi / mirrors);
     lay(seen, night, joint - 0.013f, pixel);
     return seen;
@@ -132,14 +135,17 @@ Lettering filling(const std::string& text, Lettering style, float line) {
 
 void makeCard(const char* path, const Card& card) {
     const float side = card.left ? outerSide : breadth - outerSide, inwards = card.left ? 1 : -1;
-    const Point emblem = {side + inwards * emblemRadius, blockTop + emblemRadius};
+    const float size = card.size, radius = emblemRadius * size;
+    const Point emblem = {side + inwards * radius, card.blockTop + radius};
     LetteringField text(columns, rows, 30);
     // Sets a line between two distances from the block's outer side, its baseline so far below the top.
     const auto line = [&](const std::string& words, Lettering style, float from, float to, float below) {
-        style = filling(words, style, to - from);
+        style.height *= size;
+        style = filling(words, style, (to - from) * size);
         setText(text, style,
-                {words, (side + inwards * (from + to) / 2) / pixelAspect, blockTop + below, Align::Centre});
-        return style.height;
+                {words, (side + inwards * size * (from + to) / 2) / pixelAspect, card.blockTop + size * below,
+                 Align::Centre});
+        return style.height / size;
     };
     const float column = 2 * emblemRadius + beside;
     const std::string count = std::to_string(card.count);
@@ -153,17 +159,17 @@ void makeCard(const char* path, const Card& card) {
 
     Canvas canvas(columns, rows);
     paint(canvas, [&](float x, float y, Rgba) {
-        const Point p = {x * pixelAspect, y}, from = (p - emblem) * (1 / emblemRadius);
-        const float disc = emblemRadius * (length(from) - 1), letters = text.at(x, y);
-        const float block = box(p, {side + inwards * blockBreadth / 2, blockTop + blockHeight / 2},
-                                {blockBreadth / 2, blockHeight / 2}, 20);
+        const Point p = {x * pixelAspect, y}, from = (p - emblem) * (1 / radius);
+        const float disc = radius * (length(from) - 1), letters = text.at(x, y);
+        const Point half = Point{blockBreadth, blockHeight} * (size / 2);
+        const float block = box(p, {side + inwards * half.x, card.blockTop + half.y}, half, 20);
         Rgba seen = night * (0.62f * smoothstep(24, -24, block));
         seen = over(night * (0.65f * smoothstep(8, 0, std::fmin(letters, disc))), seen);
         seen = over(inBothLights(from.x) * (0.5f * bell(disc, 3)), seen);
-        seen = over(card.emblem(from, 1 / emblemRadius) * coverage(disc), seen);
-        return over(
-            mix(paper, sun, smoothstep(0.3f, 1.0f, (y - blockTop) / blockHeight) * 0.5f) * coverage(letters),
-            seen);
+        seen = over(card.emblem(from, 1 / radius) * coverage(disc), seen);
+        return over(mix(paper, sun, smoothstep(0.3f, 1.0f, (y - card.blockTop) / (2 * half.y)) * 0.5f) *
+                        coverage(letters),
+                    seen);
     });
     saveRgba(canvas, path, Rows::TopFirst);
 }
@@ -171,10 +177,12 @@ void makeCard(const char* path, const Card& card) {
 }  // namespace
 
 void makeCodeCredit(const char* path) {
-    makeCard(path, {"Code", 12, "effects", "and one clock", clock, true});
+    makeCard(path, {"Code", effects, "effects", "and one clock", clock, true});
 }
+// Below the colossus' face, which looks over it.
 void makeModelsCredit(const char* path) {
-    makeCard(path, {"Models", int(std::size(modelProducts)), "meshes", "and no modeller", mirrorBall, false});
+    makeCard(path, {"Models", int(std::size(modelProducts)), "meshes", "and no modeller", mirrorBall, false,
+                    74, 0.78f});
 }
 void makeGraphicsCredit(const char* path) {
     makeCard(path, {"Graphics", int(std::size(pictureProducts)), "pictures", "and no camera", sunset, false});
