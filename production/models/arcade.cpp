@@ -47,18 +47,22 @@ double turnOf(int number) {
 }
 
 // As if lamps stood at their foot: a back seems to lean out, the more the higher up, so that its foot throws
-// back the glow beyond the hall and its top the night.
+// back the glow beyond the hall and its top the night. Behind the colossus, which has lights of its own, it
+// is dark.
 Shape niches() {
     constexpr int rows = 7;
     constexpr double half = halfOpen + 0.1, high = springing + rise + 10;
     std::vector<Shape> backs;
-    for (int i = 0; i < bays; i++)
-        backs.push_back(grid(2, rows, false, false, [=](int c, int r) {
+    for (int i = 0; i < bays; i++) {
+        const Shape back = grid(2, rows, false, false, [=](int c, int r) {
             return onRing(turnOf(i) + breadth * half * (2 * c - 1), wallRadius, high * r / (rows - 1));
+        });
+        const bool dark = std::abs(std::remainder(turnOf(i) - colossusTurn, 2 * pi)) < 2 * breadth;
+        backs.push_back(shaded(back, [=](Vec p, Vec) {
+            return Vec{0, -1, 0} - normalized(Vec{p.x, 0, p.z}) * (dark ? 0.5 : mix(0.01, 0.26, p.y / high));
         }));
-    return shaded(joined(backs), [](Vec p, Vec) {
-        return Vec{0, -1, 0} - normalized(Vec{p.x, 0, p.z}) * mix(0.01, 0.26, p.y / high);
-    });
+    }
+    return joined(backs);
 }
 
 Shape stone() {

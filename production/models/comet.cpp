@@ -64,19 +64,12 @@ const std::vector<Waypoint> toTheSun = {{-3.3, -6, 500, 0.1},
                                         {-2.0, 40, 420, 1.0},
                                         {-1.3, 64, 470, 0.9},
                                         {-0.9, 78, 520, 0.2}};
-// When it would reach the colossus' hand: a turn and more after what the viewer sees of it.
-constexpr double faceTime = showtime::glimpse.seconds() - 0.14;
-
 }  // namespace
 
 namespace comet {
 
 Shape tracks() {
     return joined({track(overTheNight), track(toTheSun)});
-}
-
-Shape litInPassing(const Shape& shape, double after) {
-    return shaded(shape, [=](Vec p, Vec) { return showingAt(faceTime + after, p, 0); });
 }
 
 }  // namespace comet

@@ -9,8 +9,4 @@ namespace comet {
 // into its hand.
 model::Shape tracks();
 
-// Shades what stands in the hall so that the comet seems to shine from it from the time that it reaches the
-// colossus' hand, or so many seconds after that: dark before, and fading for two seconds.
-model::Shape litInPassing(const model::Shape& shape, double after);
-
 }  // namespace comet

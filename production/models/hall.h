@@ -29,7 +29,12 @@ constexpr double starRadius = 132, starHeight = 26;
 // has the ship before it at 138, 153.7 and 169.4 s, each other one a quarter of 15.7 s later than the one
 // before it, the colossus at 145.4, 161.1 and 176.8 s. No projector hangs before any of them then.
 constexpr double towerTurn = model::degrees(4), shipTurn = model::degrees(94),
-                 probesTurn = model::degrees(184), colossusTurn = model::degrees(274);
+                 planetTurn = model::degrees(184), colossusTurn = model::degrees(274);
+
+// Whose quarter a bearing lies in, in that order; each has a colour of its own.
+inline int quarterOf(double turn) {
+    return (int(std::lround((turn - towerTurn) / (model::pi / 2))) % 4 + 4) % 4;
+}
 
 inline Vec onRing(double turn, double radius, double y) {
     return {radius * std::cos(turn), y, radius * std::sin(turn)};

@@ -134,9 +134,10 @@ double floorSlope(Vec p, double slope, bool outermost) {
 }
 
 // A ring's plates, dark joints between them. No two lie quite alike, so that what they throw back breaks from
-// one to the next.
+// one to the next. For who has the ship before him they lean to his right, where the glow is warm, for who
+// has the colossus to his left.
 Shape plates(double outer, double inner, double top, double slope, bool outermost) {
-    constexpr double breadth = 34, joint = 0.5, uneven = 0.03, leaning = 0.015;
+    constexpr double breadth = 34, joint = 0.5, uneven = 0.03, leaning = 0.015, warmth = 0.32;
     const int count = int(2 * pi * outer / breadth), columns = 5;
     std::vector<Shape> parts;
     for (int i = 0; i < count; i++) {
@@ -153,8 +154,9 @@ Shape plates(double outer, double inner, double top, double slope, bool outermos
             return up - normalized(Vec{p.x, 0, p.z}) * floorSlope(p, darkSlope, outermost);
         }));
         parts.push_back(shaded(plate, [=](Vec p, Vec) {
-            const Vec out = normalized(Vec{p.x, 0, p.z});
-            return up - out * floorSlope(p, own, outermost) + cross(out, up) * aside;
+            const Vec out = normalized(Vec{p.x, 0, p.z}), left = cross(out, up);
+            return up - out * floorSlope(p, own, outermost) +
+                   left * (aside + warmth * dot(left, onRing(shipTurn + pi / 2, 1, 0)));
         }));
     }
     return joined(parts);
@@ -338,82 +340,47 @@ Shape asColossus(const Shape& part) {
 // Over which T is stretched.
 constexpr double glassTall = figures::robotScreenHalf.x / figures::robotScreenHalf.y;
 constexpr double eyes[] = {0.27, 0.73}, eyesHeight = 0.40;
-constexpr double eyeRadius = 0.185, pupilRadius = 0.078, smileHalf = 0.075, smileCore = 0.026;
+constexpr double eyeRadius = 0.185, pupilRadius = 0.078, smileHalf = 0.075;
 constexpr double ridge = 1.8;  // units over the glass
 
-Shape pupil(double s, double radius) {
+Shape ringAt(double s, double outer, double inner) {
     const int sides = 32;
     return grid(sides, 2, true, false, [&](int c, int r) {
-        const double turn = 2 * pi * c / sides, out = r == 0 ? radius : 0;
-        return Vec{s + out * std::cos(turn), eyesHeight - out * glassTall * std::sin(turn), ridge + 0.5};
+        const double turn = 2 * pi * c / sides, out = r == 0 ? outer : inner;
+        return Vec{s + out * std::cos(turn), eyesHeight - out * glassTall * std::sin(turn), ridge};
     });
 }
 
-// How far the smile's middle line, and an eye's upper edge from its middle, lie at an S from its own middle.
-double smileAt(double s) {
-    return 0.34 + glassTall * std::sqrt(0.33 * 0.33 - s * s);
-}
-double eyeAt(double s) {
-    return glassTall * std::sqrt(std::max(eyeRadius * eyeRadius - s * s, 0.0));
-}
-
-// Upright ridges like a fan's, between a lower and an upper edge: who comes from one side sees the flanks
-// that look there, which show him the lamp, and of the others next to nothing.
-template <class Lower, class Upper>
-Shape fan(double from, double to, int ridges, Lower lower, Upper upper) {
-    std::vector<Shape> flanks;
-    for (int i = 0; i < 2 * ridges; i++)
-        flanks.push_back(grid(2, 2, false, false, [&](int c, int r) {
-            const double s = mix(from, to, double(i + c) / (2 * ridges));
-            return Vec{s, r == 0 ? lower(s) : upper(s), (i + c) % 2 * ridge + 0.5};
-        }));
-    return joined(flanks);
+// Along the smile, between a lower and an upper edge so far below its middle line.
+Shape smileLine(double lower, double upper) {
+    const int steps = 24;
+    return grid(steps + 1, 2, false, false, [&](int c, int r) {
+        const double s = 0.46 * (double(c) / steps - 0.5), middle = std::sqrt(0.33 * 0.33 - s * s);
+        return Vec{0.5 + s, 0.34 + glassTall * middle + (r == 0 ? lower : upper), ridge};
+    });
 }
 
+// On the screen, lit for who stands so far to the right of straight across, so far off the lamp's middle.
+Shape shownOnScreen(const std::vector<Shape>& parts, double aside, double off) {
+    return lampLit(asColossus(figures::onRobotScreen(joined(parts))), colossusTurn, aside, off);
+}
+
+// To all who see it from before it: gold at its heart and red at its edges. And round it lines of light for
+// who stands far to the right.
 Shape face() {
-    std::vector<Shape> parts = {fan(
-        0.27, 0.73, 15, [](double s) { return smileAt(s - 0.5) + smileHalf; },
-        [](double s) { return smileAt(s - 0.5) - smileHalf; })};
-    for (const double middle : eyes)
-        parts.push_back(fan(
-            middle - eyeRadius, middle + eyeRadius, 12,
-            [=](double s) { return eyesHeight + eyeAt(s - middle); },
-            [=](double s) { return eyesHeight - eyeAt(s - middle); }));
-    const Vec right = onRing(colossusTurn + pi / 2, 1, 0);
-    const viewer::View views[] = {across(colossusTurn, -degrees(30)), across(colossusTurn, degrees(24))};
-    return shaded(asColossus(figures::onRobotScreen(joined(parts))), [=](Vec p, Vec normal) {
-        return towardsLamps(views[dot(normal, right) > 0], p, lampMiddle);
-    });
-}
-
-// Round the eyes and under the smile lines of light for who stands far to the right of it.
-Shape outlines() {
+    constexpr double iris = 0.145, core = 0.35 * smileHalf;
     constexpr double gap = 0.008, breadth = 0.03;
-    const auto line = [](int steps, auto at) {
-        return grid(steps + 1, 2, false, false,
-                    [=](int c, int r) { return at(double(c) / steps, breadth * (1 - r)); });
-    };
-    std::vector<Shape> lines = {line(16, [](double k, double out) {
-        const double s = mix(-0.23, 0.23, k);
-        return Vec{0.5 + s, smileAt(s) + smileHalf + gap + out, ridge};
-    })};
-    for (const double middle : eyes)
-        lines.push_back(line(32, [=](double k, double out) {
-            const double turn = 2 * pi * k, far = eyeRadius + gap + out;
-            return Vec{middle + far * std::cos(turn), eyesHeight - far * glassTall * std::sin(turn), ridge};
-        }));
-    return lampLit(asColossus(figures::onRobotScreen(joined(lines))), colossusTurn, degrees(68));
-}
-
-// Over them what the comet lights as it passes: the pupils, and a line in the smile.
-Shape litFace() {
-    const Shape line = grid(25, 2, false, false, [](int c, int r) {
-        const double s = 0.42 * (c / 24.0 - 0.5);
-        return Vec{0.5 + s, smileAt(s) + (r == 0 ? smileCore : -smileCore), ridge + 0.5};
-    });
-    return comet::litInPassing(asColossus(figures::onRobotScreen(
-                                   joined({line, pupil(eyes[0], pupilRadius), pupil(eyes[1], pupilRadius)}))),
-                               0);
+    std::vector<Shape> hearts = {smileLine(core, -core)},
+                       edges = {smileLine(smileHalf, core), smileLine(-core, -smileHalf)},
+                       outlines = {smileLine(smileHalf + gap + breadth, smileHalf + gap)};
+    for (const double middle : eyes) {
+        hearts.push_back(ringAt(middle, iris, pupilRadius));
+        edges.push_back(ringAt(middle, eyeRadius, iris));
+        outlines.push_back(ringAt(middle, eyeRadius + gap + breadth, eyeRadius + gap));
+    }
+    // Aimed like this, the hearts lose the lamp last as he walks by.
+    return joined({shownOnScreen(hearts, -degrees(60), degrees(12.5)),
+                   shownOnScreen(edges, -degrees(28), degrees(13)), shownOnScreen(outlines, degrees(68), 0)});
 }
 
 // The firebird before the sun, its wings spread across it, its head sinking towards the hall.
@@ -513,11 +480,11 @@ Shape planet() {
             return at(half * (2.0 * c / (columns - 1) - 1), up, 0);
         });
         // Its night is the side that is lit first: what is dark when the rest is seen well.
-        parts.push_back(shaded(atTurn(band, probesTurn), [&](Vec p, Vec) {
-            const Vec from = turned({{p}, {}}, Axis::y, probesTurn).points[0] - at(0, 0, 0);
+        parts.push_back(shaded(atTurn(band, planetTurn), [&](Vec p, Vec) {
+            const Vec from = turned({{p}, {}}, Axis::y, planetTurn).points[0] - at(0, 0, 0);
             const double day = 0.5 + 0.5 * (0.84 * from.z + 0.55 * from.y) / radius;
             const double beyond = degrees(10 + 0.5 * tones[i] + 11 * (1 - day));
-            return viewer::facing(across(probesTurn, -degrees(mix(4, 26, day))), p,
+            return viewer::facing(across(planetTurn, -degrees(mix(4, 26, day))), p,
                                   {0, std::cos(beyond), std::sin(beyond)});
         }));
     }
@@ -530,8 +497,8 @@ Shape planet() {
                                 const double turn = pi * c / steps, out = side * (r == 0 ? from : to);
                                 return at(out * std::cos(turn), -out * flat * std::sin(turn), 3 * side);
                             }),
-                       probesTurn),
-                probesTurn, -degrees(8), degrees(from < 1.5 ? 1 : 4)));
+                       planetTurn),
+                planetTurn, -degrees(8), degrees(from < 1.5 ? 1 : 4)));
     return joined(parts);
 }
 
@@ -547,27 +514,27 @@ void makeStage(const char* path) {
                 works = lacquered(ofColossus(figures::robotWorks()), atlas::hull::petrol, 44),
                 trim = lacquered(ofColossus(figures::robotTrim()), atlas::hull::orange, 44);
     const Shape itsGlass = darkGlass(asColossus(figures::robotScreen()));
-    const Shape itsFace = joined({face(), outlines()});
-    const Shape streaks = joined({comet::tracks(), litFace(), spots::onWall()});
+    const Shape streaks = joined({comet::tracks(), spots::onWall()});
+    constexpr atlas::hull::Lacquer colours[] = {atlas::hull::violet, atlas::hull::orange, atlas::hull::blue,
+                                                atlas::hull::petrol};
     std::vector<Shape> piers;
     for (int i = 0; i < arcade::bays; i++) {
         const double turn = arcade::turnOf(i);
-        piers.push_back(litIn(onlySeen(atTurn(arcade::stone(), turn)), turn, {0, 0}));
+        piers.push_back(lacquered(litIn(onlySeen(atTurn(arcade::stone(), turn)), turn, {0, 0}),
+                                  colours[quarterOf(turn)], 60));
     }
     const Shape ground =
         shaded(lathe({{wallRadius, 0}, {terraces[0].radius - 2.4, 0}}, stageSides), [](Vec p, Vec) {
             return up - normalized(Vec{p.x, 0, p.z}) * darkSlope;
         });
     // From far to near: while the hall fades in, each is drawn over all before it.
-    writeAml(
-        path,
-        {dark(joined({arcade::niches(), arcade::shadows()})),
-         lacquered(joined(piers), atlas::hull::petrol, 60),
-         dark(joined(
-             {arcade::mouldings(), ground, floorRings(), onlySeen(cornice()), streaks, sunDisc(), planet()})),
-         lacquered(litIn(onlySeen(hungShip()), shipTurn, {0.0, 1.6}), atlas::hull::ivory, 16),
-         joined({shells, works, trim}), dark(joined({itsGlass, itsFace})),
-         lacquered(litIn(onlySeen(tower([](int) { return figures::heapBox(); })), towerTurn, {0.4, 0.5}),
-                   atlas::hull::sand, 25),
-         dark(joined({towerWindows(), planet()})), dark(joined({middle, ball::rim()})), ball::mirrors()});
+    writeAml(path,
+             {dark(joined({arcade::niches(), arcade::shadows()})), joined(piers),
+              dark(joined({arcade::mouldings(), ground, floorRings(), onlySeen(cornice()), streaks, sunDisc(),
+                           planet()})),
+              lacquered(litIn(onlySeen(hungShip()), shipTurn, {0.0, 1.6}), atlas::hull::ivory, 16),
+              joined({shells, works, trim}), dark(joined({itsGlass, face()})),
+              lacquered(litIn(onlySeen(tower([](int) { return figures::heapBox(); })), towerTurn, {0.4, 0.5}),
+                        atlas::hull::sand, 25),
+              dark(towerWindows()), dark(joined({middle, ball::rim()})), ball::mirrors()});
 }

@@ -53,13 +53,9 @@ Rgba cells(float tone) {
     return opaque(tone * 0.10f, tone * 0.46f, tone);
 }
 
-// Steel: teal in the dark, nearly neutral when bright. The hall's lights have next to no red, so that what is
-// teal here shines there, and is only steel under the tunnel's white ones.
-Rgba steel(float tone) {
-    const float bright = smoothstep(0.25f, 0.9f, tone);
-    return opaque(tone * mix(0.76f, 0.97f, bright), tone * mix(1.34f, 1.02f, bright),
-                  tone * mix(1.52f, 1.04f, bright));
-}
+// Of a lamp's channel. The hall's lights have next to no red, so that what is teal here shines there, and is
+// only steel under the tunnel's white ones.
+const Rgba steel = opaque(0.076f, 0.134f, 0.152f);
 
 float cutBox(Point p, Point half, float cut) {
     const float slant = (std::fabs(p.x) - half.x + std::fabs(p.y) - half.y + cut) * 0.70710678f;
@@ -134,7 +130,7 @@ Stamp lamp(Rgba glow, float strength) {
     return [=](Relief& relief, Metal, const Field& field) {
         const Point half = field.half, channel = half + Point{9, 9};
         const Extent extent = field.with(9 + 26);
-        tint(relief, extent, steel(0.10f), 1, [&](Point p) { return box(p, {}, channel, 9); });
+        tint(relief, extent, steel, 1, [&](Point p) { return box(p, {}, channel, 9); });
         raise(relief, extent, -7, 4, [&](Point p) { return box(p, {}, channel, 9); });
         // Thin bars across it, so that a broad lamp is no blank.
         shine(relief, extent, glow * strength, 26, [&](Point p) {
@@ -192,6 +188,8 @@ const std::vector<Row> hullRows = {
     {atlas::hull::lacquer(atlas::hull::orange), ramp(opaque(1, 0.13f, 0.01f))},
     {atlas::hull::lacquer(atlas::hull::petrol), ramp(opaque(0.10f, 0.34f, 0.44f))},
     {atlas::hull::lacquer(atlas::hull::sand), ramp(opaque(0.80f, 0.28f, 0.20f))},
+    {atlas::hull::lacquer(atlas::hull::violet), ramp(opaque(1, 0.07f, 0.50f))},
+    {atlas::hull::lacquer(atlas::hull::blue), ramp(opaque(0.06f, 0.13f, 0.85f))},
 };
 // Light over dark ground, in model units: a line by its distance.
 Rgba thinLine(float distance, float width, Rgba own) {
@@ -257,13 +255,17 @@ Rgba ribAt(float x, float z) {
     return seen;
 }
 
-// The hall's dome: over the radius (0..1), and half a bay (0..1).
-Rgba domeAt(float radius, float side) {
+// The hall's dome over a quarter: over the radius (0..1), and from the quarter's middle to its end (0..1),
+// where the next one's colour begins in the dark. A line of light runs along both.
+Rgba domeAt(int quarter, float radius, float side) {
+    // The tower's, the ship's, the planet's and the colossus'.
+    const Rgba tones[atlas::walls::quarters] = {opaque(0.40f, 0.03f, 0.20f), opaque(0.45f, 0.05f, 0.02f),
+                                                opaque(0.03f, 0.06f, 0.27f), opaque(0.10f, 0.13f, 0.16f)};
     const float ring = std::fabs(radius * 7 - std::round(radius * 7));
-    const Rgba c = mix(opaque(0.03f, 0.045f, 0.055f), opaque(0.10f, 0.13f, 0.16f), std::pow(radius, 3.0f)) *
-                   smoothstep(0.015f, 0.04f, ring);
-    return (c +
-            light(0.26f, 0.32f, 0.36f) * (smoothstep(0.02f, 0.01f, side) * smoothstep(0.2f, 0.9f, radius))) *
+    const Rgba c = tones[quarter] * (mix(0.35f, 1.0f, std::pow(radius, 3.0f)) *
+                                     smoothstep(0.015f, 0.04f, ring) * smoothstep(1.0f, 0.7f, side));
+    return (c + light(0.26f, 0.32f, 0.36f) *
+                    (smoothstep(0.01f, 0.005f, std::fmin(side, 1 - side)) * smoothstep(0.2f, 0.9f, radius))) *
            1.9f;
 }
 
@@ -315,10 +317,12 @@ void makeWalls(const char* path) {
                      (float(cells.middleY()) - y / cell) / float(cells.height) * 2 * half.y};
     };
     paint(canvas, [&](float x, float y, Rgba) {
-        constexpr Cells dome = atlas::walls::dome;
-        if (x >= float(dome.left) * cell)
-            return solid(domeAt((x / cell - float(dome.left)) / float(dome.width),
-                                unit(1 - y / cell / float(dome.height))));
+        if (const Cells first = atlas::walls::dome(0); x >= float(first.left) * cell) {
+            const int quarter = int(y / cell / float(first.height));
+            const Cells dome = atlas::walls::dome(quarter);
+            return solid(domeAt(quarter, (x / cell - float(dome.left)) / float(dome.width),
+                                unit((float(dome.bottom()) - y / cell) / float(dome.height))));
+        }
         Rgba seen = opaque(0, 0, 0);
         for (const float dx : {-0.375f, -0.125f, 0.125f, 0.375f})
             for (const float dy : {-0.375f, -0.125f, 0.125f, 0.375f}) {

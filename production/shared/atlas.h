@@ -61,9 +61,9 @@ constexpr Cells thread(int kind) {
 }
 // Lacquers of what stands in the hall, each a ramp from its shade on the left to its full tone.
 constexpr Cells lacquer(int number) {
-    return {0.1 + 0.7 * number, 5.1, 0.6, 0.6};
+    return {0.1 + 0.7 * (number % 4), number < 4 ? 5.1 : 7.2, 0.6, 0.6};
 }
-enum Lacquer { ivory, orange, petrol, sand };
+enum Lacquer { ivory, orange, petrol, sand, violet, blue };
 // The firebird: feathers, each half of one from its shaft to its edge and from its root to its tip; half of
 // its body from its back to its belly, and from the beak to the rump; an eye from its middle; its beak.
 constexpr Cells feathers = {3.05, 12.05, 6.9, 3.9}, plumage = {3.05, 5.05, 2.9, 3.8};
@@ -83,8 +83,12 @@ namespace walls {
 // A bay of the arcade from joint to joint, a dark one of galleries, and the ribs' paint over a column.
 constexpr Cells bay = {0, 0, 5, 11}, gallery = {5, 0, 3, 11}, rib = {0, 11, 8, 4}, black = {0, 15, 8, 1};
 
-// The hall's, over its breadth from the axis to the wall, over its height half a bay, upwards.
-constexpr Cells dome = {8, 0, 8, 8};
+// The hall's dome over each quarter, over its breadth from the axis to the wall, over its height from the
+// quarter's middle to its end, upwards.
+constexpr int quarters = 4;
+constexpr Cells dome(int quarter) {
+    return {8, 4.0 * quarter, 8, 4};
+}
 
 }  // namespace walls
 
