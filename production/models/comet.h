@@ -5,8 +5,8 @@
 
 namespace comet {
 
-// Bands before the wall on which it is seen: over the night behind the probes, then past the colossus' head
-// into its hand.
+// Bands before the wall on which it is seen: over the night behind the planet, and from over the tower to the
+// sun.
 model::Shape tracks();
 
 }  // namespace comet

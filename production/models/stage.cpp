@@ -114,7 +114,7 @@ Shape lampLit(const Shape& shape, double turn, double aside, double off = 0) {
     return shaded(shape, [=](Vec p, Vec) { return towardsLamps(view, p, lampMiddle + off); });
 }
 
-constexpr int stageSides = 80, floorSides = 120, smallSides = 10;
+constexpr int stageSides = 80, floorSides = 96, smallSides = 10;
 
 // A ring of the stage's floor: how far across its terrace it ends, 0..1 from outside, and how steep it seems.
 constexpr double darkSlope = 0.04;
@@ -508,7 +508,7 @@ void makeStage(const char* path) {
     const Shape middle = joined({stageFloor(), inlays(), risers(), edgeLights(), ballCup(),
                                  around(projector(), sources), around(stud(), sources)});
     const auto ofColossus = [](const Shape& part) {
-        return litIn(onlySeen(onlyAbove(asColossus(welded(part, 0.6)), -2)), colossusTurn, {0.85, 1});
+        return litIn(onlySeen(onlyAbove(asColossus(welded(part, 1.0)), -2)), colossusTurn, {0.85, 1});
     };
     const Shape shells = lacquered(ofColossus(figures::robotShells()), atlas::hull::ivory, 44),
                 works = lacquered(ofColossus(figures::robotWorks()), atlas::hull::petrol, 44),
