@@ -8,7 +8,6 @@
 #include <sstream>
 
 #include "tests/process.h"
-#include "tests/scratch.h"
 
 using namespace audio;
 
@@ -24,17 +23,21 @@ double figureOf(const std::string& report, const char* label) {
     return std::strtod(report.c_str() + at + strlen(label), nullptr);
 }
 
+// What the meter prints of a file.
+std::string metered(const std::string& path, const std::string& options) {
+    return outputOf("ffmpeg -hide_banner -nostats -i '" + path + "' -af ebur128=peak=true" + options +
+                    " -f null - 2>&1");
+}
+
 }  // namespace
 
-Loudness measure(const std::string& input) {
-    const std::string report =
-        outputOf("ffmpeg -hide_banner -nostats " + input + " -af ebur128=peak=true -f null - 2>&1");
+Loudness measure(const std::string& path) {
+    const std::string report = metered(path, "");
     return {figureOf(report, "I:"), figureOf(report, "Peak:")};
 }
 
-LoudnessAt measureAt(const std::string& input, double seconds) {
-    std::istringstream report(outputOf("ffmpeg -hide_banner -nostats " + input +
-                                       " -af ebur128=peak=true:framelog=info -f null - 2>&1"));
+LoudnessAt measureAt(const std::string& path, double seconds) {
+    std::istringstream report(metered(path, ":framelog=info"));
     for (std::string line; std::getline(report, line);) {
         const size_t time = line.find(" t: "), peaks = line.find("FTPK:");
         if (time == std::string::npos || peaks == std::string::npos) continue;
@@ -45,15 +48,6 @@ LoudnessAt measureAt(const std::string& input, double seconds) {
     }
     ADD_FAILURE() << "nothing at " << seconds << " s";
     return {};
-}
-
-Loudness measure(const Stereo& sound) {
-    std::string samples;
-    for (size_t i = 0; i < sound.frames(); i++)
-        for (const float sample : {sound.left[i], sound.right[i]})
-            samples.append(reinterpret_cast<const char*>(&sample), sizeof sample);
-    const ScratchDirectory scratch;
-    return measure("-f f32le -ar 44100 -ac 2 -i " + scratch.write("sound", samples));
 }
 
 Stereo decode(const std::string& path) {

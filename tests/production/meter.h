@@ -8,15 +8,12 @@
 struct Loudness {
     double integrated = 0, truePeak = 0;  // LUFS, dBTP
 };
-// The file as ffmpeg is to read it: a quoted path, behind options where its name doesn't tell what it is.
-Loudness measure(const std::string& input);
+Loudness measure(const std::string& path);
 // What it shows at a moment, in seconds: LUFS of the last 3 s, dBTP of the last 100 ms.
 struct LoudnessAt {
     double shortTerm = 0, left = 0, right = 0;
 };
-LoudnessAt measureAt(const std::string& input, double seconds);
-// A sound that no file holds yet.
-Loudness measure(const audio::Stereo& sound);
+LoudnessAt measureAt(const std::string& path, double seconds);
 
 // Any file that ffmpeg decodes, at 44.1 kHz.
 audio::Stereo decode(const std::string& path);

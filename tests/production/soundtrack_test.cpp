@@ -79,7 +79,7 @@ TEST(Soundtrack, IsStereoAndOutlastsTheShow) {
 }
 
 TEST(Soundtrack, IsAsLoudAsItsKindAndNeverClips) {
-    const Loudness loudness = measure(std::string("-i '") + track + "'");
+    const Loudness loudness = measure(track);
     EXPECT_NEAR(loudness.integrated, -14, 0.5);
     EXPECT_LE(loudness.truePeak, -1);
 

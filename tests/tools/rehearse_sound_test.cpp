@@ -162,7 +162,7 @@ TEST_F(RehearseSound, LoudnessAndPeaksAreThoseOfAnIndependentMeter) {
     rehearse({"60", "--held", "-nosound"});
     const auto compare = [&](const std::string& file, double second) {
         EXPECT_TRUE(await([&] { return !state("loudness").empty() && time() == int(second * 1000); }));
-        const LoudnessAt expected = measureAt("-i '" + scratch.file(file) + "'", second);
+        const LoudnessAt expected = measureAt(scratch.file(file), second);
         double left = 0, right = 0;
         std::istringstream(state("peaks")) >> left >> right;
         EXPECT_NEAR(std::atof(state("loudness").c_str()), expected.shortTerm, 0.1) << file << second;

@@ -1,21 +1,15 @@
-// The faults that a synthesiser can have without anybody hearing at once: filters that run away, a limiter
-// that lets peaks through, notes that end with a click, tables that are read wrong.
+// The faults that a synthesiser can have without anybody hearing at once, nor the soundtrack's hash telling:
+// filters that run away, notes that end with a click, tables that are read wrong.
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
-#include <set>
 #include <string>
 #include <vector>
 
 #include "production/kit/sound/arrangement.h"
 #include "production/kit/sound/check.h"
-#include "production/kit/sound/dynamics.h"
-#include "production/kit/sound/effects.h"
-#include "production/kit/sound/envelope.h"
 #include "production/kit/sound/filter.h"
-#include "production/kit/sound/harmony.h"
 #include "production/kit/sound/notation.h"
 #include "production/kit/sound/oscillator.h"
 #include "production/kit/sound/vorbis.h"
@@ -25,38 +19,6 @@
 #include "tests/scratch.h"
 
 using namespace audio;
-
-namespace {
-
-Stereo noise(double seconds, float gain) {
-    Stereo sound(frameAt(seconds));
-    Noise left(1), right(2);
-    for (size_t i = 0; i < sound.frames(); i++) sound.set(i, gain * Sides{left.next(), right.next()});
-    return sound;
-}
-
-Stereo tone(double seconds, float hertz, float gain, double phase = 0) {
-    Stereo sound(frameAt(seconds));
-    for (size_t i = 0; i < sound.frames(); i++) {
-        const double turns = double(i) * hertz / sampleRate + phase;
-        sound.set(i, float(gain * std::sin(2 * std::numbers::pi * turns)));
-    }
-    return sound;
-}
-
-// How strong one frequency is among the samples, as the amplitude of a sine (Goertzel 1958, windowed).
-double strengthAt(const std::vector<float>& samples, double hertz) {
-    double real = 0, imaginary = 0;
-    for (size_t i = 0; i < samples.size(); i++) {
-        const double window = 1 - std::cos(2 * std::numbers::pi * double(i) / double(samples.size()));
-        const double angle = 2 * std::numbers::pi * hertz * double(i) / sampleRate;
-        real += window * samples[i] * std::cos(angle);
-        imaginary += window * samples[i] * std::sin(angle);
-    }
-    return 2 * std::hypot(real, imaginary) / double(samples.size());
-}
-
-}  // namespace
 
 TEST(SoundKit, FiltersStayBoundedWhereverTheyAreTuned) {
     Noise input(3), chance(4);
@@ -75,66 +37,6 @@ TEST(SoundKit, FiltersStayBoundedWhereverTheyAreTuned) {
     }
     EXPECT_LT(most, 40);  // gain at the highest resonance, and what retuning adds
     EXPECT_LT(mostOfLadder, 4);
-}
-
-TEST(SoundKit, WavesDoNotFoldBack) {
-    // A saw that is drawn without care folds its harmonics above half the sample rate back between the
-    // others.
-    const float hertz = 2300;
-    Wave wave;
-    Supersaw saws(0, 0, 1);
-    saws.tune(hertz);
-    std::vector<float> single(sampleRate), eight(sampleRate);
-    for (size_t i = 0; i < single.size(); i++) {
-        single[i] = wave.saw(stepOf(hertz));
-        eight[i] = saws.next().left;
-    }
-    const double folded = sampleRate - 14 * hertz;  // where the 14th harmonic would go
-    for (const std::vector<float>* saw : {&single, &eight}) {
-        EXPECT_GT(strengthAt(*saw, hertz), 0.1);
-        EXPECT_LT(strengthAt(*saw, folded), 0.01 * strengthAt(*saw, hertz));
-    }
-}
-
-TEST(SoundKit, LimiterHoldsPeaksBetweenSamplesToo) {
-    // At a quarter of the sample rate, an eighth of a turn off, the wave is 3 dB higher than its samples.
-    Stereo sound = tone(3, sampleRate / 4.0f, 1.3f, 0.125);
-    Stereo burst = noise(1, 2);
-    Equalizer::highCut(12000).apply(burst);
-    mixAt(sound, burst, frameAt(1));
-    fadeEnds(sound, 0.001f, 0.001f);
-    limit(sound, {-2, 0.1f});
-    EXPECT_NEAR(measure(sound).truePeak, -2, 0.35);
-
-    // What is under the ceiling passes as it is, but for the five milliseconds of looking ahead.
-    Stereo soft = tone(1, 440, 0.5f);
-    const Stereo before = soft;
-    limit(soft, {-2, 0.1f});
-    for (size_t i = 0; i < soft.frames(); i += 100) ASSERT_NEAR(soft.left[i], before.left[i], 1e-4);
-}
-
-TEST(SoundKit, RoomsDieAwayInTheirTime) {
-    Stereo sound(frameAt(4));
-    mixAt(sound, noise(0.2, 1), 0);
-    reverberate(sound, {.preDelay = 0.02f, .size = 1, .decay = 2, .damping = 20000, .lowCut = 50});
-    // 30 dB in a half of the time to fall by 60; the two sides are different rooms.
-    EXPECT_NEAR(levelOf(sound, 0.4, 0.5) - levelOf(sound, 1.4, 1.5), 30, 6);
-    EXPECT_LT(std::fabs(correlationOf(sound)), 0.3);
-}
-
-TEST(SoundKit, ClipRoundsPeaksAndLeavesTheRest) {
-    Stereo loud = tone(1, 997, 1.3f);
-    fadeEnds(loud, 0.01f, 0.01f);
-    clipSoftly(loud, 3);
-    EXPECT_NEAR(measure(loud).truePeak, 0, 0.3);
-    // An overtone that would lie at 27 kHz must not fold back to 17.1 kHz.
-    Stereo high = tone(1, 9000, 1.3f);
-    clipSoftly(high, 3);
-    EXPECT_LT(strengthAt(high.left, sampleRate - 3 * 9000), 0.01);
-    Stereo soft = tone(1, 440, 0.5f);
-    const Stereo before = soft;
-    clipSoftly(soft, 0);
-    EXPECT_EQ(soft.left, before.left);
 }
 
 TEST(SoundKit, NotationIsReadAsItIsWritten) {
@@ -157,30 +59,6 @@ TEST(SoundKit, NotationIsReadAsItIsWritten) {
     EXPECT_EQ(marks.marks[0].length, 6);
     EXPECT_EQ(marks.marks[1].at, 20);
     EXPECT_EQ(marks.length, 21);
-}
-
-TEST(SoundKit, ChordsAreSpreadAndLed) {
-    const std::vector<Chord> chords = chordsOf("Gm Eb Bb/D F,D7b9 Cm9 Ebmaj7", {"verse", "harmony", 0});
-    ASSERT_EQ(chords.size(), 12u);  // two a bar
-    EXPECT_EQ(chords[4].bass, 2);
-    EXPECT_EQ(chords[7].name, "D7b9");
-    constexpr Span range{43, 74};
-    std::vector<int> before;
-    for (const Chord& chord : chords) {
-        const std::vector<int> hand = voicingOf(chord, range, 5, before);
-        ASSERT_EQ(hand.size(), 5u) << chord.name;
-        std::set<int> sounding, wanted;
-        for (const int tone : chord.tones) wanted.insert(tone % 12);
-        for (size_t i = 0; i < hand.size(); i++) {
-            sounding.insert(hand[i] % 12);
-            EXPECT_TRUE(hand[i] >= range.low && hand[i] <= range.high) << chord.name;
-            EXPECT_TRUE(i == 0 || hand[i] - hand[i - 1] >= (hand[i - 1] < 52 ? 5 : 2)) << chord.name;
-            EXPECT_TRUE(before.empty() || std::abs(hand[i] - before[i]) <= 9) << chord.name;
-        }
-        EXPECT_EQ(sounding, wanted) << chord.name;
-        EXPECT_GE(hand.back() - hand.front(), 14) << chord.name;
-        before = hand;
-    }
 }
 
 namespace {
@@ -308,7 +186,9 @@ TEST(SoundKit, ScoreIsRemarkedOn) {
 
 TEST(SoundKit, FilesAreWhatAnotherProgramReads) {
     const ScratchDirectory scratch;
-    const Stereo sound = noise(0.1, 0.9f);
+    Stereo sound(frameAt(0.1));
+    Noise noise(1);
+    for (size_t i = 0; i < sound.frames(); i++) sound.set(i, 0.9f * Sides{noise.next(), noise.next()});
     ASSERT_TRUE(writeWav(scratch.file("noise.wav"), sound));
     const Stereo read = decode(scratch.file("noise.wav"));
     ASSERT_EQ(read.frames(), sound.frames());
@@ -343,64 +223,5 @@ TEST(SoundKit, InstrumentsPlayCleanNotesThatEnd) {
         EXPECT_LT(std::fabs(sum) / double(last + 1), 0.15 * most) << part.name << " is off centre";
         for (size_t i = last - 4; i <= last; i++)
             EXPECT_LT(std::fabs(sound.left[i]), 0.02f * most) << part.name << " ends with a click";
-    }
-}
-
-TEST(SoundKit, EnvelopesRiseHoldAndFall) {
-    Envelope envelope({0.01f, 0.1f, 0.5f, 0.05f}, 0.5f);
-    std::vector<float> levels(envelope.frames());
-    for (float& level : levels) level = envelope.next();
-    EXPECT_NEAR(levels[frameAt(0.01)], 1, 0.01);
-    EXPECT_NEAR(levels[frameAt(0.49)], 0.5, 0.02);
-    EXPECT_LT(levels.back(), 0.001);
-    for (size_t i = 1; i < levels.size(); i++) ASSERT_LT(std::fabs(levels[i] - levels[i - 1]), 0.003) << i;
-}
-
-TEST(SoundKit, EchoesChangeSidesAndFade) {
-    Stereo sound(frameAt(1));
-    sound.set(0, 1);
-    pingPong(sound, 0.2, {.feedback = 0.5f, .lowCut = 20, .highCut = 20000});
-    double before = 0;
-    for (int echo = 1; echo < 5; echo++) {
-        Stereo part = sliceOf(sound, frameAt(0.2 * echo) - 10, frameAt(0.2 * echo) + 100);
-        if (echo % 2 == 0) std::swap(part.left, part.right);
-        const double level = levelOf(part, 0, 1);
-        std::fill(part.left.begin(), part.left.end(), 0.0f);
-        EXPECT_LT(levelOf(part, 0, 1), level - 20) << echo;
-        EXPECT_NEAR(level, echo == 1 ? level : before - 6, 2) << echo;
-        before = level;
-    }
-}
-
-TEST(SoundKit, ChorusWidensAndKeepsTheLevel) {
-    Stereo sound = noise(1, 0.5f);
-    widen(sound, 0);
-    const double before = levelOf(sound, 0.2, 1);
-    chorus(sound, 0.5f);
-    EXPECT_NEAR(levelOf(sound, 0.2, 1), before, 3);
-    EXPECT_LT(correlationOf(sound), 0.8);
-}
-
-TEST(SoundKit, StutterRepeatsItsSliceAndNothingElse) {
-    Stereo sound = noise(1, 0.5f);
-    const Stereo before = sound;
-    const Stutter cut = {.at = 0.2, .length = 0.4, .slice = 0.1, .gate = 0.5f, .crush = 0};
-    stutter(sound, cut);
-    const size_t at = frameAt(cut.at), slice = frameAt(cut.slice), end = frameAt(cut.at + cut.length);
-    for (size_t i = 0; i < sound.frames(); i++) {
-        const bool inside = i >= at && i < end;
-        const size_t within = (i - at) % slice, half = slice / 2;
-        if (inside && (within < 100 || (within > half - 100 && within < half))) continue;  // fades
-        const float expected = !inside ? before.left[i] : within < half ? before.left[at + within] : 0;
-        ASSERT_EQ(sound.left[i], expected) << i;
-    }
-}
-
-TEST(SoundKit, CompressorTurnsDownWhatIsOver) {
-    for (const float over : {-10.0f, 8.0f}) {
-        Stereo sound = tone(1, 1000, gainOf(over - 20));
-        const double before = levelOf(sound, 0.8, 1);
-        compress(sound, {.threshold = -20, .ratio = 2, .attack = 0.0001f, .release = 0.2f});
-        EXPECT_NEAR(levelOf(sound, 0.8, 1), before - std::max(0.0f, over / 2), 0.3) << over;
     }
 }
