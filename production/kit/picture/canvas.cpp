@@ -23,17 +23,12 @@ namespace {
 
 int edgeIndex(int i, int count, Edge edge) {
     if (i >= 0 && i < count) return i;
-    if (edge == Edge::Clamp) return std::clamp(i, 0, count - 1);
-    if (edge == Edge::Wrap) return ((i % count) + count) % count;
-    return -1;
+    return edge == Edge::Clamp ? std::clamp(i, 0, count - 1) : ((i % count) + count) % count;
 }
 
 // One running mean over 2 * radius + 1 samples, `step` apart in memory.
 void boxPass(const Rgba* from, Rgba* to, int count, size_t step, int radius, Edge edge) {
-    auto sample = [&](int i) {
-        const int index = edgeIndex(i, count, edge);
-        return index < 0 ? Rgba{} : from[index * step];
-    };
+    auto sample = [&](int i) { return from[edgeIndex(i, count, edge) * step]; };
     const float weight = 1.0f / (2 * radius + 1);
     Rgba sum;
     for (int i = -radius; i <= radius; i++) sum = sum + sample(i);

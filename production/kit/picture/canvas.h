@@ -83,7 +83,7 @@ Rgba gradient(const std::vector<Stop>& stops, float place);
 Rgba sampled(const Canvas& canvas, float x, float y);
 
 // What lies beyond the edge for a blur.
-enum class Edge { Clamp, Wrap, Empty };
+enum class Edge { Clamp, Wrap };
 
 // A Gaussian of standard deviation `sigma` in pixels, as three box passes (Wells, "Efficient synthesis of
 // Gaussian filters by cascaded uniform filters", 1986).
