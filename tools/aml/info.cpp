@@ -1,14 +1,10 @@
 #include "tools/aml/info.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cmath>
-#include <cstring>
 #include <filesystem>
 
-#include "geometry/aml.h"
 #include "geometry/vec3.h"
-#include "image/whole_file.h"
 #include "tools/formatted.h"
 
 namespace fs = std::filesystem;
@@ -83,15 +79,6 @@ const MeshRow* rowOf(const std::string& path) {
     for (const MeshRow& row : meshRows())
         if (name == fs::path(row.path).filename()) return &row;
     return nullptr;
-}
-
-std::optional<MeshSet> readMeshes(const std::string& path, std::string* problem) {
-    errno = 0;
-    const auto bytes = readWholeFile(path.c_str());
-    if (!bytes) *problem = strerror(errno);
-    auto set = bytes ? readAml(*bytes, problem) : std::nullopt;
-    if (!set) problem->insert(0, path + ": ");
-    return set;
 }
 
 std::string describeMeshes(const MeshSet& set) {

@@ -6,6 +6,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "geometry/aml.h"
+#include "image/whole_file.h"
 #include "tools/aml/info.h"
 #include "tools/aml/model.h"
 #include "tools/aml/options.h"
@@ -18,12 +20,13 @@ int fail(const std::string& path, const std::string& problem) {
     return 1;
 }
 
+// Of the file as it is at this moment. Ends the process with a line if it can't be read.
 MeshSet read(const std::string& path) {
-    std::string problem;
-    auto set = readMeshes(path, &problem);
-    if (set) return std::move(*set);
-    fprintf(stderr, "%s\n", problem.c_str());
-    exit(1);
+    const auto bytes = readWholeFile(path.c_str());
+    std::string problem = bytes ? "" : strerror(errno);
+    auto set = bytes ? readAml(*bytes, &problem) : std::nullopt;
+    if (!set) exit(fail(path, problem));
+    return std::move(*set);
 }
 
 int info(const std::string& path) {
