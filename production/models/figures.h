@@ -13,6 +13,5 @@ constexpr model::Flat robotScreenHalf = {16.2, 11.8};     // of its breadth and 
 model::Shape robotTrim();                                 // painted parts and lamps
 model::Shape onRobotScreen(const model::Shape& picture);  // from x = S, y = T, z = height over the glass
 model::Shape ship();
-model::Shape heapBox();  // without glass, garden, trunk and rings of light
 
 }  // namespace figures

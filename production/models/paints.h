@@ -20,12 +20,9 @@ constexpr Patch plain = patchOf(atlas::hull::pale.part(0.4, 0.9, 5.2, 1.8));  //
 constexpr Patch sail =
     patchOf(atlas::hull::wing.within(0.1));  // the cells of a wing, from its root to its tip
 constexpr Patch dark = patchOf(atlas::hull::dark.part(0.3, 0.2, 3.4, 1.0));
-constexpr Patch soffit(int end) {
-    return patchOf(atlas::hull::soffit(end).within(0.02));
-}
-constexpr Patch leaves = patchOf(atlas::hull::leaves.within(0.02));
-constexpr Patch edge(int side) {
-    return patchOf(atlas::hull::edge(side));
+constexpr Patch gable = patchOf(atlas::hull::gable), soffit = patchOf(atlas::hull::soffit);
+constexpr Patch houseWall(int side) {
+    return patchOf(atlas::hull::houseWall(side));
 }
 constexpr Patch water = patchOf(atlas::hull::water.within(atlas::hull::bleed));
 constexpr Patch outside(int kind) {
@@ -41,7 +38,8 @@ constexpr Patch thread(int kind) {
     return patchOf(atlas::hull::thread(kind).within(atlas::hull::bleed));
 }
 constexpr Uv orange = middleOf(atlas::hull::stripe), warmLamp = middleOf(atlas::hull::warmLamp),
-             coolLamp = middleOf(atlas::hull::coolLamp), shade = middleOf(atlas::hull::shade);
+             coolLamp = middleOf(atlas::hull::coolLamp), shade = middleOf(atlas::hull::shade),
+             stairWindow = middleOf(atlas::hull::stairWindow);
 
 // Of the firebird, each with its bleed left out.
 constexpr Patch feather(int kind, bool back) {

@@ -21,7 +21,6 @@
 #include "production/models/paints.h"
 #include "production/models/spots.h"
 #include "production/models/viewer.h"
-#include "production/shared/house.h"
 
 using namespace model;
 using namespace hall;
@@ -391,7 +390,17 @@ Shape hungShip() {
     return atTurn(moved(turned(ship, Axis::y, degrees(52)), {318, 285, 0}), shipTurn);
 }
 
-// The tower: each storey over the one below, turned on, of what `part` makes of the box's own model.
+// A storey of the tower: a floor that reaches out beyond its rooms, of so half a length and breadth.
+constexpr double roomsLong = 68, roomsBroad = 36;
+Shape storeyOfTower() {
+    constexpr double slab = 3, half = 9.3;
+    const Outline floor = {{58, -43}, {79, -29}, {92, -10}, {92, 10},   {79, 29},   {58, 43},
+                           {-74, 43}, {-87, 36}, {-92, 24}, {-92, -24}, {-87, -36}, {-74, -43}};
+    return joined({moved(turned(extrude(floor, slab, 0), Axis::x, -pi / 2), {0, -half, 0}),
+                   moved(box({2 * roomsLong, 2 * half - slab, 2 * roomsBroad}, 0), {0, slab / 2, 0})});
+}
+
+// Each over the one below, turned on, of what `part` makes of it.
 Shape tower(const std::function<Shape(int storey)>& part) {
     const double size = 1.3, slim = 0.6 * size, tall = fitting::storey * size, radius = 382;
     const int storeys = 15;
@@ -405,8 +414,7 @@ Shape tower(const std::function<Shape(int storey)>& part) {
 
 // Lit windows before its rooms, no storey's like the next one's.
 Shape towerWindows() {
-    constexpr double pitch = house::glassLength / 4, wide = 0.7 * pitch, low = -5.0, high = 5.4,
-                     out = house::glassWidth + 1;
+    constexpr double pitch = roomsLong / 4, wide = 0.7 * pitch, low = -5.0, high = 5.4, out = roomsBroad + 1;
     // In turn for a viewer far to the right, nearer, to the left, and for all.
     constexpr double aside[] = {54, 20, -30};  // degrees
     constexpr int kinds = 1 + int(std::size(aside));
@@ -534,7 +542,7 @@ void makeStage(const char* path) {
                            planet()})),
               lacquered(litIn(onlySeen(hungShip()), shipTurn, {0.0, 1.6}), atlas::hull::ivory, 16),
               joined({shells, works, trim}), dark(joined({itsGlass, face()})),
-              lacquered(litIn(onlySeen(tower([](int) { return figures::heapBox(); })), towerTurn, {0.4, 0.5}),
+              lacquered(litIn(onlySeen(tower([](int) { return storeyOfTower(); })), towerTurn, {0.4, 0.5}),
                         atlas::hull::sand, 25),
               dark(towerWindows()), dark(joined({middle, ball::rim()})), ball::mirrors()});
 }

@@ -1,4 +1,4 @@
-// The heap's part of "shiptex": its houses' rooms, soffits, edges and leaves.
+// The heap's part of "shiptex": its houses' fronts, walls and undersides.
 #pragma once
 
 #include "production/kit/picture/canvas.h"

@@ -1,32 +1,23 @@
-// The house of the heap, for its model and for the pictures of its rooms, undersides and edges. In units of
-// the heap.
+// The house of the heap, for its model and for the pictures of its walls. In units of the heap.
 #pragma once
 
 namespace house {
 
-// Its floor; nothing of it comes nearer than 30 to who looks at the heap, swelling by a half along its
-// length.
-constexpr double halfLength = 92, halfWidth = 43, halfHeight = 9.3;
-// Half of its outline at each end, from a long side to the end: a prow, and a broad terrace with cut corners.
-struct Place {
-    double along, aside;
+// A storey is a piece of the tower's core, and one house that juts out from it along x. Nothing of it comes
+// nearer than 30 to who looks at the heap, swelling by a half along its length.
+constexpr double core = 23, bottom = -9.3, storeyHigh = 20;
+constexpr double front = 90, depth = front - core, halfWidth = 23, eaves = 9, ridge = 25;
+constexpr double wall = eaves - bottom, high = ridge - bottom;
+constexpr double lining = 2.4;  // of light along the edges of its front and its eaves
+constexpr double frame = 5;     // of the front's window
+
+// Windows of the walls, from the left as who stands before them sees them.
+struct Window {
+    double left, right;
 };
-constexpr int ends = 2, corners = 3;
-constexpr Place outline[ends][corners] = {{{58, 43}, {79, 29}, {92, 10}}, {{74, 43}, {87, 36}, {92, 24}}};
-// From here on to each end its underside is painted.
-constexpr double paintedFrom = 36;
-constexpr double slab = 3;
-
-// Its glass, from the floor up to the next storey's.
-constexpr double glassLength = 68, glassWidth = 36;  // halves
-constexpr double roomHeight = 2 * halfHeight - slab;
-
-// Stretches of rooms before, behind and at both ends, by the rooms' shares of their lengths.
-constexpr int stretches = 4, mostRooms = 5;
-constexpr double shares[stretches][mostRooms] = {
-    {0.20, 0.285, 0.13, 0.235, 0.15}, {0.24, 0.26, 0.37, 0.13}, {0.56, 0.44}, {0.55, 0.45}};
-constexpr double lengthOf(int stretch) {
-    return 2 * (stretch < 2 ? glassLength : glassWidth);
-}
+constexpr double sill = 3, lintel = 14;
+constexpr int walls = 2, windowsEach = 2;
+constexpr Window windows[walls][windowsEach] = {{{8, 28}, {38, 60}}, {{8, 32}, {44, 58}}};
+constexpr double stairHalf = 4, stairSill = 4, stairLintel = 14;  // the core's
 
 }  // namespace house
