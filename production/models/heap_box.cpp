@@ -98,14 +98,14 @@ Shape side(int number) {
                             }),
                    {0, 0, to});
     };
-    const double front0 = frontAt(eaves);
+    const double frontAtEaves = frontAt(eaves);
     std::vector<Shape> all = {
         dark(joined({outside({at(core, bottom, halfWidth), at(front, bottom, halfWidth),
-                              at(front0, eaves, halfWidth), at(core, eaves, halfWidth)}),
-                     outside({at(core, eaves, halfWidth), at(front0, eaves, halfWidth),
+                              at(frontAtEaves, eaves, halfWidth), at(core, eaves, halfWidth)}),
+                     outside({at(core, eaves, halfWidth), at(frontAtEaves, eaves, halfWidth),
                               at(frontAt(ridge), ridge, 0), at(core, ridge, 0)})}),
              {0, 0, to}),
-        seen(to > 0 ? 0 : front - front0, to > 0 ? front0 - core : depth, eaves - lining, eaves)};
+        seen(to > 0 ? 0 : front - frontAtEaves, to > 0 ? frontAtEaves - core : depth, eaves - lining, eaves)};
     for (const auto& [left, right] : windows[number])
         all.push_back(seen(left, right, bottom + sill, bottom + lintel));
     return joined(all);

@@ -159,7 +159,8 @@ Rgba gableAt(Point p) {
     const Point q = {p.x - half, p.y};
     const float slope = ((high - q.y) * half - std::fabs(q.x) * rise) / std::hypot(rise, half);
     const float edge = std::fmin(std::fmin(slope, half - std::fabs(q.x)), q.y);
-    if (edge < float(house::frame) - 1) return q.y < 3 ? blue * 0.4f : blue;
+    if (edge < -1 || (edge > float(house::lining) + 0.5f && edge < float(house::frame) - 0.5f)) return shade;
+    if (edge < float(house::frame) - 0.5f) return q.y < 3 ? blue * 0.4f : blue;
     Seen seen{mix(light(0.66f, 0.26f, 0.04f), light(0.24f, 0.04f, 0.015f), q.y / high)};
     seen.glow(length(q - Point{0, lamp}), 5, light(0.8f, 0.46f, 0.14f));
     if (q.y > lamp) seen.body(std::fabs(q.x) - 0.5f, night);
