@@ -62,9 +62,7 @@ constexpr Patch bay = patchOf(atlas::walls::bay.within(0.04)),
                 rib = patchOf(atlas::walls::rib.within(0.04)),
                 black = patchOf(atlas::walls::black.within(0.3));
 
-constexpr Patch dome(int quarter) {
-    return patchOf(atlas::walls::dome(quarter).within(3.0 / 64));
-}
+constexpr Patch dome = patchOf(atlas::walls::dome.within(3.0 / 64));
 
 }  // namespace walls
 

@@ -31,7 +31,7 @@ Shape skin(std::span<const Flat> profile) {
     }));
 }
 
-// Over the part's breadth from the axis to the wall, over its height half a quarter from its middle.
+// Over the part's breadth from the axis to the wall, over its height half a bay.
 Shape paintedDome() {
     constexpr int along = 3;  // each piece of the profile cut into
     Outline fine = {dome[0]};
@@ -39,12 +39,13 @@ Shape paintedDome() {
         for (int k = 1; k <= along; k++) fine.push_back(mix(dome[i], dome[i + 1], double(k) / along));
     const Shape plain = skin(fine);
     const Shape shape = mappedBy(plain, [&](const Face& face, Vec p) {
+        constexpr double bay = pi / 4;
         const Vec centre = faceCentre(plain, face);
-        const int quarter = quarterOf(std::atan2(centre.z, centre.x));
-        const double middle = towerTurn + pi / 2 * quarter,
-                     aside = std::abs(std::remainder(std::atan2(p.z, p.x) - middle, 2 * pi)) / (pi / 4);
+        const double turn = std::atan2(centre.z, centre.x) - towerTurn,
+                     middle = towerTurn + bay * std::round(turn / bay),
+                     aside = std::abs(std::remainder(std::atan2(p.z, p.x) - middle, 2 * pi)) / (bay / 2);
         const double out = std::hypot(p.x, p.z) / wallRadius;
-        return walls::dome(quarter).at(out, out > 1e-6 ? std::min(1.0, aside) : 0.5);
+        return walls::dome.at(out, out > 1e-6 ? std::min(1.0, aside) : 0.5);
     });
     return shaded(
         shape, [](Vec p, Vec) { return viewer::inLampLight(viewer::standingAt(std::atan2(-p.z, -p.x)), p); });

@@ -133,10 +133,9 @@ double floorSlope(Vec p, double slope, bool outermost) {
 }
 
 // A ring's plates, dark joints between them. No two lie quite alike, so that what they throw back breaks from
-// one to the next. For who has the ship before him they lean to his right, where the glow is warm, for who
-// has the colossus to his left.
+// one to the next.
 Shape plates(double outer, double inner, double top, double slope, bool outermost) {
-    constexpr double breadth = 34, joint = 0.5, uneven = 0.03, leaning = 0.015, warmth = 0.32;
+    constexpr double breadth = 34, joint = 0.5, uneven = 0.03, leaning = 0.015;
     const int count = int(2 * pi * outer / breadth), columns = 5;
     std::vector<Shape> parts;
     for (int i = 0; i < count; i++) {
@@ -153,9 +152,8 @@ Shape plates(double outer, double inner, double top, double slope, bool outermos
             return up - normalized(Vec{p.x, 0, p.z}) * floorSlope(p, darkSlope, outermost);
         }));
         parts.push_back(shaded(plate, [=](Vec p, Vec) {
-            const Vec out = normalized(Vec{p.x, 0, p.z}), left = cross(out, up);
-            return up - out * floorSlope(p, own, outermost) +
-                   left * (aside + warmth * dot(left, onRing(shipTurn + pi / 2, 1, 0)));
+            const Vec out = normalized(Vec{p.x, 0, p.z});
+            return up - out * floorSlope(p, own, outermost) + cross(out, up) * aside;
         }));
     }
     return joined(parts);
@@ -336,50 +334,24 @@ Shape asColossus(const Shape& part) {
 
 // What its screen shows, on dim glass: two eyes and a smile. A picture's T runs down, so outlines that run
 // clockwise in it face the viewer.
-// Over which T is stretched.
-constexpr double glassTall = figures::robotScreenHalf.x / figures::robotScreenHalf.y;
-constexpr double eyes[] = {0.27, 0.73}, eyesHeight = 0.40;
-constexpr double eyeRadius = 0.185, pupilRadius = 0.078, smileHalf = 0.075;
-constexpr double ridge = 1.8;  // units over the glass
-
-Shape ringAt(double s, double outer, double inner) {
-    const int sides = 32;
-    return grid(sides, 2, true, false, [&](int c, int r) {
-        const double turn = 2 * pi * c / sides, out = r == 0 ? outer : inner;
-        return Vec{s + out * std::cos(turn), eyesHeight - out * glassTall * std::sin(turn), ridge};
-    });
-}
-
-// Along the smile, between a lower and an upper edge so far below its middle line.
-Shape smileLine(double lower, double upper) {
-    const int steps = 24;
-    return grid(steps + 1, 2, false, false, [&](int c, int r) {
-        const double s = 0.46 * (double(c) / steps - 0.5), middle = std::sqrt(0.33 * 0.33 - s * s);
-        return Vec{0.5 + s, 0.34 + glassTall * middle + (r == 0 ? lower : upper), ridge};
-    });
-}
-
-// On the screen, lit for who stands so far to the right of straight across, so far off the lamp's middle.
-Shape shownOnScreen(const std::vector<Shape>& parts, double aside, double off) {
-    return lampLit(asColossus(figures::onRobotScreen(joined(parts))), colossusTurn, aside, off);
-}
-
-// To all who see it from before it: gold at its heart and red at its edges. And round it lines of light for
-// who stands far to the right.
 Shape face() {
-    constexpr double iris = 0.145, core = 0.35 * smileHalf;
-    constexpr double gap = 0.008, breadth = 0.03;
-    std::vector<Shape> hearts = {smileLine(core, -core)},
-                       edges = {smileLine(smileHalf, core), smileLine(-core, -smileHalf)},
-                       outlines = {smileLine(smileHalf + gap + breadth, smileHalf + gap)};
-    for (const double middle : eyes) {
-        hearts.push_back(ringAt(middle, iris, pupilRadius));
-        edges.push_back(ringAt(middle, eyeRadius, iris));
-        outlines.push_back(ringAt(middle, eyeRadius + gap + breadth, eyeRadius + gap));
-    }
-    // Aimed like this, the hearts lose the lamp last as he walks by.
-    return joined({shownOnScreen(hearts, -degrees(60), degrees(12.5)),
-                   shownOnScreen(edges, -degrees(28), degrees(13)), shownOnScreen(outlines, degrees(68), 0)});
+    constexpr double tall = figures::robotScreenHalf.x / figures::robotScreenHalf.y;  // T is stretched
+    constexpr double eyeRadius = 0.185, pupilRadius = 0.07, smileRadius = 0.33, smileHalf = 0.075;
+    constexpr double ridge = 1.8;  // units over the glass
+    constexpr int sides = 32, steps = 24;
+    std::vector<Shape> parts = {grid(steps + 1, 2, false, false, [&](int c, int r) {
+        const double s = 0.46 * (double(c) / steps - 0.5);
+        return Vec{0.5 + s,
+                   0.34 + tall * std::sqrt(smileRadius * smileRadius - s * s) + smileHalf * (1 - 2 * r),
+                   ridge};
+    })};
+    for (const double middle : {0.27, 0.73})
+        parts.push_back(grid(sides, 2, true, false, [&](int c, int r) {
+            const double turn = 2 * pi * c / sides, out = r == 0 ? eyeRadius : pupilRadius;
+            return Vec{middle + out * std::cos(turn), 0.40 - out * tall * std::sin(turn), ridge};
+        }));
+    // Aimed like this, it shows the lamp wherever it is seen from.
+    return lampLit(asColossus(figures::onRobotScreen(joined(parts))), colossusTurn, -degrees(24), degrees(1));
 }
 
 // The firebird before the sun, its wings spread across it, its head sinking towards the hall.
@@ -523,7 +495,7 @@ void makeStage(const char* path) {
                 trim = lacquered(ofColossus(figures::robotTrim()), atlas::hull::orange, 44);
     const Shape itsGlass = darkGlass(asColossus(figures::robotScreen()));
     const Shape streaks = joined({comet::tracks(), spots::onWall()});
-    constexpr atlas::hull::Lacquer colours[] = {atlas::hull::violet, atlas::hull::orange, atlas::hull::blue,
+    constexpr atlas::hull::Lacquer colours[] = {atlas::hull::violet, atlas::hull::petrol, atlas::hull::blue,
                                                 atlas::hull::petrol};
     std::vector<Shape> piers;
     for (int i = 0; i < arcade::bays; i++) {

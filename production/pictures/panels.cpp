@@ -255,17 +255,13 @@ Rgba ribAt(float x, float z) {
     return seen;
 }
 
-// The hall's dome over a quarter: over the radius (0..1), and from the quarter's middle to its end (0..1),
-// where the next one's colour begins in the dark. A line of light runs along both.
-Rgba domeAt(int quarter, float radius, float side) {
-    // The tower's, the ship's, the planet's and the colossus'.
-    const Rgba tones[atlas::walls::quarters] = {opaque(0.40f, 0.03f, 0.20f), opaque(0.45f, 0.05f, 0.02f),
-                                                opaque(0.03f, 0.06f, 0.27f), opaque(0.10f, 0.13f, 0.16f)};
+// The hall's dome: over the radius (0..1), and half a bay (0..1).
+Rgba domeAt(float radius, float side) {
     const float ring = std::fabs(radius * 7 - std::round(radius * 7));
-    const Rgba c = tones[quarter] * (mix(0.35f, 1.0f, std::pow(radius, 3.0f)) *
-                                     smoothstep(0.015f, 0.04f, ring) * smoothstep(1.0f, 0.7f, side));
-    return (c + light(0.26f, 0.32f, 0.36f) *
-                    (smoothstep(0.01f, 0.005f, std::fmin(side, 1 - side)) * smoothstep(0.2f, 0.9f, radius))) *
+    const Rgba c = mix(opaque(0.03f, 0.045f, 0.055f), opaque(0.10f, 0.13f, 0.16f), std::pow(radius, 3.0f)) *
+                   smoothstep(0.015f, 0.04f, ring);
+    return (c +
+            light(0.26f, 0.32f, 0.36f) * (smoothstep(0.02f, 0.01f, side) * smoothstep(0.2f, 0.9f, radius))) *
            1.9f;
 }
 
@@ -317,12 +313,10 @@ void makeWalls(const char* path) {
                      (float(cells.middleY()) - y / cell) / float(cells.height) * 2 * half.y};
     };
     paint(canvas, [&](float x, float y, Rgba) {
-        if (const Cells first = atlas::walls::dome(0); x >= float(first.left) * cell) {
-            const int quarter = int(y / cell / float(first.height));
-            const Cells dome = atlas::walls::dome(quarter);
-            return solid(domeAt(quarter, (x / cell - float(dome.left)) / float(dome.width),
-                                unit((float(dome.bottom()) - y / cell) / float(dome.height))));
-        }
+        constexpr Cells dome = atlas::walls::dome;
+        if (x >= float(dome.left) * cell)
+            return solid(domeAt((x / cell - float(dome.left)) / float(dome.width),
+                                unit(1 - y / cell / float(dome.height))));
         Rgba seen = opaque(0, 0, 0);
         for (const float dx : {-0.375f, -0.125f, 0.125f, 0.375f})
             for (const float dy : {-0.375f, -0.125f, 0.125f, 0.375f}) {

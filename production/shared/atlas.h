@@ -78,12 +78,8 @@ namespace walls {
 // A bay of the arcade from joint to joint, a dark one of galleries, and the ribs' paint over a column.
 constexpr Cells bay = {0, 0, 5, 11}, gallery = {5, 0, 3, 11}, rib = {0, 11, 8, 4}, black = {0, 15, 8, 1};
 
-// The hall's dome over each quarter, over its breadth from the axis to the wall, over its height from the
-// quarter's middle to its end, upwards.
-constexpr int quarters = 4;
-constexpr Cells dome(int quarter) {
-    return {8, 4.0 * quarter, 8, 4};
-}
+// The hall's, over its breadth from the axis to the wall, over its height half a bay, upwards.
+constexpr Cells dome = {8, 0, 8, 8};
 
 }  // namespace walls
 
