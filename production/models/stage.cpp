@@ -351,7 +351,7 @@ Shape face() {
             return Vec{middle + out * std::cos(turn), 0.40 - out * tall * std::sin(turn), ridge};
         }));
     // Aimed like this, it shows the lamp wherever it is seen from.
-    return lampLit(asColossus(figures::onRobotScreen(joined(parts))), colossusTurn, -degrees(24), degrees(1));
+    return lampLit(asColossus(figures::onRobotScreen(joined(parts))), colossusTurn, -degrees(20), degrees(-1));
 }
 
 // The firebird before the sun, its wings spread across it, its head sinking towards the hall.
