@@ -31,7 +31,7 @@ constexpr double starRadius = 132, starHeight = 26;
 constexpr double towerTurn = model::degrees(4), shipTurn = model::degrees(94),
                  planetTurn = model::degrees(184), colossusTurn = model::degrees(274);
 
-// Whose quarter a bearing lies in, in that order; each has a colour of its own.
+// Whose quarter a bearing lies in, in that order.
 inline int quarterOf(double turn) {
     return (int(std::lround((turn - towerTurn) / (model::pi / 2))) % 4 + 4) % 4;
 }

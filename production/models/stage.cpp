@@ -336,11 +336,11 @@ Shape asColossus(const Shape& part) {
 // clockwise in it face the viewer.
 Shape face() {
     constexpr double tall = figures::robotScreenHalf.x / figures::robotScreenHalf.y;  // T is stretched
-    constexpr double eyeRadius = 0.185, pupilRadius = 0.07, smileRadius = 0.33, smileHalf = 0.075;
+    constexpr double eyeRadius = 0.185, pupilRadius = 0.07, smileRadius = 0.33, smileHalf = 0.045;
     constexpr double ridge = 1.8;  // units over the glass
     constexpr int sides = 32, steps = 24;
     std::vector<Shape> parts = {grid(steps + 1, 2, false, false, [&](int c, int r) {
-        const double s = 0.46 * (double(c) / steps - 0.5);
+        const double s = 0.34 * (double(c) / steps - 0.5);
         return Vec{0.5 + s,
                    0.34 + tall * std::sqrt(smileRadius * smileRadius - s * s) + smileHalf * (1 - 2 * r),
                    ridge};
@@ -351,7 +351,8 @@ Shape face() {
             return Vec{middle + out * std::cos(turn), 0.40 - out * tall * std::sin(turn), ridge};
         }));
     // Aimed like this, it shows the lamp wherever it is seen from.
-    return lampLit(asColossus(figures::onRobotScreen(joined(parts))), colossusTurn, -degrees(20), degrees(-1));
+    return lampLit(asColossus(figures::onRobotScreen(joined(parts))), colossusTurn, -degrees(20),
+                   degrees(-1));
 }
 
 // The firebird before the sun, its wings spread across it, its head sinking towards the hall.
