@@ -121,21 +121,48 @@ Shape soffit() {
     return litAs(whole, [](Vec) { return Vec{0.09, -1, 0}; });
 }
 
+// The core's sides are alike, so that the stairs on them climb on from storey to storey however these turn.
 Shape stairs() {
+    const Shape face = mappedBy(sheet({{-core, bottom, core},
+                                       {core, bottom, core},
+                                       {core, bottom + storeyHigh, core},
+                                       {-core, bottom + storeyHigh, core}}),
+                                [](const Face&, Vec p) {
+                                    return hull::core.at(0.5 + p.x / (2 * core), (p.y - bottom) / storeyHigh);
+                                });
     std::vector<Shape> all;
     for (int i = 0; i < 4; i++) {
         const double turn = i * pi / 2;
-        const auto face = [=](double half, double low, double high, double out) {
-            return turned(sheet({{-half, low, out}, {half, low, out}, {half, high, out}, {-half, high, out}}),
-                          Axis::y, turn);
-        };
-        const Vec outwards = {std::sin(turn), 0, std::cos(turn)};
-        all.push_back(dark(face(core - proud, bottom, bottom + storeyHigh, core - proud), outwards));
-        all.push_back(
-            lit(painted(face(stairHalf, bottom + stairSill, bottom + stairLintel, core), hull::stairWindow),
-                outwards));
+        all.push_back(lit(turned(face, Axis::y, turn), {std::sin(turn), 0, std::cos(turn)}));
     }
     return joined(all);
+}
+
+// From the core to the underside, below each wall.
+Shape braces() {
+    constexpr double drop = 15, reach = 34, thick = 2.6;
+    const Shape one = sheet({{core, bottom - drop, halfWidth},
+                             {core + reach, bottom - proud, halfWidth},
+                             {core + reach - 2 * thick, bottom - proud, halfWidth},
+                             {core, bottom - drop + thick, halfWidth}});
+    return joined({lit(painted(one, hull::brace), {0, 0, 1}),
+                   lit(painted(reflected(one, Axis::z), hull::brace), {0, 0, -1})});
+}
+
+// A balcony's rail along each wall, on posts, before the windows.
+Shape balconies() {
+    constexpr double out = halfWidth + 5, low = bottom + 3.4, thick = 0.9;
+    const auto bar = [&](double from, double to, double y, double high) {
+        return sheet({{from, y, out}, {to, y, out}, {to, y + high, out}, {from, y + high, out}});
+    };
+    std::vector<Shape> bars = {bar(core, front, low, thick), bar(core, front, bottom, thick),
+                               sheet({{core, bottom, halfWidth},
+                                      {front, bottom, halfWidth},
+                                      {front, bottom, out},
+                                      {core, bottom, out}})};
+    for (double x = core + 5; x < front; x += 9) bars.push_back(bar(x, x + 0.6, bottom, low - bottom));
+    const Shape rail = painted(joined(bars), hull::brace);
+    return joined({lit(rail, {0, 0, 1}), lit(reflected(rail, Axis::z), {0, 0, -1})});
 }
 
 // What carries all, which the storeys hide but below the lowest.
@@ -149,5 +176,5 @@ Shape trunk() {
 }  // namespace
 
 void makeHeapBox(const char* path) {
-    writeAml(path, {joined({gable(), side(0), side(1), soffit(), stairs(), trunk()})});
+    writeAml(path, {joined({gable(), side(0), side(1), soffit(), stairs(), braces(), balconies(), trunk()})});
 }

@@ -20,7 +20,8 @@ constexpr Patch plain = patchOf(atlas::hull::pale.part(0.4, 0.9, 5.2, 1.8));  //
 constexpr Patch sail =
     patchOf(atlas::hull::wing.within(0.1));  // the cells of a wing, from its root to its tip
 constexpr Patch dark = patchOf(atlas::hull::dark.part(0.3, 0.2, 3.4, 1.0));
-constexpr Patch gable = patchOf(atlas::hull::gable), soffit = patchOf(atlas::hull::soffit);
+constexpr Patch gable = patchOf(atlas::hull::gable), soffit = patchOf(atlas::hull::soffit),
+                core = patchOf(atlas::hull::core.within(0.04));
 constexpr Patch houseWall(int side) {
     return patchOf(atlas::hull::houseWall(side));
 }
@@ -39,7 +40,7 @@ constexpr Patch thread(int kind) {
 }
 constexpr Uv orange = middleOf(atlas::hull::stripe), warmLamp = middleOf(atlas::hull::warmLamp),
              coolLamp = middleOf(atlas::hull::coolLamp), shade = middleOf(atlas::hull::shade),
-             stairWindow = middleOf(atlas::hull::stairWindow);
+             brace = middleOf(atlas::hull::brace);
 
 // Of the firebird, each with its bleed left out.
 constexpr Patch feather(int kind, bool back) {

@@ -10,9 +10,10 @@ using atlas::Cells;
 
 namespace {
 
-const Rgba night = opaque(0.006f, 0.005f, 0.014f), shade = opaque(0.020f, 0.014f, 0.046f);
+const Rgba night = opaque(0.006f, 0.005f, 0.014f), shade = opaque(0.060f, 0.012f, 0.085f);
 const Rgba gold = light(1, 0.60f, 0.16f), blue = light(0.14f, 0.44f, 1), amber = light(1, 0.42f, 0.08f),
-           cyan = light(0.16f, 0.80f, 1), pink = light(1, 0.16f, 0.48f);
+           cyan = light(0.16f, 0.80f, 1), pink = light(1, 0.16f, 0.48f), magenta = light(0.95f, 0.06f, 0.60f),
+           violet = light(0.42f, 0.12f, 1), teal = light(0.02f, 0.62f, 0.60f);
 
 // What has been painted of a place so far: dark bodies over painted glow, and lines of light.
 struct Seen {
@@ -143,32 +144,75 @@ Rgba soffitAt(Point p) {
         if (d < 0) seen.colour = mix(inner, outer, smoothstep(low, high, length(star)));
         seen.line(d, 0.4f, own, 0.2f);
     };
-    petals(0.5f, 8, 21, 4.0f, cyan * 0.25f, opaque(0.01f, 0.03f, 0.16f), blue * 0.8f);
+    petals(0.5f, 8, 21, 4.0f, violet * 0.3f, opaque(0.20f, 0.01f, 0.16f), magenta);
     petals(0, 4, 17, 3.4f, amber * 0.5f, opaque(0.24f, 0.01f, 0.06f), gold * 0.7f);
     seen.body(circle(star, {}, 2.6f), gold * 0.8f);
     const float edge = std::fmin(float(house::halfWidth) - p.y, float(house::depth) - p.x);
-    seen.line(edge - 1.2f, 0.7f, blue * 0.5f, 0.3f);
+    seen.line(edge - 1.2f, 0.7f, magenta, 0.3f);
     return seen.colour;
 }
 
-// The front, from its lower left corner, in units: somebody stands and somebody sits under a lamp, behind
-// two mullions.
+// The front, from its lower left corner, in units: a rose under the ridge, and below it somebody under a lamp
+// and a tree in moonlight.
 Rgba gableAt(Point p) {
-    constexpr float half = float(house::halfWidth), high = float(house::high), lamp = 19;
+    constexpr float half = float(house::halfWidth), high = float(house::high), floor = 4, ceiling = 16;
     constexpr float rise = high - float(house::wall);
     const Point q = {p.x - half, p.y};
     const float slope = ((high - q.y) * half - std::fabs(q.x) * rise) / std::hypot(rise, half);
     const float edge = std::fmin(std::fmin(slope, half - std::fabs(q.x)), q.y);
     if (edge < -1 || (edge > float(house::lining) + 0.5f && edge < float(house::frame) - 0.5f)) return shade;
-    if (edge < float(house::frame) - 0.5f) return q.y < 3 ? blue * 0.4f : blue;
-    Seen seen{mix(light(0.66f, 0.26f, 0.04f), light(0.24f, 0.04f, 0.015f), q.y / high)};
-    seen.glow(length(q - Point{0, lamp}), 5, light(0.8f, 0.46f, 0.14f));
-    if (q.y > lamp) seen.body(std::fabs(q.x) - 0.5f, night);
-    seen.body(std::fmax(circle(q, {0, lamp}, 3), lamp - q.y), night);
-    constexpr float scale = 1.6f, floor = 4;
-    seen.body(standing((q - Point{-8, floor}) * (1 / scale)), night);
-    seen.body(seated((Point{8 - q.x, q.y - floor}) * (1 / scale)), night);
-    seen.body(std::fabs(std::fabs(q.x) - 14) - 0.5f, night);
+    if (edge < float(house::frame) - 0.5f)
+        return (q.y > float(house::wall) ? magenta : violet) * (q.y < 3 ? 0.4f : 1);
+    if (q.y > ceiling) {
+        Seen seen{opaque(0.10f, 0.01f, 0.10f)};
+        const Point rose = q - Point{0, 20.6f};
+        const float petal = leaf(toPoint(rose, 0), 1.2f, 5.4f, 1.3f);
+        seen.body(petal, magenta * 0.7f);
+        seen.line(petal, 0.16f, pink);
+        seen.body(circle(rose, {}, 1.1f), gold);
+        seen.line(circle(rose, {}, 5.8f), 0.2f, violet);
+        seen.line(q.y - ceiling, 0.5f, magenta);
+        return seen.colour;
+    }
+    const bool within = q.x < 1;
+    Seen seen{within ? mix(light(0.86f, 0.36f, 0.06f), light(0.34f, 0.06f, 0.02f), q.y / ceiling)
+                     : mix(light(0.02f, 0.26f, 0.30f), light(0.01f, 0.05f, 0.16f), q.y / ceiling)};
+    if (within) {
+        seen.glow(length(q - Point{-6, 14}), 4, light(0.7f, 0.4f, 0.1f));
+        seen.body(std::fmax(circle(q, {-6, 13}, 2.4f), 13 - q.y), night);
+        seen.body(standing(q - Point{-12, floor}), night);
+        seen.body(box(q, {-4, 6}, {3, 0.4f}), night);
+    } else {
+        const float moon = circle(q, {14.5f, 12.4f}, 1.8f);
+        seen.glow(moon, 2, cyan * 0.3f);
+        seen.body(moon, cyan);
+        seen.body(std::fmin(rod(q, {8.5f, floor}, {8.5f, 10}, 0.55f), circle(q, {8.5f, 10.4f}, 3.2f)),
+                  teal * 0.35f);
+        seen.line(circle(q, {8.5f, 10.4f}, 3.2f), 0.2f, teal);
+    }
+    seen.body(std::fabs(q.x - 1) - 0.6f, night);
+    return seen.colour;
+}
+
+// A side of the core, from its lower left corner, in units: a flight of stairs up to the next side's, and
+// above and below it a window.
+Rgba coreAt(Point p) {
+    constexpr float wide = 2 * float(house::core), high = float(house::storeyHigh), steps = 10;
+    Seen seen{mix(opaque(0.05f, 0.008f, 0.08f), opaque(0.02f, 0.004f, 0.05f), p.y / high)};
+    const auto window = [&](Point middle, Rgba own) {
+        const float d = box(p, middle, {4.5f, 5.0f}, 4.4f);
+        if (d < 0) seen.colour = mix(own, own * 0.3f, unit((p.y - middle.y) / 10 + 0.5f));
+        seen.line(d, 0.25f, own);
+        seen.body(std::fmax(std::fabs(p.x - middle.x) - 0.3f, d), night);
+    };
+    window({12.5f, 13}, gold * 0.9f);
+    window({33.5f, 6.5f}, teal);
+    const float tread = (std::floor(p.x / wide * steps) + 0.5f) / steps * high;
+    const float rise = std::fmin(std::fabs(p.y - tread), std::fabs(p.y - tread + high));
+    seen.body(rise - 1.1f, magenta * 0.75f);
+    const float rail = p.x / wide * high + 4, above = std::fabs(std::remainder(p.y - rail, high));
+    seen.line(above, 0.25f, pink * 0.8f);
+    seen.line(std::fmin(p.x, wide - p.x) - 0.9f, 0.7f, violet);
     return seen.colour;
 }
 
@@ -185,7 +229,7 @@ const Room rooms[house::walls][house::windowsEach] = {
 
 Rgba wallAt(int side, Point p) {
     constexpr float scale = tall / float(house::lintel - house::sill);
-    if (p.y > float(house::lintel) + 1) return blue;
+    if (p.y > float(house::lintel) + 1) return side == 0 ? violet : teal;
     for (int i = 0; i < house::windowsEach; i++) {
         const auto& [left, right] = house::windows[side][i];
         const auto& [paint, low, high] = rooms[side][i];
@@ -211,8 +255,9 @@ Rgba sampleAt(Point place) {
             return wallAt(i, p);
     if (const auto [holds, p] = within(atlas::hull::soffit, house::depth, house::halfWidth); holds)
         return soffitAt(p);
-    if (const auto [holds, p] = within(atlas::hull::stairWindow, 1, 1); holds)
-        return light(0.60f, 0.24f, 0.04f);
+    if (const auto [holds, p] = within(atlas::hull::core, 2 * house::core, house::storeyHigh); holds)
+        return coreAt(p);
+    if (const auto [holds, p] = within(atlas::hull::brace, 1, 1); holds) return gold * 0.7f;
     return shade;
 }
 

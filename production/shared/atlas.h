@@ -27,10 +27,11 @@ namespace hull {
 constexpr Cells pale = {0, 0, 6, 5}, dark = {6, 0, 4, 3}, striped = {10, 0, 6, 3}, wing = {10, 9, 6, 7};
 constexpr Cells stripe = {10.04, 0.9, 5.92, 0.5};
 constexpr Cells warmLamp = {0.9, 8.5, 1.2, 0.16}, coolLamp = {0.9, 9.5, 1.2, 0.16};
-// The heap's houses: the front, both walls, a half of the underside, a window of the core, and their dark.
+// The heap's houses: the front, both walls, a half of the underside, a side of the core, what
+// holds them to it, and their dark.
 constexpr Cells houses[] = {{3.05, 9.05, 6.9, 2.85}, {13.05, 4.45, 2.9, 3.7}};
-constexpr Cells gable = {3.1, 9.1, 3.4, 2.75}, soffit = {13.1, 4.5, 1.7, 2.2},
-                stairWindow = {14.9, 4.5, 1.0, 1.0}, shade = {15.2, 6.8, 0.6, 0.4};
+constexpr Cells gable = {3.1, 9.1, 3.4, 2.75}, soffit = {13.1, 4.5, 1.7, 2.2}, core = {13.1, 6.8, 1.95, 1.3},
+                brace = {14.9, 4.5, 1.0, 1.0}, shade = {15.2, 6.8, 0.6, 0.4};
 constexpr Cells houseWall(int side) {
     return {6.55, 9.1 + 0.95 * side, 3.35, 0.85};
 }

@@ -18,6 +18,5 @@ struct Window {
 constexpr double sill = 3, lintel = 14;
 constexpr int walls = 2, windowsEach = 2;
 constexpr Window windows[walls][windowsEach] = {{{8, 28}, {38, 60}}, {{8, 32}, {44, 58}}};
-constexpr double stairHalf = 4, stairSill = 4, stairLintel = 14;  // the core's
 
 }  // namespace house
