@@ -155,14 +155,13 @@ Shape balconies() {
     const auto bar = [&](double from, double to, double y, double high) {
         return sheet({{from, y, out}, {to, y, out}, {to, y + high, out}, {from, y + high, out}});
     };
-    std::vector<Shape> bars = {bar(core, front, low, thick), bar(core, front, bottom, thick),
-                               sheet({{core, bottom, halfWidth},
-                                      {front, bottom, halfWidth},
-                                      {front, bottom, out},
-                                      {core, bottom, out}})};
+    std::vector<Shape> bars = {bar(core, front, low, thick), bar(core, front, bottom, thick)};
     for (double x = core + 5; x < front; x += 9) bars.push_back(bar(x, x + 0.6, bottom, low - bottom));
     const Shape rail = painted(joined(bars), hull::brace);
-    return joined({lit(rail, {0, 0, 1}), lit(reflected(rail, Axis::z), {0, 0, -1})});
+    const Shape floor = sheet(
+        {{core, bottom, halfWidth}, {front, bottom, halfWidth}, {front, bottom, out}, {core, bottom, out}});
+    return joined({lit(rail, {0, 0, 1}), lit(reflected(rail, Axis::z), {0, 0, -1}), dark(floor, {0, 0, 1}),
+                   dark(reflected(floor, Axis::z), {0, 0, -1})});
 }
 
 // What carries all, which the storeys hide but below the lowest.

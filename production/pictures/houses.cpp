@@ -10,7 +10,7 @@ using atlas::Cells;
 
 namespace {
 
-const Rgba night = opaque(0.006f, 0.005f, 0.014f), shade = opaque(0.060f, 0.012f, 0.085f);
+const Rgba night = opaque(0.006f, 0.005f, 0.014f), shade = opaque(0.036f, 0.010f, 0.062f);
 const Rgba gold = light(1, 0.60f, 0.16f), blue = light(0.14f, 0.44f, 1), amber = light(1, 0.42f, 0.08f),
            cyan = light(0.16f, 0.80f, 1), pink = light(1, 0.16f, 0.48f), magenta = light(0.95f, 0.06f, 0.60f),
            violet = light(0.42f, 0.12f, 1), teal = light(0.02f, 0.62f, 0.60f);
@@ -144,11 +144,11 @@ Rgba soffitAt(Point p) {
         if (d < 0) seen.colour = mix(inner, outer, smoothstep(low, high, length(star)));
         seen.line(d, 0.4f, own, 0.2f);
     };
-    petals(0.5f, 8, 21, 4.0f, violet * 0.3f, opaque(0.20f, 0.01f, 0.16f), magenta);
+    petals(0.5f, 8, 21, 4.0f, violet * 0.3f, opaque(0.08f, 0.01f, 0.16f), magenta * 0.8f);
     petals(0, 4, 17, 3.4f, amber * 0.5f, opaque(0.24f, 0.01f, 0.06f), gold * 0.7f);
     seen.body(circle(star, {}, 2.6f), gold * 0.8f);
     const float edge = std::fmin(float(house::halfWidth) - p.y, float(house::depth) - p.x);
-    seen.line(edge - 1.2f, 0.7f, magenta, 0.3f);
+    seen.line(edge - 1.2f, 0.6f, violet * 0.8f, 0.3f);
     return seen.colour;
 }
 
@@ -162,7 +162,7 @@ Rgba gableAt(Point p) {
     const float edge = std::fmin(std::fmin(slope, half - std::fabs(q.x)), q.y);
     if (edge < -1 || (edge > float(house::lining) + 0.5f && edge < float(house::frame) - 0.5f)) return shade;
     if (edge < float(house::frame) - 0.5f)
-        return (q.y > float(house::wall) ? magenta : violet) * (q.y < 3 ? 0.4f : 1);
+        return (q.y > float(house::wall) ? magenta * 0.75f : blue) * (q.y < 3 ? 0.4f : 1);
     if (q.y > ceiling) {
         Seen seen{opaque(0.10f, 0.01f, 0.10f)};
         const Point rose = q - Point{0, 20.6f};
@@ -176,7 +176,7 @@ Rgba gableAt(Point p) {
     }
     const bool within = q.x < 1;
     Seen seen{within ? mix(light(0.86f, 0.36f, 0.06f), light(0.34f, 0.06f, 0.02f), q.y / ceiling)
-                     : mix(light(0.02f, 0.26f, 0.30f), light(0.01f, 0.05f, 0.16f), q.y / ceiling)};
+                     : mix(light(0.02f, 0.32f, 0.34f), light(0.01f, 0.08f, 0.20f), q.y / ceiling)};
     if (within) {
         seen.glow(length(q - Point{-6, 14}), 4, light(0.7f, 0.4f, 0.1f));
         seen.body(std::fmax(circle(q, {-6, 13}, 2.4f), 13 - q.y), night);
@@ -209,7 +209,7 @@ Rgba coreAt(Point p) {
     window({33.5f, 6.5f}, teal);
     const float tread = (std::floor(p.x / wide * steps) + 0.5f) / steps * high;
     const float rise = std::fmin(std::fabs(p.y - tread), std::fabs(p.y - tread + high));
-    seen.body(rise - 1.1f, magenta * 0.75f);
+    seen.body(rise - 0.8f, magenta * 0.6f);
     const float rail = p.x / wide * high + 4, above = std::fabs(std::remainder(p.y - rail, high));
     seen.line(above, 0.25f, pink * 0.8f);
     seen.line(std::fmin(p.x, wide - p.x) - 0.9f, 0.7f, violet);
@@ -257,7 +257,7 @@ Rgba sampleAt(Point place) {
         return soffitAt(p);
     if (const auto [holds, p] = within(atlas::hull::core, 2 * house::core, house::storeyHigh); holds)
         return coreAt(p);
-    if (const auto [holds, p] = within(atlas::hull::brace, 1, 1); holds) return gold * 0.7f;
+    if (const auto [holds, p] = within(atlas::hull::brace, 1, 1); holds) return gold * 0.5f;
     return shade;
 }
 
