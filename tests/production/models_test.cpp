@@ -239,7 +239,7 @@ TEST(Models, CasingStandsClearOfTheRobotsFeet) {
 // They lie 20 units over each other, turn, and swell by a half towards who is 173 from their axis at least.
 TEST(Models, HousesOfTheHeapStandOnTheirStoreysAndClearTheEye) {
     const Model box("laatikko.AML");
-    EXPECT_GT(box.nearest(besidesTrunk), -9.5f);
+    EXPECT_GT(box.nearest(besidesTrunk), -24.5f);  // braces hang beside the storey below
     EXPECT_LT(box.farthest([](const Vec3& p) { return std::hypot(1.5f * p.x, p.z); }), 173 - 30);
     // What rises beside the storeys above has room between two that jut out to its sides.
     const auto besides = [](const Vec3& p) { return p.y > 11 ? std::abs(p.z) / p.x : 0; };
