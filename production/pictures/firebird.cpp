@@ -34,12 +34,18 @@ Rgba featherAt(const Feather& feather, float along, float across, bool back) {
     Leaded c{night};
     const float flame = smoothstep(0.06f, -0.06f, across - 0.74f * smoothstep(0.85f, 0.35f, along)) *
                         smoothstep(0.85f, 0.35f, along);
-    c.colour = c.colour + feather.flame * (flame * (back ? 0.32f : 0.60f));
+    // A back is one full tone up to a dark seam, and next to no light within: what is pale there would veil
+    // it.
+    if (back)
+        c.colour = c.colour + feather.flame * (mix(0.72f, 0.42f, along) * smoothstep(0.78f, 0.60f, across) *
+                                               mix(0.55f, 1.0f, smoothstep(0.05f, 0.5f, across)));
+    else
+        c.colour = c.colour + feather.flame * (flame * 0.60f);
     const Point eye = {(along - 0.82f) / feather.breadth, across};
     const float open = feather.eye ? smoothstep(0.68f, 0.76f, length(eye)) : 1;
     const float barb = std::remainder(along * feather.barbs - across * 0.9f, 1.0f) / feather.barbs;
-    c.line(barb / feather.breadth, 0.028f, feather.barb, 0.35f * open * smoothstep(0.05f, 0.3f, across),
-           0.004f);
+    c.line(barb / feather.breadth, 0.028f, feather.barb,
+           (back ? 0.0f : 0.35f) * open * smoothstep(0.05f, 0.3f, across), 0.004f);
     if (feather.eye) {
         const float r = length(eye);
         c.colour = mix(c.colour, opaque(0.0f, 0.03f, 0.07f), smoothstep(0.70f, 0.64f, r));
@@ -50,12 +56,12 @@ Rgba featherAt(const Feather& feather, float along, float across, bool back) {
     // Where it is thin as a stalk, its lines are one, and a sheaf of them would be a blaze.
     const float broad =
         feather.breadth < 0.13f && feather.eye ? smoothstep(0.0f, 0.5f, along) * 0.8f + 0.2f : 1;
-    c.line(across, mix(0.13f, 0.06f, along), mix(cream, feather.edge, smoothstep(0.2f, 0.7f, along)),
-           open * broad, 0.01f);
+    c.line(across, mix(0.13f, 0.06f, along) * (back ? 0.6f : 1.0f),
+           mix(cream, feather.edge, smoothstep(0.2f, 0.7f, along)), open * broad, 0.01f);
     // White-hot towards its tip, where it is the bird's outline.
     c.line(across - 0.89f, mix(0.08f, 0.13f, along), mix(feather.edge, cream, smoothstep(0.5f, 1.0f, along)),
            broad * mix(0.6f, 1.0f, along), 0.01f);
-    c.colour = c.colour * (back ? 0.56f : 0.86f);
+    c.colour = c.colour * (back ? 0.72f : 0.86f);
     return c.shown();
 }
 
@@ -89,7 +95,10 @@ Rgba eyeAt(float out) {
 Rgba beakAt(float across, float along) {
     Leaded c{mix(opaque(0.80f, 0.36f, 0.05f), opaque(0.30f, 0.07f, 0.01f), smoothstep(0.0f, 0.9f, across))};
     c.line(across, 0.12f, cream, 0.9f * smoothstep(1.0f, 0.6f, along), 0.10f);
-    c.line(along - 0.96f, 0.05f, gold, 1, 0.06f);
+    // The skin at its root, a seam, and a dark tip.
+    c.colour = mix(c.colour, opaque(0.45f, 0.30f, 0.02f), smoothstep(0.20f, 0.16f, along));
+    c.colour =
+        c.colour * (smoothstep(0.0f, 0.03f, std::fabs(along - 0.20f)) * smoothstep(1.0f, 0.55f, along));
     return c.shown();
 }
 
