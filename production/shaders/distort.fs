@@ -14,7 +14,7 @@ varying vec4 blades[5];
 const vec2 aspect = vec2(4.0 / 3.0, 1.0);  // of the screen; lengths are screen heights
 const vec2 lamp = vec2(-0.8, 0.6);         // where the light falls from
 const float target = 1024.0;               // texels
-const float headroom = 0.62;               // how far over the whole ship's the lightest tone may rise
+const float headroom = 0.3;                // how far over the whole ship's a broad tone may rise
 
 // The part of a target that is seen, a pixel within its edges.
 struct Frame {
@@ -81,14 +81,19 @@ vec3 colorAt(vec2 at, Frame frame) {
     // green is the ship's own. Its tone is how far that is from the whole ship's, which has the glow too.
     float magenta = max(min(seen.r, seen.b) - seen.g, 0.0);
     float tone = 1.0 + (max(seen.g - 0.5 * magenta, 0.0) - lightness) / 0.34;
-    // Bent there without a break, or what a beat lights would be one flat white.
-    if (tone > 1.0) tone = 1.0 + headroom - headroom * exp((1.0 - tone) / headroom);
     vec2 along = vec2(0.016, 0.007) / aspect * frame.slope, across = vec2(-0.007, 0.016) / aspect * frame.slope;
     vec4 ahead = seenAt(at + along, frame), astern = seenAt(at - along, frame);
     vec4 left = seenAt(at + across, frame), right = seenAt(at - across, frame);
     // Beams that a beat makes white pass for hull, but on both sides of a line there is none.
     float solid = hullAt(seen) * smoothstep(-0.4, 0.1, tone) *
                   min(max(hullAt(ahead), hullAt(astern)), max(hullAt(left), hullAt(right)));
+
+    // What is broad and lighter is bent down without a break, or what a beat lights would be one flat white: feathers
+    // are told apart there by how they differ from what is next to them.
+    float near = 0.25 * (ahead.g + astern.g + left.g + right.g);
+    if (tone > 1.0)
+        tone = 1.0 + headroom - headroom * exp((1.0 - tone) / headroom) +
+               min(tone - 1.0, 1.0) * clamp(3.5 * (seen.g - near), -0.7, 0.35);
 
     // Beams are ice. Of what lies over them as broad as the glow lays it most is taken away.
     vec3 veil = min(min(ahead, astern), min(left, right)).rgb;
