@@ -143,8 +143,8 @@ const Station stations[] = {{-113, 3, 13}, {-109, 12, 14}, {-102, 19, 15}, {-93,
 Shape body() {
     std::vector<Vec> line;
     for (const Station& s : stations) line.push_back({s.radius, s.up, s.z});
-    line = curveThrough(line, false, 2);
-    const int rows = int(line.size()), sides = 16;
+    line = curveThrough(line, false, 3);
+    const int rows = int(line.size()), sides = 24;
     Shape shape = insideOut(grid(sides, rows, true, false, [&](int c, int r) {
         const double angle = 2 * pi * c / sides;
         const Vec s = line[r];
@@ -157,16 +157,22 @@ Shape body() {
 
 Shape beak() {
     Sweep how;
-    how.path = {{0, 16, -102}, {0, 18, -111}, {0, 16, -119}, {0, 10, -126}, {0, 1, -130}};
-    constexpr double sizes[] = {12, 9.5, 6.4, 3.4, 0.4};
-    how.change = [&](int i, const Outline& outline) {
+    how.path = curveThrough(
+        {{0, 13, -98}, {0, 16, -107}, {0, 14, -116}, {0, 8, -122.5}, {0, 0, -125}, {0, -8, -123.5}}, false,
+        3);
+    const double last = double(how.path.size() - 1);
+    how.change = [=](int i, const Outline& outline) {
         Outline thin = outline;
-        for (Flat& p : thin) p = p * sizes[i];
+        for (Flat& p : thin) p = p * mix(13.5, 0.3, std::pow(i / last, 0.8));
         return thin;
     };
-    return mappedBy(sweep(polygon(8, 1), how), [](const Face&, Vec p) {
+    Shape shape = sweep(polygon(16, 1), how);
+    // Narrow for its depth. It is mapped by how far ahead it is, and where it is a hook, by how far down.
+    for (Vec& p : shape.points) p.x *= 0.75;
+    return mappedBy(shape, [](const Face&, Vec p) {
+        const double down = (9 - p.y) / 40 * smoothstep(-110, -118, p.z);
         return hull::beak.at(std::clamp(std::fabs(p.x) / 10, 0.0, 1.0),
-                             std::clamp((-102 - p.z) / 28, 0.0, 1.0));
+                             std::clamp((-100 - p.z) / 34 + down, 0.0, 1.0));
     });
 }
 
@@ -243,7 +249,8 @@ Shape litFromAstern(const Shape& whole) {
         for (const int point : face.points) {
             const Vec& p = shape.points[point];
             const double round = std::hypot(p.x, p.y);
-            const double trunk = smoothstep(60, 35, round), bare = smoothstep(75, 50, p.z);
+            const double trunk = smoothstep(60, 35, round),
+                         bare = smoothstep(75, 50, p.z) * smoothstep(-114, -104, p.z);
             const double wing = front ? 0.75e-3 * round : -mix(0.0, 0.20, smoothstep(45, 120, round));
             const double outwards = mix(wing, -mix(0.25, 0.4, smoothstep(-40, -80, p.z)), trunk) * bare;
             const double aside = front ? 0 : 0.33 * bare;
