@@ -37,7 +37,7 @@ Rgba featherAt(const Feather& feather, float along, float across, bool back) {
     // A back is one full tone up to a dark seam, and next to no light within: what is pale there would veil
     // it.
     if (back)
-        c.colour = c.colour + feather.flame * (mix(0.52f, 0.30f, along) * smoothstep(0.78f, 0.60f, across) *
+        c.colour = c.colour + feather.flame * (mix(0.40f, 0.25f, along) * smoothstep(0.78f, 0.60f, across) *
                                                mix(0.55f, 1.0f, smoothstep(0.05f, 0.5f, across)));
     else
         c.colour = c.colour + feather.flame * (flame * 0.60f);
@@ -61,7 +61,7 @@ Rgba featherAt(const Feather& feather, float along, float across, bool back) {
     // White-hot towards its tip, where it is the bird's outline.
     c.line(across - 0.89f, mix(0.08f, 0.13f, along), mix(feather.edge, cream, smoothstep(0.5f, 1.0f, along)),
            broad * mix(0.6f, 1.0f, along), 0.01f);
-    c.colour = c.colour * (back ? 0.62f : 0.86f);
+    c.colour = c.colour * (back ? 0.56f : 0.86f);
     return c.shown();
 }
 
