@@ -305,8 +305,8 @@ void makeLanterns(const char* path) {
     for (const Follower& f : followers) {
         const bool near = f.radius > 80;
         const Kind kind = f.radius > 200 ? Kind{f.paint, 8, 3, 8, 1, false, 6, 6, 5, 6, 0.004, 1.2, f.radius}
-                          : near         ? Kind{f.paint, 8, 2, 4, 1, false, 3, 5, 3, 5, 0.007, 1.3, f.radius}
-                                         : Kind{f.paint, 6, 2, 3, 0, false, 2, 4, 2, 4, 0.010, 1.0, f.radius};
+                          : near         ? Kind{f.paint, 8, 3, 4, 1, false, 3, 10, 3, 9, 0.007, 1.3, f.radius}
+                                         : Kind{f.paint, 6, 3, 3, 0, false, 2, 8, 2, 6, 0.010, 1.0, f.radius};
         const Lightwards light = {f.lightwards, 0.1};
         swarm.push_back(shapeOf({kind, f.radius, f.middle}, {light, light, light, light}));
     }
