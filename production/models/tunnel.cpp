@@ -73,8 +73,8 @@ public:
         }
     }
 
-    // The back of a mirror's end, which those ahead of the ship see before the bays: what it hides of them is
-    // painted there once more. Bays are symmetric.
+    // The step from one mirror to the next. Whoever looks from ahead of the ship sees its back stand before
+    // the bays: what it hides of them is painted on it, the other way round, which bays don't show.
     void addStep(int column, const Station& low, const Station& high, const Patch& patch) {
         std::vector<int> points;
         std::vector<Uv> uvs;
