@@ -80,13 +80,6 @@ TEST_F(Passes, ScreenQuadMapsThePictureInTheTextureAndTheFlagTurnsIt) {
     EXPECT_EQ(readPixel(400, 590), red);
 }
 
-TEST_F(Passes, UnknownNamesDrawTheFirstTexture) {
-    addSolidTexture("loading", blue);
-    demo->drawScreenQuad("no such picture", 1);
-    EXPECT_EQ(readPixel(400, 300), blue);
-    EXPECT_EQ(demo->textureNames.count("no such picture"), 1u);
-}
-
 TEST_F(Passes, BlurLeavesAClearedScreenAndTheSourcesViewport) {
     demo->copyScreen("rtt0");
     fillRect(0, 0, 800, 600, red);

@@ -105,7 +105,8 @@ public:
 TEST_F(RehearseSound, KeysMuteAndSoloStemsInStepWithTheTrack) {
     SoundServer server;
     Recorder recorder(server);
-    rehearse({"2"});
+    rehearse({"20"});
+    EXPECT_GE(time(), 20000);
     std::vector<std::pair<std::vector<float>, Moments>> all;
     const auto listenFor = [&](const std::vector<float>& due) { all.emplace_back(due, nextMoments()); };
     const std::vector<float> track = decodeVorbis(scratch.file(music));
@@ -116,6 +117,7 @@ TEST_F(RehearseSound, KeysMuteAndSoloStemsInStepWithTheTrack) {
     act("key --window %1 m");
     ASSERT_TRUE(says("\nstem: noise\nstem: hum\nstem: beep\n")) << desk();
     act("key --window %1 Home");
+    EXPECT_TRUE(await([&] { return time() < 15000; }));
     listenFor(track);
     act("key --window %1 3");
     ASSERT_TRUE(says("\nstem: noise\nstem: hum\nstem: beep, muted, not heard\n"));
