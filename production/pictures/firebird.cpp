@@ -12,21 +12,22 @@ namespace {
 const Rgba gold = light(1, 0.50f, 0.03f), ember = light(1, 0.22f, 0.02f), cream = light(1, 0.80f, 0.36f),
            turquoise = light(0.12f, 1.0f, 0.92f), night = opaque(0.020f, 0.006f, 0.040f);
 
-// A feather: the flame along its shaft, its edge, its barbs, and how wide half of it is against its length;
-// whether an eye lies before its tip.
+// A feather: the flame along its shaft, the tone of its back, its edge, its barbs, and how wide half of it is
+// against its length; whether an eye lies before its tip. Backs lie in the dark, where orange and gold would
+// be brown: only scarlet, crimson and blue keep their hue there, and blue is next to no light of a flash.
 struct Feather {
-    Rgba flame, edge, barb;
+    Rgba flame, back, edge, barb;
     float breadth;
     int barbs;
     bool eye;
 };
 const Feather feathers[atlas::hull::feathersCount] = {
-    {opaque(1.00f, 0.07f, 0.09f), gold, ember, 0.10f, 12, false},
-    {opaque(0.75f, 0.03f, 0.11f), gold, ember, 0.13f, 10, true},
-    {opaque(1.00f, 0.42f, 0.01f), gold, gold, 0.22f, 5, false},
-    {opaque(0.02f, 0.62f, 0.70f), turquoise, turquoise, 0.30f, 4, false},
-    {opaque(0.80f, 0.05f, 0.08f), gold, ember, 0.09f, 14, true},
-    {opaque(1.00f, 0.12f, 0.04f), gold, gold, 0.12f, 8, true},
+    {opaque(1.00f, 0.07f, 0.09f), opaque(1.00f, 0.02f, 0.10f), gold, ember, 0.10f, 12, false},
+    {opaque(0.75f, 0.03f, 0.11f), opaque(0.85f, 0.01f, 0.16f), gold, ember, 0.13f, 10, true},
+    {opaque(1.00f, 0.42f, 0.01f), opaque(0.13f, 0.12f, 1.00f), gold, gold, 0.22f, 5, false},
+    {opaque(0.02f, 0.62f, 0.70f), opaque(0.02f, 0.62f, 0.80f), turquoise, turquoise, 0.30f, 4, false},
+    {opaque(0.80f, 0.05f, 0.08f), opaque(1.00f, 0.02f, 0.10f), gold, ember, 0.09f, 14, true},
+    {opaque(1.00f, 0.12f, 0.04f), opaque(1.00f, 0.02f, 0.10f), gold, gold, 0.12f, 8, true},
 };
 
 // Opaque night between lines of light, which the corridor's gleam on its backs makes brighter there.
@@ -37,7 +38,7 @@ Rgba featherAt(const Feather& feather, float along, float across, bool back) {
     // A back is one full tone up to a dark seam, and next to no light within: what is pale there would veil
     // it.
     if (back)
-        c.colour = c.colour + feather.flame * (mix(0.40f, 0.25f, along) * smoothstep(0.78f, 0.60f, across) *
+        c.colour = c.colour + feather.back * (mix(0.52f, 0.50f, along) * smoothstep(0.78f, 0.60f, across) *
                                                mix(0.55f, 1.0f, smoothstep(0.05f, 0.5f, across)));
     else
         c.colour = c.colour + feather.flame * (flame * 0.60f);
@@ -60,7 +61,7 @@ Rgba featherAt(const Feather& feather, float along, float across, bool back) {
            mix(cream, feather.edge, smoothstep(0.2f, 0.7f, along)), open * broad, 0.01f);
     // White-hot towards its tip, where it is the bird's outline.
     c.line(across - 0.89f, mix(0.08f, 0.13f, along), mix(feather.edge, cream, smoothstep(0.5f, 1.0f, along)),
-           broad * mix(0.6f, 1.0f, along), 0.01f);
+           broad * mix(0.6f, 1.0f, along) * (back ? 1.3f : 1.0f), 0.01f);
     c.colour = c.colour * (back ? 0.56f : 0.86f);
     return c.shown();
 }

@@ -43,8 +43,9 @@ View viewOf(vec2 ray) {
     // Glass is bent along its edges.
     float rim = max(1.0 - view.toEdge / 0.028, 0.0);
     float c = cos(view.blade.w), s = sin(view.blade.w);
-    vec2 turned = 1.1 * (mat2(c, s, -s, c) * ray) - 0.10 * rim * rim * view.blade.xy;
-    view.ray = view.onTop > 0.0 ? turned : ray / magnified * (1.0 - 0.25 * rim * rim);
+    vec2 mirrored = ray - 2.0 * (dot(ray, view.blade.xy) - view.blade.z) * view.blade.xy * view.onTop;
+    vec2 turned = 1.1 * (mat2(c, s, -s, c) * mirrored) - 0.10 * rim * rim * view.blade.xy;
+    view.ray = (view.onTop > 0.0 ? turned : ray * (1.0 - 0.25 * rim * rim)) / magnified;
     return view;
 }
 
@@ -78,9 +79,10 @@ float hullAt(vec4 color) {
 vec3 colorAt(vec2 at, Frame frame) {
     vec4 seen = smoothAt(at, frame);
     // The beams are magenta, and so is their glow, which on a beat lies over all that is near: what it leaves of the
-    // green is the ship's own. Its tone is how far that is from the whole ship's, which has the glow too.
-    float magenta = max(min(seen.r, seen.b) - seen.g, 0.0);
-    float tone = 1.0 + (max(seen.g - 0.5 * magenta, 0.0) - lightness) / 0.34;
+    // green is the ship's own, and so is what is redder than they are. Its tone is how far that is from the whole
+    // ship's, which has the glow too.
+    float magenta = max(min(seen.r, seen.b) - seen.g, 0.0), scarlet = max(seen.r - max(seen.g, seen.b), 0.0);
+    float tone = 1.0 + (max(seen.g - 0.5 * magenta, 0.0) + 0.4 * scarlet - lightness) / 0.34;
     vec2 along = vec2(0.016, 0.007) / aspect * frame.slope, across = vec2(-0.007, 0.016) / aspect * frame.slope;
     vec4 ahead = seenAt(at + along, frame), astern = seenAt(at - along, frame);
     vec4 left = seenAt(at + across, frame), right = seenAt(at - across, frame);
@@ -106,8 +108,8 @@ vec3 colorAt(vec2 at, Frame frame) {
     vec3 copper = mix(vec3(0.10, 0.025, 0.03), vec3(0.80, 0.27, 0.06), smoothstep(0.1, 1.0, tone));
     copper = mix(copper, vec3(1.0, 0.62, 0.26), smoothstep(0.9, 1.4, tone));
     copper = mix(copper, vec3(1.0, 0.93, 0.80), smoothstep(1.3, 1.9, tone));
-    // Where the ship is green, copper has its patina.
-    float patina = smoothstep(0.0, 0.12, seen.g - seen.r);
+    // Where the ship is green or blue, copper has its patina.
+    float patina = smoothstep(0.0, 0.12, max(seen.g, seen.b) - seen.r);
     copper = mix(copper, dot(copper, vec3(0.5, 0.5, 0.2)) * vec3(0.08, 1.05, 0.85), patina);
     vec3 color = mix(behind, copper, solid);
     return vec3(min(color.r, 3.0 * seen.r), color.gb);  // what has no red is none of these
@@ -123,7 +125,7 @@ vec3 onBlade(View view, vec3 color, vec2 ray) {
     float slant = mod(across + 0.6 * beyond + 4.0 * view.blade.w, 0.9);
     float sheen = within(abs(slant - 0.35), 0.16, 0.02) + within(abs(slant - 0.60), 0.04, 0.02);
     float bevel = within(view.toEdge, 0.030, 0.002), line = within(abs(view.toEdge - 0.030), 0.0035, 0.003);
-    return dot(color, vec3(0.4, 0.5, 0.3)) * vec3(0.0, 0.62, 1.1) * (1.0 + 0.3 * facing) +
+    return dot(color, vec3(0.4, 0.5, 0.3)) * vec3(0.0, 0.46, 1.0) * (1.0 + 0.3 * facing) +
            vec3(0.0, 0.036, 0.095) * (clamp(0.3 + 0.5 * facing + 0.9 * across, 0.0, 1.6) + (0.7 + lean) * sheen) +
            vec3(0.0, 0.85, 1.15) * (bevel * (0.10 + 0.16 * lean) + line * (0.22 + 0.4 * lean));
 }

@@ -37,7 +37,7 @@ void cutBlades() {
     float which = struck ? 2.0 + step(0.9245, time) + step(1.054, time) : step(0.0, time);
     float closed = struck ? 1.0 : smoothstep(0.0, 0.03, abs(time));
     // A near ship takes a larger one.
-    float opening = mix(1.5, 0.34, closed) * mix(1.35, 1.0, smoothstep(1.0, 1.3, magnified));
+    float opening = mix(1.5, 0.34, closed) * mix(1.8, 1.0, smoothstep(1.0, 1.3, magnified));
     float turn = 6.2831853 * random(which) + (struck ? 5.0 * (time - 1.0) : 9.0 * time);
     for (int i = 0; i < 5; i++) {
         float seed = 11.0 * which + 3.0 * float(i) + 5.0;
