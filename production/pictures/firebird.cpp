@@ -25,8 +25,8 @@ const Feather feathers[atlas::hull::feathersCount] = {
     {opaque(1.00f, 0.07f, 0.09f), opaque(1.00f, 0.02f, 0.10f), gold, ember, 0.10f, 12, false},
     {opaque(0.75f, 0.03f, 0.11f), opaque(0.85f, 0.01f, 0.16f), gold, ember, 0.13f, 10, true},
     {opaque(1.00f, 0.42f, 0.01f), opaque(0.13f, 0.12f, 1.00f), gold, gold, 0.22f, 5, false},
-    {opaque(0.02f, 0.62f, 0.70f), opaque(0.02f, 0.62f, 0.80f), turquoise, turquoise, 0.30f, 4, false},
-    {opaque(0.80f, 0.05f, 0.08f), opaque(1.00f, 0.02f, 0.10f), gold, ember, 0.09f, 14, true},
+    {opaque(0.02f, 0.62f, 0.70f), opaque(0.02f, 0.30f, 0.90f), turquoise, turquoise, 0.30f, 4, false},
+    {opaque(0.80f, 0.05f, 0.08f), opaque(1.40f, 0.02f, 0.14f), gold, ember, 0.09f, 14, true},
     {opaque(1.00f, 0.12f, 0.04f), opaque(1.00f, 0.02f, 0.10f), gold, gold, 0.12f, 8, true},
 };
 
@@ -38,8 +38,8 @@ Rgba featherAt(const Feather& feather, float along, float across, bool back) {
     // A back is one full tone up to a dark seam, and next to no light within: what is pale there would veil
     // it.
     if (back)
-        c.colour = c.colour + feather.back * (mix(0.52f, 0.50f, along) * smoothstep(0.78f, 0.60f, across) *
-                                               mix(0.55f, 1.0f, smoothstep(0.05f, 0.5f, across)));
+        c.colour = c.colour + feather.back * (0.66f * smoothstep(0.78f, 0.60f, across) *
+                                              mix(0.55f, 1.0f, smoothstep(0.05f, 0.5f, across)));
     else
         c.colour = c.colour + feather.flame * (flame * 0.60f);
     const Point eye = {(along - 0.82f) / feather.breadth, across};
@@ -58,10 +58,12 @@ Rgba featherAt(const Feather& feather, float along, float across, bool back) {
     const float broad =
         feather.breadth < 0.13f && feather.eye ? smoothstep(0.0f, 0.5f, along) * 0.8f + 0.2f : 1;
     c.line(across, mix(0.13f, 0.06f, along) * (back ? 0.6f : 1.0f),
-           mix(cream, feather.edge, smoothstep(0.2f, 0.7f, along)), open * broad, 0.01f);
-    // White-hot towards its tip, where it is the bird's outline.
-    c.line(across - 0.89f, mix(0.08f, 0.13f, along), mix(feather.edge, cream, smoothstep(0.5f, 1.0f, along)),
-           broad * mix(0.6f, 1.0f, along) * (back ? 1.3f : 1.0f), 0.01f);
+           mix(cream, feather.edge, smoothstep(0.2f, 0.7f, along)), open * broad * (back ? 0.35f : 1.0f),
+           0.01f);
+    // Its rim is the bird's outline, in front white-hot towards its tip.
+    c.line(across - 0.89f, mix(0.08f, 0.13f, along),
+           mix(feather.edge, cream, back ? 0 : smoothstep(0.5f, 1.0f, along)),
+           broad * mix(0.6f, 1.0f, along) * (back ? 1.15f : 1.0f), 0.01f);
     c.colour = c.colour * (back ? 0.56f : 0.86f);
     return c.shown();
 }

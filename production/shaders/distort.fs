@@ -1,6 +1,6 @@
 #version 110
 // A picture behind an iris of glass: the ship stands whole and clear in its opening, in copper before beams of ice, and
-// five blades about that show the corridor turned and in blue. As "time" swings to 0 the iris opens over all that is
+// five blades about that mirror the opening, turned and in blue. As "time" swings to 0 the iris opens over all that is
 // seen; near 1 it is struck.
 
 uniform sampler2D picture;
@@ -79,16 +79,18 @@ float hullAt(vec4 color) {
 vec3 colorAt(vec2 at, Frame frame) {
     vec4 seen = smoothAt(at, frame);
     // The beams are magenta, and so is their glow, which on a beat lies over all that is near: what it leaves of the
-    // green is the ship's own, and so is what is redder than they are. Its tone is how far that is from the whole
-    // ship's, which has the glow too.
-    float magenta = max(min(seen.r, seen.b) - seen.g, 0.0), scarlet = max(seen.r - max(seen.g, seen.b), 0.0);
-    float tone = 1.0 + (max(seen.g - 0.5 * magenta, 0.0) + 0.4 * scarlet - lightness) / 0.34;
+    // green is the ship's own. Its tone is how far that is from the whole ship's, which has the glow too.
+    float magenta = max(min(seen.r, seen.b) - seen.g, 0.0);
+    float tone = 1.0 + (max(seen.g - 0.5 * magenta, 0.0) - lightness) / 0.34;
     vec2 along = vec2(0.016, 0.007) / aspect * frame.slope, across = vec2(-0.007, 0.016) / aspect * frame.slope;
     vec4 ahead = seenAt(at + along, frame), astern = seenAt(at - along, frame);
     vec4 left = seenAt(at + across, frame), right = seenAt(at - across, frame);
     // Beams that a beat makes white pass for hull, but on both sides of a line there is none.
     float solid = hullAt(seen) * smoothstep(-0.4, 0.1, tone) *
                   min(max(hullAt(ahead), hullAt(astern)), max(hullAt(left), hullAt(right)));
+
+    // What is scarlet has little green, and is no dark of the ship all the same.
+    tone += 0.45 * max(seen.r - max(seen.g, seen.b), 0.0) * (1.0 - smoothstep(0.4, 1.1, tone));
 
     // What is broad and lighter is bent down without a break, or what a beat lights would be one flat white: feathers
     // are told apart there by how they differ from what is next to them.
@@ -100,8 +102,8 @@ vec3 colorAt(vec2 at, Frame frame) {
     // Beams are ice. Of what lies over them as broad as the glow lays it most is taken away.
     vec3 veil = min(min(ahead, astern), min(left, right)).rgb;
     float lit = smoothstep(0.2, 0.8, max(veil.r, veil.b));
-    vec3 behind = max(seen.rgb - 0.55 * veil, 0.0);
-    float core = max(seen.g - 0.7 * veil.g, 0.0), both = min(seen.r, seen.b);
+    vec3 behind = max(seen.rgb - 0.75 * veil, 0.0);
+    float core = max(seen.g - 0.9 * veil.g, 0.0), both = min(seen.r, seen.b);
     vec3 ice = (0.95 - 0.45 * lit) * max(behind.r, behind.b) * vec3(0.05, 0.55, 1.0) + core * vec3(0.55, 0.80, 0.70);
     behind = mix(max(behind, lit * ice), ice, max(smoothstep(0.03, 0.15, both - seen.g), smoothstep(0.5, 0.8, both)));
 
