@@ -39,13 +39,20 @@ const Direction sunwards = normalized(Direction{0.04f, 0, -1});
 
 // The world's night, from its horizon down, and the air over it. Towards the sun it is lit.
 constexpr float horizon = -15 * degree;
+float overHorizon(Direction d) {  // degrees
+    return (arcSin(d.y) - horizon) / degree;
+}
+// Hides what shines beyond it. Over six texels, or its edge would be steps.
+float groundCovers(Direction d) {
+    return smoothstep(0.45f, -0.45f, overHorizon(d));
+}
 Rgba worldAt(Direction d) {
-    const float height = (arcSin(d.y) - horizon) / degree, level = std::hypot(d.x, d.z);
+    const float height = overHorizon(d), level = std::hypot(d.x, d.z);
     const float dawn = 0.5f + 0.5f * dot({d.x, 0, d.z}, sunwards) / std::fmax(level, 1e-4f);
     const float near = dawn * dawn * dawn;
     const Rgba air = mix(opaque(0.02f, 0.16f, 0.30f), opaque(0.10f, 0.42f, 0.52f), near);
     const auto falling = [&](float by) { return std::exp(-std::fabs(height) / by); };  // degrees
-    const float below = smoothstep(0.45f, -0.45f, height);  // over six texels, or its edge would be steps
+    const float below = groundCovers(d);
     const Rgba sky = air * (mix(0.7f, 1, near) * falling(0.9f) + mix(0.12f, 0.42f, near) * falling(5)) +
                      opaque(0.75f, 0.28f, 0.10f) * (0.7f * std::pow(dawn, 40.0f) * falling(5)) +
                      opaque(0.9f, 0.6f, 0.3f) * (0.6f * std::pow(dawn, 300.0f) * falling(2.5f));
@@ -159,7 +166,9 @@ Rgba gasAt(Direction d) {
 
 Rgba colourOf(Direction d) {
     const Body body = bodyAt(d);
-    return (opaque(0.0035f, 0.0035f, 0.009f) + gasAt(d) + worldAt(d)) * (1 - body.covers) + body.light;
+    return (opaque(0.0035f, 0.0035f, 0.009f) + gasAt(d) * (1 - groundCovers(d)) + worldAt(d)) *
+               (1 - body.covers) +
+           body.light;
 }
 
 bool clearAt(Direction d) {

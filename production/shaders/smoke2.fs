@@ -96,10 +96,7 @@ vec3 townsAt(vec2 place, float far, vec3 first, vec3 second, vec3 third) {
     float ring = abs(fract(reach * 9.0) - 0.5) / 9.0;
     float town = max(1.0 - reach / size, 0.0);
     float street = max(1.0 - min(spoke, ring) / (0.006 + 0.000020 * far), 0.0);
-    vec2 block = floor(place * 760.0);
-    float pick = lotOf(block);
-    vec2 lamp = place * 760.0 - block - 0.3 - 0.4 * fract(vec2(90.0, 170.0) * pick);
-    float dots = max(1.0 - 6.0 * dot(lamp, lamp), 0.0) * (0.3 + 1.4 * fract(23.0 * pick));
+    float dots = smoothstep(0.52, 0.78, third.b) * (0.3 + 1.4 * third.g);
     float road = second.b * second.b * second.b * smoothstep(0.05, 0.40, first.r);
     float lamps = road * third.b;
     vec3 tint = mix(vec3(1.0, 0.55, 0.20), vec3(0.50, 0.75, 1.0), smoothstep(0.45, 0.75, first.g));
