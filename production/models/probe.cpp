@@ -79,7 +79,7 @@ Shape unlit() {
                    facing(joined({cells, turned(cells, Axis::y, pi)}), {0.6, 0.6, 0.6})});
 }
 
-constexpr double flyingSize = 0.99;
+constexpr double flyingSize = 0.82;
 
 }  // namespace
 

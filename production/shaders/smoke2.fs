@@ -90,18 +90,26 @@ vec3 spaceAt(vec3 towards, vec3 first, vec3 second, float sunwards) {
 vec3 townsAt(vec2 place, float far, vec3 first, vec3 second, vec3 third) {
     vec2 cell = floor(place * 17.0);
     float lot = lotOf(cell);
-    vec2 off = place * 17.0 - cell - 0.35 - 0.30 * fract(vec2(90.0, 170.0) * lot), away = abs(off);
+    vec2 off = place * 17.0 - cell - 0.35 - 0.30 * fract(vec2(90.0, 170.0) * lot);
+    off += 0.16 * (vec2(second.g, third.r) - 0.5);  // no town is a wheel
+    vec2 away = abs(off);
     float reach = length(off), size = 0.15 + 0.33 * fract(11.0 * lot) * fract(17.0 * lot);
     float spoke = min(min(away.x, away.y), 0.7071 * abs(away.x - away.y));
     float ring = abs(fract(reach * 9.0) - 0.5) / 9.0;
     float town = max(1.0 - reach / size, 0.0);
-    float street = max(1.0 - min(spoke, ring) / (0.006 + 0.000020 * far), 0.0);
-    float dots = smoothstep(0.52, 0.78, third.b) * (0.3 + 1.4 * third.g);
+    float street = max(1.0 - min(spoke, ring) / (0.016 + 0.000025 * far), 0.0);
+    // Lamps lie anywhere in their cells and not in all, or they would be a screen; from afar only their clumps are seen.
+    vec2 block = floor(place * 700.0);
+    float pick = lotOf(block);
+    vec2 lamp = place * 700.0 - block - 0.25 - 0.5 * fract(vec2(90.0, 170.0) * pick);
+    float lit = max(1.0 - 16.0 * dot(lamp, lamp), 0.0) * step(0.35, pick) * (1.0 + 4.0 * fract(23.0 * pick));
+    float clump = smoothstep(0.42, 0.74, third.b);
+    float dots = clump * mix(lit, 0.3 + 1.2 * third.g, smoothstep(220.0, 520.0, far));
     float road = second.b * second.b * second.b * smoothstep(0.05, 0.40, first.r);
     float lamps = road * third.b;
     vec3 tint = mix(vec3(1.0, 0.55, 0.20), vec3(0.50, 0.75, 1.0), smoothstep(0.45, 0.75, first.g));
-    return tint * (town * (0.8 * street + 1.2 * dots * third.b + 0.22 * town * town) +
-           road * (0.14 + 2.2 * dots * smoothstep(0.25, 0.65, road)) + 1.2 * lamps * lamps * dots);
+    return tint * (town * (street * (0.3 + 1.5 * third.b) + 1.6 * dots * third.b + 0.34 * town * town) +
+           road * (0.16 + 3.0 * dots * smoothstep(0.25, 0.65, road)) + 1.6 * lamps * lamps * dots);
 }
 
 // By day, seas and coasts under clouds, red where the day ends; by night, a net of towns and of roads between them.
@@ -121,7 +129,8 @@ void main() {
     // Where the ray meets the world, or comes nearest to it.
     float along = -dot(eye, towards);
     float depth = radius * radius - dot(eye, eye) + along * along;
-    vec3 up = (eye + towards * (along - sqrt(max(depth, 0.0)))) / radius;
+    float away = along - sqrt(max(depth, 0.0));
+    vec3 up = (eye + towards * away) / radius;
     float body = smoothstep(-7000.0, 7000.0, depth);
     float rise = dot(up, sun) + dusk, day = smoothstep(0.0, 0.13, rise);
 
@@ -155,7 +164,7 @@ void main() {
     float grazing = 1.0 - max(dot(up, -towards), 0.0), rim = grazing * grazing * grazing;
     float glint = max(dot(reflect(towards, up), sun), 0.0);
     glint *= glint, glint *= glint, glint *= glint, glint *= glint;
-    vec3 world = groundAt(rise, glint, up.xz, along, first, second, third);
+    vec3 world = groundAt(rise, glint, up.xz, away, first, second, third);
     world += auroraAt(up, dot(up, axis)) * (1.0 - day);
     world += mix(vec3(0.05, 0.16, 0.42), vec3(0.20, 0.50, 0.95), day) * rim * (rim * (0.5 + 0.6 * day) + 0.10);
     light = mix(light, world, body);
