@@ -572,10 +572,10 @@ void makeRobotArms(const char* path) {
 
 void makeRobotScreen(const char* path) {
     const auto in = [](atlas::robot::Lacquer lacquer) { return [=](Vec) { return coatOf(lacquer); }; };
-    const Shape body =
-        joined({lacquered(legsAndTorso().shells, coatAt), lacquered(onArms(robotArms, hand), in(ivory)),
-                lacquered(joined({shoulderCaps(), onArms(robotArms, forearmShell)}), in(orange)),
-                lacquered(joined({girdle(), onArms(robotArms, upperArmShell)}), in(petrol))});
+    const Shape body = joined(
+        {lacquered(legsAndTorso().shells, coatAt), unlit(lacquered(onArms(robotArms, hand), in(ivory))),
+         lacquered(shoulderCaps(), in(orange)), unlit(lacquered(onArms(robotArms, forearmShell), in(orange))),
+         lacquered(joined({girdle(), onArms(robotArms, upperArmShell)}), in(petrol))});
     const Shape head =
         joined({lacquered(onSides(headShell()), in(orange)), lacquered(headDome(), in(ivory)),
                 lacquered(headCore(), in(petrol)), unlit(lacquered(onSides(bezel()), in(brass)))});
