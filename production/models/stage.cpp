@@ -332,27 +332,34 @@ Shape asColossus(const Shape& part) {
                   colossusTurn);
 }
 
-// What its screen shows, on dim glass: two eyes and a smile. A picture's T runs down, so outlines that run
-// clockwise in it face the viewer.
+// What its screen shows, on dim glass: two eyes, each of three rings, and a smile. As the viewer walks by, light
+// runs from the middle ring to the outer one, which the smile goes along with, and on to the inner one, in both
+// eyes at once. A picture's T runs down, so outlines that run clockwise in it face the viewer.
 Shape face() {
     constexpr double tall = figures::robotScreenHalf.x / figures::robotScreenHalf.y;  // T is stretched
-    constexpr double eyeRadius = 0.185, pupilRadius = 0.07, smileRadius = 0.33, smileHalf = 0.045;
+    constexpr double smileRadius = 0.33, smileHalf = 0.045;
     constexpr double ridge = 1.8;  // units over the glass
     constexpr int sides = 32, steps = 24;
-    std::vector<Shape> parts = {grid(steps + 1, 2, false, false, [&](int c, int r) {
+    const auto eyes = [](double inner, double outer) {
+        std::vector<Shape> both;
+        for (const double middle : {0.27, 0.73})
+            both.push_back(grid(sides, 2, true, false, [=](int c, int r) {
+                const double turn = 2 * pi * c / sides, out = r == 0 ? outer : inner;
+                return Vec{middle + out * std::cos(turn), 0.40 - out * tall * std::sin(turn), ridge};
+            }));
+        return joined(both);
+    };
+    const Shape smile = grid(steps + 1, 2, false, false, [&](int c, int r) {
         const double s = 0.34 * (double(c) / steps - 0.5);
         return Vec{0.5 + s,
                    0.34 + tall * std::sqrt(smileRadius * smileRadius - s * s) + smileHalf * (1 - 2 * r),
                    ridge};
-    })};
-    for (const double middle : {0.27, 0.73})
-        parts.push_back(grid(sides, 2, true, false, [&](int c, int r) {
-            const double turn = 2 * pi * c / sides, out = r == 0 ? eyeRadius : pupilRadius;
-            return Vec{middle + out * std::cos(turn), 0.40 - out * tall * std::sin(turn), ridge};
-        }));
-    // Aimed like this, it shows the lamp wherever it is seen from.
-    return lampLit(asColossus(figures::onRobotScreen(joined(parts))), colossusTurn, -degrees(20),
-                   degrees(-1));
+    });
+    const auto lit = [](const Shape& part, double aside, double off) {
+        return lampLit(asColossus(figures::onRobotScreen(part)), colossusTurn, degrees(aside), degrees(off));
+    };
+    return joined({lit(eyes(0.11, 0.155), 25, -6), lit(joined({eyes(0.16, 0.20), smile}), -20, 3),
+                   lit(eyes(0.06, 0.105), -20, -11)});
 }
 
 // The firebird before the sun, its wings spread across it, its head sinking towards the hall.
