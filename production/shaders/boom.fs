@@ -44,7 +44,7 @@ const float faceSize = 1.22;
 const vec3 amber = vec3(0.62, 0.215, 0.012);
 const vec3 hot = vec3(0.95, 0.56, 0.24);
 const vec3 embers = vec3(0.95, 0.32, 0.06);
-const vec3 pale = vec3(0.95, 0.86, 0.62);
+const vec3 gold = vec3(0.95, 0.26, 0.09);
 const vec3 ivory = vec3(0.270, 0.206, 0.136);
 const vec3 orange = vec3(0.34, 0.085, 0.012);
 const vec3 brass = vec3(0.36, 0.165, 0.045);
@@ -228,7 +228,7 @@ Screen screenFor(float seconds, bool look) {
     // The viewer steps back from the screen, and then from the head.
     float back = smoothstep(lastCardsBeat - lastCard, 0.32, seconds), dark = nightfall(seconds, look);
     float far = 0.285 + 0.12 * smoothstep(fallsAsleep, fallsAsleep + 3.6, seconds);  // and nearer as it falls asleep
-    float zoom = look ? 0.60 : mix(mix(1.0, 0.52, back), far, dark);
+    float zoom = look ? 0.66 : mix(mix(1.0, 0.52, back), far, dark);
     float tilt = look ? -0.05 : 0.05 * smoothstep(eyesOpen - 0.1, eyesOpen + 0.4, seconds) -
                                     0.11 * smoothstep(fallsAsleep, fallsAsleep + 0.95, seconds);
     vec2 p = ((place - 0.5 + vec2(0.0, 0.02 * back)) * 2.0 * aspect - sleeper * dark) / zoom;
@@ -252,8 +252,8 @@ vec3 endAt(float seconds, bool look, Screen screen, vec3 shown, float pixel) {
     float face = outsideFace(q / size, eyes, gaze, bend), drawn = step(switchedOff - 0.06, seconds);
     float halo = max(1.0 - 3.0 * max(face, 0.0), 0.0);
     // It is drawn in light, which shines through the glass round it.
-    float ember = 0.022 * bend + 0.13 * asleep;  // asleep, the screen is a night light
-    shown += ((look ? pale : mix(hot, embers, asleep)) * inside(face, pixel / size) +
+    float ember = look ? 0.20 : 0.022 * bend + 0.13 * asleep;  // asleep, the screen is a night light
+    shown += ((look ? gold : mix(hot, embers, asleep)) * inside(face, pixel / size) +
               amber * (0.14 * halo * halo * halo + ember * (1.0 - 0.4 * dot(p, p)))) * drawn;
     float edge = roundBox(p, glass, glassCorner * screen.back);
     shown = shown * (1.0 - 0.8 * screen.back * clamp(1.0 + 6.0 * edge, 0.0, 1.0)) +
@@ -261,7 +261,7 @@ vec3 endAt(float seconds, bool look, Screen screen, vec3 shown, float pixel) {
     vec2 beyond = (place - 0.5) * 2.0 * aspect + vec2(0.0, look ? 0.34 : 0.0);
     vec3 behind = nightAt(beyond, seconds, pixel * screen.zoom) * screen.back;
     vec3 thrown = mix(vec3(0.05, 0.04, 0.05), 0.3 * amber, bend) * screen.back;
-    return mix(headAt(p, edge, thrown, behind, dark, pixel) * (look ? 1.6 : 1.0), shown, inside(edge, pixel));
+    return mix(headAt(p, edge, thrown, behind, dark, pixel) * (look ? 1.2 : 1.0), shown, inside(edge, pixel));
 }
 
 void main() {
