@@ -332,9 +332,9 @@ Shape asColossus(const Shape& part) {
                   colossusTurn);
 }
 
-// What its screen shows, on dim glass: two eyes, each of three rings, and a smile. As the viewer walks by, light
-// runs from the middle ring to the outer one, which the smile goes along with, and on to the inner one, in both
-// eyes at once. A picture's T runs down, so outlines that run clockwise in it face the viewer.
+// What its screen shows, on dim glass: two eyes, each of three rings, and a smile. As the viewer walks by,
+// light runs from the middle ring to the outer one, which the smile goes along with, and on to the inner one,
+// in both eyes at once. A picture's T runs down, so outlines that run clockwise in it face the viewer.
 Shape face() {
     constexpr double tall = figures::robotScreenHalf.x / figures::robotScreenHalf.y;  // T is stretched
     constexpr double smileRadius = 0.33, smileHalf = 0.045;
@@ -448,7 +448,7 @@ Shape sunDisc() {
 }
 
 // A planet in bands and cold light, which falls on it from the upper right, and its ring of two bands in warm
-// light.
+// light: the inner one shines for who comes from the right, the outer one for who leaves to the left.
 Shape planet() {
     constexpr double radius = 140, ringEnds = 2.05, flat = 0.24, tilt = degrees(17), middle = 318;
     const double distance =
@@ -471,7 +471,7 @@ Shape planet() {
         parts.push_back(shaded(atTurn(band, planetTurn), [&](Vec p, Vec) {
             const Vec from = turned({{p}, {}}, Axis::y, planetTurn).points[0] - at(0, 0, 0);
             const double day = 0.5 + 0.5 * (0.84 * from.z + 0.55 * from.y) / radius;
-            const double beyond = degrees(10 + 0.5 * tones[i] + 11 * (1 - day));
+            const double beyond = degrees(8 + 1.1 * tones[i] + 11 * (1 - day));
             return viewer::facing(across(planetTurn, -degrees(mix(4, 26, day))), p,
                                   {0, std::cos(beyond), std::sin(beyond)});
         }));
@@ -486,7 +486,7 @@ Shape planet() {
                                 return at(out * std::cos(turn), -out * flat * std::sin(turn), 3 * side);
                             }),
                        planetTurn),
-                planetTurn, -degrees(8), degrees(from < 1.5 ? 1 : 4)));
+                planetTurn, degrees(from < 1.5 ? 18 : -8), degrees(from < 1.5 ? -2 : 4)));
     return joined(parts);
 }
 
