@@ -382,43 +382,58 @@ Shape storeyOfTower() {
 
 // Each over the one below, turned on, of what `part` makes of it.
 Shape tower(const std::function<Shape(int storey)>& part) {
-    const double size = 1.3, slim = 0.6 * size, tall = fitting::storey * size, radius = 382;
-    const int storeys = 15;
+    const double size = 2, slim = 0.45 * size, tall = fitting::storey * size, radius = 375;
+    const int storeys = 13;
     std::vector<Shape> all;
     for (int i = 0; i < storeys; i++) {
-        const Shape box = scaled(part(i), {slim, size, slim});
-        all.push_back(moved(turned(box, Axis::y, degrees(15) * i), {radius, tall * (i + 0.5), 0}));
+        const double thin = slim * (1 - 0.5 * i / storeys);
+        const Shape box = scaled(part(i), {thin, size, thin});
+        all.push_back(moved(turned(box, Axis::y, degrees(22) * i), {radius, tall * (i + 0.5), 0}));
     }
     return atTurn(joined(all), towerTurn);
 }
 
-// Lit windows before its rooms, no storey's like the next one's.
+// Lit windows before its rooms: every second one is lit from below for all, the others in turn for a viewer
+// to the right and to the left.
 Shape towerWindows() {
-    constexpr double pitch = roomsLong / 4, wide = 0.7 * pitch, low = -5.0, high = 5.4, out = roomsBroad + 1;
-    // In turn for a viewer far to the right, nearer, to the left, and for all.
-    constexpr double aside[] = {54, 20, -30};  // degrees
-    constexpr int kinds = 1 + int(std::size(aside));
+    constexpr int onSide = 5, kinds = 4;
+    constexpr double pitch = 2 * roomsLong / onSide, wide = 0.72 * pitch, low = -5.4, high = 6,
+                     out = roomsBroad + 1;
     std::vector<Shape> parts;
     for (int kind = 0; kind < kinds; kind++) {
-        const Shape windows = onlySeen(tower([&](int storey) {
+        const Shape windows = onlySeen(tower([=](int storey) {
             std::vector<Shape> lit;
-            for (int number = 0; number < 16; number++) {  // eight on a side
-                const int i = number % 8, side = number / 8;
-                if ((storey + i) % kinds != kind || (storey * 5 + i * 7 + side * 3 + storey * i) % 7 < 1)
-                    continue;
-                const double from = pitch * (i - 3.85);
+            for (int i = 0; i < 2 * onSide; i++) {
+                if ((storey + i) % kinds != kind) continue;
+                const double from = pitch * (i % onSide - 0.5 * (onSide - 1)) - wide / 2;
                 const Shape window = grid(2, 2, false, false, [=](int c, int r) {
                     return Vec{from + wide * c, r == 0 ? low : high, out};
                 });
-                lit.push_back(turned(window, Axis::y, pi * side));
+                lit.push_back(turned(window, Axis::y, pi * (i / onSide)));
             }
             return joined(lit);
         }));
-        parts.push_back(kind == kinds - 1
-                            ? shaded(windows, [](Vec, Vec normal) { return normal * 0.02 - up; })
-                            : lampLit(windows, towerTurn, degrees(aside[kind]), degrees(6)));
+        parts.push_back(kind % 2 == 0 ? shaded(windows, [](Vec, Vec normal) { return normal * 0.02 - up; })
+                                      : lampLit(windows, towerTurn, degrees(kind == 1 ? 35 : -20)));
     }
     return joined(parts);
+}
+
+// The moon behind the tower, its horns upwards: warm as it comes, cold then.
+Shape moon() {
+    constexpr double radius = 200, middle = 385, hollow = 0.86, away = 0.36, aslant = degrees(65);
+    constexpr double out = arcade::clearOfColumns - 6;  // before the comet
+    constexpr int steps = 24;
+    // Where the two circles meet, from their middles on.
+    const double horn = std::acos((1 + away * away - hollow * hollow) / (2 * away));
+    const double within = std::atan2(std::sin(horn), std::cos(horn) - away);
+    const Shape shape = grid(steps + 1, 2, false, false, [&](int c, int r) {
+        const double k = 2.0 * c / steps - 1, turn = aslant + pi + k * (pi - (r == 0 ? horn : within)),
+                     size = radius * (r == 0 ? 1 : hollow), moved = r == 0 ? 0 : radius * away;
+        return onRing(towerTurn + (size * std::cos(turn) + moved * std::cos(aslant)) / out, out,
+                      middle + size * std::sin(turn) + moved * std::sin(aslant));
+    });
+    return lampLit(shape, towerTurn, -degrees(10), -lampMiddle - degrees(12));
 }
 
 // The sun behind the firebird, cut into ever thinner bands towards the horizon.
@@ -516,13 +531,12 @@ void makeStage(const char* path) {
             return up - normalized(Vec{p.x, 0, p.z}) * darkSlope;
         });
     // From far to near: while the hall fades in, each is drawn over all before it.
-    writeAml(path,
-             {dark(joined({arcade::niches(), arcade::shadows()})), joined(piers),
-              dark(joined({arcade::mouldings(), ground, floorRings(), onlySeen(cornice()), streaks, sunDisc(),
-                           planet()})),
-              lacquered(litIn(onlySeen(hungShip()), shipTurn, {0.0, 1.6}), atlas::hull::ivory, 16),
-              joined({shells, works, trim}), dark(joined({itsGlass, face()})),
-              lacquered(litIn(onlySeen(tower([](int) { return storeyOfTower(); })), towerTurn, {0.4, 0.5}),
-                        atlas::hull::sand, 25),
-              dark(towerWindows()), dark(joined({middle, ball::rim()})), ball::mirrors()});
+    writeAml(path, {dark(joined({arcade::niches(), arcade::shadows()})), joined(piers),
+                    dark(joined({arcade::mouldings(), ground, floorRings(), onlySeen(cornice()), streaks,
+                                 moon(), sunDisc(), planet()})),
+                    lacquered(litIn(onlySeen(hungShip()), shipTurn, {0.0, 1.6}), atlas::hull::ivory, 16),
+                    joined({shells, works, trim}), dark(joined({itsGlass, face()})),
+                    lacquered(litIn(onlySeen(tower([](int) { return storeyOfTower(); })), towerTurn, {0, 0}),
+                              atlas::hull::petrol, 25),
+                    dark(towerWindows()), dark(joined({middle, ball::rim()})), ball::mirrors()});
 }
