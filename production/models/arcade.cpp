@@ -27,7 +27,7 @@ Vec at(double turn, double radius, double y) {
 // A niche's outline from its left foot over the arch to its right one: turns in bays, heights; so many units
 // larger.
 Outline opening(double larger) {
-    constexpr int steps = 20;
+    constexpr int steps = 12;
     const double half = halfOpen + inBays(larger);
     Outline outline = {{-half, 0}};
     for (int i = 0; i <= steps; i++) {

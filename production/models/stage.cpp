@@ -136,7 +136,7 @@ double floorSlope(Vec p, double slope, bool outermost) {
 // one to the next.
 Shape plates(double outer, double inner, double top, double slope, bool outermost) {
     constexpr double breadth = 34, joint = 0.5, uneven = 0.03, leaning = 0.015;
-    const int count = int(2 * pi * outer / breadth), columns = 5;
+    const int count = int(2 * pi * outer / breadth), columns = 3;
     std::vector<Shape> parts;
     for (int i = 0; i < count; i++) {
         const double from = 2 * pi * i / count + joint / outer, to = 2 * pi * (i + 1) / count - joint / outer;
@@ -365,7 +365,7 @@ Shape face() {
 // The firebird before the sun, its wings spread across it, its head sinking towards the hall.
 Shape hungShip() {
     constexpr double size = 0.62;
-    Shape ship = scaled(welded(figures::ship(), 1.5), {size, size, size});
+    Shape ship = scaled(welded(figures::ship(), 2.2), {size, size, size});
     ship = turned(turned(ship, Axis::z, degrees(10)), Axis::x, degrees(-14));
     return atTurn(moved(turned(ship, Axis::y, degrees(52)), {318, 285, 0}), shipTurn);
 }
@@ -511,7 +511,7 @@ void makeStage(const char* path) {
     const Shape middle = joined({stageFloor(), inlays(), risers(), edgeLights(), ballCup(),
                                  around(projector(), sources), around(stud(), sources)});
     const auto ofColossus = [](const Shape& part) {
-        return litIn(onlySeen(onlyAbove(asColossus(welded(part, 1.0)), -2)), colossusTurn, {0.85, 1});
+        return litIn(onlySeen(onlyAbove(asColossus(welded(part, 1.6)), -2)), colossusTurn, {0.85, 1});
     };
     const Shape shells = lacquered(ofColossus(figures::robotShells()), atlas::hull::ivory, 44),
                 works = lacquered(ofColossus(figures::robotWorks()), atlas::hull::petrol, 44),
