@@ -187,7 +187,6 @@ const std::vector<Row> hullRows = {
     {atlas::hull::lacquer(atlas::hull::ivory), ramp(opaque(1, 0.42f, 0.44f))},
     {atlas::hull::lacquer(atlas::hull::orange), ramp(opaque(1, 0.13f, 0.01f))},
     {atlas::hull::lacquer(atlas::hull::petrol), ramp(opaque(0.10f, 0.34f, 0.44f))},
-    {atlas::hull::lacquer(atlas::hull::sand), ramp(opaque(0.80f, 0.28f, 0.20f))},
     {atlas::hull::lacquer(atlas::hull::violet), ramp(opaque(1, 0.07f, 0.50f))},
     {atlas::hull::lacquer(atlas::hull::blue), ramp(opaque(0.06f, 0.13f, 0.85f))},
 };

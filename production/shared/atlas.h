@@ -59,7 +59,7 @@ constexpr Cells thread(int kind) {
 constexpr Cells lacquer(int number) {
     return {0.1 + 0.7 * (number % 4), number < 4 ? 5.1 : 7.2, 0.6, 0.6};
 }
-enum Lacquer { ivory, orange, petrol, sand, violet, blue };
+enum Lacquer { ivory, orange, petrol, violet, blue };
 // The firebird: feathers, each half of one from its shaft to its edge and from its root to its tip; half of
 // its body from its back to its belly, and from the beak to the rump; an eye from its middle; its beak.
 constexpr Cells feathers = {3.05, 12.05, 6.9, 3.9}, plumage = {3.05, 5.05, 2.9, 3.8};
