@@ -252,7 +252,7 @@ vec3 endAt(float seconds, bool look, Screen screen, vec3 shown, float pixel) {
     float face = outsideFace(q / size, eyes, gaze, bend), drawn = step(switchedOff - 0.06, seconds);
     float halo = max(1.0 - 3.0 * max(face, 0.0), 0.0);
     // It is drawn in light, which shines through the glass round it.
-    float ember = look ? 0.20 : 0.022 * bend + 0.13 * asleep;  // asleep, the screen is a night light
+    float ember = look ? 0.11 : 0.022 * bend + 0.13 * asleep;  // asleep, the screen is a night light
     shown += ((look ? gold : mix(hot, embers, asleep)) * inside(face, pixel / size) +
               amber * (0.14 * halo * halo * halo + ember * (1.0 - 0.4 * dot(p, p)))) * drawn;
     float edge = roundBox(p, glass, glassCorner * screen.back);
