@@ -1,6 +1,6 @@
-// The casing round the robot's feet, which sinks with the light: a lotus of broad petals on a rim, so low
-// that a camera that circles its guest never sees it before him. Its petals are dark but for their edges. The
-// program squeezes it in height, so it opens until it lies flat.
+// The casing round the robot's feet, which sinks with the light: a lotus of two rows of petals on a rim, so
+// low that a camera that circles its guest never sees it before him. The program squeezes it in height, so it
+// opens until it lies flat.
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
@@ -10,19 +10,23 @@ using namespace model;
 
 namespace {
 
-constexpr int petals = 8;
-constexpr double foot = 37, reach = 8, height = 17;
+constexpr int petals = 11;  // in a row
+
+struct Row {
+    double foot, reach, height, curl, turn;  // curl: how far the tip bends outwards
+};
+constexpr Row rows[] = {{38, 12, 16.7, 3, 0}, {40, 22, 10.5, 5, 0.5}};
 
 // A pointed leaf, hollow towards the axis, which rises from the rim along +x.
-Shape petal() {
-    constexpr int around = 20, along = 12;
+Shape petal(const Row& row) {
+    constexpr int around = 14, along = 10;
     return grid(around, along, true, false, [&](int c, int r) {
         const double k = double(r) / (along - 1), turn = -2 * pi * c / around;
-        const double across = std::cos(turn), thick = 0.6 * std::sin(turn) * std::sqrt(1 - k * k * 0.9);
-        const double half = 14.5 * std::sqrt(std::sin(pi * mix(0.24, 1, std::pow(k, 1.5))));
-        const double out = foot + reach * std::pow(k, 0.8) + 2.5 * std::pow(k, 4);
-        const double hollow = 0.27 * half * across * across * (1 - 0.5 * k);
-        return Vec{out - hollow + thick, 1 + (height - 1) * k - 0.8 * thick, half * across};
+        const double across = std::cos(turn), thick = 0.7 * std::sin(turn) * std::sqrt(1 - k * k * 0.9);
+        const double half = 12.2 * std::sqrt(std::sin(pi * mix(0.2, 1, std::pow(k, 1.5))));
+        const double out = row.foot + row.reach * std::pow(k, 0.8) + row.curl * k * k * k * k;
+        const double hollow = 0.045 * half * across * across * (1 - 0.5 * k) * 6;
+        return Vec{out - hollow + thick, 1 + (row.height - 1) * k - 0.8 * thick, half * across};
     });
 }
 
@@ -33,10 +37,8 @@ Shape rim() {
 }  // namespace
 
 void makeCasing(const char* path) {
-    // What seems to look up gets nothing of the light, which comes from below.
-    const auto asDark = [](Vec, Vec normal) {
-        const double face = normal.x * normal.x + normal.y * normal.y;
-        return normal + Vec{0, 1.1 * face * face, 0};
-    };
-    writeAml(path, {mappedCylinder(joined({rim(), around(shaded(petal(), asDark), petals)}), 6, 48)});
+    std::vector<Shape> parts = {rim()};
+    for (const Row& row : rows)
+        parts.push_back(turned(around(petal(row), petals), Axis::y, 2 * pi / petals * row.turn));
+    writeAml(path, {mappedCylinder(joined(parts), 6, 48)});
 }

@@ -105,22 +105,38 @@ struct Pose {
     double curl;  // of the fingers
 };
 constexpr Vec shoulder = {33.5, 116, 0}, shoulderTop = {0.75, 0.6, 0.05};
-// Who looks up at the robot from below comes closest on its left: there it holds its hip, and no hand is
-// before its faces; the other one waves. The colossus greets the hall before it, since the arcade is close
+// Of the robot, for who looks up from close by, one hangs beside the chest and not before it, and one waves
+// close to it, lower than the faces. The colossus greets the hall before it, since the arcade is close
 // behind.
 struct Arms {
-    Pose left, right;  // the right one as in a mirror
+    Pose waving, hanging;
 };
-constexpr Arms robotArms = {{{47, 98, -9}, {31, 79, 4}, {-0.6, -0.7, 0.3}, 0.3},
-                            {{46, 95, -2}, {45, 85, 19}, {0.4, 0.72, 0.5}, 0.14}},
+constexpr Arms robotArms = {{{44, 95, -2}, {43, 86, 19}, {0.4, 0.72, 0.5}, 0.14},
+                            {{46, 99, -11}, {46, 81, -22}, {0.15, -1, -0.1}, 0.3}},
                colossusArms = {{{47, 99, 14}, {50, 112, 34}, {0.3, 0.9, 0.3}, 0.14},
                                {{41, 98, 8}, {44, 79, 18}, {0.15, -1, 0.2}, 0.45}};
 
-// Which lacquer the legs and the chest wear.
+// Whether a place belongs to the hand, or the forearm, of an arm on the side of x > 0.
+bool isHand(Vec p, const Pose& pose) {
+    return length(p - pose.wrist) < 26 && dot(p - pose.wrist, normalized(pose.wrist - pose.elbow)) > -0.7;
+}
+bool isForearm(Vec p, const Pose& pose) {
+    const Vec bone = pose.wrist - pose.elbow;
+    const double along = std::clamp(dot(p - pose.elbow, bone) / dot(bone, bone), 0.0, 1.0);
+    return length(p - pose.elbow - bone * along) < 9.5;
+}
+
+// Which lacquer a shell wears.
 Patch coatAt(Vec p) {
+    const double out = std::hypot(p.x, p.z);
+    const Vec other = {-p.x, p.y, p.z};
+    if (isHand(p, robotArms.waving) || isHand(other, robotArms.hanging)) return coatOf(ivory);
+    if (isForearm(p, robotArms.waving) || isForearm(other, robotArms.hanging)) return coatOf(orange);
     if (p.y < -1) return coatOf(orange);  // boots
-    // A band round the waist, above a groove's floor, whose triangles lie to both sides of its middle.
-    return coatOf(p.y > 81 && p.y < 88.4 ? ivory : petrol);
+    if (p.y < 66) return coatOf(petrol);
+    // Above a groove's floor, whose triangles lie to both sides of its middle.
+    if (out < 36 && p.y > 81 && p.y < 130) return coatOf(p.y < 88.4 || p.y > 119.4 ? ivory : petrol);
+    return coatOf(ivory);
 }
 
 Part together(const std::vector<Part>& parts) {
@@ -402,29 +418,27 @@ Shape finger(Vec knuckle, Vec out, double size, double curl) {
     how.up = palm;
     const double last = double(how.path.size() - 1);
     how.change = [=](int step, Outline section) {
-        const double k = step / last, end = std::max(0.0, (k - 0.72) / 0.28);
-        // Drawn in where it bends.
-        const double joint = bell(k - 0.5, 0.035);
-        const double radius =
-            mix(2.3, 1.75, k) * (1 - 0.12 * joint) * std::sqrt(std::max(0.01, 1 - end * end));
+        const double k = step / last, end = smoothstep(1, 0.84, k);
+        // Drawn in where it bends, at its second and third bone.
+        const double joint = std::max(bell(k - 0.5, 0.035), bell(k - 0.75, 0.03));
+        const double radius = mix(2.3, 1.85, k) * (1 - 0.16 * joint) * std::sqrt(std::max(0.03, end));
         for (Flat& p : section) p = {p.x * radius, p.y * radius};
         return section;
     };
-    return smoothed(sweep(polygon(14, 1), how), 1.5);
+    return smoothed(sweep(polygon(12, 1), how), 1.3);
 }
 
 struct Finger {
     Vec knuckle, out;
     double size;
 };
-constexpr Finger fingers[] = {{{-3.7, 6.4, 0}, {-0.3, 1, 0}, 11},
-                              {{0, 7.4, 0}, {0, 1, 0}, 12},
-                              {{3.7, 6.4, 0}, {0.3, 1, 0}, 11},
+constexpr Finger fingers[] = {{{-3.7, 6.4, 0}, {-0.26, 1, 0}, 9},
+                              {{0, 7.4, 0}, {0, 1, 0}, 10},
+                              {{3.7, 6.4, 0}, {0.26, 1, 0}, 9},
                               {{-4.4, 1.4, 0.6}, {-0.92, 0.5, 0.2}, 8}};
 
 Shape onWrist(const Shape& hand, const Pose& pose) {
-    constexpr double size = 1.15;
-    return placed(scaled(hand, {size, size, size}), pose.wrist, normalized(pose.reach));
+    return placed(scaled(hand, {1.22, 1.22, 1.22}), pose.wrist, normalized(pose.reach));
 }
 
 Shape upperArmShell(const Pose& pose) {
@@ -433,19 +447,15 @@ Shape upperArmShell(const Pose& pose) {
 
 // Something of each arm, on its side.
 Shape onArms(const Arms& arms, const std::function<Shape(const Pose&)>& make) {
-    return joined({make(arms.left), reflected(make(arms.right), Axis::x)});
+    return joined({make(arms.waving), reflected(make(arms.hanging), Axis::x)});
 }
 
-Shape armWorks(const Pose& pose) {
-    const Shape ball = moved(icosphere(8, 3), shoulder), joint = rings(5.4, 5.2);
-    return joined({ball, placed(joint, pose.elbow, {1, 0, 0.2}), placed(joint, pose.elbow, {-1, 0, -0.2})});
-}
-
-Shape forearmShell(const Pose& pose) {
-    return shellOf(forearm(pose), {1.1, 1, 0.9, 4}, {0.14, 0.96});
-}
-
-Shape hand(const Pose& pose) {
+Part arm(const Pose& pose) {
+    const auto& [elbow, wrist, reach, curl] = pose;
+    const Shape ball = moved(icosphere(8, 3), shoulder);
+    const Shape joint =
+        joined({placed(rings(5.4, 5.2), elbow, {1, 0, 0.2}), placed(rings(5.4, 5.2), elbow, {-1, 0, -0.2})});
+    const Shape fore = shellOf(forearm(pose), {1.1, 1, 0.9, 4}, {0.14, 0.96});
     const Shape back = smoothed(
         scaled(
             lathe({{0, -2.6}, {2.6, -2.2}, {4, -0.6}, {5.2, 2}, {5.6, 4.6}, {4.8, 6.8}, {2.6, 8}, {0, 8.3}},
@@ -454,8 +464,9 @@ Shape hand(const Pose& pose) {
         1.2);
     std::vector<Shape> palm = {back};
     for (const auto& [knuckle, out, size] : fingers)
-        palm.push_back(finger(knuckle, normalized(out), size, pose.curl));
-    return onWrist(joined(palm), pose);
+        palm.push_back(finger(knuckle, normalized(out), size, curl));
+    const Shape hand = onWrist(joined(palm), pose);
+    return {joined({fore, hand}), joined({ball, joint})};
 }
 
 // Where the head's own coordinates lie for a place of the picture on a screen, a domed tube inside its
@@ -529,22 +540,27 @@ Shape lampOf(const Aerial& aerial) {
     return withMirror(moved(painted(icosphere(3, 2), warmLamp), aerial.tip));
 }
 
-Part legsAndTorso() {
-    return together({mirrored(leg()), {{}, hips()}, {torso(), {}}, torsoFittings()});
+Part belowHead(const Arms& arms) {
+    const Part left = arm(arms.hanging);
+    return together({mirrored(leg()),
+                     {{}, hips()},
+                     {torso(), {}},
+                     torsoFittings(),
+                     arm(arms.waving),
+                     {reflected(left.shells, Axis::x), reflected(left.works, Axis::x)}});
 }
 
 }  // namespace
 
 Shape figures::robotShells() {
-    return joined({legsAndTorso().shells, upright(headShell()), girdle(), onArms(colossusArms, upperArmShell),
-                   onArms(colossusArms, forearmShell), onArms(colossusArms, hand)});
+    return joined({belowHead(colossusArms).shells, upright(headShell()), girdle(),
+                   onArms(colossusArms, upperArmShell)});
 }
 
 Shape figures::robotWorks() {
     const Shape ears = withMirror(placed(rings(8.2, 5), earMiddle, {1, 0, 0}));
-    return joined({legsAndTorso().works, onArms(colossusArms, armWorks),
-                   upright(joined({ears, rodOf(aerial), bezel(), brows()})), base(), shellOf(waist),
-                   collar()});
+    return joined({belowHead(colossusArms).works, upright(joined({ears, rodOf(aerial), bezel(), brows()})),
+                   base(), shellOf(waist), collar()});
 }
 
 Shape figures::robotScreen() {
@@ -561,9 +577,7 @@ Shape figures::onRobotScreen(const Shape& picture) {
 }
 
 void makeRobotBody(const char* path) {
-    writeAml(path, {mappedBox(joined({toy(joined({legsAndTorso().works, onArms(robotArms, armWorks)})),
-                                      lowered(rodOf(robotAerial))}),
-                              48)});
+    writeAml(path, {mappedBox(joined({toy(belowHead(robotArms).works), lowered(rodOf(robotAerial))}), 48)});
 }
 
 void makeRobotArms(const char* path) {
@@ -572,13 +586,11 @@ void makeRobotArms(const char* path) {
 
 void makeRobotScreen(const char* path) {
     const auto in = [](atlas::robot::Lacquer lacquer) { return [=](Vec) { return coatOf(lacquer); }; };
-    const Shape body = joined(
-        {lacquered(legsAndTorso().shells, coatAt), unlit(lacquered(onArms(robotArms, hand), in(ivory))),
-         lacquered(shoulderCaps(), in(orange)), unlit(lacquered(onArms(robotArms, forearmShell), in(orange))),
-         lacquered(joined({girdle(), onArms(robotArms, upperArmShell)}), in(petrol))});
-    const Shape head =
-        joined({lacquered(onSides(headShell()), in(orange)), lacquered(headDome(), in(ivory)),
-                lacquered(headCore(), in(petrol)), unlit(lacquered(onSides(bezel()), in(brass)))});
+    const Shape body =
+        joined({lacquered(belowHead(robotArms).shells, coatAt), lacquered(shoulderCaps(), in(orange)),
+                lacquered(joined({girdle(), onArms(robotArms, upperArmShell)}), in(petrol))});
+    const Shape head = joined({lacquered(onSides(headShell()), in(orange)), lacquered(headDome(), in(ivory)),
+                               lacquered(headCore(), in(petrol)), lacquered(onSides(bezel()), in(brass))});
     const Shape plate = lacquered(
         base(), [](Vec p) { return coatOf(p.y > -22.4 && std::hypot(p.x, p.z) > 28 ? brass : petrol); });
     std::vector<Shape> faces;
