@@ -50,9 +50,9 @@ Shape feather(const Quill& quill) {
         Shape shape = sheet;
         for (Face& face : shape.faces)
             for (Uv& uv : face.uvs) {
-                const int row = int(std::lround(uv.y * double(quill.cuts.size() - 1)));
+                const int cut = int(std::lround(uv.y * double(quill.cuts.size() - 1)));
                 uv = hull::feather(quill.kind, back && quill.kind < atlas::hull::feathersWithBacks)
-                         .at(quill.cuts[row].along, 1 - std::fabs(2 * uv.x - 1));
+                         .at(quill.cuts[cut].along, 1 - std::fabs(2 * uv.x - 1));
             }
         return (dot(faceNormal(shape, shape.faces[0]), front) > 0) == back ? insideOut(shape) : shape;
     };
