@@ -1,6 +1,6 @@
 #version 110
 // A picture behind an iris of glass: the ship stands whole and clear in its opening, in copper before beams of ice, and
-// five blades about that mirror the opening, turned and in blue. As "time" swings to 0 the iris opens over all that is
+// five blades about that show the corridor turned and in blue, mirrored where no beat strikes. As "time" swings to 0 the iris opens over all that is
 // seen; near 1 it is struck.
 
 uniform sampler2D picture;
@@ -9,6 +9,7 @@ varying vec2 place;
 varying vec2 focus;
 varying float magnified;
 varying float lightness;  // of the ship, on the whole
+varying float mirroring;  // 1 where blades mirror the opening
 varying vec4 blades[5];
 
 const vec2 aspect = vec2(4.0 / 3.0, 1.0);  // of the screen; lengths are screen heights
@@ -43,9 +44,9 @@ View viewOf(vec2 ray) {
     // Glass is bent along its edges.
     float rim = max(1.0 - view.toEdge / 0.028, 0.0);
     float c = cos(view.blade.w), s = sin(view.blade.w);
-    vec2 mirrored = ray - 2.0 * (dot(ray, view.blade.xy) - view.blade.z) * view.blade.xy * view.onTop;
+    vec2 mirrored = ray - 2.0 * (dot(ray, view.blade.xy) - view.blade.z) * view.blade.xy * mirroring;
     vec2 turned = 1.1 * (mat2(c, s, -s, c) * mirrored) - 0.10 * rim * rim * view.blade.xy;
-    view.ray = (view.onTop > 0.0 ? turned : ray * (1.0 - 0.25 * rim * rim)) / magnified;
+    view.ray = (view.onTop > 0.0 ? turned : ray * (1.0 - 0.06 * rim * rim)) / magnified;
     return view;
 }
 
@@ -69,38 +70,38 @@ vec4 smoothAt(vec2 at, Frame frame) {
            high.y * (low.x * seenAt(vec2(a.x, b.y), frame) + high.x * seenAt(b, frame));
 }
 
-// How much of a colour may be the ship's.
-float hullAt(vec4 color) {
-    return clamp(4.0 * color.a - 3.0, 0.0, 1.0) * clamp(1.9 - 5.0 * (min(color.r, color.b) - color.g), 0.0, 1.0);
-}
+// How much of a place may be the ship's.
+float hullAt(vec4 color) { return clamp(4.0 * color.a - 3.0, 0.0, 1.0); }
+
+float magentaOf(vec3 color) { return max(min(color.r, color.b) - color.g, 0.0); }
 
 // What the ship and what lies behind it look like at a place. The ship is measured by itself and not by what is next to
 // it: on a far hull that would leave pits of black.
 vec3 colorAt(vec2 at, Frame frame) {
     vec4 seen = smoothAt(at, frame);
-    // The beams are magenta, and so is their glow, which on a beat lies over all that is near: what it leaves of the
-    // green is the ship's own. Its tone is how far that is from the whole ship's, which has the glow too.
-    float magenta = max(min(seen.r, seen.b) - seen.g, 0.0);
-    float tone = 1.0 + (max(seen.g - 0.5 * magenta, 0.0) - lightness) / 0.34;
     vec2 along = vec2(0.016, 0.007) / aspect * frame.slope, across = vec2(-0.007, 0.016) / aspect * frame.slope;
     vec4 ahead = seenAt(at + along, frame), astern = seenAt(at - along, frame);
     vec4 left = seenAt(at + across, frame), right = seenAt(at - across, frame);
+    vec3 veil = min(min(ahead, astern), min(left, right)).rgb;
+
+    // A beam is a line of magenta; what is as magenta all about is violet feathers, or has a beat's glow over it.
+    float magenta = magentaOf(seen.rgb), beam = max(magenta - magentaOf(veil), 0.0);
+    float tone = 1.0 + (max(seen.g - 0.5 * magenta, 0.0) - lightness) / 0.34;
+    // What is scarlet, violet or blue has little green, and is no dark of the ship all the same: there feathers are
+    // told apart by how they differ from what is next to them.
+    float relief = seen.g - 0.25 * (ahead.g + astern.g + left.g + right.g);
+    float colored = max(max(seen.r, seen.b) - seen.g - beam, 0.0) * (1.0 - smoothstep(0.4, 1.1, tone));
+    tone += colored * (0.55 + clamp(10.0 * relief, -0.45, 0.6));
     // Beams that a beat makes white pass for hull, but on both sides of a line there is none.
-    float solid = hullAt(seen) * smoothstep(-0.4, 0.1, tone) *
+    float solid = hullAt(seen) * clamp(1.9 - 5.0 * beam, 0.0, 1.0) * smoothstep(-0.4, 0.1, tone) *
                   min(max(hullAt(ahead), hullAt(astern)), max(hullAt(left), hullAt(right)));
 
-    // What is scarlet has little green, and is no dark of the ship all the same.
-    tone += 0.45 * max(seen.r - max(seen.g, seen.b), 0.0) * (1.0 - smoothstep(0.4, 1.1, tone));
-
-    // What is broad and lighter is bent down without a break, or what a beat lights would be one flat white: feathers
-    // are told apart there by how they differ from what is next to them.
-    float near = 0.25 * (ahead.g + astern.g + left.g + right.g);
+    // What is broad and lighter is bent down without a break, or what a beat lights would be one flat white.
     if (tone > 1.0)
         tone = 1.0 + headroom - headroom * exp((1.0 - tone) / headroom) +
-               min(tone - 1.0, 1.0) * clamp(3.5 * (seen.g - near), -0.7, 0.35);
+               min(tone - 1.0, 1.0) * clamp(3.5 * relief, -0.7, 0.35);
 
     // Beams are ice. Of what lies over them as broad as the glow lays it most is taken away.
-    vec3 veil = min(min(ahead, astern), min(left, right)).rgb;
     float lit = smoothstep(0.2, 0.8, max(veil.r, veil.b));
     vec3 behind = max(seen.rgb - 0.75 * veil, 0.0);
     float core = max(seen.g - 0.9 * veil.g, 0.0), both = min(seen.r, seen.b);
@@ -110,8 +111,8 @@ vec3 colorAt(vec2 at, Frame frame) {
     vec3 copper = mix(vec3(0.10, 0.025, 0.03), vec3(0.80, 0.27, 0.06), smoothstep(0.1, 1.0, tone));
     copper = mix(copper, vec3(1.0, 0.62, 0.26), smoothstep(0.9, 1.4, tone));
     copper = mix(copper, vec3(1.0, 0.93, 0.80), smoothstep(1.3, 1.9, tone));
-    // Where the ship is green or blue, copper has its patina.
-    float patina = smoothstep(0.0, 0.12, max(seen.g, seen.b) - seen.r);
+    // Where the ship is green and no more blue than that, copper has its patina.
+    float patina = smoothstep(0.0, 0.12, seen.g - seen.r - max(seen.b - seen.g, 0.0));
     copper = mix(copper, dot(copper, vec3(0.5, 0.5, 0.2)) * vec3(0.08, 1.05, 0.85), patina);
     vec3 color = mix(behind, copper, solid);
     return vec3(min(color.r, 3.0 * seen.r), color.gb);  // what has no red is none of these
@@ -127,8 +128,8 @@ vec3 onBlade(View view, vec3 color, vec2 ray) {
     float slant = mod(across + 0.6 * beyond + 4.0 * view.blade.w, 0.9);
     float sheen = within(abs(slant - 0.35), 0.16, 0.02) + within(abs(slant - 0.60), 0.04, 0.02);
     float bevel = within(view.toEdge, 0.030, 0.002), line = within(abs(view.toEdge - 0.030), 0.0035, 0.003);
-    return max(dot(color, vec3(0.4, 0.5, 0.3)) - 0.05, 0.0) * vec3(0.0, 0.46, 1.0) * (1.0 + 0.3 * facing) +
-           vec3(0.0, 0.036, 0.095) * (clamp(0.5 * facing + 0.9 * across, 0.0, 1.6) + (0.7 + lean) * sheen) +
+    return dot(color, vec3(0.4, 0.5, 0.3)) * vec3(0.0, 0.55, 1.05) * (1.0 + 0.3 * facing) +
+           vec3(0.0, 0.036, 0.095) * (clamp(0.2 + 0.5 * facing + 0.9 * across, 0.0, 1.6) + (0.7 + lean) * sheen) +
            vec3(0.0, 0.85, 1.15) * (bevel * (0.10 + 0.16 * lean) + line * (0.22 + 0.4 * lean));
 }
 

@@ -9,6 +9,7 @@ varying vec2 place;       // 0..1 across what is seen
 varying vec2 focus;       // the middle of the ship, 0..1
 varying float magnified;  // how much the ship is to be
 varying float lightness;  // of the ship, on the whole
+varying float mirroring;  // 1 where blades mirror the opening
 varying vec4 blades[5];   // a side of the opening each: which way it faces, how far out, and how far its blade is turned
 
 const vec2 seen = vec2(800.0, 600.0) / 1024.0;  // of a target
@@ -32,12 +33,14 @@ float random(float seed) {
 
 // The iris is another on either side of 0, where it stands open. Near 1 it is struck: it is one of three, and "time"
 // passes the marks between them on beats.
-void cutBlades() {
+void cutBlades(float near) {
     bool struck = abs(time) > 0.5;
     float which = struck ? 2.0 + step(0.9245, time) + step(1.054, time) : step(0.0, time);
     float closed = struck ? 1.0 : smoothstep(0.0, 0.03, abs(time));
-    // A near ship takes a larger one.
-    float opening = mix(1.5, 0.34, closed) * mix(1.8, 1.0, smoothstep(1.0, 1.3, magnified));
+    // A near ship takes a larger one, the nearest more where no beat strikes.
+    float opening = mix(1.5, 0.34, closed) * mix(1.35, 1.0, smoothstep(1.0, 1.3, magnified));
+    mirroring = struck ? 0.0 : 1.0;
+    opening *= mix(1.0, 1.33, near * mirroring);
     float turn = 6.2831853 * random(which) + (struck ? 5.0 * (time - 1.0) : 9.0 * time);
     for (int i = 0; i < 5; i++) {
         float seed = 11.0 * which + 3.0 * float(i) + 5.0;
@@ -85,6 +88,7 @@ void main() {
     }
     lightness = max(lightness / middle.z, 0.34);
     focus = clamp(middle.xy / middle.z, 0.15, 0.85);
-    magnified = clamp(sqrt(0.17 / spread), 1.0, 1.8);
-    cutBlades();
+    float far = sqrt(0.17 / spread);
+    magnified = clamp(far, 1.0, 1.8);
+    cutBlades(1.0 - smoothstep(0.7, 0.85, far));
 }
