@@ -1,6 +1,6 @@
 #version 110
 // A picture behind an iris of glass: the ship stands whole and clear in its opening, in copper before beams of ice, and
-// five blades about that show the corridor turned and in blue, mirrored where no beat strikes. As "time" swings to 0 the iris opens over all that is
+// five blades about that show the corridor turned and in blue. As "time" swings to 0 the iris opens over all that is
 // seen; near 1 it is struck.
 
 uniform sampler2D picture;
@@ -9,7 +9,6 @@ varying vec2 place;
 varying vec2 focus;
 varying float magnified;
 varying float lightness;  // of the ship, on the whole
-varying float mirroring;  // 1 where blades mirror the opening
 varying vec4 blades[5];
 
 const vec2 aspect = vec2(4.0 / 3.0, 1.0);  // of the screen; lengths are screen heights
@@ -44,8 +43,7 @@ View viewOf(vec2 ray) {
     // Glass is bent along its edges.
     float rim = max(1.0 - view.toEdge / 0.028, 0.0);
     float c = cos(view.blade.w), s = sin(view.blade.w);
-    vec2 mirrored = ray - 2.0 * (dot(ray, view.blade.xy) - view.blade.z) * view.blade.xy * mirroring;
-    vec2 turned = 1.1 * (mat2(c, s, -s, c) * mirrored) - 0.10 * rim * rim * view.blade.xy;
+    vec2 turned = 1.1 * (mat2(c, s, -s, c) * ray) - 0.10 * rim * rim * view.blade.xy;
     view.ray = (view.onTop > 0.0 ? turned : ray * (1.0 - 0.06 * rim * rim)) / magnified;
     return view;
 }
@@ -90,8 +88,8 @@ vec3 colorAt(vec2 at, Frame frame) {
     // What is scarlet, violet or blue has little green, and is no dark of the ship all the same: there feathers are
     // told apart by how they differ from what is next to them.
     float relief = seen.g - 0.25 * (ahead.g + astern.g + left.g + right.g);
-    float colored = max(max(seen.r, seen.b) - seen.g - beam, 0.0) * (1.0 - smoothstep(0.4, 1.1, tone));
-    tone += colored * (0.55 + clamp(10.0 * relief, -0.45, 0.6));
+    float colored = max(max(seen.r, seen.b) - seen.g - 0.4 * magenta - 0.6 * beam, 0.0) * (1.0 - smoothstep(0.4, 1.1, tone));
+    tone += colored * (0.65 + clamp(10.0 * relief, -0.45, 0.6));
     // Beams that a beat makes white pass for hull, but on both sides of a line there is none.
     float solid = hullAt(seen) * clamp(1.9 - 5.0 * beam, 0.0, 1.0) * smoothstep(-0.4, 0.1, tone) *
                   min(max(hullAt(ahead), hullAt(astern)), max(hullAt(left), hullAt(right)));

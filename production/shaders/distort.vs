@@ -9,7 +9,6 @@ varying vec2 place;       // 0..1 across what is seen
 varying vec2 focus;       // the middle of the ship, 0..1
 varying float magnified;  // how much the ship is to be
 varying float lightness;  // of the ship, on the whole
-varying float mirroring;  // 1 where blades mirror the opening
 varying vec4 blades[5];   // a side of the opening each: which way it faces, how far out, and how far its blade is turned
 
 const vec2 seen = vec2(800.0, 600.0) / 1024.0;  // of a target
@@ -39,8 +38,7 @@ void cutBlades(float near) {
     float closed = struck ? 1.0 : smoothstep(0.0, 0.03, abs(time));
     // A near ship takes a larger one, the nearest more where no beat strikes.
     float opening = mix(1.5, 0.34, closed) * mix(1.35, 1.0, smoothstep(1.0, 1.3, magnified));
-    mirroring = struck ? 0.0 : 1.0;
-    opening *= mix(1.0, 1.33, near * mirroring);
+    if (!struck) opening *= mix(1.0, 1.33, near);
     float turn = 6.2831853 * random(which) + (struck ? 5.0 * (time - 1.0) : 9.0 * time);
     for (int i = 0; i < 5; i++) {
         float seed = 11.0 * which + 3.0 * float(i) + 5.0;
