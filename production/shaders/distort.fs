@@ -89,7 +89,7 @@ vec3 colorAt(vec2 at, Frame frame) {
     // told apart by how they differ from what is next to them.
     float relief = seen.g - 0.25 * (ahead.g + astern.g + left.g + right.g);
     float colored = max(max(seen.r, seen.b) - seen.g - 0.4 * magenta - 0.6 * beam, 0.0) * (1.0 - smoothstep(0.4, 1.1, tone));
-    tone += colored * (0.65 + clamp(10.0 * relief, -0.45, 0.6));
+    tone += colored * (0.65 + clamp(10.0 * relief, -0.3, 0.6));
     // Beams that a beat makes white pass for hull, but on both sides of a line there is none.
     float solid = hullAt(seen) * clamp(1.9 - 5.0 * beam, 0.0, 1.0) * smoothstep(-0.4, 0.1, tone) *
                   min(max(hullAt(ahead), hullAt(astern)), max(hullAt(left), hullAt(right)));
@@ -106,7 +106,7 @@ vec3 colorAt(vec2 at, Frame frame) {
     vec3 ice = (0.95 - 0.45 * lit) * max(behind.r, behind.b) * vec3(0.05, 0.55, 1.0) + core * vec3(0.55, 0.80, 0.70);
     behind = mix(max(behind, lit * ice), ice, max(smoothstep(0.03, 0.15, both - seen.g), smoothstep(0.5, 0.8, both)));
 
-    vec3 copper = mix(vec3(0.10, 0.025, 0.03), vec3(0.80, 0.27, 0.06), smoothstep(0.1, 1.0, tone));
+    vec3 copper = mix(vec3(0.10, 0.025, 0.03), vec3(0.82, 0.41, 0.16), smoothstep(0.1, 1.0, tone));
     copper = mix(copper, vec3(1.0, 0.62, 0.26), smoothstep(0.9, 1.4, tone));
     copper = mix(copper, vec3(1.0, 0.93, 0.80), smoothstep(1.3, 1.9, tone));
     // Where the ship is green and no more blue than that, copper has its patina.
