@@ -126,8 +126,8 @@ vec3 onBlade(View view, vec3 color, vec2 ray) {
     float slant = mod(across + 0.6 * beyond + 4.0 * view.blade.w, 0.9);
     float sheen = within(abs(slant - 0.35), 0.16, 0.02) + within(abs(slant - 0.60), 0.04, 0.02);
     float bevel = within(view.toEdge, 0.030, 0.002), line = within(abs(view.toEdge - 0.030), 0.0035, 0.003);
-    return dot(color, vec3(0.4, 0.5, 0.3)) * vec3(0.0, 0.55, 1.05) * (1.0 + 0.3 * facing) +
-           vec3(0.0, 0.036, 0.095) * (clamp(0.2 + 0.5 * facing + 0.9 * across, 0.0, 1.6) + (0.7 + lean) * sheen) +
+    return max(dot(color, vec3(0.4, 0.5, 0.3)) - 0.02, 0.0) * vec3(0.0, 0.55, 1.05) * (1.0 + 0.3 * facing) +
+           vec3(0.0, 0.036, 0.095) * (clamp(0.5 * facing + 0.9 * across, 0.0, 1.6) + (0.7 + lean) * sheen) +
            vec3(0.0, 0.85, 1.15) * (bevel * (0.10 + 0.16 * lean) + line * (0.22 + 0.4 * lean));
 }
 
