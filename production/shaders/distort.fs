@@ -107,6 +107,8 @@ vec3 colorAt(vec2 at, Frame frame) {
     behind = mix(max(behind, lit * ice), ice, max(smoothstep(0.03, 0.15, both - seen.g), smoothstep(0.5, 0.8, both)));
 
     vec3 copper = mix(vec3(0.10, 0.025, 0.03), vec3(0.82, 0.41, 0.16), smoothstep(0.1, 1.0, tone));
+    // Embers where it is dim. Lit, it is golder: red fields would flash on beats.
+    copper.gb *= mix(0.68, 1.0, smoothstep(0.45, 0.95, tone));
     copper = mix(copper, vec3(1.0, 0.62, 0.26), smoothstep(0.9, 1.4, tone));
     copper = mix(copper, vec3(1.0, 0.93, 0.80), smoothstep(1.3, 1.9, tone));
     // Where the ship is green and no more blue than that, copper has its patina.
