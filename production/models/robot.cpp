@@ -386,11 +386,13 @@ Shape brows() {
                    moved(box({20, 1.6, 3}, 0.7, 2), {0, -14.6, 13.4})});
 }
 
-Shape rodOf(const Aerial& aerial) {
+Shape rodOf(const Aerial& aerial, double radius, int sides) {
     const auto& [foot, tip] = aerial;
     const double reach = length(tip - foot);
-    const Outline profile = {{0, -1}, {2.2, -1}, {2.2, 1}, {1.2, 2.4}, {0.4, 5}, {0.3, reach}, {0, reach}};
-    return withMirror(placed(lathe(profile, 10), foot, tip - foot));
+    const Outline profile = {
+        {0, -1},   {2.2, -1}, {2.2, 1}, {std::max(1.2, radius), 2.4}, {radius, 5}, {0.75 * radius, reach},
+        {0, reach}};
+    return withMirror(placed(lathe(profile, sides), foot, tip - foot));
 }
 
 // What the robot's heads lean on, and the dome over them.
@@ -553,14 +555,14 @@ Part belowHead(const Arms& arms) {
 }  // namespace
 
 Shape figures::robotShells() {
-    return joined({belowHead(colossusArms).shells, upright(headShell()), girdle(),
-                   onArms(colossusArms, upperArmShell)});
+    return joined({belowHead(colossusArms).shells, upright(joined({headShell(), rodOf(aerial, 1.3, 6)})),
+                   girdle(), onArms(colossusArms, upperArmShell)});
 }
 
 Shape figures::robotWorks() {
     const Shape ears = withMirror(placed(rings(8.2, 5), earMiddle, {1, 0, 0}));
-    return joined({belowHead(colossusArms).works, upright(joined({ears, rodOf(aerial), bezel(), brows()})),
-                   base(), shellOf(waist), collar()});
+    return joined({belowHead(colossusArms).works, upright(joined({ears, bezel(), brows()})), base(),
+                   shellOf(waist), collar()});
 }
 
 Shape figures::robotScreen() {
@@ -577,7 +579,8 @@ Shape figures::onRobotScreen(const Shape& picture) {
 }
 
 void makeRobotBody(const char* path) {
-    writeAml(path, {mappedBox(joined({toy(belowHead(robotArms).works), lowered(rodOf(robotAerial))}), 48)});
+    writeAml(path, {mappedBox(joined({toy(belowHead(robotArms).works), lowered(rodOf(robotAerial, 0.4, 10))}),
+                              48)});
 }
 
 void makeRobotArms(const char* path) {

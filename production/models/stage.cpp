@@ -332,34 +332,37 @@ Shape asColossus(const Shape& part) {
                   colossusTurn);
 }
 
-// What its screen shows, on dim glass: two eyes, each of three rings, and a smile. As the viewer walks by,
-// light runs from the middle ring to the outer one, which the smile goes along with, and on to the inner one,
-// in both eyes at once. A picture's T runs down, so outlines that run clockwise in it face the viewer.
+// Lit by the warm lamp over the viewer from wherever he passes by what stands in a quarter: its points face
+// it in turn for who comes from the right and for who leaves to the left. A grid of an even number of columns
+// so glows in streaks, which melt into one light where both see the lamp.
+Shape alwaysLit(const Shape& shape, double turn) {
+    Shape lit = lampLit(shape, turn, degrees(25), -degrees(6));
+    const Shape leaving = lampLit(shape, turn, -degrees(40), degrees(2));
+    for (size_t f = 0; f < lit.faces.size(); f++)
+        for (size_t i = 0; i < lit.faces[f].points.size(); i++)
+            if (lit.faces[f].points[i] % 2 != 0) lit.faces[f].normals[i] = leaving.faces[f].normals[i];
+    return lit;
+}
+
+// What its screen shows, on dim glass: two eyes, their irises of streaks, and a smile. A picture's T runs
+// down, so outlines that run clockwise in it face the viewer.
 Shape face() {
     constexpr double tall = figures::robotScreenHalf.x / figures::robotScreenHalf.y;  // T is stretched
-    constexpr double smileRadius = 0.33, smileHalf = 0.045;
+    constexpr double eyeRadius = 0.19, pupilRadius = 0.075, smileRadius = 0.33, smileHalf = 0.05;
     constexpr double ridge = 1.8;  // units over the glass
-    constexpr int sides = 32, steps = 24;
-    const auto eyes = [](double inner, double outer) {
-        std::vector<Shape> both;
-        for (const double middle : {0.27, 0.73})
-            both.push_back(grid(sides, 2, true, false, [=](int c, int r) {
-                const double turn = 2 * pi * c / sides, out = r == 0 ? outer : inner;
-                return Vec{middle + out * std::cos(turn), 0.40 - out * tall * std::sin(turn), ridge};
-            }));
-        return joined(both);
-    };
-    const Shape smile = grid(steps + 1, 2, false, false, [&](int c, int r) {
-        const double s = 0.34 * (double(c) / steps - 0.5);
+    constexpr int sides = 32, columns = 26;
+    std::vector<Shape> parts = {grid(columns, 2, false, false, [&](int c, int r) {
+        const double s = 0.36 * (double(c) / (columns - 1) - 0.5);
         return Vec{0.5 + s,
                    0.34 + tall * std::sqrt(smileRadius * smileRadius - s * s) + smileHalf * (1 - 2 * r),
                    ridge};
-    });
-    const auto lit = [](const Shape& part, double aside, double off) {
-        return lampLit(asColossus(figures::onRobotScreen(part)), colossusTurn, degrees(aside), degrees(off));
-    };
-    return joined({lit(eyes(0.11, 0.155), 25, -6), lit(joined({eyes(0.16, 0.20), smile}), -20, 3),
-                   lit(eyes(0.06, 0.105), -20, -11)});
+    })};
+    for (const double middle : {0.27, 0.73})
+        parts.push_back(grid(sides, 2, true, false, [&](int c, int r) {
+            const double turn = 2 * pi * c / sides, out = r == 0 ? eyeRadius : pupilRadius;
+            return Vec{middle + out * std::cos(turn), 0.40 - out * tall * std::sin(turn), ridge};
+        }));
+    return alwaysLit(asColossus(figures::onRobotScreen(joined(parts))), colossusTurn);
 }
 
 // The firebird before the sun, its wings spread across it, its head sinking towards the hall.
@@ -393,10 +396,9 @@ Shape tower(const std::function<Shape(int storey)>& part) {
     return atTurn(joined(all), towerTurn);
 }
 
-// Lit windows before its rooms: every second one is lit from below for all, the others in turn for a viewer
-// to the right and to the left.
+// Lit windows before its rooms, every second one from below.
 Shape towerWindows() {
-    constexpr int onSide = 5, kinds = 4;
+    constexpr int onSide = 5, kinds = 2;
     constexpr double pitch = 2 * roomsLong / onSide, wide = 0.72 * pitch, low = -5.4, high = 6,
                      out = roomsBroad + 1;
     std::vector<Shape> parts;
@@ -413,15 +415,16 @@ Shape towerWindows() {
             }
             return joined(lit);
         }));
-        parts.push_back(kind % 2 == 0 ? shaded(windows, [](Vec, Vec normal) { return normal * 0.02 - up; })
-                                      : lampLit(windows, towerTurn, degrees(kind == 1 ? 35 : -20)));
+        parts.push_back(kind == 0 ? shaded(windows, [](Vec, Vec normal) { return normal * 0.02 - up; })
+                                  : alwaysLit(windows, towerTurn));
     }
     return joined(parts);
 }
 
-// The moon behind the tower, its horns upwards: warm as it comes, cold then.
+// The moon, the tower before its hollow, one horn over the other: warm as it comes, cold then.
 Shape moon() {
-    constexpr double radius = 200, middle = 385, hollow = 0.86, away = 0.36, aslant = degrees(65);
+    constexpr double radius = 200, middle = 385, hollow = 0.91, away = 0.29, aslant = degrees(38);
+    constexpr double turnedAside = degrees(-5);         // from the tower
     constexpr double out = arcade::clearOfColumns - 6;  // before the comet
     constexpr int steps = 24;
     // Where the two circles meet, from their middles on.
@@ -430,7 +433,7 @@ Shape moon() {
     const Shape shape = grid(steps + 1, 2, false, false, [&](int c, int r) {
         const double k = 2.0 * c / steps - 1, turn = aslant + pi + k * (pi - (r == 0 ? horn : within)),
                      size = radius * (r == 0 ? 1 : hollow), moved = r == 0 ? 0 : radius * away;
-        return onRing(towerTurn + (size * std::cos(turn) + moved * std::cos(aslant)) / out, out,
+        return onRing(towerTurn + turnedAside + (size * std::cos(turn) + moved * std::cos(aslant)) / out, out,
                       middle + size * std::sin(turn) + moved * std::sin(aslant));
     });
     return lampLit(shape, towerTurn, -degrees(10), -lampMiddle - degrees(12));
@@ -510,12 +513,13 @@ Shape planet() {
 void makeStage(const char* path) {
     const Shape middle = joined({stageFloor(), inlays(), risers(), edgeLights(), ballCup(),
                                  around(projector(), sources), around(stud(), sources)});
-    const auto ofColossus = [](const Shape& part) {
-        return litIn(onlySeen(onlyAbove(asColossus(welded(part, 1.6)), -2)), colossusTurn, {0.85, 1});
+    // As coarse as the viewer can tell, which is finer in fingers and aerials.
+    const auto ofColossus = [](const Shape& part, double coarse) {
+        return litIn(onlySeen(onlyAbove(asColossus(welded(part, coarse)), -2)), colossusTurn, {0.85, 1});
     };
-    const Shape shells = lacquered(ofColossus(figures::robotShells()), atlas::hull::ivory, 44),
-                works = lacquered(ofColossus(figures::robotWorks()), atlas::hull::petrol, 44),
-                trim = lacquered(ofColossus(figures::robotTrim()), atlas::hull::orange, 44);
+    const Shape shells = lacquered(ofColossus(figures::robotShells(), 0.9), atlas::hull::ivory, 44),
+                works = lacquered(ofColossus(figures::robotWorks(), 1.6), atlas::hull::petrol, 44),
+                trim = lacquered(ofColossus(figures::robotTrim(), 1.6), atlas::hull::orange, 44);
     const Shape itsGlass = darkGlass(asColossus(figures::robotScreen()));
     const Shape streaks = joined({comet::tracks(), spots::onWall()});
     constexpr atlas::hull::Lacquer colours[] = {atlas::hull::violet, atlas::hull::petrol, atlas::hull::blue,

@@ -228,7 +228,7 @@ Screen screenFor(float seconds, bool look) {
     // The viewer steps back from the screen, and then from the head.
     float back = smoothstep(lastCardsBeat - lastCard, 0.32, seconds), dark = nightfall(seconds, look);
     float far = 0.285 + 0.12 * smoothstep(fallsAsleep, fallsAsleep + 3.6, seconds);  // and nearer as it falls asleep
-    float zoom = look ? 0.66 : mix(mix(1.0, 0.52, back), far, dark);
+    float zoom = look ? 0.53 : mix(mix(1.0, 0.52, back), far, dark);
     float tilt = look ? -0.05 : 0.05 * smoothstep(eyesOpen - 0.1, eyesOpen + 0.4, seconds) -
                                     0.11 * smoothstep(fallsAsleep, fallsAsleep + 0.95, seconds);
     vec2 p = ((place - 0.5 + vec2(0.0, 0.02 * back)) * 2.0 * aspect - sleeper * dark) / zoom;
