@@ -332,37 +332,46 @@ Shape asColossus(const Shape& part) {
                   colossusTurn);
 }
 
-// Lit by the warm lamp over the viewer from wherever he passes by what stands in a quarter: its points face
-// it in turn for who comes from the right and for who leaves to the left. A grid of an even number of columns
-// so glows in streaks, which melt into one light where both see the lamp.
-Shape alwaysLit(const Shape& shape, double turn) {
-    Shape lit = lampLit(shape, turn, degrees(25), -degrees(6));
-    const Shape leaving = lampLit(shape, turn, -degrees(40), degrees(2));
-    for (size_t f = 0; f < lit.faces.size(); f++)
-        for (size_t i = 0; i < lit.faces[f].points.size(); i++)
-            if (lit.faces[f].points[i] % 2 != 0) lit.faces[f].normals[i] = leaving.faces[f].normals[i];
-    return lit;
+// Of lines that lie side by side, each second one lit by the warm lamp over the viewer for who comes from the
+// right and the others for who leaves to the left; before them he sees one light.
+Shape alwaysLit(const std::vector<Shape>& lines, double turn) {
+    std::vector<Shape> sets[2];
+    for (size_t i = 0; i < lines.size(); i++) sets[i % 2].push_back(lines[i]);
+    return joined({lampLit(joined(sets[0]), turn, degrees(25), -degrees(6)),
+                   lampLit(joined(sets[1]), turn, -degrees(40), degrees(2))});
 }
 
-// What its screen shows, on dim glass: two eyes, their irises of streaks, and a smile. A picture's T runs
-// down, so outlines that run clockwise in it face the viewer.
+// What its screen shows, in lines on dim glass: two eyes and a smile. A picture's T runs down.
 Shape face() {
     constexpr double tall = figures::robotScreenHalf.x / figures::robotScreenHalf.y;  // T is stretched
     constexpr double eyeRadius = 0.19, pupilRadius = 0.075, smileRadius = 0.33, smileHalf = 0.05;
     constexpr double ridge = 1.8;  // units over the glass
-    constexpr int sides = 32, columns = 26;
-    std::vector<Shape> parts = {grid(columns, 2, false, false, [&](int c, int r) {
-        const double s = 0.36 * (double(c) / (columns - 1) - 0.5);
-        return Vec{0.5 + s,
-                   0.34 + tall * std::sqrt(smileRadius * smileRadius - s * s) + smileHalf * (1 - 2 * r),
-                   ridge};
-    })};
-    for (const double middle : {0.27, 0.73})
-        parts.push_back(grid(sides, 2, true, false, [&](int c, int r) {
-            const double turn = 2 * pi * c / sides, out = r == 0 ? eyeRadius : pupilRadius;
-            return Vec{middle + out * std::cos(turn), 0.40 - out * tall * std::sin(turn), ridge};
+    constexpr int steps = 24, linesOfEye = 18, linesOfSmile = 4;
+    std::vector<Shape> lines;
+    const auto add = [&](const Shape& line) { lines.push_back(asColossus(figures::onRobotScreen(line))); };
+    const auto chord = [](double radius, double y) {
+        return std::sqrt(std::max(radius * radius - y * y, 0.0));
+    };
+    for (int i = 0; i < linesOfEye; i++) {
+        std::vector<Shape> pieces;
+        for (const double middle : {0.27, 0.73})
+            for (const double side : {-1.0, 1.0})
+                pieces.push_back(grid(2, 2, false, false, [&](int c, int r) {
+                    const double y = eyeRadius * (2.0 * (i + 1 - r) / linesOfEye - 1);
+                    return Vec{middle + side * chord((c == 0) == (side < 0) ? eyeRadius : pupilRadius, y),
+                               0.40 + tall * y, ridge};
+                }));
+        add(joined(pieces));
+    }
+    for (int i = 0; i < linesOfSmile; i++)
+        add(grid(steps + 1, 2, false, false, [&](int c, int r) {
+            const double s = 0.36 * (double(c) / steps - 0.5);
+            return Vec{
+                0.5 + s,
+                0.34 + tall * chord(smileRadius, s) + smileHalf * (2.0 * (i + 1 - r) / linesOfSmile - 1),
+                ridge};
         }));
-    return alwaysLit(asColossus(figures::onRobotScreen(joined(parts))), colossusTurn);
+    return alwaysLit(lines, colossusTurn);
 }
 
 // The firebird before the sun, its wings spread across it, its head sinking towards the hall.
@@ -398,10 +407,10 @@ Shape tower(const std::function<Shape(int storey)>& part) {
 
 // Lit windows before its rooms, every second one from below.
 Shape towerWindows() {
-    constexpr int onSide = 5, kinds = 2;
+    constexpr int onSide = 5, kinds = 4;
     constexpr double pitch = 2 * roomsLong / onSide, wide = 0.72 * pitch, low = -5.4, high = 6,
                      out = roomsBroad + 1;
-    std::vector<Shape> parts;
+    std::vector<Shape> fromBelow, byLamp;
     for (int kind = 0; kind < kinds; kind++) {
         const Shape windows = onlySeen(tower([=](int storey) {
             std::vector<Shape> lit;
@@ -415,10 +424,10 @@ Shape towerWindows() {
             }
             return joined(lit);
         }));
-        parts.push_back(kind == 0 ? shaded(windows, [](Vec, Vec normal) { return normal * 0.02 - up; })
-                                  : alwaysLit(windows, towerTurn));
+        (kind % 2 == 0 ? fromBelow : byLamp).push_back(windows);
     }
-    return joined(parts);
+    return joined({shaded(joined(fromBelow), [](Vec, Vec normal) { return normal * 0.02 - up; }),
+                   alwaysLit(byLamp, towerTurn)});
 }
 
 // The moon, the tower before its hollow, one horn over the other: warm as it comes, cold then.
