@@ -106,12 +106,12 @@ struct Pose {
 };
 constexpr Vec shoulder = {33.5, 116, 0}, shoulderTop = {0.75, 0.6, 0.05};
 // Of the robot, for who looks up from close by, one hangs beside the chest and not before it, and one waves
-// close to it, lower than the faces. The colossus greets the hall before it, since the arcade is close
-// behind.
+// away from it, so that it leaves the faces free. The colossus greets the hall before it, since the arcade is
+// close behind.
 struct Arms {
     Pose waving, hanging;
 };
-constexpr Arms robotArms = {{{44, 95, -2}, {43, 86, 19}, {0.4, 0.72, 0.5}, 0.14},
+constexpr Arms robotArms = {{{44, 95, -2}, {52, 85, 15}, {0.76, 0.56, 0.28}, 0.14},
                             {{46, 99, -11}, {46, 81, -22}, {0.15, -1, -0.1}, 0.3}},
                colossusArms = {{{47, 99, 14}, {50, 112, 34}, {0.3, 0.9, 0.3}, 0.14},
                                {{41, 98, 8}, {44, 79, 18}, {0.15, -1, 0.2}, 0.45}};
@@ -126,12 +126,18 @@ bool isForearm(Vec p, const Pose& pose) {
     return length(p - pose.elbow - bone * along) < 9.5;
 }
 
+bool isAnyHand(Vec p) {
+    return isHand(p, robotArms.waving) || isHand({-p.x, p.y, p.z}, robotArms.hanging);
+}
+bool isAnyForearm(Vec p) {
+    return isForearm(p, robotArms.waving) || isForearm({-p.x, p.y, p.z}, robotArms.hanging);
+}
+
 // Which lacquer a shell wears.
 Patch coatAt(Vec p) {
     const double out = std::hypot(p.x, p.z);
-    const Vec other = {-p.x, p.y, p.z};
-    if (isHand(p, robotArms.waving) || isHand(other, robotArms.hanging)) return coatOf(ivory);
-    if (isForearm(p, robotArms.waving) || isForearm(other, robotArms.hanging)) return coatOf(orange);
+    if (isAnyHand(p)) return coatOf(ivory);
+    if (isAnyForearm(p)) return coatOf(orange);
     if (p.y < -1) return coatOf(orange);  // boots
     if (p.y < 66) return coatOf(petrol);
     // Above a groove's floor, whose triangles lie to both sides of its middle.
@@ -403,8 +409,19 @@ Shape headDome() {
     return lathe({{28, 168}, {29, 170}, {28, 172}, {22, 175.5}, {12, 178}, {0, 179}}, 40);
 }
 
+struct Finger {
+    Vec knuckle, out;
+    double size, girth;  // girth: its radius at its root
+};
+constexpr Finger fingers[] = {{{-3.7, 6.2, 0}, {-0.28, 1, 0}, 10, 2.2},
+                              {{0, 7.2, 0}, {0, 1, 0}, 11.5, 2.3},
+                              {{3.7, 6.2, 0}, {0.28, 1, 0}, 10, 2.2},
+                              {{-3.6, 1.2, 0.6}, {-0.92, 0.6, 0.3}, 8, 2.6}};
+
 // Round at its tip, thick at its root.
-Shape finger(Vec knuckle, Vec out, double size, double curl) {
+Shape finger(const Finger& which, double curl) {
+    const auto& [knuckle, direction, size, girth] = which;
+    const Vec out = normalized(direction);
     Sweep how;
     const Vec palm = {0, 0, 1};
     std::vector<Vec> bones = {knuckle - out * 2};
@@ -416,28 +433,17 @@ Shape finger(Vec knuckle, Vec out, double size, double curl) {
             normalized(ahead * std::cos(curl) + normalized(palm - ahead * dot(palm, ahead)) * std::sin(curl));
     }
     bones.push_back(at);
-    how.path = curveThrough(bones, false, 6);
+    how.path = curveThrough(bones, false, 9);
     how.up = palm;
     const double last = double(how.path.size() - 1);
     how.change = [=](int step, Outline section) {
-        const double k = step / last, end = smoothstep(1, 0.84, k);
-        // Drawn in where it bends, at its second and third bone.
-        const double joint = std::max(bell(k - 0.5, 0.035), bell(k - 0.75, 0.03));
-        const double radius = mix(2.3, 1.85, k) * (1 - 0.16 * joint) * std::sqrt(std::max(0.03, end));
+        const double k = step / last, end = std::max(0.0, (k - 0.88) / 0.12);
+        const double radius = mix(girth, 1.1, std::min(1.2 * k, 1.0)) * std::sqrt(1 - 0.99 * end * end);
         for (Flat& p : section) p = {p.x * radius, p.y * radius};
         return section;
     };
-    return smoothed(sweep(polygon(12, 1), how), 1.3);
+    return smoothed(sweep(polygon(10, 1), how), 1.3);
 }
-
-struct Finger {
-    Vec knuckle, out;
-    double size;
-};
-constexpr Finger fingers[] = {{{-3.7, 6.4, 0}, {-0.26, 1, 0}, 9},
-                              {{0, 7.4, 0}, {0, 1, 0}, 10},
-                              {{3.7, 6.4, 0}, {0.26, 1, 0}, 9},
-                              {{-4.4, 1.4, 0.6}, {-0.92, 0.5, 0.2}, 8}};
 
 Shape onWrist(const Shape& hand, const Pose& pose) {
     return placed(scaled(hand, {1.22, 1.22, 1.22}), pose.wrist, normalized(pose.reach));
@@ -465,8 +471,7 @@ Part arm(const Pose& pose) {
             {1, 1, 0.66}),
         1.2);
     std::vector<Shape> palm = {back};
-    for (const auto& [knuckle, out, size] : fingers)
-        palm.push_back(finger(knuckle, normalized(out), size, curl));
+    for (const Finger& which : fingers) palm.push_back(finger(which, curl));
     const Shape hand = onWrist(joined(palm), pose);
     return {joined({fore, hand}), joined({ball, joint})};
 }
@@ -491,6 +496,11 @@ Shape screen(int which) {
 // Black but for what glows behind it: it seems to look up, where no light falls from.
 Shape unlit(const Shape& shape) {
     return shaded(shape, [](Vec, Vec) { return Vec{0, 1, 0}; });
+}
+
+// Gathers less light, by how much each place seems to look up.
+Shape dimmed(const Shape& shape, const std::function<double(Vec)>& upwards) {
+    return shaded(shape, [&](Vec p, Vec normal) { return normal + Vec{0, upwards(p), 0}; });
 }
 
 // A domed disc lying on the xz plane, which shows the lens.
@@ -590,10 +600,13 @@ void makeRobotArms(const char* path) {
 void makeRobotScreen(const char* path) {
     const auto in = [](atlas::robot::Lacquer lacquer) { return [=](Vec) { return coatOf(lacquer); }; };
     const Shape body =
-        joined({lacquered(belowHead(robotArms).shells, coatAt), lacquered(shoulderCaps(), in(orange)),
+        joined({dimmed(lacquered(belowHead(robotArms).shells, coatAt),
+                       [](Vec p) { return isAnyHand(p) || isAnyForearm(p) || p.y > 119.4 ? 0.5 : 0; }),
+                lacquered(shoulderCaps(), in(orange)),
                 lacquered(joined({girdle(), onArms(robotArms, upperArmShell)}), in(petrol))});
     const Shape head = joined({lacquered(onSides(headShell()), in(orange)), lacquered(headDome(), in(ivory)),
-                               lacquered(headCore(), in(petrol)), lacquered(onSides(bezel()), in(brass))});
+                               lacquered(headCore(), in(petrol)),
+                               dimmed(lacquered(onSides(bezel()), in(brass)), [](Vec) { return 0.8; })});
     const Shape plate = lacquered(
         base(), [](Vec p) { return coatOf(p.y > -22.4 && std::hypot(p.x, p.z) > 28 ? brass : petrol); });
     std::vector<Shape> faces;

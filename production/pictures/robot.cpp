@@ -114,7 +114,7 @@ Rgba glassAt(int which, Point p) {
 struct Coat {
     Rgba albedo, sheen;  // what the key makes of it where it falls straight on it
 };
-const Coat coats[lacquers] = {{opaque(0.66f, 0.56f, 0.42f), opaque(0.06f, 0.06f, 0.05f)},   // ivory
+const Coat coats[lacquers] = {{opaque(0.50f, 0.41f, 0.29f), opaque(0.06f, 0.06f, 0.05f)},   // ivory
                               {opaque(0.78f, 0.16f, 0.02f), opaque(0.08f, 0.05f, 0.02f)},   // orange
                               {opaque(0.02f, 0.30f, 0.36f), opaque(0.06f, 0.08f, 0.08f)},   // petrol
                               {opaque(0.62f, 0.32f, 0.08f), opaque(0.10f, 0.08f, 0.04f)}};  // brass
