@@ -361,6 +361,9 @@ Shape onSides(const Shape& shape) {
 Shape toy(const Shape& shape) {
     return moved(scaled(moved(shape, {0, -sole, 0}), toySize), {0, sole, 0});
 }
+Vec beforeToy(Vec p) {
+    return {p.x / toySize.x, sole + (p.y - sole) / toySize.y, p.z / toySize.z};
+}
 Shape lowered(const Shape& head) {
     constexpr double chin = 128, size = 1.04;
     return moved(scaled(moved(head, {0, -chin, 0}), {size, size, size}), {0, chin - 47, 0});
@@ -433,7 +436,7 @@ Shape finger(const Finger& which, double curl) {
             normalized(ahead * std::cos(curl) + normalized(palm - ahead * dot(palm, ahead)) * std::sin(curl));
     }
     bones.push_back(at);
-    how.path = curveThrough(bones, false, 9);
+    how.path = curveThrough(bones, false, 8);
     how.up = palm;
     const double last = double(how.path.size() - 1);
     how.change = [=](int step, Outline section) {
@@ -442,7 +445,7 @@ Shape finger(const Finger& which, double curl) {
         for (Flat& p : section) p = {p.x * radius, p.y * radius};
         return section;
     };
-    return smoothed(sweep(polygon(10, 1), how), 1.3);
+    return smoothed(sweep(polygon(9, 1), how), 1.3);
 }
 
 Shape onWrist(const Shape& hand, const Pose& pose) {
@@ -496,6 +499,12 @@ Shape screen(int which) {
 // Black but for what glows behind it: it seems to look up, where no light falls from.
 Shape unlit(const Shape& shape) {
     return shaded(shape, [](Vec, Vec) { return Vec{0, 1, 0}; });
+}
+
+// Of the toy, what the lamps that move with the viewer would burn.
+bool gathersLess(Vec p) {
+    const Vec own = beforeToy(p);
+    return isAnyHand(own) || isAnyForearm(own) || own.y > 119.4;
 }
 
 // Gathers less light, by how much each place seems to look up.
@@ -600,20 +609,20 @@ void makeRobotArms(const char* path) {
 void makeRobotScreen(const char* path) {
     const auto in = [](atlas::robot::Lacquer lacquer) { return [=](Vec) { return coatOf(lacquer); }; };
     const Shape body =
-        joined({dimmed(lacquered(belowHead(robotArms).shells, coatAt),
-                       [](Vec p) { return isAnyHand(p) || isAnyForearm(p) || p.y > 119.4 ? 0.5 : 0; }),
-                lacquered(shoulderCaps(), in(orange)),
+        joined({lacquered(belowHead(robotArms).shells, coatAt), lacquered(shoulderCaps(), in(orange)),
                 lacquered(joined({girdle(), onArms(robotArms, upperArmShell)}), in(petrol))});
     const Shape head = joined({lacquered(onSides(headShell()), in(orange)), lacquered(headDome(), in(ivory)),
-                               lacquered(headCore(), in(petrol)),
-                               dimmed(lacquered(onSides(bezel()), in(brass)), [](Vec) { return 0.8; })});
+                               lacquered(headCore(), in(petrol))});
+    const Shape frames = lacquered(onSides(bezel()), in(brass));
     const Shape plate = lacquered(
         base(), [](Vec p) { return coatOf(p.y > -22.4 && std::hypot(p.x, p.z) > 28 ? brass : petrol); });
     std::vector<Shape> faces;
     for (int side = 0; side < sides; side++) faces.push_back(onSide(side, screen(side)));
     const Shape lights = joined({toy(chestDial()), moved(coldHoop(34.3, 48), {0, -26, 0}),
                                  lowered(joined({lampOf(robotAerial), headTubes()}))});
-    writeAml(path,
-             {unlit(lowered(joined(faces))),
-              joined({toy(body), lacquered(shellOf(neck), in(brass)), lowered(head), plate}), unlit(lights)});
+    writeAml(path, {unlit(lowered(joined(faces))),
+                    joined({dimmed(toy(body), [](Vec p) { return gathersLess(p) ? 0.5 : 0; }),
+                            lacquered(shellOf(neck), in(brass)), lowered(head),
+                            dimmed(lowered(frames), [](Vec) { return 0.8; }), plate}),
+                    unlit(lights)});
 }
