@@ -1,5 +1,6 @@
 // The box of the heap: a storey of a tower, twenty of which stand on each other, and a house that juts out
-// from it. Its roof rises beside the storeys above, unless they have turned the same way.
+// from it. Its roof rises beside the storeys above, unless they have turned the same way. As it is seen from
+// each quarter it is another place.
 #include "production/kit/model/aml.h"
 #include "production/kit/model/forms.h"
 #include "production/kit/model/mapping.h"
@@ -9,30 +10,30 @@
 
 using namespace model;
 using namespace house;
+using enum atlas::hull::HousePaint;
 
 namespace {
 
 constexpr double proud = 0.3;  // by which what is lit lies before what is dark
 
-// The light circles far below. What is to catch it wherever it stands faces down so far that it seldom throws
-// back the comet, and bulges, so that this is a glint and no field.
+// The light circles far below. What faces down so far catches it wherever it stands, and throws back little
+// of the sky: of the comet, as it bulges, a glint that is no field.
 Shape lit(const Shape& shape, Vec outwards) {
-    constexpr double bulge = 0.006;
-    const double down = degrees(66);
+    constexpr double bulge = 0.018, bulgeUp = 0.03;
+    const double down = degrees(60);
     Vec middle;
     for (const Vec& p : shape.points) middle = middle + p * (1 / double(shape.points.size()));
     return litAs(shape, [=](Vec p) {
+        const Vec away = p - middle;
         return outwards * std::cos(down) - Vec{0, std::sin(down), 0} +
-               Vec{p.x - middle.x, 0, p.z - middle.z} * bulge;
+               Vec{away.x * bulge, away.y * bulgeUp, away.z * bulge};
     });
 }
-
-// What faces down so little throws back neither the comet nor the glow beyond the heap.
+Shape lit(const Shape& shape, Vec outwards, atlas::hull::HousePaint paint) {
+    return lit(painted(shape, hull::housePaint(paint)), outwards);
+}
 Shape dark(const Shape& shape, Vec outwards) {
-    const double down = degrees(16);
-    return litAs(painted(shape, hull::shade), [=](Vec) {
-        return outwards * std::cos(down) - Vec{0, std::sin(down), 0};
-    });
+    return lit(painted(shape, hull::shade), outwards);
 }
 
 // A polygon, counter-clockwise from its front.
@@ -59,55 +60,124 @@ Shape gable() {
         for (const Flat& p : outline) corners.push_back({frontAt(p.y) + out, p.y, -p.x});
         return corners;
     };
-    const auto seen = [](const Shape& shape) {
-        return lit(mappedBy(shape,
-                            [=](const Face&, Vec p) {
-                                return hull::gable.at(0.5 - p.z / (2 * halfWidth), (p.y - bottom) / high);
-                            }),
-                   {1, 0, 0});
-    };
     const Outline outer = {
         {-halfWidth, bottom}, {halfWidth, bottom}, {halfWidth, eaves}, {0, ridge}, {-halfWidth, eaves}};
-    std::vector<Shape> all = {dark(sheet(placed(outer, 0)), {1, 0, 0}),
-                              seen(sheet(placed(insetBy(outer, frame), proud)))};
-    const std::vector<Vec> rim = placed(outer, proud), inner = placed(insetBy(outer, lining), proud);
-    for (size_t i = 0; i < rim.size(); i++) {
-        const size_t next = (i + 1) % rim.size();
-        all.push_back(seen(sheet({rim[i], rim[next], inner[next], inner[i]})));
+    return lit(mappedBy(sheet(placed(outer, 0)),
+                        [=](const Face&, Vec p) {
+                            return hull::gable.at(0.5 - p.z / (2 * halfWidth), (p.y - bottom) / high);
+                        }),
+               {1, 0, 0});
+}
+
+// The shop's, in stripes, with a fringe.
+Shape awning() {
+    constexpr double reach = 6.5, fall = 5.5, fringe = 1.6, width = 36;
+    constexpr int stripes = 9;
+    const double top = bottom + ceiling + 2.5, low = top - fall, in = frontAt(top) + proud,
+                 out = frontAt(low) + reach;
+    std::vector<Shape> all;
+    for (int i = 0; i < stripes; i++) {
+        const double left = width * (0.5 - double(i) / stripes), right = left - width / stripes,
+                     spread = (out - in) * 0.02;
+        const double middle = (left + right) / 2;
+        all.push_back(lit(joined({sheet({{out, low, left * (1 + spread)},
+                                         {out, low, right * (1 + spread)},
+                                         {in, top, right},
+                                         {in, top, left}}),
+                                  sheet({{out, low, left * (1 + spread)},
+                                         {out, low - fringe, middle * (1 + spread)},
+                                         {out, low, right * (1 + spread)}})}),
+                          {1, 0, 0}, i % 2 == 0 ? cloth : brass));
     }
     return joined(all);
 }
 
-// A wall with its windows, and half of the roof.
-Shape side(int number) {
-    const double to = number == 0 ? 1 : -1;
-    const auto at = [&](double x, double y, double z) { return Vec{x, y, to * z}; };
-    const auto outside = [&](const std::vector<Vec>& corners) {
-        return to > 0 ? sheet(corners) : insideOut(sheet(corners));
-    };
-    // From `left` to `right` as who stands before it sees it.
-    const auto seen = [&](double left, double right, double low, double high) {
-        const double from = to > 0 ? core + left : front - right, z = halfWidth + proud,
-                     breadth = right - left;
-        const Patch patch = hull::houseWall(number);
-        return lit(mappedBy(outside({at(from, low, z), at(from + breadth, low, z),
-                                     at(from + breadth, high, z), at(from, high, z)}),
-                            [=](const Face&, Vec p) {
-                                return patch.at((to > 0 ? p.x - core : front - p.x) / depth,
-                                                (p.y - bottom) / wall);
+// A wall, seen from its front, of which z is `out`.
+struct Side {
+    int number;
+    double to() const { return number == workshop ? 1 : -1; }
+    Vec at(double across, double up, double out = halfWidth) const {
+        return {number == workshop ? core + across : front - across, bottom + up, to() * out};
+    }
+    Shape bar(double left, double right, double low, double high, double out) const {
+        return sheet({at(left, low, out), at(right, low, out), at(right, high, out), at(left, high, out)});
+    }
+    Shape pane(const Outline& outline) const {
+        std::vector<Vec> corners;
+        for (const Flat& p : outline) corners.push_back(at(p.x, p.y, halfWidth + proud));
+        return lit(mappedBy(sheet(corners),
+                            [this](const Face&, Vec p) {
+                                return hull::houseWall(number).at(
+                                    (number == workshop ? p.x - core : front - p.x) / depth,
+                                    (p.y - bottom) / wall);
                             }),
-                   {0, 0, to});
+                   {0, 0, to()});
+    }
+    Shape pane(const Window& window) const {
+        return pane({{window.left, window.low},
+                     {window.right, window.low},
+                     {window.right, window.high},
+                     {window.left, window.high}});
+    }
+};
+
+// A wall without its windows, and half of the roof.
+Shape body(const Side& side) {
+    const auto from = [&](double x) { return side.number == workshop ? x - core : front - x; };
+    const auto shell = [&](const std::vector<Vec>& corners) {
+        return dark(side.to() > 0 ? sheet(corners) : insideOut(sheet(corners)), {0, 0, side.to()});
     };
-    const double frontAtEaves = frontAt(eaves);
+    const double z = side.to() * halfWidth;
+    const double inner = from(core), outer = from(frontAt(eaves));
+    return joined(
+        {shell({{core, bottom, z}, {front, bottom, z}, {frontAt(eaves), eaves, z}, {core, eaves, z}}),
+         shell({{core, eaves, z}, {frontAt(eaves), eaves, z}, {frontAt(ridge), ridge, 0}, {core, ridge, 0}}),
+         side.pane(Window{std::min(inner, outer), std::max(inner, outer), wall - lining, wall})});
+}
+
+// A round window, a gate, and a chimney that glows at its top.
+Shape workshopSide() {
+    const Side side{workshop};
+    Outline round = polygon(24, wheel);
+    for (Flat& p : round) p = {p.x + wheelX, p.y + wheelY};
+    const Vec foot = {front - 24, 12, 14};
+    const auto stack = [&](double low, double high) {
+        return moved(box({5, high - low, 5}, 0), foot + Vec{0, (low + high) / 2, 0});
+    };
+    return joined({body(side), side.pane(round), side.pane(gate), lit(stack(0, 13), {0, 0, 1}, cloth),
+                   lit(stack(13, 14.5), {0, 0, 1}, brass)});
+}
+
+// A pot's leaves, in a fan.
+Shape plant(const Side& side, double x, double low, double size, double out) {
+    std::vector<Shape> all;
+    for (int i = -2; i <= 2; i++) {
+        const double lean = i * 0.5, c = std::cos(lean) * size, s = std::sin(lean) * size;
+        all.push_back(
+            sheet({side.at(x, low, out), side.at(x + 0.55 * s + 0.16 * c, low + 0.55 * c - 0.16 * s, out),
+                   side.at(x + s, low + c, out),
+                   side.at(x + 0.55 * s - 0.16 * c, low + 0.55 * c + 0.16 * s, out)}));
+    }
+    return lit(joined(all), {0, 0, side.to()}, leaves);
+}
+
+// Tall windows, before which a balcony runs with a rail, and plants on it and down from it.
+Shape flatSide() {
+    const Side side{flat};
+    constexpr double out = halfWidth + 6, rail = 4, thick = 0.9;
+    const double from = 0, to = front - core;
+    std::vector<Shape> bars = {side.bar(from, to, rail, rail + thick, out),
+                               side.bar(from, to, 0, thick, out)};
+    for (double x = from + 1; x < to; x += 3.1) bars.push_back(side.bar(x, x + 0.5, thick, rail, out));
     std::vector<Shape> all = {
-        dark(joined({outside({at(core, bottom, halfWidth), at(front, bottom, halfWidth),
-                              at(frontAtEaves, eaves, halfWidth), at(core, eaves, halfWidth)}),
-                     outside({at(core, eaves, halfWidth), at(frontAtEaves, eaves, halfWidth),
-                              at(frontAt(ridge), ridge, 0), at(core, ridge, 0)})}),
-             {0, 0, to}),
-        seen(to > 0 ? 0 : front - frontAtEaves, to > 0 ? frontAtEaves - core : depth, eaves - lining, eaves)};
-    for (const auto& [left, right] : windows[number])
-        all.push_back(seen(left, right, bottom + sill, bottom + lintel));
+        body(side), lit(joined(bars), {0, 0, side.to()}, brass),
+        dark(sheet({side.at(from, 0), side.at(to, 0), side.at(to, 0, out), side.at(from, 0, out)}),
+             {0, 0, side.to()})};
+    for (const Window& room : rooms) all.push_back(side.pane(room));
+    for (const auto& [x, size] : {std::pair{7.0, 8.0}, {27.0, 7.0}, {44.0, 10.0}, {60, 6.0}})
+        all.push_back(plant(side, x, thick, size, out - 1));
+    for (const auto& [x, size] : {std::pair{12.0, 5.0}, {35.0, 6.5}, {53.0, 4.5}})
+        all.push_back(plant(side, x, rail, -size, out + proud));
     return joined(all);
 }
 
@@ -121,21 +191,49 @@ Shape soffit() {
     return litAs(whole, [](Vec) { return Vec{0.09, -1, 0}; });
 }
 
-// The core's sides are alike, so that the stairs on them climb on from storey to storey however these turn.
-Shape stairs() {
-    const Shape face = mappedBy(sheet({{-core, bottom, core},
-                                       {core, bottom, core},
-                                       {core, bottom + storeyHigh, core},
-                                       {-core, bottom + storeyHigh, core}}),
-                                [](const Face&, Vec p) {
-                                    return hull::core.at(0.5 + p.x / (2 * core), (p.y - bottom) / storeyHigh);
-                                });
+// The tower's sides beside the house, and the one behind it.
+Shape coreSides() {
+    const auto face = [](const Patch& patch) {
+        return mappedBy(sheet({{-core, bottom, core},
+                               {core, bottom, core},
+                               {core, bottom + storeyHigh, core},
+                               {-core, bottom + storeyHigh, core}}),
+                        [=](const Face&, Vec p) {
+                            return patch.at(0.5 + p.x / (2 * core), (p.y - bottom) / storeyHigh);
+                        });
+    };
     std::vector<Shape> all;
     for (int i = 0; i < 4; i++) {
         const double turn = i * pi / 2;
-        all.push_back(lit(turned(face, Axis::y, turn), {std::sin(turn), 0, std::cos(turn)}));
+        all.push_back(lit(turned(face(i == 3 ? hull::stairs : hull::core), Axis::y, turn),
+                          {std::sin(turn), 0, std::cos(turn)}));
     }
     return joined(all);
+}
+
+// Climbs across the back of the core, from one side to the other and on where the next storey lies alike.
+Shape flight() {
+    constexpr int steps = 9;
+    constexpr double wide = 8, thick = 1.1, rail = 5;
+    const double run = 2 * core / steps, rise = storeyHigh / steps, out = -core - wide;
+    // From left to right as who stands behind the tower sees it.
+    const auto at = [&](double step, double up, double x) {
+        return Vec{x, bottom + step * rise + up, -core + step * run};
+    };
+    std::vector<Shape> treads, edges;
+    for (int i = 0; i < steps; i++) {
+        treads.push_back(sheet({{out, bottom + i * rise, -core + i * run},
+                                {out, bottom + i * rise, -core + (i + 1) * run},
+                                {out, bottom + (i + 1) * rise, -core + (i + 1) * run},
+                                {out, bottom + (i + 0.7) * rise, -core + i * run}}));
+        edges.push_back(sheet({at(i + 0.4, rise, out), at(i + 0.52, rise, out), at(i + 0.52, rail, out),
+                               at(i + 0.4, rail, out)}));
+    }
+    edges.push_back(sheet(
+        {at(0, rail, out), at(steps, rail, out), at(steps, rail + thick, out), at(0, rail + thick, out)}));
+    return joined(
+        {lit(joined(treads), {-1, 0, 0}, brass), lit(joined(edges), {-1, 0, 0}, cloth),
+         dark(sheet({at(0, 0, -core), at(steps, 0, -core), at(steps, 0, out), at(0, 0, out)}), {-1, 0, 0})});
 }
 
 // From the core to the underside, below each wall.
@@ -145,23 +243,7 @@ Shape braces() {
                              {core + reach, bottom - proud, halfWidth},
                              {core + reach - 2 * thick, bottom - proud, halfWidth},
                              {core, bottom - drop + thick, halfWidth}});
-    return joined({lit(painted(one, hull::brace), {0, 0, 1}),
-                   lit(painted(reflected(one, Axis::z), hull::brace), {0, 0, -1})});
-}
-
-// A balcony's rail along each wall, on posts, before the windows.
-Shape balconies() {
-    constexpr double out = halfWidth + 5, low = bottom + 3.4, thick = 0.9;
-    const auto bar = [&](double from, double to, double y, double high) {
-        return sheet({{from, y, out}, {to, y, out}, {to, y + high, out}, {from, y + high, out}});
-    };
-    std::vector<Shape> bars = {bar(core, front, low, thick), bar(core, front, bottom, thick)};
-    for (double x = core + 5; x < front; x += 9) bars.push_back(bar(x, x + 0.6, bottom, low - bottom));
-    const Shape rail = painted(joined(bars), hull::brace);
-    const Shape floor = sheet(
-        {{core, bottom, halfWidth}, {front, bottom, halfWidth}, {front, bottom, out}, {core, bottom, out}});
-    return joined({lit(rail, {0, 0, 1}), lit(reflected(rail, Axis::z), {0, 0, -1}), dark(floor, {0, 0, 1}),
-                   dark(reflected(floor, Axis::z), {0, 0, -1})});
+    return joined({lit(one, {0, 0, 1}, brass), lit(reflected(one, Axis::z), {0, 0, -1}, brass)});
 }
 
 // What carries all, which the storeys hide but below the lowest.
@@ -175,5 +257,6 @@ Shape trunk() {
 }  // namespace
 
 void makeHeapBox(const char* path) {
-    writeAml(path, {joined({gable(), side(0), side(1), soffit(), stairs(), braces(), balconies(), trunk()})});
+    writeAml(path, {joined({gable(), awning(), workshopSide(), flatSide(), soffit(), coreSides(), flight(),
+                            braces(), trunk()})});
 }

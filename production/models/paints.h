@@ -21,7 +21,11 @@ constexpr Patch sail =
     patchOf(atlas::hull::wing.within(0.1));  // the cells of a wing, from its root to its tip
 constexpr Patch dark = patchOf(atlas::hull::dark.part(0.3, 0.2, 3.4, 1.0));
 constexpr Patch gable = patchOf(atlas::hull::gable), soffit = patchOf(atlas::hull::soffit),
-                core = patchOf(atlas::hull::core.within(0.04));
+                core = patchOf(atlas::hull::core.within(0.04)),
+                stairs = patchOf(atlas::hull::stairs.within(0.02));
+constexpr Uv housePaint(atlas::hull::HousePaint which) {
+    return middleOf(atlas::hull::housePaint(which));
+}
 constexpr Patch houseWall(int side) {
     return patchOf(atlas::hull::houseWall(side));
 }
@@ -39,8 +43,7 @@ constexpr Patch thread(int kind) {
     return patchOf(atlas::hull::thread(kind).within(atlas::hull::bleed));
 }
 constexpr Uv orange = middleOf(atlas::hull::stripe), warmLamp = middleOf(atlas::hull::warmLamp),
-             coolLamp = middleOf(atlas::hull::coolLamp), shade = middleOf(atlas::hull::shade),
-             brace = middleOf(atlas::hull::brace);
+             coolLamp = middleOf(atlas::hull::coolLamp), shade = middleOf(atlas::hull::shade);
 
 // Of the firebird, each with its bleed left out.
 constexpr Patch feather(int kind, bool back) {

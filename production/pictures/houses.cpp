@@ -54,8 +54,8 @@ float seated(Point p) {
     return std::fmin(std::fmin(body, legs), rod(p, {0.3f, 4.4f}, {2.4f, 4.0f}, 0.35f));
 }
 
-// Rooms, from their lower left, in units of their own.
-constexpr float tall = 13.8f, roomHalf = 5;
+// Rooms, from their lower left.
+constexpr float tall = 13.8f;
 
 void pendant(Seen& seen, Point p, Point at, Rgba own) {
     const Point from = p - at;
@@ -68,33 +68,12 @@ void pendant(Seen& seen, Point p, Point at, Rgba own) {
     seen.body(circle(from, {0, -0.35f}, 0.55f), own + opaque(0, 0.25f, 0.35f));
 }
 
-void atThePiano(Seen& seen, Point p) {
-    pendant(seen, p, {5.6f, 10.4f}, gold);
-    seen.body(
-        std::fmin(box(p, {6.3f, 3.4f}, {2.6f, 0.55f}),
-                  std::fmin(rod(p, {4.2f, 3.2f}, {4.2f, 0}, 0.2f), rod(p, {8.4f, 3.2f}, {8.4f, 0}, 0.2f))),
-        night);
-    seen.body(rod(p, {4.2f, 4.2f}, {8.6f, 7.6f}, 0.22f), night);
-    seen.line(segment(p, {4.2f, 4.5f}, {8.5f, 7.8f}), 0.08f, gold * 0.9f, 0.2f);
-    seen.line(segment(p, {3.6f, 4.0f}, {8.8f, 4.0f}), 0.08f, gold * 0.8f, 0.2f);
-    seen.body(seated({p.x - 1.6f, p.y}), night);
-}
-void catAtItsWindow(Seen& seen, Point p) {
-    const float moon = circle(p, {6.2f, 9.2f}, 2.1f);
-    seen.glow(moon, 2.4f, cyan * 0.22f);
-    seen.body(moon, opaque(0.10f, 0.36f, 0.55f));
-    seen.line(moon, 0.12f, cyan);
-    for (int i = 0; i < 9; i++)
-        seen.glow(circle(p, {0.9f + 8 * randomAt(i, 1, 3), 6.2f + 7 * randomAt(i, 2, 3)}, 0.1f), 0.2f,
-                  cyan * 0.7f);
-    seen.body(p.y - 3.4f, night);
-    seen.line(p.y - 3.4f, 0.10f, cyan * 0.7f, 0.3f);
-    const Point cat = p - Point{3.4f, 3.4f};
-    float body = std::fmin(leaf({cat.y + 0.5f, cat.x}, 0, 4.2f, 1.25f), circle(cat, {0.2f, 3.4f}, 0.85f));
-    body = std::fmin(body, std::fmin(leaf({cat.y - 3.6f, cat.x + 0.3f}, 0, 1.4f, 0.25f),
-                                     leaf({cat.y - 3.6f, cat.x - 0.7f}, 0, 1.4f, 0.25f)));
-    body = std::fmin(body, rod(cat, {-0.8f, 0.3f}, {-2.6f, 1.4f}, 0.22f));
-    seen.body(body, night);
+void cat(Seen& seen, Point p, float size) {
+    p = p * (1 / size);
+    float body = std::fmin(leaf({p.y + 0.5f, p.x}, 0, 4.2f, 1.25f), circle(p, {0.2f, 3.4f}, 0.85f));
+    body = std::fmin(body, std::fmin(leaf({p.y - 3.6f, p.x + 0.3f}, 0, 1.4f, 0.25f),
+                                     leaf({p.y - 3.6f, p.x - 0.7f}, 0, 1.4f, 0.25f)));
+    seen.body(std::fmin(body, rod(p, {-0.8f, 0.3f}, {-2.6f, 1.4f}, 0.22f)), night);
 }
 void twoWhoDance(Seen& seen, Point p) {
     seen.glow(length(p - Point{4.9f, 11}), 4, pink * 0.35f + gold * 0.2f);
@@ -109,21 +88,26 @@ void twoWhoDance(Seen& seen, Point p) {
     seen.body(leaf({p.y + 0.2f, p.x - 6.0f}, 0, 5.0f, 1.3f), night);
 }
 
-// A fish that swims to the right, drawn by lines.
-void bigFish(Seen& seen, Point p) {
-    constexpr float size = 2.2f, wide = 0.10f / size;
-    p = (p - Point{roomHalf + 1, 7}) * (1 / size);
-    const float body = leaf(p, -4, 4, 1.7f);
-    const float tail = std::fmax(std::fabs(p.y) - 0.55f * (-3.2f - p.x), -5.6f - 0.5f * std::fabs(p.y) - p.x);
-    if (body < 0) seen.colour = mix(amber * 0.10f, amber * 0.34f, unit(0.5f - p.y / 3)) + opaque(0, 0, 0.02f);
-    if (tail < 0 && p.x < -3.2f) seen.colour = amber * 0.22f;
-    seen.line(body, wide, amber);
-    if (p.x < -3.2f) seen.line(tail, wide, amber * 0.9f);
-    if (body < 0)
-        for (const float at : {-2.4f, -1.2f, 0.0f, 1.2f})
-            seen.line(length(p - Point{at - 1.5f, 0}) - 1.7f + (p.x < at - 1.5f ? 9.0f : 0.0f), wide * 0.6f,
-                      amber * 0.6f, 0.1f);
-    seen.body(circle(p, {2.6f, 0.35f}, 0.34f), amber + opaque(0.1f, 0.1f, 0.1f));
+// A robot, from where its feet are, which strikes to its right.
+float machine(Point p) {
+    const float trunk =
+        std::fmin(box(p, {0, 4.9f}, {1.7f, 1.7f}, 0.3f), box(p, {0.2f, 8.0f}, {1.2f, 0.9f}, 0.2f));
+    const float legs = std::fmin(box(p, {-1, 1.6f}, {0.5f, 1.6f}), box(p, {1, 1.6f}, {0.5f, 1.6f}));
+    const float aerial =
+        std::fmin(rod(p, {0.2f, 8.8f}, {0.2f, 10.4f}, 0.16f), circle(p, {0.2f, 10.4f}, 0.4f));
+    const float arm = std::fmin(rod(p, {1.4f, 6}, {4, 7.6f}, 0.4f), box(p, {4.4f, 8.1f}, {1.2f, 0.7f}));
+    return std::fmin(std::fmin(trunk, legs), std::fmin(aerial, arm));
+}
+
+// A fish drawn by lines, 8 long, which swims to the right.
+void fish(Seen& seen, Point p, float size, Rgba own) {
+    p = p * (1 / size);
+    const float wide = 0.22f / size, flesh = leaf(p, -2.6f, 4, 1.5f);
+    const float tail = std::fmax(std::fabs(p.y) - 0.75f * (-1.9f - p.x), -4 - p.x);
+    seen.line(tail, wide, own, 0.15f);
+    seen.body(flesh, own * 0.25f);
+    seen.line(flesh, wide, own, 0.15f);
+    seen.body(circle(p, {2.5f, 0.3f}, 0.3f), own);
 }
 
 // A place about a star's middle, turned to the nearest of its eight points.
@@ -152,91 +136,123 @@ Rgba soffitAt(Point p) {
     return seen.colour;
 }
 
-// The front, from its lower left corner, in units: a rose under the ridge, and below it somebody under a lamp
-// and a tree in moonlight.
+// The front, from its lower left corner, in units: under the sign of a fish a shop that a cat keeps.
 Rgba gableAt(Point p) {
-    constexpr float half = float(house::halfWidth), high = float(house::high), floor = 4, ceiling = 16;
+    constexpr float half = float(house::halfWidth), high = float(house::high), top = float(house::ceiling);
     constexpr float rise = high - float(house::wall);
     const Point q = {p.x - half, p.y};
     const float slope = ((high - q.y) * half - std::fabs(q.x) * rise) / std::hypot(rise, half);
-    const float edge = std::fmin(std::fmin(slope, half - std::fabs(q.x)), q.y);
-    if (edge < -1 || (edge > float(house::lining) + 0.5f && edge < float(house::frame) - 0.5f)) return shade;
-    if (edge < float(house::frame) - 0.5f)
-        return (q.y > float(house::wall) ? magenta * 0.75f : blue) * (q.y < 3 ? 0.4f : 1);
-    if (q.y > ceiling) {
-        Seen seen{opaque(0.10f, 0.01f, 0.10f)};
-        const Point rose = q - Point{0, 20.6f};
-        const float petal = leaf(toPoint(rose, 0), 1.2f, 5.4f, 1.3f);
-        seen.body(petal, magenta * 0.7f);
-        seen.line(petal, 0.16f, pink);
-        seen.body(circle(rose, {}, 1.1f), gold);
-        seen.line(circle(rose, {}, 5.8f), 0.2f, violet);
-        seen.line(q.y - ceiling, 0.5f, magenta);
+    const float edge = std::fmin(slope, half - std::fabs(q.x));
+    if (edge < -1) return shade;
+    if (edge < float(house::lining)) return (q.y > float(house::wall) - 1 ? magenta : teal) * 0.8f;
+    Seen seen{shade};
+    if (q.y > top + 1) {
+        fish(seen, q - Point{-0.8f, 21.5f}, 2, gold);
         return seen.colour;
     }
-    const bool within = q.x < 1;
-    Seen seen{within ? mix(light(0.86f, 0.36f, 0.06f), light(0.34f, 0.06f, 0.02f), q.y / ceiling)
-                     : mix(light(0.02f, 0.32f, 0.34f), light(0.01f, 0.08f, 0.20f), q.y / ceiling)};
-    if (within) {
-        seen.glow(length(q - Point{-6, 14}), 4, light(0.7f, 0.4f, 0.1f));
-        seen.body(std::fmax(circle(q, {-6, 13}, 2.4f), 13 - q.y), night);
-        seen.body(standing(q - Point{-12, floor}), night);
-        seen.body(box(q, {-4, 6}, {3, 0.4f}), night);
-    } else {
-        const float moon = circle(q, {14.5f, 12.4f}, 1.8f);
-        seen.glow(moon, 2, cyan * 0.3f);
-        seen.body(moon, cyan);
-        seen.body(std::fmin(rod(q, {8.5f, floor}, {8.5f, 10}, 0.55f), circle(q, {8.5f, 10.4f}, 3.2f)),
-                  teal * 0.35f);
-        seen.line(circle(q, {8.5f, 10.4f}, 3.2f), 0.2f, teal);
+    const float window = box(q, {-5, 7.6f}, {13, 6}), door = box(q, {14, 6.8f}, {4, 6.8f});
+    if (window < 0) {
+        seen.colour = mix(light(0.95f, 0.46f, 0.10f), light(0.42f, 0.07f, 0.10f), q.y / top);
+        for (const float at : {-15.0f, -11.0f, -7.0f}) {
+            seen.body(std::fabs(q.x - at) + (q.y < 10 ? 1.0f : -0.12f), night);
+            seen.body(leaf({q.y - 6, q.x - at}, 0, 4.4f, 0.9f), night);
+        }
+        cat(seen, q - Point{1.5f, 4.4f}, 1.9f);
+        seen.body(q.y - 4.6f, night);
+        seen.line(q.y - 4.6f, 0.15f, pink);
     }
-    seen.body(std::fabs(q.x - 1) - 0.6f, night);
+    if (door < 0) {
+        seen.colour = mix(light(0.06f, 0.66f, 0.62f), light(0.01f, 0.20f, 0.34f), q.y / top);
+        seen.body(standing(q - Point{14, 0.4f}), night);
+    }
+    seen.line(window, 0.25f, magenta * 0.8f);
+    seen.line(door, 0.25f, teal);
     return seen.colour;
 }
 
-// A side of the core, from its lower left corner, in units: a flight of stairs up to the next side's, and
-// above and below it a window.
+// A window high up in the core's side, from its lower left corner, in units.
 Rgba coreAt(Point p) {
-    constexpr float wide = 2 * float(house::core), high = float(house::storeyHigh), steps = 10;
+    constexpr float wide = 2 * float(house::core), high = float(house::storeyHigh);
     Seen seen{mix(opaque(0.05f, 0.008f, 0.08f), opaque(0.02f, 0.004f, 0.05f), p.y / high)};
-    const auto window = [&](Point middle, Rgba own) {
-        const float d = box(p, middle, {4.5f, 5.0f}, 4.4f);
-        if (d < 0) seen.colour = mix(own, own * 0.3f, unit((p.y - middle.y) / 10 + 0.5f));
-        seen.line(d, 0.25f, own);
-        seen.body(std::fmax(std::fabs(p.x - middle.x) - 0.3f, d), night);
-    };
-    window({12.5f, 13}, gold * 0.9f);
-    window({33.5f, 6.5f}, teal);
-    const float tread = (std::floor(p.x / wide * steps) + 0.5f) / steps * high;
-    const float rise = std::fmin(std::fabs(p.y - tread), std::fabs(p.y - tread + high));
-    seen.body(rise - 0.8f, magenta * 0.6f);
-    const float rail = p.x / wide * high + 4, above = std::fabs(std::remainder(p.y - rail, high));
-    seen.line(above, 0.25f, pink * 0.8f);
+    const float d = std::fmax(circle(p, {wide * 0.32f, 7}, 6), 6 - p.y);
+    if (d < 0) seen.colour = mix(gold * 0.8f, light(0.5f, 0.05f, 0.10f), unit((p.y - 6) / 7));
+    seen.body(std::fmax(std::fabs(p.x - wide * 0.32f) - 0.4f, d), night);
+    seen.line(d, 0.25f, gold * 0.8f);
+    seen.line(std::remainder(p.y - 1, high), 0.35f, magenta * 0.7f);
+    for (const float at : {0.66f, 0.74f, 0.82f}) seen.line(p.x - wide * at, 0.3f, teal * 0.6f, 0.2f);
     seen.line(std::fmin(p.x, wide - p.x) - 0.9f, 0.7f, violet);
     return seen.colour;
 }
 
-// Behind the walls' windows, over walls that darken upwards.
-struct Room {
-    void (*paint)(Seen& seen, Point p);
-    Rgba low, high;
-};
-const Room rooms[house::walls][house::windowsEach] = {
-    {{twoWhoDance, opaque(0.80f, 0.30f, 0.06f), opaque(0.25f, 0.05f, 0.04f)},
-     {atThePiano, opaque(0.80f, 0.34f, 0.06f), opaque(0.25f, 0.07f, 0.02f)}},
-    {{bigFish, opaque(0.002f, 0.05f, 0.20f), opaque(0.006f, 0.30f, 0.60f)},
-     {catAtItsWindow, opaque(0.80f, 0.34f, 0.06f), opaque(0.25f, 0.07f, 0.02f)}}};
+// The core's side behind the stairs: a lit arch, and somebody who looks out of it.
+Rgba stairsAt(Point p) {
+    constexpr float wide = 2 * float(house::core), high = float(house::storeyHigh);
+    Seen seen{opaque(0.03f, 0.006f, 0.06f)};
+    const Point q = p - Point{wide * 0.3f, 9.5f};
+    const float arch = box(q, {0, 3.4f}, {5, 6}, 4.9f);
+    if (arch < 0) seen.colour = mix(cyan * 0.7f, light(0.02f, 0.16f, 0.42f), unit(0.5f + q.y / 14));
+    seen.body(std::fmax(standing(q - Point{0, -2}), arch), night);
+    seen.line(arch, 0.3f, cyan);
+    seen.line(std::fmin(p.x, wide - p.x) - 0.9f, 0.7f, violet);
+    seen.line(std::remainder(p.y, high), 0.4f, violet * 0.6f);
+    return seen.colour;
+}
 
-Rgba wallAt(int side, Point p) {
-    constexpr float scale = tall / float(house::lintel - house::sill);
-    if (p.y > float(house::lintel) + 1) return side == 0 ? violet : teal;
-    for (int i = 0; i < house::windowsEach; i++) {
-        const auto& [left, right] = house::windows[side][i];
-        const auto& [paint, low, high] = rooms[side][i];
-        if (p.x < left - 1 || p.x > right + 1) continue;
-        const Point inside = (p - Point{float(left + right) / 2, float(house::sill)}) * scale;
-        Seen seen{mix(low, high, inside.y / tall)};
-        paint(seen, inside + Point{roomHalf, 0});
+// The workshop, from its wall's lower left corner, in units: a great wheel before its fire, and at the gate a
+// robot that strikes sparks.
+Rgba workshopAt(Point p) {
+    const Point hub = p - Point{float(house::wheelX), float(house::wheelY)};
+    const float away = length(hub);
+    if (away < float(house::wheel) + 1) {
+        Seen seen{mix(light(1, 0.66f, 0.22f), light(0.60f, 0.10f, 0.02f), unit(away / float(house::wheel)))};
+        const Point cog = hub - Point{-1.4f, -1.4f};
+        const float turn = arcTan(cog.y, cog.x), radius = 5 + (std::cos(10 * turn) > 0 ? 0.6f : -0.4f);
+        const float rim = std::fmax(length(cog) - radius, 3.4f - length(cog));
+        const float spoke = std::fabs(std::remainder(turn, pi / 3)) * length(cog) - 0.5f;
+        seen.body(std::fmin(rim, std::fmin(std::fmax(spoke, length(cog) - 4), length(cog) - 1.4f)), night);
+        seen.line(away - float(house::wheel) + 0.6f, 0.6f, teal);
+        return seen.colour;
+    }
+    const auto& [left, right, low, high] = house::gate;
+    if (p.x < left - 1 || p.x > right + 1) return shade;
+    const Point q = p - Point{float(left), float(low)};
+    Seen seen{mix(light(0.10f, 0.78f, 0.70f), light(0.01f, 0.18f, 0.30f), unit(q.y / float(high)))};
+    const Point anvil = {14, 3.4f};
+    seen.body(machine(q - Point{8, 0}), night);
+    seen.body(
+        std::fmin(box(q, anvil - Point{0, 0.6f}, {3, 0.7f}), box(q, anvil - Point{0, 2.2f}, {1.2f, 1.6f})),
+        night);
+    seen.glow(length(q - anvil), 0.9f, gold);
+    for (int i = 0; i < 9; i++) {
+        const float turn = 0.25f + 0.33f * float(i), reach = 3 + 3 * randomAt(i, 4, 2);
+        const Point way = {std::cos(turn), std::sin(turn)};
+        seen.line(segment(q, anvil + way * (reach * 0.4f), anvil + way * reach), 0.09f, gold, 0.15f);
+    }
+    return seen.colour;
+}
+
+// The flat: somebody with a book under a lamp, two who dance, a cat before the moon.
+Rgba flatAt(Point p) {
+    for (const house::Window& room : house::rooms) {
+        if (p.x < room.left - 1 || p.x > room.right + 1) continue;
+        const Point inside = p - Point{float(room.middle()), float(room.low)};
+        const bool moonlit = &room == &house::rooms[2];
+        Seen seen{moonlit ? mix(light(0.05f, 0.36f, 0.60f), light(0.01f, 0.10f, 0.30f), inside.y / tall)
+                          : mix(light(0.95f, 0.40f, 0.08f), light(0.40f, 0.06f, 0.12f), inside.y / tall)};
+        if (moonlit) {
+            const float moon = circle(inside, {1.5f, 9.5f}, 2.4f);
+            seen.glow(moon, 2.4f, cyan * 0.3f);
+            seen.body(moon, cyan);
+            cat(seen, inside - Point{-0.6f, 4.4f}, 1);
+            seen.body(inside.y - 4.6f, night);
+        } else if (&room == &house::rooms[1]) {
+            twoWhoDance(seen, inside + Point{5, 0});
+        } else {
+            pendant(seen, inside - Point{1.6f, 11}, {}, gold);
+            seen.body(seated(inside - Point{-1, 0}), night);
+            seen.body(rod(inside, {-2.4f, 2.4f}, {-2.6f, 6.4f}, 0.45f), night);
+            seen.body(box(inside, {6, 5}, {1.6f, 5}), night);
+        }
         return seen.colour;
     }
     return shade;
@@ -250,14 +266,20 @@ Rgba sampleAt(Point place) {
     };
     if (const auto [holds, p] = within(atlas::hull::gable, 2 * house::halfWidth, house::high); holds)
         return gableAt(p);
-    for (int i = 0; i < house::walls; i++)
-        if (const auto [holds, p] = within(atlas::hull::houseWall(i), house::depth, house::wall); holds)
-            return wallAt(i, p);
+    for (const auto& [wall, paint] : {std::pair{house::workshop, &workshopAt}, {house::flat, &flatAt}})
+        if (const auto [holds, p] = within(atlas::hull::houseWall(wall), house::depth, house::wall); holds)
+            return p.y > float(house::wall - house::lining) - 0.5f
+                       ? (wall == house::flat ? magenta : teal) * 0.8f
+                       : paint(p);
+    if (const auto [holds, p] = within(atlas::hull::stairs, 2 * house::core, house::storeyHigh); holds)
+        return stairsAt(p);
     if (const auto [holds, p] = within(atlas::hull::soffit, house::depth, house::halfWidth); holds)
         return soffitAt(p);
     if (const auto [holds, p] = within(atlas::hull::core, 2 * house::core, house::storeyHigh); holds)
         return coreAt(p);
-    if (const auto [holds, p] = within(atlas::hull::brace, 1, 1); holds) return gold * 0.5f;
+    const Rgba paints[atlas::hull::housePaints] = {gold * 0.6f, magenta * 0.8f, teal * 0.6f};
+    for (int i = 0; i < atlas::hull::housePaints; i++)
+        if (within(atlas::hull::housePaint(i), 1, 1).first) return paints[i];
     return shade;
 }
 

@@ -27,13 +27,17 @@ namespace hull {
 constexpr Cells pale = {0, 0, 6, 5}, dark = {6, 0, 4, 3}, striped = {10, 0, 6, 3}, wing = {10, 9, 6, 7};
 constexpr Cells stripe = {10.04, 0.9, 5.92, 0.5};
 constexpr Cells warmLamp = {0.9, 8.5, 1.2, 0.16}, coolLamp = {0.9, 9.5, 1.2, 0.16};
-// The heap's houses, on two plates: the front, both walls, a half of the underside, a side of the core, what
-// holds them to it, and their dark.
+// The heap's houses: the front, both walls, the stairs behind, a half of the underside, a side of the core,
+// plain paints, and their dark.
 constexpr Cells houses[] = {{3.05, 9.05, 6.9, 2.85}, {13.05, 4.45, 2.9, 3.7}};
-constexpr Cells gable = {3.1, 9.1, 3.4, 2.75}, soffit = {13.1, 4.5, 1.7, 2.2}, core = {13.1, 6.8, 1.95, 1.3},
-                brace = {14.9, 4.5, 1.0, 1.0}, shade = {15.2, 6.8, 0.6, 0.4};
+constexpr Cells gable = {3.1, 9.1, 3.4, 2.75}, stairs = {6.55, 11, 1.95, 0.85},
+                soffit = {13.1, 4.5, 1.7, 2.2}, core = {13.1, 6.8, 1.95, 1.3}, shade = {15.2, 6.8, 0.6, 0.4};
 constexpr Cells houseWall(int side) {
     return {6.55, 9.1 + 0.95 * side, 3.35, 0.85};
+}
+enum HousePaint { brass, cloth, leaves, housePaints };
+constexpr Cells housePaint(int which) {
+    return {14.9, 4.5 + 0.7 * which, 1, 0.7};
 }
 // The sea, which alone lets light through: of each kind of lantern a sixteenth of its bell from above and
 // from below, an arm from its middle to its edge and a thread from its root to its tip; the water, half way
