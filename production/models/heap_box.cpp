@@ -18,8 +18,8 @@ constexpr double proud = 0.3;  // by which what is lit lies before what is dark
 
 // The light circles far below. What faces down so far catches it wherever it stands, and throws back little
 // of the sky: of the comet, as it bulges, a glint that is no field.
-Shape lit(const Shape& shape, Vec outwards) {
-    constexpr double bulge = 0.018, bulgeUp = 0.03;
+Shape lit(const Shape& shape, Vec outwards, double bulgeUp = 0.03) {
+    constexpr double bulge = 0.018;
     const double down = degrees(60);
     Vec middle;
     for (const Vec& p : shape.points) middle = middle + p * (1 / double(shape.points.size()));
@@ -206,7 +206,7 @@ Shape coreSides() {
     for (int i = 0; i < 4; i++) {
         const double turn = i * pi / 2;
         all.push_back(lit(turned(face(i == 3 ? hull::stairs : hull::core), Axis::y, turn),
-                          {std::sin(turn), 0, std::cos(turn)}));
+                          {std::sin(turn), 0, std::cos(turn)}, 0.06));
     }
     return joined(all);
 }

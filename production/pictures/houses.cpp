@@ -144,7 +144,7 @@ Rgba gableAt(Point p) {
     const float slope = ((high - q.y) * half - std::fabs(q.x) * rise) / std::hypot(rise, half);
     const float edge = std::fmin(slope, half - std::fabs(q.x));
     if (edge < -1) return shade;
-    if (edge < float(house::lining)) return (q.y > float(house::wall) - 1 ? magenta : teal) * 0.8f;
+    if (edge < float(house::lining)) return (q.y > float(house::wall) - 1 ? magenta : teal) * 0.65f;
     Seen seen{shade};
     if (q.y > top + 1) {
         fish(seen, q - Point{-0.8f, 21.5f}, 2, gold);
@@ -152,7 +152,7 @@ Rgba gableAt(Point p) {
     }
     const float window = box(q, {-5, 7.6f}, {13, 6}), door = box(q, {14, 6.8f}, {4, 6.8f});
     if (window < 0) {
-        seen.colour = mix(light(0.95f, 0.46f, 0.10f), light(0.42f, 0.07f, 0.10f), q.y / top);
+        seen.colour = mix(light(0.85f, 0.42f, 0.06f), light(0.28f, 0.05f, 0.05f), q.y / top);
         for (const float at : {-15.0f, -11.0f, -7.0f}) {
             seen.body(std::fabs(q.x - at) + (q.y < 10 ? 1.0f : -0.12f), night);
             seen.body(leaf({q.y - 6, q.x - at}, 0, 4.4f, 0.9f), night);
@@ -277,7 +277,7 @@ Rgba sampleAt(Point place) {
         return soffitAt(p);
     if (const auto [holds, p] = within(atlas::hull::core, 2 * house::core, house::storeyHigh); holds)
         return coreAt(p);
-    const Rgba paints[atlas::hull::housePaints] = {gold * 0.6f, magenta * 0.8f, teal * 0.6f};
+    const Rgba paints[atlas::hull::housePaints] = {gold * 0.5f, magenta * 0.55f, teal * 0.6f};
     for (int i = 0; i < atlas::hull::housePaints; i++)
         if (within(atlas::hull::housePaint(i), 1, 1).first) return paints[i];
     return shade;
