@@ -213,7 +213,7 @@ Shape coreSides() {
 
 // Climbs across the back of the core, from one side to the other and on where the next storey lies alike.
 Shape flight() {
-    constexpr int steps = 9;
+    constexpr int steps = 9, railed = 6;  // up to the house above
     constexpr double wide = 8, thick = 1.1, rail = 5;
     const double run = 2 * core / steps, rise = storeyHigh / steps, out = -core - wide;
     // From left to right as who stands behind the tower sees it.
@@ -226,11 +226,12 @@ Shape flight() {
                                 {out, bottom + i * rise, -core + (i + 1) * run},
                                 {out, bottom + (i + 1) * rise, -core + (i + 1) * run},
                                 {out, bottom + (i + 0.7) * rise, -core + i * run}}));
+    }
+    for (int i = 0; i < railed; i++)
         edges.push_back(sheet({at(i + 0.4, rise, out), at(i + 0.52, rise, out), at(i + 0.52, rail, out),
                                at(i + 0.4, rail, out)}));
-    }
     edges.push_back(sheet(
-        {at(0, rail, out), at(steps, rail, out), at(steps, rail + thick, out), at(0, rail + thick, out)}));
+        {at(0, rail, out), at(railed, rail, out), at(railed, rail + thick, out), at(0, rail + thick, out)}));
     return joined(
         {lit(joined(treads), {-1, 0, 0}, brass), lit(joined(edges), {-1, 0, 0}, cloth),
          dark(sheet({at(0, 0, -core), at(steps, 0, -core), at(steps, 0, out), at(0, 0, out)}), {-1, 0, 0})});
