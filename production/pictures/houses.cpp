@@ -11,8 +11,8 @@ using atlas::Cells;
 namespace {
 
 const Rgba night = opaque(0.006f, 0.005f, 0.014f), shade = opaque(0.036f, 0.010f, 0.062f);
-const Rgba gold = light(1, 0.60f, 0.16f), blue = light(0.14f, 0.44f, 1), amber = light(1, 0.42f, 0.08f),
-           cyan = light(0.16f, 0.80f, 1), pink = light(1, 0.16f, 0.48f), magenta = light(0.95f, 0.06f, 0.60f),
+const Rgba gold = light(1, 0.60f, 0.16f), amber = light(1, 0.42f, 0.08f), cyan = light(0.16f, 0.80f, 1),
+           pink = light(1, 0.16f, 0.48f), magenta = light(0.95f, 0.06f, 0.60f),
            violet = light(0.42f, 0.12f, 1), teal = light(0.02f, 0.62f, 0.60f);
 
 // What has been painted of a place so far: dark bodies over painted glow, and lines of light.

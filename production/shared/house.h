@@ -18,7 +18,6 @@ struct Window {
 
     constexpr double middle() const { return (left + right) / 2; }
 };
-constexpr int walls = 2;
 enum Wall { workshop, flat };
 constexpr Window gate = {38, 60, 0.6, 12.5};
 constexpr double wheelX = 20, wheelY = 8.6, wheel = 7.4;  // the workshop's round window
