@@ -106,13 +106,13 @@ vec3 colorAt(vec2 at, Frame frame) {
     vec3 ice = (0.95 - 0.45 * lit) * max(behind.r, behind.b) * vec3(0.05, 0.55, 1.0) + core * vec3(0.55, 0.80, 0.70);
     behind = mix(max(behind, lit * ice), ice, max(smoothstep(0.03, 0.15, both - seen.g), smoothstep(0.5, 0.8, both)));
 
-    vec3 copper = mix(vec3(0.10, 0.025, 0.03), vec3(0.82, 0.41, 0.16), smoothstep(0.1, 1.0, tone));
-    // Embers where it is dim. Lit, it is golder: red fields would flash on beats.
-    copper.gb *= mix(0.68, 1.0, smoothstep(0.45, 0.95, tone));
+    vec3 copper = mix(vec3(0.10, 0.025, 0.03), vec3(0.82, 0.41, 0.14), smoothstep(0.1, 1.0, tone));
+    // Embers where it is dim. Lit, it is golder: fields of red would flash on beats.
+    copper.gb *= mix(0.62, 1.0, smoothstep(0.65, 1.05, tone));
     copper = mix(copper, vec3(1.0, 0.62, 0.26), smoothstep(0.9, 1.4, tone));
     copper = mix(copper, vec3(1.0, 0.93, 0.80), smoothstep(1.3, 1.9, tone));
-    // Where the ship is green and no more blue than that, copper has its patina.
-    float patina = smoothstep(0.0, 0.12, seen.g - seen.r - max(seen.b - seen.g, 0.0));
+    // Where the ship is green, copper has its patina.
+    float patina = smoothstep(0.0, 0.12, seen.g - seen.r - 0.5 * max(seen.b - seen.g, 0.0));
     copper = mix(copper, dot(copper, vec3(0.5, 0.5, 0.2)) * vec3(0.08, 1.05, 0.85), patina);
     vec3 color = mix(behind, copper, solid);
     return vec3(min(color.r, 3.0 * seen.r), color.gb);  // what has no red is none of these
