@@ -165,8 +165,8 @@ vec3 nightAt(vec2 p, float seconds, float pixel) {
 }
 
 // The robot's head, in which the screen sits: an ivory box with round edges, on it a brass frame round the deep black
-// one of the screen, ears, aerials and a cap. `rubber`: how far outside of the screen a
-// place is; `glow`: what the screen throws on what is next to it; `behind`: what is seen behind it all.
+// one of the screen, ears, aerials and a cap. `rubber`: how far outside of the screen a place is; `glow`: what the
+// screen throws on what is next to it; `behind`: what is seen behind it all.
 vec3 headAt(vec2 p, float rubber, vec3 glow, vec3 behind, float dark, float pixel) {
     vec2 side = vec2(abs(p.x), p.y), hand = vec2(p.x < 0.0 ? -1.0 : 1.0, 1.0);
     // Shoulders, and the neck, a bellows.

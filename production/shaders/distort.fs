@@ -88,7 +88,8 @@ vec3 colorAt(vec2 at, Frame frame) {
     // What is scarlet, violet or blue has little green, and is no dark of the ship all the same: there feathers are
     // told apart by how they differ from what is next to them.
     float relief = seen.g - 0.25 * (ahead.g + astern.g + left.g + right.g);
-    float colored = max(max(seen.r, seen.b) - seen.g - 0.4 * magenta - 0.6 * beam, 0.0) * (1.0 - smoothstep(0.4, 1.1, tone));
+    float colored = max(max(seen.r, seen.b) - seen.g - 0.4 * magenta - 0.6 * beam, 0.0);
+    colored *= 1.0 - smoothstep(0.4, 1.1, tone);
     tone += colored * (0.65 + clamp(10.0 * relief, -0.3, 0.6));
     // Beams that a beat makes white pass for hull, but on both sides of a line there is none.
     float solid = hullAt(seen) * clamp(1.9 - 5.0 * beam, 0.0, 1.0) * smoothstep(-0.4, 0.1, tone) *

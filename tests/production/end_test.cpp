@@ -63,7 +63,7 @@ TEST_F(End, OneEyeLooksOnceMoreOnTheLastBeat) {
     const Screen black = drawMoment(showtime::glimpse.ms - 100, beat), look = drawMoment(looks, beat);
     EXPECT_LE(brightest(black, 400, 300, 290), 4);
     EXPECT_GT(brightest(look, 231, 346), 100);
-    EXPECT_LT(brightest(look, 560, 400), 45);  // above the closed one
+    EXPECT_LT(brightest(look, 560, 400), 30);  // above the closed one
     EXPECT_GT(brightest(look, 545, 306, 15), 100);
 }
 

@@ -155,12 +155,16 @@ struct Resuming : testing::Test {
                       stuck = encoder.file("stuck"), said = encoder.file("said");
     std::string words = "--fps 1 --from 29 --to 31 --resume --out " + film;
 
+    // An encoder that does something before it begins the film, or part, that `pattern` names.
+    void writeEncoder(const std::string& pattern, const std::string& before) {
+        encoder.write("ffmpeg", "#!/bin/sh\nPATH=${PATH#*:}\ncase \"$*\" in " + pattern + ") " + before +
+                                    ";; esac\nexec ffmpeg \"$@\"\n");
+        std::filesystem::permissions(encoder.file("ffmpeg"), std::filesystem::perms::owner_all);
+    }
     // A capture whose encoder of the second piece waits as long as `stuck` is there, and the capture.
     pid_t captureAtWork(const std::string& before = "") {
-        encoder.write("ffmpeg", "#!/bin/sh\nPATH=${PATH#*:}\ncase \"$*\" in *unfinished-000030*) touch " +
-                                    stuck + "; while [ -e " + stuck +
-                                    " ] && kill -0 $PPID; do sleep 0.05; done;; esac\nexec ffmpeg \"$@\"\n");
-        std::filesystem::permissions(encoder.file("ffmpeg"), std::filesystem::perms::owner_all);
+        writeEncoder("*unfinished-000030*",
+                     "touch " + stuck + "; while [ -e " + stuck + " ] && kill -0 $PPID; do sleep 0.05; done");
         const pid_t process = startShell(before + " PATH=" + encoder.path.string() +
                                          ":$PATH; exec " CAPTURE_PROGRAM " " + words + " 2>" + said);
         EXPECT_TRUE(await(process, [&] { return std::filesystem::exists(stuck); }));
@@ -253,6 +257,33 @@ TEST_F(Resuming, IsOfOneState) {
     std::filesystem::copy("data/spot.png", star);
     EXPECT_TRUE(run(CAPTURE_PROGRAM).starts_with(again + "from another data set: "));
     EXPECT_TRUE(isWhole(film, manifestOf(film)));
+}
+
+// The disk is full when the second piece is begun, and when the pieces are joined.
+TEST_F(Resuming, GoesOnAfterTheDiskWasFull) {
+    writeEncoder("*$FULL*", "cat /dev/zero >" + scratch.file("filler") + " 2>/dev/null");
+    const std::string program = " PATH=" + encoder.path.string() + ":$PATH " CAPTURE_PROGRAM " " + words;
+    const std::string left = "; rm $0/filler; find $0 -name \"unfinished-*\"; ";
+    const Result result = shell(
+        // Root needs no map, and gets none in a root of its own.
+        "mounts=--mount; [ $(id -u) = 0 ] || mounts='--map-root-user --mount'; "
+        "unshare $mounts true || exit 77; unshare $mounts sh -c 'mount -t tmpfs -o size=32m tmpfs $0 || exit "
+        "77; "
+        "FULL=unfinished-000030" +
+        program + " && exit 1" + left + "FULL=concat" + program + " && exit 1" + left + "FULL=nothing" +
+        program + " && cat $0/film.mp4.manifest' " + scratch.path.string());
+    if (result.status == 77) GTEST_SKIP() << "a disk of a test's own is not allowed: " << result.output;
+    EXPECT_EQ(result.status, 0) << result.output;
+    const auto count = [&](const std::string& text) {
+        int count = 0;
+        for (size_t at = 0; (at = result.output.find(text, at)) != std::string::npos; at++) count++;
+        return count;
+    };
+    EXPECT_EQ(count("No space left on device\n"), 2) << result.output;
+    EXPECT_EQ(count("unfinished-"), 0) << result.output;
+    EXPECT_EQ(count("capture: 1 of 2 pieces are there already\n"), 1) << result.output;
+    EXPECT_EQ(count("capture: 2 of 2 pieces are there already\n"), 1) << result.output;
+    EXPECT_EQ(count("\nframe "), 2) << result.output;
 }
 
 TEST(ResumingPictures, DrawsThoseThatAreMissingOrBroken) {
